@@ -1,0 +1,24 @@
+#pragma once
+// The numbered text table: every word a user sees, in UK English, with its tokens unexpanded. It is constant data owned
+// by the program image; it must not know brands or versions, which Texts puts in.
+
+#include <optional>
+#include <span>
+#include <string_view>
+
+namespace kestrane {
+
+// Tokens in a text: "~" line break, "{{}}" company, "{}" firm, "$$$" product title, "$$" product name, "$" application
+// title, "%.%" version. "^" and "*" are filled by the caller. Menu and button captions carry "&" before their mnemonic.
+struct TextEntry {
+    int Id;
+    std::string_view Text;
+};
+
+// All texts, by rising id.
+std::span<const TextEntry> TextTable();
+
+// The raw text of an id, or nothing when the table has no such id.
+std::optional<std::string_view> FindText(int id);
+
+} // namespace kestrane

@@ -1,0 +1,92 @@
+#include "resources/Texts.h"
+
+#include <array>
+#include <charconv>
+#include <optional>
+#include <utility>
+
+#include "resources/TextTable.h"
+
+namespace kestrane {
+
+namespace {
+
+constexpr int ContactFirst = 10001;
+constexpr int ContactLast = 10012;
+constexpr int SecondBrandOffset = 100;
+constexpr int SaveFilter = 6540;
+constexpr int OpenFilter = 6541;
+constexpr int LargestId = 32767;
+
+int IdForBrand(int id, int firmIndex) {
+    if (firmIndex == 1 && id >= ContactFirst && id <= ContactLast) return id + SecondBrandOffset;
+    if (firmIndex != 0 && id == OpenFilter) return SaveFilter;
+    return id;
+}
+
+std::optional<int> PlaceholderId(std::string_view caption) {
+    const std::size_t dash = caption.find('-');
+    if (dash == std::string_view::npos) return std::nullopt;
+    std::string_view number = caption.substr(0, dash);
+    const std::size_t first = number.find_first_not_of(' ');
+    if (first == std::string_view::npos) return std::nullopt;
+    number = number.substr(first, number.find_last_not_of(' ') - first + 1);
+
+    int id = 0;
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), id);
+    if (error != std::errc() || end != number.data() + number.size() || id > LargestId) return std::nullopt;
+    return id;
+}
+
+} // namespace
+
+std::string ReplaceText(std::string text, std::string_view find, std::string_view with) {
+    if (find.empty()) return text;
+    std::size_t position = text.find(find);
+    while (position != std::string::npos) {
+        text.replace(position, find.size(), with);
+        position = text.find(find, position + with.size());
+    }
+    return text;
+}
+
+std::string PlainCaption(std::string_view caption) {
+    std::string plain;
+    for (std::size_t i = 0; i < caption.size(); ++i) {
+        if (caption[i] == '&' && ++i == caption.size()) break;
+        plain += caption[i];
+    }
+    return plain;
+}
+
+Texts::Texts(Brand brand, int major, int minor, int revision) :
+    brand_(std::move(brand)),
+    version_(std::to_string(major) + "." + std::to_string(minor) + "." + std::to_string(revision)) {}
+
+std::string Texts::LoadText(int id) const {
+    const int mapped = IdForBrand(id, brand_.FirmIndex);
+    const std::optional<std::string_view> raw = FindText(mapped);
+    if (!raw) return std::to_string(mapped);
+
+    // Shorter tokens are parts of longer ones, so the order counts.
+    const std::array<std::pair<std::string_view, std::string_view>, 7> tokens{{
+        {"~", "\r\n"},
+        {"{{}}", brand_.CompanyName},
+        {"{}", brand_.FirmName},
+        {"$$$", brand_.ProductTitle},
+        {"$$", brand_.ProductName},
+        {"$", ApplicationTitle},
+        {"%.%", version_},
+    }};
+    std::string text(*raw);
+    for (const auto& [token, word] : tokens)
+        text = ReplaceText(std::move(text), token, word);
+    return text;
+}
+
+std::string Texts::LocaliseCaption(std::string_view designCaption) const {
+    const std::optional<int> id = PlaceholderId(designCaption);
+    return id ? LoadText(*id) : std::string(designCaption);
+}
+
+} // namespace kestrane
