@@ -1,0 +1,25 @@
+#!/bin/sh
+# Installs the Debian packages of packages.txt that this machine lacks. As root, or through sudo. Prints nothing when
+# there is nothing to do.
+set -eu
+here=$(cd "$(dirname "$0")" && pwd)
+missing=""
+for package in $(cat "$here/packages.txt"); do
+    if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+        missing="$missing $package"
+    fi
+done
+[ -z "$missing" ] && exit 0
+if [ "$(id -u)" = 0 ]; then
+    as_root=""
+elif command -v sudo >/dev/null 2>&1; then
+    as_root="sudo"
+else
+    echo "These packages are missing and can be installed by root only:$missing" >&2
+    exit 1
+fi
+echo "Installing:$missing" >&2
+export DEBIAN_FRONTEND=noninteractive
+$as_root apt-get update -q >&2
+# shellcheck disable=SC2086
+$as_root apt-get install -q -y --no-install-recommends $missing >&2

@@ -1,0 +1,53 @@
+#include "model/InstrumentFamilies.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <string>
+
+namespace kestrane {
+
+namespace {
+
+std::string withoutBlanks(std::string_view name) {
+    std::string text(name);
+    std::erase(text, ' ');
+    return text;
+}
+
+template <std::size_t N>
+bool beginsWithOneOf(std::string_view name, const std::array<std::string_view, N>& models) {
+    const std::string text = withoutBlanks(name);
+    return std::any_of(models.begin(), models.end(), [&](std::string_view model) { return text.starts_with(model); });
+}
+
+constexpr std::array<std::string_view, 5> kMerrowan = {"TR320", "TR322", "TR324", "TR326", "TR352"};
+constexpr std::array<std::string_view, 3> kOldTallix = {"TR310", "TR340", "TR342"};
+constexpr std::array<std::string_view, 2> kOldDose = {"TR340", "TR342"};
+constexpr std::array<std::string_view, 3> kHalcyr = {"TR312", "TR350", "TR360"};
+
+} // namespace
+
+bool IsCorvane(std::string_view name) {
+    std::string text = withoutBlanks(name);
+    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return text.find("CORVANE") != std::string::npos;
+}
+
+bool IsMerrowan(std::string_view name) { return !IsCorvane(name) && beginsWithOneOf(name, kMerrowan); }
+
+bool IsOldTallix(std::string_view name) { return !IsCorvane(name) && beginsWithOneOf(name, kOldTallix); }
+
+bool IsOldDoseMeter(std::string_view name) { return IsOldTallix(name) && beginsWithOneOf(name, kOldDose); }
+
+bool IsHalcyrMeter(std::string_view name) { return beginsWithOneOf(name, kHalcyr); }
+
+bool IsHalcyrMeter116E(std::string_view name) { return withoutBlanks(name).starts_with("TR312E"); }
+
+bool IsHalcyrDoseMeter(std::string_view name) { return withoutBlanks(name).starts_with("TR360L"); }
+
+bool IsValidInstrument(std::string_view name) {
+    return IsMerrowan(name) || IsOldTallix(name) || IsCorvane(name) || IsHalcyrMeter(name);
+}
+
+} // namespace kestrane

@@ -1,0 +1,69 @@
+// The rows of a log and the interval selection. Rows are counted from 1 and kept by column (IntervalColumns); a row
+// object exists on demand. Owned by a log; read by the background server through the columns.
+#pragma once
+
+#include "model/IntervalColumns.h"
+#include "model/clsLogInterval.h"
+#include "model/tLogInterval.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kestrane {
+
+// A range of rows, both ends included, counted from 1.
+struct RowRange {
+    std::int64_t From;
+    std::int64_t To;
+};
+
+class clsLogIntervals {
+public:
+    std::vector<std::string> CutIntervals; // ranges "from~to", rows counted from 1
+    bool IntervalsToBeIncluded = false;    // the ranges say what to include; else what to exclude
+
+    void Initialize(std::shared_ptr<clsLogShared> shared) { shared_ = std::move(shared); }
+
+    void setArraySize(std::int64_t size); // exactly size rows, all 0
+    void Add(const clsLogInterval& objInterval);
+    void Commit(const clsLogInterval& objInterval, std::int64_t index); // raises 9 outside 1..Count
+    clsLogInterval Item(std::int64_t index) const;                     // raises 9 outside 1..Count
+    std::int64_t Count() const { return static_cast<std::int64_t>(columns_.count()); }
+    std::int64_t Capacity() const { return static_cast<std::int64_t>(columns_.capacity()); }
+    void Clear() { columns_.clear(); } // the room stays
+
+    // Rows intStart to intEnd (0: all) and their selection. Whole copies share their columns until one is written to.
+    void Copy(const clsLogIntervals& objPrev, std::int64_t intStart, std::int64_t intEnd);
+
+    void GetData(std::vector<tLogInterval>& records) const;
+
+    // Takes records back into rows from..to; from 0 sizes the rows to the records first. Raises 9 when they do not fit.
+    void copyData(const std::vector<tLogInterval>& records, std::int64_t from, std::int64_t to);
+
+    // The same with a range of columns, as the background server hands it over.
+    void copyData(const IntervalColumns& range, std::int64_t from, std::int64_t to);
+
+    const IntervalColumns& Columns() const { return columns_; }
+    IntervalColumns& Columns() { return columns_; }
+
+    // Sets isExcluded of every row by the selection. No ranges: nothing is excluded.
+    void ApplySelection();
+    std::int64_t IncludedCount() const;
+
+private:
+    std::size_t row(std::int64_t index) const;
+
+    std::shared_ptr<clsLogShared> shared_;
+    IntervalColumns columns_;
+};
+
+// The ranges of a selection, in order; texts that are no range are left out.
+std::vector<RowRange> selectionRanges(const std::vector<std::string>& CutIntervals);
+std::string selectionText(const RowRange& range); // "from~to"
+
+// For each of count rows: 1 when the selection leaves it out. Empty when there is no selection.
+std::vector<std::uint8_t> excludedRows(const std::vector<RowRange>& ranges, bool toBeIncluded, std::size_t count);
+
+} // namespace kestrane

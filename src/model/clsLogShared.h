@@ -1,0 +1,47 @@
+// What a log and all of its rows have in common: mode, location type and octave type; and the band table of each mode.
+// Band 0 is the overall figure, 1 to e("Last") are bands.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kestrane {
+
+constexpr int modeBroadband = 0;
+constexpr int modeFullOctave = 1;
+constexpr int modeThirdOctave = 2;
+constexpr int NumberOfLns = 10;
+constexpr int kBandCount = 34; // overall and the 33 bands of a third-octave log
+
+constexpr std::string_view EnvironmentLocation = "ENV";
+constexpr std::string_view NoiseAtWorkLocation = "IND";
+constexpr std::string_view AutoOctave = "Auto";
+constexpr std::string_view ManualOctave = "Manual";
+constexpr std::string_view LeqOctave = "Leq";
+
+// The last band of a mode: 0, 11 or 33.
+int lastBand(int mode);
+
+// The band of a label ("12.5" to "20k", "Last"); 0 for any other text and in a broadband log.
+int e(int mode, std::string_view bandText);
+
+// The label of a band; empty for band 0 and outside the mode's range.
+std::string_view eStr(int mode, int band);
+
+class clsLogShared {
+public:
+    std::string LocationType; // EnvironmentLocation, NoiseAtWorkLocation or empty
+    std::string OctaveType;   // AutoOctave, ManualOctave, LeqOctave or empty
+
+    int Mode() const { return mode_; }
+    void Mode(int mode); // raises kErrorApplication for anything but the three modes, and keeps its value
+    void Copy(const clsLogShared& objPrevLogShared) { *this = objPrevLogShared; }
+    int e(std::string_view bandText) const { return kestrane::e(mode_, bandText); }
+    std::string_view eStr(int band) const { return kestrane::eStr(mode_, band); }
+
+private:
+    int mode_ = modeBroadband;
+};
+
+} // namespace kestrane

@@ -1,0 +1,58 @@
+// The application's settings: read from the store at start, written back when the user confirms the settings dialog.
+// Holds the display defaults of new logs. Owned by the session; shared by every explorer.
+#pragma once
+
+#include "model/clsLogOptions.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+// FilesOnTreeView
+constexpr std::int16_t eDisplayFilesAsNodes = 0;
+constexpr std::int16_t eDisplayFilesBesideLogNames = 1;
+constexpr std::int16_t eHideFileNames = 2;
+// CumulativePanel
+constexpr std::int16_t ePanelBothChannels = 0;
+constexpr std::int16_t ePanelMainChannelA = 1;
+constexpr std::int16_t ePanelAdvanced = 2;
+constexpr std::int16_t ePanelHidden = 3;
+// HPDCalc
+constexpr std::int16_t eHPDModeEUHSE = 0;
+constexpr std::int16_t eHPDModeUSOSHA = 1;
+constexpr std::int16_t eHPDModeUSNIOSH = 2;
+
+class clsOptions {
+public:
+    std::string CompanyName;     // printed on reports
+    std::string CompanyLogoFile; // path of the logo picture for reports
+    std::string DefaultDataDirectory;
+    std::int16_t SerialPort = 1;
+    bool PrintIntervals = true; // the default report includes intervals
+    std::string HomePage;
+    std::string HPDAddress; // where the protector database is downloaded from
+    std::int16_t FilesOnTreeView = eDisplayFilesAsNodes;
+    std::int16_t CumulativePanel = ePanelBothChannels;
+    bool PersistSelectedHP = true;
+    bool PreventEmptySaving = true;
+    bool RecalcOnOpen = true;
+    std::int16_t HPDCalc = eHPDModeEUHSE;
+    std::string HPDCalcMethod = "Auto"; // "Auto", "HML", "SNR" or "NRR"
+    clsLogOptions objLogOptions;
+
+    bool IsUSHPDMode() const { return HPDCalc == eHPDModeUSOSHA || HPDCalc == eHPDModeUSNIOSH; }
+
+    // Reads all keys, each with the present value as default. Returns the keys whose text could not be converted; their
+    // values stay.
+    std::vector<std::string> GetFromRegistry(const SettingsStore& store);
+    void SaveToRegistry(SettingsStore& store) const;
+    void Copy(const clsOptions& other) { *this = other; }
+
+    // Something differs that a log on display must be redrawn for: a font, the shift length, chart style, line width,
+    // or what is plotted.
+    bool DisplayDifferences(const clsOptions& other) const;
+};
+
+} // namespace kestrane

@@ -1,0 +1,33 @@
+// One level or quantity: what the instrument reported beside what the program computed. Owned by a log, an interval row
+// object or an exposure row. 0 means absent.
+#pragma once
+
+#include "platform/Locale.h"
+
+#include <string>
+#include <string_view>
+
+namespace kestrane {
+
+class clsValue {
+public:
+    float Value() const { return value_; }         // as reported by the instrument or read from a file
+    float CalcValue() const { return calcValue_; } // as recalculated; what tables show and files store
+    void Value(float value) { value_ = calcValue_ = value; }
+    void CalcValue(float value) { calcValue_ = value; }
+    void Copy(const clsValue& objValue) { *this = objValue; }
+
+    // Text of CalcValue, or of Value with UseOriginal. An empty format is FormatString up to a CalcValue of 1000 and
+    // "####" above. BlankZeros: 0 gives empty text. A format with "%" takes the figure as a percentage.
+    std::string Format(bool BlankZeros, bool UseOriginal, std::string_view strFormat, const Locale& locale) const;
+
+    std::string_view FormatString = "##0.0"; // a literal
+
+    bool operator==(const clsValue&) const = default;
+
+private:
+    float value_ = 0;
+    float calcValue_ = 0;
+};
+
+} // namespace kestrane

@@ -1,0 +1,40 @@
+// Reading files whole, and the few questions the program asks of the file system.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace kestrane {
+
+bool fileExists(const std::string& path); // a file (not a folder) of that name, readable or not
+
+// The bytes of a file in memory of their own (never a mapping: a file that is cut short while open must not crash the
+// program). Pages at its end of life can be given back early with release().
+class FileBytes {
+public:
+    explicit FileBytes(std::size_t size);
+    ~FileBytes();
+    FileBytes(const FileBytes&) = delete;
+    FileBytes& operator=(const FileBytes&) = delete;
+
+    char* data() { return data_; }
+    const char* data() const { return data_; }
+    std::size_t size() const { return size_; }
+    std::string_view view() const { return {data_, size_}; }
+    void shrink(std::size_t size) { size_ = size < size_ ? size : size_; }
+
+    // Gives the memory of [from, to) back to the system, whole pages within only. The bytes there read as 0 afterwards.
+    void release(std::size_t from, std::size_t to);
+
+private:
+    char* data_ = nullptr;
+    std::size_t size_ = 0;
+    std::size_t mapped_ = 0;
+};
+
+// Raises errno and its text when the file cannot be read; a folder raises EISDIR.
+std::shared_ptr<FileBytes> readFile(const std::string& path);
+
+} // namespace kestrane

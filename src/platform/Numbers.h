@@ -1,0 +1,43 @@
+// Numbers as text: what counts as numeric, conversion to the storage types (16- and 32-bit integers, single precision),
+// and the shortest text of a single. The rules are the program's own and do not depend on the C library's locale.
+#pragma once
+
+#include "platform/Locale.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kestrane {
+
+// Numeric text: optional blanks, sign, digits, one decimal separator, optional exponent, optional blanks. At least one
+// digit. "inf", "nan", hexadecimal and grouping are not numeric.
+bool isNumeric(std::string_view text, const Locale& locale);
+
+// Conversions of numeric text. Raise 13 when the text is not numeric, 6 when the value does not fit the type.
+double toDouble(std::string_view text, const Locale& locale);
+float toSingle(std::string_view text, const Locale& locale);
+std::int16_t toInteger(std::string_view text, const Locale& locale); // halves round to even
+std::int32_t toLong(std::string_view text, const Locale& locale);    // halves round to even
+
+// The nearest whole number, halves to even, within the type; raise 6 when it does not fit (or is not a number).
+std::int16_t roundToInteger(double value);
+std::int32_t roundToLong(double value);
+
+// Raise 6 when the value does not fit.
+std::int16_t checkedInteger(std::int64_t value);
+std::int32_t checkedLong(std::int64_t value);
+float checkedSingle(double value); // rounds to single; raises 6 past the largest single or for NaN
+
+// The fewest digits that read back to the same single, decimal separator "."; plain notation from 0.0001 up to 9999999,
+// else with an exponent ("1E-05", "1.5E+10"). 0 is "0". Writes at most kSingleTextSize characters, returns the end.
+// The common case, a level with at most three decimals, takes a fast path: saving lives on this function.
+constexpr int kSingleTextSize = 24;
+char* writeSingle(char* out, float value);
+std::string singleText(float value);
+
+// Reads a decimal number ("61.2", "-3", "1E-05"; separator ".") as the nearest single. Returns false unless all of text
+// is numeric by the rule above (with "."); raises 6 past the largest single. Loading intervals lives on this function.
+bool readSingle(std::string_view text, float& value);
+
+} // namespace kestrane

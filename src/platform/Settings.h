@@ -1,0 +1,27 @@
+// The per-user settings store: texts under a section and a key. The programs use an INI file (platform/qt), tests the
+// store in memory. It knows nothing of types: who reads a number converts it.
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace kestrane {
+
+class SettingsStore {
+public:
+    virtual ~SettingsStore() = default;
+    virtual std::string read(std::string_view section, std::string_view key, std::string_view defaultText) const = 0;
+    virtual void write(std::string_view section, std::string_view key, std::string_view text) = 0;
+};
+
+class MemorySettings : public SettingsStore {
+public:
+    std::string read(std::string_view section, std::string_view key, std::string_view defaultText) const override;
+    void write(std::string_view section, std::string_view key, std::string_view text) override;
+
+    std::map<std::pair<std::string, std::string>, std::string> Values;
+};
+
+} // namespace kestrane
