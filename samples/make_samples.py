@@ -1,0 +1,446 @@
+#!/usr/bin/env python3
+"""Writes the sample data files beside this script. Always the same bytes: the seed is fixed.
+
+Levels come from a simulation of short-term levels (an autoregressive walk round a task's level), so that
+Lmin <= Leq <= Lmax <= Peak, percentiles and cumulative figures agree with each other and with the rows.
+"""
+import math
+import os
+import random
+import struct
+from datetime import datetime, timedelta
+
+OCTAVES = ["16", "31.5", "63", "125", "250", "500", "1k", "2k", "4k", "8k", "16k"]
+THIRDS = ("12.5 16 20 25 31.5 40 50 63 80 100 125 160 200 250 315 400 500 630 800 1k 1.25k 1.6k 2k 2.5k 3.15k 4k 5k "
+          "6.3k 8k 10k 12.5k 16k 20k").split()
+BANDS = {0: [], 1: OCTAVES, 2: THIRDS}
+HERE = os.path.dirname(os.path.abspath(__file__))
+
+
+# ---- text ---------------------------------------------------------------------------------------------------------
+
+def single(x):
+    return struct.unpack("<f", struct.pack("<f", x))[0]
+
+
+def level(x):
+    """The fewest digits that read back to the same single; empty for 0."""
+    x = single(x)
+    if x == 0:
+        return ""
+    for digits in range(1, 10):
+        mantissa, exponent = f"{x:.{digits - 1}e}".split("e")
+        if single(float(f"{mantissa}e{exponent}")) == x:
+            break
+    power = int(exponent)
+    if -4 <= power <= 6:
+        return f"{x:.{max(0, digits - 1 - power)}f}"
+    return f"{mantissa}E{'-' if power < 0 else '+'}{abs(power):02}"
+
+
+def raw(x):
+    return level(x) or "0"
+
+
+def escape(text):
+    for old, new in (("'", "&#39;"), ('"', "&quot;"), ("&", "&amp;"), ("/", "&#47;"), ("<", "&lt;"), (">", "&gt;"),
+                     ("|", "&#124;"), ("\r\n", " "), ("\n", " ")):
+        text = text.replace(old, new)
+    return "".join(c if ord(c) < 128 else f"&#{ord(c)};" for c in text)
+
+
+def element(name, content):
+    return f"<{name}>{content}</{name}>" if content != "" else ""
+
+
+def date(name, when):
+    return element(name, escape(when.strftime("%d/%m/%Y")))
+
+
+def clock(name, when):
+    text = when.strftime("%H:%M:%S")
+    return "" if name == "time" and text == "00:00:00" else element(name, text)
+
+
+def flag(name, on):
+    return element(name, "-1" if on else "")
+
+
+def bands(name, levels, mode, attribute=""):
+    labels = [""] + BANDS[mode]
+    body = "".join(element("f" + label.upper(), level(x)) for label, x in zip(labels, levels))
+    return f"<{name}{attribute}>{body}</{name}>" if body else ""
+
+
+# ---- levels -------------------------------------------------------------------------------------------------------
+
+def energy_mean(levels):
+    return 10 * math.log10(sum(10 ** (x / 10) for x in levels) / len(levels))
+
+
+def energy_sum(levels):
+    return 10 * math.log10(sum(10 ** (x / 10) for x in levels))
+
+
+def walk(rng, base, spread, count, smooth=0.8, floor=18.0):
+    """Short-term levels round a base level, in dB, none below the floor."""
+    step = spread * math.sqrt(1 - smooth * smooth)
+    x = rng.gauss(0, spread)
+    out = []
+    for _ in range(count):
+        x = smooth * x + rng.gauss(0, step)
+        out.append(max(base + x, floor))
+    return out
+
+
+def figures(short):
+    """Leq, Lmin, Lmax of short-term levels, to 0.1 dB as an instrument gives them."""
+    return round(energy_mean(short), 1), round(min(short), 1), round(max(short), 1)
+
+
+def percentile(short, n):
+    """The level exceeded in n percent of the time."""
+    ordered = sorted(short, reverse=True)
+    return round(ordered[min(len(ordered) - 1, int(n / 100 * len(ordered)))], 1)
+
+
+def broadband_row(rng, start, seconds, short, crest, lns=()):
+    leq, lmin, lmax = figures(short)
+    row = {"start": start, "leq": [leq], "lmin": [lmin], "lmax": [lmax], "peak": round(lmax + rng.uniform(*crest), 1)}
+    for key, at in (("lmintm", short.index(min(short))), ("lmaxtm", short.index(max(short)))):
+        row[key] = start + timedelta(seconds=int(at * seconds / len(short)))
+    row["peaktm"] = row["lmaxtm"]
+    row["ln"] = [[percentile(short, n)] for n in lns]
+    return row
+
+
+def second_channel(rng, row, shift, spread):
+    """Channel B beside a row of channel A: the same sound under another weighting."""
+    d = rng.gauss(shift, spread)
+    row["b"] = {"leq": round(row["leq"][0] + d, 1), "lmin": round(row["lmin"][0] + d - 0.2, 1),
+                "lmax": round(row["lmax"][0] + d + 0.2, 1), "peak": round(row["peak"] + abs(d) / 2 + 0.5, 1)}
+
+
+def dose(leq, hours, log):
+    return 12.5 * hours * 10 ** single((leq - log["criterion"]) / single(log["exchange"] / math.log10(2)))
+
+
+def exposure(leq, hours):
+    return max(leq + 10 * math.log10(hours / 8), 0)
+
+
+def add_row_exposure(log):
+    for row in log["rows"]:
+        hours, leq = log["interval"] / 3600, row["leq"][0]
+        row.update(dose=round(dose(leq, hours, log), 3), lex=round(exposure(leq, hours), 1),
+                   le=round(leq + 10 * math.log10(log["interval"]), 1), pa2h=single(4e-10 * hours * 10 ** (leq / 10)))
+
+
+# ---- elements of a log --------------------------------------------------------------------------------------------
+
+def channel_a_row(row, mode):
+    out = bands("leq", row["leq"], mode) + bands("lmin", row["lmin"], mode) + bands("lmax", row["lmax"], mode)
+    out += element("peak", level(row.get("peak", 0)))
+    for key in ("lmintm", "lmaxtm", "peaktm"):
+        out += element(key, row[key].strftime("%H:%M:%S") if key in row else "00:00:00")
+    for key in ("dose", "lex", "le", "ltm3", "ltm5", "pa2h"):
+        out += element(key, level(row.get(key, 0)))
+    out += flag("ol", row.get("ol", False))
+    return out + "".join(bands(f"ln{i}", values, mode) for i, values in enumerate(row.get("ln", []), 1))
+
+
+def row_element(row, log):
+    out = date("date", row["start"]) + clock("time", row["start"])
+    if log["short"]:
+        out += "<ca>" + "".join(element(k, raw(row[k][0])) for k in ("leq", "lmin", "lmax"))
+        out += element("lex", level(row.get("lex", 0))) + element("le", level(row.get("le", 0)))
+        out += flag("ol", row.get("ol", False))
+        out += "".join(f"<ln{i + 1}><f>{raw(row['ln'][i][0])}</f></ln{i + 1}>" for i in range(3)) + "</ca>"
+    else:
+        out += "<ca>" + channel_a_row(row, log["mode"]) + "</ca>"
+    if "b" in row:
+        out += "<cb>" + "".join(element(k, level(row["b"][k])) for k in ("leq", "lmin", "lmax", "peak"))
+        out += flag("ol", row["b"].get("ol", False)) + "</cb>"
+    return element("intvl", out)
+
+
+def extreme(rows, key, time_key, pick):
+    row = pick(rows, key=lambda r: r[key][0] if isinstance(r[key], list) else r[key])
+    value = row[key][0] if isinstance(row[key], list) else row[key]
+    return value, row.get(time_key, row["start"])
+
+
+def derived(leq, log, hours, old_names):
+    """Dose and exposure figures of a channel from its Leq; the third name is that of exposure by measured time."""
+    measured = single(dose(leq, hours, log))
+    return (element("dose", level(measured)) + element("edose", level(dose(leq, log["shift"], log)))
+            + element("lex", level(exposure(leq, log["shift"]))) + element(old_names, level(exposure(leq, hours)))
+            + element("le", level(leq + 10 * math.log10(hours * 3600)))), \
+        element("dh", level(measured / hours)) + element("pa2h", level(4e-10 * hours * 10 ** (leq / 10)))
+
+
+def channel_a(log, hours):
+    rows, mode = log["rows"], log["mode"]
+    count = len(BANDS[mode]) + 1
+    mean = [single(energy_mean([r["leq"][b] for r in rows])) for b in range(count)]
+    low = [min(r["lmin"][b] for r in rows) for b in range(count)]
+    high = [max(r["lmax"][b] for r in rows) for b in range(count)]
+    out = element("tw", log["tw"]) + element("fw", log["fw"])
+    out += bands("leq", mean, mode) + bands("lmin", low, mode) + bands("lmax", high, mode)
+    lns = "".join(bands(f"ln{i}", values, mode, f' no="{n}"')
+                  for i, (n, values) in enumerate(zip(log["lns"], log["ln_figures"]), 1))
+    if log["short"]:
+        per_hour = single(dose(mean[0], 1, log))
+        out += element("lavg", raw(log["lavg"])) + element("le", level(mean[0] + 10 * math.log10(hours * 3600)))
+        out += element("lex", level(exposure(mean[0], log["shift"]))) + element("dose", raw(per_hour))
+        out += element("dh", raw(per_hour)) + element("pa2h", raw(4e-10 * log["shift"] * 10 ** (mean[0] / 10)))
+        return out + lns
+    peak, peak_at = extreme(rows, "peak", "peaktm", max) if "peak" in rows[0] else (0, None)
+    out += element("peak", level(peak))
+    marks = (("lmin", extreme(rows, "lmin", "lmintm", min)[1]), ("lmax", extreme(rows, "lmax", "lmaxtm", max)[1]),
+             ("peak", peak_at))
+    for name, when in marks:
+        out += date(name + "dt", when) + clock(name + "tm", when) if when else element(name + "tm", "00:00:00")
+    first, last = derived(mean[0], log, hours, "mlex")
+    return out + first + "".join(element(k, level(log.get(k, 0))) for k in ("ltm3", "ltm5")) + last + lns
+
+
+def channel_b(log, hours):
+    rows = [r["b"] for r in log["rows"]]
+    mean = single(energy_mean([r["leq"] for r in rows]))
+    out = element("tw", log["twb"]) + element("fw", log["fwb"]) + element("leq", level(mean))
+    out += element("lmin", level(min(r["lmin"] for r in rows))) + element("lmax", level(max(r["lmax"] for r in rows)))
+    out += element("peak", level(max(r["peak"] for r in rows)))
+    if not log["short"]:
+        out += "".join(derived(mean, log, hours, "plex"))
+    return out
+
+
+def log_element(log):
+    rows, interval = log["rows"], log["interval"]
+    start, end = rows[0]["start"], rows[-1]["start"] + timedelta(seconds=interval)
+    hours = (end - start).total_seconds() / 3600
+    out = f'<log name="{escape(log["name"])}">'
+    out += element("md", str(log["mode"] or "")) + flag("calc", True) + element("sl", level(log["shift"]))
+    out += element("cri", str(log["criterion"])) + element("ex", str(log["exchange"]))
+    out += element("lcn", log["location"] if log["mode"] == 0 else "") + element("note", escape(log["note"]))
+    out += date("fdt", log["factory"]) + date("cdt", log["calibrated"]) + clock("ctm", log["calibrated"])
+    out += date("sdt", start) + clock("stm", start) + date("edt", end) + clock("etm", end)
+    out += element("mti", str(log.get("mti", "")))
+    out += flag("ol", any(r.get("ol") for r in rows)) + element("interval", str(interval))
+    out += element("region", log.get("region", "")) if log["short"] else ""
+    out += element("th", log.get("threshold", "")) + element("rng", log.get("range", ""))
+    out += "<ca>" + channel_a(log, hours) + "</ca>"
+    if "b" in rows[0]:
+        out += "<cb>" + channel_b(log, hours) + "</cb>"
+    out += element("intvls", "".join(row_element(r, log) for r in rows))
+    if log.get("cut"):
+        include, ranges = log["cut"]
+        out += f'<cutintvls incl="{"true" if include else "false"}">'
+        out += "".join(element("cutintvl", r) for r in ranges) + "</cutintvls>"
+    out += element("peak-intvls", "".join(
+        element("peak-intvl", clock("peaktm", when) + element("duration", level(seconds)))
+        for when, seconds in log.get("peaks", [])))
+    out += element("dl-intvls", "".join(exposure_row(*r) for r in log.get("table", [])))
+    shown = "".join(flag(f"{name}-{a}-{b}", name in log["shown"][a, b])
+                    for a in (1, 2) for b in (1, 2) for name in log["shown"][a, b])
+    return out + f"<disp>{shown}</disp></log>"
+
+
+def exposure_row(criterion, exchange, when, note, leq, duration, included):
+    return element("dl-intvl", element("cri", str(criterion)) + element("ex", str(exchange)) + date("date", when)
+                   + clock("time", when) + element("note", escape(note)) + element("leq", level(leq))
+                   + element("duration", duration) + flag("is-included", included))
+
+
+def new_log(name, start, interval, **more):
+    log = {"name": name, "mode": 0, "shift": 8, "criterion": 85, "exchange": 3, "location": "IND", "note": "",
+           "factory": datetime(start.year - 1, 11, 4), "calibrated": start - timedelta(minutes=12), "interval": interval,
+           "tw": "Fast", "fw": "A", "short": False, "lns": [], "ln_figures": [], "rows": [],
+           "shown": {(a, b): [] for a in (1, 2) for b in (1, 2)}}
+    log.update(more)
+    return log
+
+
+LEVELS = ["leq", "lmin", "lmax", "peak"]
+
+
+def write(name, collections):
+    text = '<?xml version="1.0"?><instruments>'
+    for title, instrument, serial, kind, firmware, logs in collections:
+        text += f'<instrument-data><instrument-detail name="{escape(title)}" instrument-name="{escape(instrument)}"'
+        text += f' instrument-serial="{escape(serial)}" instrument-type="{kind}"'
+        text += f' instrument-firmware="{level(firmware)}"/><logs>'
+        text += "".join(log_element(log) for log in sorted(logs, key=lambda log: log["mode"]))
+        text += "</logs></instrument-data>"
+    with open(os.path.join(HERE, name), "w", encoding="ascii", newline="") as f:
+        f.write(text + "</instruments>\n")
+
+
+# ---- the files ----------------------------------------------------------------------------------------------------
+
+def shift_dosimeter(rng):
+    start = datetime(2024, 9, 17, 7, 0)
+    # task, minutes, level, spread, crest (dB between Lmax and Peak)
+    tasks = [("set up", 20, 76, 3, (10, 14)), ("grinding", 85, 92, 2.5, (9, 13)), ("walking", 10, 78, 3, (9, 12)),
+             ("break", 20, 60, 4, (12, 18)), ("welding", 95, 87, 3, (9, 14)), ("fork-lift", 25, 82, 2.5, (9, 12)),
+             ("lunch", 30, 63, 4, (12, 18)), ("grinding", 60, 93, 2.5, (9, 13)), ("hammering", 35, 95, 4.5, (20, 32)),
+             ("break", 15, 61, 4, (12, 18)), ("press", 65, 89, 1.5, (10, 14)), ("cleaning", 20, 77, 3, (10, 14))]
+    log = new_log("Broadband 1", start, 60, location="", tw="Slow", threshold="70", range="70-140", mti=28800,
+                  note="Fettler, cell 4. Microphone on the left shoulder; breaks in the canteen.")
+    for task, minutes, base, spread, crest in tasks:
+        for _ in range(minutes):
+            at = start + timedelta(minutes=len(log["rows"]))
+            row = broadband_row(rng, at, 60, walk(rng, base, spread, 60), crest)
+            row["ol"] = row["peak"] > 135
+            log["rows"].append(row)
+    add_row_exposure(log)
+    # this family's tables show no Lmin
+    log["shown"][1, 1] = ["leq", "lmax", "peak", "lex", "dose", "dose-hour", "overload"]
+    log["shown"][1, 2] = ["leq", "lmax", "peak", "lex", "dose", "overload"]
+    write("shift-dosimeter.xml", [("Foundry, day shift", "TR360L", "360417", 0, 2.1, [log])])
+
+
+def night_environment(rng):
+    start = datetime(2024, 6, 11, 22, 0)
+    lns = [5, 10, 50, 90, 95]
+    log = new_log("Broadband 1", start, 900, location="ENV", criterion=90, lns=lns, fwb="C", twb="Fast", range="20-90",
+                  note="Garden of 12 Mill Lane, 1.5 m above the lawn. Wind below 2 m/s, dry.")
+    whole = []
+    for i in range(36):
+        at = start + timedelta(minutes=15 * i)
+        hour = (at.hour + at.minute / 60 - 3) % 24
+        base = 34 + 7 * min(hour, 24 - hour, 5) / 5
+        short = walk(rng, base, 2.2, 900, 0.95)
+        for _ in range(rng.randint(1, 2) if 1 <= at.hour < 4 else rng.randint(4, 11)):     # cars going by
+            top, centre = rng.uniform(50, 66), rng.randrange(900)
+            for k in range(max(0, centre - 25), min(900, centre + 25)):
+                short[k] = energy_sum([short[k], top - ((k - centre) / 5) ** 2])
+        if at.hour in (23, 4):                                                               # a goods train
+            for k in range(300, 380):
+                short[k] = energy_sum([short[k], 68 + rng.gauss(0, 1)])
+        whole += short
+        row = broadband_row(rng, at, 900, short, (11, 16), lns)
+        second_channel(rng, row, 11, 1.5)
+        log["rows"].append(row)
+    log["ln_figures"] = [[percentile(whole, n)] for n in lns]
+    log["shown"] = {(1, 1): LEVELS + ["lex", "dose", "ln1", "ln2", "ln3", "ln4"],
+                    (1, 2): LEVELS + ["ln1", "ln2", "ln3", "ln4"], (2, 1): ["leq", "lmax"], (2, 2): ["leq", "lmax"]}
+    write("night-environment.xml", [("Mill Lane", "TR352", "B8107", 0, 1.4, [log])])
+
+
+def spectrum_log(rng, name, mode, start, seconds, count, shape, spread, **more):
+    """Rows of a band log under Z: every band walks on its own about a level that all share."""
+    log = new_log(name, start, seconds, mode=mode, fw="Z", criterion=85, **more)
+    steps = 6
+    common = walk(rng, 0, spread, count * steps, 0.9, -99)
+    for i in range(count):
+        at = start + timedelta(seconds=i * seconds)
+        samples = [[max(shape(b, i) + common[i * steps + k] + rng.gauss(0, 0.6), 8) for k in range(steps)]
+                   for b in range(len(BANDS[mode]))]
+        samples.insert(0, [energy_sum([s[k] for s in samples]) for k in range(steps)])
+        row = {"start": at, "ln": []}
+        row["leq"], row["lmin"], row["lmax"] = (list(v) for v in zip(*(figures(s) for s in samples)))
+        row["peak"] = round(row["lmax"][0] + rng.uniform(8, 12), 1)
+        row["lmintm"] = row["lmaxtm"] = row["peaktm"] = at + timedelta(seconds=rng.randrange(seconds))
+        log["rows"].append(row)
+    log["shown"] = {(1, 1): LEVELS + ["lex", "dose", "dose-hour"], (1, 2): LEVELS, (2, 1): [], (2, 2): []}
+    return log
+
+
+def machine_survey(rng):
+    start = datetime(2025, 2, 5, 9, 15)
+    # name, spectrum 16 Hz to 16 kHz, spread
+    machines = [("Compressor, idle", [58, 62, 68, 72, 74, 73, 70, 66, 61, 54, 45], 0.8),
+                ("Compressor, loaded", [64, 70, 79, 86, 85, 84, 82, 78, 73, 66, 56], 1.0),
+                ("Circular saw", [52, 55, 60, 66, 74, 82, 90, 97, 99, 94, 85], 3.0),
+                ("Planer", [50, 54, 61, 72, 84, 92, 94, 92, 88, 82, 74], 2.0),
+                ("Extract fan", [70, 74, 80, 79, 76, 72, 68, 63, 57, 50, 41], 0.6)]
+    logs = []
+    for i, (name, levels, spread) in enumerate(machines):
+        at = start + timedelta(minutes=17 * i)
+        logs.append(spectrum_log(rng, name, 1, at, 10, 36 + 6 * i, lambda b, _, v=levels: v[b], spread,
+                                 range="40-110", note=f"{name}: 1 m from the casing, at ear height."))
+    write("machine-survey-octave.xml", [("Joinery, plant room", "Corvane 5", "C50311", 1, 1.2, logs[:2] + logs[4:]),
+                                        ("Joinery, workshop", "Corvane 5", "C50311", 1, 1.2, logs[2:4])])
+
+
+def third_octave(rng):
+    start = datetime(2025, 3, 20, 6, 30)
+    centres = [float(t[:-1]) * 1000 if t.endswith("k") else float(t) for t in THIRDS]
+
+    def shape(b, i):
+        x = math.log2(centres[b] / 500)
+        traffic = 66 - 1.6 * x * x + (5 if 45 <= centres[b] <= 85 else 0)
+        return traffic + 4 * math.sin(i / 150) + (14 if 700 <= i < 820 and THIRDS[b] == "1k" else 0)
+
+    log = spectrum_log(rng, "Third Octave 1", 2, start, 5, 2000, shape, 2.5, range="30-120",
+                       note="Kerb of the ring road; a reversing alarm (1 kHz) shortly before half past seven.")
+    write("third-octave-2000.xml", [("Ring road", "Corvane 5", "C50298", 1, 1.2, [log])])
+
+
+def brevik_short_form(rng):
+    start = datetime(2024, 11, 26, 13, 5)
+    log = new_log("Broadband 1", start, 60, short=True, region="UK", lns=[10, 50, 90], fwb="C", twb="Fast",
+                  threshold="0", note="Packing line 2, beside the operator.", lavg=0)
+    whole = []
+    for i in range(60):
+        base = 70 if 25 <= i < 32 else 83                                                    # the line stands still
+        short = walk(rng, base, 2, 60)
+        whole += short
+        row = broadband_row(rng, start + timedelta(minutes=i), 60, short, (10, 14), log["lns"])
+        row["lex"] = round(exposure(row["leq"][0], 1 / 60), 1)
+        row["le"] = round(row["leq"][0] + 10 * math.log10(60), 1)
+        row["ol"] = i == 47
+        second_channel(rng, row, 3, 0.4)
+        log["rows"].append(row)
+    log["lavg"] = single(energy_mean([r["leq"][0] for r in log["rows"]]) - 0.6)
+    log["ln_figures"] = [[percentile(whole, n)] for n in log["lns"]]
+    log["shown"] = {(1, 1): LEVELS[:3] + ["lex", "dose", "dose-hour", "ln1", "ln2", "ln3"],
+                    (1, 2): LEVELS[:3] + ["lex", "ln1", "ln2", "ln3"], (2, 1): LEVELS, (2, 2): LEVELS}
+    write("brevik-short-form.xml", [("Packing hall", "Brevik SE", "901226", 3, 1.2, [log])])
+
+
+def protector_ac(rng):
+    start = datetime(2025, 1, 14, 8, 30)
+    log = new_log("Broadband 1", start, 30, fwb="C", twb="Fast", range="60-130",
+                  note="Rotary screw compressor hall: low frequencies, C well above A.")
+    for i in range(120):
+        base = 96 if i % 40 < 28 else 90
+        row = broadband_row(rng, start + timedelta(seconds=30 * i), 30, walk(rng, base, 1.2, 60), (9, 12))
+        second_channel(rng, row, 6.5, 0.5)
+        log["rows"].append(row)
+    add_row_exposure(log)
+    log["shown"] = {(1, 1): LEVELS + ["lex", "dose", "dose-hour"], (1, 2): LEVELS + ["lex", "dose"],
+                    (2, 1): LEVELS + ["lex", "dose"], (2, 2): LEVELS}
+    write("protector-ac.xml", [("Compressor hall", "TR326", "A4471", 0, 1.3, [log])])
+
+
+def roadworks_selection(rng):
+    start = datetime(2024, 5, 8, 10, 0)
+    log = new_log("Ca\u00f1ada Road / east", start, 300, location="ENV", criterion=90, exchange=5, lns=[10, 90],
+                  note="Breaker at 10 m; site's own generator runs all day. Rows 13 to 16: ice-cream van, left out.")
+    whole = []
+    for i in range(48):
+        base = 88 if 12 <= i < 16 else 76 if i % 6 < 4 else 65
+        short = walk(rng, base, 3, 150)
+        whole += short
+        log["rows"].append(broadband_row(rng, start + timedelta(minutes=5 * i), 300, short, (10, 16), log["lns"]))
+    add_row_exposure(log)
+    log["ln_figures"] = [[percentile(whole, n)] for n in log["lns"]]
+    log["cut"] = (False, ["13~16"])
+    loud = sorted(log["rows"], key=lambda r: -r["peak"])[:4]
+    log["peaks"] = [(r["peaktm"], single(rng.uniform(0.1, 0.9))) for r in sorted(loud, key=lambda r: r["peaktm"])]
+    log["table"] = [(85, 3, start, "breaking the surface", 91.4, "02:30:00", True),
+                    (85, 3, start + timedelta(hours=3), "loading the lorry", 84.2, "03:15:00", True),
+                    (85, 3, start + timedelta(hours=7), "driver's cab, on the road", 72.8, "01:45:00", True),
+                    (90, 5, start + timedelta(hours=9), "overtime (trial)", 88, "01:00:00", False)]
+    log["shown"] = {(1, 1): LEVELS + ["lex", "dose", "dose-hour", "ln1", "ln2"], (2, 1): [], (2, 2): [],
+                    (1, 2): LEVELS + ["lex", "dose", "ln1", "ln2"]}
+    write("roadworks-selection.xml", [("Road works", "TR324", "A3902", 0, 1.3, [log])])
+
+
+if __name__ == "__main__":
+    for number, make in enumerate((shift_dosimeter, night_environment, machine_survey, third_octave,
+                                   brevik_short_form, protector_ac, roadworks_selection)):
+        make(random.Random(1000 + number))
