@@ -16,10 +16,15 @@ public:
         mode_ = mode;
         values_.assign(static_cast<std::size_t>(lastBand(mode)) + 1, clsValue());
     }
+
     int last() const { return static_cast<int>(values_.size()) - 1; }
+
     clsValue& operator()(int band) { return values_[checked(band)]; }
+
     const clsValue& operator()(int band) const { return values_[checked(band)]; }
+
     clsValue& operator()(std::string_view bandText) { return values_[checked(e(mode_, bandText))]; }
+
     const clsValue& operator()(std::string_view bandText) const { return values_[checked(e(mode_, bandText))]; }
 
 private:
@@ -35,11 +40,16 @@ private:
 class LnValues {
 public:
     void setMode(int mode) {
-        for (BandValues& values : lns_) values.setMode(mode);
+        for (BandValues& values : lns_)
+            values.setMode(mode);
     }
+
     clsValue& operator()(int ln, int band) { return of(ln)(band); }
+
     const clsValue& operator()(int ln, int band) const { return of(ln)(band); }
+
     BandValues& of(int ln) { return lns_[checked(ln)]; } // 1..NumberOfLns
+
     const BandValues& of(int ln) const { return lns_[checked(ln)]; }
 
 private:

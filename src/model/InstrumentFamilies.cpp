@@ -30,21 +30,34 @@ constexpr std::array<std::string_view, 3> kHalcyr = {"TR312", "TR350", "TR360"};
 
 bool IsCorvane(std::string_view name) {
     std::string text = withoutBlanks(name);
-    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    for (char& c : text)
+        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
     return text.find("CORVANE") != std::string::npos;
 }
 
-bool IsMerrowan(std::string_view name) { return !IsCorvane(name) && beginsWithOneOf(name, kMerrowan); }
+bool IsMerrowan(std::string_view name) {
+    return !IsCorvane(name) && beginsWithOneOf(name, kMerrowan);
+}
 
-bool IsOldTallix(std::string_view name) { return !IsCorvane(name) && beginsWithOneOf(name, kOldTallix); }
+bool IsOldTallix(std::string_view name) {
+    return !IsCorvane(name) && beginsWithOneOf(name, kOldTallix);
+}
 
-bool IsOldDoseMeter(std::string_view name) { return IsOldTallix(name) && beginsWithOneOf(name, kOldDose); }
+bool IsOldDoseMeter(std::string_view name) {
+    return IsOldTallix(name) && beginsWithOneOf(name, kOldDose);
+}
 
-bool IsHalcyrMeter(std::string_view name) { return beginsWithOneOf(name, kHalcyr); }
+bool IsHalcyrMeter(std::string_view name) {
+    return beginsWithOneOf(name, kHalcyr);
+}
 
-bool IsHalcyrMeter116E(std::string_view name) { return withoutBlanks(name).starts_with("TR312E"); }
+bool IsHalcyrMeter116E(std::string_view name) {
+    return withoutBlanks(name).starts_with("TR312E");
+}
 
-bool IsHalcyrDoseMeter(std::string_view name) { return withoutBlanks(name).starts_with("TR360L"); }
+bool IsHalcyrDoseMeter(std::string_view name) {
+    return withoutBlanks(name).starts_with("TR360L");
+}
 
 bool IsValidInstrument(std::string_view name) {
     return IsMerrowan(name) || IsOldTallix(name) || IsCorvane(name) || IsHalcyrMeter(name);

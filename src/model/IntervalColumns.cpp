@@ -6,7 +6,8 @@ namespace kestrane {
 
 template <class Self, class Other, class Visit>
 void IntervalColumns::forEachColumn(Self& self, Other& other, Visit visit) {
-    for (std::size_t i = 0; i < self.levels_.size(); ++i) visit(self.levels_[i], other.levels_[i]);
+    for (std::size_t i = 0; i < self.levels_.size(); ++i)
+        visit(self.levels_[i], other.levels_[i]);
     visit(self.IntervalLength, other.IntervalLength);
     visit(self.StartTime, other.StartTime);
     visit(self.LminTimeA, other.LminTimeA);

@@ -25,6 +25,7 @@ template <class T>
 class Column {
 public:
     bool isAbsent() const { return !cells_; }
+
     T at(std::size_t row) const { return cells_ ? cells_.get()[row] : T{}; }
 
     // The first rows cells; empty when the column is absent.
@@ -75,24 +76,36 @@ enum class Quantity : int {
     End
 };
 
-constexpr Quantity lnQuantity(int ln) { return static_cast<Quantity>(static_cast<int>(Quantity::LnA) + ln - 1); } // 1..10
-constexpr bool hasBands(Quantity quantity) { return quantity < Quantity::PeakA; }
+constexpr Quantity lnQuantity(int ln) {
+    return static_cast<Quantity>(static_cast<int>(Quantity::LnA) + ln - 1);
+} // 1..10
+
+constexpr bool hasBands(Quantity quantity) {
+    return quantity < Quantity::PeakA;
+}
 
 class IntervalColumns {
 public:
     std::size_t count() const { return count_; }
+
     std::size_t capacity() const { return capacity_; }
 
     // Room for capacity rows, of which count are in use; rows beyond the old count are 0. Columns keep their values.
     void resize(std::size_t count, std::size_t capacity);
+
     void clear() { count_ = 0; } // keeps the room; rows taken into use later are 0 again
+
     void setCount(std::size_t count);
 
     // band 0..33; single quantities have band 0 only.
     Level level(Quantity quantity, int band, std::size_t row) const { return slot(quantity, band).at(row); }
+
     std::span<const Level> levels(Quantity quantity, int band) const { return slot(quantity, band).cells(count_); }
+
     void setLevel(Quantity quantity, int band, std::size_t row, Level level);
+
     std::span<Level> writeLevels(Quantity quantity, int band) { return slot(quantity, band).write(count_, capacity_); }
+
     void dropLevels(Quantity quantity, int band) { slot(quantity, band).drop(); }
 
     // The columns that are not levels. start dates are calendar numbers, times are seconds since midnight.
@@ -106,6 +119,7 @@ public:
         if (value == T{} && column.isAbsent()) return;
         column.write(count_, capacity_)[row] = value;
     }
+
     template <class T>
     std::span<const T> cells(const Column<T>& column) const {
         return column.cells(count_);
@@ -128,7 +142,9 @@ private:
         const int q = static_cast<int>(quantity);
         return static_cast<std::size_t>(hasBands(quantity) ? q * kBands + band : kBanded * kBands + q - kBanded);
     }
+
     Column<Level>& slot(Quantity quantity, int band) { return levels_[index(quantity, band)]; }
+
     const Column<Level>& slot(Quantity quantity, int band) const { return levels_[index(quantity, band)]; }
 
     // Calls visit(column of self, the same column of other) for every column.

@@ -8,9 +8,8 @@ namespace kestrane {
 namespace {
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
-        return std::tolower(x) == std::tolower(y);
-    });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
 }
 
 const Locale kStoreLocale{};
@@ -27,10 +26,16 @@ void fromSettingsText(std::string_view text, bool& value) {
     }
 }
 
-void fromSettingsText(std::string_view text, std::int16_t& value) { value = toInteger(text, kStoreLocale); }
+void fromSettingsText(std::string_view text, std::int16_t& value) {
+    value = toInteger(text, kStoreLocale);
+}
 
-void fromSettingsText(std::string_view text, float& value) { value = toSingle(text, kStoreLocale); }
+void fromSettingsText(std::string_view text, float& value) {
+    value = toSingle(text, kStoreLocale);
+}
 
-void fromSettingsText(std::string_view text, std::string& value) { value = text; }
+void fromSettingsText(std::string_view text, std::string& value) {
+    value = text;
+}
 
 } // namespace kestrane

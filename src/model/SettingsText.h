@@ -14,10 +14,21 @@ namespace kestrane {
 
 inline constexpr std::string_view kPreferences = "Preferences";
 
-inline std::string settingsText(bool value) { return value ? "True" : "False"; }
-inline std::string settingsText(std::int16_t value) { return std::to_string(value); }
-inline std::string settingsText(float value) { return singleText(value); }
-inline std::string settingsText(const std::string& value) { return value; }
+inline std::string settingsText(bool value) {
+    return value ? "True" : "False";
+}
+
+inline std::string settingsText(std::int16_t value) {
+    return std::to_string(value);
+}
+
+inline std::string settingsText(float value) {
+    return singleText(value);
+}
+
+inline std::string settingsText(const std::string& value) {
+    return value;
+}
 
 // Convert the text of the store; raise 13 or 6 when it is no such value.
 void fromSettingsText(std::string_view text, bool& value); // True, False, Yes, No, or a number

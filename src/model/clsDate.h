@@ -1,4 +1,5 @@
-// A calendar date held as its parts. 1 January 1900 means not set. The year may have two digits, as instruments send it.
+// A calendar date held as its parts. 1 January 1900 means not set. The year may have two digits, as instruments send
+// it.
 #pragma once
 
 #include "model/clsTime.h"
@@ -20,8 +21,8 @@ public:
     // Takes the parts of objPrevDate, then adds intDays when that is above 0 and the date is valid.
     void Copy(const clsDate& objPrevDate, int intDays);
 
-    // From pairs of hexadecimal digits: day in characters 1 and 2, month in 3 and 4, year in the last two. Anything that
-    // is not a date becomes 1 January 1900.
+    // From pairs of hexadecimal digits: day in characters 1 and 2, month in 3 and 4, year in the last two. Anything
+    // that is not a date becomes 1 January 1900.
     void CalcDate(std::string_view strDate);
 
     // The day exists, in a year of 0 to 99 or 1900 to 2100. True of the date that means not set.

@@ -7,7 +7,9 @@ namespace kestrane {
 
 void clsFileInfo::Name(const std::string& name) {
     *this = clsFileInfo();
+
     struct stat status {};
+
     if (stat(name.c_str(), &status) != 0) return;
     name_ = name;
     size_ = status.st_size;

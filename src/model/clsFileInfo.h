@@ -14,8 +14,11 @@ public:
     void Name(const std::string& name);
 
     const std::string& Name() const { return name_; }
-    std::int64_t Size() const { return size_; }                 // bytes
-    CalendarTime Modified() const { return modified_; }         // local time
+
+    std::int64_t Size() const { return size_; } // bytes
+
+    CalendarTime Modified() const { return modified_; } // local time
+
     const std::string& Extension() const { return extension_; } // behind the last ".", without the point
 
 private:

@@ -11,6 +11,7 @@ public:
     float Size = 8; // points
 
     void Copy(const clsFont& objFont) { *this = objFont; }
+
     bool operator==(const clsFont&) const = default;
 };
 

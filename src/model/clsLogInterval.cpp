@@ -14,6 +14,8 @@ void clsLogInterval::Initialize(std::shared_ptr<clsLogShared> shared) {
     LnA.setMode(Mode());
 }
 
-bool clsLogInterval::IsBrevikMeter() const { return kestrane::IsBrevikMeter(InsName); }
+bool clsLogInterval::IsBrevikMeter() const {
+    return kestrane::IsBrevikMeter(InsName);
+}
 
 } // namespace kestrane

@@ -1,5 +1,5 @@
-// One interval row as an object: code fills one and commits it to clsLogIntervals, or asks for a row and gets a new one.
-// Changing it changes nothing in the store until it is committed.
+// One interval row as an object: code fills one and commits it to clsLogIntervals, or asks for a row and gets a new
+// one. Changing it changes nothing in the store until it is committed.
 #pragma once
 
 #include "model/BandValues.h"
@@ -17,10 +17,10 @@ namespace kestrane {
 
 class clsLogInterval {
 public:
-    bool isExcluded = false;           // left out of calculations
-    std::int32_t mLngInterval = 0;     // length of this row, seconds; 0 when only the log knows
-    std::int16_t mIntCriterion = 0;    // dB
-    std::int16_t mIntExchange = 0;     // dB
+    bool isExcluded = false;        // left out of calculations
+    std::int32_t mLngInterval = 0;  // length of this row, seconds; 0 when only the log knows
+    std::int16_t mIntCriterion = 0; // dB
+    std::int16_t mIntExchange = 0;  // dB
     std::shared_ptr<clsLogShared> objLogShared;
     std::string InsName;       // set for saving only
     float FirmwareVersion = 0; // set for saving only
@@ -37,10 +37,15 @@ public:
     LnValues LnA;
 
     void Initialize(std::shared_ptr<clsLogShared> shared);
+
     void Copy(const clsLogInterval& objPrevInterval) { *this = objPrevInterval; }
+
     int Mode() const { return objLogShared->Mode(); }
+
     int e(std::string_view bandText) const { return objLogShared->e(bandText); }
+
     std::string_view eStr(int band) const { return objLogShared->eStr(band); }
+
     bool IsBrevikMeter() const;
 };
 
@@ -49,6 +54,7 @@ struct RowMember {
     Quantity quantity;
     clsValue clsLogInterval::*member;
 };
+
 constexpr RowMember kRowMembers[] = {
     {Quantity::PeakA, &clsLogInterval::PeakA}, {Quantity::DoseA, &clsLogInterval::DoseA},
     {Quantity::LepdA, &clsLogInterval::LepdA}, {Quantity::SELA, &clsLogInterval::SELA},

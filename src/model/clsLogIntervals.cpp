@@ -19,6 +19,7 @@ struct RecordMember {
     double tLogInterval::*calcValue;
     double tLogInterval::*value;
 };
+
 constexpr RecordMember kRecordMembers[] = {
     {Quantity::PeakA, &tLogInterval::PeakACalc, &tLogInterval::PeakA},
     {Quantity::DoseA, &tLogInterval::DoseACalc, &tLogInterval::DoseA},
@@ -43,15 +44,20 @@ struct RecordBands {
     double (tLogInterval::*value)[34];
     BandValues clsLogInterval::*member;
 };
+
 constexpr RecordBands kRecordBands[] = {
     {Quantity::LeqA, &tLogInterval::LeqACalc, &tLogInterval::LeqA, &clsLogInterval::LeqA},
     {Quantity::LminA, &tLogInterval::LminACalc, &tLogInterval::LminA, &clsLogInterval::LminA},
     {Quantity::LmaxA, &tLogInterval::LmaxACalc, &tLogInterval::LmaxA, &clsLogInterval::LmaxA},
 };
 
-Level toLevel(const clsValue& value) { return {value.CalcValue(), value.Value()}; }
+Level toLevel(const clsValue& value) {
+    return {value.CalcValue(), value.Value()};
+}
 
-Level toLevel(double calcValue, double value) { return {static_cast<float>(calcValue), static_cast<float>(value)}; }
+Level toLevel(double calcValue, double value) {
+    return {static_cast<float>(calcValue), static_cast<float>(value)};
+}
 
 void fromLevel(clsValue& value, Level level) {
     value.Value(level.Value);
@@ -91,10 +97,13 @@ void clsLogIntervals::Commit(const clsLogInterval& objInterval, std::int64_t ind
     c.set(c.OverloadedA, at, static_cast<std::uint8_t>(objInterval.OverloadedA));
     c.set(c.OverloadedB, at, static_cast<std::uint8_t>(objInterval.OverloadedB));
     c.set(c.isExcluded, at, static_cast<std::uint8_t>(objInterval.isExcluded));
-    for (const RowMember& m : kRowMembers) c.setLevel(m.quantity, 0, at, toLevel(objInterval.*m.member));
+    for (const RowMember& m : kRowMembers)
+        c.setLevel(m.quantity, 0, at, toLevel(objInterval.*m.member));
     for (int band = 0; band <= lastBand(shared_->Mode()); ++band) {
-        for (const RecordBands& b : kRecordBands) c.setLevel(b.quantity, band, at, toLevel((objInterval.*b.member)(band)));
-        for (int ln = 1; ln <= NumberOfLns; ++ln) c.setLevel(lnQuantity(ln), band, at, toLevel(objInterval.LnA(ln, band)));
+        for (const RecordBands& b : kRecordBands)
+            c.setLevel(b.quantity, band, at, toLevel((objInterval.*b.member)(band)));
+        for (int ln = 1; ln <= NumberOfLns; ++ln)
+            c.setLevel(lnQuantity(ln), band, at, toLevel(objInterval.LnA(ln, band)));
     }
 }
 
@@ -119,10 +128,13 @@ clsLogInterval clsLogIntervals::Item(std::int64_t index) const {
     item.OverloadedA = c.OverloadedA.at(at) != 0;
     item.OverloadedB = c.OverloadedB.at(at) != 0;
     item.isExcluded = c.isExcluded.at(at) != 0;
-    for (const RowMember& m : kRowMembers) fromLevel(item.*m.member, c.level(m.quantity, 0, at));
+    for (const RowMember& m : kRowMembers)
+        fromLevel(item.*m.member, c.level(m.quantity, 0, at));
     for (int band = 0; band <= lastBand(shared_->Mode()); ++band) {
-        for (const RecordBands& b : kRecordBands) fromLevel((item.*b.member)(band), c.level(b.quantity, band, at));
-        for (int ln = 1; ln <= NumberOfLns; ++ln) fromLevel(item.LnA(ln, band), c.level(lnQuantity(ln), band, at));
+        for (const RecordBands& b : kRecordBands)
+            fromLevel((item.*b.member)(band), c.level(b.quantity, band, at));
+        for (int ln = 1; ln <= NumberOfLns; ++ln)
+            fromLevel(item.LnA(ln, band), c.level(lnQuantity(ln), band, at));
     }
     return item;
 }
@@ -208,7 +220,8 @@ void clsLogIntervals::copyData(const std::vector<tLogInterval>& records, std::in
         c.set(c.PeakTimeA, at, r.PeakTimeA);
         c.set(c.OverloadedA, at, static_cast<std::uint8_t>(r.OverloadedA != 0));
         c.set(c.OverloadedB, at, static_cast<std::uint8_t>(r.OverloadedB != 0));
-        for (const RecordMember& m : kRecordMembers) c.setLevel(m.quantity, 0, at, toLevel(r.*m.calcValue, r.*m.value));
+        for (const RecordMember& m : kRecordMembers)
+            c.setLevel(m.quantity, 0, at, toLevel(r.*m.calcValue, r.*m.value));
         for (int band = 0; band < kBandCount; ++band) {
             for (const RecordBands& b : kRecordBands) {
                 c.setLevel(b.quantity, band, at, toLevel((r.*b.calcValue)[band], (r.*b.value)[band]));

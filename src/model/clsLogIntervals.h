@@ -29,9 +29,12 @@ public:
     void setArraySize(std::int64_t size); // exactly size rows, all 0
     void Add(const clsLogInterval& objInterval);
     void Commit(const clsLogInterval& objInterval, std::int64_t index); // raises 9 outside 1..Count
-    clsLogInterval Item(std::int64_t index) const;                     // raises 9 outside 1..Count
+    clsLogInterval Item(std::int64_t index) const;                      // raises 9 outside 1..Count
+
     std::int64_t Count() const { return static_cast<std::int64_t>(columns_.count()); }
+
     std::int64_t Capacity() const { return static_cast<std::int64_t>(columns_.capacity()); }
+
     void Clear() { columns_.clear(); } // the room stays
 
     // Rows intStart to intEnd (0: all) and their selection. Whole copies share their columns until one is written to.
@@ -46,6 +49,7 @@ public:
     void copyData(const IntervalColumns& range, std::int64_t from, std::int64_t to);
 
     const IntervalColumns& Columns() const { return columns_; }
+
     IntervalColumns& Columns() { return columns_; }
 
     // Sets isExcluded of every row by the selection. No ranges: nothing is excluded.

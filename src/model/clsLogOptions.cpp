@@ -48,6 +48,7 @@ struct FontKeys {
     std::string_view name;
     std::string_view size;
 };
+
 constexpr FontKeys kFonts[] = {
     {&clsLogOptions::NoteFont, "CNFName", "CNFSize"},
     {&clsLogOptions::LegendFont, "CLFName", "CLFSize"},

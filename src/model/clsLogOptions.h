@@ -33,8 +33,12 @@ enum Parameter : int {
     eLAvg,
     eTWA
 };
+
 constexpr int ParameterCount = 26;
-constexpr Parameter eLn(int ln) { return static_cast<Parameter>(eLn1 + ln - 1); } // 1..10
+
+constexpr Parameter eLn(int ln) {
+    return static_cast<Parameter>(eLn1 + ln - 1);
+} // 1..10
 
 constexpr int kChannelA = 1;
 constexpr int kChannelB = 2;
@@ -48,7 +52,9 @@ constexpr std::int16_t eChartAs3D = 1;
 class PlotTable {
 public:
     bool operator()(int channel, int kind, int parameter) const { return flags_[index(channel, kind, parameter)]; }
+
     void set(int channel, int kind, int parameter, bool flag) { flags_[index(channel, kind, parameter)] = flag; }
+
     bool operator==(const PlotTable&) const = default;
 
 private:
@@ -73,14 +79,15 @@ struct ParameterInfo {
     unsigned plottable;
     unsigned shown;
 };
+
 const ParameterInfo& parameterInfo(int parameter); // 1..ParameterCount; raises 9 outside
 
 class clsLogOptions {
 public:
     clsLogOptions();
 
-    PlotTable Plottable; // the log can have this quantity at all
-    PlotTable IsPlotted; // the user wants it shown
+    PlotTable Plottable;    // the log can have this quantity at all
+    PlotTable IsPlotted;    // the user wants it shown
     float ExposureTime = 8; // shift length, hours
     std::int16_t ChartStyle = eChartAs2D;
     std::int16_t LineWidth = 20; // 10..60
@@ -88,8 +95,8 @@ public:
 
     void Copy(const clsLogOptions& other) { *this = other; }
 
-    // Reads every key of the store, with the present value as default. A text that cannot be converted leaves the value;
-    // the keys of such texts are added to badKeys. A line width outside 10 to 60 is held to it.
+    // Reads every key of the store, with the present value as default. A text that cannot be converted leaves the
+    // value; the keys of such texts are added to badKeys. A line width outside 10 to 60 is held to it.
     void GetFromRegistry(const SettingsStore& store, std::vector<std::string>& badKeys);
     void SaveToRegistry(SettingsStore& store) const;
 };

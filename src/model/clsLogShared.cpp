@@ -13,20 +13,26 @@ namespace {
 constexpr std::array<std::string_view, 11> kOctaves = {"16", "31.5", "63", "125", "250", "500",
                                                        "1k", "2k",   "4k", "8k",  "16k"};
 constexpr std::array<std::string_view, 33> kThirdOctaves = {
-    "12.5", "16",  "20",  "25",  "31.5", "40", "50",    "63",   "80", "100",  "125",   "160", "200", "250", "315",  "400", "500",
-    "630",  "800", "1k",  "1.25k", "1.6k", "2k", "2.5k", "3.15k", "4k", "5k", "6.3k", "8k",  "10k", "12.5k", "16k", "20k"};
+    "12.5", "16",   "20",    "25",  "31.5", "40",   "50",  "63",  "80",    "100",   "125",
+    "160",  "200",  "250",   "315", "400",  "500",  "630", "800", "1k",    "1.25k", "1.6k",
+    "2k",   "2.5k", "3.15k", "4k",  "5k",   "6.3k", "8k",  "10k", "12.5k", "16k",   "20k"};
 
 std::span<const std::string_view> bandsOf(int mode) {
     switch (mode) {
-    case modeFullOctave: return kOctaves;
-    case modeThirdOctave: return kThirdOctaves;
-    default: return {};
+    case modeFullOctave:
+        return kOctaves;
+    case modeThirdOctave:
+        return kThirdOctaves;
+    default:
+        return {};
     }
 }
 
 } // namespace
 
-int lastBand(int mode) { return static_cast<int>(bandsOf(mode).size()); }
+int lastBand(int mode) {
+    return static_cast<int>(bandsOf(mode).size());
+}
 
 int e(int mode, std::string_view bandText) {
     const auto bands = bandsOf(mode);

@@ -35,9 +35,13 @@ public:
     std::string OctaveType;   // AutoOctave, ManualOctave, LeqOctave or empty
 
     int Mode() const { return mode_; }
+
     void Mode(int mode); // raises kErrorApplication for anything but the three modes, and keeps its value
+
     void Copy(const clsLogShared& objPrevLogShared) { *this = objPrevLogShared; }
+
     int e(std::string_view bandText) const { return kestrane::e(mode_, bandText); }
+
     std::string_view eStr(int band) const { return kestrane::eStr(mode_, band); }
 
 private:

@@ -48,6 +48,7 @@ public:
     // values stay.
     std::vector<std::string> GetFromRegistry(const SettingsStore& store);
     void SaveToRegistry(SettingsStore& store) const;
+
     void Copy(const clsOptions& other) { *this = other; }
 
     // Something differs that a log on display must be redrawn for: a font, the shift length, chart style, line width,

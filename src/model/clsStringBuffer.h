@@ -17,6 +17,7 @@ public:
     explicit clsStringBuffer(std::function<void(std::string_view)> drain);
 
     void initialise();
+
     void append(std::string_view text) {
         if (text.size() > buffer_.size() - length_) makeRoom(text.size());
         text.copy(buffer_.data() + length_, text.size());
@@ -28,10 +29,13 @@ public:
         if (size > buffer_.size() - length_) makeRoom(size);
         return buffer_.data() + length_;
     }
+
     void written(const char* end) { length_ = static_cast<std::size_t>(end - buffer_.data()); }
 
     std::size_t getLength() const { return length_; }
+
     std::string getString() const { return buffer_.substr(0, length_); }
+
     void flush();
 
 private:

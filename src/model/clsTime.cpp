@@ -78,9 +78,8 @@ void clsTime::setTime(std::string_view strTime, const Locale& locale) {
     if (first == std::string_view::npos) return;
     const std::size_t second = strTime.find(':', first + 1);
     const std::string_view hours = strTime.substr(0, first);
-    const std::string_view mins = strTime.substr(first + 1, second == std::string_view::npos
-                                                                ? std::string_view::npos
-                                                                : second - first - 1);
+    const std::string_view mins =
+        strTime.substr(first + 1, second == std::string_view::npos ? std::string_view::npos : second - first - 1);
     const std::string_view secs = second == std::string_view::npos ? std::string_view() : strTime.substr(second + 1);
     if (!isNumeric(hours, locale) || !isNumeric(mins, locale)) return;
     if (!secs.empty() && !isNumeric(secs, locale)) return;

@@ -11,10 +11,14 @@ namespace kestrane {
 
 class clsValue {
 public:
-    float Value() const { return value_; }         // as reported by the instrument or read from a file
+    float Value() const { return value_; } // as reported by the instrument or read from a file
+
     float CalcValue() const { return calcValue_; } // as recalculated; what tables show and files store
+
     void Value(float value) { value_ = calcValue_ = value; }
+
     void CalcValue(float value) { calcValue_ = value; }
+
     void Copy(const clsValue& objValue) { *this = objValue; }
 
     // Text of CalcValue, or of Value with UseOriginal. An empty format is FormatString up to a CalcValue of 1000 and

@@ -1,5 +1,5 @@
-// The flat record of one interval row, as it travels at the border of the store. 34 bands whatever the mode; each figure
-// as CalcValue and Value. Its size is fixed.
+// The flat record of one interval row, as it travels at the border of the store. 34 bands whatever the mode; each
+// figure as CalcValue and Value. Its size is fixed.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +7,7 @@
 namespace kestrane {
 
 #pragma pack(push, 4)
+
 struct tLogInterval {
     std::int32_t IntervalLength; // seconds
     std::int16_t Criterion;
@@ -37,6 +38,7 @@ struct tLogInterval {
     double Pa2hBCalc, Pa2hB;
     std::int16_t OverloadedB; // 0 or -1
 };
+
 #pragma pack(pop)
 
 static_assert(sizeof(tLogInterval) == 7352);

@@ -1,1 +1,132 @@
+// XML without a document tree: loading the bytes of a file, checking them strictly for well-formedness, and walking
+// text that has been checked. A tree of the large data files would cost many times their size, so readers walk the text
+// where it lies. Knows nothing of what the elements mean.
+//
+// The check is that of XML 1.0 without document types: a document type declaration is refused, and with it every entity
+// but the five predefined ones.
 #pragma once
+
+#include "platform/Files.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kestrane {
+
+struct XmlError {
+    std::string Reason; // one sentence with line and column
+};
+
+// The bytes of a document. UTF-16 has been turned into UTF-8; single bytes have been left as they are.
+struct XmlBytes {
+    std::shared_ptr<FileBytes> file;
+    std::size_t begin = 0; // behind the byte order mark
+    bool isUtf8 = true;    // else Windows-1252
+
+    std::string_view text() const { return file->view().substr(begin); }
+};
+
+// Reads a file. By its byte order mark or declaration it is UTF-16, UTF-8 or single bytes; without either, UTF-8 when
+// it is valid, else Windows-1252. Raises the system's error when the file cannot be read; an encoding that is not
+// supported, or bytes that are not what they are said to be, are an XmlError.
+std::optional<XmlError> loadXml(const std::string& path, XmlBytes& bytes);
+
+// Character classes of markup.
+namespace xml {
+
+constexpr unsigned char kNameStart = 1;
+constexpr unsigned char kName = 2;
+constexpr unsigned char kSpace = 4;
+constexpr unsigned char kTextStop = 8; // ends plain text: "<", "&", "]" and what may not stand in a document
+
+constexpr std::array<unsigned char, 256> makeClasses() {
+    std::array<unsigned char, 256> classes{};
+    for (unsigned c = 0; c < 256; ++c) {
+        const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':' || c >= 0x80;
+        const bool isSpace = c == ' ' || c == '\t' || c == '\n' || c == '\r';
+        if (isLetter) classes[c] |= kNameStart | kName;
+        if ((c >= '0' && c <= '9') || c == '-' || c == '.') classes[c] |= kName;
+        if (isSpace) classes[c] |= kSpace;
+        if (c == '<' || c == '&' || c == ']' || (c < 0x20 && !isSpace)) classes[c] |= kTextStop;
+    }
+    return classes;
+}
+
+inline constexpr std::array<unsigned char, 256> kClasses = makeClasses();
+
+inline bool is(char c, unsigned char wanted) {
+    return (kClasses[static_cast<unsigned char>(c)] & wanted) != 0;
+}
+
+} // namespace xml
+
+// An opening tag as the check and the cursor report it. Positions count from the beginning of the text.
+struct XmlTag {
+    std::string_view name;
+    std::size_t begin; // at "<"
+    std::size_t end;   // behind ">"
+    bool hasAttributes;
+    bool isEmpty; // "<name/>"
+};
+
+// Told of the elements while a text is being checked. Everything is called only for text that is well-formed so far.
+class XmlObserver {
+public:
+    virtual ~XmlObserver() = default;
+    virtual void open(const XmlTag& tag,
+                      std::size_t depth) = 0; // depth of the root is 0; closed() follows, if empty, too
+    virtual void close(std::size_t begin, std::size_t end, std::size_t depth) = 0; // of the closing tag
+    virtual void verbatim(std::size_t begin, std::size_t end) = 0; // a comment, CDATA section or processing instruction
+};
+
+// Checks a whole document. Memory: 8 bytes for each open element; nesting past four million levels is refused.
+std::optional<XmlError> checkXml(std::string_view text, bool isUtf8, XmlObserver& observer);
+
+// Walks a piece of checked text, piece by piece.
+class XmlCursor {
+public:
+    enum class Kind { Open, Close, Verbatim, End };
+
+    // text is the whole document; the walk goes from begin to end, both outside of any markup.
+    XmlCursor(std::string_view text, std::size_t begin, std::size_t end) :
+        text_(text.data()), at_(text.data() + begin), end_(text.data() + end) {}
+
+    Kind next();
+
+    const XmlTag& tag() const {
+        return tag_;
+    } // of Open (isEmpty: no Close follows), Close (name, begin, end), Verbatim
+
+    void jump(std::size_t position) { at_ = text_ + position; }
+
+private:
+    const char* text_;
+    const char* at_;
+    const char* end_;
+    XmlTag tag_{};
+};
+
+// An element of checked text.
+struct XmlElement {
+    std::size_t begin = 0;        // at "<"
+    std::size_t contentBegin = 0; // behind the opening tag
+    std::size_t contentEnd = 0;   // at the closing tag; contentBegin for an empty element
+    std::size_t end = 0;          // behind the closing tag
+};
+
+// The value of an attribute of an element, references resolved; nothing when it has none of that name.
+std::optional<std::string> xmlAttribute(const XmlBytes& bytes, const XmlElement& element, std::string_view name);
+
+// Character data with its references resolved, as UTF-8; white space in attribute values is kept as blanks.
+std::string xmlDecode(const XmlBytes& bytes, std::string_view raw);
+
+// A piece of content in its normal serialised form: references resolved and "&", "<", ">" escaped again in character
+// data, tags written without superfluous blanks, comments and CDATA sections as they stand. UTF-8.
+std::string xmlSerialise(const XmlBytes& bytes, std::size_t begin, std::size_t end);
+
+} // namespace kestrane

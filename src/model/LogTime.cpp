@@ -1,0 +1,157 @@
+#include "model/LogTime.h"
+
+#include "model/Session.h"
+#include "platform/Calendar.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+
+#include <cctype>
+#include <cmath>
+#include <unordered_map>
+#include <vector>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::int32_t kDay = 86400; // seconds
+
+std::int32_t wholeRun(const clsLog& log) {
+    const CalendarTime start = log.StartDate.getDate(log.StartTime);
+    const CalendarTime end = log.EndDate.getDate(log.EndTime);
+    return roundToLong((end - start) * kDay);
+}
+
+// Seconds from one row to the next, both counted from 0.
+std::int32_t spacing(const IntervalColumns& rows, std::size_t row, std::size_t next) {
+    const std::int32_t step = rows.StartTime.at(next) - rows.StartTime.at(row);
+    if (step < 0) return step + kDay;
+    return roundToLong(step + (rows.StartDate.at(next) - rows.StartDate.at(row)) * kDay);
+}
+
+// The spacing that occurs most often, the first seen on a tie.
+std::int32_t commonSpacing(const IntervalColumns& rows, bool& isErratic) {
+    std::unordered_map<std::int32_t, std::size_t> counts;
+    std::vector<std::int32_t> inOrder;
+    for (std::size_t row = 0; row + 1 < rows.count(); ++row) {
+        const std::int32_t seconds = spacing(rows, row, row + 1);
+        if (++counts[seconds] == 1) inOrder.push_back(seconds);
+    }
+    isErratic = inOrder.size() > 1;
+    std::int32_t winner = inOrder.front();
+    for (const std::int32_t seconds : inOrder) {
+        if (counts[seconds] > counts[winner]) winner = seconds;
+    }
+    return winner;
+}
+
+// The seconds of stamps that carry whole minutes only, counted on from the start of the log.
+void rebuildSeconds(clsLog& log) {
+    std::int32_t t = log.StartTime.Secs;
+    std::int32_t lastMinute = log.LogIntervals.Item(1).StartTime.Mins;
+    for (std::int64_t index = 2; index <= log.LogIntervals.Count(); ++index) {
+        clsLogInterval row = log.LogIntervals.Item(index);
+        t += log.Interval;
+        if (t >= 60) {
+            t -= 60;
+        }
+        if (t < 60 && row.StartTime.Mins != lastMinute) t = log.StartTime.Secs;
+        lastMinute = row.StartTime.Mins;
+        row.StartTime.Secs = t;
+        log.LogIntervals.Commit(row, index);
+    }
+}
+
+} // namespace
+
+float getTime(const clsLog& log, char unit, bool bForceLogLengthTest, bool bCheckForExcluded) {
+    const clsLogIntervals& rows = log.LogIntervals;
+    std::int32_t seconds = 0;
+    if (log.MeasurementTimeFromInstrument != 0 && !bForceLogLengthTest) {
+        seconds = log.MeasurementTimeFromInstrument;
+    } else if (rows.Count() == 0 || bForceLogLengthTest) {
+        seconds = wholeRun(log);
+        bCheckForExcluded = false;
+    } else {
+        seconds = checkedLong(rows.Count() * log.Interval);
+    }
+    if (bCheckForExcluded && rows.Count() > 0 && !rows.CutIntervals.empty()) {
+        const double included = static_cast<double>(rows.IncludedCount());
+        seconds = roundToLong(included / static_cast<double>(rows.Count()) * seconds);
+    }
+    return getTimeFromSeconds(unit, seconds);
+}
+
+float getTimeFromSeconds(char unit, std::int32_t lngSecs) {
+    const int lower = std::tolower(static_cast<unsigned char>(unit));
+    if (lower == 's') return static_cast<float>(lngSecs);
+    std::int32_t minutes = lngSecs > 0 ? lngSecs / 60 : 0;
+    const std::int32_t remainder = lngSecs - minutes * 60;
+    if (lower == 'm') return static_cast<float>(remainder / 60.0 + minutes);
+    if (lower != 'h') return 0;
+    const std::int32_t hours = minutes / 60;
+    minutes -= hours * 60;
+    const auto partOfHour = static_cast<float>(remainder / 60.0 + minutes);
+    return static_cast<float>(partOfHour / 60.0 + hours);
+}
+
+std::string LogLengthText(const clsLog& log) {
+    std::int32_t seconds = 0;
+    try {
+        seconds = roundToLong(getTime(log, 's', false, false));
+    } catch (const RuntimeError&) {
+        return {};
+    }
+    if (seconds <= 0) return {};
+    const CivilDate day = toCivil(fromCivil({1900, 1, 1}) + seconds / kDay);
+    const std::int32_t rest = seconds % kDay;
+    return DurationText(log.session(), (day.Day - 1) * 24 + rest / 3600, rest / 60 % 60, rest % 60);
+}
+
+bool IsLnCumulativeValid(const clsLog& log, int channel, int ln) {
+    if (channel != kChannelA || log.LnNumberA(ln) == 0) return false;
+    return log.IsZoomed ? log.IsParent5Mins : getTime(log, 'm', false, true) >= 5.0F;
+}
+
+void SetInterval(clsLog& log) {
+    const IntervalColumns& rows = log.LogIntervals.Columns();
+    if (rows.count() >= 2) log.Interval = commonSpacing(rows, log.IsErraticIntervals);
+    if (log.Interval != 0 && !(log.IsErraticIntervals && log.Interval < 60)) return;
+    const bool isRebuilt = log.Interval == 0;
+    std::int32_t average = 0;
+    try {
+        if (rows.count() == 0) return;
+        average = roundToLong(getTime(log, 's', true, false) / static_cast<double>(rows.count()));
+    } catch (const RuntimeError&) {
+        return;
+    }
+    for (const std::int32_t length : {30, 20, 10}) {
+        if (average >= length) {
+            log.Interval = length;
+            break;
+        }
+    }
+    if (isRebuilt) rebuildSeconds(log);
+}
+
+void SetSampleDates(clsLog& log) {
+    std::int32_t days = 0;
+    std::int32_t before = 0;
+    for (std::int64_t index = 1; index <= log.LogIntervals.Count(); ++index) {
+        clsLogInterval row = log.LogIntervals.Item(index);
+        const std::int32_t now = row.StartTime.getTimeAsSeconds();
+        if (index > 1) {
+            std::int32_t step = now - before;
+            if (step == 0) step = log.Interval;
+            while (step < 1) {
+                step += kDay;
+                ++days;
+            }
+        }
+        before = now;
+        row.StartDate.Copy(log.StartDate, days);
+        log.LogIntervals.Commit(row, index);
+    }
+}
+
+} // namespace kestrane

@@ -1,0 +1,103 @@
+// The process-wide values of the program in one object, filled at start; a test makes its own. Owns the open documents.
+// Services of the platform and of the frame are reached through it and belong to whoever made them.
+#pragma once
+
+#include "model/clsFile.h"
+#include "model/clsOptions.h"
+#include "platform/Clock.h"
+#include "platform/EventPump.h"
+#include "platform/Locale.h"
+#include "platform/Message.h"
+#include "platform/Settings.h"
+#include "resources/Texts.h"
+#include "resources/basSoftwareByFirm.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+// Texts that tables, charts and reports use everywhere, loaded once.
+struct LabelTexts {
+    explicit LabelTexts(const Texts& texts);
+
+    std::string YesMark, NoMark, Yes, No;
+    std::string Leq, Lmin, Lmax, Peak;
+    std::string WeightedLeq, WeightedLmin, WeightedLmax, WeightedPeak; // "^" is the weighting letter
+    std::string Lepd, LepdET, LepdMT, Dose, DoseET, DoseMT, DoseHour, DoseHourShort;
+    std::string ExchangeRate, SEL, LAvg, TWA, Ltm3, Ltm5, Pa2h, Overload;
+};
+
+// What the logic asks of the frame. The default does nothing: a program without windows.
+class Frame {
+public:
+    enum class Panel { Status, Process, Error };
+
+    virtual ~Frame() = default;
+
+    virtual void SetPanel(Panel, const std::string& /*text*/) {}
+
+    virtual void EnableMenusAndButtons() {}
+
+    virtual void RebuildExplorerTrees() {}
+};
+
+class BackgroundServer; // server/
+
+struct Session {
+    Session(const std::string& companyName, Locale locale, SettingsStore& settings, MessageInterface& messages,
+            EventPump& pump, Clock& clock);
+    ~Session();
+
+    const Brand brand;
+    const Texts texts;
+    const LabelTexts labels;
+    const Locale locale;
+    SettingsStore& settings;
+    MessageInterface& messages;
+    EventPump& pump;
+    Clock& clock;
+    Frame* frame;                       // never null
+    BackgroundServer* server = nullptr; // null: nothing loads or recalculates in the background
+
+    clsOptions Options;
+    std::vector<std::unique_ptr<clsFile>> OpenFiles;
+    std::vector<std::string> RecentFiles; // at most four names, the most recent first
+
+    std::string LoadText(int id) const { return texts.LoadText(id); }
+
+    // The one message box. An empty title is the application's; while background work runs the box is system-modal.
+    Button ShowMessage(const std::string& prompt, int flags, const std::string& title = {});
+
+    bool IsIdle() const; // no log of any open file is loading or recalculating
+    clsFile* fileById(int fileId) const;
+
+private:
+    Frame windowless_;
+};
+
+// Calls visit(log) for every log of the open files.
+template <class Visit>
+void forEachLog(const Session& session, Visit visit) {
+    for (const auto& file : session.OpenFiles) {
+        for (const auto& data : file->InstrumentDatas) {
+            for (const auto* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
+                for (const auto& log : *logs)
+                    visit(*log);
+            }
+        }
+    }
+}
+
+constexpr std::string_view kApplicationTitle = "Kestrane";
+
+// Colours of marked cells, red, green, blue.
+struct Colour {
+    int red, green, blue;
+};
+
+constexpr Colour HighlightColour = {255, 100, 100};
+constexpr Colour SelectColour = {185, 228, 255};
+
+} // namespace kestrane

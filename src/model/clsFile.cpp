@@ -1,0 +1,76 @@
+#include "model/clsFile.h"
+
+#include "model/Session.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace kestrane {
+
+namespace {
+
+std::size_t lastSeparator(const std::string& name) {
+    return name.find_last_of("/\\");
+}
+
+} // namespace
+
+bool clsFile::IsInCollection() const {
+    return FileId > 0 && session_.fileById(FileId) != nullptr;
+}
+
+std::string clsFile::ShortenedFileName() const {
+    const std::size_t separator = lastSeparator(FileName);
+    return separator == std::string::npos ? FileName : FileName.substr(separator + 1);
+}
+
+void clsFile::RenameFile(const std::string& strNewFileName) {
+    if (JustAcquired()) {
+        FileName = strNewFileName;
+        return;
+    }
+    std::string name = strNewFileName;
+    if (name.starts_with('.') || lastSeparator(name) == std::string::npos) {
+        name = FileName.substr(0, lastSeparator(FileName) + 1) + name;
+    }
+    if (name != FileName && fileExists(name)) throw RuntimeError(EEXIST, std::strerror(EEXIST));
+    if (std::rename(FileName.c_str(), name.c_str()) != 0) throw RuntimeError(errno, std::strerror(errno));
+    FileName = name;
+}
+
+void clsFile::append(const clsInsData& objInsData, bool blnCut, int intAfter) {
+    auto data = std::make_unique<clsInsData>(session_);
+    data->Copy(objInsData, true);
+    data->InsDataId = 0;
+    for (const LogCollection* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
+        for (const auto& log : *logs) {
+            log->LogId = 0;
+            if (!blnCut) log->Selected = false;
+        }
+    }
+    const auto at = intAfter == 0 ? InstrumentDatas.begin()
+                                  : placeBehind(
+                                        InstrumentDatas, [](const clsInsData& d) { return d.InsDataId; }, intAfter);
+    InstrumentDatas.insert(at, std::move(data));
+}
+
+void clsFile::CopyDoseLogSamples() {
+    for (const auto& data : InstrumentDatas) {
+        for (const LogCollection* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
+            for (const auto& log : *logs)
+                log->CopyDoseLogSamples();
+        }
+    }
+}
+
+clsInsData* clsFile::dataById(int insDataId) const {
+    const auto found = std::find_if(InstrumentDatas.begin(), InstrumentDatas.end(),
+                                    [&](const auto& data) { return data->InsDataId == insDataId; });
+    return found == InstrumentDatas.end() ? nullptr : found->get();
+}
+
+} // namespace kestrane

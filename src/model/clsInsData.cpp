@@ -1,0 +1,64 @@
+#include "model/clsInsData.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrane {
+
+void clsInsData::InsName(std::string_view name) {
+    const std::size_t first = name.find_first_not_of(' ');
+    insName_ = first == std::string_view::npos ? std::string_view()
+                                               : name.substr(first, name.find_last_not_of(' ') - first + 1);
+}
+
+void clsInsData::Copy(const clsInsData& objPrevInsData, bool bCopyLogs) {
+    InsDataId = objPrevInsData.InsDataId;
+    Expanded = objPrevInsData.Expanded;
+    ExpandedL = objPrevInsData.ExpandedL;
+    ExpandedO = objPrevInsData.ExpandedO;
+    ExpandedT = objPrevInsData.ExpandedT;
+    FirmwareVersion = objPrevInsData.FirmwareVersion;
+    InsSerial = objPrevInsData.InsSerial;
+    InsType = objPrevInsData.InsType;
+    NameX = objPrevInsData.NameX;
+    IsBrevikS = objPrevInsData.IsBrevikS;
+    IsBrevikE = objPrevInsData.IsBrevikE;
+    IsBrevikSE = objPrevInsData.IsBrevikSE;
+    insName_ = objPrevInsData.insName_;
+    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+        LogCollection& logs = logsOf(mode);
+        logs.clear();
+        if (!bCopyLogs) continue;
+        for (const auto& log : objPrevInsData.logsOf(mode)) {
+            logs.push_back(std::make_unique<clsLog>(session_));
+            logs.back()->Copy(*log, 0, 0);
+        }
+    }
+}
+
+void clsInsData::append(const clsLog& objLog, int intAfter) {
+    auto copy = std::make_unique<clsLog>(session_);
+    copy->Copy(objLog, 0, 0);
+    copy->LogId = 0;
+    copy->Selected = false;
+    append(std::move(copy), intAfter);
+}
+
+void clsInsData::append(std::unique_ptr<clsLog> objLog, int intAfter) {
+    LogCollection& logs = logsOf(objLog->Mode());
+    const auto at = intAfter != 0
+                        ? placeBehind(
+                              logs, [](const clsLog& log) { return log.LogId; }, intAfter)
+                        : std::find_if(logs.begin(), logs.end(), [](const auto& log) { return log->LogId != 0; });
+    logs.insert(at, std::move(objLog));
+}
+
+const LogCollection& clsInsData::logsOf(int mode) const {
+    return mode == modeBroadband ? Locations : mode == modeFullOctave ? Octaves : ThirdOctaves;
+}
+
+LogCollection& clsInsData::logsOf(int mode) {
+    return const_cast<LogCollection&>(std::as_const(*this).logsOf(mode));
+}
+
+} // namespace kestrane

@@ -1,0 +1,66 @@
+// One instrument data collection: what came from one instrument in one download, or the like part of a file. Owns its
+// logs, in three collections by mode. Owned by a clsFile.
+#pragma once
+
+#include "model/clsLog.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+using LogCollection = std::vector<std::unique_ptr<clsLog>>;
+
+class clsInsData {
+public:
+    explicit clsInsData(Session& session) : session_(session) {}
+
+    Session& session() const { return session_; }
+
+    std::int16_t InsDataId = 0; // identity within the file; 0 until the identity pass
+    bool Expanded = false, ExpandedL = false, ExpandedO = false, ExpandedT = false;
+    float FirmwareVersion = 0;
+    std::string InsSerial;
+    std::int16_t InsType = 0;
+    std::string NameX; // the user's name for the collection
+    LogCollection Locations, Octaves, ThirdOctaves;
+    bool IsBrevikS = false, IsBrevikE = false, IsBrevikSE = false; // set at download
+
+    const std::string& InsName() const { return insName_; }
+
+    void InsName(std::string_view name); // trimmed
+
+    // All simple fields; the logs too with bCopyLogs, as whole copies.
+    void Copy(const clsInsData& objPrevInsData, bool bCopyLogs);
+
+    // Adds a log to the collection of its mode: a copy, or with blnCut the log itself. It goes behind the log with
+    // LogId intAfter and behind those with LogId 0 that follow it; with 0, before the first log whose LogId is not 0.
+    void append(const clsLog& objLog, int intAfter);
+    void append(std::unique_ptr<clsLog> objLog, int intAfter);
+
+    LogCollection& logsOf(int mode);
+    const LogCollection& logsOf(int mode) const;
+
+    bool hasLogs() const { return !Locations.empty() || !Octaves.empty() || !ThirdOctaves.empty(); }
+
+private:
+    Session& session_;
+    std::string insName_;
+};
+
+// Where a new item with identity 0 goes among items (see append): behind the one with identity after and the new ones
+// that follow it; at the end when no item has that identity.
+template <class Item, class Identity>
+auto placeBehind(std::vector<Item>& items, Identity identity, int after) {
+    auto at = items.begin();
+    while (at != items.end() && identity(**at) != after)
+        ++at;
+    if (at != items.end()) ++at;
+    while (at != items.end() && identity(**at) == 0)
+        ++at;
+    return at;
+}
+
+} // namespace kestrane
