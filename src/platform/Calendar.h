@@ -18,8 +18,10 @@ struct CivilDate {
 
 bool isCivilDate(int year, int month, int day); // the day exists; year 1..9999
 CalendarTime fromCivil(const CivilDate& date, std::int64_t secondsOfDay = 0);
+
+// Of the nearest second. Raise 6 outside of the years 1..9999.
 CivilDate toCivil(CalendarTime time);
-std::int32_t secondsOfDay(CalendarTime time); // 0..86399, nearest second
+std::int32_t secondsOfDay(CalendarTime time); // 0..86399
 
 // 0..29 is 2000..2029, 30..99 is 1930..1999, other years stay.
 int expandTwoDigitYear(int year);

@@ -1,0 +1,239 @@
+#include "platform/Numbers.h"
+
+#include "platform/RuntimeError.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <optional>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::uint64_t kExactSingle = 1U << 24; // whole numbers up to here are singles
+constexpr int kMantissaDigits = 19;              // that fit 64 bits whatever they are
+
+// The powers of ten that are singles: a quotient or product of two exact singles is rounded once, so correctly.
+constexpr std::array<float, 11> kPowers = {1e0F, 1e1F, 1e2F, 1e3F, 1e4F, 1e5F, 1e6F, 1e7F, 1e8F, 1e9F, 1e10F};
+
+struct Decimal {
+    const char* begin = nullptr; // the number without blanks and plus sign
+    const char* end = nullptr;
+    bool isNegative = false;
+    std::uint64_t mantissa = 0;  // the first significant digits
+    std::int64_t digits = 0;     // significant digits, leading zeros not counted
+    std::int64_t decimals = 0;   // digits behind the point
+    std::int64_t powerOfTen = 0; // the written exponent
+};
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+// Takes digits from p on, returns whether there was one.
+inline bool scanDigits(const char*& p, const char* end, Decimal& number) {
+    const char* const begin = p;
+    for (; p < end; ++p) {
+        const unsigned digit = static_cast<unsigned char>(*p) - unsigned{'0'};
+        if (digit > 9) break;
+        if (number.digits < kMantissaDigits) number.mantissa = number.mantissa * 10 + digit;
+        number.digits += number.mantissa != 0 ? 1 : 0;
+    }
+    return p != begin;
+}
+
+// Fills number from text with the separator "."; false when text is not numeric.
+inline bool scan(std::string_view text, Decimal& number) {
+    const char* p = text.data();
+    const char* end = p + text.size();
+    while (p < end && isBlank(*p))
+        ++p;
+    while (p < end && isBlank(end[-1]))
+        --end;
+    if (p < end && (*p == '+' || *p == '-')) number.isNegative = *p++ == '-';
+    number.begin = p - (number.isNegative ? 1 : 0);
+    number.end = end;
+    bool hasDigit = scanDigits(p, end, number);
+    if (p < end && *p == '.') {
+        const char* const fraction = ++p;
+        hasDigit |= scanDigits(p, end, number);
+        number.decimals = p - fraction;
+    }
+    if (!hasDigit) return false;
+    if (p == end) return true;
+    if (*p != 'E' && *p != 'e') return false;
+    ++p;
+    const bool isDown = p < end && *p == '-';
+    if (p < end && (*p == '-' || *p == '+')) ++p;
+    Decimal exponent;
+    if (!scanDigits(p, end, exponent) || p != end) return false;
+    constexpr std::uint64_t kEndless = 1'000'000'000'000; // beyond any number of digits
+    const auto power = static_cast<std::int64_t>(exponent.mantissa < kEndless ? exponent.mantissa : kEndless);
+    number.powerOfTen = isDown ? -power : power;
+    return true;
+}
+
+// The nearest Real, 0 on underflow. Raises 6 on overflow.
+template <class Real>
+Real convert(const Decimal& number) {
+    Real value = 0;
+    const auto result = std::from_chars(number.begin, number.end, value);
+    const bool isOut = result.ec == std::errc::result_out_of_range || std::isinf(value);
+    if (!isOut) return value;
+    if (number.digits - number.decimals + number.powerOfTen > 0) raiseOverflow();
+    return 0;
+}
+
+// text with the separator ".", nothing when it uses "." for anything else.
+std::optional<std::string> withPoint(std::string_view text, const Locale& locale) {
+    std::string result(text);
+    const std::string& separator = locale.DecimalSeparator;
+    if (separator == "." || separator.empty()) return result;
+    if (result.find('.') != std::string::npos) return std::nullopt;
+    if (const auto at = result.find(separator); at != std::string::npos) {
+        result.erase(at, separator.size() - 1);
+        result[at] = '.';
+    }
+    return result;
+}
+
+template <class Real>
+Real toReal(std::string_view text, const Locale& locale) {
+    const auto plain = withPoint(text, locale);
+    Decimal number;
+    if (!plain || !scan(*plain, number)) raiseTypeMismatch();
+    return convert<Real>(number);
+}
+
+template <class Whole>
+Whole roundTo(double value) {
+    const double whole = std::nearbyint(value);
+    if (!(whole >= std::numeric_limits<Whole>::min() && whole <= std::numeric_limits<Whole>::max())) raiseOverflow();
+    return static_cast<Whole>(whole);
+}
+
+template <class Whole>
+Whole checked(std::int64_t value) {
+    if (value < std::numeric_limits<Whole>::min() || value > std::numeric_limits<Whole>::max()) raiseOverflow();
+    return static_cast<Whole>(value);
+}
+
+// "000001002...999", and room to copy three characters from anywhere.
+constexpr auto kThreeDigits = [] {
+    std::array<char, 3002> table{};
+    for (std::size_t i = 0; i < 1000; ++i) {
+        table[3 * i] = static_cast<char>('0' + i / 100);
+        table[3 * i + 1] = static_cast<char>('0' + i / 10 % 10);
+        table[3 * i + 2] = static_cast<char>('0' + i % 10);
+    }
+    return table;
+}();
+
+// Writes count of the three digits of number (0..999) from first on; spoils up to three characters.
+inline char* putDigits(char* out, unsigned number, int first, int count) {
+    std::memcpy(out, kThreeDigits.data() + 3 * number + first, 3);
+    return out + count;
+}
+
+} // namespace
+
+bool isNumeric(std::string_view text, const Locale& locale) {
+    const auto plain = withPoint(text, locale);
+    Decimal number;
+    return plain && scan(*plain, number);
+}
+
+double toDouble(std::string_view text, const Locale& locale) {
+    return toReal<double>(text, locale);
+}
+
+float toSingle(std::string_view text, const Locale& locale) {
+    return toReal<float>(text, locale);
+}
+
+std::int16_t toInteger(std::string_view text, const Locale& locale) {
+    return roundToInteger(toDouble(text, locale));
+}
+
+std::int32_t toLong(std::string_view text, const Locale& locale) {
+    return roundToLong(toDouble(text, locale));
+}
+
+std::int16_t roundToInteger(double value) {
+    return roundTo<std::int16_t>(value);
+}
+
+std::int32_t roundToLong(double value) {
+    return roundTo<std::int32_t>(value);
+}
+
+std::int16_t checkedInteger(std::int64_t value) {
+    return checked<std::int16_t>(value);
+}
+
+std::int32_t checkedLong(std::int64_t value) {
+    return checked<std::int32_t>(value);
+}
+
+float checkedSingle(double value) {
+    const auto single = static_cast<float>(value);
+    if (!std::isfinite(single)) raiseOverflow();
+    return single;
+}
+
+char* writeSingle(char* out, float value) {
+    float magnitude = value;
+    if (value < 0) {
+        *out++ = '-';
+        magnitude = -value;
+    }
+    // Below 8192 singles lie closer than thousandths, so at most one number of thousandths reads back to this single,
+    // and without its trailing zeros it is the shortest such text.
+    if (magnitude < 8192) {
+        const auto thousandths = static_cast<unsigned>(static_cast<double>(magnitude) * 1000 + 0.5);
+        if (static_cast<float>(thousandths) / 1000.0F == magnitude) {
+            const unsigned whole = thousandths / 1000;
+            const unsigned part = thousandths % 1000;
+            if (whole >= 1000) *out++ = static_cast<char>('0' + whole / 1000);
+            const int wholeDigits = whole >= 100 ? 3 : whole >= 10 ? 2 : 1;
+            out = putDigits(out, whole % 1000, 3 - wholeDigits, wholeDigits);
+            if (part == 0) return out;
+            *out++ = '.';
+            return putDigits(out, part, 0, part % 100 == 0 ? 1 : part % 10 == 0 ? 2 : 3);
+        }
+    }
+    const bool isPlain = magnitude >= 0.0001F && magnitude < 1e7F;
+    const auto result = std::to_chars(out, out + kSingleTextSize - 1, magnitude,
+                                      isPlain ? std::chars_format::fixed : std::chars_format::scientific);
+    if (!isPlain) {
+        if (auto* const e = static_cast<char*>(std::memchr(out, 'e', static_cast<std::size_t>(result.ptr - out))))
+            *e = 'E';
+    }
+    return result.ptr;
+}
+
+std::string singleText(float value) {
+    char text[kSingleTextSize];
+    return std::string(text, writeSingle(text, value));
+}
+
+bool readSingle(std::string_view text, float& value) {
+    Decimal number;
+    if (!scan(text, number)) return false;
+    const std::int64_t power = number.powerOfTen - number.decimals;
+    constexpr std::int64_t kMost = kPowers.size() - 1;
+    if (number.digits <= kMantissaDigits && number.mantissa <= kExactSingle && power >= -kMost && power <= kMost) {
+        const auto mantissa = static_cast<float>(number.mantissa);
+        const float magnitude = power < 0 ? mantissa / kPowers[static_cast<std::size_t>(-power)]
+                                          : mantissa * kPowers[static_cast<std::size_t>(power)];
+        value = number.isNegative ? -magnitude : magnitude;
+    } else {
+        value = convert<float>(number);
+    }
+    return true;
+}
+
+} // namespace kestrane
