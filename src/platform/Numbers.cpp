@@ -13,67 +13,68 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::uint64_t kExactSingle = 1U << 24; // whole numbers up to here are singles
-constexpr int kMantissaDigits = 19;              // that fit 64 bits whatever they are
+constexpr std::uint32_t kExactSingle = 1U << 24; // whole numbers up to here are singles
 
-// The powers of ten that are singles: a quotient or product of two exact singles is rounded once, so correctly.
-constexpr std::array<float, 11> kPowers = {1e0F, 1e1F, 1e2F, 1e3F, 1e4F, 1e5F, 1e6F, 1e7F, 1e8F, 1e9F, 1e10F};
+// Powers of ten that are singles: the quotient of two exact singles is rounded once, so correctly.
+constexpr std::array<float, 9> kPowers = {1e0F, 1e1F, 1e2F, 1e3F, 1e4F, 1e5F, 1e6F, 1e7F, 1e8F};
 
 struct Decimal {
     const char* begin = nullptr; // the number without blanks and plus sign
     const char* end = nullptr;
-    bool isNegative = false;
-    std::uint64_t mantissa = 0;  // the first significant digits
-    std::int64_t digits = 0;     // significant digits, leading zeros not counted
-    std::int64_t decimals = 0;   // digits behind the point
-    std::int64_t powerOfTen = 0; // the written exponent
+    std::int64_t digits = 0;   // significant digits, leading zeros not counted
+    std::int64_t decimals = 0; // digits behind the point
+    std::int64_t exponent = 0; // as written
 };
 
 bool isBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-// Takes digits from p on, returns whether there was one.
-inline bool scanDigits(const char*& p, const char* end, Decimal& number) {
+// The value of a decimal digit, above 9 for any other character.
+unsigned digitOf(char c) {
+    return static_cast<unsigned char>(c) - unsigned{'0'};
+}
+
+// Steps over digits and counts the significant ones; false when there is none.
+bool takeDigits(const char*& p, const char* end, std::int64_t& significant) {
     const char* const begin = p;
-    for (; p < end; ++p) {
-        const unsigned digit = static_cast<unsigned char>(*p) - unsigned{'0'};
-        if (digit > 9) break;
-        if (number.digits < kMantissaDigits) number.mantissa = number.mantissa * 10 + digit;
-        number.digits += number.mantissa != 0 ? 1 : 0;
-    }
+    for (; p < end && digitOf(*p) <= 9; ++p)
+        if (significant > 0 || *p != '0') ++significant;
     return p != begin;
 }
 
 // Fills number from text with the separator "."; false when text is not numeric.
-inline bool scan(std::string_view text, Decimal& number) {
+bool scan(std::string_view text, Decimal& number) {
     const char* p = text.data();
     const char* end = p + text.size();
     while (p < end && isBlank(*p))
         ++p;
     while (p < end && isBlank(end[-1]))
         --end;
-    if (p < end && (*p == '+' || *p == '-')) number.isNegative = *p++ == '-';
-    number.begin = p - (number.isNegative ? 1 : 0);
+    const bool isNegative = p < end && *p == '-';
+    if (p < end && (*p == '+' || *p == '-')) ++p;
+    number.begin = isNegative ? p - 1 : p;
     number.end = end;
-    bool hasDigit = scanDigits(p, end, number);
+
+    bool hasDigit = takeDigits(p, end, number.digits);
     if (p < end && *p == '.') {
         const char* const fraction = ++p;
-        hasDigit |= scanDigits(p, end, number);
+        hasDigit |= takeDigits(p, end, number.digits);
         number.decimals = p - fraction;
     }
     if (!hasDigit) return false;
     if (p == end) return true;
+
     if (*p != 'E' && *p != 'e') return false;
     ++p;
     const bool isDown = p < end && *p == '-';
     if (p < end && (*p == '-' || *p == '+')) ++p;
-    Decimal exponent;
-    if (!scanDigits(p, end, exponent) || p != end) return false;
-    constexpr std::uint64_t kEndless = 1'000'000'000'000; // beyond any number of digits
-    const auto power = static_cast<std::int64_t>(exponent.mantissa < kEndless ? exponent.mantissa : kEndless);
-    number.powerOfTen = isDown ? -power : power;
-    return true;
+    if (p == end) return false;
+    constexpr std::int64_t kEndless = 1'000'000'000'000; // beyond any number of digits
+    for (; p < end && digitOf(*p) <= 9; ++p)
+        if (number.exponent < kEndless) number.exponent = number.exponent * 10 + digitOf(*p);
+    if (isDown) number.exponent = -number.exponent;
+    return p == end;
 }
 
 // The nearest Real, 0 on underflow. Raises 6 on overflow.
@@ -83,7 +84,7 @@ Real convert(const Decimal& number) {
     const auto result = std::from_chars(number.begin, number.end, value);
     const bool isOut = result.ec == std::errc::result_out_of_range || std::isinf(value);
     if (!isOut) return value;
-    if (number.digits - number.decimals + number.powerOfTen > 0) raiseOverflow();
+    if (number.digits - number.decimals + number.exponent > 0) raiseOverflow();
     return 0;
 }
 
@@ -221,18 +222,36 @@ std::string singleText(float value) {
 }
 
 bool readSingle(std::string_view text, float& value) {
+    // A level as the program writes it: a sign at most, and few enough digits to be an exact single before the
+    // division.
+    constexpr std::size_t kShort = 9;
+    if (text.size() <= kShort) {
+        const char* p = text.data();
+        const char* const end = p + text.size();
+        const bool isNegative = p < end && *p == '-';
+        if (isNegative) ++p;
+        const char* const begin = p;
+        std::uint32_t mantissa = 0;
+        const auto take = [&] {
+            for (; p < end && digitOf(*p) <= 9; ++p)
+                mantissa = mantissa * 10 + digitOf(*p);
+        };
+        take();
+        const char* const point = p;
+        if (p > begin && p < end && *p == '.') {
+            ++p;
+            take();
+        }
+        if (p == end && p > begin && mantissa <= kExactSingle) {
+            const auto decimals = static_cast<std::size_t>(p > point ? p - point - 1 : 0);
+            const float magnitude = static_cast<float>(mantissa) / kPowers[decimals];
+            value = isNegative ? -magnitude : magnitude;
+            return true;
+        }
+    }
     Decimal number;
     if (!scan(text, number)) return false;
-    const std::int64_t power = number.powerOfTen - number.decimals;
-    constexpr std::int64_t kMost = kPowers.size() - 1;
-    if (number.digits <= kMantissaDigits && number.mantissa <= kExactSingle && power >= -kMost && power <= kMost) {
-        const auto mantissa = static_cast<float>(number.mantissa);
-        const float magnitude = power < 0 ? mantissa / kPowers[static_cast<std::size_t>(-power)]
-                                          : mantissa * kPowers[static_cast<std::size_t>(power)];
-        value = number.isNegative ? -magnitude : magnitude;
-    } else {
-        value = convert<float>(number);
-    }
+    value = convert<float>(number);
     return true;
 }
 
