@@ -39,6 +39,7 @@ FileBytes::FileBytes(std::size_t size) : size_(size), mapped_(size) {
     if (size == 0) return;
     void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) raiseSystemError(errno);
+    madvise(memory, size, MADV_HUGEPAGE); // first touch takes a third of the time
     data_ = static_cast<char*>(memory);
 }
 
