@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -34,6 +35,7 @@ public:
     // The cells to write to, none of them shared with a copy; makes the column, all 0, when it is absent.
     std::span<T> write(std::size_t rows, std::size_t capacity) {
         if (!cells_ || cells_.use_count() > 1) resize(rows, capacity);
+        std::atomic_thread_fence(std::memory_order_acquire); // a worker may just have let go of its share
         return {cells_.get(), rows};
     }
 

@@ -185,6 +185,7 @@ bool clsLog::IsOldDoseMeter() const {
 }
 
 void clsLog::Copy(const clsLog& objPrevLog, std::int64_t intStart, std::int64_t intEnd) {
+    if (objPrevLog.IntervalsToLoad) throw RuntimeError(kErrorApplication, session_.LoadText(5065));
     static_cast<LogData&>(*this) = objPrevLog;
     objLogShared = std::make_shared<clsLogShared>(*objPrevLog.objLogShared);
     LogIntervals.Initialize(objLogShared);
@@ -194,12 +195,7 @@ void clsLog::Copy(const clsLog& objPrevLog, std::int64_t intStart, std::int64_t 
     DoseLogIntervals.clear();
     for (const clsDoseLogSample& row : objPrevLog.DoseLogIntervals)
         DoseLogIntervals.emplace_back().Copy(row);
-    if (intStart == 0) {
-        IntervalsToLoad = objPrevLog.IntervalsToLoad;
-        IntervalNodes = objPrevLog.IntervalNodes;
-        LoadRanges = objPrevLog.LoadRanges;
-        return;
-    }
+    if (intStart == 0) return;
     const clsLogInterval first = objPrevLog.LogIntervals.Item(intStart);
     const clsLogInterval last = objPrevLog.LogIntervals.Item(intEnd);
     StartDate = first.StartDate;

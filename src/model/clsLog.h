@@ -96,7 +96,8 @@ public:
     bool IntervalsToLoad = false;
     bool IntervalsLoading = false;
     bool IntervalsRecalculating = false;
-    std::int32_t RecalcID = 0; // counts recalculations
+    bool HasUnreadIntervals = false; // rows of the file could not be read; saving would lose them
+    std::int32_t RecalcID = 0;       // counts recalculations
     std::shared_ptr<const IntervalSource> IntervalNodes;
     std::vector<RowRange> LoadRanges;
     std::vector<std::shared_ptr<BackgroundWork>> LoadThreads;

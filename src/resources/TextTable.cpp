@@ -458,6 +458,7 @@ constexpr TextEntry Entries[] = {
     {8801, "File ^ not found"},
     {8802, "Corrupt file error"},
     {8803, "The download was not complete"},
+    {8804, "Some intervals of '^' could not be read.  Saving would lose them."},
     // Printer and shared button words
     {9000, "Error Connecting to Printer"},
     {9001, "OK"},

@@ -1,0 +1,386 @@
+#include "calc/Recalculation.h"
+
+#include "model/LogParameters.h"
+#include "model/LogTime.h"
+#include "model/Session.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+#include "server/KestraneThread.h"
+#include "server/LogLoading.h"
+
+#include <array>
+#include <cmath>
+#include <optional>
+
+namespace kestrane {
+
+namespace {
+
+constexpr float kReference = 8;         // hours
+constexpr float kPa2PerEnergy = 4E-10F; // Pa², the square of 20 micropascals
+constexpr double kPercentPerHour = 12.5;
+
+double log10Of(double x) {
+    return std::log(x) / std::log(10.0);
+}
+
+enum class Basis { Exposure, Measured };
+
+// The figures of one channel.
+struct Channel {
+    float leq;
+    clsValue& lepdET;
+    clsValue& lepdMT;
+    clsValue& doseET;
+    clsValue& doseMT;
+    clsValue& doseHour;
+    clsValue& sel;
+    clsValue& pa2h;
+};
+
+Channel channelA(clsLog& log) {
+    return {log.LeqCumA(0).CalcValue(),
+            log.LepdETCumA,
+            log.LepdMTCumA,
+            log.DoseETCumA,
+            log.DoseMTCumA,
+            log.DoseHourA,
+            log.SELCumA,
+            log.Pa2hCumA};
+}
+
+Channel channelB(clsLog& log) {
+    return {log.LeqCumB.CalcValue(), log.LepdETCumB, log.LepdMTCumB, log.DoseETCumB,
+            log.DoseMTCumB,          log.DoseHourB,  log.SELCumB,    log.Pa2hCumB};
+}
+
+// The calculators of one log. Each keeps a figure that is there unless stored values are overwritten, and leaves the
+// figure as it is when its time cannot be told or the arithmetic fails.
+class Calculators {
+public:
+    explicit Calculators(const clsLog& log) : log_(log) {}
+
+    void lepd(clsValue& figure, float leq, Basis basis) const {
+        compute(figure, true, [&]() -> std::optional<double> {
+            const float hours = time(basis);
+            if (hours == 0) return std::nullopt;
+            return clamped(leq + 10 * log10Of(static_cast<double>(hours) / kReference));
+        });
+    }
+
+    void leqFromLepd(clsValue& figure, float lepd) const {
+        compute(figure, true, [&]() -> std::optional<double> {
+            const float hours = time(Basis::Measured);
+            if (hours == 0) return std::nullopt;
+            return clamped(lepd - 10 * log10Of(static_cast<double>(hours) / kReference));
+        });
+    }
+
+    void dose(clsValue& figure, float leq, Basis basis) const {
+        compute(figure, true, [&]() -> std::optional<double> {
+            const float hours = time(basis);
+            const auto q = static_cast<float>(log_.Exchange / log10Of(2));
+            if (q == 0) return leq;
+            const auto x = checkedSingle((static_cast<double>(leq) - log_.Criterion) / q);
+            return kPercentPerHour * hours * std::pow(10.0, static_cast<double>(x));
+        });
+    }
+
+    void doseHour(clsValue& figure, float doseMT) const {
+        compute(figure, false, [&]() -> std::optional<double> {
+            const float hours = time(Basis::Measured);
+            if (hours == 0) return std::nullopt;
+            return static_cast<double>(doseMT) / hours;
+        });
+    }
+
+    void sel(clsValue& figure, float leq) const {
+        compute(figure, false, [&]() -> std::optional<double> {
+            const float seconds = getTime(log_, 's', false, true);
+            if (seconds == 0) return 0;
+            return leq + 10 * log10Of(seconds);
+        });
+    }
+
+    // The Brevik family goes by the exposure time, the others by the measured time.
+    void pa2h(clsValue& figure, float leq) const {
+        compute(figure, false, [&]() -> std::optional<double> {
+            const float hours = time(log_.IsBrevikMeter() ? Basis::Exposure : Basis::Measured);
+            return static_cast<double>(kPa2PerEnergy) * hours * std::pow(10.0, static_cast<double>(leq) / 10);
+        });
+    }
+
+private:
+    float time(Basis basis) const {
+        return basis == Basis::Exposure ? log_.objLogOptions.ExposureTime : getTime(log_, 'h', false, true);
+    }
+
+    static double clamped(double level) { return level < 0 ? 0 : level; }
+
+    template <class Formula>
+    void compute(clsValue& figure, bool isNeverNegative, Formula formula) const {
+        if (!log_.OverwriteStoredValues && figure.CalcValue() != 0) {
+            if (isNeverNegative && figure.CalcValue() < 0) figure.CalcValue(0);
+            return;
+        }
+        try {
+            if (const std::optional<double> value = formula()) figure.CalcValue(checkedSingle(*value));
+        } catch (const RuntimeError&) { // the figure stays
+        }
+    }
+
+    const clsLog& log_;
+};
+
+// What the background is told of figures that are still to be filled in.
+bool hasMissingCumulative(const clsLog& log) {
+    if (log.OverwriteStoredValues) return log.e("Last") != 0;
+    const auto isMissing = [](const clsValue& value) { return value.CalcValue() == 0; };
+    if (isMissing(log.SELCumA) || isMissing(log.LepdETCumA) || isMissing(log.DoseETCumA) || isMissing(log.PeakCumA)) {
+        return true;
+    }
+    for (int band = log.e("Last"); band >= 0; --band) {
+        if (isMissing(log.LeqCumA(band)) || isMissing(log.LminCumA(band)) || isMissing(log.LmaxCumA(band))) return true;
+    }
+    return log.IsChannelBOn &&
+           (isMissing(log.SELCumB) || isMissing(log.LepdETCumB) || isMissing(log.DoseETCumB) ||
+            isMissing(log.PeakCumB) || isMissing(log.LeqCumB) || isMissing(log.LminCumB) || isMissing(log.LmaxCumB));
+}
+
+void takeReturned(const clsLog& log, clsValue& figure, float returned) {
+    if (returned != 0 && (log.OverwriteStoredValues || figure.CalcValue() == 0)) figure.CalcValue(returned);
+}
+
+void finishRecalculation(clsLog& log) {
+    Session& session = log.session();
+    if (!noLogIsBusy(session)) return;
+    session.frame->SetPanel(Frame::Panel::Status, session.LoadText(7019));
+    session.frame->EnableMenusAndButtons();
+}
+
+void takeResults(clsLog& log, const RecalcResults& results) {
+    log.RecalcThread.reset();
+    log.IntervalsRecalculating = false;
+    IntervalColumns& rows = log.LogIntervals.Columns();
+    rows.isExcluded.drop();
+    if (!results.isExcluded.empty()) {
+        const auto cells = rows.isExcluded.write(rows.count(), rows.capacity());
+        std::copy(results.isExcluded.begin(), results.isExcluded.end(), cells.begin());
+    }
+    for (int band = 0; band <= log.e("Last"); ++band) {
+        const auto at = static_cast<std::size_t>(band);
+        takeReturned(log, log.LeqCumA(band), results.zLeqCumA[at]);
+        takeReturned(log, log.LminCumA(band), results.zLminCumA[at]);
+        takeReturned(log, log.LmaxCumA(band), results.zLmaxCumA[at]);
+    }
+    takeReturned(log, log.PeakCumA, results.zPeakCumA);
+    takeReturned(log, log.LepdETCumA, results.zLepdETCumA);
+    if (log.IsChannelBOn) {
+        takeReturned(log, log.LeqCumB, results.zLeqCumB);
+        takeReturned(log, log.LminCumB, results.zLminCumB);
+        takeReturned(log, log.LmaxCumB, results.zLmaxCumB);
+        takeReturned(log, log.PeakCumB, results.zPeakCumB);
+    }
+    CompleteRecalcProcess(log);
+    finishRecalculation(log);
+}
+
+void takeError(clsLog& log, const ThreadError& error) {
+    log.RecalcThread.reset();
+    log.IntervalsRecalculating = false;
+    Session& session = log.session();
+    session.frame->SetPanel(Frame::Panel::Error,
+                            threadErrorText(session, error.iErrNo, error.sDescription, error.iLine));
+    finishRecalculation(log);
+}
+
+void startBackgroundPass(clsLog& log) {
+    log.IntervalsRecalculating = true;
+    log.session().frame->EnableMenusAndButtons();
+    RecalcRequest request;
+    request.rows = log.LogIntervals.Columns();
+    request.iCalcMode = log.RecalcMode;
+    request.Mode = log.Mode();
+    request.IsChannelBOn = log.IsChannelBOn;
+    request.CutIntervals = selectionRanges(log.LogIntervals.CutIntervals);
+    request.IntervalsToBeIncluded = log.LogIntervals.IntervalsToBeIncluded;
+    request.Interval = log.Interval;
+    request.Criterion = log.Criterion;
+    request.Exchange = log.Exchange;
+    request.IsOldDoseMeter = log.IsOldDoseMeter();
+    request.OverwriteStoredValues = log.OverwriteStoredValues;
+    request.HasMissingCumulative = hasMissingCumulative(log);
+    request.IsUnzoomedHalcyr = log.IsHalcyrMeter() && !log.IsZoomed;
+    const std::int32_t id = ++log.RecalcID;
+    RecalcEvents events;
+    events.ThreadRecalcResults = [&log, id](const RecalcResults& results) {
+        if (log.RecalcID == id) takeResults(log, results);
+    };
+    events.Error = [&log, id](const ThreadError& error) {
+        if (log.RecalcID == id) takeError(log, error);
+    };
+    log.RecalcThread = log.session().server->Recalculate(std::move(request), std::move(events));
+}
+
+// The broadband figures of a log without rows: the energy sum of its bands, of Lmin and Lmax as of Leq (instrument
+// convention).
+void sumBands(clsLog& log) {
+    for (BandValues* values : {&log.LeqCumA, &log.LminCumA, &log.LmaxCumA}) {
+        float sum = 0;
+        bool isSeen = false;
+        for (int band = 1; band <= values->last(); ++band) {
+            const float level = (*values)(band).CalcValue();
+            if (level == 0) continue;
+            sum = static_cast<float>(sum + std::pow(10.0, static_cast<double>(level) / 10));
+            isSeen = true;
+        }
+        clsValue& overall = (*values)(0);
+        if (!isSeen || !(overall.CalcValue() == 0 || log.OverwriteStoredValues)) continue;
+        try {
+            overall.CalcValue(checkedSingle(10 * log10Of(sum)));
+        } catch (const RuntimeError&) { // the figure stays
+        }
+    }
+}
+
+void changeExposureTime(clsLog& log) {
+    const Calculators calculate(log);
+    const Channel a = channelA(log);
+    calculate.lepd(a.lepdET, a.leq, Basis::Exposure);
+    calculate.dose(a.doseET, a.leq, Basis::Exposure);
+    const Channel b = channelB(log);
+    if (log.IsHalcyrMeter()) {
+        b.lepdET.CalcValue(0);
+        b.doseET.CalcValue(0);
+    } else {
+        calculate.lepd(b.lepdET, b.leq, Basis::Exposure);
+        calculate.dose(b.doseET, b.leq, Basis::Exposure);
+    }
+    log.RaiseLogValuesChanged();
+}
+
+void deriveChannelB(clsLog& log, const Calculators& calculate) {
+    const Channel b = channelB(log);
+    const bool isHalcyr = log.IsHalcyrMeter(); // records no exposure figures on this channel
+    const auto unlessHalcyr = [&](clsValue& figure, const auto& calculator) {
+        if (isHalcyr) {
+            figure.CalcValue(0);
+        } else {
+            calculator();
+        }
+    };
+    unlessHalcyr(b.lepdET, [&] { calculate.lepd(b.lepdET, b.leq, Basis::Exposure); });
+    unlessHalcyr(b.lepdMT, [&] { calculate.lepd(b.lepdMT, b.leq, Basis::Measured); });
+    calculate.sel(b.sel, b.leq);
+    calculate.pa2h(b.pa2h, b.leq);
+    unlessHalcyr(b.doseET, [&] { calculate.dose(b.doseET, b.leq, Basis::Exposure); });
+    calculate.dose(b.doseMT, b.leq, Basis::Measured);
+    unlessHalcyr(b.doseHour, [&] { calculate.doseHour(b.doseHour, b.doseMT.CalcValue()); });
+}
+
+// The level of a dose D in percent: (exchange / ln 2) ln(D / 100) + criterion. 0 for no dose.
+float twaOfDose(const clsLog& log, float dose) {
+    if (dose <= 0) return 0;
+    return static_cast<float>(log.Exchange / std::log(2.0) * std::log(static_cast<double>(dose) / 100) + log.Criterion);
+}
+
+bool isWeightedAorC(const std::string& weight) {
+    return weight == "A" || weight == "C";
+}
+
+float nrrFigure(const clsLog& log, const clsValue& a, const clsValue& b) {
+    if (isWeightedAorC(log.FreqWeightA())) return a.CalcValue();
+    return log.IsChannelBOn && isWeightedAorC(log.FreqWeightB()) ? b.CalcValue() : 0;
+}
+
+} // namespace
+
+void RecalcValues(clsLog& log, int iCalcMode) {
+    constexpr std::array kOverwrites = {true, false, false, true, true};
+    log.RecalcMode = iCalcMode;
+    if (iCalcMode >= 0 && iCalcMode < static_cast<int>(kOverwrites.size())) {
+        log.OverwriteStoredValues = kOverwrites[static_cast<std::size_t>(iCalcMode)];
+    }
+    if (iCalcMode == kCalcExposureTime) return changeExposureTime(log);
+    if (log.LogIntervals.Count() > 0) return startBackgroundPass(log);
+    if (iCalcMode == kCalcFromIntervals) return;
+    sumBands(log);
+    CompleteRecalcProcess(log);
+}
+
+void CompleteRecalcProcess(clsLog& log) {
+    const Calculators calculate(log);
+    log.TWACumA.CalcValue(CalcTWACumA(log)); // from the exposure dose as it stood before this pass
+    if (log.IsOldDoseMeter()) {
+        calculate.leqFromLepd(log.LeqCumA(0), log.LepdETCumA.CalcValue());
+    } else {
+        calculate.lepd(log.LepdETCumA, log.LeqCumA(0).CalcValue(), Basis::Exposure);
+    }
+    const Channel a = channelA(log);
+    calculate.lepd(a.lepdMT, a.leq, Basis::Measured);
+    calculate.sel(a.sel, a.leq);
+    if (log.IsZoomed || !log.IsHalcyrMeter()) { // else these stay as the instrument reported them
+        calculate.pa2h(a.pa2h, a.leq);
+        calculate.dose(a.doseET, a.leq, Basis::Exposure);
+        calculate.doseHour(a.doseHour, a.doseMT.CalcValue());
+    }
+    calculate.dose(a.doseMT, a.leq, Basis::Measured);
+    if (log.IsChannelBOn) deriveChannelB(log, calculate);
+    if (log.RecalcMode == kCalcUnmarked || log.RecalcMode == kCalcFull) SetPlottableValues(log);
+    if (log.RecalcMode == kCalcFull) log.FullyCalculated = true;
+    log.RaiseLogValuesChanged();
+}
+
+void AmendedDisplayValues(const clsLog& log) {
+    log.RaiseLogValuesChanged();
+}
+
+void RecalcValues(clsInsData& data, bool bForce) {
+    Session& session = data.session();
+    for (const LogCollection* logs : {&data.Locations, &data.Octaves, &data.ThirdOctaves}) {
+        for (const auto& log : *logs) {
+            bool isWanted = bForce;
+            if (!bForce && session.Options.RecalcOnOpen) {
+                isWanted = !log->Warn() ||
+                           session.ShowMessage(session.LoadText(4565), kButtonsYesNo + kIconQuestion) == Button::Yes;
+            } else if (!bForce) {
+                isWanted = !log->FullyCalculated;
+            }
+            if (isWanted) {
+                RecalcValues(*log, kCalcFull);
+            } else if (!log->IntervalsToLoad) {
+                SetPlottableValues(*log);
+            }
+        }
+    }
+}
+
+float CalcTWACumA(const clsLog& log) {
+    return isWeightedAorC(log.FreqWeightA()) ? twaOfDose(log, DoseET_NRR(log)) : 0;
+}
+
+float TWA8CumA(const clsLog& log) {
+    if (!isWeightedAorC(log.FreqWeightA())) return 0;
+    try {
+        const float hours = getTime(log, 'h', true, true);
+        if (hours == 0) return 0;
+        return twaOfDose(
+            log, checkedSingle(static_cast<double>(DoseMT_NRR(log)) * (kReference / static_cast<double>(hours))));
+    } catch (const RuntimeError&) {
+        return 0;
+    }
+}
+
+float DoseET_NRR(const clsLog& log) {
+    return nrrFigure(log, log.DoseETCumA, log.DoseETCumB);
+}
+
+float DoseMT_NRR(const clsLog& log) {
+    return nrrFigure(log, log.DoseMTCumA, log.DoseMTCumB);
+}
+
+float Leq_NRR(const clsLog& log) {
+    return nrrFigure(log, log.LeqCumA(0), log.LeqCumB);
+}
+
+} // namespace kestrane

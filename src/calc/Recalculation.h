@@ -1,0 +1,40 @@
+// From levels and times to exposure figures: LEP,d, dose, dose per hour, LE, Pa2Hr and TWA of a log. All rules of a
+// dose stand in Recalculation.cpp. Figures are single precision; powers and logarithms are taken in double; nothing is
+// rounded to 0.1 dB. Sources: ISO 9612 (LEP,d normalised to 8 h), the dose definitions of ANSI S1.25 with criterion and
+// exchange rate; what differs from them is instrument convention.
+#pragma once
+
+#include "model/clsInsData.h"
+
+namespace kestrane {
+
+// How a recalculation treats figures that are there already.
+constexpr int kCalcExposureTime = 0;  // the exposure time alone has changed
+constexpr int kCalcFromIntervals = 1; // fill in what is missing, of a log with rows only
+constexpr int kCalcAfterZoom = 2;     // fill in what is missing
+constexpr int kCalcUnmarked = 3;      // everything afresh, without marking the log
+constexpr int kCalcFull = 4;          // everything afresh; marks the log and rebuilds its plottable table
+
+// Recalculates a log. With rows the background server does the pass over them and this returns at once
+// (IntervalsRecalculating); a recalculation under way is dropped. The log's change event tells when the figures stand.
+void RecalcValues(clsLog& log, int iCalcMode);
+
+// The figures that derive from the levels as they stand, in a fixed order, then the change event.
+void CompleteRecalcProcess(clsLog& log);
+
+// Tells of a change that needs no calculation.
+void AmendedDisplayValues(const clsLog& log);
+
+// Of every log: all of them with bForce; else by the setting RecalcOnOpen, asking first for long ones, and without the
+// setting those never fully calculated. Logs left alone get their plottable table, unless rows are to come.
+void RecalcValues(clsInsData& data, bool bForce);
+
+float CalcTWACumA(const clsLog& log); // dB; 0 unless channel A is weighted A or C
+float TWA8CumA(const clsLog& log);    // dB: the level that gives the measured dose when normalised to 8 hours
+
+// The channel's figure to use where only A or C weighting will do: channel A's, else channel B's, else 0.
+float DoseET_NRR(const clsLog& log);
+float DoseMT_NRR(const clsLog& log);
+float Leq_NRR(const clsLog& log);
+
+} // namespace kestrane

@@ -1,0 +1,133 @@
+#include "files/Loaders.h"
+
+#include "files/XmlReader.h"
+#include "files/XmlWriter.h"
+#include "model/Session.h"
+#include "platform/AtomicFile.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <new>
+
+namespace kestrane {
+
+namespace {
+
+// Each sets message and returns false when the file is not its own. May raise.
+using Loader = bool (*)(clsFile& file, std::string& message);
+
+std::string unableToOpen(const clsFile& file) {
+    return ReplaceText(file.session().LoadText(8401), "^", file.FileName);
+}
+
+bool FileOpenCsv(clsFile& file, std::string& message) {
+    message = unableToOpen(file);
+    return false;
+}
+
+bool FileOpenSound(clsFile& file, std::string& message) {
+    message = unableToOpen(file);
+    return false;
+}
+
+bool FileOpenLog(clsFile& file, std::string& message) {
+    message = file.session().LoadText(8402);
+    return false;
+}
+
+bool FileOpenProject(clsFile& file, std::string& message) {
+    message = unableToOpen(file);
+    return false;
+}
+
+bool FileOpenXml(clsFile& file, std::string& message) {
+    const auto document = XmlDocument::load(file.FileName, message);
+    if (document == nullptr) return false;
+    GetData(file, document);
+    file.OldStyle = false;
+    return true;
+}
+
+// What stands in the file and has not been read must not be overwritten.
+void refuseToLoseIntervals(const clsFile& file) {
+    for (const auto& data : file.InstrumentDatas) {
+        for (const LogCollection* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
+            for (const auto& log : *logs) {
+                if (log->IntervalsToLoad) throw RuntimeError(kErrorApplication, file.session().LoadText(5065));
+                if (!log->HasUnreadIntervals) continue;
+                throw RuntimeError(kErrorApplication, ReplaceText(file.session().LoadText(8804), "^", log->Name));
+            }
+        }
+    }
+}
+
+constexpr std::array<Loader, 5> kLoaders = {FileOpenCsv, FileOpenSound, FileOpenLog, FileOpenProject, FileOpenXml};
+
+struct LoaderOrder {
+    std::string_view extension; // empty: any other
+    std::array<int, 5> loaders; // numbered from 1
+};
+
+constexpr LoaderOrder kOrders[] = {
+    {".csv", {1, 5, 4, 2, 3}}, {".zdf", {1, 5, 4, 2, 3}}, {".zdo", {1, 5, 4, 2, 3}}, {".zd2", {2, 5, 4, 1, 3}},
+    {".zd4", {2, 5, 4, 1, 3}}, {".log", {3, 5, 4, 2, 1}}, {".zdp", {4, 5, 3, 2, 1}}, {"", {5, 4, 3, 2, 1}},
+};
+
+const std::array<int, 5>& orderFor(const std::string& fileName) {
+    std::string extension = fileName.substr(fileName.size() < 4 ? 0 : fileName.size() - 4);
+    for (char& c : extension)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return std::find_if(std::begin(kOrders), std::end(kOrders) - 1,
+                        [&](const LoaderOrder& order) { return order.extension == extension; })
+        ->loaders;
+}
+
+bool attempt(Loader loader, clsFile& file, std::string& message) {
+    file.InstrumentDatas.clear();
+    try {
+        return loader(file, message);
+    } catch (const RuntimeError&) {
+        message = unableToOpen(file);
+    } catch (const std::bad_alloc&) {
+        message = unableToOpen(file);
+    }
+    return false;
+}
+
+} // namespace
+
+bool LoadDocument(clsFile& file, std::string& message) {
+    message.clear();
+    bool isFirst = true;
+    for (const int number : orderFor(file.FileName)) {
+        std::string reason;
+        const bool ok = attempt(kLoaders[static_cast<std::size_t>(number) - 1], file, reason);
+        if (ok && (isFirst || !file.InstrumentDatas.empty())) return true;
+        if (isFirst) message = reason;
+        isFirst = false;
+    }
+    file.InstrumentDatas.clear();
+    return false;
+}
+
+void FileSave(clsFile& file) {
+    refuseToLoseIntervals(file);
+    writeFileAtomically(file.FileName, [&](const FileSink& sink) {
+        clsStringBuffer out(sink);
+        SetTagData(file, true, out);
+        out.append("\n");
+        out.flush();
+    });
+    file.SavedText = DocumentText(file, false);
+    file.Changed = false;
+    file.OldStyle = false;
+}
+
+bool IsChanged(clsFile& file) {
+    if (!file.Changed) file.Changed = DocumentText(file, false) != file.SavedText;
+    return file.Changed;
+}
+
+} // namespace kestrane

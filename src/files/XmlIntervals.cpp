@@ -1,0 +1,252 @@
+#include "files/XmlIntervals.h"
+
+#include "files/XmlElements.h"
+#include "files/XmlReader.h"
+#include "files/XmlValues.h"
+#include "model/clsDate.h"
+#include "model/clsTime.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <array>
+
+namespace kestrane {
+
+namespace {
+
+// Reads one range of rows into columns. The text has been checked, so it is only taken apart here.
+class RowReader {
+public:
+    RowReader(const XmlDocument& document, const Locale& locale, int mode, bool isChannelBOn, IntervalColumns& rows) :
+        document_(document), text_(document.text()), locale_(locale), isChannelBOn_(isChannelBOn), rows_(rows) {
+        for (int band = 0; band <= lastBand(mode); ++band)
+            bandNames_[bandCount_++] = bandElement(mode, band);
+    }
+
+    void read(XmlCursor& cursor, std::size_t row) {
+        row_ = row;
+        forEachChild(cursor, [&](const XmlTag& tag) {
+            if (tag.name == "ca") {
+                channelA(cursor);
+            } else if (tag.name == "cb" && isChannelBOn_) {
+                channelB(cursor);
+            } else if (tag.name == "date") {
+                date(content(cursor));
+            } else if (tag.name == "time") {
+                time(rows_.StartTime, content(cursor));
+            } else {
+                skip(cursor);
+            }
+        });
+    }
+
+private:
+    // Calls visit(tag) for each child of the element whose opening tag the cursor has just passed; visit passes the
+    // child.
+    template <class Visit>
+    void forEachChild(XmlCursor& cursor, Visit visit) {
+        while (true) {
+            switch (cursor.next()) {
+            case XmlCursor::Kind::Open:
+                if (!cursor.tag().isEmpty) visit(cursor.tag());
+                break;
+            case XmlCursor::Kind::Verbatim:
+                break;
+            default:
+                return;
+            }
+        }
+    }
+
+    static void skip(XmlCursor& cursor) {
+        for (std::size_t depth = 1; depth > 0;) {
+            const auto kind = cursor.next();
+            if (kind == XmlCursor::Kind::Open && !cursor.tag().isEmpty) ++depth;
+            if (kind == XmlCursor::Kind::Close || kind == XmlCursor::Kind::End) --depth;
+        }
+    }
+
+    // The text of the element whose opening tag the cursor has just passed; moves behind its closing tag.
+    std::string_view content(XmlCursor& cursor) {
+        const std::size_t begin = cursor.tag().end;
+        auto kind = cursor.next();
+        if (kind == XmlCursor::Kind::Close &&
+            text_.substr(begin, cursor.tag().begin - begin).find('&') == std::string_view::npos) {
+            return text_.substr(begin, cursor.tag().begin - begin);
+        }
+        for (std::size_t depth = 1; kind != XmlCursor::Kind::End; kind = cursor.next()) {
+            if (kind == XmlCursor::Kind::Open && !cursor.tag().isEmpty) ++depth;
+            if (kind == XmlCursor::Kind::Close && --depth == 0) break;
+        }
+        decoded_ = unescapeText(xmlSerialise(document_.bytes(), begin, cursor.tag().begin));
+        return decoded_;
+    }
+
+    void put(Quantity quantity, int band, std::string_view text) {
+        const float value = readLevel(text, locale_);
+        if (value != 0 && rows_.level(quantity, band, row_).Value == 0)
+            rows_.setLevel(quantity, band, row_, {value, value});
+    }
+
+    // A level by band, or in the short form the overall figure alone.
+    void bands(XmlCursor& cursor, Quantity quantity) {
+        const std::size_t begin = cursor.tag().end;
+        std::size_t expected = 0; // bands mostly come in order
+        bool hasChildren = false;
+        forEachChild(cursor, [&](const XmlTag& tag) {
+            hasChildren = true;
+            std::size_t band = expected;
+            while (band < bandCount_ && bandNames_[band] != tag.name)
+                ++band;
+            if (band == bandCount_)
+                band = static_cast<std::size_t>(std::find(bandNames_.begin(),
+                                                          bandNames_.begin() + static_cast<std::ptrdiff_t>(bandCount_),
+                                                          tag.name) -
+                                                bandNames_.begin());
+            if (band == bandCount_) {
+                skip(cursor);
+                return;
+            }
+            expected = band + 1;
+            put(quantity, static_cast<int>(band), content(cursor));
+        });
+        if (!hasChildren) {
+            decoded_ = xmlSerialise(document_.bytes(), begin, cursor.tag().begin);
+            put(quantity, 0, decoded_);
+        }
+    }
+
+    void channelA(XmlCursor& cursor) {
+        forEachChild(cursor, [&](const XmlTag& tag) {
+            const std::string_view name = tag.name;
+            for (const BandedElement& e : kBanded) {
+                if (e.name == name) return bands(cursor, e.rows);
+            }
+            if (name == "peak") return put(Quantity::PeakA, 0, content(cursor));
+            if (name == "lmintm") return time(rows_.LminTimeA, content(cursor));
+            if (name == "lmaxtm") return time(rows_.LmaxTimeA, content(cursor));
+            if (name == "peaktm") return time(rows_.PeakTimeA, content(cursor));
+            if (name == "ol") return overload(rows_.OverloadedA, content(cursor));
+            for (const RowElement& e : kRowFiguresA) {
+                if (e.name == name) return put(e.quantity, 0, content(cursor));
+            }
+            if (name.starts_with("ln")) {
+                for (int ln = 1; ln <= NumberOfLns; ++ln) {
+                    if (kLnNames[ln - 1] == name) return bands(cursor, lnQuantity(ln));
+                }
+            }
+            skip(cursor);
+        });
+    }
+
+    void channelB(XmlCursor& cursor) {
+        forEachChild(cursor, [&](const XmlTag& tag) {
+            if (tag.name == "ol") return overload(rows_.OverloadedB, content(cursor));
+            for (const RowElement& e : kRowFiguresB) {
+                if (e.name == tag.name) return put(e.quantity, 0, content(cursor));
+            }
+            skip(cursor);
+        });
+    }
+
+    void overload(Column<std::uint8_t>& column, std::string_view text) {
+        if (readFlag(text, locale_)) rows_.set(column, row_, std::uint8_t{1});
+    }
+
+    // The date of a row is mostly that of the row before.
+    void date(std::string_view text) {
+        if (text != lastDateText_) {
+            clsDate value;
+            value.setDate(text, locale_);
+            lastDate_ = value.getDate();
+            lastDateText_ = text;
+        }
+        rows_.set(rows_.StartDate, row_, lastDate_);
+    }
+
+    void time(Column<std::int32_t>& column, std::string_view text) {
+        const auto digit = [&](std::size_t i) { return text[i] >= '0' && text[i] <= '9' ? text[i] - '0' : -100; };
+        if (text.size() == 8 && text[2] == ':' && text[5] == ':') {
+            const int hours = digit(0) * 10 + digit(1);
+            const int mins = digit(3) * 10 + digit(4);
+            const int secs = digit(6) * 10 + digit(7);
+            if (hours >= 0 && mins >= 0 && secs >= 0) {
+                rows_.set(column, row_, hours * 3600 + mins * 60 + secs);
+                return;
+            }
+        }
+        clsTime value;
+        try {
+            value.setTime(text, locale_);
+        } catch (const RuntimeError& error) {
+            if (error.Number != kErrorTypeMismatch) throw; // without seconds, hours and minutes count
+        }
+        rows_.set(column, row_, value.getTimeAsSeconds());
+    }
+
+    const XmlDocument& document_;
+    std::string_view text_;
+    const Locale& locale_;
+    bool isChannelBOn_;
+    IntervalColumns& rows_;
+    std::array<std::string_view, kBandCount> bandNames_;
+    std::size_t bandCount_ = 0;
+    std::size_t row_ = 0;
+    std::string decoded_;
+    std::string lastDateText_;
+    CalendarTime lastDate_ = 0;
+};
+
+} // namespace
+
+IntervalColumns XmlIntervals::load(int mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const {
+    IntervalColumns rows;
+    const auto count = static_cast<std::size_t>(to - from + 1);
+    rows.resize(count, count);
+    RowReader reader(*document_, locale_, mode, isChannelBOn, rows);
+    const std::size_t landmark = block_.landmarks[static_cast<std::size_t>((from - 1) / kLandmark)];
+    XmlCursor cursor(document_->text(), landmark, block_.element.contentEnd);
+    std::int64_t row = (from - 1) / kLandmark * kLandmark + 1;
+    std::size_t begin = landmark;
+    std::size_t depth = 0;
+    while (row <= to) { // at depth 0, between the children of the block
+        const auto kind = cursor.next();
+        if (kind == XmlCursor::Kind::End) break;
+        if (kind == XmlCursor::Kind::Verbatim) continue;
+        if (kind == XmlCursor::Kind::Close) {
+            --depth;
+            continue;
+        }
+        const bool isRow = depth == 0 && cursor.tag().name == "intvl";
+        if (isRow && row == from) begin = cursor.tag().begin;
+        if (cursor.tag().isEmpty) {
+            row += isRow ? 1 : 0;
+            continue;
+        }
+        if (isRow && row >= from) {
+            reader.read(cursor, static_cast<std::size_t>(row - from));
+            ++row;
+            continue;
+        }
+        row += isRow ? 1 : 0;
+        ++depth;
+    }
+    if (row > to) document_->release(begin, cursor.tag().end);
+    return rows;
+}
+
+std::vector<RowRange> loadRanges(int mode, std::int64_t rows) {
+    constexpr std::int64_t kLeast[] = {100, 55, 30};
+    constexpr std::size_t kMost = 7;
+    const std::int64_t size = std::max<std::int64_t>(kLeast[mode], roundToLong(static_cast<double>(rows) / 7));
+    std::vector<RowRange> ranges;
+    for (std::int64_t from = 1; from <= rows; from += size) {
+        const bool isLast = ranges.size() + 1 == kMost;
+        ranges.push_back({from, isLast ? rows : std::min(from + size - 1, rows)});
+        if (isLast) break;
+    }
+    return ranges;
+}
+
+} // namespace kestrane

@@ -1,0 +1,36 @@
+// The interval rows of one log in an XML data file: where the background loads them from. Keeps the document in memory
+// until the last log that needs it has dropped its rows.
+#pragma once
+
+#include "files/XmlDocument.h"
+#include "model/BackgroundWork.h"
+#include "model/clsLogIntervals.h"
+#include "platform/Locale.h"
+
+#include <memory>
+#include <vector>
+
+namespace kestrane {
+
+class XmlIntervals : public IntervalSource {
+public:
+    XmlIntervals(std::shared_ptr<XmlDocument> document, const IntervalsBlock& block, const Locale& locale) :
+        document_(std::move(document)), block_(block), locale_(locale) {}
+
+    std::int64_t Count() const override { return block_.rows; }
+
+    // Every figure goes in as Value and CalcValue; of elements that stand twice in a row the first counts. Figures of
+    // channel B are read only when it is on. Raises 6 for a number that does not fit its type. The text of the rows is
+    // given back to the system when they have been read, so a range can be loaded once.
+    IntervalColumns load(int mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const override;
+
+private:
+    std::shared_ptr<XmlDocument> document_;
+    const IntervalsBlock& block_; // of document_
+    Locale locale_;
+};
+
+// How rows are cut into ranges for loading: each at least 30, 55 or 100 rows by mode, at most seven.
+std::vector<RowRange> loadRanges(int mode, std::int64_t rows);
+
+} // namespace kestrane

@@ -1,0 +1,70 @@
+// Compiled so that the exponential is taken for several rows at a time (see CMakeLists.txt). Finite numbers only.
+#include "server/EnergyMean.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__)
+#define KESTRANE_WIDEST __attribute__((target_clones("avx2,fma", "default")))
+#else
+#define KESTRANE_WIDEST
+#endif
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::size_t kBlock = 512;
+constexpr double kNepers = 0.23025850929940458; // ln(10) / 10
+
+KESTRANE_WIDEST void exponentials(const double* levels, double* energies, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i)
+        energies[i] = std::exp(levels[i] * kNepers);
+}
+
+template <class Better>
+float bestLevel(std::span<const Level> levels, std::span<const std::uint8_t> excluded, float worst, Better better) {
+    float best = worst;
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        const float level = levels[i].CalcValue;
+        const bool counts = level != 0 && (excluded.empty() || excluded[i] == 0);
+        best = counts && better(level, best) ? level : best;
+    }
+    return best == worst ? 0 : best;
+}
+
+} // namespace
+
+EnergySum sumEnergy(std::span<const Level> levels, std::span<const std::uint8_t> excluded,
+                    std::span<const std::int32_t> weights) {
+    EnergySum sum;
+    double values[kBlock];
+    double energies[kBlock];
+    double shares[kBlock];
+    for (std::size_t from = 0; from < levels.size(); from += kBlock) {
+        const std::size_t count = std::min(kBlock, levels.size() - from);
+        for (std::size_t i = 0; i < count; ++i) {
+            const float level = levels[from + i].CalcValue;
+            const bool counts = level != 0 && (excluded.empty() || excluded[from + i] == 0);
+            values[i] = level;
+            shares[i] = !counts ? 0.0 : weights.empty() ? 1.0 : static_cast<double>(weights[from + i]);
+        }
+        exponentials(values, energies, count);
+        for (std::size_t i = 0; i < count; ++i) {
+            sum.energy += shares[i] != 0 ? shares[i] * energies[i] : 0.0;
+            sum.weight += shares[i];
+        }
+    }
+    return sum;
+}
+
+float smallestLevel(std::span<const Level> levels, std::span<const std::uint8_t> excluded) {
+    return bestLevel(levels, excluded, std::numeric_limits<float>::max(), [](float a, float b) { return a < b; });
+}
+
+float largestLevel(std::span<const Level> levels, std::span<const std::uint8_t> excluded) {
+    return bestLevel(levels, excluded, std::numeric_limits<float>::lowest(), [](float a, float b) { return a > b; });
+}
+
+} // namespace kestrane

@@ -1,0 +1,73 @@
+#include "server/LogLoading.h"
+
+#include "model/LogParameters.h"
+#include "server/KestraneThread.h"
+
+namespace kestrane {
+
+namespace {
+
+void countFinishedRange(clsLog& log) {
+    Session& session = log.session();
+    if (++log.FinishedRanges < static_cast<int>(log.LoadRanges.size())) return;
+    log.LogIntervals.ApplySelection();
+    SetPlottableValues(log);
+    log.IntervalsToLoad = false;
+    log.IntervalsLoading = false;
+    log.LoadRanges.clear();
+    log.IntervalNodes.reset();
+    log.RaiseLogValuesChanged();
+    if (!noLogIsBusy(session)) return;
+    session.frame->SetPanel(Frame::Panel::Status, session.LoadText(7017));
+    session.frame->EnableMenusAndButtons();
+}
+
+} // namespace
+
+void LoadWaitingIntervals(Session& session) {
+    forEachLog(session, [](clsLog& log) {
+        if (log.IntervalsToLoad && !log.IntervalsLoading) CreateLoadThreads(log);
+    });
+}
+
+void CreateLoadThreads(clsLog& log) {
+    Session& session = log.session();
+    log.IntervalsLoading = true;
+    session.frame->SetPanel(Frame::Panel::Status, session.LoadText(7016));
+    session.frame->EnableMenusAndButtons();
+    log.FinishedRanges = 0;
+    log.LogIntervals.setArraySize(log.IntervalNodes->Count());
+    log.LoadThreads.assign(log.LoadRanges.size(), nullptr);
+    for (std::size_t n = 0; n < log.LoadRanges.size(); ++n) {
+        LoadRequest request{log.IntervalNodes, log.Mode(), log.IsChannelBOn, log.LoadRanges[n].From,
+                            log.LoadRanges[n].To};
+        LoadEvents events;
+        events.ThreadLoadResults = [&log, n](const IntervalColumns& rows, std::int64_t first, std::int64_t last) {
+            log.LogIntervals.copyData(rows, first, last);
+            log.LoadThreads[n].reset();
+            countFinishedRange(log);
+        };
+        events.Error = [&log, n](const ThreadError& error) {
+            log.session().frame->SetPanel(
+                Frame::Panel::Error, threadErrorText(log.session(), error.iErrNo, error.sDescription, error.iLine));
+            log.HasUnreadIntervals = true;
+            log.LoadThreads[n].reset();
+            countFinishedRange(log);
+        };
+        log.LoadThreads[n] = session.server->Load(std::move(request), std::move(events));
+    }
+}
+
+std::string threadErrorText(const Session& session, std::int64_t number, const std::string& description, int line) {
+    const std::string place =
+        line != 0 ? ReplaceText(session.LoadText(7020), "^", std::to_string(line)) : std::string();
+    return "  " + place + std::to_string(number) + ": " + description + "  ";
+}
+
+bool noLogIsBusy(const Session& session) {
+    bool isBusy = false;
+    forEachLog(session, [&](const clsLog& log) { isBusy = isBusy || log.IsBusy(); });
+    return !isBusy;
+}
+
+} // namespace kestrane
