@@ -1,0 +1,48 @@
+#include "platform/qt/DesktopMessages.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <array>
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kIconMask = 0x70;
+
+struct IconOfFlag {
+    int flag;
+    QMessageBox::Icon icon;
+};
+
+constexpr std::array<IconOfFlag, 4> kIcons = {{{kIconStop, QMessageBox::Critical},
+                                               {kIconQuestion, QMessageBox::Question},
+                                               {kIconExclamation, QMessageBox::Warning},
+                                               {kIconInformation, QMessageBox::Information}}};
+
+} // namespace
+
+Button DesktopMessages::show(const std::string& prompt, int flags, const std::string& title) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setWindowTitle(QString::fromStdString(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(QString::fromStdString(prompt).replace("\r\n", "\n"));
+    for (const IconOfFlag& entry : kIcons)
+        if (entry.flag == (flags & kIconMask)) box.setIcon(entry.icon);
+
+    const std::vector<Button> buttons = buttonsOf(flags);
+    std::vector<QPushButton*> shown;
+    for (const Button button : buttons) { // of the same role, so that a desktop's style keeps their order
+        shown.push_back(box.addButton(QString::fromStdString(caption_(button)), QMessageBox::ActionRole));
+        if (button == Button::Cancel || buttons.size() == 1) box.setEscapeButton(shown.back());
+        if (button == defaultButtonOf(flags)) box.setDefaultButton(shown.back());
+    }
+    box.exec();
+    for (std::size_t i = 0; i < buttons.size(); ++i)
+        if (shown[i] == box.clickedButton()) return buttons[i];
+    return buttons.back(); // the box went away with the program: the button that does least
+}
+
+} // namespace kestrane
