@@ -1,6 +1,7 @@
 #include "files/XmlValues.h"
 
 #include "platform/Numbers.h"
+#include "resources/Texts.h"
 
 #include <algorithm>
 #include <cctype>
@@ -21,10 +22,9 @@ float readLevel(std::string_view text, const Locale& locale) {
     if (locale.DecimalSeparator == "." || text.find(locale.DecimalSeparator) == std::string_view::npos) {
         return readSingle(text, level) ? level : 0;
     }
-    std::string point(text);
-    if (point.find('.') != std::string::npos) return 0; // a second separator
-    point.replace(point.find(locale.DecimalSeparator), locale.DecimalSeparator.size(), ".");
-    return point.find(locale.DecimalSeparator) == std::string::npos && readSingle(point, level) ? level : 0;
+    if (text.find('.') != std::string_view::npos) return 0; // a second separator
+    const std::string point = ReplaceText(std::string(text), locale.DecimalSeparator, ".");
+    return readSingle(point, level) ? level : 0;
 }
 
 bool readFlag(std::string_view text, const Locale& locale) {

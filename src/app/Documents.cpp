@@ -1,0 +1,144 @@
+#include "app/Documents.h"
+
+#include "calc/Recalculation.h"
+#include "explorer/NodeKeys.h"
+#include "files/Loaders.h"
+#include "files/XmlWriter.h"
+#include "platform/RuntimeError.h"
+#include "server/LogLoading.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::size_t kRecentFiles = 4;
+
+bool isSameName(const std::string& a, const std::string& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
+}
+
+clsFile* openFileOfName(const Session& session, const std::string& name) {
+    const auto found = std::find_if(session.OpenFiles.begin(), session.OpenFiles.end(),
+                                    [&](const auto& file) { return isSameName(file->FileName, name); });
+    return found == session.OpenFiles.end() ? nullptr : found->get();
+}
+
+void refreshWindows(Session& session) {
+    session.frame->RebuildExplorerTrees();
+    session.frame->EnableMenusAndButtons();
+}
+
+bool hasEmptyCollection(const clsFile& file) {
+    return std::any_of(file.InstrumentDatas.begin(), file.InstrumentDatas.end(),
+                       [](const auto& data) { return !data->hasLogs(); });
+}
+
+} // namespace
+
+bool FileOpen(clsFile& file) {
+    if (file.FileId >= 1) return true;
+    Session& session = file.session();
+    std::string message;
+    if (!LoadDocument(file, message)) {
+        session.ShowMessage(message, kIconStop);
+        return false;
+    }
+    file.CopyDoseLogSamples();
+    for (const auto& data : file.InstrumentDatas)
+        RecalcValues(*data, false);
+    file.SavedText = DocumentText(file, false);
+    return true;
+}
+
+bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile) {
+    clsFile* file = openFileOfName(session, name);
+    std::unique_ptr<clsFile> loaded;
+    if (file == nullptr) {
+        loaded = std::make_unique<clsFile>(session, name);
+        file = loaded.get();
+    }
+    const bool isOpen = FileOpen(*file);
+    const bool isNew = isOpen && loaded != nullptr;
+    if (isNew) {
+        session.OpenFiles.push_back(std::move(loaded));
+        AssignIdentities(session, true, 0);
+    }
+    if (isOpen && source != OpenSource::Named) rememberRecentFile(session, name);
+    if (blnLastFile || isNew) refreshWindows(session);
+    for (const auto panel : {Frame::Panel::Status, Frame::Panel::Process, Frame::Panel::Error}) {
+        session.frame->SetPanel(panel, {});
+    }
+    LoadWaitingIntervals(session);
+    return isOpen;
+}
+
+void rememberRecentFile(Session& session, const std::string& name) {
+    std::erase_if(session.RecentFiles, [&](const std::string& recent) { return isSameName(recent, name); });
+    session.RecentFiles.insert(session.RecentFiles.begin(), name);
+    if (session.RecentFiles.size() > kRecentFiles) session.RecentFiles.resize(kRecentFiles);
+}
+
+bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName) {
+    if (session.Options.PreventEmptySaving && hasEmptyCollection(file)) {
+        session.ShowMessage(session.LoadText(6539), kIconInformation);
+        return false;
+    }
+    const bool needsName = file.FileName.empty() || file.JustAcquired() || file.IsOldStyle() || bSaveAs;
+    if (!needsName && !IsChanged(file)) return true;
+    const std::string nameBefore = file.FileName;
+    if (needsName) {
+        if (file.IsOldStyle()) session.ShowMessage(session.LoadText(6537), kIconInformation);
+        const std::optional<std::string> name = askName(file.FileName);
+        if (!name || name->empty()) return false;
+        file.FileName = *name;
+    }
+    bool isSaved = true;
+    try {
+        FileSave(file);
+    } catch (const RuntimeError& error) {
+        const std::string text = std::to_string(error.Number) + ": " + error.what() + "\r\n\r\n" +
+                                 ReplaceText(session.LoadText(6530), "^", file.FileName);
+        session.ShowMessage(text, kIconExclamation);
+        file.FileName = nameBefore; // nothing stands under the new name
+        isSaved = false;
+    }
+    if (needsName) session.frame->RebuildExplorerTrees();
+    session.frame->EnableMenusAndButtons();
+    return isSaved;
+}
+
+bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askName) {
+    std::vector<clsFile*> files;
+    for (const auto& file : session.OpenFiles) {
+        if (objThisFile == nullptr || objThisFile == file.get()) files.push_back(file.get());
+    }
+    for (clsFile* file : files) {
+        file->ToBeSaved = false;
+        if (!IsChanged(*file)) continue;
+        const std::string question = ReplaceText(session.LoadText(6529), "^", file->ShortenedFileName());
+        const Button answer = session.ShowMessage(question, kButtonsYesNoCancel + kIconQuestion);
+        if (answer == Button::Cancel) return false;
+        file->ToBeSaved = answer == Button::Yes;
+    }
+    for (clsFile* file : files) {
+        if (!file->ToBeSaved) continue;
+        const std::string nameBefore = file->FileName;
+        if (!SaveFile(session, *file, false, askName)) return false;
+        if (file->FileName != nameBefore) rememberRecentFile(session, file->FileName);
+    }
+    return true;
+}
+
+bool CloseFile(Session& session, clsFile* objThisFile, const AskSaveName& askName) {
+    if (!CloseFiles(session, objThisFile, askName)) return false;
+    std::erase_if(session.OpenFiles,
+                  [&](const auto& file) { return objThisFile == nullptr || objThisFile == file.get(); });
+    refreshWindows(session);
+    return true;
+}
+
+} // namespace kestrane

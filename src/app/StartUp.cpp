@@ -1,0 +1,95 @@
+#include "app/StartUp.h"
+
+#include "app/Documents.h"
+#include "model/SettingsText.h"
+#include "platform/Files.h"
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kRecentKeys = 4;
+
+std::string trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string recentKey(int i) {
+    return "LastFile" + std::to_string(i);
+}
+
+// Takes one name off the front of an unquoted text. Positions count from 1, and 0 is none, as the rule has it.
+std::string takeUnquoted(std::string& text, const std::function<bool(const std::string&)>& exists) {
+    const auto blankBehind = [&](std::size_t from) { return text.find(' ', from) + 1; }; // npos + 1 is 0
+    std::size_t p = blankBehind(0);
+    std::string candidate;
+    while (p != 0) {
+        candidate = text.substr(0, p - 1);
+        p = blankBehind(p);
+        if (exists(candidate)) {
+            text = trimmed(text.substr(p));
+            return candidate;
+        }
+    }
+    candidate = text;
+    text.clear();
+    return exists(candidate) ? candidate : std::string();
+}
+
+} // namespace
+
+std::string commandLineText(const std::vector<std::string>& arguments) {
+    std::string text;
+    for (const std::string& argument : arguments) {
+        if (!text.empty()) text += ' ';
+        text += '"' + argument + '"';
+    }
+    return text;
+}
+
+std::vector<std::string> commandLineFiles(std::string text, const std::function<bool(const std::string&)>& exists) {
+    std::vector<std::string> names;
+    text = trimmed(text);
+    while (!text.empty()) {
+        const std::size_t before = text.size();
+        std::string name;
+        if (text.front() == '"') {
+            const std::size_t close = text.find('"', 1);
+            name = text.substr(1, close == std::string::npos ? close : close - 1);
+            text = close == std::string::npos ? std::string() : trimmed(text.substr(close + 1));
+        } else {
+            name = takeUnquoted(text, exists);
+        }
+        if (!name.empty()) names.push_back(name);
+        if (text.size() >= before) break;
+    }
+    return names;
+}
+
+void readSettings(Session& session) {
+    for (const std::string& key : session.Options.GetFromRegistry(session.settings)) {
+        session.ShowMessage(ReplaceText(session.LoadText(8805), "^", key), kIconExclamation);
+    }
+    for (int i = 1; i <= kRecentKeys; ++i) {
+        const std::string name = session.settings.read(kPreferences, recentKey(i), {});
+        if (name.empty()) break;
+        session.RecentFiles.push_back(name);
+    }
+}
+
+void saveRecentFiles(Session& session) {
+    for (std::size_t i = 0; i < session.RecentFiles.size(); ++i) {
+        session.settings.write(kPreferences, recentKey(static_cast<int>(i) + 1), session.RecentFiles[i]);
+    }
+}
+
+void Main(Session& session, const std::vector<std::string>& arguments) {
+    readSettings(session);
+    const std::vector<std::string> names = commandLineFiles(commandLineText(arguments), fileExists);
+    for (const std::string& name : names)
+        OpenFile(session, name, OpenSource::Named, &name == &names.back());
+    session.frame->SetPanel(Frame::Panel::Status, session.Options.CompanyName);
+}
+
+} // namespace kestrane

@@ -1,0 +1,27 @@
+// The way in and out of the program, without its windows: settings, recent files, the command line and the files named
+// there.
+#pragma once
+
+#include "model/Session.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+// The arguments of the process as the one text that is parsed: each in quotes, since the shell has split them already.
+std::string commandLineText(const std::vector<std::string>& arguments);
+
+// The file names of a command line: quoted, or unquoted and possibly holding blanks, settled by what exists. The word
+// behind an accepted unquoted name is skipped (required reading); parsing ends when the rest no longer gets shorter.
+std::vector<std::string> commandLineFiles(std::string text, const std::function<bool(const std::string&)>& exists);
+
+// Reads settings (a text that cannot be converted is reported by its key, and the default stays) and recent files.
+void readSettings(Session& session);
+void saveRecentFiles(Session& session);
+
+// Start-up up to the first window: settings, recent files, then every file that the arguments name.
+void Main(Session& session, const std::vector<std::string>& arguments);
+
+} // namespace kestrane

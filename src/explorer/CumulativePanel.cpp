@@ -1,0 +1,224 @@
+#include "explorer/CumulativePanel.h"
+
+#include "calc/Recalculation.h"
+#include "model/LogParameters.h"
+#include "model/LogTime.h"
+#include "model/Session.h"
+#include "model/TimeText.h"
+#include "platform/Format.h"
+
+#include <algorithm>
+#include <array>
+
+namespace kestrane {
+
+namespace {
+
+// A row of figures: the names of its labels, "" for a channel that has none.
+struct FigureRow {
+    PanelSection section;
+    Parameter parameter;
+    std::string_view labelA;
+    std::string_view labelB;
+};
+
+constexpr FigureRow kFigures[] = {
+    {PanelSection::Levels, eLeq, "lblLeqA", "lblLeqB"},
+    {PanelSection::Levels, eLmin, "lblLminA", "lblLminB"},
+    {PanelSection::Levels, eLmax, "lblLmaxA", "lblLmaxB"},
+    {PanelSection::Levels, ePeak, "lblPeak", "lblPeakB"},
+    {PanelSection::Exposure, eLepdET, "lblLepdETA", "lblLepdETB"},
+    {PanelSection::Exposure, eLepdMT, "lblLepdMTA", "lblLepdMTB"},
+    {PanelSection::Exposure, eDoseET, "lblDoseETA", "lblDoseETB"},
+    {PanelSection::Exposure, eDoseMT, "lblDoseMTA", "lblDoseMTB"},
+    {PanelSection::Exposure, eDoseHour, "lblDoseHour", "lblDoseHourB"},
+    {PanelSection::Levels, eLtm3, "lblLtm3", ""},
+    {PanelSection::Levels, eLtm5, "lblLtm5", ""},
+    {PanelSection::Exposure, eLe_Sel, "lblLE", "lblLEB"},
+    {PanelSection::Exposure, ePa2Hr, "lblPA2hr", "lblPA2hrB"},
+};
+
+// What a Brevik model does not measure at a location.
+constexpr std::array<std::string_view, 5> kBlankAtWork = {"lblLE", "lblPeak", "lblLn", "lblLtm3", "lblLtm5"};
+constexpr std::array<std::string_view, 9> kBlankInEnvironment = {
+    "lblPeak", "lblLepdETA", "lblLepdMTA", "lblDoseETA", "lblDoseMTA", "lblDoseHour", "lblLtm3", "lblLtm5", "lblPA2hr"};
+
+class Panel {
+public:
+    Panel(const clsLog& log, int band) :
+        log_(log), session_(log.session()), options_(displayOptions(log)), band_(band) {}
+
+    std::vector<PanelRow> rows() {
+        for (const FigureRow& row : kFigures) {
+            add(row.section, rowCaption(row), {std::string(row.labelA), {}, figure(kChannelA, row)},
+                {log_.IsChannelBOn ? std::string(row.labelB) : std::string(), levelCaptionB(row),
+                 figure(kChannelB, row)});
+        }
+        brevikFigures();
+        add(PanelSection::Levels, session_.LoadText(4603), {"lblLn", {}, lnText()});
+        add(PanelSection::Exposure, session_.LoadText(5066), {"lblExposureTime", {}, exposureTime()});
+        measurement();
+        instrument();
+        if (log_.IsBrevikMeter()) blankUnmeasured();
+        return std::move(rows_);
+    }
+
+private:
+    void add(PanelSection section, std::string caption, PanelLabel a, PanelLabel b = {}) {
+        a.Caption = caption;
+        if (b.Caption.empty()) b.Caption = caption;
+        rows_.push_back({section, std::move(caption), std::move(a), std::move(b)});
+    }
+
+    std::string rowCaption(const FigureRow& row) const {
+        switch (row.parameter) {
+        case eLeq:
+            return log_.LeqTextA();
+        case eLmin:
+            return log_.LminTextA();
+        case eLmax:
+            return log_.LmaxTextA();
+        case ePeak:
+            return log_.PeakTextA();
+        case eDoseHour:
+            return session_.labels.DoseHourShort;
+        case ePa2Hr:
+            return session_.LoadText(4599);
+        default:
+            return VariableCaption(session_, row.parameter, kNoChannel, kNoBand, nullptr);
+        }
+    }
+
+    std::string levelCaptionB(const FigureRow& row) const {
+        switch (row.parameter) {
+        case eLeq:
+            return log_.LeqTextB();
+        case eLmin:
+            return log_.LminTextB();
+        case eLmax:
+            return log_.LmaxTextB();
+        case ePeak:
+            return log_.PeakTextB();
+        default:
+            return {};
+        }
+    }
+
+    std::string format(const clsValue& value) const { return value.Format(false, false, {}, session_.locale); }
+
+    std::string figure(int channel, const FigureRow& row) const {
+        if (channel == kChannelB && (!log_.IsChannelBOn || row.labelB.empty())) return {};
+        if (!options_.Plottable(channel, kCumulative, row.parameter)) return {};
+        return format(cumulativeValue(log_, channel, row.parameter, band_));
+    }
+
+    void brevikFigures() {
+        std::string lavg;
+        std::string twa;
+        std::string twa8;
+        if (log_.IsBrevikMeter()) {
+            lavg = format(log_.LAvgCumA);
+            twa = format(log_.TWACumA);
+            if (const float level = TWA8CumA(log_); level != 0) twa8 = formatNumber(level, "##0.0", session_.locale);
+        }
+        add(PanelSection::Levels, session_.labels.LAvg, {"lblLAvg", {}, lavg});
+        add(PanelSection::Exposure, session_.labels.TWA, {"lblTWA", {}, twa});
+        add(PanelSection::Exposure, session_.LoadText(9513), {"lblTWA8", {}, twa8});
+    }
+
+    std::string lnText() const {
+        std::string text;
+        for (int ln = 1; ln <= NumberOfLns; ++ln) {
+            const bool isValid = log_.LnNumberA(ln) != 0 && (log_.IsBrevikMeter() || isCumulativeLn(ln));
+            if (!isValid || !options_.Plottable(kChannelA, kCumulative, eLn(ln))) continue;
+            if (!text.empty()) text += ' ';
+            text += "(L" + std::to_string(log_.LnNumberA(ln)) + ") " + format(log_.LnCumA(ln, band_));
+        }
+        return text;
+    }
+
+    bool isCumulativeLn(int ln) const {
+        try {
+            return IsLnCumulativeValid(log_, kChannelA, ln);
+        } catch (const RuntimeError&) {
+            return false;
+        }
+    }
+
+    std::string exposureTime() const {
+        return HoursToTimeText(log_.IsBrevikMeter() ? log_.objLogOptions.ExposureTime : 8.0F);
+    }
+
+    void measurement() {
+        const auto put = [&](int caption, std::string name, std::string text) {
+            add(PanelSection::Measurement, session_.LoadText(caption), {std::move(name), {}, std::move(text)});
+        };
+        put(7103, "lblStartDate", log_.StartDate.Format());
+        put(7105, "lblStartTime", log_.StartTime.hh_mm_ss());
+        put(7104, "lblEndDate", log_.EndDate.Format());
+        put(7106, "lblEndTime", log_.EndTime.hh_mm_ss());
+        put(7107, "lblLength", LogLengthText(log_));
+        put(7108, "lblLogInterval", log_.IntervalText());
+        put(5052, "lblOverloaded", log_.IsLoggingOverLoadedText());
+        rows_.back().A.IsWarning = log_.IsLoggingOverLoaded;
+        put(5042, "lblMode", modeText());
+    }
+
+    void instrument() {
+        const auto put = [&](int caption, std::string name, std::string text, PanelLabel b = {}) {
+            add(PanelSection::Instrument, session_.LoadText(caption), {std::move(name), {}, std::move(text)},
+                std::move(b));
+        };
+        const std::string b = log_.IsChannelBOn ? "B" : std::string();
+        put(5046, "lblFrqWgt", log_.FreqWeightA(),
+            {b.empty() ? b : "lblFrqWgtB", {}, b.empty() ? b : log_.FreqWeightB()});
+        put(5047, "lblTimeWgt", log_.TimeWeightA(),
+            {b.empty() ? b : "lblTimeWgtB", {}, b.empty() ? b : log_.TimeWeightB()});
+        put(4601, "lblRange", log_.Range);
+        put(4602, "lblThreshold", log_.Threshold);
+        put(5045, "lblUserCal", log_.CalibDate.Format());
+        put(4600, "lblFactoryCal", log_.FactoryCalibDate.Format());
+    }
+
+    std::string modeText() const {
+        const std::string location = log_.LocationType();
+        if (location == NoiseAtWorkLocation) return session_.LoadText(4529);
+        if (location == EnvironmentLocation) return session_.LoadText(4530);
+        return location;
+    }
+
+    void blankUnmeasured() {
+        const std::string location = log_.LocationType();
+        const auto blank = [&](const auto& names) {
+            for (PanelRow& row : rows_) {
+                if (std::find(names.begin(), names.end(), row.A.Name) != names.end()) row.A.Text.clear();
+            }
+        };
+        if (location == NoiseAtWorkLocation) blank(kBlankAtWork);
+        if (location == EnvironmentLocation) blank(kBlankInEnvironment);
+    }
+
+    const clsLog& log_;
+    const Session& session_;
+    clsLogOptions options_;
+    int band_;
+    std::vector<PanelRow> rows_;
+};
+
+} // namespace
+
+std::vector<PanelRow> cumulativePanel(const clsLog& log, int band) {
+    return Panel(log, band).rows();
+}
+
+std::vector<PanelLabel> shownLabels(const clsLog& log, int band) {
+    std::vector<PanelLabel> labels;
+    for (const PanelRow& row : cumulativePanel(log, band)) {
+        for (const PanelLabel& label : {row.A, row.B}) {
+            if (!label.Name.empty() && !label.Text.empty()) labels.push_back(label);
+        }
+    }
+    return labels;
+}
+
+} // namespace kestrane

@@ -1,0 +1,36 @@
+// The texts of the "Cumultv (Data)" tab: which label shows what of a log. The tab lays them out, the command line
+// prints them.
+#pragma once
+
+#include "model/clsLog.h"
+
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+// A label of the panel. An empty text is a value that is not shown.
+struct PanelLabel {
+    std::string Name;       // "lblLeqA"
+    std::string Caption;    // "LAeq"
+    std::string Text;       // "85.0"
+    bool IsWarning = false; // to be marked with the highlight colour
+};
+
+// Which frame of the tab a label stands in.
+enum class PanelSection { Levels, Exposure, Measurement, Instrument };
+
+struct PanelRow {
+    PanelSection Section;
+    std::string Caption;
+    PanelLabel A; // or the only value
+    PanelLabel B; // empty name: the row has one value
+};
+
+// All rows of the panel in order. band: 0 the overall figures, else the band chosen (1..last).
+std::vector<PanelRow> cumulativePanel(const clsLog& log, int band);
+
+// Those labels that show a value.
+std::vector<PanelLabel> shownLabels(const clsLog& log, int band);
+
+} // namespace kestrane

@@ -1,0 +1,28 @@
+// The explorer tree as data: which nodes there are, in which order, with their texts and images. A window shows it and
+// keeps nothing of its own but which nodes are open.
+#pragma once
+
+#include "model/Session.h"
+
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+struct TreeNode {
+    std::string Key;
+    std::string Text;
+    std::string Image; // "FILE", "INSTRUMENT", "FILEOPEN" or "FILECLOSE"
+    std::string Tag;   // the serial of an instrument's node
+    bool Expanded = false;
+    std::vector<TreeNode> Children;
+};
+
+// The nodes of all open files: grouped by format, within a format in the order of OpenFiles. Expanded and open state
+// come from the flags of the objects.
+std::vector<TreeNode> buildTree(const Session& session);
+
+// "name [serial]", and the file's name where files are shown beside.
+std::string instrumentText(const clsInsData& data, const clsFile& file);
+
+} // namespace kestrane

@@ -1,0 +1,47 @@
+#include "explorer/Selection.h"
+
+#include "model/LogTime.h"
+#include "platform/RuntimeError.h"
+
+#include <charconv>
+
+namespace kestrane {
+
+std::unique_ptr<clsLog> makeZoom(const clsLog& log, std::int64_t from, std::int64_t to) {
+    auto zoom = std::make_unique<clsLog>(log.session());
+    zoom->Copy(log, from, to);
+    zoom->IsZoomed = true;
+    zoom->IsParent5Mins = getTime(log, 'm', false, false) >= 5.0F;
+    return zoom;
+}
+
+std::vector<RowRange> parseRowRanges(std::string_view text, std::int64_t rows) {
+    std::vector<RowRange> ranges;
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    while (at < end) {
+        RowRange range{};
+        auto read = std::from_chars(at, end, range.From);
+        if (read.ec != std::errc()) return {};
+        range.To = range.From;
+        if (read.ptr < end && *read.ptr == '-') {
+            read = std::from_chars(read.ptr + 1, end, range.To);
+            if (read.ec != std::errc()) return {};
+        }
+        if (range.From < 1 || range.To < range.From || range.To > rows) return {};
+        ranges.push_back(range);
+        if (read.ptr == end) return ranges;
+        if (*read.ptr != ',') return {};
+        at = read.ptr + 1;
+    }
+    return {};
+}
+
+void setIntervalSelection(clsLog& log, const std::vector<RowRange>& ranges, bool toBeIncluded) {
+    log.LogIntervals.CutIntervals.clear();
+    for (const RowRange& range : ranges)
+        log.LogIntervals.CutIntervals.push_back(selectionText(range));
+    log.LogIntervals.IntervalsToBeIncluded = toBeIncluded;
+}
+
+} // namespace kestrane
