@@ -47,7 +47,7 @@ std::string followLinks(std::string path) {
         char link[4096];
         const auto size = check(readlink(path.c_str(), link, sizeof link));
         const std::string named(link, static_cast<std::size_t>(size));
-        path = named.starts_with('/') ? named : folderOf(path) + '/' + named;
+        path = named.starts_with('/') ? named : folderOf(path).append("/").append(named);
     }
     raiseSystemError(ELOOP);
 }

@@ -36,7 +36,7 @@ bool isCivilDate(int year, int month, int day) {
 
 CalendarTime fromCivil(const CivilDate& date, std::int64_t secondsOfDay) {
     const auto days = (sys_days(parts(date.Year, date.Month, date.Day)) - kEpoch).count();
-    return days + static_cast<double>(secondsOfDay) / kDay;
+    return static_cast<double>(days) + static_cast<double>(secondsOfDay) / kDay;
 }
 
 CivilDate toCivil(CalendarTime time) {

@@ -38,7 +38,8 @@ Locale systemLocale() {
     if (locale == nullptr) return result;
     const bool isUtf8 = std::string_view(nl_langinfo_l(CODESET, locale)) == "UTF-8";
     const auto take = [&](std::string& separator, std::string_view text) {
-        if (const std::string character = firstCharacter(text, isUtf8); !character.empty()) separator = character;
+        if (const std::string character = firstCharacter(text, isUtf8); !character.empty() && character != " ")
+            separator = character;
     };
     take(result.DecimalSeparator, nl_langinfo_l(RADIXCHAR, locale));
     take(result.DateSeparator, behindFirstField(nl_langinfo_l(D_FMT, locale)));

@@ -194,6 +194,7 @@ char* writeSingle(char* out, float value) {
     // Below 8192 singles lie closer than thousandths, so at most one number of thousandths reads back to this single,
     // and without its trailing zeros it is the shortest such text.
     if (magnitude < 8192) {
+        // NOLINTNEXTLINE(bugprone-incorrect-roundings): a wrong one fails the test below
         const auto thousandths = static_cast<unsigned>(static_cast<double>(magnitude) * 1000 + 0.5);
         if (static_cast<float>(thousandths) / 1000.0F == magnitude) {
             const unsigned whole = thousandths / 1000;

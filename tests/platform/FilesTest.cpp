@@ -1,0 +1,84 @@
+#include "platform/Files.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cerrno>
+#include <thread>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kestrane {
+namespace {
+
+TEST(ReadFile, GivesTheBytesOrTheSystemsError) {
+    const TemporaryFolder folder;
+    const std::string text("one\0two\r\n\xFF", 10);
+    writeText(folder.file("data"), text);
+    writeText(folder.file("empty"), "");
+    EXPECT_EQ(readFile(folder.file("data"))->view(), text);
+    EXPECT_EQ(readFile(folder.file("empty"))->size(), 0U);
+
+    const auto errorOf = [](const std::string& path) -> std::int64_t {
+        try {
+            readFile(path);
+            return 0;
+        } catch (const RuntimeError& error) {
+            return error.Number;
+        }
+    };
+    EXPECT_EQ(errorOf(folder.path()), EISDIR);
+    EXPECT_EQ(errorOf(folder.file("none")), ENOENT);
+    EXPECT_EQ(errorOf(""), ENOENT);
+
+    // A pipe nobody writes to must not hold the program.
+    mkfifo(folder.file("pipe").c_str(), 0600);
+    EXPECT_EQ(readFile(folder.file("pipe"))->size(), 0U);
+
+    EXPECT_TRUE(fileExists(folder.file("empty")));
+    EXPECT_FALSE(fileExists(folder.path()));
+    EXPECT_FALSE(fileExists(folder.file("none")));
+}
+
+TEST(ReadFile, BearsAFileThatChangesItsSize) {
+    constexpr std::size_t kMost = 3'000'000;
+    const TemporaryFolder folder;
+    const std::string path = folder.file("data");
+    writeText(path, std::string(kMost, 'x'));
+    std::atomic<bool> isOver = false;
+    std::thread changer([&] {
+        while (!isOver)
+            for (const off_t size : {1'000'000, 100, static_cast<int>(kMost), 0})
+                EXPECT_EQ(truncate(path.c_str(), size), 0);
+    });
+    for (int i = 0; i < 200; ++i)
+        EXPECT_LE(readFile(path)->size(), kMost);
+    isOver = true;
+    changer.join();
+}
+
+TEST(FileBytes, ReleaseGivesBackWholePagesWithin) {
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const std::size_t size = 10 * page + 7;
+    FileBytes bytes(size);
+    std::fill_n(bytes.data(), size, 'x');
+    bytes.release(1, 3 * page + 5);
+    bytes.release(5 * page, 5 * page);
+    bytes.release(6 * page, 5 * page);
+    bytes.release(9 * page + 1, 100 * page);
+    for (std::size_t i = 0; i < size; ++i)
+        ASSERT_EQ(bytes.data()[i], i >= page && i < 3 * page ? '\0' : 'x') << i;
+    bytes.release(9 * page, 100 * page);
+    EXPECT_EQ(bytes.data()[9 * page], '\0');
+
+    bytes.shrink(5);
+    bytes.shrink(9);
+    EXPECT_EQ(bytes.view(), (std::string_view{"x\0\0\0\0", 5}).substr(0, 1).data() + std::string(4, 'x'));
+}
+
+} // namespace
+} // namespace kestrane
