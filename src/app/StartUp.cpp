@@ -4,6 +4,9 @@
 #include "model/SettingsText.h"
 #include "platform/Files.h"
 
+#include <filesystem>
+#include <system_error>
+
 namespace kestrane {
 
 namespace {
@@ -67,7 +70,20 @@ std::vector<std::string> commandLineFiles(std::string text, const std::function<
     return names;
 }
 
+std::string programFolder() {
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::string("/") : program.parent_path().string() + "/";
+}
+
+std::string fullPath(const std::string& name) {
+    std::error_code error;
+    const auto path = std::filesystem::absolute(name, error);
+    return error ? name : path.lexically_normal().string();
+}
+
 void readSettings(Session& session) {
+    session.Options.DefaultDataDirectory = programFolder();
     for (const std::string& key : session.Options.GetFromRegistry(session.settings)) {
         session.ShowMessage(ReplaceText(session.LoadText(8805), "^", key), kIconExclamation);
     }
@@ -88,7 +104,7 @@ void Main(Session& session, const std::vector<std::string>& arguments) {
     readSettings(session);
     const std::vector<std::string> names = commandLineFiles(commandLineText(arguments), fileExists);
     for (const std::string& name : names)
-        OpenFile(session, name, OpenSource::Named, &name == &names.back());
+        OpenFile(session, fullPath(name), OpenSource::Named, &name == &names.back());
     session.frame->SetPanel(Frame::Panel::Status, session.Options.CompanyName);
 }
 

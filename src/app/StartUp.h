@@ -17,6 +17,12 @@ std::string commandLineText(const std::vector<std::string>& arguments);
 // behind an accepted unquoted name is skipped (required reading); parsing ends when the rest no longer gets shorter.
 std::vector<std::string> commandLineFiles(std::string text, const std::function<bool(const std::string&)>& exists);
 
+// The folder that the running program lies in, with "/" at the end.
+std::string programFolder();
+
+// A name as the program keeps it: with its full path.
+std::string fullPath(const std::string& name);
+
 // Reads settings (a text that cannot be converted is reported by its key, and the default stays) and recent files.
 void readSettings(Session& session);
 void saveRecentFiles(Session& session);

@@ -15,7 +15,7 @@ std::unique_ptr<clsLog> makeZoom(const clsLog& log, std::int64_t from, std::int6
     return zoom;
 }
 
-std::vector<RowRange> parseRowRanges(std::string_view text, std::int64_t rows) {
+std::vector<RowRange> parseRowRanges(std::string_view text) {
     std::vector<RowRange> ranges;
     const char* at = text.data();
     const char* const end = at + text.size();
@@ -28,13 +28,16 @@ std::vector<RowRange> parseRowRanges(std::string_view text, std::int64_t rows) {
             read = std::from_chars(read.ptr + 1, end, range.To);
             if (read.ec != std::errc()) return {};
         }
-        if (range.From < 1 || range.To < range.From || range.To > rows) return {};
         ranges.push_back(range);
         if (read.ptr == end) return ranges;
         if (*read.ptr != ',') return {};
         at = read.ptr + 1;
     }
     return {};
+}
+
+bool isRangeOf(const RowRange& range, std::int64_t rows) {
+    return range.From >= 1 && range.From <= range.To && range.To <= rows;
 }
 
 void setIntervalSelection(clsLog& log, const std::vector<RowRange>& ranges, bool toBeIncluded) {

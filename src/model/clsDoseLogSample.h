@@ -22,6 +22,12 @@ public:
     clsTime Duration;
     bool IsIncluded = false; // takes part in the totals
 
+    // The row's exposure level, dB: Leq + 10 log10(T/8); 0 when Leq or the duration T (hours) is 0.
+    clsValue getLex() const;
+
+    // The row's dose, %: 12.5 T 10^((Leq - Criterion) log10(2) / Exchange); 0 when a factor is missing or on overflow.
+    clsValue getDose() const;
+
     // Every member; the copy's Dose takes the source's Leq.
     void Copy(const clsDoseLogSample& objPrevSample);
 };

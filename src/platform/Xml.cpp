@@ -49,8 +49,9 @@ constexpr Entity kEntities[] = {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot",
 
 // The character of the reference at "&", and at moves behind its ";"; nothing when it is none.
 std::optional<char32_t> reference(const char*& at, const char* end) {
-    const char* const semicolon = std::find(at, std::min(end, at + 16), ';');
-    if (semicolon == end || semicolon == at + 16) return std::nullopt;
+    const char* const limit = at + std::min<std::ptrdiff_t>(end - at, 32);
+    const char* const semicolon = std::find(at, limit, ';');
+    if (semicolon == limit) return std::nullopt;
     const std::string_view name(at + 1, static_cast<std::size_t>(semicolon - at - 1));
     std::optional<char32_t> character;
     if (name.starts_with('#')) {
@@ -452,6 +453,7 @@ void appendEscaped(std::string& out, std::string_view decoded) {
 // The attributes of a tag. visit(name, raw value)
 template <class Visit>
 void forEachAttribute(std::string_view tag, Visit visit) {
+    if (tag.starts_with("</")) return;
     const char* p = tag.data() + 1;
     const char* const end = tag.data() + tag.size();
     while (p < end && is(*p, kName))
@@ -605,20 +607,19 @@ std::string xmlSerialise(const XmlBytes& bytes, std::size_t begin, std::size_t e
         out += kind == XmlCursor::Kind::Close ? "</" : "<";
         for (const char c : tag.name)
             appendCharacter(bytes, out, c);
-        forEachAttribute(kind == XmlCursor::Kind::Open ? raw : std::string_view(),
-                         [&](std::string_view name, std::string_view value) {
-                             out += ' ';
-                             out += name;
-                             out += "=\"";
-                             for (const char c : xmlDecode(bytes, value)) {
-                                 if (c == '"') {
-                                     out += "&quot;";
-                                 } else {
-                                     appendEscaped(out, std::string_view(&c, 1));
-                                 }
-                             }
-                             out += '"';
-                         });
+        forEachAttribute(raw, [&](std::string_view name, std::string_view value) {
+            out += ' ';
+            out += name;
+            out += "=\"";
+            for (const char c : xmlDecode(bytes, value)) {
+                if (c == '"') {
+                    out += "&quot;";
+                } else {
+                    appendEscaped(out, std::string_view(&c, 1));
+                }
+            }
+            out += '"';
+        });
         out += tag.isEmpty ? "/>" : ">";
     }
 }

@@ -460,6 +460,7 @@ constexpr TextEntry Entries[] = {
     {8803, "The download was not complete"},
     {8804, "Some intervals of '^' could not be read.  Saving would lose them."},
     {8805, "The setting '^' is not of the right kind.  Its default is used."},
+    {8806, "There is no log '^'."},
     // Printer and shared button words
     {9000, "Error Connecting to Printer"},
     {9001, "OK"},

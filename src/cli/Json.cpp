@@ -1,0 +1,262 @@
+#include "cli/Json.h"
+
+#include "calc/Recalculation.h"
+#include "explorer/NodeKeys.h"
+#include "files/Loaders.h"
+#include "model/LogTime.h"
+#include "model/Session.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+
+#include <string>
+
+namespace kestrane {
+
+namespace {
+
+Json valueJson(const clsValue& value) {
+    return {{"Value", singleJson(value.Value())}, {"CalcValue", singleJson(value.CalcValue())}};
+}
+
+Json bandsJson(const BandValues& values) {
+    Json list = Json::array();
+    for (int band = 0; band <= values.last(); ++band)
+        list.push_back(valueJson(values(band)));
+    return list;
+}
+
+Json lnsJson(const LnValues& values) {
+    Json list = Json::array();
+    for (int ln = 1; ln <= NumberOfLns; ++ln)
+        list.push_back(bandsJson(values.of(ln)));
+    return list;
+}
+
+Json plotJson(const PlotTable& table) {
+    Json all = Json::object();
+    for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+        all[std::string(parameterInfo(parameter).name)] = {{"A-C", table(kChannelA, kCumulative, parameter)},
+                                                           {"A-I", table(kChannelA, kInterval, parameter)},
+                                                           {"B-C", table(kChannelB, kCumulative, parameter)},
+                                                           {"B-I", table(kChannelB, kInterval, parameter)}};
+    }
+    return all;
+}
+
+struct NamedValue {
+    const char* name;
+    clsValue LogData::*member;
+};
+
+constexpr NamedValue kValues[] = {
+    {"PeakCumA", &LogData::PeakCumA},     {"DoseETCumA", &LogData::DoseETCumA}, {"DoseMTCumA", &LogData::DoseMTCumA},
+    {"DoseHourA", &LogData::DoseHourA},   {"LepdETCumA", &LogData::LepdETCumA}, {"LepdMTCumA", &LogData::LepdMTCumA},
+    {"SELCumA", &LogData::SELCumA},       {"Pa2hCumA", &LogData::Pa2hCumA},     {"LAvgCumA", &LogData::LAvgCumA},
+    {"TWACumA", &LogData::TWACumA},       {"Ltm3CumA", &LogData::Ltm3CumA},     {"Ltm5CumA", &LogData::Ltm5CumA},
+    {"LeqCumB", &LogData::LeqCumB},       {"LminCumB", &LogData::LminCumB},     {"LmaxCumB", &LogData::LmaxCumB},
+    {"PeakCumB", &LogData::PeakCumB},     {"DoseETCumB", &LogData::DoseETCumB}, {"DoseMTCumB", &LogData::DoseMTCumB},
+    {"LepdETCumB", &LogData::LepdETCumB}, {"LepdMTCumB", &LogData::LepdMTCumB}, {"SELCumB", &LogData::SELCumB},
+    {"DoseHourB", &LogData::DoseHourB},   {"Pa2hCumB", &LogData::Pa2hCumB},
+};
+
+Json headerJson(const clsLog& log, const std::string& key) {
+    return {
+        {"Key", key},
+        {"Name", log.Name},
+        {"Mode", log.Mode()},
+        {"ModeText", log.ModeText()},
+        {"LocationType", log.LocationType()},
+        {"TestLocationType", log.TestLocationType()},
+        {"OctaveType", log.OctaveType()},
+        {"InsName", log.InsName},
+        {"FirmwareVersion", singleJson(log.FirmwareVersion)},
+        {"Number", log.Number},
+        {"Criterion", log.Criterion},
+        {"Exchange", log.Exchange},
+        {"Threshold", log.Threshold},
+        {"Range", log.Range},
+        {"Region", log.Region},
+        {"Note", log.Note},
+        {"IsChannelBOn", log.IsChannelBOn},
+        {"IsLnNumbersOn", log.IsLnNumbersOn},
+        {"IsLoggingOverLoaded", log.IsLoggingOverLoaded},
+        {"Interval", log.Interval},
+        {"IsErraticIntervals", log.IsErraticIntervals},
+        {"FullyCalculated", log.FullyCalculated},
+        {"IsZoomed", log.IsZoomed},
+        {"IsParent5Mins", log.IsParent5Mins},
+        {"SaveDoseCalc", log.SaveDoseCalc},
+        {"MeasurementTimeFromInstrument", log.MeasurementTimeFromInstrument},
+        {"FactoryCalibDate", log.FactoryCalibDate.Format()},
+        {"CalibDate", log.CalibDate.Format()},
+        {"CalibTime", log.CalibTime.hh_mm_ss()},
+        {"StartDate", log.StartDate.Format()},
+        {"StartTime", log.StartTime.hh_mm_ss()},
+        {"EndDate", log.EndDate.Format()},
+        {"EndTime", log.EndTime.hh_mm_ss()},
+        {"FreqWeightA", log.FreqWeightA()},
+        {"FreqWeightB", log.FreqWeightB()},
+        {"TimeWeightA", log.TimeWeightA()},
+        {"TimeWeightB", log.TimeWeightB()},
+        {"LeqTextA", log.LeqTextA()},
+        {"LminTextA", log.LminTextA()},
+        {"LmaxTextA", log.LmaxTextA()},
+        {"PeakTextA", log.PeakTextA()},
+        {"LeqTextB", log.LeqTextB()},
+        {"LminTextB", log.LminTextB()},
+        {"LmaxTextB", log.LmaxTextB()},
+        {"PeakTextB", log.PeakTextB()},
+        {"IntervalText", log.IntervalText()},
+        {"LogLengthText", LogLengthText(log)},
+        {"ExposureTime", singleJson(log.objLogOptions.ExposureTime)},
+    };
+}
+
+Json figuresJson(const clsLog& log) {
+    Json numbers = Json::array();
+    for (int ln = 1; ln <= NumberOfLns; ++ln)
+        numbers.push_back(log.LnNumberA(ln));
+    Json figures = {{"LeqCumA", bandsJson(log.LeqCumA)},
+                    {"LminCumA", bandsJson(log.LminCumA)},
+                    {"LmaxCumA", bandsJson(log.LmaxCumA)},
+                    {"LnNumberA", numbers},
+                    {"LnCumA", lnsJson(log.LnCumA)}};
+    for (const NamedValue& value : kValues)
+        figures[value.name] = valueJson(log.*value.member);
+    figures["TWA8CumA"] = singleJson(TWA8CumA(log));
+    figures["LminCumDateA"] = log.LminCumDateA.Format();
+    figures["LminCumTimeA"] = log.LminCumTimeA.hh_mm_ss();
+    figures["LmaxCumDateA"] = log.LmaxCumDateA.Format();
+    figures["LmaxCumTimeA"] = log.LmaxCumTimeA.hh_mm_ss();
+    figures["PeakCumDateA"] = log.PeakCumDateA.Format();
+    figures["PeakCumTimeA"] = log.PeakCumTimeA.hh_mm_ss();
+    figures["Plottable"] = plotJson(log.objLogOptions.Plottable);
+    figures["IsPlotted"] = plotJson(log.objLogOptions.IsPlotted);
+    Json peaks = Json::array();
+    for (const clsPeak& peak : log.Peaks) {
+        peaks.push_back({{"PeakTime", peak.PeakTime.hh_mm_ss()}, {"SampleDuration", singleJson(peak.SampleDuration)}});
+    }
+    figures["Peaks"] = peaks;
+    return figures;
+}
+
+Json rowJson(const clsLogInterval& row) {
+    return {{"isExcluded", row.isExcluded},          {"mLngInterval", row.mLngInterval},
+            {"mIntCriterion", row.mIntCriterion},    {"mIntExchange", row.mIntExchange},
+            {"StartDate", row.StartDate.Format()},   {"StartTime", row.StartTime.hh_mm_ss()},
+            {"LeqA", bandsJson(row.LeqA)},           {"LminA", bandsJson(row.LminA)},
+            {"LmaxA", bandsJson(row.LmaxA)},         {"LnA", lnsJson(row.LnA)},
+            {"LminTimeA", row.LminTimeA.hh_mm_ss()}, {"LmaxTimeA", row.LmaxTimeA.hh_mm_ss()},
+            {"PeakA", valueJson(row.PeakA)},         {"PeakTimeA", row.PeakTimeA.hh_mm_ss()},
+            {"DoseA", valueJson(row.DoseA)},         {"LepdA", valueJson(row.LepdA)},
+            {"SELA", valueJson(row.SELA)},           {"Ltm3A", valueJson(row.Ltm3A)},
+            {"Ltm5A", valueJson(row.Ltm5A)},         {"Pa2hA", valueJson(row.Pa2hA)},
+            {"OverloadedA", row.OverloadedA},        {"LeqB", valueJson(row.LeqB)},
+            {"LminB", valueJson(row.LminB)},         {"LmaxB", valueJson(row.LmaxB)},
+            {"PeakB", valueJson(row.PeakB)},         {"SELB", valueJson(row.SELB)},
+            {"LepdB", valueJson(row.LepdB)},         {"DoseB", valueJson(row.DoseB)},
+            {"Pa2hB", valueJson(row.Pa2hB)},         {"OverloadedB", row.OverloadedB}};
+}
+
+Json exposureJson(const clsLog& log) {
+    Json rows = Json::array();
+    for (const clsDoseLogSample& row : log.DoseLogIntervals) {
+        rows.push_back({{"Criterion", row.Criterion},
+                        {"Exchange", row.Exchange},
+                        {"SampleDate", row.SampleDate.Format()},
+                        {"SampleTime", row.SampleTime.hh_mm_ss()},
+                        {"Note", row.Note},
+                        {"Leq", singleJson(row.Leq.Value())},
+                        {"Duration", row.Duration.hh_mm_ss()},
+                        {"Lex", singleJson(row.getLex().Value())},
+                        {"Dose", singleJson(row.getDose().Value())},
+                        {"IsIncluded", row.IsIncluded}});
+    }
+    return rows;
+}
+
+std::string dump(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+// The members of an object without its braces.
+std::string members(const Json& object) {
+    const std::string text = dump(object);
+    return text.substr(1, text.size() - 2);
+}
+
+// Calls write(item) for each item, with the brackets and commas of a JSON array around them.
+template <class Items, class Write>
+void writeArray(std::ostream& out, const Items& items, Write write) {
+    out << '[';
+    bool isFirst = true;
+    for (const auto& item : items) {
+        if (!isFirst) out << ',';
+        isFirst = false;
+        write(item);
+    }
+    out << ']';
+}
+
+} // namespace
+
+Json singleJson(float value) {
+    return toDouble(singleText(value), Locale{});
+}
+
+void writeLog(std::ostream& out, const clsLog& log, const std::string& key, bool withIntervals) {
+    const clsLogIntervals& rows = log.LogIntervals;
+    out << '{' << members(headerJson(log, key)) << ',' << members(figuresJson(log)) << ",\"LogIntervals\":{"
+        << members({{"Count", rows.Count()},
+                    {"CutIntervals", rows.CutIntervals},
+                    {"IntervalsToBeIncluded", rows.IntervalsToBeIncluded}});
+    if (withIntervals) {
+        out << ",\"Items\":[";
+        for (std::int64_t index = 1; index <= rows.Count(); ++index) {
+            if (index > 1) out << ',';
+            out << dump(rowJson(rows.Item(index)));
+        }
+        out << ']';
+    }
+    out << "},\"DoseLogIntervals\":" << dump(exposureJson(log)) << '}';
+}
+
+void writeDocument(std::ostream& out, clsFile& file, bool withIntervals) {
+    out << '{'
+        << members({{"FileName", file.FileName},
+                    {"ShortenedFileName", file.ShortenedFileName()},
+                    {"IsOldStyle", file.IsOldStyle()},
+                    {"IsChanged", IsChanged(file)}})
+        << ",\"InstrumentDatas\":";
+    writeArray(out, file.InstrumentDatas, [&](const std::unique_ptr<clsInsData>& data) {
+        out << '{'
+            << members({{"Key", dataKey(*data, file)},
+                        {"NameX", data->NameX},
+                        {"InsName", data->InsName()},
+                        {"InsSerial", data->InsSerial},
+                        {"InsType", data->InsType},
+                        {"FirmwareVersion", singleJson(data->FirmwareVersion)}});
+        const auto writeLogs = [&](const char* name, const LogCollection& logs) {
+            out << ",\"" << name << "\":";
+            writeArray(out, logs, [&](const std::unique_ptr<clsLog>& log) {
+                writeLog(out, *log, logKey(*log, *data, file), withIntervals);
+            });
+        };
+        writeLogs("Locations", data->Locations);
+        writeLogs("Octaves", data->Octaves);
+        writeLogs("ThirdOctaves", data->ThirdOctaves);
+        out << '}';
+    });
+    out << '}';
+}
+
+Json treeJson(const std::vector<TreeNode>& nodes) {
+    Json list = Json::array();
+    for (const TreeNode& node : nodes) {
+        list.push_back(
+            {{"Key", node.Key}, {"Text", node.Text}, {"Image", node.Image}, {"Children", treeJson(node.Children)}});
+    }
+    return list;
+}
+
+} // namespace kestrane
