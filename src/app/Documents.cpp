@@ -27,6 +27,40 @@ clsFile* openFileOfName(const Session& session, const std::string& name) {
     return found == session.OpenFiles.end() ? nullptr : found->get();
 }
 
+// A document text without the display options of its logs.
+std::string withoutDisplay(const std::string& text) {
+    constexpr std::string_view kOpen = "<disp>";
+    constexpr std::string_view kClose = "</disp>";
+    std::string rest;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t open = text.find(kOpen, at);
+        rest.append(text, at, open == std::string::npos ? open : open - at);
+        if (open == std::string::npos) break;
+        at = text.find(kClose, open) + kClose.size();
+    }
+    return rest;
+}
+
+// The rows of a log have come, and its plottable table with them. What that does to the display options is no change of
+// the user's: a document that has not been changed otherwise is as it was saved.
+void adoptDisplayOptions(Session& session, const clsLog& log) {
+    for (const auto& file : session.OpenFiles) {
+        bool isOwner = false;
+        bool isComplete = true;
+        for (const auto& data : file->InstrumentDatas) {
+            for (const LogCollection* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
+                for (const auto& item : *logs) {
+                    isOwner = isOwner || item.get() == &log;
+                    isComplete = isComplete && !item->IntervalsToLoad;
+                }
+            }
+        }
+        if (!isOwner || !isComplete || file->Changed) continue;
+        std::string text = DocumentText(*file, false);
+        if (withoutDisplay(text) == withoutDisplay(file->SavedText)) file->SavedText = std::move(text);
+    }
+}
+
 void refreshWindows(Session& session) {
     session.frame->RebuildExplorerTrees();
     session.frame->EnableMenusAndButtons();
@@ -72,7 +106,7 @@ bool OpenFile(Session& session, const std::string& name, OpenSource source, bool
     for (const auto panel : {Frame::Panel::Status, Frame::Panel::Process, Frame::Panel::Error}) {
         session.frame->SetPanel(panel, {});
     }
-    LoadWaitingIntervals(session);
+    LoadWaitingIntervals(session, [&session](const clsLog& log) { adoptDisplayOptions(session, log); });
     return isOpen;
 }
 

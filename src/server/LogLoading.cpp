@@ -7,7 +7,7 @@ namespace kestrane {
 
 namespace {
 
-void countFinishedRange(clsLog& log) {
+void countFinishedRange(clsLog& log, const RowsComplete& complete) {
     Session& session = log.session();
     if (++log.FinishedRanges < static_cast<int>(log.LoadRanges.size())) return;
     log.LogIntervals.ApplySelection();
@@ -16,6 +16,7 @@ void countFinishedRange(clsLog& log) {
     log.IntervalsLoading = false;
     log.LoadRanges.clear();
     log.IntervalNodes.reset();
+    if (complete) complete(log);
     log.RaiseLogValuesChanged();
     if (!noLogIsBusy(session)) return;
     session.frame->SetPanel(Frame::Panel::Status, session.LoadText(7017));
@@ -24,13 +25,13 @@ void countFinishedRange(clsLog& log) {
 
 } // namespace
 
-void LoadWaitingIntervals(Session& session) {
-    forEachLog(session, [](clsLog& log) {
-        if (log.IntervalsToLoad && !log.IntervalsLoading) CreateLoadThreads(log);
+void LoadWaitingIntervals(Session& session, const RowsComplete& complete) {
+    forEachLog(session, [&](clsLog& log) {
+        if (log.IntervalsToLoad && !log.IntervalsLoading) CreateLoadThreads(log, complete);
     });
 }
 
-void CreateLoadThreads(clsLog& log) {
+void CreateLoadThreads(clsLog& log, const RowsComplete& complete) {
     Session& session = log.session();
     log.IntervalsLoading = true;
     session.frame->SetPanel(Frame::Panel::Status, session.LoadText(7016));
@@ -42,17 +43,18 @@ void CreateLoadThreads(clsLog& log) {
         LoadRequest request{log.IntervalNodes, log.Mode(), log.IsChannelBOn, log.LoadRanges[n].From,
                             log.LoadRanges[n].To};
         LoadEvents events;
-        events.ThreadLoadResults = [&log, n](const IntervalColumns& rows, std::int64_t first, std::int64_t last) {
+        events.ThreadLoadResults = [&log, n, complete](const IntervalColumns& rows, std::int64_t first,
+                                                       std::int64_t last) {
             log.LogIntervals.copyData(rows, first, last);
             log.LoadThreads[n].reset();
-            countFinishedRange(log);
+            countFinishedRange(log, complete);
         };
-        events.Error = [&log, n](const ThreadError& error) {
+        events.Error = [&log, n, complete](const ThreadError& error) {
             log.session().frame->SetPanel(
                 Frame::Panel::Error, threadErrorText(log.session(), error.iErrNo, error.sDescription, error.iLine));
             log.HasUnreadIntervals = true;
             log.LoadThreads[n].reset();
-            countFinishedRange(log);
+            countFinishedRange(log, complete);
         };
         log.LoadThreads[n] = session.server->Load(std::move(request), std::move(events));
     }
