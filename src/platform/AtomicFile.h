@@ -10,11 +10,13 @@ namespace kestrane {
 // Where the content goes, piece by piece. Pieces of any size; they are gathered into large writes.
 using FileSink = std::function<void(std::string_view)>;
 
-// Calls content with a sink that writes to a temporary file in the folder of path, then fdatasync, permissions of the
-// old file (0666 less the umask for a new one), rename over path, fsync of the folder. A symbolic link is followed: the
-// file it names is replaced, the link stays. Every return value is checked; a failure removes the temporary file and raises
-// errno and its text, with the old file as it stood (except that a failure of the last fsync leaves the new one, whole).
-// What content throws passes through, with the old file as it stood.
+// Calls content with a sink that writes to a temporary file in the folder of path, then permissions (those of the old
+// file; 0666 less the umask for a new one) and where possible owner, fdatasync, rename over path, fsync of the folder.
+// A symbolic link is followed: the file it names is replaced or created, the link stays. Every return value is checked;
+// a failure removes the temporary file and raises errno and its text, with the old file as it stood (except that a
+// failure of the last fsync leaves the new one, whole). What content throws passes through, with the old file as it
+// stood. Raises before anything is written: EISDIR for a folder, EACCES for a file that the user may not write, EINVAL
+// for a device or pipe.
 void writeFileAtomically(const std::string& path, const std::function<void(const FileSink&)>& content);
 
 // The system calls that writing goes through, one table, so that a test can fail each in turn.

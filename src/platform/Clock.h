@@ -19,6 +19,7 @@ public:
 class FixedClock : public Clock {
 public:
     explicit FixedClock(CalendarTime time) : Time(time) {}
+
     CalendarTime now() const override { return Time; }
 
     CalendarTime Time;

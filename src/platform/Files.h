@@ -20,9 +20,13 @@ public:
     FileBytes& operator=(const FileBytes&) = delete;
 
     char* data() { return data_; }
+
     const char* data() const { return data_; }
+
     std::size_t size() const { return size_; }
+
     std::string_view view() const { return {data_, size_}; }
+
     void shrink(std::size_t size) { size_ = size < size_ ? size : size_; }
 
     // Gives the memory of [from, to) back to the system, whole pages within only. The bytes there read as 0 afterwards.

@@ -16,8 +16,8 @@ namespace kestrane {
 // formats as 0.
 std::string formatNumber(double value, std::string_view pattern, const Locale& locale);
 
-// Date patterns: d dd ddd dddd, m mm mmm mmmm, yy yyyy, h hh, n nn (minutes), s ss, and "long date" (weekday, day, month
-// and year in words: "Monday 3 June 2019"). "/" and ":" stand for themselves. English names.
+// Date patterns: d dd ddd dddd, m mm mmm mmmm, yy yyyy, h hh, n nn (minutes), s ss, and "long date" (weekday, day,
+// month and year in words: "Monday 3 June 2019"). "/" and ":" stand for themselves. English names.
 std::string formatDate(CalendarTime time, std::string_view pattern);
 
 } // namespace kestrane

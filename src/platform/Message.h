@@ -41,6 +41,7 @@ public:
 class ConsoleMessages : public MessageInterface {
 public:
     ConsoleMessages(std::ostream& out, std::optional<Button> answer) : out_(out), answer_(answer) {}
+
     Button show(const std::string& prompt, int flags, const std::string& title) override;
 
 private:

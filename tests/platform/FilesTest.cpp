@@ -77,7 +77,7 @@ TEST(FileBytes, ReleaseGivesBackWholePagesWithin) {
 
     bytes.shrink(5);
     bytes.shrink(9);
-    EXPECT_EQ(bytes.view(), (std::string_view{"x\0\0\0\0", 5}).substr(0, 1).data() + std::string(4, 'x'));
+    EXPECT_EQ(bytes.view(), "xxxxx");
 }
 
 } // namespace

@@ -7,35 +7,47 @@
 #include <clocale>
 #include <cstdlib>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 namespace kestrane {
 namespace {
 
-TEST(SystemLocale, TakesTheSeparatorsOfTheEnvironment) {
-    struct Case {
-        const char* name;
-        const char* decimal;
-        const char* date;
-    };
-
-    TemporaryFolder folder;
-    setenv("LOCPATH", folder.path().c_str(), 1);
-    for (const Case& c : {Case{"de_DE", ",", "."}, Case{"ps_AF", "\u066B", "/"}}) { // the latter separates by blanks
-        const std::string command =
-            std::string("localedef -i ") + c.name + " -f UTF-8 " + folder.file(c.name) + ".UTF-8 >/dev/null 2>&1";
-        if (std::system(command.c_str()) != 0) GTEST_SKIP() << "no sources of locales here";
-        setenv("LC_ALL", (std::string(c.name) + ".UTF-8").c_str(), 1);
+// The separators under a locale, looked up in a process of its own with that environment.
+std::string separatorsOf(const std::string& localeFolder, const std::string& name) {
+    int ends[2];
+    EXPECT_EQ(pipe(ends), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        setenv("LOCPATH", localeFolder.c_str(), 1);
+        setenv("LC_ALL", name.c_str(), 1);
         const Locale locale = systemLocale();
-        EXPECT_EQ(locale.DecimalSeparator, c.decimal) << c.name;
-        EXPECT_EQ(locale.DateSeparator, c.date) << c.name;
+        const bool isUntouched = std::string(std::setlocale(LC_ALL, nullptr)) == "C"; // the process's own locale
+        const std::string text = locale.DecimalSeparator + ' ' + locale.DateSeparator;
+        _exit(isUntouched && write(ends[1], text.data(), text.size()) > 0 ? 0 : 1);
     }
-    unsetenv("LOCPATH");
-    for (const char* name : {"C", "no_SUCH.locale"}) {
-        setenv("LC_ALL", name, 1);
-        EXPECT_EQ(systemLocale().DecimalSeparator, ".");
-        EXPECT_EQ(systemLocale().DateSeparator, "/");
+    close(ends[1]);
+    char text[20];
+    const ssize_t size = read(ends[0], text, sizeof text);
+    close(ends[0]);
+    int status = -1;
+    waitpid(child, &status, 0);
+    return status == 0 && size > 0 ? std::string(text, static_cast<std::size_t>(size)) : "failed";
+}
+
+TEST(SystemLocale, TakesTheSeparatorsOfTheEnvironment) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(separatorsOf(folder.path(), "C"), ". /");
+    EXPECT_EQ(separatorsOf(folder.path(), "no_SUCH.UTF-8"), ". /");
+
+    const std::pair<const char*, const char*> cases[] = {{"de_DE", ", ."},
+                                                         {"ps_AF", "\u066B /"}}; // the latter's is a blank
+    for (const auto& [name, separators] : cases) {
+        const std::string command =
+            std::string("localedef -i ") + name + " -f UTF-8 " + folder.file(name) + ".UTF-8 >/dev/null 2>&1";
+        if (std::system(command.c_str()) != 0) GTEST_SKIP() << "no sources of locales here";
+        EXPECT_EQ(separatorsOf(folder.path(), std::string(name) + ".UTF-8"), separators) << name;
     }
-    unsetenv("LC_ALL");
-    EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C") << "the process's own locale must stay";
 }
 
 } // namespace
