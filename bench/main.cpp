@@ -1,0 +1,216 @@
+// kestrane-bench: the program's marks for speed and memory, each beside its yardstick in the same run. Prints one line
+// a mark; the exit status is 1 when one is missed.
+//     kestrane-bench [rows]      third-octave rows of the data file, 100000 unless told
+#include "Measure.h"
+#include "TestLogs.h"
+#include "app/Documents.h"
+#include "calc/Recalculation.h"
+#include "files/Loaders.h"
+#include "files/XmlWriter.h"
+
+#include <pugixml.hpp>
+
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+namespace kestrane::bench {
+
+namespace {
+
+constexpr double kMega = 1e6;
+constexpr int kTimes = 5;
+
+clsLog& firstLog(const clsFile& file) {
+    clsInsData& data = *file.InstrumentDatas.front();
+    return *(data.ThirdOctaves.empty() ? data.Locations : data.ThirdOctaves).front();
+}
+
+// A folder that is gone at the end; in memory where there is such a place, so that no disk is measured.
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
+        const std::filesystem::path memory = "/dev/shm";
+        const auto parent = std::filesystem::exists(memory) ? memory : std::filesystem::temp_directory_path();
+        std::string name = parent / "kestrane-bench-XXXXXX";
+        if (mkdtemp(name.data()) == nullptr) std::exit(1);
+        path_ = name;
+    }
+
+    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
+
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    std::string file(const char* name) const { return path_ / name; }
+
+private:
+    std::filesystem::path path_;
+};
+
+void saveThirdOctaves(const std::string& name, std::size_t rows) {
+    measure([&] {
+        BenchSession bench;
+        FileSave(addDocument(bench.session, name, modeThirdOctave, rows));
+        return 0.0;
+    });
+}
+
+double openSeconds(const std::string& name) {
+    BenchSession bench;
+    clsFile file(bench.session, name);
+    bool isOpen = false;
+    const double seconds = secondsOf([&] { isOpen = FileOpen(file); });
+    if (!isOpen) std::exit(1);
+    return seconds;
+}
+
+double loadSeconds(const std::string& name) {
+    BenchSession bench;
+    const double seconds = secondsOf([&] {
+        if (!OpenFile(bench.session, name, OpenSource::Named, false)) std::exit(1);
+        bench.finishWork();
+        RecalcValues(firstLog(*bench.session.OpenFiles.front()), kCalcFull);
+        bench.finishWork();
+    });
+    const clsLog& log = firstLog(*bench.session.OpenFiles.front());
+    if (log.LeqCumA(1).CalcValue() == 0) std::exit(1); // not what was to be measured
+    return seconds;
+}
+
+// The bytes of a file, with the time of reading left out: that counts for the program and against it.
+struct FileText {
+    explicit FileText(const std::string& name) : size(std::filesystem::file_size(name)), bytes(new char[size]) {
+        std::ifstream(name, std::ios::binary).read(bytes.get(), static_cast<std::streamsize>(size));
+    }
+
+    std::size_t size;
+    std::unique_ptr<char[]> bytes;
+};
+
+double sumOfNumbers(const pugi::xml_node& node) {
+    double sum = 0;
+    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
+        if (child.type() == pugi::node_pcdata) {
+            sum += static_cast<double>(std::strtof(child.value(), nullptr));
+        } else {
+            sum += sumOfNumbers(child);
+        }
+    }
+    return sum;
+}
+
+double treeSeconds(const std::string& name, bool convert) {
+    FileText text(name);
+    const auto document = std::make_unique<pugi::xml_document>();
+    return secondsOf([&] {
+        if (!document->load_buffer_inplace(text.bytes.get(), text.size)) std::exit(1);
+        if (convert) use(sumOfNumbers(*document));
+    });
+}
+
+double saveSeconds(const std::string& name, std::size_t rows, bool toNothing) {
+    BenchSession bench;
+    clsFile& file = addDocument(bench.session, name, modeThirdOctave, rows);
+    return secondsOf([&] {
+        if (!toNothing) return FileSave(file);
+        std::size_t size = 0;
+        clsStringBuffer out([&](std::string_view piece) { size += piece.size(); });
+        SetTagData(file, true, out);
+        out.flush();
+        use(static_cast<double>(size));
+    });
+}
+
+std::size_t storeBytes(std::size_t rows) {
+    return static_cast<std::size_t>(
+        measure([&] { return static_cast<double>(walkingRows(modeThirdOctave, rows).bytes()); }).figure);
+}
+
+constexpr std::size_t kBroadbandRows = 600'000;
+constexpr int kPasses = 40; // a pass is short: the best of these
+
+template <class Pass>
+double bestPass(Pass pass) {
+    double best = secondsOf(pass);
+    for (int i = 1; i < kPasses; ++i)
+        best = std::min(best, secondsOf(pass));
+    return best;
+}
+
+double recalculateSeconds() {
+    RecalcRequest request;
+    request.rows = walkingRows(modeBroadband, kBroadbandRows);
+    request.Mode = modeBroadband;
+    request.Interval = 1;
+    return bestPass([&] { use(static_cast<double>(recalculateRows(request).zLeqCumA[0])); });
+}
+
+double memoryPassSeconds() {
+    const IntervalColumns rows = walkingRows(modeBroadband, kBroadbandRows);
+    return bestPass([&] {
+        std::uint64_t sum = 0;
+        for (const Quantity quantity : {Quantity::LeqA, Quantity::LminA, Quantity::LmaxA, Quantity::PeakA}) {
+            for (const Level& level : rows.levels(quantity, 0)) {
+                std::uint64_t word = 0;
+                std::memcpy(&word, &level, sizeof word);
+                sum += word;
+            }
+        }
+        use(static_cast<double>(sum));
+    });
+}
+
+int run(std::size_t rows) {
+    const TemporaryFolder folder;
+    const std::string name = folder.file("third-octave.xml");
+    saveThirdOctaves(name, rows);
+    const auto fileBytes = static_cast<double>(std::filesystem::file_size(name));
+    std::printf("%zu third-octave rows, a file of %.0f MB\n", rows, fileBytes / kMega);
+    Table table;
+
+    const Compared open = compare(
+        kTimes, [&] { return openSeconds(name); }, [&] { return treeSeconds(name, false); });
+    table.line("open: seconds / tree", open.work.figure, open.yardstick.figure, "s", true, 0.5);
+    const Compared load = compare(
+        kTimes, [&] { return loadSeconds(name); }, [&] { return treeSeconds(name, true); });
+    table.line("open, load, recalculate: seconds / tree and numbers", load.work.figure, load.yardstick.figure, "s",
+               true, 1);
+    table.line("  memory / file", static_cast<double>(load.work.peakMemory) / kMega, fileBytes / kMega, "MB", true,
+               1.5);
+
+    const std::string saved = folder.file("saved.xml");
+    const Compared save = compare(
+        kTimes, [&] { return saveSeconds(saved, rows, false); }, [&] { return saveSeconds(saved, rows, true); });
+    constexpr double kSaving = 300;
+    table.line("save to a file: MB/s", fileBytes / kMega / save.work.figure, kSaving, "MB/s", false, 1);
+    table.line("save to nothing: MB/s", fileBytes / kMega / save.yardstick.figure, kSaving, "MB/s", false, 1);
+    constexpr double kBesideStore = 64 * kMega;
+    table.line("  memory / store and 64 MB", static_cast<double>(save.work.peakMemory) / kMega,
+               (static_cast<double>(storeBytes(rows)) + kBesideStore) / kMega, "MB", true, 1);
+
+    const Compared recalculate = compare(kTimes, recalculateSeconds, memoryPassSeconds);
+    constexpr double kMilli = 1e3;
+    table.line("recalculate 600000 broadband rows / one memory pass", recalculate.work.figure * kMilli,
+               recalculate.yardstick.figure * kMilli, "ms", true, 3);
+    return table.missed() == 0 ? 0 : 1;
+}
+
+} // namespace
+
+} // namespace kestrane::bench
+
+int main(int argc, char** argv) {
+    std::size_t rows = 100'000;
+    if (argc > 1) {
+        const char* const end = argv[1] + std::strlen(argv[1]);
+        if (std::from_chars(argv[1], end, rows).ptr != end || rows == 0) {
+            std::fprintf(stderr, "usage: kestrane-bench [rows]\n");
+            return 2;
+        }
+    }
+    return kestrane::bench::run(rows);
+}
