@@ -15,6 +15,25 @@ namespace kestrane {
 
 namespace {
 
+// Moves behind the element whose opening tag the cursor has just passed.
+void skipElement(XmlCursor& cursor) {
+    if (cursor.tag().isEmpty) return;
+    for (std::size_t depth = 1; depth > 0;) {
+        const auto kind = cursor.next();
+        if (kind == XmlCursor::Kind::Open && !cursor.tag().isEmpty) ++depth;
+        if (kind == XmlCursor::Kind::Close) --depth;
+    }
+}
+
+// Moves behind the opening tag of the next row; there must be one.
+void nextRow(XmlCursor& cursor) {
+    while (true) {
+        if (cursor.next() != XmlCursor::Kind::Open) continue;
+        if (cursor.tag().name == "intvl") return;
+        skipElement(cursor);
+    }
+}
+
 // Reads one range of rows into columns. The text has been checked, so it is only taken apart here.
 class RowReader {
 public:
@@ -36,7 +55,7 @@ public:
             } else if (tag.name == "time") {
                 time(rows_.StartTime, content(cursor));
             } else {
-                skip(cursor);
+                skipElement(cursor);
             }
         });
     }
@@ -56,14 +75,6 @@ private:
             default:
                 return;
             }
-        }
-    }
-
-    static void skip(XmlCursor& cursor) {
-        for (std::size_t depth = 1; depth > 0;) {
-            const auto kind = cursor.next();
-            if (kind == XmlCursor::Kind::Open && !cursor.tag().isEmpty) ++depth;
-            if (kind == XmlCursor::Kind::Close || kind == XmlCursor::Kind::End) --depth;
         }
     }
 
@@ -105,7 +116,7 @@ private:
                                                           tag.name) -
                                                 bandNames_.begin());
             if (band == bandCount_) {
-                skip(cursor);
+                skipElement(cursor);
                 return;
             }
             expected = band + 1;
@@ -136,7 +147,7 @@ private:
                     if (kLnNames[ln - 1] == name) return bands(cursor, lnQuantity(ln));
                 }
             }
-            skip(cursor);
+            skipElement(cursor);
         });
     }
 
@@ -146,7 +157,7 @@ private:
             for (const RowElement& e : kRowFiguresB) {
                 if (e.name == tag.name) return put(e.quantity, 0, content(cursor));
             }
-            skip(cursor);
+            skipElement(cursor);
         });
     }
 
@@ -200,39 +211,39 @@ private:
 
 } // namespace
 
+XmlIntervals::XmlIntervals(std::shared_ptr<XmlDocument> document, const IntervalsBlock& block, int mode,
+                           const Locale& locale) :
+    document_(std::move(document)), block_(block), locale_(locale), ranges_(loadRanges(mode, block.rows)) {
+    for (const RowRange& range : ranges_)
+        begins_.push_back(beginOf(range.From));
+}
+
+std::size_t XmlIntervals::beginOf(std::int64_t row) const {
+    const auto landmark = static_cast<std::size_t>((row - 1) / kLandmark);
+    XmlCursor cursor(document_->text(), block_.landmarks[landmark], block_.element.contentEnd);
+    std::int64_t at = static_cast<std::int64_t>(landmark) * kLandmark + 1;
+    for (;; ++at) {
+        nextRow(cursor);
+        if (at == row) return cursor.tag().begin;
+        skipElement(cursor);
+    }
+}
+
 IntervalColumns XmlIntervals::load(int mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const {
+    const auto range =
+        std::find_if(ranges_.begin(), ranges_.end(), [&](const RowRange& r) { return r.From == from && r.To == to; });
+    if (range == ranges_.end()) raiseIndexOutOfRange();
+    const std::size_t begin = begins_[static_cast<std::size_t>(range - ranges_.begin())];
     IntervalColumns rows;
     const auto count = static_cast<std::size_t>(to - from + 1);
     rows.resize(count, count);
     RowReader reader(*document_, locale_, mode, isChannelBOn, rows);
-    const std::size_t landmark = block_.landmarks[static_cast<std::size_t>((from - 1) / kLandmark)];
-    XmlCursor cursor(document_->text(), landmark, block_.element.contentEnd);
-    std::int64_t row = (from - 1) / kLandmark * kLandmark + 1;
-    std::size_t begin = landmark;
-    std::size_t depth = 0;
-    while (row <= to) { // at depth 0, between the children of the block
-        const auto kind = cursor.next();
-        if (kind == XmlCursor::Kind::End) break;
-        if (kind == XmlCursor::Kind::Verbatim) continue;
-        if (kind == XmlCursor::Kind::Close) {
-            --depth;
-            continue;
-        }
-        const bool isRow = depth == 0 && cursor.tag().name == "intvl";
-        if (isRow && row == from) begin = cursor.tag().begin;
-        if (cursor.tag().isEmpty) {
-            row += isRow ? 1 : 0;
-            continue;
-        }
-        if (isRow && row >= from) {
-            reader.read(cursor, static_cast<std::size_t>(row - from));
-            ++row;
-            continue;
-        }
-        row += isRow ? 1 : 0;
-        ++depth;
+    XmlCursor cursor(document_->text(), begin, block_.element.contentEnd);
+    for (std::size_t row = 0; row < count; ++row) {
+        nextRow(cursor);
+        if (!cursor.tag().isEmpty) reader.read(cursor, row);
     }
-    if (row > to) document_->release(begin, cursor.tag().end);
+    document_->release(begin, cursor.tag().end);
     return rows;
 }
 

@@ -14,20 +14,25 @@ namespace kestrane {
 
 class XmlIntervals : public IntervalSource {
 public:
-    XmlIntervals(std::shared_ptr<XmlDocument> document, const IntervalsBlock& block, const Locale& locale) :
-        document_(std::move(document)), block_(block), locale_(locale) {}
+    XmlIntervals(std::shared_ptr<XmlDocument> document, const IntervalsBlock& block, int mode, const Locale& locale);
 
     std::int64_t Count() const override { return block_.rows; }
 
-    // Every figure goes in as Value and CalcValue; of elements that stand twice in a row the first counts. Figures of
-    // channel B are read only when it is on. Raises 6 for a number that does not fit its type. The text of the rows is
-    // given back to the system when they have been read, so a range can be loaded once.
+    const std::vector<RowRange>& ranges() const { return ranges_; }
+
+    // Reads one of ranges(); raises 9 for any other. Every figure goes in as Value and CalcValue; of elements that
+    // stand twice in a row the first counts. Figures of channel B are read only when it is on. Raises 6 for a number
+    // that does not fit its type. The text of the range is given back to the system, so each can be loaded once.
     IntervalColumns load(int mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const override;
 
 private:
+    std::size_t beginOf(std::int64_t row) const;
+
     std::shared_ptr<XmlDocument> document_;
     const IntervalsBlock& block_; // of document_
     Locale locale_;
+    std::vector<RowRange> ranges_;
+    std::vector<std::size_t> begins_; // where each begins; found before any text is given back
 };
 
 // How rows are cut into ranges for loading: each at least 30, 55 or 100 rows by mode, at most seven.

@@ -247,8 +247,9 @@ private:
     void planRows(const XmlElement& intvls) {
         const IntervalsBlock* block = document_->blockAt(intvls.begin);
         if (block == nullptr || block->rows == 0) return;
-        log_.IntervalNodes = std::make_shared<XmlIntervals>(document_, *block, locale_);
-        log_.LoadRanges = loadRanges(log_.Mode(), block->rows);
+        const auto rows = std::make_shared<XmlIntervals>(document_, *block, log_.Mode(), locale_);
+        log_.LoadRanges = rows->ranges();
+        log_.IntervalNodes = rows;
         log_.IntervalsToLoad = true;
     }
 
