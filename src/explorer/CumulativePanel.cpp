@@ -20,6 +20,7 @@ struct FigureRow {
     Parameter parameter;
     std::string_view labelA;
     std::string_view labelB;
+    bool isLevel = true; // in dB
 };
 
 constexpr FigureRow kFigures[] = {
@@ -29,13 +30,13 @@ constexpr FigureRow kFigures[] = {
     {PanelSection::Levels, ePeak, "lblPeak", "lblPeakB"},
     {PanelSection::Exposure, eLepdET, "lblLepdETA", "lblLepdETB"},
     {PanelSection::Exposure, eLepdMT, "lblLepdMTA", "lblLepdMTB"},
-    {PanelSection::Exposure, eDoseET, "lblDoseETA", "lblDoseETB"},
-    {PanelSection::Exposure, eDoseMT, "lblDoseMTA", "lblDoseMTB"},
-    {PanelSection::Exposure, eDoseHour, "lblDoseHour", "lblDoseHourB"},
+    {PanelSection::Exposure, eDoseET, "lblDoseETA", "lblDoseETB", false},
+    {PanelSection::Exposure, eDoseMT, "lblDoseMTA", "lblDoseMTB", false},
+    {PanelSection::Exposure, eDoseHour, "lblDoseHour", "lblDoseHourB", false},
     {PanelSection::Levels, eLtm3, "lblLtm3", ""},
     {PanelSection::Levels, eLtm5, "lblLtm5", ""},
     {PanelSection::Exposure, eLe_Sel, "lblLE", "lblLEB"},
-    {PanelSection::Exposure, ePa2Hr, "lblPA2hr", "lblPA2hrB"},
+    {PanelSection::Exposure, ePa2Hr, "lblPA2hr", "lblPA2hrB", false},
 };
 
 // What a Brevik model does not measure at a location.
@@ -53,6 +54,7 @@ public:
             add(row.section, rowCaption(row), {std::string(row.labelA), {}, figure(kChannelA, row)},
                 {log_.IsChannelBOn ? std::string(row.labelB) : std::string(), levelCaptionB(row),
                  figure(kChannelB, row)});
+            if (row.isLevel) rows_.back().Unit = session_.LoadText(4561);
         }
         brevikFigures();
         add(PanelSection::Levels, session_.LoadText(4603), {"lblLn", {}, lnText()});
@@ -67,7 +69,7 @@ private:
     void add(PanelSection section, std::string caption, PanelLabel a, PanelLabel b = {}) {
         a.Caption = caption;
         if (b.Caption.empty()) b.Caption = caption;
-        rows_.push_back({section, std::move(caption), std::move(a), std::move(b)});
+        rows_.push_back({section, std::move(caption), {}, std::move(a), std::move(b)});
     }
 
     std::string rowCaption(const FigureRow& row) const {
@@ -121,9 +123,13 @@ private:
             twa = format(log_.TWACumA);
             if (const float level = TWA8CumA(log_); level != 0) twa8 = formatNumber(level, "##0.0", session_.locale);
         }
-        add(PanelSection::Levels, session_.labels.LAvg, {"lblLAvg", {}, lavg});
-        add(PanelSection::Exposure, session_.labels.TWA, {"lblTWA", {}, twa});
-        add(PanelSection::Exposure, session_.LoadText(9513), {"lblTWA8", {}, twa8});
+        const auto put = [&](PanelSection section, std::string caption, std::string name, std::string text) {
+            add(section, std::move(caption), {std::move(name), {}, std::move(text)});
+            rows_.back().Unit = session_.LoadText(4561);
+        };
+        put(PanelSection::Levels, session_.labels.LAvg, "lblLAvg", lavg);
+        put(PanelSection::Exposure, session_.labels.TWA, "lblTWA", twa);
+        put(PanelSection::Exposure, session_.LoadText(9513), "lblTWA8", twa8);
     }
 
     std::string lnText() const {

@@ -23,6 +23,7 @@ enum class PanelSection { Levels, Exposure, Measurement, Instrument };
 struct PanelRow {
     PanelSection Section;
     std::string Caption;
+    std::string Unit; // "dB"; empty where the caption says it, or there is none
     PanelLabel A; // or the only value
     PanelLabel B; // empty name: the row has one value
 };

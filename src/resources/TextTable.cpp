@@ -205,6 +205,13 @@ constexpr TextEntry Entries[] = {
     {4603, "Ln"},
     {4604, "Off"},
     {4605, "Interval:"},
+    {4606, "Levels"},
+    {4607, "Exposure"},
+    {4608, "Measurement"},
+    {4609, "No data file is open"},
+    {4610, "Open a data file with Ctrl+O, or drop one here."},
+    {4611, "No log is on display"},
+    {4612, "Choose a log in the tree to see its figures."},
     // Find dialog
     {4701, "Find"},
     {4702, "Fi&nd what:"},
@@ -461,6 +468,7 @@ constexpr TextEntry Entries[] = {
     {8804, "Some intervals of '^' could not be read.  Saving would lose them."},
     {8805, "The setting '^' is not of the right kind.  Its default is used."},
     {8806, "There is no log '^'."},
+    {8807, "$ needs a display to show its window, and there is none.  Without one, use kestrane-cli."},
     // Printer and shared button words
     {9000, "Error Connecting to Printer"},
     {9001, "OK"},

@@ -1,0 +1,117 @@
+#include "explorer/ExplorerState.h"
+
+#include "explorer/NodeKeys.h"
+
+#include <algorithm>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::string_view kKinds = "FIXLYOZT";
+
+struct GroupFlag {
+    int mode;
+    bool clsInsData::*expanded;
+};
+
+constexpr GroupFlag kGroups[] = {{modeBroadband, &clsInsData::ExpandedL},
+                                 {modeFullOctave, &clsInsData::ExpandedO},
+                                 {modeThirdOctave, &clsInsData::ExpandedT}};
+
+void clearFlags(Session& session) {
+    for (const auto& file : session.OpenFiles) {
+        file->Expanded = false;
+        for (const auto& data : file->InstrumentDatas) {
+            data->Expanded = false;
+            for (const GroupFlag& group : kGroups)
+                (*data).*group.expanded = false;
+        }
+    }
+    forEachLog(session, [](clsLog& log) { log.IsOpen = false; });
+}
+
+// A group of third-octave logs stays expanded only behind an expanded node of its own file.
+void keepExpanded(Session& session, const std::vector<ShownNode>& shown) {
+    const clsFile* fileBefore = nullptr;
+    for (const ShownNode& node : shown) {
+        if (!node.Expanded || node.Key.empty() || isLogKind(node.Key)) continue;
+        const Node found = resolve(session, node.Key);
+        const char kind = node.Key.front();
+        if (kind != tTOCL) fileBefore = found.file;
+        if (kind == tFILE && found.file != nullptr) found.file->Expanded = true;
+        if (found.data == nullptr) continue;
+        if (kind == tINST) found.data->Expanded = true;
+        for (const GroupFlag& group : kGroups) {
+            if (kind != groupKind(group.mode)) continue;
+            if (kind != tTOCL || found.file == fileBefore) found.data->*group.expanded = true;
+        }
+    }
+}
+
+void expandNew(Session& session, const std::vector<ShownNode>& shown) {
+    const auto isNew = [&](const std::string& key) {
+        return std::none_of(shown.begin(), shown.end(), [&](const ShownNode& node) { return node.Key == key; });
+    };
+    for (const auto& file : session.OpenFiles) {
+        if (isNew(fileKey(*file))) file->Expanded = true;
+        for (const auto& data : file->InstrumentDatas) {
+            if (isNew(dataKey(*data, *file))) data->Expanded = true;
+            for (const GroupFlag& group : kGroups) {
+                if (isNew(groupKey(group.mode, *data, *file))) (*data).*group.expanded = true;
+            }
+        }
+    }
+}
+
+bool isInTree(const std::vector<TreeNode>& nodes, const std::string& key) {
+    return std::any_of(nodes.begin(), nodes.end(),
+                       [&](const TreeNode& node) { return node.Key == key || isInTree(node.Children, key); });
+}
+
+} // namespace
+
+bool ExplorerState::IsLogSelected() const {
+    return isLogKind(SelectedKey);
+}
+
+bool ExplorerState::IsLogDisplayed() const {
+    return isLogKind(DisplayedKey);
+}
+
+bool ExplorerState::IsNodeEditable() const {
+    return IsLogSelected() || SelectedKey.starts_with(tFILE) || SelectedKey.starts_with(tINST);
+}
+
+bool ExplorerState::NodeClick(const std::string& key) {
+    if (key.empty() || key == SelectedKey) return false;
+    if (kKinds.find(key.front()) != std::string_view::npos) SelectedKey = key;
+    if (!isLogKind(key)) return false;
+    DisplayedKey = key;
+    return true;
+}
+
+std::vector<TreeNode> ExplorerState::RebuildTree(Session& session, const std::vector<ShownNode>& shown) {
+    clearFlags(session);
+    keepExpanded(session, shown);
+    expandNew(session, shown);
+    if (clsLog* log = resolve(session, DisplayedKey).log; log != nullptr) log->IsOpen = true;
+    std::vector<TreeNode> nodes = buildTree(session);
+    if (!isInTree(nodes, DisplayedKey)) DisplayedKey.clear();
+    if (!isInTree(nodes, SelectedKey)) SelectedKey = DisplayedKey;
+    return nodes;
+}
+
+LogView ExplorerState::View(const Session& session) const {
+    const clsLog* log = resolve(session, DisplayedKey).log;
+    if (log == nullptr) return LogView::Empty;
+    return log->IsBusy() ? LogView::Loading : LogView::Values;
+}
+
+std::string ExplorerState::Caption(const Session& session) const {
+    const clsFile* file = IsLogDisplayed() ? resolve(session, DisplayedKey).file : nullptr;
+    if (file == nullptr) return session.LoadText(4501);
+    return ReplaceText(session.LoadText(4502), "^", file->ShortenedFileName());
+}
+
+} // namespace kestrane
