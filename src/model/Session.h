@@ -41,6 +41,9 @@ public:
     virtual void EnableMenusAndButtons() {}
 
     virtual void RebuildExplorerTrees() {}
+
+    // The figures or rows of a log have changed: explorers that show it draw it anew.
+    virtual void LogValuesChanged(const clsLog& /*log*/) {}
 };
 
 class BackgroundServer; // server/

@@ -57,9 +57,7 @@ clsLog::clsLog(Session& session) : objLogShared(std::make_shared<clsLogShared>()
 }
 
 void clsLog::RaiseLogValuesChanged() const {
-    const auto listeners = LogValuesChanged; // a listener may add or remove itself
-    for (const auto& listener : listeners)
-        listener();
+    session_.frame->LogValuesChanged(*this);
 }
 
 void clsLog::Mode(int mode) {

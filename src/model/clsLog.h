@@ -16,7 +16,6 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -108,9 +107,7 @@ public:
     int RecalcMode = 0;
     bool OverwriteStoredValues = false;
 
-    // Called whenever the figures have changed; each explorer that shows the log has one.
-    std::vector<std::function<void()>> LogValuesChanged;
-    void RaiseLogValuesChanged() const;
+    void RaiseLogValuesChanged() const; // tells the frame that the figures or rows have changed
 
     bool IsOpen = false; // of the tree: shows the open image
 
