@@ -1,0 +1,90 @@
+#include "dialogs/Icons.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+static void loadPictures() { // outside of the namespace, since the macro names a global function
+    Q_INIT_RESOURCE(icons);
+}
+
+namespace kestrane {
+
+namespace {
+
+constexpr char kLines[] = "#6b7a8c"; // the two colours of the drawings
+constexpr char kAccent[] = "#2f8fae";
+
+struct Ink {
+    QColor lines, accent;
+    double opacity;
+};
+
+Ink inkOf(QIcon::Mode mode) {
+    const QPalette palette = QGuiApplication::palette();
+    if (mode == QIcon::Selected) {
+        const QColor text = palette.color(QPalette::HighlightedText);
+        return {text, text, 1};
+    }
+    const bool isDark = palette.color(QPalette::Window).lightness() < 128;
+    const QColor lines = isDark ? QColor(0xb4, 0xc0, 0xcd) : QColor(kLines);
+    const QColor accent = isDark ? QColor(0x56, 0xbd, 0xdd) : QColor(kAccent);
+    return mode == QIcon::Disabled ? Ink{lines, lines, 0.4} : Ink{lines, accent, 1};
+}
+
+class DrawingEngine : public QIconEngine {
+public:
+    DrawingEngine(QString name, QByteArray drawing) : name_(std::move(name)), drawing_(std::move(drawing)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State /*state*/) override {
+        const Ink ink = inkOf(mode);
+        QByteArray drawing = drawing_;
+        drawing.replace(kLines, ink.lines.name().toLatin1()).replace(kAccent, ink.accent.name().toLatin1());
+        QSvgRenderer renderer(drawing);
+        renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+        painter->save();
+        painter->setOpacity(painter->opacity() * ink.opacity);
+        renderer.render(painter, rect);
+        painter->restore();
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        const Ink ink = inkOf(mode);
+        const QString key = QStringLiteral("kestrane/%1/%2x%3/%4/%5")
+                                .arg(name_)
+                                .arg(size.width())
+                                .arg(size.height())
+                                .arg(ink.lines.name() + ink.accent.name())
+                                .arg(ink.opacity);
+        QPixmap pixmap;
+        if (QPixmapCache::find(key, &pixmap)) return pixmap;
+        pixmap = QPixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, pixmap.rect(), mode, state);
+        painter.end();
+        QPixmapCache::insert(key, pixmap);
+        return pixmap;
+    }
+
+    QIconEngine* clone() const override { return new DrawingEngine(*this); }
+
+private:
+    QString name_;
+    QByteArray drawing_;
+};
+
+} // namespace
+
+QIcon iconOf(const char* name) {
+    loadPictures();
+    QFile file(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name)));
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    return QIcon(new DrawingEngine(QLatin1String(name), file.readAll())); // the icon owns its engine
+}
+
+} // namespace kestrane
