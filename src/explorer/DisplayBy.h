@@ -21,13 +21,17 @@ struct DisplayChoice {
     std::string ParameterText; // a caption as the list shows it
 };
 
-// "Default" and then the bands ("1k Hz (CHA)"), or the parameters of channel A that are plotted in any kind.
+// "Default" and then the bands ("1k Hz (CHA)"), or the parameters of channel A that are plotted in any kind. A
+// broadband log has "Default" alone; the modes kByDecibels and kByPercent have no list.
 std::vector<std::string> displayByList(const clsLog& log, int mode);
 
 // The choice behind a text of that list; "Default" and an empty text choose nothing.
 DisplayChoice displayChoice(const clsLog& log, int mode, const std::string& text);
 
 // The parameter of a choice's text (eLeq, eLmin, eLmax, eLn1..eLn10); 0 when the text names none.
-int chosenParameter(const clsLog& log, const std::string& parameterText);
+int chosenParameter(const clsLog& log, const std::string& text);
+
+// "1k Hz"; "AP" for band 0.
+std::string bandLabel(const clsLog& log, int band);
 
 } // namespace kestrane

@@ -44,30 +44,15 @@ bool isLn(int parameter) {
     return parameter >= eLn1 && parameter <= eLn10;
 }
 
-bool isBanded(int parameter) {
-    return parameter <= eLmax || isLn(parameter);
-}
-
 const ParameterSource& sourceOf(int parameter) {
     return *std::find_if(std::begin(kSources), std::end(kSources),
                          [&](const ParameterSource& source) { return source.parameter == parameter; });
-}
-
-// The column of a parameter, or kNone.
-Quantity rowQuantity(int channel, int parameter) {
-    if (isLn(parameter)) return channel == kChannelA ? lnQuantity(parameter - eLn1 + 1) : kNone;
-    const ParameterSource& source = sourceOf(parameter);
-    return channel == kChannelA ? source.rowsA : source.rowsB;
 }
 
 clsValue flagValue(bool flag) {
     clsValue value;
     value.Value(flag ? -1.0F : 0.0F);
     return value;
-}
-
-const Column<std::uint8_t>& overloadColumn(const IntervalColumns& rows, int channel) {
-    return channel == kChannelA ? rows.OverloadedA : rows.OverloadedB;
 }
 
 // The log holds no such figure whatever its numbers say.
@@ -93,7 +78,7 @@ bool hasIntervalValues(const clsLog& log, int channel, int parameter) {
         const auto cells = rows.cells(overloadColumn(rows, channel));
         return std::any_of(cells.begin(), cells.end(), [](std::uint8_t cell) { return cell != 0; });
     }
-    const Quantity quantity = rowQuantity(channel, parameter);
+    const Quantity quantity = intervalQuantity(channel, parameter);
     if (quantity == kNone) return false;
     const int last = hasBands(quantity) ? lastBand(log.Mode()) : 0;
     for (int band = 0; band <= last; ++band) {
@@ -159,6 +144,20 @@ constexpr Parameter kPercentiles[] = {eLe_Sel, eLn(1), eLn(2), eLn(3)};
 
 } // namespace
 
+bool isBanded(int parameter) {
+    return parameter <= eLmax || isLn(parameter);
+}
+
+Quantity intervalQuantity(int channel, int parameter) {
+    if (isLn(parameter)) return channel == kChannelA ? lnQuantity(parameter - eLn1 + 1) : kNone;
+    const ParameterSource& source = sourceOf(parameter);
+    return channel == kChannelA ? source.rowsA : source.rowsB;
+}
+
+const Column<std::uint8_t>& overloadColumn(const IntervalColumns& rows, int channel) {
+    return channel == kChannelA ? rows.OverloadedA : rows.OverloadedB;
+}
+
 std::string VariableCaption(const Session& session, int parameter, int channel, std::string_view bandText,
                             const clsLog* log) {
     std::string caption = baseCaption(session, parameter, channel, log);
@@ -191,7 +190,7 @@ clsValue intervalValue(const clsLog& log, std::int64_t row, int channel, int par
     const IntervalColumns& rows = log.LogIntervals.Columns();
     const auto at = static_cast<std::size_t>(row) - 1;
     if (parameter == eOverload) return flagValue(overloadColumn(rows, channel).at(at) != 0);
-    const Quantity quantity = rowQuantity(channel, parameter);
+    const Quantity quantity = intervalQuantity(channel, parameter);
     clsValue value;
     if (quantity == kNone) return value;
     const Level level = rows.level(quantity, hasBands(quantity) ? band : 0, at);

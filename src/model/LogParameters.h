@@ -28,6 +28,13 @@ clsValue cumulativeValue(const clsLog& log, int channel, int parameter, int band
 // The same of a row, counted from 1.
 clsValue intervalValue(const clsLog& log, std::int64_t row, int channel, int parameter, int band);
 
+// The parameter has a figure for each band: Leq, Lmin, Lmax and the Lns.
+bool isBanded(int parameter);
+
+// Where the rows keep a parameter of a channel. Quantity::End: no row has it, or it is the overload flag.
+Quantity intervalQuantity(int channel, int parameter);
+const Column<std::uint8_t>& overloadColumn(const IntervalColumns& rows, int channel);
+
 // Matches the log's Plottable table to its data: what the application's options allow and the log holds a figure for.
 // Cumulative entries that fall away are not plotted either. Rows are looked at when the log has any.
 void SetPlottableValues(clsLog& log);

@@ -1,0 +1,38 @@
+#include "explorer/ChartParts.h"
+
+#include "model/Session.h"
+
+namespace kestrane {
+
+ChartUnit chartUnit(int parameter) {
+    switch (parameter) {
+    case eDoseET:
+    case eDoseMT:
+    case eDoseHour:
+        return ChartUnit::Percent;
+    case ePa2Hr:
+        return ChartUnit::Pa2Hours;
+    default:
+        return ChartUnit::Decibels;
+    }
+}
+
+ChartData emptyChart(const clsLog& log, const clsLogOptions& options) {
+    ChartData chart;
+    chart.Title = log.Name;
+    chart.Style = options.ChartStyle;
+    chart.LineWidth = options.LineWidth;
+    chart.TitleFont = options.TitleFont;
+    chart.LegendFont = options.LegendFont;
+    chart.AxisFont = options.AxisFont;
+    chart.NoteFont = options.NoteFont;
+    return chart;
+}
+
+std::string exposureTitle(const Session& session, bool hasPercent, bool hasPa2Hours) {
+    const std::string percent = hasPercent ? session.LoadText(4562) : std::string();
+    const std::string pa2Hours = hasPa2Hours ? session.LoadText(4563) : std::string();
+    return pa2Hours + (hasPercent && hasPa2Hours ? " / " : "") + percent;
+}
+
+} // namespace kestrane

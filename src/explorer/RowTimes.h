@@ -1,0 +1,28 @@
+// When the rows of a log began, as text. Rows are counted from 0. Shares the log's columns, so it stays valid whatever
+// becomes of the log.
+#pragma once
+
+#include "model/clsLog.h"
+
+#include <string>
+
+namespace kestrane {
+
+class RowTimes {
+public:
+    RowTimes() = default; // of no log
+    explicit RowTimes(const clsLog& log);
+
+    std::string time(std::size_t row) const;        // "hh:mm:ss"
+    std::string label(std::size_t row) const;       // "hh:mm" where the log's interval is whole minutes, else time
+    std::string dateAndTime(std::size_t row) const; // "dd/mm/yy hh:mm:ss"; the time alone without a date
+
+private:
+    clsTime timeOf(std::size_t row) const;
+
+    Column<double> dates_;
+    Column<std::int32_t> times_;
+    bool isWholeMinutes_ = false;
+};
+
+} // namespace kestrane
