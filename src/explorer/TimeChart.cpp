@@ -97,7 +97,7 @@ private:
         const Quantity quantity = intervalQuantity(channel, parameter);
         std::vector<float> values(rows_.count(), kNullValue);
         if (quantity == Quantity::End) return values;
-        const auto levels = rows_.levels(quantity, isBanded(parameter) && channel == kChannelA ? band : 0);
+        const auto levels = rows_.levels(quantity, hasBands(quantity) ? band : 0);
         std::transform(levels.begin(), levels.end(), values.begin(),
                        [](Level level) { return chartValue(level.CalcValue); });
         return values;

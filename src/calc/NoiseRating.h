@@ -1,0 +1,62 @@
+// The noise rating of a log: by octave band, the family of rating curves and the log's own level, and the one figure
+// that sums them up. Made for a chart or a print-out and dropped behind it. Rule: the system's own band constants.
+#pragma once
+
+#include "model/clsLog.h"
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kestrane {
+
+class clsNoiseRating;
+
+// A point of a curve, or (without a Parent) the log's own level.
+class clsNoiseRatingLevel {
+public:
+    const clsNoiseRating* Parent = nullptr;
+    std::int16_t NoiseRatingLevel = 0;
+
+    float SoundLevel() const; // dB; by the constants of Parent, else the stored one
+
+    void SoundLevel(float level) { soundLevel_ = level; }
+
+private:
+    float soundLevel_ = 0;
+};
+
+// One frequency. Its levels point to it, so it stays where it is.
+class clsNoiseRating {
+public:
+    clsNoiseRating() = default;
+    clsNoiseRating(const clsNoiseRating&) = delete;
+    clsNoiseRating& operator=(const clsNoiseRating&) = delete;
+
+    std::vector<clsNoiseRatingLevel> Levels; // the curves from 0 to 120 in steps of 5, then the log's own level
+    float Multiplier = 0;
+    float ConstantNumber = 0;
+
+    const std::string& Frequency() const { return frequency_; }
+
+    void Frequency(std::string_view label); // sets the constants, too; both 0 for a label that has none
+
+    // The log's rating at this frequency, from its level in dB: level - ConstantNumber / Multiplier, which is not the
+    // inverse of the curve.
+    float Rating(float level) const;
+
+private:
+    std::string frequency_;
+};
+
+struct NoiseRating {
+    std::deque<clsNoiseRating> Rows; // none for a broadband log
+    std::int32_t Level = 0;          // the highest rating, at least 0, rounded up
+};
+
+// From the cumulative Leq of the bands that have constants. Raises 6 for a rating past 32 bits.
+NoiseRating noiseRating(const clsLog& log);
+
+} // namespace kestrane

@@ -1,0 +1,159 @@
+#include "explorer/BandChart.h"
+
+#include "explorer/ChartParts.h"
+#include "explorer/RowTimes.h"
+#include "model/LogParameters.h"
+#include "model/Session.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+// The end of an axis from 0: the next 1, 2 or 5 times a power of ten.
+double roundScale(double highest) {
+    if (highest <= 0) return 1;
+    const double decade = std::pow(10, std::floor(std::log10(highest)));
+    for (const double step : {1.0, 2.0, 5.0}) {
+        if (highest <= step * decade) return step * decade;
+    }
+    return 10 * decade;
+}
+
+class BandChart {
+public:
+    BandChart(const clsLog& log, std::int64_t row, const DisplayChoice& choice, int axisMode) :
+        log_(log),
+        session_(log.session()),
+        row_(row),
+        choice_(choice),
+        axisMode_(axisMode),
+        options_(displayOptions(log)),
+        chart_(emptyChart(log, options_)) {
+        if (row < 0 || row > log.LogIntervals.Count()) raiseIndexOutOfRange();
+    }
+
+    std::optional<ChartData> build() {
+        chart_.Shape = ChartShape::Bar;
+        if (choice_.ParameterText.empty()) {
+            addParameters();
+        } else {
+            addBands();
+        }
+        if (chart_.Series.empty()) return std::nullopt;
+        setTitles();
+        return std::move(chart_);
+    }
+
+private:
+    bool isInterval() const { return row_ != kWholeLog; }
+
+    float figure(int channel, int parameter, int band) const {
+        const clsValue value = isInterval() ? intervalValue(log_, row_, channel, parameter, band)
+                                            : cumulativeValue(log_, channel, parameter, band);
+        return chartValue(value.CalcValue());
+    }
+
+    void addBands() {
+        const int parameter = chosenParameter(log_, choice_.ParameterText);
+        if (parameter == 0) return;
+        ChartSeries series;
+        series.Label = VariableCaption(session_, parameter, kChannelA, kNoBand, &log_);
+        std::vector<std::string> labels;
+        for (int band = 0; band <= lastBand(log_.Mode()); ++band) {
+            labels.push_back(bandLabel(log_, band));
+            series.Values.push_back(figure(kChannelA, parameter, band));
+        }
+        chart_.RowCount = labels.size();
+        chart_.RowLabel = chart_.RowName = [labels](std::size_t row) { return labels[row]; };
+        chart_.PrimaryTitle = session_.LoadText(4561);
+        chart_.Series.push_back(std::move(series));
+    }
+
+    void addParameters() {
+        chart_.RowCount = 1;
+        chart_.RowLabel = [](std::size_t) { return std::string(); };
+        const std::string name = isInterval() ? RowTimes(log_).dateAndTime(rowIndex()) : log_.Name;
+        chart_.RowName = [name](std::size_t) { return name; };
+        for (const int channel : {kChannelA, kChannelB}) {
+            if (channel == kChannelB && !log_.IsChannelBOn) continue;
+            for (int parameter = 1; parameter <= ParameterCount; ++parameter)
+                addParameter(channel, parameter);
+        }
+        setAxes();
+    }
+
+    void addParameter(int channel, int parameter) {
+        const int kind = isInterval() ? kInterval : kCumulative;
+        if (parameter == eOverload || !options_.IsPlotted(channel, kind, parameter)) return;
+        const ChartUnit unit = chartUnit(parameter);
+        if ((unit == ChartUnit::Decibels) != (axisMode_ == kByDecibels)) return;
+        hasPercent_ = hasPercent_ || unit == ChartUnit::Percent;
+        hasPa2Hours_ = hasPa2Hours_ || unit == ChartUnit::Pa2Hours;
+        const int band = channel == kChannelA ? log_.e(choice_.BandText) : 0;
+        const std::string_view captionBand = band > 0 ? std::string_view(choice_.BandText) : kNoBand;
+        chart_.Series.push_back({VariableCaption(session_, parameter, channel, captionBand, &log_),
+                                 axisOf(unit),
+                                 {figure(channel, parameter, band)}});
+    }
+
+    static ChartAxis axisOf(ChartUnit unit) {
+        return unit == ChartUnit::Pa2Hours ? ChartAxis::Secondary : ChartAxis::Primary;
+    }
+
+    // A second axis stands only where dose and Pa2Hr are both shown: Pa2Hr has it, on a scale of its own from 0.
+    void setAxes() {
+        if (axisMode_ == kByDecibels) {
+            chart_.PrimaryTitle = session_.LoadText(4561);
+        } else if (!hasPercent_ || !hasPa2Hours_) {
+            chart_.PrimaryTitle = exposureTitle(session_, hasPercent_, hasPa2Hours_);
+            for (ChartSeries& series : chart_.Series)
+                series.Axis = ChartAxis::Primary;
+        } else {
+            chart_.HasSecondaryAxis = true;
+            chart_.PrimaryTitle = exposureTitle(session_, true, false);
+            chart_.SecondaryTitle = exposureTitle(session_, false, true);
+            chart_.SecondaryRange = ChartRange{0, roundScale(highestOf(ChartAxis::Secondary))};
+        }
+    }
+
+    double highestOf(ChartAxis axis) const {
+        float highest = 0;
+        for (const ChartSeries& series : chart_.Series) {
+            if (series.Axis == axis && series.Values[0] > highest) highest = series.Values[0];
+        }
+        return highest;
+    }
+
+    void setTitles() {
+        if (!isInterval()) return;
+        chart_.CategoryTitle = session_.LoadText(4569) + " " + RowTimes(log_).time(rowIndex());
+        if (log_.LogIntervals.Columns().isExcluded.at(rowIndex()) == 0) return;
+        chart_.Title += " - (" + session_.LoadText(4714) + ")";
+        chart_.IsTitleWarning = true;
+    }
+
+    std::size_t rowIndex() const { return static_cast<std::size_t>(row_) - 1; }
+
+    const clsLog& log_;
+    const Session& session_;
+    const std::int64_t row_;
+    const DisplayChoice& choice_;
+    const int axisMode_;
+    const clsLogOptions options_;
+    ChartData chart_;
+    bool hasPercent_ = false;
+    bool hasPa2Hours_ = false;
+};
+
+} // namespace
+
+std::optional<ChartData> bandChart(const clsLog& log, std::int64_t row, const DisplayChoice& choice, int axisMode) {
+    return BandChart(log, row, choice, axisMode).build();
+}
+
+} // namespace kestrane

@@ -1,0 +1,49 @@
+#include "explorer/NoiseRatingChart.h"
+
+#include "calc/NoiseRating.h"
+#include "explorer/ChartParts.h"
+#include "model/LogParameters.h"
+#include "model/Session.h"
+
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+constexpr ChartRange kLevels = {0, 150}; // dB
+
+} // namespace
+
+std::optional<ChartData> noiseRatingChart(const clsLog& log) {
+    const NoiseRating rating = noiseRating(log);
+    if (rating.Rows.empty()) return std::nullopt;
+    const Session& session = log.session();
+    ChartData chart = emptyChart(log, displayOptions(log));
+    chart.Title = ReplaceText(session.LoadText(4544), "^", log.Name);
+    chart.Footnote = ReplaceText(session.LoadText(4547), "^", std::to_string(rating.Level)) + "    ";
+    chart.HasLegend = false;
+    chart.CategoryTitle = session.LoadText(4545);
+    chart.PrimaryTitle = session.LoadText(4546);
+    chart.PrimaryRange = kLevels;
+
+    std::vector<std::string> labels;
+    for (const clsNoiseRating& row : rating.Rows)
+        labels.push_back(row.Frequency());
+    chart.RowCount = labels.size();
+    chart.RowLabel = chart.RowName = [labels](std::size_t row) { return labels[row]; };
+
+    for (const clsNoiseRatingLevel& level : rating.Rows.front().Levels)
+        chart.Series.push_back(
+            {level.Parent == nullptr ? log.Name : std::to_string(level.NoiseRatingLevel), ChartAxis::Primary, {}});
+    for (const clsNoiseRating& row : rating.Rows) {
+        for (std::size_t i = 0; i < row.Levels.size(); ++i) {
+            const clsNoiseRatingLevel& level = row.Levels[i];
+            const float sound = level.SoundLevel();
+            chart.Series[i].Values.push_back(level.Parent == nullptr ? chartValue(sound) : sound);
+        }
+    }
+    return chart;
+}
+
+} // namespace kestrane

@@ -1,0 +1,77 @@
+#include "calc/NoiseRating.h"
+
+#include "TestSession.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrane {
+namespace {
+
+struct RatedLog : TestSession {
+    clsLog log{session};
+
+    explicit RatedLog(int mode) { log.Mode(mode); }
+
+    void level(const char* band, float figure) { log.LeqCumA(band).Value(figure); }
+};
+
+TEST(NoiseRating, TheHighestBandRatingRoundedUpIsTheLevel) {
+    struct Case {
+        const char* band;
+        float level;
+        std::int32_t rating;
+    };
+
+    constexpr Case kCases[] = {
+        {"1k", 0, 8},      // nothing measured: the 8k constants alone, 8 / 1.03 = 7.77
+        {"1k", 72, 72},    // whole
+        {"1k", 72.5F, 73}, // a half that rounds to even, down
+        {"63", 80, 36},    // 80 - 35.4 / 0.79 = 35.19
+        {"8k", 65, 73},    // 65 + 8 / 1.03 = 72.77
+        {"16k", 120, 8},   // a band without constants
+    };
+    for (const int mode : {modeFullOctave, modeThirdOctave}) {
+        for (const Case& c : kCases) {
+            RatedLog rated(mode);
+            rated.level(c.band, c.level);
+            EXPECT_EQ(noiseRating(rated.log).Level, c.rating) << c.band << " " << c.level;
+        }
+    }
+}
+
+TEST(NoiseRating, ARowHoldsTheCurvesAndTheLogsOwnLevel) {
+    RatedLog rated(modeThirdOctave);
+    rated.level("63", 91.5F);
+    const NoiseRating rating = noiseRating(rated.log);
+    ASSERT_EQ(rating.Rows.size(), 9U);
+    EXPECT_EQ(rating.Rows.front().Frequency(), "31.5");
+    EXPECT_EQ(rating.Rows.back().Frequency(), "8k");
+
+    const clsNoiseRating& row = rating.Rows[1];
+    ASSERT_EQ(row.Levels.size(), 26U);
+    EXPECT_EQ(row.Levels[20].NoiseRatingLevel, 100);
+    EXPECT_FLOAT_EQ(row.Levels[20].SoundLevel(), 114.4F); // 0.79 * 100 + 35.4
+    EXPECT_EQ(rating.Rows[5].Levels[20].SoundLevel(), 100);
+    EXPECT_FLOAT_EQ(rating.Rows[8].Levels[24].SoundLevel(), 115.6F); // 1.03 * 120 - 8
+    EXPECT_EQ(row.Levels.back().Parent, nullptr);
+    EXPECT_EQ(row.Levels.back().SoundLevel(), 91.5F);
+}
+
+TEST(NoiseRating, ABroadbandLogHasNone) {
+    RatedLog rated(modeBroadband);
+    rated.log.LeqCumA(0).Value(90);
+    EXPECT_TRUE(noiseRating(rated.log).Rows.empty());
+    EXPECT_EQ(noiseRating(rated.log).Level, 0);
+}
+
+TEST(NoiseRating, AnotherLabelTakesTheConstantsAway) {
+    clsNoiseRating row;
+    row.Frequency("2k");
+    EXPECT_EQ(row.ConstantNumber, -3.5F);
+    row.Frequency("2.5k");
+    EXPECT_EQ(row.Multiplier, 0);
+    EXPECT_EQ(row.ConstantNumber, 0);
+}
+
+} // namespace
+} // namespace kestrane
