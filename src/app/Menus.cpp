@@ -1,22 +1,114 @@
 #include "app/Menus.h"
 
+#include "explorer/ExplorerState.h"
+#include "explorer/LogView.h"
 #include "explorer/NodeKeys.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace kestrane {
 
-bool IsMenuEnabled(const Session& session, MenuItem item, const std::string& selectedKey) {
-    switch (item) {
-    case MenuItem::FileClose:
-        return !selectedKey.empty();
-    case MenuItem::FileCloseAll:
-        return !session.OpenFiles.empty();
-    case MenuItem::FileSave:
-    case MenuItem::FileSaveAs:
-        return resolve(session, selectedKey).file != nullptr && session.IsIdle();
-    case MenuItem::FileOpen:
-        break;
-    }
-    return true;
+namespace {
+
+constexpr MenuItem kItems[] = {
+    {Menu::File, 1, Command::FileOpen, 1032, 6503, "open", "Ctrl+O", 1},
+    {Menu::File, 3, Command::FileClose, 1034, 6515, "close", "Ctrl+W"},
+    {Menu::File, 4, Command::FileCloseAll, 1035, 6516, "", "Ctrl+Shift+W"},
+    {Menu::File, 6, Command::FileSave, 1036, 6504, "save", "Ctrl+S", 2},
+    {Menu::File, 7, Command::FileSaveAs, 1037, 6517, "", "Ctrl+Shift+S"},
+    {Menu::File, 16, Command::FileExit, 1043, 6518, "exit", "Ctrl+Q"},
+
+    {Menu::View, 0, Command::ViewToolbar, 1091, 6520},
+    {Menu::View, 1, Command::ViewStatusBar, 1092, 6521},
+    {Menu::View, 7, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E", 4},
+
+    {Menu::Tools, 0, Command::ToolsSettings, 1121, 6523, "settings", "Ctrl+,"},
+
+    {Menu::Window, 0, Command::WindowNew, 1151, 6526, "", "Ctrl+N"},
+    {Menu::Window, 1, Command::WindowReset, 1156, 6513, "reset", "Ctrl+R", 6},
+    {Menu::Window, 3, Command::WindowTileHorizontally, 1152},
+    {Menu::Window, 4, Command::WindowTileVertically, 1153},
+    {Menu::Window, 5, Command::WindowCascade, 1154},
+    {Menu::Window, 6, Command::WindowArrangeIcons, 1155},
+
+    {Menu::Help, 0, Command::HelpHelp, 1182, 0, "help", "F1"},
+    {Menu::Help, 1, Command::HelpTerms, 1187},
+    {Menu::Help, 2, Command::HelpHomePage, 1183},
+    {Menu::Help, 3, Command::HelpManual, 1188, 0, "manual"},
+    {Menu::Help, 5, Command::HelpAbout, 1184, 6527},
+
+    {Menu::TreePopup, 0, Command::ForceRecalc, 1066, 0, "", "F5"},
+    {Menu::TreePopup, 2, Command::Rename, 1302, 0, "", "F2"},
+    {Menu::TreePopup, 3, Command::FileClose, 1034, 6515, "close", "Ctrl+W"},
+    {Menu::TreePopup, 5, Command::TreeDisplayOptions, 1304, 0, "settings"},
+
+    {Menu::LogPopup, 0, Command::LogSavePicture, 4613, 0, "", "Ctrl+Shift+P"},
+    {Menu::LogPopup, 2, Command::LogNote, 1307},
+    {Menu::LogPopup, 3, Command::LogEditNote, 4614},
+    {Menu::LogPopup, 4, Command::LogLegend, 1308},
+    {Menu::LogPopup, 6, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E"},
+    {Menu::LogPopup, 7, Command::ForceRecalc, 1066, 0, "", "F5"},
+    {Menu::LogPopup, 9, Command::LogDisplayOptions, 1304, 0, "settings"},
+};
+
+bool hasSelection(const MenuState& state) {
+    return state.HasExplorer && !state.SelectedKey.empty();
+}
+
+bool isLogSelected(const MenuState& state) {
+    return state.HasExplorer && isLogKind(state.SelectedKey);
+}
+
+bool isChartTab(int tab) {
+    return tab == eTabFullLog || tab == eTabIntervalsGraph || tab == eTabCumulativeGraph || tab == eTabNoiseRating;
+}
+
+struct Rule {
+    Command command;
+    bool (*isEnabled)(const Session& session, const MenuState& state);
+};
+
+constexpr auto kOnSavable = [](const Session& session, const MenuState& state) {
+    return hasSelection(state) && resolve(session, state.SelectedKey).file != nullptr && session.IsIdle();
+};
+constexpr auto kOnFullLog = [](const Session&, const MenuState& state) {
+    return state.HasExplorer && state.Displayed != nullptr && state.Tab == eTabFullLog;
+};
+constexpr auto kOnExplorer = [](const Session&, const MenuState& state) { return state.HasExplorer; };
+
+// A command without a rule can always be given.
+constexpr Rule kRules[] = {
+    {Command::FileClose, [](const Session&, const MenuState& state) { return hasSelection(state); }},
+    {Command::FileCloseAll, [](const Session& session, const MenuState&) { return !session.OpenFiles.empty(); }},
+    {Command::FileSave, kOnSavable},
+    {Command::FileSaveAs, kOnSavable},
+    {Command::ViewExposureTime, [](const Session&, const MenuState& state) { return isLogSelected(state); }},
+    {Command::WindowReset, kOnExplorer},
+    {Command::ForceRecalc,
+     [](const Session& session, const MenuState& state) { return isLogSelected(state) && session.IsIdle(); }},
+    {Command::Rename,
+     [](const Session&, const MenuState& state) { return hasSelection(state) && isEditableKind(state.SelectedKey); }},
+    {Command::TreeDisplayOptions, kOnExplorer},
+    {Command::LogNote, kOnFullLog},
+    {Command::LogLegend, kOnFullLog},
+    {Command::LogEditNote, kOnFullLog},
+    {Command::LogSavePicture,
+     [](const Session&, const MenuState& state) { return state.Displayed != nullptr && isChartTab(state.Tab); }},
+    {Command::LogDisplayOptions,
+     [](const Session&, const MenuState& state) { return state.HasExplorer && state.Displayed != nullptr; }},
+};
+
+} // namespace
+
+std::span<const MenuItem> menuItems() {
+    return kItems;
+}
+
+bool IsMenuEnabled(const Session& session, Command command, const MenuState& state) {
+    const auto rule = std::find_if(std::begin(kRules), std::end(kRules),
+                                   [&](const Rule& candidate) { return candidate.command == command; });
+    return rule == std::end(kRules) || rule->isEnabled(session, state);
 }
 
 } // namespace kestrane

@@ -1,16 +1,74 @@
-// The rule of the menus: which commands can be given just now, from what is open and what is selected. The frame asks
-// here whenever a menu drops or something changes; nothing is kept.
+// The commands of the frame in one table (where each stands, its text, icon and keys), and the rule that says which can
+// be given just now. The frame builds its menus, popups and tool bar from the table and asks the rule whenever a menu
+// drops or something changes; nothing is kept.
 #pragma once
 
 #include "model/Session.h"
 
+#include <span>
 #include <string>
 
 namespace kestrane {
 
-enum class MenuItem { FileOpen, FileClose, FileCloseAll, FileSave, FileSaveAs };
+enum class Menu { File, View, Tools, Window, Help, TreePopup, LogPopup };
 
-// selectedKey: the tree node selected in the explorer in front; empty without one.
-bool IsMenuEnabled(const Session& session, MenuItem item, const std::string& selectedKey);
+enum class Command {
+    FileOpen,
+    FileClose,
+    FileCloseAll,
+    FileSave,
+    FileSaveAs,
+    FileExit,
+    ViewToolbar,
+    ViewStatusBar,
+    ViewExposureTime,
+    ToolsSettings,
+    WindowNew,
+    WindowReset,
+    WindowTileHorizontally,
+    WindowTileVertically,
+    WindowCascade,
+    WindowArrangeIcons,
+    HelpHelp,
+    HelpTerms,
+    HelpHomePage,
+    HelpManual,
+    HelpAbout,
+    ForceRecalc,
+    Rename,
+    TreeDisplayOptions,
+    LogNote,
+    LogLegend,
+    LogEditNote,
+    LogSavePicture,
+    LogDisplayOptions
+};
+
+// A place of a command in a menu. Items of a menu come in the order of their index; a gap in the indices is a
+// separator. The same command may stand in several menus.
+struct MenuItem {
+    Menu menu;
+    int index;
+    Command command;
+    int text;
+    int toolTip = 0;       // 0: none
+    const char* icon = ""; // "": none
+    const char* keys = ""; // portable text of the shortcut; "": none
+    int toolBar = 0;       // place on the tool bar, from 1; 0: not on it
+};
+
+std::span<const MenuItem> menuItems();
+
+constexpr int kRecentFilesIndex = 11; // of the File menu: where the recent files stand
+
+// What the rule has to know of the explorer window in front.
+struct MenuState {
+    bool HasExplorer = false; // there is one, and it is not minimised
+    std::string SelectedKey;
+    const clsLog* Displayed = nullptr; // the log on display
+    int Tab = 0;                       // the tab in front
+};
+
+bool IsMenuEnabled(const Session& session, Command command, const MenuState& state);
 
 } // namespace kestrane

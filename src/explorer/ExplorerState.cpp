@@ -79,10 +79,6 @@ bool ExplorerState::IsLogDisplayed() const {
     return isLogKind(DisplayedKey);
 }
 
-bool ExplorerState::IsNodeEditable() const {
-    return IsLogSelected() || SelectedKey.starts_with(tFILE) || SelectedKey.starts_with(tINST);
-}
-
 bool ExplorerState::NodeClick(const std::string& key) {
     if (key.empty() || key == SelectedKey) return false;
     if (kKinds.find(key.front()) != std::string_view::npos) SelectedKey = key;
@@ -102,10 +98,30 @@ std::vector<TreeNode> ExplorerState::RebuildTree(Session& session, const std::ve
     return nodes;
 }
 
-LogView ExplorerState::View(const Session& session) const {
+bool ExplorerState::takeDisplayed(const Session& session) {
     const clsLog* log = resolve(session, DisplayedKey).log;
-    if (log == nullptr) return LogView::Empty;
-    return log->IsBusy() ? LogView::Loading : LogView::Values;
+    if (log == nullptr) {
+        const bool hadLog = !View.Key.empty();
+        View.close();
+        return hadLog;
+    }
+    if (log->IsBusy() || View.Key == DisplayedKey) return false;
+    View.open(DisplayedKey, *log, session.Options.CumulativePanel);
+    return true;
+}
+
+void ExplorerState::ResetControls() {
+    DisplayedKey.clear();
+    View.close();
+}
+
+clsLog* ExplorerState::LogInView(const Session& session) const {
+    return resolve(session, View.Key).log;
+}
+
+LogContent ExplorerState::Content(const Session& session) const {
+    if (LogInView(session) != nullptr) return LogContent::Values;
+    return resolve(session, DisplayedKey).log != nullptr ? LogContent::Loading : LogContent::Empty;
 }
 
 std::string ExplorerState::Caption(const Session& session) const {

@@ -1,8 +1,10 @@
-// What an explorer window remembers of its tree, and the rules of clicking a node and of rebuilding the tree. It refers
-// to objects by key alone, so nothing here dangles when a file closes. Owned by the window; it must not know widgets.
+// What an explorer window remembers of its tree, and the rules of clicking a node, of rebuilding the tree and of
+// bringing a log on view. It refers to objects by key alone, so nothing here dangles when a file closes. Owned by the
+// window; it must not know widgets.
 #pragma once
 
 #include "explorer/ExplorerTree.h"
+#include "explorer/LogView.h"
 
 #include <string>
 #include <string_view>
@@ -17,16 +19,16 @@ struct ShownNode {
 };
 
 // What the right side has to show of the displayed log.
-enum class LogView { Empty, Loading, Values };
+enum class LogContent { Empty, Loading, Values };
 
 class ExplorerState {
 public:
     std::string SelectedKey;  // the node last clicked, of any kind; empty: none
-    std::string DisplayedKey; // the log on display; empty: none
+    std::string DisplayedKey; // the log chosen for display; empty: none
+    LogView View;             // of the log on view, which is another one while the chosen one's rows are not there
 
     bool IsLogSelected() const;
     bool IsLogDisplayed() const;
-    bool IsNodeEditable() const; // groups are not
 
     // Takes a click. True when the log on display is to be shown anew; a second click on the selected node, and a click
     // on anything but a log, leave it as it is.
@@ -36,7 +38,13 @@ public:
     // come expanded. Keys that have lost their node become empty; the node to select is then the log on display.
     std::vector<TreeNode> RebuildTree(Session& session, const std::vector<ShownNode>& shown);
 
-    LogView View(const Session& session) const;
+    // Brings the log on display on view, unless it is there already or its rows are not. True when the view has
+    // changed.
+    bool takeDisplayed(const Session& session);
+    void ResetControls(); // forgets the log
+
+    clsLog* LogInView(const Session& session) const; // null: none
+    LogContent Content(const Session& session) const;
     std::string Caption(const Session& session) const; // of the window
 };
 

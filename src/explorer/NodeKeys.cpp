@@ -22,6 +22,14 @@ int identity(std::string_view text) {
     return result.ec == std::errc() && result.ptr == text.data() + text.size() ? value : 0;
 }
 
+// Where the nodes of a kind may be dropped.
+struct DropRule {
+    std::string_view sources;
+    std::string_view targets;
+};
+
+constexpr DropRule kDropRules[] = {{"F", "F"}, {"I", "FI"}, {"XL", "FIXL"}, {"YO", "FIYO"}, {"ZT", "FIZT"}};
+
 struct HighestIdentities {
     std::int16_t file = 0;
     std::int16_t data = 0;
@@ -60,6 +68,10 @@ char logKind(int mode) {
 
 bool isLogKind(std::string_view key) {
     return !key.empty() && std::find(kLogKinds.begin(), kLogKinds.end(), key.front()) != kLogKinds.end();
+}
+
+bool isEditableKind(std::string_view key) {
+    return isLogKind(key) || key.starts_with(tFILE) || key.starts_with(tINST);
 }
 
 std::string fileKey(const clsFile& file) {
@@ -116,6 +128,15 @@ void AssignIdentities(Session& session, bool bLastFileOnly, int intFileId) {
             }
         }
     }
+}
+
+bool SittingOnValidNode(std::string_view sourceKey, std::string_view targetKey, std::string_view selectedKey) {
+    if (targetKey.empty()) targetKey = selectedKey;
+    if (sourceKey.empty() || targetKey.empty() || sourceKey == targetKey) return false;
+    return std::any_of(std::begin(kDropRules), std::end(kDropRules), [&](const DropRule& rule) {
+        return rule.sources.find(sourceKey.front()) != std::string_view::npos &&
+               rule.targets.find(targetKey.front()) != std::string_view::npos;
+    });
 }
 
 } // namespace kestrane

@@ -20,7 +20,8 @@ constexpr char tTOCN = 'T'; // a third-octave log
 
 char groupKind(int mode);
 char logKind(int mode);
-bool isLogKind(std::string_view key); // false for an empty key
+bool isLogKind(std::string_view key);      // false for an empty key
+bool isEditableKind(std::string_view key); // its node can be renamed: not a group, not an empty key
 
 std::string fileKey(const clsFile& file);
 std::string dataKey(const clsInsData& data, const clsFile& file);
@@ -39,5 +40,9 @@ Node resolve(const Session& session, std::string_view key);
 // Gives identities to new objects: of the last file only, of the file intFileId (above 0), or of all. Order is
 // untouched. A log that has the identity of another in its collection takes a new one. Raises 6 past 32767 identities.
 void AssignIdentities(Session& session, bool bLastFileOnly, int intFileId);
+
+// May the node of sourceKey be dropped on that of targetKey (empty: the selected one)? Never on itself; a log or group
+// only on a file, a collection or its own family.
+bool SittingOnValidNode(std::string_view sourceKey, std::string_view targetKey, std::string_view selectedKey);
 
 } // namespace kestrane

@@ -37,4 +37,9 @@ std::string RowTimes::dateAndTime(std::size_t row) const {
     return isSet(date) ? formatDate(date, "dd/mm/yy") + " " + time(row) : time(row);
 }
 
+std::string RowTimes::listText(std::size_t row) const {
+    const CalendarTime date = dates_.at(row);
+    return isSet(date) ? time(row) + " (" + formatDate(date, "dd/mm") + ")" : time(row);
+}
+
 } // namespace kestrane

@@ -16,6 +16,7 @@ public:
     std::string time(std::size_t row) const;        // "hh:mm:ss"
     std::string label(std::size_t row) const;       // "hh:mm" where the log's interval is whole minutes, else time
     std::string dateAndTime(std::size_t row) const; // "dd/mm/yy hh:mm:ss"; the time alone without a date
+    std::string listText(std::size_t row) const;    // "hh:mm:ss (dd/mm)"
 
 private:
     clsTime timeOf(std::size_t row) const;

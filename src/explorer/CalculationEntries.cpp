@@ -1,0 +1,140 @@
+#include "explorer/CalculationEntries.h"
+
+#include "calc/Recalculation.h"
+#include "model/Session.h"
+#include "platform/Numbers.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kCriteria[] = {75, 80, 85, 90};
+constexpr int kExchanges[] = {3, 4, 5};
+
+// The levels and rates that can be entered by hand.
+constexpr int kHighestCriterion = 140;
+constexpr int kHighestExchange = 10;
+
+template <std::size_t N>
+std::vector<std::string> choices(const int (&usual)[N], std::int16_t own) {
+    std::vector<int> values(std::begin(usual), std::end(usual));
+    if (own != 0 && std::find(values.begin(), values.end(), own) == values.end()) values.push_back(own);
+    std::sort(values.begin(), values.end());
+    std::vector<std::string> texts;
+    for (const int value : values)
+        texts.push_back(std::to_string(value));
+    return texts;
+}
+
+// own: what the log has, which is taken whatever it is.
+std::optional<std::int16_t> wholeNumber(const std::string& text, std::int16_t own, int highest) {
+    if (text == std::to_string(own)) return own;
+    const bool isDigits = !text.empty() && text.size() <= 3 &&
+                          std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+    if (!isDigits) return std::nullopt;
+    const int value = std::stoi(text);
+    return value >= 1 && value <= highest ? std::optional(static_cast<std::int16_t>(value)) : std::nullopt;
+}
+
+std::optional<clsDate> dateOf(const clsLog& log, const std::string& text) {
+    clsDate date;
+    try {
+        date.Year = 0; // a text that is no date leaves this
+        date.Day = date.Month = 0;
+        date.setDate(text, log.session().locale);
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+    return date.IsDate() ? std::optional(date) : std::nullopt;
+}
+
+// What the entries say, once they are known to be good.
+struct Changes {
+    std::int16_t criterion, exchange;
+    clsDate userCal;
+};
+
+bool isWithoutDate(const clsLog& log, const std::string& text) {
+    return text.empty() && log.CalibDate.Format().empty();
+}
+
+void storeAndRecalculate(clsLog& log, const Changes& changes) {
+    log.CalibDate = changes.userCal;
+    log.Criterion = changes.criterion;
+    log.Exchange = changes.exchange;
+    RecalcValues(log, kCalcFull);
+}
+
+std::optional<Changes> checked(clsLog& log, const CalculationEntries& entries,
+                               const std::function<void(CalculationField)>& focus) {
+    Session& session = log.session();
+    const auto refuse = [&](CalculationField field, int text) {
+        focus(field);
+        session.ShowMessage(session.LoadText(text), kIconExclamation, session.LoadText(9100));
+        return std::nullopt;
+    };
+    const auto criterion = wholeNumber(entries.Criterion, log.Criterion, kHighestCriterion);
+    if (!criterion) return refuse(CalculationField::Criterion, 4902);
+    const auto exchange = wholeNumber(entries.Exchange, log.Exchange, kHighestExchange);
+    if (!exchange) return refuse(CalculationField::Exchange, 4903);
+    if (isWithoutDate(log, entries.UserCal)) return Changes{*criterion, *exchange, log.CalibDate};
+    const auto userCal = dateOf(log, entries.UserCal);
+    if (!userCal) return refuse(CalculationField::UserCal, 4904);
+    return Changes{*criterion, *exchange, *userCal};
+}
+
+} // namespace
+
+CalculationEntries calculationEntries(const clsLog& log) {
+    return {std::to_string(log.Criterion), std::to_string(log.Exchange), log.CalibDate.Format()};
+}
+
+std::vector<std::string> criterionChoices(const clsLog& log) {
+    return choices(kCriteria, log.Criterion);
+}
+
+std::vector<std::string> exchangeChoices(const clsLog& log) {
+    return choices(kExchanges, log.Exchange);
+}
+
+std::string acceptedUserCal(const clsLog& log, const std::string& entered, const std::string& before) {
+    const auto date = dateOf(log, entered);
+    return date ? date->Format() : before;
+}
+
+bool applyChanges(clsLog& displayed, clsLog& inView, const CalculationEntries& entries,
+                  const std::function<void(CalculationField)>& focus) {
+    Session& session = inView.session();
+    const std::optional<Changes> changes = checked(inView, entries, focus);
+    if (!changes) return false;
+    const CalculationEntries now = calculationEntries(inView);
+    if (entries.Criterion == now.Criterion && entries.Exchange == now.Exchange) {
+        displayed.CalibDate = inView.CalibDate = changes->userCal;
+    } else if (&displayed == &inView) {
+        if (session.ShowMessage(session.LoadText(4901), kButtonsYesNo + kIconQuestion) != Button::Yes) return false;
+        storeAndRecalculate(displayed, *changes);
+    } else {
+        const Button answer =
+            session.ShowMessage(session.LoadText(4905), kButtonsYesNoCancel + kIconQuestion + kDefaultSecond);
+        if (answer == Button::Cancel) return false;
+        storeAndRecalculate(inView, *changes);
+        if (answer == Button::Yes) storeAndRecalculate(displayed, *changes);
+    }
+    AmendedDisplayValues(inView);
+    return true;
+}
+
+bool FullRecalc(clsLog& displayed, clsLog& inView) {
+    Session& session = displayed.session();
+    if (displayed.Warn() && session.ShowMessage(session.LoadText(4565), kButtonsYesNo + kIconQuestion) != Button::Yes) {
+        return false;
+    }
+    RecalcValues(displayed, kCalcFull);
+    if (&displayed != &inView) RecalcValues(inView, kCalcFull);
+    return true;
+}
+
+} // namespace kestrane

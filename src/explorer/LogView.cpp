@@ -1,0 +1,114 @@
+#include "explorer/LogView.h"
+
+#include "model/clsOptions.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+bool isAnyOf(int tab, std::initializer_list<int> tabs) {
+    return std::find(tabs.begin(), tabs.end(), tab) != tabs.end();
+}
+
+} // namespace
+
+TabFlags enabledTabs(const clsLog& log) {
+    TabFlags tabs{};
+    const bool hasIntervals = log.LogIntervals.Count() > 0;
+    for (const int tab : {eTabFullLog, eTabIntervalsTable, eTabIntervalsGraph})
+        tabs[static_cast<std::size_t>(tab)] = hasIntervals;
+    tabs[eTabCumulativeGraph] = true;
+    tabs[eTabNoiseRating] = log.IsOctaveLog();
+    tabs[eTabCumulativeData] = true;
+    return tabs;
+}
+
+LogPanels shownPanels(const clsLog& log, int tab) {
+    LogPanels panels;
+    panels.DisplayBy = log.IsOctaveLog() &&
+                       isAnyOf(tab, {eTabIntervalsTable, eTabIntervalsGraph, eTabCumulativeGraph, eTabCumulativeData});
+    panels.ByParam = panels.DisplayBy && tab != eTabCumulativeData;
+    panels.Axis = isAnyOf(tab, {eTabIntervalsGraph, eTabCumulativeGraph});
+    panels.Channel = tab == eTabIntervalsTable && log.IsChannelBOn;
+    panels.PanelChoice = tab == eTabCumulativeData;
+    panels.IntervalList = tab == eTabIntervalsGraph;
+    panels.ApplyChanges = tab == eTabCumulativeData;
+    return panels;
+}
+
+int cumulativePanelOf(const clsLog& log, int chosen) {
+    return chosen == ePanelBothChannels && !log.IsChannelBOn ? static_cast<int>(ePanelMainChannelA) : chosen;
+}
+
+void LogView::open(const std::string& key, const clsLog& log, int panelSetting) {
+    Key = key;
+    if (panelSetting != ePanelHidden) Panel = panelSetting;
+    IntervalRow = 1;
+    listText_.clear();
+    ResetTabs();
+    const TabFlags tabs = enabledTabs(log);
+    if (!tabs[static_cast<std::size_t>(Tab)]) Tab = tabs[eTabFullLog] ? eTabFullLog : eTabCumulativeData;
+    chooseTab(Tab, log);
+}
+
+void LogView::close() {
+    Key.clear();
+    listText_.clear();
+    ResetTabs();
+}
+
+void LogView::ResetTabs() {
+    drawn_.fill(false);
+    channel_ = kChannelA;
+}
+
+bool LogView::takeDrawing() {
+    bool& drawn = drawn_[static_cast<std::size_t>(Tab)];
+    return !std::exchange(drawn, true);
+}
+
+bool LogView::chooseTab(int tab, const clsLog& log) {
+    if (!enabledTabs(log)[static_cast<std::size_t>(tab)]) return false;
+    Tab = tab;
+    if (tab == eTabCumulativeData) chooseListMode(kByFreq);
+    return true;
+}
+
+bool LogView::chooseListMode(int mode) {
+    listMode_ = mode;
+    return chooseListText({});
+}
+
+bool LogView::chooseListText(const std::string& text) {
+    if (text == listText_) return false;
+    listText_ = text;
+    ResetTabs();
+    return true;
+}
+
+bool LogView::chooseAxis(int axis) {
+    Axis = axis;
+    for (const int tab : {eTabIntervalsGraph, eTabCumulativeGraph})
+        drawn_[static_cast<std::size_t>(tab)] = false;
+    return true;
+}
+
+bool LogView::chooseChannel(int channel) {
+    if (!listText_.empty()) {
+        listText_.clear();
+        channel = kChannelA;
+    }
+    channel_ = channel;
+    drawn_[eTabIntervalsTable] = false;
+    return true;
+}
+
+int LogView::PanelBand(const clsLog& log) const {
+    if (listMode_ != kByFreq) return 0;
+    return log.e(displayChoice(log, listMode_, listText_).BandText);
+}
+
+} // namespace kestrane

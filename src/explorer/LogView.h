@@ -1,0 +1,95 @@
+// What an explorer window shows of a log: the tab in front, which tabs and panels a log gets, the choice of band,
+// parameter, axis and channel, and which tabs are drawn. One for each window, owned by it. It refers to the log by its
+// tree node key, and must not know widgets.
+#pragma once
+
+#include "explorer/DisplayBy.h"
+#include "model/clsLog.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+enum LogTab : int {
+    eTabFullLog,
+    eTabIntervalsTable,
+    eTabIntervalsGraph,
+    eTabCumulativeGraph,
+    eTabNoiseRating,
+    eTabCompareHPD,
+    eTabCumulativeData,
+    eTabExposureCalculator
+};
+
+constexpr int kLogTabs = 8;
+using TabFlags = std::array<bool, kLogTabs>;
+
+// The tabs that a log can be seen on.
+TabFlags enabledTabs(const clsLog& log);
+
+// The panels beside a tab's content.
+struct LogPanels {
+    bool DisplayBy = false;    // the list of bands or parameters, and what it offers
+    bool ByParam = false;      // parameters can be offered, too
+    bool Axis = false;         // dB or %
+    bool Channel = false;      // channel A or B
+    bool PanelChoice = false;  // which cumulative panel
+    bool IntervalList = false; // the row on view
+    bool ApplyChanges = false; // criterion, exchange rate, calibration date
+};
+
+LogPanels shownPanels(const clsLog& log, int tab);
+
+// The chosen panel of the "Cumultv (Data)" tab that a log can have: a log without channel B has no panel of both.
+int cumulativePanelOf(const clsLog& log, int chosen);
+
+class LogView {
+public:
+    std::string Key; // of the log on view; empty: none
+    int Tab = eTabFullLog;
+    int Panel = 0;          // ePanelBothChannels, ePanelMainChannelA or ePanelAdvanced
+    int Axis = kByDecibels; // or kByPercent
+    std::int64_t IntervalRow = 1;
+    bool ShowsNote = true;
+    bool ShowsLegend = true;
+
+    // Puts another log on view: all choices as at first, and a tab that the log has.
+    void open(const std::string& key, const clsLog& log, int panelSetting);
+    void close();
+
+    // All tabs are to be drawn anew; channel A is chosen.
+    void ResetTabs();
+
+    // True when the tab in front has yet to be drawn; it counts as drawn from then on.
+    bool takeDrawing();
+
+    // Goes to a tab. False when the log does not have it. The panel's tab offers bands alone.
+    bool chooseTab(int tab, const clsLog& log);
+
+    // Each returns whether the tab in front is to be drawn anew.
+    bool chooseListMode(int mode); // kByFreq or kByParam; the list goes to its default
+    bool chooseListText(const std::string& text);
+    bool chooseAxis(int axis);
+    bool chooseChannel(int channel); // with a band or parameter chosen, the list goes to its default and A stays
+
+    int ListMode() const { return listMode_; }
+
+    const std::string& ListText() const { return listText_; } // of the list; empty: its default
+
+    int Channel() const { return channel_; }
+
+    DisplayChoice Choice(const clsLog& log) const { return displayChoice(log, listMode_, listText_); }
+
+    int PanelBand(const clsLog& log) const; // of the cumulative panels; 0: the overall figures
+
+private:
+    int listMode_ = kByFreq;
+    std::string listText_;
+    int channel_ = kChannelA;
+    TabFlags drawn_{};
+};
+
+} // namespace kestrane
