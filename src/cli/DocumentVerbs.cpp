@@ -1,0 +1,167 @@
+#include "app/Documents.h"
+#include "app/StartUp.h"
+#include "calc/Recalculation.h"
+#include "cli/ChosenLog.h"
+#include "cli/Json.h"
+#include "cli/Verbs.h"
+#include "explorer/Selection.h"
+#include "model/LogParameters.h"
+
+#include <iostream>
+#include <memory>
+
+namespace kestrane {
+
+namespace {
+
+bool saveAs(Program& program, clsFile& file, const std::string& output) {
+    return SaveFile(program.session, file, true, [&](const std::string&) { return std::optional(fullPath(output)); });
+}
+
+// Saves when asked to, then prints the log.
+int finishLog(Program& program, const ChosenLog& chosen, const std::string& output) {
+    if (!output.empty() && !saveAs(program, *chosen.file, output)) return kFailed;
+    writeLog(std::cout, *chosen.log, chosen.key, false);
+    std::cout << '\n';
+    return kDone;
+}
+
+void addOutput(CLI::App& verb, std::string& output) {
+    verb.add_option("-o", output, "save the document as this XML data file");
+}
+
+struct ShowOptions {
+    std::string file, output;
+    bool withIntervals = false;
+};
+
+int show(Program& program, const ShowOptions& options) {
+    clsFile* file = program.open(options.file);
+    if (file == nullptr) return kFailed;
+    if (!options.output.empty() && !saveAs(program, *file, options.output)) return kFailed;
+    writeDocument(std::cout, *file, options.withIntervals);
+    std::cout << '\n';
+    return kDone;
+}
+
+RunVerb showVerb(CLI::App& verb) {
+    const auto options = std::make_shared<ShowOptions>();
+    addFile(verb, options->file);
+    verb.add_flag("--intervals", options->withIntervals, "with the rows of every log");
+    return [options](Program& program) { return show(program, *options); };
+}
+
+RunVerb saveVerb(CLI::App& verb) {
+    const auto options = std::make_shared<ShowOptions>();
+    addFile(verb, options->file);
+    verb.add_option("-o", options->output, "the XML data file to write")->required();
+    return [options](Program& program) { return show(program, *options); };
+}
+
+struct RecalcOptions : LogArguments {
+    std::optional<std::int16_t> criterion, exchange;
+    std::optional<float> exposure;
+    int mode = kCalcFull;
+    std::string output;
+};
+
+int recalc(Program& program, const RecalcOptions& options) {
+    const auto chosen = openLog(program, options);
+    if (!chosen) return kFailed;
+    clsLog& log = *chosen->log;
+    if (options.criterion) log.Criterion = *options.criterion;
+    if (options.exchange) log.Exchange = *options.exchange;
+    if (options.exposure) log.objLogOptions.ExposureTime = *options.exposure;
+    program.recalculate(log, options.mode);
+    return finishLog(program, *chosen, options.output);
+}
+
+RunVerb recalcVerb(CLI::App& verb) {
+    const auto options = std::make_shared<RecalcOptions>();
+    addLog(verb, *options);
+    verb.add_option("--mode", options->mode, "how to recalculate, 0 to 4; without it, 4 (everything)");
+    verb.add_option("--criterion", options->criterion, "criterion level, dB");
+    verb.add_option("--exchange", options->exchange, "exchange rate, dB");
+    verb.add_option("--exposure", options->exposure, "exposure time, hours")->check(CLI::NonNegativeNumber);
+    addOutput(verb, options->output);
+    return [options](Program& program) { return recalc(program, *options); };
+}
+
+struct ZoomOptions : LogArguments {
+    std::int64_t from = 0, to = 0;
+};
+
+int zoom(Program& program, const ZoomOptions& options) {
+    const auto chosen = openLog(program, options);
+    if (!chosen) return kFailed;
+    const std::int64_t rows = chosen->log->LogIntervals.Count();
+    if (!isRangeOf({options.from, options.to}, rows)) {
+        program.session.ShowMessage(program.session.LoadText(4541), kIconExclamation);
+        return kFailed;
+    }
+    const bool isWhole = options.from == 1 && options.to == rows;
+    const std::unique_ptr<clsLog> copy = isWhole ? nullptr : makeZoom(*chosen->log, options.from, options.to);
+    clsLog& view = isWhole ? *chosen->log : *copy;
+    program.recalculate(view, kCalcAfterZoom);
+    SetPlottableValues(view);
+    writeLog(std::cout, view, chosen->key, false);
+    std::cout << '\n';
+    return kDone;
+}
+
+RunVerb zoomVerb(CLI::App& verb) {
+    const auto options = std::make_shared<ZoomOptions>();
+    addLog(verb, *options);
+    verb.add_option("--from", options->from, "first row, from 1")->required();
+    verb.add_option("--to", options->to, "last row")->required();
+    return [options](Program& program) { return zoom(program, *options); };
+}
+
+struct CutOptions : LogArguments {
+    std::string include, exclude, output;
+};
+
+int cut(Program& program, const CutOptions& options) {
+    const bool toBeIncluded = !options.include.empty();
+    const std::vector<RowRange> ranges = parseRowRanges(toBeIncluded ? options.include : options.exclude);
+    if (ranges.empty()) {
+        std::cerr << "Ranges are written A-B, several with commas between: 1-10,25-30\n";
+        return kWrongWords;
+    }
+    const auto chosen = openLog(program, options);
+    if (!chosen) return kFailed;
+    for (const RowRange& range : ranges) {
+        if (isRangeOf(range, chosen->log->LogIntervals.Count())) continue;
+        program.session.ShowMessage(program.session.LoadText(range.From > range.To ? 7013 : 4541), kIconExclamation);
+        return kFailed;
+    }
+    setIntervalSelection(*chosen->log, ranges, toBeIncluded);
+    program.recalculate(*chosen->log, kCalcFull);
+    return finishLog(program, *chosen, options.output);
+}
+
+RunVerb cutVerb(CLI::App& verb) {
+    const auto options = std::make_shared<CutOptions>();
+    addLog(verb, *options);
+    auto* include = verb.add_option("--include", options->include, "rows to include: A-B[,C-D...]");
+    auto* exclude = verb.add_option("--exclude", options->exclude, "rows to exclude: A-B[,C-D...]");
+    include->excludes(exclude);
+    addOutput(verb, options->output);
+    return [options](Program& program) { return cut(program, *options); };
+}
+
+constexpr Verb kVerbs[] = {
+    {"show", "print the document", showVerb},
+    {"save", "open any format and save the XML data file; print the document", saveVerb},
+    {"recalc", "change what is given, recalculate, and print the log", recalcVerb},
+    {"zoom", "print the range of rows as a log of its own, recalculated", zoomVerb},
+    {"cut", "set the interval selection, recalculate, and print the log", cutVerb},
+};
+
+} // namespace
+
+std::span<const Verb> documentVerbs() {
+    return kVerbs;
+}
+
+} // namespace kestrane

@@ -1,0 +1,25 @@
+// The verbs of the command line, by subject. A verb declares its options and gives what runs with the values parsed
+// into them; how a call is parsed and how it ends is main's.
+#pragma once
+
+#include "cli/Program.h"
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+#include <span>
+
+namespace kestrane {
+
+using RunVerb = std::function<int(Program&)>; // gives the exit status
+
+struct Verb {
+    const char* name;
+    const char* description;
+    RunVerb (*prepare)(CLI::App& verb);
+};
+
+std::span<const Verb> documentVerbs(); // documents: show, change, save
+std::span<const Verb> viewVerbs();     // what the windows show: tree, panel, table, charts, texts
+
+} // namespace kestrane

@@ -1,0 +1,264 @@
+#include "calc/NoiseRating.h"
+#include "cli/ChosenLog.h"
+#include "cli/Json.h"
+#include "cli/Verbs.h"
+#include "explorer/BandChart.h"
+#include "explorer/CumulativePanel.h"
+#include "explorer/DisplayBy.h"
+#include "explorer/ExplorerTree.h"
+#include "explorer/IntervalTable.h"
+#include "explorer/NoiseRatingChart.h"
+#include "explorer/Selection.h"
+#include "explorer/TimeChart.h"
+
+#include <algorithm>
+#include <iostream>
+#include <memory>
+
+namespace kestrane {
+
+namespace {
+
+int print(const Json& json) {
+    std::cout << json.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+    return kDone;
+}
+
+int wrongWords(const std::string& hint) {
+    std::cerr << hint << '\n';
+    return kWrongWords;
+}
+
+int nothingToShow(Session& session) {
+    session.ShowMessage(session.LoadText(4548), kIconExclamation);
+    return kFailed;
+}
+
+struct TreeOptions {
+    std::vector<std::string> files;
+    std::optional<std::int16_t> filesOnTree;
+};
+
+int tree(Program& program, const TreeOptions& options) {
+    if (options.filesOnTree) program.session.Options.FilesOnTreeView = *options.filesOnTree;
+    bool isOpen = true;
+    for (const std::string& name : options.files)
+        isOpen = program.open(name) != nullptr && isOpen;
+    return isOpen ? print(treeJson(buildTree(program.session))) : kFailed;
+}
+
+RunVerb treeVerb(CLI::App& verb) {
+    const auto options = std::make_shared<TreeOptions>();
+    verb.add_option("FILE", options->files, "data files")->required();
+    verb.add_option("--files-on-tree", options->filesOnTree, "0 as nodes, 1 beside the names, 2 not at all")
+        ->check(CLI::Range(0, 2));
+    return [options](Program& program) { return tree(program, *options); };
+}
+
+RunVerb textVerb(CLI::App& verb) {
+    const auto ids = std::make_shared<std::vector<int>>();
+    verb.add_option("ID", *ids, "numbers of texts")->required();
+    return [ids](Program& program) {
+        Json texts = Json::object();
+        for (const int id : *ids)
+            texts[std::to_string(id)] = program.session.LoadText(id);
+        return print(texts);
+    };
+}
+
+int panel(Program& program, const LogArguments& arguments) {
+    const auto chosen = openLog(program, arguments);
+    if (!chosen) return kFailed;
+    Json labels = Json::object();
+    for (const PanelLabel& label : shownLabels(*chosen->log, 0))
+        labels[label.Name] = label.Text;
+    return print(labels);
+}
+
+RunVerb panelVerb(CLI::App& verb) {
+    const auto arguments = std::make_shared<LogArguments>();
+    addLog(verb, *arguments);
+    return [arguments](Program& program) { return panel(program, *arguments); };
+}
+
+// One band of all parameters, or all bands of one parameter.
+struct ChoiceOptions : LogArguments {
+    std::string band, parameter;
+};
+
+void addChoice(CLI::App& verb, ChoiceOptions& options) {
+    auto* band = verb.add_option("--freq", options.band, "all parameters at one band, such as 1k");
+    auto* parameter = verb.add_option("--param", options.parameter, "all bands of the parameter with this caption");
+    band->excludes(parameter);
+}
+
+std::string joined(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words)
+        text += (text.empty() ? "" : ", ") + word;
+    return text;
+}
+
+std::vector<std::string> bandsOf(const clsLog& log) {
+    std::vector<std::string> bands;
+    for (int band = 1; band <= lastBand(log.Mode()); ++band)
+        bands.emplace_back(log.eStr(band));
+    return bands;
+}
+
+// What to say of a choice that the log does not offer; empty when it does.
+std::string hintOfChoice(const clsLog& log, const ChoiceOptions& options) {
+    const bool isBand = !options.band.empty();
+    const std::string& word = isBand ? options.band : options.parameter;
+    if (word.empty()) return {};
+    if (!log.IsOctaveLog()) return "A broadband log has no bands to choose.";
+    const std::vector<std::string> offered = isBand ? bandsOf(log) : displayByList(log, kByParam);
+    if (std::find(offered.begin(), offered.end(), word) != offered.end()) return {};
+    return "'" + word + "' is none of " + joined(offered);
+}
+
+DisplayChoice choiceOf(const clsLog& log, const ChoiceOptions& options) {
+    if (!options.band.empty()) return {options.band, {}};
+    return displayChoice(log, kByParam, options.parameter);
+}
+
+struct TableOptions : ChoiceOptions {
+    std::string channel = "A";
+};
+
+int table(Program& program, const TableOptions& options) {
+    const bool isB = options.channel == "B";
+    if (isB && !(options.band.empty() && options.parameter.empty())) return wrongWords("Channel B has no bands.");
+    const auto chosen = openLog(program, options);
+    if (!chosen) return kFailed;
+    const clsLog& log = *chosen->log;
+    if (isB && !log.IsChannelBOn) return wrongWords("The log has no channel B.");
+    if (const std::string hint = hintOfChoice(log, options); !hint.empty()) return wrongWords(hint);
+    const IntervalTable shown(log, isB ? kChannelB : kChannelA, choiceOf(log, options));
+    if (shown.rowCount() == 0) return nothingToShow(program.session);
+    shown.write(std::cout);
+    return kDone;
+}
+
+RunVerb tableVerb(CLI::App& verb) {
+    const auto options = std::make_shared<TableOptions>();
+    addLog(verb, *options);
+    addChoice(verb, *options);
+    verb.add_option("--channel", options->channel, "A or B; without it, A")->check(CLI::IsMember({"A", "B"}));
+    return [options](Program& program) { return table(program, *options); };
+}
+
+int noiseRatingOf(Program& program, const LogArguments& arguments) {
+    const auto chosen = openLog(program, arguments);
+    if (!chosen) return kFailed;
+    const NoiseRating rating = noiseRating(*chosen->log);
+    if (rating.Rows.empty()) return nothingToShow(program.session);
+    Json rows = Json::array();
+    for (const clsNoiseRating& row : rating.Rows) {
+        const float level = row.Levels.back().SoundLevel();
+        Json curve = Json::array();
+        for (const clsNoiseRatingLevel& point : row.Levels) {
+            if (point.Parent != nullptr) curve.push_back(singleJson(point.SoundLevel()));
+        }
+        rows.push_back({{"Frequency", row.Frequency()},
+                        {"Multiplier", singleJson(row.Multiplier)},
+                        {"ConstantNumber", singleJson(row.ConstantNumber)},
+                        {"Leq", singleJson(level)},
+                        {"Rating", singleJson(row.Rating(level))},
+                        {"Curve", std::move(curve)}});
+    }
+    return print({{"Level", rating.Level}, {"Rows", std::move(rows)}});
+}
+
+RunVerb noiseRatingVerb(CLI::App& verb) {
+    const auto arguments = std::make_shared<LogArguments>();
+    addLog(verb, *arguments);
+    return [arguments](Program& program) { return noiseRatingOf(program, *arguments); };
+}
+
+constexpr int kTabFullLog = 0;
+constexpr int kTabInterval = 2;
+constexpr int kTabCumulative = 3;
+constexpr int kTabNoiseRating = 4;
+
+struct ChartOptions : ChoiceOptions {
+    int tab = kTabFullLog;
+    std::int64_t interval = 1;
+    std::string display = "dB";
+    bool is3D = false;
+    bool asValues = false;
+};
+
+std::optional<ChartData> chartOfTab(const clsLog& log, const ChartOptions& options) {
+    const bool needsRows = options.tab == kTabFullLog || options.tab == kTabInterval;
+    if (needsRows && log.LogIntervals.Count() == 0) return std::nullopt;
+    const DisplayChoice choice = choiceOf(log, options);
+    const int axisMode = options.display == "%" ? kByPercent : kByDecibels;
+    switch (options.tab) {
+    case kTabFullLog:
+        return fullLogChart(&log, choice);
+    case kTabInterval:
+        return bandChart(log, options.interval, choice, axisMode);
+    case kTabCumulative:
+        return bandChart(log, kWholeLog, choice, axisMode);
+    default:
+        return noiseRatingChart(log);
+    }
+}
+
+// False when the user would rather not wait for a long chart in 3D.
+bool isWanted(Session& session, const clsLog& log, const ChartOptions& options, const ChartData& chart) {
+    if (options.tab != kTabFullLog || !isAskedBefore3D(log, chart.Style)) return true;
+    return session.ShowMessage(session.LoadText(4542), kButtonsYesNo + kIconQuestion) == Button::Yes;
+}
+
+int chart(Program& program, const ChartOptions& options) {
+    const auto chosen = openLog(program, options);
+    if (!chosen) return kFailed;
+    Session& session = program.session;
+    const clsLog& log = *chosen->log;
+    if (const std::string hint = hintOfChoice(log, options); !hint.empty()) return wrongWords(hint);
+    const std::int64_t rows = log.LogIntervals.Count();
+    if (options.tab == kTabInterval && rows > 0 && !isRangeOf({options.interval, options.interval}, rows)) {
+        session.ShowMessage(session.LoadText(4541), kIconExclamation);
+        return kFailed;
+    }
+    auto data = chartOfTab(log, options);
+    if (!data) return nothingToShow(session);
+    if (options.is3D) data->Style = eChartAs3D;
+    if (!isWanted(session, log, options, *data)) return kFailed;
+    std::cout << chartValuesText(*data, session.locale);
+    return kDone;
+}
+
+RunVerb chartVerb(CLI::App& verb) {
+    const auto options = std::make_shared<ChartOptions>();
+    addLog(verb, *options);
+    addChoice(verb, *options);
+    verb.add_option("--tab", options->tab, "0 full log, 2 an interval, 3 cumulative, 4 noise rating")
+        ->required()
+        ->check(CLI::IsMember({kTabFullLog, kTabInterval, kTabCumulative, kTabNoiseRating}));
+    verb.add_option("--interval", options->interval, "the row that tab 2 shows, from 1; without it, the first");
+    verb.add_option("--display", options->display, "what tabs 2 and 3 show: levels (dB) or dose and Pa2Hr (%)")
+        ->check(CLI::IsMember({"dB", "%"}));
+    verb.add_flag("--3d", options->is3D, "in 3D");
+    verb.add_flag("--values", options->asValues, "print the chart's data")->required();
+    return [options](Program& program) { return chart(program, *options); };
+}
+
+constexpr Verb kVerbs[] = {
+    {"tree", "print the explorer tree", treeVerb},
+    {"panel", "print the labels of the \"Cumultv (Data)\" tab that show a value", panelVerb},
+    {"table", "print the \"Intervals (Table)\" grid, tabs between cells", tableVerb},
+    {"chart", "print what a chart tab shows as a table of values", chartVerb},
+    {"noise-rating", "print the noise rating of an octave log", noiseRatingVerb},
+    {"text", "print texts of the text table", textVerb},
+};
+
+} // namespace
+
+std::span<const Verb> viewVerbs() {
+    return kVerbs;
+}
+
+} // namespace kestrane
