@@ -43,7 +43,12 @@ bool FileOpenProject(clsFile& file, std::string& message) {
 }
 
 bool FileOpenXml(clsFile& file, std::string& message) {
-    const auto document = XmlDocument::load(file.FileName, message);
+    std::shared_ptr<XmlDocument> document;
+    try {
+        document = XmlDocument::load(file.FileName, message);
+    } catch (const RuntimeError& error) {
+        message = unableToOpen(file) + ": " + error.what();
+    }
     if (document == nullptr) return false;
     GetData(file, document);
     file.OldStyle = false;

@@ -125,8 +125,13 @@ private:
             while (p < close && is(*p, kSpace))
                 ++p;
             if (p == close || (*p != '"' && *p != '\'')) throw Malformed{p, "a value is not in quotes"};
-            p = std::find(p + 1, close, *p);
+            const char* const value = p + 1;
+            p = std::find(value, close, *p);
             if (p == close) throw Malformed{p, "a value does not end"};
+            // versions, encodings, "yes" and "no" are all made of what names are made of
+            if (p == value || !std::all_of(value, p, [](char c) { return is(c, kName); })) {
+                throw Malformed{value, "the XML declaration is not of the right form"};
+            }
             ++p;
         }
         if (next == 0) throw Malformed{at_, "the XML declaration has no version"};

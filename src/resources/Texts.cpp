@@ -43,11 +43,16 @@ std::optional<int> PlaceholderId(std::string_view caption) {
 std::string ReplaceText(std::string text, std::string_view find, std::string_view with) {
     if (find.empty()) return text;
     std::size_t position = text.find(find);
-    while (position != std::string::npos) {
-        text.replace(position, find.size(), with);
-        position = text.find(find, position + with.size());
+    if (position == std::string::npos) return text;
+    std::string result;
+    std::size_t from = 0;
+    for (; position != std::string::npos; position = text.find(find, from)) {
+        result.append(text, from, position - from);
+        result += with;
+        from = position + find.size();
     }
-    return text;
+    result.append(text, from);
+    return result;
 }
 
 std::string PlainCaption(std::string_view caption) {
