@@ -5,6 +5,8 @@
 #include "TestLogs.h"
 #include "app/Documents.h"
 #include "calc/Recalculation.h"
+#include "explorer/IntervalTable.h"
+#include "explorer/TimeChart.h"
 #include "files/Loaders.h"
 #include "files/XmlWriter.h"
 
@@ -164,6 +166,40 @@ double memoryPassSeconds() {
     });
 }
 
+// A long log that shows six quantities.
+clsLog& addLongLog(Session& session) {
+    clsLog& log = firstLog(addDocument(session, "long.xml", modeBroadband, kBroadbandRows));
+    IntervalColumns& rows = log.LogIntervals.Columns();
+    for (const Quantity quantity : {Quantity::LepdA, Quantity::DoseA})
+        std::ranges::copy(rows.levels(Quantity::LeqA, 0), rows.writeLevels(quantity, 0).begin());
+    log.objLogOptions.IsPlotted = PlotTable();
+    for (const Parameter parameter : {eLeq, eLmin, eLmax, ePeak, eLepdET, eDoseET})
+        log.objLogOptions.IsPlotted.set(kChannelA, kInterval, parameter, true);
+    return log;
+}
+
+double chartSeconds() {
+    BenchSession bench;
+    const clsLog& log = addLongLog(bench.session);
+    return bestPass([&] { use(fullLogChart(&log, {}).Series.back().Values.back()); });
+}
+
+// Opens the table and makes a screen of its cells.
+double tableSeconds() {
+    constexpr std::size_t kScreen = 60;
+    BenchSession bench;
+    const clsLog& log = addLongLog(bench.session);
+    return bestPass([&] {
+        const IntervalTable table(log, kChannelA, {});
+        std::size_t size = 0;
+        for (std::size_t row = kBroadbandRows - kScreen; row < kBroadbandRows; ++row) {
+            for (std::size_t column = 0; column < table.columnCount(); ++column)
+                size += table.cell(row, column).size();
+        }
+        use(static_cast<double>(size));
+    });
+}
+
 int run(std::size_t rows) {
     const TemporaryFolder folder;
     const std::string name = folder.file("third-octave.xml");
@@ -196,6 +232,13 @@ int run(std::size_t rows) {
     constexpr double kMilli = 1e3;
     table.line("recalculate 600000 broadband rows / one memory pass", recalculate.work.figure * kMilli,
                recalculate.yardstick.figure * kMilli, "ms", true, 3);
+
+    const Measured chart = measure(chartSeconds);
+    constexpr double kFilling = 100;
+    table.line("fill a chart of 600000 rows, 6 series: ms", chart.figure * kMilli, kFilling, "ms", true, 1);
+    const Measured screen = measure(tableSeconds);
+    constexpr double kFrame = 16;
+    table.line("open a table of 600000 rows, show a screen: ms", screen.figure * kMilli, kFrame, "ms", true, 1);
     return table.missed() == 0 ? 0 : 1;
 }
 
