@@ -11,7 +11,7 @@ std::unique_ptr<clsLog> makeZoom(const clsLog& log, std::int64_t from, std::int6
     auto zoom = std::make_unique<clsLog>(log.session());
     zoom->Copy(log, from, to);
     zoom->IsZoomed = true;
-    zoom->IsParent5Mins = getTime(log, 'm', false, false) >= 5.0F;
+    zoom->IsParent5Mins = lastsFiveMinutes(log, false);
     return zoom;
 }
 

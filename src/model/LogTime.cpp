@@ -108,9 +108,17 @@ std::string LogLengthText(const clsLog& log) {
     return DurationText(log.session(), (day.Day - 1) * 24 + rest / 3600, rest / 60 % 60, rest % 60);
 }
 
+bool lastsFiveMinutes(const clsLog& log, bool bCheckForExcluded) {
+    try {
+        return getTime(log, 'm', false, bCheckForExcluded) >= 5.0F;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 bool IsLnCumulativeValid(const clsLog& log, int channel, int ln) {
     if (channel != kChannelA || log.LnNumberA(ln) == 0) return false;
-    return log.IsZoomed ? log.IsParent5Mins : getTime(log, 'm', false, true) >= 5.0F;
+    return log.IsZoomed ? log.IsParent5Mins : lastsFiveMinutes(log, true);
 }
 
 void SetInterval(clsLog& log) {

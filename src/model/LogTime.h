@@ -19,6 +19,9 @@ float getTimeFromSeconds(char unit, std::int32_t lngSecs);
 // The length as text. A log of a month or more loses the whole month.
 std::string LogLengthText(const clsLog& log);
 
+// Five minutes or more of data. False when the time cannot be told.
+bool lastsFiveMinutes(const clsLog& log, bool bCheckForExcluded);
+
 // Percentile levels are shown for five minutes or more of data; a zoomed log goes by the log it was cut from. False
 // unless channel is 1 and Ln (1..10) is in use.
 bool IsLnCumulativeValid(const clsLog& log, int channel, int ln);

@@ -89,7 +89,7 @@ void clsLogIntervals::Commit(const clsLogInterval& objInterval, std::int64_t ind
     c.set(c.IntervalLength, at, objInterval.mLngInterval);
     c.set(c.Criterion, at, objInterval.mIntCriterion);
     c.set(c.Exchange, at, objInterval.mIntExchange);
-    c.set(c.StartDate, at, objInterval.StartDate.getDate());
+    c.set(c.StartDate, at, objInterval.StartDate == clsDate() ? 0 : objInterval.StartDate.getDate());
     c.set(c.StartTime, at, objInterval.StartTime.getTimeAsSeconds());
     c.set(c.LminTimeA, at, objInterval.LminTimeA.getTimeAsSeconds());
     c.set(c.LmaxTimeA, at, objInterval.LmaxTimeA.getTimeAsSeconds());
