@@ -5,16 +5,16 @@
 #include "files/Loaders.h"
 #include "files/XmlWriter.h"
 #include "platform/RuntimeError.h"
+#include "server/KestraneThread.h"
 #include "server/LogLoading.h"
 
 #include <algorithm>
 #include <cctype>
+#include <exception>
 
 namespace kestrane {
 
 namespace {
-
-constexpr std::size_t kRecentFiles = 4;
 
 bool isSameName(const std::string& a, const std::string& b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
@@ -61,6 +61,27 @@ void adoptDisplayOptions(Session& session, const clsLog& log) {
     }
 }
 
+// Does long work on a worker thread and waits for it, with the pump running: the windows stay alive, and the user can
+// give no command. Raises what the job raises.
+void waitFor(Session& session, const std::function<void()>& job) {
+    if (session.server == nullptr) return job();
+    std::exception_ptr raised;
+    bool isDone = false;
+    session.frame->SetBusy(true);
+    const auto work = session.server->Run(
+        [&] {
+            try {
+                job();
+            } catch (...) {
+                raised = std::current_exception();
+            }
+        },
+        [&isDone] { isDone = true; });
+    session.pump.runUntil([&] { return isDone; });
+    session.frame->SetBusy(false);
+    if (raised) std::rethrow_exception(raised);
+}
+
 void refreshWindows(Session& session) {
     session.frame->RebuildExplorerTrees();
     session.frame->EnableMenusAndButtons();
@@ -77,7 +98,9 @@ bool FileOpen(clsFile& file) {
     if (file.FileId >= 1) return true;
     Session& session = file.session();
     std::string message;
-    if (!LoadDocument(file, message)) {
+    bool isLoaded = false;
+    waitFor(session, [&] { isLoaded = LoadDocument(file, message); });
+    if (!isLoaded) {
         session.ShowMessage(message, kIconStop);
         return false;
     }
@@ -132,7 +155,7 @@ bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& 
     }
     bool isSaved = true;
     try {
-        FileSave(file);
+        waitFor(session, [&] { FileSave(file); });
     } catch (const RuntimeError& error) {
         const std::string text = std::to_string(error.Number) + ": " + error.what() + "\r\n\r\n" +
                                  ReplaceText(session.LoadText(6530), "^", file.FileName);

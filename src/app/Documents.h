@@ -14,6 +14,8 @@ namespace kestrane {
 // identity is in memory already. When no loader takes it, the first one's reason is shown and the result is false.
 bool FileOpen(clsFile& file);
 
+constexpr std::size_t kRecentFiles = 4; // names that are remembered
+
 enum class OpenSource { Dialog, Recent, Named };
 
 // Opens a file by name, or finds it open already. From the dialog or the recent list it goes to the front of that list.

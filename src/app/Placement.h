@@ -1,5 +1,5 @@
-// Where the frame stands on the screen, as the settings store keeps it: in twips, 15 to a pixel at 96 dpi. Knows numbers
-// only; the frame says what screens there are.
+// Where the frame stands on the screen, as the settings store keeps it: in twips, 15 to a pixel at 96 dpi. Knows
+// numbers only; the frame says what screens there are.
 #pragma once
 
 #include "platform/Settings.h"

@@ -76,6 +76,10 @@ std::string programFolder() {
     return error ? std::string("/") : program.parent_path().string() + "/";
 }
 
+std::string dataFolder() {
+    return programFolder() + "../share/kestrane/";
+}
+
 std::string fullPath(const std::string& name) {
     std::error_code error;
     const auto path = std::filesystem::absolute(name, error);

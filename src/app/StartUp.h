@@ -20,6 +20,9 @@ std::vector<std::string> commandLineFiles(std::string text, const std::function<
 // The folder that the running program lies in, with "/" at the end.
 std::string programFolder();
 
+// The folder of what is installed with the program (help, manuals), with "/" at the end.
+std::string dataFolder();
+
 // A name as the program keeps it: with its full path.
 std::string fullPath(const std::string& name);
 

@@ -39,12 +39,12 @@ std::optional<std::int16_t> wholeNumber(const std::string& text, std::int16_t ow
     return value >= 1 && value <= highest ? std::optional(static_cast<std::int16_t>(value)) : std::nullopt;
 }
 
-std::optional<clsDate> dateOf(const clsLog& log, const std::string& text) {
+std::optional<clsDate> dateOf(const Session& session, const std::string& text) {
     clsDate date;
     try {
         date.Year = 0; // a text that is no date leaves this
         date.Day = date.Month = 0;
-        date.setDate(text, log.session().locale);
+        date.setDate(text, session.locale);
     } catch (const RuntimeError&) {
         return std::nullopt;
     }
@@ -81,7 +81,7 @@ std::optional<Changes> checked(clsLog& log, const CalculationEntries& entries,
     const auto exchange = wholeNumber(entries.Exchange, log.Exchange, kHighestExchange);
     if (!exchange) return refuse(CalculationField::Exchange, 4903);
     if (isWithoutDate(log, entries.UserCal)) return Changes{*criterion, *exchange, log.CalibDate};
-    const auto userCal = dateOf(log, entries.UserCal);
+    const auto userCal = dateOf(session, entries.UserCal);
     if (!userCal) return refuse(CalculationField::UserCal, 4904);
     return Changes{*criterion, *exchange, *userCal};
 }
@@ -100,8 +100,8 @@ std::vector<std::string> exchangeChoices(const clsLog& log) {
     return choices(kExchanges, log.Exchange);
 }
 
-std::string acceptedUserCal(const clsLog& log, const std::string& entered, const std::string& before) {
-    const auto date = dateOf(log, entered);
+std::string acceptedUserCal(const Session& session, const std::string& entered, const std::string& before) {
+    const auto date = dateOf(session, entered);
     return date ? date->Format() : before;
 }
 

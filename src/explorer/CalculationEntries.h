@@ -26,7 +26,7 @@ std::vector<std::string> criterionChoices(const clsLog& log);
 std::vector<std::string> exchangeChoices(const clsLog& log);
 
 // A calibration date as it is kept on leaving the field: "dd/mm/yyyy" for a date, else the text from before.
-std::string acceptedUserCal(const clsLog& log, const std::string& entered, const std::string& before);
+std::string acceptedUserCal(const Session& session, const std::string& entered, const std::string& before);
 
 // Checks the entries, asks where the user must decide, stores them and recalculates. displayed is the log opened in the
 // tree, inView the same or its zoomed range. A wrong entry is given to focus before its message shows. False when

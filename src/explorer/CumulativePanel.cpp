@@ -217,6 +217,14 @@ std::vector<PanelRow> cumulativePanel(const clsLog& log, int band) {
     return Panel(log, band).rows();
 }
 
+bool isShownIn(int panel, PanelSection section) {
+    return section != PanelSection::Levels || panel != ePanelAdvanced;
+}
+
+bool showsChannelB(int panel) {
+    return panel != ePanelMainChannelA;
+}
+
 std::vector<PanelLabel> shownLabels(const clsLog& log, int band) {
     std::vector<PanelLabel> labels;
     for (const PanelRow& row : cumulativePanel(log, band)) {

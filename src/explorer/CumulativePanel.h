@@ -24,12 +24,17 @@ struct PanelRow {
     PanelSection Section;
     std::string Caption;
     std::string Unit; // "dB"; empty where the caption says it, or there is none
-    PanelLabel A; // or the only value
-    PanelLabel B; // empty name: the row has one value
+    PanelLabel A;     // or the only value
+    PanelLabel B;     // empty name: the row has one value
 };
 
 // All rows of the panel in order. band: 0 the overall figures, else the band chosen (1..last).
 std::vector<PanelRow> cumulativePanel(const clsLog& log, int band);
+
+// A frame of the tab, chosen by ePanelBothChannels, ePanelMainChannelA or ePanelAdvanced: whether it has a section of
+// figures and channel B; every frame has the sections of measurement and instrument.
+bool isShownIn(int panel, PanelSection section);
+bool showsChannelB(int panel);
 
 // Those labels that show a value.
 std::vector<PanelLabel> shownLabels(const clsLog& log, int band);

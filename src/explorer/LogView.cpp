@@ -96,6 +96,18 @@ bool LogView::chooseAxis(int axis) {
     return true;
 }
 
+bool LogView::choosePanel(int panel) {
+    Panel = panel;
+    drawn_[eTabCumulativeData] = false;
+    return true;
+}
+
+bool LogView::chooseInterval(std::int64_t row) {
+    IntervalRow = row;
+    drawn_[eTabIntervalsGraph] = false;
+    return true;
+}
+
 bool LogView::chooseChannel(int channel) {
     if (!listText_.empty()) {
         listText_.clear();

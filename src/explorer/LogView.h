@@ -73,7 +73,9 @@ public:
     bool chooseListMode(int mode); // kByFreq or kByParam; the list goes to its default
     bool chooseListText(const std::string& text);
     bool chooseAxis(int axis);
-    bool chooseChannel(int channel); // with a band or parameter chosen, the list goes to its default and A stays
+    bool choosePanel(int panel);
+    bool chooseInterval(std::int64_t row); // from 1
+    bool chooseChannel(int channel);       // with a band or parameter chosen, the list goes to its default and A stays
 
     int ListMode() const { return listMode_; }
 

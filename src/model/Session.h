@@ -42,6 +42,9 @@ public:
 
     virtual void RebuildExplorerTrees() {}
 
+    // Long work is done elsewhere while the caller waits: the user sees that, and can give no command meanwhile.
+    virtual void SetBusy(bool /*isBusy*/) {}
+
     // The figures or rows of a log have changed: explorers that show it draw it anew.
     virtual void LogValuesChanged(const clsLog& /*log*/) {}
 };
@@ -75,6 +78,8 @@ struct Session {
 
     bool IsIdle() const; // no log of any open file is loading or recalculating
     clsFile* fileById(int fileId) const;
+
+    void ForgetFrame() { frame = &windowless_; }
 
 private:
     Frame windowless_;

@@ -98,4 +98,18 @@ std::shared_ptr<BackgroundWork> BackgroundServer::Recalculate(RecalcRequest requ
     return held;
 }
 
+std::shared_ptr<BackgroundWork> BackgroundServer::Run(std::function<void()> job, std::function<void()> ended) {
+    auto held = std::make_shared<Held>();
+    enqueue([this, weak = std::weak_ptr(held), job = std::move(job), ended = std::move(ended)] {
+        runAndReport(
+            pump_, weak,
+            [&] {
+                job();
+                return true;
+            },
+            [ended](bool) { ended(); }, [ended](const ThreadError&) { ended(); });
+    });
+    return held;
+}
+
 } // namespace kestrane

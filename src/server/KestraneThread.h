@@ -80,6 +80,9 @@ public:
     std::shared_ptr<BackgroundWork> Load(LoadRequest request, LoadEvents events);
     std::shared_ptr<BackgroundWork> Recalculate(RecalcRequest request, RecalcEvents events);
 
+    // Any other job that must not hold up the owner thread. What it raises is lost: it says itself how it ended.
+    std::shared_ptr<BackgroundWork> Run(std::function<void()> job, std::function<void()> ended);
+
 private:
     void work();
     void enqueue(std::function<void()> job);
