@@ -1,0 +1,87 @@
+#include "app/Menus.h"
+
+#include "TestSession.h"
+#include "explorer/LogView.h"
+#include "explorer/NodeKeys.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace kestrane {
+namespace {
+
+struct OpenFile : TestSession {
+    OpenFile() {
+        session.OpenFiles.push_back(std::make_unique<clsFile>(session, "/data/a.xml"));
+        auto data = std::make_unique<clsInsData>(session);
+        data->append(clsLog(session), 0);
+        session.OpenFiles.back()->InstrumentDatas.push_back(std::move(data));
+        AssignIdentities(session, true, 0);
+    }
+
+    clsLog& log() { return *session.OpenFiles.front()->InstrumentDatas.front()->Locations.front(); }
+};
+
+TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
+    // Columns: no explorer, nothing selected, file, group, log, log while its rows load, log on display: full log,
+    // panel
+    struct Case {
+        Command command;
+        const char* enabled;
+    };
+
+    const Case cases[] = {
+        {Command::FileOpen, "yyyyyyyy"},
+        {Command::FileClose, "nnyyyyyy"},
+        {Command::FileCloseAll, "yyyyyyyy"},
+        {Command::FileSave, "nnyyynyy"},
+        {Command::FileSaveAs, "nnyyynyy"},
+        {Command::ViewExposureTime, "nnnnyyyy"},
+        {Command::ForceRecalc, "nnnnynyy"},
+        {Command::Rename, "nnynyyyy"},
+        {Command::TreeDisplayOptions, "nyyyyyyy"},
+        {Command::WindowReset, "nyyyyyyy"},
+        {Command::LogNote, "nnnnnnyn"},
+        {Command::LogLegend, "nnnnnnyn"},
+        {Command::LogSavePicture, "nnnnnnyn"},
+        {Command::LogDisplayOptions, "nnnnnnyy"},
+        {Command::ToolsSettings, "yyyyyyyy"},
+    };
+    OpenFile open;
+    const auto answer = [&](Command command, const MenuState& state) {
+        return IsMenuEnabled(open.session, command, state) ? 'y' : 'n';
+    };
+    for (const Case& c : cases) {
+        std::string enabled;
+        enabled += answer(c.command, {});
+        for (const char* key : {"", "F1", "X1F1", "L1I1F1"})
+            enabled += answer(c.command, {true, key, nullptr, 0});
+        open.log().IntervalsLoading = true;
+        enabled += answer(c.command, {true, "L1I1F1", nullptr, 0});
+        open.log().IntervalsLoading = false;
+        for (const int tab : {eTabFullLog, eTabCumulativeData})
+            enabled += answer(c.command, {true, "L1I1F1", &open.log(), tab});
+        EXPECT_EQ(enabled, c.enabled) << static_cast<int>(c.command);
+    }
+    open.session.OpenFiles.clear();
+    EXPECT_EQ(answer(Command::FileCloseAll, {true, "", nullptr, 0}), 'n');
+    EXPECT_EQ(answer(Command::FileSave, {true, "F1", nullptr, 0}), 'n'); // of a file that has gone
+}
+
+TEST(MenuItems, StandInOrderAndNoKeyServesTwoCommands) {
+    const MenuItem* before = nullptr;
+    std::map<std::string, Command> keys;
+    TestSession test;
+    for (const MenuItem& item : menuItems()) {
+        EXPECT_TRUE(before == nullptr || before->menu != item.menu || before->index < item.index) << item.text;
+        before = &item;
+        EXPECT_NE(test.session.LoadText(item.text), std::to_string(item.text));
+        if (*item.keys == '\0') continue;
+        const auto known = keys.emplace(item.keys, item.command);
+        EXPECT_EQ(known.first->second, item.command) << item.keys;
+    }
+}
+
+} // namespace
+} // namespace kestrane

@@ -1,0 +1,138 @@
+#include "explorer/LogView.h"
+
+#include "explorer/CumulativePanel.h"
+#include "explorer/ShownLog.h"
+#include "model/clsOptions.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrane {
+namespace {
+
+// Which tabs are enabled, as digits.
+std::string tabsOf(const clsLog& log) {
+    std::string text;
+    const TabFlags tabs = enabledTabs(log);
+    for (int tab = 0; tab < kLogTabs; ++tab)
+        if (tabs[static_cast<std::size_t>(tab)]) text += std::to_string(tab);
+    return text;
+}
+
+TEST(LogView, ALogGetsTheTabsItHasDataFor) {
+    struct Case {
+        int mode;
+        std::size_t rows;
+        const char* tabs;
+    };
+
+    for (const Case& c : {Case{modeBroadband, 0, "36"}, Case{modeBroadband, 1, "01236"}, Case{modeFullOctave, 0, "346"},
+                          Case{modeThirdOctave, 2, "012346"}}) {
+        ShownLog shown(c.mode);
+        shown.addRows(c.rows);
+        EXPECT_EQ(tabsOf(shown.log), c.tabs) << c.mode << " with " << c.rows << " rows";
+    }
+}
+
+TEST(LogView, PanelsFollowTheTabAndTheLog) {
+    ShownLog octave(modeFullOctave);
+    ShownLog broadband;
+    broadband.log.IsChannelBOn = true;
+    for (int tab = 0; tab < kLogTabs; ++tab) {
+        const LogPanels panels = shownPanels(octave.log, tab);
+        EXPECT_EQ(panels.DisplayBy, tab == 1 || tab == 2 || tab == 3 || tab == 6) << tab;
+        EXPECT_EQ(panels.ByParam, tab == 1 || tab == 2 || tab == 3) << tab;
+        EXPECT_EQ(panels.Axis, tab == 2 || tab == 3) << tab;
+        EXPECT_FALSE(panels.Channel) << tab;
+        EXPECT_EQ(panels.IntervalList, tab == 2) << tab;
+        EXPECT_EQ(panels.ApplyChanges, tab == 6) << tab;
+        EXPECT_FALSE(shownPanels(broadband.log, tab).DisplayBy) << tab;
+        EXPECT_EQ(shownPanels(broadband.log, tab).Channel, tab == 1) << tab;
+    }
+}
+
+TEST(LogView, ATabIsDrawnOnceUntilSomethingChanges) {
+    ShownLog shown(modeFullOctave);
+    shown.addRows(3);
+    LogView view;
+    view.open("O1I1F1", shown.log, ePanelAdvanced);
+    EXPECT_EQ(view.Tab, eTabFullLog);
+    EXPECT_EQ(view.Panel, ePanelAdvanced);
+    EXPECT_TRUE(view.takeDrawing());
+    EXPECT_FALSE(view.takeDrawing());
+    ASSERT_TRUE(view.chooseTab(eTabIntervalsTable, shown.log));
+    EXPECT_TRUE(view.takeDrawing());
+    view.chooseTab(eTabFullLog, shown.log);
+    EXPECT_FALSE(view.takeDrawing());
+
+    EXPECT_FALSE(view.chooseListText({})); // the default it has already
+    EXPECT_FALSE(view.takeDrawing());
+    EXPECT_TRUE(view.chooseListText("1k Hz (CHA)"));
+    EXPECT_TRUE(view.takeDrawing()); // the full log shows that band, too
+    EXPECT_EQ(view.PanelBand(shown.log), 7);
+
+    view.chooseTab(eTabIntervalsGraph, shown.log);
+    EXPECT_TRUE(view.takeDrawing());
+    view.chooseInterval(2);
+    EXPECT_TRUE(view.takeDrawing());
+    view.chooseAxis(kByPercent);
+    EXPECT_TRUE(view.takeDrawing());
+    view.chooseTab(eTabFullLog, shown.log);
+    EXPECT_FALSE(view.takeDrawing()); // an axis is no matter of the full log
+    view.ResetTabs();
+    EXPECT_TRUE(view.takeDrawing());
+}
+
+TEST(LogView, ChannelBCannotShowABand) {
+    ShownLog shown(modeFullOctave);
+    shown.log.IsChannelBOn = true;
+    shown.addRows(1);
+    LogView view;
+    view.open("O1I1F1", shown.log, ePanelBothChannels);
+    view.chooseListText("1k Hz (CHA)");
+    view.chooseChannel(kChannelB);
+    EXPECT_EQ(view.Channel(), kChannelA);
+    EXPECT_TRUE(view.ListText().empty());
+    view.chooseChannel(kChannelB);
+    EXPECT_EQ(view.Channel(), kChannelB);
+    view.chooseListMode(kByParam); // refills a list that stands at its default
+    EXPECT_EQ(view.Channel(), kChannelB);
+}
+
+TEST(LogView, AnotherLogKeepsTheTabItHasAndTheHiddenPanel) {
+    ShownLog rows;
+    rows.addRows(1);
+    ShownLog none;
+    LogView view;
+    view.open("L1I1F1", rows.log, ePanelMainChannelA);
+    view.chooseTab(eTabIntervalsTable, rows.log);
+    view.open("L2I1F1", none.log, ePanelHidden);
+    EXPECT_EQ(view.Tab, eTabCumulativeData);
+    EXPECT_EQ(view.Panel, ePanelMainChannelA);
+    EXPECT_FALSE(view.chooseTab(eTabFullLog, none.log));
+    EXPECT_EQ(view.Tab, eTabCumulativeData);
+    view.open("L1I1F1", rows.log, ePanelHidden);
+    EXPECT_EQ(view.Tab, eTabCumulativeData);
+}
+
+TEST(LogView, ThePanelTabOffersBandsAlone) {
+    ShownLog shown(modeFullOctave);
+    shown.addRows(1);
+    LogView view;
+    view.open("O1I1F1", shown.log, ePanelBothChannels);
+    view.chooseListMode(kByParam);
+    view.chooseListText("LAeq");
+    view.chooseTab(eTabCumulativeData, shown.log);
+    EXPECT_EQ(view.ListMode(), kByFreq);
+    EXPECT_EQ(view.PanelBand(shown.log), 0);
+}
+
+TEST(LogView, APanelOfBothChannelsNeedsBoth) {
+    ShownLog shown;
+    EXPECT_EQ(cumulativePanelOf(shown.log, ePanelBothChannels), ePanelMainChannelA);
+    EXPECT_EQ(cumulativePanelOf(shown.log, ePanelAdvanced), ePanelAdvanced);
+    shown.log.IsChannelBOn = true;
+    EXPECT_EQ(cumulativePanelOf(shown.log, ePanelBothChannels), ePanelBothChannels);
+}
+
+} // namespace
+} // namespace kestrane
