@@ -1,0 +1,138 @@
+#include "app/SettingsDialog.h"
+
+#include "calc/ExposureTime.h"
+#include "model/LogParameters.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kLastPort = 255;
+constexpr const char* kAutomatic = "Auto";
+
+bool isPort(std::int16_t port) {
+    return port >= 1 && port <= kLastPort;
+}
+
+void endWithSeparator(std::string& folder) {
+    if (!folder.empty() && folder.back() != '/' && folder.back() != '\\') folder += '/';
+}
+
+} // namespace
+
+SettingsDialog::SettingsDialog(Session& session) :
+    Edited(session.Options), session_(session), mode_(SettingsMode::All), offered_(session.Options.objLogOptions) {}
+
+SettingsDialog::SettingsDialog(Session& session, clsOptions& options) :
+    Edited(options), session_(session), mode_(SettingsMode::Explorer), options_(&options) {}
+
+SettingsDialog::SettingsDialog(Session& session, clsLog& log, int kind) :
+    Edited(session.Options), session_(session), mode_(SettingsMode::Logs), log_(&log), kind_(kind) {
+    Edited.objLogOptions = log.objLogOptions;
+    offered_ = displayOptions(log);
+}
+
+bool SettingsDialog::HasChannelB() const {
+    return log_ == nullptr || log_->IsChannelBOn;
+}
+
+bool SettingsDialog::IsOffered(int channel, int kind, int parameter) const {
+    return offered_.Plottable(channel, kind, parameter) && !isUnusedLn(parameter);
+}
+
+std::string SettingsDialog::Caption(int parameter) const {
+    return VariableCaption(session_, parameter, kNoChannel, kNoBand, isUnusedLn(parameter) ? nullptr : log_);
+}
+
+bool SettingsDialog::isUnusedLn(int parameter) const {
+    return log_ != nullptr && parameter >= eLn1 && parameter <= eLn10 && log_->LnNumberA(parameter - eLn1 + 1) == 0;
+}
+
+std::optional<SettingsChanges> SettingsDialog::Confirm(const std::string& exposureTimeEntry) {
+    if (mode_ != SettingsMode::Explorer && !readExposureTime(exposureTimeEntry)) {
+        session_.ShowMessage(session_.LoadText(5038), kIconExclamation, session_.LoadText(9100));
+        return std::nullopt;
+    }
+    Edited.HPDCalcMethod = calcMethodOf(Edited.HPDCalc, Edited.HPDCalcMethod);
+    switch (mode_) {
+    case SettingsMode::All:
+        return confirmAll();
+    case SettingsMode::Explorer:
+        return confirmExplorer();
+    default:
+        return confirmLog();
+    }
+}
+
+// An entry that reads as the time was shown leaves it, with its fraction of a second.
+bool SettingsDialog::readExposureTime(const std::string& entry) {
+    const float entered = exposureTimeHours(entry, session_.locale);
+    if (!isExposureTime(entered)) return false;
+    float& hours = Edited.objLogOptions.ExposureTime;
+    if (exposureTimeText(entered) != exposureTimeText(hours)) hours = entered;
+    return true;
+}
+
+SettingsChanges SettingsDialog::confirmAll() {
+    endWithSeparator(Edited.DefaultDataDirectory);
+    const bool isDisplayed = Edited.DisplayDifferences(session_.Options);
+    session_.Options.Copy(Edited);
+    try {
+        session_.Options.SaveToRegistry(session_.settings);
+    } catch (const RuntimeError& error) {
+        session_.ShowMessage(ReplaceText(session_.LoadText(5079), "^", error.what()), kIconExclamation,
+                             session_.LoadText(9100));
+    }
+    return {true, isDisplayed, false};
+}
+
+SettingsChanges SettingsDialog::confirmExplorer() {
+    const bool isTreeChanged = Edited.FilesOnTreeView != options_->FilesOnTreeView;
+    options_->Copy(Edited);
+    return {isTreeChanged, false, true};
+}
+
+SettingsChanges SettingsDialog::confirmLog() {
+    clsLogOptions& options = log_->objLogOptions;
+    const float hours = Edited.objLogOptions.ExposureTime;
+    const bool isTimeChanged = hours != options.ExposureTime;
+    Edited.objLogOptions.Plottable = options.Plottable; // a recalculation may have ended meanwhile
+    options.Copy(Edited.objLogOptions);
+    if (isTimeChanged) changeExposureTime(*log_, hours);
+    return {false, false, true};
+}
+
+std::vector<SerialChoice> serialChoices(const Session& session, const std::vector<std::int16_t>& ports,
+                                        std::int16_t chosen) {
+    std::vector<std::int16_t> numbers = ports;
+    if (isPort(chosen)) numbers.push_back(chosen);
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+
+    std::vector<SerialChoice> choices = {{session.LoadText(5032), 0}};
+    for (const std::int16_t number : numbers)
+        choices.push_back({ReplaceText(session.LoadText(5033), "^", std::to_string(number)), number});
+    return choices;
+}
+
+std::size_t serialChoiceOf(const std::vector<SerialChoice>& choices, std::int16_t port) {
+    const auto found =
+        std::find_if(choices.begin(), choices.end(), [&](const SerialChoice& choice) { return choice.Port == port; });
+    return found == choices.end() ? 0 : static_cast<std::size_t>(found - choices.begin());
+}
+
+std::vector<std::string> calcMethods(std::int16_t mode) {
+    if (mode == eHPDModeEUHSE) return {kAutomatic, "HML", "SNR"};
+    if (mode == eHPDModeUSOSHA || mode == eHPDModeUSNIOSH) return {kAutomatic, "NRR"};
+    return {kAutomatic};
+}
+
+std::string calcMethodOf(std::int16_t mode, const std::string& kept) {
+    const std::vector<std::string> methods = calcMethods(mode);
+    return std::find(methods.begin(), methods.end(), kept) == methods.end() ? kAutomatic : kept;
+}
+
+} // namespace kestrane

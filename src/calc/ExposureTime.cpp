@@ -1,0 +1,77 @@
+#include "calc/ExposureTime.h"
+
+#include "calc/Recalculation.h"
+#include "model/TimeText.h"
+#include "model/clsTime.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+
+#include <cmath>
+
+namespace kestrane {
+
+namespace {
+
+constexpr double kDay = 24; // hours
+
+double wholeSeconds(float hours) {
+    return std::round(static_cast<double>(hours) * 3600);
+}
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? text.substr(0, 0)
+                                           : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+bool isFullPassUnderWay(const clsLog& log) {
+    return log.IntervalsRecalculating && log.OverwriteStoredValues;
+}
+
+} // namespace
+
+std::string exposureTimeText(float hours) {
+    clsTime time;
+    time.setTimeFromSeconds(roundToLong(wholeSeconds(hours)));
+    return time.hh_mm_ss();
+}
+
+float exposureTimeHours(std::string_view entry, const Locale& locale) {
+    entry = trimmed(entry);
+    const std::string time = NormaliseTimeText(entry, true);
+    if (!time.empty()) return static_cast<float>(TimeTextToHours(time));
+    if (entry.find(locale.DecimalSeparator) == std::string_view::npos || !isNumeric(entry, locale)) return 0;
+    try {
+        return toSingle(entry, locale);
+    } catch (const RuntimeError&) { // past every single
+        return 0;
+    }
+}
+
+std::string shownExposureTime(std::string_view entry, const Locale& locale) {
+    const float hours = exposureTimeHours(entry, locale);
+    return isExposureTime(hours) ? exposureTimeText(hours) : std::string(trimmed(entry));
+}
+
+bool isExposureTime(float hours) {
+    return hours > 0 && static_cast<double>(hours) <= kDay;
+}
+
+int exposureTimeFault(float hours, float measuredHours) {
+    if (!isExposureTime(hours)) return 5069;
+    return wholeSeconds(hours) < wholeSeconds(measuredHours) ? 5070 : 0;
+}
+
+void SetLogExposureTime(clsLog& log, float hours) {
+    log.objLogOptions.ExposureTime = hours;
+    if (!isFullPassUnderWay(log)) RecalcValues(log, kCalcExposureTime);
+}
+
+bool changeExposureTime(clsLog& log, float hours) {
+    if (!log.IsBrevikMeter()) return false;
+    SetLogExposureTime(log, hours);
+    if (!isFullPassUnderWay(log)) CompleteRecalcProcess(log);
+    return true;
+}
+
+} // namespace kestrane

@@ -1,0 +1,36 @@
+// The exposure time of a log: the length of the working day, in hours, that its figures "(ET)" stand for. What an entry
+// of it must be, and what a change of it does to a log.
+#pragma once
+
+#include "model/clsLog.h"
+#include "platform/Locale.h"
+
+#include <string>
+#include <string_view>
+
+namespace kestrane {
+
+std::string exposureTimeText(float hours); // "07:30:00", to the second
+
+// The hours of an entry: a duration ("8", "7:30:00", "0730") or a number of hours with decimals ("7.5"). 0 when it is
+// neither.
+float exposureTimeHours(std::string_view entry, const Locale& locale);
+
+// How an entry is shown once it has been typed: as exposureTimeText; one that is no exposure time as it is, trimmed.
+std::string shownExposureTime(std::string_view entry, const Locale& locale);
+
+bool isExposureTime(float hours); // above 0, at most 24
+
+// What is wrong with an exposure time of a log that was measured for so many hours (0: not known): the number of the
+// text that says so, 0 when nothing is. To the second.
+int exposureTimeFault(float hours, float measuredHours);
+
+// Stores the exposure time and recalculates what follows from it. While a full recalculation is under way its end does
+// the latter.
+void SetLogExposureTime(clsLog& log, float hours);
+
+// A user's change of the time: SetLogExposureTime, and everything else derived again. Only the Brevik family takes it;
+// false for any other log, which stays as it is.
+bool changeExposureTime(clsLog& log, float hours);
+
+} // namespace kestrane

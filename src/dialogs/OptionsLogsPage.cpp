@@ -1,0 +1,236 @@
+#include "dialogs/OptionsLogsPage.h"
+
+#include "calc/ExposureTime.h"
+#include "dialogs/LinePreview.h"
+#include "dialogs/Words.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QFontDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QVBoxLayout>
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kParameterRows = 7;
+constexpr int kThinnest = 10; // twentieths of a point
+constexpr int kThickest = 60;
+
+struct FontRow {
+    clsFont clsLogOptions::*font;
+    int textId;
+    const char* name;
+};
+
+constexpr FontRow kFonts[] = {{&clsLogOptions::TitleFont, 5039, "cmdFontTitle"},
+                              {&clsLogOptions::AxisFont, 5037, "cmdFontAxis"},
+                              {&clsLogOptions::LegendFont, 5036, "cmdFontLegend"},
+                              {&clsLogOptions::NoteFont, 5035, "cmdFontNote"}};
+
+QString points(const Session& session, double size) {
+    const QString number = QString::number(size).replace('.', QString::fromStdString(session.locale.DecimalSeparator));
+    return loadText(session, 5087).replace('^', number);
+}
+
+void showFont(const Session& session, const clsFont& font, QLabel& sample) {
+    const QString family = QString::fromStdString(font.Name);
+    sample.setText(family + ", " + points(session, static_cast<double>(font.Size)));
+    sample.setToolTip(sample.text().toHtmlEscaped());
+    QFont face = sample.font();
+    face.setFamily(family);
+    sample.setFont(face);
+}
+
+QButtonGroup* addButtons(QBoxLayout& layout, std::initializer_list<std::pair<int, QRadioButton*>> buttons) {
+    auto* const group = new QButtonGroup(&layout);
+    for (const auto& [value, button] : buttons) {
+        group->addButton(button, value);
+        layout.addWidget(button);
+    }
+    return group;
+}
+
+} // namespace
+
+OptionsLogsPage::OptionsLogsPage(SettingsDialog& settings) : OptionsPage(settings) {
+    auto* const below = new QHBoxLayout;
+    below->addWidget(charts(), 1);
+    below->addWidget(fonts(), 1);
+
+    txtExposureTime_ = exposureTime();
+    auto* const time = new QHBoxLayout;
+    time->addWidget(labelOf(settings.session(), 5041, *txtExposureTime_));
+    time->addWidget(txtExposureTime_);
+    time->addStretch(1);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(parameters());
+    layout->addLayout(below);
+    layout->addLayout(time);
+    layout->addStretch(1);
+    showParameters();
+}
+
+std::string OptionsLogsPage::ExposureTimeEntry() const {
+    return txtExposureTime_->text().toStdString();
+}
+
+void OptionsLogsPage::FocusExposureTime() {
+    txtExposureTime_->setFocus();
+    txtExposureTime_->selectAll();
+}
+
+QGroupBox* OptionsLogsPage::parameters() {
+    auto* const group = new QGroupBox(loadText(settings_.session(), 5040));
+    auto* const grid = new QGridLayout;
+    for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+        const int index = parameter - 1;
+        auto* const box = new QCheckBox;
+        box->setObjectName("chkPlot" + QString::number(parameter));
+        connect(box, &QCheckBox::clicked, this, [this, parameter](bool isChecked) {
+            settings_.Edited.objLogOptions.IsPlotted.set(optChannel_->checkedId(), optCumInt_->checkedId(), parameter,
+                                                         isChecked);
+        });
+        chkPlot_[static_cast<std::size_t>(index)] = box;
+        grid->addWidget(box, index % kParameterRows, index / kParameterRows);
+    }
+    auto* const layout = new QVBoxLayout(group);
+    layout->addWidget(choices());
+    layout->addSpacing(fontMetrics().descent());
+    layout->addLayout(grid);
+    return group;
+}
+
+// Which channel and which kind of figures the check boxes stand for.
+QWidget* OptionsLogsPage::choices() {
+    const Session& session = settings_.session();
+    auto* const row = new QWidget;
+    auto* const layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* const channelB = radioButton(session, 5084, "optChannel2", false);
+    channelB->setEnabled(settings_.HasChannelB());
+    optChannel_ =
+        addButtons(*layout, {{kChannelA, radioButton(session, 5083, "optChannel1", true)}, {kChannelB, channelB}});
+
+    auto* const fraCumInt = new QWidget;
+    fraCumInt->setObjectName("fraCumInt");
+    auto* const kinds = new QHBoxLayout(fraCumInt);
+    kinds->setContentsMargins(fontMetrics().averageCharWidth() * 4, 0, 0, 0);
+    const bool isInterval = settings_.Kind() == kInterval;
+    optCumInt_ = addButtons(*kinds, {{kCumulative, radioButton(session, 5085, "optCumInt1", !isInterval)},
+                                     {kInterval, radioButton(session, 5086, "optCumInt2", isInterval)}});
+    fraCumInt->setVisible(settings_.Mode() != SettingsMode::Logs);
+    layout->addWidget(fraCumInt);
+    layout->addStretch(1);
+
+    for (const QButtonGroup* group : {optChannel_, optCumInt_})
+        connect(group, &QButtonGroup::idClicked, this, [this] { showParameters(); });
+    return row;
+}
+
+void OptionsLogsPage::showParameters() {
+    const int channel = optChannel_->checkedId();
+    const int kind = optCumInt_->checkedId();
+    for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+        QCheckBox* const box = chkPlot_[static_cast<std::size_t>(parameter) - 1];
+        const QString caption = shown(settings_.Caption(parameter));
+        const bool isOffered = settings_.IsOffered(channel, kind, parameter);
+        box->setText(QString(caption).replace('&', "&&"));
+        box->setAccessibleName(caption);
+        box->setEnabled(isOffered);
+        box->setChecked(isOffered && settings_.Edited.objLogOptions.IsPlotted(channel, kind, parameter));
+    }
+}
+
+QGroupBox* OptionsLogsPage::charts() {
+    const Session& session = settings_.session();
+    clsLogOptions& options = settings_.Edited.objLogOptions;
+    auto* const group = new QGroupBox(loadText(session, 5018));
+    auto* const layout = new QVBoxLayout(group);
+    auto* const styles = new QHBoxLayout;
+    const bool is3D = options.ChartStyle == eChartAs3D;
+    const QButtonGroup* const optChartLines =
+        addButtons(*styles, {{eChartAs2D, radioButton(session, 5019, "optChartLines0", !is3D)},
+                             {eChartAs3D, radioButton(session, 5020, "optChartLines1", is3D)}});
+    styles->addStretch(1);
+    connect(optChartLines, &QButtonGroup::idClicked, this,
+            [&options](int style) { options.ChartStyle = static_cast<std::int16_t>(style); });
+
+    auto* const slider = new QSlider(Qt::Horizontal);
+    nameControl(*slider, "sliderWidth", loadPlainText(session, 5021));
+    slider->setRange(kThinnest, kThickest);
+    slider->setPageStep(kThinnest);
+    slider->setTickInterval(kThinnest);
+    slider->setTickPosition(QSlider::TicksBelow);
+    slider->setValue(options.LineWidth);
+    auto* const preview = new LinePreview(options.LineWidth);
+    connect(slider, &QSlider::valueChanged, this, [&options, preview](int width) {
+        options.LineWidth = static_cast<std::int16_t>(width);
+        preview->SetLineWidth(width);
+    });
+
+    auto* const width = new QHBoxLayout;
+    width->addWidget(slider, 1);
+    width->addWidget(preview);
+    layout->addLayout(styles);
+    layout->addWidget(labelOf(session, 5021, *slider));
+    layout->addLayout(width);
+    layout->addStretch(1);
+    return group;
+}
+
+QGroupBox* OptionsLogsPage::fonts() {
+    const Session& session = settings_.session();
+    auto* const group = new QGroupBox(loadText(session, 5034));
+    auto* const grid = new QGridLayout(group);
+    int row = 0;
+    for (const FontRow& entry : kFonts) {
+        clsFont& font = settings_.Edited.objLogOptions.*entry.font;
+        auto* const button =
+            pushButton(session, entry.textId, entry.name, group->title() + ": " + loadPlainText(session, entry.textId));
+        auto* const sample = new QLabel;
+        sample->setTextFormat(Qt::PlainText);
+        sample->setMinimumWidth(fontMetrics().averageCharWidth() * 22);
+        sample->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long name is cut, the dialog stays
+        showFont(session, font, *sample);
+        connect(button, &QPushButton::clicked, this, [this, &font, sample] { chooseFont(font, *sample); });
+        grid->addWidget(button, row, 0);
+        grid->addWidget(sample, row++, 1);
+    }
+    grid->setColumnStretch(1, 1);
+    return group;
+}
+
+void OptionsLogsPage::chooseFont(clsFont& font, QLabel& sample) {
+    QFont present(QString::fromStdString(font.Name));
+    if (font.Size > 0) present.setPointSizeF(static_cast<double>(font.Size));
+    bool isChosen = false;
+    const QFont chosen = QFontDialog::getFont(&isChosen, present, this, loadText(settings_.session(), 5034));
+    if (!isChosen) return;
+    font.Name = chosen.family().toStdString();
+    font.Size = static_cast<float>(chosen.pointSizeF());
+    showFont(settings_.session(), font, sample);
+}
+
+QLineEdit* OptionsLogsPage::exposureTime() {
+    const Session& session = settings_.session();
+    auto* const edit =
+        new QLineEdit(QString::fromStdString(exposureTimeText(settings_.Edited.objLogOptions.ExposureTime)));
+    nameControl(*edit, "txtExposureTime", loadPlainText(session, 5041));
+    edit->setFixedWidth(edit->fontMetrics().averageCharWidth() * 14);
+    connect(edit, &QLineEdit::editingFinished, this, [&session, edit] {
+        edit->setText(QString::fromStdString(shownExposureTime(edit->text().toStdString(), session.locale)));
+    });
+    return edit;
+}
+
+} // namespace kestrane

@@ -1,0 +1,41 @@
+// The page "Logs": which figures of a log are shown, how charts look, the exposure time.
+#pragma once
+
+#include "dialogs/OptionsPage.h"
+
+#include <array>
+
+class QButtonGroup;
+class QCheckBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace kestrane {
+
+class OptionsLogsPage : public OptionsPage {
+public:
+    explicit OptionsLogsPage(SettingsDialog& settings);
+
+    void store() override {} // everything but the exposure time is written as it is chosen
+
+    std::string ExposureTimeEntry() const;
+    void FocusExposureTime();
+
+private:
+    QGroupBox* parameters();
+    QWidget* choices();
+    QGroupBox* charts();
+    QGroupBox* fonts();
+    QLineEdit* exposureTime();
+    void showParameters();
+    void chooseFont(clsFont& font, QLabel& sample);
+
+    QButtonGroup* optChannel_;
+    QButtonGroup* optCumInt_;
+    std::array<QCheckBox*, static_cast<std::size_t>(ParameterCount)> chkPlot_;
+    QLineEdit* txtExposureTime_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,38 @@
+// The page "System": company and reports, data files, the port of the instrument.
+#pragma once
+
+#include "dialogs/OptionsPage.h"
+
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+
+namespace kestrane {
+
+class OptionsSystemPage : public OptionsPage {
+public:
+    explicit OptionsSystemPage(SettingsDialog& settings);
+
+    void store() override;
+
+private:
+    QLineEdit* lineEdit(int labelId, const char* name, const std::string& text);
+    QGroupBox* reports();
+    QGroupBox* dataFiles();
+    QGroupBox* instrument();
+    void browseLogo();
+    void browseFolder();
+
+    std::vector<SerialChoice> ports_;
+    QLineEdit* txtCompany_;
+    QLineEdit* txtLogo_;
+    QLineEdit* txtDataDir_;
+    QComboBox* cboSerial_;
+    QCheckBox* chkPreventSaving_;
+    QCheckBox* chkCalc_;
+    QCheckBox* chkPrintIntervals_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,85 @@
+#include "dialogs/Words.h"
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStringList>
+
+namespace kestrane {
+
+QString shown(const std::string& text) {
+    return QString::fromStdString(text).replace("\r\n", "\n");
+}
+
+QString loadText(const Session& session, int id) {
+    return shown(session.LoadText(id));
+}
+
+QString loadPlainText(const Session& session, int id) {
+    QString text = shown(PlainCaption(session.LoadText(id)));
+    while (text.endsWith(':') || text.endsWith('.'))
+        text.chop(1);
+    return text;
+}
+
+void nameControl(QWidget& control, const char* name, const QString& spoken) {
+    control.setObjectName(QLatin1String(name));
+    control.setAccessibleName(spoken);
+}
+
+QLabel* labelOf(const Session& session, int id, QWidget& control) {
+    auto* const label = new QLabel(loadText(session, id));
+    label->setBuddy(&control);
+    return label;
+}
+
+QCheckBox* checkBox(const Session& session, int id, const char* name, bool isChecked) {
+    auto* const box = new QCheckBox(loadText(session, id));
+    nameControl(*box, name, loadPlainText(session, id));
+    box->setChecked(isChecked);
+    return box;
+}
+
+QRadioButton* radioButton(const Session& session, int id, const char* name, bool isChecked) {
+    auto* const button = new QRadioButton(loadText(session, id));
+    nameControl(*button, name, loadPlainText(session, id));
+    button->setChecked(isChecked);
+    return button;
+}
+
+QPushButton* pushButton(const Session& session, int id, const char* name, const QString& spoken) {
+    auto* const button = new QPushButton(loadText(session, id));
+    nameControl(*button, name, spoken);
+    button->setAutoDefault(false);
+    return button;
+}
+
+QDialogButtonBox* okAndCancel(const Session& session) {
+    auto* const box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    QPushButton* const ok = box->button(QDialogButtonBox::Ok);
+    QPushButton* const cancel = box->button(QDialogButtonBox::Cancel);
+    ok->setText(loadText(session, 9001));
+    ok->setIcon({});
+    ok->setDefault(true);
+    cancel->setText(loadText(session, 9002));
+    cancel->setIcon({});
+    nameControl(*ok, "cmdOK", ok->text());
+    nameControl(*cancel, "cmdCancel", cancel->text());
+    return box;
+}
+
+QString fileFilter(const std::string& text) {
+    const QStringList parts = QString::fromStdString(text).split('|', Qt::SkipEmptyParts);
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QStringList patterns = parts[i + 1].split(';');
+        patterns.replaceInStrings("*.*", "*");
+        const qsizetype bracket = parts[i].lastIndexOf(" (");
+        filters.push_back(parts[i].left(bracket) + " (" + patterns.join(' ') + ')');
+    }
+    return filters.join(";;");
+}
+
+} // namespace kestrane

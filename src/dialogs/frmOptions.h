@@ -1,0 +1,42 @@
+// The settings dialog: three pages over a working copy. What may be chosen and what confirming does is decided in
+// app/SettingsDialog; the frame carries out the changes that come back.
+#pragma once
+
+#include "app/SettingsDialog.h"
+
+#include <QDialog>
+#include <QPoint>
+
+class QTabWidget;
+
+namespace kestrane {
+
+class OptionsLogsPage;
+class OptionsPage;
+
+class frmOptions : public QDialog {
+public:
+    // Each shows the dialog and returns once it is closed: nothing when the user cancels. Points are on the screen.
+    static std::optional<SettingsChanges> ShowFromToolsMenu(Session& session, QWidget* parent);
+    static std::optional<SettingsChanges> ShowFromTreeViewRightClick(Session& session, clsOptions& options, QPoint at,
+                                                                     QWidget* parent);
+    static std::optional<SettingsChanges> ShowFromLogTabCtrlRightClick(Session& session, clsLog& log, int kind,
+                                                                       QPoint at, QWidget* parent);
+
+    void accept() override;
+
+private:
+    frmOptions(const SettingsDialog& settings, QWidget* parent);
+
+    std::optional<SettingsChanges> run();
+    std::optional<SettingsChanges> showAt(QPoint at);
+    void addPage(OptionsPage* page, int titleId, SettingsMode mode);
+
+    SettingsDialog settings_;
+    QTabWidget* tabSettings_;
+    OptionsLogsPage* logs_;
+    std::vector<OptionsPage*> pages_;
+    std::optional<SettingsChanges> changes_;
+};
+
+} // namespace kestrane
