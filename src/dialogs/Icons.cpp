@@ -1,16 +1,13 @@
 #include "dialogs/Icons.h"
 
-#include <QFile>
+#include "dialogs/Resources.h"
+
 #include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
 #include <QSvgRenderer>
-
-static void loadPictures() { // outside of the namespace, since the macro names a global function
-    Q_INIT_RESOURCE(icons);
-}
 
 namespace kestrane {
 
@@ -81,10 +78,8 @@ private:
 } // namespace
 
 QIcon iconOf(const char* name) {
-    loadPictures();
-    QFile file(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name)));
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    return QIcon(new DrawingEngine(QLatin1String(name), file.readAll())); // the icon owns its engine
+    const QByteArray bytes = drawing(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name)));
+    return bytes.isEmpty() ? QIcon() : QIcon(new DrawingEngine(QLatin1String(name), bytes)); // the icon owns its engine
 }
 
 } // namespace kestrane

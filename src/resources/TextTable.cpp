@@ -81,6 +81,12 @@ constexpr TextEntry Entries[] = {
     {3004, "Copyright (C) {{}}"},
     {3005, "This program is free software; you may pass it on and change it under the GNU General Public License, "
            "version 3 or later.  It comes with no warranty."},
+    {3006, "Telephone:"},
+    {3007, "Fax:"},
+    {3008, "Support:"},
+    {3009, "Sales:"},
+    {3010, "Home page:"},
+    {3011, "Shop:"},
     // Download options
     {3501, "Download Options"},
     {3502, "Instrument:"},

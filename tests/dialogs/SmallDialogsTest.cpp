@@ -1,0 +1,110 @@
+#include "TestSession.h"
+#include "dialogs/ModalDialog.h"
+#include "dialogs/Words.h"
+#include "dialogs/frmAbout.h"
+#include "dialogs/frmBrowse.h"
+#include "dialogs/frmExpTime.h"
+#include "dialogs/frmSimpleEdit.h"
+#include "dialogs/frmSplash.h"
+#include "model/clsLog.h"
+
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QScreen>
+
+namespace kestrane {
+namespace {
+
+TEST(ExpTime, AsksUntilTheTimeIsGood) {
+    TestSession test;
+    clsLog log(test.session);
+    log.InsName = "Brevik SE";
+    onDialog([&](QDialog& dialog) {
+        auto& field = control<QLineEdit>(dialog, "txtExposureTime");
+        EXPECT_EQ(field.text(), "08:00:00");
+        type(field, "0");
+        click(dialog, "cmdOK");
+        type(field, "1:00:00");
+        click(dialog, "cmdOK");
+        ASSERT_EQ(test.messages.Boxes.size(), 2U);
+        EXPECT_EQ(test.messages.Boxes[0].Prompt, "Exposure Time must be between 0 and 24 hours");
+        EXPECT_EQ(test.messages.Boxes[1].Prompt, "Exposure Time must be greater than the log length");
+        EXPECT_EQ(test.messages.Boxes[1].Title, "Error");
+        EXPECT_TRUE(dialog.isVisible());
+        type(field, "4");
+        QTest::keyClick(&field, Qt::Key_Return);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_TRUE(frmExpTime::getExpTime(test.session, 8, 2, log, nullptr));
+    EXPECT_EQ(log.objLogOptions.ExposureTime, 4);
+
+    onDialog([](QDialog& dialog) {
+        type(control<QLineEdit>(dialog, "txtExposureTime"), "6");
+        click(dialog, "cmdCancel");
+    });
+    EXPECT_FALSE(frmExpTime::getExpTime(test.session, 4, 2, log, nullptr));
+    EXPECT_EQ(log.objLogOptions.ExposureTime, 4);
+}
+
+TEST(SimpleEdit, TheNoteKeepsItsLines) {
+    TestSession test;
+    onDialog([](QDialog& dialog) {
+        auto& edit = control<QPlainTextEdit>(dialog, "txtEdit");
+        EXPECT_EQ(edit.toPlainText(), "North gate\n<b>dry</b>");
+        QTest::keyClick(&edit, Qt::Key_Return); // a new line, not the button
+        QTest::keyClicks(&edit, "west wind");
+        click(dialog, "cmdOK");
+    });
+    EXPECT_EQ(frmSimpleEdit::EditNote(test.session, "North gate\r\n<b>dry</b>", nullptr),
+              "North gate\n<b>dry</b>\nwest wind");
+    onDialog([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    EXPECT_EQ(frmSimpleEdit::EditNote(test.session, "North gate", nullptr), std::nullopt);
+}
+
+TEST(Browse, GivesTheFolderOrNothing) {
+    TestSession test;
+    onDialog([](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Browse for Folder");
+        dialog.accept();
+    });
+    EXPECT_EQ(frmBrowse::AskFolder(test.session, nullptr, "/usr/share"), "/usr/share");
+    onDialog([](QDialog&) {});
+    EXPECT_EQ(frmBrowse::AskFolder(test.session, nullptr, "/usr/share"), "");
+}
+
+TEST(About, TellsVersionCompanyAndLicenceAsPlainText) {
+    TestSession test;
+    Session session("Brennock <i>& Sons</i>", {}, test.settings, test.messages, test.pump, test.clock);
+    frmAbout about(session, nullptr);
+    QString all;
+    for (const QLabel* label : about.findChildren<QLabel*>()) {
+        all += label->text() + '\n';
+        EXPECT_TRUE(label->textFormat() != Qt::RichText || !label->text().contains("<i>"));
+    }
+    EXPECT_TRUE(all.contains("Kestrane Pro Version "));
+    EXPECT_TRUE(all.contains("Brennock <i>& Sons</i>\nLarch Works"));
+    EXPECT_TRUE(all.contains("<a href=\"mailto:support@brennock.example\">support@brennock.example</a>"));
+    EXPECT_TRUE(all.contains("General Public License"));
+}
+
+TEST(Splash, StandsInTheMiddleOfTheScreen) {
+    TestSession test;
+    frmSplash splash(test.session);
+    splash.show();
+    const QPoint off = splash.geometry().center() - splash.screen()->availableGeometry().center();
+    EXPECT_LE(off.manhattanLength(), 2);
+    EXPECT_TRUE(splash.accessibleName().contains("Kestrane Version "));
+    const QImage image = splash.grab().toImage();
+    EXPECT_NE(image.pixelColor(2, 2), image.pixelColor(image.width() - 3, image.height() / 2));
+}
+
+TEST(FileFilter, IsWrittenForTheFileDialog) {
+    EXPECT_EQ(fileFilter("X XML (*.xml)|*.xml|Old (*.csv;*.zdf)|*.csv;*.zdf|All Files (*.*)|*.*|"),
+              "X XML (*.xml);;Old (*.csv *.zdf);;All Files (*)");
+    EXPECT_EQ(fileFilter(""), "");
+}
+
+} // namespace
+} // namespace kestrane
