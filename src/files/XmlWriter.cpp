@@ -116,7 +116,7 @@ void writeBands(clsStringBuffer& out, std::string_view name, const BandValues& v
 
 // A text whose own characters stand in the file as they are, but for those that would break it.
 std::string markupEscaped(const std::string& text) {
-    return ReplaceText(ReplaceText(text, "&", "&amp;"), "<", "&lt;");
+    return ReplaceText(ReplaceText(ReplaceText(text, "&", "&amp;"), "<", "&lt;"), ">", "&gt;");
 }
 
 class LogWriter {
