@@ -7,6 +7,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QFontDialog>
+#include <QFontInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -213,10 +214,12 @@ QGroupBox* OptionsLogsPage::fonts() {
 void OptionsLogsPage::chooseFont(clsFont& font, QLabel& sample) {
     QFont present(QString::fromStdString(font.Name));
     if (font.Size > 0) present.setPointSizeF(static_cast<double>(font.Size));
+    const QString substitute = QFontInfo(present).family(); // stands in for a font that this machine has not got
+    present.setFamily(substitute);
     bool isChosen = false;
     const QFont chosen = QFontDialog::getFont(&isChosen, present, this, loadText(settings_.session(), 5034));
     if (!isChosen) return;
-    font.Name = chosen.family().toStdString();
+    if (chosen.family() != substitute) font.Name = chosen.family().toStdString();
     font.Size = static_cast<float>(chosen.pointSizeF());
     showFont(settings_.session(), font, sample);
 }

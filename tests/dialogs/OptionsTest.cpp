@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFontDialog>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QSlider>
@@ -104,6 +105,25 @@ TEST(Options, ABadExposureTimeKeepsTheDialogOpen) {
                     EXPECT_FALSE(dialog.isVisible());
                 }).has_value());
     EXPECT_EQ(test.session.Options.objLogOptions.ExposureTime, 24);
+}
+
+TEST(Options, AFontThatIsMissingHereKeepsItsName) {
+    TestSession test;
+    test.session.Options.objLogOptions.TitleFont = {"No Such Font", 12};
+    fromTools(test, [](QDialog& dialog) {
+        showPage(dialog, 2);
+        onDialog([](QDialog& fonts) {
+            auto* const box = qobject_cast<QFontDialog*>(&fonts);
+            ASSERT_NE(box, nullptr);
+            QFont larger = box->currentFont();
+            larger.setPointSize(18);
+            box->setCurrentFont(larger);
+            box->accept();
+        });
+        click(dialog, "cmdFontTitle");
+        click(dialog, "cmdOK");
+    });
+    EXPECT_EQ(test.session.Options.objLogOptions.TitleFont, (clsFont{"No Such Font", 18}));
 }
 
 TEST(Options, TheMethodsFollowTheModeAndTheKeptOneComesBack) {
