@@ -1,0 +1,55 @@
+// The "Cumultv (Data)" tab: the figures of a log as the core worded them, and the three fields that recalculate it.
+// Checks nothing itself: what is entered goes to the core.
+#pragma once
+
+#include "explorer/CalculationEntries.h"
+#include "explorer/CumulativePanel.h"
+#include "model/Session.h"
+
+#include <QScrollArea>
+
+#include <map>
+
+class QComboBox;
+class QGridLayout;
+class QGroupBox;
+class QLineEdit;
+class QPushButton;
+
+namespace kestrane {
+
+class CumulativePanelView : public QScrollArea {
+    Q_OBJECT
+
+public:
+    explicit CumulativePanelView(const Session& session, QWidget* parent = nullptr);
+
+    // The figures at a band, in the frame of a panel; and the fields as the log has them.
+    void ShowLog(const clsLog& log, int band, int panel);
+
+    CalculationEntries Entries() const;
+    void FocusField(CalculationField field);
+
+signals:
+    void ApplyChanges();
+    void RevertChanges();
+
+private:
+    QGroupBox* figuresBox(PanelSection section, int title);
+    QGroupBox* calculationBox();
+    void fillSection(PanelSection section, const std::vector<PanelRow>& rows, int panel, bool hasChannelB);
+    void showEntries(const clsLog& log);
+    void leaveUserCal();
+    void compareEntries();
+
+    const Session& session_;
+    std::map<PanelSection, QGroupBox*> boxes_;
+    QComboBox* cboCriterion_;
+    QComboBox* cboExchRate_;
+    QLineEdit* txtUserCal_;
+    QPushButton* cmdApplyChanges_;
+    QPushButton* cmdRevertChanges_;
+    CalculationEntries stored_; // as the log has them
+};
+
+} // namespace kestrane

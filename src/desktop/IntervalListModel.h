@@ -1,0 +1,33 @@
+// The intervals of a log as a list to choose from, each by its time and date; made when they come into sight.
+#pragma once
+
+#include "explorer/RowTimes.h"
+
+#include <QAbstractListModel>
+
+namespace kestrane {
+
+class IntervalListModel : public QAbstractListModel {
+public:
+    using QAbstractListModel::QAbstractListModel;
+
+    void SetLog(const clsLog& log) {
+        beginResetModel();
+        times_ = RowTimes(log);
+        count_ = static_cast<int>(log.LogIntervals.Count());
+        endResetModel();
+    }
+
+    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count_; }
+
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (role != Qt::DisplayRole) return {};
+        return QString::fromStdString(times_.listText(static_cast<std::size_t>(index.row())));
+    }
+
+private:
+    RowTimes times_;
+    int count_ = 0;
+};
+
+} // namespace kestrane

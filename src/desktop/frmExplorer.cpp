@@ -1,0 +1,108 @@
+#include "desktop/frmExplorer.h"
+
+#include "desktop/tabLog.h"
+#include "desktop/tvwTreeView.h"
+#include "dialogs/Icons.h"
+#include "dialogs/Words.h"
+#include "explorer/NodeKeys.h"
+#include "explorer/NodeRename.h"
+
+#include <QBoxLayout>
+#include <QSplitter>
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kTreeWidth = 270;
+constexpr int kLogWidth = 760;
+
+} // namespace
+
+frmExplorer::frmExplorer(Session& session, QWidget* parent) : QWidget(parent), session_(session) {
+    setObjectName("frmExplorer");
+    setWindowIcon(iconOf("application"));
+    tree_ = new tvwTreeView(session);
+    log_ = new tabLog(session, state_);
+    auto* const splitter = new QSplitter;
+    splitter->addWidget(tree_);
+    splitter->addWidget(log_);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({kTreeWidth, kLogWidth});
+    splitter->setChildrenCollapsible(false);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+
+    connect(tree_, &tvwTreeView::NodeClick, this, [this](const QString& key) { nodeClick(key.toStdString()); });
+    // Deferred: the tree is rebuilt, which must wait until its editor has closed.
+    connect(
+        tree_, &tvwTreeView::NodeRenamed, this,
+        [this](const QString& key, const QString& text) { nodeRenamed(key.toStdString(), text.toStdString()); },
+        Qt::QueuedConnection);
+    connect(tree_, &tvwTreeView::NodeDropped, this,
+            [this] { session_.frame->SetPanel(Frame::Panel::Status, session_.LoadText(4615)); });
+    connect(tree_, &tvwTreeView::FilesDropped, this, &frmExplorer::FilesDropped);
+    connect(tree_, &tvwTreeView::PopUpMenuAsked, this, &frmExplorer::TreeViewPopUpMenu);
+    connect(log_, &tabLog::TabChanged, this, &frmExplorer::StateChanged);
+    connect(log_, &tabLog::PopUpMenuAsked, this, &frmExplorer::TabControlPopUpMenu);
+    RebuildTree();
+}
+
+MenuState frmExplorer::StateForMenus() const {
+    return {true, state_.SelectedKey, state_.LogInView(session_), state_.View.Tab};
+}
+
+void frmExplorer::RebuildTree() {
+    const std::vector<TreeNode> nodes = state_.RebuildTree(session_, tree_->ShownNodes());
+    tree_->ShowNodes(nodes, state_.SelectedKey);
+    showDisplayed();
+}
+
+void frmExplorer::ResetControls() {
+    state_.ResetControls();
+    tree_->ShowOpenLog({});
+    showDisplayed();
+    emit StateChanged();
+}
+
+void frmExplorer::nodeClick(const std::string& key) {
+    const bool isLog = state_.NodeClick(key);
+    emit StateChanged();
+    if (!isLog) return;
+    tree_->ShowOpenLog(state_.DisplayedKey);
+    const clsLog* log = resolve(session_, state_.DisplayedKey).log;
+    if (log != nullptr && log->IsBusy()) session_.ShowMessage(session_.LoadText(5065), kIconInformation);
+    showDisplayed();
+    emit StateChanged();
+}
+
+void frmExplorer::showDisplayed() {
+    const bool isAnother = state_.takeDisplayed(session_);
+    showCaption();
+    if (isAnother || state_.Content(session_) != LogContent::Values) log_->ShowLog();
+}
+
+void frmExplorer::showCaption() {
+    setWindowTitle(shown(state_.Caption(session_)));
+}
+
+// The log that the tree shows as open may have waited for its rows.
+void frmExplorer::LogValuesChanged(const clsLog& log) {
+    if (&log == resolve(session_, state_.DisplayedKey).log && state_.takeDisplayed(session_)) {
+        log_->ShowLog();
+        emit StateChanged();
+    } else if (&log == state_.LogInView(session_)) {
+        log_->Redraw();
+    }
+}
+
+void frmExplorer::EditSelectedNode() {
+    tree_->EditNode(state_.SelectedKey);
+}
+
+void frmExplorer::nodeRenamed(const std::string& key, const std::string& text) {
+    if (renameNode(session_, key, text)) emit TreesChanged();
+}
+
+} // namespace kestrane

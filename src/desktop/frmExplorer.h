@@ -1,0 +1,54 @@
+// An explorer window: the tree of the open files on the left, the log view on the right. Several can be open at once.
+// Holds its state in an ExplorerState of the core and no measurement data.
+#pragma once
+
+#include "app/Menus.h"
+#include "explorer/ExplorerState.h"
+#include "model/Session.h"
+
+#include <QWidget>
+
+class QSplitter;
+
+namespace kestrane {
+
+class tabLog;
+class tvwTreeView;
+
+class frmExplorer : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit frmExplorer(Session& session, QWidget* parent = nullptr);
+
+    ExplorerState& State() { return state_; }
+
+    tabLog& LogTabs() { return *log_; }
+
+    MenuState StateForMenus() const; // of this window, not minimised
+
+    void RebuildTree();
+    void ResetControls(); // forgets the open log
+    void LogValuesChanged(const clsLog& log);
+    void EditSelectedNode();
+
+signals:
+    void StateChanged(); // the frame's menus follow
+    void TreesChanged(); // a file, collection or log has another name
+    void FilesDropped(const QStringList& paths);
+    void TreeViewPopUpMenu(QPoint at);
+    void TabControlPopUpMenu(QPoint at);
+
+private:
+    void nodeClick(const std::string& key);
+    void nodeRenamed(const std::string& key, const std::string& text);
+    void showDisplayed();
+    void showCaption();
+
+    Session& session_;
+    ExplorerState state_;
+    tvwTreeView* tree_;
+    tabLog* log_;
+};
+
+} // namespace kestrane

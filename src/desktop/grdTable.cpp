@@ -1,0 +1,149 @@
+#include "desktop/grdTable.h"
+
+#include "dialogs/Words.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPalette>
+
+#include <algorithm>
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kColumnWidth = 117; // 1750 twips
+
+const QColor kOverload(HighlightColour.red, HighlightColour.green, HighlightColour.blue);
+
+} // namespace
+
+void IntervalTableModel::SetTable(IntervalTable table) {
+    beginResetModel();
+    table_ = std::move(table);
+    endResetModel();
+}
+
+int IntervalTableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(table_.rowCount());
+}
+
+int IntervalTableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(table_.columnCount());
+}
+
+QVariant IntervalTableModel::data(const QModelIndex& index, int role) const {
+    const auto row = static_cast<std::size_t>(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return QString::fromStdString(table_.cell(row, static_cast<std::size_t>(index.column())));
+    case Qt::TextAlignmentRole:
+        return static_cast<int>(Qt::AlignCenter);
+    case Qt::BackgroundRole:
+        return table_.isOverloaded(row) ? QVariant(kOverload) : QVariant();
+    case Qt::ForegroundRole:
+        if (table_.isOverloaded(row)) return QColor(Qt::black);
+        return table_.isExcluded(row) ? QVariant(QApplication::palette().color(QPalette::Disabled, QPalette::Text))
+                                      : QVariant();
+    case Qt::FontRole:
+        if (!table_.isExcluded(row)) return {};
+        {
+            QFont font;
+            font.setStrikeOut(true);
+            return font;
+        }
+    default:
+        return {};
+    }
+}
+
+QVariant IntervalTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return QAbstractTableModel::headerData(section, orientation, role);
+    return QString::fromStdString(table_.caption(static_cast<std::size_t>(section)));
+}
+
+grdTable::grdTable(const Session& session, QWidget* parent) : QTableView(parent) {
+    nameControl(*this, "grdTable", loadText(session, 4504));
+    setModel(&model_);
+    setAlternatingRowColors(true);
+    setWordWrap(false);
+    setSelectionMode(ExtendedSelection);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
+    connect(horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this, [this] { isSizedByUser_ = true; });
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
+        if ((QApplication::mouseButtons() & Qt::LeftButton) != 0) isSizedByUser_ = true;
+    });
+}
+
+void grdTable::SetTable(IntervalTable table) {
+    const std::size_t columnsBefore = model_.Table().columnCount();
+    model_.SetTable(std::move(table));
+    if (model_.Table().columnCount() != columnsBefore) isSizedByUser_ = false;
+    fillWidth();
+}
+
+void grdTable::fillWidth() {
+    const int columns = model_.columnCount();
+    if (isSizedByUser_ || columns == 0) return;
+    const int room = viewport()->width();
+    int spare = std::max(0, room - columns * kColumnWidth);
+    for (int column = 0; column < columns; ++column) {
+        const int share = spare / (columns - column);
+        spare -= share;
+        const int caption = horizontalHeader()->sectionSizeHint(column);
+        setColumnWidth(column, std::max(kColumnWidth + share, caption));
+    }
+}
+
+void grdTable::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    fillWidth();
+}
+
+void grdTable::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        copySelection();
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+// Overloaded rows never reach the clipboard.
+void grdTable::copySelection() const {
+    const QItemSelection selection = selectionModel()->selection();
+    if (selection.isEmpty()) return;
+    int left = model_.columnCount();
+    int right = 0;
+    std::vector<std::pair<int, int>> ranges;
+    for (const QItemSelectionRange& range : selection) {
+        left = std::min(left, range.left());
+        right = std::max(right, range.right());
+        ranges.emplace_back(range.top(), range.bottom());
+    }
+    std::sort(ranges.begin(), ranges.end());
+    const IntervalTable& table = model_.Table();
+    std::string text;
+    int next = 0;
+    for (const auto& [top, bottom] : ranges) {
+        for (int row = std::max(top, next); row <= bottom; ++row) {
+            if (table.isOverloaded(static_cast<std::size_t>(row))) continue;
+            for (int column = left; column <= right; ++column) {
+                if (column > left) text += '\t';
+                const bool isSelected = selection.contains(model_.index(row, column));
+                if (isSelected) text += table.cell(static_cast<std::size_t>(row), static_cast<std::size_t>(column));
+            }
+            text += "\r\n";
+        }
+        next = std::max(next, bottom + 1);
+    }
+    QApplication::clipboard()->setText(QString::fromStdString(text));
+}
+
+} // namespace kestrane

@@ -1,0 +1,48 @@
+// The grid of the "Intervals (Table)" tab: a view on an IntervalTable of the core, which makes its cells when they come
+// into sight, so that a table of any length opens at once.
+#pragma once
+
+#include "explorer/IntervalTable.h"
+#include "model/Session.h"
+
+#include <QAbstractTableModel>
+#include <QTableView>
+
+namespace kestrane {
+
+class IntervalTableModel : public QAbstractTableModel {
+public:
+    using QAbstractTableModel::QAbstractTableModel;
+
+    void SetTable(IntervalTable table);
+
+    const IntervalTable& Table() const { return table_; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    IntervalTable table_;
+};
+
+class grdTable : public QTableView {
+public:
+    explicit grdTable(const Session& session, QWidget* parent = nullptr);
+
+    void SetTable(IntervalTable table);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override; // the copy key takes the selected cells
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void copySelection() const;
+    void fillWidth(); // widens the columns where they leave room
+
+    IntervalTableModel model_;
+    bool isSizedByUser_ = false;
+};
+
+} // namespace kestrane

@@ -1,0 +1,112 @@
+// kestrane: the desktop program.
+#include "app/StartUp.h"
+#include "desktop/mdiMain.h"
+#include "dialogs/Icons.h"
+#include "dialogs/Words.h"
+#include "dialogs/frmSplash.h"
+#include "platform/RuntimeError.h"
+#include "platform/qt/DesktopMessages.h"
+#include "platform/qt/IniSettings.h"
+#include "platform/qt/QtEventPump.h"
+#include "server/KestraneThread.h"
+
+#include <QApplication>
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+
+namespace kestrane {
+
+namespace {
+
+constexpr auto kCompany = KESTRANE_COMPANY;
+constexpr int kLook = 50; // milliseconds between looks at the clock
+constexpr double kSplashSeconds = 2.5;
+
+IniSettings settingsOfBrand() {
+    const std::string name = LoadSoftwareByFirm(kCompany).SettingsAppName;
+    return IniSettings::ofApplication(name.empty() ? std::string(kApplicationTitle) : name);
+}
+
+bool hasDisplay() {
+    const char* const platform = std::getenv("QT_QPA_PLATFORM");
+    return std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr ||
+           (platform != nullptr && std::strlen(platform) > 0);
+}
+
+int captionOf(Button button) {
+    switch (button) {
+    case Button::Ok:
+        return 9001;
+    case Button::Cancel:
+        return 9002;
+    case Button::Retry:
+        return 9005;
+    case Button::Yes:
+        return 9003;
+    case Button::No:
+        return 9004;
+    }
+    return 9001;
+}
+
+// Whole seconds, as the clock shows them.
+void waitForSplash(Session& session, CalendarTime start) {
+    constexpr double kSecondsOfDay = 86400;
+    while (std::round((session.clock.now() - start) * kSecondsOfDay) < kSplashSeconds)
+        session.pump.wait(std::chrono::milliseconds(kLook));
+}
+
+int run(int argc, char** argv) {
+    SystemClock clock;
+    const CalendarTime start = clock.now();
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("kestrane");
+    QApplication::setApplicationDisplayName({});
+    QApplication::setWindowIcon(iconOf("application"));
+    QtEventPump pump;
+    IniSettings settings = settingsOfBrand();
+    Session* texts = nullptr;
+    DesktopMessages messages([&texts](Button button) { return texts->LoadText(captionOf(button)); });
+    BackgroundServer server(pump);
+    Session session(kCompany, systemLocale(), settings, messages, pump, clock);
+    texts = &session;
+    session.server = &server;
+
+    frmSplash splash(session);
+    splash.show();
+    mdiMain frame(session);
+    QStringList arguments = QApplication::arguments();
+    arguments.removeFirst();
+    std::vector<std::string> names;
+    for (const QString& argument : arguments)
+        names.push_back(argument.toStdString());
+    Main(session, names);
+    waitForSplash(session, start);
+    frame.show();
+    frame.NewExplorerWindow();
+    splash.close();
+    frame.showMaximized();
+    const int status = QApplication::exec();
+    session.OpenFiles.clear();
+    return status;
+}
+
+} // namespace
+
+} // namespace kestrane
+
+int main(int argc, char** argv) {
+    if (!kestrane::hasDisplay()) {
+        std::cerr << kestrane::Texts(kestrane::LoadSoftwareByFirm(KESTRANE_COMPANY), 0, 0, 0).LoadText(8807) << '\n';
+        return EXIT_FAILURE;
+    }
+    try {
+        return kestrane::run(argc, argv);
+    } catch (const kestrane::RuntimeError& error) {
+        std::cerr << kestrane::kApplicationTitle << ": " << error.Number << ": " << error.what() << '\n';
+        return EXIT_FAILURE;
+    }
+}

@@ -1,0 +1,507 @@
+#include "desktop/mdiMain.h"
+
+#include "app/Documents.h"
+#include "app/Placement.h"
+#include "app/StartUp.h"
+#include "desktop/frmExplorer.h"
+#include "desktop/tabLog.h"
+#include "desktop/tvwTreeView.h"
+#include "dialogs/Icons.h"
+#include "dialogs/Words.h"
+#include "dialogs/frmAbout.h"
+#include "dialogs/frmExpTime.h"
+#include "dialogs/frmOptions.h"
+#include "explorer/NodeKeys.h"
+#include "model/LogTime.h"
+#include "model/SettingsText.h"
+#include "platform/Files.h"
+#include "platform/RuntimeError.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace kestrane {
+
+namespace {
+
+constexpr QSize kFirstSize(1180, 760);
+constexpr int kToolIcon = 22;
+
+struct MenuTitle {
+    Menu menu;
+    int text;
+};
+
+constexpr MenuTitle kTitles[] = {
+    {Menu::File, 1001}, {Menu::View, 1003}, {Menu::Tools, 1004}, {Menu::Window, 1005}, {Menu::Help, 1006}};
+
+struct PanelOf {
+    Frame::Panel panel;
+    const char* name;
+    int stretch;
+};
+
+constexpr PanelOf kPanels[] = {
+    {Frame::Panel::Status, "Status", 3}, {Frame::Panel::Process, "Process", 1}, {Frame::Panel::Error, "Error", 2}};
+
+Placement placementOf(const QRect& rect) {
+    return {rect.left(), rect.top(), rect.width(), rect.height()};
+}
+
+QRect rectOf(const Placement& placement) {
+    return {placement.Left, placement.Top, placement.Width, placement.Height};
+}
+
+// 0 when it is not known.
+float measuredHours(const clsLog& log) {
+    try {
+        return getTime(log, 'h', false, false);
+    } catch (const RuntimeError&) {
+        return 0;
+    }
+}
+
+bool isUserInput(QEvent::Type type) {
+    constexpr QEvent::Type kInput[] = {QEvent::MouseButtonPress,
+                                       QEvent::MouseButtonRelease,
+                                       QEvent::MouseButtonDblClick,
+                                       QEvent::KeyPress,
+                                       QEvent::KeyRelease,
+                                       QEvent::Wheel,
+                                       QEvent::ContextMenu,
+                                       QEvent::Shortcut,
+                                       QEvent::ShortcutOverride,
+                                       QEvent::DragEnter,
+                                       QEvent::Drop,
+                                       QEvent::Close};
+    return std::find(std::begin(kInput), std::end(kInput), type) != std::end(kInput);
+}
+
+} // namespace
+
+mdiMain::mdiMain(Session& session) : session_(session) {
+    setObjectName("mdiMain");
+    setWindowTitle(shown(std::string(kApplicationTitle)));
+    setWindowIcon(iconOf("application"));
+    setAcceptDrops(true);
+    area_ = new QMdiArea;
+    area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
+    setCentralWidget(area_);
+    makeActions();
+    makeMenus();
+    makeStatusBar();
+    connect(area_, &QMdiArea::subWindowActivated, this, [this] { EnableMenusAndButtons(); });
+
+    resize(kFirstSize);
+    if (const auto placement = readPlacement(session.settings)) {
+        std::vector<Placement> screens;
+        for (const QScreen* screen : QGuiApplication::screens())
+            screens.push_back(placementOf(screen->availableGeometry()));
+        setGeometry(rectOf(broughtOnScreen(*placement, screens)));
+    }
+    session_.frame = this;
+    EnableMenusAndButtons();
+}
+
+mdiMain::~mdiMain() {
+    session_.ForgetFrame();
+}
+
+void mdiMain::makeActions() {
+    for (const MenuItem& item : menuItems()) {
+        if (actions_.contains(item.command)) continue;
+        auto* const action = new QAction(iconOf(item.icon), loadText(session_, item.text), this);
+        action->setShortcut(QKeySequence(QLatin1String(item.keys)));
+        if (item.toolTip != 0) {
+            action->setToolTip(loadText(session_, item.toolTip));
+            action->setStatusTip(loadText(session_, item.toolTip));
+        }
+        connect(action, &QAction::triggered, this, [this, command = item.command] { run(command); });
+        addAction(action);
+        actions_[item.command] = action;
+    }
+    for (const Command command : {Command::ViewToolbar, Command::ViewStatusBar, Command::LogNote, Command::LogLegend}) {
+        actions_.at(command)->setCheckable(true);
+        actions_.at(command)->setChecked(true);
+    }
+}
+
+void mdiMain::makeMenus() {
+    for (const MenuTitle& title : kTitles) {
+        QMenu* const menu = menuBar()->addMenu(loadText(session_, title.text));
+        fillMenu(*menu, title.menu);
+        connect(menu, &QMenu::aboutToShow, this, [this] { EnableMenusAndButtons(); });
+        menus_[title.menu] = menu;
+    }
+    for (const Menu popUp : {Menu::TreePopup, Menu::LogPopup}) {
+        menus_[popUp] = new QMenu(this);
+        fillMenu(*menus_[popUp], popUp);
+    }
+
+    tbToolBar_ = addToolBar(loadPlainText(session_, 1091));
+    tbToolBar_->setObjectName("tbToolBar");
+    tbToolBar_->setMovable(false);
+    tbToolBar_->setIconSize({kToolIcon, kToolIcon});
+    tbToolBar_->setContextMenuPolicy(Qt::PreventContextMenu);
+    std::map<int, QAction*> buttons;
+    for (const MenuItem& item : menuItems())
+        if (item.toolBar != 0) buttons[item.toolBar] = actions_.at(item.command);
+    int before = 0;
+    for (const auto& [place, action] : buttons) {
+        if (before != 0 && place > before + 1) tbToolBar_->addSeparator();
+        tbToolBar_->addAction(action);
+        before = place;
+    }
+}
+
+void mdiMain::fillMenu(QMenu& menu, Menu which) {
+    int before = -1;
+    const auto separate = [&](int index) {
+        if (before >= 0 && index > before + 1) menu.addSeparator();
+        before = index;
+    };
+    for (const MenuItem& item : menuItems()) {
+        if (item.menu != which) continue;
+        if (which == Menu::File && recent_.empty() && item.index > kRecentFilesIndex) {
+            separate(kRecentFilesIndex);
+            for (std::size_t i = 0; i < kRecentFiles; ++i) {
+                recent_.push_back(menu.addAction(QString()));
+                connect(recent_.back(), &QAction::triggered, this, [this, i] {
+                    const std::string name = session_.RecentFiles.at(i);
+                    OpenFile(session_, name, OpenSource::Recent, true);
+                });
+            }
+            before += static_cast<int>(kRecentFiles) - 1;
+        }
+        separate(item.index);
+        menu.addAction(actions_.at(item.command));
+    }
+}
+
+void mdiMain::makeStatusBar() {
+    for (const PanelOf& panel : kPanels) {
+        auto* const label = new QLabel;
+        nameControl(*label, panel.name, QLatin1String(panel.name));
+        label->setTextFormat(Qt::PlainText);
+        label->setMinimumWidth(1);
+        statusBar()->addWidget(label, panel.stretch);
+        panels_[panel.panel] = label;
+    }
+    QPalette palette = panels_[Panel::Error]->palette();
+    palette.setColor(QPalette::WindowText, QColor(0xc0, 0x2a, 0x2a));
+    panels_[Panel::Error]->setPalette(palette);
+}
+
+void mdiMain::NewExplorerWindow() {
+    auto* const explorer = new frmExplorer(session_);
+    wire(*explorer);
+    QMdiSubWindow* const window = area_->addSubWindow(explorer);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setWindowIcon(explorer->windowIcon());
+    window->resize(area_->size() * 3 / 4);
+    if (area_->subWindowList().size() == 1) {
+        window->showMaximized();
+    } else {
+        window->show();
+    }
+}
+
+void mdiMain::wire(frmExplorer& explorer) {
+    connect(&explorer, &frmExplorer::StateChanged, this, [this] { EnableMenusAndButtons(); });
+    connect(&explorer, &frmExplorer::TreesChanged, this, [this] { RebuildExplorerTrees(); });
+    connect(&explorer, &frmExplorer::FilesDropped, this, &mdiMain::openDropped, Qt::QueuedConnection);
+    connect(&explorer, &frmExplorer::TreeViewPopUpMenu, this, [this](QPoint at) { showPopUp(Menu::TreePopup, at); });
+    connect(&explorer, &frmExplorer::TabControlPopUpMenu, this, [this](QPoint at) { showPopUp(Menu::LogPopup, at); });
+}
+
+std::vector<frmExplorer*> mdiMain::explorers() const {
+    std::vector<frmExplorer*> all;
+    for (const QMdiSubWindow* window : area_->subWindowList())
+        if (auto* explorer = qobject_cast<frmExplorer*>(window->widget()); explorer != nullptr) all.push_back(explorer);
+    return all;
+}
+
+frmExplorer* mdiMain::activeExplorer() const {
+    const QMdiSubWindow* window = area_->currentSubWindow();
+    return window == nullptr || window->isMinimized() ? nullptr : qobject_cast<frmExplorer*>(window->widget());
+}
+
+MenuState mdiMain::menuState() const {
+    const frmExplorer* explorer = activeExplorer();
+    return explorer == nullptr ? MenuState{} : explorer->StateForMenus();
+}
+
+void mdiMain::EnableMenusAndButtons() {
+    const MenuState state = menuState();
+    for (const auto& [command, action] : actions_)
+        action->setEnabled(IsMenuEnabled(session_, command, state));
+    if (frmExplorer* explorer = activeExplorer(); explorer != nullptr) {
+        actions_.at(Command::LogNote)->setChecked(explorer->State().View.ShowsNote);
+        actions_.at(Command::LogLegend)->setChecked(explorer->State().View.ShowsLegend);
+    }
+    showRecentFiles();
+}
+
+void mdiMain::showRecentFiles() {
+    constexpr int kFirstText = 1039;
+    for (std::size_t i = 0; i < recent_.size(); ++i) {
+        const bool isThere = i < session_.RecentFiles.size();
+        recent_[i]->setVisible(isThere);
+        if (!isThere) continue;
+        const std::string& name = session_.RecentFiles[i];
+        const std::string text = session_.LoadText(kFirstText + static_cast<int>(i));
+        recent_[i]->setText(shown(ReplaceText(text, "^", clsFile(session_, name).ShortenedFileName())));
+        recent_[i]->setStatusTip(shown(name));
+    }
+}
+
+void mdiMain::SetPanel(Panel panel, const std::string& text) {
+    panels_.at(panel)->setText(shown(text));
+}
+
+void mdiMain::RebuildExplorerTrees() {
+    for (frmExplorer* explorer : explorers())
+        explorer->RebuildTree();
+}
+
+void mdiMain::LogValuesChanged(const clsLog& log) {
+    for (frmExplorer* explorer : explorers())
+        explorer->LogValuesChanged(log);
+}
+
+void mdiMain::SetBusy(bool isBusy) {
+    if (isBusy == isBusy_) return;
+    isBusy_ = isBusy;
+    if (isBusy) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        qApp->installEventFilter(this);
+    } else {
+        qApp->removeEventFilter(this);
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+bool mdiMain::eventFilter(QObject* watched, QEvent* event) {
+    if (!isUserInput(event->type())) return QMainWindow::eventFilter(watched, event);
+    event->ignore();
+    return true;
+}
+
+void mdiMain::showPopUp(Menu which, QPoint at) {
+    EnableMenusAndButtons();
+    popUpAt_ = at;
+    menus_.at(which)->popup(at);
+}
+
+void mdiMain::run(Command command) {
+    frmExplorer* const explorer = activeExplorer();
+    switch (command) {
+    case Command::FileOpen:
+        return openFiles();
+    case Command::FileClose:
+        return closeSelected();
+    case Command::FileCloseAll:
+        CloseFile(session_, nullptr, [this](const std::string& proposal) { return askSaveName(proposal); });
+        return;
+    case Command::FileSave:
+        return saveSelected(false);
+    case Command::FileSaveAs:
+        return saveSelected(true);
+    case Command::FileExit:
+        close();
+        return;
+    case Command::ViewToolbar:
+        return tbToolBar_->setVisible(actions_.at(command)->isChecked());
+    case Command::ViewStatusBar:
+        return statusBar()->setVisible(actions_.at(command)->isChecked());
+    case Command::ViewExposureTime:
+        return askExposureTime();
+    case Command::ToolsSettings:
+    case Command::TreeDisplayOptions:
+    case Command::LogDisplayOptions:
+        return showSettings(command);
+    case Command::WindowNew:
+        return NewExplorerWindow();
+    case Command::WindowReset:
+        return explorer->ResetControls();
+    case Command::WindowTileHorizontally:
+        return tile(Qt::Vertical);
+    case Command::WindowTileVertically:
+        return tile(Qt::Horizontal);
+    case Command::WindowCascade:
+        return area_->cascadeSubWindows();
+    case Command::WindowArrangeIcons:
+        return arrangeIcons();
+    case Command::HelpHelp:
+        return openBeside("help.html");
+    case Command::HelpTerms:
+        return openBeside("AcousticTerms.html");
+    case Command::HelpHomePage:
+        QDesktopServices::openUrl(QUrl(shown(session_.LoadText(10001))));
+        return;
+    case Command::HelpManual:
+        return openBeside("manuals/" + session_.brand.ManualFile);
+    case Command::HelpAbout:
+        frmAbout(session_, this).exec();
+        return;
+    case Command::ForceRecalc:
+        return explorer->LogTabs().FullRecalculation();
+    case Command::Rename:
+        return explorer->EditSelectedNode();
+    case Command::LogNote:
+        return explorer->LogTabs().ToggleNote();
+    case Command::LogLegend:
+        return explorer->LogTabs().ToggleLegend();
+    case Command::LogEditNote:
+        return explorer->LogTabs().EditNote();
+    case Command::LogSavePicture:
+        return explorer->LogTabs().SavePicture();
+    }
+}
+
+void mdiMain::openFiles() {
+    const QStringList names =
+        QFileDialog::getOpenFileNames(this, loadText(session_, 6528), shown(session_.Options.DefaultDataDirectory),
+                                      fileFilter(session_.LoadText(6541)));
+    for (const QString& name : names)
+        OpenFile(session_, name.toStdString(), OpenSource::Dialog, &name == &names.back());
+}
+
+void mdiMain::openDropped(const QStringList& paths) {
+    for (const QString& path : paths)
+        OpenFile(session_, path.toStdString(), OpenSource::Named, &path == &paths.back());
+}
+
+void mdiMain::saveSelected(bool bSaveAs) {
+    clsFile* const file = resolve(session_, menuState().SelectedKey).file;
+    if (file == nullptr) return;
+    SaveFile(session_, *file, bSaveAs, [this](const std::string& proposal) { return askSaveName(proposal); });
+}
+
+void mdiMain::closeSelected() {
+    clsFile* const file = resolve(session_, menuState().SelectedKey).file;
+    if (file == nullptr) return;
+    CloseFile(session_, file, [this](const std::string& proposal) { return askSaveName(proposal); });
+}
+
+std::optional<std::string> mdiMain::askSaveName(const std::string& proposal) {
+    const QString name = QFileInfo(shown(proposal)).isAbsolute()
+                             ? shown(proposal)
+                             : QDir(shown(session_.Options.DefaultDataDirectory)).filePath(shown(proposal));
+    QFileDialog dialog(this, loadPlainText(session_, 1036), name, fileFilter(session_.LoadText(6540)));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix("xml");
+    dialog.selectFile(name);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return dialog.selectedFiles().front().toStdString();
+}
+
+void mdiMain::askExposureTime() {
+    if (clsLog* log = resolve(session_, menuState().SelectedKey).log; log != nullptr)
+        frmExpTime::getExpTime(session_, log->objLogOptions.ExposureTime, measuredHours(*log), *log, this);
+}
+
+void mdiMain::showSettings(Command command) {
+    frmExplorer* const explorer = activeExplorer();
+    std::optional<SettingsChanges> changes;
+    if (command == Command::ToolsSettings) {
+        changes = frmOptions::ShowFromToolsMenu(session_, this);
+    } else if (command == Command::TreeDisplayOptions) {
+        changes = frmOptions::ShowFromTreeViewRightClick(session_, session_.Options, popUpAt_, this);
+    } else if (clsLog* log = explorer->State().LogInView(session_); log != nullptr) {
+        const bool isOfRows = explorer->State().View.Tab <= eTabIntervalsGraph;
+        changes = frmOptions::ShowFromLogTabCtrlRightClick(session_, *log, isOfRows ? kInterval : kCumulative, popUpAt_,
+                                                           this);
+    }
+    if (changes) applySettings(*changes, explorer);
+}
+
+void mdiMain::applySettings(const SettingsChanges& changes, frmExplorer* opener) {
+    if (changes.RebuildTrees) RebuildExplorerTrees();
+    for (frmExplorer* explorer : explorers())
+        if (changes.ResetTabs || (changes.RedrawTab && explorer == opener)) explorer->LogTabs().Redraw();
+    EnableMenusAndButtons();
+}
+
+void mdiMain::openBeside(const std::string& name) {
+    const std::string path = dataFolder() + name;
+    if (fileExists(path) && QDesktopServices::openUrl(QUrl::fromLocalFile(shown(path)))) return;
+    session_.ShowMessage(session_.LoadText(6536), kIconExclamation);
+}
+
+// One above the other, or side by side, each as large as the area allows.
+void mdiMain::tile(Qt::Orientation orientation) {
+    QList<QMdiSubWindow*> windows = area_->subWindowList();
+    windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
+    const bool isAbove = orientation == Qt::Vertical;
+    const QRect room = area_->viewport()->rect();
+    const int count = static_cast<int>(windows.size());
+    for (int i = 0; i < count; ++i) {
+        windows[i]->showNormal();
+        const int from = (isAbove ? room.height() : room.width()) * i / count;
+        const int to = (isAbove ? room.height() : room.width()) * (i + 1) / count;
+        windows[i]->setGeometry(isAbove ? QRect(0, from, room.width(), to - from)
+                                        : QRect(from, 0, to - from, room.height()));
+    }
+}
+
+// Minimised windows stand in a row along the foot of the area.
+void mdiMain::arrangeIcons() {
+    const QRect room = area_->viewport()->rect();
+    int left = 0;
+    for (QMdiSubWindow* window : area_->subWindowList()) {
+        if (!window->isMinimized()) continue;
+        window->move(left, room.height() - window->height());
+        left += window->width();
+    }
+}
+
+void mdiMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (!filesOf(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void mdiMain::dropEvent(QDropEvent* event) {
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    // Deferred, so that a box shown while opening does not hold up whoever dropped the files.
+    QMetaObject::invokeMethod(
+        this, [this, paths = filesOf(event->mimeData())] { openDropped(paths); }, Qt::QueuedConnection);
+}
+
+void mdiMain::closeEvent(QCloseEvent* event) {
+    if (!CloseFiles(session_, nullptr, [this](const std::string& proposal) { return askSaveName(proposal); })) {
+        event->ignore();
+        return;
+    }
+    saveState();
+    event->accept();
+    qApp->quit();
+}
+
+// The tool bar is written under another key than the one that would be read: it always starts visible.
+void mdiMain::saveState() {
+    try {
+        if (!isMinimized())
+            savePlacement(session_.settings, placementOf(isMaximized() ? normalGeometry() : geometry()));
+        session_.settings.write("Settings", "Preferences", settingsText(tbToolBar_->isVisible()));
+        saveRecentFiles(session_);
+    } catch (const RuntimeError& error) {
+        session_.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation);
+    }
+}
+
+} // namespace kestrane

@@ -1,0 +1,81 @@
+// The frame of the program: menus, tool bar, status bar and the area of explorer windows. Takes commands, applies them
+// to the explorer in front and keeps the menus in step with the core's rule. Holds no measurement data.
+#pragma once
+
+#include "app/Menus.h"
+#include "app/SettingsDialog.h"
+#include "model/Session.h"
+
+#include <QMainWindow>
+
+#include <map>
+#include <vector>
+
+class QLabel;
+class QMdiArea;
+class QMenu;
+
+namespace kestrane {
+
+class frmExplorer;
+
+class mdiMain : public QMainWindow, public Frame {
+    Q_OBJECT
+
+public:
+    explicit mdiMain(Session& session);
+    ~mdiMain() override;
+
+    void NewExplorerWindow();
+
+    void SetPanel(Panel panel, const std::string& text) override;
+    void EnableMenusAndButtons() override;
+    void RebuildExplorerTrees() override;
+    void LogValuesChanged(const clsLog& log) override;
+    void SetBusy(bool isBusy) override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override; // swallows input while busy
+
+private:
+    void makeActions();
+    void makeMenus();
+    void makeStatusBar();
+    void fillMenu(QMenu& menu, Menu which);
+    void showRecentFiles();
+    void wire(frmExplorer& explorer);
+    void run(Command command);
+
+    frmExplorer* activeExplorer() const; // null: none, or it is minimised
+    std::vector<frmExplorer*> explorers() const;
+    MenuState menuState() const;
+    void showPopUp(Menu which, QPoint at);
+
+    void openFiles();
+    void openDropped(const QStringList& paths);
+    void saveSelected(bool bSaveAs);
+    void closeSelected();
+    std::optional<std::string> askSaveName(const std::string& proposal);
+    void askExposureTime();
+    void showSettings(Command command);
+    void applySettings(const SettingsChanges& changes, frmExplorer* opener);
+    void tile(Qt::Orientation orientation);
+    void arrangeIcons();
+    void openBeside(const std::string& name);
+    void saveState();
+
+    Session& session_;
+    QMdiArea* area_;
+    std::map<Command, QAction*> actions_;
+    std::map<Menu, QMenu*> menus_;
+    std::vector<QAction*> recent_;
+    std::map<Panel, QLabel*> panels_;
+    QToolBar* tbToolBar_;
+    bool isBusy_ = false;
+    QPoint popUpAt_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,379 @@
+#include "desktop/tabLog.h"
+
+#include "charts/chaTab.h"
+#include "desktop/CumulativePanelView.h"
+#include "desktop/grdTable.h"
+#include "dialogs/Words.h"
+#include "dialogs/frmSimpleEdit.h"
+#include "explorer/BandChart.h"
+#include "explorer/CalculationEntries.h"
+#include "explorer/IntervalTable.h"
+#include "explorer/NodeKeys.h"
+#include "explorer/NoiseRatingChart.h"
+#include "explorer/TimeChart.h"
+#include "platform/RuntimeError.h"
+
+#include <QBoxLayout>
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QFileDialog>
+#include <QLabel>
+#include <QListView>
+#include <QRadioButton>
+#include <QStackedWidget>
+#include <QTabBar>
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kMargin = 8;
+constexpr int kCaptions[kLogTabs] = {4503, 4504, 4505, 4506, 4507, 4508, 4509, 4510};
+
+// Lets code set controls without their handlers taking it for the user's doing.
+class Setting {
+public:
+    explicit Setting(bool& flag) : flag_(flag), before_(flag) { flag = true; }
+
+    ~Setting() { flag_ = before_; }
+
+    Setting(const Setting&) = delete;
+    Setting& operator=(const Setting&) = delete;
+
+private:
+    bool& flag_;
+    bool before_;
+};
+
+} // namespace
+
+tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
+    QWidget(parent), session_(session), state_(state) {
+    tabs_ = new QTabBar;
+    nameControl(*tabs_, "tabLog", loadText(session, 4621));
+    tabs_->setExpanding(false);
+    tabs_->setUsesScrollButtons(true);
+    tabs_->setDrawBase(false);
+    for (const int caption : kCaptions)
+        tabs_->addTab(loadText(session, caption));
+
+    placeholder_ = new QLabel;
+    placeholder_->setAlignment(Qt::AlignCenter);
+    placeholder_->setWordWrap(true);
+    placeholder_->setForegroundRole(QPalette::PlaceholderText);
+    table_ = new grdTable(session);
+    panels_ = new CumulativePanelView(session);
+    pages_ = new QStackedWidget;
+    for (QWidget* page :
+         {static_cast<QWidget*>(placeholder_), static_cast<QWidget*>(table_), static_cast<QWidget*>(panels_)})
+        pages_->addWidget(page);
+    options_ = optionsBar();
+
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(tabs_);
+    column->addWidget(options_);
+    column->addWidget(pages_, 1);
+
+    connect(tabs_, &QTabBar::currentChanged, this, [this](int tab) {
+        const clsLog* log = state_.LogInView(session_);
+        if (isSetting_ || log == nullptr || !state_.View.chooseTab(tab, *log)) return;
+        tabClick();
+        emit TabChanged();
+    });
+    connect(panels_, &CumulativePanelView::ApplyChanges, this, &tabLog::applyChanges);
+    connect(panels_, &CumulativePanelView::RevertChanges, this, [this] {
+        if (clsLog* log = state_.LogInView(session_); log != nullptr) drawPanels(*log);
+    });
+    ShowLog();
+}
+
+QWidget* tabLog::buttonsOf(const char* frame, int caption, QButtonGroup*& group, std::initializer_list<int> texts) {
+    auto* const box = new QWidget;
+    box->setObjectName(QLatin1String(frame));
+    auto* const row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 0, 0, 0);
+    if (caption != 0) row->addWidget(new QLabel(loadText(session_, caption)));
+    group = new QButtonGroup(box);
+    for (const int text : texts) {
+        QRadioButton* const button = radioButton(session_, text, "", false);
+        group->addButton(button, static_cast<int>(group->buttons().size()));
+        row->addWidget(button);
+    }
+    return box;
+}
+
+QWidget* tabLog::optionsBar() {
+    fraDisplayBy_ = buttonsOf("fraDisplayBy", 4628, optDisplayBy_, {4559, 4560});
+    cboDisplayBy_ = new QComboBox;
+    nameControl(*cboDisplayBy_, "cboDisplayBy", loadText(session_, 4535));
+    cboDisplayBy_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    fraDisplayBy_->layout()->addWidget(cboDisplayBy_);
+    fraAxis_ = buttonsOf("fraAxis", 0, optAxis_, {4561, 4562});
+    fraTable_ = buttonsOf("fraTable", 4627, optChannelX_, {4523, 4525});
+    fraDfltCum_ = buttonsOf("fraDfltCum", 4630, optCumPanels_, {5072, 5073, 4528});
+    fraInterval_ = new QWidget;
+    auto* const interval = new QHBoxLayout(fraInterval_);
+    interval->setContentsMargins(0, 0, 0, 0);
+    lstInterval_ = new QComboBox;
+    nameControl(*lstInterval_, "lstInterval", loadText(session_, 4616));
+    auto* const list = new QListView;
+    list->setUniformItemSizes(true);
+    lstInterval_->setView(list);
+    lstInterval_->setModel(&intervals_);
+    lstInterval_->setMaxVisibleItems(20);
+    lstInterval_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    lstInterval_->setMinimumContentsLength(18);
+    interval->addWidget(labelOf(session_, 4629, *lstInterval_));
+    interval->addWidget(lstInterval_);
+
+    auto* const bar = new QWidget;
+    auto* const row = new QHBoxLayout(bar);
+    row->setContentsMargins(kMargin, kMargin / 2, kMargin, kMargin / 2);
+    row->setSpacing(2 * kMargin);
+    for (QWidget* panel : {fraInterval_, fraDisplayBy_, fraAxis_, fraTable_, fraDfltCum_})
+        row->addWidget(panel);
+    row->addStretch();
+
+    const auto onLog = [this](auto choose) {
+        return [this, choose](int value) {
+            clsLog* log = isSetting_ ? nullptr : state_.LogInView(session_);
+            if (log != nullptr && choose(value)) tabClick();
+        };
+    };
+    LogView& view = state_.View;
+    connect(optDisplayBy_, &QButtonGroup::idClicked, this, onLog([&view](int mode) {
+                view.chooseListMode(mode);
+                return true;
+            }));
+    connect(cboDisplayBy_, &QComboBox::activated, this, onLog([this, &view](int index) {
+                return view.chooseListText(index == 0 ? std::string() : cboDisplayBy_->itemText(index).toStdString());
+            }));
+    connect(optAxis_, &QButtonGroup::idClicked, this,
+            onLog([&view](int axis) { return view.chooseAxis(kByDecibels + axis); }));
+    connect(optChannelX_, &QButtonGroup::idClicked, this,
+            onLog([&view](int channel) { return view.chooseChannel(kChannelA + channel); }));
+    connect(optCumPanels_, &QButtonGroup::idClicked, this,
+            onLog([&view](int panel) { return view.choosePanel(panel); }));
+    connect(lstInterval_, &QComboBox::currentIndexChanged, this,
+            onLog([&view](int index) { return index >= 0 && view.chooseInterval(index + 1); }));
+    return bar;
+}
+
+void tabLog::ShowLog() {
+    if (const clsLog* log = state_.LogInView(session_); log != nullptr) {
+        const Setting setting(isSetting_);
+        intervals_.SetLog(*log);
+        lstInterval_->setCurrentIndex(0);
+    }
+    tabClick();
+}
+
+void tabLog::Redraw() {
+    state_.View.ResetTabs();
+    tabClick();
+}
+
+void tabLog::tabClick() {
+    ShowControls();
+    clsLog* log = state_.LogInView(session_);
+    if (log == nullptr) return;
+    choosePage();
+    if (state_.View.takeDrawing()) drawTab(*log);
+}
+
+void tabLog::ShowControls() {
+    const Setting setting(isSetting_);
+    const clsLog* log = state_.LogInView(session_);
+    tabs_->setVisible(log != nullptr);
+    if (log == nullptr) {
+        options_->hide();
+        const bool isLoading = state_.Content(session_) == LogContent::Loading;
+        const int heading = session_.OpenFiles.empty() ? 4609 : 4611;
+        const int advice = session_.OpenFiles.empty() ? 4610 : 4612;
+        placeholder_->setText(isLoading ? loadText(session_, 5065)
+                                        : loadText(session_, heading) + "\n\n" + loadText(session_, advice));
+        pages_->setCurrentWidget(placeholder_);
+        return;
+    }
+    const TabFlags enabled = enabledTabs(*log);
+    for (int tab = 0; tab < kLogTabs; ++tab)
+        tabs_->setTabEnabled(tab, enabled[static_cast<std::size_t>(tab)]);
+    tabs_->setCurrentIndex(state_.View.Tab);
+    showChoices(*log);
+}
+
+void tabLog::showChoices(const clsLog& log) {
+    const LogView& view = state_.View;
+    const LogPanels panels = shownPanels(log, view.Tab);
+    const bool hasPanelChoice = panels.PanelChoice && session_.Options.CumulativePanel != ePanelHidden;
+    fraDisplayBy_->setVisible(panels.DisplayBy);
+    fraAxis_->setVisible(panels.Axis);
+    fraTable_->setVisible(panels.Channel);
+    fraDfltCum_->setVisible(hasPanelChoice);
+    fraInterval_->setVisible(panels.IntervalList);
+    options_->setVisible(panels.DisplayBy || panels.Axis || panels.Channel || hasPanelChoice || panels.IntervalList);
+
+    optDisplayBy_->button(kByParam)->setEnabled(panels.ByParam);
+    optDisplayBy_->button(view.ListMode())->setChecked(true);
+    optAxis_->button(view.Axis - kByDecibels)->setChecked(true);
+    optChannelX_->button(view.Channel() - kChannelA)->setChecked(true);
+    optCumPanels_->button(ePanelBothChannels)->setVisible(log.IsChannelBOn);
+    optCumPanels_->button(cumulativePanelOf(log, view.Panel))->setChecked(true);
+    fillDisplayBy(log);
+}
+
+void tabLog::fillDisplayBy(const clsLog& log) {
+    const std::vector<std::string> list = displayByList(log, state_.View.ListMode());
+    QStringList texts;
+    for (const std::string& text : list)
+        texts.push_back(shown(text));
+    cboDisplayBy_->clear();
+    cboDisplayBy_->addItems(texts);
+    const std::string& chosen = state_.View.ListText();
+    cboDisplayBy_->setCurrentIndex(chosen.empty() ? 0 : static_cast<int>(texts.indexOf(shown(chosen))));
+}
+
+// A chart's page is made on the first visit to its tab.
+void tabLog::choosePage() {
+    switch (state_.View.Tab) {
+    case eTabIntervalsTable:
+        pages_->setCurrentWidget(table_);
+        break;
+    case eTabCumulativeData:
+        pages_->setCurrentWidget(panels_);
+        break;
+    default:
+        chart();
+        pages_->setCurrentWidget(chartPages_[static_cast<std::size_t>(state_.View.Tab)]);
+    }
+}
+
+chaTab& tabLog::chart() {
+    const auto tab = static_cast<std::size_t>(state_.View.Tab);
+    if (charts_[tab] == nullptr) {
+        auto* const page = new QWidget; // stays when the chart is hidden for want of data
+        auto* const layout = new QVBoxLayout(page);
+        layout->setContentsMargins(0, 0, 0, 0);
+        charts_[tab] = new chaTab(session_.locale);
+        charts_[tab]->setObjectName("chaTab" + QString::number(tab));
+        layout->addWidget(charts_[tab]);
+        chartPages_[tab] = page;
+        pages_->addWidget(page);
+    }
+    return *charts_[tab];
+}
+
+void tabLog::drawTab(clsLog& log) {
+    using Draw = void (tabLog::*)(clsLog&);
+    constexpr std::array<Draw, kLogTabs> kDraw = {&tabLog::drawTimeChart,   &tabLog::drawTable,
+                                                  &tabLog::drawBandChart,   &tabLog::drawBandChart,
+                                                  &tabLog::drawNoiseRating, nullptr,
+                                                  &tabLog::drawPanels,      nullptr};
+    if (const Draw draw = kDraw[static_cast<std::size_t>(state_.View.Tab)]; draw != nullptr) (this->*draw)(log);
+}
+
+void tabLog::drawTimeChart(clsLog& log) {
+    ChartData drawn = fullLogChart(&log, state_.View.Choice(log));
+    const bool isDrawn = !isAskedBefore3D(log, drawn.Style) ||
+                         session_.ShowMessage(session_.LoadText(4542), kButtonsYesNo + kIconQuestion) == Button::Yes;
+    chaTab& cha = chart();
+    cha.setVisible(isDrawn);
+    if (!isDrawn) return;
+    cha.setChart(std::move(drawn));
+    if (!state_.View.ShowsLegend) cha.showLegend(false);
+    cha.showFootnote(state_.View.ShowsNote);
+}
+
+void tabLog::drawTable(clsLog& log) {
+    table_->SetTable(IntervalTable(log, state_.View.Channel(), state_.View.Choice(log)));
+}
+
+void tabLog::drawBandChart(clsLog& log) {
+    const LogView& view = state_.View;
+    const std::int64_t row = view.Tab == eTabIntervalsGraph ? view.IntervalRow : kWholeLog;
+    std::optional<ChartData> drawn = bandChart(log, row, view.Choice(log), view.Axis);
+    chaTab& cha = chart();
+    cha.setVisible(drawn.has_value());
+    if (!drawn) {
+        session_.ShowMessage(session_.LoadText(4548), kIconInformation);
+        return;
+    }
+    cha.setChart(std::move(*drawn));
+    if (!view.ShowsLegend) cha.showLegend(false);
+}
+
+void tabLog::drawNoiseRating(clsLog& log) {
+    if (std::optional<ChartData> drawn = noiseRatingChart(log)) chart().setChart(std::move(*drawn));
+}
+
+void tabLog::drawPanels(clsLog& log) {
+    panels_->ShowLog(log, state_.View.PanelBand(log), cumulativePanelOf(log, state_.View.Panel));
+}
+
+void tabLog::applyChanges() {
+    clsLog* log = state_.LogInView(session_);
+    if (log == nullptr) return;
+    const bool isChanged = kestrane::applyChanges(*log, *log, panels_->Entries(),
+                                                  [this](CalculationField field) { panels_->FocusField(field); });
+    if (!isChanged) return;
+    if (clsLog* after = state_.LogInView(session_); after != nullptr) drawPanels(*after);
+}
+
+void tabLog::FullRecalculation() {
+    clsLog* log = resolve(session_, state_.DisplayedKey).log;
+    if (log == nullptr) return;
+    clsLog* inView = state_.View.Key == state_.DisplayedKey ? state_.LogInView(session_) : nullptr;
+    FullRecalc(*log, inView != nullptr ? *inView : *log);
+}
+
+void tabLog::ToggleNote() {
+    state_.View.ShowsNote = !state_.View.ShowsNote;
+    if (charts_[eTabFullLog] != nullptr) charts_[eTabFullLog]->showFootnote(state_.View.ShowsNote);
+}
+
+void tabLog::ToggleLegend() {
+    state_.View.ShowsLegend = !state_.View.ShowsLegend;
+    for (const int tab : {eTabFullLog, eTabIntervalsGraph, eTabCumulativeGraph}) {
+        chaTab* const cha = charts_[static_cast<std::size_t>(tab)];
+        if (cha != nullptr) cha->showLegend(state_.View.ShowsLegend);
+    }
+}
+
+void tabLog::EditNote() {
+    clsLog* log = state_.LogInView(session_);
+    if (log == nullptr) return;
+    const std::optional<std::string> note = frmSimpleEdit::EditNote(session_, log->Note, this);
+    log = state_.LogInView(session_); // the pump ran meanwhile
+    if (!note || log == nullptr) return;
+    log->Note = *note;
+    Redraw();
+}
+
+void tabLog::SavePicture() {
+    const clsLog* log = state_.LogInView(session_);
+    chaTab* const cha = charts_[static_cast<std::size_t>(state_.View.Tab)];
+    if (log == nullptr || cha == nullptr || cha->isHidden()) return;
+    const QString start =
+        shown(session_.Options.DefaultDataDirectory) + shown(log->Name).replace('/', '-').replace('\\', '-') + ".png";
+    QString filter;
+    QString name = QFileDialog::getSaveFileName(this, loadText(session_, 4632), start,
+                                                fileFilter(session_.LoadText(4631)), &filter);
+    if (name.isEmpty()) return;
+    if (QFileInfo(name).suffix().isEmpty()) name += filter.section("*", 1).section(')', 0, 0);
+    try {
+        cha->savePicture(name.toStdString(), cha->size());
+    } catch (const RuntimeError& error) {
+        session_.ShowMessage(std::to_string(error.Number) + ": " + error.what() + "\r\n\r\n" +
+                                 ReplaceText(session_.LoadText(6530), "^", name.toStdString()),
+                             kIconExclamation);
+    }
+}
+
+void tabLog::contextMenuEvent(QContextMenuEvent* event) {
+    if (state_.LogInView(session_) != nullptr) emit PopUpMenuAsked(event->globalPos());
+}
+
+} // namespace kestrane

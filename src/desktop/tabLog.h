@@ -1,0 +1,95 @@
+// The log view of an explorer window: the eight tabs of a log with the panels beside them. Shows what ExplorerState and
+// its LogView decided, draws a tab when it is first seen, and passes on what the user chose.
+#pragma once
+
+#include "desktop/IntervalListModel.h"
+#include "explorer/ExplorerState.h"
+#include "model/Session.h"
+
+#include <QWidget>
+
+#include <array>
+
+class QButtonGroup;
+class QComboBox;
+class QLabel;
+class QStackedWidget;
+class QTabBar;
+
+namespace kestrane {
+
+class CumulativePanelView;
+class chaTab;
+class grdTable;
+
+class tabLog : public QWidget {
+    Q_OBJECT
+
+public:
+    tabLog(Session& session, ExplorerState& state, QWidget* parent = nullptr);
+
+    // Another log, or none, has come on view.
+    void ShowLog();
+
+    // The log's values have changed: every tab is drawn anew, the present one at once.
+    void Redraw();
+
+    void SavePicture();
+    void ToggleNote();
+    void ToggleLegend();
+    void EditNote();
+    void FullRecalculation();
+
+signals:
+    void TabChanged();
+    void PopUpMenuAsked(QPoint at); // on the screen
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    QWidget* optionsBar();
+    QWidget* buttonsOf(const char* frame, int caption, QButtonGroup*& group, std::initializer_list<int> texts);
+    void choosePage();
+    void ShowControls();
+    void showChoices(const clsLog& log);
+    void fillDisplayBy(const clsLog& log);
+    void tabClick();
+    void drawTab(clsLog& log);
+
+    void drawTimeChart(clsLog& log);
+    void drawTable(clsLog& log);
+    void drawBandChart(clsLog& log);
+    void drawNoiseRating(clsLog& log);
+    void drawPanels(clsLog& log);
+
+    chaTab& chart(); // of the tab in front; made on first use
+    void applyChanges();
+
+    Session& session_;
+    ExplorerState& state_;
+    bool isSetting_ = false; // code sets the controls: their handlers do nothing
+    QTabBar* tabs_;
+    QWidget* options_;
+    QStackedWidget* pages_;
+    QLabel* placeholder_;
+    std::array<chaTab*, kLogTabs> charts_{};
+    std::array<QWidget*, kLogTabs> chartPages_{};
+    grdTable* table_;
+    CumulativePanelView* panels_;
+    IntervalListModel intervals_;
+
+    QWidget* fraDisplayBy_;
+    QButtonGroup* optDisplayBy_;
+    QComboBox* cboDisplayBy_;
+    QWidget* fraAxis_;
+    QButtonGroup* optAxis_;
+    QWidget* fraTable_;
+    QButtonGroup* optChannelX_;
+    QWidget* fraDfltCum_;
+    QButtonGroup* optCumPanels_;
+    QWidget* fraInterval_;
+    QComboBox* lstInterval_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,202 @@
+#include "desktop/tvwTreeView.h"
+
+#include "dialogs/Icons.h"
+#include "dialogs/Words.h"
+#include "explorer/NodeKeys.h"
+#include "explorer/NodeRename.h"
+
+#include <QApplication>
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QStyledItemDelegate>
+#include <QTreeWidgetItemIterator>
+#include <QUrl>
+
+#include <map>
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kKeyRole = Qt::UserRole;
+constexpr auto kNodeFormat = "application/x-kestrane-node";
+constexpr int kNoEntrySize = 24;
+
+QIcon imageOf(const std::string& image) {
+    static const std::map<std::string, const char*> kDrawings = {
+        {"FILE", "file"}, {"INSTRUMENT", "instrument"}, {"FILEOPEN", "log-open"}, {"FILECLOSE", "log-closed"}};
+    return iconOf(kDrawings.at(image));
+}
+
+QString keyOf(const QTreeWidgetItem* item) {
+    return item == nullptr ? QString() : item->data(0, kKeyRole).toString();
+}
+
+// Edits the name behind a node's text, and hands over what was typed instead of writing it into the node.
+class NameDelegate : public QStyledItemDelegate {
+public:
+    NameDelegate(const Session& session, tvwTreeView& tree) :
+        QStyledItemDelegate(&tree), session_(session), tree_(tree) {}
+
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override {
+        auto& line = *qobject_cast<QLineEdit*>(editor);
+        line.setText(QString::fromStdString(editableText(session_, index.data(kKeyRole).toString().toStdString())));
+        line.selectAll();
+    }
+
+    void setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const override {
+        emit tree_.NodeRenamed(index.data(kKeyRole).toString(), qobject_cast<QLineEdit*>(editor)->text());
+    }
+
+private:
+    const Session& session_;
+    tvwTreeView& tree_;
+};
+
+} // namespace
+
+QStringList filesOf(const QMimeData* data) {
+    QStringList paths;
+    for (const QUrl& url : data->urls())
+        if (url.isLocalFile()) paths.push_back(url.toLocalFile());
+    return paths;
+}
+
+tvwTreeView::tvwTreeView(const Session& session, QWidget* parent) : QTreeWidget(parent), session_(session) {
+    nameControl(*this, "tvwTreeView", loadText(session, 4620));
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setAcceptDrops(true);
+    setAnimated(false);
+    setEditTriggers(EditKeyPressed);
+    setItemDelegate(new NameDelegate(session, *this));
+    connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+        if (item != nullptr) emit NodeClick(keyOf(item));
+    });
+}
+
+std::vector<ShownNode> tvwTreeView::ShownNodes() const {
+    std::vector<ShownNode> nodes;
+    for (QTreeWidgetItemIterator at(const_cast<tvwTreeView*>(this)); *at != nullptr; ++at)
+        nodes.push_back({keyOf(*at).toStdString(), (*at)->isExpanded()});
+    return nodes;
+}
+
+void tvwTreeView::ShowNodes(const std::vector<TreeNode>& nodes, const std::string& selectedKey) {
+    const QSignalBlocker blocker(this);
+    clear();
+    addNodes(invisibleRootItem(), nodes);
+    if (QTreeWidgetItem* item = itemOf(selectedKey); item != nullptr) setCurrentItem(item);
+}
+
+void tvwTreeView::addNodes(QTreeWidgetItem* parent, const std::vector<TreeNode>& nodes) {
+    for (const TreeNode& node : nodes) {
+        auto* const item = new QTreeWidgetItem(parent, {QString::fromStdString(node.Text)});
+        item->setData(0, kKeyRole, QString::fromStdString(node.Key));
+        item->setIcon(0, imageOf(node.Image));
+        if (isEditableKind(node.Key)) item->setFlags(item->flags() | Qt::ItemIsEditable);
+        addNodes(item, node.Children);
+        item->setExpanded(node.Expanded);
+    }
+}
+
+void tvwTreeView::ShowOpenLog(const std::string& displayedKey) {
+    for (QTreeWidgetItemIterator at(this); *at != nullptr; ++at) {
+        const std::string key = keyOf(*at).toStdString();
+        if (isLogKind(key)) (*at)->setIcon(0, imageOf(key == displayedKey ? "FILEOPEN" : "FILECLOSE"));
+    }
+}
+
+void tvwTreeView::EditNode(const std::string& key) {
+    if (QTreeWidgetItem* item = itemOf(key); item != nullptr) editItem(item);
+}
+
+QTreeWidgetItem* tvwTreeView::itemOf(const std::string& key) const {
+    for (QTreeWidgetItemIterator at(const_cast<tvwTreeView*>(this)); *at != nullptr; ++at)
+        if (keyOf(*at).toStdString() == key) return *at;
+    return nullptr;
+}
+
+// A plain press selects; with Shift or Ctrl it begins a drag.
+void tvwTreeView::mousePressEvent(QMouseEvent* event) {
+    const bool isDrag =
+        event->button() == Qt::LeftButton && (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) != 0;
+    if (!isDrag) {
+        QTreeWidget::mousePressEvent(event);
+        return;
+    }
+    dragKey_ = keyOf(itemAt(event->pos()));
+    dragFrom_ = event->pos();
+    if ((event->modifiers() & Qt::ShiftModifier) != 0 && !dragKey_.isEmpty()) setCurrentItem(itemAt(event->pos()));
+}
+
+void tvwTreeView::mouseMoveEvent(QMouseEvent* event) {
+    if (dragKey_.isEmpty()) return; // no selecting by sweeping
+    if ((event->pos() - dragFrom_).manhattanLength() >= QApplication::startDragDistance()) startNodeDrag();
+}
+
+void tvwTreeView::mouseReleaseEvent(QMouseEvent* event) {
+    dragKey_.clear();
+    QTreeWidget::mouseReleaseEvent(event);
+}
+
+void tvwTreeView::startNodeDrag() {
+    auto* const drag = new QDrag(this);
+    auto* const node = new QMimeData;
+    node->setData(kNodeFormat, dragKey_.toUtf8());
+    drag->setMimeData(node);
+    if (const QTreeWidgetItem* item = itemOf(dragKey_.toStdString()); item != nullptr)
+        drag->setPixmap(item->icon(0).pixmap(kNoEntrySize));
+    drag->setDragCursor(iconOf("noentry").pixmap(kNoEntrySize), Qt::IgnoreAction);
+    drag->exec(Qt::CopyAction | Qt::MoveAction);
+    dragKey_.clear();
+}
+
+void tvwTreeView::contextMenuEvent(QContextMenuEvent* event) {
+    setFocus();
+    QPoint at = event->pos();
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        at = currentItem() != nullptr ? visualItemRect(currentItem()).bottomLeft() : QPoint();
+    } else if (QTreeWidgetItem* item = itemAt(at); item != nullptr) {
+        setCurrentItem(item);
+    }
+    emit PopUpMenuAsked(viewport()->mapToGlobal(at));
+}
+
+bool tvwTreeView::isDropTarget(const QString& sourceKey, QTreeWidgetItem* target) const {
+    if (target == nullptr) return false;
+    return sourceKey == keyOf(target) || SittingOnValidNode(sourceKey.toStdString(), keyOf(target).toStdString(), {});
+}
+
+void tvwTreeView::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasFormat(kNodeFormat) || !filesOf(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void tvwTreeView::dragMoveEvent(QDragMoveEvent* event) {
+    const bool isNode = event->mimeData()->hasFormat(kNodeFormat);
+    if (isNode &&
+        !isDropTarget(QString::fromUtf8(event->mimeData()->data(kNodeFormat)), itemAt(event->position().toPoint()))) {
+        event->ignore();
+        return;
+    }
+    if (!isNode) event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void tvwTreeView::dropEvent(QDropEvent* event) {
+    if (!event->mimeData()->hasFormat(kNodeFormat)) {
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+        emit FilesDropped(filesOf(event->mimeData()));
+        return;
+    }
+    const QString source = QString::fromUtf8(event->mimeData()->data(kNodeFormat));
+    QTreeWidgetItem* target = itemAt(event->position().toPoint());
+    if (isDropTarget(source, target) && source != keyOf(target)) emit NodeDropped(source, keyOf(target));
+}
+
+} // namespace kestrane
