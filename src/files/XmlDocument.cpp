@@ -1,5 +1,7 @@
 #include "files/XmlDocument.h"
 
+#include "platform/RuntimeError.h"
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -8,12 +10,21 @@ namespace kestrane {
 
 namespace {
 
+// A long text is copied and kept several times, and a character of it may be escaped to ten.
+constexpr std::size_t kLongText = 16 << 10;
+constexpr std::size_t kTextCost = 40;
+
+constexpr std::size_t kGrowth = 2; // of a vector
+
 // Finds the blocks of rows while the document is being checked.
 class BlockFinder : public XmlObserver {
 public:
+    explicit BlockFinder(const XmlDocument& document) : document_(document) {}
+
     void open(const XmlTag& tag, std::size_t depth) override {
         if (!isWithin_) {
             if (tag.name != "intvls") return;
+            document_.charge(kGrowth * sizeof(IntervalsBlock));
             isWithin_ = true;
             depth_ = depth;
             IntervalsBlock& block = blocks.emplace_back();
@@ -54,6 +65,7 @@ private:
         }
     }
 
+    const XmlDocument& document_;
     bool isWithin_ = false;
     std::size_t depth_ = 0;
 };
@@ -61,13 +73,13 @@ private:
 } // namespace
 
 std::shared_ptr<XmlDocument> XmlDocument::checked(XmlBytes bytes, std::string& reason) {
-    BlockFinder finder;
-    if (const auto error = checkXml(bytes.text(), bytes.isUtf8, finder)) {
+    auto document = std::make_shared<XmlDocument>();
+    document->bytes_ = std::move(bytes);
+    BlockFinder finder(*document);
+    if (const auto error = checkXml(document->text(), document->bytes_.isUtf8, finder)) {
         reason = error->Reason;
         return nullptr;
     }
-    auto document = std::make_shared<XmlDocument>();
-    document->bytes_ = std::move(bytes);
     document->blocks_ = std::move(finder.blocks);
     return document;
 }
@@ -88,6 +100,27 @@ std::shared_ptr<XmlDocument> XmlDocument::fromText(std::string_view text, std::s
     return checked(std::move(bytes), reason);
 }
 
+void XmlDocument::charge(std::size_t memory) const {
+    if (charged_.fetch_add(memory) + memory > text().size() + kAllowance) raiseOutOfMemory();
+}
+
+std::string XmlDocument::serialised(std::size_t begin, std::size_t end) const {
+    if (end - begin > kLongText) charge(kTextCost * (end - begin));
+    return xmlSerialise(bytes_, begin, end);
+}
+
+std::string XmlDocument::decoded(const XmlElement& content) const {
+    const std::size_t size = content.contentEnd - content.contentBegin;
+    if (size > kLongText) charge(kTextCost * size);
+    return xmlDecode(bytes_, text().substr(content.contentBegin, size));
+}
+
+std::string XmlDocument::attribute(const XmlElement& element, std::string_view name) const {
+    const std::size_t size = element.contentBegin - element.begin;
+    if (size > kLongText) charge(kTextCost * size);
+    return xmlAttribute(bytes_, element, name).value_or(std::string());
+}
+
 XmlElement XmlDocument::whole() const {
     return {0, 0, text().size(), text().size()};
 }
@@ -98,7 +131,8 @@ const IntervalsBlock* XmlDocument::blockAt(std::size_t begin) const {
     return block != blocks_.end() && block->element.begin == begin ? &*block : nullptr;
 }
 
-std::vector<XmlElement> XmlDocument::children(const XmlElement& parent, std::string_view name) const {
+std::vector<XmlElement> XmlDocument::children(const XmlElement& parent, std::string_view name,
+                                              std::size_t atMost) const {
     std::vector<XmlElement> found;
     XmlCursor cursor(text(), parent.contentBegin, parent.contentEnd);
     std::size_t depth = 0;
@@ -109,15 +143,22 @@ std::vector<XmlElement> XmlDocument::children(const XmlElement& parent, std::str
             if (--depth == 0 && isWanted) {
                 found.back().contentEnd = tag.begin;
                 found.back().end = tag.end;
+                if (found.size() == atMost) break;
             }
             continue;
         }
         if (kind != XmlCursor::Kind::Open) continue;
         if (depth == 0) {
             isWanted = tag.name == name;
-            if (isWanted) found.push_back({tag.begin, tag.end, tag.end, tag.end});
+            if (isWanted) {
+                charge(kGrowth * sizeof(XmlElement));
+                found.push_back({tag.begin, tag.end, tag.end, tag.end});
+            }
         }
-        if (tag.isEmpty) continue;
+        if (tag.isEmpty) {
+            if (depth == 0 && found.size() == atMost) break;
+            continue;
+        }
         ++depth;
         if (const IntervalsBlock* block = tag.name == "intvls" ? blockAt(tag.begin) : nullptr) {
             cursor.jump(block->element.contentEnd);
@@ -127,7 +168,7 @@ std::vector<XmlElement> XmlDocument::children(const XmlElement& parent, std::str
 }
 
 std::optional<XmlElement> XmlDocument::child(const XmlElement& parent, std::string_view name) const {
-    const auto found = children(parent, name);
+    const auto found = children(parent, name, 1);
     return found.empty() ? std::nullopt : std::optional(found.front());
 }
 

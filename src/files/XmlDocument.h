@@ -6,6 +6,7 @@
 #include "platform/Xml.h"
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -31,23 +32,29 @@ struct IntervalsBlock {
 };
 
 constexpr std::int64_t kLandmark = 64;
+constexpr std::size_t kAllowance = 24 << 20;
 
 class XmlDocument {
 public:
     // Reads and checks a file. Nothing when it is not well formed, with the reason. Raises the system's error when the
-    // file cannot be read.
+    // file cannot be read, and 7 when it has far more blocks of rows than its size accounts for.
     static std::shared_ptr<XmlDocument> load(const std::string& path, std::string& reason);
     static std::shared_ptr<XmlDocument> fromText(std::string_view text, std::string& reason);
 
     const XmlBytes& bytes() const { return bytes_; }
+
+    // Counts memory that reading takes, on any thread. Text that is worth its while takes less than it is long; raises
+    // 7 past that and kAllowance, so that a hostile file cannot take many times its size.
+    void charge(std::size_t memory) const;
 
     std::string_view text() const { return bytes_.text(); }
 
     // The whole document as an element without tags: the parent of the root.
     XmlElement whole() const;
 
-    // Children of a name, in order; the first of them.
-    std::vector<XmlElement> children(const XmlElement& parent, std::string_view name) const;
+    // Children of a name, in order, the first atMost of them; the first. The list is charged for.
+    std::vector<XmlElement> children(const XmlElement& parent, std::string_view name,
+                                     std::size_t atMost = static_cast<std::size_t>(-1)) const;
     std::optional<XmlElement> child(const XmlElement& parent, std::string_view name) const;
 
     // For each name the content behind the first tag "<name>" (no attributes, not empty) in the serialised text of the
@@ -55,13 +62,15 @@ public:
     std::vector<std::optional<XmlElement>> firstTexts(const XmlElement& element,
                                                       std::span<const std::string_view> names) const;
 
+    // Texts of the document; long ones are charged for.
+    std::string serialised(std::size_t begin, std::size_t end) const;
+
     std::string serialised(const XmlElement& content) const {
-        return xmlSerialise(bytes_, content.contentBegin, content.contentEnd);
+        return serialised(content.contentBegin, content.contentEnd);
     }
 
-    std::string attribute(const XmlElement& element, std::string_view name) const {
-        return xmlAttribute(bytes_, element, name).value_or(std::string());
-    }
+    std::string decoded(const XmlElement& content) const;
+    std::string attribute(const XmlElement& element, std::string_view name) const;
 
     const IntervalsBlock* blockAt(std::size_t begin) const; // the block whose element begins there
 
@@ -75,6 +84,7 @@ private:
 
     XmlBytes bytes_;
     std::vector<IntervalsBlock> blocks_; // in document order
+    mutable std::atomic<std::size_t> charged_ = 0;
 };
 
 } // namespace kestrane

@@ -90,14 +90,21 @@ private:
             if (kind == XmlCursor::Kind::Open && !cursor.tag().isEmpty) ++depth;
             if (kind == XmlCursor::Kind::Close && --depth == 0) break;
         }
-        decoded_ = unescapeText(xmlSerialise(document_.bytes(), begin, cursor.tag().begin));
+        decoded_ = unescapeText(document_.serialised(begin, cursor.tag().begin));
         return decoded_;
     }
 
     void put(Quantity quantity, int band, std::string_view text) {
         const float value = readLevel(text, locale_);
-        if (value != 0 && rows_.level(quantity, band, row_).Value == 0)
-            rows_.setLevel(quantity, band, row_, {value, value});
+        if (value == 0 || rows_.level(quantity, band, row_).Value != 0) return;
+        if (rows_.levels(quantity, band).empty()) document_.charge(rows_.count() * sizeof(Level));
+        rows_.setLevel(quantity, band, row_, {value, value});
+    }
+
+    template <class T>
+    void set(Column<T>& column, T value) {
+        if (column.isAbsent() && value != T{}) document_.charge(rows_.count() * sizeof(T));
+        rows_.set(column, row_, value);
     }
 
     // A level by band, or in the short form the overall figure alone.
@@ -123,7 +130,7 @@ private:
             put(quantity, static_cast<int>(band), content(cursor));
         });
         if (!hasChildren) {
-            decoded_ = xmlSerialise(document_.bytes(), begin, cursor.tag().begin);
+            decoded_ = document_.serialised(begin, cursor.tag().begin);
             put(quantity, 0, decoded_);
         }
     }
@@ -162,7 +169,7 @@ private:
     }
 
     void overload(Column<std::uint8_t>& column, std::string_view text) {
-        if (readFlag(text, locale_)) rows_.set(column, row_, std::uint8_t{1});
+        if (readFlag(text, locale_)) set(column, std::uint8_t{1});
     }
 
     // The date of a row is mostly that of the row before.
@@ -173,7 +180,7 @@ private:
             lastDate_ = value.getDate();
             lastDateText_ = text;
         }
-        rows_.set(rows_.StartDate, row_, lastDate_);
+        set(rows_.StartDate, lastDate_);
     }
 
     void time(Column<std::int32_t>& column, std::string_view text) {
@@ -183,7 +190,7 @@ private:
             const int mins = digit(3) * 10 + digit(4);
             const int secs = digit(6) * 10 + digit(7);
             if (hours >= 0 && mins >= 0 && secs >= 0) {
-                rows_.set(column, row_, hours * 3600 + mins * 60 + secs);
+                set(column, hours * 3600 + mins * 60 + secs);
                 return;
             }
         }
@@ -193,7 +200,7 @@ private:
         } catch (const RuntimeError& error) {
             if (error.Number != kErrorTypeMismatch) throw; // without seconds, hours and minutes count
         }
-        rows_.set(column, row_, value.getTimeAsSeconds());
+        set(column, value.getTimeAsSeconds());
     }
 
     const XmlDocument& document_;

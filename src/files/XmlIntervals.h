@@ -22,7 +22,8 @@ public:
 
     // Reads one of ranges(); raises 9 for any other. Every figure goes in as Value and CalcValue; of elements that
     // stand twice in a row the first counts. Figures of channel B are read only when it is on. Raises 6 for a number
-    // that does not fit its type. The text of the range is given back to the system, so each can be loaded once.
+    // that does not fit its type, 7 for rows that take far more memory than text. The text of the range is given back
+    // to the system, so each can be loaded once.
     IntervalColumns load(int mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const override;
 
 private:

@@ -14,6 +14,8 @@ namespace kestrane {
 
 namespace {
 
+constexpr std::size_t kLogMemory = 16 << 10; // a log and all that belongs to it, but for its rows and texts
+
 // The texts of one element, looked up together.
 class NodeTexts {
 public:
@@ -181,6 +183,7 @@ private:
     void exposureRows(const XmlElement& node) {
         for (const XmlElement& row : grandchildren(node, "dl-intvls", "dl-intvl")) {
             const NodeTexts t = texts(row, {"cri", "ex", "date", "time", "note", "leq", "duration", "is-included"});
+            document_->charge(sizeof(clsDoseLogSample));
             log_.SaveDoseCalc = true;
             clsDoseLogSample& sample = log_.DoseLogIntervals.emplace_back();
             sample.Criterion = t.integer("cri");
@@ -197,6 +200,7 @@ private:
     // Reads attributes, whereas the writer writes elements: peaks come back with their count alone.
     void peaks(const XmlElement& node) {
         for (const XmlElement& row : grandchildren(node, "peak-intvls", "peak-intvl")) {
+            document_->charge(sizeof(clsPeak));
             clsPeak& peak = log_.Peaks.emplace_back();
             peak.PeakTime.setTime(document_->attribute(row, "peak-time"), locale_);
             peak.SampleDuration = readLevel(document_->attribute(row, "duration"), locale_);
@@ -208,9 +212,8 @@ private:
         if (!cut) return;
         log_.LogIntervals.IntervalsToBeIncluded = readFlag(document_->attribute(*cut, "incl"), locale_);
         for (const XmlElement& range : document_->children(*cut, "cutintvl")) {
-            log_.LogIntervals.CutIntervals.push_back(
-                xmlDecode(document_->bytes(),
-                          document_->text().substr(range.contentBegin, range.contentEnd - range.contentBegin)));
+            document_->charge(sizeof(std::string));
+            log_.LogIntervals.CutIntervals.push_back(document_->decoded(range));
         }
     }
 
@@ -271,6 +274,7 @@ std::unique_ptr<clsInsData> readCollection(Session& session, const std::shared_p
     const auto logs = document->child(node, "logs");
     if (!logs) return data;
     for (const XmlElement& element : document->children(*logs, "log")) {
+        document->charge(kLogMemory);
         auto log = std::make_unique<clsLog>(session);
         log->InsName = data->InsName();
         log->FirmwareVersion = data->FirmwareVersion;

@@ -1,6 +1,6 @@
 #include "model/IntervalColumns.h"
 
-#include <cstring>
+#include <type_traits>
 
 namespace kestrane {
 
@@ -54,7 +54,10 @@ void IntervalColumns::moveIn(const IntervalColumns& range, std::size_t first) {
         const auto cells = column.write(count_, capacity_).subspan(first, range.count_);
         const auto source = from.cells(range.count_);
         if (source.empty()) {
-            std::fill(cells.begin(), cells.end(), std::remove_cvref_t<decltype(cells[0])>{});
+            // Pages that have never been written to cost nothing, so zeros are left alone.
+            using Cell = std::remove_cvref_t<decltype(cells[0])>;
+            std::replace_if(
+                cells.begin(), cells.end(), [](const Cell& cell) { return cell != Cell{}; }, Cell{});
         } else {
             std::copy(source.begin(), source.end(), cells.begin());
         }

@@ -19,6 +19,8 @@ namespace kestrane {
 struct Level {
     float CalcValue = 0;
     float Value = 0;
+
+    bool operator==(const Level&) const = default;
 };
 
 // Rows counted from 0. An absent column reads as 0 in every row.

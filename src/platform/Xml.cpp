@@ -20,6 +20,7 @@ using xml::kSpace;
 using xml::kTextStop;
 
 constexpr std::size_t kDeepest = 4'000'000;
+constexpr std::size_t kMostAttributes = 100'000; // of one element
 
 struct Malformed {
     const char* at;
@@ -298,6 +299,7 @@ private:
             const char c = peek();
             if (c == '>' || c == '/' || at_ == end_) break;
             if (blank == at_) throw Malformed{at_, "a blank is missing in front of an attribute"};
+            if (names_.size() == kMostAttributes) throw Malformed{at_, "an element has too many attributes"};
             names_.push_back(name("an attribute has no name"));
             tag.hasAttributes = true;
             skipSpace();
@@ -388,16 +390,24 @@ std::string declaredEncoding(std::string_view text) {
     return encoding;
 }
 
-std::shared_ptr<FileBytes> fromUtf16(std::string_view text, bool isBigEndian) {
+// Gives the memory of the source back as it goes.
+std::shared_ptr<FileBytes> fromUtf16(FileBytes& source, bool isBigEndian) {
+    const std::string_view text = source.view().substr(2);
     const auto unit = [&](std::size_t i) {
         const auto first = static_cast<unsigned char>(text[i]);
         const auto second = static_cast<unsigned char>(text[i + 1]);
         return static_cast<char32_t>(isBigEndian ? first << 8 | second : second << 8 | first);
     };
     auto file = std::make_shared<FileBytes>(text.size() / 2 * 3);
+    constexpr std::size_t kReleased = 1 << 20;
     std::size_t size = 0;
     std::string character;
+    std::size_t released = 0;
     for (std::size_t i = 0; i + 1 < text.size(); i += 2) {
+        if (i - released >= kReleased) {
+            source.release(released, i);
+            released = i;
+        }
         char32_t c = unit(i);
         if (c >= 0xD800 && c < 0xDC00 && i + 3 < text.size() && unit(i + 2) >= 0xDC00 && unit(i + 2) < 0xE000) {
             c = 0x10000 + ((c - 0xD800) << 10) + (unit(i + 2) - 0xDC00);
@@ -488,7 +498,7 @@ std::optional<XmlError> loadXml(const std::string& path, XmlBytes& bytes) {
     const std::string_view all = bytes.file->view();
     if (all.starts_with("\xFF\xFE") || all.starts_with("\xFE\xFF")) {
         if (all.size() % 2 != 0) return XmlError{"The document ends within a character."};
-        bytes.file = fromUtf16(all.substr(2), all.starts_with("\xFE\xFF"));
+        bytes.file = fromUtf16(*bytes.file, all.starts_with("\xFE\xFF"));
         bytes.isUtf8 = true;
         if (!isValidUtf8(bytes.text())) return XmlError{"The document is not valid UTF-16."};
         return std::nullopt;

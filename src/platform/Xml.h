@@ -84,7 +84,8 @@ public:
     virtual void verbatim(std::size_t begin, std::size_t end) = 0; // a comment, CDATA section or processing instruction
 };
 
-// Checks a whole document. Memory: 8 bytes for each open element; nesting past four million levels is refused.
+// Checks a whole document. Memory: 8 bytes for each open element; nesting past four million levels is
+// refused, and so are more than 100,000 attributes of an element.
 std::optional<XmlError> checkXml(std::string_view text, bool isUtf8, XmlObserver& observer);
 
 // Walks a piece of checked text, piece by piece.

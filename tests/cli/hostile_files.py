@@ -1,0 +1,180 @@
+#!/usr/bin/env python3
+"""Opens what is no data file, or means harm. Each must end within seconds, with the exit status and the message told
+here, and take at most twice the file plus 64 MB of memory.
+
+Usage: hostile_files.py CLI SAMPLE
+"""
+
+import os
+import sys
+import tempfile
+import time
+
+SIZE = 30_000_000
+SECONDS = 10
+MEGABYTE = 1 << 20
+HEAD = b'<?xml version="1.0"?><instruments><instrument-data><instrument-detail name="x"/><logs>'
+TAIL = b"</logs></instrument-data></instruments>"
+BANDS = ["", "20", "31.5", "63", "125", "250", "500", "1K", "2K", "4K", "8K", "16K"]
+OPENS = None  # no message
+
+
+# Contents are lists of pieces that repeat, for this program must stay small: a child's memory begins with its own.
+def many(piece, times=None):
+    block = 1000
+    return [piece * block] * ((times or SIZE // len(piece)) // block)
+
+
+def document(before, middle=(), after=b""):
+    return [HEAD, before, *middle, after, TAIL]
+
+
+def nested(tag, times=1_000_000):
+    return many(b"<%s>" % tag, times) + many(b"</%s>" % tag, times)
+
+
+def row_of_everything():
+    figures = "".join(f"<f{band}>1</f{band}>" for band in BANDS)
+    names = ["leq", "lmin", "lmax"] + [f"ln{n}" for n in range(1, 11)]
+    return ("<intvl><ca>" + "".join(f"<{n}>{figures}</{n}>" for n in names) + "</ca></intvl>").encode()
+
+
+def laughs():
+    entities = b'<!ENTITY l0 "lol">' + b"".join(
+        b'<!ENTITY l%d "%s">' % (n, b"&l%d;" % (n - 1) * 10) for n in range(1, 10))
+    return [b"<!DOCTYPE a [" + entities + b"]><a>&l9;</a>"]
+
+
+def attributes(count):
+    return [b"<a" + b"".join(b' a%d=""' % n for n in range(count)) + b"/>"]
+
+
+# name, content, message (OPENS: it is a document after all)
+CONTENTS = [
+    ("empty", [], "no root element"),
+    ("garbage", many(os.urandom(1000)), "not well formed"),
+    ("zeros", many(b"\0"), "not well formed"),
+    ("blanks", many(b" "), "no root element"),
+    ("brackets", many(b"<"), "a name is missing"),
+    ("open tags", many(b"<a>"), "nested too deeply"),
+    ("UTF-16", [b"\xff\xfe", *many("<a>\u4e2d".encode("utf-16-le"))], "not closed"),
+    ("billion laughs", laughs(), "document type declarations are not accepted"),
+    ("two attributes", document(b'<log name="a" name="b"/>'), "'name' stands twice"),
+    ("many attributes", attributes(200_000), "too many attributes"),
+    ("more attributes", [b"<a", *many(b' a=""'), b"/>"], "too many attributes"),
+    ("attribute without end", [b'<a b="', *many(b"x")], "does not end"),
+    ("deep", document(b"", nested(b"a")), OPENS),
+    ("deep logs", document(b"", nested(b"log")), OPENS),
+    ("deep rows", document(b"<log>", nested(b"intvls"), b"</log>"), OPENS),
+    ("deep figures", document(b"<log><ca>", nested(b"leq"), b"</ca></log>"), OPENS),
+    ("deep text", document(b"<log><note>", nested(b"a"), b"</note></log>"), "Unable to open"),
+    ("long name", document(b'<log name="', many(b"x"), b'"/>'), "Unable to open"),
+    ("quotes", document(b"<log><note>", many(b'"'), b"</note></log>"), "Unable to open"),
+    ("logs", document(b"", many(b"<log/>")), "Unable to open"),
+    ("rowless logs", document(b"<log>", many(b"<intvls/>"), b"</log>"), "Unable to open"),
+    ("peaks", document(b"<log><peak-intvls>", many(b"<peak-intvl/>"), b"</peak-intvls></log>"), "Unable to open"),
+    ("cuts", document(b"<log><cutintvls>", many(b"<cutintvl/>"), b"</cutintvls></log>"), "Unable to open"),
+    ("percentiles", document(b"<log><ca>", many(b'<ln1 no="10"><f>1</f></ln1>'), b"</ca></log>"), OPENS),
+    ("empty rows", document(b"<log><intvls>", many(b"<intvl/>"), b"</intvls></log>"), OPENS),
+    ("one full row", document(b"<log><md>2</md><intvls>" + row_of_everything(), many(b"<intvl/>"),
+                              b"</intvls></log>"), "Out of memory"),
+    ("no number", document(b"<log><ca><leq><f>1e999</f></leq></ca></log>"), "Unable to open"),
+    ("no number in a row", document(b"<log><intvls><intvl><ca><peak>1e999</peak></ca></intvl></intvls></log>"),
+     "Overflow"),
+    ("no date", document(b"<log><sdt>99/99/9999</sdt></log>"), OPENS),
+    ("no integer", document(b"<log><cri>99999</cri></log>"), "Unable to open"),
+]
+
+
+def run(cli, path, folder, settle=lambda: None):
+    """Exit status, message, seconds and megabytes of a call."""
+    with open(os.path.join(folder, "message"), "w+b") as message:
+        begin = time.monotonic()
+        child = os.fork()
+        if child == 0:
+            try:
+                os.dup2(os.open(os.devnull, os.O_WRONLY), 1)
+                os.dup2(message.fileno(), 2)
+                settle()
+                os.execv(cli, [cli, "--settings", os.path.join(folder, "settings.ini"), "show", path])
+            finally:
+                os._exit(127)
+        _, status, usage = os.wait4(child, 0)
+        seconds = time.monotonic() - begin
+        message.seek(0)
+        text = message.read().decode(errors="replace")
+    return os.waitstatus_to_exitcode(status), text, seconds, usage.ru_maxrss * 1024 / MEGABYTE
+
+
+class Check:
+    def __init__(self, cli, folder):
+        self.cli = cli
+        self.folder = folder
+        with open(cli, "rb") as program:
+            self.is_sanitized = b"__asan_init" in program.read()
+        self.failures = 0
+        self.idle = run(cli, os.path.join(folder, "none"), folder)[3]
+
+    def case(self, name, path, size, message, status=1, **how):
+        got, text, seconds, memory = run(self.cli, path, self.folder, **how)
+        bound = self.idle + 2 * size / MEGABYTE + 64
+        faults = []
+        if got != status:
+            faults.append(f"exit {got}")
+        if (message or "") not in text or (message is OPENS and text):
+            faults.append(f"message {text[:200]!r}")
+        if not self.is_sanitized and memory > bound:
+            faults.append(f"{memory:.0f} MB of {bound:.0f}")
+        if not self.is_sanitized and seconds > SECONDS:
+            faults.append(f"{seconds:.1f} s")
+        if faults:
+            print(f"{name}: {', '.join(faults)}")
+            self.failures += 1
+
+
+def is_reachable(path):
+    """Whether any user may run it."""
+    return path == "/" or (os.stat(path).st_mode & 1 and is_reachable(os.path.dirname(path)))
+
+
+def paths(check, sample, folder):
+    fifo = os.path.join(folder, "fifo")
+    os.mkfifo(fifo)
+    check.case("missing", os.path.join(folder, "none.xml"), 0, "none.xml: No such file or directory")
+    check.case("folder", folder, 0, "Is a directory")
+    check.case("pipe", fifo, 0, "no root element")
+    check.case("device", "/dev/zero", 0, "no root element")
+    check.case("long path", folder + "/" + "x" * 300, 0, "File name too long")
+    with open(sample, "rb") as file:
+        content = file.read()
+    for name in (b"new\nline.xml", b"\xff\xfe.xml", b' a  b".xml', b"%s^%n.xml"):
+        path = os.path.join(os.fsencode(folder), name)
+        with open(path, "wb") as file:
+            file.write(content)
+        check.case(repr(name), path, len(content), OPENS, status=0)
+    cut = os.path.join(folder, "cut.xml")
+    with open(cut, "wb") as file:
+        file.write(content[: len(content) // 2])
+    check.case("truncated", cut, len(content), "not well formed")
+    if os.getuid() == 0 and is_reachable(check.cli):
+        os.chmod(folder, 0o755)
+        os.chmod(cut, 0)
+        check.case("no permission", cut, len(content), "Permission denied", settle=lambda: os.setuid(65534))
+
+
+def main():
+    cli, sample = map(os.path.abspath, sys.argv[1:])
+    with tempfile.TemporaryDirectory() as folder:
+        check = Check(cli, folder)
+        path = os.path.join(folder, "data.xml")
+        for name, content, message in CONTENTS:
+            with open(path, "wb") as file:
+                file.writelines(content)
+            size = os.path.getsize(path)
+            is_late = message in ("Out of memory", "Overflow")  # of rows: the header figures stand
+            check.case(name, path, size, message, status=0 if message is OPENS or is_late else 1)
+        paths(check, sample, folder)
+    return 1 if check.failures else 0
+
+
+sys.exit(main())
