@@ -18,6 +18,7 @@ namespace {
 
 constexpr int kLongestNumber = 999;
 constexpr int kGap = 12;
+constexpr int kWidest = 1000; // captions stay near their values in a wide window
 
 struct SectionBox {
     PanelSection section;
@@ -96,6 +97,7 @@ CumulativePanelView::CumulativePanelView(const Session& session, QWidget* parent
     for (QVBoxLayout* column : {figures, common})
         column->addStretch();
     auto* const content = new QWidget;
+    content->setMaximumWidth(kWidest);
     auto* const columns = new QHBoxLayout(content);
     columns->setContentsMargins(kGap, kGap, kGap, kGap);
     columns->setSpacing(kGap);

@@ -106,11 +106,13 @@ QWidget* tabLog::buttonsOf(const char* frame, int caption, QButtonGroup*& group,
 }
 
 QWidget* tabLog::optionsBar() {
-    fraDisplayBy_ = buttonsOf("fraDisplayBy", 4628, optDisplayBy_, {4559, 4560});
+    fraDisplayBy_ = buttonsOf("fraDisplayBy", 0, optDisplayBy_, {4559, 4560});
     cboDisplayBy_ = new QComboBox;
     nameControl(*cboDisplayBy_, "cboDisplayBy", loadText(session_, 4535));
     cboDisplayBy_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    fraDisplayBy_->layout()->addWidget(cboDisplayBy_);
+    auto& displayBy = *qobject_cast<QHBoxLayout*>(fraDisplayBy_->layout());
+    displayBy.insertWidget(0, labelOf(session_, 4628, *cboDisplayBy_));
+    displayBy.addWidget(cboDisplayBy_);
     fraAxis_ = buttonsOf("fraAxis", 0, optAxis_, {4561, 4562});
     fraTable_ = buttonsOf("fraTable", 4627, optChannelX_, {4523, 4525});
     fraDfltCum_ = buttonsOf("fraDfltCum", 4630, optCumPanels_, {5072, 5073, 4528});
