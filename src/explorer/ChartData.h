@@ -62,6 +62,7 @@ struct ChartData {
     clsFont TitleFont, LegendFont, AxisFont, NoteFont;
 
     std::vector<ChartSeries> Series;
+    std::size_t ReferenceSeries = 0; // so many at the front are curves to compare with, drawn quietly, with their label
 };
 
 // The chart's values as text: a line of the series' labels behind an empty cell, then a line a row, of its label and

@@ -36,6 +36,7 @@ std::optional<ChartData> noiseRatingChart(const clsLog& log) {
     for (const clsNoiseRatingLevel& level : rating.Rows.front().Levels)
         chart.Series.push_back(
             {level.Parent == nullptr ? log.Name : std::to_string(level.NoiseRatingLevel), ChartAxis::Primary, {}});
+    chart.ReferenceSeries = chart.Series.size() - 1;
     for (const clsNoiseRating& row : rating.Rows) {
         for (std::size_t i = 0; i < row.Levels.size(); ++i) {
             const clsNoiseRatingLevel& level = row.Levels[i];

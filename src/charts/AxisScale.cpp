@@ -1,0 +1,42 @@
+#include "charts/AxisScale.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kestrane {
+
+namespace {
+
+constexpr double kSteps = 12;      // at most so many in a range
+constexpr double kAir = 0.03;      // of the span, above the highest value
+constexpr double kNearZero = 0.2;  // values that begin below this part of the highest have 0 on their axis
+constexpr double kLevelStep = 5;   // dB, that levels which hardly change are not blown up
+constexpr double kLeastLevel = 20; // what is above may be a level
+
+} // namespace
+
+double roundStep(double atLeast) {
+    const double decade = std::pow(10, std::floor(std::log10(atLeast)));
+    for (const double step : {1.0, 2.0, 5.0}) {
+        if (atLeast <= step * decade * (1 + 1e-9)) return step * decade;
+    }
+    return 10 * decade;
+}
+
+ChartRange roundRange(const Extent& values, bool isFromZero) {
+    if (values.isEmpty()) return {0, 1};
+    double lowest = values.Lowest;
+    double highest = values.Highest;
+    if (isFromZero || (lowest >= 0 && lowest < kNearZero * highest)) {
+        lowest = std::min(lowest, 0.0);
+        highest = std::max(highest, 0.0);
+    }
+    const double span = highest > lowest ? highest - lowest : std::max(std::abs(highest), 1.0);
+    double step = roundStep(span / kSteps);
+    if (lowest > kLeastLevel) step = std::max(step, kLevelStep);
+    const double top = highest > 0 ? highest + kAir * span : highest;
+    const ChartRange range = {std::floor(lowest / step) * step, std::ceil(top / step) * step};
+    return range.Maximum > range.Minimum ? range : ChartRange{range.Minimum, range.Minimum + step};
+}
+
+} // namespace kestrane

@@ -1,0 +1,52 @@
+// The legend of a chart: a sample and the label of each series, in as many columns as its place asks for, in a quiet
+// frame. Curves to compare with are left out.
+#pragma once
+
+#include "charts/ChartContent.h"
+#include "charts/ChartLooks.h"
+
+#include <qcustomplot.h>
+
+namespace kestrane {
+
+class ChartLegend : public QCPLayoutElement {
+public:
+    ChartLegend(QCustomPlot* plot, const ChartContent& content, const ChartLooks& looks);
+
+    bool isEmpty() const { return entries_.empty(); }
+
+    // The rows it would have below a chart of this width, and the width it would have beside one of this height.
+    int rowsBelow(int width) const;
+    int widthBeside(int height) const;
+
+    // Takes the size for its place. What does not fit is counted in its last entry ("+ 12").
+    void fitBelow(int width, int mostHeight);
+    void fitBeside(int height);
+
+protected:
+    void draw(QCPPainter* painter) override;
+
+private:
+    struct Entry {
+        QString label;
+        QPen pen;
+    };
+
+    int rowsIn(int height) const;
+    int heightOf(int rows) const;
+    int widthOf(int columns) const;
+    int columnsIn(int width) const;
+    void drawEntry(QCPPainter* painter, const QRect& cell, const Entry& entry) const;
+
+    std::vector<Entry> entries_;
+    bool isLine_;
+    QFont font_;
+    QColor text_, frame_, background_;
+    int entryWidth_ = 0;
+    int entryHeight_ = 0;
+    int rows_ = 1;
+    int columns_ = 1;
+    bool isFilledByColumn_ = false;
+};
+
+} // namespace kestrane

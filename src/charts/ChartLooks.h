@@ -1,0 +1,28 @@
+// The colours, pens and fonts of charts, for a palette or for paper. Series colours keep apart for colour-blind eyes.
+#pragma once
+
+#include "charts/ChartContent.h"
+
+#include <QColor>
+#include <QFont>
+#include <QPalette>
+#include <QPen>
+
+namespace kestrane {
+
+struct ChartLooks {
+    QColor Background, Text, QuietText, Frame, Grid, Excluded, Warning, Reference, Emphasis;
+    bool IsDark = false;
+    double PixelsPerPoint = 96.0 / 72;
+
+    static ChartLooks ofPaper();
+    static ChartLooks ofScreen(const QPalette& palette, double dotsPerInch);
+
+    // Sizes are whole pixels, so that a chart has one layout on every device.
+    QFont font(const clsFont& font) const;
+
+    QColor color(const ChartContent& content, std::size_t drawn) const;
+    QPen linePen(const ChartContent& content, std::size_t drawn) const;
+};
+
+} // namespace kestrane

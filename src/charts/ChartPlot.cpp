@@ -1,0 +1,258 @@
+#include "charts/ChartPlot.h"
+
+#include "charts/ExcludedShade.h"
+#include "charts/SeriesBars.h"
+#include "charts/SeriesLine.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kMargin = 12;
+constexpr int kSpacing = 8;
+constexpr int kRowsBelow = 2;          // of a legend; a larger one stands beside the chart if that is wide enough
+constexpr double kMostOfWidth = 0.34;  // of the page, for a legend beside the chart
+constexpr double kMostOfHeight = 0.25; // of the page, for each part above and below it
+constexpr double kLeastRows = 4;       // that a zoom shows
+constexpr double kDeepestZoom = 1000;  // of a value axis
+constexpr double kFewRows = 40;
+const QSize kSmallest(260, 180);
+
+QCPRange within(QCPRange part, const QCPRange& whole, double least) {
+    const double size = std::clamp(part.size(), std::min(least, whole.size()), whole.size());
+    const double lower = std::clamp(part.center() - size / 2, whole.lower, whole.upper - size);
+    return {lower, lower + size};
+}
+
+QCPRange rangeOf(const ChartRange& range) {
+    return {range.Minimum, range.Maximum};
+}
+
+// Below, or in the middle part beside, what is there.
+void place(QCPLayoutElement* part, QCPLayoutGrid& grid) {
+    part->setVisible(true);
+    const bool isBeside = grid.layout() != nullptr;
+    grid.addElement(isBeside ? 0 : grid.rowCount(), isBeside ? grid.columnCount() : 0, part);
+}
+
+} // namespace
+
+ChartPlot::ChartPlot(Locale locale, QWidget* parent) : QCustomPlot(parent), locale_(std::move(locale)) {
+    setAutoAddPlottableToLegend(false);
+    plotLayout()->clear();
+    plotLayout()->setRowSpacing(kSpacing);
+    plotLayout()->setColumnSpacing(kSpacing);
+    plotLayout()->setAutoMargins(QCP::msNone);
+    plotLayout()->setMargins(QMargins(kMargin, kMargin, kMargin, kMargin));
+}
+
+ChartPlot::~ChartPlot() {
+    clearContent();
+}
+
+void ChartPlot::clearContent() {
+    clearPlottables();
+    readOut_.reset();
+    shade_.reset();
+    axisRect_.reset();
+    legend_.reset();
+    footnote_.reset();
+    title_.reset();
+}
+
+void ChartPlot::setContent(std::shared_ptr<const ChartContent> content, const ChartLooks& looks) {
+    clearContent();
+    content_ = std::move(content);
+    looks_ = looks;
+    setBackground(looks_.Background);
+    const ChartData& chart = content_->data;
+    title_ = std::make_unique<ChartText>(this, chart.Title, looks_.font(chart.TitleFont),
+                                         chart.IsTitleWarning ? looks_.Warning : looks_.Text, Qt::AlignHCenter);
+    footnote_ =
+        std::make_unique<ChartText>(this, chart.Footnote, looks_.font(chart.NoteFont), looks_.Text, Qt::AlignLeft);
+    legend_ = std::make_unique<ChartLegend>(this, *content_, looks_);
+    if (chart.RowCount > 0) {
+        makeAxes();
+        makeSeries();
+        setView(wholeView());
+    }
+}
+
+void ChartPlot::makeAxes() {
+    const ChartData& chart = content_->data;
+    axisRect_ = std::make_unique<QCPAxisRect>(this, true);
+    axisRect_->setMinimumMargins(QMargins(kMargin, kMargin / 2, 2 * kMargin, 0));
+    axisRect_->setRangeZoom({});
+    categories_.reset(new CategoryTicker(*content_));
+    primaryValues_.reset(new ValueTicker(locale_));
+    secondaryValues_.reset(new ValueTicker(locale_));
+
+    QCPAxis& rows = *axisRect_->axis(QCPAxis::atBottom);
+    QCPAxis& primary = *axisRect_->axis(QCPAxis::atLeft);
+    QCPAxis& secondary = *axisRect_->axis(QCPAxis::atRight);
+    styleAxis(rows, chart.CategoryTitle);
+    styleAxis(primary, chart.PrimaryTitle);
+    styleAxis(secondary, chart.SecondaryTitle);
+    styleAxis(*axisRect_->axis(QCPAxis::atTop), {});
+    rows.setTicker(categories_);
+    primary.setTicker(primaryValues_);
+    secondary.setTicker(secondaryValues_);
+    rows.grid()->setVisible(!content_->hasSeriesAsRows());
+    secondary.grid()->setVisible(false);
+    secondary.setTickLabels(chart.HasSecondaryAxis);
+    secondary.setTicks(chart.HasSecondaryAxis);
+    secondary.setVisible(true);
+    QCPAxis& top = *axisRect_->axis(QCPAxis::atTop);
+    top.setVisible(true);
+    top.setTicks(false);
+    top.setTickLabels(false);
+
+    shade_ = std::make_unique<ExcludedShade>(&rows, *content_, looks_.Excluded);
+    readOut_ = std::make_unique<ReadOut>(&rows, std::pair(&primary, &secondary), *content_, looks_, locale_);
+}
+
+void ChartPlot::styleAxis(QCPAxis& axis, const std::string& title) const {
+    const QFont font = looks_.font(content_->data.AxisFont);
+    axis.setLayer("axes");
+    axis.grid()->setLayer("grid");
+    axis.setLabel(QString::fromStdString(title));
+    axis.setLabelFont(font);
+    axis.setLabelColor(looks_.Text);
+    axis.setLabelPadding(title.empty() ? 0 : 6);
+    axis.setTickLabelFont(font);
+    axis.setTickLabelColor(looks_.Text);
+    axis.setTickLabelPadding(6);
+    axis.setBasePen(QPen(looks_.Frame, 1));
+    axis.setTickPen(QPen(looks_.Frame, 1));
+    axis.setTickLength(0, 4);
+    axis.setSubTicks(false);
+    axis.grid()->setPen(QPen(looks_.Grid, 1, Qt::DotLine));
+    axis.grid()->setZeroLinePen(Qt::NoPen);
+    axis.grid()->setSubGridVisible(false);
+}
+
+// What is made later lies above: curves to compare with, then the last series to the first, which matters most.
+void ChartPlot::makeSeries() {
+    const std::size_t references = std::min(content_->data.ReferenceSeries, content_->series.size());
+    for (std::size_t i = 0; i < references; ++i)
+        makeOne(i);
+    for (std::size_t i = content_->series.size(); i > references; --i)
+        makeOne(i - 1);
+}
+
+void ChartPlot::makeOne(std::size_t drawn) {
+    QCPAxis* const rows = axisRect_->axis(QCPAxis::atBottom);
+    const bool isPrimary = content_->series[drawn]->Axis == ChartAxis::Primary;
+    QCPAxis* const values = axisRect_->axis(isPrimary ? QCPAxis::atLeft : QCPAxis::atRight);
+    if (content_->data.Shape == ChartShape::Line) {
+        new SeriesLine(rows, values, *content_, drawn, looks_); // the plot owns it
+    } else {
+        new SeriesBars(rows, values, *content_, drawn, looks_, locale_);
+    }
+}
+
+void ChartPlot::showParts(bool isLegendShown, bool isFootnoteShown) {
+    isLegendShown_ = isLegendShown;
+    isFootnoteShown_ = isFootnoteShown;
+}
+
+// Many rows of a line reach from edge to edge; a few, and bars, stand in the middle of their own width.
+ChartView ChartPlot::wholeView() const {
+    const auto rows = static_cast<double>(content_->data.RowCount);
+    const double half = content_->data.Shape == ChartShape::Line && rows > kFewRows ? 0 : 0.5;
+    return {{-half, rows - 1 + half},
+            rangeOf(content_->valueRange(ChartAxis::Primary)),
+            rangeOf(content_->valueRange(ChartAxis::Secondary))};
+}
+
+ChartView ChartPlot::view() const {
+    return {axisRect_->axis(QCPAxis::atBottom)->range(), axisRect_->axis(QCPAxis::atLeft)->range(),
+            axisRect_->axis(QCPAxis::atRight)->range()};
+}
+
+void ChartPlot::setView(const ChartView& view) {
+    const ChartView whole = wholeView();
+    axisRect_->axis(QCPAxis::atBottom)->setRange(within(view.rows, whole.rows, kLeastRows));
+    axisRect_->axis(QCPAxis::atLeft)
+        ->setRange(within(view.primary, whole.primary, whole.primary.size() / kDeepestZoom));
+    axisRect_->axis(QCPAxis::atRight)
+        ->setRange(within(view.secondary, whole.secondary, whole.secondary.size() / kDeepestZoom));
+}
+
+QSize ChartPlot::minimumSizeHint() const {
+    return kSmallest;
+}
+
+void ChartPlot::updateLayout() {
+    if (content_) placeParts();
+    QCustomPlot::updateLayout();
+}
+
+std::vector<QCPLayoutElement*> ChartPlot::parts() const {
+    std::vector<QCPLayoutElement*> parts = {title_.get(), legend_.get(), footnote_.get()};
+    if (body() != nullptr) parts.push_back(body());
+    return parts;
+}
+
+bool ChartPlot::isShown(const ChartText& text) const {
+    return !text.isEmpty() && (&text != footnote_.get() || isFootnoteShown_);
+}
+
+// The parts have sizes that depend on the page's: so they are laid out anew each time.
+void ChartPlot::placeParts() {
+    for (QCPLayoutElement* part : parts()) {
+        if (part->layout() != nullptr) part->layout()->take(part);
+        part->setVisible(false);
+    }
+    plotLayout()->clear();
+    plotLayout()->simplify();
+
+    const QSize page = viewport().size() - QSize(2 * kMargin, 2 * kMargin);
+    const int mostHeight = static_cast<int>(page.height() * kMostOfHeight);
+    QSize room = page;
+    for (ChartText* text : {title_.get(), footnote_.get()}) {
+        if (!isShown(*text)) continue;
+        text->fit(page.width(), mostHeight);
+        room.rheight() -= text->minimumSize().height() + kSpacing;
+    }
+    auto* const middle = new QCPLayoutGrid; // the layout owns it
+    middle->setColumnSpacing(kSpacing);
+    if (isShown(*title_)) place(title_.get(), *plotLayout());
+    place(middle, *plotLayout());
+    if (body() != nullptr) place(body(), *middle);
+    if (body() != nullptr && isLegendShown_ && !legend_->isEmpty()) {
+        if (isLegendBeside(room)) {
+            legend_->fitBeside(room.height());
+            room.rwidth() -= legend_->minimumSize().width() + kSpacing;
+            place(legend_.get(), *middle);
+        } else {
+            legend_->fitBelow(page.width(), mostHeight);
+            room.rheight() -= legend_->minimumSize().height() + kSpacing;
+            place(legend_.get(), *plotLayout());
+        }
+    }
+    if (isShown(*footnote_)) place(footnote_.get(), *plotLayout());
+    if (axisRect_) fitLabels(room);
+}
+
+bool ChartPlot::isLegendBeside(const QSize& room) const {
+    return legend_->rowsBelow(room.width()) > kRowsBelow &&
+           legend_->widthBeside(room.height()) <= room.width() * kMostOfWidth;
+}
+
+// What labels need is chosen for the room that the axes will about have.
+void ChartPlot::fitLabels(const QSize& room) {
+    QCPAxis& rows = *axisRect_->axis(QCPAxis::atBottom);
+    const QFontMetrics metrics(rows.tickLabelFont());
+    const bool hasSecondary = content_->data.HasSecondaryAxis;
+    const int sides = (hasSecondary ? 2 : 1) * 4 * metrics.height() + 2 * kMargin;
+    rows.setTickLabelRotation(categories_->fit(rows.range(), std::max(1, room.width() - sides), metrics));
+    const int height = std::max(1, room.height() - 4 * metrics.height());
+    primaryValues_->fit(height, metrics);
+    secondaryValues_->fit(height, metrics);
+}
+
+} // namespace kestrane

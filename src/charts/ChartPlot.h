@@ -1,0 +1,78 @@
+// A chart drawn: title, axes with their series, legend and footnote in one layout, on the screen or on a page. It knows
+// nothing of mouse and keyboard beyond the part of the rows and values that is in view.
+#pragma once
+
+#include "charts/AxisTickers.h"
+#include "charts/ChartContent.h"
+#include "charts/ChartLegend.h"
+#include "charts/ChartLooks.h"
+#include "charts/ChartText.h"
+#include "charts/ReadOut.h"
+
+#include <qcustomplot.h>
+
+#include <memory>
+
+namespace kestrane {
+
+// The part in view, in coordinates of the axes. Row r lies at r, and its own width from r - 0.5 to r + 0.5.
+struct ChartView {
+    QCPRange rows, primary, secondary;
+};
+
+class ChartPlot : public QCustomPlot {
+public:
+    ChartPlot(Locale locale, QWidget* parent);
+    ~ChartPlot() override;
+
+    // In the whole view. Both shown parts may be changed afterwards.
+    void setContent(std::shared_ptr<const ChartContent> content, const ChartLooks& looks);
+    void showParts(bool isLegendShown, bool isFootnoteShown);
+
+    // Whether there are axes to zoom and to read from: not without rows.
+    bool hasAxes() const { return axisRect_ != nullptr; }
+
+    QCPAxisRect& axisArea() const { return *axisRect_; }
+
+    ReadOut& readOut() const { return *readOut_; }
+
+    ChartView wholeView() const;
+    ChartView view() const;
+    void setView(const ChartView& view); // moved and cut so that it lies in the whole view
+
+    QSize minimumSizeHint() const override;
+
+protected:
+    void updateLayout() override;
+
+private:
+    void clearContent();
+    void makeAxes();
+    void styleAxis(QCPAxis& axis, const std::string& title) const;
+    void makeSeries();
+    void makeOne(std::size_t drawn);
+
+    QCPLayoutElement* body() const { return axisRect_.get(); }
+
+    std::vector<QCPLayoutElement*> parts() const;
+    bool isShown(const ChartText& text) const;
+    void placeParts();
+    bool isLegendBeside(const QSize& room) const;
+    void fitLabels(const QSize& room);
+
+    const Locale locale_;
+    std::shared_ptr<const ChartContent> content_;
+    ChartLooks looks_;
+    bool isLegendShown_ = true;
+    bool isFootnoteShown_ = true;
+
+    std::unique_ptr<ChartText> title_, footnote_;
+    std::unique_ptr<ChartLegend> legend_;
+    std::unique_ptr<QCPAxisRect> axisRect_;
+    std::unique_ptr<QCPLayerable> shade_;
+    std::unique_ptr<ReadOut> readOut_;
+    QSharedPointer<CategoryTicker> categories_;
+    QSharedPointer<ValueTicker> primaryValues_, secondaryValues_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,52 @@
+// The values under the pointer: a line at a row, a dot on each series, and a box with the row's name and the values. It
+// lies on a layer of its own, so that moving it draws nothing else.
+#pragma once
+
+#include "charts/ChartContent.h"
+#include "charts/ChartLooks.h"
+#include "platform/Locale.h"
+
+#include <qcustomplot.h>
+
+#include <optional>
+
+namespace kestrane {
+
+class ReadOut : public QCPLayerable {
+public:
+    // values: the primary and the secondary value axis.
+    ReadOut(QCPAxis* rows, std::pair<QCPAxis*, QCPAxis*> values, const ChartContent& content, const ChartLooks& looks,
+            const Locale& locale);
+
+    std::optional<std::size_t> row() const { return row_; }
+
+    void show(std::optional<std::size_t> row); // nothing hides it
+
+    // The box's lines: the row's name, then label and value of each series that has a value there.
+    QStringList lines() const;
+
+protected:
+    void applyDefaultAntialiasingHint(QCPPainter* painter) const override { painter->setAntialiasing(true); }
+
+    void draw(QCPPainter* painter) override;
+
+private:
+    struct Line {
+        QColor color;
+        QString label, value;
+        QPointF point;
+    };
+
+    std::vector<Line> valueLines() const;
+    void drawBox(QCPPainter* painter, double x, const std::vector<Line>& lines) const;
+
+    QCPAxis* rows_;
+    QCPAxis* primary_;
+    QCPAxis* secondary_;
+    const ChartContent& content_;
+    const ChartLooks& looks_;
+    Locale locale_;
+    std::optional<std::size_t> row_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,27 @@
+// A series as bars from 0, beside those of the other series of its row. A missing value has no bar. Where there is room
+// the figure stands above its bar.
+#pragma once
+
+#include "charts/ChartLooks.h"
+#include "charts/SeriesPlot.h"
+#include "platform/Locale.h"
+
+namespace kestrane {
+
+class SeriesBars : public SeriesPlot {
+public:
+    SeriesBars(QCPAxis* rows, QCPAxis* values, const ChartContent& content, std::size_t drawn, const ChartLooks& looks,
+               const Locale& locale);
+
+protected:
+    void draw(QCPPainter* painter) override;
+
+private:
+    void drawFigure(QCPPainter* painter, const QRectF& bar, double pitch, float value) const;
+
+    QColor textColor_;
+    QFont font_;
+    Locale locale_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,306 @@
+#include "charts/chaTab.h"
+
+#include "platform/AtomicFile.h"
+#include "platform/RuntimeError.h"
+
+#include <QBuffer>
+#include <QPageSize>
+#include <QPdfWriter>
+#include <QPicture>
+#include <QSvgGenerator>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+constexpr double kPaperDots = 96; // an inch: the unit of a page's layout
+constexpr double kZoom = 0.8;     // a step
+constexpr int kThinDrag = 8;      // pixels: a drag that is no higher zooms the rows alone, one narrower the values
+constexpr int kShortDrag = 3;     // pixels: no drag at all
+constexpr double kWheelStep = 120;
+constexpr int kPdfResolution = 1200;
+
+constexpr std::array<const char*, 3> kEndings = {".png", ".svg", ".pdf"};
+
+bool endsIn(const std::string& path, const char* ending) {
+    return QString::fromStdString(path).endsWith(ending, Qt::CaseInsensitive);
+}
+
+} // namespace
+
+chaTab::chaTab(Locale locale, QWidget* parent) :
+    QWidget(parent), locale_(std::move(locale)), plot_(new ChartPlot(locale_, this)) {
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(plot_);
+    setFocusPolicy(Qt::StrongFocus);
+    plot_->setFocusPolicy(Qt::NoFocus);
+    plot_->setMouseTracking(true);
+    plot_->installEventFilter(this);
+    connect(plot_, &QCustomPlot::mousePress, this, [this](const QMouseEvent* event) { press(*event); });
+    connect(plot_, &QCustomPlot::mouseMove, this, [this](const QMouseEvent* event) { point(*event); });
+    connect(plot_, &QCustomPlot::mouseWheel, this, [this](const QWheelEvent* event) { turnWheel(*event); });
+    connect(plot_, &QCustomPlot::mouseDoubleClick, this, [this] {
+        if (plot_->hasAxes()) look(plot_->wholeView());
+    });
+    connect(plot_->selectionRect(), &QCPSelectionRect::accepted, this, [this](const QRect& rect) { zoomInto(rect); });
+    setChart({});
+}
+
+chaTab::~chaTab() = default;
+
+void chaTab::setChart(ChartData chart) {
+    isLegendShown_ = chart.HasLegend;
+    content_ = std::make_shared<const ChartContent>(std::move(chart));
+    drawAnew();
+    describe();
+}
+
+const ChartData& chaTab::chart() const {
+    return content_->data;
+}
+
+void chaTab::drawAnew() {
+    plot_->setContent(content_, ChartLooks::ofScreen(palette(), logicalDpiY()));
+    plot_->showParts(isLegendShown_, isFootnoteShown_);
+    plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+void chaTab::describe() {
+    const QString title = QString::fromStdString(content_->data.Title);
+    QStringList labels;
+    for (const ChartSeries* series : content_->series)
+        labels.append(QString::fromStdString(series->Label));
+    const QString description = labels.join(", ") + '\n' + QString::fromStdString(content_->data.Footnote);
+    for (QWidget* widget : {static_cast<QWidget*>(this), static_cast<QWidget*>(plot_)}) {
+        widget->setAccessibleName(title);
+        widget->setAccessibleDescription(description.trimmed());
+    }
+}
+
+void chaTab::showLegend(bool isShown) {
+    isLegendShown_ = isShown;
+    plot_->showParts(isLegendShown_, isFootnoteShown_);
+    plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+void chaTab::showFootnote(bool isShown) {
+    isFootnoteShown_ = isShown;
+    plot_->showParts(isLegendShown_, isFootnoteShown_);
+    plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+QStringList chaTab::readOut() const {
+    return plot_->hasAxes() ? plot_->readOut().lines() : QStringList();
+}
+
+void chaTab::drawPage(QCPPainter& painter, const QSize& size) const {
+    ChartPlot page(locale_, nullptr);
+    page.setContent(content_, ChartLooks::ofPaper());
+    page.showParts(isLegendShown_, isFootnoteShown_);
+    if (plot_->hasAxes()) page.setView(plot_->view());
+    page.toPainter(&painter, size.width(), size.height());
+}
+
+QImage chaTab::picture(const QSize& size, double ratio) const {
+    QImage image((QSizeF(size) * ratio).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    image.setDotsPerMeterX(static_cast<int>(kPaperDots * ratio / 0.0254));
+    image.setDotsPerMeterY(image.dotsPerMeterX());
+    QCPPainter painter(&image);
+    drawPage(painter, size);
+    return image;
+}
+
+bool chaTab::isPictureName(const std::string& path) {
+    return std::any_of(kEndings.begin(), kEndings.end(), [&](const char* ending) { return endsIn(path, ending); });
+}
+
+QByteArray chaTab::pictureBytes(const std::string& path, const QSize& size) const {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    if (endsIn(path, ".svg")) {
+        QSvgGenerator svg;
+        svg.setOutputDevice(&buffer);
+        svg.setResolution(static_cast<int>(kPaperDots));
+        svg.setSize(size);
+        svg.setViewBox(QRect(QPoint(), size));
+        svg.setTitle(QString::fromStdString(content_->data.Title));
+        QCPPainter painter(&svg);
+        painter.setMode(QCPPainter::pmVectorized);
+        drawPage(painter, size);
+    } else if (endsIn(path, ".pdf")) {
+        QPdfWriter pdf(&buffer);
+        pdf.setResolution(kPdfResolution);
+        pdf.setTitle(QString::fromStdString(content_->data.Title));
+        pdf.setPageSize(QPageSize(QSizeF(size) / kPaperDots, QPageSize::Inch, {}, QPageSize::ExactMatch));
+        pdf.setPageMargins({});
+        QCPPainter painter(&pdf);
+        painter.setMode(QCPPainter::pmVectorized);
+        painter.scale(kPdfResolution / kPaperDots, kPdfResolution / kPaperDots);
+        drawPage(painter, size);
+    } else {
+        picture(size).save(&buffer, "PNG");
+    }
+    return buffer.data();
+}
+
+void chaTab::savePicture(const std::string& path, const QSize& size) const {
+    const QByteArray bytes = pictureBytes(path, size);
+    if (bytes.isEmpty()) throw RuntimeError(EIO, std::strerror(EIO));
+    writeFileAtomically(path, [&](const FileSink& sink) {
+        sink(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    });
+}
+
+// Through a recorded picture, since the chart draws with a painter of its own kind. Playing it turns its dots an inch
+// into those of the device.
+void chaTab::paintOn(QPainter& painter, const QRectF& area) const {
+    QPicture recorded;
+    const double scale = painter.device()->logicalDpiX() / kPaperDots;
+    {
+        QCPPainter recorder(&recorded);
+        recorder.setMode(QCPPainter::pmVectorized);
+        drawPage(recorder, (area.size() / scale).toSize());
+    }
+    painter.save();
+    painter.translate(area.topLeft());
+    painter.scale(recorded.logicalDpiX() / kPaperDots, recorded.logicalDpiY() / kPaperDots);
+    painter.drawPicture(0, 0, recorded);
+    painter.restore();
+}
+
+void chaTab::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange) return;
+    const bool hadAxes = plot_->hasAxes();
+    const ChartView view = hadAxes ? plot_->view() : ChartView();
+    drawAnew();
+    if (hadAxes) plot_->setView(view);
+}
+
+bool chaTab::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Leave && plot_->hasAxes()) plot_->readOut().show({});
+    return QWidget::eventFilter(watched, event);
+}
+
+void chaTab::press(const QMouseEvent& event) {
+    if (!plot_->hasAxes()) return;
+    const bool isMove = event.button() == Qt::MiddleButton || event.modifiers().testFlag(Qt::ShiftModifier);
+    const bool isZoom = event.button() == Qt::LeftButton && !isMove && plot_->axisArea().rect().contains(event.pos());
+    plot_->setSelectionRectMode(isZoom ? QCP::srmCustom : QCP::srmNone);
+    plot_->setInteraction(QCP::iRangeDrag, isMove);
+    setFocus(Qt::MouseFocusReason);
+}
+
+void chaTab::point(const QMouseEvent& event) {
+    if (!plot_->hasAxes()) return;
+    std::optional<std::size_t> row;
+    if (plot_->axisArea().rect().contains(event.pos())) {
+        const double at = std::round(plot_->axisArea().axis(QCPAxis::atBottom)->pixelToCoord(event.position().x()));
+        row = static_cast<std::size_t>(std::clamp(at, 0.0, static_cast<double>(content_->data.RowCount) - 1));
+    }
+    plot_->readOut().show(row);
+}
+
+void chaTab::look(ChartView view) {
+    plot_->setView(view);
+    plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+void chaTab::turnWheel(const QWheelEvent& event) {
+    if (!plot_->hasAxes()) return;
+    const QPoint turned = event.angleDelta();
+    const double steps = (turned.y() != 0 ? turned.y() : turned.x()) / kWheelStep;
+    const double factor = std::pow(kZoom, steps);
+    const QCPAxisRect& area = plot_->axisArea();
+    ChartView view = plot_->view();
+    if (event.modifiers().testFlag(Qt::ShiftModifier) || turned.y() == 0) {
+        view.rows -= steps * view.rows.size() * (1 - kZoom) / 2;
+        look(view);
+    } else if (event.modifiers().testFlag(Qt::ControlModifier)) {
+        const double part = std::clamp((area.bottom() - event.position().y()) / area.height(), 0.0, 1.0);
+        for (QCPRange* values : {&view.primary, &view.secondary}) {
+            const double center = values->lower + part * values->size();
+            *values = QCPRange(center - (center - values->lower) * factor, center + (values->upper - center) * factor);
+        }
+        look(view);
+    } else {
+        zoomRows(factor, area.axis(QCPAxis::atBottom)->pixelToCoord(event.position().x()));
+    }
+}
+
+void chaTab::zoomRows(double factor, double center) {
+    ChartView view = plot_->view();
+    center = std::clamp(center, view.rows.lower, view.rows.upper);
+    view.rows = QCPRange(center - (center - view.rows.lower) * factor, center + (view.rows.upper - center) * factor);
+    look(view);
+}
+
+void chaTab::zoomInto(const QRect& rect) {
+    const QRect drag = rect.normalized() & plot_->axisArea().rect();
+    if (drag.width() <= kShortDrag && drag.height() <= kShortDrag) return;
+    ChartView view = plot_->view();
+    const auto part = [&](QCPAxis::AxisType type, int from, int to) {
+        const QCPAxis& axis = *plot_->axisArea().axis(type);
+        return QCPRange(axis.pixelToCoord(from), axis.pixelToCoord(to));
+    };
+    if (drag.width() > kThinDrag) view.rows = part(QCPAxis::atBottom, drag.left(), drag.right());
+    if (drag.height() > kThinDrag) {
+        view.primary = part(QCPAxis::atLeft, drag.bottom(), drag.top());
+        view.secondary = part(QCPAxis::atRight, drag.bottom(), drag.top());
+    }
+    look(view);
+}
+
+void chaTab::keyPressEvent(QKeyEvent* event) {
+    if (!plot_->hasAxes()) return QWidget::keyPressEvent(event);
+    const ChartView view = plot_->view();
+    const auto& row = plot_->readOut().row();
+    const double center = row ? static_cast<double>(*row) : view.rows.center();
+    const bool isWide = event->modifiers().testFlag(Qt::ControlModifier);
+    const int wide = std::max(1, static_cast<int>(view.rows.size() / 10));
+    switch (event->key()) {
+    case Qt::Key_Left:
+        return stepReadOut(isWide ? -wide : -1);
+    case Qt::Key_Right:
+        return stepReadOut(isWide ? wide : 1);
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        return zoomRows(kZoom, center);
+    case Qt::Key_Minus:
+        return zoomRows(1 / kZoom, center);
+    case Qt::Key_Home:
+        return look(plot_->wholeView());
+    case Qt::Key_Escape:
+        if (row) return plot_->readOut().show({});
+        break;
+    default:
+        break;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+// From the middle of the view when there is none yet; a row out of view is brought into it.
+void chaTab::stepReadOut(int rows) {
+    ChartView view = plot_->view();
+    const auto& shown = plot_->readOut().row();
+    const double from = shown ? static_cast<double>(*shown) + rows : std::round(view.rows.center());
+    const double row = std::clamp(from, 0.0, static_cast<double>(content_->data.RowCount) - 1);
+    plot_->readOut().show(static_cast<std::size_t>(row));
+    const double before = std::min(0.0, row - 0.5 - view.rows.lower);
+    const double behind = std::max(0.0, row + 0.5 - view.rows.upper);
+    if (before == 0 && behind == 0) return;
+    view.rows += before + behind;
+    look(view);
+}
+
+} // namespace kestrane
