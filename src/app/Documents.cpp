@@ -124,7 +124,7 @@ bool OpenFile(Session& session, const std::string& name, OpenSource source, bool
         session.OpenFiles.push_back(std::move(loaded));
         AssignIdentities(session, true, 0);
     }
-    if (isOpen && source != OpenSource::Named) rememberRecentFile(session, name);
+    if (source != OpenSource::Named) rememberRecentFile(session, file->FileName);
     if (blnLastFile || isNew) refreshWindows(session);
     for (const auto panel : {Frame::Panel::Status, Frame::Panel::Process, Frame::Panel::Error}) {
         session.frame->SetPanel(panel, {});

@@ -278,10 +278,11 @@ void deriveChannelB(clsLog& log, const Calculators& calculate) {
     unlessHalcyr(b.doseHour, [&] { calculate.doseHour(b.doseHour, b.doseMT.CalcValue()); });
 }
 
-// The level of a dose D in percent: (exchange / ln 2) ln(D / 100) + criterion. 0 for no dose.
+// The level of a dose D in percent: (exchange / ln 2) ln(D / 100) + criterion. 0 for no dose; raises 6 for a negative
+// one.
 float twaOfDose(const clsLog& log, float dose) {
-    if (dose <= 0) return 0;
-    return static_cast<float>(log.Exchange / std::log(2.0) * std::log(static_cast<double>(dose) / 100) + log.Criterion);
+    if (dose == 0) return 0;
+    return checkedSingle(log.Exchange / std::log(2.0) * std::log(static_cast<double>(dose) / 100) + log.Criterion);
 }
 
 bool isWeightedAorC(const std::string& weight) {
@@ -310,7 +311,10 @@ void RecalcValues(clsLog& log, int iCalcMode) {
 
 void CompleteRecalcProcess(clsLog& log) {
     const Calculators calculate(log);
-    log.TWACumA.CalcValue(CalcTWACumA(log)); // from the exposure dose as it stood before this pass
+    try {
+        log.TWACumA.CalcValue(CalcTWACumA(log)); // from the exposure dose as it stood before this pass
+    } catch (const RuntimeError&) {              // the figure stays
+    }
     if (log.IsOldDoseMeter()) {
         calculate.leqFromLepd(log.LeqCumA(0), log.LepdETCumA.CalcValue());
     } else {

@@ -29,7 +29,7 @@ void AmendedDisplayValues(const clsLog& log);
 // setting those never fully calculated. Logs left alone get their plottable table, unless rows are to come.
 void RecalcValues(clsInsData& data, bool bForce);
 
-float CalcTWACumA(const clsLog& log); // dB; 0 unless channel A is weighted A or C
+float CalcTWACumA(const clsLog& log); // dB; 0 unless channel A is weighted A or C; raises 6 for a negative dose
 float TWA8CumA(const clsLog& log);    // dB: the level that gives the measured dose when normalised to 8 hours
 
 // The channel's figure to use where only A or C weighting will do: channel A's, else channel B's, else 0.

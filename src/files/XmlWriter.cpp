@@ -319,9 +319,7 @@ private:
 
     void time(std::string_view name, std::int32_t seconds) {
         clsTime value;
-        value.Hours = seconds / 3600;
-        value.Mins = seconds / 60 % 60;
-        value.Secs = seconds % 60;
+        value.setTimeFromSeconds(seconds);
         if (name == "time" && seconds == 0) return;
         if (seconds < 0 || seconds >= 360000) return put_.clock(name, value);
         put_.open(name);

@@ -102,9 +102,9 @@ std::string LogLengthText(const clsLog& log) {
     } catch (const RuntimeError&) {
         return {};
     }
-    if (seconds <= 0) return {};
-    const CivilDate day = toCivil(fromCivil({1900, 1, 1}) + seconds / kDay);
-    const std::int32_t rest = seconds % kDay;
+    const std::int32_t rest = (seconds % kDay + kDay) % kDay;
+    const std::int64_t days = (std::int64_t{seconds} - rest) / kDay;
+    const CivilDate day = toCivil(fromCivil({1900, 1, 1}) + static_cast<double>(days));
     return DurationText(log.session(), (day.Day - 1) * 24 + rest / 3600, rest / 60 % 60, rest % 60);
 }
 

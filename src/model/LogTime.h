@@ -16,7 +16,8 @@ namespace kestrane {
 float getTime(const clsLog& log, char unit, bool bForceLogLengthTest, bool bCheckForExcluded);
 float getTimeFromSeconds(char unit, std::int32_t lngSecs);
 
-// The length as text. A log of a month or more loses the whole month.
+// The length as text. A log of a month or more loses the whole month, and one that ends before it starts counts back
+// from the end of a month.
 std::string LogLengthText(const clsLog& log);
 
 // Five minutes or more of data. False when the time cannot be told.

@@ -2,6 +2,7 @@
 
 #include "platform/Format.h"
 #include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
 
 #include <array>
 #include <charconv>
@@ -86,6 +87,7 @@ CalendarTime clsDate::getDate() const {
 CalendarTime clsDate::getDate(const clsTime& objTime) const {
     const CalendarTime day = getDate();
     if (!IsDate() || objTime.hh_mm_ss().empty()) return day;
+    if (objTime.hh_mm().empty() || objTime.Hours >= 24) raiseTypeMismatch();
     return fromCivil(toCivil(day), objTime.getTimeAsSeconds());
 }
 

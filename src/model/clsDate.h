@@ -36,7 +36,8 @@ public:
     // number past 16 bits.
     void setDate(std::string_view strDate, const Locale& locale);
 
-    // 0 (the empty date) unless IsDate. With a time whose text is not empty, the time of day is the fraction.
+    // 0 (the empty date) unless IsDate. With a time whose text is not empty, the time of day is the fraction; raises 13
+    // when it is none.
     CalendarTime getDate() const;
     CalendarTime getDate(const clsTime& objTime) const;
 

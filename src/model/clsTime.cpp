@@ -40,8 +40,7 @@ std::string clsTime::hh_mm() const {
 
 std::string clsTime::hh_mm_ss() const {
     if (Secs < 0 || Secs >= 60) return {};
-    const std::string text = hh_mm();
-    return text.empty() ? text : text + ":" + twoDigits(Secs);
+    return hh_mm() + ":" + twoDigits(Secs);
 }
 
 std::int16_t clsTime::Add(const clsTime& objPrevTime, std::int32_t lngSeconds, bool bResetHours) {
@@ -69,8 +68,8 @@ std::int32_t clsTime::getTimeAsSeconds() const {
 
 float clsTime::getTimeAsHours() const {
     const std::int32_t seconds = getTimeAsSeconds();
-    const float minutes = static_cast<float>(seconds % 60) / 60.0F + static_cast<float>(seconds / 60 % 60);
-    return minutes / 60.0F + static_cast<float>(seconds / 3600);
+    const auto minutes = static_cast<float>(seconds % 60 / 60.0 + seconds / 60 % 60);
+    return static_cast<float>(minutes / 60.0 + seconds / 3600);
 }
 
 void clsTime::setTime(std::string_view strTime, const Locale& locale) {

@@ -22,7 +22,7 @@ public:
     void AcquireTime(std::string_view strTime);
 
     std::string hh_mm() const;    // empty when a part is negative or Mins is 60 or more
-    std::string hh_mm_ss() const; // empty as hh_mm, or when Secs is negative or 60 or more
+    std::string hh_mm_ss() const; // empty when Secs is negative or 60 or more; hh_mm in front may be empty: ":05"
 
     // Takes objPrevTime plus lngSeconds and carries upwards; negative seconds are not carried. With bResetHours, whole
     // days leave the hours and are returned. Raises 6 past 32 bits.

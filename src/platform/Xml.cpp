@@ -430,6 +430,12 @@ void appendCharacter(const XmlBytes& bytes, std::string& out, char c) {
     }
 }
 
+// Every line end reads as LF. Returns what is behind the one at p.
+const char* appendLineEnd(std::string& out, const char* p, const char* end) {
+    out.push_back('\n');
+    return p + (p + 1 < end && p[1] == '\n' ? 2 : 1);
+}
+
 void appendDecoded(const XmlBytes& bytes, std::string& out, std::string_view raw) {
     for (const char* p = raw.data(); p < raw.data() + raw.size();) {
         if (*p == '&') {
@@ -439,8 +445,7 @@ void appendDecoded(const XmlBytes& bytes, std::string& out, std::string_view raw
             }
         }
         if (*p == '\r') {
-            out.push_back('\n');
-            p += p + 1 < raw.data() + raw.size() && p[1] == '\n' ? 2 : 1;
+            p = appendLineEnd(out, p, raw.data() + raw.size());
             continue;
         }
         appendCharacter(bytes, out, *p++);
@@ -615,8 +620,13 @@ std::string xmlSerialise(const XmlBytes& bytes, std::size_t begin, std::size_t e
         at = tag.end;
         const std::string_view raw = text.substr(tag.begin, tag.end - tag.begin);
         if (kind == XmlCursor::Kind::Verbatim) {
-            for (const char c : raw)
-                appendCharacter(bytes, out, c);
+            for (const char* p = raw.data(); p < raw.data() + raw.size();) {
+                if (*p == '\r') {
+                    p = appendLineEnd(out, p, raw.data() + raw.size());
+                } else {
+                    appendCharacter(bytes, out, *p++);
+                }
+            }
             continue;
         }
         out += kind == XmlCursor::Kind::Close ? "</" : "<";

@@ -31,6 +31,7 @@ TEST(XmlReader, ATextIsTheFirstThatStandsAnywhereBelow) {
         {"<![CDATA[<note>a]]><note>b</note>", "a]]><note>b"},
         {"<intvls><intvl><!--<note>hidden</note>--></intvl></intvls><note>a</note>", "hidden"},
         {"<note>a<![CDATA[<b>]]></note>", "a<![CDATA[<b>]]>"},
+        {"<note>a\r\n<![CDATA[b\r\nc\rd]]></note>", "a\n<![CDATA[b\nc\nd]]>"},
         {"<x y=\"&lt;note&gt;c&lt;/note&gt;\"/><note>a</note>", "a"},
     };
     for (const auto& [content, note] : cases)

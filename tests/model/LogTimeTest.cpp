@@ -127,14 +127,16 @@ TEST_F(LogTimeTest, TheLengthInWordsLosesWholeMonths) {
                                                           {31 * 86400 - 1, "743 hours 59 mins 59 secs"},
                                                           {31 * 86400, ""},
                                                           {31 * 86400 + 7200, "2 hours"},
-                                                          {-1, ""}};
+                                                          {-5, "743 hours 59 mins 55 secs"}}; // from the end of a month
     for (const auto& [seconds, text] : cases) {
         log.MeasurementTimeFromInstrument = seconds;
         EXPECT_EQ(LogLengthText(log), text) << seconds;
     }
     log.MeasurementTimeFromInstrument = 0;
     run("27/11/2024", "00:00:00", "26/11/2024", "00:00:00");
-    EXPECT_EQ(LogLengthText(log), "");
+    EXPECT_EQ(LogLengthText(log), "720 hours");
+    run("26/11/2024", "24:00:00", "26/11/2024", "00:00:00");
+    EXPECT_EQ(LogLengthText(log), "") << "no time of day";
 }
 
 TEST_F(LogTimeTest, TheIntervalIsTheSpacingOfMostRows) {

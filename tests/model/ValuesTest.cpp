@@ -116,6 +116,8 @@ TEST(Date, FormatsAndCountsDays) {
     EXPECT_EQ(dateOf(26, 11, 2024).getDate(noon), 45622.5);
     noon.Secs = 60;
     EXPECT_EQ(dateOf(26, 11, 2024).getDate(noon), 45622);
+    for (const clsTime& noTimeOfDay : {clsTime{24, 0, 0}, clsTime{12, 60, 0}, clsTime{-1, 0, 0}})
+        EXPECT_EQ(errorOf([&] { dateOf(26, 11, 2024).getDate(noTimeOfDay); }), kErrorTypeMismatch);
 
     struct Step {
         clsDate from;
@@ -174,9 +176,9 @@ TEST(Time, IsShownOnlyWhenItsPartsAreInRange) {
                           {timeOf(100, 0, 0), "100:00", "100:00:00"},
                           {timeOf(1, 2, 60), "01:02", ""},
                           {timeOf(1, 2, -1), "01:02", ""},
-                          {timeOf(1, 60, 0), "", ""},
-                          {timeOf(-1, 2, 3), "", ""},
-                          {timeOf(1, -2, 3), "", ""}};
+                          {timeOf(1, 60, 0), "", ":00"},
+                          {timeOf(-1, 2, 3), "", ":03"},
+                          {timeOf(1, -2, -3), "", ""}};
     for (const Case& c : cases) {
         EXPECT_EQ(c.time.hh_mm(), c.hh_mm);
         EXPECT_EQ(c.time.hh_mm_ss(), c.hh_mm_ss);
