@@ -1,0 +1,218 @@
+#include "app/Documents.h"
+
+#include "TestSession.h"
+#include "WatchedFrame.h"
+#include "files/Loaders.h"
+#include "platform/TemporaryFolder.h"
+#include "server/KestraneThread.h"
+#include "server/LogLoading.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace kestrane {
+namespace {
+
+constexpr const char* kOneLog = "<instruments><instrument-data><instrument-detail name=\"d\"/><logs><log name=\"a\">"
+                                "<ca><leq><f>85</f></leq></ca></log></logs></instrument-data></instruments>";
+
+class DocumentsTest : public ::testing::Test, protected TestSession {
+protected:
+    WatchedFrame frame;
+    TemporaryFolder folder;
+    std::vector<std::string> proposals;             // asked to name, in order
+    std::vector<std::optional<std::string>> chosen; // the answers
+    AskSaveName ask = [this](const std::string& proposal) {
+        proposals.push_back(proposal);
+        const auto name = chosen.empty() ? std::nullopt : chosen.front();
+        if (!chosen.empty()) chosen.erase(chosen.begin());
+        return name;
+    };
+    BackgroundServer server{pump, 2};
+
+    DocumentsTest() {
+        session.frame = &frame;
+        session.server = &server;
+    }
+
+    std::string written(const std::string& name, const std::string& text = kOneLog) {
+        writeText(folder.file(name), text);
+        return folder.file(name);
+    }
+
+    clsFile& opened(const std::string& name) {
+        EXPECT_TRUE(OpenFile(session, written(name), OpenSource::Named, true));
+        return *session.OpenFiles.back();
+    }
+
+    static void change(clsFile& file) { file.InstrumentDatas.front()->NameX += "!"; }
+};
+
+TEST_F(DocumentsTest, AFileOpensOnceByNameInAnyCase) {
+    const std::string name = written("a.xml");
+    EXPECT_TRUE(OpenFile(session, name, OpenSource::Dialog, true));
+    ASSERT_EQ(session.OpenFiles.size(), 1U);
+    EXPECT_GT(session.OpenFiles[0]->FileId, 0);
+    std::filesystem::remove(name); // it is in memory
+    EXPECT_TRUE(OpenFile(session, folder.file("A.XML"), OpenSource::Dialog, false));
+    EXPECT_EQ(session.OpenFiles.size(), 1U);
+    EXPECT_EQ(session.RecentFiles, std::vector<std::string>{name});
+    EXPECT_EQ(frame.Rebuilt, 1) << "neither new nor the last";
+}
+
+TEST_F(DocumentsTest, FourFilesAreRememberedTheMostRecentFirst) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 5; ++i) {
+        names.push_back(written(std::to_string(i) + ".xml"));
+        OpenFile(session, names.back(), OpenSource::Dialog, true);
+    }
+    using Recent = std::vector<std::string>;
+    EXPECT_EQ(session.RecentFiles, (Recent{names[4], names[3], names[2], names[1]}));
+    OpenFile(session, session.RecentFiles[2], OpenSource::Recent, true);
+    EXPECT_EQ(session.RecentFiles, (Recent{names[2], names[4], names[3], names[1]}));
+    OpenFile(session, names[0], OpenSource::Named, true);
+    EXPECT_EQ(session.RecentFiles.front(), names[2]);
+    EXPECT_EQ(session.OpenFiles.size(), 5U);
+}
+
+TEST_F(DocumentsTest, AFileThatDoesNotOpenLeavesNothingButItsMessage) {
+    EXPECT_FALSE(OpenFile(session, written("bad.xml", "<instruments>"), OpenSource::Named, true));
+    EXPECT_TRUE(session.OpenFiles.empty());
+    ASSERT_EQ(messages.Boxes.size(), 1U);
+    EXPECT_EQ(messages.Boxes[0].Flags, kIconStop);
+    EXPECT_EQ(messages.Boxes[0].Title, "Kestrane");
+}
+
+// A log's rows bring its table of what can be plotted with them, which is no change of the user's.
+TEST_F(DocumentsTest, RowsThatComeDoNotChangeTheDocument) {
+    EXPECT_TRUE(OpenFile(session, SAMPLES_DIR "/machine-survey-octave.xml", OpenSource::Named, true));
+    pump.runUntil([&] { return noLogIsBusy(session); });
+    clsFile& file = *session.OpenFiles.back();
+    EXPECT_FALSE(IsChanged(file));
+    change(file);
+    EXPECT_TRUE(IsChanged(file));
+}
+
+TEST_F(DocumentsTest, SavingInPlaceAsksNothingAndAnUnchangedFileIsLeftAlone) {
+    clsFile& file = opened("a.xml");
+    writeText(file.FileName, "mark");
+    EXPECT_TRUE(SaveFile(session, file, false, ask));
+    EXPECT_EQ(readText(file.FileName), "mark");
+    change(file);
+    EXPECT_TRUE(SaveFile(session, file, false, ask));
+    EXPECT_NE(readText(file.FileName).find("name=\"d!\""), std::string::npos);
+    EXPECT_FALSE(IsChanged(file));
+    EXPECT_TRUE(proposals.empty());
+    EXPECT_TRUE(messages.Boxes.empty());
+}
+
+TEST_F(DocumentsTest, WhatHasNoNameToWriteToAsksForOne) {
+    struct Case {
+        const char* name;
+        bool isOld, saveAs;
+        std::size_t warnings;
+    };
+
+    clsFile& file = opened("a.xml");
+    const std::string path = file.FileName;
+    const Case cases[] = {{"Untitled", false, false, 0},
+                          {"", false, false, 0},
+                          {path.c_str(), true, false, 1},
+                          {path.c_str(), false, true, 0}};
+    for (const Case& c : cases) {
+        messages.Boxes.clear();
+        proposals.clear();
+        file.FileName = c.name;
+        file.OldStyle = c.isOld;
+        EXPECT_FALSE(SaveFile(session, file, c.saveAs, ask)) << "cancelled";
+        EXPECT_EQ(file.FileName, c.name);
+        chosen = {folder.file("new.xml")};
+        EXPECT_TRUE(SaveFile(session, file, c.saveAs, ask));
+        EXPECT_EQ(proposals, (std::vector<std::string>{c.name, c.name}));
+        EXPECT_EQ(file.FileName, folder.file("new.xml"));
+        EXPECT_TRUE(std::filesystem::remove(folder.file("new.xml")));
+        EXPECT_FALSE(file.IsOldStyle());
+        ASSERT_EQ(messages.Boxes.size(), 2 * c.warnings);
+        if (c.warnings == 0) continue;
+        EXPECT_EQ(messages.Boxes[0].Prompt,
+                  "After saving this file, it will not be compatible with older applications");
+        EXPECT_EQ(messages.Boxes[0].Flags, kIconInformation);
+    }
+}
+
+TEST_F(DocumentsTest, AnEmptyCollectionIsRefusedWhileTheSettingSaysSo) {
+    clsFile& file = opened("a.xml");
+    file.InstrumentDatas.push_back(std::make_unique<clsInsData>(session));
+    EXPECT_FALSE(SaveFile(session, file, true, ask));
+    EXPECT_TRUE(proposals.empty());
+    ASSERT_EQ(messages.Boxes.size(), 1U);
+    EXPECT_EQ(messages.Boxes[0].Prompt, session.LoadText(6539));
+    session.Options.PreventEmptySaving = false;
+    EXPECT_TRUE(SaveFile(session, file, false, ask));
+}
+
+TEST_F(DocumentsTest, AFailureIsReportedAndTheOldNameStands) {
+    clsFile& file = opened("a.xml");
+    const std::string before = file.FileName;
+    change(file);
+    chosen = {folder.file("none/b.xml")};
+    EXPECT_FALSE(SaveFile(session, file, true, ask));
+    EXPECT_EQ(file.FileName, before);
+    EXPECT_TRUE(IsChanged(file));
+    ASSERT_EQ(messages.Boxes.size(), 1U);
+    EXPECT_EQ(messages.Boxes[0].Flags, kIconExclamation);
+    EXPECT_EQ(messages.Boxes[0].Prompt,
+              "2: No such file or directory\r\n\r\nThere was an error saving '" + folder.file("none/b.xml") + "'");
+}
+
+TEST_F(DocumentsTest, ClosingAsksEverythingFirstAndSavesThen) {
+    struct Case {
+        std::vector<Button> answers;
+        bool isClosed;
+        std::size_t questions;
+        std::vector<bool> isSaved; // a, b, c
+    };
+
+    const Case cases[] = {
+        {{Button::Yes, Button::Cancel}, false, 2, {false, false, false}}, // nothing is saved
+        {{Button::Yes, Button::No, Button::Yes}, true, 3, {true, false, true}},
+    };
+    for (const Case& c : cases) {
+        session.OpenFiles.clear();
+        messages.Boxes.clear();
+        std::vector<std::string> names;
+        for (const char* name : {"a.xml", "b.xml", "c.xml"}) {
+            change(opened(name));
+            names.push_back(folder.file(name));
+        }
+        opened("unchanged.xml");
+        messages.Answers = c.answers;
+        EXPECT_EQ(CloseFile(session, nullptr, ask), c.isClosed);
+        ASSERT_EQ(messages.Boxes.size(), c.questions);
+        EXPECT_EQ(messages.Boxes[1].Prompt, "Do you want to save the changes made to 'b.xml'");
+        EXPECT_EQ(messages.Boxes[1].Flags, kButtonsYesNoCancel + kIconQuestion);
+        for (std::size_t i = 0; i < names.size(); ++i)
+            EXPECT_EQ(readText(names[i]) != kOneLog, c.isSaved[i]) << names[i];
+        EXPECT_EQ(session.OpenFiles.size(), c.isClosed ? 0U : 4U);
+    }
+}
+
+TEST_F(DocumentsTest, ClosingStopsAtASaveThatFailsAndRemembersNewNames) {
+    clsFile& other = opened("b.xml");
+    clsFile& file = opened("a.xml");
+    file.FileName = "Untitled";
+    change(file);
+    messages.Answers = {Button::Yes};
+    EXPECT_FALSE(CloseFile(session, &file, ask)) << "no name given";
+    EXPECT_EQ(session.OpenFiles.size(), 2U);
+    messages.Answers = {Button::Yes};
+    chosen = {folder.file("new.xml")};
+    EXPECT_TRUE(CloseFile(session, &file, ask));
+    ASSERT_EQ(session.OpenFiles.size(), 1U);
+    EXPECT_EQ(session.OpenFiles[0].get(), &other);
+    EXPECT_EQ(session.RecentFiles, std::vector<std::string>{folder.file("new.xml")});
+}
+
+} // namespace
+} // namespace kestrane

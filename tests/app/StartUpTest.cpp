@@ -1,0 +1,113 @@
+#include "app/StartUp.h"
+#include "app/Placement.h"
+
+#include "TestSession.h"
+#include "platform/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace kestrane {
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST(CommandLine, IsSplitByQuotesAndByWhatExists) {
+    struct Case {
+        const char* text;
+        Names existing;
+        Names names;
+    };
+
+    const Case cases[] = {
+        {"", {}, {}},
+        {"   ", {}, {}},
+        {"\"C:\\a b.xml\" \"C:\\c d.xml\"", {}, {"C:\\a b.xml", "C:\\c d.xml"}}, // quoted: there or not
+        {"\"a.xml\"\"b.xml\"", {}, {"a.xml", "b.xml"}},
+        {"\"\" \"open end", {}, {"open end"}},
+        {" a.xml ", {"a.xml"}, {"a.xml"}},
+        {"a.xml", {}, {}},
+        {"C:\\My Data\\a.xml", {"C:\\My Data\\a.xml"}, {"C:\\My Data\\a.xml"}},
+        {"my old data.xml \"b.xml\"",
+         {"my old data.xml"},
+         {"my old data.xml"}}, // the next word is skipped, quoted or not
+        {"a.xml b.xml c.xml", {"a.xml", "b.xml", "c.xml"}, {"a.xml", "c.xml"}},
+        {"a.xml b.xml", {"a.xml", "b.xml"}, {"a.xml"}}, // the rest does not get shorter
+        {"none x \"b.xml\"", {}, {}},
+    };
+    for (const Case& c : cases) {
+        const auto exists = [&](const std::string& name) { return std::ranges::count(c.existing, name) != 0; };
+        EXPECT_EQ(commandLineFiles(c.text, exists), c.names) << c.text;
+    }
+    const Names shellWords = {"/data/a b.xml", "c.xml"};
+    EXPECT_EQ(commandLineFiles(commandLineText(shellWords), [](const std::string&) { return false; }), shellWords);
+}
+
+class StartUpTest : public ::testing::Test, protected TestSession {};
+
+TEST_F(StartUpTest, RecentFilesAreReadUpToTheFirstGapAndWrittenInOrder) {
+    settings.write("Preferences", "LastFile1", "/a.xml");
+    settings.write("Preferences", "LastFile3", "/c.xml");
+    readSettings(session);
+    EXPECT_EQ(session.RecentFiles, Names{"/a.xml"});
+    session.RecentFiles = {"/x.xml", "/a.xml"};
+    saveRecentFiles(session);
+    EXPECT_EQ(settings.read("Preferences", "LastFile2", ""), "/a.xml");
+    EXPECT_EQ(settings.read("Preferences", "LastFile3", ""), "/c.xml") << "keys of a higher number stay";
+}
+
+TEST_F(StartUpTest, OpensWhatItCanAndShowsTheCompany) {
+    struct StatusFrame : Frame {
+        std::string status;
+        int rebuilt = 0;
+
+        void SetPanel(Panel panel, const std::string& text) override {
+            if (panel == Panel::Status) status = text;
+        }
+
+        void RebuildExplorerTrees() override { ++rebuilt; }
+    } frame;
+
+    session.frame = &frame;
+    const TemporaryFolder folder;
+    for (const char* name : {"a.xml", "b c.xml"})
+        writeText(folder.file(name), "<instruments/>");
+    settings.write("Preferences", "CompanyName", "Acoustics & Co");
+    Main(session, {folder.file("a.xml"), folder.file("none.xml"), folder.file("b c.xml")});
+    ASSERT_EQ(session.OpenFiles.size(), 2U);
+    EXPECT_EQ(session.OpenFiles[1]->FileName, folder.file("b c.xml"));
+    EXPECT_EQ(messages.Boxes.size(), 1U) << "the missing one, and on with the next";
+    EXPECT_TRUE(session.RecentFiles.empty()) << "the command line leaves the recent files alone";
+    EXPECT_EQ(frame.rebuilt, 2);
+    EXPECT_EQ(frame.status, session.Options.CompanyName);
+}
+
+TEST(Placement, IsKeptInTwipsAndRefusedWhenNoWindowCanHaveIt) {
+    MemorySettings store;
+    EXPECT_EQ(readPlacement(store), std::nullopt);
+    const Placement placement = {-8, 20, 800, 600};
+    savePlacement(store, placement);
+    EXPECT_EQ(store.read("Settings", "MainWidth", ""), "12000");
+    EXPECT_EQ(readPlacement(store), placement);
+    for (const char* width : {"0", "-15", "wide", "1E9", ""}) {
+        store.write("Settings", "MainWidth", width);
+        EXPECT_EQ(readPlacement(store), std::nullopt) << width;
+    }
+}
+
+TEST(Placement, IsBroughtOntoTheScreenItSharesMostOf) {
+    const std::vector<Placement> screens = {{0, 0, 1000, 800}, {1000, 0, 500, 400}};
+    const std::pair<Placement, Placement> cases[] = {
+        {{10, 10, 300, 200}, {10, 10, 300, 200}},       {{-50, -20, 300, 200}, {0, 0, 300, 200}},
+        {{950, 0, 300, 200}, {1000, 0, 300, 200}},      // mostly on the second
+        {{1300, 300, 600, 200}, {1000, 200, 500, 200}}, // too wide for it
+        {{5000, 5000, 300, 200}, {700, 600, 300, 200}}, // on none: the first
+    };
+    for (const auto& [from, to] : cases)
+        EXPECT_EQ(broughtOnScreen(from, screens), to) << from.Left;
+    EXPECT_EQ(broughtOnScreen({-50, 0, 10, 10}, {}), (Placement{-50, 0, 10, 10}));
+}
+
+} // namespace
+} // namespace kestrane
