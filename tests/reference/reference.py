@@ -302,13 +302,12 @@ def default_plotted(channel, kind, p):
 
 
 class Row:
-    def __init__(self, node, mode):
-        count = len(LABELS[mode])
+    def __init__(self, node, mode, channel_b):
         text = lambda n, tag: unescape(n.lookup(tag) or "") if n else ""
         self.excluded = False
         self.StartDate = stored_date(set_date(text(node, "date"), NO_DATE))
         self.StartTime = stored_time(set_time(text(node, "time"), (0, 0, 0)))
-        a, b = node.child("ca"), node.child("cb")
+        a, b = node.child("ca"), node.child("cb") if channel_b else None
         for tag, name in (("leq", "LeqA"), ("lmin", "LminA"), ("lmax", "LmaxA")):
             setattr(self, name, self.bands(a, tag, mode))
         self.LnA = [self.bands(a, f"ln{i}", mode) for i in range(1, 11)]
@@ -319,7 +318,6 @@ class Row:
         for tag, name in ROW_B.items():
             setattr(self, name, Value(level(text(b, tag))))
         self.OverloadedA, self.OverloadedB = flag(text(a, "ol")), flag(text(b, "ol"))
-        assert len(self.LeqA) == count
 
     @staticmethod
     def bands(parent, tag, mode):
@@ -352,15 +350,19 @@ class ExposureRow:
         self.Note, self.Leq = text("note"), level(text("leq"))
         self.duration, self.included = set_time(text("duration"), (0, 0, 0)), flag(text("is-included"))
 
+    @staticmethod
+    def figure(formula):
+        try:
+            return f32(formula())
+        except FAULTS:
+            return 0
+
     def json(self):
         hours = hours_of(self.duration)
-        lex = f32(10 * math.log10(hours / 8) + self.Leq) if self.Leq and hours else 0
-        dose, q = 0, f32(self.Exchange / math.log10(2))
-        if self.Leq and self.Criterion and q and hours:
-            try:
-                dose = f32(hours * 12.5 * 10 ** f32((self.Leq - self.Criterion) / q))
-            except FAULTS:
-                dose = 0
+        q = f32(self.Exchange / math.log10(2))
+        lex = self.figure(lambda: 10 * math.log10(hours / 8) + self.Leq) if self.Leq and hours else 0
+        dose = self.figure(lambda: hours * 12.5 * 10 ** f32((self.Leq - self.Criterion) / q)) \
+            if self.Leq and self.Criterion and q and hours else 0
         return {"Criterion": self.Criterion, "Exchange": self.Exchange, "SampleDate": date_text(self.date),
                 "SampleTime": clock(self.time), "Note": self.Note, "Leq": self.Leq, "Duration": clock(self.duration),
                 "Lex": lex, "Dose": dose, "IsIncluded": self.included}
@@ -377,6 +379,11 @@ class Log:
             setattr(self, name, Value())
         self.rows = []
         self.read(node)
+
+    @staticmethod
+    def settle(name, band, mean):
+        """Settles on an energy mean; a comparison puts its own rule here."""
+        return mean
 
     # -- kinds of instrument
     def model(self):
@@ -487,7 +494,7 @@ class Log:
 
     def load_rows(self):
         """The intervals arrive: rows, flags of the selection, plottable tables."""
-        self.rows = [Row(n, self.Mode) for n in self.row_nodes]
+        self.rows = [Row(n, self.Mode, self.IsChannelBOn) for n in self.row_nodes]
         if self.rows:
             self.flag_rows()
             self.set_plottable()
@@ -542,22 +549,33 @@ class Log:
             self.DoseETCumB.calc = 0.0 if off else self.dose("B", True)
             return
         if self.rows:
-            self.recalc_rows()
+            try:
+                self.recalc_rows()
+            except FAULTS:                                     # the figures stay, and so do those derived from them
+                return
         elif mode == 1:
             return
         else:
             for figures in (self.LeqCumA, self.LminCumA, self.LmaxCumA):
-                total, seen = 0.0, False
-                for v in figures[1:]:
-                    if v.calc:
-                        total, seen = f32(total + 10 ** (v.calc / 10)), True
-                if seen and (self.overwrite or not figures[0].calc):
-                    figures[0].calc = f32(10 * math.log10(total))
+                bands = [v.calc for v in figures[1:] if v.calc]
+                if bands and (self.overwrite or not figures[0].calc):
+                    figures[0].calc = self.energy_sum(bands, figures[0].calc)
         self.complete(mode)
+
+    @staticmethod
+    def energy_sum(levels, present):
+        total = 0.0
+        try:
+            for x in levels:
+                total = f32(total + 10 ** (x / 10))
+            return f32(10 * math.log10(total))
+        except FAULTS:
+            return present
 
     def recalc_rows(self):
         self.flag_rows()
         rows = [r for r in self.rows if not r.excluded]
+        returned = []
 
         def mean(figures):
             found = [v.calc for v in figures if v.calc]          # every row weighs the same: one interval length
@@ -567,20 +585,22 @@ class Log:
             return lambda figures: choose((v.calc for v in figures if v.calc), default=0)
 
         def put(figure, x):
-            if x and (self.overwrite or not figure.calc):
-                figure.calc = x
+            returned.append((figure, x))
 
         lowest, highest = pick(min), pick(max)
         for b in range(len(self.LeqCumA)):
-            put(self.LeqCumA[b], mean([r.LeqA[b] for r in rows]))
+            put(self.LeqCumA[b], self.settle("LeqCumA", b, mean([r.LeqA[b] for r in rows])))
             put(self.LminCumA[b], lowest([r.LminA[b] for r in rows]))
             put(self.LmaxCumA[b], highest([r.LmaxA[b] for r in rows]))
         put(self.PeakCumA, highest([r.PeakA for r in rows]))
         if self.IsChannelBOn:
-            put(self.LeqCumB, mean([r.LeqB for r in rows]))
+            put(self.LeqCumB, self.settle("LeqCumB", None, mean([r.LeqB for r in rows])))
             put(self.LminCumB, lowest([r.LminB for r in rows]))
             put(self.LmaxCumB, highest([r.LmaxB for r in rows]))
             put(self.PeakCumB, highest([r.PeakB for r in rows]))
+        for figure, x in returned:
+            if x and (self.overwrite or not figure.calc):
+                figure.calc = x
 
     def complete(self, mode):
         self.TWACumA.calc = self.twa(self.TWACumA.calc, lambda: self.DoseETCumA.calc)
@@ -686,7 +706,7 @@ class Log:
     def holds(self, channel, kind, p):
         letter = " AB"[channel]
         if p <= 3:
-            if self.halcyr() and (p == 2 or p == 3 and self.location() == "IND"):
+            if self.halcyr() and (p == 2 or p == 3 and self.test_location() == "IND"):
                 return False
             name = PARAMETERS[p - 1][1:]
             found = [getattr(self, name + "Cum" + letter)] if kind == 1 else [getattr(r, name + letter)
@@ -707,8 +727,12 @@ class Log:
         self.recalc(4)
 
     def zoom(self, first, last):
+        if (first, last) == (1, len(self.rows)):               # the log itself
+            self.recalc(2)
+            self.set_plottable()
+            return self
         try:
-            parent5 = self.time("m") >= 5
+            parent5 = self.time("m", False, False) >= 5
         except FAULTS:
             parent5 = False
         nodes, rows = self.row_nodes, self.rows
@@ -716,6 +740,11 @@ class Log:
         log = copy.deepcopy(self)
         self.row_nodes, self.rows = nodes, rows
         log.rows = copy.deepcopy(rows[first - 1:last])
+        ranges = [[integer(t, 32) for t in text.split("~")] for text in self.cut_ranges]
+        moved = [(max(a, first) - first + 1, min(b, last) - first + 1) for a, b in ranges]
+        log.cut_ranges = [f"{a}~{b}" for a, b in moved if a <= b]
+        if self.include and self.cut_ranges and not log.cut_ranges:
+            log.cut_ranges = ["0~0"]                           # an include selection that holds no row
         log.zoomed, log.parent5, log.MeasurementTimeFromInstrument = True, parent5, 0
         log.StartDate, log.StartTime = log.rows[0].StartDate, log.rows[0].StartTime
         log.EndDate, log.EndTime = log.rows[-1].StartDate, log.rows[-1].StartTime
@@ -883,10 +912,9 @@ class Document:
         self.collections = [c for c in (InsData(n) for n in parent.children("instrument-data")) if c.logs]
         for log in self.all_logs():
             log.recalc(4)
-        saved = self.text(False)
         for log in self.all_logs():
             log.load_rows()
-        self.changed = self.text(False) != saved
+        self.changed = False                                   # what rows do to the display options is no change
         self.keys, highest = {}, [0, 0, 0]
         for i, c in enumerate(self.collections, 1):
             for log in c.logs:

@@ -1,0 +1,136 @@
+#!/usr/bin/env python3
+"""What a call of kestrane-cli promises whatever its verb: exit status, what goes to which stream, global options, and
+that -o writes all or nothing.
+
+Usage: calls.py CLI SAMPLES
+"""
+
+import json
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+CLI, SAMPLES = map(os.path.abspath, sys.argv[1:3])
+DOSIMETER = os.path.join(SAMPLES, "shift-dosimeter.xml")
+LONG = os.path.join(SAMPLES, "third-octave-2000.xml")
+
+
+def run(*words, company=None):
+    company = ["--company", company] if company else []
+    result = subprocess.run([CLI, "--settings", "settings.ini", *company, *words], capture_output=True, check=False,
+                            env={**os.environ, "LC_ALL": "C"})
+    return result.returncode, result.stdout.decode(), result.stderr.decode()
+
+
+def write(name, text):
+    with open(name, "w", encoding="utf-8") as file:
+        file.write(text)
+
+
+def read(name):
+    with open(name, encoding="utf-8") as file:
+        return file.read()
+
+
+class Calls(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.addCleanup(os.chdir, os.getcwd())
+        os.chdir(folder.name)
+
+    def test_a_result_is_one_json_document_alone(self):
+        for words in (["show", DOSIMETER, "--intervals"], ["tree", DOSIMETER, LONG], ["recalc", DOSIMETER], ["panel", DOSIMETER],
+                      ["zoom", DOSIMETER, "--from", "2", "--to", "3"], ["cut", DOSIMETER, "--exclude", "1-2,4"],
+                      ["save", DOSIMETER, "-o", "out.xml"], ["text", "1184", "4557"]):
+            status, out, err = run(*words)
+            self.assertEqual((status, err), (0, ""), words)
+            self.assertTrue(out.endswith("\n") and out.count("\n") == 1, words)
+            json.loads(out)
+        for words in (["--help"], ["show", "--help"], ["--version"]):
+            self.assertEqual(run(*words)[0], 0)
+
+    def test_wrong_words_end_with_2_and_write_nothing(self):
+        for words in ([], ["odd"], ["show"], ["show", DOSIMETER, "--odd"], ["save", DOSIMETER], ["text", "abc"],
+                      ["recalc", DOSIMETER, "--criterion", "loud", "-o", "out.xml"], ["zoom", DOSIMETER, "--from", "1"],
+                      ["tree", DOSIMETER, "--files-on-tree", "3"], ["--answer", "maybe", "show", DOSIMETER],
+                      ["cut", DOSIMETER, "-o", "out.xml"], ["cut", DOSIMETER, "--include", "1-2;3", "-o", "out.xml"],
+                      ["cut", DOSIMETER, "--include", "1", "--exclude", "2"]):
+            status, out, err = run(*words)
+            self.assertEqual((status, out), (2, ""), words)
+            self.assertTrue(err, words)
+            self.assertFalse(os.path.exists("out.xml"), words)
+
+    def test_a_failure_ends_with_1_and_the_programs_own_text(self):
+        write("bad.xml", "<instruments>")
+        invalid = "Kestrane: The selected interval range is invalid\n"
+        for words, text in ((["show", "none.xml"], None), (["show", "bad.xml"], None), (["tree", DOSIMETER, "none.xml"], None),
+                            (["recalc", DOSIMETER, "--log", "L9I9F9"], None),
+                            (["zoom", DOSIMETER, "--from", "3", "--to", "2"], invalid),
+                            (["zoom", DOSIMETER, "--from", "0", "--to", "2"], invalid),
+                            (["cut", DOSIMETER, "--include", "1-99999"], invalid),
+                            (["cut", DOSIMETER, "--include", "5-2"], "Kestrane: Invalid range.  The 'from' interval is later "
+                                                                     "than the 'to' interval.\n")):
+            status, out, err = run(*words)
+            self.assertEqual((status, out), (1, ""), words)
+            self.assertTrue(err.startswith("Kestrane: ") and err.endswith("\n"), words)
+            if text:
+                self.assertEqual(err, text, words)
+
+    def test_a_question_is_printed_with_its_answer(self):
+        question = ["chart", LONG, "--tab", "0", "--3d", "--values"]
+        for answer, status in (([], 0), (["--answer", "yes"], 0), (["--answer", "no"], 1), (["--answer", "cancel"], 0)):
+            found, out, err = run(*answer, *question)
+            self.assertEqual(found, status, answer)
+            self.assertTrue(err.startswith("Kestrane: "))
+            self.assertTrue(err.endswith(" -> no\n" if status else " -> yes\n"), err)
+            self.assertEqual(out == "", status == 1)
+
+    def test_the_settings_are_those_of_the_file(self):
+        before = json.loads(run("recalc", DOSIMETER)[1])["ExposureTime"]
+        self.assertTrue(os.path.exists("settings.ini"), "created when missing")
+        write("settings.ini", "[Preferences]\nFilesOnTreeView=2\nSerialPort=first\n")
+        status, out, err = run("tree", DOSIMETER)
+        self.assertEqual(status, 0)
+        self.assertEqual(json.loads(out)[0]["Key"], "I1F1")
+        self.assertIn("SerialPort", err)
+        self.assertEqual(err.count("Kestrane: "), 1)
+        self.assertEqual(before, json.loads(run("recalc", DOSIMETER)[1])["ExposureTime"])
+
+    def test_company_and_separators(self):
+        brands = [run("text", "3003", company=c)[1] for c in ("Ordwyn Acoustics", "BRENNOCK Ltd", "Brennock of Ordwyn")]
+        self.assertNotEqual(brands[0], brands[1])
+        self.assertEqual(brands[0], brands[2])
+        levels = [json.loads(run("--decimal-separator", c, "panel", DOSIMETER)[1])["lblLeqA"] for c in ".,"]
+        self.assertEqual(levels[0].replace(".", ","), levels[1])
+        self.assertNotEqual(*levels)
+        same = [run("--decimal-separator", c, "show", DOSIMETER)[1] for c in ".,"]
+        self.assertEqual(*same)
+        write("dates.xml", "<instruments><instrument-data><instrument-detail/><logs><log><sdt>26.11.2024</sdt></log></logs>"
+                           "</instrument-data></instruments>")
+        dates = [json.loads(run("--date-separator", c, "recalc", "dates.xml")[1])["StartDate"] for c in "/."]
+        self.assertEqual(dates, ["", "26/11/2024"])
+
+    def test_output_replaces_a_file_whole_or_not_at_all(self):
+        write("out.xml", "old")
+        self.assertEqual(run("recalc", DOSIMETER, "--criterion", "80", "-o", "out.xml")[0], 0)
+        self.assertIn("<cri>80</cri>", read("out.xml"))
+        row = "<intvl><ca><peak>1E39</peak></ca></intvl>"     # no single: the rows cannot be read
+        write("unread.xml", "<instruments><instrument-data><instrument-detail/><logs><log><intvls>" + row +
+              "</intvls></log></logs></instrument-data></instruments>")
+        os.mkdir("folder")
+        for source, target in (("unread.xml", "out.xml"), ("none.xml", "out.xml"), (DOSIMETER, "none/out.xml"),
+                               (DOSIMETER, "folder")):
+            before = sorted(os.listdir("."))
+            status, out, err = run("save", source, "-o", target)
+            self.assertEqual((status, out), (1, ""), target)
+            self.assertIn("Kestrane: ", err)
+            self.assertIn("<cri>80</cri>", read("out.xml"))
+            self.assertEqual(sorted(os.listdir(".")), before)
+        self.assertEqual(os.listdir("folder"), [])
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
