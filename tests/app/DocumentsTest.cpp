@@ -82,6 +82,9 @@ TEST_F(DocumentsTest, AFileThatDoesNotOpenLeavesNothingButItsMessage) {
     ASSERT_EQ(messages.Boxes.size(), 1U);
     EXPECT_EQ(messages.Boxes[0].Flags, kIconStop);
     EXPECT_EQ(messages.Boxes[0].Title, "Kestrane");
+    EXPECT_TRUE(session.RecentFiles.empty());
+    EXPECT_FALSE(OpenFile(session, folder.file("none.xml"), OpenSource::Dialog, true));
+    EXPECT_EQ(session.RecentFiles, std::vector<std::string>{folder.file("none.xml")});
 }
 
 // A log's rows bring its table of what can be plotted with them, which is no change of the user's.
