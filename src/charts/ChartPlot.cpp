@@ -58,6 +58,7 @@ void ChartPlot::clearContent() {
     readOut_.reset();
     shade_.reset();
     axisRect_.reset();
+    solid_.reset();
     legend_.reset();
     footnote_.reset();
     title_.reset();
@@ -74,7 +75,10 @@ void ChartPlot::setContent(std::shared_ptr<const ChartContent> content, const Ch
     footnote_ =
         std::make_unique<ChartText>(this, chart.Footnote, looks_.font(chart.NoteFont), looks_.Text, Qt::AlignLeft);
     legend_ = std::make_unique<ChartLegend>(this, *content_, looks_);
-    if (chart.RowCount > 0) {
+    if (chart.RowCount == 0) return;
+    if (chart.Style == eChartAs3D && !content_->series.empty()) {
+        solid_ = std::make_unique<Chart3D>(this, *content_, looks_, locale_);
+    } else {
         makeAxes();
         makeSeries();
         setView(wholeView());
@@ -189,6 +193,11 @@ QSize ChartPlot::minimumSizeHint() const {
 void ChartPlot::updateLayout() {
     if (content_) placeParts();
     QCustomPlot::updateLayout();
+}
+
+QCPLayoutElement* ChartPlot::body() const {
+    if (axisRect_) return axisRect_.get();
+    return solid_.get();
 }
 
 std::vector<QCPLayoutElement*> ChartPlot::parts() const {

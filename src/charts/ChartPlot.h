@@ -3,6 +3,7 @@
 #pragma once
 
 #include "charts/AxisTickers.h"
+#include "charts/Chart3D.h"
 #include "charts/ChartContent.h"
 #include "charts/ChartLegend.h"
 #include "charts/ChartLooks.h"
@@ -29,7 +30,7 @@ public:
     void setContent(std::shared_ptr<const ChartContent> content, const ChartLooks& looks);
     void showParts(bool isLegendShown, bool isFootnoteShown);
 
-    // Whether there are axes to zoom and to read from: not without rows.
+    // Whether there are axes to zoom and to read from: not without rows, and not in 3D.
     bool hasAxes() const { return axisRect_ != nullptr; }
 
     QCPAxisRect& axisArea() const { return *axisRect_; }
@@ -52,7 +53,7 @@ private:
     void makeSeries();
     void makeOne(std::size_t drawn);
 
-    QCPLayoutElement* body() const { return axisRect_.get(); }
+    QCPLayoutElement* body() const;
 
     std::vector<QCPLayoutElement*> parts() const;
     bool isShown(const ChartText& text) const;
@@ -68,7 +69,9 @@ private:
 
     std::unique_ptr<ChartText> title_, footnote_;
     std::unique_ptr<ChartLegend> legend_;
-    std::unique_ptr<QCPAxisRect> axisRect_;
+    std::unique_ptr<QCPAxisRect> axisRect_; // in 2D
+    std::unique_ptr<Chart3D> solid_;
+
     std::unique_ptr<QCPLayerable> shade_;
     std::unique_ptr<ReadOut> readOut_;
     QSharedPointer<CategoryTicker> categories_;

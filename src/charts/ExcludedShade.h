@@ -7,6 +7,10 @@
 
 namespace kestrane {
 
+// The excluded rows within a range, as spans of whole rows from edge to edge (row r from r - 0.5 to r + 0.5). Spans
+// less than a pixel apart are one, with the range so many pixels wide.
+std::vector<QCPRange> excludedSpans(const ChartData& chart, const QCPRange& rows, double pixels);
+
 class ExcludedShade : public QCPLayerable {
 public:
     ExcludedShade(QCPAxis* rows, const ChartContent& content, const QColor& color);
