@@ -1,7 +1,6 @@
 #include "charts/Chart3D.h"
 
 #include "charts/ExcludedShade.h"
-#include "platform/Format.h"
 
 #include <algorithm>
 #include <cmath>
@@ -378,7 +377,7 @@ void Chart3D::drawFigure(QCPPainter& painter, double x, double y, double z, floa
     painter.setPen(QPen(looks_.QuietText));
     painter.drawText(QRectF(point.x(), point.y() - metrics_.height() - 2, 0, metrics_.height()),
                      Qt::AlignHCenter | Qt::AlignBottom | Qt::TextDontClip,
-                     QString::fromStdString(formatNumber(static_cast<double>(value), "#0.0##", locale_)));
+                     QString::fromStdString(chartFigureText(value, locale_)));
 }
 
 } // namespace kestrane

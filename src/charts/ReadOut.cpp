@@ -1,7 +1,5 @@
 #include "charts/ReadOut.h"
 
-#include "platform/Format.h"
-
 #include <algorithm>
 
 namespace kestrane {
@@ -53,7 +51,7 @@ std::vector<ReadOut::Line> ReadOut::valueLines() const {
         const QCPAxis* const axis = series.Axis == ChartAxis::Primary ? primary_ : secondary_;
         lines.push_back(
             {looks_.color(content_, i), QString::fromStdString(series.Label),
-             QString::fromStdString(formatNumber(static_cast<double>(value), "#0.0##", locale_)),
+             QString::fromStdString(chartFigureText(value, locale_)),
              QPointF(rows_->coordToPixel(static_cast<double>(*row_)), axis->coordToPixel(static_cast<double>(value)))});
     }
     return lines;

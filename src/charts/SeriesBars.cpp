@@ -1,7 +1,5 @@
 #include "charts/SeriesBars.h"
 
-#include "platform/Format.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -54,7 +52,7 @@ void SeriesBars::draw(QCPPainter* painter) {
 }
 
 void SeriesBars::drawFigure(QCPPainter* painter, const QRectF& bar, double pitch, float value) const {
-    const QString text = QString::fromStdString(formatNumber(static_cast<double>(value), "#0.0##", locale_));
+    const QString text = QString::fromStdString(chartFigureText(value, locale_));
     const QFontMetrics metrics(font_);
     const QRectF place(bar.center().x() - pitch, bar.top() - metrics.height() - kFigureGap, 2 * pitch,
                        metrics.height());

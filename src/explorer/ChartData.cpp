@@ -4,6 +4,10 @@
 
 namespace kestrane {
 
+std::string chartFigureText(float value, const Locale& locale) {
+    return formatNumber(static_cast<double>(value), std::abs(value) < 10 ? "#0.0##" : "##0.0", locale);
+}
+
 std::string chartValuesText(const ChartData& chart, const Locale& locale) {
     std::string text;
     for (const ChartSeries& series : chart.Series) {

@@ -65,6 +65,9 @@ struct ChartData {
     std::size_t ReferenceSeries = 0; // so many at the front are curves to compare with, drawn quietly, with their label
 };
 
+// A figure as a chart shows it beside a mark: to 0.1, and finer below 10, where doses and Pa2Hr lie.
+std::string chartFigureText(float value, const Locale& locale);
+
 // The chart's values as text: a line of the series' labels behind an empty cell, then a line a row, of its label and
 // its values as "#0.0##" (a missing one is an empty cell); tabs between cells, CR LF behind lines. Series without a
 // label are left out.
