@@ -11,6 +11,7 @@ namespace kestrane {
 namespace {
 
 constexpr std::string_view kSettings = "Settings";
+constexpr std::string_view kTreeWidth = "TreeWidth";
 constexpr int kTwipsPerPixel = 15;
 constexpr float kFarthestTwip = 1e6F;
 
@@ -51,6 +52,20 @@ std::optional<Placement> readPlacement(const SettingsStore& store) {
 void savePlacement(SettingsStore& store, const Placement& placement) {
     for (const Field& field : kFields)
         store.write(kSettings, field.key, std::to_string(placement.*field.member * kTwipsPerPixel));
+}
+
+std::optional<int> readTreeWidth(const SettingsStore& store) {
+    std::int16_t width = 0;
+    try {
+        fromSettingsText(store.read(kSettings, kTreeWidth, {}), width);
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+    return width > 0 ? std::optional<int>(width) : std::nullopt;
+}
+
+void saveTreeWidth(SettingsStore& store, int width) {
+    store.write(kSettings, kTreeWidth, std::to_string(width));
 }
 
 Placement broughtOnScreen(Placement placement, const std::vector<Placement>& screens) {

@@ -20,6 +20,10 @@ struct Placement {
 std::optional<Placement> readPlacement(const SettingsStore& store);
 void savePlacement(SettingsStore& store, const Placement& placement);
 
+// The width of the explorer tree, in pixels at 96 dpi. Nothing when the store holds none that a tree can have.
+std::optional<int> readTreeWidth(const SettingsStore& store);
+void saveTreeWidth(SettingsStore& store, int width);
+
 // The placement moved, and where need be shrunk, so that it lies on the screen that it shares most of; on the first one
 // when it shares none. Unchanged without screens.
 Placement broughtOnScreen(Placement placement, const std::vector<Placement>& screens);

@@ -1,5 +1,6 @@
 #include "desktop/frmExplorer.h"
 
+#include "app/Placement.h"
 #include "desktop/tabLog.h"
 #include "desktop/tvwTreeView.h"
 #include "dialogs/Icons.h"
@@ -28,7 +29,7 @@ frmExplorer::frmExplorer(Session& session, QWidget* parent) : QWidget(parent), s
     splitter->addWidget(tree_);
     splitter->addWidget(log_);
     splitter->setStretchFactor(1, 1);
-    splitter->setSizes({kTreeWidth, kLogWidth});
+    splitter->setSizes({readTreeWidth(session.settings).value_or(kTreeWidth), kLogWidth});
     splitter->setChildrenCollapsible(false);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -99,6 +100,10 @@ void frmExplorer::LogValuesChanged(const clsLog& log) {
 
 void frmExplorer::EditSelectedNode() {
     tree_->EditNode(state_.SelectedKey);
+}
+
+int frmExplorer::TreeWidth() const {
+    return tree_->width();
 }
 
 void frmExplorer::nodeRenamed(const std::string& key, const std::string& text) {

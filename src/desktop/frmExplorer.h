@@ -31,6 +31,7 @@ public:
     void ResetControls(); // forgets the open log
     void LogValuesChanged(const clsLog& log);
     void EditSelectedNode();
+    int TreeWidth() const; // pixels
 
 signals:
     void StateChanged(); // the frame's menus follow

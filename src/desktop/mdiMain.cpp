@@ -351,8 +351,7 @@ void mdiMain::run(Command command) {
     case Command::HelpTerms:
         return openBeside("AcousticTerms.html");
     case Command::HelpHomePage:
-        QDesktopServices::openUrl(QUrl(shown(session_.LoadText(10001))));
-        return;
+        return openHomePage();
     case Command::HelpManual:
         return openBeside("manuals/" + session_.brand.ManualFile);
     case Command::HelpAbout:
@@ -374,6 +373,7 @@ void mdiMain::run(Command command) {
 }
 
 void mdiMain::openFiles() {
+    if (explorers().empty()) NewExplorerWindow(); // what is opened is to be seen
     const QStringList names =
         QFileDialog::getOpenFileNames(this, loadText(session_, 6528), shown(session_.Options.DefaultDataDirectory),
                                       fileFilter(session_.LoadText(6541)));
@@ -443,6 +443,12 @@ void mdiMain::openBeside(const std::string& name) {
     session_.ShowMessage(session_.LoadText(6536), kIconExclamation);
 }
 
+void mdiMain::openHomePage() {
+    const std::string address = session_.Options.HomePage;
+    if (QDesktopServices::openUrl(QUrl(shown(address)))) return;
+    session_.ShowMessage(ReplaceText(session_.LoadText(8401), "^", address), kIconExclamation);
+}
+
 // One above the other, or side by side, each as large as the area allows.
 void mdiMain::tile(Qt::Orientation orientation) {
     QList<QMdiSubWindow*> windows = area_->subWindowList();
@@ -497,6 +503,8 @@ void mdiMain::saveState() {
     try {
         if (!isMinimized())
             savePlacement(session_.settings, placementOf(isMaximized() ? normalGeometry() : geometry()));
+        if (const frmExplorer* explorer = activeExplorer(); explorer != nullptr)
+            saveTreeWidth(session_.settings, explorer->TreeWidth());
         session_.settings.write("Settings", "Preferences", settingsText(tbToolBar_->isVisible()));
         saveRecentFiles(session_);
     } catch (const RuntimeError& error) {

@@ -65,6 +65,7 @@ private:
     void tile(Qt::Orientation orientation);
     void arrangeIcons();
     void openBeside(const std::string& name);
+    void openHomePage();
     void saveState();
 
     Session& session_;
