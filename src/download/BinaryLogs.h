@@ -1,0 +1,27 @@
+// The Brevik and Halcyr families: logs as binary blocks of little-endian numbers, levels as doubles in dB. Four layouts
+// as tables, and one reader. Rule: the instruments' wire format.
+#pragma once
+
+#include "download/Transport.h"
+#include "model/clsInsData.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kestrane {
+
+// Reads the logs that the user chooses into the collection. They return an empty message, or end the download.
+std::string DownloadBrevikLogs(Transport& line, clsInsData& data);
+std::string DownloadBrevikEarlyLogs(Transport& line, clsInsData& data); // firmware up to 1.05
+std::string DownloadHalcyrLogs(Transport& line, clsInsData& data);
+
+struct BinaryLayout;
+extern const BinaryLayout kBrevikLayout, kBrevikEarlyLayout, kHalcyrLayout;
+extern const BinaryLayout kHalcyrEarlyLayout; // firmware up to 1.0
+
+// Rows and closing figures of a log whose settings stand: those of the directory, with Interval, IsChannelBOn and
+// LnNumberA(3). An empty block has neither. Ends the download when the block does not end with a record.
+void decodeBlock(clsLog& log, std::string_view block, const BinaryLayout& layout);
+
+} // namespace kestrane

@@ -1,0 +1,136 @@
+#include "download/Download.h"
+
+#include "calc/Recalculation.h"
+#include "download/BinaryLogs.h"
+#include "download/Identify.h"
+#include "download/MerrowanLogs.h"
+#include "download/TallixLogs.h"
+#include "model/InstrumentFamilies.h"
+#include "model/LogParameters.h"
+#include "platform/Format.h"
+#include "platform/RuntimeError.h"
+
+#include <new>
+
+namespace kestrane {
+
+namespace {
+
+// Returns an empty message, or what could not be read of single logs.
+using Routine = std::string (*)(Transport& line, clsInsData& data);
+
+bool isEarlyBrevik(const clsInsData& data) {
+    constexpr float kLastEarlyFirmware = 1.05F;
+    return data.FirmwareVersion <= kLastEarlyFirmware;
+}
+
+Routine routineOf(const clsInsData& data) {
+    const std::string& name = data.InsName();
+    if (IsBrevikMeter(name)) return isEarlyBrevik(data) ? DownloadBrevikEarlyLogs : DownloadBrevikLogs;
+    if (IsHalcyrMeter(name)) return DownloadHalcyrLogs;
+    if (IsMerrowan(name)) return DownloadMerrowanLogs;
+    if (IsOldTallix(name)) return DownloadOldTallixLogs;
+    return nullptr;
+}
+
+// What a job over the line leaves: its message as told of DownloadEnded, and whether it came to its end.
+struct Outcome {
+    std::string Message;
+    bool IsDone = false;
+};
+
+template <class Job>
+Outcome outcomeOf(Job job) {
+    try {
+        return {job(), true};
+    } catch (const DownloadEnded& ended) {
+        return {ended.Message, false};
+    } catch (const RuntimeError&) { // of the decoders: a value that does not fit
+        return {std::string(kReplyError), false};
+    } catch (const std::bad_alloc&) {
+        return {std::string(kReplyError), false};
+    }
+}
+
+std::string textOf(const Session& session, const std::string& message) {
+    if (message == kReplyError) return session.LoadText(8003);
+    if (message == kNoLogs) return session.LoadText(8015);
+    return message;
+}
+
+void CloseDownload(Transport& line, DownloadUser& user, const std::string& message) {
+    line.ClosePort();
+    line.transcript().Note(message);
+    user.CloseProgress();
+    if (!message.empty()) line.session().ShowMessage(message, kIconStop, line.session().LoadText(8004));
+}
+
+// Ends the download unless an instrument of a known family has been named.
+void identify(Transport& line, clsInsData& data) {
+    const Identification identification = IdentifyInstrument(line, data);
+    if (line.IsCancelled() || !identification.IsValid) throw DownloadEnded{identification.Message};
+    if (FamilyOf(data).empty() || routineOf(data) == nullptr) throw DownloadEnded{line.session().LoadText(8002)};
+}
+
+// Runs the job and closes the download with its outcome. True when the job came to its end.
+template <class Job>
+bool run(const DownloadServices& services, Job job) {
+    Transport line(services);
+    Outcome outcome = outcomeOf([&] { return job(line); });
+    const bool isDone = outcome.IsDone && !line.IsCancelled();
+    const Session& session = services.session;
+    const bool isCancelled = line.IsCancelled() || (!isDone && outcome.Message.empty());
+    CloseDownload(line, services.user, isCancelled ? session.LoadText(8004) : textOf(session, outcome.Message));
+    return isDone;
+}
+
+void finishLogs(Session& session, clsInsData& data) {
+    RecalcValues(data, true);
+    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+        for (const auto& log : data.logsOf(mode)) {
+            session.pump.runUntil([&] { return !log->IntervalsRecalculating; });
+            SetPlottableValues(*log);
+        }
+    }
+}
+
+std::string clockDigits(const Session& session) {
+    const CalendarTime now = session.clock.now();
+    return formatDate(now, "hhnnssddmmyy");
+}
+
+} // namespace
+
+bool DownloadData(const DownloadServices& services, clsInsData& data) {
+    const bool isDone = run(services, [&](Transport& line) {
+        identify(line, data);
+        std::string messages = routineOf(data)(line, data);
+        if (!data.hasLogs()) throw DownloadEnded{messages.empty() ? std::string(kNoLogs) : messages};
+        return messages;
+    });
+    if (isDone) {
+        finishLogs(services.session, data);
+        return true;
+    }
+    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave})
+        data.logsOf(mode).clear();
+    return false;
+}
+
+bool IdentifyOnly(const DownloadServices& services, clsInsData& data) {
+    return run(services, [&](Transport& line) {
+        identify(line, data);
+        return std::string();
+    });
+}
+
+bool SynchronizeClock(const DownloadServices& services, clsInsData& data) {
+    return run(services, [&](Transport& line) {
+        identify(line, data);
+        if (!IsOldTallix(data.InsName())) throw DownloadEnded{services.session.LoadText(8012)};
+        line.SendOnly("04" + clockDigits(services.session));
+        return std::string();
+    });
+}
+
+} // namespace kestrane

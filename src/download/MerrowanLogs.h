@@ -1,0 +1,16 @@
+// The Merrowan family: the text frames of the old Tallix family with location kinds, percentiles and, on some models,
+// octave logs.
+#pragma once
+
+#include "download/Transport.h"
+#include "model/clsInsData.h"
+
+#include <string>
+
+namespace kestrane {
+
+// Reads the logs that the user chooses, and octave logs when they are wanted, into the collection. Returns an empty
+// message, or ends the download.
+std::string DownloadMerrowanLogs(Transport& line, clsInsData& data);
+
+} // namespace kestrane

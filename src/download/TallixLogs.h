@@ -1,0 +1,16 @@
+// The old Tallix family: text frames at 2400 baud. A sound level meter sends levels, a dosimeter doses that are turned
+// into levels here.
+#pragma once
+
+#include "download/Transport.h"
+#include "model/clsInsData.h"
+
+#include <string>
+
+namespace kestrane {
+
+// Reads the logs that the user chooses into the collection; those without rows are passed over. Returns an empty
+// message, or ends the download.
+std::string DownloadOldTallixLogs(Transport& line, clsInsData& data);
+
+} // namespace kestrane
