@@ -15,6 +15,10 @@ constexpr int kCalcAfterZoom = 2;     // fill in what is missing
 constexpr int kCalcUnmarked = 3;      // everything afresh, without marking the log
 constexpr int kCalcFull = 4;          // everything afresh; marks the log and rebuilds its plottable table
 
+// The criterion levels and exchange rates that the program offers, dB.
+constexpr int kCriterionLevels[] = {75, 80, 85, 90};
+constexpr int kExchangeRates[] = {3, 4, 5};
+
 // Recalculates a log. With rows the background server does the pass over them and this returns at once
 // (IntervalsRecalculating); a recalculation under way is dropped. The log's change event tells when the figures stand.
 void RecalcValues(clsLog& log, int iCalcMode);

@@ -11,9 +11,6 @@ namespace kestrane {
 
 namespace {
 
-constexpr int kCriteria[] = {75, 80, 85, 90};
-constexpr int kExchanges[] = {3, 4, 5};
-
 // The levels and rates that can be entered by hand.
 constexpr int kHighestCriterion = 140;
 constexpr int kHighestExchange = 10;
@@ -93,11 +90,11 @@ CalculationEntries calculationEntries(const clsLog& log) {
 }
 
 std::vector<std::string> criterionChoices(const clsLog& log) {
-    return choices(kCriteria, log.Criterion);
+    return choices(kCriterionLevels, log.Criterion);
 }
 
 std::vector<std::string> exchangeChoices(const clsLog& log) {
-    return choices(kExchanges, log.Exchange);
+    return choices(kExchangeRates, log.Exchange);
 }
 
 std::string acceptedUserCal(const Session& session, const std::string& entered, const std::string& before) {

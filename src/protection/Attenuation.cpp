@@ -1,0 +1,178 @@
+#include "protection/Attenuation.h"
+
+#include "calc/FreqWeight.h"
+#include "calc/Recalculation.h"
+#include "model/LogTime.h"
+#include "model/Session.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+
+#include <cmath>
+#include <iterator>
+
+namespace kestrane {
+
+namespace {
+
+constexpr float kCannotCompute = -1;
+constexpr double kFourDecibels = 4;
+constexpr int kCorrectionTexts[] = {4816, 4817, 4818, 4819}; // by correction
+
+double energyOf(double level) {
+    return std::pow(10.0, level / 10);
+}
+
+double levelOf(double energy) {
+    return 10 * std::log10(energy);
+}
+
+double fourDecibels(int iCorrectionFactor) {
+    return iCorrectionFactor == kCorrectionFourDecibels ? kFourDecibels : 0;
+}
+
+bool isDeviations(int iCorrectionFactor) {
+    return iCorrectionFactor == kCorrectionTwoDeviations || iCorrectionFactor == kCorrectionOneDeviation;
+}
+
+bool isWeightedC(const clsLog& log) {
+    return log.FreqWeightA() == "C" || (log.IsChannelBOn && log.FreqWeightB() == "C");
+}
+
+struct Protection {
+    const clsHP& protector;
+    const clsLog& log;
+    const clsOptions& options;
+    int correction;
+};
+
+float byOctaves(const Protection& p) {
+    const std::array<double, 10> levels = octaveLevels(p.log);
+    double sum = 0;
+    for (int band = 1; band <= kProtectorBands; ++band) {
+        if (p.protector.Mean(band) == 0) continue;
+        sum += energyOf(levels[static_cast<std::size_t>(band)] - assumedAttenuation(p.protector, band, p.correction));
+    }
+    if (sum == 0) return kCannotCompute;
+    return checkedSingle(levelOf(sum) + fourDecibels(p.correction));
+}
+
+float byHML(const Protection& p) {
+    const float d = HMLCMinusA(p.log);
+    const clsHP& hp = p.protector;
+    const double slope =
+        d <= 2 ? (static_cast<double>(hp.High) - hp.Medium) / 4 : (static_cast<double>(hp.Medium) - hp.Low) / 8;
+    const float pnr = checkedSingle(hp.Medium - slope * (static_cast<double>(d) - 2));
+    return checkedSingle(static_cast<double>(LeqFreqWA(p.log)) - pnr + fourDecibels(p.correction));
+}
+
+float bySNR(const Protection& p) {
+    if (!isWeightedC(p.log)) return kCannotCompute;
+    return checkedSingle(static_cast<double>(LeqFreqWC(p.log)) - p.protector.SNR + fourDecibels(p.correction));
+}
+
+float byNRR(const Protection& p) {
+    constexpr double kReference = 8; // hours
+    const std::string weight = FreqW_NRR(p.log);
+    if (weight.empty()) return kCannotCompute;
+    const bool isHalved = p.options.HPDCalc == eHPDModeUSOSHA || p.protector.Tipe != 1;
+    const double derating = isHalved ? 0.5 : 0.25;
+    const double toC = weight == "C" ? 0 : 7;
+    const float hours = getTime(p.log, 'h', true, true);
+    const float dose = checkedSingle(kReference / hours * DoseMT_NRR(p.log));
+    const double twa = p.log.Exchange / std::log(2.0) * std::log(static_cast<double>(dose) / 100) + p.log.Criterion;
+    return checkedSingle(twa - (static_cast<double>(p.protector.NRR) - toC) * derating);
+}
+
+struct Method {
+    std::string_view name;
+    bool (*canUse)(const clsLog& log, const clsHP& protector);
+    float (*calculate)(const Protection& protection);
+};
+
+constexpr Method kMethods[] = {
+    {"Octave", [](const clsLog& log, const clsHP& hp) { return log.IsOctaveLog() && hp.HasOctaves(); }, byOctaves},
+    {"Octave", [](const clsLog& log, const clsHP& hp) { return log.IsOctaveLog() && hp.HasOctavesUS(); }, byOctaves},
+    {"HML", [](const clsLog& log, const clsHP& hp) { return IsHMLCalculateable(log) && hp.HasHML(); }, byHML},
+    {"SNR", [](const clsLog& log, const clsHP& hp) { return IsSNRCalculateable(log) && hp.HasSNR(); }, bySNR},
+    {"NRR", [](const clsLog& log, const clsHP& hp) { return IsNRRCalculateable(log) && hp.HasNRR(); }, byNRR},
+};
+
+enum MethodIndex { kOctave, kOctaveUS, kHML, kSNR, kNRR, kNoMethod };
+
+// The methods tried for each choice, in order.
+struct MethodRule {
+    bool isUS;
+    std::string_view choice;
+    std::array<MethodIndex, 3> methods;
+};
+
+constexpr MethodRule kRules[] = {
+    {false, "Auto", {kOctave, kHML, kSNR}},       {false, "HML", {kHML, kNoMethod, kNoMethod}},
+    {false, "SNR", {kSNR, kNoMethod, kNoMethod}}, {true, "Auto", {kOctaveUS, kNRR, kNoMethod}},
+    {true, "NRR", {kNRR, kNoMethod, kNoMethod}},
+};
+
+const Method* methodFor(const clsLog& log, const clsOptions& options, const clsHP& protector) {
+    for (const MethodRule& rule : kRules) {
+        if (rule.isUS != options.IsUSHPDMode() || rule.choice != options.HPDCalcMethod) continue;
+        for (const MethodIndex index : rule.methods)
+            if (index != kNoMethod && kMethods[index].canUse(log, protector)) return &kMethods[index];
+    }
+    return nullptr;
+}
+
+} // namespace
+
+int correctionOf(const Session& session, const std::string& text, std::int16_t mode) {
+    for (int correction = 0; correction < static_cast<int>(std::size(kCorrectionTexts)); ++correction)
+        if (text == session.LoadText(kCorrectionTexts[correction])) return correction;
+    return mode == eHPDModeEUHSE ? kCorrectionFourDecibels : kCorrectionNone;
+}
+
+bool IsSNRCalculateable(const clsLog& log) {
+    return isWeightedC(log);
+}
+
+bool IsNRRCalculateable(const clsLog& log) {
+    return !FreqW_NRR(log).empty();
+}
+
+std::string HPDCalcMethodToUse(const clsLog& log, const clsOptions& options, const clsHP& protector) {
+    const Method* method = methodFor(log, options, protector);
+    return method == nullptr ? std::string() : std::string(method->name);
+}
+
+std::array<double, 10> octaveLevels(const clsLog& log) {
+    std::array<double, 10> levels{};
+    for (int j = 1; log.IsOctaveLog() && j <= 10; ++j) {
+        double& level = levels[static_cast<std::size_t>(j) - 1];
+        if (log.Mode() == modeFullOctave) {
+            level = log.LeqCumA(j + 1).CalcValue();
+        } else {
+            double energy = 0;
+            for (int third = 3 * j + 1; third <= 3 * j + 3; ++third)
+                energy += energyOf(log.LeqCumA(third).CalcValue());
+            level = levelOf(energy);
+        }
+    }
+    return levels;
+}
+
+double assumedAttenuation(const clsHP& protector, int band, int iCorrectionFactor) {
+    const double deviations = iCorrectionFactor == kCorrectionTwoDeviations  ? 2
+                              : iCorrectionFactor == kCorrectionOneDeviation ? 1
+                                                                             : 0;
+    return protector.Mean(band) - deviations * protector.SD(band);
+}
+
+float APL_PAR_ENL(const clsHP& protector, const clsLog& log, const clsOptions& options, int iCorrectionFactor) {
+    const Method* method = methodFor(log, options, protector);
+    if (method == nullptr || (isDeviations(iCorrectionFactor) && method->name != "Octave")) return kCannotCompute;
+    try {
+        return method->calculate({protector, log, options, iCorrectionFactor});
+    } catch (const RuntimeError&) { // no time, no dose
+        return kCannotCompute;
+    }
+}
+
+} // namespace kestrane

@@ -1,0 +1,34 @@
+// The protector database: a text file, one protector a line of 42 comma-separated fields, numbers with "." whatever the
+// locale. Reading, writing, and turning a downloaded body into such a text.
+#pragma once
+
+#include "protection/clsHP.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kestrane {
+
+constexpr std::string_view kDatabaseFile = "hpd_hml_db.txt";
+constexpr std::int64_t kErrorCorruptFile = 109;
+
+// Empties the collection and reads the records of a text, numbered from 1, up to its end or an empty line. A name may
+// hold commas. Raises 109 "Corrupt file error" for a line of too few fields and 13 or 6 for a field that is no number;
+// the records before it are in the collection then.
+void readProtectors(std::string_view text, std::vector<clsHP>& protectors);
+
+// The same from a file. Raises the system's error when it cannot be read, 109 when it is too large to be a database.
+void loadProtectors(const std::string& path, std::vector<clsHP>& protectors);
+
+// The lines of the records, CR LF behind each.
+std::string protectorsText(const std::vector<clsHP>& protectors);
+
+// Writes the file, atomically. Raises the system's error with the old file as it was.
+void saveProtectors(const std::string& path, const std::vector<clsHP>& protectors);
+
+// The text of a downloaded body: control characters dropped, CR LF for each line end in any of its forms, none at the
+// end.
+std::string databaseText(std::string_view body);
+
+} // namespace kestrane
