@@ -1,0 +1,138 @@
+#include "explorer/HPDComparison.h"
+
+#include "explorer/ShownLog.h"
+#include "protection/Attenuation.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrane {
+namespace {
+
+struct Compared : ShownLog {
+    clsOptions options;
+    clsHP hp;
+
+    explicit Compared(int mode = modeBroadband) : ShownLog(mode) { hp.Name = "Muff <1>"; }
+
+    void twoChannels(float a, float c) {
+        log.IsChannelBOn = true;
+        log.FreqWeightB("C");
+        log.LeqCumA(0).Value(a);
+        log.LeqCumB.Value(c);
+        hp.High = 32;
+        hp.Medium = 25;
+        hp.Low = 17;
+    }
+
+    HPDComparison compare(int correction = kCorrectionNone) {
+        return compareWithProtector(log, hp, options, correction);
+    }
+};
+
+TEST(HPDComparison, GradesAtTheEdges) {
+    struct Case {
+        float level;
+        ProtectionGrade grade;
+    };
+
+    for (const Case& c :
+         {Case{70, ProtectionGrade::Green}, Case{75, ProtectionGrade::Green}, Case{69.9F, ProtectionGrade::Orange},
+          Case{65, ProtectionGrade::Orange}, Case{80, ProtectionGrade::Orange}, Case{80.1F, ProtectionGrade::Red},
+          Case{64.9F, ProtectionGrade::Red}, Case{-1, ProtectionGrade::Red}})
+        EXPECT_EQ(gradeOf(c.level), c.grade) << c.level;
+}
+
+TEST(HPDComparison, ByHMLNamesWhatItUsed) {
+    Compared compared;
+    compared.twoChannels(100, 102); // d is 2: 100 - M
+    HPDComparison result = compared.compare();
+    EXPECT_EQ(result.Method, "HML");
+    EXPECT_EQ(result.LevelName, "APL");
+    EXPECT_FLOAT_EQ(result.Result, 75);
+    EXPECT_FALSE(result.ExceedsLimit);
+    EXPECT_EQ(result.ChartTitle, "Hearing Protector Comparison: Yard / Muff <1>");
+    EXPECT_EQ(result.ResultLine,
+              "Using HML Method  (H=32.0 dB,  M=25.0 dB,  L=17.0 dB),   LAeq=100.0 dB,  LCeq=102.0 dB"
+              "   :   APL=75.0 dB");
+    const std::vector<std::pair<std::string, std::string>> panel = {
+        {"LAeq", "100.0"}, {"LCeq", "102.0"}, {"H", "32.0"}, {"M", "25.0"}, {"L", "17.0"}};
+    EXPECT_EQ(result.Panel, panel);
+    ASSERT_EQ(result.Bars.size(), 3U);
+    EXPECT_EQ(result.Bars[2].Label, "APL");
+    EXPECT_TRUE(result.Footnote.empty());
+
+    compared.twoChannels(112, 114);
+    EXPECT_FALSE(compared.compare().ExceedsLimit); // exactly 87
+    compared.twoChannels(113, 115);
+    result = compared.compare();
+    EXPECT_TRUE(result.ExceedsLimit);
+    EXPECT_EQ(result.ResultLine, "Using HML Method (H=32.0 dB, M=25.0 dB, L=17.0 dB), LAeq=113.0 dB, LCeq=115.0 dB: "
+                                 "APL=88.0 dB   EXCEEDING LIMIT VALUE");
+}
+
+TEST(HPDComparison, BySNRAndNRR) {
+    Compared compared;
+    compared.twoChannels(95, 98);
+    compared.hp = clsHP();
+    compared.hp.SNR = 27;
+    EXPECT_EQ(compared.compare().ResultLine, "Using SNR Method  LCeq=98.0 dB   :   APL=71.0 dB");
+
+    compared.options.HPDCalc = eHPDModeUSNIOSH;
+    compared.hp.NRR = 29;
+    compared.log.DoseMTCumA.Value(100);
+    compared.log.Exchange = 5;
+    compared.log.StartDate.setDate("03/06/2024", compared.session.locale);
+    compared.log.EndDate = compared.log.StartDate;
+    compared.log.EndTime.Hours = 8;
+    const HPDComparison result = compared.compare();
+    EXPECT_EQ(result.ResultLine, "Using NRR Method  Dose(MT)=100.0 %   :   ENL=79.0 dB");
+    const std::vector<std::pair<std::string, std::string>> panel = {
+        {"FrqW", "A"}, {"Dose", "100.0"}, {"TWA8", "90.0"}, {"NRR", "29.0"}};
+    EXPECT_EQ(result.Panel, panel);
+    EXPECT_EQ(result.Bars.front().Label, "LAeq");
+}
+
+TEST(HPDComparison, ByOctavesConvertsACopyOfTheLog) {
+    Compared compared(modeFullOctave);
+    compared.log.LeqCumA("63").Value(60);
+    compared.log.LeqCumA("1k").Value(95);
+    compared.log.OctaveType("Leq");
+    compared.log.TimeWeightA("Fast");
+    compared.log.StartDate.setDate("03/06/2024", compared.session.locale);
+    compared.hp.Mean(1) = 90;
+    compared.hp.Mean(5) = 20;
+    compared.hp.SD(5) = 4;
+    const HPDComparison result = compared.compare(kCorrectionOneDeviation);
+    ASSERT_EQ(compared.messages.Boxes.size(), 1U);
+    EXPECT_EQ(compared.messages.Boxes.front().Prompt,
+              "This log is not Z weighted.  It will be converted for this analysis.");
+    EXPECT_EQ(compared.log.FreqWeightA(), "A");
+    EXPECT_EQ(compared.log.LeqCumA("63").CalcValue(), 60);
+    ASSERT_EQ(result.Bars.size(), 2U);
+    EXPECT_EQ(result.Bars[0].Label, "63Hz");
+    EXPECT_FLOAT_EQ(result.Bars[0].Without, 86.2F);
+    EXPECT_EQ(result.Bars[0].With, 0); // not below 0 on the chart
+    EXPECT_EQ(result.Bars[1].Label, "1kHz");
+    EXPECT_FLOAT_EQ(result.Bars[1].With, 79);
+    EXPECT_NEAR(result.Result, 79, 1e-3);
+    EXPECT_EQ(result.ResultLine, "Octave band centre frequency                    APL: 79.0 dB");
+    const std::vector<std::string> footnote = {"LZeq:     95.5 dB             Leq                           ",
+                                               "Freq Wgt: Z                   Time Wgt: Fast                ",
+                                               "Recorded on 03/06/2024 at 00:00:00", "Using 1 Standard Deviation"};
+    EXPECT_EQ(result.Footnote, footnote);
+
+    compared.log.FreqWeightA("Z");
+    compared.compare();
+    EXPECT_EQ(compared.messages.Boxes.size(), 1U); // nothing to convert
+}
+
+TEST(HPDComparison, NothingThatFitsIsRedAndEmpty) {
+    Compared compared;
+    const HPDComparison result = compared.compare();
+    EXPECT_EQ(result.Result, -1);
+    EXPECT_EQ(result.Grade, ProtectionGrade::Red);
+    EXPECT_TRUE(result.Method.empty() && result.Panel.empty() && result.Bars.empty());
+}
+
+} // namespace
+} // namespace kestrane
