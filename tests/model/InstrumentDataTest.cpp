@@ -66,64 +66,37 @@ TEST_F(InstrumentDataTest, LogsArePlacedBehindTheirNeighbour) {
     EXPECT_TRUE(data.ThirdOctaves.at(0)->Selected);
 }
 
-TEST_F(InstrumentDataTest, IsCopiedWithOrWithoutItsLogs) {
+TEST_F(InstrumentDataTest, ItsNameIsTrimmed) {
     data.InsName("  TR 360L ");
-    data.InsSerial = "123";
-    data.IsBrevikSE = true;
-    data.Octaves.push_back(logOf("a", 1, modeFullOctave));
-    data.Octaves[0]->LeqCumA(11).Value(60);
-    clsInsData copy(session);
-    copy.Locations.push_back(logOf("old", 1));
-    copy.Copy(data, true);
-    EXPECT_EQ(copy.InsName() + copy.InsSerial, "TR 360L123");
-    EXPECT_TRUE(copy.IsBrevikSE);
-    EXPECT_EQ(names(copy.Locations), "");
-    data.Octaves[0]->LeqCumA(11).Value(61);
-    EXPECT_EQ(copy.Octaves.at(0)->LeqCumA(11).Value(), 60);
-    copy.Copy(data, false);
-    EXPECT_FALSE(copy.hasLogs());
+    EXPECT_EQ(data.InsName(), "TR 360L");
+    data.InsName("  ");
+    EXPECT_EQ(data.InsName(), "");
 }
 
 TEST_F(InstrumentDataTest, CollectionsArePlacedBehindTheirNeighbour) {
-    struct Case {
-        std::vector<std::pair<const char*, std::int16_t>> collections;
-        int after;
-        const char* order;
-    };
-
-    const Case cases[] = {{{}, 5, "XY"},
-                          {{{"a", 4}, {"b", 5}, {"c", 6}}, 5, "abXYc"},
-                          {{{"a", 4}, {"b", 5}}, 7, "abXY"},
-                          {{{"a", 4}}, 0, "YXa"}}; // always the very first
-    for (const Case& c : cases) {
+    data.Locations.push_back(logOf("a", 1));
+    for (const auto& [after, order] : {std::pair(5, "45XY6"), {7, "456XY"}, {0, "YX456"}}) {
         clsFile file(session, "a.xml");
-        for (const auto& [name, id] : c.collections) {
+        for (const char* name : {"4", "5", "6"}) {
             file.InstrumentDatas.push_back(std::make_unique<clsInsData>(session));
             file.InstrumentDatas.back()->NameX = name;
-            file.InstrumentDatas.back()->InsDataId = id;
+            file.InstrumentDatas.back()->InsDataId = static_cast<std::int16_t>(name[0] - '0');
         }
-        clsInsData source(session);
-        source.InsDataId = 9;
-        source.Locations.push_back(logOf("a", 1));
         for (const char* name : {"X", "Y"}) {
-            source.NameX = name;
-            file.append(source, false, c.after);
+            data.NameX = name;
+            data.InsDataId = 9;
+            file.append(data, data.NameX == "X", after);
         }
-        std::string order;
-        for (const auto& collection : file.InstrumentDatas)
-            order += collection->NameX;
-        EXPECT_EQ(order, c.order);
+        std::string names;
+        for (const auto& collection : file.InstrumentDatas) {
+            names += collection->NameX;
+            if (collection->Locations.empty()) continue;
+            EXPECT_EQ(collection->InsDataId + collection->Locations[0]->LogId, 0);
+            EXPECT_EQ(collection->Locations[0]->Selected, collection->NameX == "X")
+                << "only what was cut stays selected";
+        }
+        EXPECT_EQ(names, order);
     }
-    clsFile file(session, "a.xml");
-    clsInsData source(session);
-    source.InsDataId = 9;
-    source.Locations.push_back(logOf("a", 1));
-    file.append(source, true, 0);
-    file.append(source, false, 9);
-    EXPECT_EQ(file.InstrumentDatas.at(0)->InsDataId, 0);
-    EXPECT_EQ(file.InstrumentDatas.at(0)->Locations.at(0)->LogId, 0);
-    EXPECT_TRUE(file.InstrumentDatas.at(0)->Locations.at(0)->Selected);
-    EXPECT_FALSE(file.InstrumentDatas.at(1)->Locations.at(0)->Selected);
 }
 
 TEST_F(InstrumentDataTest, FilesAreNamedAndRenamed) {
@@ -155,17 +128,6 @@ TEST_F(InstrumentDataTest, FilesAreNamedAndRenamed) {
     clsFile acquired(session, "Download 1");
     acquired.RenameFile("taken.xml");
     EXPECT_EQ(acquired.FileName, "taken.xml");
-}
-
-TEST_F(InstrumentDataTest, FilesAreFoundByTheirIdentity) {
-    session.OpenFiles.push_back(std::make_unique<clsFile>(session, "a.xml"));
-    clsFile& file = *session.OpenFiles.back();
-    EXPECT_FALSE(file.IsInCollection());
-    file.FileId = 3;
-    EXPECT_TRUE(file.IsInCollection());
-    clsFile other(session, "b.xml");
-    other.FileId = 4;
-    EXPECT_FALSE(other.IsInCollection());
 }
 
 } // namespace

@@ -39,12 +39,8 @@ TEST(LogOptions, AreKeptUnderTheirKeys) {
     EXPECT_EQ(store.Values.size(), 14U + 3 + 104 + 8);
     const auto text = [&](const char* key) { return store.read("Preferences", key, "?"); };
     const std::pair<const char*, const char*> keys[] = {
-        {"ShowLeqA-C", "True"},   {"ShowLeqA-I", "False"},    {"ShowProjDoseB-I", "True"},
-        {"ShowLexA-C", "False"},  {"ShowLepdMTB-C", "False"}, {"ShowDoseHourA-C", "False"},
-        {"ShowLn10B-I", "False"}, {"ShowTWAB-I", "False"},    {"ShiftLength", "7.5"},
-        {"ChartStyle", "1"},      {"LineWidth", "20"},        {"CAFName", "Courier"},
-        {"CAFSize", "9.5"},       {"CNFName", "Courier New"}, {"SerialPort", "4"},
-        {"CalcFileOpen", "False"}};
+        {"ShowLeqA-C", "True"}, {"ShowProjDoseB-I", "True"}, {"ShowLexA-C", "False"}, {"ShowTWAB-I", "False"},
+        {"ShiftLength", "7.5"}, {"CAFName", "Courier"},      {"CAFSize", "9.5"},      {"CalcFileOpen", "False"}};
     for (const auto& [key, value] : keys)
         EXPECT_EQ(text(key), value) << key;
 
@@ -81,22 +77,6 @@ TEST(LogOptions, KeepTheirValuesWhereTheStoreHasNone) {
         options.GetFromRegistry(store);
         EXPECT_EQ(options.objLogOptions.LineWidth, width) << text;
     }
-}
-
-TEST(Options, TellWhetherTheDisplayDiffers) {
-    clsOptions after;
-    after.CompanyName = "x";
-    after.FilesOnTreeView = eHideFileNames;
-    EXPECT_FALSE(clsOptions().DisplayDifferences(after));
-    for (clsFont clsLogOptions::*font :
-         {&clsLogOptions::NoteFont, &clsLogOptions::LegendFont, &clsLogOptions::AxisFont, &clsLogOptions::TitleFont}) {
-        after = clsOptions();
-        (after.objLogOptions.*font).Size = 9;
-        EXPECT_TRUE(clsOptions().DisplayDifferences(after));
-    }
-    after = clsOptions();
-    after.objLogOptions.IsPlotted.set(kChannelB, kInterval, eTWA, true);
-    EXPECT_TRUE(clsOptions().DisplayDifferences(after));
 }
 
 } // namespace

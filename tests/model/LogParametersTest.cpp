@@ -48,34 +48,21 @@ TEST_F(LogParametersTest, CaptionsCarryWeightBandAndChannel) {
     }
 }
 
-// Every figure of a log and of a row is found under its own parameter and no other.
 TEST_F(LogParametersTest, FiguresStandUnderTheirParameters) {
     log.Mode(modeFullOctave);
-
-    struct Figure {
-        int channel, parameter, band;
-        clsValue* value;
-    };
-
-    const Figure figures[] = {
-        {1, eLeq, 3, &log.LeqCumA(3)},     {1, eLmin, 0, &log.LminCumA(0)},     {1, eLmax, 11, &log.LmaxCumA(11)},
-        {1, ePeak, 0, &log.PeakCumA},      {1, eLepdET, 0, &log.LepdETCumA},    {1, eLepdMT, 0, &log.LepdMTCumA},
-        {1, eDoseET, 0, &log.DoseETCumA},  {1, eDoseMT, 0, &log.DoseMTCumA},    {1, eDoseHour, 0, &log.DoseHourA},
-        {1, eLtm3, 0, &log.Ltm3CumA},      {1, eLtm5, 0, &log.Ltm5CumA},        {1, eLe_Sel, 0, &log.SELCumA},
-        {1, ePa2Hr, 0, &log.Pa2hCumA},     {1, eLAvg, 0, &log.LAvgCumA},        {1, eTWA, 0, &log.TWACumA},
-        {1, eLn(1), 2, &log.LnCumA(1, 2)}, {1, eLn(10), 0, &log.LnCumA(10, 0)}, {2, eLeq, 0, &log.LeqCumB},
-        {2, eLmin, 0, &log.LminCumB},      {2, eLmax, 0, &log.LmaxCumB},        {2, ePeak, 0, &log.PeakCumB},
-        {2, eLepdET, 0, &log.LepdETCumB},  {2, eLepdMT, 0, &log.LepdMTCumB},    {2, eDoseET, 0, &log.DoseETCumB},
-        {2, eDoseMT, 0, &log.DoseMTCumB},  {2, eDoseHour, 0, &log.DoseHourB},   {2, eLe_Sel, 0, &log.SELCumB},
-        {2, ePa2Hr, 0, &log.Pa2hCumB}};
-    float next = 0;
-    for (const Figure& figure : figures)
-        figure.value->Value(++next);
-    next = 0;
-    for (const Figure& f : figures)
-        EXPECT_EQ(cumulativeValue(log, f.channel, f.parameter, f.band).Value(), ++next) << f.parameter;
-    for (const int parameter : {static_cast<int>(eLtm3), static_cast<int>(eLn(1)), static_cast<int>(eTWA)})
-        EXPECT_EQ(cumulativeValue(log, kChannelB, parameter, 0).Value(), 0);
+    log.LmaxCumA(11).Value(1);
+    log.LnCumA(10, 2).Value(2);
+    log.LepdMTCumA.Value(3);
+    log.SELCumB.Value(4);
+    log.LminCumB.Value(5);
+    log.LeqCumB.Value(6);
+    EXPECT_EQ(cumulativeValue(log, kChannelA, eLmax, 11).Value(), 1);
+    EXPECT_EQ(cumulativeValue(log, kChannelA, eLn(10), 2).Value(), 2);
+    EXPECT_EQ(cumulativeValue(log, kChannelA, eLepdMT, 9).Value(), 3) << "without bands, any band is the figure";
+    EXPECT_EQ(cumulativeValue(log, kChannelB, eLe_Sel, 0).Value(), 4);
+    EXPECT_EQ(cumulativeValue(log, kChannelB, eLmin, 0).Value(), 5);
+    for (const int parameter : {eLtm3, eLn1, eTWA})
+        EXPECT_EQ(cumulativeValue(log, kChannelB, parameter, 0).Value(), 0) << "channel B has none";
     log.IsLoggingOverLoaded = true;
     EXPECT_EQ(cumulativeValue(log, kChannelA, eOverload, 0).CalcValue(), -1);
 
@@ -83,8 +70,6 @@ TEST_F(LogParametersTest, FiguresStandUnderTheirParameters) {
     row.Initialize(log.objLogShared);
     row.LminA(2).Value(1);
     row.LnA(3, 4).Value(2);
-    row.SELA.Value(3);
-    row.Pa2hB.Value(4);
     row.PeakB.Value(5);
     row.PeakB.CalcValue(6);
     row.OverloadedB = true;
@@ -92,8 +77,6 @@ TEST_F(LogParametersTest, FiguresStandUnderTheirParameters) {
     log.LogIntervals.Commit(row, 2);
     EXPECT_EQ(intervalValue(log, 2, kChannelA, eLmin, 2).Value(), 1);
     EXPECT_EQ(intervalValue(log, 2, kChannelA, eLn(3), 4).Value(), 2);
-    EXPECT_EQ(intervalValue(log, 2, kChannelA, eLe_Sel, 0).Value(), 3);
-    EXPECT_EQ(intervalValue(log, 2, kChannelB, ePa2Hr, 0).Value(), 4);
     EXPECT_EQ(intervalValue(log, 2, kChannelB, ePeak, 9).Value(), 5);
     EXPECT_EQ(intervalValue(log, 2, kChannelB, ePeak, 9).CalcValue(), 6);
     EXPECT_EQ(intervalValue(log, 2, kChannelB, eOverload, 0).CalcValue(), -1);
@@ -156,51 +139,46 @@ TEST_F(LogParametersTest, BrevikModelsShowWhatTheyRecord) {
     };
 
     const Case cases[] = {{"Brevik S", "", 'n', 's', 'n'},     {"Auravox Essential S", "ENV", 'n', 's', 'n'},
-                          {"Brevik SE", "IND", 'n', 's', 'n'}, {"Brevik E", "IND", 'n', 's', 'n'},
-                          {"brevik e", "", 's', 'n', 's'},     {"Brevik SE", "ENV", 's', 'n', 's'},
-                          {"Brevik SE", "", 's', '-', '-'}};
+                          {"Brevik E", "IND", 'n', 's', 'n'},  {"brevik e", "", 's', 'n', 's'},
+                          {"Brevik SE", "ENV", 's', 'n', 's'}, {"Brevik SE", "", 's', '-', '-'}};
     for (const Case& c : cases) {
         for (const bool inApplication : {false, true}) {
-            for (const bool asItStands : {false, true}) {
+            for (const int kind : {kCumulative, kInterval}) {
                 clsLogOptions options;
                 for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
                     for (const int channel : {kChannelA, kChannelB}) {
-                        for (const int kind : {kCumulative, kInterval}) {
-                            session.Options.objLogOptions.Plottable.set(channel, kind, parameter, inApplication);
-                            options.Plottable.set(channel, kind, parameter, asItStands);
-                        }
+                        session.Options.objLogOptions.Plottable.set(channel, kind, parameter, inApplication);
+                        options.Plottable.set(channel, kind, parameter, !inApplication);
                     }
                 }
                 RestrictToBrevik(session, options, c.name, c.location);
-                const auto expect = [&](int channel, int kind, int parameter, char rule) {
-                    const bool wanted = rule == 'y' || (rule == 's' && inApplication) || (rule == '-' && asItStands);
+                const auto expect = [&](int channel, int parameter, char rule) {
+                    const bool wanted =
+                        rule == 'y' || (rule == 's' && inApplication) || (rule == '-' && !inApplication);
                     EXPECT_EQ(options.Plottable(channel, kind, parameter), wanted)
                         << c.name << c.location << ' ' << channel << kind << ' ' << parameter;
                 };
-                for (const int kind : {kCumulative, kInterval}) {
-                    for (const int parameter : {eLepdET, eLepdMT, eDoseET, eDoseMT, eDoseHour, ePa2Hr}) {
-                        expect(kChannelA, kind, parameter, c.exposure);
-                        expect(kChannelB, kind, parameter, 'n');
-                    }
-                    for (int ln = 1; ln <= NumberOfLns; ++ln) {
-                        expect(kChannelA, kind, eLn(ln), ln <= 3 ? c.percentiles : 'n');
-                        expect(kChannelB, kind, eLn(ln), 'n');
-                    }
-                    for (const int channel : {kChannelA, kChannelB}) {
-                        expect(channel, kind, eLeq, 's');
-                        expect(channel, kind, eLmax, 's');
-                        expect(channel, kind, eLmin, 'y');
-                        expect(channel, kind, eLtm3, 'n');
-                        expect(channel, kind, eLtm5, 'n');
-                        expect(channel, kind, eOverload, '-');
-                        expect(channel, kind, eTWA, channel == kChannelA && kind == kCumulative ? 'y' : '-');
-                        expect(channel, kind, eLAvg, channel == kChannelA && kind == kCumulative ? 'y' : '-');
-                    }
-                    expect(kChannelA, kind, ePeak, 'n');
-                    expect(kChannelB, kind, ePeak, 's');
-                    expect(kChannelA, kind, eLe_Sel, c.le);
-                    expect(kChannelB, kind, eLe_Sel, 'n');
+                for (const int parameter : {eLepdET, eLepdMT, eDoseET, eDoseMT, eDoseHour, ePa2Hr}) {
+                    expect(kChannelA, parameter, c.exposure);
+                    expect(kChannelB, parameter, 'n');
                 }
+                for (int ln = 1; ln <= NumberOfLns; ++ln) {
+                    expect(kChannelA, eLn(ln), ln <= 3 ? c.percentiles : 'n');
+                    expect(kChannelB, eLn(ln), 'n');
+                }
+                for (const auto& [parameter, rule] :
+                     {std::pair(eLeq, 's'), {eLmax, 's'}, {eLmin, 'y'}, {eLtm3, 'n'}, {eLtm5, 'n'}, {eOverload, '-'}}) {
+                    expect(kChannelA, parameter, rule);
+                    expect(kChannelB, parameter, rule);
+                }
+                for (const int parameter : {eTWA, eLAvg}) {
+                    expect(kChannelA, parameter, kind == kCumulative ? 'y' : '-');
+                    expect(kChannelB, parameter, '-');
+                }
+                expect(kChannelA, ePeak, 'n');
+                expect(kChannelB, ePeak, 's');
+                expect(kChannelA, eLe_Sel, c.le);
+                expect(kChannelB, eLe_Sel, 'n');
             }
         }
     }
