@@ -2,6 +2,7 @@
 
 #include "calc/Recalculation.h"
 #include "download/DownloadedLog.h"
+#include "download/LogFigures.h"
 #include "download/WireReader.h"
 #include "model/InstrumentFamilies.h"
 #include "platform/Numbers.h"
@@ -49,7 +50,7 @@ struct RowField {
 
 struct SummaryField {
     std::size_t offset;
-    clsValue& (*figure)(clsLog& log);
+    LogFigure figure;
     When when = When::Always;
 };
 
@@ -133,21 +134,6 @@ constexpr RowField kHalcyrEarlyRow[] = {
     {0x40, lnQuantity(3), When::ThirdLn},
     {0x60, Quantity::PeakB, When::ChannelB},
 };
-
-template <clsValue LogData::*Member>
-clsValue& single(clsLog& log) {
-    return log.*Member;
-}
-
-template <BandValues LogData::*Member>
-clsValue& overall(clsLog& log) {
-    return (log.*Member)(0);
-}
-
-template <int Ln>
-clsValue& ln(clsLog& log) {
-    return log.LnCumA(Ln, 0);
-}
 
 constexpr SummaryField kBrevikSummary[] = {
     {0x10, single<&LogData::DoseETCumA>},

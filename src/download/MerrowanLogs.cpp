@@ -2,6 +2,7 @@
 
 #include "download/DownloadedLog.h"
 #include "download/Hex.h"
+#include "download/LogFigures.h"
 #include "download/TextFrame.h"
 #include "model/LogTime.h"
 #include "platform/Numbers.h"
@@ -43,7 +44,7 @@ void setWeightings(clsLog& log, std::string_view freq, std::string_view time) {
 
 struct ValueField {
     std::size_t position;
-    clsValue& (*target)(clsLog& log);
+    LogFigure target;
 };
 
 struct MomentField {
@@ -74,21 +75,6 @@ struct LocationKind {
     std::span<const RowValueField> rowValues;
     std::span<const RowTimeField> rowTimes;
 };
-
-template <clsValue LogData::*Member>
-clsValue& single(clsLog& log) {
-    return log.*Member;
-}
-
-template <BandValues LogData::*Member>
-clsValue& overall(clsLog& log) {
-    return (log.*Member)(0);
-}
-
-template <int Ln>
-clsValue& ln(clsLog& log) {
-    return log.LnCumA(Ln, 0);
-}
 
 constexpr ValueField kWorkValues[] = {
     {1, overall<&LogData::LeqCumA>},   {5, single<&LogData::DoseETCumA>}, {9, single<&LogData::SELCumA>},

@@ -1,0 +1,161 @@
+#include "SampleInstruments.h"
+
+#include "app/Download.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace kestrane {
+namespace {
+
+const std::vector<SampleInstrument>& instruments() {
+    static const std::vector<SampleInstrument> all = {
+        brevik(), brevik(105), halcyr(101, 117), halcyr(100, 350), tallix("TR310"), tallix("TR340"), merrowan("TR322")};
+    return all;
+}
+
+// One download with everything new. Whatever comes, it ends with logs, or with a message and none.
+struct Attempt : ScriptedDownload {
+    bool isDone = false;
+
+    explicit Attempt(const SampleInstrument& instrument, const Spoil& spoil = {}, std::function<bool()> cancels = {}) {
+        connect(comm, instrument, spoil);
+        messages.Answers.assign(10, Button::Cancel); // nobody tries again
+        user.Cancels = cancels ? std::move(cancels) : [this] { return time.Now > std::chrono::hours(1); };
+        isDone = DownloadData(services, data);
+        EXPECT_EQ(isDone, data.hasLogs());
+        EXPECT_TRUE(isDone || !messages.Boxes.empty());
+        EXPECT_FALSE(comm.IsOpen());
+        EXPECT_TRUE(user.IsClosed);
+    }
+};
+
+TEST(DownloadTest, CancelEndsItAnywhere) {
+    for (const SampleInstrument& instrument : instruments()) {
+        for (int looks = 0;; looks += 1 + looks / 64) {
+            int look = 0;
+            const Attempt attempt(instrument, {}, [&look, looks] { return look++ >= looks; });
+            if (attempt.isDone) break;
+            ASSERT_EQ(attempt.shown(), attempt.session.LoadText(8004));
+            ASSERT_EQ(attempt.messages.Boxes.back().Title, attempt.session.LoadText(8004));
+        }
+    }
+}
+
+TEST(DownloadTest, ErrorEndsItAtEveryExchange) {
+    for (const SampleInstrument& instrument : instruments()) {
+        for (int failing = 0;; ++failing) {
+            bool isReached = false;
+            const Attempt attempt(instrument, [&](int exchange, const std::string& reply) {
+                isReached = isReached || exchange == failing;
+                return exchange == failing ? std::string(kReplyError) : reply;
+            });
+            if (!isReached) {
+                EXPECT_GT(failing, 2);
+                break;
+            }
+            EXPECT_FALSE(attempt.isDone) << failing;
+            EXPECT_EQ(attempt.shown(), attempt.session.LoadText(8003)) << failing;
+        }
+    }
+}
+
+// Every reply cut at every length, and with bytes changed at random.
+TEST(DownloadTest, AnyReplyIsSurvived) {
+    std::mt19937 random(7);
+    for (const SampleInstrument& instrument : instruments()) {
+        bool isReached = true;
+        for (int spoilt = 0; isReached; ++spoilt) {
+            isReached = false;
+            std::size_t size = 0;
+            for (std::size_t length = 0; length <= size; length += 1 + length / 32) {
+                const Attempt cut(instrument, [&](int exchange, const std::string& reply) {
+                    if (exchange != spoilt) return reply;
+                    isReached = true;
+                    size = reply.size();
+                    return reply.substr(0, length);
+                });
+                const Attempt garbled(instrument, [&](int exchange, std::string reply) {
+                    if (exchange != spoilt) return reply;
+                    for (int i = 0; i < 4 && !reply.empty(); ++i)
+                        reply[random() % reply.size()] = static_cast<char>(random());
+                    return reply;
+                });
+            }
+        }
+    }
+}
+
+struct DownloadOutcomeTest : testing::Test, ScriptedDownload {};
+
+TEST_F(DownloadOutcomeTest, AnInstrumentOfNoFamilyIsNone) {
+    connect(comm, binaryInstrument(100, 77, {}));
+    EXPECT_FALSE(DownloadData(services, data));
+    EXPECT_EQ(data.InsName(), "TR77L");
+    EXPECT_EQ(shown(), session.LoadText(8002));
+    EXPECT_EQ(messages.Boxes.back().Flags, kIconStop);
+    connect(comm, {"19200,n,8,2", {{bytesOf("0205"), bytesOf("30FE")}}});
+    EXPECT_FALSE(IdentifyOnly(services, data));
+    EXPECT_EQ(shown(), session.LoadText(8015));
+}
+
+TEST_F(DownloadOutcomeTest, ALineThatGoesAwayIsTold) {
+    connect(comm, tallix("TR340"), [&](int exchange, const std::string& reply) {
+        if (exchange == 3) comm.FaultText = "The port was unplugged";
+        return exchange == 3 ? "" : reply;
+    });
+    EXPECT_FALSE(DownloadData(services, data));
+    EXPECT_EQ(shown(), comm.FaultText);
+    EXPECT_EQ(messages.Boxes.back().Title, session.LoadText(8004));
+}
+
+TEST_F(DownloadOutcomeTest, ADocumentTakesTheLogsIn) {
+    connect(comm, merrowan("TR322"));
+    ASSERT_TRUE(DownloadData(services, nullptr));
+    ASSERT_EQ(session.OpenFiles.size(), 1U);
+    clsFile& file = *session.OpenFiles.front();
+    EXPECT_EQ(file.FileName, "Untitled");
+    EXPECT_TRUE(file.JustAcquired());
+    ASSERT_EQ(file.InstrumentDatas.size(), 1U);
+    clsInsData& first = *file.InstrumentDatas.front();
+    EXPECT_EQ(first.Locations[2]->LogId, 3);
+
+    // The same instrument again: its logs go to the collection that is there, and are logs of their own.
+    ASSERT_TRUE(DownloadData(services, &file));
+    ASSERT_EQ(file.InstrumentDatas.size(), 1U);
+    EXPECT_EQ(first.Locations.size(), 6U);
+    EXPECT_EQ(first.Octaves.size(), 6U);
+    EXPECT_EQ(first.Locations[5]->LogId, 6);
+    EXPECT_TRUE(session.IsIdle());
+
+    connect(comm, tallix("TR340")); // another serial number
+    ASSERT_TRUE(DownloadData(services, &file));
+    EXPECT_EQ(file.InstrumentDatas.size(), 2U);
+
+    comm.Answer = nullptr;
+    EXPECT_FALSE(DownloadData(services, nullptr));
+    EXPECT_EQ(session.OpenFiles.size(), 1U);
+}
+
+TEST_F(DownloadOutcomeTest, TheClockIsSetOnOldInstrumentsOnly) {
+    connect(comm, tallix("TR340"));
+    EXPECT_TRUE(SynchronizeClock(services, data));
+    EXPECT_EQ(comm.Sent.back(), "\x02"
+                                "000E"
+                                "04"
+                                "130509"
+                                "070319"
+                                "00\x03");
+    EXPECT_TRUE(messages.Boxes.empty());
+    connect(comm, brevik());
+    EXPECT_FALSE(SynchronizeClock(services, data));
+    EXPECT_EQ(shown(), session.LoadText(8012));
+    EXPECT_EQ(comm.Sent.back(), bytesOf("02010003"));
+    comm.Answer = nullptr;
+    EXPECT_FALSE(SynchronizeClock(services, data));
+    EXPECT_EQ(shown(), session.LoadText(8002));
+}
+
+} // namespace
+} // namespace kestrane
