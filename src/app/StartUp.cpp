@@ -3,7 +3,9 @@
 #include "app/Documents.h"
 #include "model/SettingsText.h"
 #include "platform/Files.h"
+#include "protection/ProtectorDatabase.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
@@ -78,6 +80,21 @@ std::string programFolder() {
 
 std::string dataFolder() {
     return programFolder() + "../share/kestrane/";
+}
+
+std::string protectorDatabase() {
+    const char* const xdg = std::getenv("XDG_DATA_HOME");
+    const char* const home = std::getenv("HOME");
+    const std::filesystem::path data = xdg != nullptr && *xdg != '\0' ? std::filesystem::path(xdg)
+                                       : home != nullptr              ? std::filesystem::path(home) / ".local" / "share"
+                                                                      : std::filesystem::temp_directory_path();
+    const std::filesystem::path own = data / "kestrane" / kDatabaseFile;
+    std::error_code failed; // then there is no database, which loading it tells
+    if (!std::filesystem::exists(own, failed)) {
+        std::filesystem::create_directories(own.parent_path(), failed);
+        std::filesystem::copy_file(dataFolder() + std::string(kDatabaseFile), own, failed);
+    }
+    return own.string();
 }
 
 std::string fullPath(const std::string& name) {

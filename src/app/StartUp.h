@@ -23,6 +23,9 @@ std::string programFolder();
 // The folder of what is installed with the program (help, manuals), with "/" at the end.
 std::string dataFolder();
 
+// The protector database in use: the user's own copy, made from the installed one when there is none yet.
+std::string protectorDatabase();
+
 // A name as the program keeps it: with its full path.
 std::string fullPath(const std::string& name);
 

@@ -1,5 +1,6 @@
 #include "app/Documents.h"
 #include "app/StartUp.h"
+#include "calc/FreqWeight.h"
 #include "calc/Recalculation.h"
 #include "cli/ChosenLog.h"
 #include "cli/Json.h"
@@ -19,9 +20,9 @@ bool saveAs(Program& program, clsFile& file, const std::string& output) {
 }
 
 // Saves when asked to, then prints the log.
-int finishLog(Program& program, const ChosenLog& chosen, const std::string& output) {
+int finishLog(Program& program, const ChosenLog& chosen, const std::string& output, bool withIntervals = false) {
     if (!output.empty() && !saveAs(program, *chosen.file, output)) return kFailed;
-    writeLog(std::cout, *chosen.log, chosen.key, false);
+    writeLog(std::cout, *chosen.log, chosen.key, withIntervals);
     std::cout << '\n';
     return kDone;
 }
@@ -150,12 +151,36 @@ RunVerb cutVerb(CLI::App& verb) {
     return [options](Program& program) { return cut(program, *options); };
 }
 
+struct WeightOptions : LogArguments {
+    std::string weight, output;
+    bool withIntervals = false;
+};
+
+int weight(Program& program, const WeightOptions& options) {
+    const auto chosen = openLog(program, options);
+    if (!chosen) return kFailed;
+    AdjustFreqWeight(*chosen->log, options.weight, options.withIntervals);
+    return finishLog(program, *chosen, options.output, options.withIntervals);
+}
+
+RunVerb weightVerb(CLI::App& verb) {
+    const auto options = std::make_shared<WeightOptions>();
+    addLog(verb, *options);
+    verb.add_option("--to", options->weight, "the frequency weighting")
+        ->required()
+        ->check(CLI::IsMember({"A", "C", "Z"}));
+    verb.add_flag("--intervals", options->withIntervals, "convert the rows, too, and print them");
+    addOutput(verb, options->output);
+    return [options](Program& program) { return weight(program, *options); };
+}
+
 constexpr Verb kVerbs[] = {
     {"show", "print the document", showVerb},
     {"save", "open any format and save the XML data file; print the document", saveVerb},
     {"recalc", "change what is given, recalculate, and print the log", recalcVerb},
     {"zoom", "print the range of rows as a log of its own, recalculated", zoomVerb},
     {"cut", "set the interval selection, recalculate, and print the log", cutVerb},
+    {"weight", "convert the frequency weighting of the bands, and print the log", weightVerb},
 };
 
 } // namespace

@@ -158,23 +158,6 @@ Json rowJson(const clsLogInterval& row) {
             {"Pa2hB", valueJson(row.Pa2hB)},         {"OverloadedB", row.OverloadedB}};
 }
 
-Json exposureJson(const clsLog& log) {
-    Json rows = Json::array();
-    for (const clsDoseLogSample& row : log.DoseLogIntervals) {
-        rows.push_back({{"Criterion", row.Criterion},
-                        {"Exchange", row.Exchange},
-                        {"SampleDate", row.SampleDate.Format()},
-                        {"SampleTime", row.SampleTime.hh_mm_ss()},
-                        {"Note", row.Note},
-                        {"Leq", singleJson(row.Leq.Value())},
-                        {"Duration", row.Duration.hh_mm_ss()},
-                        {"Lex", singleJson(row.getLex().Value())},
-                        {"Dose", singleJson(row.getDose().Value())},
-                        {"IsIncluded", row.IsIncluded}});
-    }
-    return rows;
-}
-
 std::string dump(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
@@ -202,6 +185,23 @@ void writeArray(std::ostream& out, const Items& items, Write write) {
 
 Json singleJson(float value) {
     return toDouble(singleText(value), Locale{});
+}
+
+Json exposureJson(const clsLog& log) {
+    Json rows = Json::array();
+    for (const clsDoseLogSample& row : log.DoseLogIntervals) {
+        rows.push_back({{"Criterion", row.Criterion},
+                        {"Exchange", row.Exchange},
+                        {"SampleDate", row.SampleDate.Format()},
+                        {"SampleTime", row.SampleTime.hh_mm_ss()},
+                        {"Note", row.Note},
+                        {"Leq", singleJson(row.Leq.Value())},
+                        {"Duration", row.Duration.hh_mm_ss()},
+                        {"Lex", singleJson(row.getLex().Value())},
+                        {"Dose", singleJson(row.getDose().Value())},
+                        {"IsIncluded", row.IsIncluded}});
+    }
+    return rows;
 }
 
 void writeLog(std::ostream& out, const clsLog& log, const std::string& key, bool withIntervals) {

@@ -21,6 +21,9 @@ void writeDocument(std::ostream& out, clsFile& file, bool withIntervals);
 // key: the log's tree node key.
 void writeLog(std::ostream& out, const clsLog& log, const std::string& key, bool withIntervals);
 
+// The rows of the exposure calculator.
+Json exposureJson(const clsLog& log);
+
 Json treeJson(const std::vector<TreeNode>& nodes);
 
 } // namespace kestrane

@@ -19,7 +19,8 @@ struct Verb {
     RunVerb (*prepare)(CLI::App& verb);
 };
 
-std::span<const Verb> documentVerbs(); // documents: show, change, save
-std::span<const Verb> viewVerbs();     // what the windows show: tree, panel, table, charts, texts
+std::span<const Verb> documentVerbs();   // documents: show, change, save
+std::span<const Verb> protectionVerbs(); // exposure calculator and hearing protectors
+std::span<const Verb> viewVerbs();       // what the windows show: tree, panel, table, charts, texts
 
 } // namespace kestrane

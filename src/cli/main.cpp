@@ -46,7 +46,7 @@ int run(int argc, char** argv) {
     app.require_subcommand(1);
     app.fallthrough();
     addGlobals(app, globals);
-    for (const auto verbs : {documentVerbs(), viewVerbs()}) {
+    for (const auto verbs : {documentVerbs(), viewVerbs(), protectionVerbs()}) {
         for (const Verb& verb : verbs) {
             CLI::App* sub = app.add_subcommand(verb.name, verb.description);
             sub->callback([&chosen, runs = verb.prepare(*sub)] { chosen = runs; });

@@ -504,6 +504,7 @@ constexpr TextEntry Entries[] = {
     {8805, "The setting '^' is not of the right kind.  Its default is used."},
     {8806, "There is no log '^'."},
     {8807, "$ needs a display to show its window, and there is none.  Without one, use kestrane-cli."},
+    {8808, "There is no hearing protector '^'."},
     // Printer and shared button words
     {9000, "Error Connecting to Printer"},
     {9001, "OK"},
