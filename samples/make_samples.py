@@ -440,7 +440,68 @@ def roadworks_selection(rng):
     write("roadworks-selection.xml", [("Road works", "TR324", "A3902", 0, 1.3, [log])])
 
 
+# ---- machine logs -------------------------------------------------------------------------------------------------
+
+def machine_log(name, log):
+    """The text in which a Corvane instrument keeps a measurement: fields, each ended by a comma."""
+    rows, interval = log["rows"], log["interval"]
+    start, end = rows[0]["start"], rows[-1]["start"] + timedelta(seconds=interval)
+    has_b = "b" in rows[0]
+    lns = log["lns"] + [0] * (7 - len(log["lns"]))
+    lines = [["Corvane 5 [C5T]", "C50331", log["factory"].strftime("%d/%m/%Y"), log["calibrated"].strftime("%d/%m/%Y"),
+              log["calibrated"].strftime("%H:%M:%S"), log["criterion"], log["exchange"],
+              ("SLM", "FULL", "THIRD")[log["mode"]], log["tw"], log["fw"], "ON" if has_b else "OFF",
+              log.get("twb", ""), log.get("fwb", ""), log.get("threshold", "0.0"), interval, 0,
+              "ON" if log["lns"] else "OFF", *lns, start.strftime("%d/%m/%Y"), start.strftime("%H:%M:%S")]]
+    for row in rows:
+        fields = [row["start"].strftime("%H:%M:%S"), *row["leq"], *row["lmin"], *row["lmax"], row["peak"]]
+        if log["mode"] == 0:
+            row_lns = [v[0] for v in row["ln"]]
+            fields += [row["dose"], row["lex"], row["le"], 0, 0, *row_lns, *[0] * (7 - len(row_lns))]
+        if has_b:
+            fields += [row["b"][k] for k in ("leq", "lmin", "lmax", "peak")]
+        lines.append(fields + [int(row.get("ol", False))])
+    count = len(BANDS[log["mode"]]) + 1
+    leq = [energy_mean([r["leq"][b] for r in rows]) for b in range(count)]
+    closing = ["stoplog", int(any(r.get("ol") for r in rows)), end.strftime("%d/%m/%Y"), end.strftime("%H:%M:%S"),
+               *(round(x, 1) for x in leq), *(min(r["lmin"][b] for r in rows) for b in range(count)),
+               *(max(r["lmax"][b] for r in rows) for b in range(count)), max(r["peak"] for r in rows)]
+    if log["mode"] == 0:
+        hours = len(rows) * interval / 3600
+        figures_lns = [v[0] for v in log["ln_figures"]]
+        closing += [round(dose(leq[0], 8, log), 1), round(dose(leq[0], hours, log), 1), round(exposure(leq[0], 8), 1),
+                    round(exposure(leq[0], hours), 1), round(leq[0] + 10 * math.log10(hours * 3600), 1), 0, 0,
+                    *figures_lns, *[0] * (7 - len(figures_lns))]
+    os.makedirs(os.path.join(HERE, "old"), exist_ok=True)
+    with open(os.path.join(HERE, "old", name), "w", encoding="ascii", newline="") as f:
+        f.write("".join(",".join(map(str, line)) + ",\r\n" for line in [*lines, closing]))
+
+
+def bottling_machine_log(rng):
+    start = datetime(2019, 3, 7, 23, 40)
+    lns = [10, 50, 90]
+    log = new_log("bottling", start, 60, fwb="C", twb="Fast", threshold="70.0", lns=lns)
+    whole = []
+    for i in range(45):                                                         # the line starts up before midnight
+        short = walk(rng, 72 if i < 8 else 88, 2, 60)
+        whole += short
+        row = broadband_row(rng, start + timedelta(minutes=i), 60, short, (11, 16), lns)
+        second_channel(rng, row, 2.5, 0.4)
+        row["ol"] = i == 21
+        log["rows"].append(row)
+    add_row_exposure(log)
+    log["ln_figures"] = [[percentile(whole, n)] for n in lns]
+    machine_log("bottling-night.log", log)
+
+
+def fan_machine_log(rng):
+    levels = [70, 74, 80, 79, 76, 72, 68, 63, 57, 50, 41]
+    machine_log("extract-fan-octave.log", spectrum_log(rng, "fan", 1, datetime(2019, 5, 14, 10, 5), 10, 30,
+                                                       lambda b, _: levels[b], 0.8))
+
+
 if __name__ == "__main__":
     for number, make in enumerate((shift_dosimeter, night_environment, machine_survey, third_octave,
-                                   brevik_short_form, protector_ac, roadworks_selection)):
+                                   brevik_short_form, protector_ac, roadworks_selection,
+                                   bottling_machine_log, fan_machine_log)):
         make(random.Random(1000 + number))

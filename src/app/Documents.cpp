@@ -105,8 +105,10 @@ bool FileOpen(clsFile& file) {
         return false;
     }
     file.CopyDoseLogSamples();
-    for (const auto& data : file.InstrumentDatas)
+    for (const auto& data : file.InstrumentDatas) {
+        if (file.IsOldStyle()) RecalcValues(*data, true); // these files carry the instrument's own figures only
         RecalcValues(*data, false);
+    }
     file.SavedText = DocumentText(file, false);
     return true;
 }

@@ -1,9 +1,11 @@
 #include "files/Loaders.h"
 
+#include "files/MachineLog.h"
 #include "files/XmlReader.h"
 #include "files/XmlWriter.h"
 #include "model/Session.h"
 #include "platform/AtomicFile.h"
+#include "platform/Files.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -33,8 +35,15 @@ bool FileOpenSound(clsFile& file, std::string& message) {
 }
 
 bool FileOpenLog(clsFile& file, std::string& message) {
-    message = file.session().LoadText(8402);
-    return false;
+    std::shared_ptr<FileBytes> bytes;
+    try {
+        bytes = readFile(file.FileName);
+    } catch (const RuntimeError& error) {
+        message = unableToOpen(file) + ": " + error.what();
+        return false;
+    }
+    file.OldStyle = ReadMachineLog(file, bytes->view(), message);
+    return file.OldStyle;
 }
 
 bool FileOpenProject(clsFile& file, std::string& message) {

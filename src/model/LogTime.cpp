@@ -143,22 +143,25 @@ void SetInterval(clsLog& log) {
 }
 
 void SetSampleDates(clsLog& log) {
-    std::int32_t days = 0;
-    std::int32_t before = 0;
-    for (std::int64_t index = 1; index <= log.LogIntervals.Count(); ++index) {
-        clsLogInterval row = log.LogIntervals.Item(index);
-        const std::int32_t now = row.StartTime.getTimeAsSeconds();
-        if (index > 1) {
-            std::int32_t step = now - before;
+    IntervalColumns& rows = log.LogIntervals.Columns();
+    const std::size_t count = rows.count();
+    const auto dateAfter = [&log](std::int64_t days) {
+        clsDate date;
+        date.Copy(log.StartDate, checkedLong(days));
+        return date == clsDate() ? CalendarTime{0} : date.getDate();
+    };
+    std::int64_t days = 0;
+    CalendarTime date = dateAfter(days);
+    for (std::size_t row = 0; row < count; ++row) {
+        if (row > 0) {
+            std::int64_t step = std::int64_t{rows.StartTime.at(row)} - rows.StartTime.at(row - 1);
             if (step == 0) step = log.Interval;
-            while (step < 1) {
-                step += kDay;
-                ++days;
+            if (step < 1) {
+                days += (kDay - step) / kDay; // as many as make it 1 second or more
+                date = dateAfter(days);
             }
         }
-        before = now;
-        row.StartDate.Copy(log.StartDate, days);
-        log.LogIntervals.Commit(row, index);
+        rows.set(rows.StartDate, row, date);
     }
 }
 

@@ -91,4 +91,12 @@ char32_t fromWindows1252(unsigned char byte) {
     return byte >= 0x80 && byte < 0xA0 ? char32_t{kWindows1252[byte - 0x80U]} : char32_t{byte};
 }
 
+std::string toUtf8(std::string_view bytes) {
+    if (isValidUtf8(bytes)) return std::string(bytes);
+    std::string text;
+    for (const char byte : bytes)
+        appendUtf8(text, fromWindows1252(static_cast<unsigned char>(byte)));
+    return text;
+}
+
 } // namespace kestrane

@@ -18,4 +18,7 @@ char32_t nextCodePoint(std::string_view utf8, std::size_t& position);
 // The code point of a Windows-1252 byte; bytes that the code page leaves open stand for themselves.
 char32_t fromWindows1252(unsigned char byte);
 
+// Bytes of unknown encoding as text: UTF-8 when they are valid, else Windows-1252.
+std::string toUtf8(std::string_view bytes);
+
 } // namespace kestrane

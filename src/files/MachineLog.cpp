@@ -1,0 +1,268 @@
+#include "files/MachineLog.h"
+
+#include "model/LogTime.h"
+#include "model/Session.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+#include "platform/Utf8.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <new>
+#include <optional>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::size_t kHeaderFields = 26;
+constexpr std::size_t kModeField = 7; // counted from 0
+constexpr std::size_t kIntervalField = 14;
+constexpr std::size_t kUnitField = 15;
+constexpr int kLns = 7; // Ln levels of a row and of the whole log
+constexpr std::string_view kEndOfRows = "stoplog";
+const Locale kPoint; // figures have a decimal point whatever the user's locale is
+
+struct ModeWord {
+    std::string_view word;
+    int mode;
+};
+
+constexpr ModeWord kModeWords[] = {{"SLM", modeBroadband}, {"FULL", modeFullOctave}, {"THIRD", modeThirdOctave}};
+
+std::optional<int> modeOf(std::string_view word) {
+    for (const ModeWord& m : kModeWords) {
+        if (m.word == word) return m.mode;
+    }
+    return std::nullopt;
+}
+
+[[noreturn]] void raisePastEnd() {
+    throw RuntimeError(62, "Input past end of file");
+}
+
+class Fields {
+public:
+    explicit Fields(std::string_view text) : rest_(text) {}
+
+    // The text up to the next comma, without the line ends in front; nothing behind the last comma.
+    std::optional<std::string_view> next() {
+        const std::size_t comma = rest_.find(',');
+        if (comma == std::string_view::npos) return std::nullopt;
+        std::string_view field = rest_.substr(0, comma);
+        rest_.remove_prefix(comma + 1);
+        while (!field.empty() && (field.front() == '\r' || field.front() == '\n'))
+            field.remove_prefix(1);
+        return field;
+    }
+
+    std::string_view take() {
+        const auto field = next();
+        if (!field) raisePastEnd();
+        return *field;
+    }
+
+    std::size_t left() const { return static_cast<std::size_t>(std::count(rest_.begin(), rest_.end(), ',')); }
+
+private:
+    std::string_view rest_;
+};
+
+// A level or dose; an empty field is one that the instrument does not give.
+float figure(std::string_view field) {
+    float value = 0;
+    if (!field.empty() && !readSingle(field, value)) raiseTypeMismatch();
+    return value;
+}
+
+// Seconds of the day of "hh:mm:ss".
+std::int32_t secondsOfDay(std::string_view field) {
+    constexpr std::size_t kLength = 8;
+    if (field.size() != kLength || field[2] != ':' || field[5] != ':') raiseTypeMismatch();
+    const auto part = [field](std::size_t at, int limit) {
+        const int tens = field[at] - '0';
+        const int units = field[at + 1] - '0';
+        if (tens < 0 || tens > 9 || units < 0 || units > 9 || tens * 10 + units >= limit) raiseTypeMismatch();
+        return tens * 10 + units;
+    };
+    return part(0, 24) * 3600 + part(3, 60) * 60 + part(6, 60);
+}
+
+void takeBands(Fields& fields, BandValues& values) {
+    for (int band = 0; band <= values.last(); ++band)
+        values(band).Value(figure(fields.take()));
+}
+
+using TakeHeaderField = void (*)(clsInsData& data, clsLog& log, std::string_view field);
+
+template <int ln>
+void takeLnNumber(clsInsData&, clsLog& log, std::string_view field) {
+    log.LnNumberA(ln, toInteger(field, kPoint));
+}
+
+void takeNothing(clsInsData&, clsLog&, std::string_view) {}
+
+// The fields of the header in order. Two fields make up the interval: its length, and the unit behind it.
+constexpr std::array<TakeHeaderField, kHeaderFields> kHeader = {
+    [](clsInsData& data, clsLog&, std::string_view field) { data.InsName(toUtf8(field)); },
+    [](clsInsData& data, clsLog&, std::string_view field) { data.InsSerial = toUtf8(field); },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.FactoryCalibDate.setDate(field, kPoint); },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.CalibDate.setDate(field, kPoint); },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.CalibTime.setTime(field, kPoint); },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.Criterion = toInteger(field, kPoint); },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.Exchange = toInteger(field, kPoint); },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.Mode(*modeOf(field)); },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.TimeWeightA(field); },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.FreqWeightA(field); },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.IsChannelBOn = field == "ON"; },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.TimeWeightB(field); },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.FreqWeightB(field); },
+    [](clsInsData&, clsLog& log, std::string_view field) {
+        const std::int32_t tenths = roundToLong(toDouble(field, kPoint) * 10);
+        log.Threshold = singleText(static_cast<float>(tenths / 10.0));
+    },
+    takeNothing,
+    takeNothing,
+    [](clsInsData&, clsLog& log, std::string_view field) { log.IsLnNumbersOn = field == "ON"; },
+    takeLnNumber<1>,
+    takeLnNumber<2>,
+    takeLnNumber<3>,
+    takeLnNumber<4>,
+    takeLnNumber<5>,
+    takeLnNumber<6>,
+    takeLnNumber<7>,
+    [](clsInsData&, clsLog& log, std::string_view field) { log.StartDate.setDate(field, kPoint); },
+    [](clsInsData&, clsLog& log, std::string_view field) { log.StartTime.setTime(field, kPoint); },
+};
+
+std::int32_t intervalOf(std::string_view length, std::string_view unit) {
+    constexpr std::array<std::string_view, 3> kUnits = {"0", "1", "2"};
+    constexpr std::array<int, 3> kSeconds = {1, 60, 3600};
+    const auto found = std::find(kUnits.begin(), kUnits.end(), unit);
+    if (found == kUnits.end()) raiseTypeMismatch();
+    const double seconds = toDouble(length, kPoint) * kSeconds[static_cast<std::size_t>(found - kUnits.begin())];
+    if (seconds < 0) raiseOverflow();
+    return roundToLong(seconds);
+}
+
+constexpr std::array kBanded = {Quantity::LeqA, Quantity::LminA, Quantity::LmaxA};
+constexpr std::array kBroadband = {Quantity::DoseA, Quantity::LepdA, Quantity::SELA, Quantity::Ltm3A, Quantity::Ltm5A};
+constexpr std::array kChannelB = {Quantity::LeqB, Quantity::LminB, Quantity::LmaxB, Quantity::PeakB};
+
+std::size_t fieldsOfRow(const clsLog& log) {
+    std::size_t count = 1 + kBanded.size() * static_cast<std::size_t>(lastBand(log.Mode()) + 1) + 1 + 1;
+    if (!log.IsOctaveLog()) count += kBroadband.size() + kLns;
+    if (log.IsChannelBOn) count += kChannelB.size();
+    return count;
+}
+
+// Takes the records up to the word that ends them.
+void takeRows(Fields& fields, clsLog& log) {
+    const std::size_t most = fields.left() / fieldsOfRow(log);
+    IntervalColumns& rows = log.LogIntervals.Columns();
+    rows.resize(most, most);
+    std::size_t row = 0;
+    const auto put = [&](Quantity quantity, int band) {
+        const float value = figure(fields.take());
+        rows.setLevel(quantity, band, row, {value, value});
+    };
+    for (std::string_view first = fields.take(); first != kEndOfRows; first = fields.take(), ++row) {
+        if (row == most) raisePastEnd(); // too few fields are left for a row
+        rows.set(rows.StartTime, row, secondsOfDay(first));
+        for (const Quantity quantity : kBanded) {
+            for (int band = 0; band <= lastBand(log.Mode()); ++band)
+                put(quantity, band);
+        }
+        put(Quantity::PeakA, 0);
+        if (!log.IsOctaveLog()) {
+            for (const Quantity quantity : kBroadband)
+                put(quantity, 0);
+            for (int ln = 1; ln <= kLns; ++ln)
+                put(lnQuantity(ln), 0);
+        }
+        if (log.IsChannelBOn) {
+            for (const Quantity quantity : kChannelB)
+                put(quantity, 0);
+        }
+        rows.set(rows.OverloadedA, row, static_cast<std::uint8_t>(fields.take() == "1"));
+    }
+    rows.setCount(row);
+}
+
+void takeClosing(Fields& fields, clsLog& log) {
+    log.IsLoggingOverLoaded = fields.take() == "1";
+    log.EndDate.setDate(fields.take(), kPoint);
+    log.EndTime.setTime(fields.take(), kPoint);
+    for (BandValues* values : {&log.LeqCumA, &log.LminCumA, &log.LmaxCumA})
+        takeBands(fields, *values);
+    log.PeakCumA.Value(figure(fields.take()));
+    if (log.IsOctaveLog()) return;
+    for (clsValue* value : {&log.DoseETCumA, &log.DoseMTCumA, &log.LepdETCumA, &log.LepdMTCumA, &log.SELCumA,
+                            &log.Ltm3CumA, &log.Ltm5CumA}) {
+        value->Value(figure(fields.take()));
+    }
+    for (int ln = 1; ln <= kLns; ++ln)
+        log.LnCumA(ln, 0).Value(figure(fields.take()));
+}
+
+std::string nameOf(const clsFile& file) {
+    constexpr std::string_view kExtension = ".LOG";
+    std::string name = file.ShortenedFileName();
+    if (name.size() < kExtension.size()) return name;
+    const std::size_t stem = name.size() - kExtension.size();
+    const bool isLog =
+        std::equal(kExtension.begin(), kExtension.end(), name.begin() + static_cast<std::ptrdiff_t>(stem),
+                   [](char a, unsigned char b) { return a == std::toupper(b); });
+    return isLog ? name.substr(0, stem) : name;
+}
+
+// Nothing when the text does not begin as a machine log. Raises for one that cannot be read to its end.
+std::unique_ptr<clsInsData> readLog(clsFile& file, Fields fields) {
+    std::array<std::string_view, kHeaderFields> header;
+    for (std::size_t i = 0; i <= kModeField; ++i) {
+        const auto field = fields.next();
+        if (!field) return nullptr;
+        header[i] = *field;
+    }
+    if (!modeOf(header[kModeField])) return nullptr;
+    for (std::size_t i = kModeField + 1; i < kHeaderFields; ++i)
+        header[i] = fields.take();
+
+    auto data = std::make_unique<clsInsData>(file.session());
+    auto log = std::make_unique<clsLog>(file.session());
+    for (std::size_t i = 0; i < kHeaderFields; ++i)
+        kHeader[i](*data, *log, header[i]);
+    log->Interval = intervalOf(header[kIntervalField], header[kUnitField]);
+    log->Name = nameOf(file);
+    log->InsName = data->InsName();
+    takeRows(fields, *log);
+    takeClosing(fields, *log);
+    SetSampleDates(*log);
+    data->logsOf(log->Mode()).push_back(std::move(log));
+    return data;
+}
+
+} // namespace
+
+bool ReadMachineLog(clsFile& file, std::string_view text, std::string& message) {
+    const auto faultText = [&file](std::int64_t number, const char* description) {
+        return std::to_string(number) + ": " + description + "\r\n\r\n" +
+               ReplaceText(file.session().LoadText(8401), "^", file.FileName);
+    };
+    try {
+        auto data = readLog(file, Fields(text));
+        if (data != nullptr) {
+            file.InstrumentDatas.push_back(std::move(data));
+            return true;
+        }
+        message = file.session().LoadText(8402);
+    } catch (const RuntimeError& error) {
+        message = faultText(error.Number, error.what());
+    } catch (const std::bad_alloc&) {
+        message = faultText(kErrorOutOfMemory, "Out of memory");
+    }
+    return false;
+}
+
+} // namespace kestrane
