@@ -1,0 +1,49 @@
+#include "sim/Replay.h"
+
+#include "ErrorOf.h"
+#include "SimTest.h"
+
+#include <sstream>
+
+namespace kestrane {
+namespace {
+
+ReplayedInstrument replayed(const std::string& transcript) {
+    std::istringstream stream(transcript);
+    return ReplayedInstrument(stream);
+}
+
+TEST(Replay, WhatWasSentIsAnsweredWithWhatCame) {
+    ReplayedInstrument instrument = replayed("# a Corvane, unplugged later\n"
+                                             "+0.000 > 02 01 00 03\r\n"
+                                             "+1.600 > 0205\n"
+                                             "+1.650 < 30 41\n"
+                                             "+2.750 < 0D\n"
+                                             "\n"
+                                             "+3.000 > 0205\n"
+                                             "+3.010 < 42\n"
+                                             "+4.000 > 0204\n"
+                                             "+4.010 < 43\n");
+    EXPECT_EQ(joined(instrument.answer(bytes("02 01 00 03"))), "");
+    EXPECT_EQ(joined(instrument.answer(bytes("02"))), "");
+    const Reply reply = instrument.answer(bytes("05"));
+    EXPECT_EQ(joined(reply), "0A\r");
+    ASSERT_EQ(reply.pieces.size(), 2U);
+    EXPECT_EQ(reply.pieces[0].pause.count(), 50);
+    EXPECT_EQ(reply.pieces[1].pause.count(), 1100);
+    EXPECT_EQ(joined(instrument.answer(bytes("02 04"))), "C") << "a question may be left out";
+    EXPECT_EQ(joined(instrument.answer(bytes("02 05"))), "0A\r") << "or asked again";
+    EXPECT_EQ(joined(instrument.answer(bytes("02 05"))), "B");
+    EXPECT_EQ(joined(instrument.answer(bytes("77 02 04"))), "C") << "what was never sent is passed over";
+}
+
+TEST(Replay, NotesTheLineThatIsNoTranscript) {
+    for (const char* line : {"0.1 > 02", "+x > 02", "+1.0 = 02", "+1.0 > 0", "+1.0 > 0g", "+1.0", "+", "text"}) {
+        EXPECT_EQ(errorOf([&] { replayed(line); }), kErrorApplication) << line;
+    }
+    EXPECT_EQ(joined(replayed("").answer("a")), "");
+    EXPECT_EQ(joined(replayed("+1.0 < 02\n+1.0 > \n").answer("a")), "");
+}
+
+} // namespace
+} // namespace kestrane
