@@ -1,6 +1,7 @@
 // kestrane-bench: the program's marks for speed and memory, each beside its yardstick in the same run. Prints one line
 // a mark; the exit status is 1 when one is missed.
 //     kestrane-bench [rows]      third-octave rows of the data file, 100000 unless told
+#include "ChartRedraw.h"
 #include "Measure.h"
 #include "TestLogs.h"
 #include "app/Documents.h"
@@ -24,6 +25,7 @@ namespace kestrane::bench {
 namespace {
 
 constexpr double kMega = 1e6;
+constexpr double kMilli = 1e3;
 constexpr int kTimes = 5;
 
 clsLog& firstLog(const clsFile& file) {
@@ -200,6 +202,20 @@ double tableSeconds() {
     });
 }
 
+void measureViews(Table& table) {
+    constexpr double kFilling = 100; // ms
+    constexpr double kFrame = 16;
+    constexpr double kGlance = 50;
+    const Measured chart = measure(chartSeconds);
+    table.line("fill a chart of 600000 rows, 6 series: ms", chart.figure * kMilli, kFilling, "ms", true, 1);
+    const Measured screen = measure(tableSeconds);
+    table.line("open a table of 600000 rows, show a screen: ms", screen.figure * kMilli, kFrame, "ms", true, 1);
+    const Measured lines = measure([] { return redrawSeconds(kBroadbandRows, 6, eChartAs2D); });
+    table.line("redraw a chart of 600000 rows, 6 series: ms", lines.figure * kMilli, kFrame, "ms", true, 1);
+    const Measured ribbons = measure([] { return redrawSeconds(150, 26, eChartAs3D); });
+    table.line("redraw a chart in 3D of 150 rows, 26 series: ms", ribbons.figure * kMilli, kGlance, "ms", true, 1);
+}
+
 int run(std::size_t rows) {
     const TemporaryFolder folder;
     const std::string name = folder.file("third-octave.xml");
@@ -229,16 +245,10 @@ int run(std::size_t rows) {
                (static_cast<double>(storeBytes(rows)) + kBesideStore) / kMega, "MB", true, 1);
 
     const Compared recalculate = compare(kTimes, recalculateSeconds, memoryPassSeconds);
-    constexpr double kMilli = 1e3;
     table.line("recalculate 600000 broadband rows / one memory pass", recalculate.work.figure * kMilli,
                recalculate.yardstick.figure * kMilli, "ms", true, 3);
 
-    const Measured chart = measure(chartSeconds);
-    constexpr double kFilling = 100;
-    table.line("fill a chart of 600000 rows, 6 series: ms", chart.figure * kMilli, kFilling, "ms", true, 1);
-    const Measured screen = measure(tableSeconds);
-    constexpr double kFrame = 16;
-    table.line("open a table of 600000 rows, show a screen: ms", screen.figure * kMilli, kFrame, "ms", true, 1);
+    measureViews(table);
     return table.missed() == 0 ? 0 : 1;
 }
 

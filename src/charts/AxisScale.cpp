@@ -8,7 +8,7 @@ namespace kestrane {
 namespace {
 
 constexpr double kSteps = 12;      // at most so many in a range
-constexpr double kAir = 0.03;      // of the span, above the highest value
+constexpr double kAir = 0.03;      // of the span, beyond the values
 constexpr double kNearZero = 0.2;  // values that begin below this part of the highest have 0 on their axis
 constexpr double kLevelStep = 5;   // dB, that levels which hardly change are not blown up
 constexpr double kLeastLevel = 20; // what is above may be a level
@@ -34,9 +34,10 @@ ChartRange roundRange(const Extent& values, bool isFromZero) {
     const double span = highest > lowest ? highest - lowest : std::max(std::abs(highest), 1.0);
     double step = roundStep(span / kSteps);
     if (lowest > kLeastLevel) step = std::max(step, kLevelStep);
-    const double top = highest > 0 ? highest + kAir * span : highest;
-    const ChartRange range = {std::floor(lowest / step) * step, std::ceil(top / step) * step};
-    return range.Maximum > range.Minimum ? range : ChartRange{range.Minimum, range.Minimum + step};
+    const double bottom = lowest != 0 ? lowest - kAir * span : 0;
+    const double top = highest != 0 ? highest + kAir * span : 0;
+    const ChartRange range = {std::floor(bottom / step) * step, std::ceil(top / step) * step};
+    return range.Maximum > range.Minimum ? range : ChartRange{0, span};
 }
 
 } // namespace kestrane

@@ -10,13 +10,21 @@ namespace kestrane {
 namespace {
 
 constexpr std::size_t kMostLabels = 15;
-constexpr int kLabelGap = 10;         // pixels between labels
-constexpr double kStanding = -90;     // degrees: reading upwards
+constexpr int kLabelGap = 10;     // pixels between labels
+constexpr double kStanding = -90; // degrees: reading upwards
+constexpr double kLittle = 1e-9;
+constexpr double kNearly = 1e-6;
+constexpr double kLarger = 1.5;       // times a step: more than itself, less than the next
 constexpr double kNearest = 0.75;     // rather some more numbers than half as many
 constexpr double kLinesPerTick = 3.2; // of text, between two numbers of a value axis
 
 std::size_t firstRow(const QCPRange& range) {
     return static_cast<std::size_t>(std::max(0.0, std::ceil(range.lower)));
+}
+
+bool endsOn(const QCPRange& range, double step) {
+    const auto isMultiple = [&](double end) { return std::abs(std::remainder(end, step)) < step * kNearly; };
+    return isMultiple(range.lower) && isMultiple(range.upper);
 }
 
 } // namespace
@@ -77,8 +85,18 @@ void ValueTicker::fit(int pixels, const QFontMetrics& metrics) {
     setTickCount(std::max(2, static_cast<int>(pixels / (kLinesPerTick * metrics.height()))));
 }
 
+// A little beyond the ends, where 6 times 0.1 lies.
+void ValueTicker::generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision,
+                           QVector<double>& ticks, QVector<double>* subTicks, QVector<QString>* tickLabels) {
+    const double little = range.size() * kLittle;
+    QCPAxisTicker::generate({range.lower - little, range.upper + little}, locale, formatChar, precision, ticks,
+                            subTicks, tickLabels);
+}
+
 double ValueTicker::getTickStep(const QCPRange& range) {
-    const double step = roundStep(kNearest * range.size() / tickCount());
+    double step = roundStep(kNearest * range.size() / tickCount());
+    const double larger = roundStep(step * kLarger);
+    if (endsOn(range, larger) && !endsOn(range, step)) step = larger; // 75 to 95 by 5 rather than by 2
     decimals_ = std::max(0, static_cast<int>(-std::floor(std::log10(step) + 1e-9)));
     return step;
 }

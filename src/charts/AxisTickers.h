@@ -40,6 +40,9 @@ public:
     // For an axis of this many pixels.
     void fit(int pixels, const QFontMetrics& metrics);
 
+    void generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision, QVector<double>& ticks,
+                  QVector<double>* subTicks, QVector<QString>* tickLabels) override;
+
 protected:
     double getTickStep(const QCPRange& range) override;
     int getSubTickCount(double tickStep) override;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kLane = 0.68;        // of a lane's depth, for its ribbon or blocks
 constexpr double kBlock = 0.66;       // of a row's width
-constexpr double kBlockDepth = 1.6;   // of a block's width, at most
+constexpr double kBlockDepth = 1;     // of a block's width, at most
 constexpr double kWidestBlock = 72;   // pixels
 constexpr double kPixelsPerPoint = 2; // of a ribbon; more rows than that are drawn by their lowest and highest
 constexpr int kGap = 6;               // pixels between the room and its labels
@@ -85,7 +85,6 @@ Chart3D::Marks Chart3D::valueMarks(ChartAxis axis) const {
     ticker.generate({range.Minimum, range.Maximum}, QLocale::c(), 'f', 0, ticks, nullptr, &labels);
     Marks marks;
     for (qsizetype i = 0; i < ticks.size(); ++i) {
-        if (ticks[i] < range.Minimum || ticks[i] > range.Maximum) continue;
         marks.positions.push_back(heightOf(axis, ticks[i]));
         marks.labels.append(labels[i]);
     }

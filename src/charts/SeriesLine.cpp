@@ -68,6 +68,7 @@ void SeriesLine::drawRun(QCPPainter* painter, const QPolygonF& run) const {
 void SeriesLine::drawColumns(QCPPainter* painter, double perPixel) const {
     const QRect area = mKeyAxis->axisRect()->rect();
     const auto columns = static_cast<int>(area.width() * perPixel);
+    if (columns <= 0) return;
     const QCPRange range = mKeyAxis->range();
     const double rowsPerColumn = range.size() / columns;
     const auto rowAt = [&](int column) {

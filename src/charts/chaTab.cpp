@@ -133,7 +133,7 @@ QByteArray chaTab::pictureBytes(const std::string& path, const QSize& size) cons
         svg.setResolution(static_cast<int>(kPaperDots));
         svg.setSize(size);
         svg.setViewBox(QRect(QPoint(), size));
-        svg.setTitle(QString::fromStdString(content_->data.Title));
+        svg.setTitle(QString::fromStdString(content_->data.Title).toHtmlEscaped()); // it goes into the file as it is
         QCPPainter painter(&svg);
         painter.setMode(QCPPainter::pmVectorized);
         drawPage(painter, size);

@@ -1,4 +1,5 @@
 #include "calc/NoiseRating.h"
+#include "cli/ChartPicture.h"
 #include "cli/ChosenLog.h"
 #include "cli/Json.h"
 #include "cli/Verbs.h"
@@ -12,6 +13,7 @@
 #include "explorer/TimeChart.h"
 
 #include <algorithm>
+#include <charconv>
 #include <iostream>
 #include <memory>
 
@@ -187,7 +189,31 @@ struct ChartOptions : ChoiceOptions {
     std::string display = "dB";
     bool is3D = false;
     bool asValues = false;
+    std::string picture;
+    PictureSize size;
 };
+
+constexpr int kSmallestPicture = 50; // pixels
+constexpr int kLargestPicture = 20'000;
+
+// "1000x650"; what is wrong with it, or nothing.
+std::string readSize(const std::string& text, PictureSize& size) {
+    const auto read = [](std::string_view word, int& number) {
+        const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+        return error == std::errc() && end == word.data() + word.size() && number >= kSmallestPicture &&
+               number <= kLargestPicture;
+    };
+    const std::size_t by = text.find('x');
+    const std::string_view words = text;
+    if (by != std::string::npos && read(words.substr(0, by), size.Width) && read(words.substr(by + 1), size.Height))
+        return {};
+    return "width and height in pixels, such as 1000x650, each from " + std::to_string(kSmallestPicture) + " to " +
+           std::to_string(kLargestPicture);
+}
+
+std::string checkPictureName(const std::string& path) {
+    return isPictureName(path) ? "" : "a picture's name ends in .png, .svg or .pdf";
+}
 
 std::optional<ChartData> chartOfTab(const clsLog& log, const ChartOptions& options) {
     const bool needsRows = options.tab == kTabFullLog || options.tab == kTabInterval;
@@ -227,7 +253,11 @@ int chart(Program& program, const ChartOptions& options) {
     if (!data) return nothingToShow(session);
     if (options.is3D) data->Style = eChartAs3D;
     if (!isWanted(session, log, options, *data)) return kFailed;
-    std::cout << chartValuesText(*data, session.locale);
+    if (options.asValues) {
+        std::cout << chartValuesText(*data, session.locale);
+    } else {
+        savePicture(*data, session.locale, options.picture, options.size);
+    }
     return kDone;
 }
 
@@ -242,7 +272,11 @@ RunVerb chartVerb(CLI::App& verb) {
     verb.add_option("--display", options->display, "what tabs 2 and 3 show: levels (dB) or dose and Pa2Hr (%)")
         ->check(CLI::IsMember({"dB", "%"}));
     verb.add_flag("--3d", options->is3D, "in 3D");
-    verb.add_flag("--values", options->asValues, "print the chart's data")->required();
+    verb.add_option("--size", "of the picture in pixels, WIDTHxHEIGHT; without it, 1000x650")
+        ->check([options](const std::string& text) { return readSize(text, options->size); });
+    auto* output = verb.add_option_group("output")->require_option(1);
+    output->add_option("-o", options->picture, "write a picture: .png, .svg or .pdf")->check(checkPictureName);
+    output->add_flag("--values", options->asValues, "print the chart's data");
     return [options](Program& program) { return chart(program, *options); };
 }
 
@@ -250,7 +284,7 @@ constexpr Verb kVerbs[] = {
     {"tree", "print the explorer tree", treeVerb},
     {"panel", "print the labels of the \"Cumultv (Data)\" tab that show a value", panelVerb},
     {"table", "print the \"Intervals (Table)\" grid, tabs between cells", tableVerb},
-    {"chart", "print what a chart tab shows as a table of values", chartVerb},
+    {"chart", "draw what a chart tab shows, or print its values", chartVerb},
     {"noise-rating", "print the noise rating of an octave log", noiseRatingVerb},
     {"text", "print texts of the text table", textVerb},
 };

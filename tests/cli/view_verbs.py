@@ -7,6 +7,7 @@ Usage: view_verbs.py CLI SAMPLES
 import json
 import math
 import os
+import struct
 import subprocess
 import sys
 import tempfile
@@ -113,11 +114,35 @@ class Chart(unittest.TestCase):
         octave = sample("machine-survey-octave")
         for words, status, text in ((["--tab", "2", "--display", "%", "--values"], 1, NOTHING),
                                     (["--tab", "2", "--interval", "0", "--values"], 1, "range is invalid"),
-                                    (["--tab", "1", "--values"], 2, "--tab"), (["--tab", "0"], 2, "--values")):
+                                    (["--tab", "1", "--values"], 2, "--tab"), (["--tab", "0"], 2, "--values"),
+                                    (["--tab", "0", "--values", "-o", "a.png"], 2, "--values"),
+                                    (["--tab", "0", "-o", "a.jpg"], 2, ".svg"),
+                                    (["--tab", "0", "-o", "a.png", "--size", "640"], 2, "1000x650"),
+                                    (["--tab", "0", "-o", "/nowhere/a.png"], 1, "No such file")):
             result = run("chart", octave, *words)
             self.assertEqual((result.returncode, result.stdout), (status, ""), words)
             self.assertIn(text, result.stderr)
         self.assertEqual(run("chart", sample("night-environment"), "--tab", "4", "--values").returncode, 1)
+
+    def test_pictures(self):
+        for name, tab, log in (("a.png", "0", "shift-dosimeter"), ("b.svg", "3", "machine-survey-octave"),
+                               ("c.pdf", "4", "machine-survey-octave"), ("d.PNG", "2", "third-octave-2000")):
+            for more in ([], ["--3d"]):
+                if log == "shift-dosimeter" and more:
+                    continue
+                path = os.path.join(FOLDER.name, name)
+                result = run("chart", sample(log), "--tab", tab, "-o", path, "--size", "640x400", *more)
+                self.assertEqual((result.returncode, result.stdout, result.stderr), (0, "", ""), name)
+                with open(path, "rb") as file:
+                    head = file.read(24)
+                if name.lower().endswith(".png"):
+                    self.assertEqual(struct.unpack(">II", head[16:24]), (640, 400))
+                elif name.endswith(".svg"):
+                    self.assertTrue(ElementTree.parse(path).getroot().tag.endswith("svg"))
+                else:
+                    words = subprocess.run(["pdftotext", path, "-"], capture_output=True, check=True).stdout.decode()
+                    self.assertIn("Noise Rating Curves", words)
+                os.remove(path)
 
     def test_question_before_3d(self):
         words = ["chart", sample("third-octave-2000"), "--tab", "0", "--3d", "--values"]

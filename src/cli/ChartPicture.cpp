@@ -1,0 +1,32 @@
+#include "cli/ChartPicture.h"
+
+#include "charts/chaTab.h"
+
+#include <QApplication>
+
+namespace kestrane {
+
+namespace {
+
+// What the toolkit remarks on a desktop that is not there is no message of this program.
+void keepQuiet(QtMsgType, const QMessageLogContext&, const QString&) {}
+
+} // namespace
+
+bool isPictureName(const std::string& path) {
+    return chaTab::isPictureName(path);
+}
+
+void savePicture(const ChartData& chart, const Locale& locale, const std::string& path, PictureSize size) {
+    qInstallMessageHandler(keepQuiet);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    std::string name = "kestrane-cli";
+    char* words[] = {name.data(), nullptr};
+    int count = 1;
+    const QApplication application(count, words);
+    chaTab tab(locale);
+    tab.setChart(chart);
+    tab.savePicture(path, QSize(size.Width, size.Height));
+}
+
+} // namespace kestrane

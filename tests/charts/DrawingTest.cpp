@@ -1,0 +1,185 @@
+#include "charts/TestCharts.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrane {
+namespace {
+
+TEST(ChartDrawing, MissingValuesLeaveGapsAndLoneOnesAreDots) {
+    const float none = kNullValue;
+    const ChartData chart = chartOf(ChartShape::Line, {{60, 60, 60, none, none, 60, 60, none, 80, none}});
+    ShownChart shown(chart);
+    const QRgb color = colorOf(chart, 0);
+    EXPECT_TRUE(shown.isSeen(color, shown.at(1.5, 60)));
+    EXPECT_TRUE(shown.isSeen(color, shown.at(5.5, 60)));
+    EXPECT_TRUE(shown.isSeen(color, shown.at(8, 80)));
+    const QRect gap(shown.at(2.2, 84), shown.at(4.8, 56));
+    EXPECT_EQ(countOf(shown.image().copy(gap), color), 0);
+}
+
+TEST(ChartDrawing, OneRowOfVeryManyIsSeen) {
+    std::vector<float> values(600'000, 60);
+    values[345'678] = 100;
+    std::fill(values.begin() + 100'000, values.begin() + 150'000, kNullValue);
+    const ChartData chart = chartOf(ChartShape::Line, {values});
+    ShownChart shown(chart);
+    const QRgb color = colorOf(chart, 0);
+    for (const double level : {61.0, 80.0, 99.0})
+        EXPECT_TRUE(shown.isSeen(color, shown.at(345'678, level))) << level;
+    EXPECT_FALSE(shown.isSeen(color, shown.at(345'678 + 10'000, 80)));
+    EXPECT_TRUE(shown.isSeen(color, shown.at(50'000, 60)));
+    EXPECT_FALSE(shown.isSeen(color, shown.at(125'000, 60), 5));
+}
+
+TEST(ChartDrawing, SeriesStandOnTheirAxes) {
+    ChartData chart = chartOf(ChartShape::Line, {std::vector<float>(9, 70), std::vector<float>(9, 40)});
+    chart.PrimaryRange = ChartRange{50, 100};
+    chart.HasSecondaryAxis = true;
+    chart.Series[1].Axis = ChartAxis::Secondary;
+    ShownChart shown(chart);
+    EXPECT_EQ(shown.plot->axisRect()->axis(QCPAxis::atRight)->range().lower, 0);
+    EXPECT_TRUE(shown.isSeen(colorOf(chart, 0), shown.at(4.5, 70)));
+    EXPECT_TRUE(shown.isSeen(colorOf(chart, 1), shown.at(4.5, 40, QCPAxis::atRight)));
+
+    chart.Shape = ChartShape::Bar;
+    ShownChart bars(chart);
+    EXPECT_TRUE(bars.isSeen(colorOf(chart, 1), bars.at(4.2, 20, QCPAxis::atRight), 4));
+    EXPECT_FALSE(bars.isSeen(colorOf(chart, 1), bars.at(4.2, 41, QCPAxis::atRight), 4));
+}
+
+TEST(ChartDrawing, ExcludedRowsAreShadedAndAWarningIsRed) {
+    ChartData chart = chartOf(ChartShape::Line, {std::vector<float>(60, 70)});
+    chart.ExcludedRows.assign(60, 0);
+    std::fill_n(chart.ExcludedRows.begin() + 20, 10, 1);
+    chart.IsTitleWarning = true;
+    ShownChart shown(chart);
+    const QRgb shade = ChartLooks::ofPaper().Excluded.rgb();
+    EXPECT_TRUE(shown.isSeen(shade, shown.at(25.3, 74), 0));
+    EXPECT_FALSE(shown.isSeen(shade, shown.at(15.3, 74), 0));
+    const QRect top(0, 0, 800, shown.plot->axisRect()->top() - 10);
+    EXPECT_GT(countOf(shown.image().copy(top), qRgb(255, 0, 0)), 3);
+    chart.IsTitleWarning = false;
+    EXPECT_EQ(countOf(ShownChart(chart).image().copy(top), qRgb(255, 0, 0)), 0);
+}
+
+TEST(ChartDrawing, PlaceholdersAreNotDrawnAndCurvesToCompareWithAreQuiet) {
+    ChartData chart = chartOf(ChartShape::Line, {{50, 52, 54}, {60, 60, 60}, {70, 70, 70}});
+    chart.ReferenceSeries = 1;
+    chart.Series[1].Label.clear();
+    ShownChart shown(chart);
+    const ChartLooks paper = ChartLooks::ofPaper();
+    const QColor quiet = shown.image().pixelColor(shown.at(1, 52));
+    EXPECT_GT(quiet.blue(), quiet.red() + 10); // a thin line in its blended colour
+    EXPECT_TRUE(shown.isSeen(paper.Emphasis.rgb(), shown.at(0.5, 70)));
+    const QRect between(shown.at(0.2, 67), shown.at(1.8, 53));
+    EXPECT_EQ(countOf(shown.image().copy(between), colorOf(chart, 1)), 0);
+    EXPECT_EQ(shown.tab.accessibleDescription(), "Series 0, Series 2");
+}
+
+TEST(ChartDrawing, SeriesOfOneNamelessRowStandSideBySide) {
+    ChartData chart = chartOf(ChartShape::Bar, {{80}, {60}, {90}});
+    chart.RowLabel = [](std::size_t) { return std::string(); };
+    ShownChart shown(chart);
+    EXPECT_TRUE(shown.isSeen(colorOf(chart, 0), shown.at(-1.0 / 3, 40)));
+    EXPECT_TRUE(shown.isSeen(colorOf(chart, 1), shown.at(0, 40)));
+    EXPECT_FALSE(shown.isSeen(colorOf(chart, 1), shown.at(0, 75)));
+    EXPECT_TRUE(shown.isSeen(colorOf(chart, 2), shown.at(1.0 / 3, 85)));
+    EXPECT_EQ(shown.rows().tickVectorLabels(), QVector<QString>({"Series 0", "Series 1", "Series 2"}));
+}
+
+TEST(ChartDrawing, LegendAndFootnoteTakeTheirRoomAndGiveItBack) {
+    ChartData chart = chartOf(ChartShape::Line, {{50, 60}, {60, 70}});
+    chart.Footnote = "First line\r\nSecond line";
+    ShownChart shown(chart);
+    const int both = shown.plot->axisRect()->height();
+    shown.tab.showLegend(false);
+    shown.settle();
+    const int withoutLegend = shown.plot->axisRect()->height();
+    EXPECT_GT(withoutLegend, both + 15);
+    shown.tab.showFootnote(false);
+    shown.settle();
+    EXPECT_GT(shown.plot->axisRect()->height(), withoutLegend + 20);
+    shown.tab.showLegend(true);
+    shown.tab.showFootnote(true);
+    shown.settle();
+    EXPECT_EQ(shown.plot->axisRect()->height(), both);
+}
+
+TEST(ChartDrawing, SmallestWindowsAndEmptyChartsAreDrawn) {
+    ChartData chart = chartOf(ChartShape::Line, std::vector<std::vector<float>>(40, {50, 60, 70}));
+    chart.Footnote = std::string(2000, 'x') + "\n\n" + std::string(500, '\n') + "end";
+    chart.Title = std::string(300, 'W');
+    for (const std::int16_t style : {eChartAs2D, eChartAs3D}) {
+        chart.Style = style;
+        for (const QSize size : {QSize(1, 1), QSize(40, 30), QSize(260, 180)})
+            EXPECT_FALSE(ShownChart(chart, size).tab.picture(size).isNull());
+        ChartData without = chart;
+        without.Series.clear();
+        EXPECT_FALSE(ShownChart(without).image().isNull());
+    }
+    EXPECT_FALSE(ShownChart(ChartData()).image().isNull());
+}
+
+// A chart in 3D of a series in front and one behind it, each with its values or without any.
+ChartData inFrontOfEachOther(ChartShape shape, bool hasFront, bool hasBack) {
+    const std::vector<float> front = {60, 62, 61, 64};
+    const std::vector<float> back = {70, 66, 68, 69};
+    const std::vector<float> none(4, kNullValue);
+    ChartData chart = chartOf(shape, {hasFront ? front : none, hasBack ? back : none});
+    chart.Style = eChartAs3D;
+    chart.HasLegend = false;
+    chart.PrimaryRange = ChartRange{0, 100};
+    return chart;
+}
+
+TEST(Chart3D, WhatStandsInFrontHidesWhatIsBehind) {
+    const ChartShape shape = ChartShape::Bar;
+    const QSize size(800, 500);
+    const auto picture = [&](bool hasFront, bool hasBack) {
+        return ShownChart(inFrontOfEachOther(shape, hasFront, hasBack), size).tab.picture(size);
+    };
+    const ChartData both = inFrontOfEachOther(shape, true, true);
+    const QRgb front = colorOf(both, 0);
+    const QRgb back = colorOf(both, 1);
+    const QImage together = picture(true, true);
+    EXPECT_GT(countOf(together, front), 1000);
+    EXPECT_NEAR(countOf(together, front), countOf(picture(true, false), front), 20); // but for blended edges
+    EXPECT_GT(countOf(together, back), 100);                                         // it is the taller
+    EXPECT_LT(countOf(together, back), countOf(picture(false, true), back) / 2);
+}
+
+TEST(Chart3D, RibbonsInFrontStayWholeAndGapsStayOpen) {
+    const QSize size(800, 500);
+    ChartData chart = inFrontOfEachOther(ChartShape::Line, true, false);
+    const QImage alone = ShownChart(chart).tab.picture(size);
+    chart.Series[1].Values = {72, 66, 71, 66};
+    const QImage together = ShownChart(chart).tab.picture(size);
+    int frontPixels = 0;
+    int hiddenPixels = 0;
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            const QColor color = alone.pixelColor(x, y);
+            if (color.hsvSaturation() < 150) continue; // walls and texts
+            ++frontPixels;
+            hiddenPixels += together.pixelColor(x, y) != color;
+        }
+    }
+    EXPECT_GT(frontPixels, 1000);
+    EXPECT_EQ(hiddenPixels, 0);
+
+    const auto saturated = [&](const ChartData& one) {
+        const QImage image = ShownChart(one).tab.picture(size);
+        int count = 0;
+        for (int y = 0; y < size.height(); ++y) {
+            for (int x = 0; x < size.width(); ++x)
+                count += image.pixelColor(x, y).hsvSaturation() >= 150;
+        }
+        return count;
+    };
+    ChartData broken = inFrontOfEachOther(ChartShape::Line, true, false);
+    broken.Series[0].Values[2] = kNullValue; // two of its three pieces go, and its last value stands alone
+    EXPECT_LT(saturated(broken), frontPixels * 0.6);
+}
+
+} // namespace
+} // namespace kestrane

@@ -1,0 +1,113 @@
+#include "charts/TestCharts.h"
+#include "platform/RuntimeError.h"
+#include "platform/TemporaryFolder.h"
+
+#include <QBuffer>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QProcess>
+#include <QXmlStreamReader>
+
+#include <gtest/gtest.h>
+
+namespace kestrane {
+namespace {
+
+ChartData titled() {
+    ChartData chart = chartOf(ChartShape::Line, {{50, 60, 55}, {70, 72, 71}});
+    chart.Title = "<b>Mill & press</b>";
+    chart.Footnote = "Worn on the shoulder";
+    return chart;
+}
+
+QString outputOf(const QString& program, const QStringList& words) {
+    QProcess process;
+    process.start(program, words);
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+TEST(ChartPicture, FilesOfEachKindAreWhole) {
+    const TemporaryFolder folder;
+    chaTab tab({});
+    tab.setChart(titled());
+    tab.savePicture(folder.file("a.png"), {640, 400});
+    EXPECT_EQ(QImage(QString::fromStdString(folder.file("a.png"))).size(), QSize(640, 400));
+
+    tab.savePicture(folder.file("a.SVG"), {640, 400});
+    QXmlStreamReader svg(QByteArray::fromStdString(readText(folder.file("a.SVG"))));
+    QString text;
+    while (!svg.atEnd()) {
+        if (svg.readNext() == QXmlStreamReader::Characters) text += svg.text();
+    }
+    EXPECT_FALSE(svg.hasError()) << svg.errorString().toStdString();
+    EXPECT_TRUE(text.contains("<b>Mill & press</b>"));
+
+    tab.savePicture(folder.file("a.pdf"), {640, 400});
+    const QString file = QString::fromStdString(folder.file("a.pdf"));
+    const QString printed = outputOf("pdftotext", {"-layout", file, "-"});
+    for (const char* expected : {"<b>Mill & press</b>", "Worn on the shoulder", "Series 1", "Time", "r2"})
+        EXPECT_TRUE(printed.contains(expected)) << expected << '\n' << printed.toStdString();
+    const QStringList fonts = outputOf("pdffonts", {file}).split('\n', Qt::SkipEmptyParts).mid(2);
+    EXPECT_FALSE(fonts.isEmpty());
+    for (const QString& font : fonts)
+        EXPECT_TRUE(font.simplified().contains(" yes ")) << font.toStdString(); // embedded
+}
+
+TEST(ChartPicture, IsInThePapersColoursAndAtTheRatioAsked) {
+    ShownChart shown(titled());
+    QPalette dark;
+    dark.setColor(QPalette::Base, QColor(30, 32, 36));
+    dark.setColor(QPalette::Text, QColor(225, 228, 232));
+    shown.tab.setPalette(dark);
+    shown.settle();
+    EXPECT_EQ(shown.image().pixelColor(2, 2), QColor(30, 32, 36));
+    const QImage picture = shown.tab.picture({400, 300}, 2);
+    EXPECT_EQ(picture.size(), QSize(800, 600));
+    EXPECT_EQ(picture.pixelColor(2, 2), QColor(Qt::white));
+    EXPECT_GT(countOf(picture, colorOf(titled(), 0)), 0);
+}
+
+TEST(ChartPicture, AFileThatCannotBeWrittenIsReportedAndNotLeft) {
+    const TemporaryFolder folder;
+    chaTab tab({});
+    tab.setChart(titled());
+    EXPECT_THROW(tab.savePicture(folder.file("missing/a.png"), {640, 400}), RuntimeError);
+    EXPECT_THROW(tab.savePicture("/dev/full", {640, 400}), RuntimeError);
+    EXPECT_THROW(tab.savePicture(folder.file(""), {640, 400}), RuntimeError);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.file("")));
+    EXPECT_TRUE(chaTab::isPictureName("a.b.Png"));
+    EXPECT_FALSE(chaTab::isPictureName("png"));
+    EXPECT_FALSE(chaTab::isPictureName("a.jpg"));
+}
+
+// Fonts have their size in points whatever the device's resolution; the chart on the screen stays as it is.
+TEST(ChartPicture, PrintsInItsRectangleAtTrueSize) {
+    const TemporaryFolder folder;
+    ShownChart shown(titled());
+    const QSize onScreen = shown.plot->axisRect()->size();
+    const QString file = QString::fromStdString(folder.file("page.pdf"));
+    for (const int resolution : {150, 600}) {
+        {
+            QPdfWriter pdf(file);
+            pdf.setResolution(resolution);
+            pdf.setPageSize(QPageSize(QPageSize::A4));
+            pdf.setPageMargins({});
+            QPainter painter(&pdf);
+            shown.tab.paintOn(painter, QRectF(resolution, 2 * resolution, 6 * resolution, 4 * resolution)); // inches
+        }
+        const QString words = outputOf("pdftotext", {"-bbox", file, "-"});
+        const QRegularExpression title(
+            "xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\" xMax=\"([0-9.]+)\" yMax=\"([0-9.]+)\">press");
+        const auto found = title.match(words);
+        ASSERT_TRUE(found.hasMatch()) << words.toStdString();
+        EXPECT_NEAR(found.captured(1).toDouble(), 72 * 4, 40); // about the middle of the rectangle
+        EXPECT_NEAR(found.captured(2).toDouble(), 72 * 2 + 9, 6);
+        EXPECT_NEAR(found.captured(4).toDouble() - found.captured(2).toDouble(), 9, 3); // 8 points
+    }
+    EXPECT_EQ(shown.plot->axisRect()->size(), onScreen);
+}
+
+} // namespace
+} // namespace kestrane

@@ -1,0 +1,136 @@
+#include "charts/TestCharts.h"
+
+#include <QTest>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+namespace kestrane {
+namespace {
+
+ChartData shiftChart() {
+    std::vector<float> levels(480);
+    for (std::size_t row = 0; row < levels.size(); ++row)
+        levels[row] = 60 + static_cast<float>(row % 30);
+    levels[200] = kNullValue;
+    return chartOf(ChartShape::Line, {levels, std::vector<float>(480, 95.25F)});
+}
+
+void turnWheel(const ShownChart& shown, const QPoint& place, int steps, Qt::KeyboardModifiers keys = {}) {
+    QWheelEvent event(place, shown.plot->mapToGlobal(place), {}, {0, 120 * steps}, Qt::NoButton, keys,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(shown.plot, &event);
+    shown.settle();
+}
+
+void drag(const ShownChart& shown, const QPoint& from, const QPoint& to, Qt::KeyboardModifiers keys = {}) {
+    QTest::mousePress(shown.plot, Qt::LeftButton, keys, from);
+    for (const QPoint& place : {(from + to) / 2, to}) {
+        QMouseEvent move(QEvent::MouseMove, place, shown.plot->mapToGlobal(place), Qt::NoButton, Qt::LeftButton, keys);
+        QApplication::sendEvent(shown.plot, &move);
+    }
+    QTest::mouseRelease(shown.plot, Qt::LeftButton, keys, to);
+    shown.settle();
+}
+
+TEST(UsingAChart, TheReadOutFollowsThePointerAndTheKeys) {
+    ShownChart shown(shiftChart());
+    EXPECT_TRUE(shown.tab.readOut().isEmpty());
+    QTest::mouseMove(shown.plot, shown.at(100, 80));
+    EXPECT_EQ(shown.tab.readOut(), QStringList({"row 100", "Series 0 70.0", "Series 1 95.3"}));
+    QTest::mouseMove(shown.plot, shown.at(200, 80));
+    EXPECT_EQ(shown.tab.readOut(), QStringList({"row 200", "Series 1 95.3"})); // one value is missing
+    QTest::mouseMove(shown.plot, QPoint(2, 2));
+    EXPECT_TRUE(shown.tab.readOut().isEmpty());
+
+    QTest::keyClick(&shown.tab, Qt::Key_Right);
+    EXPECT_EQ(shown.tab.readOut().value(0), "row 240"); // the middle
+    QTest::keyClick(&shown.tab, Qt::Key_Left);
+    EXPECT_EQ(shown.tab.readOut().value(0), "row 239");
+    for (int i = 0; i < 20; ++i)
+        QTest::keyClick(&shown.tab, Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_EQ(shown.tab.readOut().value(0), "row 479");
+    QTest::keyClick(&shown.tab, Qt::Key_Escape);
+    EXPECT_TRUE(shown.tab.readOut().isEmpty());
+}
+
+TEST(UsingAChart, TheBoxStaysInsideAtBothEnds) {
+    ShownChart shown(shiftChart());
+    for (const double row : {1.0, 477.0}) {
+        const QImage before = shown.image();
+        QTest::mouseMove(shown.plot, shown.at(row, 80));
+        shown.settle();
+        const QImage after = shown.image();
+        QRect changed;
+        for (int y = 0; y < after.height(); ++y) {
+            for (int x = 0; x < after.width(); ++x)
+                if (before.pixel(x, y) != after.pixel(x, y)) changed |= QRect(x, y, 1, 1);
+        }
+        EXPECT_GT(changed.width(), 60);
+        EXPECT_TRUE(shown.plot->axisRect()->rect().adjusted(-1, -1, 2, 2).contains(changed));
+        QTest::keyClick(&shown.tab, Qt::Key_Escape);
+        shown.settle();
+    }
+}
+
+TEST(UsingAChart, WheelZoomsAtThePointerAndNeverLeavesTheWhole) {
+    ShownChart shown(shiftChart());
+    const QCPRange whole = shown.rows().range();
+    const QPoint place = shown.at(100, 80);
+    const double pointed = shown.rows().pixelToCoord(place.x());
+    turnWheel(shown, place, 3);
+    EXPECT_NEAR(shown.rows().range().size(), whole.size() * 0.512, 1);
+    EXPECT_NEAR(shown.rows().pixelToCoord(place.x()), pointed, 0.5);
+    turnWheel(shown, place, 100);
+    EXPECT_NEAR(shown.rows().range().size(), 4, 0.1);
+    turnWheel(shown, place, -200);
+    EXPECT_EQ(shown.rows().range(), whole);
+
+    const QCPRange values = shown.plot->axisRect()->axis(QCPAxis::atLeft)->range();
+    turnWheel(shown, place, 2, Qt::ControlModifier);
+    EXPECT_LT(shown.plot->axisRect()->axis(QCPAxis::atLeft)->range().size(), values.size() * 0.7);
+    EXPECT_EQ(shown.rows().range(), whole);
+    QTest::mouseDClick(shown.plot, Qt::LeftButton, {}, place);
+    EXPECT_EQ(shown.plot->axisRect()->axis(QCPAxis::atLeft)->range(), values);
+}
+
+TEST(UsingAChart, DragZoomsIntoTheRectangleAndShiftMoves) {
+    ShownChart shown(shiftChart());
+    drag(shown, shown.at(100, 90), shown.at(200, 70));
+    EXPECT_NEAR(shown.rows().range().lower, 100, 1.5);
+    EXPECT_NEAR(shown.rows().range().upper, 200, 1.5);
+    EXPECT_NEAR(shown.plot->axisRect()->axis(QCPAxis::atLeft)->range().upper, 90, 0.5);
+
+    const QCPRange before = shown.rows().range();
+    drag(shown, shown.at(150, 80), shown.at(130, 80), Qt::ShiftModifier);
+    EXPECT_NEAR(shown.rows().range().lower, before.lower + 20, 1.5);
+    EXPECT_NEAR(shown.rows().range().size(), before.size(), 0.01);
+
+    QTest::keyClick(&shown.tab, Qt::Key_Home);
+    const QPoint flat = shown.at(300, 80);
+    drag(shown, flat, shown.at(360, 80)); // no height: the values stay
+    EXPECT_NEAR(shown.rows().range().size(), 60, 2);
+    EXPECT_NEAR(shown.plot->axisRect()->axis(QCPAxis::atLeft)->range().upper, 100, 0.01);
+    QTest::keyClick(&shown.tab, Qt::Key_Minus);
+    EXPECT_GT(shown.rows().range().size(), 70);
+}
+
+TEST(UsingAChart, AZoomOutlastsAChangeOfPaletteAndGoesWithTheNextChart) {
+    ShownChart shown(shiftChart());
+    turnWheel(shown, shown.at(100, 80), 3);
+    const QCPRange zoomed = shown.rows().range();
+    QPalette dark;
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Text, Qt::white);
+    shown.tab.setPalette(dark);
+    shown.settle();
+    EXPECT_EQ(shown.rows().range(), zoomed);
+    shown.tab.setChart(shiftChart());
+    shown.settle();
+    EXPECT_EQ(shown.rows().range(), QCPRange(0, 479));
+    EXPECT_EQ(shown.tab.accessibleName(), "Press shop");
+    EXPECT_EQ(shown.plot->accessibleName(), "Press shop");
+}
+
+} // namespace
+} // namespace kestrane
