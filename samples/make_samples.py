@@ -419,7 +419,7 @@ def protector_ac(rng):
 def roadworks_selection(rng):
     start = datetime(2024, 5, 8, 10, 0)
     log = new_log("Ca\u00f1ada Road / east", start, 300, location="ENV", criterion=90, exchange=5, lns=[10, 90],
-                  note="Breaker at 10 m; site's own generator runs all day. Rows 13 to 16: ice-cream van, left out.")
+                  note="Breaker at 10 m; the generator of the site runs all day. Rows 13 to 16: ice-cream van, left out.")
     whole = []
     for i in range(48):
         base = 88 if 12 <= i < 16 else 76 if i % 6 < 4 else 65
@@ -433,7 +433,7 @@ def roadworks_selection(rng):
     log["peaks"] = [(r["peaktm"], single(rng.uniform(0.1, 0.9))) for r in sorted(loud, key=lambda r: r["peaktm"])]
     log["table"] = [(85, 3, start, "breaking the surface", 91.4, "02:30:00", True),
                     (85, 3, start + timedelta(hours=3), "loading the lorry", 84.2, "03:15:00", True),
-                    (85, 3, start + timedelta(hours=7), "driver's cab, on the road", 72.8, "01:45:00", True),
+                    (85, 3, start + timedelta(hours=7), "cab of the lorry, on the road", 72.8, "01:45:00", True),
                     (90, 5, start + timedelta(hours=9), "overtime (trial)", 88, "01:00:00", False)]
     log["shown"] = {(1, 1): LEVELS + ["lex", "dose", "dose-hour", "ln1", "ln2"], (2, 1): [], (2, 2): [],
                     (1, 2): LEVELS + ["lex", "dose", "ln1", "ln2"]}
