@@ -488,10 +488,11 @@ void forEachAttribute(std::string_view tag, Visit visit) {
         const char* const nameEnd = p;
         while (p < end && *p != '"' && *p != '\'')
             ++p;
+        if (p == end) return;
         const char* const close = std::find(p + 1, end, *p);
         visit(std::string_view(name, static_cast<std::size_t>(nameEnd - name)),
               std::string_view(p + 1, static_cast<std::size_t>(close - p - 1)));
-        p = close + 1;
+        p = std::min(close + 1, end);
     }
 }
 
@@ -556,27 +557,32 @@ XmlCursor::Kind XmlCursor::next() {
         tag_.end = position(behind);
         return kind;
     };
-    if (*p == '!') {
-        const std::string_view close = p[1] == '-' ? "-->" : "]]>";
-        return finish(find(p + 3, end_, close) + 3, Kind::Verbatim);
+    const auto verbatim = [&](std::string_view close) {
+        const char* const found = find(p, end_, close);
+        return finish(found == nullptr ? end_ : found + close.size(), Kind::Verbatim);
+    };
+    if (startsWith(p, end_, "!--")) {
+        p += 3;
+        return verbatim("-->");
     }
-    if (*p == '?') return finish(find(p, end_, "?>") + 2, Kind::Verbatim);
-    const Kind kind = *p == '/' ? Kind::Close : Kind::Open;
+    if (startsWith(p, end_, "!")) return verbatim("]]>");
+    if (startsWith(p, end_, "?")) return verbatim("?>");
+    const Kind kind = startsWith(p, end_, "/") ? Kind::Close : Kind::Open;
     if (kind == Kind::Close) ++p;
     const char* const name = p;
-    while (is(*p, kName))
+    while (p < end_ && is(*p, kName))
         ++p;
     tag_.name = {name, static_cast<std::size_t>(p - name)};
-    while (*p != '>') {
+    while (p < end_ && *p != '>') {
         if (*p == '"' || *p == '\'') {
             tag_.hasAttributes = true;
             p = std::find(p + 1, end_, *p);
         } else if (*p == '/') {
             tag_.isEmpty = true;
         }
-        ++p;
+        if (p < end_) ++p;
     }
-    return finish(p + 1, kind);
+    return finish(p < end_ ? p + 1 : end_, kind);
 }
 
 std::optional<std::string> xmlAttribute(const XmlBytes& bytes, const XmlElement& element, std::string_view name) {

@@ -88,12 +88,13 @@ public:
 // refused, and so are more than 100,000 attributes of an element.
 std::optional<XmlError> checkXml(std::string_view text, bool isUtf8, XmlObserver& observer);
 
-// Walks a piece of checked text, piece by piece.
+// Walks a piece of checked text, piece by piece. Also safe on a piece that begins or ends within markup, where it takes
+// what it finds for text and tags as best it can.
 class XmlCursor {
 public:
     enum class Kind { Open, Close, Verbatim, End };
 
-    // text is the whole document; the walk goes from begin to end, both outside of any markup.
+    // text is the whole document; the walk goes from begin to end.
     XmlCursor(std::string_view text, std::size_t begin, std::size_t end) :
         text_(text.data()), at_(text.data() + begin), end_(text.data() + end) {}
 
