@@ -16,8 +16,8 @@ constexpr std::int64_t kGrowth = 5000; // rows
 // Where the single figures of a record stand.
 struct RecordMember {
     Quantity quantity;
-    double tLogInterval::*calcValue;
-    double tLogInterval::*value;
+    RecordDouble tLogInterval::*calcValue;
+    RecordDouble tLogInterval::*value;
 };
 
 constexpr RecordMember kRecordMembers[] = {
@@ -40,8 +40,8 @@ constexpr RecordMember kRecordMembers[] = {
 
 struct RecordBands {
     Quantity quantity;
-    double (tLogInterval::*calcValue)[34];
-    double (tLogInterval::*value)[34];
+    RecordDouble (tLogInterval::*calcValue)[34];
+    RecordDouble (tLogInterval::*value)[34];
     BandValues clsLogInterval::*member;
 };
 

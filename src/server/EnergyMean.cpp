@@ -1,4 +1,4 @@
-// Compiled so that the exponential is taken for several rows at a time (see CMakeLists.txt). Finite numbers only.
+// Compiled so that several rows are taken at a time (see CMakeLists.txt). Finite numbers only.
 #include "server/EnergyMean.h"
 
 #include <algorithm>
@@ -24,14 +24,30 @@ KESTRANE_WIDEST void exponentials(const double* levels, double* energies, std::s
 }
 
 template <class Better>
-float bestLevel(std::span<const Level> levels, std::span<const std::uint8_t> excluded, float worst, Better better) {
+float bestLevel(const Level* levels, const std::uint8_t* excluded, std::size_t count, float worst, Better better) {
     float best = worst;
-    for (std::size_t i = 0; i < levels.size(); ++i) {
-        const float level = levels[i].CalcValue;
-        const bool counts = level != 0 && (excluded.empty() || excluded[i] == 0);
-        best = counts && better(level, best) ? level : best;
+    const auto take = [&](float level, bool counts) {
+        const float candidate = counts ? level : worst;
+        best = better(candidate, best) ? candidate : best;
+    };
+    if (excluded == nullptr) {
+        for (std::size_t i = 0; i < count; ++i)
+            take(levels[i].CalcValue, levels[i].CalcValue != 0);
+    } else {
+        for (std::size_t i = 0; i < count; ++i)
+            take(levels[i].CalcValue, (levels[i].CalcValue != 0) & (excluded[i] == 0));
     }
     return best == worst ? 0 : best;
+}
+
+KESTRANE_WIDEST float smallest(const Level* levels, const std::uint8_t* excluded, std::size_t count) {
+    constexpr float kWorst = std::numeric_limits<float>::max();
+    return bestLevel(levels, excluded, count, kWorst, [](float a, float b) { return a < b; });
+}
+
+KESTRANE_WIDEST float largest(const Level* levels, const std::uint8_t* excluded, std::size_t count) {
+    constexpr float kWorst = std::numeric_limits<float>::lowest();
+    return bestLevel(levels, excluded, count, kWorst, [](float a, float b) { return a > b; });
 }
 
 } // namespace
@@ -60,11 +76,11 @@ EnergySum sumEnergy(std::span<const Level> levels, std::span<const std::uint8_t>
 }
 
 float smallestLevel(std::span<const Level> levels, std::span<const std::uint8_t> excluded) {
-    return bestLevel(levels, excluded, std::numeric_limits<float>::max(), [](float a, float b) { return a < b; });
+    return smallest(levels.data(), excluded.empty() ? nullptr : excluded.data(), levels.size());
 }
 
 float largestLevel(std::span<const Level> levels, std::span<const std::uint8_t> excluded) {
-    return bestLevel(levels, excluded, std::numeric_limits<float>::lowest(), [](float a, float b) { return a > b; });
+    return largest(levels.data(), excluded.empty() ? nullptr : excluded.data(), levels.size());
 }
 
 } // namespace kestrane
