@@ -70,6 +70,7 @@ grdTable::grdTable(const Session& session, QWidget* parent) : QTableView(parent)
     setModel(&model_);
     setAlternatingRowColors(true);
     setWordWrap(false);
+    setTabKeyNavigation(false);
     setSelectionMode(ExtendedSelection);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);

@@ -91,6 +91,12 @@ bool isUserInput(QEvent::Type type) {
     return std::find(std::begin(kInput), std::end(kInput), type) != std::end(kInput);
 }
 
+// Leaves Ctrl+W to the files: an explorer window closes with Ctrl+F4.
+void keepCloseKey(const QMdiSubWindow& window) {
+    for (QAction* action : window.systemMenu()->actions())
+        if (action->shortcuts().contains(QKeySequence("Ctrl+W"))) action->setShortcut(QKeySequence("Ctrl+F4"));
+}
+
 } // namespace
 
 mdiMain::mdiMain(Session& session) : session_(session) {
@@ -118,6 +124,7 @@ mdiMain::mdiMain(Session& session) : session_(session) {
 }
 
 mdiMain::~mdiMain() {
+    area_->disconnect(this); // its windows go when the members are gone
     session_.ForgetFrame();
 }
 
@@ -212,6 +219,7 @@ void mdiMain::NewExplorerWindow() {
     QMdiSubWindow* const window = area_->addSubWindow(explorer);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(explorer->windowIcon());
+    keepCloseKey(*window);
     window->resize(area_->size() * 3 / 4);
     if (area_->subWindowList().size() == 1) {
         window->showMaximized();

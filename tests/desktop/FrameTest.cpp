@@ -1,0 +1,172 @@
+#include "desktop/Desk.h"
+#include "dialogs/ModalDialog.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QToolBar>
+
+namespace kestrane {
+namespace {
+
+constexpr auto kShift = "shift-dosimeter.xml";
+constexpr auto kSurvey = "machine-survey-octave.xml";
+
+QString enabled(Desk& desk) {
+    constexpr const char* kCommands[] = {"Close",
+                                         "Close All",
+                                         "Save",
+                                         "Exposure Time...",
+                                         "Rename",
+                                         "Force Recalc",
+                                         "Note",
+                                         "Save Picture As...",
+                                         "Reset Explorer Window"};
+    QStringList texts;
+    for (const char* command : kCommands)
+        if (desk.isEnabled(command)) texts.push_back(command);
+    return texts.join(", ");
+}
+
+TEST(Menus, OfferWhatCanBeDoneJustNow) {
+    Desk desk;
+    EXPECT_EQ(enabled(desk), "Reset Explorer Window");
+    desk.open(kShift);
+    desk.clickNode("Broadband");
+    EXPECT_EQ(enabled(desk), "Close, Close All, Save, Reset Explorer Window");
+    desk.clickNode("Foundry, day shift [360417]");
+    EXPECT_EQ(enabled(desk), "Close, Close All, Save, Rename, Reset Explorer Window");
+    desk.clickNode("Broadband 1");
+    EXPECT_EQ(enabled(desk),
+              "Close, Close All, Save, Exposure Time..., Rename, Force Recalc, Note, Save Picture As..., "
+              "Reset Explorer Window");
+    desk.clickTab("Cumultv (Data)");
+    EXPECT_EQ(enabled(desk), "Close, Close All, Save, Exposure Time..., Rename, Force Recalc, Reset Explorer Window");
+    desk.area().currentSubWindow()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(enabled(desk), "Close All");
+}
+
+TEST(Menus, TheToolBarAndTheStatusBarAreHiddenAndShown) {
+    Desk desk;
+    auto& bar = *desk.frame->findChild<QToolBar*>("tbToolBar");
+    EXPECT_EQ(bar.actions().front()->text().remove('&'), "Open...");
+    desk.command("Toolbar").trigger();
+    EXPECT_FALSE(bar.isVisible());
+    desk.command("Toolbar").trigger();
+    EXPECT_TRUE(bar.isVisible());
+    desk.command("Status Bar").trigger();
+    EXPECT_FALSE(desk.frame->statusBar()->isVisible());
+}
+
+TEST(Settings, TheTreeAndEveryTabFollowTheDialog) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1", "Intervals (Table)");
+    const auto columns = [&] { return desk.control<QAbstractItemView>("grdTable").model()->columnCount(); };
+    EXPECT_EQ(columns(), 6);
+    onDialog([](QDialog& dialog) {
+        click(dialog, "optTVFiles2");
+        click(dialog, "cmdOK");
+    });
+    desk.press(QKeySequence("Ctrl+,"));
+    EXPECT_EQ(desk.nodes(), QStringList({"Foundry, day shift [360417]", "Broadband", "Broadband 1"}));
+    onDialog([](QDialog& dialog) {
+        click(dialog, "chkPlot1");
+        click(dialog, "cmdOK");
+    });
+    desk.command("Display Options...").trigger();
+    EXPECT_EQ(desk.tree().currentItem()->text(0), "Broadband 1");
+}
+
+TEST(Placement, IsSavedOnExitAndRestored) {
+    MemorySettings store;
+    {
+        Desk desk;
+        desk.frame->setGeometry(30, 40, 600, 420);
+        desk.open(kShift);
+        EXPECT_TRUE(desk.frame->close());
+        store = desk.settings;
+    }
+    EXPECT_TRUE(store.read("Preferences", "LastFile1", {}).ends_with(kShift));
+    const Desk again(store, QSize());
+    EXPECT_EQ(again.frame->geometry(), QRect(30, 40, 600, 420));
+    store.write("Settings", "MainLeft", "30000");
+    const Desk far(store, QSize());
+    EXPECT_TRUE(QGuiApplication::primaryScreen()->geometry().contains(far.frame->geometry()));
+}
+
+// What a person can press or type into.
+bool isControl(const QWidget& widget) {
+    for (const char* kind : {"QAbstractButton", "QLineEdit", "QComboBox", "QAbstractItemView", "QTabBar"})
+        if (widget.inherits(kind)) return widget.isVisible() && widget.isEnabled();
+    return false;
+}
+
+bool isPartOfAnother(const QWidget& widget) {
+    const QWidget* parent = widget.parentWidget();
+    return widget.objectName().startsWith("qt_") || parent->inherits("QComboBox") || parent->inherits("QTabBar") ||
+           parent->inherits("QToolBar") || parent->inherits("QMenuBar") || parent->inherits("QMdi") ||
+           widget.inherits("QHeaderView") || parent->inherits("QTableView");
+}
+
+TEST(Looks, EveryControlHasANameAndIsReachedByTab) {
+    Desk desk;
+    desk.openLog(kSurvey, "Planer");
+    for (const char* tab :
+         {"Full Log", "Intervals (Table)", "Intervals (Graph)", "Cumultv (Graph)", "Noise Rating", "Cumultv (Data)"}) {
+        desk.clickTab(tab);
+        std::set<const QWidget*> reached;
+        desk.tree().setFocus();
+        for (int i = 0; i < 60; ++i) {
+            QWidget* const focus = QApplication::focusWidget();
+            ASSERT_NE(focus, nullptr);
+            if (!reached.insert(focus).second) break;
+            QTest::keyClick(focus, Qt::Key_Tab);
+        }
+        for (const QWidget* widget : desk.area().currentSubWindow()->widget()->findChildren<QWidget*>()) {
+            if (!isControl(*widget) || isPartOfAnother(*widget)) continue;
+            const auto* button = qobject_cast<const QRadioButton*>(widget);
+            const std::string name = (widget->objectName() + " " + widget->metaObject()->className()).toStdString();
+            EXPECT_FALSE(widget->accessibleName().isEmpty() && button == nullptr) << tab << ": " << name;
+            EXPECT_TRUE(reached.contains(widget) || (button != nullptr && !button->isChecked())) << tab << ": " << name;
+        }
+    }
+}
+
+// Too small for its text. A text that wraps takes the width that it gets.
+bool isCut(const QWidget& widget) {
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    const bool wraps = label != nullptr && label->wordWrap();
+    return (!wraps && widget.width() < widget.sizeHint().width()) ||
+           widget.height() < widget.minimumSizeHint().height();
+}
+
+TEST(Looks, NoTextIsCutShort) {
+    Desk desk;
+    for (const auto& [sample, log] : {std::pair("night-environment.xml", "Broadband 1"), std::pair(kSurvey, "Planer"),
+                                      std::pair("third-octave-2000.xml", "Third Octave 1")}) {
+        desk.openLog(sample, log);
+        const QTabBar& tabs = desk.tabs();
+        EXPECT_GE(tabs.width(), tabs.tabRect(tabs.count() - 1).right());
+        for (int tab = 0; tab < tabs.count(); ++tab) {
+            desk.clickTab(tabs.tabText(tab).toUtf8().constData());
+            for (const QWidget* widget : desk.area().findChildren<QWidget*>()) {
+                const auto* label = qobject_cast<const QLabel*>(widget);
+                const bool hasText = label != nullptr || widget->inherits("QPushButton") ||
+                                     widget->inherits("QRadioButton") || widget->inherits("QComboBox");
+                EXPECT_FALSE(hasText && widget->isVisible() && isCut(*widget))
+                    << sample << ", " << desk.tabInFront().toStdString() << ": " << widget->objectName().toStdString()
+                    << (label != nullptr ? label->text().toStdString() : "");
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace kestrane
