@@ -2,6 +2,7 @@
 
 #include "calc/Recalculation.h"
 #include "download/BinaryLogs.h"
+#include "download/CorvaneLogs.h"
 #include "download/Identify.h"
 #include "download/MerrowanLogs.h"
 #include "download/TallixLogs.h"
@@ -26,6 +27,7 @@ bool isEarlyBrevik(const clsInsData& data) {
 
 Routine routineOf(const clsInsData& data) {
     const std::string& name = data.InsName();
+    if (IsCorvane(name)) return DownloadCorvaneLogs;
     if (IsBrevikMeter(name)) return isEarlyBrevik(data) ? DownloadBrevikEarlyLogs : DownloadBrevikLogs;
     if (IsHalcyrMeter(name)) return DownloadHalcyrLogs;
     if (IsMerrowan(name)) return DownloadMerrowanLogs;
@@ -69,7 +71,7 @@ void CloseDownload(Transport& line, DownloadUser& user, const std::string& messa
 void identify(Transport& line, clsInsData& data) {
     const Identification identification = IdentifyInstrument(line, data);
     if (line.IsCancelled() || !identification.IsValid) throw DownloadEnded{identification.Message};
-    if (FamilyOf(data).empty() || routineOf(data) == nullptr) throw DownloadEnded{line.session().LoadText(8002)};
+    if (FamilyOf(data).empty()) throw DownloadEnded{line.session().LoadText(8002)};
 }
 
 // Runs the job and closes the download with its outcome. True when the job came to its end.

@@ -10,8 +10,9 @@ namespace kestrane {
 namespace {
 
 const std::vector<SampleInstrument>& instruments() {
-    static const std::vector<SampleInstrument> all = {
-        brevik(), brevik(105), halcyr(101, 117), halcyr(100, 350), tallix("TR310"), tallix("TR340"), merrowan("TR322")};
+    static const std::vector<SampleInstrument> all = {brevik(),          brevik(105),     halcyr(101, 117),
+                                                      halcyr(100, 350),  tallix("TR310"), tallix("TR340"),
+                                                      merrowan("TR322"), corvane()};
     return all;
 }
 

@@ -187,5 +187,39 @@ TEST_F(TextLogsTest, MerrowanOctavesAreFetchedWhenWanted) {
     EXPECT_TRUE(data.Octaves.empty());
 }
 
+TEST_F(TextLogsTest, CorvaneFilesAreMachineLogs) {
+    ASSERT_TRUE(download(corvane()));
+    EXPECT_EQ(user.Lists.back().InsName, "Corvane \u00A6 5");
+    EXPECT_EQ(user.Lists.back().Rows, (std::vector<std::string>{"A1", "B\u00E9", "C3"}));
+    EXPECT_EQ(comm.Sent[2], bytesOf("0204"));
+    EXPECT_EQ(comm.Sent[3], bytesOf("0206 0341 0331 FF"));
+    EXPECT_EQ(data.InsName(), "Corvane 5");
+    EXPECT_EQ(data.InsSerial, "C -12");
+    ASSERT_EQ(data.Locations.size(), 2U); // the one that is no log is passed over
+    EXPECT_NE(shown().find("B\u00E9"), std::string::npos) << shown();
+    const clsLog& log = *data.Locations[0];
+    EXPECT_EQ(log.Name, "A1");
+    EXPECT_TRUE(log.SaveDoseCalc);
+    EXPECT_TRUE(log.FullyCalculated);
+    EXPECT_EQ(log.LogIntervals.Count(), 2);
+    EXPECT_EQ(log.LogIntervals.Item(2).LeqA(0).Value(), 82.5F);
+    EXPECT_EQ(log.LeqCumA(0).Value(), 81.6F);
+    EXPECT_EQ(data.Locations[1]->LogIntervals.Count(), 0);
+
+    // A list without an end mark is taken whole; a last name without its CR is none.
+    SampleInstrument instrument = corvane();
+    instrument.Answers[bytesOf("0204")] = "*A1\rC3";
+    ASSERT_TRUE(download(instrument));
+    EXPECT_EQ(user.Lists.back().Rows, std::vector<std::string>{"A1"});
+
+    // Nothing that can be read: no document, and the reasons.
+    instrument.Answers[bytesOf("0204")] = "*B\xE9\r";
+    EXPECT_FALSE(download(instrument));
+    EXPECT_NE(shown().find("B\u00E9"), std::string::npos) << shown();
+    instrument.Answers[bytesOf("0204")] = "*\xFE";
+    EXPECT_FALSE(download(instrument));
+    EXPECT_EQ(shown(), session.LoadText(8015));
+}
+
 } // namespace
 } // namespace kestrane

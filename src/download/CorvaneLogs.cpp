@@ -1,0 +1,98 @@
+#include "download/CorvaneLogs.h"
+
+#include "download/DownloadedLog.h"
+#include "download/WireReader.h"
+#include "files/MachineLog.h"
+#include "platform/Utf8.h"
+
+#include <utility>
+#include <vector>
+
+namespace kestrane {
+
+namespace {
+
+constexpr char kListEnd = '\xFE';
+
+// The names of the files, as the instrument sends them.
+std::vector<std::string> readList(Transport& line) {
+    line.ShowLabel(line.session().LoadText(8006));
+    const std::string reply = line.Ask(rawCommand("\x02\x04"));
+    std::string_view text = std::string_view(reply).substr(1);
+    text = text.substr(0, text.find(kListEnd));
+    std::vector<std::string> names;
+    for (std::size_t end = text.find('\r'); end != std::string_view::npos; end = text.find('\r')) {
+        names.emplace_back(text.substr(0, end));
+        text.remove_prefix(end + 1);
+    }
+    return names;
+}
+
+// Each character of the name behind a byte 03.
+std::string fetchCommand(std::string_view name) {
+    std::string bytes = "\x02\x06";
+    for (const char c : name) {
+        bytes += '\x03';
+        bytes += c;
+    }
+    return rawCommand(bytes + '\xFF');
+}
+
+// Characters that are no plain text become blanks.
+std::string cleaned(std::string_view text) {
+    constexpr char32_t kFirst = 32, kLast = 165;
+    std::string clean;
+    for (std::size_t at = 0; at < text.size();) {
+        const char32_t c = nextCodePoint(text, at);
+        appendUtf8(clean, c < kFirst || c > kLast ? U' ' : c);
+    }
+    return clean;
+}
+
+// The one log of a file; null when it holds none, or several of its kind.
+std::unique_ptr<clsLog> takeOnlyLog(clsInsData& source) {
+    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+        LogCollection& logs = source.logsOf(mode);
+        if (logs.size() == 1) return std::move(logs.front());
+    }
+    return nullptr;
+}
+
+} // namespace
+
+std::string DownloadCorvaneLogs(Transport& line, clsInsData& data) {
+    const std::vector<std::string> names = readList(line);
+    AcquireList list{data.InsName(), data.InsSerial, {}, false, false};
+    for (const std::string& name : names)
+        list.Rows.push_back(wireText(name));
+    const AcquireChoice choice = line.ChooseLogs(list);
+    std::string messages;
+    bool isIdentified = false;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (!choice.Selected[i]) continue;
+        const std::string& row = list.Rows[i];
+        line.BeginLog(line.session().LoadText(8014) + " " + row, 0);
+        const std::string reply = wireText(line.Ask(fetchCommand(names[i])));
+        clsFile file(line.session(), row);
+        std::string message;
+        if (!ReadMachineLog(file, reply, message)) {
+            messages += (messages.empty() ? "" : "\r\n") + row + ": " + message;
+            continue;
+        }
+        if (file.InstrumentDatas.empty()) continue;
+        clsInsData& source = *file.InstrumentDatas.front();
+        if (!std::exchange(isIdentified, true)) {
+            data.InsName(cleaned(source.InsName()));
+            data.InsSerial = cleaned(source.InsSerial);
+        }
+        std::unique_ptr<clsLog> log = takeOnlyLog(source);
+        if (log == nullptr) continue;
+        finishLog(line, *log);
+        log->SaveDoseCalc = true;
+        log->Name = row;
+        data.logsOf(log->Mode()).push_back(std::move(log));
+    }
+    return messages;
+}
+
+} // namespace kestrane
