@@ -167,7 +167,8 @@ void CumulativePanelView::fillSection(PanelSection section, const std::vector<Pa
         grid.addWidget(captionLabel(row.Caption), line, 0, Qt::AlignTop);
         grid.addWidget(valueLabel(row.A, row.Unit, isOfFigures(section)), line, 1, 1, isWide ? 3 : 1);
         if (hasB) {
-            grid.addWidget(captionLabel(row.B.Caption), line, 2);
+            const bool isRepeated = !isOfFigures(section) && row.B.Caption == row.Caption;
+            if (!isRepeated) grid.addWidget(captionLabel(row.B.Caption), line, 2);
             grid.addWidget(valueLabel(row.B, row.Unit, isOfFigures(section)), line, 3);
         }
         ++line;

@@ -9,6 +9,7 @@
 #include <QPalette>
 
 #include <algorithm>
+#include <numeric>
 
 namespace kestrane {
 
@@ -93,13 +94,17 @@ void grdTable::SetTable(IntervalTable table) {
 void grdTable::fillWidth() {
     const int columns = model_.columnCount();
     if (isSizedByUser_ || columns == 0) return;
-    const int room = viewport()->width();
-    int spare = std::max(0, room - columns * kColumnWidth);
+    std::vector<int> widths;
+    for (int column = 0; column < columns; ++column) {
+        const int caption = horizontalHeader()->sectionSizeHint(column);
+        const int cell = model_.rowCount() > 0 ? sizeHintForIndex(model_.index(0, column)).width() : 0;
+        widths.push_back(std::max({kColumnWidth, caption, cell}));
+    }
+    int spare = std::max(0, viewport()->width() - std::accumulate(widths.begin(), widths.end(), 0));
     for (int column = 0; column < columns; ++column) {
         const int share = spare / (columns - column);
         spare -= share;
-        const int caption = horizontalHeader()->sectionSizeHint(column);
-        setColumnWidth(column, std::max(kColumnWidth + share, caption));
+        setColumnWidth(column, widths[static_cast<std::size_t>(column)] + share);
     }
 }
 

@@ -7,8 +7,11 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTableView>
 #include <QToolBar>
 
 namespace kestrane {
@@ -153,6 +156,11 @@ TEST(Looks, NoTextIsCutShort) {
                                       std::pair("third-octave-2000.xml", "Third Octave 1")}) {
         desk.openLog(sample, log);
         const QTabBar& tabs = desk.tabs();
+        desk.clickTab("Cumultv (Data)");
+        EXPECT_FALSE(desk.control<QScrollArea>("fraDefaultData").horizontalScrollBar()->isVisible()) << sample;
+        desk.clickTab("Intervals (Table)");
+        const auto& table = desk.control<QTableView>("grdTable");
+        EXPECT_GE(table.columnWidth(0), table.sizeHintForIndex(table.model()->index(0, 0)).width()) << sample;
         EXPECT_GE(tabs.width(), tabs.tabRect(tabs.count() - 1).right());
         for (int tab = 0; tab < tabs.count(); ++tab) {
             desk.clickTab(tabs.tabText(tab).toUtf8().constData());
