@@ -52,15 +52,16 @@ void readLines(std::string_view reply, clsInsData& data) {
     if (serial != std::string_view::npos) data.InsSerial = wireText(reply.substr(name + 1, serial - name - 1));
 }
 
-// In a text frame: four digits of type, name.
+// In a text frame: four digits of type, name. Less than that has no name, as when a looped-back cable returns the
+// question.
 void readFramed(std::string_view reply, clsInsData& data) {
     constexpr std::size_t kHead = 5, kTail = 3, kDigits = 4;
     if (reply.size() < kHead + kTail) throw DownloadEnded{std::string(kReplyError)};
     std::string_view payload = reply.substr(kHead, reply.size() - kHead - kTail);
     while (payload.starts_with(' '))
         payload.remove_prefix(1);
-    setType(data, toInteger(wireField(payload, 0, kDigits), Locale{}));
-    data.InsName(wireText(payload.substr(kDigits)));
+    setType(data, toInteger(payload.substr(0, kDigits), Locale{}));
+    data.InsName(wireText(payload.substr(std::min(kDigits, payload.size()))));
 }
 
 struct Question {

@@ -96,7 +96,9 @@ TEST_F(IdentifyTest, OtherAnswersHaveTheirMessage) {
         {kAskLines, bytesOf("30FE00"), nobody},
         {kAskLines, "*no line end", nobody},
         {kAskFramed, textFrame("x042TR340"), error},
-        {kAskFramed, textFrame("042"), error},
+        {kAskFramed, textFrame("042"), nobody},
+        {kAskFramed, kAskFramed, nobody}, // an echo
+        {kAskFramed, textFrame(""), error},
         {kAskFramed, "1234567", error},
         {kAskFramed, bytesOf("30FE"), nobody},
     };

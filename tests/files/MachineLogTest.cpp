@@ -166,13 +166,22 @@ TEST(MachineLog, TheLogIsNamedAfterItsFile) {
                                                          "eCorvane 5 [C5T]");
 }
 
-TEST(MachineLog, StandsAnyCut) {
+TEST(MachineLog, StandsAnyCutAndAnyWrongByte) {
     const std::size_t whole = kBroadband.rfind(',') + 1;
     for (std::size_t size = 0; size < kBroadband.size(); ++size) {
         ReadText read(kBroadband.substr(0, size));
         EXPECT_EQ(read.isRead, size >= whole) << size;
         EXPECT_EQ(read.file.InstrumentDatas.size(), read.isRead ? 1U : 0U);
         EXPECT_EQ(read.message.empty(), read.isRead);
+    }
+    for (std::size_t at = 0; at < kBroadband.size(); ++at) {
+        for (const char c : {',', '9', '-', 'E', '\xFF', '\0'}) {
+            std::string spoilt = kBroadband;
+            spoilt[at] = c;
+            ReadText read(spoilt);
+            EXPECT_EQ(read.message.empty(), read.isRead) << at << c;
+            if (read.isRead) DocumentText(read.file, true);
+        }
     }
 }
 

@@ -1,0 +1,405 @@
+#!/usr/bin/env python3
+"""Downloads from kestrane-sim, over pseudo-terminals: every family and every fault, compared with the file it serves.
+
+Usage: simulated_instruments.py CLI SIM SAMPLES
+
+An exchange that ends by silence takes 1.5 s, so all calls run at once and the tests look at what came of them.
+"""
+
+import concurrent.futures
+import json
+import os
+import select
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import tty
+import unittest
+import xml.etree.ElementTree as ElementTree
+
+CLI, SIM, SAMPLES = (os.path.abspath(path) for path in sys.argv[1:4])
+FOLDER = tempfile.TemporaryDirectory()
+PATIENCE = 120  # seconds, for one call on a machine with other work
+OCTAVES = ["31.5", "63", "125", "250", "500", "1k", "2k", "4k", "8k", "16k"]
+
+
+def sample(name):
+    return os.path.join(SAMPLES, name + ".xml")
+
+
+def in_folder(name):
+    return os.path.join(FOLDER.name, name)
+
+
+def joined(name, *samples):
+    """A data file with the collections of several."""
+    root = ElementTree.Element("instruments")
+    for part in samples:
+        root.extend(ElementTree.parse(sample(part)).getroot())
+    ElementTree.ElementTree(root).write(in_folder(name), encoding="ascii", xml_declaration=True)
+    return in_folder(name)
+
+
+class Simulator:
+    def __init__(self, *words, speed="0"):
+        self.process = subprocess.Popen([SIM, *words, "--speed", speed], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                        text=True)
+        self.device = self.process.stdout.readline().strip()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.terminate()
+        self.said = self.process.communicate(timeout=PATIENCE)[1]
+
+
+class Call:
+    """What came of one call of the program against one simulated instrument."""
+
+    def __init__(self, verb, words, more=(), interrupt_after=None, settings="settings.ini"):
+        with Simulator(*words) as simulator:
+            self.began = time.monotonic()
+            process = subprocess.Popen([CLI, "--settings", in_folder(settings), "--decimal-separator", ".", *verb,
+                                        "--port", simulator.device, *more],
+                                       stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+            try:
+                if interrupt_after is not None:
+                    time.sleep(interrupt_after)
+                    process.send_signal(signal.SIGINT)
+                    self.began = time.monotonic()
+                self.output, self.errors = process.communicate(timeout=PATIENCE)
+            finally:
+                process.kill()
+            self.seconds = time.monotonic() - self.began
+            self.status = process.returncode
+        self.told = simulator.said
+
+    def document(self):
+        assert self.status == 0, (self.status, self.errors)
+        return json.loads(self.output)
+
+
+def family(name, file, *more):
+    return ["--family", name, "--from", file, *more]
+
+
+BOTH_KINDS = joined("both.xml", "roadworks-selection", "shift-dosimeter", "machine-survey-octave")
+SPECTRA = joined("spectra.xml", "protector-ac", "machine-survey-octave", "third-octave-2000")
+with open(in_folder("empty.xml"), "w", encoding="ascii") as empty_file:
+    empty_file.write("<?xml version=\"1.0\"?><instruments></instruments>")
+
+INSTRUMENTS = {
+    "brevik": family("brevik", sample("brevik-short-form")),
+    "brevik-early": family("brevik-early", sample("brevik-short-form")),
+    "halcyr": family("halcyr", sample("shift-dosimeter")),
+    "halcyr-early": family("halcyr-early", sample("night-environment"), "--model", "TR312E"),
+    "merrowan": family("merrowan", BOTH_KINDS),
+    "tallix": family("tallix", sample("shift-dosimeter")),
+    "tallix-meter": family("tallix", sample("shift-dosimeter"), "--model", "TR310"),
+    "corvane": family("corvane", SPECTRA),
+}
+DOWNLOAD = ["download", "--intervals"]
+BREVIK, TALLIX, CORVANE = (INSTRUMENTS[name] for name in ("brevik", "tallix", "corvane"))
+FAULTS = {
+    "silence": (BREVIK, "silence"),
+    "silence behind the list": (TALLIX, "silence=3"),
+    "error": (INSTRUMENTS["halcyr"], "error"),
+    "error behind identification": (CORVANE, "error=1"),
+    "error in a log": (INSTRUMENTS["merrowan"], "error=4"),
+    "echo": (TALLIX, "echo"),
+    "split": (BREVIK, "split"),
+    "split text": (CORVANE, "split"),
+    "noise in binary": (BREVIK, "noise"),
+    "noise in text": (INSTRUMENTS["merrowan"], "noise"),
+    "noise in files": (CORVANE, "noise"),
+    "cut": (CORVANE, "cut=500"),
+    "cut in a frame": (TALLIX, "cut=90"),
+    "hang-up": (BREVIK, "hangup=1000"),
+    "hang-up in text": (TALLIX, "hangup=60"),
+}
+
+CALLS = {}
+with concurrent.futures.ThreadPoolExecutor(max_workers=64) as pool:
+    for key, instrument in INSTRUMENTS.items():
+        CALLS["identify", key] = pool.submit(Call, ["identify"], instrument)
+        CALLS["download", key] = pool.submit(Call, DOWNLOAD, instrument)
+    for key, (instrument, fault) in FAULTS.items():
+        # Reads that know their length wait until they are interrupted.
+        after = 8 if key.startswith("noise") else None
+        CALLS["fault", key] = pool.submit(Call, DOWNLOAD, [*instrument, "--fault", fault], interrupt_after=after)
+    CALLS["interrupt"] = pool.submit(Call, DOWNLOAD, [*BREVIK, "--fault", "cut=1000"], interrupt_after=6)
+    CALLS["empty"] = pool.submit(Call, ["identify"], family("corvane", in_folder("empty.xml")))
+    CALLS["clock"] = pool.submit(Call, ["sync-clock"], TALLIX, more=["--now", "2024-11-26T13:05:07"])
+    CALLS["no clock"] = pool.submit(Call, ["sync-clock"], BREVIK)
+    CALLS["rows"] = pool.submit(Call, ["download"], CORVANE, more=["--logs", "2,4", "-o", in_folder("rows.xml")])
+    CALLS["recorded"] = pool.submit(Call, DOWNLOAD, BREVIK, more=["--transcript", in_folder("transcript")])
+CALLS = {key: future.result() for key, future in CALLS.items()}
+
+
+def logs_of(node, mode):
+    return [log for log in node.iter("log") if int(log.findtext("md") or 0) == mode]
+
+
+def figure(node, path):
+    """A figure of the source, 0 when it has none; bands under "f", or the overall figure alone in the short form."""
+    for way in (path + "/f", path):
+        text = (node.findtext(way) or "").strip()
+        if text:
+            return float(text)
+    return 0.0
+
+
+class Comparison(unittest.TestCase):
+    maxDiff = None
+
+    def same(self, pairs, tolerance, what):
+        for name, (found, expected) in pairs.items():
+            self.assertAlmostEqual(found, expected, delta=tolerance, msg=f"{what}: {name}")
+
+    def header(self, log, node, *names):
+        texts = {"StartDate": "sdt", "StartTime": "stm", "EndDate": "edt", "EndTime": "etm", "CalibDate": "cdt",
+                 "CalibTime": "ctm", "FactoryCalibDate": "fdt"}
+        for name in names or texts:
+            self.assertEqual(log[name], node.findtext(texts[name]), name)
+
+    def rows(self, log, node, figures, tolerance):
+        """figures: the member of a downloaded row and the path of the same figure in the source."""
+        rows, expected = log["LogIntervals"]["Items"], node.findall("intvls/intvl")
+        self.assertEqual(len(rows), len(expected))
+        for number, (row, source) in enumerate(zip(rows, expected), 1):
+            self.assertEqual((row["StartDate"], row["StartTime"]),
+                             (source.findtext("date"), source.findtext("time") or "00:00:00"), f"row {number}")
+            self.same({name: (first(member(row, name))["Value"], figure(source, path)) for name, path in
+                       figures.items()}, tolerance, f"row {number}")
+
+    def cumulative(self, log, node, figures, tolerance):
+        self.same({name: (first(member(log, name))["Value"], figure(node, path)) for name, path in figures.items()},
+                  tolerance, "log")
+
+
+def member(holder, name):
+    """"LnA1" is the first of the array "LnA"."""
+    return holder[name[:-1]][int(name[-1]) - 1] if name[-1].isdigit() else holder[name]
+
+
+def first(value):
+    return value[0] if isinstance(value, list) else value
+
+
+class Downloads(Comparison):
+    def downloaded(self, key, count, collection="Locations"):
+        document = CALLS["download", key].document()
+        self.assertEqual(len(document["InstrumentDatas"]), 1)
+        logs = document["InstrumentDatas"][0][collection]
+        self.assertEqual(len(logs), count)
+        return logs
+
+    def source(self, key, mode=0):
+        return logs_of(ElementTree.parse(INSTRUMENTS[key][3]), mode)
+
+    BINARY_ROWS = {"LeqA": "ca/leq", "LmaxA": "ca/lmax", "SELA": "ca/le", "LepdA": "ca/lex", "LnA1": "ca/ln1"}
+    CHANNEL_B = {"LeqB": "cb/leq", "LmaxB": "cb/lmax", "PeakB": "cb/peak"}
+
+    def test_brevik(self):
+        for key in ("brevik", "brevik-early"):
+            log, node = self.downloaded(key, 1)[0], self.source(key)[0]
+            rows = {**self.BINARY_ROWS, **self.CHANNEL_B, "LnA2": "ca/ln3", "LnA3": "ca/ln2"}
+            if key == "brevik":
+                rows.update(LminA="ca/lmin", LminB="cb/lmin")
+            else:
+                self.assertEqual(log["LogIntervals"]["Items"][0]["LminA"][0]["Value"], 0)
+            self.rows(log, node, rows, 0.0051)
+            self.header(log, node)
+            self.cumulative(log, node, {"LeqCumA": "ca/leq", "LmaxCumA": "ca/lmax", "LepdETCumA": "ca/lex",
+                                        "SELCumA": "ca/le", "LnCumA1": "ca/ln1", "LnCumA3": "ca/ln2",
+                                        "LeqCumB": "cb/leq", "PeakCumB": "cb/peak"}, 0.0051)
+            self.assertEqual((log["Interval"], log["Criterion"], log["Exchange"], log["Threshold"]), (60, 85, 3, "0"))
+            self.assertEqual(log["LnNumberA"][:4], [10, 90, 50, 0])
+            self.assertEqual((log["FreqWeightA"], log["TimeWeightA"], log["FreqWeightB"], log["TimeWeightB"]),
+                             ("A", "Fast", "C", "Fast"))
+            overloaded = [row["OverloadedA"] for row in log["LogIntervals"]["Items"]]
+            self.assertEqual([i for i, on in enumerate(overloaded) if on], [47])
+            self.assertTrue(log["IsLoggingOverLoaded"])
+
+    def test_halcyr(self):
+        log, node = self.downloaded("halcyr", 1)[0], self.source("halcyr")[0]
+        self.rows(log, node, {name: self.BINARY_ROWS[name] for name in ("LeqA", "LmaxA", "SELA", "LepdA")}, 0.0051)
+        self.header(log, node)
+        self.cumulative(log, node, {"LeqCumA": "ca/leq", "LmaxCumA": "ca/lmax", "SELCumA": "ca/le",
+                                    "DoseETCumA": "ca/edose", "DoseHourA": "ca/dh", "Pa2hCumA": "ca/pa2h"}, 0.0051)
+        self.assertEqual((log["MeasurementTimeFromInstrument"], log["Range"], log["IsChannelBOn"]),
+                         (28800, "70-140", False))
+
+    def test_early_halcyr(self):
+        log, node = self.downloaded("halcyr-early", 1)[0], self.source("halcyr-early")[0]
+        self.rows(log, node, {**self.BINARY_ROWS, **self.CHANNEL_B, "LnA1": "ca/ln2", "LnA2": "ca/ln4",
+                              "LnA3": "ca/ln1"}, 0.0051)
+        self.cumulative(log, node, {"LeqCumA": "ca/leq", "LnCumA2": "ca/ln4", "PeakCumB": "cb/peak"}, 0.0051)
+        self.assertEqual((log["Range"], log["LnNumberA"][:3]), ("20-90", [10, 90, 5]))
+
+    TENTH = 0.0501
+
+    def test_merrowan(self):
+        road, shift = self.downloaded("merrowan", 2)
+        road_node, shift_node = self.source("merrowan")
+        self.rows(road, road_node, {"LeqA": "ca/leq", "LmaxA": "ca/lmax", "LminA": "ca/lmin", "LnA1": "ca/ln1",
+                                    "LnA2": "ca/ln2"}, self.TENTH)
+        self.cumulative(road, road_node, {"LeqCumA": "ca/leq", "LmaxCumA": "ca/lmax", "LminCumA": "ca/lmin",
+                                          "LnCumA1": "ca/ln1", "LnCumA2": "ca/ln2", "SELCumA": "ca/le"}, self.TENTH)
+        self.assertEqual((road["LocationType"], road["Criterion"], road["Exchange"]), ("ENV", 90, 5))
+        self.rows(shift, shift_node, {"LeqA": "ca/leq", "LmaxA": "ca/lmax", "DoseA": "ca/dose", "PeakA": "ca/peak"},
+                  self.TENTH)
+        self.cumulative(shift, shift_node, {"LeqCumA": "ca/leq", "LmaxCumA": "ca/lmax", "PeakCumA": "ca/peak",
+                                            "DoseETCumA": "ca/edose", "SELCumA": "ca/le"}, self.TENTH)
+        self.assertEqual((shift["LocationType"], shift["Criterion"], shift["Exchange"], shift["TimeWeightA"]),
+                         ("IND", 85, 3, "Slow"))
+        for log, node in ((road, road_node), (shift, shift_node)):
+            self.header(log, node, "StartDate", "StartTime", "EndDate", "EndTime")
+            self.assertEqual(log["LmaxCumTimeA"], node.findtext("ca/lmaxtm"))
+        row, source = shift["LogIntervals"]["Items"][7], shift_node.findall("intvls/intvl")[7]
+        self.assertEqual((row["LmaxTimeA"], row["PeakTimeA"]),
+                         (source.findtext("ca/lmaxtm"), source.findtext("ca/peaktm")))
+
+    def test_merrowan_octaves(self):
+        for log, node in zip(self.downloaded("merrowan", 5, "Octaves"), self.source("merrowan", 1)):
+            self.same({band: (log["LeqCumA"][2 + i]["Value"], float(node.findtext("ca/leq/f" + band.upper())))
+                       for i, band in enumerate(OCTAVES)}, self.TENTH, node.get("name"))
+            self.header(log, node, "StartDate", "StartTime")
+            self.assertEqual((log["FreqWeightA"], log["TimeWeightA"]), ("Z", "Fast"))
+
+    def test_tallix(self):
+        for key in ("tallix", "tallix-meter"):
+            log, node = self.downloaded(key, 1)[0], self.source(key)[0]
+            rows = {"DoseA": "ca/dose"} if key == "tallix" else {"DoseA": "ca/dose", "LeqA": "ca/leq"}
+            self.rows(log, node, rows, self.TENTH)
+            self.header(log, node, "StartDate", "StartTime")
+            self.cumulative(log, node, {"LeqCumA": "ca/leq", "DoseETCumA": "ca/edose", "LepdETCumA": "ca/lex",
+                                        "DoseMTCumA": "ca/dose", "DoseHourA": "ca/dh"}, self.TENTH)
+            self.assertEqual((log["Criterion"], log["Interval"], log["FreqWeightA"]), (85, 60, "A"))
+            self.assertTrue(log["IsLoggingOverLoaded"])
+
+    def test_corvane(self):
+        for collection, mode, count in (("Locations", 0, 1), ("Octaves", 1, 5), ("ThirdOctaves", 2, 1)):
+            for log, node in zip(self.downloaded("corvane", count, collection), self.source("corvane", mode)):
+                self.assertEqual(log["Name"], node.get("name"))
+                self.rows(log, node, {"LeqA": "ca/leq", "LminA": "ca/lmin", "LmaxA": "ca/lmax", "PeakA": "ca/peak"},
+                          1e-4)
+                self.cumulative(log, node, {"LeqCumA": "ca/leq", "PeakCumA": "ca/peak"}, 1e-4)
+                self.header(log, node)
+        band = self.downloaded("corvane", 1, "ThirdOctaves")[0]["LogIntervals"]["Items"][1999]["LmaxA"][33]["Value"]
+        self.assertAlmostEqual(band, float(self.source("corvane", 2)[0].findall("intvls/intvl")[1999]
+                                           .findtext("ca/lmax/f20K")), delta=1e-4)
+        b = self.downloaded("corvane", 1)[0]["LogIntervals"]["Items"][5]["PeakB"]["Value"]
+        self.assertAlmostEqual(b, float(self.source("corvane")[0].findall("intvls/intvl")[5].findtext("cb/peak")),
+                               delta=1e-4)
+
+    def test_rows_chosen(self):
+        document = CALLS["rows"].document()
+        names = [log["Name"] for kind in ("Locations", "Octaves", "ThirdOctaves")
+                 for log in document["InstrumentDatas"][0][kind]]
+        expected = [log.get("name") for mode in (0, 1, 2) for log in logs_of(ElementTree.parse(SPECTRA), mode)]
+        self.assertEqual(names, [expected[1], expected[3]])
+        self.assertEqual(len(list(ElementTree.parse(in_folder("rows.xml")).iter("log"))), 2)
+
+    def test_identities(self):
+        expected = {"brevik": ("Brevik SE", "901226", "Brevik"), "brevik-early": ("Brevik SE", "901226", "Brevik"),
+                    "halcyr": ("TR360L", "360417", "Halcyr"), "halcyr-early": ("TR312E", "8107", "Halcyr"),
+                    "merrowan": ("TR326", None, "Merrowan"), "tallix": ("TR342", None, "Old Tallix"),
+                    "tallix-meter": ("TR310", None, "Old Tallix"), "corvane": ("Corvane 5", "A4471", "Corvane")}
+        for key, (name, serial, of_family) in expected.items():
+            answer = CALLS["identify", key].document()
+            self.assertEqual((answer["InsName"], answer["Family"]), (name, of_family), key)
+            if serial:
+                self.assertEqual(answer["InsSerial"], serial)
+
+
+NO_ANSWER, ERROR, ABORTED, NO_LOGS = ("is not responding", "Error Downloading Data", "Download function aborted",
+                                      "No log files exist on this instrument")
+
+
+class Faults(unittest.TestCase):
+    def ends(self, key, text, status=1):
+        call = CALLS["fault", key]
+        self.assertEqual((call.status, call.output), (status, ""), key + ": " + call.errors)
+        self.assertIn(text, call.errors, key)
+
+    def test_no_answer(self):
+        self.ends("silence", NO_ANSWER)
+        self.ends("echo", NO_ANSWER)
+
+    def test_error(self):
+        for key in ("error", "error behind identification", "error in a log"):
+            self.ends(key, ERROR)
+
+    def test_silence_later(self):
+        for key in ("silence behind the list", "cut"):
+            self.assertIn("Try again?", CALLS["fault", key].errors, key)
+            self.ends(key, ABORTED)
+        self.ends("cut in a frame", ERROR)  # what came of the frame is a reply
+
+    def test_split(self):
+        for key, plain in (("split", "brevik"), ("split text", "corvane")):
+            self.assertEqual(CALLS["fault", key].document()["InstrumentDatas"],
+                             CALLS["download", plain].document()["InstrumentDatas"])
+
+    def test_noise(self):
+        for key in FAULTS:
+            if key.startswith("noise"):
+                self.assertIn(CALLS["fault", key].status, (0, 1), key + ": " + CALLS["fault", key].errors)
+
+    def test_hang_up(self):
+        self.ends("hang-up", ABORTED)
+        self.ends("hang-up in text", ABORTED)
+
+    def test_interrupt(self):
+        call = CALLS["interrupt"]
+        self.assertEqual((call.status, call.output), (1, ""))
+        self.assertIn(ABORTED, call.errors)
+        self.assertLess(call.seconds, 5)
+
+    def test_no_logs(self):
+        self.assertEqual(CALLS["empty"].status, 1)
+        self.assertIn(NO_LOGS, CALLS["empty"].errors)
+
+    def test_clock(self):
+        self.assertEqual(CALLS["clock"].status, 0, CALLS["clock"].errors)
+        self.assertEqual(CALLS["clock"].told, "clock 130507261124\n")
+        self.assertEqual(CALLS["no clock"].status, 1)
+        self.assertIn("can only synchronize the clock", CALLS["no clock"].errors)
+
+    def test_a_transcript_is_an_instrument(self):
+        again = Call(DOWNLOAD, ["--replay", in_folder("transcript")])
+        self.assertEqual(again.document()["InstrumentDatas"], CALLS["recorded"].document()["InstrumentDatas"])
+
+
+class TheSimulator(unittest.TestCase):
+    def test_words(self):
+        for words, status in ((["--family", "brevik"], 2), (["--family", "none", "--from", "a"], 2), ([], 2),
+                              (["--family", "tallix", "--from", in_folder("none.xml")], 1),
+                              (["--family", "tallix", "--from", sample("shift-dosimeter"), "--model", "TR999"], 2),
+                              (["--replay", in_folder("none")], 1),
+                              (["--family", "tallix", "--from", sample("shift-dosimeter"), "--fault", "cut="], 2)):
+            result = subprocess.run([SIM, *words], capture_output=True, check=False, timeout=PATIENCE)
+            self.assertEqual((result.returncode, result.stdout), (status, b""), words)
+            self.assertTrue(result.stderr, words)
+
+    def test_answers_at_the_speed_of_its_line_and_ends_when_told(self):
+        with Simulator(*family("corvane", sample("protector-ac")), speed="1200") as simulator:
+            line = os.open(simulator.device, os.O_RDWR | os.O_NOCTTY)
+            tty.setraw(line)
+            began = time.monotonic()
+            os.write(line, b"\x02\x05")
+            reply = b""
+            while not reply.endswith(b"A4471\r") and select.select([line], [], [], 5)[0]:
+                reply += os.read(line, 100)
+            self.assertEqual(reply[1:], b"Corvane 5\rA4471\r")
+            self.assertGreater(time.monotonic() - began, len(reply) * 11 / 1200 * 0.8)
+            os.close(line)
+        self.assertEqual(simulator.process.returncode, 0)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
