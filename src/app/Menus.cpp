@@ -43,13 +43,15 @@ constexpr MenuItem kItems[] = {
     {Menu::TreePopup, 3, Command::FileClose, 1034, 6515, "close", "Ctrl+W"},
     {Menu::TreePopup, 5, Command::TreeDisplayOptions, 1304, 0, "settings"},
 
-    {Menu::LogPopup, 0, Command::LogSavePicture, 4613, 0, "", "Ctrl+Shift+P"},
-    {Menu::LogPopup, 2, Command::LogNote, 1307},
-    {Menu::LogPopup, 3, Command::LogEditNote, 4614},
-    {Menu::LogPopup, 4, Command::LogLegend, 1308},
-    {Menu::LogPopup, 6, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E"},
-    {Menu::LogPopup, 7, Command::ForceRecalc, 1066, 0, "", "F5"},
-    {Menu::LogPopup, 9, Command::LogDisplayOptions, 1304, 0, "settings"},
+    {Menu::LogPopup, 0, Command::LogDeleteRows, 1310, 0, "", "Ctrl+-"},
+    {Menu::LogPopup, 1, Command::LogInsertRows, 1309, 0, "", "Ctrl++"},
+    {Menu::LogPopup, 3, Command::LogSavePicture, 4613, 0, "", "Ctrl+Shift+P"},
+    {Menu::LogPopup, 5, Command::LogNote, 1307},
+    {Menu::LogPopup, 6, Command::LogEditNote, 4614},
+    {Menu::LogPopup, 7, Command::LogLegend, 1308},
+    {Menu::LogPopup, 9, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E"},
+    {Menu::LogPopup, 10, Command::ForceRecalc, 1066, 0, "", "F5"},
+    {Menu::LogPopup, 14, Command::LogDisplayOptions, 1304, 0, "settings"},
 };
 
 bool hasSelection(const MenuState& state) {
@@ -75,6 +77,9 @@ constexpr auto kOnSavable = [](const Session& session, const MenuState& state) {
 constexpr auto kOnFullLog = [](const Session&, const MenuState& state) {
     return state.HasExplorer && state.Displayed != nullptr && state.Tab == eTabFullLog;
 };
+constexpr auto kOnExposures = [](const Session&, const MenuState& state) {
+    return state.HasExplorer && state.Displayed != nullptr && state.Tab == eTabExposureCalculator;
+};
 constexpr auto kOnExplorer = [](const Session&, const MenuState& state) { return state.HasExplorer; };
 
 // A command without a rule can always be given.
@@ -90,6 +95,11 @@ constexpr Rule kRules[] = {
     {Command::Rename,
      [](const Session&, const MenuState& state) { return hasSelection(state) && isEditableKind(state.SelectedKey); }},
     {Command::TreeDisplayOptions, kOnExplorer},
+    {Command::LogDeleteRows,
+     [](const Session& session, const MenuState& state) {
+         return kOnExposures(session, state) && state.IsOnExposureRow;
+     }},
+    {Command::LogInsertRows, kOnExposures},
     {Command::LogNote, kOnFullLog},
     {Command::LogLegend, kOnFullLog},
     {Command::LogEditNote, kOnFullLog},

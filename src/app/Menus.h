@@ -37,6 +37,8 @@ enum class Command {
     ForceRecalc,
     Rename,
     TreeDisplayOptions,
+    LogDeleteRows,
+    LogInsertRows,
     LogNote,
     LogLegend,
     LogEditNote,
@@ -67,6 +69,7 @@ struct MenuState {
     std::string SelectedKey;
     const clsLog* Displayed = nullptr; // the log on display
     int Tab = 0;                       // the tab in front
+    bool IsOnExposureRow = false;      // a row of the exposure calculator is current
 };
 
 bool IsMenuEnabled(const Session& session, Command command, const MenuState& state);

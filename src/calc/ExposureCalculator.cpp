@@ -1,5 +1,6 @@
 #include "calc/ExposureCalculator.h"
 
+#include "calc/ExposureTime.h"
 #include "calc/Recalculation.h"
 #include "model/Session.h"
 #include "model/TimeText.h"
@@ -47,7 +48,7 @@ public:
     void add(float level) {
         if (level == 0) isSpoilt_ = true;
         if (isSpoilt_) return;
-        sum_ = static_cast<float>(sum_ + std::pow(10.0, static_cast<double>(level) / 10));
+        sum_ = checkedSingle(sum_ + std::pow(10.0, static_cast<double>(level) / 10));
         ++count_;
     }
 
@@ -233,7 +234,7 @@ void fillExposureRows(clsLog& log) {
     row.SampleDate = log.StartDate;
     row.SampleTime = log.StartTime;
     row.Leq = log.LeqCumA(0);
-    row.Duration.setTime(HoursToTimeText(log.objLogOptions.ExposureTime), log.session().locale);
+    row.Duration.setTime(exposureTimeText(log.objLogOptions.ExposureTime), log.session().locale);
     row.IsIncluded = true;
     log.DoseLogIntervals.push_back(std::move(row));
 }
@@ -261,18 +262,18 @@ std::vector<std::string> exposureTotalsLine(const clsLog& log) {
     return line;
 }
 
-bool enterExposureCell(clsLog& log, std::size_t row, int column, const std::string& entry) {
+CellEntry enterExposureCell(clsLog& log, std::size_t row, int column, const std::string& entry) {
     const Session& session = log.session();
     clsDoseLogSample& target = log.DoseLogIntervals.at(row);
     clsDoseLogSample taken = target;
     try {
-        if (!take(session, taken, column, trimmed(entry))) return false;
+        if (!take(session, taken, column, trimmed(entry))) return CellEntry::Refused;
     } catch (const RuntimeError&) { // a number past its type
-        return false;
+        return CellEntry::Refused;
     }
-    if (exposureLine(session, taken, 1) == exposureLine(session, target, 1)) return false;
+    if (exposureLine(session, taken, 1) == exposureLine(session, target, 1)) return CellEntry::Same;
     target = taken;
-    return true;
+    return CellEntry::Stored;
 }
 
 std::optional<int> insertCount(const std::string& entry, const Locale& locale) {

@@ -52,8 +52,10 @@ void fillExposureRows(clsLog& log);
 std::vector<std::string> exposureLine(const Session& session, const clsDoseLogSample& row, int lineNo);
 std::vector<std::string> exposureTotalsLine(const clsLog& log);
 
-// Takes what was typed into a cell of a row (from 0). False when it is not accepted, or what the cell has already.
-bool enterExposureCell(clsLog& log, std::size_t row, int column, const std::string& entry);
+enum class CellEntry { Refused, Same, Stored };
+
+// Takes what was typed into a cell of a row (from 0). Refused, and the same as before, leave the cell as it is.
+CellEntry enterExposureCell(clsLog& log, std::size_t row, int column, const std::string& entry);
 
 // How many rows to insert, from what was typed: 1 to 100. Nothing when it is no good.
 std::optional<int> insertCount(const std::string& entry, const Locale& locale);

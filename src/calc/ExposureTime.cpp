@@ -1,6 +1,7 @@
 #include "calc/ExposureTime.h"
 
 #include "calc/Recalculation.h"
+#include "model/Session.h"
 #include "model/TimeText.h"
 #include "model/clsTime.h"
 #include "platform/Numbers.h"
@@ -64,6 +65,8 @@ int exposureTimeFault(float hours, float measuredHours) {
 
 void SetLogExposureTime(clsLog& log, float hours) {
     log.objLogOptions.ExposureTime = hours;
+    if (!log.DoseLogIntervals.empty())
+        log.DoseLogIntervals.front().Duration.setTime(exposureTimeText(hours), log.session().locale);
     if (!isFullPassUnderWay(log)) RecalcValues(log, kCalcExposureTime);
 }
 

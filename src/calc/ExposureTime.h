@@ -25,8 +25,8 @@ bool isExposureTime(float hours); // above 0, at most 24
 // text that says so, 0 when nothing is. To the second.
 int exposureTimeFault(float hours, float measuredHours);
 
-// Stores the exposure time and recalculates what follows from it. While a full recalculation is under way its end does
-// the latter.
+// Stores the exposure time, in the first row of the exposure calculator, too, and recalculates what follows from it.
+// While a full recalculation is under way its end does the latter.
 void SetLogExposureTime(clsLog& log, float hours);
 
 // A user's change of the time: SetLogExposureTime, and everything else derived again. Only the Brevik family takes it;

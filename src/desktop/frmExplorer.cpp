@@ -51,7 +51,7 @@ frmExplorer::frmExplorer(Session& session, QWidget* parent) : QWidget(parent), s
 }
 
 MenuState frmExplorer::StateForMenus() const {
-    return {true, state_.SelectedKey, state_.LogInView(session_), state_.View.Tab};
+    return {true, state_.SelectedKey, state_.LogInView(session_), state_.View.Tab, log_->IsOnExposureRow()};
 }
 
 void frmExplorer::RebuildTree() {

@@ -365,6 +365,10 @@ void mdiMain::run(Command command) {
     case Command::HelpAbout:
         frmAbout(session_, this).exec();
         return;
+    case Command::LogDeleteRows:
+        return explorer->LogTabs().DeleteRows();
+    case Command::LogInsertRows:
+        return explorer->LogTabs().InsertRows();
     case Command::ForceRecalc:
         return explorer->LogTabs().FullRecalculation();
     case Command::Rename:

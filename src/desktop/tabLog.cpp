@@ -2,6 +2,7 @@
 
 #include "charts/chaTab.h"
 #include "desktop/CumulativePanelView.h"
+#include "desktop/grdDose.h"
 #include "desktop/grdTable.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmSimpleEdit.h"
@@ -16,12 +17,14 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QFileDialog>
 #include <QLabel>
 #include <QListView>
 #include <QProxyStyle>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QStackedWidget>
 #include <QStyleFactory>
@@ -81,9 +84,9 @@ tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
     placeholder_->setForegroundRole(QPalette::PlaceholderText);
     table_ = new grdTable(session);
     panels_ = new CumulativePanelView(session);
+    exposures_ = new grdDose(session, [this] { return resolve(session_, state_.View.Key).log; });
     pages_ = new QStackedWidget;
-    for (QWidget* page :
-         {static_cast<QWidget*>(placeholder_), static_cast<QWidget*>(table_), static_cast<QWidget*>(panels_)})
+    for (QWidget* page : std::initializer_list<QWidget*>{placeholder_, table_, panels_, exposures_})
         pages_->addWidget(page);
     options_ = optionsBar();
 
@@ -122,6 +125,28 @@ QWidget* tabLog::buttonsOf(const char* frame, int caption, QButtonGroup*& group,
     return box;
 }
 
+QWidget* tabLog::exposureBar() {
+    auto* const bar = new QWidget;
+    bar->setObjectName("fraDose");
+    chkSave_ = checkBox(session_, 4568, "chkSave", false);
+    QPushButton* const cmdInsertRows = pushButton(session_, 1309, "cmdInsertRows", loadPlainText(session_, 1309));
+    cmdDeleteRows_ = pushButton(session_, 1310, "cmdDeleteRows", loadPlainText(session_, 1310));
+    auto* const row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* control : std::initializer_list<QWidget*>{cmdInsertRows, cmdDeleteRows_, chkSave_})
+        row->addWidget(control);
+    connect(cmdInsertRows, &QPushButton::clicked, this, &tabLog::InsertRows);
+    connect(cmdDeleteRows_, &QPushButton::clicked, this, &tabLog::DeleteRows);
+    connect(chkSave_, &QCheckBox::clicked, this, [this](bool isSaved) {
+        if (clsLog* log = resolve(session_, state_.View.Key).log; log != nullptr) log->SaveDoseCalc = isSaved;
+    });
+    connect(exposures_, &grdDose::CurrentRowChanged, this, [this] {
+        cmdDeleteRows_->setEnabled(exposures_->IsOnRow());
+        emit TabChanged();
+    });
+    return bar;
+}
+
 QWidget* tabLog::optionsBar() {
     fraDisplayBy_ = buttonsOf("fraDisplayBy", 0, optDisplayBy_, {4559, 4560});
     cboDisplayBy_ = new QComboBox;
@@ -148,11 +173,13 @@ QWidget* tabLog::optionsBar() {
     interval->addWidget(labelOf(session_, 4629, *lstInterval_));
     interval->addWidget(lstInterval_);
 
+    fraDose_ = exposureBar();
+
     auto* const bar = new QWidget;
     auto* const row = new QHBoxLayout(bar);
     row->setContentsMargins(kMargin, kMargin / 2, kMargin, kMargin / 2);
     row->setSpacing(2 * kMargin);
-    for (QWidget* panel : {fraInterval_, fraDisplayBy_, fraAxis_, fraTable_, fraDfltCum_})
+    for (QWidget* panel : {fraInterval_, fraDisplayBy_, fraAxis_, fraTable_, fraDfltCum_, fraDose_})
         row->addWidget(panel);
     row->addStretch();
 
@@ -233,7 +260,9 @@ void tabLog::showChoices(const clsLog& log) {
     fraTable_->setVisible(panels.Channel);
     fraDfltCum_->setVisible(hasPanelChoice);
     fraInterval_->setVisible(panels.IntervalList);
-    options_->setVisible(panels.DisplayBy || panels.Axis || panels.Channel || hasPanelChoice || panels.IntervalList);
+    fraDose_->setVisible(panels.ExposureRows);
+    options_->setVisible(panels.DisplayBy || panels.Axis || panels.Channel || hasPanelChoice || panels.IntervalList ||
+                         panels.ExposureRows);
 
     optDisplayBy_->button(kByParam)->setEnabled(panels.ByParam);
     optDisplayBy_->button(view.ListMode())->setChecked(true);
@@ -241,6 +270,7 @@ void tabLog::showChoices(const clsLog& log) {
     optChannelX_->button(view.Channel() - kChannelA)->setChecked(true);
     optCumPanels_->button(ePanelBothChannels)->setVisible(log.IsChannelBOn);
     optCumPanels_->button(cumulativePanelOf(log, view.Panel))->setChecked(true);
+    chkSave_->setChecked(log.SaveDoseCalc);
     fillDisplayBy(log);
 }
 
@@ -263,6 +293,9 @@ void tabLog::choosePage() {
         break;
     case eTabCumulativeData:
         pages_->setCurrentWidget(panels_);
+        break;
+    case eTabExposureCalculator:
+        pages_->setCurrentWidget(exposures_);
         break;
     default:
         chart();
@@ -290,7 +323,7 @@ void tabLog::drawTab(clsLog& log) {
     constexpr std::array<Draw, kLogTabs> kDraw = {&tabLog::drawTimeChart,   &tabLog::drawTable,
                                                   &tabLog::drawBandChart,   &tabLog::drawBandChart,
                                                   &tabLog::drawNoiseRating, nullptr,
-                                                  &tabLog::drawPanels,      nullptr};
+                                                  &tabLog::drawPanels,      &tabLog::drawExposures};
     if (const Draw draw = kDraw[static_cast<std::size_t>(state_.View.Tab)]; draw != nullptr) (this->*draw)(log);
 }
 
@@ -330,6 +363,23 @@ void tabLog::drawNoiseRating(clsLog& log) {
 
 void tabLog::drawPanels(clsLog& log) {
     panels_->ShowLog(log, state_.View.PanelBand(log), cumulativePanelOf(log, state_.View.Panel));
+}
+
+void tabLog::drawExposures(clsLog&) {
+    if (clsLog* log = resolve(session_, state_.View.Key).log; log != nullptr) fillExposureRows(*log);
+    exposures_->ShowRows();
+}
+
+bool tabLog::IsOnExposureRow() const {
+    return state_.View.Tab == eTabExposureCalculator && exposures_->IsOnRow();
+}
+
+void tabLog::InsertRows() {
+    exposures_->InsertRows();
+}
+
+void tabLog::DeleteRows() {
+    exposures_->DeleteRows();
 }
 
 void tabLog::applyChanges() {

@@ -11,8 +11,10 @@
 #include <array>
 
 class QButtonGroup;
+class QCheckBox;
 class QComboBox;
 class QLabel;
+class QPushButton;
 class QStackedWidget;
 class QTabBar;
 
@@ -20,6 +22,7 @@ namespace kestrane {
 
 class CumulativePanelView;
 class chaTab;
+class grdDose;
 class grdTable;
 
 class tabLog : public QWidget {
@@ -39,6 +42,9 @@ public:
     void ToggleLegend();
     void EditNote();
     void FullRecalculation();
+    bool IsOnExposureRow() const; // of the exposure calculator, in front
+    void InsertRows();
+    void DeleteRows();
 
 signals:
     void TabChanged();
@@ -49,6 +55,7 @@ protected:
 
 private:
     QWidget* optionsBar();
+    QWidget* exposureBar();
     QWidget* buttonsOf(const char* frame, int caption, QButtonGroup*& group, std::initializer_list<int> texts);
     void choosePage();
     void ShowControls();
@@ -62,6 +69,7 @@ private:
     void drawBandChart(clsLog& log);
     void drawNoiseRating(clsLog& log);
     void drawPanels(clsLog& log);
+    void drawExposures(clsLog& log);
 
     chaTab& chart(); // of the tab in front; made on first use
     void applyChanges();
@@ -76,6 +84,7 @@ private:
     std::array<chaTab*, kLogTabs> charts_{};
     std::array<QWidget*, kLogTabs> chartPages_{};
     grdTable* table_;
+    grdDose* exposures_;
     CumulativePanelView* panels_;
     IntervalListModel intervals_;
 
@@ -90,6 +99,9 @@ private:
     QButtonGroup* optCumPanels_;
     QWidget* fraInterval_;
     QComboBox* lstInterval_;
+    QWidget* fraDose_;
+    QCheckBox* chkSave_;
+    QPushButton* cmdDeleteRows_;
 };
 
 } // namespace kestrane

@@ -23,6 +23,7 @@ TabFlags enabledTabs(const clsLog& log) {
     tabs[eTabCumulativeGraph] = true;
     tabs[eTabNoiseRating] = log.IsOctaveLog();
     tabs[eTabCumulativeData] = true;
+    tabs[eTabExposureCalculator] = !log.IsOldDoseMeter();
     return tabs;
 }
 
@@ -36,6 +37,7 @@ LogPanels shownPanels(const clsLog& log, int tab) {
     panels.PanelChoice = tab == eTabCumulativeData;
     panels.IntervalList = tab == eTabIntervalsGraph;
     panels.ApplyChanges = tab == eTabCumulativeData;
+    panels.ExposureRows = tab == eTabExposureCalculator;
     return panels;
 }
 

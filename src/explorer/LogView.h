@@ -39,6 +39,7 @@ struct LogPanels {
     bool PanelChoice = false;  // which cumulative panel
     bool IntervalList = false; // the row on view
     bool ApplyChanges = false; // criterion, exchange rate, calibration date
+    bool ExposureRows = false; // inserting and deleting rows, and whether they are saved with the log
 };
 
 LogPanels shownPanels(const clsLog& log, int tab);

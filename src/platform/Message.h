@@ -29,6 +29,11 @@ enum class Button { Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7 };
 std::vector<Button> buttonsOf(int flags);
 Button defaultButtonOf(int flags);
 
+// How a line of text is asked for, and one of a list. Nothing: the user cancels.
+using AskText = std::function<std::optional<std::string>(const std::string& prompt, const std::string& proposal)>;
+using AskChoice = std::function<std::optional<std::string>(
+    const std::string& prompt, const std::vector<std::string>& choices, const std::string& proposal)>;
+
 class MessageInterface {
 public:
     virtual ~MessageInterface() = default;

@@ -238,6 +238,9 @@ constexpr TextEntry Entries[] = {
     {4630, "Panel:"},
     {4631, "Picture Files (*.png)|*.png|Drawing Files (*.svg)|*.svg|PDF Files (*.pdf)|*.pdf|"},
     {4632, "Save Picture"},
+    {4633, "Share of the day's dose: ^"},
+    {4634, "Entries that could not be taken: ^"},
+    {4635, "Total"},
     // Find dialog
     {4701, "Find"},
     {4702, "Fi&nd what:"},

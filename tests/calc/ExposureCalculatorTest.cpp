@@ -57,6 +57,8 @@ TEST(DoseTotals, AMissingLevelOrDurationEmptiesItsTotalAlone) {
     EXPECT_FLOAT_EQ(totals.Dose.Value(), 200);
     EXPECT_EQ(totals.Duration.hh_mm_ss(), "17:00:00");
 
+    table.log.DoseLogIntervals[1].Leq.Value(9999); // an energy past every single: the totals stay as far as they came
+    EXPECT_FLOAT_EQ(doseTotals(table.log).Dose.Value(), 100);
     table.log.DoseLogIntervals[1].Leq.Value(85);
     table.log.DoseLogIntervals[1].Duration = clsTime();
     totals = doseTotals(table.log);
@@ -137,19 +139,20 @@ TEST(EnterExposureCell, TakesWhatFitsTheColumnAndLeavesTheRest) {
         Table table;
         table.add(85, "08:00:00");
         const std::string before = table.cell(0, c.column);
-        EXPECT_EQ(enterExposureCell(table.log, 0, c.column, c.entry), c.cell != nullptr) << c.column << c.entry;
+        const CellEntry expected = c.cell == nullptr ? CellEntry::Refused : CellEntry::Stored;
+        EXPECT_EQ(enterExposureCell(table.log, 0, c.column, c.entry), expected) << c.column << c.entry;
         EXPECT_EQ(table.cell(0, c.column), c.cell == nullptr ? before : c.cell) << c.column << c.entry;
     }
     Table table;
     table.add(85, "08:00:00");
-    EXPECT_FALSE(enterExposureCell(table.log, 0, eColumnLeq, "85.0")); // nothing new
+    EXPECT_EQ(enterExposureCell(table.log, 0, eColumnLeq, "85.0"), CellEntry::Same);
 }
 
 TEST(EnterExposureCell, ReadsNumbersOfTheLocale) {
     TestSession test(Locale{",", "/"});
     clsLog log(test.session);
     log.DoseLogIntervals.emplace_back();
-    EXPECT_TRUE(enterExposureCell(log, 0, eColumnLeq, "91,26"));
+    EXPECT_EQ(enterExposureCell(log, 0, eColumnLeq, "91,26"), CellEntry::Stored);
     EXPECT_FLOAT_EQ(log.DoseLogIntervals[0].Leq.Value(), 91.3F);
 }
 

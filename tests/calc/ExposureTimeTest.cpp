@@ -83,6 +83,7 @@ TEST(ExposureTime, AChangeDerivesTheFiguresAgain) {
     clsLog& log = brevik.log;
     ASSERT_NEAR(log.LepdETCumA.CalcValue(), 85, 0.001);
     const float pa2h = log.Pa2hCumA.CalcValue();
+    log.DoseLogIntervals.resize(2);
 
     SetLogExposureTime(log, 4);
     EXPECT_EQ(log.objLogOptions.ExposureTime, 4);
@@ -90,6 +91,8 @@ TEST(ExposureTime, AChangeDerivesTheFiguresAgain) {
     EXPECT_NEAR(log.DoseETCumA.CalcValue(), 50, 0.01);
     EXPECT_EQ(log.Pa2hCumA.CalcValue(), pa2h); // not before everything is derived
     EXPECT_EQ(brevik.frame.changes, 1);
+    EXPECT_EQ(log.DoseLogIntervals[0].Duration.hh_mm_ss(), "04:00:00");
+    EXPECT_EQ(log.DoseLogIntervals[1].Duration.hh_mm_ss(), "00:00:00");
 
     EXPECT_TRUE(changeExposureTime(log, 2));
     EXPECT_NEAR(log.DoseETCumA.CalcValue(), 25, 0.01);

@@ -1,0 +1,56 @@
+#include "dialogs/AskDialogs.h"
+
+#include "dialogs/Words.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace kestrane {
+
+namespace {
+
+// The text entered or chosen. Nothing: cancelled.
+std::optional<std::string> run(const Session& session, QInputDialog& dialog, const std::string& prompt) {
+    dialog.setWindowTitle(shown(std::string(kApplicationTitle)));
+    dialog.setLabelText(shown(prompt));
+    dialog.setOkButtonText(loadText(session, 9001));
+    dialog.setCancelButtonText(loadText(session, 9002));
+    dialog.sizeHint(); // makes the controls
+    const QString spoken = dialog.labelText();
+    if (auto* const line = dialog.findChild<QLineEdit*>(); line != nullptr) nameControl(*line, "txtAnswer", spoken);
+    if (auto* const list = dialog.findChild<QComboBox*>(); list != nullptr) nameControl(*list, "cboAnswer", spoken);
+    for (QAbstractButton* button : dialog.findChild<QDialogButtonBox*>()->buttons()) {
+        button->setIcon({});
+        nameControl(*button, button->text() == dialog.okButtonText() ? "cmdOK" : "cmdCancel", button->text());
+    }
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return dialog.textValue().toStdString();
+}
+
+} // namespace
+
+AskText textDialog(const Session& session, QWidget* parent) {
+    return [&session, parent](const std::string& prompt, const std::string& proposal) {
+        QInputDialog dialog(parent);
+        dialog.setTextValue(QString::fromStdString(proposal));
+        return run(session, dialog, prompt);
+    };
+}
+
+AskChoice choiceDialog(const Session& session, QWidget* parent) {
+    return [&session, parent](const std::string& prompt, const std::vector<std::string>& choices,
+                              const std::string& proposal) {
+        QInputDialog dialog(parent);
+        QStringList texts;
+        for (const std::string& choice : choices)
+            texts.push_back(shown(choice));
+        dialog.setComboBoxItems(texts);
+        dialog.setTextValue(shown(proposal));
+        return run(session, dialog, prompt);
+    };
+}
+
+} // namespace kestrane

@@ -1,0 +1,122 @@
+#include "explorer/ExposureTable.h"
+
+#include "model/Session.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace kestrane {
+
+namespace {
+
+bool isBlank(std::string_view text) {
+    return text.find_first_not_of(" \r") == std::string_view::npos;
+}
+
+std::vector<std::string_view> split(std::string_view text, char separator) {
+    std::vector<std::string_view> parts;
+    for (std::size_t at = 0; at <= text.size();) {
+        const std::size_t end = std::min(text.find(separator, at), text.size());
+        parts.push_back(text.substr(at, end - at));
+        at = end + 1;
+    }
+    return parts;
+}
+
+// Between characters.
+std::string_view cutNote(std::string_view note) {
+    const auto longest = static_cast<std::size_t>(exposureMaxLength(eColumnNote));
+    if (note.size() <= longest) return note;
+    std::size_t end = longest;
+    while (end > 0 && (static_cast<unsigned char>(note[end]) & 0xC0U) == 0x80U)
+        --end;
+    return note.substr(0, end);
+}
+
+// Asks until use takes the answer. False when the user cancels, or enters nothing.
+bool askUntil(const Session& session, int prompt, std::string proposal, const AskText& ask,
+              const std::function<bool(const std::string&)>& use) {
+    std::string question = session.LoadText(prompt);
+    for (;;) {
+        const std::optional<std::string> answer = ask(question, proposal);
+        if (!answer || isBlank(*answer)) return false;
+        if (use(*answer)) return true;
+        question = session.LoadText(4551) + "\r\n\r\n" + session.LoadText(prompt);
+        proposal = *answer;
+    }
+}
+
+struct LineOutcome {
+    std::size_t figures = 0; // taken
+    std::size_t notes = 0;   // taken
+    std::size_t refused = 0;
+};
+
+LineOutcome pasteLine(clsLog& log, std::size_t row, int column, std::string_view line) {
+    LineOutcome outcome;
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    for (const std::string_view cell : split(line, '\t')) {
+        const int target = column++;
+        if (target >= kExposureColumns || exposureMaxLength(target) == 0 || isBlank(cell)) continue;
+        const std::string text(target == eColumnNote ? cutNote(cell) : cell);
+        const CellEntry entry = enterExposureCell(log, row, target, text);
+        (entry == CellEntry::Refused ? outcome.refused : target == eColumnNote ? outcome.notes : outcome.figures)++;
+    }
+    return outcome;
+}
+
+} // namespace
+
+ExposureTable exposureTable(const clsLog& log) {
+    ExposureTable table;
+    const double day = static_cast<double>(doseTotals(log).Dose.Value());
+    for (const clsDoseLogSample& row : log.DoseLogIntervals) {
+        table.Rows.push_back(exposureLine(log.session(), row, static_cast<int>(table.Rows.size()) + 1));
+        const double dose = row.IsIncluded ? static_cast<double>(row.getDose().Value()) : 0;
+        table.Shares.push_back(day > 0 ? std::clamp(dose / day, 0.0, 1.0) : 0);
+    }
+    table.Totals = exposureTotalsLine(log);
+    return table;
+}
+
+bool InsertRows(clsLog& log, std::size_t row, const AskText& ask) {
+    return askUntil(log.session(), 4549, "1", ask, [&](const std::string& answer) {
+        const std::optional<int> count = insertCount(answer, log.session().locale);
+        if (count) insertExposureRows(log, row, *count);
+        return count.has_value();
+    });
+}
+
+bool DeleteRows(clsLog& log, std::size_t row, const AskText& ask) {
+    if (row >= log.DoseLogIntervals.size()) return false;
+    return askUntil(log.session(), 4550, std::to_string(row + 1), ask, [&](const std::string& answer) {
+        const auto rows = rowList(answer, log.DoseLogIntervals.size());
+        if (rows) deleteExposureRows(log, *rows);
+        return rows.has_value();
+    });
+}
+
+PasteOutcome pasteExposureRows(clsLog& log, std::size_t row, int column, const std::string& text) {
+    PasteOutcome outcome;
+    std::vector<clsDoseLogSample>& rows = log.DoseLogIntervals;
+    row = std::min(row, rows.size());
+    for (const std::string_view line : split(text, '\n')) {
+        if (isBlank(line)) continue;
+        const bool isNew = row == rows.size();
+        if (isNew) insertExposureRows(log, row, 1);
+        const clsDoseLogSample before = rows[row];
+        const LineOutcome pasted = pasteLine(log, row, column, line);
+        if (pasted.figures > 0 || (pasted.notes > 0 && pasted.refused == 0)) {
+            ++row;
+            ++outcome.Rows;
+            outcome.Refused += pasted.refused;
+        } else if (isNew) {
+            rows.pop_back();
+        } else {
+            rows[row] = before;
+        }
+    }
+    return outcome;
+}
+
+} // namespace kestrane

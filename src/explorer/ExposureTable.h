@@ -1,0 +1,36 @@
+// The grid of the exposure calculator: what it shows of a log's rows, and what the user does to them. Rows are counted
+// from 0; the place behind the last stands for the totals.
+#pragma once
+
+#include "calc/ExposureCalculator.h"
+#include "platform/Message.h"
+
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+struct ExposureTable {
+    std::vector<std::vector<std::string>> Rows; // cells by ExposureColumn
+    std::vector<std::string> Totals;
+    std::vector<double> Shares; // of the day's dose, 0..1, one for each row; 0 for one that takes no part
+};
+
+ExposureTable exposureTable(const clsLog& log);
+
+// Each asks until the answer is good, and returns whether the rows have changed. Rows are inserted above the given one;
+// deleting begins with its number, and only a row can be deleted.
+bool InsertRows(clsLog& log, std::size_t row, const AskText& ask);
+bool DeleteRows(clsLog& log, std::size_t row, const AskText& ask);
+
+struct PasteOutcome {
+    std::size_t Rows = 0;    // that took an entry
+    std::size_t Refused = 0; // entries that did not fit their cells, in these rows
+};
+
+// Takes lines of cells with tabs between them, from a cell on, each entry as if it had been typed. Rows are added where
+// the lines go past the last; computed columns and empty cells are left alone. A line of which no figure fits
+// (captions, say) is left out.
+PasteOutcome pasteExposureRows(clsLog& log, std::size_t row, int column, const std::string& text);
+
+} // namespace kestrane

@@ -1,0 +1,104 @@
+#include "explorer/ExposureTable.h"
+
+#include "explorer/ShownLog.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+
+namespace kestrane {
+namespace {
+
+struct Day : ShownLog {
+    std::deque<const char*> answers; // nullptr: cancels
+    std::vector<std::string> prompts, proposals;
+    AskText ask = [this](const std::string& prompt, const std::string& proposal) -> std::optional<std::string> {
+        prompts.push_back(prompt);
+        proposals.push_back(proposal);
+        const char* const answer = answers.empty() ? nullptr : answers.front();
+        if (!answers.empty()) answers.pop_front();
+        return answer == nullptr ? std::nullopt : std::optional<std::string>(answer);
+    };
+
+    explicit Day(std::initializer_list<float> levels, Locale locale = {}) : ShownLog(modeBroadband, std::move(locale)) {
+        for (const float level : levels) {
+            clsDoseLogSample& row = log.DoseLogIntervals.emplace_back();
+            row.Criterion = 85;
+            row.Exchange = 3;
+            row.Leq.Value(level);
+            row.Duration.Hours = 4;
+            row.IsIncluded = true;
+        }
+    }
+
+    std::string column(int column) const {
+        std::string text;
+        for (const auto& row : exposureTable(log).Rows)
+            text += row[static_cast<std::size_t>(column)] + ' ';
+        return text;
+    }
+};
+
+TEST(ExposureTable, SharesAreOfTheIncludedDose) {
+    Day day({85, 88, 88});
+    day.log.DoseLogIntervals[1].IsIncluded = false;
+    const ExposureTable table = exposureTable(day.log);
+    ASSERT_EQ(table.Rows.size(), 3U);
+    EXPECT_NEAR(table.Shares[0], 1.0 / 3, 0.002); // 50 % against 100 %
+    EXPECT_EQ(table.Shares[1], 0);
+    EXPECT_NEAR(table.Shares[2], 2.0 / 3, 0.002);
+    EXPECT_EQ(table.Totals[eColumnExposureTime], "08:00:00");
+    EXPECT_EQ(exposureTable(Day({0}).log).Shares[0], 0);
+}
+
+TEST(ExposureTable, AsksForRowsUntilTheAnswerIsGood) {
+    Day day({80, 85});
+    day.answers = {"0", " 2 "};
+    EXPECT_TRUE(InsertRows(day.log, 1, day.ask));
+    EXPECT_EQ(day.column(eColumnLeq), "80.0 85.0 85.0 85.0 ");
+    EXPECT_EQ(day.prompts[0], "Enter the row numbers to be inserted (1 to 100)");
+    EXPECT_TRUE(day.prompts[1].starts_with("Selection error - please re-enter"));
+    EXPECT_EQ(day.proposals, (std::vector<std::string>{"1", "0"}));
+
+    day.answers = {"3:1", "1,3:4"};
+    EXPECT_TRUE(DeleteRows(day.log, 1, day.ask));
+    EXPECT_EQ(day.column(eColumnLeq), "85.0 ");
+    EXPECT_EQ(day.proposals[2], "2");
+
+    for (const char* answer : {static_cast<const char*>(nullptr), "  "}) {
+        day.answers = {answer, answer};
+        EXPECT_FALSE(InsertRows(day.log, 0, day.ask));
+        EXPECT_FALSE(DeleteRows(day.log, 0, day.ask));
+    }
+    day.answers = {"1"};
+    EXPECT_FALSE(DeleteRows(day.log, 1, day.ask)); // the totals
+    EXPECT_EQ(day.log.DoseLogIntervals.size(), 1U);
+}
+
+TEST(ExposureTable, PastesRowsThroughTheChecksOfACell) {
+    Day day({80, 85}, Locale{",", "/"});
+    const PasteOutcome outcome =
+        pasteExposureRows(day.log, 1, eColumnCriterion,
+                          "Criterion\tExch Rate\tDate\tTime\tNote\tLeq\tExp Time\r\n"
+                          "90\t5\t3/6/2024\t0730\tPress <b>\t91,26\t2:00:00\t99\t99\tN\textra\r\n"
+                          "\r\n"
+                          "84\t\t\t\t\t92,5\t26:00:00\r\n"
+                          "x\r\n");
+    EXPECT_EQ(outcome.Rows, 2U);
+    EXPECT_EQ(outcome.Refused, 2U);
+    EXPECT_EQ(day.column(eColumnCriterion), "85 90 90 ");
+    EXPECT_EQ(day.column(eColumnExchange), "3 5 5 ");
+    EXPECT_EQ(day.column(eColumnTime), "00:00:00 07:30:00 07:30:00 ");
+    EXPECT_EQ(day.column(eColumnNote), " Press <b>  ");
+    EXPECT_EQ(day.column(eColumnLeq), "80,0 91,3 92,5 ");
+    EXPECT_EQ(day.column(eColumnExposureTime), "04:00:00 02:00:00 02:00:00 ");
+    EXPECT_EQ(day.column(eColumnIncluded), "Y N Y ");
+
+    EXPECT_EQ(pasteExposureRows(day.log, 0, eColumnNote, std::string(300, 'n') + "\n").Rows, 1U);
+    EXPECT_EQ(day.log.DoseLogIntervals[0].Note.size(), 256U);
+    EXPECT_EQ(pasteExposureRows(day.log, 3, eColumnLeq, "no level\n").Rows, 0U);
+    EXPECT_EQ(day.log.DoseLogIntervals.size(), 3U);
+}
+
+} // namespace
+} // namespace kestrane
