@@ -4,6 +4,7 @@
 #include "ChartRedraw.h"
 #include "Measure.h"
 #include "TestLogs.h"
+#include "Windows.h"
 #include "app/Documents.h"
 #include "calc/Recalculation.h"
 #include "explorer/IntervalTable.h"
@@ -206,10 +207,15 @@ void measureViews(Table& table) {
     constexpr double kFilling = 100; // ms
     constexpr double kFrame = 16;
     constexpr double kGlance = 50;
+    constexpr double kStart = 300;
     const Measured chart = measure(chartSeconds);
     table.line("fill a chart of 600000 rows, 6 series: ms", chart.figure * kMilli, kFilling, "ms", true, 1);
     const Measured screen = measure(tableSeconds);
     table.line("open a table of 600000 rows, show a screen: ms", screen.figure * kMilli, kFrame, "ms", true, 1);
+    const Measured scroll = measure([] { return scrollSeconds(kBroadbandRows); });
+    table.line("scroll it in its window, slowest step: ms", scroll.figure * kMilli, kFrame, "ms", true, 1);
+    const Measured start = measure([] { return startSeconds(BENCH_SAMPLE); });
+    table.line("start to the first window, with a sample: ms", start.figure * kMilli, kStart, "ms", true, 1);
     const Measured lines = measure([] { return redrawSeconds(kBroadbandRows, 6, eChartAs2D); });
     table.line("redraw a chart of 600000 rows, 6 series: ms", lines.figure * kMilli, kFrame, "ms", true, 1);
     const Measured ribbons = measure([] { return redrawSeconds(150, 26, eChartAs3D); });

@@ -1,0 +1,68 @@
+#include "Windows.h"
+
+#include "Measure.h"
+#include "TestLogs.h"
+#include "app/StartUp.h"
+#include "desktop/grdTable.h"
+#include "desktop/mdiMain.h"
+#include "desktop/tvwTreeView.h"
+
+#include <QApplication>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace kestrane::bench {
+
+namespace {
+
+constexpr int kSteps = 50;
+
+void goOffscreen() {
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+} // namespace
+
+double startSeconds(const std::string& file) {
+    goOffscreen();
+    BenchSession bench;
+    return secondsOf([&] {
+        int count = 0;
+        const QApplication application(count, nullptr);
+        mdiMain frame(bench.session);
+        Main(bench.session, {file});
+        bench.finishWork();
+        frame.show();
+        frame.NewExplorerWindow();
+        auto& tree = *frame.findChild<tvwTreeView*>();
+        tree.setCurrentItem(tree.topLevelItem(0)->child(0)->child(0)->child(0));
+        QApplication::processEvents();
+        if (frame.grab().isNull()) std::exit(1);
+    });
+}
+
+double scrollSeconds(std::size_t rows) {
+    goOffscreen();
+    BenchSession bench;
+    int count = 0;
+    const QApplication application(count, nullptr);
+    const clsFile& file = addDocument(bench.session, "long.xml", 0, rows);
+    grdTable table(bench.session);
+    table.resize(1000, 650);
+    table.SetTable(IntervalTable(*file.InstrumentDatas.front()->Locations.front(), kChannelA, {}));
+    table.show();
+    QApplication::processEvents();
+    double slowest = 0;
+    for (int i = 1; i <= kSteps; ++i) {
+        slowest = std::max(slowest, secondsOf([&] {
+                               table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum() / kSteps * i);
+                               table.viewport()->repaint();
+                           }));
+    }
+    return slowest;
+}
+
+} // namespace kestrane::bench
