@@ -7,6 +7,7 @@
 #include "Windows.h"
 #include "app/Documents.h"
 #include "calc/Recalculation.h"
+#include "download/BinaryLogs.h"
 #include "explorer/IntervalTable.h"
 #include "explorer/TimeChart.h"
 #include "files/Loaders.h"
@@ -222,6 +223,28 @@ void measureViews(Table& table) {
     table.line("redraw a chart in 3D of 150 rows, 26 series: ms", ribbons.figure * kMilli, kGlance, "ms", true, 1);
 }
 
+// Megabytes a second of a download's binary records turned into the rows of a log.
+double decodeRate() {
+    constexpr std::size_t kRow = 104, kSummary = 160, kLevels = 12;
+    std::string block(kBroadbandRows * kRow + kSummary, '\0');
+    for (std::size_t row = 0; row < kBroadbandRows; ++row) {
+        for (std::size_t i = 0; i < kLevels; ++i) {
+            const double level = 40 + static_cast<double>((row * 7 + i * 31) % 800) / 10;
+            std::memcpy(&block[row * kRow + i * sizeof level], &level, sizeof level);
+        }
+    }
+    BenchSession bench;
+    double best = 0;
+    for (int i = 0; i < kTimes; ++i) {
+        clsLog log(bench.session);
+        log.IsChannelBOn = true;
+        log.LnNumberA(3, 50);
+        const double seconds = secondsOf([&] { decodeBlock(log, block, kBrevikLayout); });
+        best = std::max(best, static_cast<double>(block.size()) / kMega / seconds);
+    }
+    return best;
+}
+
 int run(std::size_t rows) {
     const TemporaryFolder folder;
     const std::string name = folder.file("third-octave.xml");
@@ -253,6 +276,9 @@ int run(std::size_t rows) {
     const Compared recalculate = compare(kTimes, recalculateSeconds, memoryPassSeconds);
     table.line("recalculate 600000 broadband rows / one memory pass", recalculate.work.figure * kMilli,
                recalculate.yardstick.figure * kMilli, "ms", true, 3);
+
+    constexpr double kDecoding = 50;
+    table.line("decode a download's binary records: MB/s", measure(decodeRate).figure, kDecoding, "MB/s", false, 1);
 
     measureViews(table);
     return table.missed() == 0 ? 0 : 1;

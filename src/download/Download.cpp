@@ -62,9 +62,10 @@ std::string textOf(const Session& session, const std::string& message) {
 
 void CloseDownload(Transport& line, DownloadUser& user, const std::string& message) {
     line.ClosePort();
-    line.transcript().Note(message);
     user.CloseProgress();
-    if (!message.empty()) line.session().ShowMessage(message, kIconStop, line.session().LoadText(8004));
+    if (message.empty()) return;
+    line.transcript().Note(message);
+    line.session().ShowMessage(message, kIconStop, line.session().LoadText(8004));
 }
 
 // Ends the download unless an instrument of a known family has been named.
@@ -87,6 +88,7 @@ bool run(const DownloadServices& services, Job job) {
 }
 
 void finishLogs(Session& session, clsInsData& data) {
+    session.frame->SetBusy(true);
     RecalcValues(data, true);
     for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
         for (const auto& log : data.logsOf(mode)) {
@@ -94,11 +96,11 @@ void finishLogs(Session& session, clsInsData& data) {
             SetPlottableValues(*log);
         }
     }
+    session.frame->SetBusy(false);
 }
 
 std::string clockDigits(const Session& session) {
-    const CalendarTime now = session.clock.now();
-    return formatDate(now, "hhnnssddmmyy");
+    return formatDate(session.clock.now(), "hhnnssddmmyy");
 }
 
 } // namespace

@@ -16,6 +16,7 @@ constexpr std::string_view kCheckField = "00";
 constexpr float kSilence = 1.5F;              // seconds
 constexpr std::chrono::milliseconds kNap{20}; // between two looks at the line
 constexpr std::chrono::milliseconds kShowEvery{100};
+constexpr std::chrono::milliseconds kSending{300}; // the longest frame at 2400 baud, and to spare
 constexpr int kTries = 3;
 
 } // namespace
@@ -91,6 +92,8 @@ std::string Transport::SendCommandCounted(std::string_view command, std::size_t 
 
 void Transport::SendOnly(std::string_view command) {
     send(FrameCommand(command));
+    const std::chrono::milliseconds sent = services_.clock.now();
+    WaitUntil([&] { return services_.clock.now() - sent >= kSending; });
 }
 
 std::string Transport::Ask(std::string_view command) {

@@ -74,7 +74,7 @@ public:
     // of time. May hold more than count bytes. Empty when cancelled.
     std::string SendCommandCounted(std::string_view command, std::size_t count);
 
-    void SendOnly(std::string_view command); // reads no reply
+    void SendOnly(std::string_view command); // reads no reply; comes back when the line has had time to take it all
 
     // The same for the protocols: the user is asked after three tries; kReplyError and a cancel end the download.
     std::string Ask(std::string_view command);
