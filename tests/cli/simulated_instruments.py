@@ -7,6 +7,7 @@ An exchange that ends by silence takes 1.5 s, so all calls run at once and the t
 """
 
 import concurrent.futures
+import functools
 import json
 import os
 import select
@@ -77,6 +78,7 @@ class Call:
             self.status = process.returncode
         self.told = simulator.said
 
+    @functools.cached_property
     def document(self):
         assert self.status == 0, (self.status, self.errors)
         return json.loads(self.output)
@@ -139,6 +141,11 @@ with concurrent.futures.ThreadPoolExecutor(max_workers=64) as pool:
 CALLS = {key: future.result() for key, future in CALLS.items()}
 
 
+@functools.cache
+def parsed(file):
+    return ElementTree.parse(file)
+
+
 def logs_of(node, mode):
     return [log for log in node.iter("log") if int(log.findtext("md") or 0) == mode]
 
@@ -191,14 +198,14 @@ def first(value):
 
 class Downloads(Comparison):
     def downloaded(self, key, count, collection="Locations"):
-        document = CALLS["download", key].document()
+        document = CALLS["download", key].document
         self.assertEqual(len(document["InstrumentDatas"]), 1)
         logs = document["InstrumentDatas"][0][collection]
         self.assertEqual(len(logs), count)
         return logs
 
     def source(self, key, mode=0):
-        return logs_of(ElementTree.parse(INSTRUMENTS[key][3]), mode)
+        return logs_of(parsed(INSTRUMENTS[key][3]), mode)
 
     BINARY_ROWS = {"LeqA": "ca/leq", "LmaxA": "ca/lmax", "SELA": "ca/le", "LepdA": "ca/lex", "LnA1": "ca/ln1"}
     CHANNEL_B = {"LeqB": "cb/leq", "LmaxB": "cb/lmax", "PeakB": "cb/peak"}
@@ -297,7 +304,7 @@ class Downloads(Comparison):
                                delta=1e-4)
 
     def test_rows_chosen(self):
-        document = CALLS["rows"].document()
+        document = CALLS["rows"].document
         names = [log["Name"] for kind in ("Locations", "Octaves", "ThirdOctaves")
                  for log in document["InstrumentDatas"][0][kind]]
         expected = [log.get("name") for mode in (0, 1, 2) for log in logs_of(ElementTree.parse(SPECTRA), mode)]
@@ -310,7 +317,7 @@ class Downloads(Comparison):
                     "merrowan": ("TR326", None, "Merrowan"), "tallix": ("TR342", None, "Old Tallix"),
                     "tallix-meter": ("TR310", None, "Old Tallix"), "corvane": ("Corvane 5", "A4471", "Corvane")}
         for key, (name, serial, of_family) in expected.items():
-            answer = CALLS["identify", key].document()
+            answer = CALLS["identify", key].document
             self.assertEqual((answer["InsName"], answer["Family"]), (name, of_family), key)
             if serial:
                 self.assertEqual(answer["InsSerial"], serial)
@@ -342,8 +349,8 @@ class Faults(unittest.TestCase):
 
     def test_split(self):
         for key, plain in (("split", "brevik"), ("split text", "corvane")):
-            self.assertEqual(CALLS["fault", key].document()["InstrumentDatas"],
-                             CALLS["download", plain].document()["InstrumentDatas"])
+            self.assertEqual(CALLS["fault", key].document["InstrumentDatas"],
+                             CALLS["download", plain].document["InstrumentDatas"])
 
     def test_noise(self):
         for key in FAULTS:
@@ -372,7 +379,7 @@ class Faults(unittest.TestCase):
 
     def test_a_transcript_is_an_instrument(self):
         again = Call(DOWNLOAD, ["--replay", in_folder("transcript")])
-        self.assertEqual(again.document()["InstrumentDatas"], CALLS["recorded"].document()["InstrumentDatas"])
+        self.assertEqual(again.document["InstrumentDatas"], CALLS["recorded"].document["InstrumentDatas"])
 
 
 class TheSimulator(unittest.TestCase):
