@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <optional>
 
 namespace kestrane {
@@ -41,8 +42,7 @@ std::optional<TranscriptLine> parse(std::string_view line) {
     if ((direction != '>' && direction != '<') || !bytes) return std::nullopt;
     constexpr double kDay = 86400;
     const double clamped = std::clamp(seconds, 0.0, kDay);
-    return TranscriptLine{std::chrono::milliseconds(static_cast<std::int64_t>(clamped * 1000 + 0.5)), direction,
-                          *bytes};
+    return TranscriptLine{std::chrono::milliseconds(std::lround(clamped * 1000)), direction, *bytes};
 }
 
 } // namespace
