@@ -39,10 +39,10 @@ std::optional<TranscriptLine> parse(std::string_view line) {
     if (line[0] != '+' || result.ec != std::errc() || behind + 3 > line.size()) return std::nullopt;
     const char direction = line[behind + 1];
     const auto bytes = bytesOf(line.substr(behind + 3));
-    if ((direction != '>' && direction != '<') || !bytes) return std::nullopt;
     constexpr double kDay = 86400;
-    const double clamped = std::clamp(seconds, 0.0, kDay);
-    return TranscriptLine{std::chrono::milliseconds(std::lround(clamped * 1000)), direction, *bytes};
+    const bool isTime = seconds >= 0 && seconds <= kDay; // never NaN
+    if ((direction != '>' && direction != '<') || !bytes || !isTime) return std::nullopt;
+    return TranscriptLine{std::chrono::milliseconds(std::lround(seconds * 1000)), direction, *bytes};
 }
 
 } // namespace

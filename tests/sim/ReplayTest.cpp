@@ -38,7 +38,8 @@ TEST(Replay, WhatWasSentIsAnsweredWithWhatCame) {
 }
 
 TEST(Replay, NotesTheLineThatIsNoTranscript) {
-    for (const char* line : {"0.1 > 02", "+x > 02", "+1.0 = 02", "+1.0 > 0", "+1.0 > 0g", "+1.0", "+", "text"}) {
+    for (const char* line :
+         {"0.1 > 02", "+x > 02", "+1.0 = 02", "+1.0 > 0", "+1.0 > 0g", "+1.0", "+", "+nan > 02", "+-1 > 02", "text"}) {
         EXPECT_EQ(errorOf([&] { replayed(line); }), kErrorApplication) << line;
     }
     EXPECT_EQ(joined(replayed("").answer("a")), "");
