@@ -12,21 +12,24 @@ namespace kestrane {
 namespace {
 
 constexpr MenuItem kItems[] = {
-    {Menu::File, 1, Command::FileOpen, 1032, 6503, "open", "Ctrl+O", 1},
+    {Menu::File, 0, Command::FileDownload, 1031, 6502, "download", "Ctrl+D", 1},
+    {Menu::File, 1, Command::FileOpen, 1032, 6503, "open", "Ctrl+O", 2},
+    {Menu::File, 2, Command::FileMerge, 1033, 6514},
     {Menu::File, 3, Command::FileClose, 1034, 6515, "close", "Ctrl+W"},
     {Menu::File, 4, Command::FileCloseAll, 1035, 6516, "", "Ctrl+Shift+W"},
-    {Menu::File, 6, Command::FileSave, 1036, 6504, "save", "Ctrl+S", 2},
+    {Menu::File, 6, Command::FileSave, 1036, 6504, "save", "Ctrl+S", 3},
     {Menu::File, 7, Command::FileSaveAs, 1037, 6517, "", "Ctrl+Shift+S"},
     {Menu::File, 16, Command::FileExit, 1043, 6518, "exit", "Ctrl+Q"},
 
     {Menu::View, 0, Command::ViewToolbar, 1091, 6520},
     {Menu::View, 1, Command::ViewStatusBar, 1092, 6521},
-    {Menu::View, 7, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E", 4},
+    {Menu::View, 7, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E", 5},
 
     {Menu::Tools, 0, Command::ToolsSettings, 1121, 6523, "settings", "Ctrl+,"},
+    {Menu::Tools, 3, Command::ToolsSynchronizeClocks, 1122, 6524, "clock"},
 
     {Menu::Window, 0, Command::WindowNew, 1151, 6526, "", "Ctrl+N"},
-    {Menu::Window, 1, Command::WindowReset, 1156, 6513, "reset", "Ctrl+R", 6},
+    {Menu::Window, 1, Command::WindowReset, 1156, 6513, "reset", "Ctrl+R", 7},
     {Menu::Window, 3, Command::WindowTileHorizontally, 1152},
     {Menu::Window, 4, Command::WindowTileVertically, 1153},
     {Menu::Window, 5, Command::WindowCascade, 1154},
@@ -84,6 +87,8 @@ constexpr auto kOnExplorer = [](const Session&, const MenuState& state) { return
 
 // A command without a rule can always be given.
 constexpr Rule kRules[] = {
+    {Command::FileMerge,
+     [](const Session& session, const MenuState& state) { return hasSelection(state) && session.IsIdle(); }},
     {Command::FileClose, [](const Session&, const MenuState& state) { return hasSelection(state); }},
     {Command::FileCloseAll, [](const Session& session, const MenuState&) { return !session.OpenFiles.empty(); }},
     {Command::FileSave, kOnSavable},

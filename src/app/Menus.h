@@ -13,7 +13,9 @@ namespace kestrane {
 enum class Menu { File, View, Tools, Window, Help, TreePopup, LogPopup };
 
 enum class Command {
+    FileDownload,
     FileOpen,
+    FileMerge,
     FileClose,
     FileCloseAll,
     FileSave,
@@ -23,6 +25,7 @@ enum class Command {
     ViewStatusBar,
     ViewExposureTime,
     ToolsSettings,
+    ToolsSynchronizeClocks,
     WindowNew,
     WindowReset,
     WindowTileHorizontally,

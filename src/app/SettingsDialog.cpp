@@ -105,16 +105,19 @@ SettingsChanges SettingsDialog::confirmLog() {
     return {false, false, true};
 }
 
-std::vector<SerialChoice> serialChoices(const Session& session, const std::vector<std::int16_t>& ports,
-                                        std::int16_t chosen) {
-    std::vector<std::int16_t> numbers = ports;
-    if (isPort(chosen)) numbers.push_back(chosen);
-    std::sort(numbers.begin(), numbers.end());
-    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+std::vector<SerialChoice> serialChoices(const Session& session, std::int16_t chosen) {
+    std::vector<PortInfo> ports = session.comm == nullptr ? std::vector<PortInfo>() : session.comm->Ports();
+    const auto place =
+        std::find_if(ports.begin(), ports.end(), [&](const auto& port) { return port.Number >= chosen; });
+    if (isPort(chosen) && (place == ports.end() || place->Number != chosen)) ports.insert(place, {chosen, {}, {}});
 
     std::vector<SerialChoice> choices = {{session.LoadText(5032), 0}};
-    for (const std::int16_t number : numbers)
-        choices.push_back({ReplaceText(session.LoadText(5033), "^", std::to_string(number)), number});
+    for (const PortInfo& port : ports) {
+        std::string text = ReplaceText(session.LoadText(5033), "^", std::to_string(port.Number));
+        if (!port.Device.empty()) text += ": " + port.Device;
+        if (!port.Description.empty()) text += ", " + port.Description;
+        choices.push_back({std::move(text), static_cast<std::int16_t>(port.Number)});
+    }
     return choices;
 }
 

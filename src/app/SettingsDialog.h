@@ -70,9 +70,8 @@ private:
     int kind_ = kCumulative;
 };
 
-// "AUTO", the given ports, and the chosen one if it is not among them.
-std::vector<SerialChoice> serialChoices(const Session& session, const std::vector<std::int16_t>& ports,
-                                        std::int16_t chosen);
+// "AUTO", the ports of this machine with their devices, and the chosen one if it is not among them.
+std::vector<SerialChoice> serialChoices(const Session& session, std::int16_t chosen);
 std::size_t serialChoiceOf(const std::vector<SerialChoice>& choices, std::int16_t port); // the automatic one for none
 
 // The calculation methods that a protector calculation mode offers, and the one to choose there: the kept one if it is

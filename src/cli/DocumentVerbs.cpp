@@ -1,5 +1,3 @@
-#include "app/Documents.h"
-#include "app/StartUp.h"
 #include "calc/FreqWeight.h"
 #include "calc/Recalculation.h"
 #include "cli/ChosenLog.h"
@@ -15,13 +13,9 @@ namespace kestrane {
 
 namespace {
 
-bool saveAs(Program& program, clsFile& file, const std::string& output) {
-    return SaveFile(program.session, file, true, [&](const std::string&) { return std::optional(fullPath(output)); });
-}
-
 // Saves when asked to, then prints the log.
 int finishLog(Program& program, const ChosenLog& chosen, const std::string& output, bool withIntervals = false) {
-    if (!output.empty() && !saveAs(program, *chosen.file, output)) return kFailed;
+    if (!output.empty() && !program.saveAs(*chosen.file, output)) return kFailed;
     writeLog(std::cout, *chosen.log, chosen.key, withIntervals);
     std::cout << '\n';
     return kDone;
@@ -39,7 +33,7 @@ struct ShowOptions {
 int show(Program& program, const ShowOptions& options) {
     clsFile* file = program.open(options.file);
     if (file == nullptr) return kFailed;
-    if (!options.output.empty() && !saveAs(program, *file, options.output)) return kFailed;
+    if (!options.output.empty() && !program.saveAs(*file, options.output)) return kFailed;
     writeDocument(std::cout, *file, options.withIntervals);
     std::cout << '\n';
     return kDone;

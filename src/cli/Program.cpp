@@ -35,13 +35,17 @@ std::optional<Button> answerOf(const GlobalOptions& options) {
 
 } // namespace
 
-Program::Program(const GlobalOptions& options) :
+Program::Program(const GlobalOptions& options, EventPump& pump) :
+    isQuiet(options.isQuiet),
     settings_(settingsOf(options)),
     messages_(std::cerr, answerOf(options)),
-    server_(pump_),
-    session(options.company, localeOf(options), settings_, messages_, pump_, clock_) {
+    pump_(pump),
+    server_(pump),
+    comm_(settings_, [this](int id) { return session.LoadText(id); }),
+    session(options.company, localeOf(options), settings_, messages_, pump, clock) {
     session.frame = &frame_;
     session.server = &server_;
+    session.comm = &comm_;
     readSettings(session);
 }
 
@@ -54,6 +58,10 @@ clsFile* Program::open(const std::string& name) {
 void Program::recalculate(clsLog& log, int mode) {
     RecalcValues(log, mode);
     pump_.runUntil([&] { return !log.IntervalsRecalculating; });
+}
+
+bool Program::saveAs(clsFile& file, const std::string& output) {
+    return SaveFile(session, file, true, [&](const std::string&) { return std::optional(fullPath(output)); });
 }
 
 } // namespace kestrane

@@ -4,6 +4,7 @@
 
 #include "model/Session.h"
 #include "platform/qt/IniSettings.h"
+#include "platform/qt/QtComm.h"
 #include "server/KestraneThread.h"
 
 #include <iostream>
@@ -33,22 +34,38 @@ public:
     }
 };
 
+// The computer's time, or one that the call names.
+class ConsoleClock : public Clock {
+public:
+    CalendarTime now() const override { return Fixed ? *Fixed : SystemClock().now(); }
+
+    std::optional<CalendarTime> Fixed;
+};
+
 class Program {
 public:
-    explicit Program(const GlobalOptions& options);
+    Program(const GlobalOptions& options, EventPump& pump);
 
     // Opens a file and waits for all work behind it. Null when it did not open; the reason has been shown.
     clsFile* open(const std::string& name);
 
     void recalculate(clsLog& log, int mode);
 
+    // Saves a document under another name. False when it was not saved; the reason has been shown.
+    bool saveAs(clsFile& file, const std::string& output);
+
+    void UseOnlyPort(const std::string& device) { comm_.UseOnly(device); }
+
+    const bool isQuiet;
+    ConsoleClock clock;
+
 private:
     IniSettings settings_;
     ConsoleMessages messages_;
-    HeadlessEventPump pump_;
-    SystemClock clock_;
+    EventPump& pump_;
     ConsoleFrame frame_;
     BackgroundServer server_;
+    QtComm comm_;
 
 public:
     Session session; // last: the logs go before the server that works for them

@@ -17,9 +17,11 @@ struct Verb {
     const char* name;
     const char* description;
     RunVerb (*prepare)(CLI::App& verb);
+    bool needsLoop = false; // of Qt, which serves the serial line
 };
 
 std::span<const Verb> documentVerbs();   // documents: show, change, save
+std::span<const Verb> downloadVerbs();   // instruments on the serial line
 std::span<const Verb> protectionVerbs(); // exposure calculator and hearing protectors
 std::span<const Verb> viewVerbs();       // what the windows show: tree, panel, table, charts, texts
 

@@ -2,6 +2,9 @@
 // in a box goes to standard error. Exit status: 0 done, 1 the operation failed, 2 the call's words are wrong.
 #include "cli/Verbs.h"
 #include "platform/RuntimeError.h"
+#include "platform/qt/QtEventPump.h"
+
+#include <QCoreApplication>
 
 #include <exception>
 #include <iostream>
@@ -10,9 +13,9 @@ namespace kestrane {
 
 namespace {
 
-int runVerb(const RunVerb& verb, const GlobalOptions& globals) {
+int runVerb(const RunVerb& verb, const GlobalOptions& globals, EventPump& pump) {
     try {
-        Program program(globals);
+        Program program(globals, pump);
         const int status = verb(program);
         std::cout.flush();
         if (status == kDone && !std::cout) {
@@ -41,15 +44,19 @@ void addGlobals(CLI::App& app, GlobalOptions& globals) {
 int run(int argc, char** argv) {
     GlobalOptions globals;
     RunVerb chosen;
+    bool needsLoop = false;
     CLI::App app("Noise analysis without windows", "kestrane-cli");
     app.set_version_flag("--version", "kestrane-cli " KESTRANE_VERSION_TEXT);
     app.require_subcommand(1);
     app.fallthrough();
     addGlobals(app, globals);
-    for (const auto verbs : {documentVerbs(), viewVerbs(), protectionVerbs()}) {
+    for (const auto verbs : {documentVerbs(), viewVerbs(), protectionVerbs(), downloadVerbs()}) {
         for (const Verb& verb : verbs) {
             CLI::App* sub = app.add_subcommand(verb.name, verb.description);
-            sub->callback([&chosen, runs = verb.prepare(*sub)] { chosen = runs; });
+            sub->callback([&, runs = verb.prepare(*sub)] {
+                chosen = runs;
+                needsLoop = verb.needsLoop;
+            });
         }
     }
     try {
@@ -57,7 +64,13 @@ int run(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? kDone : kWrongWords;
     }
-    return runVerb(chosen, globals);
+    if (needsLoop) {
+        const QCoreApplication application(argc, argv);
+        QtEventPump pump;
+        return runVerb(chosen, globals, pump);
+    }
+    HeadlessEventPump pump;
+    return runVerb(chosen, globals, pump);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/qt/DesktopMessages.h"
 #include "platform/qt/IniSettings.h"
+#include "platform/qt/QtComm.h"
 #include "platform/qt/QtEventPump.h"
 #include "server/KestraneThread.h"
 
@@ -74,6 +75,8 @@ int run(int argc, char** argv) {
     Session session(kCompany, systemLocale(), settings, messages, pump, clock);
     texts = &session;
     session.server = &server;
+    QtComm comm(settings, [&session](int id) { return session.LoadText(id); });
+    session.comm = &comm;
 
     frmSplash splash(session);
     splash.show();

@@ -1,11 +1,13 @@
 #include "desktop/mdiMain.h"
 
 #include "app/Documents.h"
+#include "app/Download.h"
 #include "app/Placement.h"
 #include "app/StartUp.h"
 #include "desktop/frmExplorer.h"
 #include "desktop/tabLog.h"
 #include "desktop/tvwTreeView.h"
+#include "dialogs/DownloadDialogs.h"
 #include "dialogs/Icons.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmAbout.h"
@@ -318,8 +320,12 @@ void mdiMain::showPopUp(Menu which, QPoint at) {
 void mdiMain::run(Command command) {
     frmExplorer* const explorer = activeExplorer();
     switch (command) {
+    case Command::FileDownload:
+        return download(nullptr);
     case Command::FileOpen:
         return openFiles();
+    case Command::FileMerge:
+        return mergeIntoSelected();
     case Command::FileClose:
         return closeSelected();
     case Command::FileCloseAll:
@@ -342,6 +348,8 @@ void mdiMain::run(Command command) {
     case Command::TreeDisplayOptions:
     case Command::LogDisplayOptions:
         return showSettings(command);
+    case Command::ToolsSynchronizeClocks:
+        return synchronizeClocks();
     case Command::WindowNew:
         return NewExplorerWindow();
     case Command::WindowReset:
@@ -382,6 +390,23 @@ void mdiMain::run(Command command) {
     case Command::LogSavePicture:
         return explorer->LogTabs().SavePicture();
     }
+}
+
+void mdiMain::download(clsFile* file) {
+    DownloadDialogs dialogs(session_, steadyClock_, this);
+    if (!DownloadData({session_, *session_.comm, dialogs, steadyClock_, dialogs.Transcript()}, file))
+        dialogs.OfferTranscript();
+}
+
+void mdiMain::mergeIntoSelected() {
+    if (clsFile* const file = resolve(session_, menuState().SelectedKey).file; file != nullptr) download(file);
+}
+
+void mdiMain::synchronizeClocks() {
+    DownloadDialogs dialogs(session_, steadyClock_, this);
+    clsInsData instrument(session_);
+    if (!SynchronizeClock({session_, *session_.comm, dialogs, steadyClock_, dialogs.Transcript()}, instrument))
+        dialogs.OfferTranscript();
 }
 
 void mdiMain::openFiles() {

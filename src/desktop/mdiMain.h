@@ -5,6 +5,7 @@
 #include "app/Menus.h"
 #include "app/SettingsDialog.h"
 #include "model/Session.h"
+#include "platform/MonotonicClock.h"
 
 #include <QMainWindow>
 
@@ -54,6 +55,9 @@ private:
     MenuState menuState() const;
     void showPopUp(Menu which, QPoint at);
 
+    void download(clsFile* file);
+    void mergeIntoSelected();
+    void synchronizeClocks();
     void openFiles();
     void openDropped(const QStringList& paths);
     void saveSelected(bool bSaveAs);
@@ -69,6 +73,7 @@ private:
     void saveState();
 
     Session& session_;
+    SteadyClock steadyClock_;
     QMdiArea* area_;
     std::map<Command, QAction*> actions_;
     std::map<Menu, QMenu*> menus_;

@@ -20,10 +20,7 @@ namespace kestrane {
 
 namespace {
 
-// The port numbers that this machine offers.
-std::vector<std::int16_t> portNumbers() {
-    return {1, 2, 3, 4};
-}
+constexpr int kPortWidth = 40; // characters
 
 QHBoxLayout* row(QWidget* field, QWidget* button = nullptr) {
     auto* const layout = new QHBoxLayout;
@@ -52,7 +49,7 @@ void alignLabels(const QList<QLabel*>& labels) {
 
 OptionsSystemPage::OptionsSystemPage(SettingsDialog& settings) :
     OptionsPage(settings),
-    ports_(serialChoices(settings.session(), portNumbers(), settings.Edited.SerialPort)),
+    ports_(serialChoices(settings.session(), settings.Edited.SerialPort)),
     txtCompany_(lineEdit(5005, "txtCompany", settings.Edited.CompanyName)),
     txtLogo_(lineEdit(5006, "txtLogo", settings.Edited.CompanyLogoFile)),
     txtDataDir_(lineEdit(5007, "txtDataDir", settings.Edited.DefaultDataDirectory)),
@@ -118,6 +115,8 @@ QGroupBox* OptionsSystemPage::instrument() {
     nameControl(*cboSerial_, "cboSerial", loadPlainText(session, 5008));
     for (const SerialChoice& choice : ports_)
         cboSerial_->addItem(shown(choice.Text));
+    cboSerial_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // names of devices can be long
+    cboSerial_->setMinimumContentsLength(kPortWidth);
     cboSerial_->setCurrentIndex(static_cast<int>(serialChoiceOf(ports_, settings_.Edited.SerialPort)));
 
     auto* const group = new QGroupBox(loadText(session, 4531));

@@ -5,6 +5,7 @@
 #include "model/clsFile.h"
 #include "model/clsOptions.h"
 #include "platform/Clock.h"
+#include "platform/Comm.h"
 #include "platform/EventPump.h"
 #include "platform/Locale.h"
 #include "platform/Message.h"
@@ -66,6 +67,7 @@ struct Session {
     Clock& clock;
     Frame* frame;                       // never null
     BackgroundServer* server = nullptr; // null: nothing loads or recalculates in the background
+    Comm* comm = nullptr;               // null: there is no serial line
 
     clsOptions Options;
     std::vector<std::unique_ptr<clsFile>> OpenFiles;

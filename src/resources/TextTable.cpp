@@ -97,6 +97,15 @@ constexpr TextEntry Entries[] = {
     {3507, "Exchange Rate"},
     {3508, "Criterion Level"},
     {3509, "Downloading"},
+    {3510, "Log ^ of *"},
+    {3511, "^ bytes received"},
+    {3512, "^ KB received"},
+    {3513, "About ^ left"},
+    {3514, "The download has failed.~A transcript of the line helps to find out why."},
+    {3515, "&Keep a transcript"},
+    {3516, "Save Transcript"},
+    {3517, "Transcripts (*.txt)|*.txt|All Files (*.*)|*.*|"},
+    {3518, "The transcript could not be saved: ^"},
     // Folder browser
     {4001, "Browse for Folder"},
     {4002, "Select a folder:"},
@@ -385,6 +394,11 @@ constexpr TextEntry Entries[] = {
     // Serial port
     {5501, "Serial port ^ could not be opened"},
     {5502, "Could not find a valid serial port on this machine"},
+    {5503, "There is no such device."},
+    {5504, "There is no permission to use it.  Members of the group '^' have it."},
+    {5505, "Another program is using it."},
+    {5506, "It is not a serial port."},
+    {5507, "The serial port ^ went away: it was unplugged, or the other end hung up."},
     // Splash
     {6001, "$$$"},
     {6002, "Version %.%"},
@@ -488,6 +502,7 @@ constexpr TextEntry Entries[] = {
     {8015, "No log files exist on this instrument"},
     {8016, "Full Octave"},
     {8017, "Third Octave"},
+    {8018, "There is no log ^ in the list of the instrument's logs."},
     // Document reader
     {8100, "A document reader is needed to show the manual, and none was found.~Do you wish to see where to get one?"},
     {8101, "Document Reader Not Found"},

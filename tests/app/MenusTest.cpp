@@ -32,7 +32,9 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
     };
 
     const Case cases[] = {
+        {Command::FileDownload, "yyyyyyyy"},
         {Command::FileOpen, "yyyyyyyy"},
+        {Command::FileMerge, "nnyyynyy"},
         {Command::FileClose, "nnyyyyyy"},
         {Command::FileCloseAll, "yyyyyyyy"},
         {Command::FileSave, "nnyyynyy"},
@@ -47,6 +49,7 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
         {Command::LogSavePicture, "nnnnnnyn"},
         {Command::LogDisplayOptions, "nnnnnnyy"},
         {Command::ToolsSettings, "yyyyyyyy"},
+        {Command::ToolsSynchronizeClocks, "yyyyyyyy"},
     };
     OpenFile open;
     const auto answer = [&](Command command, const MenuState& state) {

@@ -2,6 +2,7 @@
 
 #include "TestSession.h"
 #include "calc/Recalculation.h"
+#include "download/ScriptedLine.h"
 #include "platform/RuntimeError.h"
 
 #include <gtest/gtest.h>
@@ -136,12 +137,21 @@ TEST(SettingsDialog, OffersWhatCanBeShown) {
 
 TEST(SettingsDialog, ListsOfPortsAndMethods) {
     TestSession test;
-    const auto choices = serialChoices(test.session, {2, 1}, 7);
-    EXPECT_EQ(choices, (std::vector<SerialChoice>{{"AUTO", 0}, {"COM 1", 1}, {"COM 2", 2}, {"COM 7", 7}}));
-    EXPECT_EQ(serialChoiceOf(choices, 7), 3U);
+    ScriptedTime time;
+    ScriptedComm comm(time);
+    comm.TheirPorts = {{1, "/dev/ttyS0", ""}, {9, "/dev/ttyUSB0", "USB adapter"}};
+    test.session.comm = &comm;
+    const auto choices = serialChoices(test.session, 7);
+    EXPECT_EQ(choices,
+              (std::vector<SerialChoice>{
+                  {"AUTO", 0}, {"COM 1: /dev/ttyS0", 1}, {"COM 7", 7}, {"COM 9: /dev/ttyUSB0, USB adapter", 9}}));
+    EXPECT_EQ(serialChoiceOf(choices, 7), 2U);
     EXPECT_EQ(serialChoiceOf(choices, 0), 0U);
     EXPECT_EQ(serialChoiceOf(choices, 300), 0U);
-    EXPECT_EQ(serialChoices(test.session, {1}, 300).size(), 2U);
+    EXPECT_EQ(serialChoices(test.session, 9).size(), 3U);
+    EXPECT_EQ(serialChoices(test.session, 300).size(), 3U);
+    test.session.comm = nullptr;
+    EXPECT_EQ(serialChoices(test.session, 0).size(), 1U);
 
     EXPECT_EQ(calcMethods(eHPDModeEUHSE), (Texts{"Auto", "HML", "SNR"}));
     EXPECT_EQ(calcMethods(eHPDModeUSOSHA), (Texts{"Auto", "NRR"}));

@@ -59,7 +59,7 @@ TEST(Menus, OfferWhatCanBeDoneJustNow) {
 TEST(Menus, TheToolBarAndTheStatusBarAreHiddenAndShown) {
     Desk desk;
     auto& bar = *desk.frame->findChild<QToolBar*>("tbToolBar");
-    EXPECT_EQ(bar.actions().front()->text().remove('&'), "Open...");
+    EXPECT_EQ(bar.actions().front()->text().remove('&'), "Download...");
     desk.command("Toolbar").trigger();
     EXPECT_FALSE(bar.isVisible());
     desk.command("Toolbar").trigger();

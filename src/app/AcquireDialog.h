@@ -1,0 +1,33 @@
+// The decisions of the dialog that chooses logs of an instrument, without its widgets: which rows are chosen, what
+// "select all" shows, and when there is something to download.
+#pragma once
+
+#include "download/DownloadUser.h"
+
+#include <cstddef>
+
+namespace kestrane {
+
+class AcquireDialog {
+public:
+    enum class Rows { None, Some, All };
+
+    explicit AcquireDialog(AcquireList list);
+
+    const AcquireList& List() const { return list_; }
+
+    const AcquireChoice& Choice() const { return choice_; }
+
+    void Select(std::size_t row, bool isSelected);
+    void SelectAll(bool areSelected);
+    void FetchOctaves(bool areFetched); // only where it can be
+
+    Rows Selected() const;  // an empty list counts as all
+    bool CanAccept() const; // there is something to fetch, or nothing to choose from
+
+private:
+    AcquireList list_;
+    AcquireChoice choice_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,38 @@
+// The person before a download on the command line: the logs are those that the call named, Cancel is an interrupt
+// (Ctrl+C), and the progress is one line on standard error, where that is a terminal. Made for one download.
+#pragma once
+
+#include "app/ProgressReport.h"
+#include "download/DownloadUser.h"
+#include "model/Session.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+// Rows of the list of logs, from 1; nothing for all.
+using ChosenRows = std::optional<std::vector<int>>;
+
+class ConsoleDownload : public DownloadUser {
+public:
+    ConsoleDownload(Session& session, const MonotonicClock& clock, bool isQuiet, ChosenRows rows);
+    ~ConsoleDownload() override; // an interrupt ends the program again
+    ConsoleDownload(const ConsoleDownload&) = delete;
+    ConsoleDownload& operator=(const ConsoleDownload&) = delete;
+
+    void ShowProgress(const DownloadProgress& progress) override;
+    void CloseProgress() override;
+    std::optional<AcquireChoice> ChooseLogs(const AcquireList& list) override;
+    bool IsCancelled() const override;
+
+private:
+    Session& session_;
+    ProgressReport report_;
+    bool showsProgress_;
+    ChosenRows rows_;
+    void (*before_)(int);
+};
+
+} // namespace kestrane

@@ -1,0 +1,172 @@
+#include "app/Download.h"
+#include "cli/ConsoleDownload.h"
+#include "cli/Json.h"
+#include "cli/Verbs.h"
+#include "download/Identify.h"
+#include "platform/RuntimeError.h"
+#include "server/LogLoading.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <memory>
+
+namespace kestrane {
+
+namespace {
+
+struct LineOptions {
+    std::string port, transcript;
+};
+
+struct DownloadOptions : LineOptions {
+    ChosenRows rows;
+    std::string output;
+    bool withIntervals = false;
+};
+
+struct ClockOptions : LineOptions {
+    std::optional<CalendarTime> now;
+};
+
+void addLine(CLI::App& verb, LineOptions& options) {
+    verb.add_option("--port", options.port, "the device: a serial port or pseudo-terminal")->required();
+    verb.add_option("--transcript", options.transcript, "keep what goes over the line, with times, in this file");
+}
+
+// A line to an instrument for one verb.
+class InstrumentLine {
+public:
+    InstrumentLine(Program& program, const LineOptions& options, ChosenRows rows = {}) :
+        program_(program), user_(program.session, clock_, program.isQuiet, std::move(rows)) {
+        program.UseOnlyPort(options.port);
+        if (options.transcript.empty()) return;
+        file_.open(options.transcript, std::ios::binary | std::ios::trunc);
+        if (!file_) raiseSystemError(errno);
+    }
+
+    DownloadServices services() {
+        TranscriptSink sink;
+        if (file_.is_open()) sink = [this](std::string_view line) { file_ << line << std::flush; };
+        return {program_.session, *program_.session.comm, user_, clock_, std::move(sink)};
+    }
+
+private:
+    Program& program_;
+    SteadyClock clock_;
+    ConsoleDownload user_;
+    std::ofstream file_;
+};
+
+int ports(Program& program) {
+    Json list = Json::array();
+    for (const PortInfo& port : program.session.comm->Ports())
+        list.push_back({{"Number", port.Number}, {"Device", port.Device}, {"Description", port.Description}});
+    std::cout << list.dump() << '\n';
+    return kDone;
+}
+
+int identify(Program& program, const LineOptions& options) {
+    InstrumentLine line(program, options);
+    clsInsData data(program.session);
+    if (!IdentifyOnly(line.services(), data)) return kFailed;
+    const Json answer = {{"InsName", data.InsName()},
+                         {"InsSerial", data.InsSerial},
+                         {"FirmwareVersion", singleJson(data.FirmwareVersion)},
+                         {"InsType", data.InsType},
+                         {"Family", FamilyOf(data)}};
+    std::cout << answer.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+    return kDone;
+}
+
+int download(Program& program, const DownloadOptions& options) {
+    InstrumentLine line(program, options, options.rows);
+    Session& session = program.session;
+    if (!DownloadData(line.services(), nullptr)) return kFailed;
+    session.pump.runUntil([&] { return noLogIsBusy(session); });
+    clsFile& file = *session.OpenFiles.back();
+    if (!options.output.empty() && !program.saveAs(file, options.output)) return kFailed;
+    writeDocument(std::cout, file, options.withIntervals);
+    std::cout << '\n';
+    return kDone;
+}
+
+int syncClock(Program& program, const ClockOptions& options) {
+    if (options.now) program.clock.Fixed = options.now;
+    InstrumentLine line(program, options);
+    clsInsData data(program.session);
+    return SynchronizeClock(line.services(), data) ? kDone : kFailed;
+}
+
+// "all" or "1,3,4"; what is wrong with it, or nothing.
+std::string readRows(const std::string& text, ChosenRows& rows) {
+    rows.reset();
+    if (text == "all") return {};
+    std::vector<int> numbers;
+    for (const std::string& word : CLI::detail::split(text, ',')) {
+        int number = 0;
+        if (!CLI::detail::lexical_cast(word, number) || number < 1)
+            return "all, or rows of the list from 1 with commas between: 1,3,4";
+        numbers.push_back(number);
+    }
+    rows = std::move(numbers);
+    return {};
+}
+
+// "2024-11-26T16:18:53"; what is wrong with it, or nothing.
+std::string readTime(const std::string& text, std::optional<CalendarTime>& time) {
+    CivilDate date;
+    int hour = 0, minute = 0, second = 0, end = 0;
+    const int count = std::sscanf(text.c_str(), "%4d-%2d-%2dT%2d:%2d:%2d%n", &date.Year, &date.Month, &date.Day, &hour,
+                                  &minute, &second, &end);
+    const bool isTime = count == 6 && end == static_cast<int>(text.size()) && text.size() == 19 &&
+                        isCivilDate(date.Year, date.Month, date.Day) && hour >= 0 && hour < 24 && minute >= 0 &&
+                        minute < 60 && second >= 0 && second < 60;
+    if (!isTime) return "a date and time such as 2024-11-26T16:18:53";
+    time = fromCivil(date, (hour * 60 + minute) * 60 + second);
+    return {};
+}
+
+RunVerb portsVerb(CLI::App&) {
+    return ports;
+}
+
+RunVerb identifyVerb(CLI::App& verb) {
+    const auto options = std::make_shared<LineOptions>();
+    addLine(verb, *options);
+    return [options](Program& program) { return identify(program, *options); };
+}
+
+RunVerb downloadVerb(CLI::App& verb) {
+    const auto options = std::make_shared<DownloadOptions>();
+    addLine(verb, *options);
+    verb.add_option("--logs", "all, or rows of the list of logs from 1, such as 1,3,4; without it, all")
+        ->check([options](const std::string& text) { return readRows(text, options->rows); });
+    verb.add_option("-o", options->output, "save the document as this XML data file");
+    verb.add_flag("--intervals", options->withIntervals, "with the rows of every log");
+    return [options](Program& program) { return download(program, *options); };
+}
+
+RunVerb syncClockVerb(CLI::App& verb) {
+    const auto options = std::make_shared<ClockOptions>();
+    addLine(verb, *options);
+    verb.add_option("--now", "this time in place of the computer's: yyyy-mm-ddThh:mm:ss")
+        ->check([options](const std::string& text) { return readTime(text, options->now); });
+    return [options](Program& program) { return syncClock(program, *options); };
+}
+
+constexpr Verb kVerbs[] = {
+    {"ports", "print the serial ports of this machine", portsVerb},
+    {"identify", "print which instrument answers on a port", identifyVerb, true},
+    {"download", "download logs of an instrument, and print the document", downloadVerb, true},
+    {"sync-clock", "set the clock of an instrument", syncClockVerb, true},
+};
+
+} // namespace
+
+std::span<const Verb> downloadVerbs() {
+    return kVerbs;
+}
+
+} // namespace kestrane
