@@ -25,8 +25,8 @@ TEST(LogView, ALogGetsTheTabsItHasDataFor) {
         const char* tabs;
     };
 
-    for (const Case& c : {Case{modeBroadband, 0, "367"}, Case{modeBroadband, 1, "012367"}, Case{modeFullOctave, 0, "3467"},
-                          Case{modeThirdOctave, 2, "0123467"}}) {
+    for (const Case& c : {Case{modeBroadband, 0, "367"}, Case{modeBroadband, 1, "012367"},
+                          Case{modeFullOctave, 0, "3467"}, Case{modeThirdOctave, 2, "0123467"}}) {
         ShownLog shown(c.mode);
         shown.addRows(c.rows);
         EXPECT_EQ(tabsOf(shown.log), c.tabs) << c.mode << " with " << c.rows << " rows";
