@@ -80,6 +80,7 @@ void ChartLegend::fitBeside(int height) {
 }
 
 void ChartLegend::draw(QCPPainter* painter) {
+    if (rect().isEmpty()) return; // the chart is too small for it
     QRect box(0, 0, std::min(widthOf(columns_), rect().width()), heightOf(rows_));
     box.moveCenter(rect().center());
     if (isFilledByColumn_) box.moveTop(rect().top());

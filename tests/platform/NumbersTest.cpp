@@ -1,6 +1,6 @@
 #include "platform/Numbers.h"
 
-#include "platform/RuntimeError.h"
+#include "ErrorOf.h"
 
 #include <gtest/gtest.h>
 
@@ -18,16 +18,6 @@ namespace {
 const Locale kPoint;
 const Locale kComma = {",", "."};
 const Locale kArabic = {"\u066B", "/"};
-
-template <class Call>
-std::int64_t errorOf(Call call) {
-    try {
-        call();
-        return 0;
-    } catch (const RuntimeError& error) {
-        return error.Number;
-    }
-}
 
 TEST(Numeric, AcceptsOneSignOneSeparatorOneExponent) {
     for (const char* text : {"0", " 12 ", "+1.5", "-.5", "5.", "1E5", "1e-05", "-1.5E+10", "\t7\r\n", "1E999"}) {
