@@ -1,0 +1,32 @@
+#include "platform/qt/QtClipboard.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QImage>
+#include <QMimeData>
+#include <QUrl>
+
+namespace kestrane {
+
+std::vector<std::string> localFiles(const QMimeData& data) {
+    std::vector<std::string> paths;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile()) paths.push_back(url.toLocalFile().toStdString());
+    return paths;
+}
+
+std::vector<std::string> QtClipboard::GetClipboardFiles() const {
+    const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
+    return data == nullptr ? std::vector<std::string>() : localFiles(*data);
+}
+
+void QtClipboard::Set(const ClipboardForms& forms) {
+    auto* const data = new QMimeData;
+    if (!forms.Text.empty()) data->setText(QString::fromStdString(forms.Text));
+    if (!forms.Html.empty()) data->setHtml(QString::fromStdString(forms.Html));
+    if (!forms.Svg.empty()) data->setData("image/svg+xml", QByteArray::fromStdString(forms.Svg));
+    if (!forms.Png.empty()) data->setImageData(QImage::fromData(QByteArray::fromStdString(forms.Png), "PNG"));
+    QGuiApplication::clipboard()->setMimeData(data);
+}
+
+} // namespace kestrane

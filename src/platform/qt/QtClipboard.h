@@ -1,0 +1,19 @@
+// The clipboard of the desktop.
+#pragma once
+
+#include "platform/Clipboard.h"
+
+class QMimeData;
+
+namespace kestrane {
+
+class QtClipboard : public Clipboard {
+public:
+    std::vector<std::string> GetClipboardFiles() const override;
+    void Set(const ClipboardForms& forms) override;
+};
+
+// The paths of the local files among data that is pasted or dropped, in their order.
+std::vector<std::string> localFiles(const QMimeData& data);
+
+} // namespace kestrane
