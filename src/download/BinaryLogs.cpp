@@ -259,7 +259,7 @@ struct ModelRanges {
 };
 
 bool isTR350(std::string_view insName) {
-    return insName.starts_with("TR350");
+    return IsModel(insName, "TR350");
 }
 
 // The first model that fits.

@@ -68,10 +68,15 @@ void CloseDownload(Transport& line, DownloadUser& user, const std::string& messa
     line.session().ShowMessage(message, kIconStop, line.session().LoadText(8004));
 }
 
-// Ends the download unless an instrument of a known family has been named.
-void identify(Transport& line, clsInsData& data) {
+// Ends the download unless an instrument has been named.
+void findInstrument(Transport& line, clsInsData& data) {
     const Identification identification = IdentifyInstrument(line, data);
     if (line.IsCancelled() || !identification.IsValid) throw DownloadEnded{identification.Message};
+}
+
+// The same unless it is of a known family.
+void identify(Transport& line, clsInsData& data) {
+    findInstrument(line, data);
     if (FamilyOf(data).empty()) throw DownloadEnded{line.session().LoadText(8002)};
 }
 
@@ -87,8 +92,22 @@ bool run(const DownloadServices& services, Job job) {
     return isDone;
 }
 
+// The frame shows as long as this lives that it takes no command.
+class BusyFrame {
+public:
+    explicit BusyFrame(Frame& frame) : frame_(frame) { frame_.SetBusy(true); }
+
+    ~BusyFrame() { frame_.SetBusy(false); }
+
+    BusyFrame(const BusyFrame&) = delete;
+    BusyFrame& operator=(const BusyFrame&) = delete;
+
+private:
+    Frame& frame_;
+};
+
 void finishLogs(Session& session, clsInsData& data) {
-    session.frame->SetBusy(true);
+    const BusyFrame busy(*session.frame);
     RecalcValues(data, true);
     for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
         for (const auto& log : data.logsOf(mode)) {
@@ -96,7 +115,6 @@ void finishLogs(Session& session, clsInsData& data) {
             SetPlottableValues(*log);
         }
     }
-    session.frame->SetBusy(false);
 }
 
 std::string clockDigits(const Session& session) {
@@ -130,7 +148,7 @@ bool IdentifyOnly(const DownloadServices& services, clsInsData& data) {
 
 bool SynchronizeClock(const DownloadServices& services, clsInsData& data) {
     return run(services, [&](Transport& line) {
-        identify(line, data);
+        findInstrument(line, data);
         if (!IsOldTallix(data.InsName())) throw DownloadEnded{services.session.LoadText(8012)};
         line.SendOnly("04" + clockDigits(services.session));
         return std::string();

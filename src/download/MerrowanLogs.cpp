@@ -4,6 +4,7 @@
 #include "download/Hex.h"
 #include "download/LogFigures.h"
 #include "download/TextFrame.h"
+#include "model/InstrumentFamilies.h"
 #include "model/LogTime.h"
 #include "platform/Numbers.h"
 
@@ -255,7 +256,7 @@ std::string DownloadMerrowanLogs(Transport& line, clsInsData& data) {
     const std::vector<Entry> entries = readList(line);
     AcquireList list{data.InsName(), data.InsSerial, {}, true, false};
     list.CanFetchOctaves = std::any_of(kOctaveModels.begin(), kOctaveModels.end(),
-                                       [&](std::string_view model) { return data.InsName().starts_with(model); });
+                                       [&](std::string_view model) { return IsModel(data.InsName(), model); });
     for (const Entry& entry : entries)
         list.Rows.push_back(entry.text);
     const AcquireChoice choice = line.ChooseLogs(list);

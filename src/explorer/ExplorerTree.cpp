@@ -62,7 +62,9 @@ TreeNode instrumentNode(const clsInsData& data, const clsFile& file) {
 } // namespace
 
 std::string instrumentText(const clsInsData& data, const clsFile& file) {
-    const std::string text = data.NameX + " [" + data.InsSerial + "]";
+    // What has just been downloaded has no name of its own yet.
+    const std::string& name = data.NameX.empty() ? data.InsName() : data.NameX;
+    const std::string text = name + " [" + data.InsSerial + "]";
     const bool isBeside = data.session().Options.FilesOnTreeView == eDisplayFilesBesideLogNames;
     return isBeside ? text + " (" + file.ShortenedFileName() + ")" : text;
 }

@@ -28,6 +28,10 @@ constexpr std::array<std::string_view, 3> kHalcyr = {"TR312", "TR350", "TR360"};
 
 } // namespace
 
+bool IsModel(std::string_view name, std::string_view model) {
+    return withoutBlanks(name).starts_with(model);
+}
+
 bool IsCorvane(std::string_view name) {
     std::string text = withoutBlanks(name);
     for (char& c : text)
@@ -52,11 +56,11 @@ bool IsHalcyrMeter(std::string_view name) {
 }
 
 bool IsHalcyrMeter116E(std::string_view name) {
-    return withoutBlanks(name).starts_with("TR312E");
+    return IsModel(name, "TR312E");
 }
 
 bool IsHalcyrDoseMeter(std::string_view name) {
-    return withoutBlanks(name).starts_with("TR360L");
+    return IsModel(name, "TR360L");
 }
 
 bool IsValidInstrument(std::string_view name) {

@@ -8,6 +8,8 @@
 
 namespace kestrane {
 
+bool IsModel(std::string_view name, std::string_view model); // begins with the model's number
+
 bool IsCorvane(std::string_view name);
 bool IsMerrowan(std::string_view name);
 bool IsOldTallix(std::string_view name);

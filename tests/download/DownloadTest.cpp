@@ -153,6 +153,9 @@ TEST_F(DownloadOutcomeTest, TheClockIsSetOnOldInstrumentsOnly) {
     EXPECT_FALSE(SynchronizeClock(services, data));
     EXPECT_EQ(shown(), session.LoadText(8012));
     EXPECT_EQ(comm.Sent.back(), bytesOf("02010003"));
+    connect(comm, tallix("XY1")); // an instrument, of no family that is known
+    EXPECT_FALSE(SynchronizeClock(services, data));
+    EXPECT_EQ(shown(), session.LoadText(8012));
     comm.Answer = nullptr;
     EXPECT_FALSE(SynchronizeClock(services, data));
     EXPECT_EQ(shown(), session.LoadText(8002));

@@ -124,6 +124,9 @@ TEST_F(TreeTest, GroupsOfLogsAndTheTextOfACollection) {
     EXPECT_EQ(buildTree(session)[0].Text, "Site [A1] (a.xml)");
     session.Options.FilesOnTreeView = eHideFileNames;
     EXPECT_EQ(buildTree(session)[1].Text, "Site [A1]");
+    file.InstrumentDatas.front()->NameX.clear();
+    file.InstrumentDatas.front()->InsName("Brevik E");
+    EXPECT_EQ(buildTree(session)[0].Text, "Brevik E [A1]");
 }
 
 TEST_F(TreeTest, ExpansionIsKeptAndThatOfThirdOctavesOnlyBehindItsOwnFile) {
