@@ -1,5 +1,6 @@
 #include "app/Download.h"
 
+#include "explorer/Edits.h"
 #include "explorer/NodeKeys.h"
 
 #include <algorithm>
@@ -11,15 +12,8 @@ namespace {
 
 constexpr int kUntitled = 6531; // text
 
-clsInsData* collectionOf(const clsFile& file, const std::string& serial) {
-    if (serial.empty()) return nullptr;
-    const auto found = std::find_if(file.InstrumentDatas.begin(), file.InstrumentDatas.end(),
-                                    [&](const auto& data) { return data->InsSerial == serial; });
-    return found == file.InstrumentDatas.end() ? nullptr : found->get();
-}
-
 void takeIn(clsFile& file, std::unique_ptr<clsInsData> data) {
-    clsInsData* const present = collectionOf(file, data->InsSerial);
+    clsInsData* const present = file.dataOfSerial(data->InsSerial);
     if (present == nullptr) return file.InstrumentDatas.push_back(std::move(data));
     for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave})
         std::ranges::move(data->logsOf(mode), std::back_inserter(present->logsOf(mode)));
@@ -32,7 +26,10 @@ bool DownloadData(const DownloadServices& services, clsFile* objFile) {
     auto data = std::make_unique<clsInsData>(session);
     if (!DownloadData(services, *data)) return false;
     if (objFile != nullptr) {
+        const bool wasChanged = objFile->Changed;
+        auto step = std::make_unique<ArrangementStep>(*objFile, kTitleMerge);
         takeIn(*objFile, std::move(data));
+        objFile->Edits.record(std::move(step), wasChanged);
         AssignIdentities(session, false, objFile->FileId);
     } else {
         auto file = std::make_unique<clsFile>(session, session.LoadText(kUntitled));

@@ -1,6 +1,7 @@
 #include "app/SettingsDialog.h"
 
 #include "calc/ExposureTime.h"
+#include "explorer/Edits.h"
 #include "model/LogParameters.h"
 #include "platform/RuntimeError.h"
 
@@ -96,12 +97,15 @@ SettingsChanges SettingsDialog::confirmExplorer() {
 }
 
 SettingsChanges SettingsDialog::confirmLog() {
-    clsLogOptions& options = log_->objLogOptions;
-    const float hours = Edited.objLogOptions.ExposureTime;
-    const bool isTimeChanged = hours != options.ExposureTime;
-    Edited.objLogOptions.Plottable = options.Plottable; // a recalculation may have ended meanwhile
-    options.Copy(Edited.objLogOptions);
-    if (isTimeChanged) changeExposureTime(*log_, hours);
+    editLog(*log_, kTitleDisplayOptions, [&] {
+        clsLogOptions& options = log_->objLogOptions;
+        const float hours = Edited.objLogOptions.ExposureTime;
+        const bool isTimeChanged = hours != options.ExposureTime;
+        Edited.objLogOptions.Plottable = options.Plottable; // a recalculation may have ended meanwhile
+        options.Copy(Edited.objLogOptions);
+        if (isTimeChanged) changeExposureTime(*log_, hours);
+        return true;
+    });
     return {false, false, true};
 }
 

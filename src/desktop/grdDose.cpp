@@ -180,7 +180,7 @@ grdDose::grdDose(Session& session, std::function<clsLog*()> log, QWidget* parent
     model_.Enter = [this](std::size_t row, int column, const std::string& entry) {
         clsLog* target = log_();
         if (target == nullptr) return;
-        if (row < target->DoseLogIntervals.size()) enterExposureCell(*target, row, column, entry);
+        if (row < target->DoseLogIntervals.size()) EnterCell(*target, row, column, entry);
         model_.SetTable(exposureTable(*target));
     };
     setModel(&model_);

@@ -8,6 +8,7 @@
 #include "dialogs/frmSimpleEdit.h"
 #include "explorer/BandChart.h"
 #include "explorer/CalculationEntries.h"
+#include "explorer/Edits.h"
 #include "explorer/IntervalTable.h"
 #include "explorer/NodeKeys.h"
 #include "explorer/NoiseRatingChart.h"
@@ -29,6 +30,8 @@
 #include <QStackedWidget>
 #include <QStyleFactory>
 #include <QTabBar>
+
+#include <utility>
 
 namespace kestrane {
 
@@ -138,7 +141,8 @@ QWidget* tabLog::exposureBar() {
     connect(cmdInsertRows, &QPushButton::clicked, this, &tabLog::InsertRows);
     connect(cmdDeleteRows_, &QPushButton::clicked, this, &tabLog::DeleteRows);
     connect(chkSave_, &QCheckBox::clicked, this, [this](bool isSaved) {
-        if (clsLog* log = resolve(session_, state_.View.Key).log; log != nullptr) log->SaveDoseCalc = isSaved;
+        if (clsLog* log = resolve(session_, state_.View.Key).log; log != nullptr)
+            editLog(*log, kTitleExposureRows, [&] { return std::exchange(log->SaveDoseCalc, isSaved) != isSaved; });
     });
     connect(exposures_, &grdDose::CurrentRowChanged, this, [this] {
         cmdDeleteRows_->setEnabled(exposures_->IsOnRow());
@@ -417,7 +421,7 @@ void tabLog::EditNote() {
     const std::optional<std::string> note = frmSimpleEdit::EditNote(session_, log->Note, this);
     log = state_.LogInView(session_); // the pump ran meanwhile
     if (!note || log == nullptr) return;
-    log->Note = *note;
+    editLog(*log, kTitleNote, [&] { return std::exchange(log->Note, *note) != *note; });
     Redraw();
 }
 

@@ -2,6 +2,7 @@
 
 #include "calc/ExposureTime.h"
 #include "dialogs/Words.h"
+#include "explorer/Edits.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
@@ -47,7 +48,7 @@ bool frmExpTime::getExpTime(Session& session, float sngDefaultShiftLength, float
                             QWidget* parent) {
     frmExpTime dialog(session, sngDefaultShiftLength, sngMeasurementTime, parent);
     if (dialog.exec() != QDialog::Accepted) return false;
-    changeExposureTime(log, dialog.hours_);
+    editLog(log, kTitleExposureTime, [&] { return changeExposureTime(log, dialog.hours_); });
     return true;
 }
 

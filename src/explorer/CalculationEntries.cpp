@@ -1,6 +1,7 @@
 #include "explorer/CalculationEntries.h"
 
 #include "calc/Recalculation.h"
+#include "explorer/Edits.h"
 #include "model/Session.h"
 #include "platform/Numbers.h"
 
@@ -83,6 +84,34 @@ std::optional<Changes> checked(clsLog& log, const CalculationEntries& entries,
     return Changes{*criterion, *exchange, *userCal};
 }
 
+enum class Stored { Nowhere, InView, Displayed };
+
+bool isDateAlone(const clsLog& log, const Changes& changes) {
+    return changes.criterion == log.Criterion && changes.exchange == log.Exchange;
+}
+
+// Asks where the user must decide.
+Stored store(clsLog& displayed, clsLog& inView, const Changes& changes) {
+    Session& session = inView.session();
+    if (isDateAlone(inView, changes)) {
+        displayed.CalibDate = inView.CalibDate = changes.userCal;
+        return Stored::Displayed;
+    }
+    if (&displayed == &inView) {
+        if (session.ShowMessage(session.LoadText(4901), kButtonsYesNo + kIconQuestion) != Button::Yes)
+            return Stored::Nowhere;
+        storeAndRecalculate(displayed, changes);
+        return Stored::Displayed;
+    }
+    const Button answer =
+        session.ShowMessage(session.LoadText(4905), kButtonsYesNoCancel + kIconQuestion + kDefaultSecond);
+    if (answer == Button::Cancel) return Stored::Nowhere;
+    storeAndRecalculate(inView, changes);
+    if (answer != Button::Yes) return Stored::InView;
+    storeAndRecalculate(displayed, changes);
+    return Stored::Displayed;
+}
+
 } // namespace
 
 CalculationEntries calculationEntries(const clsLog& log) {
@@ -104,22 +133,15 @@ std::string acceptedUserCal(const Session& session, const std::string& entered, 
 
 bool applyChanges(clsLog& displayed, clsLog& inView, const CalculationEntries& entries,
                   const std::function<void(CalculationField)>& focus) {
-    Session& session = inView.session();
     const std::optional<Changes> changes = checked(inView, entries, focus);
     if (!changes) return false;
-    const CalculationEntries now = calculationEntries(inView);
-    if (entries.Criterion == now.Criterion && entries.Exchange == now.Exchange) {
-        displayed.CalibDate = inView.CalibDate = changes->userCal;
-    } else if (&displayed == &inView) {
-        if (session.ShowMessage(session.LoadText(4901), kButtonsYesNo + kIconQuestion) != Button::Yes) return false;
-        storeAndRecalculate(displayed, *changes);
-    } else {
-        const Button answer =
-            session.ShowMessage(session.LoadText(4905), kButtonsYesNoCancel + kIconQuestion + kDefaultSecond);
-        if (answer == Button::Cancel) return false;
-        storeAndRecalculate(inView, *changes);
-        if (answer == Button::Yes) storeAndRecalculate(displayed, *changes);
-    }
+    const int title = isDateAlone(inView, *changes) ? kTitleCalibrationDate : kTitleCalculation;
+    Stored stored = Stored::Nowhere;
+    editLog(displayed, title, [&] {
+        stored = store(displayed, inView, *changes);
+        return stored == Stored::Displayed;
+    });
+    if (stored == Stored::Nowhere) return false;
     AmendedDisplayValues(inView);
     return true;
 }

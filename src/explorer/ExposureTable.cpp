@@ -1,5 +1,7 @@
 #include "explorer/ExposureTable.h"
 
+#include "explorer/Edits.h"
+
 #include "model/Session.h"
 
 #include <algorithm>
@@ -65,38 +67,7 @@ LineOutcome pasteLine(clsLog& log, std::size_t row, int column, std::string_view
     return outcome;
 }
 
-} // namespace
-
-ExposureTable exposureTable(const clsLog& log) {
-    ExposureTable table;
-    const double day = static_cast<double>(doseTotals(log).Dose.Value());
-    for (const clsDoseLogSample& row : log.DoseLogIntervals) {
-        table.Rows.push_back(exposureLine(log.session(), row, static_cast<int>(table.Rows.size()) + 1));
-        const double dose = row.IsIncluded ? static_cast<double>(row.getDose().Value()) : 0;
-        table.Shares.push_back(day > 0 ? std::clamp(dose / day, 0.0, 1.0) : 0);
-    }
-    table.Totals = exposureTotalsLine(log);
-    return table;
-}
-
-bool InsertRows(clsLog& log, std::size_t row, const AskText& ask) {
-    return askUntil(log.session(), 4549, "1", ask, [&](const std::string& answer) {
-        const std::optional<int> count = insertCount(answer, log.session().locale);
-        if (count) insertExposureRows(log, row, *count);
-        return count.has_value();
-    });
-}
-
-bool DeleteRows(clsLog& log, std::size_t row, const AskText& ask) {
-    if (row >= log.DoseLogIntervals.size()) return false;
-    return askUntil(log.session(), 4550, std::to_string(row + 1), ask, [&](const std::string& answer) {
-        const auto rows = rowList(answer, log.DoseLogIntervals.size());
-        if (rows) deleteExposureRows(log, *rows);
-        return rows.has_value();
-    });
-}
-
-PasteOutcome pasteExposureRows(clsLog& log, std::size_t row, int column, const std::string& text) {
+PasteOutcome pasteLines(clsLog& log, std::size_t row, int column, const std::string& text) {
     PasteOutcome outcome;
     std::vector<clsDoseLogSample>& rows = log.DoseLogIntervals;
     row = std::min(row, rows.size());
@@ -116,6 +87,59 @@ PasteOutcome pasteExposureRows(clsLog& log, std::size_t row, int column, const s
             rows[row] = before;
         }
     }
+    return outcome;
+}
+
+} // namespace
+
+ExposureTable exposureTable(const clsLog& log) {
+    ExposureTable table;
+    const double day = static_cast<double>(doseTotals(log).Dose.Value());
+    for (const clsDoseLogSample& row : log.DoseLogIntervals) {
+        table.Rows.push_back(exposureLine(log.session(), row, static_cast<int>(table.Rows.size()) + 1));
+        const double dose = row.IsIncluded ? static_cast<double>(row.getDose().Value()) : 0;
+        table.Shares.push_back(day > 0 ? std::clamp(dose / day, 0.0, 1.0) : 0);
+    }
+    table.Totals = exposureTotalsLine(log);
+    return table;
+}
+
+bool InsertRows(clsLog& log, std::size_t row, const AskText& ask) {
+    return editLog(log, kTitleExposureRows, [&] {
+        return askUntil(log.session(), 4549, "1", ask, [&](const std::string& answer) {
+            const std::optional<int> count = insertCount(answer, log.session().locale);
+            if (count) insertExposureRows(log, row, *count);
+            return count.has_value();
+        });
+    });
+}
+
+bool DeleteRows(clsLog& log, std::size_t row, const AskText& ask) {
+    if (row >= log.DoseLogIntervals.size()) return false;
+    return editLog(log, kTitleExposureRows, [&] {
+        return askUntil(log.session(), 4550, std::to_string(row + 1), ask, [&](const std::string& answer) {
+            const auto rows = rowList(answer, log.DoseLogIntervals.size());
+            if (rows) deleteExposureRows(log, *rows);
+            return rows.has_value();
+        });
+    });
+}
+
+CellEntry EnterCell(clsLog& log, std::size_t row, int column, const std::string& entry) {
+    CellEntry outcome = CellEntry::Refused;
+    editLog(log, kTitleExposureRows, [&] {
+        outcome = enterExposureCell(log, row, column, entry);
+        return outcome == CellEntry::Stored;
+    });
+    return outcome;
+}
+
+PasteOutcome pasteExposureRows(clsLog& log, std::size_t row, int column, const std::string& text) {
+    PasteOutcome outcome;
+    editLog(log, kTitleExposureRows, [&] {
+        outcome = pasteLines(log, row, column, text);
+        return outcome.Rows > 0;
+    });
     return outcome;
 }
 

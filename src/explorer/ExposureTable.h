@@ -18,6 +18,10 @@ struct ExposureTable {
 
 ExposureTable exposureTable(const clsLog& log);
 
+// Each of the following is a step that can be undone.
+
+CellEntry EnterCell(clsLog& log, std::size_t row, int column, const std::string& entry); // as enterExposureCell
+
 // Each asks until the answer is good, and returns whether the rows have changed. Rows are inserted above the given one;
 // deleting begins with its number, and only a row can be deleted.
 bool InsertRows(clsLog& log, std::size_t row, const AskText& ask);

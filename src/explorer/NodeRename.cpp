@@ -1,5 +1,6 @@
 #include "explorer/NodeRename.h"
 
+#include "explorer/Edits.h"
 #include "explorer/NodeKeys.h"
 #include "platform/RuntimeError.h"
 
@@ -9,7 +10,7 @@ namespace {
 
 bool renameFile(Session& session, clsFile& file, const std::string& name) {
     try {
-        file.RenameFile(name);
+        editFileName(file, name);
         return true;
     } catch (const RuntimeError& error) {
         if (error.Number > 0) session.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation);
@@ -23,9 +24,9 @@ bool renameNode(Session& session, const std::string& key, const std::string& new
     if (newText.empty() || newText == editableText(session, key)) return false;
     const Node node = resolve(session, key);
     if (node.log != nullptr) {
-        node.log->Name = newText;
+        editName(*node.file, node.log->Name, newText);
     } else if (node.data != nullptr && key.starts_with(tINST)) {
-        node.data->NameX = newText;
+        editName(*node.file, node.data->NameX, newText);
     } else if (node.file != nullptr && key.starts_with(tFILE)) {
         return renameFile(session, *node.file, newText);
     } else {

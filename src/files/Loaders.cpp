@@ -136,6 +136,7 @@ void FileSave(clsFile& file) {
     });
     file.SavedText = DocumentText(file, false);
     file.Changed = false;
+    file.Edits.markSaved();
     file.OldStyle = false;
 }
 

@@ -67,6 +67,13 @@ void clsFile::CopyDoseLogSamples() {
     }
 }
 
+clsInsData* clsFile::dataOfSerial(const std::string& serial) const {
+    if (serial.empty()) return nullptr;
+    const auto found = std::find_if(InstrumentDatas.begin(), InstrumentDatas.end(),
+                                    [&](const auto& data) { return data->InsSerial == serial; });
+    return found == InstrumentDatas.end() ? nullptr : found->get();
+}
+
 clsInsData* clsFile::dataById(int insDataId) const {
     const auto found = std::find_if(InstrumentDatas.begin(), InstrumentDatas.end(),
                                     [&](const auto& data) { return data->InsDataId == insDataId; });

@@ -2,6 +2,7 @@
 // text and saving are in files/. Owned by the session's OpenFiles once it has been placed there.
 #pragma once
 
+#include "model/UndoStack.h"
 #include "model/clsInsData.h"
 
 #include <cstdint>
@@ -25,6 +26,7 @@ public:
     bool OldStyle = false;  // the content came from a format that cannot be written back
     bool Changed = false;   // once set, only a save clears it
     std::string SavedText;  // the document text, without intervals, after the last load or save
+    UndoStack Edits;        // what can be undone and done again
 
     bool JustAcquired() const { return FileName == ShortenedFileName(); } // FileName holds no path
 
@@ -39,11 +41,13 @@ public:
     void RenameFile(const std::string& strNewFileName);
 
     // Adds a copy of a collection, logs included, behind the one with InsDataId intAfter and the new ones behind it;
-    // with 0, before the first. With blnCut the logs stay selected as they were.
+    // with 0, before the first; at the end when no collection has that identity (kAtEnd). With blnCut the logs stay
+    // selected as they were.
     void append(const clsInsData& objInsData, bool blnCut, int intAfter);
 
     void CopyDoseLogSamples();
     clsInsData* dataById(int insDataId) const;
+    clsInsData* dataOfSerial(const std::string& serial) const; // the first; null for none, and for an empty serial
 
 private:
     Session& session_;

@@ -11,6 +11,8 @@
 
 namespace kestrane {
 
+constexpr int kAtEnd = -1; // an identity that no object has: append places behind the last
+
 using LogCollection = std::vector<std::unique_ptr<clsLog>>;
 
 class clsInsData {

@@ -1,0 +1,238 @@
+#include "explorer/Edits.h"
+
+#include "calc/Recalculation.h"
+#include "explorer/NodeKeys.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::array kModes = {modeBroadband, modeFullOctave, modeThirdOctave};
+
+class LogStep : public EditStep {
+public:
+    LogStep(clsLog& log, int title) :
+        EditStep(title), log_(log), kept_(log.session()), isToRecalculate_(log.IntervalsRecalculating) {
+        kept_.Copy(log, 0, 0);
+    }
+
+    const clsLogIntervals& Rows() const { return kept_.LogIntervals; }
+
+    void exchange() override {
+        clsLog present(log_.session());
+        present.Copy(log_, 0, 0);
+        log_.Copy(kept_, 0, 0);
+        kept_.Copy(present, 0, 0);
+        if (std::exchange(isToRecalculate_, false)) RecalcValues(log_, log_.RecalcMode);
+        log_.RaiseLogValuesChanged();
+    }
+
+private:
+    clsLog& log_;
+    clsLog kept_;
+    bool isToRecalculate_; // the figures kept were still to be recalculated
+};
+
+class NameStep : public EditStep {
+public:
+    NameStep(std::string& name, std::string kept) : EditStep(kTitleRename), name_(name), kept_(std::move(kept)) {}
+
+    void exchange() override { name_.swap(kept_); }
+
+private:
+    std::string& name_;
+    std::string kept_;
+};
+
+// A document that was saved under a name of its own since is left alone.
+class FileNameStep : public EditStep {
+public:
+    FileNameStep(clsFile& file, std::string before) :
+        EditStep(kTitleRename), file_(file), given_(file.FileName), kept_(std::move(before)) {}
+
+    void exchange() override {
+        if (file_.FileName != given_) return;
+        file_.RenameFile(kept_);
+        given_.swap(kept_);
+    }
+
+    bool isOfContent() const override { return false; }
+
+private:
+    clsFile& file_;
+    std::string given_, kept_;
+};
+
+clsFile* ownerOf(const Session& session, const clsLog& log) {
+    for (const auto& file : session.OpenFiles) {
+        for (const auto& data : file->InstrumentDatas) {
+            for (const int mode : kModes)
+                for (const auto& item : data->logsOf(mode))
+                    if (item.get() == &log) return file.get();
+        }
+    }
+    return nullptr;
+}
+
+bool isBusy(const clsFile& file) {
+    return std::any_of(file.InstrumentDatas.begin(), file.InstrumentDatas.end(), [](const auto& data) {
+        return std::any_of(kModes.begin(), kModes.end(), [&](int mode) {
+            const LogCollection& logs = data->logsOf(mode);
+            return std::any_of(logs.begin(), logs.end(), [](const auto& log) { return log->IsBusy(); });
+        });
+    });
+}
+
+// A step whose other half is gone ends the history.
+const EditStep* stepOf(const clsFile& file, Direction direction) {
+    const EditStep* const step = file.Edits.next(direction);
+    return step != nullptr && step->Joined != nullptr && step->Joined.use_count() < 2 ? nullptr : step;
+}
+
+// The other document of a step; null when it has none.
+clsFile* otherOf(const EditStep& step, const clsFile& file) {
+    if (step.Joined == nullptr) return nullptr;
+    return step.Joined->Source == &file ? step.Joined->Target : step.Joined->Source;
+}
+
+void markAgain(clsFile& file, bool isOfContent) {
+    if (isOfContent) file.Changed = !file.Edits.isAtSaved();
+}
+
+void markOther(const Session& session, const EditStep& step, Direction direction) {
+    const auto* const arrangement = dynamic_cast<const ArrangementStep*>(&step);
+    clsFile* const other = arrangement == nullptr ? nullptr : session.fileById(arrangement->MarkedFile);
+    if (other != nullptr) other->Changed = direction == Direction::Redo || !other->Edits.isAtSaved();
+}
+
+} // namespace
+
+bool editLog(clsLog& log, int title, const std::function<bool()>& change) {
+    Session& session = log.session();
+    clsFile* const file = ownerOf(session, log);
+    if (file == nullptr) return change();
+    if (log.IntervalsToLoad) {
+        session.ShowMessage(session.LoadText(5065), kIconInformation);
+        return false;
+    }
+    const bool wasChanged = file->Changed;
+    auto step = std::make_unique<LogStep>(log, title);
+    if (!change()) return false;
+    if (ownerOf(session, log) != file) return true; // closed while the user was asked
+    const bool isSelectionChanged = log.LogIntervals.CutIntervals != step->Rows().CutIntervals ||
+                                    log.LogIntervals.IntervalsToBeIncluded != step->Rows().IntervalsToBeIncluded;
+    file->Edits.record(std::move(step), wasChanged);
+    if (isSelectionChanged) file->Changed = true; // which the document text without rows does not tell
+    session.frame->EnableMenusAndButtons();
+    return true;
+}
+
+void editName(clsFile& file, std::string& name, const std::string& newName) {
+    file.Edits.record(std::make_unique<NameStep>(name, std::exchange(name, newName)), file.Changed);
+}
+
+void editFileName(clsFile& file, const std::string& newName) {
+    std::string before = file.FileName;
+    file.RenameFile(newName);
+    file.Edits.record(std::make_unique<FileNameStep>(file, std::move(before)), file.Changed);
+}
+
+ArrangementStep::ArrangementStep(clsFile& file, int title) : EditStep(title), file_(file), kept_(arrangementOf(file)) {}
+
+std::vector<ArrangementStep::Place> ArrangementStep::arrangementOf(const clsFile& file) {
+    std::vector<Place> places;
+    for (const auto& data : file.InstrumentDatas) {
+        places.push_back({data.get(), {}});
+        for (const int mode : kModes)
+            for (const auto& log : data->logsOf(mode))
+                places.back().logs[static_cast<std::size_t>(mode)].push_back(log.get());
+    }
+    return places;
+}
+
+void ArrangementStep::keep(std::unique_ptr<clsLog> log) {
+    const clsLog* const key = log.get();
+    logs_[key] = std::move(log);
+}
+
+void ArrangementStep::keep(std::unique_ptr<clsInsData> data) {
+    for (const int mode : kModes) {
+        for (auto& log : data->logsOf(mode))
+            keep(std::move(log));
+        data->logsOf(mode).clear();
+    }
+    const clsInsData* const key = data.get();
+    datas_[key] = std::move(data);
+}
+
+bool ArrangementStep::isUnchanged() const {
+    return kept_ == arrangementOf(file_);
+}
+
+void ArrangementStep::exchange() {
+    std::vector<Place> present = arrangementOf(file_);
+    for (auto& data : file_.InstrumentDatas)
+        keep(std::move(data));
+    file_.InstrumentDatas.clear();
+    for (const Place& place : kept_) {
+        std::unique_ptr<clsInsData> data = std::move(datas_.extract(place.data).mapped());
+        for (const int mode : kModes)
+            for (clsLog* const log : place.logs[static_cast<std::size_t>(mode)])
+                data->logsOf(mode).push_back(std::move(logs_.extract(log).mapped()));
+        file_.InstrumentDatas.push_back(std::move(data));
+    }
+    kept_ = std::move(present);
+}
+
+clsFile* documentToEdit(const Session& session, std::string_view selectedKey, Direction direction) {
+    if (clsFile* const selected = resolve(session, selectedKey).file; selected != nullptr) return selected;
+    const auto found = std::find_if(session.OpenFiles.rbegin(), session.OpenFiles.rend(),
+                                    [&](const auto& file) { return stepOf(*file, direction) != nullptr; });
+    return found == session.OpenFiles.rend() ? nullptr : found->get();
+}
+
+bool canExchange(const clsFile* file, Direction direction) {
+    return file != nullptr && stepOf(*file, direction) != nullptr && !isBusy(*file);
+}
+
+bool exchangeStep(Session& session, clsFile* file, Direction direction) {
+    if (!canExchange(file, direction)) return false;
+    const EditStep& step = *stepOf(*file, direction);
+    const bool isOfContent = step.isOfContent();
+    clsFile* const other = otherOf(step, *file);
+    if (other != nullptr) {
+        const EditStep* const half = other->Edits.next(direction);
+        if (half == nullptr || half->Joined != step.Joined || isBusy(*other)) {
+            session.ShowMessage(ReplaceText(session.LoadText(4754), "^", other->ShortenedFileName()), kIconInformation);
+            return false;
+        }
+    }
+    try {
+        for (clsFile* const each : {file, other}) {
+            if (each == nullptr) continue;
+            each->Edits.exchange(direction);
+            markAgain(*each, isOfContent);
+            AssignIdentities(session, false, each->FileId);
+        }
+    } catch (const RuntimeError& error) {
+        session.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation);
+        return false;
+    }
+    markOther(session, step, direction);
+    session.frame->RebuildExplorerTrees();
+    session.frame->EnableMenusAndButtons();
+    return true;
+}
+
+std::string exchangeText(const Session& session, const clsFile* file, Direction direction) {
+    const bool isUndo = direction == Direction::Undo;
+    const EditStep* const step = file == nullptr ? nullptr : stepOf(*file, direction);
+    if (step == nullptr) return session.LoadText(isUndo ? 4750 : 4752);
+    return ReplaceText(session.LoadText(isUndo ? 4751 : 4753), "^", session.LoadText(step->Title));
+}
+
+} // namespace kestrane

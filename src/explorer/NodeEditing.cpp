@@ -1,0 +1,285 @@
+#include "explorer/NodeEditing.h"
+
+#include "explorer/Edits.h"
+#include "explorer/NodeKeys.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::array kModes = {modeBroadband, modeFullOctave, modeThirdOctave};
+constexpr int kStillLoading = 5065;
+
+struct PlacedLog {
+    clsInsData* data;
+    clsLog* log;
+};
+
+// The mode whose group a key stands for; nothing for another kind.
+std::optional<int> groupMode(std::string_view key) {
+    for (const int mode : kModes)
+        if (key.starts_with(groupKind(mode))) return mode;
+    return std::nullopt;
+}
+
+// The tree has a node of the key. A group without logs has none.
+bool isThere(const Node& node, std::string_view key) {
+    if (isLogKind(key)) return node.log != nullptr;
+    if (key.starts_with(tFILE)) return node.file != nullptr;
+    const std::optional<int> mode = groupMode(key);
+    return node.data != nullptr && (!mode || !node.data->logsOf(*mode).empty());
+}
+
+void addLogs(std::vector<PlacedLog>& logs, clsInsData& data, std::optional<int> ofMode) {
+    for (const int mode : kModes) {
+        if (ofMode && *ofMode != mode) continue;
+        for (const auto& log : data.logsOf(mode))
+            logs.push_back({&data, log.get()});
+    }
+}
+
+// The logs that a node stands for, in the order of the tree.
+std::vector<PlacedLog> logsOf(const Node& node, std::string_view key) {
+    std::vector<PlacedLog> logs;
+    if (node.log != nullptr) {
+        logs.push_back({node.data, node.log});
+    } else if (node.data != nullptr) {
+        addLogs(logs, *node.data, groupMode(key));
+    } else {
+        for (const auto& data : node.file->InstrumentDatas)
+            addLogs(logs, *data, std::nullopt);
+    }
+    return logs;
+}
+
+bool isAnyBusy(const std::vector<PlacedLog>& logs) {
+    return std::any_of(logs.begin(), logs.end(), [](const PlacedLog& placed) { return placed.log->IsBusy(); });
+}
+
+std::unique_ptr<clsLog> takeOut(const PlacedLog& placed) {
+    LogCollection& logs = placed.data->logsOf(placed.log->Mode());
+    const auto at = std::find_if(logs.begin(), logs.end(), [&](const auto& log) { return log.get() == placed.log; });
+    std::unique_ptr<clsLog> log = std::move(*at);
+    logs.erase(at);
+    return log;
+}
+
+std::unique_ptr<clsInsData> takeOut(clsFile& file, const clsInsData& wanted) {
+    auto& datas = file.InstrumentDatas;
+    const auto at = std::find_if(datas.begin(), datas.end(), [&](const auto& data) { return data.get() == &wanted; });
+    std::unique_ptr<clsInsData> data = std::move(*at);
+    datas.erase(at);
+    return data;
+}
+
+// One paste, from its check to its steps.
+class Paste {
+public:
+    Paste(Session& session, const std::string& sourceKey, const std::string& targetKey, bool move) :
+        session_(session),
+        sourceKey_(sourceKey),
+        targetKey_(targetKey),
+        isMove_(move),
+        source_(resolve(session, sourceKey)),
+        target_(resolve(session, targetKey)) {}
+
+    bool run();
+
+private:
+    bool isSameFile() const { return source_.file == target_.file; }
+
+    void place();
+    void placeFile();
+    void placeLogs(clsInsData& to, const std::vector<PlacedLog>& logs);
+    clsInsData& collectionFor(clsInsData& from);
+    void record();
+
+    Session& session_;
+    const std::string& sourceKey_;
+    const std::string& targetKey_;
+    bool isMove_;
+    Node source_, target_;
+    std::unique_ptr<ArrangementStep> step_,
+        sourceStep_; // of the target's file, and of the source's when that is another
+};
+
+bool Paste::run() {
+    if (!isThere(source_, sourceKey_) || !isThere(target_, targetKey_)) return false;
+    if (!SittingOnValidNode(sourceKey_, targetKey_, {})) return false;
+    if (isAnyBusy(logsOf(source_, sourceKey_))) {
+        session_.ShowMessage(session_.LoadText(kStillLoading), kIconInformation);
+        return false;
+    }
+    const int title = isMove_ ? kTitleMove : kTitlePaste;
+    step_ = std::make_unique<ArrangementStep>(*target_.file, title);
+    if (!isSameFile()) sourceStep_ = std::make_unique<ArrangementStep>(*source_.file, title);
+    place();
+    if (step_->isUnchanged()) return false;
+    try {
+        AssignIdentities(session_, false, target_.file->FileId);
+    } catch (const RuntimeError& error) { // no identity is left
+        step_->exchange();
+        if (sourceStep_ != nullptr) sourceStep_->exchange();
+        session_.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation);
+        return false;
+    }
+    record();
+    return true;
+}
+
+void Paste::place() {
+    if (sourceKey_.starts_with(tFILE)) return placeFile();
+    const bool isWhole = sourceKey_.starts_with(tINST);
+    const bool isInto = target_.data != nullptr && (!isWhole || isSameFile());
+    clsInsData& to = isInto ? *target_.data : collectionFor(*source_.data);
+    placeLogs(to, logsOf(source_, sourceKey_));
+    if (!isMove_ || !isWhole || &to == source_.data) return;
+    ArrangementStep& losing = isSameFile() ? *step_ : *sourceStep_;
+    losing.keep(takeOut(*source_.file, *source_.data));
+}
+
+void Paste::placeFile() {
+    for (const auto& data : source_.file->InstrumentDatas) {
+        if (clsInsData* const to = target_.file->dataOfSerial(data->InsSerial); to != nullptr) {
+            std::vector<PlacedLog> logs;
+            addLogs(logs, *data, std::nullopt);
+            placeLogs(*to, logs);
+        } else {
+            target_.file->append(*data, isMove_, kAtEnd);
+        }
+    }
+    if (!isMove_) return;
+    for (auto& data : source_.file->InstrumentDatas)
+        sourceStep_->keep(std::move(data));
+    source_.file->InstrumentDatas.clear();
+}
+
+clsInsData& Paste::collectionFor(clsInsData& from) {
+    clsInsData* const match = target_.file->dataOfSerial(from.InsSerial);
+    if (match != nullptr) return *match;
+    if (isMove_ && isSameFile()) return from;
+    auto data = std::make_unique<clsInsData>(session_);
+    data->Copy(from, false);
+    data->InsDataId = 0;
+    target_.file->InstrumentDatas.push_back(std::move(data));
+    return *target_.file->InstrumentDatas.back();
+}
+
+// Within a file a moved log is the same object still; in another file it is a copy, and the object stays with the step
+// of the file that it left.
+void Paste::placeLogs(clsInsData& to, const std::vector<PlacedLog>& logs) {
+    int after = isLogKind(targetKey_) ? target_.log->LogId : kAtEnd;
+    for (const PlacedLog& placed : logs) {
+        if (!isMove_) {
+            to.append(*placed.log, after);
+            continue;
+        }
+        if (placed.data == &to && (after == kAtEnd || logs.size() > 1)) return; // it is there
+        std::unique_ptr<clsLog> log = takeOut(placed);
+        if (!isSameFile()) {
+            auto copy = std::make_unique<clsLog>(session_);
+            copy->Copy(*log, 0, 0);
+            sourceStep_->keep(std::exchange(log, std::move(copy)));
+        }
+        const int identity = log->LogId;
+        to.append(std::move(log), after);
+        if (after != kAtEnd) after = identity;
+    }
+}
+
+void Paste::record() {
+    clsFile& target = *target_.file;
+    clsFile& source = *source_.file;
+    const bool wasTargetChanged = target.Changed;
+    const bool wasSourceChanged = source.Changed;
+    if (sourceStep_ != nullptr && isMove_) {
+        step_->Joined = sourceStep_->Joined = std::make_shared<JoinedStep>(JoinedStep{&source, &target});
+        source.Edits.record(std::move(sourceStep_), wasSourceChanged);
+    } else if (!wasSourceChanged && !isSameFile()) {
+        step_->MarkedFile = source.FileId;
+    }
+    target.Edits.record(std::move(step_), wasTargetChanged);
+    source.Changed = target.Changed = true;
+}
+
+// The way from a root of the tree to a node; empty when it is not there.
+std::vector<const TreeNode*> pathTo(const std::vector<TreeNode>& nodes, std::string_view key) {
+    for (const TreeNode& node : nodes) {
+        if (node.Key == key) return {&node};
+        std::vector<const TreeNode*> path = pathTo(node.Children, key);
+        if (path.empty()) continue;
+        path.insert(path.begin(), &node);
+        return path;
+    }
+    return {};
+}
+
+struct Deletion {
+    char kind;
+    int question;
+    int title;
+};
+
+constexpr Deletion kDeletions[] = {{tINST, 4516, kTitleDeleteDataset}, {tLOCL, 4517, kTitleDeleteLogs},
+                                   {tLOCN, 4518, kTitleDeleteLog},     {tOCTL, 4519, kTitleDeleteLogs},
+                                   {tTOCL, 4519, kTitleDeleteLogs},    {tOCTN, 4520, kTitleDeleteLog},
+                                   {tTOCN, 4520, kTitleDeleteLog}};
+
+} // namespace
+
+bool PasteNode(Session& session, const std::string& sourceKey, const std::string& targetKey, bool move) {
+    return Paste(session, sourceKey, targetKey, move).run();
+}
+
+std::string nextSelection(const std::vector<TreeNode>& tree, std::string_view key) {
+    const std::vector<const TreeNode*> path = pathTo(tree, key);
+    if (path.empty()) return {};
+    const TreeNode* const parent = path.size() > 1 ? path[path.size() - 2] : nullptr;
+    const std::vector<TreeNode>& siblings = parent != nullptr ? parent->Children : tree;
+    if (siblings.front().Key != key) return siblings.front().Key;
+    if (parent == nullptr) return {};
+    return siblings.size() == 1 && path.size() > 2 ? path[path.size() - 3]->Key : parent->Key;
+}
+
+void CutLog(const Session& session, ExplorerState& state, std::string_view key, const std::string& next) {
+    if (!isThere(resolve(session, state.DisplayedKey), state.DisplayedKey)) state.ResetControls();
+    if (state.SelectedKey == key && !isThere(resolve(session, key), key)) state.SelectedKey = next;
+}
+
+bool DeleteNode(Session& session, ExplorerState& state) {
+    const std::string key = state.SelectedKey;
+    const auto* const deletion = std::find_if(std::begin(kDeletions), std::end(kDeletions),
+                                              [&](const Deletion& row) { return key.starts_with(row.kind); });
+    if (deletion == std::end(kDeletions) || !isThere(resolve(session, key), key)) return false;
+    const auto answer = session.ShowMessage(session.LoadText(deletion->question), kButtonsOkCancel + kIconQuestion);
+    const Node node = resolve(session, key); // the pump ran meanwhile
+    if (answer != Button::Ok || !isThere(node, key)) return false;
+    const std::vector<PlacedLog> logs = logsOf(node, key);
+    if (isAnyBusy(logs)) {
+        session.ShowMessage(session.LoadText(kStillLoading), kIconInformation);
+        return false;
+    }
+    const std::string next = nextSelection(buildTree(session), key);
+    auto step = std::make_unique<ArrangementStep>(*node.file, deletion->title);
+    if (deletion->kind == tINST) {
+        step->keep(takeOut(*node.file, *node.data));
+    } else {
+        for (const PlacedLog& placed : logs)
+            step->keep(takeOut(placed));
+    }
+    node.file->Edits.record(std::move(step), node.file->Changed);
+    node.file->Changed = true;
+    CutLog(session, state, key, next);
+    return true;
+}
+
+void forgetVanished(const Session& session, CopiedNode& copied) {
+    if (!isThere(resolve(session, copied.Key), copied.Key)) copied = {};
+}
+
+} // namespace kestrane

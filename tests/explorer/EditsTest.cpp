@@ -1,0 +1,222 @@
+#include "explorer/Edits.h"
+
+#include "TestSession.h"
+#include "explorer/CalculationEntries.h"
+#include "explorer/ExposureTable.h"
+#include "explorer/NodeEditing.h"
+#include "explorer/NodeKeys.h"
+#include "explorer/NodeRename.h"
+#include "explorer/Selection.h"
+#include "server/KestraneThread.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrane {
+namespace {
+
+// One document of one log, L1I1F1, with ten rows.
+struct OneLog : TestSession {
+    OneLog() {
+        session.server = &server;
+        session.OpenFiles.push_back(std::make_unique<clsFile>(session, "a.xml"));
+        auto data = std::make_unique<clsInsData>(session);
+        data->append(std::make_unique<clsLog>(session), 0);
+        session.OpenFiles.back()->InstrumentDatas.push_back(std::move(data));
+        AssignIdentities(session, true, 0);
+        log().LogIntervals.setArraySize(10);
+        for (std::size_t row = 0; row < 10; ++row)
+            log().LogIntervals.Columns().setLevel(Quantity::LeqA, 0, row, {80, 80});
+        log().CalibDate.setDate("01/02/2020", session.locale);
+        fillExposureRows(log());
+    }
+
+    ~OneLog() { session.OpenFiles.clear(); }
+
+    void wait() {
+        pump.runUntil([&] { return session.IsIdle(); });
+    }
+
+    clsFile& file() { return *session.OpenFiles.front(); }
+
+    clsLog& log() { return *file().InstrumentDatas.front()->Locations.front(); }
+
+    bool undo() { return exchangeStep(session, &file(), Direction::Undo); }
+
+    bool redo() { return exchangeStep(session, &file(), Direction::Redo); }
+
+    std::string undoText() { return exchangeText(session, &file(), Direction::Undo); }
+
+    BackgroundServer server{pump};
+};
+
+// What the commands below change.
+std::string stateOf(const clsLog& log) {
+    std::string text = log.Name + "|" + std::to_string(log.Criterion) + "|" + std::to_string(log.Exchange) + "|" +
+                       log.CalibDate.Format() + "|" + std::to_string(log.DoseLogIntervals.size()) + "|";
+    for (const std::string& cut : log.LogIntervals.CutIntervals)
+        text += cut + ",";
+    return text + std::to_string(log.LogIntervals.IncludedCount());
+}
+
+TEST(Undo, TakesBackEveryCommandInTurnAndDoesItAgain) {
+    OneLog one;
+    clsLog& log = one.log();
+    one.messages.Answers = {Button::Yes};
+    const AskText two = [](const std::string&, const std::string&) { return std::string("2"); };
+
+    struct Command {
+        const char* title;
+        std::function<bool()> run;
+    };
+
+    const Command commands[] = {
+        {"&Undo Rename", [&] { return renameNode(one.session, "L1I1F1", "Morning"); }},
+        {"&Undo Calculation Settings",
+         [&] {
+             return applyChanges(log, log, {"85", "5", "01/02/2020"}, {});
+         }},
+        {"&Undo Calibration Date",
+         [&] {
+             return applyChanges(log, log, {"85", "5", "03/02/2020"}, {});
+         }},
+        {"&Undo Exposure Rows", [&] { return InsertRows(log, 0, two); }},
+        {"&Undo Exposure Rows", [&] { return EnterCell(log, 1, eColumnLeq, "91.5") == CellEntry::Stored; }},
+        {"&Undo Exposure Rows", [&] { return DeleteRows(log, 1, two); }},
+        {"&Undo Exposure Rows", [&] { return pasteExposureRows(log, 0, eColumnLeq, "88\n89\n").Rows == 2; }},
+        {"&Undo Interval Selection", [&] {
+             return editLog(log, kTitleIntervalSelection, [&] {
+                 setIntervalSelection(log, {{2, 4}}, false);
+                 log.LogIntervals.ApplySelection();
+                 return true;
+             });
+         }}};
+    std::vector<std::string> states = {stateOf(log)};
+    for (const Command& command : commands) {
+        ASSERT_TRUE(command.run()) << command.title;
+        one.wait();
+        EXPECT_EQ(one.undoText(), command.title);
+        states.push_back(stateOf(log));
+    }
+    EXPECT_TRUE(one.file().Changed); // no text but that of the rows tells a selection
+    for (std::size_t i = std::size(commands); i-- > 0;) {
+        EXPECT_TRUE(one.undo());
+        EXPECT_EQ(stateOf(log), states[i]) << commands[i].title;
+    }
+    EXPECT_FALSE(one.undo());
+    EXPECT_FALSE(one.file().Changed);
+    for (std::size_t i = 0; i < std::size(commands); ++i) {
+        EXPECT_TRUE(one.redo());
+        EXPECT_EQ(stateOf(log), states[i + 1]) << commands[i].title;
+    }
+    EXPECT_FALSE(one.redo());
+}
+
+TEST(Undo, KeepsNoStepOfACommandThatChangedNothing) {
+    OneLog one;
+    clsLog& log = one.log();
+    one.messages.Answers = {Button::No};
+    const AskText nothing = [](const std::string&, const std::string&) { return std::nullopt; };
+    ASSERT_TRUE(renameNode(one.session, "L1I1F1", "Morning"));
+    ASSERT_TRUE(one.undo());
+    EXPECT_FALSE(renameNode(one.session, "L1I1F1", ""));
+    EXPECT_FALSE(applyChanges(log, log, {"85", "3", "01/02/2020"}, {}));
+    EXPECT_FALSE(InsertRows(log, 0, nothing));
+    EXPECT_NE(EnterCell(log, 0, eColumnLeq, "loud"), CellEntry::Stored);
+    EXPECT_FALSE(one.undo());
+    EXPECT_TRUE(one.redo()); // and they leave what was undone
+    ASSERT_TRUE(one.undo());
+    ASSERT_TRUE(renameNode(one.session, "L1I1F1", "Evening"));
+    EXPECT_FALSE(one.redo());
+}
+
+TEST(Undo, ComparesWithThePlaceOfSaving) {
+    OneLog one;
+    const auto rename = [&](const char* name) { ASSERT_TRUE(renameNode(one.session, "L1I1F1", name)); };
+    rename("1");
+    rename("2");
+    one.file().Edits.markSaved();
+    one.file().Changed = false;
+    one.undo();
+    EXPECT_TRUE(one.file().Changed);
+    one.redo();
+    EXPECT_FALSE(one.file().Changed);
+    one.undo();
+    rename("3"); // the saved state is out of reach
+    one.undo();
+    one.undo();
+    EXPECT_TRUE(one.file().Changed);
+
+    one.file().Edits.markSaved();
+    one.file().Changed = true; // by something that cannot be undone
+    rename("4");
+    one.undo();
+    EXPECT_TRUE(one.file().Changed);
+
+    one.file().Edits.markSaved();
+    for (int i = 0; i < 150; ++i)
+        rename(std::to_string(i).c_str());
+    int undone = 0;
+    while (one.undo())
+        ++undone;
+    EXPECT_EQ(undone, 100);
+    EXPECT_TRUE(one.file().Changed);
+    EXPECT_EQ(one.log().Name, "49");
+}
+
+TEST(Undo, SharesTheColumnsThatTheChangeLeftAlone) {
+    OneLog one;
+    clsLog& log = one.log();
+    const IntervalColumns& columns = log.LogIntervals.Columns();
+    const Level* const levels = columns.levels(Quantity::LeqA, 0).data();
+    ASSERT_TRUE(editLog(log, kTitleNote, [&] {
+        log.LogIntervals.Columns().setLevel(Quantity::PeakA, 0, 3, {100, 100});
+        return true;
+    }));
+    EXPECT_EQ(columns.levels(Quantity::LeqA, 0).data(), levels);
+    ASSERT_TRUE(one.undo());
+    EXPECT_EQ(columns.levels(Quantity::LeqA, 0).data(), levels);
+    EXPECT_EQ(columns.level(Quantity::PeakA, 0, 3).Value, 0);
+}
+
+TEST(Undo, WaitsForBackgroundWorkAndMakesGoodARecalculationThatItCutShort) {
+    OneLog one;
+    clsLog& log = one.log();
+    log.RecalcMode = 4;
+    log.IntervalsRecalculating = true; // the figures kept are those before it ended
+    ASSERT_TRUE(editLog(log, kTitleNote, [&] { return log.Note = "x", true; }));
+    EXPECT_FALSE(canExchange(&one.file(), Direction::Undo));
+    EXPECT_FALSE(one.undo());
+    log.IntervalsRecalculating = false;
+    log.FullyCalculated = false;
+    const auto recalculations = log.RecalcID;
+    ASSERT_TRUE(one.undo());
+    EXPECT_EQ(log.RecalcID, recalculations + 1);
+    one.wait();
+
+    log.IntervalsToLoad = true;
+    EXPECT_FALSE(editLog(log, kTitleNote, [&] { return log.Note = "y", true; }));
+    EXPECT_EQ(one.messages.Boxes.back().Prompt, one.session.LoadText(5065));
+    EXPECT_EQ(log.Note, "");
+    EXPECT_TRUE(renameNode(one.session, "L1I1F1", "Morning")); // a name needs no rows
+}
+
+TEST(Undo, ALogThatWasDeletedComesBackAsItWasChanged) {
+    OneLog one;
+    clsLog& log = one.log();
+    ASSERT_TRUE(editLog(log, kTitleNote, [&] { return log.Note = "x", true; }));
+    ExplorerState state;
+    state.SelectedKey = "L1I1F1";
+    one.messages.Answers = {Button::Ok};
+    ASSERT_TRUE(DeleteNode(one.session, state));
+    EXPECT_EQ(one.undoText(), "&Undo Delete Log");
+    EXPECT_TRUE(one.undo());
+    EXPECT_EQ(one.log().Note, "x");
+    EXPECT_TRUE(one.undo());
+    EXPECT_EQ(one.log().Note, "");
+    EXPECT_TRUE(one.redo());
+    EXPECT_TRUE(one.redo());
+    EXPECT_EQ(resolve(one.session, "L1I1F1").log, nullptr);
+}
+
+} // namespace
+} // namespace kestrane

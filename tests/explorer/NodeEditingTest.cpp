@@ -1,0 +1,268 @@
+#include "explorer/NodeEditing.h"
+
+#include "TestSession.h"
+#include "explorer/Edits.h"
+#include "explorer/NodeKeys.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrane {
+namespace {
+
+constexpr std::string_view kOne = "77(L1a L2b O1o T1t) 88(L3c)";
+constexpr std::string_view kTwo = "77(L4d T2u) 99(L5e)";
+
+// Two documents, F1 and F2, of two collections each: I1, I2 and I3, I4.
+struct TwoFiles : TestSession {
+    TwoFiles() {
+        addFile("one.xml", {{"77", {{0, "a"}, {0, "b"}, {1, "o"}, {2, "t"}}}, {"88", {{0, "c"}}}});
+        addFile("two.xml", {{"77", {{0, "d"}, {2, "u"}}}, {"99", {{0, "e"}}}});
+    }
+
+    struct Collection {
+        std::string serial;
+        std::vector<std::pair<int, std::string>> logs; // mode, name
+    };
+
+    void addFile(const std::string& name, const std::vector<Collection>& collections) {
+        session.OpenFiles.push_back(std::make_unique<clsFile>(session, "/" + name));
+        for (const Collection& collection : collections) {
+            auto data = std::make_unique<clsInsData>(session);
+            data->InsSerial = collection.serial;
+            for (const auto& [mode, logName] : collection.logs) {
+                auto log = std::make_unique<clsLog>(session);
+                log->Mode(mode);
+                log->Name = logName;
+                data->append(std::move(log), 0);
+            }
+            session.OpenFiles.back()->InstrumentDatas.push_back(std::move(data));
+        }
+        AssignIdentities(session, true, 0);
+    }
+
+    clsFile& file(int id) { return *session.fileById(id); }
+
+    clsLog& log(const std::string& key) { return *resolve(session, key).log; }
+
+    // "77(L1a T1t) ...": the collections with their logs, and each key resolves to its own object.
+    std::string outline(int fileId) {
+        std::string text;
+        for (const auto& data : file(fileId).InstrumentDatas) {
+            text += (text.empty() ? "" : " ") + data->InsSerial + "(";
+            std::string logs;
+            for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+                for (const auto& item : data->logsOf(mode)) {
+                    logs += (logs.empty() ? "" : " ") + std::string(1, logKind(mode)) + std::to_string(item->LogId) +
+                            item->Name;
+                    EXPECT_EQ(resolve(session, logKey(*item, *data, file(fileId))).log, item.get());
+                }
+            }
+            text += logs + ")";
+        }
+        return text;
+    }
+};
+
+struct PasteCase {
+    const char* source;
+    const char* target;
+    bool move;
+    std::string_view one, two; // afterwards; both as before: nothing is to be done
+};
+
+constexpr PasteCase kPastes[] = {
+    {"F1", "F2", false, kOne, "77(L4d L6a L7b O2o T2u T3t) 99(L5e) 88(L8c)"},
+    {"F1", "F2", true, "", "77(L4d L1a L2b O1o T2u T1t) 99(L5e) 88(L6c)"},
+    {"F1", "F1", false, kOne, kTwo},
+    {"F1", "I3F2", false, kOne, kTwo},
+    {"I1F1", "F2", false, kOne, "77(L4d L6a L7b O2o T2u T3t) 99(L5e)"},
+    {"I1F1", "I4F2", true, "88(L3c)", "77(L4d L1a L2b O1o T2u T1t) 99(L5e)"},
+    {"I2F1", "F2", false, kOne, "77(L4d T2u) 99(L5e) 88(L6c)"},
+    {"I2F1", "I3F2", true, "77(L1a L2b O1o T1t)", "77(L4d T2u) 99(L5e) 88(L3c)"},
+    {"I2F1", "I1F1", false, "77(L1a L2b L6c O1o T1t) 88(L3c)", kTwo},
+    {"I2F1", "I1F1", true, "77(L1a L2b L3c O1o T1t)", kTwo},
+    {"I1F1", "F1", false, "77(L1a L2b L6a L7b O1o O2o T1t T3t) 88(L3c)", kTwo},
+    {"I1F1", "F1", true, kOne, kTwo},
+    {"X1F1", "I2F1", true, "77(O1o T1t) 88(L3c L1a L2b)", kTwo},
+    {"X1F1", "L4I3F2", false, kOne, "77(L4d L6a L7b T2u) 99(L5e)"},
+    {"X1F1", "L5I4F2", true, "77(O1o T1t) 88(L3c)", "77(L4d T2u) 99(L5e L1a L2b)"},
+    {"X1F1", "X1F1", false, kOne, kTwo},
+    {"Y1F1", "I4F2", false, kOne, "77(L4d T2u) 99(L5e O2o)"},
+    {"Z1F1", "T2I3F2", true, "77(L1a L2b O1o) 88(L3c)", "77(L4d T2u T1t) 99(L5e)"},
+    {"L1I1F1", "L2I1F1", false, "77(L1a L2b L6a O1o T1t) 88(L3c)", kTwo},
+    {"L1I1F1", "L2I1F1", true, "77(L2b L1a O1o T1t) 88(L3c)", kTwo},
+    {"L1I1F1", "X1F1", false, "77(L1a L2b L6a O1o T1t) 88(L3c)", kTwo},
+    {"L1I1F1", "X1F1", true, kOne, kTwo},
+    {"L2I1F1", "L4I3F2", true, "77(L1a O1o T1t) 88(L3c)", "77(L4d L2b T2u) 99(L5e)"},
+    {"L1I1F1", "F2", false, kOne, "77(L4d L6a T2u) 99(L5e)"},
+    {"L3I2F1", "F2", true, "77(L1a L2b O1o T1t) 88()", "77(L4d T2u) 99(L5e) 88(L3c)"},
+    {"O1I1F1", "Y1F1", false, "77(L1a L2b O1o O2o T1t) 88(L3c)", kTwo},
+    {"T1I1F1", "X3F2", true, kOne, kTwo},
+    {"L9I1F1", "F2", true, kOne, kTwo},
+    {"L1I1F1", "I9F2", true, kOne, kTwo},
+};
+
+TEST(PasteNode, TakesEveryKindWhereItBelongsAndIsUndoneAndDoneAgain) {
+    for (const PasteCase& c : kPastes) {
+        SCOPED_TRACE(std::string(c.source) + " to " + c.target + (c.move ? ", moved" : ""));
+        TwoFiles files;
+        Session& session = files.session;
+        const bool isDone = c.one != kOne || c.two != kTwo;
+        ASSERT_EQ(PasteNode(session, c.source, c.target, c.move), isDone);
+        EXPECT_EQ(files.outline(1), c.one);
+        EXPECT_EQ(files.outline(2), c.two);
+        const bool isWithinOne = c.two == kTwo;
+        EXPECT_EQ(files.file(1).Changed, isDone);
+        EXPECT_EQ(files.file(2).Changed, isDone && !isWithinOne);
+        clsFile& changed = files.file(isWithinOne ? 1 : 2);
+        ASSERT_EQ(exchangeStep(session, &changed, Direction::Undo), isDone);
+        EXPECT_EQ(files.outline(1), kOne);
+        EXPECT_EQ(files.outline(2), kTwo);
+        EXPECT_FALSE(files.file(1).Changed || files.file(2).Changed);
+        ASSERT_EQ(exchangeStep(session, &changed, Direction::Redo), isDone);
+        EXPECT_EQ(files.outline(1), c.one);
+        EXPECT_EQ(files.outline(2), c.two);
+        EXPECT_EQ(files.file(1).Changed, isDone);
+    }
+}
+
+TEST(PasteNode, CopiesShareRowsAndNothingElse) {
+    TwoFiles files;
+    clsLog& source = files.log("T1I1F1");
+    source.LogIntervals.setArraySize(1000);
+    source.LogIntervals.Columns().setLevel(Quantity::LeqA, 5, 999, {80, 80});
+    source.Selected = true;
+    ASSERT_TRUE(PasteNode(files.session, "T1I1F1", "F2", false));
+    clsLog& copy = files.log("T3I3F2");
+    EXPECT_EQ(copy.LogIntervals.Columns().levels(Quantity::LeqA, 5).data(),
+              source.LogIntervals.Columns().levels(Quantity::LeqA, 5).data());
+    EXPECT_FALSE(copy.Selected);
+    copy.Name = "other";
+    EXPECT_EQ(source.Name, "t");
+}
+
+TEST(PasteNode, LeavesLogsAloneThatAreStillLoading) {
+    TwoFiles files;
+    files.log("L2I1F1").IntervalsToLoad = true;
+    for (const char* source : {"F1", "I1F1", "X1F1", "L2I1F1"}) {
+        files.messages.Boxes.clear();
+        EXPECT_FALSE(PasteNode(files.session, source, "F2", true));
+        ASSERT_EQ(files.messages.Boxes.size(), 1U);
+        EXPECT_EQ(files.messages.Boxes.front().Prompt, files.session.LoadText(5065));
+    }
+    EXPECT_EQ(files.outline(1), kOne);
+    EXPECT_EQ(files.outline(2), kTwo);
+    EXPECT_TRUE(PasteNode(files.session, "L1I1F1", "F2", true));
+}
+
+TEST(PasteNode, IsTakenBackWhenNoIdentityIsLeft) {
+    TwoFiles files;
+    files.log("L5I4F2").LogId = 32767;
+    EXPECT_FALSE(PasteNode(files.session, "F1", "F2", false));
+    EXPECT_EQ(files.outline(2), "77(L4d T2u) 99(L32767e)");
+    EXPECT_EQ(files.messages.Boxes.size(), 1U);
+    EXPECT_FALSE(files.file(2).Changed);
+    EXPECT_EQ(files.file(2).Edits.next(Direction::Undo), nullptr);
+}
+
+TEST(DeleteNode, AsksByKindAndChoosesTheNextNode) {
+    struct Case {
+        const char* key;
+        int question; // 0: nothing is asked
+        std::string_view one;
+        const char* next;
+    };
+
+    for (const Case& c :
+         {Case{"I1F1", 4516, "88(L3c)", "F1"}, Case{"I2F1", 4516, "77(L1a L2b O1o T1t)", "I1F1"},
+          Case{"X1F1", 4517, "77(O1o T1t) 88(L3c)", "I1F1"}, Case{"X2F1", 4517, "77(L1a L2b O1o T1t) 88()", "F1"},
+          Case{"Y1F1", 4519, "77(L1a L2b T1t) 88(L3c)", "X1F1"}, Case{"Z1F1", 4519, "77(L1a L2b O1o) 88(L3c)", "X1F1"},
+          Case{"L1I1F1", 4518, "77(L2b O1o T1t) 88(L3c)", "X1F1"},
+          Case{"L2I1F1", 4518, "77(L1a O1o T1t) 88(L3c)", "L1I1F1"},
+          Case{"L3I2F1", 4518, "77(L1a L2b O1o T1t) 88()", "I2F1"},
+          Case{"O1I1F1", 4520, "77(L1a L2b T1t) 88(L3c)", "I1F1"},
+          Case{"T1I1F1", 4520, "77(L1a L2b O1o) 88(L3c)", "I1F1"}, Case{"F1", 0, kOne, "F1"}, Case{"", 0, kOne, ""},
+          Case{"L9I1F1", 0, kOne, "L9I1F1"}}) {
+        SCOPED_TRACE(c.key);
+        TwoFiles files;
+        files.session.Options.FilesOnTreeView = eDisplayFilesAsNodes;
+        ExplorerState state;
+        state.SelectedKey = c.key;
+        state.DisplayedKey = c.key;
+        files.messages.Answers = {Button::Cancel, Button::Ok};
+        EXPECT_FALSE(DeleteNode(files.session, state));
+        EXPECT_EQ(files.outline(1), kOne);
+        EXPECT_EQ(DeleteNode(files.session, state), c.question != 0);
+        EXPECT_EQ(files.outline(1), c.one);
+        EXPECT_EQ(state.SelectedKey, c.next);
+        EXPECT_EQ(state.DisplayedKey.empty(), c.question != 0 || state.SelectedKey.empty());
+        if (c.question == 0) continue;
+        ASSERT_EQ(files.messages.Boxes.size(), 2U);
+        EXPECT_EQ(files.messages.Boxes[1].Prompt, files.session.LoadText(c.question));
+        EXPECT_EQ(buttonsOf(files.messages.Boxes[1].Flags), buttonsOf(kButtonsOkCancel));
+        EXPECT_TRUE(files.file(1).Changed);
+        EXPECT_TRUE(exchangeStep(files.session, &files.file(1), Direction::Undo));
+        EXPECT_EQ(files.outline(1), kOne);
+        EXPECT_FALSE(files.file(1).Changed);
+    }
+}
+
+TEST(DeleteNode, WithoutFileNodesASoleCollectionLeavesNothingSelected) {
+    TwoFiles files;
+    files.session.Options.FilesOnTreeView = eHideFileNames;
+    ExplorerState state;
+    state.SelectedKey = "X4F2"; // its collection, a root, stays
+    files.messages.Answers = {Button::Ok, Button::Ok};
+    ASSERT_TRUE(DeleteNode(files.session, state));
+    EXPECT_EQ(state.SelectedKey, "I4F2");
+    state.SelectedKey = "I1F1"; // the first root
+    ASSERT_TRUE(DeleteNode(files.session, state));
+    EXPECT_EQ(state.SelectedKey, "");
+    EXPECT_EQ(documentToEdit(files.session, "", Direction::Undo), &files.file(2));
+}
+
+TEST(DeleteNode, LeavesLogsAloneThatAreStillLoading) {
+    TwoFiles files;
+    files.log("L2I1F1").IntervalsLoading = true;
+    ExplorerState state;
+    state.SelectedKey = "X1F1";
+    files.messages.Answers = {Button::Ok};
+    EXPECT_FALSE(DeleteNode(files.session, state));
+    EXPECT_EQ(files.messages.Boxes.back().Prompt, files.session.LoadText(5065));
+    EXPECT_EQ(files.outline(1), kOne);
+}
+
+TEST(CopiedNode, IsForgottenWhenItsSourceHasGone) {
+    TwoFiles files;
+    CopiedNode copied = {"L1I1F1", true};
+    forgetVanished(files.session, copied);
+    EXPECT_EQ(copied.Key, "L1I1F1");
+    ASSERT_TRUE(PasteNode(files.session, "L1I1F1", "F2", true));
+    forgetVanished(files.session, copied);
+    EXPECT_EQ(copied.Key, "");
+    EXPECT_FALSE(copied.Move);
+}
+
+TEST(MovedBetweenDocuments, IsUndoneInBothOrInNeither) {
+    TwoFiles files;
+    Session& session = files.session;
+    ASSERT_TRUE(PasteNode(session, "L1I1F1", "F2", true));
+    ASSERT_TRUE(PasteNode(session, "L3I2F1", "I1F1", false)); // the source's document goes on
+    EXPECT_FALSE(exchangeStep(session, &files.file(2), Direction::Undo));
+    EXPECT_EQ(files.outline(2), "77(L4d L1a T2u) 99(L5e)"); // the log would be nowhere
+    EXPECT_NE(files.messages.Boxes.back().Prompt.find("one.xml"), std::string::npos);
+    EXPECT_TRUE(exchangeStep(session, &files.file(1), Direction::Undo));
+    EXPECT_TRUE(exchangeStep(session, &files.file(1), Direction::Undo)); // now the move, from the source's side
+    EXPECT_EQ(files.outline(1), kOne);
+    EXPECT_EQ(files.outline(2), kTwo);
+    EXPECT_TRUE(exchangeStep(session, &files.file(2), Direction::Redo));
+    EXPECT_EQ(files.outline(1), "77(L2b O1o T1t) 88(L3c)");
+
+    session.OpenFiles.erase(session.OpenFiles.begin()); // closed
+    EXPECT_FALSE(canExchange(&files.file(2), Direction::Undo));
+    EXPECT_EQ(exchangeText(session, &files.file(2), Direction::Undo), "&Undo");
+    EXPECT_EQ(files.outline(2), "77(L4d L1a T2u) 99(L5e)");
+}
+
+} // namespace
+} // namespace kestrane
