@@ -137,6 +137,7 @@ void Chart3D::fitRoom() {
 }
 
 void Chart3D::draw(QCPPainter* painter) {
+    if (rect().isEmpty()) return; // the window is too small for a chart
     painter->save();
     fitRoom();
     drawWalls(*painter);
