@@ -500,8 +500,213 @@ def fan_machine_log(rng):
                                                        lambda b, _: levels[b], 0.8))
 
 
+# ---- project files and sound files ------------------------------------------------------------------------------
+
+def write_old(name, text):
+    os.makedirs(os.path.join(HERE, "old"), exist_ok=True)
+    with open(os.path.join(HERE, "old", name), "w", encoding="cp1252", newline="") as f:
+        f.write(text)
+
+
+def tag(name, content):
+    return f"<{name}>{content}</>\r\n"
+
+
+def block(name, *content):
+    return f"<{name}>\r\n{''.join(content)}</{name}>\r\n"
+
+
+def day(when):
+    return when.strftime("%d/%m/%Y")
+
+
+def clock_text(when):
+    return when.strftime("%H:%M:%S")
+
+
+def word(on):
+    return "True" if on else "False"
+
+
+def band_tags(name, levels):
+    if len(levels) == 1:
+        return tag(name, level(levels[0]))
+    return "".join(tag(f"{name}_{band}", level(x)) for band, x in enumerate(levels))
+
+
+def project_row(row):
+    out = tag("STARTDATE", day(row["start"])) + tag("STARTTIME", clock_text(row["start"]))
+    out += band_tags("LEQA", row["leq"]) + band_tags("LMINA", row["lmin"]) + band_tags("LMAXA", row["lmax"])
+    out += tag("PEAKA", level(row["peak"]))
+    out += "".join(tag(f"LNA_{i}", level(v[0])) for i, v in enumerate(row["ln"], 1))
+    for key, name in (("dose", "DOSEA"), ("lex", "LEXA"), ("le", "LEA"), ("pa2h", "PA2HA")):
+        out += tag(name, level(row[key])) if key in row else ""
+    out += tag("OVERA", word(row["ol"])) if "ol" in row else ""
+    if "b" in row:
+        out += "".join(tag(f"{k.upper()}B", level(row["b"][k])) for k in ("leq", "lmin", "lmax", "peak"))
+    return block("LOGSAMPLE", out)
+
+
+def project_log(log):
+    rows = log["rows"]
+    start, end = rows[0]["start"], rows[-1]["start"] + timedelta(seconds=log["interval"])
+    hours = (end - start).total_seconds() / 3600
+    count = len(BANDS[log["mode"]]) + 1
+    mean = [single(energy_mean([r["leq"][b] for r in rows])) for b in range(count)]
+    peak, peak_at = extreme(rows, "peak", "peaktm", max)
+    low_at, high_at = extreme(rows, "lmin", "lmintm", min)[1], extreme(rows, "lmax", "lmaxtm", max)[1]
+    out = tag("NAME", log["name"]) + tag("MODE", log["mode"])
+    out += tag("LocationType", log["location"]) if log["mode"] == 0 else ""
+    out += tag("SHIFTLENGTH", log["shift"]) + tag("CRITERION", log["criterion"]) + tag("EXCHANGE", log["exchange"])
+    out += tag("LOGNOTE", log["note"]) + tag("FACTORYDATE", day(log["factory"]))
+    out += tag("CALIBDATE", day(log["calibrated"])) + tag("CALIBTIME", clock_text(log["calibrated"]))
+    out += tag("STARTDATE", day(start)) + tag("STARTTIME", clock_text(start))
+    out += tag("ENDDATE", day(end)) + tag("ENDTIME", clock_text(end))
+    out += tag("ISCHANNELBON", word("b" in rows[0])) + tag("ISLNNUMBERSON", word(log["lns"]))
+    out += tag("ISLOGOVERLOADED", word(any(r.get("ol") for r in rows))) + tag("INTERVAL", log["interval"])
+    out += tag("TIMEWEIGHTA", log["tw"]) + tag("FREQWEIGHTA", log["fw"]) + band_tags("LEQCUMA", mean)
+    out += band_tags("LMINCUMA", [min(r["lmin"][b] for r in rows) for b in range(count)])
+    out += band_tags("LMAXCUMA", [max(r["lmax"][b] for r in rows) for b in range(count)])
+    out += tag("PEAKCUMA", level(peak))
+    for name, when in (("LMIN", low_at), ("LMAX", high_at), ("PEAK", peak_at)):
+        out += tag(f"{name}CUMDATEA", day(when)) + tag(f"{name}CUMTIMEA", clock_text(when))
+    measured = dose(mean[0], hours, log)
+    out += tag("DOSECUMA", level(measured)) + tag("LEXCUMA", level(exposure(mean[0], log["shift"])))
+    out += tag("LECUMA", level(mean[0] + 10 * math.log10(hours * 3600)))
+    out += tag("DOSEHOURA", level(measured / hours)) + tag("PA2HA", level(4e-10 * hours * 10 ** (mean[0] / 10)))
+    out += "".join(tag(f"LNNUMBERA_{i}", n) for i, n in enumerate(log["lns"], 1))
+    out += "".join(tag(f"LNCUMA_{i}", level(v[0])) for i, v in enumerate(log["ln_figures"], 1))
+    if "b" in rows[0]:
+        others = [r["b"] for r in rows]
+        out += tag("TIMEWEIGHTB", log["twb"]) + tag("FREQWEIGHTB", log["fwb"])
+        out += tag("LEQCUMB", level(energy_mean([r["leq"] for r in others])))
+        out += tag("LMINCUMB", level(min(r["lmin"] for r in others)))
+        out += tag("LMAXCUMB", level(max(r["lmax"] for r in others)))
+        out += tag("PEAKCUMB", level(max(r["peak"] for r in others)))
+    out += "".join(project_row(r) for r in rows)
+    for criterion, exchange, when, note, leq, duration, included in log.get("table", []):
+        out += block("DOSELOGSAMPLE", tag("DOSECRITERION", criterion), tag("DOSEEXCHANGE", exchange),
+                     tag("DOSESAMPLEDATE", day(when)), tag("DOSESAMPLETIME", clock_text(when)), tag("DOSENOTE", note),
+                     tag("DOSELEQ", level(leq)), tag("DOSEDURN", duration), tag("DOSEINC", word(included)))
+    for when, seconds in log.get("peaks", []):
+        out += block("PEAKSAMPLE", tag("PEAKTIME", clock_text(when)), tag("DURATION", level(seconds)))
+    words = {"dose-hour": "DOSEHR", "overload": "NNO"}
+    shown = [tag(f"PLOT-{words.get(name, name.upper())}-{a}-{b}", "True")
+             for a in (1, 2) for b in (1, 2) for name in log["shown"][a, b]]
+    return block("LOG", out, block("DISPLAY", *shown))
+
+
+def stamping_project(rng):
+    start = datetime(2003, 10, 14, 22, 30)
+    lns = [10, 50, 90]
+    log = new_log("Stamping, night", start, 60, fwb="C", twb="Fast", lns=lns, exchange=5, criterion=90,
+                  note="Press 4, 630 t. Operator's right ear; <1 m from the die.")
+    whole = []
+    for i in range(120):
+        short = walk(rng, 78 if 40 <= i < 55 else 93, 2.5, 60)
+        whole += short
+        row = broadband_row(rng, start + timedelta(minutes=i), 60, short, (14, 26), lns)
+        second_channel(rng, row, 2.5, 0.4)
+        row["ol"] = i == 97
+        log["rows"].append(row)
+    add_row_exposure(log)
+    log["ln_figures"] = [[percentile(whole, n)] for n in lns]
+    loud = sorted(log["rows"], key=lambda r: -r["peak"])[:3]
+    log["peaks"] = [(r["peaktm"], single(rng.uniform(0.1, 0.9))) for r in sorted(loud, key=lambda r: r["peaktm"])]
+    log["table"] = [(90, 5, start, "press", 93.2, "05:30:00", True),
+                    (90, 5, start + timedelta(hours=6), "setting up", 81.5, "01:45:00", True)]
+    log["shown"] = {(1, 1): LEVELS + ["lex", "dose", "dose-hour", "ln1", "ln2"], (1, 2): LEVELS + ["overload"],
+                    (2, 1): ["leq"], (2, 2): ["leq"]}
+    levels = [66, 72, 80, 85, 88, 90, 91, 89, 86, 81, 74]
+    octave = spectrum_log(rng, "Press 4, die closed", 1, datetime(2003, 10, 15, 1, 10), 10, 40, lambda b, _: levels[b],
+                          1.2)
+    text = "".join(block("INSDATA", tag("NAME", "Body shop"), tag("INSNAME", name), tag("INSSERIAL", serial),
+                         tag("INSTYPE", 0), project_log(log))
+                   for name, serial, log in (("TR326", "A2207", log), ("Corvane 3", "C30118", octave)))
+    write_old("stamping-night.zdp", text)
+
+
+def report(lines):
+    """Delimited text; a line of one text has an empty token behind it."""
+    return "".join(",".join(f'"{x}"' if isinstance(x, str) and x else str(x) for x in line) + "\r\n"
+                   for line in ([line, ""] if isinstance(line, str) else line for line in lines))
+
+
+def report_head(log, mode, instrument, *figures):
+    rows = log["rows"]
+    start, end = rows[0]["start"], rows[-1]["start"] + timedelta(seconds=log["interval"])
+    return ["Logged measurement", instrument, f"Exchange : {log['exchange']}", f"Criterion:{log['criterion']}",
+            "Title:", log["name"], f"Mode: {mode}", f"Rows: {len(rows)}", start.strftime("Start: %H:%M on %d/%m/%Y"),
+            end.strftime("End  : %H:%M on %d/%m/%Y"), "Channel: 1", f"Frequency weighting:{log['fw']}",
+            f"Time weighting:{log['tw']}", "Whole measurement:", *figures]
+
+
+def overall(log):
+    rows = log["rows"]
+    leq = energy_mean([r["leq"][0] for r in rows])
+    return leq, leq + 10 * math.log10(len(rows) * log["interval"]), max(r["lmax"][0] for r in rows)
+
+
+def sawmill_report(rng):
+    start = datetime(1998, 4, 21, 23, 40)
+    log = new_log("Edger, late shift", start, 60, tw="Slow")
+    for i in range(60):
+        row = broadband_row(rng, start + timedelta(minutes=i), 60, walk(rng, 91 if i % 15 < 11 else 79, 2, 60), (12, 18))
+        log["rows"].append(row)
+    leq, energy, high = overall(log)
+    percent = dose(leq, 8, log)
+    head = report_head(log, "IND", "TR32230417", f"Leq:{leq:.1f}", f"LAE:{energy:.1f}", f"Dose:{percent:.1f}%",
+                       "Overload: no", f"Lmax:{high:.1f}",
+                       ["at 00:12", f"Peak:{max(r['peak'] for r in log['rows']):.1f}"], "Rows:", "Levels in dB",
+                       ["Time", "Leq", "LE", "Lmax", "Peak", "Over", ""])
+    rows = [[r["start"].strftime("%H:%M"), r["leq"][0], round(r["leq"][0] + 17.8, 1), r["lmax"][0], r["peak"], 0, ""]
+            for r in log["rows"]]
+    write_old("sawmill-edger.csv", report(head + rows))
+
+
+def quarry_report(rng):
+    start = datetime(1999, 7, 2, 6, 0)
+    log = new_log("Quarry, house 3", start, 300, location="ENV")
+    whole = []
+    for i in range(36):
+        short = walk(rng, 58 if i in (20, 21) else 44, 3, 150)
+        whole += short
+        log["rows"].append(broadband_row(rng, start + timedelta(minutes=5 * i), 300, short, (10, 15), [10, 90]))
+    leq, energy, high = overall(log)
+    head = report_head(log, "ENV", "TR32418802", f"Leq:{leq:.1f}", f"LAE:{energy:.1f}", f"L10:{percentile(whole, 10)}",
+                       "Overload: no", f"L90:{percentile(whole, 90)}", f"LAmax:{high:.1f}", "at 07:42",
+                       f"LAmin:{min(r['lmin'][0] for r in log['rows']):.1f}", "at 06:21", ["Levels in dB"],
+                       ["Time", "Leq", "LE", "Lmax", "Lmin", "L10", "L90", ""])
+    rows = [[r["start"].strftime("%H:%M"), r["leq"][0], round(r["leq"][0] + 24.8, 1), r["lmax"][0], r["lmin"][0],
+             r["ln"][0][0], r["ln"][1][0], ""] for r in log["rows"]]
+    write_old("quarry-house.zdf", report(head + rows))
+
+
+def octave_levels(rng, base):
+    return [(label, round(x + rng.gauss(0, 1), 1)) for label, x in zip(OCTAVES[1:], base)]
+
+
+def kiln_octave_report(rng):
+    levels = octave_levels(rng, [78, 81, 84, 86, 85, 82, 78, 71, 63, 52])
+    write_old("kiln-octave.zdo", report([["Instrument: TR352"], ["Octave bands", "Leq"], ["Time and date not set"],
+                                         ["Burner, full load", "1 m", "Z"],
+                                         *([f"{label} Hz: {x}"] for label, x in levels)]))
+
+
+def old_meter_report(_):
+    write_old("old-meter.csv", report([["TR340"], ["Time and date not set"]]))
+
+
+def duct_sound_files(rng):
+    for name, base in (("supply-duct.zd2", [71, 70, 66, 62, 57, 52, 46, 40, 33, 25]),
+                       ("return-duct.zd4", [68, 69, 66, 60, 56, 50, 45, 38, 30, 22])):
+        labels, levels = zip(*octave_levels(rng, base))
+        write_old(name, report([["Octave bands"], list(labels), list(levels)]))
+
+
 if __name__ == "__main__":
     for number, make in enumerate((shift_dosimeter, night_environment, machine_survey, third_octave,
                                    brevik_short_form, protector_ac, roadworks_selection,
-                                   bottling_machine_log, fan_machine_log)):
+                                   bottling_machine_log, fan_machine_log, stamping_project, sawmill_report,
+                                   quarry_report, kiln_octave_report, old_meter_report, duct_sound_files)):
         make(random.Random(1000 + number))

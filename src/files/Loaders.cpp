@@ -1,6 +1,8 @@
 #include "files/Loaders.h"
 
 #include "files/MachineLog.h"
+#include "files/ProjectFile.h"
+#include "files/SoundFiles.h"
 #include "files/XmlReader.h"
 #include "files/XmlWriter.h"
 #include "model/Session.h"
@@ -24,17 +26,9 @@ std::string unableToOpen(const clsFile& file) {
     return ReplaceText(file.session().LoadText(8401), "^", file.FileName);
 }
 
-bool FileOpenCsv(clsFile& file, std::string& message) {
-    message = unableToOpen(file);
-    return false;
-}
-
-bool FileOpenSound(clsFile& file, std::string& message) {
-    message = unableToOpen(file);
-    return false;
-}
-
-bool FileOpenLog(clsFile& file, std::string& message) {
+// What a reader makes of the bytes of a file: read(bytes)
+template <class Read>
+bool readBytes(const clsFile& file, std::string& message, Read read) {
     std::shared_ptr<FileBytes> bytes;
     try {
         bytes = readFile(file.FileName);
@@ -42,13 +36,35 @@ bool FileOpenLog(clsFile& file, std::string& message) {
         message = unableToOpen(file) + ": " + error.what();
         return false;
     }
-    file.OldStyle = ReadMachineLog(file, bytes->view(), message);
-    return file.OldStyle;
+    return read(bytes->view());
+}
+
+bool FileOpenCsv(clsFile& file, std::string& message) {
+    return file.OldStyle = readBytes(file, message, [&file](std::string_view text) {
+               ReadSoundCsv(file, text);
+               return true;
+           });
+}
+
+bool FileOpenSound(clsFile& file, std::string& message) {
+    return file.OldStyle = readBytes(file, message, [&file](std::string_view text) {
+               ReadSoundFile(file, text);
+               return true;
+           });
+}
+
+bool FileOpenLog(clsFile& file, std::string& message) {
+    return file.OldStyle = readBytes(
+               file, message, [&file, &message](std::string_view text) { return ReadMachineLog(file, text, message); });
 }
 
 bool FileOpenProject(clsFile& file, std::string& message) {
-    message = unableToOpen(file);
-    return false;
+    file.OldStyle = false;
+    return readBytes(file, message, [&file, &message](std::string_view text) {
+        if (ReadProject(file, text)) return true;
+        message = unableToOpen(file);
+        return false;
+    });
 }
 
 bool FileOpenXml(clsFile& file, std::string& message) {

@@ -1,5 +1,6 @@
 #include "files/MachineLog.h"
 
+#include "files/RowRecord.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
 #include "platform/Numbers.h"
@@ -20,7 +21,6 @@ constexpr std::size_t kHeaderFields = 26;
 constexpr std::size_t kModeField = 7; // counted from 0
 constexpr std::size_t kIntervalField = 14;
 constexpr std::size_t kUnitField = 15;
-constexpr int kLns = 7; // Ln levels of a row and of the whole log
 constexpr std::string_view kEndOfRows = "stoplog";
 const Locale kPoint; // figures have a decimal point whatever the user's locale is
 
@@ -38,60 +38,9 @@ std::optional<int> modeOf(std::string_view word) {
     return std::nullopt;
 }
 
-[[noreturn]] void raisePastEnd() {
-    throw RuntimeError(62, "Input past end of file");
-}
-
-class Fields {
-public:
-    explicit Fields(std::string_view text) : rest_(text) {}
-
-    // The text up to the next comma, without the line ends in front; nothing behind the last comma.
-    std::optional<std::string_view> next() {
-        const std::size_t comma = rest_.find(',');
-        if (comma == std::string_view::npos) return std::nullopt;
-        std::string_view field = rest_.substr(0, comma);
-        rest_.remove_prefix(comma + 1);
-        while (!field.empty() && (field.front() == '\r' || field.front() == '\n'))
-            field.remove_prefix(1);
-        return field;
-    }
-
-    std::string_view take() {
-        const auto field = next();
-        if (!field) raisePastEnd();
-        return *field;
-    }
-
-    std::size_t left() const { return static_cast<std::size_t>(std::count(rest_.begin(), rest_.end(), ',')); }
-
-private:
-    std::string_view rest_;
-};
-
-// A level or dose; an empty field is one that the instrument does not give.
-float figure(std::string_view field) {
-    float value = 0;
-    if (!field.empty() && !readSingle(field, value)) raiseTypeMismatch();
-    return value;
-}
-
-// Seconds of the day of "hh:mm:ss".
-std::int32_t secondsOfDay(std::string_view field) {
-    constexpr std::size_t kLength = 8;
-    if (field.size() != kLength || field[2] != ':' || field[5] != ':') raiseTypeMismatch();
-    const auto part = [field](std::size_t at, int limit) {
-        const int tens = field[at] - '0';
-        const int units = field[at + 1] - '0';
-        if (tens < 0 || tens > 9 || units < 0 || units > 9 || tens * 10 + units >= limit) raiseTypeMismatch();
-        return tens * 10 + units;
-    };
-    return part(0, 24) * 3600 + part(3, 60) * 60 + part(6, 60);
-}
-
-void takeBands(Fields& fields, BandValues& values) {
+void takeBands(CommaFields& fields, BandValues& values) {
     for (int band = 0; band <= values.last(); ++band)
-        values(band).Value(figure(fields.take()));
+        values(band).Value(figureOf(fields.take()));
 }
 
 using TakeHeaderField = void (*)(clsInsData& data, clsLog& log, std::string_view field);
@@ -146,64 +95,33 @@ std::int32_t intervalOf(std::string_view length, std::string_view unit) {
     return roundToLong(seconds);
 }
 
-constexpr std::array kBanded = {Quantity::LeqA, Quantity::LminA, Quantity::LmaxA};
-constexpr std::array kBroadband = {Quantity::DoseA, Quantity::LepdA, Quantity::SELA, Quantity::Ltm3A, Quantity::Ltm5A};
-constexpr std::array kChannelB = {Quantity::LeqB, Quantity::LminB, Quantity::LmaxB, Quantity::PeakB};
-
-std::size_t fieldsOfRow(const clsLog& log) {
-    std::size_t count = 1 + kBanded.size() * static_cast<std::size_t>(lastBand(log.Mode()) + 1) + 1 + 1;
-    if (!log.IsOctaveLog()) count += kBroadband.size() + kLns;
-    if (log.IsChannelBOn) count += kChannelB.size();
-    return count;
-}
-
 // Takes the records up to the word that ends them.
-void takeRows(Fields& fields, clsLog& log) {
-    const std::size_t most = fields.left() / fieldsOfRow(log);
+void takeRows(CommaFields& fields, clsLog& log) {
+    const std::size_t most = fields.left() / fieldsOfRecord(log);
     IntervalColumns& rows = log.LogIntervals.Columns();
     rows.resize(most, most);
     std::size_t row = 0;
-    const auto put = [&](Quantity quantity, int band) {
-        const float value = figure(fields.take());
-        rows.setLevel(quantity, band, row, {value, value});
-    };
     for (std::string_view first = fields.take(); first != kEndOfRows; first = fields.take(), ++row) {
         if (row == most) raisePastEnd(); // too few fields are left for a row
-        rows.set(rows.StartTime, row, secondsOfDay(first));
-        for (const Quantity quantity : kBanded) {
-            for (int band = 0; band <= lastBand(log.Mode()); ++band)
-                put(quantity, band);
-        }
-        put(Quantity::PeakA, 0);
-        if (!log.IsOctaveLog()) {
-            for (const Quantity quantity : kBroadband)
-                put(quantity, 0);
-            for (int ln = 1; ln <= kLns; ++ln)
-                put(lnQuantity(ln), 0);
-        }
-        if (log.IsChannelBOn) {
-            for (const Quantity quantity : kChannelB)
-                put(quantity, 0);
-        }
-        rows.set(rows.OverloadedA, row, static_cast<std::uint8_t>(fields.take() == "1"));
+        takeRecord(first, fields, log, row);
     }
     rows.setCount(row);
 }
 
-void takeClosing(Fields& fields, clsLog& log) {
+void takeClosing(CommaFields& fields, clsLog& log) {
     log.IsLoggingOverLoaded = fields.take() == "1";
     log.EndDate.setDate(fields.take(), kPoint);
     log.EndTime.setTime(fields.take(), kPoint);
     for (BandValues* values : {&log.LeqCumA, &log.LminCumA, &log.LmaxCumA})
         takeBands(fields, *values);
-    log.PeakCumA.Value(figure(fields.take()));
+    log.PeakCumA.Value(figureOf(fields.take()));
     if (log.IsOctaveLog()) return;
     for (clsValue* value : {&log.DoseETCumA, &log.DoseMTCumA, &log.LepdETCumA, &log.LepdMTCumA, &log.SELCumA,
                             &log.Ltm3CumA, &log.Ltm5CumA}) {
-        value->Value(figure(fields.take()));
+        value->Value(figureOf(fields.take()));
     }
-    for (int ln = 1; ln <= kLns; ++ln)
-        log.LnCumA(ln, 0).Value(figure(fields.take()));
+    for (int ln = 1; ln <= kRecordLns; ++ln)
+        log.LnCumA(ln, 0).Value(figureOf(fields.take()));
 }
 
 std::string nameOf(const clsFile& file) {
@@ -218,7 +136,7 @@ std::string nameOf(const clsFile& file) {
 }
 
 // Nothing when the text does not begin as a machine log. Raises for one that cannot be read to its end.
-std::unique_ptr<clsInsData> readLog(clsFile& file, Fields fields) {
+std::unique_ptr<clsInsData> readLog(clsFile& file, CommaFields fields) {
     std::array<std::string_view, kHeaderFields> header;
     for (std::size_t i = 0; i <= kModeField; ++i) {
         const auto field = fields.next();
@@ -251,7 +169,7 @@ bool ReadMachineLog(clsFile& file, std::string_view text, std::string& message) 
                ReplaceText(file.session().LoadText(8401), "^", file.FileName);
     };
     try {
-        auto data = readLog(file, Fields(text));
+        auto data = readLog(file, CommaFields(text));
         if (data != nullptr) {
             file.InstrumentDatas.push_back(std::move(data));
             return true;

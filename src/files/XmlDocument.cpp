@@ -1,7 +1,5 @@
 #include "files/XmlDocument.h"
 
-#include "platform/RuntimeError.h"
-
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -9,10 +7,6 @@
 namespace kestrane {
 
 namespace {
-
-// A long text is copied and kept several times, and a character of it may be escaped to ten.
-constexpr std::size_t kLongText = 16 << 10;
-constexpr std::size_t kTextCost = 40;
 
 constexpr std::size_t kGrowth = 2; // of a vector
 
@@ -100,24 +94,20 @@ std::shared_ptr<XmlDocument> XmlDocument::fromText(std::string_view text, std::s
     return checked(std::move(bytes), reason);
 }
 
-void XmlDocument::charge(std::size_t memory) const {
-    if (charged_.fetch_add(memory) + memory > text().size() + kAllowance) raiseOutOfMemory();
-}
-
 std::string XmlDocument::serialised(std::size_t begin, std::size_t end) const {
-    if (end - begin > kLongText) charge(kTextCost * (end - begin));
+    chargeText(end - begin);
     return xmlSerialise(bytes_, begin, end);
 }
 
 std::string XmlDocument::decoded(const XmlElement& content) const {
     const std::size_t size = content.contentEnd - content.contentBegin;
-    if (size > kLongText) charge(kTextCost * size);
+    chargeText(size);
     return xmlDecode(bytes_, text().substr(content.contentBegin, size));
 }
 
 std::string XmlDocument::attribute(const XmlElement& element, std::string_view name) const {
     const std::size_t size = element.contentBegin - element.begin;
-    if (size > kLongText) charge(kTextCost * size);
+    chargeText(size);
     return xmlAttribute(bytes_, element, name).value_or(std::string());
 }
 

@@ -3,10 +3,10 @@
 // by the logs whose rows are still to be loaded.
 #pragma once
 
+#include "files/MemoryBudget.h"
 #include "platform/Xml.h"
 
 #include <array>
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -32,7 +32,6 @@ struct IntervalsBlock {
 };
 
 constexpr std::int64_t kLandmark = 64;
-constexpr std::size_t kAllowance = 24 << 20;
 
 class XmlDocument {
 public:
@@ -43,9 +42,8 @@ public:
 
     const XmlBytes& bytes() const { return bytes_; }
 
-    // Counts memory that reading takes, on any thread. Text that is worth its while takes less than it is long; raises
-    // 7 past that and kAllowance, so that a hostile file cannot take many times its size.
-    void charge(std::size_t memory) const;
+    // Counts memory that reading takes, on any thread; raises 7 when it is far more than the size of the document.
+    void charge(std::size_t memory) const { budget_.charge(memory, text().size()); }
 
     std::string_view text() const { return bytes_.text(); }
 
@@ -82,9 +80,11 @@ public:
 private:
     static std::shared_ptr<XmlDocument> checked(XmlBytes bytes, std::string& reason);
 
+    void chargeText(std::size_t length) const { budget_.chargeText(length, text().size()); }
+
     XmlBytes bytes_;
     std::vector<IntervalsBlock> blocks_; // in document order
-    mutable std::atomic<std::size_t> charged_ = 0;
+    mutable MemoryBudget budget_;
 };
 
 } // namespace kestrane

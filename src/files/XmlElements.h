@@ -79,6 +79,16 @@ inline constexpr Parameter kDisplayOrder[] = {
     eLeq,   eLmin,  eLmax,  ePeak,  eLepdET, eDoseET, eDoseMT, eDoseHour, eLtm3,  eLtm5,   eLe_Sel, eOverload, ePa2Hr,
     eLn(1), eLn(2), eLn(3), eLn(4), eLn(5),  eLn(6),  eLn(7),  eLn(8),    eLn(9), eLn(10), eLAvg,   eTWA};
 
+// Takes over what a file says of a parameter's display. An Ln that is not in use is neither plottable nor plotted.
+inline void setPlotted(clsLog& log, int channel, int kind, Parameter parameter, bool isPlotted) {
+    if (parameter >= eLn1 && parameter <= eLn10) {
+        const bool isInUse = log.LnNumberA(parameter - eLn1 + 1) != 0;
+        log.objLogOptions.Plottable.set(channel, kind, parameter, isInUse);
+        isPlotted = isPlotted && isInUse;
+    }
+    log.objLogOptions.IsPlotted.set(channel, kind, parameter, isPlotted);
+}
+
 // A log and its rows are written in the short form for the Brevik family past this firmware.
 inline bool isShortForm(std::string_view insName, float firmware) {
     return IsBrevikMeter(insName) && firmware > 1.05F;

@@ -14,8 +14,6 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kLogMemory = 16 << 10; // a log and all that belongs to it, but for its rows and texts
-
 // The texts of one element, looked up together.
 class NodeTexts {
 public:
@@ -230,19 +228,11 @@ private:
         }
         views.assign(names.begin(), names.end());
         const NodeTexts t = texts(disp, views);
-        clsLogOptions& options = log_.objLogOptions;
         auto name = names.begin();
         for (const int a : {1, 2}) {
             for (const int b : {1, 2}) {
-                for (const Parameter p : kDisplayOrder) {
-                    bool isPlotted = t.flag(*name++);
-                    if (p >= eLn1 && p <= eLn10) {
-                        const bool isInUse = log_.LnNumberA(p - eLn1 + 1) != 0;
-                        options.Plottable.set(a, b, p, isInUse);
-                        isPlotted = isPlotted && isInUse;
-                    }
-                    options.IsPlotted.set(a, b, p, isPlotted);
-                }
+                for (const Parameter p : kDisplayOrder)
+                    setPlotted(log_, a, b, p, t.flag(*name++));
             }
         }
     }
@@ -274,7 +264,7 @@ std::unique_ptr<clsInsData> readCollection(Session& session, const std::shared_p
     const auto logs = document->child(node, "logs");
     if (!logs) return data;
     for (const XmlElement& element : document->children(*logs, "log")) {
-        document->charge(kLogMemory);
+        document->charge(kMemoryOfLog);
         auto log = std::make_unique<clsLog>(session);
         log->InsName = data->InsName();
         log->FirmwareVersion = data->FirmwareVersion;

@@ -7,6 +7,7 @@
 
 #include <cctype>
 #include <cmath>
+#include <span>
 #include <unordered_map>
 #include <vector>
 
@@ -47,18 +48,18 @@ std::int32_t commonSpacing(const IntervalColumns& rows, bool& isErratic) {
 
 // The seconds of stamps that carry whole minutes only, counted on from the start of the log.
 void rebuildSeconds(clsLog& log) {
+    IntervalColumns& rows = log.LogIntervals.Columns();
+    const std::span<std::int32_t> times = rows.StartTime.write(rows.count(), rows.capacity());
+    const auto minuteOf = [&times](std::size_t row) { return times[row] / 60 % 60; };
     std::int32_t t = log.StartTime.Secs;
-    std::int32_t lastMinute = log.LogIntervals.Item(1).StartTime.Mins;
-    for (std::int64_t index = 2; index <= log.LogIntervals.Count(); ++index) {
-        clsLogInterval row = log.LogIntervals.Item(index);
+    std::int32_t lastMinute = minuteOf(0);
+    for (std::size_t row = 1; row < times.size(); ++row) {
+        const std::int32_t minute = minuteOf(row);
         t += log.Interval;
-        if (t >= 60) {
-            t -= 60;
-        }
-        if (t < 60 && row.StartTime.Mins != lastMinute) t = log.StartTime.Secs;
-        lastMinute = row.StartTime.Mins;
-        row.StartTime.Secs = t;
-        log.LogIntervals.Commit(row, index);
+        if (t >= 60) t -= 60;
+        if (t < 60 && minute != lastMinute) t = log.StartTime.Secs;
+        lastMinute = minute;
+        times[row] += t - times[row] % 60;
     }
 }
 

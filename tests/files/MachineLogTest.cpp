@@ -1,6 +1,6 @@
 #include "files/MachineLog.h"
 
-#include "files/OpenedFile.h"
+#include "TestSession.h"
 #include "files/XmlWriter.h"
 
 #include <gtest/gtest.h>
@@ -218,28 +218,6 @@ TEST(MachineLog, RefusesWithAReason) {
         EXPECT_FALSE(read.isRead) << text.substr(0, 200);
         EXPECT_EQ(read.message, message) << text.substr(0, 200);
         EXPECT_TRUE(read.file.InstrumentDatas.empty());
-    }
-}
-
-// The samples open as files of an old format and are saved as data files that read back the same.
-TEST(MachineLog, ASavedLogReadsBackEqual) {
-    for (const char* name : {"bottling-night.log", "extract-fan-octave.log"}) {
-        OpenedFile opened(readText(std::string(SAMPLES_DIR "/old/") + name), "a.log");
-        ASSERT_TRUE(opened.isOpen) << opened.message;
-        EXPECT_TRUE(opened.file.IsOldStyle());
-        const auto text = [](clsFile& file) { // without what is plotted, which follows from the figures
-            const std::string whole = DocumentText(file, true);
-            return whole.substr(0, whole.find("<disp>"));
-        };
-        opened.file.FileName = opened.folder.file("a.xml");
-        FileSave(opened.file);
-        OpenedFile again(readText(opened.file.FileName));
-        ASSERT_TRUE(again.isOpen) << again.message;
-        for (const int mode : {modeBroadband, modeFullOctave}) {
-            for (const auto& log : again.file.InstrumentDatas.at(0)->logsOf(mode))
-                OpenedFile::loadRows(*log);
-        }
-        EXPECT_TRUE(text(again.file) == text(opened.file)) << name;
     }
 }
 

@@ -1,0 +1,527 @@
+#include "files/ProjectFile.h"
+
+#include "files/DelimitedText.h"
+#include "files/MemoryBudget.h"
+#include "files/RowRecord.h"
+#include "files/XmlElements.h"
+#include "model/LogTime.h"
+#include "model/Session.h"
+#include "model/SettingsText.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+#include "platform/Utf8.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <set>
+#include <string>
+
+namespace kestrane {
+
+namespace {
+
+const Locale kPoint; // figures have a decimal point whatever the user's locale is
+
+bool isNameCharacter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '-';
+}
+
+// Steps through the tags of a block. A tag whose content has not been taken is stepped into.
+class Tags {
+public:
+    explicit Tags(std::string_view block) : text_(block) {}
+
+    bool next() {
+        for (at_ = text_.find('<', at_); at_ != std::string_view::npos; at_ = text_.find('<', at_)) {
+            const std::size_t begin = ++at_;
+            while (at_ < text_.size() && isNameCharacter(text_[at_]))
+                ++at_;
+            if (at_ == begin || at_ == text_.size() || text_[at_] != '>') continue;
+            name_ = text_.substr(begin, at_ - begin);
+            ++at_;
+            return true;
+        }
+        return false;
+    }
+
+    std::string_view name() const { return name_; }
+
+    // Takes the text up to "</>" or "</NAME>", whichever comes first.
+    std::string_view value() {
+        for (std::size_t at = text_.find("</", at_); at != std::string_view::npos; at = text_.find("</", at + 2)) {
+            std::string_view closing = text_.substr(at + 2);
+            if (closing.starts_with(name_)) closing.remove_prefix(name_.size());
+            if (closing.starts_with('>')) return takeUpTo(at, text_.size() - closing.size() + 1);
+        }
+        raiseTypeMismatch();
+    }
+
+    // Takes the text up to "</NAME>": it holds tags of its own.
+    std::string_view block() {
+        const std::string closing = "</" + std::string(name_) + ">";
+        const std::size_t at = text_.find(closing, at_);
+        if (at == std::string_view::npos) raiseTypeMismatch();
+        return takeUpTo(at, at + closing.size());
+    }
+
+    std::string_view valueOrBlock() {
+        const std::size_t bracket = text_.find('<', at_);
+        const bool isValue = bracket != std::string_view::npos && text_.substr(bracket).starts_with("</");
+        return isValue ? value() : block();
+    }
+
+private:
+    std::string_view takeUpTo(std::size_t end, std::size_t behind) {
+        const std::string_view content = text_.substr(at_, end - at_);
+        at_ = behind;
+        return content;
+    }
+
+    std::string_view text_;
+    std::size_t at_ = 0;
+    std::string_view name_;
+};
+
+// The content of the first tag of a name in a block, at any depth; empty when there is none.
+std::string_view valueOf(std::string_view block, std::string_view name) {
+    for (Tags tags(block); tags.next();) {
+        if (tags.name() == name) return tags.value();
+    }
+    return {};
+}
+
+// Puts contents into members. An empty content is a tag that is not there.
+class Values {
+public:
+    Values(const Locale& dates, std::size_t fileSize) : dates_(dates), fileSize_(fileSize) {}
+
+    void charge(std::size_t memory) { budget_.charge(memory, fileSize_); }
+
+    void set(std::string& member, std::string_view text) {
+        budget_.chargeText(text.size(), fileSize_);
+        member = toUtf8(text);
+    }
+
+    void set(std::int16_t& member, std::string_view text) { member = toInteger(text, kPoint); }
+
+    void set(std::int32_t& member, std::string_view text) { member = toLong(text, kPoint); }
+
+    void set(float& member, std::string_view text) { member = figureOf(text); }
+
+    void set(clsValue& member, std::string_view text) { member.Value(figureOf(text)); }
+
+    void set(bool& member, std::string_view text) { fromSettingsText(trimmed(text), member); }
+
+    void set(clsDate& member, std::string_view text) { member.setDate(text, dates_); }
+
+    void set(clsTime& member, std::string_view text) {
+        try {
+            member.setTime(text, kPoint);
+        } catch (const RuntimeError& error) {
+            if (error.Number != kErrorTypeMismatch) throw; // without seconds, hours and minutes count
+        }
+    }
+
+private:
+    const Locale& dates_;
+    std::size_t fileSize_;
+    MemoryBudget budget_;
+};
+
+// A tag beside what takes its content. Behind a numbered one there may be "_" and a number of up to two digits; the
+// number is 0 without.
+template <class Target>
+struct Tag {
+    std::string_view name;
+    void (*take)(Target& target, int number, std::string_view content, Values& values);
+    bool isNumbered = false;
+};
+
+template <class Target>
+struct Found {
+    const Tag<Target>* tag = nullptr;
+    int number = 0;
+};
+
+int numberOf(std::string_view suffix) {
+    if (suffix.size() < 2 || suffix.size() > 3 || suffix[0] != '_') return -1;
+    int number = 0;
+    for (const char digit : suffix.substr(1)) {
+        if (digit < '0' || digit > '9') return -1;
+        number = number * 10 + digit - '0';
+    }
+    return number;
+}
+
+template <class Target, std::size_t N>
+Found<Target> find(const Tag<Target> (&table)[N], std::string_view name) {
+    for (const Tag<Target>& tag : table) {
+        if (!name.starts_with(tag.name)) continue;
+        const std::string_view suffix = name.substr(tag.name.size());
+        const int number = suffix.empty() ? 0 : tag.isNumbered ? numberOf(suffix) : -1;
+        if (number >= 0) return {&tag, number};
+    }
+    return {};
+}
+
+// Hands the contents of a block's tags to what takes them: each the first time, and only when it is not blank.
+template <class Target, std::size_t N>
+class Taker {
+public:
+    Taker(const Tag<Target> (&table)[N], Target& target, Values& values) :
+        table_(table), target_(target), values_(values) {}
+
+    void take(Tags& tags) {
+        const Found<Target> found = find(table_, tags.name());
+        if (found.tag == nullptr) return;
+        const bool isFirst = seen_.insert(tags.name()).second;
+        const std::string_view content = tags.value();
+        if (isFirst && !trimmed(content).empty()) found.tag->take(target_, found.number, content, values_);
+    }
+
+    void takeAll(std::string_view block) {
+        for (Tags tags(block); tags.next();)
+            take(tags);
+    }
+
+private:
+    const Tag<Target> (&table_)[N];
+    Target& target_;
+    Values& values_;
+    std::set<std::string_view> seen_;
+};
+
+template <class Target, auto member>
+void take(Target& target, int, std::string_view content, Values& values) {
+    values.set(target.*member, content);
+}
+
+template <auto member>
+void take(clsLog& log, int, std::string_view content, Values& values) {
+    values.set(log.*member, content);
+}
+
+template <auto member>
+void takeBand(clsLog& log, int band, std::string_view content, Values& values) {
+    BandValues& levels = log.*member;
+    if (band <= levels.last()) values.set(levels(band), content);
+}
+
+bool isLn(int number) {
+    return number >= 1 && number <= NumberOfLns;
+}
+
+using LogTag = Tag<clsLog>;
+
+constexpr LogTag kLogTags[] = {
+    {"NAME", take<&LogData::Name>},
+    {"LocationType", [](clsLog& log, int, std::string_view content, Values&) { log.LocationType(trimmed(content)); }},
+    {"SHIFTLENGTH", [](clsLog& log, int, std::string_view content,
+                       Values& values) { values.set(log.objLogOptions.ExposureTime, content); }},
+    {"CRITERION", take<&LogData::Criterion>},
+    {"EXCHANGE", take<&LogData::Exchange>},
+    {"LOGNOTE", take<&LogData::Note>},
+    {"FACTORYDATE", take<&LogData::FactoryCalibDate>},
+    {"CALIBDATE", take<&LogData::CalibDate>},
+    {"CALIBTIME", take<&LogData::CalibTime>},
+    {"STARTDATE", take<&LogData::StartDate>},
+    {"STARTTIME", take<&LogData::StartTime>},
+    {"ENDDATE", take<&LogData::EndDate>},
+    {"ENDTIME", take<&LogData::EndTime>},
+    {"ISCHANNELBON", take<&LogData::IsChannelBOn>},
+    {"ISLNNUMBERSON", take<&LogData::IsLnNumbersOn>},
+    {"ISLOGOVERLOADED", take<&LogData::IsLoggingOverLoaded>},
+    {"INTERVAL", take<&LogData::Interval>},
+    {"TIMEWEIGHTA", [](clsLog& log, int, std::string_view content, Values&) { log.TimeWeightA(trimmed(content)); }},
+    {"FREQWEIGHTA", [](clsLog& log, int, std::string_view content, Values&) { log.FreqWeightA(trimmed(content)); }},
+    {"LEQCUMA", takeBand<&LogData::LeqCumA>, true},
+    {"LMINCUMA", takeBand<&LogData::LminCumA>, true},
+    {"LMAXCUMA", takeBand<&LogData::LmaxCumA>, true},
+    {"PEAKCUMA", take<&LogData::PeakCumA>},
+    {"LMINCUMDATEA", take<&LogData::LminCumDateA>},
+    {"LMINCUMTIMEA", take<&LogData::LminCumTimeA>},
+    {"LMAXCUMDATEA", take<&LogData::LmaxCumDateA>},
+    {"LMAXCUMTIMEA", take<&LogData::LmaxCumTimeA>},
+    {"PEAKCUMDATEA", take<&LogData::PeakCumDateA>},
+    {"PEAKCUMTIMEA", take<&LogData::PeakCumTimeA>},
+    {"DOSECUMA", take<&LogData::DoseMTCumA>},
+    {"LEXCUMA", take<&LogData::LepdETCumA>},
+    {"LECUMA", take<&LogData::SELCumA>},
+    {"LTM3CUMA", take<&LogData::Ltm3CumA>},
+    {"LTM5CUMA", take<&LogData::Ltm5CumA>},
+    {"DOSEHOURA", take<&LogData::DoseHourA>},
+    {"PA2HA", take<&LogData::Pa2hCumA>},
+    {"LNNUMBERA",
+     [](clsLog& log, int ln, std::string_view content, Values& values) {
+         std::int16_t percent = 0;
+         values.set(percent, content);
+         if (isLn(ln)) log.LnNumberA(ln, percent);
+     },
+     true},
+    {"LNCUMA",
+     [](clsLog& log, int ln, std::string_view content, Values& values) {
+         if (isLn(ln)) values.set(log.LnCumA(ln, 0), content);
+     },
+     true},
+    {"TIMEWEIGHTB", [](clsLog& log, int, std::string_view content, Values&) { log.TimeWeightB(trimmed(content)); }},
+    {"FREQWEIGHTB", [](clsLog& log, int, std::string_view content, Values&) { log.FreqWeightB(trimmed(content)); }},
+    {"LEQCUMB", take<&LogData::LeqCumB>},
+    {"LMINCUMB", take<&LogData::LminCumB>},
+    {"LMAXCUMB", take<&LogData::LmaxCumB>},
+    {"PEAKCUMB", take<&LogData::PeakCumB>},
+    {"DOSECUMB", take<&LogData::DoseMTCumB>},
+    {"LEXCUMB", take<&LogData::LepdETCumB>},
+    {"PLEXCUMB", take<&LogData::LepdMTCumB>},
+    {"LECUMB", take<&LogData::SELCumB>},
+    {"DOSEHOURB", take<&LogData::DoseHourB>},
+    {"PA2HB", take<&LogData::Pa2hCumB>},
+};
+
+// A row under way.
+struct Row {
+    IntervalColumns& columns;
+    std::size_t row; // counted from 0
+    int last;        // band
+    bool isDated = false;
+
+    void put(Quantity quantity, int band, std::string_view content) {
+        const float value = figureOf(content);
+        columns.setLevel(quantity, band, row, {value, value});
+    }
+};
+
+template <Quantity quantity>
+void takeRowBand(Row& row, int band, std::string_view content, Values&) {
+    if (band <= row.last) row.put(quantity, band, content);
+}
+
+template <Quantity quantity>
+void takeRowFigure(Row& row, int, std::string_view content, Values&) {
+    row.put(quantity, 0, content);
+}
+
+template <Column<std::uint8_t> IntervalColumns::*column>
+void takeRowFlag(Row& row, int, std::string_view content, Values& values) {
+    bool isSet = false;
+    values.set(isSet, content);
+    row.columns.set(row.columns.*column, row.row, static_cast<std::uint8_t>(isSet));
+}
+
+constexpr Tag<Row> kRowTags[] = {
+    {"STARTDATE",
+     [](Row& row, int, std::string_view content, Values& values) {
+         clsDate date;
+         values.set(date, content);
+         row.isDated = true;
+         row.columns.set(row.columns.StartDate, row.row, date == clsDate() ? CalendarTime{0} : date.getDate());
+     }},
+    {"STARTTIME",
+     [](Row& row, int, std::string_view content, Values& values) {
+         clsTime time;
+         values.set(time, content);
+         row.columns.set(row.columns.StartTime, row.row, time.getTimeAsSeconds());
+     }},
+    {"LEQA", takeRowBand<Quantity::LeqA>, true},
+    {"LMINA", takeRowBand<Quantity::LminA>, true},
+    {"LMAXA", takeRowBand<Quantity::LmaxA>, true},
+    {"LNA",
+     [](Row& row, int ln, std::string_view content, Values&) {
+         if (isLn(ln)) row.put(lnQuantity(ln), 0, content);
+     },
+     true},
+    {"PEAKA", takeRowFigure<Quantity::PeakA>},
+    {"DOSEA", takeRowFigure<Quantity::DoseA>},
+    {"LEXA", takeRowFigure<Quantity::LepdA>},
+    {"LEA", takeRowFigure<Quantity::SELA>},
+    {"LTM3A", takeRowFigure<Quantity::Ltm3A>},
+    {"LTM5A", takeRowFigure<Quantity::Ltm5A>},
+    {"PA2HA", takeRowFigure<Quantity::Pa2hA>},
+    {"OVERA", takeRowFlag<&IntervalColumns::OverloadedA>},
+    {"LEQB", takeRowFigure<Quantity::LeqB>},
+    {"LMINB", takeRowFigure<Quantity::LminB>},
+    {"LMAXB", takeRowFigure<Quantity::LmaxB>},
+    {"PEAKB", takeRowFigure<Quantity::PeakB>},
+    {"OVERB", takeRowFlag<&IntervalColumns::OverloadedB>},
+};
+
+constexpr Tag<clsDoseLogSample> kExposureTags[] = {
+    {"DOSECRITERION", take<clsDoseLogSample, &clsDoseLogSample::Criterion>},
+    {"DOSEEXCHANGE", take<clsDoseLogSample, &clsDoseLogSample::Exchange>},
+    {"DOSESAMPLEDATE", take<clsDoseLogSample, &clsDoseLogSample::SampleDate>},
+    {"DOSESAMPLETIME", take<clsDoseLogSample, &clsDoseLogSample::SampleTime>},
+    {"DOSENOTE", take<clsDoseLogSample, &clsDoseLogSample::Note>},
+    {"DOSELEQ", take<clsDoseLogSample, &clsDoseLogSample::Leq>},
+    {"DOSEDURN", take<clsDoseLogSample, &clsDoseLogSample::Duration>},
+    {"DOSEINC", take<clsDoseLogSample, &clsDoseLogSample::IsIncluded>},
+};
+
+constexpr Tag<clsPeak> kPeakTags[] = {
+    {"PEAKTIME", take<clsPeak, &clsPeak::PeakTime>},
+    {"DURATION", take<clsPeak, &clsPeak::SampleDuration>},
+};
+
+constexpr Tag<clsInsData> kCollectionTags[] = {
+    {"NAME", take<clsInsData, &clsInsData::NameX>},
+    {"INSNAME",
+     [](clsInsData& data, int, std::string_view content, Values& values) {
+         std::string name;
+         values.set(name, content);
+         data.InsName(name);
+     }},
+    {"INSSERIAL", take<clsInsData, &clsInsData::InsSerial>},
+    {"INSTYPE", take<clsInsData, &clsInsData::InsType>},
+};
+
+// The words of the plotted flags, in the order of kDisplayOrder: "PLOT-LEQ-1-2" is that of channel A by intervals.
+constexpr std::string_view kPlotWords[] = {"LEQ",  "LMIN", "LMAX", "PEAK", "LEX",  "DOSE", "PDOSE", "DOSEHR", "LTM3",
+                                           "LTM5", "LE",   "NNO",  "PA2H", "LN1",  "LN2",  "LN3",   "LN4",    "LN5",
+                                           "LN6",  "LN7",  "LN8",  "LN9",  "LN10", "LAVG", "TWA"};
+static_assert(std::size(kPlotWords) == std::size(kDisplayOrder));
+
+// The parameter, channel and kind of such a name.
+struct PlotName {
+    Parameter parameter;
+    int channel, kind;
+};
+
+std::optional<PlotName> plotNameOf(std::string_view name) {
+    constexpr std::string_view kStart = "PLOT-";
+    constexpr std::size_t kEnd = 4; // "-1-2"
+    if (!name.starts_with(kStart) || name.size() < kStart.size() + kEnd) return std::nullopt;
+    const std::string_view end = name.substr(name.size() - kEnd);
+    const auto isIndex = [](char c) { return c == '1' || c == '2'; };
+    if (end[0] != '-' || !isIndex(end[1]) || end[2] != '-' || !isIndex(end[3])) return std::nullopt;
+    const std::string_view word = name.substr(kStart.size(), name.size() - kStart.size() - kEnd);
+    const auto* const found = std::find(std::begin(kPlotWords), std::end(kPlotWords), word);
+    if (found == std::end(kPlotWords)) return std::nullopt;
+    return PlotName{kDisplayOrder[found - std::begin(kPlotWords)], end[1] - '0', end[3] - '0'};
+}
+
+void takeDisplay(clsLog& log, std::string_view block, Values& values) {
+    PlotTable told, plotted;
+    for (Tags tags(block); tags.next();) {
+        const auto name = plotNameOf(tags.name());
+        if (!name) continue;
+        const std::string_view content = trimmed(tags.value());
+        if (content.empty() || told(name->channel, name->kind, name->parameter)) continue;
+        bool isPlotted = false;
+        values.set(isPlotted, content);
+        told.set(name->channel, name->kind, name->parameter, true);
+        plotted.set(name->channel, name->kind, name->parameter, isPlotted);
+    }
+    for (const int channel : {kChannelA, kChannelB}) {
+        for (const int kind : {kCumulative, kInterval}) {
+            for (const Parameter parameter : kDisplayOrder)
+                setPlotted(log, channel, kind, parameter, plotted(channel, kind, parameter));
+        }
+    }
+}
+
+class LogReader {
+public:
+    LogReader(clsLog& log, std::string_view block, Values& values) : log_(log), block_(block), values_(values) {}
+
+    void read() {
+        if (const std::string_view mode = trimmed(valueOf(block_, "MODE")); !mode.empty())
+            log_.Mode(toInteger(mode, kPoint));
+        if (const std::string_view isOn = trimmed(valueOf(block_, "ISCHANNELBON")); !isOn.empty())
+            values_.set(log_.IsChannelBOn, isOn);
+        const std::size_t most = rowsAtMost();
+        columns().resize(most, most);
+        std::optional<std::string_view> display;
+        Taker taker(kLogTags, log_, values_);
+        for (Tags tags(block_); tags.next();) {
+            if (tags.name() == "LOGSAMPLE") {
+                row(tags.valueOrBlock());
+            } else if (tags.name() == "DOSELOGSAMPLE") {
+                exposureRow(tags.block());
+            } else if (tags.name() == "PEAKSAMPLE") {
+                Taker(kPeakTags, log_.Peaks.emplace_back(), values_).takeAll(tags.block());
+            } else if (tags.name() == "DISPLAY") {
+                display = tags.block();
+            } else {
+                taker.take(tags);
+            }
+        }
+        if (display) takeDisplay(log_, *display, values_);
+        columns().setCount(rows_);
+        if (!areDated_) SetSampleDates(log_);
+    }
+
+private:
+    IntervalColumns& columns() { return log_.LogIntervals.Columns(); }
+
+    std::size_t rowsAtMost() const {
+        constexpr std::string_view kOpening = "<LOGSAMPLE>";
+        std::size_t count = 0;
+        for (std::size_t at = block_.find(kOpening); at != std::string_view::npos; at = block_.find(kOpening, at + 1))
+            ++count;
+        return count;
+    }
+
+    void row(std::string_view content) {
+        content = trimmed(content);
+        Row row{columns(), rows_, lastBand(log_.Mode())};
+        if (content.find('<') != std::string_view::npos) {
+            Taker(kRowTags, row, values_).takeAll(content);
+        } else if (!content.empty()) {
+            CommaFields fields(content, true);
+            const std::string_view start = fields.take();
+            takeRecord(start, fields, log_, rows_);
+            if (fields.left() > 0) raiseTypeMismatch();
+        }
+        areDated_ = areDated_ && row.isDated;
+        ++rows_;
+        constexpr std::size_t kRoom = 4; // times the text; rows are mostly alike, so more is no log
+        if (columns().bytes() > kRoom * block_.size()) raiseOutOfMemory();
+    }
+
+    void exposureRow(std::string_view block) {
+        values_.charge(sizeof(clsDoseLogSample));
+        log_.SaveDoseCalc = true;
+        Taker(kExposureTags, log_.DoseLogIntervals.emplace_back(), values_).takeAll(block);
+    }
+
+    clsLog& log_;
+    std::string_view block_;
+    Values& values_;
+    std::size_t rows_ = 0;
+    bool areDated_ = true;
+};
+
+std::unique_ptr<clsInsData> readCollection(Session& session, std::string_view block, Values& values) {
+    auto data = std::make_unique<clsInsData>(session);
+    Taker taker(kCollectionTags, *data, values);
+    for (Tags tags(block); tags.next();) {
+        if (tags.name() != "LOG") {
+            taker.take(tags);
+            continue;
+        }
+        values.charge(kMemoryOfLog);
+        auto log = std::make_unique<clsLog>(session);
+        LogReader(*log, tags.block(), values).read();
+        data->logsOf(log->Mode()).push_back(std::move(log));
+    }
+    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+        for (const auto& log : data->logsOf(mode))
+            log->InsName = data->InsName();
+    }
+    return data;
+}
+
+} // namespace
+
+bool ReadProject(clsFile& file, std::string_view text) {
+    Values values(file.session().locale, text.size());
+    bool isProject = false;
+    for (Tags tags(text); tags.next();) {
+        if (tags.name() != "INSDATA") continue;
+        isProject = true;
+        auto data = readCollection(file.session(), tags.block(), values);
+        if (data->hasLogs()) file.InstrumentDatas.push_back(std::move(data));
+    }
+    return isProject;
+}
+
+} // namespace kestrane

@@ -1,0 +1,98 @@
+#include "files/RowRecord.h"
+
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <array>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::array kBanded = {Quantity::LeqA, Quantity::LminA, Quantity::LmaxA};
+constexpr std::array kBroadband = {Quantity::DoseA, Quantity::LepdA, Quantity::SELA, Quantity::Ltm3A, Quantity::Ltm5A};
+constexpr std::array kSecondChannel = {Quantity::LeqB, Quantity::LminB, Quantity::LmaxB, Quantity::PeakB};
+
+// Seconds of the day of "hh:mm:ss".
+std::int32_t secondsOfDay(std::string_view field) {
+    constexpr std::size_t kLength = 8;
+    if (field.size() != kLength || field[2] != ':' || field[5] != ':') raiseTypeMismatch();
+    const auto part = [field](std::size_t at, int limit) {
+        const int tens = field[at] - '0';
+        const int units = field[at + 1] - '0';
+        if (tens < 0 || tens > 9 || units < 0 || units > 9 || tens * 10 + units >= limit) raiseTypeMismatch();
+        return tens * 10 + units;
+    };
+    return part(0, 24) * 3600 + part(3, 60) * 60 + part(6, 60);
+}
+
+} // namespace
+
+void raisePastEnd() {
+    throw RuntimeError(62, "Input past end of file");
+}
+
+std::optional<std::string_view> CommaFields::next() {
+    std::size_t end = rest_.find(',');
+    if (end == std::string_view::npos) {
+        if (!isClosed_ || rest_.empty()) return std::nullopt;
+        end = rest_.size();
+    }
+    std::string_view field = rest_.substr(0, end);
+    rest_.remove_prefix(std::min(end + 1, rest_.size()));
+    while (!field.empty() && (field.front() == '\r' || field.front() == '\n'))
+        field.remove_prefix(1);
+    return field;
+}
+
+std::string_view CommaFields::take() {
+    const auto field = next();
+    if (!field) raisePastEnd();
+    return *field;
+}
+
+std::size_t CommaFields::left() const {
+    const auto commas = static_cast<std::size_t>(std::count(rest_.begin(), rest_.end(), ','));
+    return commas + (isClosed_ && !rest_.empty() && rest_.back() != ',' ? 1 : 0);
+}
+
+float figureOf(std::string_view field) {
+    float value = 0;
+    if (!field.empty() && !readSingle(field, value)) raiseTypeMismatch();
+    return value;
+}
+
+std::size_t fieldsOfRecord(const clsLog& log) {
+    std::size_t count = 1 + kBanded.size() * static_cast<std::size_t>(lastBand(log.Mode()) + 1) + 1 + 1;
+    if (!log.IsOctaveLog()) count += kBroadband.size() + kRecordLns;
+    if (log.IsChannelBOn) count += kSecondChannel.size();
+    return count;
+}
+
+void takeRecord(std::string_view start, CommaFields& fields, clsLog& log, std::size_t row) {
+    IntervalColumns& rows = log.LogIntervals.Columns();
+    const auto put = [&](Quantity quantity, int band) {
+        const float value = figureOf(fields.take());
+        rows.setLevel(quantity, band, row, {value, value});
+    };
+    rows.set(rows.StartTime, row, secondsOfDay(start));
+    for (const Quantity quantity : kBanded) {
+        for (int band = 0; band <= lastBand(log.Mode()); ++band)
+            put(quantity, band);
+    }
+    put(Quantity::PeakA, 0);
+    if (!log.IsOctaveLog()) {
+        for (const Quantity quantity : kBroadband)
+            put(quantity, 0);
+        for (int ln = 1; ln <= kRecordLns; ++ln)
+            put(lnQuantity(ln), 0);
+    }
+    if (log.IsChannelBOn) {
+        for (const Quantity quantity : kSecondChannel)
+            put(quantity, 0);
+    }
+    rows.set(rows.OverloadedA, row, static_cast<std::uint8_t>(fields.take() == "1"));
+}
+
+} // namespace kestrane

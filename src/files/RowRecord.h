@@ -1,0 +1,42 @@
+// The record in which older files keep a row: its time and figures as fields between commas. Machine logs are made of
+// such fields throughout; a project file may hold its rows so.
+#pragma once
+
+#include "model/clsLog.h"
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace kestrane {
+
+constexpr int kRecordLns = 7; // Ln levels of a record
+
+[[noreturn]] void raisePastEnd(); // 62, "Input past end of file"
+
+// Takes a text apart into fields, each ended by a comma. Line ends in front of a field are no part of it.
+class CommaFields {
+public:
+    // Of a closed text the end ends a field, too; of an open one, what stands behind the last comma is no field.
+    explicit CommaFields(std::string_view text, bool isClosed = false) : rest_(text), isClosed_(isClosed) {}
+
+    std::optional<std::string_view> next(); // nothing when there is none
+    std::string_view take();                // raises 62 when there is none
+
+    std::size_t left() const; // how many take() can give
+
+private:
+    std::string_view rest_;
+    bool isClosed_;
+};
+
+// A level or dose. Empty is 0: a figure that is not there. Raises 13 for any other text that is no number.
+float figureOf(std::string_view field);
+
+std::size_t fieldsOfRecord(const clsLog& log); // the time is one of them
+
+// Puts a record into a row of the log, counted from 0, which must be in use. start is the record's first field, taken
+// already: the time, "hh:mm:ss". Raises 13 for a field that is no figure or time, 62 when there are too few.
+void takeRecord(std::string_view start, CommaFields& fields, clsLog& log, std::size_t row);
+
+} // namespace kestrane

@@ -1,0 +1,114 @@
+// The samples of older formats: each opens under its own name and any other, and is saved as a data file that reads
+// back the same.
+#include "files/OpenedFile.h"
+#include "files/XmlWriter.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrane {
+namespace {
+
+struct OldSample {
+    const char* name;
+    int mode; // of its first log
+    std::int64_t rows;
+    bool isOldStyle = true;
+};
+
+constexpr OldSample kSamples[] = {{"bottling-night.log", modeBroadband, 45},
+                                  {"extract-fan-octave.log", modeFullOctave, 30},
+                                  {"stamping-night.zdp", modeBroadband, 120, false},
+                                  {"sawmill-edger.csv", modeBroadband, 60},
+                                  {"quarry-house.zdf", modeBroadband, 36},
+                                  {"kiln-octave.zdo", modeFullOctave, 0},
+                                  {"old-meter.csv", modeBroadband, 0},
+                                  {"supply-duct.zd2", modeFullOctave, 0},
+                                  {"return-duct.zd4", modeFullOctave, 0}};
+
+std::string sampleText(const OldSample& sample) {
+    return readText(std::string(SAMPLES_DIR "/old/") + sample.name);
+}
+
+// The figures and rows, without what is named after the file, without what is plotted, which follows from them, and
+// without peaks, of which data files give back the count alone.
+std::string figuresOf(const clsFile& file) {
+    std::string text = DocumentText(file, true);
+    for (const auto& [open, close] : {std::pair<std::string_view, std::string_view>("<log name=\"", "\""),
+                                      {"<disp>", "</disp>"},
+                                      {"<peak-intvls>", "</peak-intvls>"}}) {
+        for (std::size_t at = text.find(open); at != std::string::npos; at = text.find(open, at + 1))
+            text.erase(at, text.find(close, at + open.size()) + close.size() - at);
+    }
+    return text;
+}
+
+TEST(OldSamples, OpenUnderAnyName) {
+    for (const OldSample& sample : kSamples) {
+        const std::string content = sampleText(sample);
+        OpenedFile own(content, sample.name);
+        ASSERT_TRUE(own.isOpen) << sample.name << own.message;
+        EXPECT_EQ(own.log(sample.mode).LogIntervals.Count(), sample.rows) << sample.name;
+        const std::string figures = figuresOf(own.file);
+        for (const char* name :
+             {"a.csv", "a.zdf", "a.ZDO", "a.zd2", "a.zd4", "a.log", "a.zdp", "a.xml", "a", "a.txt"}) {
+            OpenedFile opened(content, name);
+            ASSERT_TRUE(opened.isOpen) << sample.name << name << opened.message;
+            EXPECT_EQ(opened.file.IsOldStyle(), sample.isOldStyle) << sample.name << name;
+            EXPECT_TRUE(figuresOf(opened.file) == figures) << sample.name << name;
+        }
+    }
+}
+
+TEST(OldSamples, ReadBackEqualWhenSaved) {
+    for (const OldSample& sample : kSamples) {
+        OpenedFile opened(sampleText(sample), sample.name);
+        opened.file.FileName = opened.folder.file("a.xml");
+        FileSave(opened.file);
+        EXPECT_FALSE(opened.file.IsOldStyle());
+        OpenedFile again(readText(opened.file.FileName));
+        ASSERT_TRUE(again.isOpen) << again.message;
+        for (const auto& data : again.file.InstrumentDatas) {
+            for (const int mode : {modeBroadband, modeFullOctave}) {
+                for (const auto& log : data->logsOf(mode))
+                    OpenedFile::loadRows(*log);
+            }
+        }
+        EXPECT_TRUE(figuresOf(again.file) == figuresOf(opened.file)) << sample.name;
+    }
+}
+
+// Cut off anywhere or with a line out of its place, a file is declined or holds no more rows than the whole one.
+TEST(OldSamples, StandAnyCutAndSwappedLines) {
+    for (const OldSample& sample : kSamples) {
+        std::string content = sampleText(sample);
+        constexpr std::size_t kLongest = 5000;
+        if (content.size() > kLongest && sample.mode == modeBroadband) { // a project: keep a few rows of it
+            const std::size_t rest =
+                content.find("<LOGSAMPLE>", content.find("<LOGSAMPLE>", content.find("<LOGSAMPLE>") + 1) + 1);
+            content.erase(rest, content.find("<DOSELOGSAMPLE>") - rest);
+            content.resize(content.find("</INSDATA>") + 10);
+        }
+        OpenedFile opened("", sample.name);
+        const auto open = [&](const std::string& text) {
+            std::filesystem::remove(opened.file.FileName); // a file system may wait for the disk when one is cut short
+            writeText(opened.file.FileName, text);
+            opened.message.clear();
+            const bool isOpen = LoadDocument(opened.file, opened.message);
+            EXPECT_EQ(isOpen, opened.message.empty()) << sample.name;
+            for (const auto& data : opened.file.InstrumentDatas) {
+                for (const auto& log : data->logsOf(sample.mode))
+                    EXPECT_LE(log->LogIntervals.Count(), sample.rows) << sample.name << text.size();
+            }
+        };
+        for (std::size_t size = 0; size <= content.size(); ++size)
+            open(content.substr(0, size));
+        for (std::size_t at = content.find('\n'); at != std::string::npos; at = content.find('\n', at + 1)) {
+            const std::size_t end = content.find('\n', at + 1);
+            if (end != std::string::npos)
+                open(content.substr(at + 1, end - at) + content.substr(0, at + 1) + content.substr(end + 1));
+        }
+    }
+}
+
+} // namespace
+} // namespace kestrane
