@@ -3,6 +3,8 @@
 #include "cli/ChosenLog.h"
 #include "cli/Json.h"
 #include "cli/Verbs.h"
+#include "explorer/NodeEditing.h"
+#include "explorer/NodeKeys.h"
 #include "explorer/Selection.h"
 #include "model/LogParameters.h"
 
@@ -51,6 +53,37 @@ RunVerb saveVerb(CLI::App& verb) {
     addFile(verb, options->file);
     verb.add_option("-o", options->output, "the XML data file to write")->required();
     return [options](Program& program) { return show(program, *options); };
+}
+
+struct MergeOptions {
+    std::vector<std::string> files;
+    std::string output;
+};
+
+int merge(Program& program, const MergeOptions& options) {
+    std::vector<clsFile*> files;
+    for (const std::string& name : options.files) {
+        files.push_back(program.open(name));
+        if (files.back() == nullptr) return kFailed;
+    }
+    clsFile& into = *files.front();
+    for (const clsFile* file : files)
+        PasteNode(program.session, fileKey(*file), fileKey(into), false);
+    if (!program.saveAs(into, options.output)) return kFailed;
+    writeDocument(std::cout, into, false);
+    std::cout << '\n';
+    return kDone;
+}
+
+RunVerb mergeVerb(CLI::App& verb) {
+    const auto options = std::make_shared<MergeOptions>();
+    constexpr int kLeast = 2;
+    constexpr int kMost = 10000;
+    verb.add_option("FILE", options->files, "data files: the logs of all are added to those of the first")
+        ->required()
+        ->expected(kLeast, kMost);
+    verb.add_option("-o", options->output, "the XML data file to write")->required();
+    return [options](Program& program) { return merge(program, *options); };
 }
 
 struct RecalcOptions : LogArguments {
@@ -171,6 +204,8 @@ RunVerb weightVerb(CLI::App& verb) {
 constexpr Verb kVerbs[] = {
     {"show", "print the document", showVerb},
     {"save", "open any format and save the XML data file; print the document", saveVerb},
+    {"merge", "add the logs of further files to the first, as dropping them on it does; save and print the document",
+     mergeVerb},
     {"recalc", "change what is given, recalculate, and print the log", recalcVerb},
     {"zoom", "print the range of rows as a log of its own, recalculated", zoomVerb},
     {"cut", "set the interval selection, recalculate, and print the log", cutVerb},

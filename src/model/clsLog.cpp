@@ -188,6 +188,7 @@ void clsLog::Copy(const clsLog& objPrevLog, std::int64_t intStart, std::int64_t 
     objLogShared = std::make_shared<clsLogShared>(*objPrevLog.objLogShared);
     LogIntervals.Initialize(objLogShared);
     LogIntervals.Copy(objPrevLog.LogIntervals, intStart, intEnd);
+    HasUnreadIntervals = objPrevLog.HasUnreadIntervals;
     RecalcMode = objPrevLog.RecalcMode;
     OverwriteStoredValues = objPrevLog.OverwriteStoredValues;
     DoseLogIntervals.clear();

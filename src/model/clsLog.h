@@ -157,7 +157,7 @@ public:
 
     // intStart 0: everything. Else a range of the source, rows intStart to intEnd: start and end come from its rows,
     // the figures start as the source reported them, and its measurement time is its own. Background work is not
-    // copied. Raises 9 for rows that are not there.
+    // copied, but whether rows could not be read is. Raises 9 for rows that are not there.
     void Copy(const clsLog& objPrevLog, std::int64_t intStart, std::int64_t intEnd);
 
     void CopyDoseLogSamples() { KeepDoseLogIntervals = DoseLogIntervals; }

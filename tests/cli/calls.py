@@ -44,7 +44,7 @@ class Calls(unittest.TestCase):
     def test_a_result_is_one_json_document_alone(self):
         for words in (["show", DOSIMETER, "--intervals"], ["tree", DOSIMETER, LONG], ["recalc", DOSIMETER], ["panel", DOSIMETER],
                       ["zoom", DOSIMETER, "--from", "2", "--to", "3"], ["cut", DOSIMETER, "--exclude", "1-2,4"],
-                      ["save", DOSIMETER, "-o", "out.xml"], ["text", "1184", "4557"]):
+                      ["save", DOSIMETER, "-o", "out.xml"], ["merge", DOSIMETER, LONG, "-o", "out.xml"], ["text", "1184", "4557"]):
             status, out, err = run(*words)
             self.assertEqual((status, err), (0, ""), words)
             self.assertTrue(out.endswith("\n") and out.count("\n") == 1, words)
@@ -53,7 +53,7 @@ class Calls(unittest.TestCase):
             self.assertEqual(run(*words)[0], 0)
 
     def test_wrong_words_end_with_2_and_write_nothing(self):
-        for words in ([], ["odd"], ["show"], ["show", DOSIMETER, "--odd"], ["save", DOSIMETER], ["text", "abc"],
+        for words in ([], ["odd"], ["show"], ["show", DOSIMETER, "--odd"], ["save", DOSIMETER], ["text", "abc"], ["merge", DOSIMETER, "-o", "out.xml"], ["merge", DOSIMETER, LONG],
                       ["recalc", DOSIMETER, "--criterion", "loud", "-o", "out.xml"], ["zoom", DOSIMETER, "--from", "1"],
                       ["tree", DOSIMETER, "--files-on-tree", "3"], ["--answer", "maybe", "show", DOSIMETER],
                       ["cut", DOSIMETER, "-o", "out.xml"], ["cut", DOSIMETER, "--include", "1-2;3", "-o", "out.xml"],
@@ -67,6 +67,7 @@ class Calls(unittest.TestCase):
         write("bad.xml", "<instruments>")
         invalid = "Kestrane: The selected interval range is invalid\n"
         for words, text in ((["show", "none.xml"], None), (["show", "bad.xml"], None), (["tree", DOSIMETER, "none.xml"], None),
+                            (["merge", DOSIMETER, "none.xml", "-o", "out.xml"], None),
                             (["recalc", DOSIMETER, "--log", "L9I9F9"], None),
                             (["zoom", DOSIMETER, "--from", "3", "--to", "2"], invalid),
                             (["zoom", DOSIMETER, "--from", "0", "--to", "2"], invalid),
@@ -113,6 +114,24 @@ class Calls(unittest.TestCase):
         dates = [json.loads(run("--date-separator", c, "recalc", "dates.xml")[1])["StartDate"] for c in "/."]
         self.assertEqual(dates, ["", "26/11/2024"])
 
+    def test_merging_adds_every_log_once_and_leaves_the_sources_alone(self):
+        write("same.xml", read(DOSIMETER))     # the same instrument: no second collection
+        status, out, err = run("merge", DOSIMETER, "same.xml", LONG, "-o", "out.xml")
+        self.assertEqual((status, err), (0, ""))
+
+        def collections(document):
+            return [(data["InsSerial"], [log["Name"] for kind in ("Locations", "Octaves", "ThirdOctaves") for log in data[kind]])
+                    for data in document["InstrumentDatas"]]
+
+        one, long = (collections(json.loads(run("show", name)[1])) for name in (DOSIMETER, LONG))
+        self.assertEqual(collections(json.loads(out)), [(serial, names * 2) for serial, names in one] + long)
+        saved = json.loads(run("show", "out.xml", "--intervals")[1])
+        self.assertEqual(collections(saved), collections(json.loads(out)))
+        rows = [log["LogIntervals"]["Items"] for data in saved["InstrumentDatas"] for log in data["Locations"]]
+        self.assertEqual(rows[0], rows[1])
+        self.assertTrue(rows[0])
+        self.assertEqual(read("same.xml"), read(DOSIMETER))
+
     def test_output_replaces_a_file_whole_or_not_at_all(self):
         write("out.xml", "old")
         self.assertEqual(run("recalc", DOSIMETER, "--criterion", "80", "-o", "out.xml")[0], 0)
@@ -121,11 +140,12 @@ class Calls(unittest.TestCase):
         write("unread.xml", "<instruments><instrument-data><instrument-detail/><logs><log><intvls>" + row +
               "</intvls></log></logs></instrument-data></instruments>")
         os.mkdir("folder")
-        for source, target in (("unread.xml", "out.xml"), ("none.xml", "out.xml"), (DOSIMETER, "none/out.xml"),
-                               (DOSIMETER, "folder")):
+        for words, target in ((["save", "unread.xml"], "out.xml"), (["merge", DOSIMETER, "unread.xml"], "out.xml"),
+                              (["save", "none.xml"], "out.xml"), (["save", DOSIMETER], "none/out.xml"),
+                              (["save", DOSIMETER], "folder")):
             before = sorted(os.listdir("."))
-            status, out, err = run("save", source, "-o", target)
-            self.assertEqual((status, out), (1, ""), target)
+            status, out, err = run(*words, "-o", target)
+            self.assertEqual((status, out), (1, ""), words)
             self.assertIn("Kestrane: ", err)
             self.assertIn("<cri>80</cri>", read("out.xml"))
             self.assertEqual(sorted(os.listdir(".")), before)
