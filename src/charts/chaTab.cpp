@@ -1,12 +1,12 @@
 #include "charts/chaTab.h"
 
+#include "charts/ChartPage.h"
 #include "platform/AtomicFile.h"
 #include "platform/RuntimeError.h"
 
 #include <QBuffer>
 #include <QPageSize>
 #include <QPdfWriter>
-#include <QPicture>
 #include <QSvgGenerator>
 #include <QVBoxLayout>
 
@@ -102,12 +102,14 @@ QStringList chaTab::readOut() const {
     return plot_->hasAxes() ? plot_->readOut().lines() : QStringList();
 }
 
-void chaTab::drawPage(QCPPainter& painter, const QSize& size) const {
-    ChartPlot page(locale_, nullptr);
-    page.setContent(content_, ChartLooks::ofPaper());
-    page.showParts(isLegendShown_, isFootnoteShown_);
-    if (plot_->hasAxes()) page.setView(plot_->view());
-    page.toPainter(&painter, size.width(), size.height());
+ChartOnPage chaTab::onPage() const {
+    ChartOnPage chart = {
+        std::shared_ptr<const ChartData>(content_, &content_->data), isLegendShown_, isFootnoteShown_, {}};
+    if (!plot_->hasAxes()) return chart;
+    const auto part = [](const QCPRange& range) { return ChartRange{range.lower, range.upper}; };
+    const ChartView view = plot_->view();
+    chart.Part = ChartPart{part(view.rows), part(view.primary), part(view.secondary)};
+    return chart;
 }
 
 QImage chaTab::picture(const QSize& size, double ratio) const {
@@ -116,7 +118,7 @@ QImage chaTab::picture(const QSize& size, double ratio) const {
     image.setDotsPerMeterX(static_cast<int>(kPaperDots * ratio / 0.0254));
     image.setDotsPerMeterY(image.dotsPerMeterX());
     QCPPainter painter(&image);
-    drawPage(painter, size);
+    drawChart(painter, size, onPage(), locale_);
     return image;
 }
 
@@ -136,7 +138,7 @@ QByteArray chaTab::pictureBytes(const std::string& path, const QSize& size) cons
         svg.setTitle(QString::fromStdString(content_->data.Title).toHtmlEscaped()); // it goes into the file as it is
         QCPPainter painter(&svg);
         painter.setMode(QCPPainter::pmVectorized);
-        drawPage(painter, size);
+        drawChart(painter, size, onPage(), locale_);
     } else if (endsIn(path, ".pdf")) {
         QPdfWriter pdf(&buffer);
         pdf.setResolution(kPdfResolution);
@@ -146,7 +148,7 @@ QByteArray chaTab::pictureBytes(const std::string& path, const QSize& size) cons
         QCPPainter painter(&pdf);
         painter.setMode(QCPPainter::pmVectorized);
         painter.scale(kPdfResolution / kPaperDots, kPdfResolution / kPaperDots);
-        drawPage(painter, size);
+        drawChart(painter, size, onPage(), locale_);
     } else {
         picture(size).save(&buffer, "PNG");
     }
@@ -159,23 +161,6 @@ void chaTab::savePicture(const std::string& path, const QSize& size) const {
     writeFileAtomically(path, [&](const FileSink& sink) {
         sink(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
     });
-}
-
-// Through a recorded picture, since the chart draws with a painter of its own kind. Playing it turns its dots an inch
-// into those of the device.
-void chaTab::paintOn(QPainter& painter, const QRectF& area) const {
-    QPicture recorded;
-    const double scale = painter.device()->logicalDpiX() / kPaperDots;
-    {
-        QCPPainter recorder(&recorded);
-        recorder.setMode(QCPPainter::pmVectorized);
-        drawPage(recorder, (area.size() / scale).toSize());
-    }
-    painter.save();
-    painter.translate(area.topLeft());
-    painter.scale(recorded.logicalDpiX() / kPaperDots, recorded.logicalDpiY() / kPaperDots);
-    painter.drawPicture(0, 0, recorded);
-    painter.restore();
 }
 
 void chaTab::changeEvent(QEvent* event) {

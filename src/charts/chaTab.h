@@ -7,6 +7,7 @@
 #pragma once
 
 #include "charts/ChartPlot.h"
+#include "explorer/ChartOnPage.h"
 
 #include <QImage>
 #include <QWidget>
@@ -46,8 +47,8 @@ public:
     void savePicture(const std::string& path, const QSize& size) const;
     static bool isPictureName(const std::string& path);
 
-    // Draws the picture into a rectangle of the painter's device, with fonts in their true size there.
-    void paintOn(QPainter& painter, const QRectF& area) const;
+    // The same for a page.
+    ChartOnPage onPage() const;
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -57,7 +58,6 @@ protected:
 private:
     void drawAnew();
     void describe();
-    void drawPage(QCPPainter& painter, const QSize& size) const;
     QByteArray pictureBytes(const std::string& path, const QSize& size) const;
 
     void press(const QMouseEvent& event);

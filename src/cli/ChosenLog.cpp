@@ -34,7 +34,9 @@ std::optional<ChosenLog> openLog(Program& program, const LogArguments& arguments
     if (chosen.file == nullptr) return std::nullopt;
     Session& session = program.session;
     chosen.key = arguments.log.empty() ? firstLogKey(buildTree(session)).value_or(std::string()) : arguments.log;
-    chosen.log = resolve(session, chosen.key).log;
+    const Node node = resolve(session, chosen.key);
+    chosen.data = node.data;
+    chosen.log = node.log;
     if (chosen.log == nullptr) {
         const std::string& name = arguments.log.empty() ? chosen.file->FileName : arguments.log;
         session.ShowMessage(ReplaceText(session.LoadText(8806), "^", name), kIconExclamation);

@@ -21,6 +21,7 @@ void addLog(CLI::App& verb, LogArguments& arguments); // with its file
 // A log of an opened file, with its key.
 struct ChosenLog {
     clsFile* file = nullptr;
+    clsInsData* data = nullptr;
     clsLog* log = nullptr;
     std::string key;
 };

@@ -23,6 +23,7 @@ struct Verb {
 std::span<const Verb> documentVerbs();   // documents: show, change, save
 std::span<const Verb> downloadVerbs();   // instruments on the serial line
 std::span<const Verb> protectionVerbs(); // exposure calculator and hearing protectors
+std::span<const Verb> reportVerbs();     // paper
 std::span<const Verb> viewVerbs();       // what the windows show: tree, panel, table, charts, texts
 
 } // namespace kestrane

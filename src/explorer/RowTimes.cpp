@@ -29,7 +29,16 @@ std::string RowTimes::time(std::size_t row) const {
 }
 
 std::string RowTimes::label(std::size_t row) const {
-    return isWholeMinutes_ ? timeOf(row).hh_mm() : time(row);
+    return isWholeMinutes_ ? hourAndMinute(row) : time(row);
+}
+
+std::string RowTimes::hourAndMinute(std::size_t row) const {
+    return timeOf(row).hh_mm();
+}
+
+std::string RowTimes::longDate(std::size_t row) const {
+    const CalendarTime date = dates_.at(row);
+    return isSet(date) ? formatDate(date, "long date") : std::string();
 }
 
 std::string RowTimes::dateAndTime(std::size_t row) const {

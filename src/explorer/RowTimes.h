@@ -13,10 +13,12 @@ public:
     RowTimes() = default; // of no log
     explicit RowTimes(const clsLog& log);
 
-    std::string time(std::size_t row) const;        // "hh:mm:ss"
-    std::string label(std::size_t row) const;       // "hh:mm" where the log's interval is whole minutes, else time
-    std::string dateAndTime(std::size_t row) const; // "dd/mm/yy hh:mm:ss"; the time alone without a date
-    std::string listText(std::size_t row) const;    // "hh:mm:ss (dd/mm)"
+    std::string time(std::size_t row) const;          // "hh:mm:ss"
+    std::string label(std::size_t row) const;         // "hh:mm" where the log's interval is whole minutes, else time
+    std::string hourAndMinute(std::size_t row) const; // "hh:mm"
+    std::string longDate(std::size_t row) const;      // "Monday 3 June 2019"; empty without a date
+    std::string dateAndTime(std::size_t row) const;   // "dd/mm/yy hh:mm:ss"; the time alone without a date
+    std::string listText(std::size_t row) const;      // "hh:mm:ss (dd/mm)"
 
 private:
     clsTime timeOf(std::size_t row) const;

@@ -1,3 +1,4 @@
+#include "charts/ChartPage.h"
 #include "charts/TestCharts.h"
 #include "platform/RuntimeError.h"
 #include "platform/TemporaryFolder.h"
@@ -95,7 +96,8 @@ TEST(ChartPicture, PrintsInItsRectangleAtTrueSize) {
             pdf.setPageSize(QPageSize(QPageSize::A4));
             pdf.setPageMargins({});
             QPainter painter(&pdf);
-            shown.tab.paintOn(painter, QRectF(resolution, 2 * resolution, 6 * resolution, 4 * resolution)); // inches
+            drawChart(painter, QRectF(resolution, 2 * resolution, 6 * resolution, 4 * resolution), resolution,
+                      shown.tab.onPage(), {});
         }
         const QString words = outputOf("pdftotext", {"-bbox", file, "-"});
         const QRegularExpression title(

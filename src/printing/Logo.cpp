@@ -1,0 +1,66 @@
+#include "printing/Logo.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QPainter>
+
+static void loadPictures() { // outside of the namespace, since the macro names global functions
+    Q_INIT_RESOURCE(report);
+}
+
+namespace kestrane {
+
+namespace {
+
+constexpr qint64 kLargestFile = 32 << 20;
+constexpr qint64 kMostPixels = 50'000'000;
+constexpr QSize kSharpest(2400, 800); // 1000 dots an inch in the logo's box; a larger picture is made smaller
+
+bool isDrawing(const QByteArray& bytes) {
+    return bytes.left(1024).contains("<svg");
+}
+
+} // namespace
+
+Logo Logo::ofBrand() {
+    loadPictures();
+    Logo logo;
+    logo.drawing_ = std::make_shared<QSvgRenderer>(QStringLiteral(":/report/brand.svg"));
+    return logo;
+}
+
+Logo Logo::ofFile(const std::string& path) {
+    Logo logo;
+    const QString name = QString::fromStdString(path);
+    QFile file(name);
+    if (!QFileInfo(name).isFile() || file.size() > kLargestFile || !file.open(QIODevice::ReadOnly)) return logo;
+    if (isDrawing(file.peek(1024))) {
+        auto drawing = std::make_shared<QSvgRenderer>(file.readAll());
+        if (drawing->isValid() && !drawing->defaultSize().isEmpty()) logo.drawing_ = std::move(drawing);
+        return logo;
+    }
+    QImageReader reader(&file);
+    reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    if (size.isEmpty() || qint64{size.width()} * size.height() > kMostPixels) return logo;
+    QImage image = reader.read();
+    if (image.width() > kSharpest.width() || image.height() > kSharpest.height())
+        image = image.scaled(kSharpest, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    logo.image_ = std::move(image);
+    return logo;
+}
+
+double Logo::draw(QPainter& painter, const QRectF& box) const {
+    const QSizeF own = drawing_ ? QSizeF(drawing_->defaultSize()) : QSizeF(image_.size());
+    const QSizeF size = own.scaled(box.size(), Qt::KeepAspectRatio);
+    const QRectF target(box.topLeft(), size);
+    if (drawing_) {
+        drawing_->render(&painter, target);
+    } else {
+        painter.drawImage(target, image_);
+    }
+    return size.width();
+}
+
+} // namespace kestrane

@@ -1,0 +1,46 @@
+// A sheet of paper for the toolkit: its size, and texts shaped for it once, since a report says the same figures over
+// and over. Positions are in dots of kPaperDots an inch, whatever the device; a painter is scaled to them.
+#pragma once
+
+#include "reports/PageDevice.h"
+
+#include <QGlyphRun>
+#include <QPageLayout>
+
+#include <string>
+#include <unordered_map>
+
+namespace kestrane {
+
+constexpr double kPaperDots = 1200; // an inch
+constexpr double kCentimetre = kPaperDots / 2.54;
+
+// A4 without margins: pages keep their own.
+QPageLayout a4Paper(bool isLandscape);
+
+struct ShapedText {
+    QList<QGlyphRun> Runs; // their top is at 0
+    double Width = 0;      // dots
+};
+
+class Paper : public PageMetrics {
+public:
+    explicit Paper(const QPageLayout& layout) : layout_(layout) {}
+
+    const QPageLayout& layout() const { return layout_; }
+
+    double width() const override { return layout_.fullRect(QPageLayout::Millimeter).width() / 10; }
+
+    double height() const override { return layout_.fullRect(QPageLayout::Millimeter).height() / 10; }
+
+    double textWidth(std::string_view text, const PageFont& font) const override;
+    double lineHeight(const PageFont& font) const override;
+
+    const ShapedText& shaped(std::string_view text, const PageFont& font) const; // valid until the next call
+
+private:
+    QPageLayout layout_;
+    mutable std::unordered_map<std::string, ShapedText> texts_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,44 @@
+// Pages on whatever the toolkit paints on: a printer, a PDF file, the screen. One for each job, so that the logo is
+// read once.
+#pragma once
+
+#include "platform/Locale.h"
+#include "printing/Logo.h"
+#include "printing/Paper.h"
+#include "reports/PageDevice.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+
+class QPainter;
+
+namespace kestrane {
+
+class QtPage : public PageDevice {
+public:
+    // scale: dots of the painter for one of the paper's. next: takes another sheet.
+    QtPage(const Paper& paper, Locale locale, QPainter& painter, double scale, std::function<void()> next = {});
+    ~QtPage() override;
+    QtPage(const QtPage&) = delete;
+    QtPage& operator=(const QtPage&) = delete;
+
+    void newPage() override;
+    void text(double x, double top, std::string_view text, const PageFont& font, PageAlign align) override;
+    void rule(double left, double top, double width) override;
+    double picture(const std::string& path, const PageBox& box) override;
+    double brandPicture(const PageBox& box) override;
+    void chart(const ChartOnPage& chart, const PageBox& box) override;
+
+private:
+    double draw(const Logo& logo, const PageBox& box);
+
+    const Paper& paper_;
+    const Locale locale_;
+    QPainter& painter_;
+    std::function<void()> next_;
+    std::map<std::string, Logo> pictures_;
+    std::optional<Logo> brand_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,50 @@
+// The pages of a report that list the rows of a log, a line a row, channel after channel. Nothing is kept of a page:
+// its lines are made when it is drawn, so that a log of any length is laid out at once. Shares the log's columns.
+#pragma once
+
+#include "explorer/RowTimes.h"
+#include "model/IntervalColumns.h"
+#include "model/clsLog.h"
+#include "reports/PageDevice.h"
+#include "reports/PageFrame.h"
+
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+class IntervalPages {
+public:
+    IntervalPages(const clsLog& log, const PageArea& area, const PageMetrics& metrics);
+
+    std::size_t count() const { return channels_.size() * pagesOfChannel_; }
+
+    void draw(PageDevice& device, std::size_t page) const; // from 0
+
+private:
+    struct FigureColumn {
+        std::string Caption;
+        Quantity Source = Quantity::End; // Quantity::End: the log has no such figures
+        double Right = 0;
+    };
+
+    struct Channel {
+        std::string Name; // empty when there is one channel alone
+        std::vector<FigureColumn> Columns;
+    };
+
+    void addChannel(const clsLog& log, int channel, const PageMetrics& metrics);
+    void drawRow(PageDevice& device, const Channel& channel, std::size_t row, double top) const;
+
+    PageArea area_;
+    double line_, star_;
+    std::string heading_, removed_;
+    Locale locale_;
+    RowTimes times_;
+    IntervalColumns rows_;
+    std::vector<Channel> channels_;
+    bool hasExcluded_;
+    std::size_t rowsOfPage_, pagesOfChannel_;
+};
+
+} // namespace kestrane

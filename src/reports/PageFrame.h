@@ -1,0 +1,51 @@
+// What every page of a report has round its content: logo, company and title at the head, and the foot line with the
+// program, the file and the page's number. It says where the content may stand.
+#pragma once
+
+#include "model/Session.h"
+#include "reports/PageDevice.h"
+
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+inline constexpr PageFont kBodyFont{7, false};
+inline constexpr PageFont kCaptionFont{7, true};
+inline constexpr PageFont kTitleFont{14, true};
+
+// Room for content, in centimetres.
+struct PageArea {
+    double Left = 0, Top = 0, Right = 0, Bottom = 0;
+
+    double width() const { return Right - Left; }
+
+    double height() const { return Bottom - Top; }
+};
+
+struct PageHeading {
+    std::string Title;
+    std::string FileName; // in the foot line
+    bool IsModified = false;
+};
+
+class PageFrame {
+public:
+    PageFrame(const Session& session, const PageHeading& heading, const PageMetrics& metrics);
+
+    const PageArea& body() const { return body_; }
+
+    PageArea wholePage() const; // without the head
+
+    void drawHead(PageDevice& device);
+    void drawFoot(PageDevice& device, std::size_t page, std::size_t pages) const; // page from 0
+
+private:
+    std::vector<std::string> lines_; // of the head
+    std::string logo_;               // path; empty: none is set, or it could not be read
+    std::string program_, file_, pageOfPages_;
+    const PageMetrics& metrics_;
+    PageArea body_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,72 @@
+#include "reports/PageText.h"
+
+#include <algorithm>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::string_view kEllipsis = "\u2026";
+
+bool isTail(char c) {
+    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+}
+
+// Where the characters of a text end.
+std::vector<std::size_t> characterEnds(std::string_view text) {
+    std::vector<std::size_t> ends;
+    for (std::size_t end = 1; end <= text.size(); ++end) {
+        if (end == text.size() || !isTail(text[end])) ends.push_back(end);
+    }
+    return ends;
+}
+
+// The longest beginning of a text, of whole characters, that fits with what stands behind it; never less than least
+// characters.
+std::size_t fittingLength(const PageMetrics& metrics, std::string_view text, std::string_view behind, double width,
+                          const PageFont& font, std::size_t least) {
+    const std::vector<std::size_t> ends = characterEnds(text);
+    const auto tooLong = std::partition_point(ends.begin(), ends.end(), [&](std::size_t end) {
+        return metrics.textWidth(std::string(text.substr(0, end)) + std::string(behind), font) <= width;
+    });
+    const auto characters = std::max(least, static_cast<std::size_t>(tooLong - ends.begin()));
+    return characters == 0 ? 0 : ends[std::min(characters, ends.size()) - 1];
+}
+
+} // namespace
+
+std::string fittedText(const PageMetrics& metrics, std::string_view text, double width, const PageFont& font) {
+    if (metrics.textWidth(text, font) <= width) return std::string(text);
+    std::string_view kept = text.substr(0, fittingLength(metrics, text, kEllipsis, width, font, 0));
+    while (kept.ends_with(' '))
+        kept.remove_suffix(1);
+    return std::string(kept) + std::string(kEllipsis);
+}
+
+std::vector<std::string> wrappedText(const PageMetrics& metrics, std::string_view text, double width,
+                                     const PageFont& font, std::size_t most) {
+    std::vector<std::string> lines;
+    for (;;) {
+        if (lines.size() + 1 >= most || metrics.textWidth(text, font) <= width) {
+            lines.push_back(fittedText(metrics, text, width, font));
+            return lines;
+        }
+        const std::size_t longest = fittingLength(metrics, text, {}, width, font, 1);
+        const std::size_t blank = text.rfind(' ', longest);
+        const std::size_t end = blank == std::string_view::npos || blank == 0 ? longest : blank;
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(end);
+        text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    }
+}
+
+std::string printableText(std::string_view text) {
+    constexpr unsigned char kDelete = 0x7F;
+    std::string printable(text);
+    std::replace_if(
+        printable.begin(), printable.end(),
+        [](char c) { return static_cast<unsigned char>(c) < ' ' || static_cast<unsigned char>(c) == kDelete; }, ' ');
+    return printable;
+}
+
+} // namespace kestrane

@@ -1,0 +1,23 @@
+// Text that has to fit a width of the page.
+#pragma once
+
+#include "reports/PageDevice.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kestrane {
+
+// The text, or as much of its beginning as fits, with an ellipsis behind it.
+std::string fittedText(const PageMetrics& metrics, std::string_view text, double width, const PageFont& font);
+
+// The text in lines, broken at blanks, or within a word that is longer than a line. Never more than most lines: what is
+// left over ends in an ellipsis. An empty text is one empty line.
+std::vector<std::string> wrappedText(const PageMetrics& metrics, std::string_view text, double width,
+                                     const PageFont& font, std::size_t most);
+
+// On one line: line breaks, tabs and what else cannot be printed become blanks.
+std::string printableText(std::string_view text);
+
+} // namespace kestrane

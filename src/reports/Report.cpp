@@ -1,0 +1,189 @@
+#include "reports/Report.h"
+
+#include "explorer/TimeChart.h"
+#include "model/Session.h"
+#include "reports/PageText.h"
+
+#include <algorithm>
+
+namespace kestrane {
+
+namespace {
+
+constexpr double kChartHeight = 0.25; // of the page
+constexpr double kChartHeightInLandscape = 0.66;
+constexpr double kMiddleGap = 0.5;
+constexpr std::size_t kMostValueLines = 3;
+constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the room round them
+
+std::string titleOf(const clsLog& log) {
+    return log.Name + " - " + log.ModeText() + " " + log.session().LoadText(5051);
+}
+
+// How far to the right each column of a table reaches, from its left edge.
+std::vector<double> columnEnds(const ReportTable& table, const PageMetrics& metrics) {
+    const double gap = metrics.textWidth("WW", kCaptionFont);
+    std::vector<double> ends;
+    double end = 0;
+    for (std::size_t column = 0; column < table.Captions.size(); ++column) {
+        double widest = metrics.textWidth(table.Captions[column], kCaptionFont);
+        for (const std::vector<std::string>& row : table.Rows)
+            widest = std::max(widest, metrics.textWidth(row[column], kBodyFont));
+        const std::string_view least = column == 0 ? table.NameWidth : kLevelWidth;
+        end += std::max(metrics.textWidth(least, kBodyFont), widest + gap);
+        ends.push_back(end);
+    }
+    return ends;
+}
+
+} // namespace
+
+bool includesIntervals(const clsLog& log, ReportForm form) {
+    if (log.LogIntervals.Count() == 0 || form == ReportForm::Cumulative) return false;
+    return form == ReportForm::CumulativeAndIntervals || log.session().Options.PrintIntervals;
+}
+
+bool isModified(const clsLog& opened, const clsLog& inView) {
+    return inView.LogIntervals.Count() != opened.LogIntervals.Count() ||
+           inView.LogIntervals.IncludedCount() != inView.LogIntervals.Count();
+}
+
+Report::Report(const ReportSubject& subject, ReportForm form, const PageMetrics& metrics) :
+    metrics_(metrics),
+    title_(titleOf(subject.log)),
+    frame_(subject.log.session(), {title_, subject.file.ShortenedFileName(), subject.IsModified}, metrics),
+    line_(metrics.lineHeight(kBodyFont)) {
+    const clsLog& log = subject.log;
+    newPage();
+    placeDetails(detailLines(subject.data, log));
+    placeChart(subject);
+    if (metrics.isLandscape()) newPage();
+    placeTable(cumulativeTable(log));
+    if (log.IsOctaveLog()) {
+        if (metrics.isLandscape()) newPage();
+        placeTable(frequencyTable(log));
+    }
+    if (includesIntervals(log, form)) intervals_.emplace(log, frame_.body(), metrics);
+}
+
+void Report::newPage() {
+    pages_.emplace_back();
+    top_ = frame_.body().Top;
+    tableRight_ = 0;
+}
+
+void Report::place(double x, const std::string& text, const PageFont& font, PageAlign align) {
+    if (!text.empty()) pages_.back().Texts.push_back({x, top_, text, font, align});
+}
+
+void Report::placeDetails(const std::vector<DetailLine>& lines) {
+    const PageArea& body = frame_.body();
+    double widest = 0;
+    for (const DetailLine& line : lines)
+        widest = std::max(widest, metrics_.textWidth(line.Caption, kBodyFont));
+    const double left = body.Left + widest + metrics_.textWidth("X", kBodyFont);
+    const double right = metrics_.isLandscape() ? metrics_.width() / 2 - kMiddleGap / 2 : body.Right;
+    for (const DetailLine& line : lines) {
+        if (line.HasSpaceAbove && !metrics_.isLandscape()) top_ += line_;
+        place(body.Left, line.Caption, kBodyFont);
+        for (const std::string& text :
+             wrappedText(metrics_, printableText(line.Value), right - left, kBodyFont, kMostValueLines)) {
+            place(left, text, kBodyFont);
+            top_ += line_;
+        }
+    }
+    top_ += line_;
+}
+
+// Beside the details in landscape, else below them.
+void Report::placeChart(const ReportSubject& subject) {
+    if (subject.log.LogIntervals.Count() == 0) return;
+    chart_ = {std::make_shared<ChartData>(fullLogChart(&subject.log, {})), subject.ShowsLegend, subject.ShowsNote, {}};
+    const PageArea& body = frame_.body();
+    if (metrics_.isLandscape()) {
+        const double left = metrics_.width() / 2 + kMiddleGap / 2;
+        const double height = std::min(kChartHeightInLandscape * metrics_.height(), body.height());
+        pages_.back().Chart = {left, body.Top, body.Right - left, height};
+        return;
+    }
+    const double height = std::min(kChartHeight * metrics_.height(), body.height());
+    if (top_ + height > body.Bottom) newPage();
+    pages_.back().Chart = {body.Left, top_, body.width(), height};
+    top_ += height + line_;
+}
+
+// In one piece where there is room for it: below, beside the table before, or on the next page. A table longer than a
+// page goes on beside itself, and then on the next page.
+void Report::placeTable(const ReportTable& table) {
+    const PageArea& body = frame_.body();
+    const std::vector<double> ends = columnEnds(table, metrics_);
+    const double width = std::max(ends.back(), metrics_.textWidth(table.Heading, kCaptionFont));
+    const double height = (kCaptionLines + static_cast<double>(table.Rows.size())) * line_;
+    double left = body.Left;
+    const auto hasRoomBeside = [&] { return tableRight_ > 0 && tableRight_ + kMiddleGap + width <= body.Right; };
+    const auto goBeside = [&] {
+        left = tableRight_ + kMiddleGap;
+        top_ = tableTop_;
+    };
+    const auto begin = [&] {
+        tableTop_ = top_;
+        tableRight_ = left + width;
+        placeCaptions(table, ends, left);
+    };
+    if (top_ + height > body.Bottom) {
+        if (hasRoomBeside() && tableTop_ + height <= body.Bottom) {
+            goBeside();
+        } else if (top_ + std::min(height, body.height()) > body.Bottom) {
+            newPage();
+        }
+    }
+    begin();
+    for (const std::vector<std::string>& row : table.Rows) {
+        if (top_ + line_ > body.Bottom) {
+            if (hasRoomBeside()) {
+                goBeside();
+            } else {
+                newPage();
+                left = body.Left;
+            }
+            begin();
+        }
+        place(left, row.front(), kBodyFont);
+        for (std::size_t column = 1; column < row.size(); ++column)
+            place(left + ends[column], row[column], kBodyFont, PageAlign::Right);
+        top_ += line_;
+    }
+    top_ += line_;
+}
+
+void Report::placeCaptions(const ReportTable& table, const std::vector<double>& ends, double left) {
+    place(left, table.Heading, kCaptionFont);
+    top_ += 2 * line_;
+    place(left, table.Captions.front(), kCaptionFont);
+    for (std::size_t column = 1; column < table.Captions.size(); ++column)
+        place(left + ends[column], table.Captions[column], kCaptionFont, PageAlign::Right);
+    top_ += 1.25 * line_;
+    pages_.back().Rules.push_back({left, top_, ends.back()});
+    top_ += 0.25 * line_;
+}
+
+std::size_t Report::pageCount() const {
+    return pages_.size() + (intervals_ ? intervals_->count() : 0);
+}
+
+void Report::drawPage(PageDevice& device, std::size_t page) {
+    frame_.drawHead(device);
+    if (page < pages_.size()) {
+        const PlacedPage& placed = pages_[page];
+        for (const PlacedText& text : placed.Texts)
+            device.text(text.X, text.Top, text.Text, text.Font, text.Align);
+        for (const PlacedRule& rule : placed.Rules)
+            device.rule(rule.Left, rule.Top, rule.Width);
+        if (placed.Chart) device.chart(chart_, *placed.Chart);
+    } else {
+        intervals_->draw(device, page - pages_.size());
+    }
+    frame_.drawFoot(device, page, pageCount());
+}
+
+} // namespace kestrane

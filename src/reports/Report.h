@@ -1,0 +1,82 @@
+// The report of a log: details with the lines to sign on, chart, cumulative figures, the figures of its bands, and its
+// intervals. Laid out for a paper when it is made; what it says is in ReportTables.
+#pragma once
+
+#include "model/clsFile.h"
+#include "model/clsLog.h"
+#include "reports/IntervalPages.h"
+#include "reports/PageFrame.h"
+#include "reports/PagedDocument.h"
+#include "reports/ReportTables.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+enum class ReportForm { Default, Cumulative, CumulativeAndIntervals };
+
+struct ReportSubject {
+    const clsFile& file;
+    const clsInsData& data;
+    const clsLog& log;
+    bool IsModified = false;
+    bool ShowsLegend = true; // of the chart
+    bool ShowsNote = true;
+};
+
+// The default report has the log's intervals when the settings say so; no report lists intervals that are not there.
+bool includesIntervals(const clsLog& log, ReportForm form);
+
+// The log in view shows other intervals than the log that was opened, or leaves some out of its figures.
+bool isModified(const clsLog& opened, const clsLog& inView);
+
+class Report : public PagedDocument {
+public:
+    // metrics must outlive the report, and be those of the device that it is drawn on.
+    Report(const ReportSubject& subject, ReportForm form, const PageMetrics& metrics);
+
+    const std::string& Title() const override { return title_; }
+
+    std::size_t pageCount() const override;
+    void drawPage(PageDevice& device, std::size_t page) override;
+
+private:
+    struct PlacedText {
+        double X, Top;
+        std::string Text;
+        PageFont Font;
+        PageAlign Align;
+    };
+
+    struct PlacedRule {
+        double Left, Top, Width;
+    };
+
+    struct PlacedPage {
+        std::vector<PlacedText> Texts;
+        std::vector<PlacedRule> Rules;
+        std::optional<PageBox> Chart;
+    };
+
+    void newPage();
+    void place(double x, const std::string& text, const PageFont& font, PageAlign align = PageAlign::Left);
+    void placeDetails(const std::vector<DetailLine>& lines);
+    void placeChart(const ReportSubject& subject);
+    void placeTable(const ReportTable& table);
+    void placeCaptions(const ReportTable& table, const std::vector<double>& ends, double left);
+
+    const PageMetrics& metrics_;
+    const std::string title_;
+    PageFrame frame_;
+    const double line_;
+    std::vector<PlacedPage> pages_;
+    double top_ = 0;        // of what is placed next
+    double tableTop_ = 0;   // of the last table or its part
+    double tableRight_ = 0; // 0: there is none on this page
+    ChartOnPage chart_;
+    std::optional<IntervalPages> intervals_;
+};
+
+} // namespace kestrane

@@ -1,0 +1,214 @@
+#include "reports/ReportTables.h"
+
+#include "model/LogParameters.h"
+#include "model/LogTime.h"
+#include "model/Session.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::string_view kPercentFormat = "##0.0 %";
+constexpr std::string_view kPa2HoursFormat = "0.000";
+constexpr std::string_view kLongDate = "long date";
+
+std::string longDate(const clsDate& date) {
+    return date.Format().empty() ? std::string() : date.Format(kLongDate);
+}
+
+std::string dottedLine() {
+    constexpr std::size_t kDots = 54;
+    return std::string(kDots, '.');
+}
+
+std::string decibels(int level) {
+    return std::to_string(level) + " dB";
+}
+
+// The details block, from its first line to its last. Caption 0: a blank line.
+struct DetailRow {
+    int caption;
+    std::string (*value)(const clsInsData& data, const clsLog& log) = nullptr;
+    bool hasSpaceAbove = false;
+};
+
+constexpr DetailRow kDetails[] = {
+    {7100, [](const clsInsData&, const clsLog& log) { return log.Name; }},
+    {4531, [](const clsInsData&, const clsLog& log) { return log.InsName; }},
+    {7101, [](const clsInsData& data, const clsLog&) { return data.InsSerial; }},
+    {7102, [](const clsInsData&, const clsLog& log) { return longDate(log.FactoryCalibDate); }},
+    {5045, [](const clsInsData&, const clsLog& log) { return longDate(log.CalibDate); }},
+    {0},
+    {0, nullptr, true},
+    {7103, [](const clsInsData&, const clsLog& log) { return longDate(log.StartDate); }},
+    {7104, [](const clsInsData&, const clsLog& log) { return longDate(log.EndDate); }},
+    {7105, [](const clsInsData&, const clsLog& log) { return log.StartTime.hh_mm_ss(); }},
+    {7106, [](const clsInsData&, const clsLog& log) { return log.EndTime.hh_mm_ss(); }},
+    {7107, [](const clsInsData&, const clsLog& log) { return LogLengthText(log); }},
+    {7108, [](const clsInsData&, const clsLog& log) { return log.IntervalText(); }},
+    {7109, [](const clsInsData&, const clsLog& log) { return log.ModeText(); }},
+    {7111, [](const clsInsData&, const clsLog& log) { return log.IsLnNumbersOnText(); }},
+    {7112, [](const clsInsData&, const clsLog& log) { return decibels(log.Criterion); }},
+    {3507, [](const clsInsData&, const clsLog& log) { return decibels(log.Exchange); }},
+    {0},
+    {7110, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
+    {0},
+    {7113, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
+    {0},
+    {7114, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
+};
+
+// The cumulative table in front of its figures. Null: channel B has no text of its own.
+struct WordRow {
+    int caption;
+    std::string (*channelA)(const clsLog& log);
+    std::string (*channelB)(const clsLog& log) = nullptr;
+};
+
+constexpr WordRow kCumulativeWords[] = {
+    {5046, [](const clsLog& log) { return log.FreqWeightA(); }, [](const clsLog& log) { return log.FreqWeightB(); }},
+    {5047, [](const clsLog& log) { return log.TimeWeightA(); }, [](const clsLog& log) { return log.TimeWeightB(); }},
+    {5052, [](const clsLog& log) { return log.IsLoggingOverLoadedText(); }},
+    {5042, [](const clsLog& log) { return log.ModeText(); }},
+};
+
+struct FigureRow {
+    Parameter parameter;
+    std::string_view format = kLevelFormat;
+};
+
+constexpr FigureRow kCumulativeFigures[] = {
+    {eLeq},
+    {ePeak},
+    {eLmin},
+    {eLmax},
+    {eLe_Sel},
+    {eLepdET},
+    {eDoseET, kPercentFormat},
+    {eDoseHour, kPercentFormat},
+    {ePa2Hr, kPa2HoursFormat},
+    {eLn(1)},
+    {eLn(2)},
+    {eLn(3)},
+    {eLn(4)},
+    {eLn(5)},
+    {eLn(6)},
+    {eLn(7)},
+    {eLn(8)},
+    {eLn(9)},
+    {eLn(10)},
+};
+
+constexpr LevelColumn kFrequencyColumns[] = {{eLeq}, {eLmin}, {eLmax}};
+
+constexpr LevelColumn kIntervalColumns[] = {
+    {eLeq}, {eLmin}, {eLmax}, {ePeak}, {eLepdET, true}, {eLe_Sel, true},
+};
+
+int lnOf(Parameter parameter) { // 0: it is none
+    return parameter >= eLn1 && parameter <= eLn10 ? parameter - eLn1 + 1 : 0;
+}
+
+bool isListed(const clsLog& log, Parameter parameter) {
+    const int ln = lnOf(parameter);
+    if (ln == 0) return true;
+    try {
+        return log.LnNumberA(ln) != 0 && IsLnCumulativeValid(log, kChannelA, ln);
+    } catch (const RuntimeError&) { // a length past all bounds
+        return false;
+    }
+}
+
+// Levels that have the weighting of their channel in their name go by both names.
+std::string figureCaption(const clsLog& log, Parameter parameter) {
+    if (lnOf(parameter) != 0) return "L" + std::to_string(log.LnNumberA(lnOf(parameter)));
+    const std::string channelA = levelCaption(log, kChannelA, parameter);
+    return log.IsChannelBOn && parameter <= ePeak ? channelA + "/" + levelCaption(log, kChannelB, parameter) : channelA;
+}
+
+std::string figure(const clsLog& log, const clsLogOptions& options, int channel, const FigureRow& row) {
+    if (!options.Plottable(channel, kCumulative, row.parameter)) return {};
+    return cumulativeValue(log, channel, row.parameter, 0).Format(true, false, row.format, log.session().locale);
+}
+
+} // namespace
+
+std::span<const LevelColumn> intervalColumns() {
+    return kIntervalColumns;
+}
+
+std::string levelCaption(const clsLog& log, int channel, Parameter parameter) {
+    switch (parameter) {
+    case eLeq:
+        return channel == kChannelA ? log.LeqTextA() : log.LeqTextB();
+    case eLmin:
+        return channel == kChannelA ? log.LminTextA() : log.LminTextB();
+    case eLmax:
+        return channel == kChannelA ? log.LmaxTextA() : log.LmaxTextB();
+    case ePeak:
+        return channel == kChannelA ? log.PeakTextA() : log.PeakTextB();
+    default:
+        return VariableCaption(log.session(), parameter, kNoChannel, kNoBand, nullptr);
+    }
+}
+
+std::string datedHeading(const std::string& words, const std::string& longDate, const std::string& time) {
+    const std::string when = longDate.empty() || time.empty() ? longDate + time : longDate + ", " + time;
+    return when.empty() ? words : words + ": " + when;
+}
+
+std::vector<DetailLine> detailLines(const clsInsData& data, const clsLog& log) {
+    std::vector<DetailLine> lines;
+    for (const DetailRow& row : kDetails) {
+        const std::string caption = row.caption == 0 ? std::string() : log.session().LoadText(row.caption) + ": ";
+        lines.push_back({caption, row.value == nullptr ? std::string() : row.value(data, log), row.hasSpaceAbove});
+    }
+    return lines;
+}
+
+ReportTable cumulativeTable(const clsLog& log) {
+    const Session& session = log.session();
+    const clsLogOptions options = displayOptions(log);
+    ReportTable table;
+    table.Heading = datedHeading(session.LoadText(5043), longDate(log.StartDate), log.StartTime.hh_mm());
+    table.NameWidth = "XXFrequency WeightingXX";
+    table.Captions = log.IsChannelBOn ? std::vector<std::string>{{}, session.LoadText(4523), session.LoadText(4525)}
+                                      : std::vector<std::string>{{}, session.LoadText(5050)};
+    const auto add = [&](std::string caption, std::string channelA, std::string channelB) {
+        table.Rows.push_back({std::move(caption), std::move(channelA)});
+        if (log.IsChannelBOn) table.Rows.back().push_back(std::move(channelB));
+    };
+    for (const WordRow& row : kCumulativeWords)
+        add(session.LoadText(row.caption), row.channelA(log),
+            row.channelB == nullptr ? std::string() : row.channelB(log));
+    for (const FigureRow& row : kCumulativeFigures) {
+        if (!isListed(log, row.parameter)) continue;
+        add(figureCaption(log, row.parameter), figure(log, options, kChannelA, row),
+            figure(log, options, kChannelB, row));
+    }
+    return table;
+}
+
+ReportTable frequencyTable(const clsLog& log) {
+    const Session& session = log.session();
+    ReportTable table;
+    table.Heading = session.LoadText(5049);
+    if (log.IsChannelBOn) table.Heading += " (" + session.LoadText(4523) + ")";
+    table.NameWidth = "XXXFreq(Hz)";
+    table.Captions = {session.LoadText(5053)};
+    for (const LevelColumn& column : kFrequencyColumns)
+        table.Captions.push_back(levelCaption(log, kChannelA, column.parameter));
+    for (int band = 1; band <= lastBand(log.Mode()); ++band) {
+        std::vector<std::string> row = {std::string(log.eStr(band))};
+        for (const LevelColumn& column : kFrequencyColumns)
+            row.push_back(cumulativeValue(log, kChannelA, column.parameter, band)
+                              .Format(true, false, kLevelFormat, session.locale));
+        table.Rows.push_back(std::move(row));
+    }
+    return table;
+}
+
+} // namespace kestrane

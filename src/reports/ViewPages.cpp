@@ -1,0 +1,114 @@
+#include "reports/ViewPages.h"
+
+#include "calc/ExposureCalculator.h"
+#include "explorer/CumulativePanel.h"
+#include "explorer/ExposureTable.h"
+#include "explorer/IntervalTable.h"
+#include "model/Session.h"
+#include "reports/GridPages.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kFirstTabCaption = 4503;
+
+using Cells = std::vector<std::vector<std::string>>;
+
+PageHeading headingOf(const PrintedView& view) {
+    const std::string tab = view.log.session().LoadText(kFirstTabCaption + view.tab);
+    return {view.log.Name + " - " + tab, view.file.ShortenedFileName(), view.IsModified};
+}
+
+std::unique_ptr<PagedDocument> gridPages(const PrintedView& view, PageGrid grid) {
+    return std::make_unique<GridPages>(view.log.session(), headingOf(view), std::move(grid), view.metrics);
+}
+
+PageGrid gridOf(std::vector<std::string> captions, Cells cells) {
+    PageGrid grid;
+    grid.Captions = std::move(captions);
+    grid.Rows = cells.size();
+    grid.Cell = [cells = std::move(cells)](std::size_t row, std::size_t column) { return cells[row][column]; };
+    return grid;
+}
+
+// A chart that fills its page between the margins.
+class ChartPage : public PagedDocument {
+public:
+    ChartPage(const PrintedView& view, ChartOnPage chart) :
+        heading_(headingOf(view)), frame_(view.log.session(), heading_, view.metrics), chart_(std::move(chart)) {}
+
+    const std::string& Title() const override { return heading_.Title; }
+
+    std::size_t pageCount() const override { return 1; }
+
+    void drawPage(PageDevice& device, std::size_t page) override {
+        const PageArea area = frame_.wholePage();
+        device.chart(chart_, {area.Left, area.Top, area.width(), area.height()});
+        frame_.drawFoot(device, page, pageCount());
+    }
+
+private:
+    const PageHeading heading_;
+    PageFrame frame_;
+    const ChartOnPage chart_;
+};
+
+std::string withUnit(const std::string& text, const std::string& unit) {
+    return text.empty() || unit.empty() ? text : text + " " + unit;
+}
+
+} // namespace
+
+std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart) {
+    return std::make_unique<ChartPage>(view, std::move(chart));
+}
+
+std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int panel) {
+    const clsLog& log = view.log;
+    const bool hasChannelB = log.IsChannelBOn && showsChannelB(panel);
+    std::vector<std::string> captions = {{}, {}};
+    if (hasChannelB) captions = {{}, log.session().LoadText(4523), {}, log.session().LoadText(4525)};
+    const std::vector<PanelRow> rows = cumulativePanel(log, band);
+    Cells cells;
+    for (const PanelSection section :
+         {PanelSection::Levels, PanelSection::Exposure, PanelSection::Measurement, PanelSection::Instrument}) {
+        if (!isShownIn(panel, section)) continue;
+        if (!cells.empty()) cells.emplace_back(captions.size());
+        for (const PanelRow& row : rows) {
+            const std::string channelB = hasChannelB ? withUnit(row.B.Text, row.Unit) : std::string();
+            if (row.Section != section || (row.A.Text.empty() && channelB.empty())) continue;
+            std::vector<std::string> line = {row.Caption, withUnit(row.A.Text, row.Unit)};
+            if (hasChannelB) {
+                line.push_back(channelB.empty() || row.B.Caption == row.Caption ? std::string() : row.B.Caption);
+                line.push_back(channelB);
+            }
+            cells.push_back(std::move(line));
+        }
+    }
+    return gridPages(view, gridOf(std::move(captions), std::move(cells)));
+}
+
+std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view) {
+    const ExposureTable table = exposureTable(view.log);
+    Cells cells = table.Rows;
+    cells.push_back(table.Totals);
+    PageGrid grid = gridOf(exposureCaptions(view.log.session()), std::move(cells));
+    grid.TotalRows = 1;
+    return gridPages(view, std::move(grid));
+}
+
+std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, int channel, const DisplayChoice& choice) {
+    const auto table = std::make_shared<IntervalTable>(view.log, channel, choice);
+    PageGrid grid;
+    for (std::size_t column = 0; column < table->columnCount(); ++column)
+        grid.Captions.push_back(table->caption(column));
+    grid.Rows = table->rowCount();
+    grid.Cell = [table](std::size_t row, std::size_t column) { return table->cell(row, column); };
+    return gridPages(view, std::move(grid));
+}
+
+} // namespace kestrane

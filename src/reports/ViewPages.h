@@ -1,0 +1,33 @@
+// What a tab of the log view shows, as pages: its chart at the size of the page, or its figures in columns.
+#pragma once
+
+#include "explorer/ChartOnPage.h"
+#include "explorer/DisplayBy.h"
+#include "model/clsFile.h"
+#include "model/clsLog.h"
+#include "reports/PagedDocument.h"
+
+#include <memory>
+
+namespace kestrane {
+
+// The tab (LogTab) of a log. metrics must outlive the pages.
+struct PrintedView {
+    const clsFile& file;
+    const clsLog& log;
+    int tab;
+    bool IsModified;
+    const PageMetrics& metrics;
+};
+
+std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart);
+
+// The labels that a panel (ePanelBothChannels and so on) shows of a band.
+std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int panel);
+
+std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view);
+
+// The intervals table, as it is shown of a channel and a choice of bands or parameters.
+std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, int channel, const DisplayChoice& choice);
+
+} // namespace kestrane

@@ -1,0 +1,71 @@
+#!/usr/bin/env python3
+"""The verb report: its forms as pages of a PDF file, and that nothing is written when it fails.
+
+Usage: report_verb.py CLI SAMPLES
+"""
+
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+CLI, SAMPLES = map(os.path.abspath, sys.argv[1:3])
+
+
+def sample(name):
+    return os.path.join(SAMPLES, name + ".xml")
+
+
+class Report(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.addCleanup(os.chdir, os.getcwd())
+        os.chdir(folder.name)
+
+    def call(self, *words):
+        result = subprocess.run([CLI, "--settings", "settings.ini", "--decimal-separator", ".", "report", *words],
+                                capture_output=True, check=False)
+        return result.returncode, result.stdout.decode(), result.stderr.decode()
+
+    def pages(self, *words):
+        self.assertEqual(self.call(*words, "-o", "out.pdf"), (0, "", ""), words)
+        text = subprocess.run(["pdftotext", "-layout", "out.pdf", "-"], capture_output=True, check=True).stdout.decode()
+        return [re.sub(" +", " ", page) for page in text.split("\f")[:-1]]
+
+    def test_forms(self):
+        night = sample("night-environment")
+        cumulative = self.pages(night, "--form", "cumulative")
+        self.assertEqual(len(cumulative), 1)
+        for words in ("Log Type: Broadband", "Channel A Channel B", "LAeq/LCeq 54.1 dB", "Page 1 of 1", "night-environment.xml"):
+            self.assertIn(words, cumulative[0])
+        both = self.pages(night, "--form", "intervals", "--landscape")
+        self.assertEqual(len(both), 4)                  # figures apart from the chart, and a page a channel
+        self.assertIn("Interval: Tuesday 11 June 2024, 22:00 Channel B", both[3])
+        self.assertEqual(len(self.pages(night)), 3)
+        with open("settings.ini", "w", encoding="utf-8") as settings:
+            settings.write("[Preferences]\nblnPrintIntervals=False\nCompany=Fen Acoustics\n")
+        by_settings = self.pages(night)
+        self.assertEqual(len(by_settings), 1)
+        self.assertIn("Fen Acoustics", by_settings[0])
+
+    def test_chosen_log_and_selection(self):
+        self.assertIn("Frequency Data", "".join(self.pages(sample("machine-survey-octave"), "--log", "O2I1F1")))
+        excluded = self.pages(sample("roadworks-selection"), "--form", "intervals")
+        self.assertIn("Modified Report", excluded[0])
+        self.assertEqual("".join(excluded).count("\n*"), 4 + 1)  # rows, and the line that tells what the star means
+
+    def test_refusals(self):
+        night = sample("night-environment")
+        for words, status in (([night], 2), ([night, "--form", "long", "-o", "out.pdf"], 2), ([night, "-o", "none/out.pdf"], 1),
+                              ([night, "--log", "L9I9F9", "-o", "out.pdf"], 1), (["none.xml", "-o", "out.pdf"], 1)):
+            found, out, err = self.call(*words)
+            self.assertEqual((found, out), (status, ""), words)
+            self.assertTrue(err)
+        self.assertEqual(os.listdir("."), ["settings.ini"])
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])

@@ -1,0 +1,277 @@
+#include "reports/Report.h"
+#include "explorer/ShownLog.h"
+#include "reports/RecordingPage.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrane {
+namespace {
+
+// A quarter of an hour in a yard, with figures by hand.
+struct Yard : ShownLog {
+    clsFile file{session, "/data/yard.xml"};
+    clsInsData data{session};
+
+    explicit Yard(int mode = modeBroadband) : ShownLog(mode) {
+        log.objLogOptions.Plottable = PlotTable();
+        log.StartDate = {3, 6, 2024};
+        log.EndDate = {3, 6, 2024};
+        log.StartTime = {9, 0, 0};
+        log.EndTime = {9, 15, 0};
+        log.CalibDate = {2, 6, 2024};
+        log.TimeWeightA("Fast");
+        log.Criterion = 85;
+        data.InsSerial = "C50001";
+        addRows(15);
+        for (std::size_t row = 0; row < 15; ++row) {
+            setLevel(Quantity::LeqA, 0, row, 70.04F + static_cast<float>(row));
+            setLevel(Quantity::LmaxA, 0, row, 80);
+        }
+        log.LeqCumA(0).Value(80.96F);
+        log.PeakCumA.Value(101);
+        log.DoseETCumA.Value(12.34F);
+        log.Pa2hCumA.Value(0.0126F);
+        for (const int parameter : {eLeq, eDoseET, ePa2Hr})
+            log.objLogOptions.Plottable.set(kChannelA, kCumulative, parameter, true);
+        log.objLogOptions.Plottable.set(kChannelA, kInterval, eLeq, true);
+    }
+
+    RecordingPage drawn(ReportForm form, const PageMetrics& metrics = kUpright) {
+        Report report({file, data, log, isModified(log, log)}, form, metrics);
+        RecordingPage page = recorded(report, metrics);
+        EXPECT_EQ(page.pages, report.pageCount());
+        return page;
+    }
+
+    static inline const RecordedMetrics kUpright{false};
+    static inline const RecordedMetrics kLandscape{true};
+};
+
+using Lines = std::vector<std::string>;
+
+TEST(Report, SaysWhatTheLogHolds) {
+    Yard yard;
+    const RecordingPage page = yard.drawn(ReportForm::Cumulative);
+    const std::string dots(54, '.');
+    EXPECT_EQ(page.pages, 1U);
+    EXPECT_EQ(page.lines(0), (Lines{"Yard - Broadband Report",
+                                    "Log Name: |Yard",
+                                    "Instrument: |Corvane",
+                                    "Serial Number: |C50001",
+                                    "Ordwyn Calibration Due: ",
+                                    "Last User Calibration: |Sunday 2 June 2024",
+                                    "Log Start Date: |Monday 3 June 2024",
+                                    "Log End Date: |Monday 3 June 2024",
+                                    "Log Start Time: |09:00:00",
+                                    "Log End Time: |09:15:00",
+                                    "Log Length: |15 mins",
+                                    "Log Interval Length: |1 min",
+                                    "Log Type: |Broadband",
+                                    "Ln's Recorded: |No",
+                                    "Criterion Level: |85 dB",
+                                    "Exchange Rate: |3 dB",
+                                    "Log Location: |" + dots,
+                                    "Recorded By: |" + dots,
+                                    "Signature: |" + dots,
+                                    "Cumulative Data: Monday 3 June 2024, 09:00",
+                                    "Data",
+                                    "Frequency Weighting|A",
+                                    "Time Weighting|Fast",
+                                    "Overload Occurred|No",
+                                    "Mode:|Broadband",
+                                    "LAeq|81.0 dB",
+                                    "Apeak", // the log does not say that it was measured
+                                    "Amin",
+                                    "Amax",
+                                    "LE",
+                                    "LEP,d(ET)",
+                                    "Dose %(ET)|12.3 %",
+                                    "Dose Per Hour %",
+                                    "Pa2Hr|0.013",
+                                    "Kestrane 0.1.0|yard.xml|Page 1 of 1"}));
+    EXPECT_EQ(page.find("Log Name: ")->font, kBodyFont);
+    EXPECT_EQ(page.find("Log Name: ")->box.Top, 1.5 + 2 + 1);
+    EXPECT_NEAR(page.find("Log Start Date: ")->box.Top - page.find("Last User Calibration: ")->box.Top, 4 * 0.3, 1e-9);
+    ASSERT_EQ(page.charts.size(), 1U);
+    EXPECT_GT(page.charts.front().box.Top, page.find("Signature: ")->box.Top);
+    EXPECT_EQ(page.charts.front().box.Width, 18);
+}
+
+TEST(Report, NamesBothChannelsAndTheLnsInUse) {
+    Yard yard(modeFullOctave);
+    clsLog& log = yard.log;
+    log.IsChannelBOn = true;
+    log.FreqWeightB("C");
+    log.LeqCumB.Value(88.5F);
+    log.objLogOptions.Plottable.set(kChannelB, kCumulative, eLeq, true);
+    log.LnNumberA(1, 10);
+    log.LnNumberA(3, 90);
+    log.LnCumA(3, 0).Value(61.2F);
+    log.objLogOptions.Plottable.set(kChannelA, kCumulative, eLn(3), true);
+    log.LeqCumA(1).Value(40.25F);
+    log.LmaxCumA(11).Value(55);
+    const RecordingPage page = yard.drawn(ReportForm::Cumulative, Yard::kLandscape);
+    ASSERT_EQ(page.pages, 3U);
+    const Lines figures = page.lines(1);
+    for (const char* line : {"Channel A|Channel B", "Frequency Weighting|A|C", "LAeq/LCeq|81.0 dB|88.5 dB",
+                             "Apeak/Cpeak", "Dose %(ET)|12.3 %", "L10", "L90|61.2 dB"})
+        EXPECT_EQ(std::count(figures.begin(), figures.end(), line), 1) << line;
+    EXPECT_EQ(std::count(figures.begin(), figures.end(), "L0"), 0);
+    EXPECT_EQ(page.lines(2), (Lines{"Yard - Full Octave Report", "Frequency Data (Channel A)",
+                                    "Freq(Hz)|LAeq|Amin|Amax", "16|40.3 dB", "31.5", "63", "125", "250", "500", "1k",
+                                    "2k", "4k", "8k", "16k|55.0 dB", "Kestrane 0.1.0|yard.xml|Page 3 of 3"}));
+    EXPECT_EQ(yard.drawn(ReportForm::Cumulative).pages, 1U); // the bands stand beside the cumulative figures
+}
+
+TEST(Report, ListsIntervalsPageAfterPage) {
+    Yard yard;
+    clsLog& log = yard.log;
+    log.IsChannelBOn = true;
+    yard.addRows(160);
+    for (std::size_t row = 0; row < 160; ++row)
+        yard.setLevel(Quantity::LeqA, 0, row, 70.04F);
+    yard.plot(kChannelB, kInterval, {eLepdET, eLe_Sel});
+    log.LogIntervals.Columns().set(log.LogIntervals.Columns().StartDate, 159, fromCivil({2024, 6, 4}));
+    log.LogIntervals.Columns().set<std::uint8_t>(log.LogIntervals.Columns().isExcluded, 1, 1);
+    const RecordingPage page = yard.drawn(ReportForm::CumulativeAndIntervals);
+    // 4.5 to 27.6 cm in lines of 0.3 cm: 77, of which 3.5 are for captions and 2 for the last line; so 71 rows a page
+    ASSERT_EQ(page.pages, 7U);
+    Lines first = page.lines(1);
+    const auto rowsFrom =
+        static_cast<std::size_t>(std::find(first.begin(), first.end(), "09:00:00|70.0 dB") - first.begin());
+    ASSERT_EQ(rowsFrom, 4U);
+    EXPECT_EQ(first.size(), 4 + 71 + 1U);
+    first.resize(7);
+    EXPECT_EQ(first,
+              (Lines{"Yard - Broadband Report", "Modified Report", "Interval: Monday 3 June 2024, 09:00 Channel A",
+                     "Interval|LAeq|Amin|Amax|Apeak", "09:00:00|70.0 dB", "*|09:01:00|70.0 dB", "09:02:00|70.0 dB"}));
+    EXPECT_EQ(page.lines(2)[2], "Interval: Monday 3 June 2024, 10:11 Channel A");
+    EXPECT_EQ(page.lines(4)[2], "Interval: Monday 3 June 2024, 09:00 Channel B");
+    EXPECT_EQ(page.lines(4)[3], "Interval|Leq|Lmin|Lmax|Peak|LEP,d(ET)|LE");
+    EXPECT_EQ(page.lines(4)[5], "*|09:01:00");
+    const Lines last = page.lines(6);
+    EXPECT_EQ(last.size(), 4 + 18 + 1 + 1U);
+    EXPECT_EQ(last[last.size() - 2], "* indicates this interval has been removed from calculations");
+    EXPECT_EQ(page.find(last[last.size() - 2])->page, 6U); // and nowhere else
+    EXPECT_EQ(page.faults(), "");
+}
+
+TEST(Report, HasIntervalsAsTheFormAndTheSettingsSay) {
+    Yard yard;
+
+    struct Case {
+        ReportForm form;
+        bool bySettings, hasRows, expected;
+    };
+
+    for (const Case& c :
+         {Case{ReportForm::Default, true, true, true}, Case{ReportForm::Default, false, true, false},
+          Case{ReportForm::Default, true, false, false}, Case{ReportForm::Cumulative, true, true, false},
+          Case{ReportForm::CumulativeAndIntervals, false, true, true},
+          Case{ReportForm::CumulativeAndIntervals, true, false, false}}) {
+        yard.session.Options.PrintIntervals = c.bySettings;
+        const clsLog empty(yard.session);
+        EXPECT_EQ(includesIntervals(c.hasRows ? yard.log : empty, c.form), c.expected);
+    }
+    clsLog part(yard.session);
+    part.Copy(yard.log, 2, 5);
+    EXPECT_FALSE(isModified(yard.log, yard.log));
+    EXPECT_TRUE(isModified(yard.log, part));
+}
+
+TEST(Report, TriesALogoOnce) {
+    Yard yard;
+    yard.session.Options.CompanyLogoFile = "/logo.png";
+    Report report({yard.file, yard.data, yard.log}, ReportForm::CumulativeAndIntervals, Yard::kLandscape);
+    for (const double width : {6.0, 0.0}) { // a logo that is there, and one that fails
+        RecordingPage page(Yard::kLandscape);
+        page.pictureWidth = width;
+        drawPages(report, page, {});
+        ASSERT_EQ(page.pages, 3U);
+        EXPECT_EQ(page.asked.size(), width > 0 ? 3U : 1U);
+        EXPECT_EQ(page.pictures.size(), 3U);
+    }
+}
+
+TEST(Report, TitlesKeepClearOfTheLogo) {
+    struct Case {
+        std::string company;
+        double logo, left;
+    };
+
+    const std::string name = "Yard - Broadband Report"; // 4.6 cm
+    for (const Case& c : {Case{"", 2, 8.2}, Case{"", 6, 8.2}, Case{std::string(50, 'c'), 6, 7.9}}) {
+        Yard yard;
+        yard.session.Options.CompanyName = c.company;
+        yard.session.Options.CompanyLogoFile = "/logo.png";
+        Report report({yard.file, yard.data, yard.log, true}, ReportForm::Cumulative, Yard::kUpright);
+        RecordingPage page(Yard::kUpright);
+        page.pictureWidth = c.logo;
+        drawPages(report, page, {});
+        EXPECT_NEAR(page.texts.front().box.Left, c.left, 1e-9);
+        EXPECT_NEAR(page.find("Modified Report")->box.Left, 9, 1e-9);
+        EXPECT_NE(page.find(c.company.empty() ? name : c.company), nullptr);
+        EXPECT_EQ(page.faults(), "");
+    }
+}
+
+// Nothing runs out of the page or over something else, whatever the texts are.
+TEST(Report, HoldsTheLongestTexts) {
+    for (const bool isLandscape : {false, true}) {
+        for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+            for (const std::string& name : {std::string(5000, 'W'), std::string("a\tb\nc"),
+                                            std::string("\xC3\xA9 w ") + std::string(300, 'm') + " \xC3\xA9"}) {
+                Yard yard(mode);
+                clsLog& log = yard.log;
+                log.Name = log.InsName = yard.data.InsSerial = yard.session.Options.CompanyName = name;
+                yard.file.FileName = "/" + name;
+                log.IsChannelBOn = true;
+                log.FreqWeightB("C");
+                for (int ln = 1; ln <= NumberOfLns; ++ln)
+                    log.LnNumberA(ln, static_cast<std::int16_t>(ln));
+                log.objLogOptions = clsLogOptions();
+                for (int parameter = 1; parameter <= ParameterCount; ++parameter)
+                    log.objLogOptions.IsPlotted.set(kChannelA, kInterval, parameter, true);
+                const RecordedMetrics metrics(isLandscape);
+                const RecordingPage page = yard.drawn(ReportForm::CumulativeAndIntervals, metrics);
+                EXPECT_EQ(page.faults(), "") << isLandscape << mode;
+                for (const DrawnText& text : page.texts)
+                    EXPECT_EQ(text.text.find_first_of("\t\n"), std::string::npos);
+            }
+        }
+    }
+}
+
+TEST(Report, GoesOnBesideItselfOnSmallPaper) {
+    struct Postcard : RecordedMetrics {
+        double width() const override { return 21; }
+
+        double height() const override { return 14.8; }
+    };
+
+    Yard yard(modeThirdOctave);
+    const Postcard paper;
+    const RecordingPage page = yard.drawn(ReportForm::Cumulative, paper);
+    EXPECT_EQ(page.faults(), "");
+    std::size_t headings = 0;
+    for (const DrawnText& text : page.texts)
+        headings += text.text == "Frequency Data" ? 1 : 0;
+    EXPECT_GT(headings, 1U);
+    EXPECT_NE(page.find("20k"), nullptr);
+    EXPECT_GT(page.find("20k")->box.Left, page.find("12.5")->box.Left);
+}
+
+TEST(Report, StopsWhenTold) {
+    Yard yard;
+    yard.addRows(1000);
+    Report report({yard.file, yard.data, yard.log}, ReportForm::CumulativeAndIntervals, Yard::kUpright);
+    RecordingPage page(Yard::kUpright);
+    EXPECT_FALSE(drawPages(report, page, [&](std::size_t drawn, std::size_t pages) {
+        EXPECT_EQ(pages, report.pageCount());
+        return drawn < 3;
+    }));
+    EXPECT_EQ(page.pages, 3U);
+}
+
+} // namespace
+} // namespace kestrane
