@@ -2,6 +2,7 @@
 
 #include "calc/Recalculation.h"
 #include "explorer/Edits.h"
+#include "explorer/Zoom.h"
 #include "model/Session.h"
 #include "platform/Numbers.h"
 
@@ -148,7 +149,8 @@ bool applyChanges(clsLog& displayed, clsLog& inView, const CalculationEntries& e
 
 bool FullRecalc(clsLog& displayed, clsLog& inView) {
     Session& session = displayed.session();
-    if (displayed.Warn() && session.ShowMessage(session.LoadText(4565), kButtonsYesNo + kIconQuestion) != Button::Yes) {
+    const bool isLong = displayed.Warn() || isLongZoom(inView);
+    if (isLong && session.ShowMessage(session.LoadText(4565), kButtonsYesNo + kIconQuestion) != Button::Yes) {
         return false;
     }
     RecalcValues(displayed, kCalcFull);

@@ -103,20 +103,38 @@ bool ExplorerState::takeDisplayed(const Session& session) {
     if (log == nullptr) {
         const bool hadLog = !View.Key.empty();
         View.close();
+        ZoomRange.end();
         return hadLog;
     }
     if (log->IsBusy() || View.Key == DisplayedKey) return false;
     View.open(DisplayedKey, *log, session.Options.CumulativePanel);
+    ZoomRange.open(*log);
     return true;
 }
 
 void ExplorerState::ResetControls() {
     DisplayedKey.clear();
     View.close();
+    ZoomRange.end();
+}
+
+clsLog* ExplorerState::OpenedLog(const Session& session) const {
+    return resolve(session, View.Key).log;
 }
 
 clsLog* ExplorerState::LogInView(const Session& session) const {
-    return resolve(session, View.Key).log;
+    clsLog* const opened = OpenedLog(session);
+    return opened != nullptr && ZoomRange.copy() != nullptr ? ZoomRange.copy() : opened;
+}
+
+bool ExplorerState::ApplyZoom(const Session& session) {
+    clsLog* const opened = OpenedLog(session);
+    const std::int64_t rowBefore = ZoomRange.firstRow() + View.IntervalRow;
+    if (opened == nullptr || !ZoomRange.apply(*opened)) return false;
+    const std::int64_t row = rowBefore - ZoomRange.firstRow();
+    View.IntervalRow = row >= 1 && row <= LogInView(session)->LogIntervals.Count() ? row : 1;
+    View.ResetTabs();
+    return true;
 }
 
 LogContent ExplorerState::Content(const Session& session) const {

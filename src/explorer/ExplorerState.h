@@ -5,6 +5,7 @@
 
 #include "explorer/ExplorerTree.h"
 #include "explorer/LogView.h"
+#include "explorer/Zoom.h"
 
 #include <string>
 #include <string_view>
@@ -26,6 +27,7 @@ public:
     std::string SelectedKey;  // the node last clicked, of any kind; empty: none
     std::string DisplayedKey; // the log chosen for display; empty: none
     LogView View;             // of the log on view, which is another one while the chosen one's rows are not there
+    Zoom ZoomRange;           // of the log on view
 
     bool IsLogSelected() const;
     bool IsLogDisplayed() const;
@@ -43,7 +45,12 @@ public:
     bool takeDisplayed(const Session& session);
     void ResetControls(); // forgets the log
 
-    clsLog* LogInView(const Session& session) const; // null: none
+    clsLog* OpenedLog(const Session& session) const; // the log on view, all of it; null: none
+    clsLog* LogInView(const Session& session) const; // the same, or the part of it that is zoomed to
+
+    // Brings the range that the zoom panel has chosen on view; the row on view stays where it is part of it. False when
+    // it was refused.
+    bool ApplyZoom(const Session& session);
     LogContent Content(const Session& session) const;
     std::string Caption(const Session& session) const; // of the window
 };

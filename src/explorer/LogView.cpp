@@ -27,6 +27,15 @@ TabFlags enabledTabs(const clsLog& log) {
     return tabs;
 }
 
+bool IsZoomSelectable(const clsLog& opened, int tab) {
+    return opened.LogIntervals.Count() > 1 &&
+           isAnyOf(tab, {eTabFullLog, eTabIntervalsTable, eTabIntervalsGraph, eTabCumulativeGraph, eTabCumulativeData});
+}
+
+bool IsCutIntervalSelectable(const clsLog& inView, int tab) {
+    return IsZoomSelectable(inView, tab);
+}
+
 LogPanels shownPanels(const clsLog& log, int tab) {
     LogPanels panels;
     panels.DisplayBy = log.IsOctaveLog() &&

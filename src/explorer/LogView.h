@@ -30,6 +30,11 @@ using TabFlags = std::array<bool, kLogTabs>;
 // The tabs that a log can be seen on.
 TabFlags enabledTabs(const clsLog& log);
 
+// May a range of the opened log's rows be chosen to look at, or rows of the log in view be cut out of calculations?
+// Both need more than one row, and a tab that shows rows or what is calculated from them.
+bool IsZoomSelectable(const clsLog& opened, int tab);
+bool IsCutIntervalSelectable(const clsLog& inView, int tab);
+
 // The panels beside a tab's content.
 struct LogPanels {
     bool DisplayBy = false;    // the list of bands or parameters, and what it offers
@@ -56,6 +61,7 @@ public:
     std::int64_t IntervalRow = 1;
     bool ShowsNote = true;
     bool ShowsLegend = true;
+    bool ShowsZoom = false; // its panel, where a zoom can be chosen
 
     // Puts another log on view: all choices as at first, and a tab that the log has.
     void open(const std::string& key, const clsLog& log, int panelSetting);

@@ -21,4 +21,7 @@ char32_t fromWindows1252(unsigned char byte);
 // Bytes of unknown encoding as text: UTF-8 when they are valid, else Windows-1252.
 std::string toUtf8(std::string_view bytes);
 
+// In upper case, letter by letter, whatever the language of the system.
+std::string upperCase(std::string_view utf8);
+
 } // namespace kestrane

@@ -1,0 +1,27 @@
+// What the copy commands put on the clipboard, tab by tab: text with tabs between cells, and the same as an HTML table,
+// so that word processors and spreadsheets paste a table. Pictures of charts are drawn by charts/.
+#pragma once
+
+#include "explorer/ChartData.h"
+#include "explorer/HPDComparison.h"
+#include "explorer/IntervalTable.h"
+#include "platform/Clipboard.h"
+
+#include <string>
+#include <string_view>
+
+namespace kestrane {
+
+// May a tab be copied, or the values of its chart alone? hasContent: there is something on it to be copied.
+bool IsCopyable(int tab, bool valuesOnly, bool hasContent);
+
+// Lines of cells as text and as a table; with a heading the first line is one.
+ClipboardForms copiedLines(std::string text, bool hasHeading);
+
+ClipboardForms copiedTable(const IntervalTable& table); // without the overloaded rows
+ClipboardForms copiedValues(const ChartData& chart, const Locale& locale);
+ClipboardForms copiedPanel(const clsLog& log, int band, int panel); // the figures that the panel shows
+ClipboardForms copiedExposures(const clsLog& log);
+ClipboardForms copiedComparison(const HPDComparison& comparison); // its words, a blank between caption and value
+
+} // namespace kestrane

@@ -1,0 +1,120 @@
+#include "explorer/CutWizard.h"
+
+#include "explorer/Selection.h"
+#include "model/Session.h"
+#include "model/SettingsText.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::string_view kSection = "Wizards/CutIntervals";
+constexpr std::string_view kDoNotShowAgain = "DoNotShowAgain";
+
+// Those of a selection that hold rows of the log, cut to them.
+std::vector<RowRange> rangesOf(const clsLog& log) {
+    std::vector<RowRange> ranges;
+    for (const RowRange& range : selectionRanges(log.LogIntervals.CutIntervals)) {
+        const RowRange cut = {std::max<std::int64_t>(range.From, 1), std::min(range.To, log.LogIntervals.Count())};
+        if (cut.From <= cut.To) ranges.push_back(cut);
+    }
+    return ranges;
+}
+
+} // namespace
+
+CutWizard::CutWizard(const clsLog& log) :
+    session_(log.session()), ranges_(rangesOf(log)), firstStep_(SkipsWelcome() ? 1 : 0) {
+    if (!ranges_.empty()) ToBeIncluded = log.LogIntervals.IntervalsToBeIncluded;
+    goTo(firstStep_);
+}
+
+bool CutWizard::SkipsWelcome() const {
+    bool isSkipped = false;
+    try {
+        fromSettingsText(session_.settings.read(kSection, kDoNotShowAgain, settingsText(false)), isSkipped);
+    } catch (const RuntimeError&) { // no Boolean: the welcome shows
+    }
+    return isSkipped;
+}
+
+void CutWizard::SkipWelcome(bool isSkipped) {
+    try {
+        session_.settings.write(kSection, kDoNotShowAgain, settingsText(isSkipped));
+    } catch (const RuntimeError& error) {
+        session_.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation);
+    }
+}
+
+std::string CutWizard::Title() const {
+    return IsWelcome() ? std::string() : session_.LoadText(7010) + std::to_string(step_);
+}
+
+int CutWizard::fault() const {
+    if (!ToBeIncluded) return 7011;
+    if (From == 0 || To == 0) return 7012;
+    return From > To ? 7013 : 0;
+}
+
+void CutWizard::take() {
+    if (IsWelcome()) return;
+    if (step_ > ranges_.size()) ranges_.emplace_back();
+    ranges_[step_ - 1] = {From, To};
+}
+
+void CutWizard::goTo(std::size_t step) {
+    step_ = step;
+    const bool isKnown = !IsWelcome() && step_ <= ranges_.size();
+    From = isKnown ? ranges_[step_ - 1].From : 0;
+    To = isKnown ? ranges_[step_ - 1].To : 0;
+}
+
+bool CutWizard::Next() {
+    if (const int text = IsWelcome() ? 0 : fault(); text != 0) {
+        session_.ShowMessage(session_.LoadText(text), kIconExclamation);
+        return false;
+    }
+    take();
+    goTo(step_ + 1);
+    return true;
+}
+
+void CutWizard::Back() {
+    if (!CanGoBack()) return;
+    if (fault() == 0) take();
+    goTo(step_ - 1);
+}
+
+void CutWizard::drop(std::size_t step) {
+    ranges_.erase(ranges_.begin() + static_cast<std::ptrdiff_t>(step) - 1);
+}
+
+void CutWizard::Clear() {
+    if (!CanClear()) throw RuntimeError(kErrorApplication, "SHOULD NOT BE POSSIBLE");
+    if (!ranges_.empty()) drop(std::min(step_, ranges_.size()));
+    goTo(std::max<std::size_t>(step_ - 1, 1));
+}
+
+bool CutWizard::Finish() {
+    if (const int text = fault(); text != 0) {
+        const std::string question = session_.LoadText(text) + "\r\n\r\n" + session_.LoadText(7014);
+        if (session_.ShowMessage(question, kButtonsOkCancel + kIconQuestion, session_.LoadText(7014)) != Button::Ok)
+            return false;
+        if (step_ <= ranges_.size()) drop(step_);
+        return true;
+    }
+    take();
+    return true;
+}
+
+bool CutWizard::Store(clsLog& log) const {
+    const std::vector<std::string> before = log.LogIntervals.CutIntervals;
+    const bool wasIncluded = log.LogIntervals.IntervalsToBeIncluded;
+    setIntervalSelection(log, ranges_, !ranges_.empty() && ToBeIncluded.value_or(false));
+    return log.LogIntervals.CutIntervals != before || log.LogIntervals.IntervalsToBeIncluded != wasIncluded;
+}
+
+} // namespace kestrane

@@ -1,0 +1,91 @@
+#include "explorer/CopyData.h"
+
+#include "explorer/LogView.h"
+#include "explorer/ShownLog.h"
+#include "explorer/TimeChart.h"
+#include "model/clsOptions.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace kestrane {
+namespace {
+
+TEST(CopyData, IsOfferedByTab) {
+    std::string whole;
+    std::string values;
+    for (int tab = 0; tab < kLogTabs; ++tab) {
+        whole += IsCopyable(tab, false, true) ? 'y' : 'n';
+        values += IsCopyable(tab, true, true) ? 'y' : 'n';
+        EXPECT_EQ(IsCopyable(tab, false, false), tab == eTabCumulativeData) << tab;
+        EXPECT_FALSE(IsCopyable(tab, true, false)) << tab;
+    }
+    EXPECT_EQ(whole, "yyyyyyyy");
+    EXPECT_EQ(values, "ynyynynn");
+}
+
+TEST(CopyData, ATableGoesOutWithoutOverloadedRowsAndEscaped) {
+    ShownLog shown;
+    shown.addRows(3);
+    shown.plot(kChannelA, kInterval, {eLeq, eOverload});
+    for (const std::size_t row : {0U, 1U, 2U})
+        shown.setLevel(Quantity::LeqA, 0, row, 80.04F + static_cast<float>(row));
+    IntervalColumns& rows = shown.log.LogIntervals.Columns();
+    rows.set<std::uint8_t>(rows.OverloadedA, 1, 1);
+    const ClipboardForms forms = copiedTable(IntervalTable(shown.log, kChannelA, {}));
+    EXPECT_EQ(forms.Text, "Time\tLAeq\tOverload?\r\n03/06/24 09:00:00\t80.0\tNo\r\n03/06/24 09:02:00\t82.0\tNo\r\n");
+    EXPECT_NE(forms.Html.find("<th scope=\"col\">LAeq</th>"), std::string::npos);
+    EXPECT_NE(forms.Html.find("<tr><th scope=\"row\">03/06/24 09:02:00</th><td>82.0</td><td>No</td></tr></table>"),
+              std::string::npos);
+    EXPECT_TRUE(forms.Png.empty() && forms.Svg.empty());
+
+    EXPECT_NE(
+        copiedLines("a\t<b> & \"c\"\t\r\n", false)
+            .Html.find("<tr><th scope=\"row\">a</th><td>&lt;b&gt; &amp; &quot;c&quot;</td><td></td></tr></table>"),
+        std::string::npos);
+    EXPECT_EQ(copiedLines("", true).Html.find("<tr>"), std::string::npos);
+}
+
+TEST(CopyData, ChartValuesLeaveOutSeriesWithoutALabel) {
+    ShownLog shown;
+    shown.addRows(2);
+    shown.plot(kChannelA, kInterval, {eLeq, eLmax});
+    shown.setLevel(Quantity::LeqA, 0, 0, 81.25F);
+    ChartData chart = fullLogChart(&shown.log, {});
+    ASSERT_EQ(chart.Series.size(), 2U);
+    chart.Series[1].Label.clear();
+    EXPECT_EQ(copiedValues(chart, {}).Text, "\tLAeq\r\n09:00\t81.25\r\n09:01\t\r\n");
+}
+
+TEST(CopyData, ThePanelGivesWhatItShows) {
+    ShownLog shown;
+    clsLog& log = shown.log;
+    log.IsChannelBOn = true;
+    log.FreqWeightB("C");
+    log.LeqCumA(0).Value(85);
+    log.LeqCumB.Value(88);
+    log.objLogOptions.Plottable.set(kChannelA, kCumulative, eLeq, true);
+    log.objLogOptions.Plottable.set(kChannelB, kCumulative, eLeq, true);
+    const auto begins = [&](int panel, const char* text) { return copiedPanel(log, 0, panel).Text.starts_with(text); };
+    EXPECT_TRUE(begins(ePanelBothChannels, "LAeq\t85.0\t88.0\r\n"));
+    EXPECT_TRUE(begins(ePanelMainChannelA, "LAeq\t85.0\r\n"));
+    EXPECT_EQ(copiedPanel(log, 0, ePanelAdvanced).Text.find("LAeq"), std::string::npos);
+    EXPECT_EQ(copiedPanel(log, 0, ePanelBothChannels).Html.find("scope=\"col\""), std::string::npos);
+}
+
+TEST(CopyData, ExposuresHaveTheirCaptionsAndTotals) {
+    ShownLog shown;
+    clsDoseLogSample row;
+    row.Note = "Saw";
+    row.Leq.Value(90);
+    row.Duration.setTime("08:00:00", {});
+    row.IsIncluded = true;
+    shown.log.DoseLogIntervals = {row};
+    const std::string text = copiedExposures(shown.log).Text;
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 3);
+    EXPECT_NE(text.find("\tSaw\t90.0\t08:00:00\t90.0\t"), std::string::npos) << text;
+}
+
+} // namespace
+} // namespace kestrane
