@@ -1,5 +1,6 @@
 #include "app/Menus.h"
 
+#include "explorer/CopyData.h"
 #include "explorer/ExplorerState.h"
 #include "explorer/LogView.h"
 #include "explorer/NodeKeys.h"
@@ -21,15 +22,22 @@ constexpr MenuItem kItems[] = {
     {Menu::File, 7, Command::FileSaveAs, 1037, 6517, "", "Ctrl+Shift+S"},
     {Menu::File, 16, Command::FileExit, 1043, 6518, "exit", "Ctrl+Q"},
 
+    {Menu::Edit, 11, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C", 7},
+    {Menu::Edit, 12, Command::EditCopyValues, 1065, 6519, "", "Ctrl+Shift+C"},
+    {Menu::Edit, 20, Command::EditFind, 1064, 6509, "find", "Ctrl+F", 10},
+    {Menu::Edit, 21, Command::EditFindNext, 4709, 0, "", "F3"},
+
     {Menu::View, 0, Command::ViewToolbar, 1091, 6520},
     {Menu::View, 1, Command::ViewStatusBar, 1092, 6521},
-    {Menu::View, 7, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E", 5},
+    {Menu::View, 5, Command::ViewZoom, 1094, 6510, "zoom", "Ctrl+T", 12},
+    {Menu::View, 6, Command::ViewIntervals, 1095, 6511, "intervals", "Ctrl+I", 13},
+    {Menu::View, 7, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E", 14},
 
     {Menu::Tools, 0, Command::ToolsSettings, 1121, 6523, "settings", "Ctrl+,"},
     {Menu::Tools, 3, Command::ToolsSynchronizeClocks, 1122, 6524, "clock"},
 
     {Menu::Window, 0, Command::WindowNew, 1151, 6526, "", "Ctrl+N"},
-    {Menu::Window, 1, Command::WindowReset, 1156, 6513, "reset", "Ctrl+R", 7},
+    {Menu::Window, 1, Command::WindowReset, 1156, 6513, "reset", "Ctrl+R", 16},
     {Menu::Window, 3, Command::WindowTileHorizontally, 1152},
     {Menu::Window, 4, Command::WindowTileVertically, 1153},
     {Menu::Window, 5, Command::WindowCascade, 1154},
@@ -48,13 +56,17 @@ constexpr MenuItem kItems[] = {
 
     {Menu::LogPopup, 0, Command::LogDeleteRows, 1310, 0, "", "Ctrl+-"},
     {Menu::LogPopup, 1, Command::LogInsertRows, 1309, 0, "", "Ctrl++"},
-    {Menu::LogPopup, 3, Command::LogSavePicture, 4613, 0, "", "Ctrl+Shift+P"},
-    {Menu::LogPopup, 5, Command::LogNote, 1307},
-    {Menu::LogPopup, 6, Command::LogEditNote, 4614},
-    {Menu::LogPopup, 7, Command::LogLegend, 1308},
-    {Menu::LogPopup, 9, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E"},
-    {Menu::LogPopup, 10, Command::ForceRecalc, 1066, 0, "", "F5"},
-    {Menu::LogPopup, 14, Command::LogDisplayOptions, 1304, 0, "settings"},
+    {Menu::LogPopup, 3, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C"},
+    {Menu::LogPopup, 4, Command::EditCopyValues, 1065, 6519, "", "Ctrl+Shift+C"},
+    {Menu::LogPopup, 5, Command::LogSavePicture, 4613, 0, "", "Ctrl+Shift+P"},
+    {Menu::LogPopup, 8, Command::LogNote, 1307},
+    {Menu::LogPopup, 9, Command::LogEditNote, 4614},
+    {Menu::LogPopup, 10, Command::LogLegend, 1308},
+    {Menu::LogPopup, 12, Command::ViewZoom, 1094, 6510, "zoom", "Ctrl+T"},
+    {Menu::LogPopup, 13, Command::ViewIntervals, 1095, 6511, "intervals", "Ctrl+I"},
+    {Menu::LogPopup, 14, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E"},
+    {Menu::LogPopup, 15, Command::ForceRecalc, 1066, 0, "", "F5"},
+    {Menu::LogPopup, 24, Command::LogDisplayOptions, 1304, 0, "settings"},
 };
 
 bool hasSelection(const MenuState& state) {
@@ -67,6 +79,12 @@ bool isLogSelected(const MenuState& state) {
 
 bool isChartTab(int tab) {
     return tab == eTabFullLog || tab == eTabIntervalsGraph || tab == eTabCumulativeGraph || tab == eTabNoiseRating;
+}
+
+// Of the log view, which was used last.
+bool isViewCopyable(const MenuState& state, bool valuesOnly) {
+    return state.HasExplorer && state.Displayed != nullptr && !state.IsTreeActive &&
+           IsCopyable(state.Tab, valuesOnly, state.HasContent);
 }
 
 struct Rule {
@@ -93,6 +111,18 @@ constexpr Rule kRules[] = {
     {Command::FileCloseAll, [](const Session& session, const MenuState&) { return !session.OpenFiles.empty(); }},
     {Command::FileSave, kOnSavable},
     {Command::FileSaveAs, kOnSavable},
+    {Command::EditCopy, [](const Session&, const MenuState& state) { return isViewCopyable(state, false); }},
+    {Command::EditCopyValues, [](const Session&, const MenuState& state) { return isViewCopyable(state, true); }},
+    {Command::EditFind, kOnExplorer},
+    {Command::EditFindNext, kOnExplorer},
+    {Command::ViewZoom,
+     [](const Session&, const MenuState& state) {
+         return state.HasExplorer && state.Displayed != nullptr && IsZoomSelectable(*state.Displayed, state.Tab);
+     }},
+    {Command::ViewIntervals,
+     [](const Session&, const MenuState& state) {
+         return state.HasExplorer && state.InView != nullptr && IsCutIntervalSelectable(*state.InView, state.Tab);
+     }},
     {Command::ViewExposureTime, [](const Session&, const MenuState& state) { return isLogSelected(state); }},
     {Command::WindowReset, kOnExplorer},
     {Command::ForceRecalc,

@@ -10,7 +10,7 @@
 
 namespace kestrane {
 
-enum class Menu { File, View, Tools, Window, Help, TreePopup, LogPopup };
+enum class Menu { File, Edit, View, Tools, Window, Help, TreePopup, LogPopup };
 
 enum class Command {
     FileDownload,
@@ -21,8 +21,14 @@ enum class Command {
     FileSave,
     FileSaveAs,
     FileExit,
+    EditCopy,
+    EditCopyValues,
+    EditFind,
+    EditFindNext,
     ViewToolbar,
     ViewStatusBar,
+    ViewZoom,
+    ViewIntervals,
     ViewExposureTime,
     ToolsSettings,
     ToolsSynchronizeClocks,
@@ -70,9 +76,12 @@ constexpr int kRecentFilesIndex = 11; // of the File menu: where the recent file
 struct MenuState {
     bool HasExplorer = false; // there is one, and it is not minimised
     std::string SelectedKey;
-    const clsLog* Displayed = nullptr; // the log on display
+    const clsLog* Displayed = nullptr; // the log on display, all of it
     int Tab = 0;                       // the tab in front
     bool IsOnExposureRow = false;      // a row of the exposure calculator is current
+    bool IsTreeActive = false;         // the tree had the focus last, not the log view
+    bool HasContent = false;           // the tab shows something that can be copied
+    const clsLog* InView = nullptr;    // the log on display, or the part of it that is zoomed to
 };
 
 bool IsMenuEnabled(const Session& session, Command command, const MenuState& state);

@@ -26,6 +26,7 @@ constexpr double kZoom = 0.8;     // a step
 constexpr int kThinDrag = 8;      // pixels: a drag that is no higher zooms the rows alone, one narrower the values
 constexpr int kShortDrag = 3;     // pixels: no drag at all
 constexpr double kWheelStep = 120;
+constexpr double kTouch = 0.01; // rows: one that lies on the edge of the view is in it
 constexpr int kPdfResolution = 1200;
 
 constexpr std::array<const char*, 3> kEndings = {".png", ".svg", ".pdf"};
@@ -47,6 +48,9 @@ chaTab::chaTab(Locale locale, QWidget* parent) :
     plot_->installEventFilter(this);
     connect(plot_, &QCustomPlot::mousePress, this, [this](const QMouseEvent* event) { press(*event); });
     connect(plot_, &QCustomPlot::mouseMove, this, [this](const QMouseEvent* event) { point(*event); });
+    connect(plot_, &QCustomPlot::mouseRelease, this, [this] {
+        if (plot_->interactions().testFlag(QCP::iRangeDrag)) emit ViewChanged();
+    });
     connect(plot_, &QCustomPlot::mouseWheel, this, [this](const QWheelEvent* event) { turnWheel(*event); });
     connect(plot_, &QCustomPlot::mouseDoubleClick, this, [this] {
         if (plot_->hasAxes()) look(plot_->wholeView());
@@ -199,6 +203,15 @@ void chaTab::point(const QMouseEvent& event) {
 void chaTab::look(ChartView view) {
     plot_->setView(view);
     plot_->replot(QCustomPlot::rpQueuedReplot);
+    emit ViewChanged();
+}
+
+std::optional<std::pair<std::size_t, std::size_t>> chaTab::rowsInView() const {
+    if (!plot_->hasAxes()) return std::nullopt;
+    const QCPRange rows = plot_->view().rows;
+    const double last = static_cast<double>(content_->data.RowCount) - 1;
+    const auto rowOf = [&](double at) { return static_cast<std::size_t>(std::clamp(at, 0.0, last)); };
+    return std::pair(rowOf(std::ceil(rows.lower - kTouch)), rowOf(std::floor(rows.upper + kTouch)));
 }
 
 void chaTab::turnWheel(const QWheelEvent& event) {

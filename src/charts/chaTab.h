@@ -13,7 +13,9 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace kestrane {
 
@@ -39,8 +41,14 @@ public:
     // The lines of the read-out: the row's name, then a series and its value a line; empty when it is hidden.
     QStringList readOut() const;
 
+    // The rows in view, counted from 0, first and last; nothing without axes.
+    std::optional<std::pair<std::size_t, std::size_t>> rowsInView() const;
+
     // The part in view, in the colours of paper, size in pixels of which a ratio of 2 gives twice as many.
     QImage picture(const QSize& size, double ratio = 1) const;
+
+    // The bytes of the picture in the format of a name's ending; none when it cannot be drawn.
+    QByteArray pictureBytes(const std::string& path, const QSize& size) const;
 
     // Writes the picture in the format of the name's ending: .png, .svg or .pdf, in any case. There is a whole file or
     // the old one. Raises an error when the file cannot be written.
@@ -50,6 +58,9 @@ public:
     // The same for a page.
     ChartOnPage onPage() const;
 
+signals:
+    void ViewChanged(); // the user looks at other rows or values
+
 protected:
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -58,7 +69,6 @@ protected:
 private:
     void drawAnew();
     void describe();
-    QByteArray pictureBytes(const std::string& path, const QSize& size) const;
 
     void press(const QMouseEvent& event);
     void point(const QMouseEvent& event);

@@ -8,6 +8,7 @@
 #include "explorer/NodeKeys.h"
 #include "explorer/NodeRename.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QSplitter>
 
@@ -45,13 +46,24 @@ frmExplorer::frmExplorer(Session& session, QWidget* parent) : QWidget(parent), s
             [this] { session_.frame->SetPanel(Frame::Panel::Status, session_.LoadText(4615)); });
     connect(tree_, &tvwTreeView::FilesDropped, this, &frmExplorer::FilesDropped);
     connect(tree_, &tvwTreeView::PopUpMenuAsked, this, &frmExplorer::TreeViewPopUpMenu);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget*, const QWidget* focused) { takeFocus(focused); });
     connect(log_, &tabLog::TabChanged, this, &frmExplorer::StateChanged);
     connect(log_, &tabLog::PopUpMenuAsked, this, &frmExplorer::TabControlPopUpMenu);
     RebuildTree();
 }
 
 MenuState frmExplorer::StateForMenus() const {
-    return {true, state_.SelectedKey, state_.LogInView(session_), state_.View.Tab, log_->IsOnExposureRow()};
+    return {true,          state_.SelectedKey, state_.OpenedLog(session_), state_.View.Tab, log_->IsOnExposureRow(),
+            isTreeActive_, log_->HasContent(), state_.LogInView(session_)};
+}
+
+// What is outside both, such as a menu, leaves the one active that was.
+void frmExplorer::takeFocus(const QWidget* focused) {
+    const bool isTree = focused == tree_ || tree_->isAncestorOf(focused);
+    if (isTree == isTreeActive_ || (!isTree && !log_->isAncestorOf(focused))) return;
+    isTreeActive_ = isTree;
+    emit StateChanged();
 }
 
 void frmExplorer::RebuildTree() {
@@ -93,13 +105,17 @@ void frmExplorer::LogValuesChanged(const clsLog& log) {
     if (&log == resolve(session_, state_.DisplayedKey).log && state_.takeDisplayed(session_)) {
         log_->ShowLog();
         emit StateChanged();
-    } else if (&log == state_.LogInView(session_)) {
+    } else if (&log == state_.LogInView(session_) || &log == state_.OpenedLog(session_)) {
         log_->Redraw();
     }
 }
 
 void frmExplorer::EditSelectedNode() {
     tree_->EditNode(state_.SelectedKey);
+}
+
+void frmExplorer::SelectNode(const std::string& key) {
+    tree_->SelectNode(key);
 }
 
 int frmExplorer::TreeWidth() const {

@@ -31,7 +31,8 @@ public:
     void ResetControls(); // forgets the open log
     void LogValuesChanged(const clsLog& log);
     void EditSelectedNode();
-    int TreeWidth() const; // pixels
+    void SelectNode(const std::string& key); // and shows it, as if it had been clicked
+    int TreeWidth() const;                   // pixels
 
 signals:
     void StateChanged(); // the frame's menus follow
@@ -41,6 +42,7 @@ signals:
     void TabControlPopUpMenu(QPoint at);
 
 private:
+    void takeFocus(const QWidget* focused);
     void nodeClick(const std::string& key);
     void nodeRenamed(const std::string& key, const std::string& text);
     void showDisplayed();
@@ -50,6 +52,7 @@ private:
     ExplorerState state_;
     tvwTreeView* tree_;
     tabLog* log_;
+    bool isTreeActive_ = true; // else the log view had the focus last
 };
 
 } // namespace kestrane

@@ -245,9 +245,12 @@ void grdDose::DeleteRows() {
         showRowsFrom(row, column);
 }
 
-void grdDose::CopySelection() const {
+bool grdDose::HasSelection() const {
+    return selectionModel()->selectedIndexes().size() > 1;
+}
+
+std::string grdDose::SelectionText() const {
     const QItemSelection selection = selectionModel()->selection();
-    if (selection.isEmpty()) return;
     int left = kTypedColumns;
     int right = 0;
     int top = model_.rowCount();
@@ -267,7 +270,7 @@ void grdDose::CopySelection() const {
         }
         text += "\r\n";
     }
-    QApplication::clipboard()->setText(text);
+    return text.toStdString();
 }
 
 void grdDose::Paste() {
@@ -300,7 +303,7 @@ void grdDose::keyPressEvent(QKeyEvent* event) {
     if (state() == EditingState) { // the editor has let the key through; closing it moves on
         QTableView::keyPressEvent(event);
     } else if (event->matches(QKeySequence::Copy)) {
-        CopySelection();
+        QApplication::clipboard()->setText(QString::fromStdString(SelectionText())); // a single cell, too
     } else if (event->matches(QKeySequence::Paste)) {
         Paste();
     } else if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {

@@ -54,7 +54,8 @@ public:
     bool IsOnRow() const;
     void InsertRows();
     void DeleteRows();
-    void CopySelection() const; // cells with tabs between them, a line a row
+    bool HasSelection() const;         // of more cells than the one that is always current
+    std::string SelectionText() const; // the selected cells, tabs between them, CR LF behind rows
     void Paste();
 
 signals:

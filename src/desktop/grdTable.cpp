@@ -3,9 +3,7 @@
 #include "dialogs/Words.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPalette>
 
 #include <algorithm>
@@ -113,18 +111,14 @@ void grdTable::resizeEvent(QResizeEvent* event) {
     fillWidth();
 }
 
-void grdTable::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Copy)) {
-        copySelection();
-    } else {
-        QTableView::keyPressEvent(event);
-    }
+bool grdTable::HasSelection() const {
+    const QItemSelection selection = selectionModel()->selection();
+    return selection.size() > 1 ||
+           (selection.size() == 1 && selection.first().width() * selection.first().height() > 1);
 }
 
-// Overloaded rows never reach the clipboard.
-void grdTable::copySelection() const {
+std::string grdTable::SelectionText() const {
     const QItemSelection selection = selectionModel()->selection();
-    if (selection.isEmpty()) return;
     int left = model_.columnCount();
     int right = 0;
     std::vector<std::pair<int, int>> ranges;
@@ -149,7 +143,7 @@ void grdTable::copySelection() const {
         }
         next = std::max(next, bottom + 1);
     }
-    QApplication::clipboard()->setText(QString::fromStdString(text));
+    return text;
 }
 
 } // namespace kestrane

@@ -33,12 +33,16 @@ public:
 
     void SetTable(IntervalTable table);
 
+    const IntervalTable& Table() const { return model_.Table(); }
+
+    bool HasSelection() const; // of more cells than the one that is always current
+    std::string
+    SelectionText() const; // the selected cells, without overloaded rows: tabs between them, CR LF behind rows
+
 protected:
-    void keyPressEvent(QKeyEvent* event) override; // the copy key takes the selected cells
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void copySelection() const;
     void fillWidth(); // widens the columns where they leave room
 
     IntervalTableModel model_;

@@ -12,12 +12,14 @@
 #include "dialogs/Words.h"
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmExpTime.h"
+#include "dialogs/frmFind.h"
 #include "dialogs/frmOptions.h"
 #include "explorer/NodeKeys.h"
 #include "model/LogTime.h"
 #include "model/SettingsText.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/qt/QtClipboard.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -48,8 +50,8 @@ struct MenuTitle {
     int text;
 };
 
-constexpr MenuTitle kTitles[] = {
-    {Menu::File, 1001}, {Menu::View, 1003}, {Menu::Tools, 1004}, {Menu::Window, 1005}, {Menu::Help, 1006}};
+constexpr MenuTitle kTitles[] = {{Menu::File, 1001},  {Menu::Edit, 1002},   {Menu::View, 1003},
+                                 {Menu::Tools, 1004}, {Menu::Window, 1005}, {Menu::Help, 1006}};
 
 struct PanelOf {
     Frame::Panel panel;
@@ -147,6 +149,7 @@ void mdiMain::makeActions() {
         actions_.at(command)->setCheckable(true);
         actions_.at(command)->setChecked(true);
     }
+    actions_.at(Command::ViewZoom)->setCheckable(true);
 }
 
 void mdiMain::makeMenus() {
@@ -262,6 +265,7 @@ void mdiMain::EnableMenusAndButtons() {
     if (frmExplorer* explorer = activeExplorer(); explorer != nullptr) {
         actions_.at(Command::LogNote)->setChecked(explorer->State().View.ShowsNote);
         actions_.at(Command::LogLegend)->setChecked(explorer->State().View.ShowsLegend);
+        actions_.at(Command::ViewZoom)->setChecked(explorer->LogTabs().IsZoomShown());
     }
     showRecentFiles();
 }
@@ -338,6 +342,18 @@ void mdiMain::run(Command command) {
     case Command::FileExit:
         close();
         return;
+    case Command::EditCopy:
+        return copyData(false);
+    case Command::EditCopyValues:
+        return copyData(true);
+    case Command::EditFind:
+        return showFind();
+    case Command::EditFindNext:
+        return findNext();
+    case Command::ViewZoom:
+        return explorer->LogTabs().ToggleZoom();
+    case Command::ViewIntervals:
+        return explorer->LogTabs().CutIntervals();
     case Command::ViewToolbar:
         return tbToolBar_->setVisible(actions_.at(command)->isChecked());
     case Command::ViewStatusBar:
@@ -459,7 +475,7 @@ void mdiMain::showSettings(Command command) {
         changes = frmOptions::ShowFromToolsMenu(session_, this);
     } else if (command == Command::TreeDisplayOptions) {
         changes = frmOptions::ShowFromTreeViewRightClick(session_, session_.Options, popUpAt_, this);
-    } else if (clsLog* log = explorer->State().LogInView(session_); log != nullptr) {
+    } else if (clsLog* log = explorer->State().OpenedLog(session_); log != nullptr) {
         const bool isOfRows = explorer->State().View.Tab <= eTabIntervalsGraph;
         changes = frmOptions::ShowFromLogTabCtrlRightClick(session_, *log, isOfRows ? kInterval : kCumulative, popUpAt_,
                                                            this);
@@ -472,6 +488,25 @@ void mdiMain::applySettings(const SettingsChanges& changes, frmExplorer* opener)
     for (frmExplorer* explorer : explorers())
         if (changes.ResetTabs || (changes.RedrawTab && explorer == opener)) explorer->LogTabs().Redraw();
     EnableMenusAndButtons();
+}
+
+void mdiMain::copyData(bool valuesOnly) {
+    QtClipboard().Set(activeExplorer()->LogTabs().CopyData(valuesOnly));
+}
+
+void mdiMain::showFind() {
+    if (find_ == nullptr)
+        find_ = new frmFind(
+            session_, [this] { findNext(); }, this);
+    find_->ShowFind(QRect(activeExplorer()->mapToGlobal(QPoint()), activeExplorer()->size()));
+}
+
+void mdiMain::findNext() {
+    if (find_ == nullptr || find_->Entry().What.empty()) return showFind();
+    frmExplorer* const explorer = activeExplorer();
+    if (explorer == nullptr) return;
+    if (const auto key = search_.Find(buildTree(session_), find_->Entry())) return explorer->SelectNode(*key);
+    session_.ShowMessage(session_.LoadText(4712), kIconInformation);
 }
 
 void mdiMain::openBeside(const std::string& name) {

@@ -4,6 +4,7 @@
 
 #include "app/Menus.h"
 #include "app/SettingsDialog.h"
+#include "explorer/Find.h"
 #include "model/Session.h"
 #include "platform/MonotonicClock.h"
 
@@ -19,6 +20,7 @@ class QMenu;
 namespace kestrane {
 
 class frmExplorer;
+class frmFind;
 
 class mdiMain : public QMainWindow, public Frame {
     Q_OBJECT
@@ -68,6 +70,9 @@ private:
     void applySettings(const SettingsChanges& changes, frmExplorer* opener);
     void tile(Qt::Orientation orientation);
     void arrangeIcons();
+    void copyData(bool valuesOnly);
+    void showFind();
+    void findNext();
     void openBeside(const std::string& name);
     void openHomePage();
     void saveState();
@@ -81,6 +86,8 @@ private:
     std::map<Panel, QLabel*> panels_;
     QToolBar* tbToolBar_;
     bool isBusy_ = false;
+    frmFind* find_ = nullptr; // made on first use
+    NodeSearch search_;
     QPoint popUpAt_;
 };
 

@@ -1,13 +1,18 @@
 #include "desktop/tabLog.h"
 
+#include "calc/Recalculation.h"
 #include "charts/chaTab.h"
 #include "desktop/CumulativePanelView.h"
+#include "desktop/FlowLayout.h"
+#include "desktop/fraZoom.h"
 #include "desktop/grdDose.h"
 #include "desktop/grdTable.h"
 #include "dialogs/Words.h"
+#include "dialogs/frmCutIntervals.h"
 #include "dialogs/frmSimpleEdit.h"
 #include "explorer/BandChart.h"
 #include "explorer/CalculationEntries.h"
+#include "explorer/CopyData.h"
 #include "explorer/Edits.h"
 #include "explorer/IntervalTable.h"
 #include "explorer/NodeKeys.h"
@@ -23,7 +28,6 @@
 #include <QContextMenuEvent>
 #include <QFileDialog>
 #include <QLabel>
-#include <QListView>
 #include <QProxyStyle>
 #include <QPushButton>
 #include <QRadioButton>
@@ -76,6 +80,7 @@ tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
     tabs_->setStyle(narrow);
     nameControl(*tabs_, "tabLog", loadText(session, 4621));
     tabs_->setExpanding(false);
+    tabs_->setFocusPolicy(Qt::StrongFocus);
     tabs_->setUsesScrollButtons(true);
     tabs_->setDrawBase(false);
     for (const int caption : kCaptions)
@@ -87,7 +92,7 @@ tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
     placeholder_->setForegroundRole(QPalette::PlaceholderText);
     table_ = new grdTable(session);
     panels_ = new CumulativePanelView(session);
-    exposures_ = new grdDose(session, [this] { return resolve(session_, state_.View.Key).log; });
+    exposures_ = new grdDose(session, [this] { return state_.OpenedLog(session_); });
     pages_ = new QStackedWidget;
     for (QWidget* page : std::initializer_list<QWidget*>{placeholder_, table_, panels_, exposures_})
         pages_->addWidget(page);
@@ -141,7 +146,7 @@ QWidget* tabLog::exposureBar() {
     connect(cmdInsertRows, &QPushButton::clicked, this, &tabLog::InsertRows);
     connect(cmdDeleteRows_, &QPushButton::clicked, this, &tabLog::DeleteRows);
     connect(chkSave_, &QCheckBox::clicked, this, [this](bool isSaved) {
-        if (clsLog* log = resolve(session_, state_.View.Key).log; log != nullptr)
+        if (clsLog* log = state_.OpenedLog(session_); log != nullptr)
             editLog(*log, kTitleExposureRows, [&] { return std::exchange(log->SaveDoseCalc, isSaved) != isSaved; });
     });
     connect(exposures_, &grdDose::CurrentRowChanged, this, [this] {
@@ -165,27 +170,22 @@ QWidget* tabLog::optionsBar() {
     fraInterval_ = new QWidget;
     auto* const interval = new QHBoxLayout(fraInterval_);
     interval->setContentsMargins(0, 0, 0, 0);
-    lstInterval_ = new QComboBox;
+    lstInterval_ = intervalBox(intervals_);
     nameControl(*lstInterval_, "lstInterval", loadText(session_, 4616));
-    auto* const list = new QListView;
-    list->setUniformItemSizes(true);
-    lstInterval_->setView(list);
-    lstInterval_->setModel(&intervals_);
-    lstInterval_->setMaxVisibleItems(20);
-    lstInterval_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    lstInterval_->setMinimumContentsLength(18);
     interval->addWidget(labelOf(session_, 4629, *lstInterval_));
     interval->addWidget(lstInterval_);
 
     fraDose_ = exposureBar();
+    fraZoom_ = new fraZoom(session_, state_.ZoomRange);
+    connect(fraZoom_, &fraZoom::ApplyZoom, this, &tabLog::applyZoom);
 
     auto* const bar = new QWidget;
-    auto* const row = new QHBoxLayout(bar);
+    auto* const row = new FlowLayout(2 * kMargin, kMargin / 2);
+    bar->setLayout(row);
     row->setContentsMargins(kMargin, kMargin / 2, kMargin, kMargin / 2);
-    row->setSpacing(2 * kMargin);
-    for (QWidget* panel : {fraInterval_, fraDisplayBy_, fraAxis_, fraTable_, fraDfltCum_, fraDose_})
+    for (QWidget* panel : std::initializer_list<QWidget*>{fraInterval_, fraDisplayBy_, fraAxis_, fraTable_, fraDfltCum_,
+                                                          fraDose_, fraZoom_})
         row->addWidget(panel);
-    row->addStretch();
 
     const auto onLog = [this](auto choose) {
         return [this, choose](int value) {
@@ -216,12 +216,14 @@ void tabLog::ShowLog() {
     if (const clsLog* log = state_.LogInView(session_); log != nullptr) {
         const Setting setting(isSetting_);
         intervals_.SetLog(*log);
-        lstInterval_->setCurrentIndex(0);
+        lstInterval_->setCurrentIndex(static_cast<int>(state_.View.IntervalRow) - 1);
+        fraZoom_->ShowLog(*state_.OpenedLog(session_));
     }
     tabClick();
 }
 
 void tabLog::Redraw() {
+    if (const clsLog* opened = state_.OpenedLog(session_); opened != nullptr) state_.ZoomRange.follow(*opened);
     state_.View.ResetTabs();
     tabClick();
 }
@@ -265,8 +267,9 @@ void tabLog::showChoices(const clsLog& log) {
     fraDfltCum_->setVisible(hasPanelChoice);
     fraInterval_->setVisible(panels.IntervalList);
     fraDose_->setVisible(panels.ExposureRows);
+    fraZoom_->setVisible(IsZoomShown());
     options_->setVisible(panels.DisplayBy || panels.Axis || panels.Channel || hasPanelChoice || panels.IntervalList ||
-                         panels.ExposureRows);
+                         panels.ExposureRows || IsZoomShown());
 
     optDisplayBy_->button(kByParam)->setEnabled(panels.ByParam);
     optDisplayBy_->button(view.ListMode())->setChecked(true);
@@ -315,6 +318,7 @@ chaTab& tabLog::chart() {
         layout->setContentsMargins(0, 0, 0, 0);
         charts_[tab] = new chaTab(session_.locale);
         charts_[tab]->setObjectName("chaTab" + QString::number(tab));
+        if (tab == eTabFullLog) connect(charts_[tab], &chaTab::ViewChanged, this, &tabLog::offerRowsInView);
         layout->addWidget(charts_[tab]);
         chartPages_[tab] = page;
         pages_->addWidget(page);
@@ -370,7 +374,7 @@ void tabLog::drawPanels(clsLog& log) {
 }
 
 void tabLog::drawExposures(clsLog&) {
-    if (clsLog* log = resolve(session_, state_.View.Key).log; log != nullptr) fillExposureRows(*log);
+    if (clsLog* log = state_.OpenedLog(session_); log != nullptr) fillExposureRows(*log);
     exposures_->ShowRows();
 }
 
@@ -389,7 +393,7 @@ void tabLog::DeleteRows() {
 void tabLog::applyChanges() {
     clsLog* log = state_.LogInView(session_);
     if (log == nullptr) return;
-    const bool isChanged = kestrane::applyChanges(*log, *log, panels_->Entries(),
+    const bool isChanged = kestrane::applyChanges(*state_.OpenedLog(session_), *log, panels_->Entries(),
                                                   [this](CalculationField field) { panels_->FocusField(field); });
     if (!isChanged) return;
     if (clsLog* after = state_.LogInView(session_); after != nullptr) drawPanels(*after);
@@ -419,10 +423,100 @@ void tabLog::EditNote() {
     clsLog* log = state_.LogInView(session_);
     if (log == nullptr) return;
     const std::optional<std::string> note = frmSimpleEdit::EditNote(session_, log->Note, this);
-    log = state_.LogInView(session_); // the pump ran meanwhile
+    log = state_.OpenedLog(session_); // the pump ran meanwhile
     if (!note || log == nullptr) return;
     editLog(*log, kTitleNote, [&] { return std::exchange(log->Note, *note) != *note; });
     Redraw();
+}
+
+bool tabLog::IsZoomShown() const {
+    const clsLog* opened = state_.OpenedLog(session_);
+    return opened != nullptr && IsZoomSelectable(*opened, state_.View.Tab) &&
+           (state_.View.ShowsZoom || state_.ZoomRange.copy() != nullptr);
+}
+
+void tabLog::ToggleZoom() {
+    state_.View.ShowsZoom = !state_.View.ShowsZoom || state_.ZoomRange.copy() != nullptr;
+    ShowControls();
+    emit TabChanged();
+    if (!IsZoomShown()) return;
+    offerRowsInView();
+    fraZoom_->setFocus();
+}
+
+// The part of the time chart that the user has dragged to is the range that can be zoomed to.
+void tabLog::offerRowsInView() {
+    const clsLog* opened = state_.OpenedLog(session_);
+    const chaTab* cha = charts_[eTabFullLog];
+    if (opened == nullptr || cha == nullptr || !IsZoomShown() || state_.View.Tab != eTabFullLog) return;
+    const auto rows = cha->rowsInView();
+    if (!rows) return;
+    Zoom& zoom = state_.ZoomRange;
+    zoom.Range = {zoom.firstRow() + static_cast<std::int64_t>(rows->first),
+                  zoom.firstRow() + static_cast<std::int64_t>(rows->second)};
+    zoom.ByTime = zoom.Range.From > 1 || zoom.Range.To < opened->LogIntervals.Count();
+    fraZoom_->ShowChoice();
+}
+
+void tabLog::applyZoom() {
+    if (state_.ApplyZoom(session_)) ShowLog();
+    emit TabChanged();
+}
+
+void tabLog::CutIntervals() {
+    const clsLog* before = state_.LogInView(session_);
+    if (before == nullptr) return;
+    const std::optional<CutWizard> wizard = frmCutIntervals::getIntervals(session_, *before, this);
+    clsLog* log = state_.LogInView(session_); // the pump ran meanwhile
+    if (!wizard || log == nullptr) return;
+    editLog(*log, kTitleIntervalSelection, [&] {
+        const bool isChanged = wizard->Store(*log);
+        if (isChanged) RecalcValues(*log, kCalcFull);
+        return isChanged;
+    });
+}
+
+const chaTab* tabLog::shownChart() const {
+    const chaTab* cha = charts_[static_cast<std::size_t>(state_.View.Tab)];
+    return cha != nullptr && !cha->isHidden() ? cha : nullptr;
+}
+
+bool tabLog::HasContent() const {
+    if (state_.LogInView(session_) == nullptr) return false;
+    switch (state_.View.Tab) {
+    case eTabIntervalsTable:
+        return table_->model()->rowCount() > 0;
+    case eTabCumulativeData:
+    case eTabExposureCalculator:
+        return true;
+    default:
+        return shownChart() != nullptr && shownChart()->chart().RowCount > 0;
+    }
+}
+
+// Of a grid the selected cells, when there are several, else the whole.
+ClipboardForms tabLog::CopyData(bool valuesOnly) const {
+    const clsLog* log = state_.LogInView(session_);
+    if (log == nullptr) return {};
+    const LogView& view = state_.View;
+    switch (view.Tab) {
+    case eTabIntervalsTable:
+        return table_->HasSelection() ? copiedLines(table_->SelectionText(), false) : copiedTable(table_->Table());
+    case eTabExposureCalculator:
+        return exposures_->HasSelection() ? copiedLines(exposures_->SelectionText(), false)
+                                          : copiedExposures(*state_.OpenedLog(session_));
+    case eTabCumulativeData:
+        return copiedPanel(*log, view.PanelBand(*log), cumulativePanelOf(*log, view.Panel));
+    default:
+        break;
+    }
+    const chaTab* cha = shownChart();
+    if (cha == nullptr) return {};
+    if (valuesOnly) return copiedValues(cha->chart(), session_.locale);
+    return {{},
+            {},
+            cha->pictureBytes(".png", cha->size()).toStdString(),
+            cha->pictureBytes(".svg", cha->size()).toStdString()};
 }
 
 void tabLog::SavePicture() {
@@ -446,7 +540,9 @@ void tabLog::SavePicture() {
 }
 
 void tabLog::contextMenuEvent(QContextMenuEvent* event) {
-    if (state_.LogInView(session_) != nullptr) emit PopUpMenuAsked(event->globalPos());
+    if (state_.LogInView(session_) == nullptr) return;
+    if (!isAncestorOf(QApplication::focusWidget())) tabs_->setFocus(); // its commands are of the log
+    emit PopUpMenuAsked(event->globalPos());
 }
 
 } // namespace kestrane

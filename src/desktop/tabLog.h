@@ -2,9 +2,10 @@
 // its LogView decided, draws a tab when it is first seen, and passes on what the user chose.
 #pragma once
 
-#include "desktop/IntervalListModel.h"
+#include "dialogs/IntervalListModel.h"
 #include "explorer/ExplorerState.h"
 #include "model/Session.h"
+#include "platform/Clipboard.h"
 
 #include <QWidget>
 
@@ -22,6 +23,7 @@ namespace kestrane {
 
 class CumulativePanelView;
 class chaTab;
+class fraZoom;
 class grdDose;
 class grdTable;
 
@@ -37,6 +39,11 @@ public:
     // The log's values have changed: every tab is drawn anew, the present one at once.
     void Redraw();
 
+    bool HasContent() const;                        // something on the tab in front that can be copied
+    ClipboardForms CopyData(bool valuesOnly) const; // what a copy command puts on the clipboard
+    bool IsZoomShown() const;
+    void ToggleZoom(); // shows or hides the panel, which stays while a part of the log is in view
+    void CutIntervals();
     void SavePicture();
     void ToggleNote();
     void ToggleLegend();
@@ -71,8 +78,11 @@ private:
     void drawPanels(clsLog& log);
     void drawExposures(clsLog& log);
 
-    chaTab& chart(); // of the tab in front; made on first use
+    chaTab& chart();                  // of the tab in front; made on first use
+    const chaTab* shownChart() const; // null: the tab in front shows none
     void applyChanges();
+    void applyZoom();
+    void offerRowsInView();
 
     Session& session_;
     ExplorerState& state_;
@@ -100,6 +110,7 @@ private:
     QWidget* fraInterval_;
     QComboBox* lstInterval_;
     QWidget* fraDose_;
+    fraZoom* fraZoom_;
     QCheckBox* chkSave_;
     QPushButton* cmdDeleteRows_;
 };

@@ -114,6 +114,10 @@ void tvwTreeView::EditNode(const std::string& key) {
     if (QTreeWidgetItem* item = itemOf(key); item != nullptr) editItem(item);
 }
 
+void tvwTreeView::SelectNode(const std::string& key) {
+    if (QTreeWidgetItem* item = itemOf(key); item != nullptr) setCurrentItem(item);
+}
+
 QTreeWidgetItem* tvwTreeView::itemOf(const std::string& key) const {
     for (QTreeWidgetItemIterator at(const_cast<tvwTreeView*>(this)); *at != nullptr; ++at)
         if (keyOf(*at).toStdString() == key) return *at;

@@ -19,6 +19,7 @@ public:
     void ShowNodes(const std::vector<TreeNode>& nodes, const std::string& selectedKey);
     void ShowOpenLog(const std::string& displayedKey); // gives it, and it alone, the image of an open log
     void EditNode(const std::string& key);
+    void SelectNode(const std::string& key);
 
 signals:
     void NodeClick(const QString& key);

@@ -250,6 +250,7 @@ constexpr TextEntry Entries[] = {
     {4633, "Share of the day's dose: ^"},
     {4634, "Entries that could not be taken: ^"},
     {4635, "Total"},
+    {4650, "Zoom:"},
     // Find dialog
     {4701, "Find"},
     {4702, "Fi&nd what:"},

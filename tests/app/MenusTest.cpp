@@ -39,6 +39,7 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
         {Command::FileCloseAll, "yyyyyyyy"},
         {Command::FileSave, "nnyyynyy"},
         {Command::FileSaveAs, "nnyyynyy"},
+        {Command::EditFind, "nyyyyyyy"},
         {Command::ViewExposureTime, "nnnnyyyy"},
         {Command::ForceRecalc, "nnnnynyy"},
         {Command::Rename, "nnynyyyy"},
@@ -70,6 +71,31 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
     open.session.OpenFiles.clear();
     EXPECT_EQ(answer(Command::FileCloseAll, {true, "", nullptr, 0}), 'n');
     EXPECT_EQ(answer(Command::FileSave, {true, "F1", nullptr, 0}), 'n'); // of a file that has gone
+}
+
+TEST(IsMenuEnabled, CopyFollowsTheActiveControlZoomAndCutTheRows) {
+    OpenFile open;
+    clsLog part(open.session);
+    const auto answer = [&](Command command, const MenuState& state) {
+        return IsMenuEnabled(open.session, command, state);
+    };
+    MenuState state{true, "L1I1F1", &open.log(), eTabFullLog, false, false, true, &open.log()};
+    EXPECT_TRUE(answer(Command::EditCopy, state) && answer(Command::EditCopyValues, state));
+    state.Tab = eTabIntervalsTable;
+    EXPECT_TRUE(answer(Command::EditCopy, state));
+    EXPECT_FALSE(answer(Command::EditCopyValues, state));
+    state.IsTreeActive = true;
+    EXPECT_FALSE(answer(Command::EditCopyValues, state));
+
+    EXPECT_FALSE(answer(Command::ViewZoom, state) || answer(Command::ViewIntervals, state));
+    open.log().LogIntervals.setArraySize(2);
+    EXPECT_TRUE(answer(Command::ViewZoom, state) && answer(Command::ViewIntervals, state));
+    part.LogIntervals.setArraySize(1);
+    state.InView = &part;
+    EXPECT_TRUE(answer(Command::ViewZoom, state)) << "back to the whole log";
+    EXPECT_FALSE(answer(Command::ViewIntervals, state));
+    state.Tab = eTabNoiseRating;
+    EXPECT_FALSE(answer(Command::ViewZoom, state));
 }
 
 TEST(MenuItems, StandInOrderAndNoKeyServesTwoCommands) {

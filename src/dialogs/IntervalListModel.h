@@ -5,6 +5,8 @@
 
 #include <QAbstractListModel>
 
+class QComboBox;
+
 namespace kestrane {
 
 class IntervalListModel : public QAbstractListModel {
@@ -29,5 +31,7 @@ private:
     RowTimes times_;
     int count_ = 0;
 };
+
+QComboBox* intervalBox(IntervalListModel& intervals); // a box to choose one from, quick with any number
 
 } // namespace kestrane

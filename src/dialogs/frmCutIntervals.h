@@ -1,0 +1,47 @@
+// The interval selection wizard: a welcome, then a page for each range of intervals. Lays out what CutWizard decides.
+#pragma once
+
+#include "dialogs/IntervalListModel.h"
+#include "explorer/CutWizard.h"
+#include "model/Session.h"
+
+#include <QDialog>
+
+#include <array>
+#include <optional>
+
+class QButtonGroup;
+class QLabel;
+class QListView;
+class QPushButton;
+class QStackedWidget;
+
+namespace kestrane {
+
+class frmCutIntervals : public QDialog {
+public:
+    // The wizard as it was finished, to be stored in the log; nothing when the user cancels.
+    static std::optional<CutWizard> getIntervals(const Session& session, const clsLog& log, QWidget* parent);
+
+private:
+    frmCutIntervals(const Session& session, const clsLog& log, QWidget* parent);
+
+    QWidget* welcomePage();
+    QWidget* rangePage();
+    QWidget* buttons();
+    void showStep();
+    void showButtons();
+
+    const Session& session_;
+    CutWizard wizard_;
+    IntervalListModel intervals_;
+    QStackedWidget* picNav_;
+    QLabel* lblTitle_;
+    std::array<QListView*, 2> lstIntervals_{}; // from, to
+    QButtonGroup* optInclude_;
+    std::array<QPushButton*, 2> cmdNav_{}; // back, next
+    QPushButton* cmdFinish_;
+    QPushButton* cmdClear_;
+};
+
+} // namespace kestrane

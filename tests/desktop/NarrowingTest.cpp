@@ -1,0 +1,242 @@
+// Finding a log, narrowing it to a part, and copying what is seen.
+#include "charts/chaTab.h"
+#include "desktop/Desk.h"
+#include "dialogs/ModalDialog.h"
+#include "files/Loaders.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListView>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTableView>
+
+namespace kestrane {
+namespace {
+
+constexpr auto kShift = "shift-dosimeter.xml"; // 480 rows of a minute from 07:00
+constexpr auto kSurvey = "machine-survey-octave.xml";
+
+std::int64_t rowsInView(Desk& desk) {
+    desk.clickTab("Intervals (Table)");
+    return desk.control<QTableView>("grdTable").model()->rowCount();
+}
+
+QString chosen(Desk& desk, const char* list) {
+    return desk.control<QComboBox>(list).currentText();
+}
+
+void zoom(Desk& desk, int from, int to) {
+    click(*desk.frame, "optZoom1");
+    for (const auto& [list, row] : {std::pair("lstZoom0", from), std::pair("lstZoom1", to)}) {
+        auto& box = desk.control<QComboBox>(list);
+        box.setCurrentIndex(row - 1);
+        emit box.activated(row - 1);
+    }
+    click(*desk.frame, "cmdApplyZoom");
+    desk.settle();
+}
+
+// A platform without windows of its own leaves none active when a dialog closes.
+void goBackTo(Desk& desk) {
+    desk.frame->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(desk.frame.get()));
+}
+
+// Looks closer at the middle of the time chart, in three steps: at 0.512 of its rows.
+void lookCloser(Desk& desk) {
+    desk.control<chaTab>("chaTab0").setFocus();
+    for (int step = 0; step < 3; ++step)
+        desk.press(Qt::Key_Plus);
+}
+
+TEST(ZoomPanel, NarrowsEveryTabAndGoesBackToAll) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1");
+    EXPECT_FALSE(desk.control<QWidget>("fraZoom").isVisible());
+    desk.press(QKeySequence("Ctrl+T"));
+    EXPECT_TRUE(desk.control<QWidget>("fraZoom").isVisible());
+    EXPECT_TRUE(desk.command("Zoom...").isChecked());
+    EXPECT_FALSE(desk.control<QComboBox>("lstZoom0").isEnabled());
+    EXPECT_EQ(chosen(desk, "lstZoom0"), "07:00:00 (17/09)");
+    EXPECT_EQ(chosen(desk, "lstZoom1"), "14:59:00 (17/09)");
+
+    zoom(desk, 20, 10);
+    EXPECT_EQ(desk.asked(), "The selected interval range is invalid");
+    desk.answer({Button::No});
+    zoom(desk, 61, 120);
+    EXPECT_EQ(desk.asked(), "Recalculate cumulative data?");
+    EXPECT_EQ(rowsInView(desk), 60);
+    EXPECT_EQ(desk.control<QTableView>("grdTable").model()->index(0, 0).data().toString(), "17/09/24 08:00:00");
+    desk.clickTab("Intervals (Graph)");
+    EXPECT_EQ(desk.control<QComboBox>("lstInterval").count(), 60);
+    desk.clickTab("Exp Calc");
+    EXPECT_FALSE(desk.control<QWidget>("fraZoom").isVisible());
+    EXPECT_FALSE(desk.isEnabled("Zoom..."));
+    desk.clickTab("Full Log");
+    desk.command("Zoom...").trigger();
+    EXPECT_TRUE(desk.control<QWidget>("fraZoom").isVisible()) << "it tells that this is a part";
+    click(*desk.frame, "optZoom0");
+    click(*desk.frame, "cmdApplyZoom");
+    EXPECT_EQ(rowsInView(desk), 480);
+}
+
+TEST(ZoomPanel, TakesTheRowsThatTheTimeChartShows) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1");
+    lookCloser(desk);
+    desk.press(QKeySequence("Ctrl+T"));
+    EXPECT_EQ(chosen(desk, "lstZoom0").left(5), "08:57"); // of 480 minutes
+    EXPECT_EQ(chosen(desk, "lstZoom1").left(5), "13:02");
+    desk.answer({Button::No});
+    desk.press(Qt::Key_Return);
+    desk.settle();
+    lookCloser(desk);
+    EXPECT_EQ(chosen(desk, "lstZoom0").left(5), "09:57") << "of the 246 in view";
+    desk.press(Qt::Key_Home);
+    EXPECT_EQ(chosen(desk, "lstZoom1").left(5), "13:02");
+    EXPECT_EQ(rowsInView(desk), 246);
+}
+
+TEST(ZoomPanel, AnotherLogEndsTheZoom) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1");
+    desk.press(QKeySequence("Ctrl+T"));
+    zoom(desk, 2, 2);
+    EXPECT_EQ(rowsInView(desk), 1);
+    EXPECT_TRUE(desk.control<QWidget>("fraZoom").isVisible()) << "the way back from a single row";
+    desk.openLog(kSurvey, "Planer", "Full Log");
+    EXPECT_EQ(chosen(desk, "lstZoom0").left(5), "10:06");
+    desk.clickNode("Broadband 1");
+    EXPECT_EQ(rowsInView(desk), 480);
+}
+
+TEST(IntervalWizard, ExcludesARangeThatIsSavedWithTheFile) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1", "Cumultv (Data)");
+    const auto select = [](QDialog& dialog, const char* list, int row) {
+        auto& view = control<QListView>(dialog, list);
+        view.scrollTo(view.model()->index(row - 1, 0));
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                          view.visualRect(view.model()->index(row - 1, 0)).center());
+    };
+    desk.answer({Button::Ok});
+    onDialog([&](QDialog& dialog) {
+        EXPECT_FALSE(control<QPushButton>(dialog, "cmdFinish").isEnabled());
+        click(dialog, "chkDontShowAgain");
+        click(dialog, "cmdNav1");
+        click(dialog, "cmdNav1");
+        EXPECT_EQ(desk.asked(), "Include/exclude option has not been selected.");
+        click(dialog, "optInclude1");
+        select(dialog, "lstIntervals0", 61);
+        select(dialog, "lstIntervals1", 90);
+        click(dialog, "cmdFinish");
+    });
+    desk.press(QKeySequence("Ctrl+I"));
+    desk.settle();
+    clsLog& log = *desk.session.OpenFiles.front()->InstrumentDatas.front()->Locations.front();
+    EXPECT_EQ(log.LogIntervals.CutIntervals, std::vector<std::string>{"61~90"});
+    EXPECT_EQ(log.LogIntervals.IncludedCount(), 450);
+    EXPECT_TRUE(IsChanged(*desk.session.OpenFiles.front()));
+    desk.clickTab("Intervals (Table)");
+    const auto isStruckOut = [&](int row) {
+        const auto& model = *desk.control<QTableView>("grdTable").model();
+        return model.index(row - 1, 1).data(Qt::FontRole).value<QFont>().strikeOut();
+    };
+    EXPECT_TRUE(isStruckOut(61) && isStruckOut(90));
+    EXPECT_FALSE(isStruckOut(60) || isStruckOut(91));
+
+    goBackTo(desk);
+    desk.press(QKeySequence::Save);
+    desk.command("Close").trigger();
+    OpenFile(desk.session, desk.path(kShift), OpenSource::Dialog, true);
+    desk.settle();
+    desk.clickNode("Broadband 1");
+    onDialog([&](QDialog& dialog) {
+        EXPECT_EQ(control<QListView>(dialog, "lstIntervals0").currentIndex().row(), 60) << "no welcome this time";
+        EXPECT_TRUE(control<QAbstractButton>(dialog, "optInclude1").isChecked());
+        click(dialog, "cmdClear");
+        desk.answer({Button::Cancel, Button::Ok});
+        click(dialog, "cmdFinish");
+        EXPECT_TRUE(dialog.isVisible());
+        click(dialog, "cmdFinish");
+    });
+    desk.press(QKeySequence("Ctrl+I"));
+    desk.settle();
+    EXPECT_TRUE(
+        desk.session.OpenFiles.front()->InstrumentDatas.front()->Locations.front()->LogIntervals.CutIntervals.empty());
+}
+
+TEST(Find, GoesFromHitToHitByButtonAndKey) {
+    Desk desk;
+    desk.open(kShift);
+    desk.open(kSurvey);
+    desk.press(QKeySequence::Find);
+    auto& find = *desk.frame->findChild<QDialog*>("frmFind");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&find));
+    EXPECT_FALSE(find.isModal());
+    EXPECT_FALSE(control<QPushButton>(find, "cmdFind").isEnabled());
+    QTest::keyClicks(&control<QLineEdit>(find, "txtFindWhat"), "compressor");
+    QTest::keyClick(&control<QLineEdit>(find, "txtFindWhat"), Qt::Key_Return);
+    const auto selected = [&] { return desk.tree().currentItem()->text(0); };
+    EXPECT_EQ(selected(), "Compressor, idle");
+    EXPECT_EQ(desk.caption(), "Exploring - (machine-survey-octave.xml)") << "a hit is shown as if it had been clicked";
+    click(find, "cmdClose");
+    EXPECT_FALSE(find.isVisible());
+    goBackTo(desk);
+    for (const char* text : {"Compressor, loaded", "Compressor, idle"}) {
+        desk.press(Qt::Key_F3);
+        EXPECT_EQ(selected(), text);
+    }
+    control<QComboBox>(find, "cboSearch").setCurrentIndex(1);
+    desk.press(Qt::Key_F3);
+    EXPECT_NE(desk.asked().find("cannot find"), std::string::npos);
+    EXPECT_EQ(selected(), "Compressor, idle");
+}
+
+TEST(Copying, PutsTheTabInFrontOnTheClipboardInItsForms) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1");
+    desk.clickNode("Broadband 1");
+    EXPECT_FALSE(desk.isEnabled("Copy Values")) << "the tree is active";
+    const QMimeData* copied = nullptr;
+    const auto copy = [&](const char* tab, const char* command) {
+        desk.clickTab(tab);
+        EXPECT_TRUE(desk.isEnabled(command)) << tab;
+        desk.command(command).trigger();
+        copied = QApplication::clipboard()->mimeData();
+        return copied->text();
+    };
+    copy("Full Log", "Copy");
+    EXPECT_TRUE(copied->hasImage() && copied->hasFormat("image/svg+xml"));
+    EXPECT_FALSE(copied->hasText());
+    EXPECT_TRUE(copy("Full Log", "Copy Values").startsWith("\tLAeq\tApeak\tLEP,d(ET)\tDose %(ET)\r\n07:00\t77.6\t"));
+    EXPECT_TRUE(copied->hasHtml());
+    EXPECT_EQ(copy("Intervals (Table)", "Copy").count("\r\n"), 478) << "three of 480 rows are overloaded";
+    EXPECT_TRUE(copied->html().contains("<td>77.6</td>"));
+    EXPECT_FALSE(desk.isEnabled("Copy Values"));
+    EXPECT_TRUE(copy("Cumultv (Data)", "Copy").startsWith("LAeq\t"));
+    EXPECT_EQ(copy("Exp Calc", "Copy").count("\r\n"), 3);
+}
+
+TEST(OptionsBar, GoesOnInAnotherLineWhereTheWindowIsNarrow) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1", "Intervals (Graph)");
+    desk.press(QKeySequence("Ctrl+T"));
+    desk.area().currentSubWindow()->showNormal();
+    const auto top = [&](const char* name) {
+        return desk.control<QWidget>(name).mapTo(desk.frame.get(), QPoint()).y();
+    };
+    desk.area().currentSubWindow()->resize(640, 500);
+    desk.settle();
+    EXPECT_GT(top("cmdApplyZoom"), top("lstZoom0"));
+    const auto& zoom = desk.control<QWidget>("fraZoom");
+    for (const char* name : {"optZoom0", "optZoom1", "lstZoom0", "lstZoom1", "cmdApplyZoom"}) {
+        const auto& control = desk.control<QWidget>(name);
+        EXPECT_TRUE(zoom.rect().contains(QRect(control.mapTo(&zoom, QPoint()), control.size()))) << name;
+    }
+}
+
+} // namespace
+} // namespace kestrane
