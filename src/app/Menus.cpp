@@ -20,7 +20,14 @@ constexpr MenuItem kItems[] = {
     {Menu::File, 4, Command::FileCloseAll, 1035, 6516, "", "Ctrl+Shift+W"},
     {Menu::File, 6, Command::FileSave, 1036, 6504, "save", "Ctrl+S", 3},
     {Menu::File, 7, Command::FileSaveAs, 1037, 6517, "", "Ctrl+Shift+S"},
-    {Menu::File, 16, Command::FileExit, 1043, 6518, "exit", "Ctrl+Q"},
+    {Menu::File, 9, Command::FilePrint, 1038, 6505, "print", "", 4, Menu::Print},
+    {Menu::File, 10, Command::FilePrintPreview, 7124, 7125},
+    {Menu::File, 17, Command::FileExit, 1043, 6518, "exit", "Ctrl+Q"},
+
+    {Menu::Print, 0, Command::PrintDefault, 1044, 0, "", "Ctrl+P"},
+    {Menu::Print, 2, Command::PrintCumulative, 1045},
+    {Menu::Print, 3, Command::PrintIntervals, 1046},
+    {Menu::Print, 5, Command::PrintCurrentView, 1047},
 
     {Menu::Edit, 11, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C", 7},
     {Menu::Edit, 12, Command::EditCopyValues, 1065, 6519, "", "Ctrl+Shift+C"},
@@ -59,6 +66,7 @@ constexpr MenuItem kItems[] = {
     {Menu::LogPopup, 3, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C"},
     {Menu::LogPopup, 4, Command::EditCopyValues, 1065, 6519, "", "Ctrl+Shift+C"},
     {Menu::LogPopup, 5, Command::LogSavePicture, 4613, 0, "", "Ctrl+Shift+P"},
+    {Menu::LogPopup, 6, Command::FilePrint, 1038, 6505, "print", "", 0, Menu::Print},
     {Menu::LogPopup, 8, Command::LogNote, 1307},
     {Menu::LogPopup, 9, Command::LogEditNote, 4614},
     {Menu::LogPopup, 10, Command::LogLegend, 1308},
@@ -95,6 +103,9 @@ struct Rule {
 constexpr auto kOnSavable = [](const Session& session, const MenuState& state) {
     return hasSelection(state) && resolve(session, state.SelectedKey).file != nullptr && session.IsIdle();
 };
+constexpr auto kOnPrintable = [](const Session& session, const MenuState& state) {
+    return state.HasExplorer && state.Displayed != nullptr && session.IsIdle();
+};
 constexpr auto kOnFullLog = [](const Session&, const MenuState& state) {
     return state.HasExplorer && state.Displayed != nullptr && state.Tab == eTabFullLog;
 };
@@ -123,6 +134,15 @@ constexpr Rule kRules[] = {
      [](const Session&, const MenuState& state) {
          return state.HasExplorer && state.InView != nullptr && IsCutIntervalSelectable(*state.InView, state.Tab);
      }},
+    {Command::FilePrint, kOnPrintable},
+    {Command::FilePrintPreview, kOnPrintable},
+    {Command::PrintDefault, kOnPrintable},
+    {Command::PrintCumulative, kOnPrintable},
+    {Command::PrintIntervals,
+     [](const Session& session, const MenuState& state) {
+         return kOnPrintable(session, state) && state.Displayed->LogIntervals.Count() > 0;
+     }},
+    {Command::PrintCurrentView, kOnPrintable},
     {Command::ViewExposureTime, [](const Session&, const MenuState& state) { return isLogSelected(state); }},
     {Command::WindowReset, kOnExplorer},
     {Command::ForceRecalc,

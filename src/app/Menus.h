@@ -5,12 +5,13 @@
 
 #include "model/Session.h"
 
+#include <optional>
 #include <span>
 #include <string>
 
 namespace kestrane {
 
-enum class Menu { File, Edit, View, Tools, Window, Help, TreePopup, LogPopup };
+enum class Menu { File, Print, Edit, View, Tools, Window, Help, TreePopup, LogPopup };
 
 enum class Command {
     FileDownload,
@@ -20,6 +21,12 @@ enum class Command {
     FileCloseAll,
     FileSave,
     FileSaveAs,
+    FilePrint,
+    FilePrintPreview,
+    PrintDefault,
+    PrintCumulative,
+    PrintIntervals,
+    PrintCurrentView,
     FileExit,
     EditCopy,
     EditCopyValues,
@@ -62,15 +69,16 @@ struct MenuItem {
     int index;
     Command command;
     int text;
-    int toolTip = 0;       // 0: none
-    const char* icon = ""; // "": none
-    const char* keys = ""; // portable text of the shortcut; "": none
-    int toolBar = 0;       // place on the tool bar, from 1; 0: not on it
+    int toolTip = 0;                            // 0: none
+    const char* icon = "";                      // "": none
+    const char* keys = "";                      // portable text of the shortcut; "": none
+    int toolBar = 0;                            // place on the tool bar, from 1; 0: not on it
+    std::optional<Menu> subMenu = std::nullopt; // that the item opens
 };
 
 std::span<const MenuItem> menuItems();
 
-constexpr int kRecentFilesIndex = 11; // of the File menu: where the recent files stand
+constexpr int kRecentFilesIndex = 12; // of the File menu: where the recent files stand
 
 // What the rule has to know of the explorer window in front.
 struct MenuState {

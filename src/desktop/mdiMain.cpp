@@ -5,6 +5,7 @@
 #include "app/Placement.h"
 #include "app/StartUp.h"
 #include "desktop/frmExplorer.h"
+#include "desktop/frmPrint.h"
 #include "desktop/tabLog.h"
 #include "desktop/tvwTreeView.h"
 #include "dialogs/DownloadDialogs.h"
@@ -34,6 +35,7 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QToolButton>
 #include <QUrl>
 
 #include <algorithm>
@@ -176,6 +178,8 @@ void mdiMain::makeMenus() {
     for (const auto& [place, action] : buttons) {
         if (before != 0 && place > before + 1) tbToolBar_->addSeparator();
         tbToolBar_->addAction(action);
+        auto* const button = qobject_cast<QToolButton*>(tbToolBar_->widgetForAction(action));
+        if (button != nullptr && action->menu() != nullptr) button->setPopupMode(QToolButton::MenuButtonPopup);
         before = place;
     }
 }
@@ -200,7 +204,13 @@ void mdiMain::fillMenu(QMenu& menu, Menu which) {
             before += static_cast<int>(kRecentFiles) - 1;
         }
         separate(item.index);
-        menu.addAction(actions_.at(item.command));
+        QAction* const action = actions_.at(item.command);
+        if (item.subMenu && action->menu() == nullptr) {
+            auto* const opened = new QMenu(this);
+            fillMenu(*opened, *item.subMenu);
+            action->setMenu(opened);
+        }
+        menu.addAction(action);
     }
 }
 
@@ -339,6 +349,17 @@ void mdiMain::run(Command command) {
         return saveSelected(false);
     case Command::FileSaveAs:
         return saveSelected(true);
+    case Command::FilePrint:
+    case Command::PrintDefault:
+        return frmPrint(session_, *explorer, this).PrintReport(ReportForm::Default);
+    case Command::PrintCumulative:
+        return frmPrint(session_, *explorer, this).PrintReport(ReportForm::Cumulative);
+    case Command::PrintIntervals:
+        return frmPrint(session_, *explorer, this).PrintReport(ReportForm::CumulativeAndIntervals);
+    case Command::PrintCurrentView:
+        return frmPrint(session_, *explorer, this).PrintGraph();
+    case Command::FilePrintPreview:
+        return frmPrint(session_, *explorer, this).ShowPreview();
     case Command::FileExit:
         close();
         return;

@@ -19,6 +19,8 @@
 #include "explorer/NoiseRatingChart.h"
 #include "explorer/TimeChart.h"
 #include "platform/RuntimeError.h"
+#include "reports/Report.h"
+#include "reports/ViewPages.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -537,6 +539,28 @@ void tabLog::SavePicture() {
                                  ReplaceText(session_.LoadText(6530), "^", name.toStdString()),
                              kIconExclamation);
     }
+}
+
+std::unique_ptr<PagedDocument> tabLog::CurrentView(const PageMetrics& paper) const {
+    const Node opened = resolve(session_, state_.View.Key);
+    const clsLog* log = state_.LogInView(session_);
+    if (log == nullptr || opened.log == nullptr) return nullptr;
+    const LogView& view = state_.View;
+    const PrintedView printed = {*opened.file, *log, view.Tab, isModified(*opened.log, *log), paper};
+    switch (view.Tab) {
+    case eTabIntervalsTable:
+        return tablePages(printed, view.Channel(), view.Choice(*log));
+    case eTabCumulativeData:
+        return panelPages(printed, view.PanelBand(*log), cumulativePanelOf(*log, view.Panel));
+    case eTabExposureCalculator:
+        return exposurePages({*opened.file, *opened.log, view.Tab, false, paper});
+    default:
+        break;
+    }
+    const auto tab = static_cast<std::size_t>(view.Tab);
+    if (charts_[tab] == nullptr || charts_[tab]->isHidden() || chartPages_[tab] != pages_->currentWidget())
+        return nullptr;
+    return chartPages(printed, charts_[tab]->onPage());
 }
 
 void tabLog::contextMenuEvent(QContextMenuEvent* event) {

@@ -6,10 +6,12 @@
 #include "explorer/ExplorerState.h"
 #include "model/Session.h"
 #include "platform/Clipboard.h"
+#include "reports/PagedDocument.h"
 
 #include <QWidget>
 
 #include <array>
+#include <memory>
 
 class QButtonGroup;
 class QCheckBox;
@@ -45,6 +47,10 @@ public:
     void ToggleZoom(); // shows or hides the panel, which stays while a part of the log is in view
     void CutIntervals();
     void SavePicture();
+
+    // What the tab in front shows, laid out for a paper. Null when it shows nothing.
+    std::unique_ptr<PagedDocument> CurrentView(const PageMetrics& paper) const;
+
     void ToggleNote();
     void ToggleLegend();
     void EditNote();

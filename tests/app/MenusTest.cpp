@@ -40,6 +40,10 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
         {Command::FileSave, "nnyyynyy"},
         {Command::FileSaveAs, "nnyyynyy"},
         {Command::EditFind, "nyyyyyyy"},
+        {Command::FilePrint, "nnnnnnyy"},
+        {Command::PrintDefault, "nnnnnnyy"},
+        {Command::PrintIntervals, "nnnnnnnn"}, // there are none
+        {Command::PrintCurrentView, "nnnnnnyy"},
         {Command::ViewExposureTime, "nnnnyyyy"},
         {Command::ForceRecalc, "nnnnynyy"},
         {Command::Rename, "nnynyyyy"},
@@ -68,6 +72,11 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
             enabled += answer(c.command, {true, "L1I1F1", &open.log(), tab});
         EXPECT_EQ(enabled, c.enabled) << static_cast<int>(c.command);
     }
+    const MenuState shown = {true, "L1I1F1", &open.log(), eTabFullLog};
+    open.log().LogIntervals.setArraySize(1);
+    EXPECT_EQ(answer(Command::PrintIntervals, shown), 'y');
+    open.log().IntervalsRecalculating = true;
+    EXPECT_EQ(answer(Command::FilePrint, shown), 'n');
     open.session.OpenFiles.clear();
     EXPECT_EQ(answer(Command::FileCloseAll, {true, "", nullptr, 0}), 'n');
     EXPECT_EQ(answer(Command::FileSave, {true, "F1", nullptr, 0}), 'n'); // of a file that has gone

@@ -1,0 +1,265 @@
+#include "desktop/frmPreview.h"
+
+#include "dialogs/Words.h"
+#include "platform/RuntimeError.h"
+#include "printing/PdfFile.h"
+#include "printing/QtPage.h"
+
+#include <QBoxLayout>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSpinBox>
+#include <QToolButton>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kestrane {
+
+namespace {
+
+constexpr QSize kFirstSize(980, 860);
+constexpr int kPatience = 400; // milliseconds
+constexpr double kZoomStep = 1.25;
+constexpr double kSmallest = 30 / kPaperDots; // 30 to 400 pixels an inch
+constexpr double kLargest = 400 / kPaperDots;
+constexpr int kRoomBesidePage = 24;
+
+QString withoutMnemonic(QString text) {
+    return text.remove('&');
+}
+
+} // namespace
+
+PrintProgress::PrintProgress(const Session& session, QWidget* parent) :
+    session_(session),
+    dialog_(std::make_unique<QProgressDialog>(QString(), loadPlainText(session, 9002), 0, 0, parent)) {
+    dialog_->reset(); // it would come up by itself after a while
+    dialog_->setWindowTitle(loadPlainText(session, 1038));
+    dialog_->setWindowModality(Qt::ApplicationModal);
+    dialog_->setMinimumDuration(kPatience);
+}
+
+PrintProgress::~PrintProgress() = default;
+
+PageProgress PrintProgress::function() {
+    return [this](std::size_t drawn, std::size_t pages) {
+        const std::string page = std::to_string(std::min(drawn + 1, pages));
+        const std::string words = ReplaceText(session_.LoadText(7123), "^", page);
+        dialog_->setLabelText(shown(ReplaceText(words, "*", std::to_string(pages))));
+        dialog_->setMaximum(static_cast<int>(pages));
+        dialog_->setValue(static_cast<int>(drawn));
+        return drawn == pages || !dialog_->wasCanceled();
+    };
+}
+
+frmPreview::frmPreview(Session& session, std::vector<PreviewChoice> choices, Printers& printers, QWidget* parent) :
+    QDialog(parent), session_(session), choices_(std::move(choices)), printers_(printers) {
+    setObjectName("frmPreview");
+    setWindowTitle(withoutMnemonic(loadText(session, 7124)).remove("..."));
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    picPage_ = new QLabel;
+    nameControl(*picPage_, "picPage", loadText(session, 7135));
+    picPage_->setAutoFillBackground(true);
+    area_ = new QScrollArea;
+    area_->setObjectName("area");
+    area_->setWidget(picPage_);
+    area_->setAlignment(Qt::AlignCenter);
+    area_->setBackgroundRole(QPalette::Mid);
+    area_->setFocusPolicy(Qt::StrongFocus);
+    area_->installEventFilter(this);
+    area_->viewport()->installEventFilter(this);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(topBar());
+    layout->addWidget(area_, 1);
+    layout->addWidget(bottomBar());
+    resize(kFirstSize.boundedTo(screen()->availableSize() * 9 / 10));
+    area_->setFocus();
+
+    connect(cboReport_, &QComboBox::currentIndexChanged, this, [this] { layOut(); });
+    connect(chkLandscape_, &QCheckBox::toggled, this, [this] { layOut(); });
+    connect(spnPage_, &QSpinBox::valueChanged, this, [this] { showPage(); });
+}
+
+frmPreview::~frmPreview() = default;
+
+QToolButton* frmPreview::toolButton(const char* name, int text, const char* sign) {
+    auto* const button = new QToolButton;
+    nameControl(*button, name, loadText(session_, text));
+    button->setText(QString::fromUtf8(sign));
+    button->setToolTip(loadText(session_, text));
+    button->setAutoRaise(true);
+    return button;
+}
+
+QWidget* frmPreview::topBar() {
+    cboReport_ = new QComboBox;
+    nameControl(*cboReport_, "cboReport", loadPlainText(session_, 7136));
+    for (const PreviewChoice& choice : choices_)
+        cboReport_->addItem(loadPlainText(session_, choice.text));
+    chkLandscape_ = checkBox(session_, 7130, "chkLandscape", false);
+    cmdBack_ = toolButton("cmdBack", 7131, "\u25C0");
+    cmdNext_ = toolButton("cmdNext", 7132, "\u25B6");
+    spnPage_ = new QSpinBox;
+    nameControl(*spnPage_, "spnPage", loadText(session_, 7135));
+    spnPage_->setKeyboardTracking(false);
+    spnPage_->setMinimum(1);
+    lblPages_ = new QLabel;
+    lblPages_->setObjectName("lblPages");
+    QToolButton* const cmdSmaller = toolButton("cmdSmaller", 7134, "\u2212");
+    QToolButton* const cmdLarger = toolButton("cmdLarger", 7133, "+");
+    connect(cmdBack_, &QToolButton::clicked, this, [this] { turn(-1); });
+    connect(cmdNext_, &QToolButton::clicked, this, [this] { turn(1); });
+    connect(cmdSmaller, &QToolButton::clicked, this, [this] { zoom(1 / kZoomStep); });
+    connect(cmdLarger, &QToolButton::clicked, this, [this] { zoom(kZoomStep); });
+
+    auto* const bar = new QWidget;
+    auto* const row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(labelOf(session_, 7136, *cboReport_));
+    row->addWidget(cboReport_);
+    row->addWidget(chkLandscape_);
+    row->addStretch();
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{cmdBack_, spnPage_, lblPages_, cmdNext_, cmdSmaller, cmdLarger})
+        row->addWidget(widget);
+    return bar;
+}
+
+QWidget* frmPreview::bottomBar() {
+    QPushButton* const cmdSave = pushButton(session_, 7128, "cmdSave", loadPlainText(session_, 7128));
+    QPushButton* const cmdPrint = pushButton(session_, 7129, "cmdPrint", loadPlainText(session_, 7129));
+    QPushButton* const cmdClose = pushButton(session_, 9006, "cmdClose", loadPlainText(session_, 9006));
+    connect(cmdSave, &QPushButton::clicked, this, &frmPreview::savePdf);
+    connect(cmdPrint, &QPushButton::clicked, this, &frmPreview::print);
+    connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+    auto* const bar = new QWidget;
+    auto* const row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addStretch();
+    for (QPushButton* button : {cmdSave, cmdPrint, cmdClose})
+        row->addWidget(button);
+    return bar;
+}
+
+void frmPreview::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!document_) layOut();
+}
+
+void frmPreview::layOut() {
+    document_.reset(); // it refers to the paper
+    paper_.emplace(a4Paper(chkLandscape_->isChecked()));
+    document_ = choices_[static_cast<std::size_t>(cboReport_->currentIndex())].layOut(*paper_);
+    const auto pages = static_cast<int>(document_->pageCount());
+    const QSignalBlocker quiet(spnPage_);
+    spnPage_->setMaximum(pages);
+    lblPages_->setText("/ " + QString::number(pages));
+    showPage();
+}
+
+void frmPreview::showPage() {
+    const double across = paper_->width() * kCentimetre;
+    const int room = area_->width() - area_->verticalScrollBar()->sizeHint().width() - kRoomBesidePage;
+    const double scale = std::clamp(zoom_ > 0 ? zoom_ : room / across, kSmallest, kLargest);
+    const double ratio = devicePixelRatioF();
+    const QSizeF size = QSizeF(across, paper_->height() * kCentimetre) * scale;
+    QImage image((size * ratio).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::white);
+    {
+        QPainter painter(&image);
+        QtPage page(*paper_, session_.locale, painter, scale);
+        document_->drawPage(page, static_cast<std::size_t>(spnPage_->value() - 1));
+    }
+    picPage_->setPixmap(QPixmap::fromImage(image));
+    picPage_->resize(size.toSize());
+    cmdBack_->setEnabled(spnPage_->value() > 1);
+    cmdNext_->setEnabled(spnPage_->value() < spnPage_->maximum());
+}
+
+void frmPreview::zoom(double factor) {
+    const double now = picPage_->width() / (paper_->width() * kCentimetre);
+    zoom_ = std::clamp(now * factor, kSmallest, kLargest);
+    showPage();
+}
+
+void frmPreview::turn(int pages) {
+    const int before = spnPage_->value();
+    spnPage_->setValue(before + pages);
+    if (spnPage_->value() != before) area_->verticalScrollBar()->setValue(pages > 0 ? 0 : INT_MAX);
+}
+
+bool frmPreview::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && watched == area_) {
+        const QScrollBar& bar = *area_->verticalScrollBar();
+        switch (static_cast<QKeyEvent*>(event)->key()) {
+        case Qt::Key_PageDown:
+            if (bar.value() < bar.maximum()) break;
+            turn(1);
+            return true;
+        case Qt::Key_PageUp:
+            if (bar.value() > bar.minimum()) break;
+            turn(-1);
+            return true;
+        case Qt::Key_Home:
+            spnPage_->setValue(1);
+            return true;
+        case Qt::Key_End:
+            spnPage_->setValue(spnPage_->maximum());
+            return true;
+        case Qt::Key_Plus:
+        case Qt::Key_Equal:
+            zoom(kZoomStep);
+            return true;
+        case Qt::Key_Minus:
+            zoom(1 / kZoomStep);
+            return true;
+        default:
+            break;
+        }
+    }
+    if (event->type() == QEvent::Wheel && watched == area_->viewport()) {
+        const auto& wheel = *static_cast<QWheelEvent*>(event);
+        if (wheel.modifiers().testFlag(Qt::ControlModifier)) {
+            zoom(wheel.angleDelta().y() > 0 ? kZoomStep : 1 / kZoomStep);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void frmPreview::savePdf() {
+    const QString start = shown(session_.Options.DefaultDataDirectory) +
+                          shown(document_->Title()).replace('/', '-').replace('\\', '-') + ".pdf";
+    QString name =
+        QFileDialog::getSaveFileName(this, loadText(session_, 7127), start, fileFilter(session_.LoadText(7126)));
+    if (name.isEmpty()) return;
+    if (QFileInfo(name).suffix().isEmpty()) name += ".pdf";
+    PrintProgress progress(session_, this);
+    try {
+        writePdf(session_, *document_, *paper_, name.toStdString(), progress.function());
+    } catch (const RuntimeError& error) {
+        session_.ShowMessage(std::to_string(error.Number) + ": " + error.what() + "\r\n\r\n" +
+                                 ReplaceText(session_.LoadText(6530), "^", name.toStdString()),
+                             kIconExclamation);
+    }
+}
+
+void frmPreview::print() {
+    PrintProgress progress(session_, this);
+    const LayOut& chosen = choices_[static_cast<std::size_t>(cboReport_->currentIndex())].layOut;
+    printDocument(session_, printers_, this, chosen, progress.function());
+}
+
+} // namespace kestrane

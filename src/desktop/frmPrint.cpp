@@ -1,0 +1,67 @@
+#include "desktop/frmPrint.h"
+
+#include "desktop/frmExplorer.h"
+#include "desktop/frmPreview.h"
+#include "desktop/tabLog.h"
+#include "explorer/NodeKeys.h"
+
+namespace kestrane {
+
+frmPrint::frmPrint(Session& session, frmExplorer& explorer, QWidget* parent) :
+    session_(session), explorer_(explorer), parent_(parent) {}
+
+std::unique_ptr<PagedDocument> frmPrint::report(const PageMetrics& paper, ReportForm form) const {
+    const ExplorerState& state = explorer_.State();
+    const Node opened = resolve(session_, state.View.Key);
+    const clsLog& log = *state.LogInView(session_);
+    const ReportSubject subject = {*opened.file,           *opened.data,        log, isModified(*opened.log, log),
+                                   state.View.ShowsLegend, state.View.ShowsNote};
+    return std::make_unique<Report>(subject, form, paper);
+}
+
+std::unique_ptr<PagedDocument> frmPrint::view(const PageMetrics& paper) const {
+    return explorer_.LogTabs().CurrentView(paper);
+}
+
+bool frmPrint::hasView() const {
+    const Paper paper(a4Paper(false));
+    return view(paper) != nullptr;
+}
+
+void frmPrint::print(const LayOut& layOut) {
+    PrintProgress progress(session_, parent_);
+    printDocument(session_, printers_, parent_, layOut, progress.function());
+}
+
+void frmPrint::PrintReport(ReportForm form) {
+    print([&](const PageMetrics& paper) { return report(paper, form); });
+}
+
+void frmPrint::PrintGraph() {
+    if (!hasView()) {
+        session_.ShowMessage(session_.LoadText(4548), kIconInformation);
+        return;
+    }
+    print([&](const PageMetrics& paper) { return view(paper); });
+}
+
+void frmPrint::ShowPreview() {
+    struct Form {
+        ReportForm form;
+        int text;
+    };
+
+    constexpr Form kForms[] = {
+        {ReportForm::Default, 1044}, {ReportForm::Cumulative, 1045}, {ReportForm::CumulativeAndIntervals, 1046}};
+    std::vector<PreviewChoice> choices;
+    for (const Form& form : kForms) {
+        if (form.form == ReportForm::CumulativeAndIntervals &&
+            explorer_.State().LogInView(session_)->LogIntervals.Count() == 0)
+            continue;
+        choices.push_back({form.text, [this, form](const PageMetrics& paper) { return report(paper, form.form); }});
+    }
+    if (hasView()) choices.push_back({1047, [this](const PageMetrics& paper) { return view(paper); }});
+    frmPreview(session_, std::move(choices), printers_, parent_).exec();
+}
+
+} // namespace kestrane

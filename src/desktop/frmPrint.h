@@ -1,0 +1,33 @@
+// The print commands: lays out what an explorer window shows, and hands it to a printer or to the preview. Lives as
+// long as one command.
+#pragma once
+
+#include "model/Session.h"
+#include "printing/Printer.h"
+#include "reports/Report.h"
+
+namespace kestrane {
+
+class frmExplorer;
+
+class frmPrint {
+public:
+    frmPrint(Session& session, frmExplorer& explorer, QWidget* parent);
+
+    void PrintReport(ReportForm form);
+    void PrintGraph(); // the tab in front
+    void ShowPreview();
+
+private:
+    std::unique_ptr<PagedDocument> report(const PageMetrics& paper, ReportForm form) const;
+    std::unique_ptr<PagedDocument> view(const PageMetrics& paper) const;
+    bool hasView() const;
+    void print(const LayOut& layOut);
+
+    Session& session_;
+    frmExplorer& explorer_;
+    QWidget* parent_;
+    Printers printers_;
+};
+
+} // namespace kestrane
