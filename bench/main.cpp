@@ -3,6 +3,7 @@
 //     kestrane-bench [rows]      third-octave rows of the data file, 100000 unless told
 #include "ChartRedraw.h"
 #include "Measure.h"
+#include "OldFiles.h"
 #include "TestLogs.h"
 #include "Windows.h"
 #include "app/Documents.h"
@@ -280,6 +281,7 @@ int run(std::size_t rows) {
     constexpr double kDecoding = 50;
     table.line("decode a download's binary records: MB/s", measure(decodeRate).figure, kDecoding, "MB/s", false, 1);
 
+    measureOldFiles(table);
     measureViews(table);
     return table.missed() == 0 ? 0 : 1;
 }

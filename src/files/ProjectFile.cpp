@@ -437,7 +437,7 @@ public:
             } else if (tags.name() == "DOSELOGSAMPLE") {
                 exposureRow(tags.block());
             } else if (tags.name() == "PEAKSAMPLE") {
-                Taker(kPeakTags, log_.Peaks.emplace_back(), values_).takeAll(tags.block());
+                peak(tags.block());
             } else if (tags.name() == "DISPLAY") {
                 display = tags.block();
             } else {
@@ -475,6 +475,12 @@ private:
         ++rows_;
         constexpr std::size_t kRoom = 4; // times the text; rows are mostly alike, so more is no log
         if (columns().bytes() > kRoom * block_.size()) raiseOutOfMemory();
+    }
+
+    void peak(std::string_view block) {
+        constexpr std::size_t kMemoryOfPeak = 256; // shown, not held
+        values_.charge(kMemoryOfPeak);
+        Taker(kPeakTags, log_.Peaks.emplace_back(), values_).takeAll(block);
     }
 
     void exposureRow(std::string_view block) {

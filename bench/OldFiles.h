@@ -1,0 +1,10 @@
+// How fast the older formats are read.
+#pragma once
+
+namespace kestrane::bench {
+
+class Table;
+
+void measureOldFiles(Table& table);
+
+} // namespace kestrane::bench
