@@ -12,9 +12,10 @@
 #include "platform/Utf8.h"
 
 #include <algorithm>
+#include <array>
+#include <bitset>
 #include <iterator>
 #include <optional>
-#include <set>
 #include <string>
 
 namespace kestrane {
@@ -138,32 +139,26 @@ struct Tag {
     bool isNumbered = false;
 };
 
-template <class Target>
-struct Found {
-    const Tag<Target>* tag = nullptr;
+// A name without its number, and that.
+struct TagName {
+    explicit TagName(std::string_view name) : word(name) {
+        const std::size_t line = name.rfind('_');
+        const std::string_view digits = line == std::string_view::npos ? std::string_view() : name.substr(line + 1);
+        if (digits.empty() || digits.size() > 2) return;
+        int read = 0;
+        for (const char digit : digits) {
+            if (digit < '0' || digit > '9') return;
+            read = read * 10 + digit - '0';
+        }
+        word = name.substr(0, line);
+        number = read;
+        isNumbered = true;
+    }
+
+    std::string_view word;
     int number = 0;
+    bool isNumbered = false;
 };
-
-int numberOf(std::string_view suffix) {
-    if (suffix.size() < 2 || suffix.size() > 3 || suffix[0] != '_') return -1;
-    int number = 0;
-    for (const char digit : suffix.substr(1)) {
-        if (digit < '0' || digit > '9') return -1;
-        number = number * 10 + digit - '0';
-    }
-    return number;
-}
-
-template <class Target, std::size_t N>
-Found<Target> find(const Tag<Target> (&table)[N], std::string_view name) {
-    for (const Tag<Target>& tag : table) {
-        if (!name.starts_with(tag.name)) continue;
-        const std::string_view suffix = name.substr(tag.name.size());
-        const int number = suffix.empty() ? 0 : tag.isNumbered ? numberOf(suffix) : -1;
-        if (number >= 0) return {&tag, number};
-    }
-    return {};
-}
 
 // Hands the contents of a block's tags to what takes them: each the first time, and only when it is not blank.
 template <class Target, std::size_t N>
@@ -173,11 +168,17 @@ public:
         table_(table), target_(target), values_(values) {}
 
     void take(Tags& tags) {
-        const Found<Target> found = find(table_, tags.name());
-        if (found.tag == nullptr) return;
-        const bool isFirst = seen_.insert(tags.name()).second;
-        const std::string_view content = tags.value();
-        if (isFirst && !trimmed(content).empty()) found.tag->take(target_, found.number, content, values_);
+        const TagName name(tags.name());
+        for (std::size_t i = 0; i < N; ++i) {
+            const Tag<Target>& tag = table_[i];
+            if (tag.name != name.word || (name.isNumbered && !tag.isNumbered)) continue;
+            const std::string_view content = tags.value();
+            std::bitset<kNumbers>& seen = seen_[i];
+            const auto number = static_cast<std::size_t>(name.number);
+            if (!seen[number] && !trimmed(content).empty()) tag.take(target_, name.number, content, values_);
+            seen.set(number);
+            return;
+        }
     }
 
     void takeAll(std::string_view block) {
@@ -186,10 +187,12 @@ public:
     }
 
 private:
+    static constexpr std::size_t kNumbers = 100;
+
     const Tag<Target> (&table_)[N];
     Target& target_;
     Values& values_;
-    std::set<std::string_view> seen_;
+    std::array<std::bitset<kNumbers>, N> seen_;
 };
 
 template <class Target, auto member>
@@ -444,6 +447,7 @@ public:
                 taker.take(tags);
             }
         }
+        requireRoom();
         if (display) takeDisplay(log_, *display, values_);
         columns().setCount(rows_);
         if (!areDated_) SetSampleDates(log_);
@@ -473,7 +477,13 @@ private:
         }
         areDated_ = areDated_ && row.isDated;
         ++rows_;
-        constexpr std::size_t kRoom = 4; // times the text; rows are mostly alike, so more is no log
+        constexpr std::size_t kBetweenChecks = 64;
+        if (rows_ % kBetweenChecks == 0) requireRoom();
+    }
+
+    // Rows are mostly alike, so that their columns take little more than their text.
+    void requireRoom() {
+        constexpr std::size_t kRoom = 4;
         if (columns().bytes() > kRoom * block_.size()) raiseOutOfMemory();
     }
 
