@@ -44,6 +44,7 @@ chaTab::chaTab(Locale locale, QWidget* parent) :
     layout->addWidget(plot_);
     setFocusPolicy(Qt::StrongFocus);
     plot_->setFocusPolicy(Qt::NoFocus);
+    plot_->setAttribute(Qt::WA_NoMousePropagation, false); // else the owner's menu never opens
     plot_->setMouseTracking(true);
     plot_->installEventFilter(this);
     connect(plot_, &QCustomPlot::mousePress, this, [this](const QMouseEvent* event) { press(*event); });

@@ -14,6 +14,7 @@ namespace kestrane {
 namespace {
 
 constexpr int kColumnWidth = 117; // 1750 twips
+constexpr int kGridLine = 1;
 
 const QColor kOverload(HighlightColour.red, HighlightColour.green, HighlightColour.blue);
 
@@ -78,7 +79,7 @@ grdTable::grdTable(const Session& session, QWidget* parent) : QTableView(parent)
     horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
     connect(horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this, [this] { isSizedByUser_ = true; });
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
-        if ((QApplication::mouseButtons() & Qt::LeftButton) != 0) isSizedByUser_ = true;
+        if (!isFilling_ && (QApplication::mouseButtons() & Qt::LeftButton) != 0) isSizedByUser_ = true;
     });
 }
 
@@ -95,15 +96,17 @@ void grdTable::fillWidth() {
     std::vector<int> widths;
     for (int column = 0; column < columns; ++column) {
         const int caption = horizontalHeader()->sectionSizeHint(column);
-        const int cell = model_.rowCount() > 0 ? sizeHintForIndex(model_.index(0, column)).width() : 0;
+        const int cell = model_.rowCount() > 0 ? sizeHintForIndex(model_.index(0, column)).width() + kGridLine : 0;
         widths.push_back(std::max({kColumnWidth, caption, cell}));
     }
+    isFilling_ = true; // a tab, say, may be under the pressed button
     int spare = std::max(0, viewport()->width() - std::accumulate(widths.begin(), widths.end(), 0));
     for (int column = 0; column < columns; ++column) {
         const int share = spare / (columns - column);
         spare -= share;
         setColumnWidth(column, widths[static_cast<std::size_t>(column)] + share);
     }
+    isFilling_ = false;
 }
 
 void grdTable::resizeEvent(QResizeEvent* event) {

@@ -46,6 +46,7 @@ private:
     void fillWidth(); // widens the columns where they leave room
 
     IntervalTableModel model_;
+    bool isFilling_ = false;
     bool isSizedByUser_ = false;
 };
 

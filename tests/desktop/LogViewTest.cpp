@@ -6,10 +6,12 @@
 #include <QAbstractItemView>
 #include <QClipboard>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyle>
 #include <QTableView>
 
 namespace kestrane {
@@ -152,6 +154,21 @@ TEST(Table, FollowsTheChannelAndTheDisplayChoice) {
     EXPECT_NE(figure(desk, "lblLeqA"), band);
 }
 
+TEST(Table, GivesTheTimeItsWidthAndGrowsWithTheWindow) {
+    Desk desk;
+    desk.openLog("roadworks-selection.xml",
+                 "Ca\xf1"
+                 "ada Road / east",
+                 "Intervals (Table)");
+    auto& table = desk.control<QTableView>("grdTable");
+    const int text = table.fontMetrics().horizontalAdvance(cell(desk, 0, 0).toString());
+    EXPECT_GT(table.columnWidth(0), text + 2 * table.style()->pixelMetric(QStyle::PM_FocusFrameHMargin));
+    const int before = table.columnWidth(0);
+    desk.frame->resize(2400, 700);
+    desk.settle();
+    EXPECT_GT(table.columnWidth(0), before) << "the tab that brought it was clicked with the mouse";
+}
+
 TEST(Charts, FollowTheIntervalTheAxisTheNoteAndTheLegend) {
     Desk desk;
     desk.openLog(kShift, "Broadband 1");
@@ -175,6 +192,11 @@ TEST(Charts, FollowTheIntervalTheAxisTheNoteAndTheLegend) {
     desk.clickTab("Full Log");
     EXPECT_FALSE(full.isLegendShown());
     EXPECT_FALSE(desk.command("Legend").isChecked());
+    QWidget& plot = *full.findChild<QCustomPlot*>();
+    QContextMenuEvent asked(QContextMenuEvent::Mouse, plot.rect().center(), plot.mapToGlobal(plot.rect().center()));
+    QCoreApplication::sendEvent(&plot, &asked);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr) << "the menu of the log view";
+    QApplication::activePopupWidget()->close();
 }
 
 TEST(Panels, AreChosenAndHiddenByTheSetting) {
