@@ -1,6 +1,7 @@
 #include "app/Menus.h"
 
 #include "explorer/CopyData.h"
+#include "explorer/Edits.h"
 #include "explorer/ExplorerState.h"
 #include "explorer/LogView.h"
 #include "explorer/NodeKeys.h"
@@ -29,8 +30,13 @@ constexpr MenuItem kItems[] = {
     {Menu::Print, 3, Command::PrintIntervals, 1046},
     {Menu::Print, 5, Command::PrintCurrentView, 1047},
 
+    {Menu::Edit, 0, Command::EditUndo, 4750, 0, "", "Ctrl+Z"},
+    {Menu::Edit, 1, Command::EditRedo, 4752, 0, "", "Ctrl+Shift+Z"},
+    {Menu::Edit, 10, Command::EditCut, 1061, 6506, "cut", "Ctrl+X", 6},
     {Menu::Edit, 11, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C", 7},
     {Menu::Edit, 12, Command::EditCopyValues, 1065, 6519, "", "Ctrl+Shift+C"},
+    {Menu::Edit, 13, Command::EditPaste, 1063, 6508, "paste", "Ctrl+V", 8},
+    {Menu::Edit, 14, Command::EditDelete, 1301, 0, "", "Del"},
     {Menu::Edit, 20, Command::EditFind, 1064, 6509, "find", "Ctrl+F", 10},
     {Menu::Edit, 21, Command::EditFindNext, 4709, 0, "", "F3"},
 
@@ -56,24 +62,29 @@ constexpr MenuItem kItems[] = {
     {Menu::Help, 3, Command::HelpManual, 1188, 0, "manual"},
     {Menu::Help, 5, Command::HelpAbout, 1184, 6527},
 
-    {Menu::TreePopup, 0, Command::ForceRecalc, 1066, 0, "", "F5"},
-    {Menu::TreePopup, 2, Command::Rename, 1302, 0, "", "F2"},
-    {Menu::TreePopup, 3, Command::FileClose, 1034, 6515, "close", "Ctrl+W"},
-    {Menu::TreePopup, 5, Command::TreeDisplayOptions, 1304, 0, "settings"},
+    {Menu::TreePopup, 0, Command::EditCut, 1061, 6506, "cut", "Ctrl+X"},
+    {Menu::TreePopup, 1, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C"},
+    {Menu::TreePopup, 2, Command::EditPaste, 1063, 6508, "paste", "Ctrl+V"},
+    {Menu::TreePopup, 4, Command::ForceRecalc, 1066, 0, "", "F5"},
+    {Menu::TreePopup, 6, Command::EditDelete, 1301, 0, "", "Del"},
+    {Menu::TreePopup, 7, Command::Rename, 1302, 0, "", "F2"},
+    {Menu::TreePopup, 8, Command::FileClose, 1034, 6515, "close", "Ctrl+W"},
+    {Menu::TreePopup, 10, Command::TreeDisplayOptions, 1304, 0, "settings"},
 
     {Menu::LogPopup, 0, Command::LogDeleteRows, 1310, 0, "", "Ctrl+-"},
     {Menu::LogPopup, 1, Command::LogInsertRows, 1309, 0, "", "Ctrl++"},
     {Menu::LogPopup, 3, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C"},
     {Menu::LogPopup, 4, Command::EditCopyValues, 1065, 6519, "", "Ctrl+Shift+C"},
     {Menu::LogPopup, 5, Command::LogSavePicture, 4613, 0, "", "Ctrl+Shift+P"},
-    {Menu::LogPopup, 6, Command::FilePrint, 1038, 6505, "print", "", 0, Menu::Print},
-    {Menu::LogPopup, 8, Command::LogNote, 1307},
-    {Menu::LogPopup, 9, Command::LogEditNote, 4614},
-    {Menu::LogPopup, 10, Command::LogLegend, 1308},
-    {Menu::LogPopup, 12, Command::ViewZoom, 1094, 6510, "zoom", "Ctrl+T"},
-    {Menu::LogPopup, 13, Command::ViewIntervals, 1095, 6511, "intervals", "Ctrl+I"},
-    {Menu::LogPopup, 14, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E"},
-    {Menu::LogPopup, 15, Command::ForceRecalc, 1066, 0, "", "F5"},
+    {Menu::LogPopup, 6, Command::LogDelete, 1301},
+    {Menu::LogPopup, 7, Command::FilePrint, 1038, 6505, "print", "", 0, Menu::Print},
+    {Menu::LogPopup, 9, Command::LogNote, 1307},
+    {Menu::LogPopup, 10, Command::LogEditNote, 4614},
+    {Menu::LogPopup, 11, Command::LogLegend, 1308},
+    {Menu::LogPopup, 13, Command::ViewZoom, 1094, 6510, "zoom", "Ctrl+T"},
+    {Menu::LogPopup, 14, Command::ViewIntervals, 1095, 6511, "intervals", "Ctrl+I"},
+    {Menu::LogPopup, 15, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E"},
+    {Menu::LogPopup, 16, Command::ForceRecalc, 1066, 0, "", "F5"},
     {Menu::LogPopup, 24, Command::LogDisplayOptions, 1304, 0, "settings"},
 };
 
@@ -112,6 +123,15 @@ constexpr auto kOnFullLog = [](const Session&, const MenuState& state) {
 constexpr auto kOnExposures = [](const Session&, const MenuState& state) {
     return state.HasExplorer && state.Displayed != nullptr && state.Tab == eTabExposureCalculator;
 };
+
+template <Direction direction>
+bool isOnStep(const Session& session, const MenuState& state) {
+    return canExchange(documentToEdit(session, state.SelectedKey, direction), direction);
+}
+
+constexpr auto kOnDisplayed = [](const Session&, const MenuState& state) {
+    return state.HasExplorer && state.Displayed != nullptr;
+};
 constexpr auto kOnExplorer = [](const Session&, const MenuState& state) { return state.HasExplorer; };
 
 // A command without a rule can always be given.
@@ -122,7 +142,23 @@ constexpr Rule kRules[] = {
     {Command::FileCloseAll, [](const Session& session, const MenuState&) { return !session.OpenFiles.empty(); }},
     {Command::FileSave, kOnSavable},
     {Command::FileSaveAs, kOnSavable},
-    {Command::EditCopy, [](const Session&, const MenuState& state) { return isViewCopyable(state, false); }},
+    {Command::EditUndo, isOnStep<Direction::Undo>},
+    {Command::EditRedo, isOnStep<Direction::Redo>},
+    {Command::EditCut,
+     [](const Session&, const MenuState& state) { return state.IsTreeActive && isLogSelected(state); }},
+    {Command::EditCopy,
+     [](const Session&, const MenuState& state) {
+         return state.IsTreeActive ? isLogSelected(state) : isViewCopyable(state, false);
+     }},
+    {Command::EditPaste,
+     [](const Session&, const MenuState& state) {
+         return state.HasExplorer && state.IsTreeActive &&
+                (state.HasClipboardFiles || SittingOnValidNode(state.CopiedKey, {}, state.SelectedKey));
+     }},
+    {Command::EditDelete,
+     [](const Session&, const MenuState& state) {
+         return hasSelection(state) && !state.SelectedKey.starts_with(tFILE);
+     }},
     {Command::EditCopyValues, [](const Session&, const MenuState& state) { return isViewCopyable(state, true); }},
     {Command::EditFind, kOnExplorer},
     {Command::EditFindNext, kOnExplorer},
@@ -160,8 +196,8 @@ constexpr Rule kRules[] = {
     {Command::LogEditNote, kOnFullLog},
     {Command::LogSavePicture,
      [](const Session&, const MenuState& state) { return state.Displayed != nullptr && isChartTab(state.Tab); }},
-    {Command::LogDisplayOptions,
-     [](const Session&, const MenuState& state) { return state.HasExplorer && state.Displayed != nullptr; }},
+    {Command::LogDelete, kOnDisplayed},
+    {Command::LogDisplayOptions, kOnDisplayed},
 };
 
 } // namespace

@@ -28,8 +28,13 @@ enum class Command {
     PrintIntervals,
     PrintCurrentView,
     FileExit,
+    EditUndo,
+    EditRedo,
+    EditCut,
     EditCopy,
     EditCopyValues,
+    EditPaste,
+    EditDelete,
     EditFind,
     EditFindNext,
     ViewToolbar,
@@ -59,6 +64,7 @@ enum class Command {
     LogLegend,
     LogEditNote,
     LogSavePicture,
+    LogDelete,
     LogDisplayOptions
 };
 
@@ -90,6 +96,8 @@ struct MenuState {
     bool IsTreeActive = false;         // the tree had the focus last, not the log view
     bool HasContent = false;           // the tab shows something that can be copied
     const clsLog* InView = nullptr;    // the log on display, or the part of it that is zoomed to
+    std::string CopiedKey{};           // the node that would be pasted; empty: none
+    bool HasClipboardFiles = false;    // files that would be opened in its place
 };
 
 bool IsMenuEnabled(const Session& session, Command command, const MenuState& state);

@@ -37,13 +37,18 @@ frmExplorer::frmExplorer(Session& session, QWidget* parent) : QWidget(parent), s
     layout->addWidget(splitter);
 
     connect(tree_, &tvwTreeView::NodeClick, this, [this](const QString& key) { nodeClick(key.toStdString()); });
-    // Deferred: the tree is rebuilt, which must wait until its editor has closed.
+    // Deferred: the tree is rebuilt, which must wait until its editor has closed, or the drag has ended.
     connect(
         tree_, &tvwTreeView::NodeRenamed, this,
         [this](const QString& key, const QString& text) { nodeRenamed(key.toStdString(), text.toStdString()); },
         Qt::QueuedConnection);
-    connect(tree_, &tvwTreeView::NodeDropped, this,
-            [this] { session_.frame->SetPanel(Frame::Panel::Status, session_.LoadText(4615)); });
+    connect(
+        tree_, &tvwTreeView::NodeDropped, this,
+        [this](const QString& source, const QString& target, bool move) {
+            emit NodeDropped(source.toStdString(), target.toStdString(), move);
+        },
+        Qt::QueuedConnection);
+    connect(tree_, &tvwTreeView::DeleteAsked, this, &frmExplorer::DeleteAsked);
     connect(tree_, &tvwTreeView::FilesDropped, this, &frmExplorer::FilesDropped);
     connect(tree_, &tvwTreeView::PopUpMenuAsked, this, &frmExplorer::TreeViewPopUpMenu);
     connect(qApp, &QApplication::focusChanged, this,

@@ -37,6 +37,8 @@ public:
 signals:
     void StateChanged(); // the frame's menus follow
     void TreesChanged(); // a file, collection or log has another name
+    void NodeDropped(const std::string& sourceKey, const std::string& targetKey, bool move);
+    void DeleteAsked(); // of the selected node
     void FilesDropped(const QStringList& paths);
     void TreeViewPopUpMenu(QPoint at);
     void TabControlPopUpMenu(QPoint at);

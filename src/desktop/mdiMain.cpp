@@ -23,6 +23,7 @@
 #include "platform/qt/QtClipboard.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QDir>
@@ -54,6 +55,9 @@ struct MenuTitle {
 
 constexpr MenuTitle kTitles[] = {{Menu::File, 1001},  {Menu::Edit, 1002},   {Menu::View, 1003},
                                  {Menu::Tools, 1004}, {Menu::Window, 1005}, {Menu::Help, 1006}};
+
+constexpr std::pair<Command, Direction> kSteps[] = {{Command::EditUndo, Direction::Undo},
+                                                    {Command::EditRedo, Direction::Redo}};
 
 struct PanelOf {
     Frame::Panel panel;
@@ -105,7 +109,8 @@ void keepCloseKey(const QMdiSubWindow& window) {
 
 } // namespace
 
-mdiMain::mdiMain(Session& session) : session_(session) {
+mdiMain::mdiMain(Session& session) :
+    session_(session), edits_(session, [this](const QStringList& paths) { openDropped(paths); }) {
     setObjectName("mdiMain");
     setWindowTitle(shown(std::string(kApplicationTitle)));
     setWindowIcon(iconOf("application"));
@@ -117,6 +122,7 @@ mdiMain::mdiMain(Session& session) : session_(session) {
     makeMenus();
     makeStatusBar();
     connect(area_, &QMdiArea::subWindowActivated, this, [this] { EnableMenusAndButtons(); });
+    connect(QApplication::clipboard(), &QClipboard::dataChanged, this, &mdiMain::readClipboard);
 
     resize(kFirstSize);
     if (const auto placement = readPlacement(session.settings)) {
@@ -126,7 +132,7 @@ mdiMain::mdiMain(Session& session) : session_(session) {
         setGeometry(rectOf(broughtOnScreen(*placement, screens)));
     }
     session_.frame = this;
-    EnableMenusAndButtons();
+    readClipboard();
 }
 
 mdiMain::~mdiMain() {
@@ -152,6 +158,7 @@ void mdiMain::makeActions() {
         actions_.at(command)->setChecked(true);
     }
     actions_.at(Command::ViewZoom)->setCheckable(true);
+    actions_.at(Command::EditDelete)->setShortcutContext(Qt::WidgetShortcut); // the key is the tree's
 }
 
 void mdiMain::makeMenus() {
@@ -246,6 +253,11 @@ void mdiMain::NewExplorerWindow() {
 void mdiMain::wire(frmExplorer& explorer) {
     connect(&explorer, &frmExplorer::StateChanged, this, [this] { EnableMenusAndButtons(); });
     connect(&explorer, &frmExplorer::TreesChanged, this, [this] { RebuildExplorerTrees(); });
+    connect(&explorer, &frmExplorer::DeleteAsked, this, [this, &explorer] { edits_.Delete(explorer); });
+    connect(&explorer, &frmExplorer::NodeDropped, this,
+            [this, &explorer](const std::string& source, const std::string& target, bool move) {
+                edits_.Drop(explorer, source, target, move);
+            });
     connect(&explorer, &frmExplorer::FilesDropped, this, &mdiMain::openDropped, Qt::QueuedConnection);
     connect(&explorer, &frmExplorer::TreeViewPopUpMenu, this, [this](QPoint at) { showPopUp(Menu::TreePopup, at); });
     connect(&explorer, &frmExplorer::TabControlPopUpMenu, this, [this](QPoint at) { showPopUp(Menu::LogPopup, at); });
@@ -265,7 +277,10 @@ frmExplorer* mdiMain::activeExplorer() const {
 
 MenuState mdiMain::menuState() const {
     const frmExplorer* explorer = activeExplorer();
-    return explorer == nullptr ? MenuState{} : explorer->StateForMenus();
+    MenuState state = explorer == nullptr ? MenuState{} : explorer->StateForMenus();
+    state.CopiedKey = edits_.Copied().Key;
+    state.HasClipboardFiles = hasClipboardFiles_;
+    return state;
 }
 
 void mdiMain::EnableMenusAndButtons() {
@@ -278,6 +293,20 @@ void mdiMain::EnableMenusAndButtons() {
         actions_.at(Command::ViewZoom)->setChecked(explorer->LogTabs().IsZoomShown());
     }
     showRecentFiles();
+    showSteps();
+}
+
+void mdiMain::showSteps() {
+    const std::string key = menuState().SelectedKey;
+    for (const auto& [command, direction] : kSteps) {
+        const clsFile* const file = documentToEdit(session_, key, direction);
+        actions_.at(command)->setText(shown(exchangeText(session_, file, direction)));
+    }
+}
+
+void mdiMain::readClipboard() {
+    hasClipboardFiles_ = !QtClipboard().GetClipboardFiles().empty();
+    EnableMenusAndButtons();
 }
 
 void mdiMain::showRecentFiles() {
@@ -300,6 +329,7 @@ void mdiMain::SetPanel(Panel panel, const std::string& text) {
 void mdiMain::RebuildExplorerTrees() {
     for (frmExplorer* explorer : explorers())
         explorer->RebuildTree();
+    edits_.TreesRebuilt();
 }
 
 void mdiMain::LogValuesChanged(const clsLog& log) {
@@ -363,8 +393,21 @@ void mdiMain::run(Command command) {
     case Command::FileExit:
         close();
         return;
+    case Command::EditUndo:
+        return edits_.Exchange(menuState().SelectedKey, Direction::Undo);
+    case Command::EditRedo:
+        return edits_.Exchange(menuState().SelectedKey, Direction::Redo);
+    case Command::EditCut:
+        return edits_.Copy(*explorer, true);
     case Command::EditCopy:
-        return copyData(false);
+        return menuState().IsTreeActive ? edits_.Copy(*explorer, false) : copyData(false);
+    case Command::EditPaste:
+        return edits_.Paste(*explorer);
+    case Command::EditDelete:
+        return edits_.Delete(*explorer);
+    case Command::LogDelete:
+        explorer->State().SelectedKey = explorer->State().DisplayedKey;
+        return edits_.Delete(*explorer);
     case Command::EditCopyValues:
         return copyData(true);
     case Command::EditFind:

@@ -4,6 +4,7 @@
 
 #include "app/Menus.h"
 #include "app/SettingsDialog.h"
+#include "desktop/NodeEdits.h"
 #include "explorer/Find.h"
 #include "model/Session.h"
 #include "platform/MonotonicClock.h"
@@ -49,6 +50,8 @@ private:
     void makeStatusBar();
     void fillMenu(QMenu& menu, Menu which);
     void showRecentFiles();
+    void showSteps();
+    void readClipboard();
     void wire(frmExplorer& explorer);
     void run(Command command);
 
@@ -79,6 +82,8 @@ private:
 
     Session& session_;
     SteadyClock steadyClock_;
+    NodeEdits edits_;
+    bool hasClipboardFiles_ = false;
     QMdiArea* area_;
     std::map<Command, QAction*> actions_;
     std::map<Menu, QMenu*> menus_;

@@ -23,6 +23,9 @@ namespace {
 
 constexpr int kKeyRole = Qt::UserRole;
 constexpr auto kNodeFormat = "application/x-kestrane-node";
+constexpr auto kMoveFormat = "application/x-kestrane-move"; // beside it when the node is to move
+constexpr int kExpandDelay = 700;                           // milliseconds over a node
+constexpr float kDropShade = 0.35F;
 constexpr int kNoEntrySize = 24;
 
 QIcon imageOf(const std::string& image) {
@@ -70,12 +73,15 @@ tvwTreeView::tvwTreeView(const Session& session, QWidget* parent) : QTreeWidget(
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setAcceptDrops(true);
+    setAutoExpandDelay(kExpandDelay);
     setAnimated(false);
     setEditTriggers(EditKeyPressed);
     setItemDelegate(new NameDelegate(session, *this));
     connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
         if (item != nullptr) emit NodeClick(keyOf(item));
     });
+    connect(this, &QTreeWidget::itemClicked, this,
+            [this](const QTreeWidgetItem* item) { emit NodeClick(keyOf(item)); });
 }
 
 std::vector<ShownNode> tvwTreeView::ShownNodes() const {
@@ -87,6 +93,7 @@ std::vector<ShownNode> tvwTreeView::ShownNodes() const {
 
 void tvwTreeView::ShowNodes(const std::vector<TreeNode>& nodes, const std::string& selectedKey) {
     const QSignalBlocker blocker(this);
+    dropItem_ = nullptr;
     clear();
     addNodes(invisibleRootItem(), nodes);
     if (QTreeWidgetItem* item = itemOf(selectedKey); item != nullptr) setCurrentItem(item);
@@ -124,6 +131,14 @@ QTreeWidgetItem* tvwTreeView::itemOf(const std::string& key) const {
     return nullptr;
 }
 
+void tvwTreeView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Delete && event->modifiers() == Qt::NoModifier) {
+        emit DeleteAsked();
+    } else {
+        QTreeWidget::keyPressEvent(event);
+    }
+}
+
 // A plain press selects; with Shift or Ctrl it begins a drag.
 void tvwTreeView::mousePressEvent(QMouseEvent* event) {
     const bool isDrag =
@@ -134,6 +149,7 @@ void tvwTreeView::mousePressEvent(QMouseEvent* event) {
     }
     dragKey_ = keyOf(itemAt(event->pos()));
     dragFrom_ = event->pos();
+    isMoveDrag_ = (event->modifiers() & Qt::ControlModifier) != 0;
     if ((event->modifiers() & Qt::ShiftModifier) != 0 && !dragKey_.isEmpty()) setCurrentItem(itemAt(event->pos()));
 }
 
@@ -151,6 +167,7 @@ void tvwTreeView::startNodeDrag() {
     auto* const drag = new QDrag(this);
     auto* const node = new QMimeData;
     node->setData(kNodeFormat, dragKey_.toUtf8());
+    if (isMoveDrag_) node->setData(kMoveFormat, "1");
     drag->setMimeData(node);
     if (const QTreeWidgetItem* item = itemOf(dragKey_.toStdString()); item != nullptr)
         drag->setPixmap(item->icon(0).pixmap(kNoEntrySize));
@@ -180,10 +197,13 @@ void tvwTreeView::dragEnterEvent(QDragEnterEvent* event) {
         event->acceptProposedAction();
 }
 
+// The base class scrolls at the edges and expands the node that the drag rests on; what is allowed is decided here.
 void tvwTreeView::dragMoveEvent(QDragMoveEvent* event) {
+    QTreeWidget::dragMoveEvent(event);
     const bool isNode = event->mimeData()->hasFormat(kNodeFormat);
-    if (isNode &&
-        !isDropTarget(QString::fromUtf8(event->mimeData()->data(kNodeFormat)), itemAt(event->position().toPoint()))) {
+    QTreeWidgetItem* const target = itemAt(event->position().toPoint());
+    highlightDrop(isNode ? target : nullptr);
+    if (isNode && !isDropTarget(QString::fromUtf8(event->mimeData()->data(kNodeFormat)), target)) {
         event->ignore();
         return;
     }
@@ -191,16 +211,34 @@ void tvwTreeView::dragMoveEvent(QDragMoveEvent* event) {
     event->accept();
 }
 
+void tvwTreeView::dragLeaveEvent(QDragLeaveEvent* event) {
+    highlightDrop(nullptr);
+    QTreeWidget::dragLeaveEvent(event);
+}
+
 void tvwTreeView::dropEvent(QDropEvent* event) {
+    QDragLeaveEvent left; // ends the scrolling
+    dragLeaveEvent(&left);
+    event->setDropAction(Qt::CopyAction); // what goes is taken out by the command
+    event->accept();
     if (!event->mimeData()->hasFormat(kNodeFormat)) {
-        event->setDropAction(Qt::CopyAction);
-        event->accept();
         emit FilesDropped(filesOf(event->mimeData()));
         return;
     }
     const QString source = QString::fromUtf8(event->mimeData()->data(kNodeFormat));
     QTreeWidgetItem* target = itemAt(event->position().toPoint());
-    if (isDropTarget(source, target) && source != keyOf(target)) emit NodeDropped(source, keyOf(target));
+    if (isDropTarget(source, target) && source != keyOf(target))
+        emit NodeDropped(source, keyOf(target), event->mimeData()->hasFormat(kMoveFormat));
+}
+
+void tvwTreeView::highlightDrop(QTreeWidgetItem* item) {
+    if (item == dropItem_) return;
+    if (dropItem_ != nullptr) dropItem_->setBackground(0, {});
+    dropItem_ = item;
+    if (item == nullptr) return;
+    QColor colour = palette().color(QPalette::Highlight);
+    colour.setAlphaF(kDropShade);
+    item->setBackground(0, colour);
 }
 
 } // namespace kestrane

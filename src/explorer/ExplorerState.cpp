@@ -80,7 +80,8 @@ bool ExplorerState::IsLogDisplayed() const {
 }
 
 bool ExplorerState::NodeClick(const std::string& key) {
-    if (key.empty() || key == SelectedKey) return false;
+    const bool isShown = !isLogKind(key) || key == DisplayedKey;
+    if (key.empty() || (key == SelectedKey && isShown)) return false;
     if (kKinds.find(key.front()) != std::string_view::npos) SelectedKey = key;
     if (!isLogKind(key)) return false;
     DisplayedKey = key;

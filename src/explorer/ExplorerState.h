@@ -33,7 +33,7 @@ public:
     bool IsLogDisplayed() const;
 
     // Takes a click. True when the log on display is to be shown anew; a second click on the selected node, and a click
-    // on anything but a log, leave it as it is.
+    // on anything but a log, leave it as it is. A log that is selected but not displayed is opened.
     bool NodeClick(const std::string& key);
 
     // The tree of the open files. What was expanded stays so, by the nodes shown up to now; nodes that were not there

@@ -229,7 +229,6 @@ constexpr TextEntry Entries[] = {
     {4612, "Choose a log in the tree to see its figures."},
     {4613, "Save &Picture As..."},
     {4614, "&Edit Note..."},
-    {4615, "Logs cannot be copied or moved here."},
     {4616, "Interval"},
     {4617, "Exchange Rate"},
     {4618, "Last User Calibration"},
