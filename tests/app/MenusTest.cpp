@@ -1,6 +1,7 @@
 #include "app/Menus.h"
 
 #include "TestSession.h"
+#include "explorer/Edits.h"
 #include "explorer/LogView.h"
 #include "explorer/NodeKeys.h"
 
@@ -105,6 +106,37 @@ TEST(IsMenuEnabled, CopyFollowsTheActiveControlZoomAndCutTheRows) {
     EXPECT_FALSE(answer(Command::ViewIntervals, state));
     state.Tab = eTabNoiseRating;
     EXPECT_FALSE(answer(Command::ViewZoom, state));
+}
+
+TEST(IsMenuEnabled, EditingOfNodesIsForTheTree) {
+    OpenFile open;
+    MenuState state = {true, "L1I1F1", nullptr, 0};
+    const auto enabled = [&] {
+        std::string text;
+        for (const Command command :
+             {Command::EditCut, Command::EditCopy, Command::EditPaste, Command::EditDelete, Command::EditUndo})
+            text += IsMenuEnabled(open.session, command, state) ? 'y' : 'n';
+        return text;
+    };
+    EXPECT_EQ(enabled(), "nnnyn"); // the log view has the focus
+    state.IsTreeActive = true;
+    EXPECT_EQ(enabled(), "yynyn");
+    state.CopiedKey = "L1I1F1";
+    EXPECT_EQ(enabled(), "yynyn"); // not on itself
+    state.SelectedKey = "I1F1";
+    EXPECT_EQ(enabled(), "nnyyn");
+    state.SelectedKey = "Y1F1";
+    EXPECT_EQ(enabled(), "nnnyn");
+    state.HasClipboardFiles = true;
+    EXPECT_EQ(enabled(), "nnyyn");
+    ASSERT_TRUE(editLog(open.log(), kTitleNote, [&] { return open.log().Note = "x", true; }));
+    state.SelectedKey = "F1";
+    EXPECT_EQ(enabled(), "nnyny");
+    state.SelectedKey = "";
+    EXPECT_EQ(enabled(), "nnyny"); // of the only document that has a step
+    open.log().IntervalsLoading = true;
+    EXPECT_EQ(enabled(), "nnynn");
+    EXPECT_EQ(IsMenuEnabled(open.session, Command::EditPaste, {}), false);
 }
 
 TEST(MenuItems, StandInOrderAndNoKeyServesTwoCommands) {

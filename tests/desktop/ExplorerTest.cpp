@@ -1,9 +1,7 @@
 #include "desktop/Desk.h"
 
-#include <QDropEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QMimeData>
 
 #include <filesystem>
 
@@ -102,35 +100,8 @@ TEST(Tree, ARightClickSelectsTheNodeAndOpensTheMenu) {
     EXPECT_EQ(desk.tree().currentItem(), &item);
     auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     ASSERT_NE(menu, nullptr);
-    EXPECT_EQ(menu->actions().front()->text(), "Force &Recalc");
+    EXPECT_EQ(menu->actions().front()->text(), "Cu&t");
     menu->close();
-}
-
-// The node travels as a drag would carry it; the drag itself needs a pointer.
-bool isTakenAt(Desk& desk, QTreeWidgetItem& item, const QMimeData& data) {
-    const QPoint at = desk.tree().visualItemRect(&item).center();
-    QDragEnterEvent enter(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(desk.tree().viewport(), &enter);
-    QDragMoveEvent move(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(desk.tree().viewport(), &move);
-    return move.isAccepted();
-}
-
-TEST(Tree, ADraggedLogFitsGroupsOfItsKindOnly) {
-    Desk desk;
-    desk.open(kSurvey);
-    desk.open(kShift);
-    QMimeData data;
-    data.setData("application/x-kestrane-node", "L1I3F2");
-    EXPECT_TRUE(isTakenAt(desk, desk.node("Joinery, workshop [C50311]"), data));
-    EXPECT_FALSE(isTakenAt(desk, desk.node("Full Octave"), data));
-    EXPECT_FALSE(isTakenAt(desk, desk.node("Planer"), data));
-    const QStringList before = desk.nodes();
-    QDropEvent dropped(desk.tree().visualItemRect(&desk.node(kSurvey)).center(), Qt::CopyAction, &data, Qt::LeftButton,
-                       {});
-    QCoreApplication::sendEvent(desk.tree().viewport(), &dropped);
-    EXPECT_EQ(desk.nodes(), before);
-    EXPECT_EQ(desk.panel("Status"), "Logs cannot be copied or moved here.");
 }
 
 TEST(ExplorerWindows, EachHasTheSameTreeAndItsOwnLog) {
