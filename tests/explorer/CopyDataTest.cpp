@@ -2,12 +2,9 @@
 
 #include "explorer/LogView.h"
 #include "explorer/ShownLog.h"
-#include "explorer/TimeChart.h"
 #include "model/clsOptions.h"
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 namespace kestrane {
 namespace {
@@ -47,17 +44,6 @@ TEST(CopyData, ATableGoesOutWithoutOverloadedRowsAndEscaped) {
     EXPECT_EQ(copiedLines("", true).Html.find("<tr>"), std::string::npos);
 }
 
-TEST(CopyData, ChartValuesLeaveOutSeriesWithoutALabel) {
-    ShownLog shown;
-    shown.addRows(2);
-    shown.plot(kChannelA, kInterval, {eLeq, eLmax});
-    shown.setLevel(Quantity::LeqA, 0, 0, 81.25F);
-    ChartData chart = fullLogChart(&shown.log, {});
-    ASSERT_EQ(chart.Series.size(), 2U);
-    chart.Series[1].Label.clear();
-    EXPECT_EQ(copiedValues(chart, {}).Text, "\tLAeq\r\n09:00\t81.25\r\n09:01\t\r\n");
-}
-
 TEST(CopyData, ThePanelGivesWhatItShows) {
     ShownLog shown;
     clsLog& log = shown.log;
@@ -72,19 +58,6 @@ TEST(CopyData, ThePanelGivesWhatItShows) {
     EXPECT_TRUE(begins(ePanelMainChannelA, "LAeq\t85.0\r\n"));
     EXPECT_EQ(copiedPanel(log, 0, ePanelAdvanced).Text.find("LAeq"), std::string::npos);
     EXPECT_EQ(copiedPanel(log, 0, ePanelBothChannels).Html.find("scope=\"col\""), std::string::npos);
-}
-
-TEST(CopyData, ExposuresHaveTheirCaptionsAndTotals) {
-    ShownLog shown;
-    clsDoseLogSample row;
-    row.Note = "Saw";
-    row.Leq.Value(90);
-    row.Duration.setTime("08:00:00", {});
-    row.IsIncluded = true;
-    shown.log.DoseLogIntervals = {row};
-    const std::string text = copiedExposures(shown.log).Text;
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 3);
-    EXPECT_NE(text.find("\tSaw\t90.0\t08:00:00\t90.0\t"), std::string::npos) << text;
 }
 
 } // namespace

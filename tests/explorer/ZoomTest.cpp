@@ -1,10 +1,9 @@
 #include "explorer/Zoom.h"
 
-#include "TestSession.h"
 #include "explorer/CalculationEntries.h"
 #include "explorer/ExplorerState.h"
 #include "explorer/NodeKeys.h"
-#include "platform/Calendar.h"
+#include "explorer/ShownLog.h"
 #include "server/KestraneThread.h"
 
 #include <gtest/gtest.h>
@@ -13,33 +12,25 @@ namespace kestrane {
 namespace {
 
 // A window on a log of rows of a minute, of 80 dB but for the last two of 90 dB; its instrument has told 85 dB.
-struct Window : TestSession {
+struct Window : ShownLog {
     BackgroundServer server{pump};
     ExplorerState state;
-    clsLog* log = nullptr;
+    clsLog* opened;
 
     explicit Window(std::size_t count = 10) {
         session.server = &server;
-        session.OpenFiles.push_back(std::make_unique<clsFile>(session, "/data/a.xml"));
+        log.LeqCumA(0).Value(85);
+        log.SELCumA.CalcValue(99); // computed, not told
+        addRows(count);
+        for (std::size_t row = 0; row < count; ++row)
+            setLevel(Quantity::LeqA, 0, row, row + 2 < count ? 80 : 90);
         auto data = std::make_unique<clsInsData>(session);
         for (int i = 0; i < 2; ++i)
-            data->append(clsLog(session), 0);
+            data->append(log, 0);
+        opened = data->Locations.front().get();
+        session.OpenFiles.push_back(std::make_unique<clsFile>(session, "/data/a.xml"));
         session.OpenFiles.back()->InstrumentDatas.push_back(std::move(data));
         AssignIdentities(session, true, 0);
-        log = session.OpenFiles.front()->InstrumentDatas.front()->Locations.front().get();
-        log->InsName = "Corvane";
-        log->Interval = 60;
-        log->LeqCumA(0).Value(85);
-        log->SELCumA.CalcValue(99); // computed, not told
-        IntervalColumns rows;
-        rows.resize(count, count);
-        for (std::size_t row = 0; row < count; ++row) {
-            rows.set(rows.StartDate, row, fromCivil({2024, 6, 3}));
-            rows.set(rows.StartTime, row, 9 * 3600 + static_cast<std::int32_t>(row) * 60);
-            const float level = row + 2 < count ? 80 : 90;
-            rows.setLevel(Quantity::LeqA, 0, row, {level, level});
-        }
-        log->LogIntervals.copyData(rows, 0, 0);
         show("L1I1F1");
     }
 
@@ -64,8 +55,8 @@ TEST(Zoom, ShowsAPartAsALogOfItsOwn) {
     EXPECT_EQ(window.messages.Boxes.back().Prompt, "Recalculate cumulative data?");
     EXPECT_EQ(window.messages.Boxes.back().Flags, kButtonsYesNo + kIconQuestion + kDefaultSecond);
     clsLog& part = window.inView();
-    EXPECT_NE(&part, window.log);
-    EXPECT_EQ(window.state.OpenedLog(window.session), window.log);
+    EXPECT_NE(&part, window.opened);
+    EXPECT_EQ(window.state.OpenedLog(window.session), window.opened);
     EXPECT_EQ(part.LogIntervals.Count(), 2);
     EXPECT_EQ(part.StartTime.hh_mm_ss(), "09:08:00");
     EXPECT_EQ(window.state.View.IntervalRow, 2) << "the row on view stays";
@@ -74,10 +65,10 @@ TEST(Zoom, ShowsAPartAsALogOfItsOwn) {
     EXPECT_EQ(window.state.View.IntervalRow, 1) << "the row on view is none of these";
 
     window.messages.Answers = {Button::Yes};
-    window.log->LeqCumA(0).Value(0);
+    window.opened->LeqCumA(0).Value(0);
     ASSERT_TRUE(window.zoom(9, 10));
     EXPECT_FLOAT_EQ(window.inView().LeqCumA(0).CalcValue(), 90) << "what is missing is filled in from its rows";
-    EXPECT_EQ(window.log->LeqCumA(0).CalcValue(), 0);
+    EXPECT_EQ(window.opened->LeqCumA(0).CalcValue(), 0);
     EXPECT_FALSE(window.inView().IntervalsRecalculating);
 }
 
@@ -93,7 +84,7 @@ TEST(Zoom, RefusesWhatCannotBeAndLeavesTheView) {
         EXPECT_FALSE(window.zoom(c.from, c.to)) << c.from;
         EXPECT_EQ(window.messages.Boxes.back().Prompt, "The selected interval range is invalid");
     }
-    window.log->IntervalsRecalculating = true;
+    window.opened->IntervalsRecalculating = true;
     EXPECT_FALSE(window.zoom(2, 3));
     EXPECT_EQ(window.messages.Boxes.back().Prompt, "Log intervals are still loading and are not yet available");
     EXPECT_EQ(&window.inView(), before);
@@ -104,18 +95,18 @@ TEST(Zoom, EndsWithTheWholeRangeAnotherLogAndALostNode) {
     window.zoom(2, 5);
     window.messages.Boxes.clear();
     ASSERT_TRUE(window.zoom(1, 10));
-    EXPECT_EQ(&window.inView(), window.log) << "the whole range makes no copy";
+    EXPECT_EQ(&window.inView(), window.opened) << "the whole range makes no copy";
     window.zoom(2, 5);
     window.state.ZoomRange.ByTime = false;
     ASSERT_TRUE(window.state.ApplyZoom(window.session));
-    EXPECT_EQ(&window.inView(), window.log);
+    EXPECT_EQ(&window.inView(), window.opened);
     EXPECT_EQ(window.state.ZoomRange.Range.To, 10) << "the lists go back to first and last";
 
     window.zoom(2, 5);
     window.show("L2I1F1");
     EXPECT_EQ(window.inView().LogId, 2);
     window.show("L1I1F1");
-    EXPECT_EQ(&window.inView(), window.log);
+    EXPECT_EQ(&window.inView(), window.opened);
     EXPECT_FALSE(window.state.ZoomRange.ByTime);
 
     window.zoom(2, 5);
@@ -129,10 +120,10 @@ TEST(Zoom, EndsWithTheWholeRangeAnotherLogAndALostNode) {
 TEST(Zoom, FollowsWhatIsChangedOfTheOpenedLog) {
     Window window;
     window.zoom(1, 5);
-    window.log->Name = "Another";
-    window.log->objLogOptions.ExposureTime = 4;
-    window.log->objLogOptions.LineWidth = 40;
-    window.state.ZoomRange.follow(*window.log);
+    window.opened->Name = "Another";
+    window.opened->objLogOptions.ExposureTime = 4;
+    window.opened->objLogOptions.LineWidth = 40;
+    window.state.ZoomRange.follow(*window.opened);
     EXPECT_EQ(window.inView().Name, "Another");
     EXPECT_EQ(window.inView().objLogOptions.LineWidth, 40);
     EXPECT_NEAR(window.inView().LepdETCumA.CalcValue(), 82, 0.05) << "85 dB over 4 of 8 hours";
@@ -144,7 +135,7 @@ TEST(Zoom, OfFiveMinutesOrMoreIsAskedAboutBeforeAForcedRecalculation) {
         window.zoom(1, rows);
         window.messages.Boxes.clear();
         window.messages.Answers = {Button::No};
-        EXPECT_EQ(FullRecalc(*window.log, window.inView()), !isAsked) << rows;
+        EXPECT_EQ(FullRecalc(*window.opened, window.inView()), !isAsked) << rows;
         EXPECT_EQ(window.messages.Boxes.empty(), !isAsked);
     }
 }
