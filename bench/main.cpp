@@ -4,6 +4,7 @@
 #include "ChartRedraw.h"
 #include "Measure.h"
 #include "OldFiles.h"
+#include "ReportPages.h"
 #include "TestLogs.h"
 #include "Windows.h"
 #include "app/Documents.h"
@@ -224,6 +225,19 @@ void measureViews(Table& table) {
     table.line("redraw a chart in 3D of 150 rows, 26 series: ms", ribbons.figure * kMilli, kGlance, "ms", true, 1);
 }
 
+void measureReport(Table& table, const std::string& name) {
+    constexpr std::size_t kRows = 100'000;
+    constexpr double kRate = 20'000;
+    constexpr double kPages = 64; // MB, whatever the length
+    const Measured report = measure([&] { return reportSeconds(kRows, name); });
+    const Measured tenth = measure([&] { return reportSeconds(kRows / 10, name); });
+    table.line("report of 100000 intervals as PDF: rows/s", static_cast<double>(kRows) / report.figure, kRate, "/s",
+               false, 1);
+    table.line("  memory beside that of a tenth of it",
+               static_cast<double>(report.peakMemory - std::min(report.peakMemory, tenth.peakMemory)) / kMega, kPages,
+               "MB", true, 1);
+}
+
 // Megabytes a second of a download's binary records turned into the rows of a log.
 double decodeRate() {
     constexpr std::size_t kRow = 104, kSummary = 160, kLevels = 12;
@@ -283,6 +297,7 @@ int run(std::size_t rows) {
 
     measureOldFiles(table);
     measureViews(table);
+    measureReport(table, folder.file("report.pdf"));
     return table.missed() == 0 ? 0 : 1;
 }
 

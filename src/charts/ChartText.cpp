@@ -1,6 +1,7 @@
 #include "charts/ChartText.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace kestrane {
 
@@ -17,10 +18,13 @@ ChartText::ChartText(QCustomPlot* plot, const std::string& text, const QFont& fo
 }
 
 void ChartText::fit(int width, int mostHeight) {
-    const QFontMetrics metrics(font_);
-    const int needed = metrics.boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), flags_, text_).height();
-    const int lines = std::max(1, mostHeight / metrics.lineSpacing());
-    const int height = std::min(needed, lines * metrics.lineSpacing());
+    const QFontMetricsF metrics(font_);
+    const auto heightOf = [&](const QString& text) {
+        return metrics.boundingRect(QRectF(0, 0, width, QWIDGETSIZE_MAX), flags_, text).height();
+    };
+    const double line = heightOf("X\nX") - heightOf("X"); // as it is drawn, which is not the font's rounded spacing
+    const double lines = std::max(1.0, std::floor(mostHeight / line));
+    const int height = static_cast<int>(std::ceil(std::min(heightOf(text_), lines * line)));
     setMinimumSize(0, height);
     setMaximumSize(QWIDGETSIZE_MAX, height);
 }

@@ -15,15 +15,8 @@ constexpr double kBelowHead = 1;
 constexpr double kBelowHeadInLandscape = 0.5;
 constexpr double kBesideLogo = 0.4;
 constexpr double kAboveFoot = 0.3;
-constexpr double kLeastPoints = 9; // of a title that has to be made smaller
-
-// The largest font, up to that of titles, in which the text is not wider than width.
-PageFont titleFontFor(const PageMetrics& metrics, const std::string& text, double width) {
-    PageFont font = kTitleFont;
-    while (font.Points > kLeastPoints && metrics.textWidth(text, font) > width)
-        font.Points -= 1;
-    return font;
-}
+constexpr double kLeastPoints = 10;       // of a line that has to be made smaller to fit
+constexpr std::size_t kMostHeadLines = 3; // into which it is broken when that is not enough
 
 } // namespace
 
@@ -33,13 +26,24 @@ PageFrame::PageFrame(const Session& session, const PageHeading& heading, const P
     file_(printableText(heading.FileName)),
     pageOfPages_(session.LoadText(7121)),
     metrics_(metrics) {
-    if (!session.Options.CompanyName.empty()) lines_.push_back(printableText(session.Options.CompanyName));
-    lines_.push_back(printableText(heading.Title));
-    if (heading.IsModified) lines_.push_back(session.LoadText(5067));
-    const double gap = metrics.isLandscape() ? kBelowHeadInLandscape : kBelowHead;
-    const double head = std::max(kLogoHeight, static_cast<double>(lines_.size()) * metrics.lineHeight(kTitleFont));
     body_ = wholePage();
-    body_.Top = kMargin + head + gap;
+    if (!session.Options.CompanyName.empty()) addHeadLine(printableText(session.Options.CompanyName));
+    addHeadLine(printableText(heading.Title));
+    if (heading.IsModified) addHeadLine(session.LoadText(5067));
+    double lines = 0;
+    for (const HeadLine& line : head_)
+        lines += metrics.lineHeight(line.Font);
+    body_.Top += std::max(kLogoHeight, lines) + (metrics.isLandscape() ? kBelowHeadInLandscape : kBelowHead);
+}
+
+// Whatever the logo's width, the line has room beside it.
+void PageFrame::addHeadLine(const std::string& text) {
+    const double room = body_.width() - kLogoWidth - kBesideLogo;
+    PageFont font = kTitleFont;
+    while (font.Points > kLeastPoints && metrics_.textWidth(text, font) > room)
+        font.Points -= 1;
+    for (std::string& line : wrappedText(metrics_, text, room, font, kMostHeadLines))
+        head_.push_back({std::move(line), font});
 }
 
 PageArea PageFrame::wholePage() const {
@@ -56,16 +60,12 @@ void PageFrame::drawHead(PageDevice& device) {
         logoWidth = device.brandPicture(box);
     }
     const double left = kMargin + logoWidth + kBesideLogo;
-    const double room = body_.Right - left;
     double top = kMargin;
-    for (const std::string& line : lines_) {
-        const PageFont font = titleFontFor(metrics_, line, room);
-        const std::string text = fittedText(metrics_, line, room, font);
-        const double centred = (metrics_.width() - metrics_.textWidth(text, font)) / 2;
-        const double lowered = (metrics_.lineHeight(kTitleFont) - metrics_.lineHeight(font)) / 2;
-        device.text(std::max(left, std::min(centred, body_.Right - metrics_.textWidth(text, font))), top + lowered,
-                    text, font);
-        top += metrics_.lineHeight(kTitleFont);
+    for (const HeadLine& line : head_) {
+        const double width = metrics_.textWidth(line.Text, line.Font);
+        const double centred = (metrics_.width() - width) / 2;
+        device.text(std::max(left, std::min(centred, body_.Right - width)), top, line.Text, line.Font);
+        top += metrics_.lineHeight(line.Font);
     }
 }
 

@@ -41,8 +41,15 @@ public:
     void drawFoot(PageDevice& device, std::size_t page, std::size_t pages) const; // page from 0
 
 private:
-    std::vector<std::string> lines_; // of the head
-    std::string logo_;               // path; empty: none is set, or it could not be read
+    struct HeadLine {
+        std::string Text;
+        PageFont Font;
+    };
+
+    void addHeadLine(const std::string& text);
+
+    std::vector<HeadLine> head_;
+    std::string logo_; // path; empty: none is set, or it could not be read
     std::string program_, file_, pageOfPages_;
     const PageMetrics& metrics_;
     PageArea body_;
