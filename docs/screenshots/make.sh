@@ -1,6 +1,6 @@
 #!/bin/bash
 # Takes the pictures of README and help anew, from the built program and the samples: ./make.sh [BUILD FOLDER]
-# Needs the packages xvfb openbox xdotool imagemagick.
+# Needs the packages xvfb openbox xdotool imagemagick poppler-utils.
 set -eu
 cd "$(dirname "$0")/../.."
 program=${1:-build}/bin/kestrane
@@ -63,3 +63,9 @@ key Right Right Right Right
 xdotool mousemove 760 400
 take noise-rating
 stop
+
+# A page of a report on white paper with a thin edge.
+"${program%/*}/kestrane-cli" report samples/machine-survey-octave.xml --form cumulative -o "$home/report.pdf"
+pdftoppm -r 100 -singlefile -png "$home/report.pdf" "$home/report"
+convert "$home/report.png" -bordercolor '#b8bec4' -border 1 -strip +dither -colors 255 \
+    -define png:exclude-chunks=date,time "png8:$out/report.png"

@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace kestrane {
@@ -80,6 +82,28 @@ TEST(PdfFile, HoldsTextFontsAndDrawings) {
     expectAll(outputOf("pdfinfo", {QString::fromStdString(file)}), {"Author:          Ordwyn Acoustics", "842 x 595"});
 }
 
+// No file of this process grows beyond room bytes.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t room) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{room, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, signal_);
+    }
+
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit before_{};
+    void (*signal_)(int);
+};
+
 TEST(PdfFile, IsWholeOrTheOldOne) {
     const TemporaryFolder folder;
     Mill mill;
@@ -90,6 +114,14 @@ TEST(PdfFile, IsWholeOrTheOldOne) {
     EXPECT_THROW(mill.write(folder.file("missing/a.pdf")), RuntimeError);
     EXPECT_THROW(mill.write(folder.path()), RuntimeError);
     EXPECT_THROW(mill.write("/dev/full"), RuntimeError);
+    ASSERT_TRUE(mill.write(folder.file("whole.pdf")));
+    const auto size = std::filesystem::file_size(folder.file("whole.pdf"));
+    std::filesystem::remove(folder.file("whole.pdf"));
+    for (const rlim_t room : {size - size, size / 2, size - 1}) { // a disk that fills up at once, half way, at the end
+        const FullDisk disk(room);
+        EXPECT_THROW(mill.write(file), RuntimeError) << room;
+    }
+    EXPECT_TRUE(readText(file) == "old");
     const auto files = std::filesystem::directory_iterator(folder.path());
     EXPECT_EQ(std::distance(begin(files), end(files)), 1);
 }

@@ -215,6 +215,16 @@ TEST(Report, TitlesKeepClearOfTheLogo) {
     }
 }
 
+TEST(Report, BreaksALongTitleBeforeItCutsIt) {
+    Yard yard;
+    yard.log.Name = "The yard behind the northern gate, between the press and the river, on the second day";
+    std::string head;
+    for (const DrawnText& text : yard.drawn(ReportForm::Cumulative).texts) {
+        if (text.font.IsBold && text.box.Top < 3) head += text.text + " ";
+    }
+    EXPECT_EQ(head, yard.log.Name + " - Broadband Report ");
+}
+
 // Nothing runs out of the page or over something else, whatever the texts are.
 TEST(Report, HoldsTheLongestTexts) {
     for (const bool isLandscape : {false, true}) {
