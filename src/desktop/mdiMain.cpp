@@ -555,7 +555,9 @@ void mdiMain::applySettings(const SettingsChanges& changes, frmExplorer* opener)
 }
 
 void mdiMain::copyData(bool valuesOnly) {
+    SetBusy(true); // a table may be long
     QtClipboard().Set(activeExplorer()->LogTabs().CopyData(valuesOnly));
+    SetBusy(false);
 }
 
 void mdiMain::showFind() {

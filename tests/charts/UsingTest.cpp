@@ -96,7 +96,13 @@ TEST(UsingAChart, WheelZoomsAtThePointerAndNeverLeavesTheWhole) {
 
 TEST(UsingAChart, DragZoomsIntoTheRectangleAndShiftMoves) {
     ShownChart shown(shiftChart());
+    int changes = 0;
+    QObject::connect(&shown.tab, &chaTab::ViewChanged, [&changes] { ++changes; });
+    EXPECT_EQ(shown.tab.rowsInView(), std::pair(std::size_t{0}, std::size_t{479}));
     drag(shown, shown.at(100, 90), shown.at(200, 70));
+    EXPECT_EQ(changes, 1);
+    EXPECT_NEAR(static_cast<double>(shown.tab.rowsInView()->first), 100, 2);
+    EXPECT_NEAR(static_cast<double>(shown.tab.rowsInView()->second), 200, 2);
     EXPECT_NEAR(shown.rows().range().lower, 100, 1.5);
     EXPECT_NEAR(shown.rows().range().upper, 200, 1.5);
     EXPECT_NEAR(shown.plot->axisRect()->axis(QCPAxis::atLeft)->range().upper, 90, 0.5);
@@ -105,6 +111,7 @@ TEST(UsingAChart, DragZoomsIntoTheRectangleAndShiftMoves) {
     drag(shown, shown.at(150, 80), shown.at(130, 80), Qt::ShiftModifier);
     EXPECT_NEAR(shown.rows().range().lower, before.lower + 20, 1.5);
     EXPECT_NEAR(shown.rows().range().size(), before.size(), 0.01);
+    EXPECT_EQ(changes, 2);
 
     QTest::keyClick(&shown.tab, Qt::Key_Home);
     const QPoint flat = shown.at(300, 80);
