@@ -34,6 +34,7 @@ std::optional<std::string_view> DelimitedText::next() {
     std::size_t end = isQuoted ? rest_.find_first_of("\"\r\n", begin) : endOfToken(rest_, begin);
     if (end == std::string_view::npos) end = rest_.size();
     const std::string_view token = rest_.substr(begin, end - begin);
+    isCut_ = end == rest_.size();
     takeDelimited(rest_, endOfToken(rest_, end));
     return token;
 }

@@ -10,16 +10,21 @@ namespace kestrane {
 
 class DelimitedText {
 public:
-    explicit DelimitedText(std::string_view text) : rest_(text) {}
+    // A Ctrl+Z ends the text before its end, as it did in DOS.
+    explicit DelimitedText(std::string_view text) : rest_(text.substr(0, text.find('\x1A'))) {}
 
     // The next token without its quotes; nothing at the end of the text. Behind a comma at the end of a line there is
     // an empty token, behind one at the end of the text there is none.
     std::optional<std::string_view> next();
 
+    // The last token ended with the text, behind neither a delimiter nor its closing quote: part of it may be missing.
+    bool isCut() const { return isCut_; }
+
     std::size_t leftAtMost() const; // no more tokens are left than this
 
 private:
     std::string_view rest_;
+    bool isCut_ = false;
 };
 
 // The next line of a text, without its end, which may be CR LF, CR or LF; it is taken off the text. Nothing when that

@@ -151,9 +151,10 @@ constexpr HeadToken kHead[] = {
     {43, Environmental, takeOverall<&LogData::LminCumA, 7>},
 };
 
+// The next token, whole.
 std::string_view takeToken(DelimitedText& tokens) {
     const auto token = tokens.next();
-    if (!token) raisePastEnd();
+    if (!token || tokens.isCut()) raisePastEnd();
     return *token;
 }
 
@@ -185,10 +186,11 @@ void takeRows(DelimitedText& tokens, std::size_t tokensOfRow, IntervalColumns& r
         }
         rows.set(rows.StartTime, row, secondsOf(*time));
         for (std::size_t i = 1; i < tokensOfRow; ++i) {
+            const bool isKept = i == 1 || i == 3;
             const auto token = tokens.next();
             if (!token && i + 1 == tokensOfRow) break;
             if (!token) raisePastEnd();
-            if (i != 1 && i != 3) continue;
+            if (!isKept) continue;
             const float value = level(*token);
             rows.setLevel(i == 1 ? Quantity::LeqA : Quantity::LmaxA, 0, row, {value, value});
         }
@@ -250,6 +252,7 @@ void takeOctaves(std::string_view text, clsLog& log) {
         const std::size_t colon = token->find(':');
         const int band = colon == std::string_view::npos ? 0 : bandOf(token->substr(0, colon));
         if (band == 0) continue;
+        if (tokens.isCut()) raisePastEnd();
         const std::string_view figure = token->substr(colon + 1);
         if (trimmed(figure).empty() || (found & 1 << band) != 0) raiseTypeMismatch();
         log.LeqCumA(band).Value(level(figure));

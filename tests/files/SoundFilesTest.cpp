@@ -24,6 +24,7 @@ TEST(DelimitedText, TokensEndAtCommasAndLineEnds) {
         {" \"a,b\" x,\"\",c", {"a,b", "", "c"}},
         {"\"a\r\nb,c", {"a", "b", "c"}},
         {" a b ,c\"d,e\"", {" a b ", "c\"d", "e\""}},
+        {"a,b\x1A,c", {"a", "b"}},
     };
     for (const auto& [text, expected] : cases) {
         DelimitedText tokens(text);
@@ -33,6 +34,15 @@ TEST(DelimitedText, TokensEndAtCommasAndLineEnds) {
             found.emplace_back(*token);
         EXPECT_EQ(found, expected) << text;
         EXPECT_LE(found.size(), most) << text;
+    }
+}
+
+TEST(DelimitedText, KnowsATokenThatIsCutOff) {
+    for (const auto& [text, isCut] :
+         {std::pair("a", true), {"a\n", false}, {"a,", false}, {"\"a", true}, {"\"a\"", false}, {"\"a\nb", false}}) {
+        DelimitedText tokens(text);
+        tokens.next();
+        EXPECT_EQ(tokens.isCut(), isCut) << text;
     }
 }
 
@@ -163,8 +173,9 @@ TEST(SoundCsv, OctavesByTheirLabels) {
     EXPECT_EQ(log.LeqCumA("16").Value(), 0);
     EXPECT_EQ(log.StartDate.Format(), "");
     EXPECT_EQ(ReadSound(high + low + "Mode: OCT").error, 0) << "the labels tell, not the order";
-    for (const std::string& text : {head + low, head + low + low + high, head + low + "1k:" + high, head + low + "1k:x",
-                                    head + std::string(8, ',') + low + high, head + low + high + ",,,,12:00,51,52"})
+    for (const std::string& text :
+         {head + low, head + low + high.substr(0, high.size() - 3), head + low + low + high, head + low + "1k:" + high,
+          head + low + "1k:x", head + std::string(8, ',') + low + high, head + low + high + ",,,,12:00,51,52"})
         EXPECT_NE(ReadSound(text).error, 0) << text;
 }
 
@@ -183,6 +194,7 @@ TEST(SoundCsv, DeclinesWhatHasNoPlace) {
         {"no kind, TR322 or such", kErrorApplication},
         {report(atWork(), 39), 62},
         {report(environmental(), 42), 62},
+        {report(atWork(), 39) + "Peak:11", 62}, // of 114.5
         {with(5, "Exchange : x"), kErrorTypeMismatch},
         {with(5, ""), kErrorTypeMismatch},
         {with(7, "Criterion: 5"), kErrorTypeMismatch},
@@ -217,7 +229,8 @@ TEST(SoundFile, BandHeadingsAndTheirLevels) {
     clsLog& log = read.log(modeFullOctave);
     EXPECT_EQ(log.Name, "old one");
     EXPECT_EQ(log.LeqCumA("31.5").Value() + log.LeqCumA("1k").Value() + log.LeqCumA("16k").Value(), 51.5F + 56 + 60.5F);
-    for (const char* rest : {"", "51.5,52,53,54,55,56,57,58,59", "1,2,3,4,5,6,7,8,9,10,11", "1,2,3,4,5,6,7,8,9,x"})
+    for (const char* rest : {"", "51.5,52,53,54,55,56,57,58,59\n", "1,2,3,4,5,6,7,8,9,6", "1,2,3,4,5,6,7,8,9,10,11\n",
+                             "1,2,3,4,5,6,7,8,9,x\n"})
         EXPECT_NE(ReadSound(headings + rest, ReadSoundFile).error, 0) << rest;
     EXPECT_NE(ReadSound("31.5,125,1,2", ReadSoundFile).error, 0);
 }
