@@ -325,7 +325,9 @@ void ReadSoundFile(clsFile& file, std::string_view text) {
     for (int band = kFirstBand; band <= kLastBand; ++band)
         log->LeqCumA(band).Value(level(nextWord()));
     requireNothingLeft(tokens);
-    add(file, std::make_unique<clsInsData>(file.session()), std::move(log));
+    auto data = std::make_unique<clsInsData>(file.session());
+    data->NameX = log->Name;
+    add(file, std::move(data), std::move(log));
 }
 
 } // namespace kestrane

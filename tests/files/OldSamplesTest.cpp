@@ -34,6 +34,7 @@ std::string sampleText(const OldSample& sample) {
 std::string figuresOf(const clsFile& file) {
     std::string text = DocumentText(file, true);
     for (const auto& [open, close] : {std::pair<std::string_view, std::string_view>("<log name=\"", "\""),
+                                      {"<instrument-detail name=\"", "\""},
                                       {"<disp>", "</disp>"},
                                       {"<peak-intvls>", "</peak-intvls>"}}) {
         for (std::size_t at = text.find(open); at != std::string::npos; at = text.find(open, at + 1))

@@ -227,7 +227,7 @@ TEST(SoundFile, BandHeadingsAndTheirLevels) {
     ReadSound read(headings + "51.5,52,53,54,55,56,57,58,59,60.5,\r\n", ReadSoundFile);
     ASSERT_EQ(read.error, 0);
     clsLog& log = read.log(modeFullOctave);
-    EXPECT_EQ(log.Name, "old one");
+    EXPECT_EQ(log.Name + read.data().NameX, "old oneold one");
     EXPECT_EQ(log.LeqCumA("31.5").Value() + log.LeqCumA("1k").Value() + log.LeqCumA("16k").Value(), 51.5F + 56 + 60.5F);
     for (const char* rest : {"", "51.5,52,53,54,55,56,57,58,59\n", "1,2,3,4,5,6,7,8,9,6", "1,2,3,4,5,6,7,8,9,10,11\n",
                              "1,2,3,4,5,6,7,8,9,x\n"})
