@@ -10,7 +10,10 @@
 #include "app/Documents.h"
 #include "calc/Recalculation.h"
 #include "download/BinaryLogs.h"
+#include "explorer/Edits.h"
 #include "explorer/IntervalTable.h"
+#include "explorer/NodeEditing.h"
+#include "explorer/NodeKeys.h"
 #include "explorer/TimeChart.h"
 #include "files/Loaders.h"
 #include "files/XmlWriter.h"
@@ -238,6 +241,33 @@ void measureReport(Table& table, const std::string& name) {
                "MB", true, 1);
 }
 
+// Copies a log into another document, and moves it there and back. What the rows share, nothing copies.
+double editSeconds(std::size_t rows) {
+    BenchSession bench;
+    Session& session = bench.session;
+    addDocument(session, "from.xml", modeThirdOctave, rows);
+    addDocument(session, "to.xml", modeThirdOctave, 1);
+    AssignIdentities(session, false, 0);
+    return secondsOf([&] {
+        const bool isDone = PasteNode(session, "T1I1F1", "F2", false) && PasteNode(session, "T1I1F1", "F2", true) &&
+                            exchangeStep(session, session.fileById(2), Direction::Undo);
+        if (!isDone) std::exit(1);
+    });
+}
+
+double columnPassSeconds(std::size_t rows) {
+    const IntervalColumns columns = walkingRows(modeThirdOctave, rows);
+    return bestPass([&] {
+        double sum = 0;
+        for (const Quantity quantity : {Quantity::LeqA, Quantity::LminA, Quantity::LmaxA}) {
+            for (int band = 0; band <= lastBand(modeThirdOctave); ++band)
+                for (const Level& level : columns.levels(quantity, band))
+                    sum += static_cast<double>(level.CalcValue);
+        }
+        use(sum);
+    });
+}
+
 // Megabytes a second of a download's binary records turned into the rows of a log.
 double decodeRate() {
     constexpr std::size_t kRow = 104, kSummary = 160, kLevels = 12;
@@ -291,6 +321,11 @@ int run(std::size_t rows) {
     const Compared recalculate = compare(kTimes, recalculateSeconds, memoryPassSeconds);
     table.line("recalculate 600000 broadband rows / one memory pass", recalculate.work.figure * kMilli,
                recalculate.yardstick.figure * kMilli, "ms", true, 3);
+
+    const Compared edit = compare(
+        kTimes, [&] { return editSeconds(rows); }, [&] { return columnPassSeconds(rows); });
+    table.line("copy, move, undo a log / one pass over its columns", edit.work.figure * kMilli,
+               edit.yardstick.figure * kMilli, "ms", true, 1);
 
     constexpr double kDecoding = 50;
     table.line("decode a download's binary records: MB/s", measure(decodeRate).figure, kDecoding, "MB/s", false, 1);
