@@ -42,12 +42,14 @@ constexpr MenuItem kItems[] = {
 
     {Menu::View, 0, Command::ViewToolbar, 1091, 6520},
     {Menu::View, 1, Command::ViewStatusBar, 1092, 6521},
+    {Menu::View, 3, Command::ViewHPD, 1093, 6522, "", "Ctrl+H"},
     {Menu::View, 5, Command::ViewZoom, 1094, 6510, "zoom", "Ctrl+T", 12},
     {Menu::View, 6, Command::ViewIntervals, 1095, 6511, "intervals", "Ctrl+I", 13},
     {Menu::View, 7, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E", 14},
 
     {Menu::Tools, 0, Command::ToolsSettings, 1121, 6523, "settings", "Ctrl+,"},
     {Menu::Tools, 3, Command::ToolsSynchronizeClocks, 1122, 6524, "clock"},
+    {Menu::Tools, 5, Command::ToolsDownloadHPD, 1123, 6525},
 
     {Menu::Window, 0, Command::WindowNew, 1151, 6526, "", "Ctrl+N"},
     {Menu::Window, 1, Command::WindowReset, 1156, 6513, "reset", "Ctrl+R", 16},
@@ -85,6 +87,8 @@ constexpr MenuItem kItems[] = {
     {Menu::LogPopup, 14, Command::ViewIntervals, 1095, 6511, "intervals", "Ctrl+I"},
     {Menu::LogPopup, 15, Command::ViewExposureTime, 1096, 6512, "time", "Ctrl+E"},
     {Menu::LogPopup, 16, Command::ForceRecalc, 1066, 0, "", "F5"},
+    {Menu::LogPopup, 17, Command::LogCompareHPD, 1305},
+    {Menu::LogPopup, 18, Command::LogConvertWeighting, 1306},
     {Menu::LogPopup, 24, Command::LogDisplayOptions, 1304, 0, "settings"},
 };
 
@@ -162,6 +166,7 @@ constexpr Rule kRules[] = {
     {Command::EditCopyValues, [](const Session&, const MenuState& state) { return isViewCopyable(state, true); }},
     {Command::EditFind, kOnExplorer},
     {Command::EditFindNext, kOnExplorer},
+    {Command::ViewHPD, [](const Session& session, const MenuState&) { return session.protectors != nullptr; }},
     {Command::ViewZoom,
      [](const Session&, const MenuState& state) {
          return state.HasExplorer && state.Displayed != nullptr && IsZoomSelectable(*state.Displayed, state.Tab);
@@ -179,6 +184,8 @@ constexpr Rule kRules[] = {
          return kOnPrintable(session, state) && state.Displayed->LogIntervals.Count() > 0;
      }},
     {Command::PrintCurrentView, kOnPrintable},
+    {Command::ToolsDownloadHPD,
+     [](const Session& session, const MenuState&) { return session.protectors != nullptr && session.http != nullptr; }},
     {Command::ViewExposureTime, [](const Session&, const MenuState& state) { return isLogSelected(state); }},
     {Command::WindowReset, kOnExplorer},
     {Command::ForceRecalc,
@@ -191,6 +198,15 @@ constexpr Rule kRules[] = {
          return kOnExposures(session, state) && state.IsOnExposureRow;
      }},
     {Command::LogInsertRows, kOnExposures},
+    {Command::LogCompareHPD,
+     [](const Session&, const MenuState& state) {
+         return state.HasExplorer && state.Displayed != nullptr && state.Tab == eTabCompareHPD;
+     }},
+    {Command::LogConvertWeighting,
+     [](const Session&, const MenuState& state) {
+         return state.HasExplorer && state.Displayed != nullptr && state.Displayed->IsOctaveLog() &&
+                !state.Displayed->IsBusy();
+     }},
     {Command::LogNote, kOnFullLog},
     {Command::LogLegend, kOnFullLog},
     {Command::LogEditNote, kOnFullLog},

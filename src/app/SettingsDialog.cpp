@@ -79,7 +79,9 @@ bool SettingsDialog::readExposureTime(const std::string& entry) {
 
 SettingsChanges SettingsDialog::confirmAll() {
     endWithSeparator(Edited.DefaultDataDirectory);
-    const bool isDisplayed = Edited.DisplayDifferences(session_.Options);
+    const bool isDisplayed = Edited.DisplayDifferences(session_.Options) ||
+                             Edited.HPDCalc != session_.Options.HPDCalc ||
+                             Edited.HPDCalcMethod != session_.Options.HPDCalcMethod;
     session_.Options.Copy(Edited);
     try {
         session_.Options.SaveToRegistry(session_.settings);

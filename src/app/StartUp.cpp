@@ -1,6 +1,7 @@
 #include "app/StartUp.h"
 
 #include "app/Documents.h"
+#include "app/DownloadHPD.h"
 #include "model/SettingsText.h"
 #include "platform/Files.h"
 #include "protection/ProtectorDatabase.h"
@@ -93,6 +94,7 @@ std::string protectorDatabase() {
     if (!std::filesystem::exists(own, failed)) {
         std::filesystem::create_directories(own.parent_path(), failed);
         std::filesystem::copy_file(dataFolder() + std::string(kDatabaseFile), own, failed);
+        if (failed) std::filesystem::remove(own, failed); // no half of one
     }
     return own.string();
 }
@@ -123,6 +125,7 @@ void saveRecentFiles(Session& session) {
 
 void Main(Session& session, const std::vector<std::string>& arguments) {
     readSettings(session);
+    if (session.protectors != nullptr) LoadHPD(session);
     const std::vector<std::string> names = commandLineFiles(commandLineText(arguments), fileExists);
     for (const std::string& name : names)
         OpenFile(session, fullPath(name), OpenSource::Named, &name == &names.back());

@@ -33,7 +33,8 @@ std::string fullPath(const std::string& name);
 void readSettings(Session& session);
 void saveRecentFiles(Session& session);
 
-// Start-up up to the first window: settings, recent files, then every file that the arguments name.
+// Start-up up to the first window: settings, recent files, the protector database, then every file that the arguments
+// name.
 void Main(Session& session, const std::vector<std::string>& arguments);
 
 } // namespace kestrane

@@ -252,7 +252,7 @@ void Chart3D::drawLaneLabels(QCPPainter& painter) const {
 
 void Chart3D::drawTitles(QCPPainter& painter) const {
     painter.setFont(font_);
-    painter.setPen(QPen(looks_.Text));
+    painter.setPen(QPen(looks_.axisTitleColor(content_.data)));
     const QPointF front = room_.at(0.5, 0, 0);
     painter.drawText(QRectF(front.x(), rect().bottom() - metrics_.height(), 0, metrics_.height()),
                      Qt::AlignHCenter | Qt::AlignBottom | Qt::TextDontClip,

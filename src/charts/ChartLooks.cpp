@@ -25,6 +25,20 @@ QColor mixed(const QColor& a, const QColor& b, double share) {
     return {part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue())};
 }
 
+// Relative luminance, 0 to 1.
+double luminance(const QColor& color) {
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    constexpr double kFlare = 0.05;
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+    return (lighter + kFlare) / (darker + kFlare);
+}
+
 } // namespace
 
 ChartLooks ChartLooks::ofPaper() {
@@ -58,6 +72,24 @@ ChartLooks ChartLooks::ofScreen(const QPalette& palette, double dotsPerInch) {
     looks.Reference = QColor(116, 136, 166);
     looks.Emphasis = QColor(255, 118, 118);
     return looks;
+}
+
+QColor ChartLooks::readable(const Colour& colour) const {
+    constexpr double kLeastContrast = 3;
+    constexpr double kStep = 0.05;
+    const QColor told(colour.red, colour.green, colour.blue);
+    QColor shade = told;
+    for (double share = kStep; contrast(shade, Background) < kLeastContrast && share < 1; share += kStep)
+        shade = mixed(told, IsDark ? Qt::white : Qt::black, share);
+    return shade;
+}
+
+QColor ChartLooks::titleColor(const ChartData& chart) const {
+    return chart.IsTitleWarning ? Warning : axisTitleColor(chart);
+}
+
+QColor ChartLooks::axisTitleColor(const ChartData& chart) const {
+    return chart.GradeColour ? readable(*chart.GradeColour) : Text;
 }
 
 QFont ChartLooks::font(const clsFont& font) const {

@@ -18,11 +18,18 @@ struct ChartLooks {
     static ChartLooks ofPaper();
     static ChartLooks ofScreen(const QPalette& palette, double dotsPerInch);
 
+    // A colour of the data is darkened or lightened as far as it takes to read it on the background.
+    QColor titleColor(const ChartData& chart) const;
+    QColor axisTitleColor(const ChartData& chart) const;
+
     // Sizes are whole pixels, so that a chart has one layout on every device.
     QFont font(const clsFont& font) const;
 
     QColor color(const ChartContent& content, std::size_t drawn) const;
     QPen linePen(const ChartContent& content, std::size_t drawn) const;
+
+private:
+    QColor readable(const Colour& colour) const;
 };
 
 } // namespace kestrane

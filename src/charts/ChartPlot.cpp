@@ -70,8 +70,8 @@ void ChartPlot::setContent(std::shared_ptr<const ChartContent> content, const Ch
     looks_ = looks;
     setBackground(looks_.Background);
     const ChartData& chart = content_->data;
-    title_ = std::make_unique<ChartText>(this, chart.Title, looks_.font(chart.TitleFont),
-                                         chart.IsTitleWarning ? looks_.Warning : looks_.Text, Qt::AlignHCenter);
+    title_ = std::make_unique<ChartText>(this, chart.Title, looks_.font(chart.TitleFont), looks_.titleColor(chart),
+                                         Qt::AlignHCenter);
     footnote_ =
         std::make_unique<ChartText>(this, chart.Footnote, looks_.font(chart.NoteFont), looks_.Text, Qt::AlignLeft);
     legend_ = std::make_unique<ChartLegend>(this, *content_, looks_);
@@ -124,7 +124,7 @@ void ChartPlot::styleAxis(QCPAxis& axis, const std::string& title) const {
     axis.grid()->setLayer("grid");
     axis.setLabel(QString::fromStdString(title));
     axis.setLabelFont(font);
-    axis.setLabelColor(looks_.Text);
+    axis.setLabelColor(looks_.axisTitleColor(content_->data));
     axis.setLabelPadding(title.empty() ? 0 : 6);
     axis.setTickLabelFont(font);
     axis.setTickLabelColor(looks_.Text);

@@ -1,17 +1,16 @@
+#include "app/DownloadHPD.h"
 #include "app/StartUp.h"
 #include "calc/ExposureCalculator.h"
 #include "cli/ChosenLog.h"
+#include "cli/Comparing.h"
 #include "cli/Json.h"
 #include "cli/Verbs.h"
-#include "explorer/HPDComparison.h"
-#include "platform/RuntimeError.h"
-#include "protection/Attenuation.h"
+#include "platform/qt/QtHttp.h"
 #include "protection/ProtectorDatabase.h"
 
-#include <algorithm>
-#include <cerrno>
+#include <QCoreApplication>
+
 #include <iostream>
-#include <map>
 #include <memory>
 
 namespace kestrane {
@@ -63,22 +62,6 @@ Json protectorJson(const clsHP& hp) {
             {"SDUS", bandsJson(hp, &clsHP::SDUS)}};
 }
 
-// The database given, else the one in use. Nothing when it cannot be read; the reason has been shown.
-std::optional<std::vector<clsHP>> openDatabase(Session& session, const std::string& given) {
-    const std::string path = given.empty() ? protectorDatabase() : given;
-    std::vector<clsHP> protectors;
-    try {
-        loadProtectors(path, protectors);
-        return protectors;
-    } catch (const RuntimeError& error) {
-        const bool isMissing = error.Number == ENOENT;
-        session.ShowMessage(isMissing ? ReplaceText(session.LoadText(8801), "^", path)
-                                      : std::to_string(error.Number) + ": " + error.what(),
-                            kIconExclamation);
-        return std::nullopt;
-    }
-}
-
 int list(Program& program, const std::string& database) {
     const auto protectors = openDatabase(program.session, database);
     if (!protectors) return kFailed;
@@ -95,15 +78,8 @@ int save(Program& program, const std::string& database, const std::string& outpu
     return kDone;
 }
 
-struct CompareOptions : LogArguments {
-    std::string database, protector;
-    std::string mode = "hse";
-    std::string method = "Auto";
-    int correction = kCorrectionNone;
-};
+struct CompareOptions : LogArguments, CompareArguments {};
 
-const std::map<std::string, std::int16_t> kModes = {
-    {"hse", eHPDModeEUHSE}, {"osha", eHPDModeUSOSHA}, {"niosh", eHPDModeUSNIOSH}};
 constexpr const char* kGrades[] = {"green", "orange", "red"};
 
 Json comparisonJson(const HPDComparison& comparison) {
@@ -134,19 +110,22 @@ Json comparisonJson(const HPDComparison& comparison) {
 int compare(Program& program, const CompareOptions& options) {
     const auto chosen = openLog(program, options);
     if (!chosen) return kFailed;
-    const auto protectors = openDatabase(program.session, options.database);
-    if (!protectors) return kFailed;
-    const auto hp = std::find_if(protectors->begin(), protectors->end(),
-                                 [&](const clsHP& record) { return record.Name == options.protector; });
-    if (hp == protectors->end()) {
-        program.session.ShowMessage(ReplaceText(program.session.LoadText(8808), "^", options.protector),
-                                    kIconExclamation);
-        return kFailed;
-    }
-    clsOptions calculation = program.session.Options;
-    calculation.HPDCalc = kModes.at(options.mode);
-    calculation.HPDCalcMethod = options.method;
-    return print(comparisonJson(compareWithProtector(*chosen->log, *hp, calculation, options.correction)));
+    const auto comparison = compareLog(program, *chosen->log, options);
+    return comparison ? print(comparisonJson(*comparison)) : kFailed;
+}
+
+int update(Program& program, const std::string& url, const std::string& database) {
+    int argc = 0;
+    const QCoreApplication application(argc, nullptr); // drives the network
+    Session& session = program.session;
+    if (!url.empty()) session.Options.HPDAddress = url;
+    ProtectorCollection collection;
+    collection.File = database.empty() ? protectorDatabase() : database;
+    session.protectors = &collection;
+    QtHttp http;
+    session.http = &http;
+    HPDProgress unseen;
+    return DownloadHPD(session, unseen, false) ? kDone : kFailed;
 }
 
 // What runs is the verb's verb that was called.
@@ -154,10 +133,11 @@ RunVerb protectorsVerb(CLI::App& verb) {
     const auto chosen = std::make_shared<RunVerb>();
     const auto options = std::make_shared<CompareOptions>();
     const auto output = std::make_shared<std::string>();
+    const auto url = std::make_shared<std::string>();
     verb.require_subcommand(1);
     const auto add = [&](const char* name, const char* description, RunVerb run) {
         CLI::App* sub = verb.add_subcommand(name, description);
-        sub->add_option("--database", options->database, "a protector database, in place of the one in use");
+        addDatabase(*sub, *options);
         sub->callback([chosen, run = std::move(run)] { *chosen = run; });
         return sub;
     };
@@ -165,22 +145,19 @@ RunVerb protectorsVerb(CLI::App& verb) {
     CLI::App* comparing = add("compare", "compare a log with a protector",
                               [options](Program& program) { return compare(program, *options); });
     addLog(*comparing, *options);
-    comparing->add_option("--protector", options->protector, "name of the record")->required();
-    comparing->add_option("--mode", options->mode, "hse, osha or niosh")
-        ->check(CLI::IsMember({"hse", "osha", "niosh"}));
-    comparing->add_option("--method", options->method, "Auto, HML, SNR or NRR")
-        ->check(CLI::IsMember({"Auto", "HML", "SNR", "NRR"}));
-    comparing->add_option("--correction", options->correction, "0 none, 1 two deviations, 2 4 dB, 3 one deviation")
-        ->check(CLI::Range(kCorrectionNone, kCorrectionOneDeviation));
+    addComparing(*comparing, *options)->required();
     CLI::App* saving = add("save", "load and rewrite the database",
                            [options, output](Program& program) { return save(program, options->database, *output); });
     saving->add_option("-o", *output, "the file to write")->required();
+    CLI::App* updating = add("update", "replace the database by the one at an address",
+                             [options, url](Program& program) { return update(program, *url, options->database); });
+    updating->add_option("--url", *url, "an address, in place of the one of the settings");
     return [chosen](Program& program) { return (*chosen)(program); };
 }
 
 constexpr Verb kVerbs[] = {
     {"exposure", "print the exposure calculator's rows and totals", exposureVerb},
-    {"protectors", "list, compare and save hearing protectors", protectorsVerb},
+    {"protectors", "list, compare, save and update hearing protectors", protectorsVerb},
 };
 
 } // namespace

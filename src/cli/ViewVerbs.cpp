@@ -1,12 +1,14 @@
 #include "calc/NoiseRating.h"
 #include "cli/ChartPicture.h"
 #include "cli/ChosenLog.h"
+#include "cli/Comparing.h"
 #include "cli/Json.h"
 #include "cli/Verbs.h"
 #include "explorer/BandChart.h"
 #include "explorer/CumulativePanel.h"
 #include "explorer/DisplayBy.h"
 #include "explorer/ExplorerTree.h"
+#include "explorer/HPDChart.h"
 #include "explorer/IntervalTable.h"
 #include "explorer/NoiseRatingChart.h"
 #include "explorer/Selection.h"
@@ -182,8 +184,9 @@ constexpr int kTabFullLog = 0;
 constexpr int kTabInterval = 2;
 constexpr int kTabCumulative = 3;
 constexpr int kTabNoiseRating = 4;
+constexpr int kTabCompareHPD = 5;
 
-struct ChartOptions : ChoiceOptions {
+struct ChartOptions : ChoiceOptions, CompareArguments {
     int tab = kTabFullLog;
     std::int64_t interval = 1;
     std::string display = "dB";
@@ -215,6 +218,7 @@ std::string checkPictureName(const std::string& path) {
     return isPictureName(path) ? "" : "a picture's name ends in .png, .svg or .pdf";
 }
 
+// Nothing: there is nothing to show.
 std::optional<ChartData> chartOfTab(const clsLog& log, const ChartOptions& options) {
     const bool needsRows = options.tab == kTabFullLog || options.tab == kTabInterval;
     if (needsRows && log.LogIntervals.Count() == 0) return std::nullopt;
@@ -238,6 +242,22 @@ bool isWanted(Session& session, const clsLog& log, const ChartOptions& options, 
     return session.ShowMessage(session.LoadText(4542), kButtonsYesNo + kIconQuestion) == Button::Yes;
 }
 
+int draw(Session& session, ChartData data, const ChartOptions& options) {
+    if (options.is3D) data.Style = eChartAs3D;
+    if (options.asValues) {
+        std::cout << chartValuesText(data, session.locale);
+    } else {
+        savePicture(data, session.locale, options.picture, options.size);
+    }
+    return kDone;
+}
+
+int comparison(Program& program, const clsLog& log, const ChartOptions& options) {
+    if (options.protector.empty()) return wrongWords("Tab 5 needs a --protector.");
+    const auto compared = compareLog(program, log, options);
+    return compared ? draw(program.session, hpdChart(log, *compared), options) : kFailed;
+}
+
 int chart(Program& program, const ChartOptions& options) {
     const auto chosen = openLog(program, options);
     if (!chosen) return kFailed;
@@ -249,25 +269,24 @@ int chart(Program& program, const ChartOptions& options) {
         session.ShowMessage(session.LoadText(4541), kIconExclamation);
         return kFailed;
     }
+    if (options.tab == kTabCompareHPD) return comparison(program, log, options);
     auto data = chartOfTab(log, options);
     if (!data) return nothingToShow(session);
     if (options.is3D) data->Style = eChartAs3D;
     if (!isWanted(session, log, options, *data)) return kFailed;
-    if (options.asValues) {
-        std::cout << chartValuesText(*data, session.locale);
-    } else {
-        savePicture(*data, session.locale, options.picture, options.size);
-    }
-    return kDone;
+    return draw(session, std::move(*data), options);
 }
 
 RunVerb chartVerb(CLI::App& verb) {
     const auto options = std::make_shared<ChartOptions>();
     addLog(verb, *options);
     addChoice(verb, *options);
-    verb.add_option("--tab", options->tab, "0 full log, 2 an interval, 3 cumulative, 4 noise rating")
+    verb.add_option("--tab", options->tab,
+                    "0 full log, 2 an interval, 3 cumulative, 4 noise rating, 5 compared with a protector")
         ->required()
-        ->check(CLI::IsMember({kTabFullLog, kTabInterval, kTabCumulative, kTabNoiseRating}));
+        ->check(CLI::IsMember({kTabFullLog, kTabInterval, kTabCumulative, kTabNoiseRating, kTabCompareHPD}));
+    addComparing(verb, *options);
+    addDatabase(verb, *options);
     verb.add_option("--interval", options->interval, "the row that tab 2 shows, from 1; without it, the first");
     verb.add_option("--display", options->display, "what tabs 2 and 3 show: levels (dB) or dose and Pa2Hr (%)")
         ->check(CLI::IsMember({"dB", "%"}));

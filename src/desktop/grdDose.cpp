@@ -22,6 +22,7 @@ namespace {
 
 constexpr int kBar = 3; // pixels
 constexpr int kPadding = 14;
+constexpr int kFigure = 6; // characters of a computed one
 constexpr int kTypedColumns = kExposureColumns - 1;
 
 QVariant orNothing(bool isThere, const QVariant& value) {
@@ -199,7 +200,8 @@ void grdDose::sizeColumns() {
     const QFontMetrics metrics = fontMetrics();
     for (int column = 0; column < kTypedColumns; ++column) {
         const int caption = horizontalHeader()->sectionSizeHint(column);
-        const int entry = metrics.horizontalAdvance('0') * exposureMaxLength(column + 1) + 2 * kPadding;
+        const int characters = std::max(exposureMaxLength(column + 1), kFigure);
+        const int entry = metrics.horizontalAdvance('0') * characters + kPadding;
         if (column + 1 == eColumnNote) {
             horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
         } else {

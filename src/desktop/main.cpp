@@ -9,6 +9,8 @@
 #include "platform/qt/IniSettings.h"
 #include "platform/qt/QtComm.h"
 #include "platform/qt/QtEventPump.h"
+#include "platform/qt/QtHttp.h"
+#include "protection/ProtectorDatabase.h"
 #include "server/KestraneThread.h"
 
 #include <QApplication>
@@ -77,6 +79,11 @@ int run(int argc, char** argv) {
     session.server = &server;
     QtComm comm(settings, [&session](int id) { return session.LoadText(id); });
     session.comm = &comm;
+    QtHttp http;
+    session.http = &http;
+    ProtectorCollection protectors;
+    protectors.File = protectorDatabase();
+    session.protectors = &protectors;
 
     frmSplash splash(session);
     splash.show();

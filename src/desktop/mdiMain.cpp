@@ -2,6 +2,7 @@
 
 #include "app/Documents.h"
 #include "app/Download.h"
+#include "app/DownloadHPD.h"
 #include "app/Placement.h"
 #include "app/StartUp.h"
 #include "desktop/frmExplorer.h"
@@ -9,11 +10,13 @@
 #include "desktop/tabLog.h"
 #include "desktop/tvwTreeView.h"
 #include "dialogs/DownloadDialogs.h"
+#include "dialogs/HPDProgressDialog.h"
 #include "dialogs/Icons.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmExpTime.h"
 #include "dialogs/frmFind.h"
+#include "dialogs/frmHPD.h"
 #include "dialogs/frmOptions.h"
 #include "explorer/NodeKeys.h"
 #include "model/LogTime.h"
@@ -252,6 +255,8 @@ void mdiMain::NewExplorerWindow() {
 
 void mdiMain::wire(frmExplorer& explorer) {
     connect(&explorer, &frmExplorer::StateChanged, this, [this] { EnableMenusAndButtons(); });
+    connect(&explorer.LogTabs(), &tabLog::DatabaseDownloadAsked, this,
+            [this](QWidget* parent, bool* isDone) { *isDone = downloadDatabase(parent); });
     connect(&explorer, &frmExplorer::TreesChanged, this, [this] { RebuildExplorerTrees(); });
     connect(&explorer, &frmExplorer::DeleteAsked, this, [this, &explorer] { edits_.Delete(explorer); });
     connect(&explorer, &frmExplorer::NodeDropped, this,
@@ -453,6 +458,15 @@ void mdiMain::run(Command command) {
     case Command::HelpAbout:
         frmAbout(session_, this).exec();
         return;
+    case Command::ViewHPD:
+        return showDatabase();
+    case Command::ToolsDownloadHPD:
+        downloadDatabase(this);
+        return;
+    case Command::LogCompareHPD:
+        return explorer->LogTabs().ChooseProtector();
+    case Command::LogConvertWeighting:
+        return explorer->LogTabs().ConvertWeighting();
     case Command::LogDeleteRows:
         return explorer->LogTabs().DeleteRows();
     case Command::LogInsertRows:
@@ -530,6 +544,21 @@ std::optional<std::string> mdiMain::askSaveName(const std::string& proposal) {
 void mdiMain::askExposureTime() {
     if (clsLog* log = resolve(session_, menuState().SelectedKey).log; log != nullptr)
         frmExpTime::getExpTime(session_, log->objLogOptions.ExposureTime, measuredHours(*log), *log, this);
+}
+
+void mdiMain::showDatabase() {
+    frmHPD::ShowMaintenanceScreen(
+        session_, [this](QWidget* parent) { return downloadDatabase(parent); }, this);
+    for (frmExplorer* explorer : explorers())
+        explorer->LogTabs().ShowControls();
+}
+
+bool mdiMain::downloadDatabase(QWidget* parent) {
+    HPDProgressDialog progress(session_, parent);
+    const bool isReplaced = DownloadHPD(session_, progress, false);
+    for (frmExplorer* explorer : explorers())
+        explorer->LogTabs().ShowControls();
+    return isReplaced;
 }
 
 void mdiMain::showSettings(Command command) {

@@ -69,6 +69,8 @@ private:
     void closeSelected();
     std::optional<std::string> askSaveName(const std::string& proposal);
     void askExposureTime();
+    void showDatabase();
+    bool downloadDatabase(QWidget* parent);
     void showSettings(Command command);
     void applySettings(const SettingsChanges& changes, frmExplorer* opener);
     void tile(Qt::Orientation orientation);

@@ -7,13 +7,17 @@
 #include "desktop/fraZoom.h"
 #include "desktop/grdDose.h"
 #include "desktop/grdTable.h"
+#include "dialogs/AskDialogs.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmCutIntervals.h"
+#include "dialogs/frmHPD.h"
 #include "dialogs/frmSimpleEdit.h"
 #include "explorer/BandChart.h"
 #include "explorer/CalculationEntries.h"
+#include "explorer/ConvertWeighting.h"
 #include "explorer/CopyData.h"
 #include "explorer/Edits.h"
+#include "explorer/HPDChart.h"
 #include "explorer/IntervalTable.h"
 #include "explorer/NodeKeys.h"
 #include "explorer/NoiseRatingChart.h"
@@ -135,6 +139,21 @@ QWidget* tabLog::buttonsOf(const char* frame, int caption, QButtonGroup*& group,
     return box;
 }
 
+QWidget* tabLog::protectorBar() {
+    auto* const bar = new QWidget;
+    bar->setObjectName("fraProtector");
+    QPushButton* const cmdHPD = pushButton(session_, 4570, "cmdHPD", loadPlainText(session_, 4570));
+    fraHPD_ = new QLabel;
+    fraHPD_->setObjectName("fraHPD");
+    auto* const row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(2 * kMargin);
+    row->addWidget(cmdHPD);
+    row->addWidget(fraHPD_);
+    connect(cmdHPD, &QPushButton::clicked, this, &tabLog::ChooseProtector);
+    return bar;
+}
+
 QWidget* tabLog::exposureBar() {
     auto* const bar = new QWidget;
     bar->setObjectName("fraDose");
@@ -177,6 +196,7 @@ QWidget* tabLog::optionsBar() {
     interval->addWidget(labelOf(session_, 4629, *lstInterval_));
     interval->addWidget(lstInterval_);
 
+    fraProtector_ = protectorBar();
     fraDose_ = exposureBar();
     fraZoom_ = new fraZoom(session_, state_.ZoomRange);
     connect(fraZoom_, &fraZoom::ApplyZoom, this, &tabLog::applyZoom);
@@ -186,7 +206,7 @@ QWidget* tabLog::optionsBar() {
     bar->setLayout(row);
     row->setContentsMargins(kMargin, kMargin / 2, kMargin, kMargin / 2);
     for (QWidget* panel : std::initializer_list<QWidget*>{fraInterval_, fraDisplayBy_, fraAxis_, fraTable_, fraDfltCum_,
-                                                          fraDose_, fraZoom_})
+                                                          fraProtector_, fraDose_, fraZoom_})
         row->addWidget(panel);
 
     const auto onLog = [this](auto choose) {
@@ -234,6 +254,7 @@ void tabLog::tabClick() {
     ShowControls();
     clsLog* log = state_.LogInView(session_);
     if (log == nullptr) return;
+    if (state_.View.Tab == eTabCompareHPD) state_.View.dropUnfitProtector(*log);
     choosePage();
     if (state_.View.takeDrawing()) drawTab(*log);
 }
@@ -268,10 +289,11 @@ void tabLog::showChoices(const clsLog& log) {
     fraTable_->setVisible(panels.Channel);
     fraDfltCum_->setVisible(hasPanelChoice);
     fraInterval_->setVisible(panels.IntervalList);
+    fraProtector_->setVisible(panels.Protector);
     fraDose_->setVisible(panels.ExposureRows);
     fraZoom_->setVisible(IsZoomShown());
     options_->setVisible(panels.DisplayBy || panels.Axis || panels.Channel || hasPanelChoice || panels.IntervalList ||
-                         panels.ExposureRows || IsZoomShown());
+                         panels.Protector || panels.ExposureRows || IsZoomShown());
 
     optDisplayBy_->button(kByParam)->setEnabled(panels.ByParam);
     optDisplayBy_->button(view.ListMode())->setChecked(true);
@@ -306,6 +328,13 @@ void tabLog::choosePage() {
     case eTabExposureCalculator:
         pages_->setCurrentWidget(exposures_);
         break;
+    case eTabCompareHPD:
+        if (!state_.View.Protector) {
+            placeholder_->setText(loadText(session_, 4636));
+            pages_->setCurrentWidget(placeholder_);
+            break;
+        }
+        [[fallthrough]];
     default:
         chart();
         pages_->setCurrentWidget(chartPages_[static_cast<std::size_t>(state_.View.Tab)]);
@@ -330,10 +359,9 @@ chaTab& tabLog::chart() {
 
 void tabLog::drawTab(clsLog& log) {
     using Draw = void (tabLog::*)(clsLog&);
-    constexpr std::array<Draw, kLogTabs> kDraw = {&tabLog::drawTimeChart,   &tabLog::drawTable,
-                                                  &tabLog::drawBandChart,   &tabLog::drawBandChart,
-                                                  &tabLog::drawNoiseRating, nullptr,
-                                                  &tabLog::drawPanels,      &tabLog::drawExposures};
+    constexpr std::array<Draw, kLogTabs> kDraw = {
+        &tabLog::drawTimeChart,   &tabLog::drawTable,      &tabLog::drawBandChart, &tabLog::drawBandChart,
+        &tabLog::drawNoiseRating, &tabLog::drawComparison, &tabLog::drawPanels,    &tabLog::drawExposures};
     if (const Draw draw = kDraw[static_cast<std::size_t>(state_.View.Tab)]; draw != nullptr) (this->*draw)(log);
 }
 
@@ -373,6 +401,58 @@ void tabLog::drawNoiseRating(clsLog& log) {
 
 void tabLog::drawPanels(clsLog& log) {
     panels_->ShowLog(log, state_.View.PanelBand(log), cumulativePanelOf(log, state_.View.Panel));
+}
+
+// Without a protector the screen to choose one comes up by itself, once the tab has been drawn.
+void tabLog::drawComparison(clsLog& log) {
+    const LogView& view = state_.View;
+    showProtectorPanel({});
+    if (view.Protector) {
+        const HPDComparison comparison =
+            compareWithProtector(log, *view.Protector, session_.Options, view.CorrectionFactor);
+        chart().setChart(hpdChart(log, comparison));
+        showProtectorPanel(comparison.Panel);
+    } else if (!view.IsComparisonDeclined) {
+        QMetaObject::invokeMethod(this, &tabLog::ChooseProtector, Qt::QueuedConnection);
+    }
+}
+
+void tabLog::showProtectorPanel(const std::vector<std::pair<std::string, std::string>>& panel) {
+    QString text;
+    for (const auto& [label, value] : panel)
+        text += (text.isEmpty() ? "" : "&nbsp;&nbsp;&nbsp; ") + shown(label).toHtmlEscaped() + "&nbsp;<b>" +
+                shown(value).toHtmlEscaped() + "</b>";
+    fraHPD_->setText(text);
+    fraHPD_->setVisible(!panel.empty());
+}
+
+void tabLog::ChooseProtector() {
+    const clsLog* log = state_.LogInView(session_);
+    if (isChoosingProtector_ || log == nullptr || state_.View.Tab != eTabCompareHPD || session_.protectors == nullptr)
+        return;
+    isChoosingProtector_ = true;
+    const std::string key = state_.View.Key;
+    const auto download = [this](QWidget* parent) {
+        bool isDone = false;
+        emit DatabaseDownloadAsked(parent, &isDone);
+        return isDone;
+    };
+    const std::string chosen = state_.View.Protector ? state_.View.Protector->Name : std::string();
+    const std::optional<ProtectorChoice> choice =
+        frmHPD::ShowHPDComparisonScreen(session_, *log, chosen, download, this);
+    isChoosingProtector_ = false;
+    if (state_.View.Key != key) return;
+    state_.View.IsComparisonDeclined = !choice && !state_.View.Protector;
+    if (!choice) return;
+    state_.View.chooseProtector(choice->Protector, choice->CorrectionFactor);
+    tabClick();
+}
+
+void tabLog::ConvertWeighting() {
+    clsLog* const displayed = state_.OpenedLog(session_);
+    clsLog* const inView = state_.LogInView(session_);
+    if (displayed != nullptr && inView != nullptr)
+        ConvertFrequencyWeighting(*displayed, *inView, choiceDialog(session_, this));
 }
 
 void tabLog::drawExposures(clsLog&) {

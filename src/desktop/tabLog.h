@@ -56,12 +56,16 @@ public:
     void EditNote();
     void FullRecalculation();
     bool IsOnExposureRow() const; // of the exposure calculator, in front
+    void ChooseProtector();       // to compare the log with
+    void ConvertWeighting();
+    void ShowControls(); // the tabs that the log has now, and the panels of the one in front
     void InsertRows();
     void DeleteRows();
 
 signals:
     void TabChanged();
-    void PopUpMenuAsked(QPoint at); // on the screen
+    void DatabaseDownloadAsked(QWidget* parent, bool* isDone); // answered before it returns
+    void PopUpMenuAsked(QPoint at);                            // on the screen
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
@@ -70,8 +74,8 @@ private:
     QWidget* optionsBar();
     QWidget* exposureBar();
     QWidget* buttonsOf(const char* frame, int caption, QButtonGroup*& group, std::initializer_list<int> texts);
+    QWidget* protectorBar();
     void choosePage();
-    void ShowControls();
     void showChoices(const clsLog& log);
     void fillDisplayBy(const clsLog& log);
     void tabClick();
@@ -82,7 +86,9 @@ private:
     void drawBandChart(clsLog& log);
     void drawNoiseRating(clsLog& log);
     void drawPanels(clsLog& log);
+    void drawComparison(clsLog& log);
     void drawExposures(clsLog& log);
+    void showProtectorPanel(const std::vector<std::pair<std::string, std::string>>& panel);
 
     chaTab& chart();                  // of the tab in front; made on first use
     const chaTab* shownChart() const; // null: the tab in front shows none
@@ -115,6 +121,9 @@ private:
     QButtonGroup* optCumPanels_;
     QWidget* fraInterval_;
     QComboBox* lstInterval_;
+    QWidget* fraProtector_;
+    QLabel* fraHPD_;
+    bool isChoosingProtector_ = false;
     QWidget* fraDose_;
     fraZoom* fraZoom_;
     QCheckBox* chkSave_;

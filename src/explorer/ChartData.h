@@ -2,6 +2,7 @@
 // and the command line draw it. It holds copies, so it stays valid when the log changes; it must not know widgets.
 #pragma once
 
+#include "model/Colour.h"
 #include "model/clsFont.h"
 #include "model/clsLogOptions.h"
 #include "platform/Locale.h"
@@ -42,7 +43,8 @@ struct ChartData {
     ChartShape Shape = ChartShape::Line;
     std::int16_t Style = eChartAs2D; // eChartAs2D or eChartAs3D
     std::string Title;
-    bool IsTitleWarning = false; // the title stands in red
+    bool IsTitleWarning = false;       // the title stands in red
+    std::optional<Colour> GradeColour; // of the title and the axis titles, as far as it can be read
     std::string Footnote;
     bool HasLegend = true;
 

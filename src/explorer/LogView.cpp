@@ -1,6 +1,8 @@
 #include "explorer/LogView.h"
 
-#include "model/clsOptions.h"
+#include "calc/FreqWeight.h"
+#include "model/Session.h"
+#include "protection/ProtectorDatabase.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,6 +15,22 @@ bool isAnyOf(int tab, std::initializer_list<int> tabs) {
     return std::find(tabs.begin(), tabs.end(), tab) != tabs.end();
 }
 
+bool hasDataByFrequency(const clsLog& log) {
+    for (int band = 1; band <= log.e("Last"); ++band)
+        if (log.LeqCumA(band).CalcValue() != 0) return true;
+    return false;
+}
+
+// Brevik's model E, and its environmental logs, are never compared with a protector.
+bool canCompare(const clsLog& log) {
+    if (log.IsBrevikMeter() && (log.IsBrevikEMeter() || log.LocationType() == EnvironmentLocation)) return false;
+    if (hasDataByFrequency(log)) return true;
+    const ProtectorCollection* protectors = log.session().protectors;
+    return IsHMLCalculateable(log) && protectors != nullptr &&
+           std::any_of(protectors->Protectors.begin(), protectors->Protectors.end(),
+                       [](const clsHP& protector) { return protector.HasHML(); });
+}
+
 } // namespace
 
 TabFlags enabledTabs(const clsLog& log) {
@@ -22,6 +40,7 @@ TabFlags enabledTabs(const clsLog& log) {
         tabs[static_cast<std::size_t>(tab)] = hasIntervals;
     tabs[eTabCumulativeGraph] = true;
     tabs[eTabNoiseRating] = log.IsOctaveLog();
+    tabs[eTabCompareHPD] = canCompare(log);
     tabs[eTabCumulativeData] = true;
     tabs[eTabExposureCalculator] = !log.IsOldDoseMeter();
     return tabs;
@@ -46,6 +65,7 @@ LogPanels shownPanels(const clsLog& log, int tab) {
     panels.PanelChoice = tab == eTabCumulativeData;
     panels.IntervalList = tab == eTabIntervalsGraph;
     panels.ApplyChanges = tab == eTabCumulativeData;
+    panels.Protector = tab == eTabCompareHPD;
     panels.ExposureRows = tab == eTabExposureCalculator;
     return panels;
 }
@@ -59,6 +79,8 @@ void LogView::open(const std::string& key, const clsLog& log, int panelSetting) 
     if (panelSetting != ePanelHidden) Panel = panelSetting;
     IntervalRow = 1;
     listText_.clear();
+    if (!log.session().Options.PersistSelectedHP) Protector.reset();
+    IsComparisonDeclined = false;
     ResetTabs();
     const TabFlags tabs = enabledTabs(log);
     if (!tabs[static_cast<std::size_t>(Tab)]) Tab = tabs[eTabFullLog] ? eTabFullLog : eTabCumulativeData;
@@ -74,6 +96,18 @@ void LogView::close() {
 void LogView::ResetTabs() {
     drawn_.fill(false);
     channel_ = kChannelA;
+}
+
+void LogView::chooseProtector(const clsHP& protector, int correctionFactor) {
+    Protector = protector;
+    CorrectionFactor = correctionFactor;
+    drawn_[eTabCompareHPD] = false;
+}
+
+void LogView::dropUnfitProtector(const clsLog& log) {
+    if (!Protector || !log.IsOctaveLog()) return;
+    const bool isFit = log.session().Options.IsUSHPDMode() ? Protector->HasOctavesUS() : Protector->HasOctaves();
+    if (!isFit) Protector.reset();
 }
 
 bool LogView::takeDrawing() {

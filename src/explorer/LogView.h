@@ -5,9 +5,11 @@
 
 #include "explorer/DisplayBy.h"
 #include "model/clsLog.h"
+#include "protection/clsHP.h"
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +46,7 @@ struct LogPanels {
     bool PanelChoice = false;  // which cumulative panel
     bool IntervalList = false; // the row on view
     bool ApplyChanges = false; // criterion, exchange rate, calibration date
+    bool Protector = false;    // choosing a hearing protector
     bool ExposureRows = false; // inserting and deleting rows, and whether they are saved with the log
 };
 
@@ -63,12 +66,23 @@ public:
     bool ShowsLegend = true;
     bool ShowsZoom = false; // its panel, where a zoom can be chosen
 
-    // Puts another log on view: all choices as at first, and a tab that the log has.
+    // What the log is compared with; nothing: it is still to be chosen, which the user may have declined.
+    std::optional<clsHP> Protector;
+    int CorrectionFactor = 0;
+    bool IsComparisonDeclined = false;
+
+    // Puts another log on view: all choices as at first, but for the protector if the settings keep it, and a tab that
+    // the log has.
     void open(const std::string& key, const clsLog& log, int panelSetting);
     void close();
 
     // All tabs are to be drawn anew; channel A is chosen.
     void ResetTabs();
+
+    void chooseProtector(const clsHP& protector, int correctionFactor);
+
+    // Forgets a protector that has no data of the kind that the log is compared by.
+    void dropUnfitProtector(const clsLog& log);
 
     // True when the tab in front has yet to be drawn; it counts as drawn from then on.
     bool takeDrawing();

@@ -2,6 +2,7 @@
 // Services of the platform and of the frame are reached through it and belong to whoever made them.
 #pragma once
 
+#include "model/Colour.h"
 #include "model/clsFile.h"
 #include "model/clsOptions.h"
 #include "platform/Clock.h"
@@ -50,7 +51,9 @@ public:
     virtual void LogValuesChanged(const clsLog& /*log*/) {}
 };
 
-class BackgroundServer; // server/
+class BackgroundServer;     // server/
+class Http;                 // platform/
+struct ProtectorCollection; // protection/
 
 struct Session {
     Session(const std::string& companyName, Locale locale, SettingsStore& settings, MessageInterface& messages,
@@ -65,9 +68,11 @@ struct Session {
     MessageInterface& messages;
     EventPump& pump;
     Clock& clock;
-    Frame* frame;                       // never null
-    BackgroundServer* server = nullptr; // null: nothing loads or recalculates in the background
-    Comm* comm = nullptr;               // null: there is no serial line
+    Frame* frame;                              // never null
+    BackgroundServer* server = nullptr;        // null: nothing loads or recalculates in the background
+    Comm* comm = nullptr;                      // null: there is no serial line
+    Http* http = nullptr;                      // null: nothing can be fetched
+    ProtectorCollection* protectors = nullptr; // null: there is no database
 
     clsOptions Options;
     std::vector<std::unique_ptr<clsFile>> OpenFiles;
@@ -101,13 +106,5 @@ void forEachLog(const Session& session, Visit visit) {
 }
 
 constexpr std::string_view kApplicationTitle = "Kestrane";
-
-// Colours of marked cells, red, green, blue.
-struct Colour {
-    int red, green, blue;
-};
-
-constexpr Colour HighlightColour = {255, 100, 100};
-constexpr Colour SelectColour = {185, 228, 255};
 
 } // namespace kestrane

@@ -4,6 +4,7 @@
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -49,7 +50,7 @@ float number(std::string_view field) {
 
 clsHP protectorOf(const Fields& fields) {
     clsHP hp;
-    hp.Name = fields[0];
+    hp.Name = toUtf8(fields[0]);
     hp.Tipe = fields[kType].empty() ? std::int16_t{0} : toInteger(fields[kType], Locale{});
     for (int i = 1; i <= kProtectorBands; ++i) {
         const std::size_t pair = 2 * (static_cast<std::size_t>(i) - 1);
@@ -95,10 +96,10 @@ std::string lineOf(const clsHP& hp) {
 void readProtectors(std::string_view text, std::vector<clsHP>& protectors) {
     protectors.clear();
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        std::string_view line = text.substr(0, end);
-        text = text.substr(std::min(end + 1, text.size()));
-        if (line.ends_with('\r')) line.remove_suffix(1);
+        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+        const std::string_view line = text.substr(0, end);
+        text.remove_prefix(end);
+        text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, text.size()));
         if (line.empty()) return;
         protectors.push_back(protectorOf(split(line)));
         protectors.back().HPDId = static_cast<int>(protectors.size());

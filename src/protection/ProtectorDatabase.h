@@ -10,6 +10,13 @@
 
 namespace kestrane {
 
+// The protectors in use, with the file that they come from. One for each program, reached through the session.
+struct ProtectorCollection {
+    std::string File;
+    std::vector<clsHP> Protectors; // in the order of the file
+    bool IsChanged = false;        // and not written yet
+};
+
 constexpr std::string_view kDatabaseFile = "hpd_hml_db.txt";
 constexpr std::int64_t kErrorCorruptFile = 109;
 

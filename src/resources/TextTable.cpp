@@ -249,6 +249,8 @@ constexpr TextEntry Entries[] = {
     {4633, "Share of the day's dose: ^"},
     {4634, "Entries that could not be taken: ^"},
     {4635, "Total"},
+    {4636, "Choose a hearing protector to compare this log with."},
+    {4637, "Convert the intervals, too?"},
     {4650, "Zoom:"},
     // Find dialog
     {4701, "Find"},
@@ -283,6 +285,7 @@ constexpr TextEntry Entries[] = {
     {4766, "Note"},
     {4767, "Display Options"},
     {4768, "Merge"},
+    {4769, "Frequency Weighting"},
     // Hearing protector screens
     {4801, "Hearing Protector Database"},
     {4802, "Select a Hearing Protector"},
@@ -327,6 +330,11 @@ constexpr TextEntry Entries[] = {
     {4841, "&Delete"},
     {4842, "Do&wnload"},
     {4843, "Octave Bands (Hz)"},
+    {4844, "&Search:"},
+    {4845, "Mean attenuation by octave bands, with standard deviations"},
+    {4846, "&Name:"},
+    {4847, "&Type:"},
+    {4848, "Correction &factor:"},
     // Calculation prompts
     {4901, "Proceed with calculation?"},
     {4902, "Invalid Criterion"},

@@ -28,6 +28,8 @@ TEST(SettingsDialog, ConfirmingEverythingReplacesTheSettingsAndStoresThem) {
 
     EXPECT_EQ(dialog.Confirm("7:30:00"), (SettingsChanges{true, true, false})); // figures on display depend on it
     EXPECT_EQ(session.Options.objLogOptions.ExposureTime, 7.5F);
+    dialog.Edited.HPDCalc = eHPDModeUSOSHA;
+    EXPECT_EQ(dialog.Confirm("7:30:00"), (SettingsChanges{true, true, false})); // so does a comparison
 }
 
 TEST(SettingsDialog, AnExposureTimeThatIsNoneIsRefused) {

@@ -62,6 +62,33 @@ TEST(ChartDrawing, ExcludedRowsAreShadedAndAWarningIsRed) {
     EXPECT_EQ(countOf(ShownChart(chart).image().copy(top), qRgb(255, 0, 0)), 0);
 }
 
+TEST(ChartDrawing, TitlesInTheColourOfAGradeCanBeRead) {
+    ChartData chart = chartOf(ChartShape::Bar, {{70}});
+    chart.GradeColour = Colour{255, 0, 0};
+    EXPECT_EQ(ChartLooks::ofPaper().axisTitleColor(chart), QColor(255, 0, 0));
+    ShownChart shown(chart);
+    const QImage image = shown.image();
+    const auto hasRed = [&](int top, int bottom) { // thin letters hold few pixels of the very colour
+        for (int y = top; y < bottom; ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixelColor(x, y).red() > image.pixelColor(x, y).green() + 100) return true;
+        }
+        return false;
+    };
+    const QCPAxisRect& axes = *shown.plot->axisRect();
+    EXPECT_TRUE(hasRed(0, axes.top() - 10));
+    EXPECT_TRUE(hasRed(axes.bottom() + 1, image.height()));
+
+    chart.GradeColour = Colour{0, 255, 0};
+    const QColor onPaper = ChartLooks::ofPaper().titleColor(chart);
+    EXPECT_EQ(onPaper.hue(), QColor(0, 255, 0).hue());
+    EXPECT_LT(onPaper.green(), 180);
+    QPalette dark;
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Text, Qt::white);
+    EXPECT_EQ(ChartLooks::ofScreen(dark, 96).titleColor(chart), QColor(0, 255, 0));
+}
+
 TEST(ChartDrawing, PlaceholdersAreNotDrawnAndCurvesToCompareWithAreQuiet) {
     ChartData chart = chartOf(ChartShape::Line, {{50, 52, 54}, {60, 60, 60}, {70, 70, 70}});
     chart.ReferenceSeries = 1;

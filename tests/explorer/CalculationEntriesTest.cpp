@@ -1,4 +1,5 @@
 #include "explorer/CalculationEntries.h"
+#include "explorer/ConvertWeighting.h"
 
 #include "explorer/ShownLog.h"
 
@@ -117,6 +118,37 @@ TEST(CalculationEntries, ForcingALongRecalculationAsksFirst) {
     EXPECT_FALSE(FullRecalc(slow.log, slow.log));
     EXPECT_EQ(slow.messages.Boxes.size(), 1U);
     EXPECT_FALSE(slow.log.FullyCalculated);
+}
+
+TEST(ConvertFrequencyWeighting, AsksForTheWeightingAndAboutIntervals) {
+    struct Case {
+        const char* weight; // nullptr: cancelled
+        Button intervals;
+        const char* after;
+        float cumulative, row; // of the 125 Hz band, dB
+    };
+
+    for (const Case& c : {Case{"Z", Button::Yes, "Z", 96.1F, 86.1F}, Case{"C", Button::No, "C", 95.9F, 70},
+                          Case{"Z", Button::Cancel, "A", 80, 70}, Case{"A", Button::Yes, "A", 80, 70},
+                          Case{nullptr, Button::Yes, "A", 80, 70}}) {
+        ShownLog shown(modeFullOctave);
+        const int band = shown.log.e("125");
+        shown.addRows(1);
+        shown.setLevel(Quantity::LeqA, band, 0, 70);
+        shown.log.LeqCumA(band).Value(80);
+        shown.messages.Answers = {c.intervals};
+        const AskChoice ask = [&](const std::string& prompt, const std::vector<std::string>& choices,
+                                  const std::string& proposal) {
+            EXPECT_EQ(prompt, "Convert to which frequency weighting (A, C or Z)?");
+            EXPECT_EQ(choices.size(), 3U);
+            EXPECT_EQ(proposal, "A");
+            return c.weight == nullptr ? std::nullopt : std::optional<std::string>(c.weight);
+        };
+        EXPECT_EQ(ConvertFrequencyWeighting(shown.log, shown.log, ask), std::string_view(c.after) != "A");
+        EXPECT_EQ(shown.log.FreqWeightA(), c.after);
+        EXPECT_FLOAT_EQ(shown.log.LeqCumA(band).CalcValue(), c.cumulative);
+        EXPECT_FLOAT_EQ(shown.log.LogIntervals.Columns().levels(Quantity::LeqA, band)[0].CalcValue, c.row);
+    }
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "explorer/HPDComparison.h"
 
+#include "explorer/HPDChart.h"
 #include "explorer/ShownLog.h"
 #include "protection/Attenuation.h"
 
@@ -132,6 +133,37 @@ TEST(HPDComparison, NothingThatFitsIsRedAndEmpty) {
     EXPECT_EQ(result.Result, -1);
     EXPECT_EQ(result.Grade, ProtectionGrade::Red);
     EXPECT_TRUE(result.Method.empty() && result.Panel.empty() && result.Bars.empty());
+}
+
+TEST(HPDChart, ShowsBarsByBandOrColumnsInTheColourOfTheGrade) {
+    Compared levels;
+    levels.twoChannels(100, 102);
+    ChartData chart = hpdChart(levels.log, levels.compare());
+    EXPECT_EQ(chart.GradeColour, (Colour{0, 255, 0})); // 75 dB
+    EXPECT_EQ(chart.PrimaryTitle, "dBA");
+    EXPECT_TRUE(chart.CategoryTitle.starts_with("Using HML Method"));
+    EXPECT_EQ(chartValuesText(chart, {}), "\tLAeq\tLCeq\tAPL\r\n\t100.0\t102.0\t75.0\r\n");
+    EXPECT_FALSE(chart.HasLegend);
+
+    chart = hpdChart(levels.log, levels.compare(kCorrectionOneDeviation)); // not for HML
+    EXPECT_EQ(chart.GradeColour, (Colour{255, 0, 0}));
+    EXPECT_TRUE(isNullValue(chart.Series[2].Values[0]));
+
+    Compared octaves(modeFullOctave);
+    octaves.log.FreqWeightA("Z");
+    octaves.log.LeqCumA(octaves.log.e("125")).Value(88);
+    octaves.log.LeqCumA(octaves.log.e("4k")).Value(10);
+    octaves.hp.Mean(2) = 20;
+    octaves.hp.Mean(7) = 30;
+    chart = hpdChart(octaves.log, octaves.compare());
+    EXPECT_EQ(chartValuesText(chart, {}), "\tWithout Hearing Protection\tWith Hearing Protection\r\n"
+                                          "125Hz\t88.0\t68.0\r\n4kHz\t10.0\t0.0\r\n");
+    EXPECT_EQ(chart.GradeColour, (Colour{255, 165, 0}));
+    EXPECT_EQ(std::count(chart.Footnote.begin(), chart.Footnote.end(), '\n'), 3);
+
+    octaves.hp = clsHP();
+    chart = hpdChart(octaves.log, octaves.compare());
+    EXPECT_TRUE(chart.Series.empty()) << "no method";
 }
 
 } // namespace

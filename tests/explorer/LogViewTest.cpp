@@ -3,6 +3,7 @@
 #include "explorer/CumulativePanel.h"
 #include "explorer/ShownLog.h"
 #include "model/clsOptions.h"
+#include "protection/ProtectorDatabase.h"
 
 #include <gtest/gtest.h>
 
@@ -33,6 +34,60 @@ TEST(LogView, ALogGetsTheTabsItHasDataFor) {
     }
 }
 
+TEST(LogView, OnlyALogThatAProtectorFitsIsCompared) {
+    const auto isCompared = [](const clsLog& log) { return enabledTabs(log)[eTabCompareHPD]; };
+    ShownLog octave(modeThirdOctave);
+    EXPECT_FALSE(isCompared(octave.log));
+    octave.log.LeqCumA(0).Value(80);
+    EXPECT_FALSE(isCompared(octave.log)) << "the overall figure is no band";
+    octave.log.LeqCumA(33).Value(40);
+    EXPECT_TRUE(isCompared(octave.log));
+
+    ShownLog twoChannels;
+    ProtectorCollection protectors;
+    twoChannels.session.protectors = &protectors;
+    twoChannels.log.IsChannelBOn = true;
+    twoChannels.log.FreqWeightB("C");
+    protectors.Protectors.emplace_back().SNR = 20;
+    EXPECT_FALSE(isCompared(twoChannels.log));
+    protectors.Protectors.emplace_back().Low = 20;
+    EXPECT_TRUE(isCompared(twoChannels.log));
+    twoChannels.log.InsName = "Brevik SE";
+    EXPECT_TRUE(isCompared(twoChannels.log));
+    twoChannels.log.LocationType(EnvironmentLocation);
+    EXPECT_FALSE(isCompared(twoChannels.log));
+    twoChannels.log.LocationType("");
+    twoChannels.log.InsName = "Brevik E";
+    EXPECT_FALSE(isCompared(twoChannels.log));
+}
+
+TEST(LogView, KeepsTheProtectorFromLogToLogIfTheSettingsSaySo) {
+    ShownLog octave(modeFullOctave);
+    ShownLog broadband;
+    clsHP hp;
+    hp.SNR = 20;
+    LogView view;
+    view.open("L1I1F1", broadband.log, ePanelAdvanced);
+    view.chooseProtector(hp, 2);
+    view.IsComparisonDeclined = true;
+    view.open("L2I1F1", broadband.log, ePanelAdvanced);
+    EXPECT_TRUE(view.Protector.has_value());
+    EXPECT_FALSE(view.IsComparisonDeclined);
+    view.dropUnfitProtector(broadband.log);
+    EXPECT_TRUE(view.Protector.has_value());
+    view.dropUnfitProtector(octave.log);
+    EXPECT_FALSE(view.Protector.has_value()) << "no data by octaves";
+
+    hp.MeanUS(1) = 10;
+    view.chooseProtector(hp, 0);
+    octave.session.Options.HPDCalc = eHPDModeUSNIOSH;
+    view.dropUnfitProtector(octave.log);
+    EXPECT_TRUE(view.Protector.has_value());
+    octave.session.Options.PersistSelectedHP = false;
+    view.open("O1I1F1", octave.log, ePanelAdvanced);
+    EXPECT_FALSE(view.Protector.has_value());
+}
+
 TEST(LogView, PanelsFollowTheTabAndTheLog) {
     ShownLog octave(modeFullOctave);
     ShownLog broadband;
@@ -45,6 +100,8 @@ TEST(LogView, PanelsFollowTheTabAndTheLog) {
         EXPECT_FALSE(panels.Channel) << tab;
         EXPECT_EQ(panels.IntervalList, tab == 2) << tab;
         EXPECT_EQ(panels.ApplyChanges, tab == 6) << tab;
+        EXPECT_EQ(panels.Protector, tab == 5) << tab;
+        EXPECT_EQ(panels.ExposureRows, tab == 7) << tab;
         EXPECT_FALSE(shownPanels(broadband.log, tab).DisplayBy) << tab;
         EXPECT_EQ(shownPanels(broadband.log, tab).Channel, tab == 1) << tab;
     }

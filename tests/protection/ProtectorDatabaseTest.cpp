@@ -68,6 +68,12 @@ TEST(ProtectorsText, ReadsBackTheSame) {
     EXPECT_EQ(protectorsText(again), text);
 }
 
+TEST(ReadProtectors, NamesOfAnOldFileAreRead) {
+    std::vector<clsHP> protectors;
+    readProtectors("Geh\xF6rschutz,1" + repeated(",", 40), protectors);
+    EXPECT_EQ(protectors[0].Name, "Geh\u00F6rschutz");
+}
+
 TEST(ProtectorFile, SavesAndLoads) {
     const TemporaryFolder folder;
     const std::string path = folder.file("hpd_hml_db.txt");

@@ -1,0 +1,87 @@
+#include "app/DownloadHPD.h"
+
+#include "platform/AtomicFile.h"
+#include "platform/Format.h"
+#include "platform/RuntimeError.h"
+#include "protection/ProtectorDatabase.h"
+
+#include <cerrno>
+#include <filesystem>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::int64_t kMostBytes = 64 << 20;
+constexpr std::size_t kLeastBytes = 1001;
+
+std::string trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string textOf(const RuntimeError& error) {
+    return std::to_string(error.Number) + ": " + error.what();
+}
+
+// Nothing: it was cancelled, or the reason has been shown.
+std::optional<std::string> fetch(Session& session, HPDProgress& progress, bool bSilent) {
+    const HttpAnswer answer = session.http->Get(trimmed(session.Options.HPDAddress), kMostBytes,
+                                                [&](std::int64_t received, std::int64_t total) {
+                                                    if (!bSilent) progress.Show(received, total);
+                                                    return !progress.IsCancelled();
+                                                });
+    progress.Close();
+    if (answer.end == HttpAnswer::End::Cancelled) return std::nullopt;
+    if (answer.end == HttpAnswer::End::Complete && answer.Body.size() >= kLeastBytes) return answer.Body;
+    session.frame->SetPanel(Frame::Panel::Error, answer.Reason);
+    session.ShowMessage(session.LoadText(4836), kIconExclamation);
+    return std::nullopt;
+}
+
+// Where there is no old file, there is nothing to keep.
+void keepOld(const std::string& path) {
+    std::error_code failed;
+    std::filesystem::copy_file(path, path + ".bak", std::filesystem::copy_options::overwrite_existing, failed);
+    if (failed && failed.value() != ENOENT) throw RuntimeError(failed.value(), failed.message());
+}
+
+} // namespace
+
+bool LoadHPD(Session& session) {
+    ProtectorCollection& collection = *session.protectors;
+    try {
+        loadProtectors(collection.File, collection.Protectors);
+        return true;
+    } catch (const RuntimeError& error) {
+        const bool isMissing = error.Number == ENOENT;
+        session.ShowMessage(isMissing ? ReplaceText(session.LoadText(8801), "^", collection.File) : textOf(error),
+                            kIconExclamation);
+        return false;
+    }
+}
+
+bool DownloadHPD(Session& session, HPDProgress& progress, bool bSilent) {
+    ProtectorCollection& collection = *session.protectors;
+    if (session.ShowMessage(session.LoadText(4832), kButtonsOkCancel + kIconQuestion + kDefaultSecond) != Button::Ok)
+        return false;
+    const std::optional<std::string> body = fetch(session, progress, bSilent);
+    if (!body) return false;
+    try {
+        const std::string text = databaseText(*body);
+        keepOld(collection.File);
+        std::vector<clsHP> protectors;
+        readProtectors(text, protectors); // one that does not load never takes the place of the old
+        if (protectors.empty()) throw RuntimeError(kErrorCorruptFile, session.LoadText(8802));
+        writeFileAtomically(collection.File, [&](const FileSink& sink) { sink(text); });
+        collection.Protectors = std::move(protectors);
+        collection.IsChanged = false;
+    } catch (const RuntimeError& error) {
+        session.ShowMessage(textOf(error), kIconExclamation, session.LoadText(4835));
+        return false;
+    }
+    if (!bSilent) session.ShowMessage(session.LoadText(4834), kIconInformation);
+    return true;
+}
+
+} // namespace kestrane

@@ -1,0 +1,30 @@
+// The protector database of the program: reading it at start, and replacing it by the one that its maker offers.
+#pragma once
+
+#include "model/Session.h"
+#include "platform/Http.h"
+
+namespace kestrane {
+
+// Reads the file of the session's collection into it. False when it cannot be read, or not to its end; the reason has
+// been shown.
+bool LoadHPD(Session& session);
+
+// What a download shows while it goes on.
+class HPDProgress {
+public:
+    virtual ~HPDProgress() = default;
+
+    virtual void Show(std::int64_t /*received*/, std::int64_t /*total*/) {} // bytes; -1 for a total not known
+
+    virtual bool IsCancelled() { return false; }
+
+    virtual void Close() {}
+};
+
+// Asks, fetches the database from the address of the settings, keeps the old file as ".bak", puts the new one in its
+// place and takes over its records. bSilent: no progress and no word of success. False when it was not replaced: then
+// the old database is in use and on disk as before, and the reason has been shown, unless the user cancelled.
+bool DownloadHPD(Session& session, HPDProgress& progress, bool bSilent);
+
+} // namespace kestrane

@@ -1,0 +1,272 @@
+#include "app/ProtectorScreen.h"
+
+#include "calc/FreqWeight.h"
+#include "explorer/HPDComparison.h"
+#include "model/Session.h"
+#include "model/SettingsText.h"
+#include "platform/Format.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+#include "protection/Attenuation.h"
+
+#include <algorithm>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::string_view kFormat = "##0.0";
+constexpr std::string_view kCorrectionKey = "Correction";
+constexpr int kCorrectionTexts[] = {4816, 4817, 4818, 4819}; // by correction
+constexpr int kTypes[] = {4812, 4813};
+
+using Bands = ProtectorEntries::Bands;
+
+std::string trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// A name stands in one line of the file.
+std::string nameOf(std::string entry) {
+    std::replace_if(
+        entry.begin(), entry.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    return trimmed(entry);
+}
+
+std::optional<float> numberOf(const std::string& entry, const Locale& locale) {
+    if (!isNumeric(entry, locale)) return std::nullopt;
+    try {
+        return toSingle(entry, locale);
+    } catch (const RuntimeError&) { // past every single
+        return std::nullopt;
+    }
+}
+
+// A group of boxes and what is said of one that is no number, in the order of the checks.
+struct NumericBoxes {
+    int fault;
+    std::vector<const std::string*> entries;
+};
+
+std::vector<NumericBoxes> numericBoxes(const ProtectorEntries& entries) {
+    const auto both = [](const Bands& a, const Bands& b) {
+        std::vector<const std::string*> all;
+        for (const Bands* bands : {&a, &b})
+            for (const std::string& entry : *bands)
+                all.push_back(&entry);
+        return all;
+    };
+    return {{4823, both(entries.Mean, entries.MeanUS)},
+            {4824, both(entries.SD, entries.SDUS)},
+            {4825, {&entries.HML[0], &entries.HML[1], &entries.HML[2]}},
+            {4826, {&entries.SNR}},
+            {4827, {&entries.NRR}}};
+}
+
+// Calls visit(entry, figure) for every numeric box and what it stands for.
+template <class Entries, class Protector, class Visit>
+void forEachNumber(Entries& entries, Protector& hp, Visit visit) {
+    for (int band = 1; band <= kProtectorBands; ++band) {
+        const auto i = static_cast<std::size_t>(band) - 1;
+        visit(entries.Mean[i], hp.Mean(band));
+        visit(entries.SD[i], hp.SD(band));
+        visit(entries.MeanUS[i], hp.MeanUS(band));
+        visit(entries.SDUS[i], hp.SDUS(band));
+    }
+    visit(entries.HML[0], hp.High);
+    visit(entries.HML[1], hp.Medium);
+    visit(entries.HML[2], hp.Low);
+    visit(entries.SNR, hp.SNR);
+    visit(entries.NRR, hp.NRR);
+}
+
+int readCorrection(const Session& session) {
+    const std::string text = session.settings.read(kPreferences, kCorrectionKey, {});
+    for (int correction = kCorrectionNone; correction <= kCorrectionOneDeviation; ++correction)
+        if (text == std::to_string(correction)) return correction;
+    return correctionOf(session, text, session.Options.HPDCalc);
+}
+
+} // namespace
+
+ProtectorScreen::ProtectorScreen(Session& session) :
+    session_(session), collection_(*session.protectors), isUS_(session.Options.IsUSHPDMode()) {}
+
+ProtectorScreen::ProtectorScreen(Session& session, const clsLog& log) : ProtectorScreen(session) {
+    log_ = &log;
+    correction_ = readCorrection(session);
+    if (!log.IsOctaveLog() || log.FreqWeightA() == "Z") return;
+    linear_ = std::make_unique<clsLog>(session);
+    linear_->Copy(log, 0, 0);
+    AdjustFreqWeight(*linear_, "Z", false);
+}
+
+ProtectorScreen::~ProtectorScreen() = default;
+
+std::vector<std::string> ProtectorScreen::Captions() const {
+    std::vector<std::string> captions;
+    for (const int text : {4803, 4804, 4805})
+        captions.push_back(session_.LoadText(text));
+    if (isUS_) {
+        captions.push_back(session_.LoadText(4808));
+    } else {
+        captions.push_back(session_.LoadText(4806));
+        captions.push_back(session_.LoadText(4807));
+    }
+    if (IsSelection()) captions.push_back(levelName(session_, session_.Options.HPDCalc));
+    return captions;
+}
+
+std::vector<ProtectorCell> ProtectorScreen::Cells(const clsHP& hp) const {
+    const auto figure = [this](bool isThere, float value) {
+        return isThere ? ProtectorCell{shownNumber(value), value} : ProtectorCell{};
+    };
+    const bool hasOctaves = isUS_ ? hp.HasOctavesUS() : hp.HasOctaves();
+    std::vector<ProtectorCell> cells = {{hp.Name, {}},
+                                        {session_.LoadText(kTypes[hp.Tipe == 1 ? 1 : 0]), {}},
+                                        {hasOctaves ? session_.labels.Yes : std::string(), {}}};
+    if (isUS_) {
+        cells.push_back(figure(hp.HasNRR(), hp.NRR));
+    } else {
+        const std::string hml = shownNumber(hp.High) + " / " + shownNumber(hp.Medium) + " / " + shownNumber(hp.Low);
+        cells.push_back(hp.HasHML() ? ProtectorCell{hml, hp.Medium} : ProtectorCell{});
+        cells.push_back(figure(hp.HasSNR(), hp.SNR));
+    }
+    if (IsSelection()) {
+        const std::optional<float> result = level(hp);
+        cells.push_back(figure(result.has_value(), result.value_or(0)));
+    }
+    return cells;
+}
+
+std::vector<std::string> ProtectorScreen::Corrections() const {
+    std::vector<std::string> texts;
+    for (const int text : kCorrectionTexts)
+        texts.push_back(session_.LoadText(text));
+    return texts;
+}
+
+void ProtectorScreen::SetCorrection(const std::string& text) {
+    correction_ = correctionOf(session_, text, session_.Options.HPDCalc);
+}
+
+std::optional<float> ProtectorScreen::level(const clsHP& hp) const {
+    const bool isByOctaves = HPDCalcMethodToUse(*log_, session_.Options, hp) == "Octave";
+    const clsLog& log = isByOctaves && linear_ != nullptr ? *linear_ : *log_;
+    const float result = APL_PAR_ENL(hp, log, session_.Options, correction_);
+    return result == -1 ? std::nullopt : std::optional(result);
+}
+
+std::string ProtectorScreen::shownNumber(float value) const {
+    return formatNumber(static_cast<double>(value), kFormat, session_.locale);
+}
+
+ProtectorEntries ProtectorScreen::EntriesOf(const clsHP* protector) const {
+    ProtectorEntries entries;
+    const clsHP hp = protector == nullptr ? clsHP() : *protector;
+    entries.Name = hp.Name;
+    if (protector != nullptr) entries.Type = hp.GetTipeStr();
+    forEachNumber(entries, hp, [this](std::string& entry, float figure) { entry = shownNumber(figure); });
+    return entries;
+}
+
+std::string ProtectorScreen::AcceptedNumber(const std::string& entry, const std::string& before) const {
+    const std::optional<float> number = numberOf(trimmed(entry), session_.locale);
+    return number ? shownNumber(*number) : before;
+}
+
+int ProtectorScreen::faultOf(const ProtectorEntries& entries, const clsHP* self) const {
+    const std::string name = nameOf(entries.Name);
+    if (name.empty()) return 4820;
+    const auto isTaken = [&](const clsHP& other) { return &other != self && other.Name == name; };
+    if (self != nullptr && std::any_of(Protectors().begin(), Protectors().end(), isTaken)) return 4821;
+    if (entries.Type.empty()) return 4822;
+    for (const NumericBoxes& boxes : numericBoxes(entries))
+        for (const std::string* entry : boxes.entries)
+            if (!numberOf(trimmed(*entry), session_.locale)) return boxes.fault;
+    return 0;
+}
+
+// A figure whose box shows what it showed before keeps its further decimals.
+void ProtectorScreen::take(const ProtectorEntries& entries, clsHP& hp) const {
+    hp.Name = nameOf(entries.Name);
+    hp.SetTipeFromStr(entries.Type);
+    forEachNumber(entries, hp, [this](const std::string& entry, float& figure) {
+        if (trimmed(entry) != shownNumber(figure)) figure = numberOf(trimmed(entry), session_.locale).value_or(figure);
+    });
+}
+
+clsHP ProtectorScreen::Draft(const ProtectorEntries& entries) const {
+    clsHP draft;
+    take(entries, draft);
+    return draft;
+}
+
+std::optional<std::size_t> ProtectorScreen::Store(const ProtectorEntries& entries, std::optional<std::size_t> index) {
+    std::vector<clsHP>& records = collection_.Protectors;
+    if (const int fault = faultOf(entries, index ? &records.at(*index) : nullptr); fault != 0) {
+        session_.ShowMessage(session_.LoadText(fault), kIconExclamation);
+        return std::nullopt;
+    }
+    if (!index) {
+        const std::string name = nameOf(entries.Name);
+        const auto same =
+            std::find_if(records.begin(), records.end(), [&](const clsHP& record) { return record.Name == name; });
+        const std::string question = ReplaceText(session_.LoadText(4828), "^", name);
+        if (same != records.end() &&
+            session_.ShowMessage(question, kButtonsOkCancel + kIconQuestion + kDefaultSecond) != Button::Ok)
+            return std::nullopt;
+        index = static_cast<std::size_t>(same - records.begin());
+        if (same == records.end()) {
+            int last = 0;
+            for (const clsHP& record : records)
+                last = std::max(last, record.HPDId);
+            records.emplace_back().HPDId = last + 1;
+        }
+    }
+    take(entries, records[*index]);
+    collection_.IsChanged = true;
+    return index;
+}
+
+bool ProtectorScreen::Delete(std::size_t index) {
+    if (session_.ShowMessage(session_.LoadText(4829), kButtonsOkCancel + kIconQuestion + kDefaultSecond) != Button::Ok)
+        return false;
+    collection_.Protectors.erase(collection_.Protectors.begin() + static_cast<std::ptrdiff_t>(index));
+    collection_.IsChanged = true;
+    return true;
+}
+
+bool ProtectorScreen::MayLose(const ProtectorEntries& entries, const clsHP* protector) const {
+    return entries == EntriesOf(protector) ||
+           session_.ShowMessage(session_.LoadText(4830), kButtonsOkCancel + kIconQuestion) == Button::Ok;
+}
+
+std::optional<ProtectorChoice> ProtectorScreen::Choose(std::size_t index) const {
+    const clsHP& hp = Protectors().at(index);
+    if (level(hp)) return ProtectorChoice{hp, correction_};
+    session_.ShowMessage(ReplaceText(session_.LoadText(4831), "^", Captions().back()), kIconExclamation);
+    return std::nullopt;
+}
+
+void ProtectorScreen::writeSafely(const std::function<void()>& write) const {
+    try {
+        write();
+    } catch (const RuntimeError& error) {
+        session_.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation);
+    }
+}
+
+void ProtectorScreen::Close() {
+    if (IsSelection()) {
+        writeSafely([this] { session_.settings.write(kPreferences, kCorrectionKey, std::to_string(correction_)); });
+    } else if (collection_.IsChanged) {
+        writeSafely([this] {
+            saveProtectors(collection_.File, collection_.Protectors);
+            collection_.IsChanged = false;
+        });
+    }
+}
+
+} // namespace kestrane

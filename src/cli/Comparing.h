@@ -1,0 +1,32 @@
+// The arguments that say which protector a log is compared with, and how; shared by the verbs that do.
+#pragma once
+
+#include "cli/Program.h"
+#include "explorer/HPDComparison.h"
+
+#include <CLI/CLI.hpp>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+struct CompareArguments {
+    std::string database; // empty: the one in use
+    std::string protector;
+    std::string mode = "hse";
+    std::string method = "Auto";
+    int correction = 0;
+};
+
+void addDatabase(CLI::App& verb, CompareArguments& arguments);
+CLI::Option* addComparing(CLI::App& verb, CompareArguments& arguments); // the protector's option
+
+// The records of the database. Nothing when it cannot be read; the reason has been shown.
+std::optional<std::vector<clsHP>> openDatabase(Session& session, const std::string& database);
+
+// Nothing when there is no such protector; the reason has been shown.
+std::optional<HPDComparison> compareLog(Program& program, const clsLog& log, const CompareArguments& arguments);
+
+} // namespace kestrane

@@ -1,0 +1,30 @@
+// The mean attenuation of a protector by octave bands as bars, with a mark of one standard deviation up and down, so
+// that a figure that is out of line shows. Its bars stand over as many columns of equal width.
+#pragma once
+
+#include "protection/clsHP.h"
+
+#include <QWidget>
+
+namespace kestrane {
+
+class AttenuationBars : public QWidget {
+public:
+    explicit AttenuationBars(QWidget* parent = nullptr);
+
+    void Show(const clsHP& protector, bool isUS);
+
+    void SetGap(int pixels) { gap_ = pixels; } // between the columns
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    clsHP protector_;
+    bool isUS_ = false;
+    int gap_ = 0;
+};
+
+} // namespace kestrane

@@ -1,0 +1,125 @@
+#include "charts/chaTab.h"
+#include "desktop/Desk.h"
+#include "dialogs/ModalDialog.h"
+#include "protection/ProtectorDatabase.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTimer>
+
+namespace kestrane {
+namespace {
+
+constexpr auto kSurvey = "machine-survey-octave.xml";
+constexpr auto kCompressor = "protector-ac.xml"; // channels weighted A and C
+
+struct ComparisonDesk : Desk {
+    ProtectorCollection protectors;
+
+    ComparisonDesk() {
+        session.protectors = &protectors;
+        clsHP& octave = protectors.Protectors.emplace_back();
+        octave.Name = "Octave muff";
+        for (int band = 1; band <= kProtectorBands; ++band)
+            octave.Mean(band) = 20;
+        clsHP& hml = protectors.Protectors.emplace_back();
+        hml.Name = "HML plug";
+        hml.High = 30;
+        hml.Medium = 25;
+        hml.Low = 20;
+    }
+
+    // Answers the screen to choose a protector with, whenever it comes up.
+    void onChoosing(const char* search, const char* button) {
+        auto* const look = new QTimer(frame.get());
+        QObject::connect(look, &QTimer::timeout, frame.get(), [this, look, search, button] {
+            auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || !look->isActive()) return;
+            look->stop();
+            ++choices;
+            type(kestrane::control<QLineEdit>(*dialog, "txtSearch"), search);
+            kestrane::click(*dialog, button);
+        });
+        look->start(1);
+    }
+
+    void settleChoice(int count) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return choices == count; }, 5000));
+        settle();
+    }
+
+    int choices = 0;
+
+    bool hasChart() {
+        auto* const cha = area().currentSubWindow()->findChild<chaTab*>("chaTab5");
+        return cha != nullptr && cha->isVisible();
+    }
+
+    const ChartData& chart() { return control<chaTab>("chaTab5").chart(); }
+};
+
+TEST(Comparison, AsksForAProtectorOnceAndShowsWhatItDoes) {
+    ComparisonDesk desk;
+    desk.openLog(kCompressor, "Broadband 1");
+    desk.onChoosing("HML", "cmdCancel");
+    desk.clickTab("Compare HPD");
+    desk.settleChoice(1);
+    ASSERT_EQ(desk.tabInFront(), "Compare HPD");
+    EXPECT_FALSE(desk.hasChart());
+    desk.clickTab("Cumultv (Data)");
+    desk.clickTab("Compare HPD");
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "declined: it does not ask again by itself";
+
+    desk.onChoosing("HML", "cmdOK");
+    desk.command("Compare with HPD").trigger();
+    desk.settleChoice(2);
+    ASSERT_TRUE(desk.hasChart());
+    EXPECT_TRUE(QString::fromStdString(desk.chart().CategoryTitle).startsWith("Using HML Method"));
+    EXPECT_TRUE(desk.control<QLabel>("fraHPD").isVisible());
+    EXPECT_TRUE(desk.control<QLabel>("fraHPD").text().contains("LCeq"));
+    EXPECT_EQ(desk.settings.read("Preferences", "Correction", ""), "2");
+}
+
+TEST(Comparison, AProtectorThatDoesNotFitTheLogIsChosenAnew) {
+    ComparisonDesk desk;
+    desk.openLog(kCompressor, "Broadband 1");
+    desk.onChoosing("HML", "cmdOK");
+    desk.clickTab("Compare HPD");
+    desk.settleChoice(1);
+    ASSERT_TRUE(desk.hasChart());
+
+    desk.onChoosing("Octave", "cmdOK");
+    desk.openLog(kSurvey, "Planer", "Compare HPD");
+    desk.settleChoice(2);
+    EXPECT_EQ(desk.chart().Series.size(), 2U);
+    EXPECT_FALSE(desk.control<QLabel>("fraHPD").isVisible());
+    desk.clickTab("Cumultv (Data)");
+    desk.clickTab("Compare HPD");
+    EXPECT_EQ(desk.choices, 2);
+}
+
+TEST(Comparison, ConvertingTheWeightingDrawsTheLogAnew) {
+    ComparisonDesk desk;
+    desk.openLog(kSurvey, "Planer", "Cumultv (Data)");
+    clsLog* log = nullptr;
+    forEachLog(desk.session, [&](clsLog& each) {
+        if (each.Name == "Planer") log = &each;
+    });
+    ASSERT_NE(log, nullptr);
+    const std::string before = log->FreqWeightA();
+    const QString to = before == "C" ? "Z" : "C";
+    onDialog([&](QDialog& dialog) {
+        control<QComboBox>(dialog, "cboAnswer").setCurrentText(to);
+        click(dialog, "cmdOK");
+    });
+    desk.answer({Button::Yes});
+    desk.command("Convert Frequency Weighting...").trigger();
+    desk.settle();
+    EXPECT_EQ(desk.control<QLabel>("lblFrqWgt").text(), to);
+    EXPECT_TRUE(
+        IsMenuEnabled(desk.session, Command::LogConvertWeighting, {true, "", log, desk.tabs().currentIndex(), false}));
+}
+
+} // namespace
+} // namespace kestrane
