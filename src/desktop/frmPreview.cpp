@@ -259,7 +259,7 @@ void frmPreview::savePdf() {
 void frmPreview::print() {
     PrintProgress progress(session_, this);
     const LayOut& chosen = choices_[static_cast<std::size_t>(cboReport_->currentIndex())].layOut;
-    printDocument(session_, printers_, this, chosen, progress.function());
+    printDocument(session_, printers_, this, chkLandscape_->isChecked(), chosen, progress.function());
 }
 
 } // namespace kestrane

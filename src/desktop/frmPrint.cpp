@@ -30,7 +30,7 @@ bool frmPrint::hasView() const {
 
 void frmPrint::print(const LayOut& layOut) {
     PrintProgress progress(session_, parent_);
-    printDocument(session_, printers_, parent_, layOut, progress.function());
+    printDocument(session_, printers_, parent_, false, layOut, progress.function());
 }
 
 void frmPrint::PrintReport(ReportForm form) {

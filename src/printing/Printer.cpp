@@ -49,11 +49,12 @@ bool Printers::choose(QPrinter& printer, QWidget* parent) {
     return dialog.exec() == QDialog::Accepted;
 }
 
-void printDocument(Session& session, Printers& printers, QWidget* parent, const LayOut& layOut,
+void printDocument(Session& session, Printers& printers, QWidget* parent, bool isLandscape, const LayOut& layOut,
                    const PageProgress& progress) {
     try {
         if (!printers.isAnyThere()) throw RuntimeError(kErrorPrinter, session.LoadText(7122));
         QPrinter printer(QPrinter::HighResolution);
+        if (isLandscape) printer.setPageOrientation(QPageLayout::Landscape);
         if (printers.choose(printer, parent)) print(session, printer, layOut, progress);
     } catch (const RuntimeError& error) {
         session.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation,

@@ -24,9 +24,10 @@ struct Printers {
     virtual bool choose(QPrinter& printer, QWidget* parent); // by the print dialog; false: cancelled
 };
 
-// The printer, the number of copies and the paper are those of the dialog; the printers' settings stay as they are. A
-// user who prints to a file gets one as writePdf makes it. Tells of what goes wrong.
-void printDocument(Session& session, Printers& printers, QWidget* parent, const LayOut& layOut,
+// The printer, the number of copies and the paper are those of the dialog, which begins with paper turned as told; the
+// printers' settings stay as they are. A user who prints to a file gets one as writePdf makes it. Tells of what goes
+// wrong.
+void printDocument(Session& session, Printers& printers, QWidget* parent, bool isLandscape, const LayOut& layOut,
                    const PageProgress& progress);
 
 } // namespace kestrane

@@ -17,7 +17,8 @@ constexpr std::size_t kMostValueLines = 3;
 constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the room round them
 
 std::string titleOf(const clsLog& log) {
-    return log.Name + " - " + log.ModeText() + " " + log.session().LoadText(5051);
+    const std::string kind = log.ModeText() + " " + log.session().LoadText(5051);
+    return log.Name.empty() ? kind : log.Name + " - " + kind;
 }
 
 // How far to the right each column of a table reaches, from its left edge.

@@ -117,7 +117,8 @@ TEST(PdfFile, IsWholeOrTheOldOne) {
     ASSERT_TRUE(mill.write(folder.file("whole.pdf")));
     const auto size = std::filesystem::file_size(folder.file("whole.pdf"));
     std::filesystem::remove(folder.file("whole.pdf"));
-    for (const rlim_t room : {size - size, size / 2, size - 1}) { // a disk that fills up at once, half way, at the end
+    for (const std::uintmax_t room :
+         {std::uintmax_t{0}, size / 2, size - 1}) { // a disk that fills up at once, half way, at the end
         const FullDisk disk(room);
         EXPECT_THROW(mill.write(file), RuntimeError) << room;
     }
@@ -158,7 +159,7 @@ TEST(Logo, IsAPictureOfAFileOrNone) {
     EXPECT_EQ(readText(folder.file("a.svg")).substr(0, 4), "<svg");
 }
 
-// A print dialog whose user prints to a file on paper turned sideways, or cancels.
+// A print dialog whose user prints to a file or cancels.
 struct ChosenFile : Printers {
     std::string file;
     bool isThere = true;
@@ -169,7 +170,6 @@ struct ChosenFile : Printers {
         if (file.empty()) return false;
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(QString::fromStdString(file));
-        printer.setPageOrientation(QPageLayout::Landscape);
         return true;
     }
 };
@@ -184,19 +184,19 @@ TEST(Printing, FollowsThePrintDialog) {
         return mill.report(paper);
     };
     ChosenFile printers;
-    printDocument(mill.session, printers, nullptr, layOut, {});
+    printDocument(mill.session, printers, nullptr, true, layOut, {});
     EXPECT_EQ(laidOut, 0); // cancelled
 
     printers.file = folder.file("a.pdf");
-    printDocument(mill.session, printers, nullptr, layOut, {});
+    printDocument(mill.session, printers, nullptr, true, layOut, {});
     EXPECT_EQ(laidOut, 1);
     expectAll(textOf(printers.file), {"Mill \xC3\xA9tage 2 - Broadband Report"});
     EXPECT_TRUE(mill.messages.Boxes.empty());
 
     printers.file = folder.file("missing/a.pdf");
-    printDocument(mill.session, printers, nullptr, layOut, {});
+    printDocument(mill.session, printers, nullptr, true, layOut, {});
     printers.isThere = false;
-    printDocument(mill.session, printers, nullptr, layOut, {});
+    printDocument(mill.session, printers, nullptr, true, layOut, {});
     ASSERT_EQ(mill.messages.Boxes.size(), 2U);
     EXPECT_EQ(mill.messages.Boxes[0].Prompt.substr(0, 3), "2: ");
     EXPECT_EQ(mill.messages.Boxes[1].Prompt.substr(0, 25), "482: There is no printer.");
