@@ -10,7 +10,7 @@ namespace kestrane {
 
 class DelimitedText {
 public:
-    // A Ctrl+Z ends the text before its end, as it did in DOS.
+    // A Ctrl+Z, which older systems put behind a text, ends it.
     explicit DelimitedText(std::string_view text) : rest_(text.substr(0, text.find('\x1A'))) {}
 
     // The next token without its quotes; nothing at the end of the text. Behind a comma at the end of a line there is

@@ -52,6 +52,19 @@ class Calls(unittest.TestCase):
         for words in (["--help"], ["show", "--help"], ["--version"]):
             self.assertEqual(run(*words)[0], 0)
 
+    def test_older_files_are_shown_and_saved(self):
+        def logs(text):
+            return [(log["Name"], log["StartDate"], log["LogIntervals"]["Count"], log["PeakCumA"]["CalcValue"])
+                    for data in json.loads(text)["InstrumentDatas"] for log in data["Locations"] + data["Octaves"]]
+
+        old = os.path.join(SAMPLES, "old")
+        for name in os.listdir(old):
+            status, shown, err = run("show", os.path.join(old, name))
+            self.assertEqual((status, err, json.loads(shown)["IsOldStyle"]), (0, "", not name.endswith(".zdp")), name)
+            status, _, err = run("save", os.path.join(old, name), "-o", "out.xml")
+            self.assertEqual((status, "not be compatible" in err), (0, not name.endswith(".zdp")), name)
+            self.assertEqual(logs(run("show", "out.xml")[1]), logs(shown), name)
+
     def test_wrong_words_end_with_2_and_write_nothing(self):
         for words in ([], ["odd"], ["show"], ["show", DOSIMETER, "--odd"], ["save", DOSIMETER], ["text", "abc"], ["merge", DOSIMETER, "-o", "out.xml"], ["merge", DOSIMETER, LONG],
                       ["recalc", DOSIMETER, "--criterion", "loud", "-o", "out.xml"], ["zoom", DOSIMETER, "--from", "1"],
