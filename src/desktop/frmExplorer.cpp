@@ -115,6 +115,12 @@ void frmExplorer::LogValuesChanged(const clsLog& log) {
     }
 }
 
+void frmExplorer::StepExchanged() {
+    if (!state_.endStaleZoom(session_)) return;
+    log_->ShowLog();
+    emit StateChanged();
+}
+
 void frmExplorer::EditSelectedNode() {
     tree_->EditNode(state_.SelectedKey);
 }

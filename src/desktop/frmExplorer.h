@@ -30,6 +30,7 @@ public:
     void RebuildTree();
     void ResetControls(); // forgets the open log
     void LogValuesChanged(const clsLog& log);
+    void StepExchanged(); // something was undone, or done again
     void EditSelectedNode();
     void SelectNode(const std::string& key); // and shows it, as if it had been clicked
     int TreeWidth() const;                   // pixels

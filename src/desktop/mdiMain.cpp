@@ -309,6 +309,12 @@ void mdiMain::showSteps() {
     }
 }
 
+void mdiMain::exchange(Direction direction) {
+    edits_.Exchange(menuState().SelectedKey, direction);
+    for (frmExplorer* explorer : explorers())
+        explorer->StepExchanged();
+}
+
 void mdiMain::readClipboard() {
     hasClipboardFiles_ = !QtClipboard().GetClipboardFiles().empty();
     EnableMenusAndButtons();
@@ -399,9 +405,9 @@ void mdiMain::run(Command command) {
         close();
         return;
     case Command::EditUndo:
-        return edits_.Exchange(menuState().SelectedKey, Direction::Undo);
+        return exchange(Direction::Undo);
     case Command::EditRedo:
-        return edits_.Exchange(menuState().SelectedKey, Direction::Redo);
+        return exchange(Direction::Redo);
     case Command::EditCut:
         return edits_.Copy(*explorer, true);
     case Command::EditCopy:
@@ -411,7 +417,7 @@ void mdiMain::run(Command command) {
     case Command::EditDelete:
         return edits_.Delete(*explorer);
     case Command::LogDelete:
-        explorer->State().SelectedKey = explorer->State().DisplayedKey;
+        explorer->SelectNode(explorer->State().DisplayedKey);
         return edits_.Delete(*explorer);
     case Command::EditCopyValues:
         return copyData(true);

@@ -50,7 +50,8 @@ private:
     void makeStatusBar();
     void fillMenu(QMenu& menu, Menu which);
     void showRecentFiles();
-    void showSteps();
+    void showSteps(); // which can be undone and done again
+    void exchange(Direction direction);
     void readClipboard();
     void wire(frmExplorer& explorer);
     void run(Command command);

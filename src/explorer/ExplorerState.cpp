@@ -138,6 +138,19 @@ bool ExplorerState::ApplyZoom(const Session& session) {
     return true;
 }
 
+bool ExplorerState::endStaleZoom(const Session& session) {
+    const clsLog* const opened = OpenedLog(session);
+    const clsLog* const copy = ZoomRange.copy();
+    if (opened == nullptr || copy == nullptr) return false;
+    if (copy->Criterion == opened->Criterion && copy->Exchange == opened->Exchange &&
+        copy->CalibDate.Format() == opened->CalibDate.Format())
+        return false;
+    ZoomRange.open(*opened);
+    View.IntervalRow = 1;
+    View.ResetTabs();
+    return true;
+}
+
 LogContent ExplorerState::Content(const Session& session) const {
     if (LogInView(session) != nullptr) return LogContent::Values;
     return resolve(session, DisplayedKey).log != nullptr ? LogContent::Loading : LogContent::Empty;

@@ -51,6 +51,10 @@ public:
     // Brings the range that the zoom panel has chosen on view; the row on view stays where it is part of it. False when
     // it was refused.
     bool ApplyZoom(const Session& session);
+
+    // Behind Undo and Redo: the copy of a range that was calculated by other settings than its log has now gives way to
+    // the whole log. True when the view has changed.
+    bool endStaleZoom(const Session& session);
     LogContent Content(const Session& session) const;
     std::string Caption(const Session& session) const; // of the window
 };

@@ -200,6 +200,25 @@ TEST(Undo, WaitsForBackgroundWorkAndMakesGoodARecalculationThatItCutShort) {
     EXPECT_TRUE(renameNode(one.session, "L1I1F1", "Morning")); // a name needs no rows
 }
 
+TEST(Undo, AZoomedCopyWithOtherSettingsGivesWayToTheLog) {
+    OneLog one;
+    clsLog& log = one.log();
+    ExplorerState state;
+    state.NodeClick("L1I1F1");
+    state.takeDisplayed(one.session);
+    state.ZoomRange.ByTime = true;
+    state.ZoomRange.Range = {2, 5};
+    one.messages.Answers = {Button::No, Button::Yes};
+    ASSERT_TRUE(state.ApplyZoom(one.session));
+    ASSERT_TRUE(applyChanges(log, *state.LogInView(one.session), {"85", "5", "01/02/2020"}, {}));
+    one.wait();
+    one.pump.runUntil([&] { return !state.LogInView(one.session)->IntervalsRecalculating; });
+    EXPECT_FALSE(state.endStaleZoom(one.session));
+    ASSERT_TRUE(one.undo());
+    EXPECT_TRUE(state.endStaleZoom(one.session));
+    EXPECT_EQ(state.LogInView(one.session), &log);
+}
+
 TEST(Undo, ALogThatWasDeletedComesBackAsItWasChanged) {
     OneLog one;
     clsLog& log = one.log();
