@@ -621,6 +621,17 @@ void tabLog::SavePicture() {
     }
 }
 
+// What stands beside the comparison, in one line.
+std::string tabLog::protectorPanelText(const clsLog& log) const {
+    const LogView& view = state_.View;
+    if (!view.Protector) return {};
+    std::string text;
+    for (const auto& [label, value] :
+         compareWithProtector(log, *view.Protector, session_.Options, view.CorrectionFactor).Panel)
+        text += (text.empty() ? "" : "    ") + label + " " + value;
+    return text;
+}
+
 std::unique_ptr<PagedDocument> tabLog::CurrentView(const PageMetrics& paper) const {
     const Node opened = resolve(session_, state_.View.Key);
     const clsLog* log = state_.LogInView(session_);
@@ -640,7 +651,8 @@ std::unique_ptr<PagedDocument> tabLog::CurrentView(const PageMetrics& paper) con
     const auto tab = static_cast<std::size_t>(view.Tab);
     if (charts_[tab] == nullptr || charts_[tab]->isHidden() || chartPages_[tab] != pages_->currentWidget())
         return nullptr;
-    return chartPages(printed, charts_[tab]->onPage());
+    return chartPages(printed, charts_[tab]->onPage(),
+                      view.Tab == eTabCompareHPD ? protectorPanelText(*log) : std::string());
 }
 
 void tabLog::contextMenuEvent(QContextMenuEvent* event) {

@@ -88,6 +88,7 @@ private:
     void drawPanels(clsLog& log);
     void drawComparison(clsLog& log);
     void drawExposures(clsLog& log);
+    std::string protectorPanelText(const clsLog& log) const;
     void showProtectorPanel(const std::vector<std::pair<std::string, std::string>>& panel);
 
     chaTab& chart();                  // of the tab in front; made on first use

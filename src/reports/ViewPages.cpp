@@ -6,6 +6,7 @@
 #include "explorer/IntervalTable.h"
 #include "model/Session.h"
 #include "reports/GridPages.h"
+#include "reports/PageText.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,6 +16,7 @@ namespace kestrane {
 namespace {
 
 constexpr int kFirstTabCaption = 4503;
+constexpr std::size_t kMostLinesBelow = 4;
 
 using Cells = std::vector<std::vector<std::string>>;
 
@@ -38,8 +40,14 @@ PageGrid gridOf(std::vector<std::string> captions, Cells cells) {
 // A chart that fills its page between the margins.
 class ChartPage : public PagedDocument {
 public:
-    ChartPage(const PrintedView& view, ChartOnPage chart) :
-        heading_(headingOf(view)), frame_(view.log.session(), heading_, view.metrics), chart_(std::move(chart)) {}
+    ChartPage(const PrintedView& view, ChartOnPage chart, const std::string& below) :
+        heading_(headingOf(view)),
+        frame_(view.log.session(), heading_, view.metrics),
+        chart_(std::move(chart)),
+        line_(view.metrics.lineHeight(kBodyFont)) {
+        if (!below.empty())
+            below_ = wrappedText(view.metrics, below, frame_.wholePage().width(), kBodyFont, kMostLinesBelow);
+    }
 
     const std::string& Title() const override { return heading_.Title; }
 
@@ -47,7 +55,12 @@ public:
 
     void drawPage(PageDevice& device, std::size_t page) override {
         const PageArea area = frame_.wholePage();
-        device.chart(chart_, {area.Left, area.Top, area.width(), area.height()});
+        double top = area.Bottom - static_cast<double>(below_.size()) * line_;
+        device.chart(chart_, {area.Left, area.Top, area.width(), top - area.Top});
+        for (const std::string& text : below_) {
+            device.text(area.Left, top, text, kBodyFont);
+            top += line_;
+        }
         frame_.drawFoot(device, page, pageCount());
     }
 
@@ -55,6 +68,8 @@ private:
     const PageHeading heading_;
     PageFrame frame_;
     const ChartOnPage chart_;
+    const double line_;
+    std::vector<std::string> below_;
 };
 
 std::string withUnit(const std::string& text, const std::string& unit) {
@@ -63,8 +78,8 @@ std::string withUnit(const std::string& text, const std::string& unit) {
 
 } // namespace
 
-std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart) {
-    return std::make_unique<ChartPage>(view, std::move(chart));
+std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart, const std::string& below) {
+    return std::make_unique<ChartPage>(view, std::move(chart), below);
 }
 
 std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int panel) {

@@ -20,7 +20,8 @@ struct PrintedView {
     const PageMetrics& metrics;
 };
 
-std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart);
+// With a text below the chart, or an empty one.
+std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart, const std::string& below);
 
 // The labels that a panel (ePanelBothChannels and so on) shows of a band.
 std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int panel);

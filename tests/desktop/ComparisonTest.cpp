@@ -1,7 +1,9 @@
 #include "charts/chaTab.h"
 #include "desktop/Desk.h"
+#include "desktop/tabLog.h"
 #include "dialogs/ModalDialog.h"
 #include "protection/ProtectorDatabase.h"
+#include "reports/RecordingPage.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -78,6 +80,14 @@ TEST(Comparison, AsksForAProtectorOnceAndShowsWhatItDoes) {
     EXPECT_TRUE(QString::fromStdString(desk.chart().CategoryTitle).startsWith("Using HML Method"));
     EXPECT_TRUE(desk.control<QLabel>("fraHPD").isVisible());
     EXPECT_TRUE(desk.control<QLabel>("fraHPD").text().contains("LCeq"));
+
+    const RecordedMetrics paper;
+    const auto document = desk.area().currentSubWindow()->findChild<tabLog*>()->CurrentView(paper);
+    ASSERT_NE(document, nullptr);
+    const RecordingPage page = recorded(*document, paper);
+    EXPECT_EQ(page.charts.size(), 1U);
+    EXPECT_EQ(page.faults(), "");
+    EXPECT_NE(page.lines(0).front().find("LCeq "), std::string::npos);
     EXPECT_EQ(desk.settings.read("Preferences", "Correction", ""), "2");
 }
 
