@@ -64,6 +64,14 @@ xdotool mousemove 760 400
 take noise-rating
 stop
 
+start machine-survey-octave.xml 9
+key Right Right Right Right Right
+take select-protector "$(xdotool search --onlyvisible --name '^Select a Hearing Protector$' | tail -n 1)"
+key Return
+xdotool mousemove 760 400
+take compare-hpd
+stop
+
 # A page of a report on white paper with a thin edge.
 "${program%/*}/kestrane-cli" report samples/machine-survey-octave.xml --form cumulative -o "$home/report.pdf"
 pdftoppm -r 100 -singlefile -png "$home/report.pdf" "$home/report"

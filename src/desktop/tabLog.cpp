@@ -408,10 +408,9 @@ void tabLog::drawComparison(clsLog& log) {
     const LogView& view = state_.View;
     showProtectorPanel({});
     if (view.Protector) {
-        const HPDComparison comparison =
-            compareWithProtector(log, *view.Protector, session_.Options, view.CorrectionFactor);
-        chart().setChart(hpdChart(log, comparison));
-        showProtectorPanel(comparison.Panel);
+        comparison_ = compareWithProtector(log, *view.Protector, session_.Options, view.CorrectionFactor);
+        chart().setChart(hpdChart(log, comparison_));
+        showProtectorPanel(comparison_.Panel);
     } else if (!view.IsComparisonDeclined) {
         QMetaObject::invokeMethod(this, &tabLog::ChooseProtector, Qt::QueuedConnection);
     }
@@ -446,6 +445,7 @@ void tabLog::ChooseProtector() {
     if (!choice) return;
     state_.View.chooseProtector(choice->Protector, choice->CorrectionFactor);
     tabClick();
+    emit TabChanged(); // now there is something to copy
 }
 
 void tabLog::ConvertWeighting() {
@@ -559,8 +559,9 @@ void tabLog::CutIntervals() {
 }
 
 const chaTab* tabLog::shownChart() const {
-    const chaTab* cha = charts_[static_cast<std::size_t>(state_.View.Tab)];
-    return cha != nullptr && !cha->isHidden() ? cha : nullptr;
+    const auto tab = static_cast<std::size_t>(state_.View.Tab);
+    const chaTab* cha = charts_[tab];
+    return cha != nullptr && !cha->isHidden() && chartPages_[tab] == pages_->currentWidget() ? cha : nullptr;
 }
 
 bool tabLog::HasContent() const {
@@ -595,16 +596,16 @@ ClipboardForms tabLog::CopyData(bool valuesOnly) const {
     const chaTab* cha = shownChart();
     if (cha == nullptr) return {};
     if (valuesOnly) return copiedValues(cha->chart(), session_.locale);
-    return {{},
-            {},
-            cha->pictureBytes(".png", cha->size()).toStdString(),
-            cha->pictureBytes(".svg", cha->size()).toStdString()};
+    ClipboardForms forms = view.Tab == eTabCompareHPD ? copiedComparison(comparison_) : ClipboardForms();
+    forms.Png = cha->pictureBytes(".png", cha->size()).toStdString();
+    forms.Svg = cha->pictureBytes(".svg", cha->size()).toStdString();
+    return forms;
 }
 
 void tabLog::SavePicture() {
     const clsLog* log = state_.LogInView(session_);
-    chaTab* const cha = charts_[static_cast<std::size_t>(state_.View.Tab)];
-    if (log == nullptr || cha == nullptr || cha->isHidden()) return;
+    const chaTab* const cha = shownChart();
+    if (log == nullptr || cha == nullptr) return;
     const QString start =
         shown(session_.Options.DefaultDataDirectory) + shown(log->Name).replace('/', '-').replace('\\', '-') + ".png";
     QString filter;
@@ -622,12 +623,9 @@ void tabLog::SavePicture() {
 }
 
 // What stands beside the comparison, in one line.
-std::string tabLog::protectorPanelText(const clsLog& log) const {
-    const LogView& view = state_.View;
-    if (!view.Protector) return {};
+std::string tabLog::protectorPanelText() const {
     std::string text;
-    for (const auto& [label, value] :
-         compareWithProtector(log, *view.Protector, session_.Options, view.CorrectionFactor).Panel)
+    for (const auto& [label, value] : comparison_.Panel)
         text += (text.empty() ? "" : "    ") + label + " " + value;
     return text;
 }
@@ -648,11 +646,9 @@ std::unique_ptr<PagedDocument> tabLog::CurrentView(const PageMetrics& paper) con
     default:
         break;
     }
-    const auto tab = static_cast<std::size_t>(view.Tab);
-    if (charts_[tab] == nullptr || charts_[tab]->isHidden() || chartPages_[tab] != pages_->currentWidget())
-        return nullptr;
-    return chartPages(printed, charts_[tab]->onPage(),
-                      view.Tab == eTabCompareHPD ? protectorPanelText(*log) : std::string());
+    const chaTab* cha = shownChart();
+    if (cha == nullptr) return nullptr;
+    return chartPages(printed, cha->onPage(), view.Tab == eTabCompareHPD ? protectorPanelText() : std::string());
 }
 
 void tabLog::contextMenuEvent(QContextMenuEvent* event) {

@@ -4,6 +4,7 @@
 
 #include "dialogs/IntervalListModel.h"
 #include "explorer/ExplorerState.h"
+#include "explorer/HPDComparison.h"
 #include "model/Session.h"
 #include "platform/Clipboard.h"
 #include "reports/PagedDocument.h"
@@ -88,7 +89,7 @@ private:
     void drawPanels(clsLog& log);
     void drawComparison(clsLog& log);
     void drawExposures(clsLog& log);
-    std::string protectorPanelText(const clsLog& log) const;
+    std::string protectorPanelText() const;
     void showProtectorPanel(const std::vector<std::pair<std::string, std::string>>& panel);
 
     chaTab& chart();                  // of the tab in front; made on first use
@@ -124,6 +125,7 @@ private:
     QComboBox* lstInterval_;
     QWidget* fraProtector_;
     QLabel* fraHPD_;
+    HPDComparison comparison_; // as last drawn
     bool isChoosingProtector_ = false;
     QWidget* fraDose_;
     fraZoom* fraZoom_;

@@ -21,7 +21,7 @@ class NumberBox : public QLineEdit {
 public:
     explicit NumberBox(const ProtectorScreen& screen) : screen_(screen) {
         setAlignment(Qt::AlignRight);
-        setMinimumWidth(fontMetrics().horizontalAdvance("-000.0") + fontMetrics().height());
+        setMinimumWidth(fontMetrics().horizontalAdvance("-00.0") + fontMetrics().height());
     }
 
 protected:

@@ -19,7 +19,7 @@ namespace {
 
 constexpr QPoint kOffset(33, 100); // from the window that asks: 500 and 1500 twips
 constexpr int kLines = 34;
-constexpr int kColumns = 160;
+constexpr int kColumns = 180;
 constexpr int kListColumns = 72;
 
 QPushButton* button(const Session& session, int caption, const char* name) {
@@ -43,7 +43,9 @@ frmHPD::frmHPD(ProtectorScreen& screen, const Download& download, QWidget* paren
     sides->addWidget(boxesSide());
     sides->setChildrenCollapsible(false);
     sides->setStretchFactor(0, 1);
+    sides->setHandleWidth(fontMetrics().averageCharWidth() * 2);
     sides->widget(0)->setMinimumWidth(fontMetrics().averageCharWidth() * kListColumns);
+    sides->setSizes({fontMetrics().averageCharWidth() * kColumns, 1}); // all to the list that the boxes can do without
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(sides, 1);
     layout->addWidget(buttonRow());

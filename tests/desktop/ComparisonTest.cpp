@@ -5,9 +5,11 @@
 #include "protection/ProtectorDatabase.h"
 #include "reports/RecordingPage.h"
 
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QTimer>
 
 namespace kestrane {
@@ -69,6 +71,7 @@ TEST(Comparison, AsksForAProtectorOnceAndShowsWhatItDoes) {
     desk.settleChoice(1);
     ASSERT_EQ(desk.tabInFront(), "Compare HPD");
     EXPECT_FALSE(desk.hasChart());
+    EXPECT_FALSE(desk.isEnabled("Copy"));
     desk.clickTab("Cumultv (Data)");
     desk.clickTab("Compare HPD");
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "declined: it does not ask again by itself";
@@ -80,6 +83,11 @@ TEST(Comparison, AsksForAProtectorOnceAndShowsWhatItDoes) {
     EXPECT_TRUE(QString::fromStdString(desk.chart().CategoryTitle).startsWith("Using HML Method"));
     EXPECT_TRUE(desk.control<QLabel>("fraHPD").isVisible());
     EXPECT_TRUE(desk.control<QLabel>("fraHPD").text().contains("LCeq"));
+    ASSERT_TRUE(desk.isEnabled("Copy"));
+    desk.command("Copy").trigger();
+    const QMimeData& copied = *QApplication::clipboard()->mimeData();
+    EXPECT_TRUE(copied.hasImage());
+    EXPECT_TRUE(copied.text().contains("\r\nH 30.0\r\n"));
 
     const RecordedMetrics paper;
     const auto document = desk.area().currentSubWindow()->findChild<tabLog*>()->CurrentView(paper);
