@@ -232,8 +232,8 @@ void measureReport(Table& table, const std::string& name) {
     constexpr std::size_t kRows = 100'000;
     constexpr double kRate = 20'000;
     constexpr double kPages = 64; // MB, whatever the length
-    const Measured report = measure([&] { return reportSeconds(kRows, name); });
-    const Measured tenth = measure([&] { return reportSeconds(kRows / 10, name); });
+    const auto [report, tenth] = compare(
+        kTimes, [&] { return reportSeconds(kRows, name); }, [&] { return reportSeconds(kRows / 10, name); });
     table.line("report of 100000 intervals as PDF: rows/s", static_cast<double>(kRows) / report.figure, kRate, "/s",
                false, 1);
     table.line("  memory beside that of a tenth of it",
