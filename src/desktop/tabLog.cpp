@@ -577,7 +577,7 @@ bool tabLog::HasContent() const {
     }
 }
 
-// Of a grid the selected cells, when there are several, else the whole.
+// Of a grid the selected cells, when there are several, and of the panel a selected word; else the whole.
 ClipboardForms tabLog::CopyData(bool valuesOnly) const {
     const clsLog* log = state_.LogInView(session_);
     if (log == nullptr) return {};
@@ -589,6 +589,9 @@ ClipboardForms tabLog::CopyData(bool valuesOnly) const {
         return exposures_->HasSelection() ? copiedLines(exposures_->SelectionText(), false)
                                           : copiedExposures(*state_.OpenedLog(session_));
     case eTabCumulativeData:
+        if (const auto* label = qobject_cast<QLabel*>(QApplication::focusWidget());
+            label != nullptr && label->hasSelectedText())
+            return {label->selectedText().toStdString(), {}, {}, {}};
         return copiedPanel(*log, view.PanelBand(*log), cumulativePanelOf(*log, view.Panel));
     default:
         break;

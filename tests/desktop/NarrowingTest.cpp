@@ -6,6 +6,7 @@
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMimeData>
@@ -202,6 +203,11 @@ TEST(Copying, PutsTheTabInFrontOnTheClipboardInItsForms) {
     EXPECT_TRUE(copied->html().contains("<td>77.6</td>"));
     EXPECT_FALSE(desk.isEnabled("Copy Values"));
     EXPECT_TRUE(copy("Cumultv (Data)", "Copy").startsWith("LAeq\t"));
+    auto& figure = desk.control<QLabel>("lblLeqA");
+    figure.setFocus();
+    figure.setSelection(0, 4);
+    desk.command("Copy").trigger();
+    EXPECT_EQ(QApplication::clipboard()->text(), figure.text().left(4));
     EXPECT_EQ(copy("Exp Calc", "Copy").count("\r\n"), 3);
 }
 
