@@ -115,7 +115,6 @@ tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
         const clsLog* log = state_.LogInView(session_);
         if (isSetting_ || log == nullptr || !state_.View.chooseTab(tab, *log)) return;
         tabClick();
-        emit TabChanged();
     });
     connect(panels_, &CumulativePanelView::ApplyChanges, this, &tabLog::applyChanges);
     connect(panels_, &CumulativePanelView::RevertChanges, this, [this] {
@@ -257,6 +256,7 @@ void tabLog::tabClick() {
     if (state_.View.Tab == eTabCompareHPD) state_.View.dropUnfitProtector(*log);
     choosePage();
     if (state_.View.takeDrawing()) drawTab(*log);
+    emit TabChanged();
 }
 
 void tabLog::ShowControls() {
@@ -445,7 +445,6 @@ void tabLog::ChooseProtector() {
     if (!choice) return;
     state_.View.chooseProtector(choice->Protector, choice->CorrectionFactor);
     tabClick();
-    emit TabChanged(); // now there is something to copy
 }
 
 void tabLog::ConvertWeighting() {
@@ -542,7 +541,6 @@ void tabLog::offerRowsInView() {
 
 void tabLog::applyZoom() {
     if (state_.ApplyZoom(session_)) ShowLog();
-    emit TabChanged();
 }
 
 void tabLog::CutIntervals() {

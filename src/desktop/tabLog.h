@@ -64,7 +64,7 @@ public:
     void DeleteRows();
 
 signals:
-    void TabChanged();
+    void TabChanged();                                         // or what it shows
     void DatabaseDownloadAsked(QWidget* parent, bool* isDone); // answered before it returns
     void PopUpMenuAsked(QPoint at);                            // on the screen
 
