@@ -58,6 +58,12 @@ take settings "$(xdotool search --onlyvisible --name '^Settings$' | tail -n 1)"
 key Escape
 stop
 
+start roadworks-selection.xml 3
+key ctrl+t
+xdotool mousemove 480 400 mousedown 1 mousemove 600 402 mousemove 880 402 mouseup 1
+take zoom
+stop
+
 start machine-survey-octave.xml 3
 key Right Right Right Right
 xdotool mousemove 760 400
