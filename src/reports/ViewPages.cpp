@@ -111,6 +111,7 @@ std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view) {
     const ExposureTable table = exposureTable(view.log);
     Cells cells = table.Rows;
     cells.push_back(table.Totals);
+    cells.back()[eColumnNote] = view.log.session().LoadText(4635);
     PageGrid grid = gridOf(exposureCaptions(view.log.session()), std::move(cells));
     grid.TotalRows = 1;
     return gridPages(view, std::move(grid));

@@ -94,6 +94,7 @@ TEST(ViewPages, PrintWhatTheTabsShow) {
     EXPECT_TRUE(has(lines(*panelPages({file, log, 6, true, kUpright}, 0, ePanelMainChannelA)), "LAeq|81.3 dB"));
     const auto exposures = lines(*exposurePages({file, log, 7, false, kUpright}));
     EXPECT_TRUE(has(exposures, "1|0|0|00:00:00|press|85.0|04:00:00|82.0|0.0|Y")) << exposures[2];
+    EXPECT_TRUE(has(exposures, "Total|04:00:00|82.0|0.0")) << exposures[3];
 }
 
 } // namespace
