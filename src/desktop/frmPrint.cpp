@@ -23,11 +23,6 @@ std::unique_ptr<PagedDocument> frmPrint::view(const PageMetrics& paper) const {
     return explorer_.LogTabs().CurrentView(paper);
 }
 
-bool frmPrint::hasView() const {
-    const Paper paper(a4Paper(false));
-    return view(paper) != nullptr;
-}
-
 void frmPrint::print(const LayOut& layOut) {
     PrintProgress progress(session_, parent_);
     printDocument(session_, printers_, parent_, false, layOut, progress.function());
@@ -38,7 +33,7 @@ void frmPrint::PrintReport(ReportForm form) {
 }
 
 void frmPrint::PrintGraph() {
-    if (!hasView()) {
+    if (!explorer_.LogTabs().HasContent()) {
         session_.ShowMessage(session_.LoadText(4548), kIconInformation);
         return;
     }
@@ -60,7 +55,8 @@ void frmPrint::ShowPreview() {
             continue;
         choices.push_back({form.text, [this, form](const PageMetrics& paper) { return report(paper, form.form); }});
     }
-    if (hasView()) choices.push_back({1047, [this](const PageMetrics& paper) { return view(paper); }});
+    if (explorer_.LogTabs().HasContent())
+        choices.push_back({1047, [this](const PageMetrics& paper) { return view(paper); }});
     frmPreview(session_, std::move(choices), printers_, parent_).exec();
 }
 

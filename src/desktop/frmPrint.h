@@ -21,7 +21,6 @@ public:
 private:
     std::unique_ptr<PagedDocument> report(const PageMetrics& paper, ReportForm form) const;
     std::unique_ptr<PagedDocument> view(const PageMetrics& paper) const;
-    bool hasView() const;
     void print(const LayOut& layOut);
 
     Session& session_;

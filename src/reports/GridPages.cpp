@@ -11,6 +11,7 @@ namespace {
 constexpr double kNarrowest = 3; // of a column that is broken into lines
 constexpr std::size_t kMostLines = 12;
 constexpr double kCaptionLines = 1.5;
+constexpr std::size_t kMostMeasured = 5000; // rows
 
 } // namespace
 
@@ -29,10 +30,11 @@ GridPages::GridPages(const Session& session, const PageHeading& heading, PageGri
 
 void GridPages::measureColumns() {
     const double gap = metrics_.textWidth("XX", kBodyFont);
+    const std::size_t step = grid_.Rows / kMostMeasured + 1;
     for (std::size_t column = 0; column < grid_.Captions.size(); ++column) {
         double widest = metrics_.textWidth(grid_.Captions[column], kCaptionFont);
         std::size_t longest = 0; // shorter texts are not measured
-        for (std::size_t row = 0; row < grid_.Rows; ++row) {
+        for (std::size_t row = 0; row < grid_.Rows; row += step) {
             const std::string cell = grid_.Cell(row, column);
             if (cell.size() < longest || (cell.size() == longest && row > 0)) continue;
             longest = cell.size();
@@ -89,7 +91,7 @@ void GridPages::planPages() {
 
 std::vector<std::string> GridPages::cellLines(std::size_t row, std::size_t column) const {
     const std::string text = printableText(grid_.Cell(row, column));
-    if (!columns_[column].IsBroken) return {text};
+    if (!columns_[column].IsBroken) return {fittedText(metrics_, text, columns_[column].Width, kBodyFont)};
     const double room = columns_[column].Width - metrics_.textWidth("XX", kBodyFont);
     return wrappedText(metrics_, text, room, kBodyFont, kMostLines);
 }

@@ -1,6 +1,7 @@
 // A grid on paper: columns as wide as their longest cell and two characters, left-aligned, under captions that each
-// page repeats. A grid wider than the page goes on on further pages, behind its first column; one long text column
-// among others is broken into lines instead.
+// page repeats. Of a very long grid every so many rows are measured, and a cell that is longer still is cut. A grid
+// wider than the page goes on on further pages, behind its first column; one long text column among others is broken
+// into lines instead.
 #pragma once
 
 #include "reports/PageFrame.h"

@@ -59,6 +59,14 @@ TEST(GridPages, OneLongColumnIsBrokenIntoLines) {
     EXPECT_NEAR(page.find("90.0")->box.Left, page.find("85.0")->box.Left, 1e-9);
 }
 
+TEST(GridPages, NoCellOfALongGridRunsIntoTheNext) {
+    Cells cells(12000, {"85.0", "80.0"});
+    cells[7][0] = "850000000.0"; // in a row that is not measured
+    const RecordingPage page = drawn({"Leq", "Lmin"}, cells);
+    EXPECT_GT(page.pages, 100U);
+    EXPECT_EQ(page.find("850000000.0"), nullptr);
+}
+
 TEST(GridPages, AnEmptyGridIsAPage) {
     EXPECT_EQ(drawn({"Time", "Leq"}, {}).pages, 1U);
 }
