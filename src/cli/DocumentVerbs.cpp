@@ -1,3 +1,4 @@
+#include "calc/ExposureTime.h"
 #include "calc/FreqWeight.h"
 #include "calc/Recalculation.h"
 #include "cli/ChosenLog.h"
@@ -104,13 +105,18 @@ int recalc(Program& program, const RecalcOptions& options) {
     return finishLog(program, *chosen, options.output);
 }
 
+std::string checkExposureTime(const std::string& entry) {
+    float hours = 0;
+    return CLI::detail::lexical_cast(entry, hours) && isExposureTime(hours) ? "" : "above 0, at most 24 hours";
+}
+
 RunVerb recalcVerb(CLI::App& verb) {
     const auto options = std::make_shared<RecalcOptions>();
     addLog(verb, *options);
     verb.add_option("--mode", options->mode, "how to recalculate, 0 to 4; without it, 4 (everything)");
     verb.add_option("--criterion", options->criterion, "criterion level, dB");
     verb.add_option("--exchange", options->exchange, "exchange rate, dB");
-    verb.add_option("--exposure", options->exposure, "exposure time, hours")->check(CLI::NonNegativeNumber);
+    verb.add_option("--exposure", options->exposure, "exposure time, hours")->check(checkExposureTime);
     addOutput(verb, options->output);
     return [options](Program& program) { return recalc(program, *options); };
 }
