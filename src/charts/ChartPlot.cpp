@@ -38,6 +38,20 @@ void place(QCPLayoutElement* part, QCPLayoutGrid& grid) {
     grid.addElement(isBeside ? 0 : grid.rowCount(), isBeside ? grid.columnCount() : 0, part);
 }
 
+// Broken between words into lines of at most so many pixels; the blanks at a break go.
+QString inLines(QString text, int width, const QFontMetrics& metrics) {
+    QString lines;
+    while (metrics.horizontalAdvance(text) > width) {
+        qsizetype end = -1;
+        for (qsizetype blank = text.indexOf(' '); blank > 0; blank = text.indexOf(' ', blank + 1))
+            if (end < 0 || metrics.horizontalAdvance(text.left(blank)) <= width) end = blank;
+        if (end < 0) break; // a single word
+        lines += text.left(end).trimmed() + '\n';
+        text = text.mid(end).trimmed();
+    }
+    return lines + text;
+}
+
 } // namespace
 
 ChartPlot::ChartPlot(Locale locale, QWidget* parent) : QCustomPlot(parent), locale_(std::move(locale)) {
@@ -258,7 +272,9 @@ void ChartPlot::fitLabels(const QSize& room) {
     const QFontMetrics metrics(rows.tickLabelFont());
     const bool hasSecondary = content_->data.HasSecondaryAxis;
     const int sides = (hasSecondary ? 2 : 1) * 4 * metrics.height() + 2 * kMargin;
-    rows.setTickLabelRotation(categories_->fit(rows.range(), std::max(1, room.width() - sides), metrics));
+    const int width = std::max(1, room.width() - sides);
+    rows.setTickLabelRotation(categories_->fit(rows.range(), width, metrics));
+    rows.setLabel(inLines(QString::fromStdString(content_->data.CategoryTitle), width, QFontMetrics(rows.labelFont())));
     const int height = std::max(1, room.height() - 4 * metrics.height());
     primaryValues_->fit(height, metrics);
     secondaryValues_->fit(height, metrics);

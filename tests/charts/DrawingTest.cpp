@@ -89,6 +89,17 @@ TEST(ChartDrawing, TitlesInTheColourOfAGradeCanBeRead) {
     EXPECT_EQ(ChartLooks::ofScreen(dark, 96).titleColor(chart), QColor(0, 255, 0));
 }
 
+TEST(ChartDrawing, ALongTitleOfTheRowsIsBrokenBetweenWords) {
+    ChartData chart = chartOf(ChartShape::Bar, {{70}});
+    chart.CategoryTitle = "Octave band centre frequency" + std::string(20, ' ') + "APL: 72.8 dB";
+    EXPECT_FALSE(ShownChart(chart).rows().label().contains('\n'));
+    const ShownChart narrow(chart, {300, 300});
+    EXPECT_EQ(narrow.rows().label(), "Octave band centre frequency\nAPL: 72.8 dB");
+    EXPECT_GT(narrow.plot->axisRect()->height(), 50);
+    chart.CategoryTitle = std::string(200, 'w');
+    EXPECT_EQ(ShownChart(chart, {300, 300}).rows().label().size(), 200);
+}
+
 TEST(ChartDrawing, PlaceholdersAreNotDrawnAndCurvesToCompareWithAreQuiet) {
     ChartData chart = chartOf(ChartShape::Line, {{50, 52, 54}, {60, 60, 60}, {70, 70, 70}});
     chart.ReferenceSeries = 1;
