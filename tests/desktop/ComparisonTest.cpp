@@ -135,6 +135,9 @@ TEST(Comparison, ConvertingTheWeightingDrawsTheLogAnew) {
     desk.command("Convert Frequency Weighting...").trigger();
     desk.settle();
     EXPECT_EQ(desk.control<QLabel>("lblFrqWgt").text(), to);
+    desk.command("Undo Frequency Weighting").trigger();
+    desk.settle();
+    EXPECT_EQ(desk.control<QLabel>("lblFrqWgt").text().toStdString(), before);
     EXPECT_TRUE(
         IsMenuEnabled(desk.session, Command::LogConvertWeighting, {true, "", log, desk.tabs().currentIndex(), false}));
 }

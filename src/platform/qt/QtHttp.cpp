@@ -29,6 +29,7 @@ public:
     }
 
     HttpAnswer run() {
+        ask(); // so that progress shows, and windows are blocked, from the start
         if (!reply_.isFinished()) loop_.exec();
         look_.stop();
         if (isCancelled_) return {HttpAnswer::End::Cancelled, {}, {}};
