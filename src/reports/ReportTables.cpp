@@ -173,7 +173,8 @@ ReportTable cumulativeTable(const clsLog& log) {
     const Session& session = log.session();
     const clsLogOptions options = displayOptions(log);
     ReportTable table;
-    table.Heading = datedHeading(session.LoadText(5043), longDate(log.StartDate), log.StartTime.hh_mm());
+    const std::string start = longDate(log.StartDate);
+    table.Heading = datedHeading(session.LoadText(5043), start, start.empty() ? start : log.StartTime.hh_mm());
     table.NameWidth = "XXFrequency WeightingXX";
     table.Captions = log.IsChannelBOn ? std::vector<std::string>{{}, session.LoadText(4523), session.LoadText(4525)}
                                       : std::vector<std::string>{{}, session.LoadText(5050)};
