@@ -106,7 +106,9 @@ void markAgain(clsFile& file, bool isOfContent) {
 void markOther(const Session& session, const EditStep& step, Direction direction) {
     const auto* const arrangement = dynamic_cast<const ArrangementStep*>(&step);
     clsFile* const other = arrangement == nullptr ? nullptr : session.fileById(arrangement->MarkedFile);
-    if (other != nullptr) other->Changed = direction == Direction::Redo || !other->Edits.isAtSaved();
+    if (other == nullptr) return;
+    other->Edits.mark(direction == Direction::Redo);
+    other->Changed = !other->Edits.isAtSaved();
 }
 
 } // namespace

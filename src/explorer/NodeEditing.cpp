@@ -119,7 +119,7 @@ bool Paste::run() {
     step_ = std::make_unique<ArrangementStep>(*target_.file, title);
     if (!isSameFile()) sourceStep_ = std::make_unique<ArrangementStep>(*source_.file, title);
     place();
-    if (step_->isUnchanged()) return false;
+    if (step_->isUnchanged() && (sourceStep_ == nullptr || sourceStep_->isUnchanged())) return false;
     try {
         AssignIdentities(session_, false, target_.file->FileId);
     } catch (const RuntimeError& error) { // no identity is left
@@ -200,8 +200,9 @@ void Paste::record() {
     if (sourceStep_ != nullptr && isMove_) {
         step_->Joined = sourceStep_->Joined = std::make_shared<JoinedStep>(JoinedStep{&source, &target});
         source.Edits.record(std::move(sourceStep_), wasSourceChanged);
-    } else if (!wasSourceChanged && !isSameFile()) {
+    } else if (!isSameFile() && (!wasSourceChanged || source.Edits.isMarked())) {
         step_->MarkedFile = source.FileId;
+        source.Edits.mark(true);
     }
     target.Edits.record(std::move(step_), wasTargetChanged);
     source.Changed = target.Changed = true;

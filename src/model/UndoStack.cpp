@@ -11,11 +11,16 @@ std::ptrdiff_t UndoStack::contentSteps() const {
 void UndoStack::record(std::unique_ptr<EditStep> step, bool wasChanged) {
     const std::ptrdiff_t place = contentSteps();
     const bool isSavedAhead = saved_ > place;
-    const bool isChangedOtherwise = saved_ == place && wasChanged;
+    const bool isChangedOtherwise = saved_ == place && wasChanged && !isMarked_;
     if (isSavedAhead || isChangedOtherwise) saved_ = kUnreachable;
     undone_.clear();
     done_.push_back(std::move(step));
     trim();
+}
+
+void UndoStack::markSaved() {
+    saved_ = contentSteps();
+    isMarked_ = false;
 }
 
 // A step that half its document has lost ends the history.

@@ -45,9 +45,15 @@ public:
     EditStep* next(Direction direction) const; // that would be exchanged; null: none
     void exchange(Direction direction);        // it; there must be one. Raises what the step raises
 
-    void markSaved() { saved_ = contentSteps(); }
+    void markSaved();
 
-    bool isAtSaved() const { return saved_ == contentSteps(); } // the document stands as it was loaded or last saved
+    // The document stands as it was loaded or last saved, and is not marked.
+    bool isAtSaved() const { return saved_ == contentSteps() && !isMarked_; }
+
+    // A step of another document counts as a change of this one, which it leaves as it is.
+    void mark(bool isMarked) { isMarked_ = isMarked; }
+
+    bool isMarked() const { return isMarked_; }
 
 private:
     static constexpr std::size_t kSteps = 100;
@@ -58,7 +64,8 @@ private:
 
     std::vector<std::unique_ptr<EditStep>> done_, undone_; // the newest last
     std::ptrdiff_t dropped_ = 0;                           // content steps that fell off the far end
-    std::ptrdiff_t saved_ = 0;                             // content steps before the place of saving
+    bool isMarked_ = false;
+    std::ptrdiff_t saved_ = 0; // content steps before the place of saving
 };
 
 } // namespace kestrane

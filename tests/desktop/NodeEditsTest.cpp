@@ -151,15 +151,6 @@ TEST(NodeEdits, DraggedNodesAreCopiedAndWithCtrlMovedWhereTheyBelong) {
     EXPECT_EQ(desk.nodes(), kSurveyNodes + kShiftNodes);
 }
 
-TEST(NodeEdits, NothingIsDeletedOrPastedWhileRowsAreLoading) {
-    TwoFilesDesk desk;
-    OpenFile(desk.session, desk.copyOf("third-octave-2000.xml"), OpenSource::Dialog, true);
-    const QStringList nodes = desk.nodes();
-    desk.drop("F3", kShift, true);
-    EXPECT_EQ(desk.asked(), "Log intervals are still loading and are not yet available");
-    EXPECT_EQ(desk.nodes(), nodes);
-}
-
 TEST(Undo, BringsBackWhatAViewShows) {
     Desk desk;
     desk.openLog(kShift, "Broadband 1", "Exp Calc");

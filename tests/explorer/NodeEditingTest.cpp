@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <set>
+
 namespace kestrane {
 namespace {
 
@@ -141,20 +144,6 @@ TEST(PasteNode, CopiesShareRowsAndNothingElse) {
     EXPECT_EQ(source.Name, "t");
 }
 
-TEST(PasteNode, LeavesLogsAloneThatAreStillLoading) {
-    TwoFiles files;
-    files.log("L2I1F1").IntervalsToLoad = true;
-    for (const char* source : {"F1", "I1F1", "X1F1", "L2I1F1"}) {
-        files.messages.Boxes.clear();
-        EXPECT_FALSE(PasteNode(files.session, source, "F2", true));
-        ASSERT_EQ(files.messages.Boxes.size(), 1U);
-        EXPECT_EQ(files.messages.Boxes.front().Prompt, files.session.LoadText(5065));
-    }
-    EXPECT_EQ(files.outline(1), kOne);
-    EXPECT_EQ(files.outline(2), kTwo);
-    EXPECT_TRUE(PasteNode(files.session, "L1I1F1", "F2", true));
-}
-
 TEST(PasteNode, IsTakenBackWhenNoIdentityIsLeft) {
     TwoFiles files;
     files.log("L5I4F2").LogId = 32767;
@@ -221,26 +210,21 @@ TEST(DeleteNode, WithoutFileNodesASoleCollectionLeavesNothingSelected) {
     EXPECT_EQ(documentToEdit(files.session, "", Direction::Undo), &files.file(2));
 }
 
-TEST(DeleteNode, LeavesLogsAloneThatAreStillLoading) {
+TEST(Editing, LeavesLogsAloneThatAreStillLoading) {
     TwoFiles files;
-    files.log("L2I1F1").IntervalsLoading = true;
+    files.log("L2I1F1").IntervalsToLoad = true;
     ExplorerState state;
-    state.SelectedKey = "X1F1";
-    files.messages.Answers = {Button::Ok};
-    EXPECT_FALSE(DeleteNode(files.session, state));
-    EXPECT_EQ(files.messages.Boxes.back().Prompt, files.session.LoadText(5065));
+    for (const char* source : {"F1", "I1F1", "X1F1", "L2I1F1"}) {
+        files.messages.Boxes.clear();
+        files.messages.Answers = {Button::Ok, Button::Ok};
+        EXPECT_FALSE(PasteNode(files.session, source, "F2", true));
+        state.SelectedKey = source;
+        EXPECT_FALSE(DeleteNode(files.session, state));
+        EXPECT_EQ(files.messages.Boxes.front().Prompt, files.session.LoadText(5065));
+        EXPECT_EQ(files.messages.Boxes.back().Prompt, files.session.LoadText(5065));
+    }
     EXPECT_EQ(files.outline(1), kOne);
-}
-
-TEST(CopiedNode, IsForgottenWhenItsSourceHasGone) {
-    TwoFiles files;
-    CopiedNode copied = {"L1I1F1", true};
-    forgetVanished(files.session, copied);
-    EXPECT_EQ(copied.Key, "L1I1F1");
-    ASSERT_TRUE(PasteNode(files.session, "L1I1F1", "F2", true));
-    forgetVanished(files.session, copied);
-    EXPECT_EQ(copied.Key, "");
-    EXPECT_FALSE(copied.Move);
+    EXPECT_TRUE(PasteNode(files.session, "L1I1F1", "F2", true));
 }
 
 TEST(MovedBetweenDocuments, IsUndoneInBothOrInNeither) {
@@ -262,6 +246,55 @@ TEST(MovedBetweenDocuments, IsUndoneInBothOrInNeither) {
     EXPECT_FALSE(canExchange(&files.file(2), Direction::Undo));
     EXPECT_EQ(exchangeText(session, &files.file(2), Direction::Undo), "&Undo");
     EXPECT_EQ(files.outline(2), "77(L4d L1a T2u) 99(L5e)");
+}
+
+void addKeys(const std::vector<TreeNode>& nodes, std::vector<std::string>& keys) {
+    for (const TreeNode& node : nodes) {
+        keys.push_back(node.Key);
+        addKeys(node.Children, keys);
+    }
+}
+
+TEST(Editing, AnyWalkLosesNoLogAndIsUndoneToItsStart) {
+    constexpr unsigned kWalks = 300;
+    constexpr int kSteps = 25;
+    for (unsigned seed = 1; seed <= kWalks; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        TwoFiles files;
+        Session& session = files.session;
+        bool isDeleted = false;
+        for (int step = 0; step < kSteps; ++step) {
+            std::vector<std::string> keys;
+            addKeys(buildTree(session), keys);
+            const std::string source = keys[random() % keys.size()];
+            const std::string target = keys[random() % keys.size()];
+            const unsigned choice = random() % 10;
+            if (choice < 6) {
+                PasteNode(session, source, target, choice < 3);
+            } else if (choice == 6) {
+                ExplorerState state;
+                state.SelectedKey = source;
+                files.messages.Answers = {Button::Ok};
+                isDeleted = DeleteNode(session, state) || isDeleted;
+            } else if (choice == 7) {
+                clsLog* const log = resolve(session, source).log;
+                if (log != nullptr) editLog(*log, kTitleCalculation, [&] { return ++log->Criterion != 0; });
+            } else {
+                exchangeStep(session, &files.file(choice == 8 ? 1 : 2),
+                             random() % 3 == 0 ? Direction::Redo : Direction::Undo);
+            }
+            std::set<std::string> names;
+            forEachLog(session, [&](const clsLog& log) { names.insert(log.Name); });
+            ASSERT_TRUE(isDeleted || names.size() == 8);
+        }
+        while (exchangeStep(session, &files.file(1), Direction::Undo) ||
+               exchangeStep(session, &files.file(2), Direction::Undo)) {
+        }
+        ASSERT_EQ(files.outline(1), kOne);
+        ASSERT_EQ(files.outline(2), kTwo);
+        ASSERT_FALSE(files.file(1).Changed || files.file(2).Changed);
+    }
 }
 
 } // namespace
