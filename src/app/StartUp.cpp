@@ -95,6 +95,9 @@ std::string protectorDatabase() {
         std::filesystem::create_directories(own.parent_path(), failed);
         std::filesystem::copy_file(dataFolder() + std::string(kDatabaseFile), own, failed);
         if (failed) std::filesystem::remove(own, failed); // no half of one
+        // The installed one may be read-only.
+        std::filesystem::permissions(own, std::filesystem::perms::owner_write, std::filesystem::perm_options::add,
+                                     failed);
     }
     return own.string();
 }
