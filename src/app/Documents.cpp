@@ -21,12 +21,6 @@ bool isSameName(const std::string& a, const std::string& b) {
                       [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
 }
 
-clsFile* openFileOfName(const Session& session, const std::string& name) {
-    const auto found = std::find_if(session.OpenFiles.begin(), session.OpenFiles.end(),
-                                    [&](const auto& file) { return isSameName(file->FileName, name); });
-    return found == session.OpenFiles.end() ? nullptr : found->get();
-}
-
 // A document text without the display options of its logs.
 std::string withoutDisplay(const std::string& text) {
     constexpr std::string_view kOpen = "<disp>";
@@ -111,6 +105,12 @@ bool FileOpen(clsFile& file) {
     }
     file.SavedText = DocumentText(file, false);
     return true;
+}
+
+clsFile* openFileOfName(const Session& session, const std::string& name) {
+    const auto found = std::find_if(session.OpenFiles.begin(), session.OpenFiles.end(),
+                                    [&](const auto& file) { return isSameName(file->FileName, name); });
+    return found == session.OpenFiles.end() ? nullptr : found->get();
 }
 
 bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile) {

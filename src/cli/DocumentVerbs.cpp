@@ -9,6 +9,7 @@
 #include "explorer/Selection.h"
 #include "model/LogParameters.h"
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 
@@ -64,12 +65,20 @@ struct MergeOptions {
 int merge(Program& program, const MergeOptions& options) {
     std::vector<clsFile*> files;
     for (const std::string& name : options.files) {
-        files.push_back(program.open(name));
-        if (files.back() == nullptr) return kFailed;
+        clsFile* const file = program.open(name);
+        if (file == nullptr) return kFailed;
+        if (std::find(files.begin(), files.end(), file) != files.end()) {
+            std::cerr << name << ": is named twice\n";
+            return kWrongWords;
+        }
+        files.push_back(file);
     }
     clsFile& into = *files.front();
-    for (const clsFile* file : files)
-        PasteNode(program.session, fileKey(*file), fileKey(into), false);
+    for (std::size_t i = 1; i < files.size(); ++i) {
+        const clsFile& file = *files[i];
+        const bool isAdded = PasteNode(program.session, fileKey(file), fileKey(into), false);
+        if (!isAdded && !file.InstrumentDatas.empty()) return kFailed;
+    }
     if (!program.saveAs(into, options.output)) return kFailed;
     writeDocument(std::cout, into, false);
     std::cout << '\n';

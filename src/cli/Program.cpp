@@ -52,7 +52,7 @@ Program::Program(const GlobalOptions& options, EventPump& pump) :
 clsFile* Program::open(const std::string& name) {
     if (!OpenFile(session, fullPath(name), OpenSource::Named, true)) return nullptr;
     pump_.runUntil([&] { return noLogIsBusy(session); });
-    return session.OpenFiles.back().get();
+    return openFileOfName(session, fullPath(name));
 }
 
 void Program::recalculate(clsLog& log, int mode) {

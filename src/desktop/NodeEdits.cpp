@@ -33,7 +33,7 @@ void NodeEdits::Drop(frmExplorer& explorer, const std::string& source, const std
     const std::string next = nextSelection(buildTree(session_), source);
     if (!PasteNode(session_, source, target, move)) return;
     if (move) CutLog(session_, explorer.State(), source, next);
-    if (copied_.Key == source && copied_.Move) copied_ = {};
+    if (move && copied_.Key == source) copied_ = {};
     refresh();
 }
 

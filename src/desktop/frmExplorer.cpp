@@ -105,18 +105,18 @@ void frmExplorer::showCaption() {
     setWindowTitle(shown(state_.Caption(session_)));
 }
 
-// The log that the tree shows as open may have waited for its rows.
 void frmExplorer::LogValuesChanged(const clsLog& log) {
-    if (&log == resolve(session_, state_.DisplayedKey).log && state_.takeDisplayed(session_)) {
-        log_->ShowLog();
-        emit StateChanged();
-    } else if (&log == state_.LogInView(session_) || &log == state_.OpenedLog(session_)) {
-        log_->Redraw();
-    }
+    if (&log == state_.LogInView(session_) || &log == state_.OpenedLog(session_)) log_->Redraw();
 }
 
-void frmExplorer::StepExchanged() {
-    if (!state_.endStaleZoom(session_)) return;
+void frmExplorer::ShowWaiting() {
+    if (!state_.takeDisplayed(session_)) return;
+    log_->ShowLog();
+    emit StateChanged();
+}
+
+void frmExplorer::EndZoom() {
+    if (!state_.endZoom(session_)) return;
     log_->ShowLog();
     emit StateChanged();
 }

@@ -30,7 +30,8 @@ public:
     void RebuildTree();
     void ResetControls(); // forgets the open log
     void LogValuesChanged(const clsLog& log);
-    void StepExchanged(); // something was undone, or done again
+    void ShowWaiting(); // brings the log on view that was chosen while its rows were still to come
+    void EndZoom();
     void EditSelectedNode();
     void SelectNode(const std::string& key); // and shows it, as if it had been clicked
     int TreeWidth() const;                   // pixels

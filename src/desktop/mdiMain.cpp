@@ -50,6 +50,7 @@ namespace {
 
 constexpr QSize kFirstSize(1180, 760);
 constexpr int kToolIcon = 22;
+constexpr int kNextLook = 50; // milliseconds
 
 struct MenuTitle {
     Menu menu;
@@ -124,6 +125,9 @@ mdiMain::mdiMain(Session& session) :
     makeActions();
     makeMenus();
     makeStatusBar();
+    waiting_.setSingleShot(true);
+    waiting_.setInterval(kNextLook);
+    connect(&waiting_, &QTimer::timeout, this, &mdiMain::showWaiting);
     connect(area_, &QMdiArea::subWindowActivated, this, [this] { EnableMenusAndButtons(); });
     connect(QApplication::clipboard(), &QClipboard::dataChanged, this, &mdiMain::readClipboard);
 
@@ -310,9 +314,13 @@ void mdiMain::showSteps() {
 }
 
 void mdiMain::exchange(Direction direction) {
-    edits_.Exchange(menuState().SelectedKey, direction);
+    std::map<frmExplorer*, std::string> before;
     for (frmExplorer* explorer : explorers())
-        explorer->StepExchanged();
+        before[explorer] = explorer->State().BasisOfFigures(session_);
+    edits_.Exchange(menuState().SelectedKey, direction);
+    for (const auto& [explorer, basis] : before) {
+        if (explorer->State().BasisOfFigures(session_) != basis) explorer->EndZoom();
+    }
 }
 
 void mdiMain::readClipboard() {
@@ -346,6 +354,14 @@ void mdiMain::RebuildExplorerTrees() {
 void mdiMain::LogValuesChanged(const clsLog& log) {
     for (frmExplorer* explorer : explorers())
         explorer->LogValuesChanged(log);
+    showWaiting();
+}
+
+// A view stays as it is while a command is under way that works on it.
+void mdiMain::showWaiting() {
+    if (isBusy_ || QApplication::activeModalWidget() != nullptr) return waiting_.start();
+    for (frmExplorer* explorer : explorers())
+        explorer->ShowWaiting();
 }
 
 void mdiMain::SetBusy(bool isBusy) {
@@ -417,7 +433,7 @@ void mdiMain::run(Command command) {
     case Command::EditDelete:
         return edits_.Delete(*explorer);
     case Command::LogDelete:
-        explorer->SelectNode(explorer->State().DisplayedKey);
+        explorer->SelectNode(explorer->State().View.Key);
         return edits_.Delete(*explorer);
     case Command::EditCopyValues:
         return copyData(true);
@@ -519,6 +535,7 @@ void mdiMain::openFiles() {
 }
 
 void mdiMain::openDropped(const QStringList& paths) {
+    if (explorers().empty()) NewExplorerWindow(); // what is opened is to be seen
     for (const QString& path : paths)
         OpenFile(session_, path.toStdString(), OpenSource::Named, &path == &paths.back());
 }

@@ -10,6 +10,7 @@
 #include "platform/MonotonicClock.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 #include <map>
 #include <vector>
@@ -52,6 +53,7 @@ private:
     void showRecentFiles();
     void showSteps(); // which can be undone and done again
     void exchange(Direction direction);
+    void showWaiting(); // logs on display whose rows have come
     void readClipboard();
     void wire(frmExplorer& explorer);
     void run(Command command);
@@ -94,6 +96,7 @@ private:
     std::map<Panel, QLabel*> panels_;
     QToolBar* tbToolBar_;
     bool isBusy_ = false;
+    QTimer waiting_;          // looks again for logs to show
     frmFind* find_ = nullptr; // made on first use
     NodeSearch search_;
     QPoint popUpAt_;

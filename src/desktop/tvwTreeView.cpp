@@ -22,11 +22,21 @@ namespace kestrane {
 namespace {
 
 constexpr int kKeyRole = Qt::UserRole;
-constexpr auto kNodeFormat = "application/x-kestrane-node";
-constexpr auto kMoveFormat = "application/x-kestrane-move"; // beside it when the node is to move
-constexpr int kExpandDelay = 700;                           // milliseconds over a node
+constexpr auto kNodeFormat = "application/x-kestrane-node";       // its key
+constexpr auto kProcessFormat = "application/x-kestrane-process"; // beside it: the program that has the node
+constexpr auto kMoveFormat = "application/x-kestrane-move";       // beside it when the node is to move
+constexpr int kExpandDelay = 700;                                 // milliseconds over a node
 constexpr float kDropShade = 0.35F;
 constexpr int kNoEntrySize = 24;
+
+QByteArray process() {
+    return QByteArray::number(QCoreApplication::applicationPid());
+}
+
+// A key of another program that runs means nothing here.
+bool hasNode(const QMimeData& data) {
+    return data.hasFormat(kNodeFormat) && data.data(kProcessFormat) == process();
+}
 
 QIcon imageOf(const std::string& image) {
     static const std::map<std::string, const char*> kDrawings = {
@@ -167,6 +177,7 @@ void tvwTreeView::startNodeDrag() {
     auto* const drag = new QDrag(this);
     auto* const node = new QMimeData;
     node->setData(kNodeFormat, dragKey_.toUtf8());
+    node->setData(kProcessFormat, process());
     if (isMoveDrag_) node->setData(kMoveFormat, "1");
     drag->setMimeData(node);
     if (const QTreeWidgetItem* item = itemOf(dragKey_.toStdString()); item != nullptr)
@@ -193,14 +204,13 @@ bool tvwTreeView::isDropTarget(const QString& sourceKey, QTreeWidgetItem* target
 }
 
 void tvwTreeView::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->mimeData()->hasFormat(kNodeFormat) || !filesOf(event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+    if (hasNode(*event->mimeData()) || !filesOf(event->mimeData()).isEmpty()) event->acceptProposedAction();
 }
 
 // The base class scrolls at the edges and expands the node that the drag rests on; what is allowed is decided here.
 void tvwTreeView::dragMoveEvent(QDragMoveEvent* event) {
     QTreeWidget::dragMoveEvent(event);
-    const bool isNode = event->mimeData()->hasFormat(kNodeFormat);
+    const bool isNode = hasNode(*event->mimeData());
     QTreeWidgetItem* const target = itemAt(event->position().toPoint());
     highlightDrop(isNode ? target : nullptr);
     if (isNode && !isDropTarget(QString::fromUtf8(event->mimeData()->data(kNodeFormat)), target)) {
@@ -221,7 +231,7 @@ void tvwTreeView::dropEvent(QDropEvent* event) {
     dragLeaveEvent(&left);
     event->setDropAction(Qt::CopyAction); // what goes is taken out by the command
     event->accept();
-    if (!event->mimeData()->hasFormat(kNodeFormat)) {
+    if (!hasNode(*event->mimeData())) {
         emit FilesDropped(filesOf(event->mimeData()));
         return;
     }

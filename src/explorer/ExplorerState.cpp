@@ -138,13 +138,20 @@ bool ExplorerState::ApplyZoom(const Session& session) {
     return true;
 }
 
-bool ExplorerState::endStaleZoom(const Session& session) {
+std::string ExplorerState::BasisOfFigures(const Session& session) const {
     const clsLog* const opened = OpenedLog(session);
-    const clsLog* const copy = ZoomRange.copy();
-    if (opened == nullptr || copy == nullptr) return false;
-    if (copy->Criterion == opened->Criterion && copy->Exchange == opened->Exchange &&
-        copy->CalibDate.Format() == opened->CalibDate.Format())
-        return false;
+    if (opened == nullptr) return {};
+    std::string basis = std::to_string(opened->Criterion) + '|' + std::to_string(opened->Exchange) + '|' +
+                        opened->CalibDate.Format() + '|' + opened->FreqWeightA() + '|' +
+                        std::to_string(opened->LogIntervals.IntervalsToBeIncluded);
+    for (const std::string& range : opened->LogIntervals.CutIntervals)
+        basis += '|' + range;
+    return basis;
+}
+
+bool ExplorerState::endZoom(const Session& session) {
+    const clsLog* const opened = OpenedLog(session);
+    if (opened == nullptr || ZoomRange.copy() == nullptr) return false;
     ZoomRange.open(*opened);
     View.IntervalRow = 1;
     View.ResetTabs();

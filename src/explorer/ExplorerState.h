@@ -52,9 +52,10 @@ public:
     // it was refused.
     bool ApplyZoom(const Session& session);
 
-    // Behind Undo and Redo: the copy of a range that was calculated by other settings than its log has now gives way to
-    // the whole log. True when the view has changed.
-    bool endStaleZoom(const Session& session);
+    // What a copy of a range was calculated by: criterion, exchange rate, calibration date, weighting and interval
+    // selection of the opened log, as one text. When Undo or Redo has changed it, the copy gives way.
+    std::string BasisOfFigures(const Session& session) const;
+    bool endZoom(const Session& session); // back to the whole log; false when it is on view already
     LogContent Content(const Session& session) const;
     std::string Caption(const Session& session) const; // of the window
 };

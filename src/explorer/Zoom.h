@@ -1,5 +1,6 @@
 // The zoom of an explorer window: the range that its panel has chosen, and the copy of the opened log that is in view
-// while a part is. The copy is the window's own and ends with the zoom; the opened log is never changed by it.
+// while a part is. The copy is the window's own and ends with the zoom; the rows of the opened log are never changed by
+// it.
 #pragma once
 
 #include "model/clsLog.h"

@@ -67,6 +67,7 @@ class Calls(unittest.TestCase):
 
     def test_wrong_words_end_with_2_and_write_nothing(self):
         for words in ([], ["odd"], ["show"], ["show", DOSIMETER, "--odd"], ["save", DOSIMETER], ["text", "abc"], ["merge", DOSIMETER, "-o", "out.xml"], ["merge", DOSIMETER, LONG],
+                      ["merge", DOSIMETER, LONG, DOSIMETER, "-o", "out.xml"],
                       ["recalc", DOSIMETER, "--criterion", "loud", "-o", "out.xml"],
                       ["recalc", DOSIMETER, "--exposure", "0"], ["recalc", DOSIMETER, "--exposure", "24.5"], ["zoom", DOSIMETER, "--from", "1"],
                       ["tree", DOSIMETER, "--files-on-tree", "3"], ["--answer", "maybe", "show", DOSIMETER],

@@ -1,5 +1,6 @@
 #include "desktop/Desk.h"
 
+#include <QDialog>
 #include <QLabel>
 #include <QMenu>
 
@@ -172,6 +173,21 @@ TEST(LoadingRows, ALogThatIsStillLoadingSaysSoAndOpensByItself) {
     EXPECT_TRUE(desk.tabs().isVisible());
     EXPECT_EQ(desk.panel("Status"), "Loading Completed");
     EXPECT_TRUE(desk.isEnabled("Save"));
+}
+
+TEST(LoadingRows, TheViewStaysWhileADialogWorksOnIt) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1");
+    OpenFile(desk.session, desk.copyOf("third-octave-2000.xml"), OpenSource::Dialog, true);
+    desk.clickNode("Third Octave 1");
+    QDialog dialog(desk.frame.get());
+    dialog.setModal(true);
+    dialog.show();
+    desk.settle();
+    const auto isBandLogOnView = [&] { return desk.tabs().isTabEnabled(eTabNoiseRating); };
+    EXPECT_FALSE(isBandLogOnView());
+    dialog.close();
+    EXPECT_TRUE(QTest::qWaitFor(isBandLogOnView, 2000));
 }
 
 } // namespace

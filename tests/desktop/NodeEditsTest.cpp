@@ -27,6 +27,8 @@ struct TwoFilesDesk : Desk {
         tree().setFocus();
     }
 
+    qint64 Process = QCoreApplication::applicationPid(); // that drags
+
     bool isChanged(std::size_t file) { return IsChanged(*session.OpenFiles[file]); }
 
     void enter(const QMimeData& data, const char* target) {
@@ -38,6 +40,7 @@ struct TwoFilesDesk : Desk {
     bool isAllowed(const char* key, const char* target) {
         QMimeData data;
         data.setData("application/x-kestrane-node", key);
+        data.setData("application/x-kestrane-process", QByteArray::number(Process));
         enter(data, target);
         QDragMoveEvent move(centre(target), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
         QCoreApplication::sendEvent(tree().viewport(), &move);
@@ -48,6 +51,7 @@ struct TwoFilesDesk : Desk {
     void drop(const char* key, const char* target, bool isMove) {
         QMimeData data;
         data.setData("application/x-kestrane-node", key);
+        data.setData("application/x-kestrane-process", QByteArray::number(Process));
         if (isMove) data.setData("application/x-kestrane-move", "1");
         enter(data, target);
         QDropEvent dropped(centre(target), Qt::CopyAction, &data, Qt::LeftButton, {});
@@ -139,6 +143,9 @@ TEST(NodeEdits, DraggedNodesAreCopiedAndWithCtrlMovedWhereTheyBelong) {
     EXPECT_EQ(desk.node("Broadband 1").background(0).style(), Qt::NoBrush);
     for (const char* target : {"Broadband 1", "Full Octave"})
         desk.drop("L1I3F2", target, true);
+    ++desk.Process; // a key of another program that runs
+    desk.drop("L1I3F2", kSurvey, true);
+    --desk.Process;
     EXPECT_EQ(desk.nodes(), kSurveyNodes + kShiftNodes);
     desk.drop("L1I3F2", kSurvey, false);
     QStringList with = kSurveyNodes + QStringList({"Foundry, day shift [360417]", "Broadband", "Broadband 1"});

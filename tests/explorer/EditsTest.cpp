@@ -213,9 +213,11 @@ TEST(Undo, AZoomedCopyWithOtherSettingsGivesWayToTheLog) {
     ASSERT_TRUE(applyChanges(log, *state.LogInView(one.session), {"85", "5", "01/02/2020"}, {}));
     one.wait();
     one.pump.runUntil([&] { return !state.LogInView(one.session)->IntervalsRecalculating; });
-    EXPECT_FALSE(state.endStaleZoom(one.session));
+    const std::string basis = state.BasisOfFigures(one.session);
     ASSERT_TRUE(one.undo());
-    EXPECT_TRUE(state.endStaleZoom(one.session));
+    EXPECT_NE(state.BasisOfFigures(one.session), basis);
+    EXPECT_TRUE(state.endZoom(one.session));
+    EXPECT_FALSE(state.endZoom(one.session));
     EXPECT_EQ(state.LogInView(one.session), &log);
 }
 
