@@ -153,9 +153,11 @@ bool FullRecalc(clsLog& displayed, clsLog& inView) {
     if (isLong && session.ShowMessage(session.LoadText(4565), kButtonsYesNo + kIconQuestion) != Button::Yes) {
         return false;
     }
-    RecalcValues(displayed, kCalcFull);
-    if (&displayed != &inView) RecalcValues(inView, kCalcFull);
-    return true;
+    return editLog(displayed, kTitleRecalculation, [&] {
+        RecalcValues(displayed, kCalcFull);
+        if (&displayed != &inView) RecalcValues(inView, kCalcFull);
+        return true;
+    });
 }
 
 } // namespace kestrane

@@ -31,6 +31,7 @@ constexpr int kTitleNote = 4766;
 constexpr int kTitleDisplayOptions = 4767;
 constexpr int kTitleMerge = 4768;
 constexpr int kTitleFrequencyWeighting = 4769;
+constexpr int kTitleRecalculation = 4770;
 
 // Lets change() change a log, and when it returns true keeps what the log was before, as a step of its document; a log
 // of no open document (a zoomed range) is just changed. What is undone later is the whole log: its figures, rows,

@@ -286,6 +286,7 @@ constexpr TextEntry Entries[] = {
     {4767, "Display Options"},
     {4768, "Merge"},
     {4769, "Frequency Weighting"},
+    {4770, "Recalculation"},
     // Hearing protector screens
     {4801, "Hearing Protector Database"},
     {4802, "Select a Hearing Protector"},

@@ -79,6 +79,7 @@ TEST(Undo, TakesBackEveryCommandInTurnAndDoesItAgain) {
          [&] {
              return applyChanges(log, log, {"85", "5", "03/02/2020"}, {});
          }},
+        {"&Undo Recalculation", [&] { return FullRecalc(log, log); }},
         {"&Undo Exposure Rows", [&] { return InsertRows(log, 0, two); }},
         {"&Undo Exposure Rows", [&] { return EnterCell(log, 1, eColumnLeq, "91.5") == CellEntry::Stored; }},
         {"&Undo Exposure Rows", [&] { return DeleteRows(log, 1, two); }},
