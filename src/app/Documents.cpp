@@ -141,6 +141,11 @@ void rememberRecentFile(Session& session, const std::string& name) {
     if (session.RecentFiles.size() > kRecentFiles) session.RecentFiles.resize(kRecentFiles);
 }
 
+std::string saveErrorText(const Session& session, const RuntimeError& error, const std::string& name) {
+    return std::to_string(error.Number) + ": " + error.what() + "\r\n\r\n" +
+           ReplaceText(session.LoadText(6530), "^", name);
+}
+
 bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName) {
     if (session.Options.PreventEmptySaving && hasEmptyCollection(file)) {
         session.ShowMessage(session.LoadText(6539), kIconInformation);
@@ -159,9 +164,7 @@ bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& 
     try {
         waitFor(session, [&] { FileSave(file); });
     } catch (const RuntimeError& error) {
-        const std::string text = std::to_string(error.Number) + ": " + error.what() + "\r\n\r\n" +
-                                 ReplaceText(session.LoadText(6530), "^", file.FileName);
-        session.ShowMessage(text, kIconExclamation);
+        session.ShowMessage(saveErrorText(session, error, file.FileName), kIconExclamation);
         file.FileName = nameBefore; // nothing stands under the new name
         isSaved = false;
     }

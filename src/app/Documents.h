@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/Session.h"
+#include "platform/RuntimeError.h"
 
 #include <functional>
 #include <optional>
@@ -33,6 +34,9 @@ using AskSaveName = std::function<std::optional<std::string>(const std::string& 
 
 // Saves a document, asking for a name where it has none that can be written. False when it was not saved.
 bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName);
+
+// What to say when a file could not be written.
+std::string saveErrorText(const Session& session, const RuntimeError& error, const std::string& name);
 
 // Offers to save what has changed, of the given file or of all (null): first all questions, then all saving. False
 // when the user cancels or a save fails.

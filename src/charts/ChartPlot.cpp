@@ -245,7 +245,7 @@ void ChartPlot::placeParts() {
     middle->setColumnSpacing(kSpacing);
     if (isShown(*title_)) place(title_.get(), *plotLayout());
     place(middle, *plotLayout());
-    if (body() != nullptr) place(body(), *middle);
+    place(body() != nullptr ? body() : new QCPLayoutElement(this), *middle); // an empty grid leaves the texts no width
     if (body() != nullptr && isLegendShown_ && !legend_->isEmpty()) {
         if (isLegendBeside(room)) {
             legend_->fitBeside(room.height());

@@ -2,7 +2,6 @@
 
 #include "app/AcquireDialog.h"
 
-#include <csignal>
 #include <iostream>
 #include <unistd.h>
 
@@ -12,24 +11,13 @@ namespace {
 
 constexpr const char* kClearLine = "\r\033[K";
 
-volatile std::sig_atomic_t isInterrupted = 0;
-
-void interrupt(int) {
-    isInterrupted = 1;
-}
-
 } // namespace
 
 ConsoleDownload::ConsoleDownload(Session& session, const MonotonicClock& clock, bool isQuiet, ChosenRows rows) :
     session_(session),
     report_(session, clock),
     showsProgress_(!isQuiet && isatty(STDERR_FILENO) != 0),
-    rows_(std::move(rows)),
-    before_(std::signal(SIGINT, interrupt)) {}
-
-ConsoleDownload::~ConsoleDownload() {
-    std::signal(SIGINT, before_);
-}
+    rows_(std::move(rows)) {}
 
 void ConsoleDownload::ShowProgress(const DownloadProgress& progress) {
     if (!showsProgress_) return;
@@ -60,7 +48,7 @@ std::optional<AcquireChoice> ConsoleDownload::ChooseLogs(const AcquireList& list
 }
 
 bool ConsoleDownload::IsCancelled() const {
-    return isInterrupted != 0;
+    return interrupt_.hasCome();
 }
 
 } // namespace kestrane

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/ProgressReport.h"
+#include "cli/Interrupt.h"
 #include "download/DownloadUser.h"
 #include "model/Session.h"
 
@@ -18,9 +19,6 @@ using ChosenRows = std::optional<std::vector<int>>;
 class ConsoleDownload : public DownloadUser {
 public:
     ConsoleDownload(Session& session, const MonotonicClock& clock, bool isQuiet, ChosenRows rows);
-    ~ConsoleDownload() override; // an interrupt ends the program again
-    ConsoleDownload(const ConsoleDownload&) = delete;
-    ConsoleDownload& operator=(const ConsoleDownload&) = delete;
 
     void ShowProgress(const DownloadProgress& progress) override;
     void CloseProgress() override;
@@ -32,7 +30,7 @@ private:
     ProgressReport report_;
     bool showsProgress_;
     ChosenRows rows_;
-    void (*before_)(int);
+    Interrupt interrupt_;
 };
 
 } // namespace kestrane

@@ -64,4 +64,14 @@ bool Program::saveAs(clsFile& file, const std::string& output) {
     return SaveFile(session, file, true, [&](const std::string&) { return std::optional(fullPath(output)); });
 }
 
+bool Program::write(const std::string& output, const std::function<void()>& writer) {
+    try {
+        writer();
+        return true;
+    } catch (const RuntimeError& error) {
+        session.ShowMessage(saveErrorText(session, error, fullPath(output)), kIconExclamation);
+        return false;
+    }
+}
+
 } // namespace kestrane

@@ -7,6 +7,7 @@
 #include "platform/qt/QtComm.h"
 #include "server/KestraneThread.h"
 
+#include <functional>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -53,6 +54,9 @@ public:
 
     // Saves a document under another name. False when it was not saved; the reason has been shown.
     bool saveAs(clsFile& file, const std::string& output);
+
+    // Runs what writes a file. False when it was not written; the reason has been shown.
+    bool write(const std::string& output, const std::function<void()>& writer);
 
     void UseOnlyPort(const std::string& device) { comm_.UseOnly(device); }
 

@@ -242,20 +242,21 @@ bool isWanted(Session& session, const clsLog& log, const ChartOptions& options, 
     return session.ShowMessage(session.LoadText(4542), kButtonsYesNo + kIconQuestion) == Button::Yes;
 }
 
-int draw(Session& session, ChartData data, const ChartOptions& options) {
+int draw(Program& program, ChartData data, const ChartOptions& options) {
     if (options.is3D) data.Style = eChartAs3D;
     if (options.asValues) {
-        std::cout << chartValuesText(data, session.locale);
-    } else {
-        savePicture(data, session.locale, options.picture, options.size);
+        std::cout << chartValuesText(data, program.session.locale);
+        return kDone;
     }
-    return kDone;
+    const bool isWritten = program.write(
+        options.picture, [&] { savePicture(data, program.session.locale, options.picture, options.size); });
+    return isWritten ? kDone : kFailed;
 }
 
 int comparison(Program& program, const clsLog& log, const ChartOptions& options) {
     if (options.protector.empty()) return wrongWords("Tab 5 needs a --protector.");
     const auto compared = compareLog(program, log, options);
-    return compared ? draw(program.session, hpdChart(log, *compared), options) : kFailed;
+    return compared ? draw(program, hpdChart(log, *compared), options) : kFailed;
 }
 
 int chart(Program& program, const ChartOptions& options) {
@@ -274,7 +275,7 @@ int chart(Program& program, const ChartOptions& options) {
     if (!data) return nothingToShow(session);
     if (options.is3D) data->Style = eChartAs3D;
     if (!isWanted(session, log, options, *data)) return kFailed;
-    return draw(session, std::move(*data), options);
+    return draw(program, std::move(*data), options);
 }
 
 RunVerb chartVerb(CLI::App& verb) {

@@ -1,5 +1,6 @@
 #include "desktop/frmPreview.h"
 
+#include "app/Documents.h"
 #include "dialogs/Words.h"
 #include "platform/RuntimeError.h"
 #include "printing/PdfFile.h"
@@ -250,9 +251,7 @@ void frmPreview::savePdf() {
     try {
         writePdf(session_, *document_, *paper_, name.toStdString(), progress.function());
     } catch (const RuntimeError& error) {
-        session_.ShowMessage(std::to_string(error.Number) + ": " + error.what() + "\r\n\r\n" +
-                                 ReplaceText(session_.LoadText(6530), "^", name.toStdString()),
-                             kIconExclamation);
+        session_.ShowMessage(saveErrorText(session_, error, name.toStdString()), kIconExclamation);
     }
 }
 

@@ -34,7 +34,7 @@ void frmPrint::PrintReport(ReportForm form) {
 
 void frmPrint::PrintGraph() {
     if (!explorer_.LogTabs().HasContent()) {
-        session_.ShowMessage(session_.LoadText(4548), kIconInformation);
+        if (isPrinterThere(session_, printers_)) session_.ShowMessage(session_.LoadText(4548), kIconInformation);
         return;
     }
     print([&](const PageMetrics& paper) { return view(paper); });

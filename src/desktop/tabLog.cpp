@@ -1,5 +1,6 @@
 #include "desktop/tabLog.h"
 
+#include "app/Documents.h"
 #include "calc/Recalculation.h"
 #include "charts/chaTab.h"
 #include "desktop/CumulativePanelView.h"
@@ -617,9 +618,7 @@ void tabLog::SavePicture() {
     try {
         cha->savePicture(name.toStdString(), cha->size());
     } catch (const RuntimeError& error) {
-        session_.ShowMessage(std::to_string(error.Number) + ": " + error.what() + "\r\n\r\n" +
-                                 ReplaceText(session_.LoadText(6530), "^", name.toStdString()),
-                             kIconExclamation);
+        session_.ShowMessage(saveErrorText(session_, error, name.toStdString()), kIconExclamation);
     }
 }
 

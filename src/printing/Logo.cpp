@@ -51,9 +51,13 @@ Logo Logo::ofFile(const std::string& path) {
     return logo;
 }
 
-double Logo::draw(QPainter& painter, const QRectF& box) const {
+QSizeF Logo::sizeIn(const QSizeF& box) const {
     const QSizeF own = drawing_ ? QSizeF(drawing_->defaultSize()) : QSizeF(image_.size());
-    const QSizeF size = own.scaled(box.size(), Qt::KeepAspectRatio);
+    return own.scaled(box, Qt::KeepAspectRatio);
+}
+
+double Logo::draw(QPainter& painter, const QRectF& box) const {
+    const QSizeF size = sizeIn(box.size());
     const QRectF target(box.topLeft(), size);
     if (drawing_) {
         drawing_->render(&painter, target);

@@ -21,6 +21,9 @@ public:
 
     bool isPicture() const { return drawing_ != nullptr || !image_.isNull(); }
 
+    // In proportion, as wide as it can be in a box.
+    QSizeF sizeIn(const QSizeF& box) const;
+
     // In proportion, at the upper left of a box. Returns the width taken.
     double draw(QPainter& painter, const QRectF& box) const;
 

@@ -51,6 +51,17 @@ double Paper::textWidth(std::string_view text, const PageFont& font) const {
     return text.empty() ? 0 : shaped(text, font).Width / kCentimetre;
 }
 
+double Paper::pictureWidth(const std::string& path, const PageBox& box) const {
+    const Logo& logo = picture(path);
+    return logo.isPicture() ? logo.sizeIn(QSizeF(box.Width, box.Height)).width() : 0;
+}
+
+const Logo& Paper::picture(const std::string& path) const {
+    const auto known = pictures_.find(path);
+    if (known != pictures_.end()) return known->second;
+    return pictures_.emplace(path, path.empty() ? Logo::ofBrand() : Logo::ofFile(path)).first->second;
+}
+
 double Paper::lineHeight(const PageFont& font) const {
     return QFontMetricsF(fontOf(font)).height() / kCentimetre;
 }

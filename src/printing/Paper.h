@@ -1,12 +1,15 @@
 // A sheet of paper for the toolkit: its size, and texts shaped for it once, since a report says the same figures over
-// and over. Positions are in dots of kPaperDots an inch, whatever the device; a painter is scaled to them.
+// and over, and logos, each read once. Positions are in dots of kPaperDots an inch, whatever the device; a painter is
+// scaled to them.
 #pragma once
 
+#include "printing/Logo.h"
 #include "reports/PageDevice.h"
 
 #include <QGlyphRun>
 #include <QPageLayout>
 
+#include <map>
 #include <string>
 #include <unordered_map>
 
@@ -35,12 +38,15 @@ public:
 
     double textWidth(std::string_view text, const PageFont& font) const override;
     double lineHeight(const PageFont& font) const override;
+    double pictureWidth(const std::string& path, const PageBox& box) const override;
 
     const ShapedText& shaped(std::string_view text, const PageFont& font) const; // valid until the next call
+    const Logo& picture(const std::string& path) const; // an empty path is the picture of the brand
 
 private:
     QPageLayout layout_;
     mutable std::unordered_map<std::string, ShapedText> texts_;
+    mutable std::map<std::string, Logo> pictures_;
 };
 
 } // namespace kestrane

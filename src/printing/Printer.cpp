@@ -14,6 +14,24 @@ namespace {
 
 constexpr std::int64_t kErrorPrinter = 482;
 
+// Raises an error where the printer did not do its part.
+void check(const Session& session, bool isDone) {
+    if (!isDone) throw RuntimeError(kErrorPrinter, session.LoadText(7137));
+}
+
+// False when the progress put an end to it.
+bool drawCopies(const Session& session, QPrinter& printer, QPainter& painter, const Paper& paper,
+                PagedDocument& document, const PageProgress& progress) {
+    QtPage page(paper, session.locale, painter, printer.resolution() / kPaperDots,
+                [&] { check(session, printer.newPage()); });
+    const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
+    for (int copy = 0; copy < copies; ++copy) {
+        if (copy > 0) page.newPage();
+        if (!drawPages(document, page, progress)) return false;
+    }
+    return true;
+}
+
 void print(const Session& session, QPrinter& printer, const LayOut& layOut, const PageProgress& progress) {
     printer.setFullPage(true);
     const Paper paper(printer.pageLayout());
@@ -22,18 +40,21 @@ void print(const Session& session, QPrinter& printer, const LayOut& layOut, cons
         writePdf(session, *document, paper, printer.outputFileName().toStdString(), progress);
         return;
     }
+    if (progress && !progress(0, document->pageCount())) return; // while there is no job yet
     printer.setDocName(QString::fromStdString(document->Title()));
     QPainter painter;
-    if (!painter.begin(&printer)) throw RuntimeError(kErrorPrinter, session.LoadText(7122));
-    QtPage page(paper, session.locale, painter, printer.resolution() / kPaperDots, [&] { printer.newPage(); });
-    const int copies = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
-    for (int copy = 0; copy < copies; ++copy) {
-        if (copy > 0) page.newPage();
-        if (drawPages(*document, page, progress)) continue;
+    check(session, painter.begin(&printer));
+    if (!drawCopies(session, printer, painter, paper, *document, progress)) {
+        // Where the system cannot take a job back, this does nothing, and the pages drawn so far are printed.
         printer.abort();
         return;
     }
-    if (printer.printerState() == QPrinter::Error) throw RuntimeError(kErrorPrinter, session.LoadText(7122));
+    const bool isTaken = painter.end();
+    check(session, isTaken && printer.printerState() != QPrinter::Error);
+}
+
+void tell(Session& session, const RuntimeError& error) {
+    session.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation, session.LoadText(9000));
 }
 
 } // namespace
@@ -49,16 +70,21 @@ bool Printers::choose(QPrinter& printer, QWidget* parent) {
     return dialog.exec() == QDialog::Accepted;
 }
 
+bool isPrinterThere(Session& session, Printers& printers) {
+    if (printers.isAnyThere()) return true;
+    tell(session, RuntimeError(kErrorPrinter, session.LoadText(7122)));
+    return false;
+}
+
 void printDocument(Session& session, Printers& printers, QWidget* parent, bool isLandscape, const LayOut& layOut,
                    const PageProgress& progress) {
+    if (!isPrinterThere(session, printers)) return;
     try {
-        if (!printers.isAnyThere()) throw RuntimeError(kErrorPrinter, session.LoadText(7122));
         QPrinter printer(QPrinter::HighResolution);
         if (isLandscape) printer.setPageOrientation(QPageLayout::Landscape);
         if (printers.choose(printer, parent)) print(session, printer, layOut, progress);
     } catch (const RuntimeError& error) {
-        session.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation,
-                            session.LoadText(9000));
+        tell(session, error);
     }
 }
 

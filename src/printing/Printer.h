@@ -24,6 +24,9 @@ struct Printers {
     virtual bool choose(QPrinter& printer, QWidget* parent); // by the print dialog; false: cancelled
 };
 
+// False: there is none, and the user was told.
+bool isPrinterThere(Session& session, Printers& printers);
+
 // The printer, the number of copies and the paper are those of the dialog, which begins with paper turned as told; the
 // printers' settings stay as they are. A user who prints to a file gets one as writePdf makes it. Tells of what goes
 // wrong.

@@ -47,19 +47,13 @@ void QtPage::rule(double left, double top, double width) {
                       QColor(kRuleColor));
 }
 
-double QtPage::draw(const Logo& logo, const PageBox& box) {
-    return logo.draw(painter_, dots(box)) / kCentimetre;
-}
-
 double QtPage::picture(const std::string& path, const PageBox& box) {
-    const auto [known, isNew] = pictures_.try_emplace(path);
-    if (isNew) known->second = Logo::ofFile(path);
-    return known->second.isPicture() ? draw(known->second, box) : 0;
+    const Logo& logo = paper_.picture(path);
+    return logo.isPicture() ? logo.draw(painter_, dots(box)) / kCentimetre : 0;
 }
 
 double QtPage::brandPicture(const PageBox& box) {
-    if (!brand_) brand_ = Logo::ofBrand();
-    return draw(*brand_, box);
+    return picture({}, box);
 }
 
 void QtPage::chart(const ChartOnPage& chart, const PageBox& box) {

@@ -1,15 +1,11 @@
-// Pages on whatever the toolkit paints on: a printer, a PDF file, the screen. One for each job, so that the logo is
-// read once.
+// Pages on whatever the toolkit paints on: a printer, a PDF file, the screen.
 #pragma once
 
 #include "platform/Locale.h"
-#include "printing/Logo.h"
 #include "printing/Paper.h"
 #include "reports/PageDevice.h"
 
 #include <functional>
-#include <map>
-#include <optional>
 
 class QPainter;
 
@@ -31,14 +27,10 @@ public:
     void chart(const ChartOnPage& chart, const PageBox& box) override;
 
 private:
-    double draw(const Logo& logo, const PageBox& box);
-
     const Paper& paper_;
     const Locale locale_;
     QPainter& painter_;
     std::function<void()> next_;
-    std::map<std::string, Logo> pictures_;
-    std::optional<Logo> brand_;
 };
 
 } // namespace kestrane

@@ -32,6 +32,10 @@ public:
     virtual double textWidth(std::string_view text, const PageFont& font) const = 0;
     virtual double lineHeight(const PageFont& font) const = 0; // of "Xy"
 
+    // The width that a picture is going to take of a box; an empty path is the picture of the brand. 0: there is no
+    // such picture.
+    virtual double pictureWidth(const std::string& path, const PageBox& box) const = 0;
+
     bool isLandscape() const { return width() > height(); }
 };
 

@@ -9,14 +9,13 @@ namespace kestrane {
 namespace {
 
 constexpr double kMargin = 1.5;
-constexpr double kLogoWidth = 6;
-constexpr double kLogoHeight = 2;
+constexpr PageBox kLogoBox{kMargin, kMargin, 6, 2};
 constexpr double kBelowHead = 1;
 constexpr double kBelowHeadInLandscape = 0.5;
 constexpr double kBesideLogo = 0.4;
 constexpr double kAboveFoot = 0.3;
-constexpr double kLeastPoints = 10;       // of a line that has to be made smaller to fit
-constexpr std::size_t kMostHeadLines = 3; // into which it is broken when that is not enough
+constexpr double kLeastPoints = 10;       // of a head that has to be made smaller to fit
+constexpr std::size_t kMostHeadLines = 3; // into which a line is broken when that is not enough
 
 } // namespace
 
@@ -27,23 +26,31 @@ PageFrame::PageFrame(const Session& session, const PageHeading& heading, const P
     pageOfPages_(session.LoadText(7121)),
     metrics_(metrics) {
     body_ = wholePage();
-    if (!session.Options.CompanyName.empty()) addHeadLine(printableText(session.Options.CompanyName));
-    addHeadLine(printableText(heading.Title));
-    if (heading.IsModified) addHeadLine(session.LoadText(5067));
+    double logoWidth = logo_.empty() ? 0 : metrics.pictureWidth(logo_, kLogoBox);
+    if (logoWidth == 0) logoWidth = metrics.pictureWidth({}, kLogoBox);
+    std::vector<std::string> texts;
+    if (!session.Options.CompanyName.empty()) texts.push_back(printableText(session.Options.CompanyName));
+    texts.push_back(printableText(heading.Title));
+    if (heading.IsModified) texts.push_back(session.LoadText(5067));
+    setHead(texts, logoWidth);
     double lines = 0;
     for (const HeadLine& line : head_)
         lines += metrics.lineHeight(line.Font);
-    body_.Top += std::max(kLogoHeight, lines) + (metrics.isLandscape() ? kBelowHeadInLandscape : kBelowHead);
+    body_.Top += std::max(kLogoBox.Height, lines) + (metrics.isLandscape() ? kBelowHeadInLandscape : kBelowHead);
 }
 
-// Whatever the logo's width, the line has room beside it.
-void PageFrame::addHeadLine(const std::string& text) {
-    const double room = body_.width() - kLogoWidth - kBesideLogo;
+// Beside the logo, in the largest font that all have room in.
+void PageFrame::setHead(const std::vector<std::string>& lines, double logoWidth) {
+    const double room = body_.width() - logoWidth - kBesideLogo;
     PageFont font = kTitleFont;
-    while (font.Points > kLeastPoints && metrics_.textWidth(text, font) > room)
-        font.Points -= 1;
-    for (std::string& line : wrappedText(metrics_, text, room, font, kMostHeadLines))
-        head_.push_back({std::move(line), font});
+    for (const std::string& text : lines) {
+        while (font.Points > kLeastPoints && metrics_.textWidth(text, font) > room)
+            font.Points -= 1;
+    }
+    for (const std::string& text : lines) {
+        for (std::string& line : wrappedText(metrics_, text, room, font, kMostHeadLines))
+            head_.push_back({std::move(line), font});
+    }
 }
 
 PageArea PageFrame::wholePage() const {
@@ -53,11 +60,10 @@ PageArea PageFrame::wholePage() const {
 
 // Lines are centred on the page unless they would reach into the logo: then as far left as they may.
 void PageFrame::drawHead(PageDevice& device) {
-    const PageBox box{kMargin, kMargin, kLogoWidth, kLogoHeight};
-    double logoWidth = logo_.empty() ? 0 : device.picture(logo_, box);
+    double logoWidth = logo_.empty() ? 0 : device.picture(logo_, kLogoBox);
     if (logoWidth == 0) {
         logo_.clear(); // is not tried again
-        logoWidth = device.brandPicture(box);
+        logoWidth = device.brandPicture(kLogoBox);
     }
     const double left = kMargin + logoWidth + kBesideLogo;
     double top = kMargin;

@@ -46,7 +46,7 @@ private:
         PageFont Font;
     };
 
-    void addHeadLine(const std::string& text);
+    void setHead(const std::vector<std::string>& lines, double logoWidth);
 
     std::vector<HeadLine> head_;
     std::string logo_; // path; empty: none is set, or it could not be read

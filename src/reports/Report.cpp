@@ -10,7 +10,8 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kChartHeight = 0.25; // of the page
+constexpr double kChartHeight = 0.33; // of the page
+constexpr double kLeastChartHeight = 0.25;
 constexpr double kChartHeightInLandscape = 0.66;
 constexpr double kMiddleGap = 0.5;
 constexpr std::size_t kMostValueLines = 3;
@@ -57,9 +58,10 @@ Report::Report(const ReportSubject& subject, ReportForm form, const PageMetrics&
     const clsLog& log = subject.log;
     newPage();
     placeDetails(detailLines(subject.data, log));
-    placeChart(subject);
+    const ReportTable figures = cumulativeTable(log);
+    placeChart(subject, heightOf(figures));
     if (metrics.isLandscape()) newPage();
-    placeTable(cumulativeTable(log));
+    placeTable(figures);
     if (log.IsOctaveLog()) {
         if (metrics.isLandscape()) newPage();
         placeTable(frequencyTable(log));
@@ -96,9 +98,12 @@ void Report::placeDetails(const std::vector<DetailLine>& lines) {
     top_ += line_;
 }
 
-// Beside the details in landscape, else below them.
-void Report::placeChart(const ReportSubject& subject) {
-    if (subject.log.LogIntervals.Count() == 0) return;
+double Report::heightOf(const ReportTable& table) const {
+    return (kCaptionLines + static_cast<double>(table.Rows.size())) * line_;
+}
+
+// Beside the details in landscape, else below them, with room below for a table where there is enough.
+void Report::placeChart(const ReportSubject& subject, double below) {
     chart_ = {std::make_shared<ChartData>(fullLogChart(&subject.log, {})), subject.ShowsLegend, subject.ShowsNote, {}};
     const PageArea& body = frame_.body();
     if (metrics_.isLandscape()) {
@@ -107,7 +112,8 @@ void Report::placeChart(const ReportSubject& subject) {
         pages_.back().Chart = {left, body.Top, body.Right - left, height};
         return;
     }
-    const double height = std::min(kChartHeight * metrics_.height(), body.height());
+    const double room = std::max(body.Bottom - top_ - 2 * line_ - below, kLeastChartHeight * metrics_.height());
+    const double height = std::min({kChartHeight * metrics_.height(), room, body.height()});
     if (top_ + height > body.Bottom) newPage();
     pages_.back().Chart = {body.Left, top_, body.width(), height};
     top_ += height + line_;
@@ -119,7 +125,7 @@ void Report::placeTable(const ReportTable& table) {
     const PageArea& body = frame_.body();
     const std::vector<double> ends = columnEnds(table, metrics_);
     const double width = std::max(ends.back(), metrics_.textWidth(table.Heading, kCaptionFont));
-    const double height = (kCaptionLines + static_cast<double>(table.Rows.size())) * line_;
+    const double height = heightOf(table);
     double left = body.Left;
     const auto hasRoomBeside = [&] { return tableRight_ > 0 && tableRight_ + kMiddleGap + width <= body.Right; };
     const auto goBeside = [&] {

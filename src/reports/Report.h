@@ -63,7 +63,8 @@ private:
     void newPage();
     void place(double x, const std::string& text, const PageFont& font, PageAlign align = PageAlign::Left);
     void placeDetails(const std::vector<DetailLine>& lines);
-    void placeChart(const ReportSubject& subject);
+    double heightOf(const ReportTable& table) const;
+    void placeChart(const ReportSubject& subject, double below);
     void placeTable(const ReportTable& table);
     void placeCaptions(const ReportTable& table, const std::vector<double>& ends, double left);
 

@@ -19,6 +19,11 @@ std::string longDate(const clsDate& date) {
     return date.Format().empty() ? std::string() : date.Format(kLongDate);
 }
 
+// Without a date there is no time either: it is midnight, since nobody set it.
+std::string timeOf(const clsLog& log, const clsTime& time) {
+    return log.StartDate.Format().empty() ? std::string() : time.hh_mm_ss();
+}
+
 std::string dottedLine() {
     constexpr std::size_t kDots = 54;
     return std::string(kDots, '.');
@@ -45,8 +50,8 @@ constexpr DetailRow kDetails[] = {
     {0, nullptr, true},
     {7103, [](const clsInsData&, const clsLog& log) { return longDate(log.StartDate); }},
     {7104, [](const clsInsData&, const clsLog& log) { return longDate(log.EndDate); }},
-    {7105, [](const clsInsData&, const clsLog& log) { return log.StartTime.hh_mm_ss(); }},
-    {7106, [](const clsInsData&, const clsLog& log) { return log.EndTime.hh_mm_ss(); }},
+    {7105, [](const clsInsData&, const clsLog& log) { return timeOf(log, log.StartTime); }},
+    {7106, [](const clsInsData&, const clsLog& log) { return timeOf(log, log.EndTime); }},
     {7107, [](const clsInsData&, const clsLog& log) { return LogLengthText(log); }},
     {7108, [](const clsInsData&, const clsLog& log) { return log.IntervalText(); }},
     {7109, [](const clsInsData&, const clsLog& log) { return log.ModeText(); }},

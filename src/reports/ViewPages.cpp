@@ -20,13 +20,16 @@ constexpr std::size_t kMostLinesBelow = 4;
 
 using Cells = std::vector<std::vector<std::string>>;
 
-PageHeading headingOf(const PrintedView& view) {
-    const std::string tab = view.log.session().LoadText(kFirstTabCaption + view.tab);
-    return {view.log.Name + " - " + tab, view.file.ShortenedFileName(), view.IsModified};
+// band 0: none is named
+PageHeading headingOf(const PrintedView& view, int band = 0) {
+    std::string title = view.log.session().LoadText(kFirstTabCaption + view.tab);
+    if (!view.log.Name.empty()) title = view.log.Name + " - " + title;
+    if (band > 0) title += " - " + bandLabel(view.log, band);
+    return {title, view.file.ShortenedFileName(), view.IsModified};
 }
 
-std::unique_ptr<PagedDocument> gridPages(const PrintedView& view, PageGrid grid) {
-    return std::make_unique<GridPages>(view.log.session(), headingOf(view), std::move(grid), view.metrics);
+std::unique_ptr<PagedDocument> gridPages(const PrintedView& view, PageGrid grid, int band = 0) {
+    return std::make_unique<GridPages>(view.log.session(), headingOf(view, band), std::move(grid), view.metrics);
 }
 
 PageGrid gridOf(std::vector<std::string> captions, Cells cells) {
@@ -104,7 +107,7 @@ std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int
             cells.push_back(std::move(line));
         }
     }
-    return gridPages(view, gridOf(std::move(captions), std::move(cells)));
+    return gridPages(view, gridOf(std::move(captions), std::move(cells)), band);
 }
 
 std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view) {

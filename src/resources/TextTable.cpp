@@ -530,6 +530,7 @@ constexpr TextEntry Entries[] = {
     {7134, "Zoom out"},
     {7135, "Page"},
     {7136, "Re&port:"},
+    {7137, "The printer did not take all pages."},
     // Download progress and faults
     {8001, "Identifying Instrument..."},
     {8002, "Your {} instrument is not responding.~~The instrument may need placing in COM mode, see specific user "

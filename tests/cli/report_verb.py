@@ -59,11 +59,16 @@ class Report(unittest.TestCase):
 
     def test_refusals(self):
         night = sample("night-environment")
-        for words, status in (([night], 2), ([night, "--form", "long", "-o", "out.pdf"], 2), ([night, "-o", "none/out.pdf"], 1),
+        for words, status in (([night], 2), ([night, "--form", "long", "-o", "out.pdf"], 2), ([night, "--form", "1", "-o", "out.pdf"], 2), ([night, "-o", "none/out.pdf"], 1),
                               ([night, "--log", "L9I9F9", "-o", "out.pdf"], 1), (["none.xml", "-o", "out.pdf"], 1)):
             found, out, err = self.call(*words)
             self.assertEqual((found, out), (status, ""), words)
             self.assertTrue(err)
+        for verb, output in (("report", "none/out.pdf"), ("chart", "none/out.png")):
+            words = [verb, night, "-o", output] + (["--tab", "0"] if verb == "chart" else [])
+            result = subprocess.run([CLI, "--settings", "settings.ini", *words], capture_output=True, check=False)
+            self.assertEqual(result.returncode, 1)
+            self.assertRegex(result.stderr.decode(), rf"2: .*\s+There was an error saving '{os.getcwd()}/{output}'")
         self.assertEqual(os.listdir("."), ["settings.ini"])
 
 

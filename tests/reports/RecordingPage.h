@@ -15,6 +15,7 @@ struct RecordedMetrics : PageMetrics {
     explicit RecordedMetrics(bool isLandscape = false) : landscape(isLandscape) {}
 
     bool landscape;
+    double logoWidth = 6;
 
     double width() const override { return landscape ? 29.7 : 21; }
 
@@ -26,6 +27,8 @@ struct RecordedMetrics : PageMetrics {
     }
 
     double lineHeight(const PageFont& font) const override { return 0.3 * font.Points / 7; }
+
+    double pictureWidth(const std::string&, const PageBox&) const override { return logoWidth; }
 };
 
 struct DrawnText {

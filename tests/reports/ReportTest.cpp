@@ -123,6 +123,31 @@ TEST(Report, NamesBothChannelsAndTheLnsInUse) {
     EXPECT_EQ(yard.drawn(ReportForm::Cumulative).pages, 1U); // the bands stand beside the cumulative figures
 }
 
+TEST(Report, ChartsALogWithoutIntervalsToo) {
+    Yard yard;
+    clsLog empty(yard.session);
+    empty.StartTime = empty.EndTime = {9, 0, 0};
+    for (const RecordedMetrics& metrics : {Yard::kUpright, Yard::kLandscape}) {
+        Report report({yard.file, yard.data, empty}, ReportForm::Default, metrics);
+        const RecordingPage page = recorded(report, metrics);
+        EXPECT_EQ(page.charts.size(), 1U);
+        EXPECT_EQ(page.faults(), "");
+        EXPECT_EQ(page.find("09:00:00"), nullptr); // there is no date that it is of
+    }
+}
+
+// The chart is as high as the table below it lets it be.
+TEST(Report, KeepsTheFiguresOnTheFirstPage) {
+    Yard yard;
+    const double most = yard.drawn(ReportForm::Cumulative).charts.front().box.Height;
+    for (int ln = 1; ln <= 4; ++ln)
+        yard.log.LnNumberA(ln, static_cast<std::int16_t>(ln));
+    const RecordingPage page = yard.drawn(ReportForm::Cumulative);
+    EXPECT_EQ(page.pages, 1U);
+    EXPECT_LT(page.charts.front().box.Height, most);
+    EXPECT_EQ(page.faults(), "");
+}
+
 TEST(Report, ListsIntervalsPageAfterPage) {
     Yard yard;
     clsLog& log = yard.log;
@@ -200,12 +225,15 @@ TEST(Report, TitlesKeepClearOfTheLogo) {
     };
 
     const std::string name = "Yard - Broadband Report"; // 4.6 cm
-    for (const Case& c : {Case{"", 2, 8.2}, Case{"", 6, 8.2}, Case{std::string(50, 'c'), 6, 7.9}}) {
+    for (const Case& c : {Case{"", 2, 8.2}, Case{"", 6, 8.2}, Case{std::string(50, 'c'), 6, 7.9},
+                          Case{std::string(76, 'c'), 2, 3.9}}) { // 15.2 cm beside a narrow logo
         Yard yard;
         yard.session.Options.CompanyName = c.company;
         yard.session.Options.CompanyLogoFile = "/logo.png";
-        Report report({yard.file, yard.data, yard.log, true}, ReportForm::Cumulative, Yard::kUpright);
-        RecordingPage page(Yard::kUpright);
+        RecordedMetrics metrics;
+        metrics.logoWidth = c.logo;
+        Report report({yard.file, yard.data, yard.log, true}, ReportForm::Cumulative, metrics);
+        RecordingPage page(metrics);
         page.pictureWidth = c.logo;
         drawPages(report, page, {});
         EXPECT_NEAR(page.texts.front().box.Left, c.left, 1e-9);
@@ -219,10 +247,13 @@ TEST(Report, BreaksALongTitleBeforeItCutsIt) {
     Yard yard;
     yard.log.Name = "The yard behind the northern gate, between the press and the river, on the second day";
     std::string head;
+    yard.session.Options.CompanyName = "Fen";
     for (const DrawnText& text : yard.drawn(ReportForm::Cumulative).texts) {
-        if (text.font.IsBold && text.box.Top < 3) head += text.text + " ";
+        if (!text.font.IsBold || text.box.Top > 3) continue;
+        head += text.text + " ";
+        EXPECT_EQ(text.font.Points, 10) << text.text; // all lines alike
     }
-    EXPECT_EQ(head, yard.log.Name + " - Broadband Report ");
+    EXPECT_EQ(head, "Fen " + yard.log.Name + " - Broadband Report ");
 }
 
 // Nothing runs out of the page or over something else, whatever the texts are.

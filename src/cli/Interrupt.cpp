@@ -1,0 +1,27 @@
+#include "cli/Interrupt.h"
+
+#include <csignal>
+
+namespace kestrane {
+
+namespace {
+
+volatile std::sig_atomic_t isInterrupted = 0;
+
+void interrupt(int) {
+    isInterrupted = 1;
+}
+
+} // namespace
+
+Interrupt::Interrupt() : before_(std::signal(SIGINT, interrupt)) {}
+
+Interrupt::~Interrupt() {
+    std::signal(SIGINT, before_);
+}
+
+bool Interrupt::hasCome() const {
+    return isInterrupted != 0;
+}
+
+} // namespace kestrane
