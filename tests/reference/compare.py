@@ -299,7 +299,7 @@ class Comparison:
         mode = self.random.randint(0, 4)
         words = ["recalc", self.name, "--mode", str(mode), *words, "-o", self.target]
         for option, name, choices in (("--criterion", "Criterion", [80, 85, 0, -5]), ("--exchange", "Exchange", [3, 4, 5, 0]),
-                                      ("--exposure", "ExposureTime", [4.0, 8.0, 0.5, 0.0])):
+                                      ("--exposure", "ExposureTime", [4.0, 8.0, 0.5, 24.0])):
             if self.random.random() < 0.4:
                 setattr(log, name, self.random.choice(choices))
                 words += [option, str(getattr(log, name))]
