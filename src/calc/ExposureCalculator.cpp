@@ -2,6 +2,7 @@
 
 #include "calc/ExposureTime.h"
 #include "calc/Recalculation.h"
+#include "model/Acoustics.h"
 #include "model/Session.h"
 #include "model/TimeText.h"
 #include "platform/Format.h"
@@ -48,15 +49,15 @@ public:
     void add(float level) {
         if (level == 0) isSpoilt_ = true;
         if (isSpoilt_) return;
-        sum_ = checkedSingle(sum_ + std::pow(10.0, static_cast<double>(level) / 10));
+        sum_ = checkedSingle(sum_ + energyOf(level));
         ++count_;
     }
 
     bool hasSum() const { return !isSpoilt_ && sum_ != 0; }
 
-    float sum() const { return checkedSingle(10 * std::log10(static_cast<double>(sum_))); }
+    float sum() const { return checkedSingle(levelOf(sum_)); }
 
-    float mean() const { return checkedSingle(10 * std::log10(static_cast<double>(sum_) / count_)); }
+    float mean() const { return checkedSingle(levelOf(static_cast<double>(sum_) / count_)); }
 
 private:
     float sum_ = 0;

@@ -1,5 +1,6 @@
 #include "calc/Recalculation.h"
 
+#include "model/Acoustics.h"
 #include "model/LogParameters.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
@@ -9,20 +10,11 @@
 #include "server/LogLoading.h"
 
 #include <array>
-#include <cmath>
 #include <optional>
 
 namespace kestrane {
 
 namespace {
-
-constexpr float kReference = 8;         // hours
-constexpr float kPa2PerEnergy = 4E-10F; // Pa², the square of 20 micropascals
-constexpr double kPercentPerHour = 12.5;
-
-double log10Of(double x) {
-    return std::log(x) / std::log(10.0);
-}
 
 enum class Basis { Exposure, Measured };
 
@@ -64,7 +56,7 @@ public:
         compute(figure, true, [&]() -> std::optional<double> {
             const float hours = time(basis);
             if (hours == 0) return std::nullopt;
-            return clamped(leq + 10 * log10Of(static_cast<double>(hours) / kReference));
+            return clamped(normalisedTo8Hours(leq, hours));
         });
     }
 
@@ -72,17 +64,15 @@ public:
         compute(figure, true, [&]() -> std::optional<double> {
             const float hours = time(Basis::Measured);
             if (hours == 0) return std::nullopt;
-            return clamped(lepd - 10 * log10Of(static_cast<double>(hours) / kReference));
+            return clamped(levelOfNormalised(lepd, hours));
         });
     }
 
     void dose(clsValue& figure, float leq, Basis basis) const {
         compute(figure, true, [&]() -> std::optional<double> {
             const float hours = time(basis);
-            const auto q = static_cast<float>(log_.Exchange / log10Of(2));
-            if (q == 0) return leq;
-            const auto x = checkedSingle((static_cast<double>(leq) - log_.Criterion) / q);
-            return kPercentPerHour * hours * std::pow(10.0, static_cast<double>(x));
+            if (log_.Exchange == 0) return leq; // meant so (instrument convention)
+            return doseOf(leq, log_.Criterion, log_.Exchange, hours);
         });
     }
 
@@ -90,7 +80,7 @@ public:
         compute(figure, false, [&]() -> std::optional<double> {
             const float hours = time(Basis::Measured);
             if (hours == 0) return std::nullopt;
-            return static_cast<double>(doseMT) / hours;
+            return dosePerHour(doseMT, hours);
         });
     }
 
@@ -98,15 +88,14 @@ public:
         compute(figure, false, [&]() -> std::optional<double> {
             const float seconds = getTime(log_, 's', false, true);
             if (seconds == 0) return 0;
-            return leq + 10 * log10Of(seconds);
+            return soundExposureLevel(leq, seconds);
         });
     }
 
     // The Brevik family goes by the exposure time, the others by the measured time.
     void pa2h(clsValue& figure, float leq) const {
         compute(figure, false, [&]() -> std::optional<double> {
-            const float hours = time(log_.IsBrevikMeter() ? Basis::Exposure : Basis::Measured);
-            return static_cast<double>(kPa2PerEnergy) * hours * std::pow(10.0, static_cast<double>(leq) / 10);
+            return soundExposure(leq, time(log_.IsBrevikMeter() ? Basis::Exposure : Basis::Measured));
         });
     }
 
@@ -231,13 +220,13 @@ void sumBands(clsLog& log) {
         for (int band = 1; band <= values->last(); ++band) {
             const float level = (*values)(band).CalcValue();
             if (level == 0) continue;
-            sum = static_cast<float>(sum + std::pow(10.0, static_cast<double>(level) / 10));
+            sum = static_cast<float>(sum + energyOf(level));
             isSeen = true;
         }
         clsValue& overall = (*values)(0);
         if (!isSeen || !(overall.CalcValue() == 0 || log.OverwriteStoredValues)) continue;
         try {
-            overall.CalcValue(checkedSingle(10 * log10Of(sum)));
+            overall.CalcValue(checkedSingle(levelOf(sum)));
         } catch (const RuntimeError&) { // the figure stays
         }
     }
@@ -278,11 +267,9 @@ void deriveChannelB(clsLog& log, const Calculators& calculate) {
     unlessHalcyr(b.doseHour, [&] { calculate.doseHour(b.doseHour, b.doseMT.CalcValue()); });
 }
 
-// The level of a dose D in percent: (exchange / ln 2) ln(D / 100) + criterion. 0 for no dose; raises 6 for a negative
-// one.
+// The level of a dose by the log's criterion and exchange rate. 0 for no dose; raises 6 for a negative one.
 float twaOfDose(const clsLog& log, float dose) {
-    if (dose == 0) return 0;
-    return checkedSingle(log.Exchange / std::log(2.0) * std::log(static_cast<double>(dose) / 100) + log.Criterion);
+    return dose == 0 ? 0 : checkedSingle(levelOfDose(dose, log.Criterion, decibelsPerDecade(log.Exchange)));
 }
 
 bool isWeightedAorC(const std::string& weight) {
@@ -368,8 +355,7 @@ float TWA8CumA(const clsLog& log) {
     try {
         const float hours = getTime(log, 'h', true, true);
         if (hours == 0) return 0;
-        return twaOfDose(
-            log, checkedSingle(static_cast<double>(DoseMT_NRR(log)) * (kReference / static_cast<double>(hours))));
+        return twaOfDose(log, checkedSingle(doseIn8Hours(DoseMT_NRR(log), hours)));
     } catch (const RuntimeError&) {
         return 0;
     }

@@ -1,7 +1,6 @@
-// From levels and times to exposure figures: LEP,d, dose, dose per hour, LE, Pa2Hr and TWA of a log. All rules of a
-// dose stand in Recalculation.cpp. Figures are single precision; powers and logarithms are taken in double; nothing is
-// rounded to 0.1 dB. Sources: ISO 9612 (LEP,d normalised to 8 h), the dose definitions of ANSI S1.25 with criterion and
-// exchange rate; what differs from them is instrument convention.
+// From levels and times to exposure figures: LEP,d, dose, dose per hour, LE, Pa2Hr and TWA of a log. Which figure is
+// computed from what, by which time and in which order stands here; the formulas stand in model/Acoustics.h. Figures
+// are single precision, and nothing is rounded to 0.1 dB.
 #pragma once
 
 #include "model/clsInsData.h"

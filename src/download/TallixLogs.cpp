@@ -2,9 +2,8 @@
 
 #include "download/DownloadedLog.h"
 #include "download/TextFrame.h"
+#include "model/Acoustics.h"
 #include "platform/Numbers.h"
-
-#include <cmath>
 
 namespace kestrane {
 
@@ -68,20 +67,21 @@ void decodeSeries(clsLog& log, Quantity quantity, const TextFields& reply) {
     }
 }
 
-// The level that gives a dose in percent within a row; 0 for no dose.
-float levelOfDose(const clsLog& log, float dose) {
-    constexpr double kMinute = 60, kPercent = 100, kDay = 8;
+// The level that gives a dose within a row; 0 for no dose. The row's minutes stand where the formula has hours: meant
+// so, like the factors, which are instrument convention. The instruments go by a round 10 dB for ten times the dose at
+// an exchange rate of 3 dB, and by 5 dB at every other.
+float levelOfRow(const clsLog& log, float dose) {
+    constexpr double kMinute = 60;
     constexpr std::int16_t kEqualEnergy = 3;
     if (dose <= 0) return 0;
-    const double factor = log.Exchange == kEqualEnergy ? 10 : 5;
-    return checkedSingle(log.Criterion +
-                         factor * std::log10(static_cast<double>(dose) / kPercent * (kDay / (log.Interval / kMinute))));
+    const double perDecade = log.Exchange == kEqualEnergy ? 10 : 5;
+    return checkedSingle(levelOfDose(doseIn8Hours(dose, log.Interval / kMinute), log.Criterion, perDecade));
 }
 
 void levelsFromDoses(clsLog& log) {
     IntervalColumns& rows = log.LogIntervals.Columns();
     for (std::size_t row = 0; row < rows.count(); ++row) {
-        const float level = levelOfDose(log, rows.level(Quantity::DoseA, 0, row).CalcValue);
+        const float level = levelOfRow(log, rows.level(Quantity::DoseA, 0, row).CalcValue);
         rows.setLevel(Quantity::LeqA, 0, row, {level, level});
     }
 }

@@ -2,6 +2,7 @@
 
 #include "calc/FreqWeight.h"
 #include "calc/Recalculation.h"
+#include "model/Acoustics.h"
 #include "model/Session.h"
 #include "platform/Format.h"
 #include "platform/Utf8.h"
@@ -9,7 +10,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 
 namespace kestrane {
 
@@ -90,7 +90,7 @@ private:
         const std::array<double, 10> levels = octaveLevels(log);
         double total = 0;
         for (const double level : levels)
-            total += std::pow(10.0, level / 10);
+            total += energyOf(level);
         for (int band = 1; band <= kProtectorBands; ++band) {
             if (hp_.Mean(band) == 0) continue;
             const double level = levels[static_cast<std::size_t>(band)];
@@ -100,7 +100,7 @@ private:
         }
         out_.ResultLine = text(4573) + std::string(out_.ExceedsLimit ? 3 : 20, ' ') + out_.LevelName + ": " +
                           resultText() + limitText();
-        footnote(log, static_cast<float>(10 * std::log10(total)));
+        footnote(log, static_cast<float>(levelOf(total)));
     }
 
     void footnote(const clsLog& log, float total) {

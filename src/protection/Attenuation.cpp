@@ -2,12 +2,12 @@
 
 #include "calc/FreqWeight.h"
 #include "calc/Recalculation.h"
+#include "model/Acoustics.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 
-#include <cmath>
 #include <iterator>
 
 namespace kestrane {
@@ -17,14 +17,6 @@ namespace {
 constexpr float kCannotCompute = -1;
 constexpr double kFourDecibels = 4;
 constexpr int kCorrectionTexts[] = {4816, 4817, 4818, 4819}; // by correction
-
-double energyOf(double level) {
-    return std::pow(10.0, level / 10);
-}
-
-double levelOf(double energy) {
-    return 10 * std::log10(energy);
-}
 
 double fourDecibels(int iCorrectionFactor) {
     return iCorrectionFactor == kCorrectionFourDecibels ? kFourDecibels : 0;
@@ -71,15 +63,14 @@ float bySNR(const Protection& p) {
 }
 
 float byNRR(const Protection& p) {
-    constexpr double kReference = 8; // hours
     const std::string weight = FreqW_NRR(p.log);
     if (weight.empty()) return kCannotCompute;
     const bool isHalved = p.options.HPDCalc == eHPDModeUSOSHA || p.protector.Tipe != 1;
     const double derating = isHalved ? 0.5 : 0.25;
-    const double toC = weight == "C" ? 0 : 7;
+    const double toC = weight == "C" ? 0 : 7; // the allowance for an A-weighted level, 29 CFR 1910.95 App. B
     const float hours = getTime(p.log, 'h', true, true);
-    const float dose = checkedSingle(kReference / hours * DoseMT_NRR(p.log));
-    const double twa = p.log.Exchange / std::log(2.0) * std::log(static_cast<double>(dose) / 100) + p.log.Criterion;
+    const float dose = checkedSingle(doseIn8Hours(DoseMT_NRR(p.log), hours));
+    const double twa = levelOfDose(dose, p.log.Criterion, decibelsPerDecade(p.log.Exchange));
     return checkedSingle(twa - (static_cast<double>(p.protector.NRR) - toC) * derating);
 }
 

@@ -1,6 +1,8 @@
 // Compiled so that several rows are taken at a time (see CMakeLists.txt). Finite numbers only.
 #include "server/EnergyMean.h"
 
+#include "model/Acoustics.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -16,11 +18,10 @@ namespace kestrane {
 namespace {
 
 constexpr std::size_t kBlock = 512;
-constexpr double kNepers = 0.23025850929940458; // ln(10) / 10
 
 KESTRANE_WIDEST void exponentials(const double* levels, double* energies, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i)
-        energies[i] = std::exp(levels[i] * kNepers);
+        energies[i] = std::exp(levels[i] * kNepersPerDecibel);
 }
 
 template <class Better>

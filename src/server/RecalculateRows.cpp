@@ -1,9 +1,9 @@
+#include "model/Acoustics.h"
 #include "platform/Numbers.h"
 #include "server/EnergyMean.h"
 #include "server/KestraneThread.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace kestrane {
 
@@ -29,7 +29,7 @@ RecalcResults recalculateRows(const RecalcRequest& request) {
 
     const auto leq = [&](Quantity quantity, int band) -> float {
         const EnergySum sum = sumEnergy(rows.levels(quantity, band), results.isExcluded, weights);
-        return sum.weight > 0 ? checkedSingle(10 * std::log10(sum.energy / sum.weight)) : 0;
+        return sum.weight > 0 ? checkedSingle(levelOf(sum.energy / sum.weight)) : 0;
     };
     const auto smallest = [&](Quantity quantity, int band) {
         return smallestLevel(rows.levels(quantity, band), results.isExcluded);

@@ -1,0 +1,62 @@
+#include "model/Acoustics.h"
+
+#include "platform/Numbers.h"
+
+#include <cmath>
+
+namespace kestrane {
+
+namespace {
+
+constexpr float kReferencePressureSquared = 4E-10F; // Pa², the square of 20 micropascals
+constexpr double kPercentPerHour = 100 / kReferenceHours;
+
+} // namespace
+
+double energyOf(double level) {
+    return std::pow(10.0, level / 10);
+}
+
+double levelOf(double energy) {
+    return 10 * std::log10(energy);
+}
+
+double normalisedTo8Hours(double level, double hours) {
+    return level + levelOf(hours / kReferenceHours);
+}
+
+double levelOfNormalised(double normalised, double hours) {
+    return normalised - levelOf(hours / kReferenceHours);
+}
+
+double soundExposureLevel(double level, double seconds) {
+    return level + levelOf(seconds);
+}
+
+double soundExposure(double level, float hours) {
+    return static_cast<double>(kReferencePressureSquared) * hours * energyOf(level);
+}
+
+double decibelsPerDecade(double exchange) {
+    return exchange / std::log10(2.0);
+}
+
+double doseOf(float level, double criterion, double exchange, double hours) {
+    const auto perDecade = static_cast<float>(decibelsPerDecade(exchange));
+    const float exponent = checkedSingle((static_cast<double>(level) - criterion) / static_cast<double>(perDecade));
+    return kPercentPerHour * hours * std::pow(10.0, static_cast<double>(exponent));
+}
+
+double levelOfDose(double dose, double criterion, double perDecade) {
+    return criterion + perDecade * std::log10(dose / 100);
+}
+
+double doseIn8Hours(double dose, double hours) {
+    return dose * (kReferenceHours / hours);
+}
+
+double dosePerHour(double dose, double hours) {
+    return dose / hours;
+}
+
+} // namespace kestrane

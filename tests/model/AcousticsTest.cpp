@@ -1,0 +1,47 @@
+#include "model/Acoustics.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace kestrane {
+namespace {
+
+struct Worked {
+    const char* what;
+    double computed;
+    double expected;
+    double within;
+};
+
+// Printed values of the standards and regulations, and hand calculation.
+TEST(Acoustics, WorkedValues) {
+    const double osha = 16.61;
+    const Worked cases[] = {
+        {"80 dB, 5 h: part of a day", normalisedTo8Hours(80, 5), 78.0, 0.05},
+        {"86 dB, 2 h", normalisedTo8Hours(86, 2), 80.0, 0.05},
+        {"95 dB, 45 min", normalisedTo8Hours(95, 0.75), 84.7, 0.05},
+        {"and back", levelOfNormalised(normalisedTo8Hours(95, 0.75), 0.75), 95, 1e-9},
+        {"sum of the three", levelOf(energyOf(78.0) + energyOf(80.0) + energyOf(84.7)), 86.6, 0.05},
+        {"3.2 Pa²h", soundExposure(90, 8), 3.2, 1e-6},
+        {"1 Pa²h", soundExposure(84.948, 8), 1, 1e-3},
+        {"LE of 90 dB for 1 h", soundExposureLevel(90, 3600), 125.56, 0.005},
+        {"criterion level for 8 h", doseOf(85, 85, 3, 8), 100, 1e-9},
+        {"half the time", doseOf(85, 85, 3, 4), 50, 1e-9},
+        {"90 dB at 5 dB over 85", doseOf(90, 85, 5, 8), 200, 1e-4},
+        {"115 dB for a quarter of an hour, 90 and 5 dB", doseOf(115, 90, 5, 0.25), 100, 1e-4},
+        {"91 dB for 2 h, 85 and 3 dB", doseOf(91, 85, 3, 2), 100, 1e-4},
+        {"10 % by 90 and 5 dB", levelOfDose(10, 90, osha), 73.4, 0.05},
+        {"50 %", levelOfDose(50, 90, osha), 85.0, 0.05},
+        {"132 %", levelOfDose(132, 90, decibelsPerDecade(5)), 92.0, 0.05},
+        {"400 %", levelOfDose(400, 90, osha), 100.0, 0.05},
+        {"a dose of 4 h for 8", doseIn8Hours(50, 4), 100, 1e-9},
+        {"and by the hour", dosePerHour(50, 4), 12.5, 1e-9},
+    };
+    for (const Worked& worked : cases)
+        EXPECT_NEAR(worked.computed, worked.expected, worked.within) << worked.what;
+    EXPECT_TRUE(std::isinf(levelOf(0)) && std::isinf(levelOfDose(0, 85, 10))) << "no energy, no dose: no level";
+}
+
+} // namespace
+} // namespace kestrane
