@@ -5,7 +5,6 @@
 #include "model/TimeText.h"
 #include "model/clsTime.h"
 #include "platform/Numbers.h"
-#include "platform/RuntimeError.h"
 
 #include <cmath>
 
@@ -37,16 +36,23 @@ std::string exposureTimeText(float hours) {
     return time.hh_mm_ss();
 }
 
-float exposureTimeHours(std::string_view entry, const Locale& locale) {
+std::optional<float> durationHours(std::string_view entry, const Locale& locale) {
     entry = trimmed(entry);
     const std::string time = NormaliseTimeText(entry, true);
     if (!time.empty()) return static_cast<float>(TimeTextToHours(time));
-    if (entry.find(locale.DecimalSeparator) == std::string_view::npos || !isNumeric(entry, locale)) return 0;
-    try {
-        return toSingle(entry, locale);
-    } catch (const RuntimeError&) { // past every single
-        return 0;
-    }
+    const std::optional<double> hours = typedNumber(entry, locale);
+    return hours && *hours >= 0 && *hours <= kDay ? std::optional(static_cast<float>(*hours)) : std::nullopt;
+}
+
+float exposureTimeHours(std::string_view entry, const Locale& locale) {
+    return durationHours(entry, locale).value_or(0);
+}
+
+std::string understoodExposureTime(const Session& session, std::string_view entry) {
+    const float hours = exposureTimeHours(entry, session.locale);
+    if (!isExposureTime(hours)) return session.LoadText(5069);
+    const auto seconds = static_cast<std::int64_t>(wholeSeconds(hours));
+    return "= " + DurationText(session, seconds / 3600, seconds / 60 % 60, seconds % 60);
 }
 
 std::string shownExposureTime(std::string_view entry, const Locale& locale) {

@@ -5,6 +5,7 @@
 #include "model/clsLog.h"
 #include "platform/Locale.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,9 +13,15 @@ namespace kestrane {
 
 std::string exposureTimeText(float hours); // "07:30:00", to the second
 
-// The hours of an entry: a duration ("8", "7:30:00", "0730") or a number of hours with decimals ("7.5"). 0 when it is
-// neither.
-float exposureTimeHours(std::string_view entry, const Locale& locale);
+// The hours of a duration as typed: hours and minutes ("7:30"), with seconds ("7:30:00"), or hours ("7", "7.5", "7,5").
+// From 0 to 24; nothing when it is none of these.
+std::optional<float> durationHours(std::string_view entry, const Locale& locale);
+
+float exposureTimeHours(std::string_view entry, const Locale& locale); // the same; 0 for nothing
+
+// What to show beside an entry while it is typed: the time that it is taken for ("= 7 hours 30 mins"), or what an entry
+// must be.
+std::string understoodExposureTime(const Session& session, std::string_view entry);
 
 // How an entry is shown once it has been typed: as exposureTimeText; one that is no exposure time as it is, trimmed.
 std::string shownExposureTime(std::string_view entry, const Locale& locale);

@@ -8,6 +8,7 @@
 #include "explorer/NodeKeys.h"
 #include "explorer/Selection.h"
 #include "model/LogParameters.h"
+#include "platform/Numbers.h"
 
 #include <algorithm>
 #include <iostream>
@@ -114,9 +115,14 @@ int recalc(Program& program, const RecalcOptions& options) {
     return finishLog(program, *chosen, options.output);
 }
 
+// A number is hours, however many digits it has. 0 when it is no good.
+float exposureOf(const std::string& entry) {
+    if (entry.find(':') != std::string::npos) return exposureTimeHours(entry, Locale{});
+    return static_cast<float>(typedNumber(entry, Locale{}).value_or(0));
+}
+
 std::string checkExposureTime(const std::string& entry) {
-    float hours = 0;
-    return CLI::detail::lexical_cast(entry, hours) && isExposureTime(hours) ? "" : "above 0, at most 24 hours";
+    return isExposureTime(exposureOf(entry)) ? "" : "above 0, at most 24 hours";
 }
 
 RunVerb recalcVerb(CLI::App& verb) {
@@ -125,7 +131,10 @@ RunVerb recalcVerb(CLI::App& verb) {
     verb.add_option("--mode", options->mode, "how to recalculate, 0 to 4; without it, 4 (everything)");
     verb.add_option("--criterion", options->criterion, "criterion level, dB");
     verb.add_option("--exchange", options->exchange, "exchange rate, dB");
-    verb.add_option("--exposure", options->exposure, "exposure time, hours")->check(checkExposureTime);
+    verb.add_option_function<std::string>(
+            "--exposure", [options](const std::string& entry) { options->exposure = exposureOf(entry); },
+            "exposure time: hours, or hours and minutes (7:30)")
+        ->check(checkExposureTime);
     addOutput(verb, options->output);
     return [options](Program& program) { return recalc(program, *options); };
 }

@@ -1,8 +1,8 @@
 #include "dialogs/OptionsLogsPage.h"
 
-#include "calc/ExposureTime.h"
 #include "dialogs/LinePreview.h"
 #include "dialogs/Words.h"
+#include "dialogs/frmExpTime.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -67,11 +67,13 @@ OptionsLogsPage::OptionsLogsPage(SettingsDialog& settings) : OptionsPage(setting
     below->addWidget(charts(), 1);
     below->addWidget(fonts(), 1);
 
-    txtExposureTime_ = exposureTime();
+    auto* const understood = new QLabel;
+    txtExposureTime_ = exposureTimeBox(settings.session(), settings.Edited.objLogOptions.ExposureTime, *understood);
+    txtExposureTime_->setFixedWidth(txtExposureTime_->fontMetrics().averageCharWidth() * 14);
     auto* const time = new QHBoxLayout;
     time->addWidget(labelOf(settings.session(), 5041, *txtExposureTime_));
     time->addWidget(txtExposureTime_);
-    time->addStretch(1);
+    time->addWidget(understood, 1);
 
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(parameters());
@@ -222,18 +224,6 @@ void OptionsLogsPage::chooseFont(clsFont& font, QLabel& sample) {
     if (chosen.family() != substitute) font.Name = chosen.family().toStdString();
     font.Size = static_cast<float>(chosen.pointSizeF());
     showFont(settings_.session(), font, sample);
-}
-
-QLineEdit* OptionsLogsPage::exposureTime() {
-    const Session& session = settings_.session();
-    auto* const edit =
-        new QLineEdit(QString::fromStdString(exposureTimeText(settings_.Edited.objLogOptions.ExposureTime)));
-    nameControl(*edit, "txtExposureTime", loadPlainText(session, 5041));
-    edit->setFixedWidth(edit->fontMetrics().averageCharWidth() * 14);
-    connect(edit, &QLineEdit::editingFinished, this, [&session, edit] {
-        edit->setText(QString::fromStdString(shownExposureTime(edit->text().toStdString(), session.locale)));
-    });
-    return edit;
 }
 
 } // namespace kestrane

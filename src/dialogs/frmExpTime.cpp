@@ -12,24 +12,35 @@
 
 namespace kestrane {
 
-frmExpTime::frmExpTime(Session& session, float shiftLength, float measurementTime, QWidget* parent) :
-    QDialog(parent),
-    session_(session),
-    measurementTime_(measurementTime),
-    txtExposureTime_(new QLineEdit(QString::fromStdString(exposureTimeText(shiftLength)))) {
-    setWindowTitle(loadText(session, 5066));
-    nameControl(*txtExposureTime_, "txtExposureTime", loadPlainText(session, 5041));
-    txtExposureTime_->selectAll();
-    connect(txtExposureTime_, &QLineEdit::editingFinished, this, [this] {
-        const std::string entry = txtExposureTime_->text().toStdString();
-        txtExposureTime_->setText(QString::fromStdString(shownExposureTime(entry, session_.locale)));
+QLineEdit* exposureTimeBox(const Session& session, float hours, QLabel& understood) {
+    auto* const box = new QLineEdit(QString::fromStdString(exposureTimeText(hours)));
+    nameControl(*box, "txtExposureTime", loadPlainText(session, 5041));
+    understood.setObjectName("lblUnderstood");
+    understood.setMinimumWidth(understood.fontMetrics().horizontalAdvance(loadText(session, 5069)));
+    const auto show = [&session, &understood](const QString& entry) {
+        understood.setText(shown(understoodExposureTime(session, entry.toStdString())));
+    };
+    show(box->text());
+    QObject::connect(box, &QLineEdit::textChanged, &understood, show);
+    QObject::connect(box, &QLineEdit::editingFinished, box, [&session, box] {
+        box->setText(QString::fromStdString(shownExposureTime(box->text().toStdString(), session.locale)));
     });
+    return box;
+}
+
+frmExpTime::frmExpTime(Session& session, float shiftLength, float measurementTime, QWidget* parent) :
+    QDialog(parent), session_(session), measurementTime_(measurementTime) {
+    setWindowTitle(loadText(session, 5066));
+    auto* const understood = new QLabel;
+    txtExposureTime_ = exposureTimeBox(session, shiftLength, *understood);
+    txtExposureTime_->selectAll();
     QDialogButtonBox* const buttons = okAndCancel(session);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* const form = new QFormLayout;
     form->addRow(labelOf(session, 5041, *txtExposureTime_), txtExposureTime_);
+    form->addRow(QString(), understood);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(form);
     layout->addWidget(buttons);

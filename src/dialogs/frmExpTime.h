@@ -5,9 +5,14 @@
 
 #include <QDialog>
 
+class QLabel;
 class QLineEdit;
 
 namespace kestrane {
+
+// A box for an exposure time, with hours in it. While it is edited, the label beside it says what is understood; when
+// it is left, it shows that in full.
+QLineEdit* exposureTimeBox(const Session& session, float hours, QLabel& understood);
 
 class frmExpTime : public QDialog {
 public:

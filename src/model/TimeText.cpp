@@ -36,8 +36,7 @@ std::string sixDigits(std::string s, bool AsDuration) {
     const std::string mins = s.substr(3, 2);
     const std::size_t second = s.find(':', 3);
     if (second == std::string::npos) {
-        if (s.size() != 5) return {};
-        return AsDuration ? "00" + hours + mins : hours + mins + "00";
+        return s.size() == 5 ? hours + mins + "00" : std::string();
     }
     if (second != 5) return {};
     if (s.size() == 7) return hours + mins + "0" + s.substr(6);

@@ -12,8 +12,8 @@ double TimeTextToHours(std::string_view text);
 // "hh:mm:ss". The seconds are rounded and not carried: 1.99999 gives "01:59:60".
 std::string HoursToTimeText(float hours);
 
-// "hh:mm:ss" from what a user typed ("130", "8:30", "08:30:5"), or empty when it is no good. As a duration, short forms
-// read from the right ("8:30" is 8 minutes 30) and 24:00:00 is allowed; else they read from the left, up to 23:59:59.
+// "hh:mm:ss" from what a user typed, hours first ("130", "8:30", "08:30:5"), or empty when it is no good. Up to
+// 23:59:59; a duration up to 24:00:00, and its hours may stand alone ("8").
 std::string NormaliseTimeText(std::string_view text, bool AsDuration);
 
 } // namespace kestrane

@@ -155,6 +155,19 @@ float toSingle(std::string_view text, const Locale& locale) {
     return toReal<float>(text, locale);
 }
 
+std::optional<double> typedNumber(std::string_view text, const Locale& locale) {
+    for (const std::string& separator : {locale.DecimalSeparator, std::string("."), std::string(",")}) {
+        const Locale typed{separator, locale.DateSeparator};
+        if (!isNumeric(text, typed)) continue;
+        try {
+            return toDouble(text, typed);
+        } catch (const RuntimeError&) { // past the type
+            return std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
+
 std::int16_t toInteger(std::string_view text, const Locale& locale) {
     return roundToInteger(toDouble(text, locale));
 }

@@ -5,6 +5,7 @@
 #include "platform/Locale.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,10 @@ double toDouble(std::string_view text, const Locale& locale);
 float toSingle(std::string_view text, const Locale& locale);
 std::int16_t toInteger(std::string_view text, const Locale& locale); // halves round to even
 std::int32_t toLong(std::string_view text, const Locale& locale);    // halves round to even
+
+// A number that was typed or pasted: its decimal separator is the locale's, "." or ",". Nothing when it is no number or
+// past the type.
+std::optional<double> typedNumber(std::string_view text, const Locale& locale);
 
 // The nearest whole number, halves to even, within the type; raise 6 when it does not fit (or is not a number).
 std::int16_t roundToInteger(double value);

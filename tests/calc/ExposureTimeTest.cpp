@@ -19,22 +19,27 @@ TEST(ExposureTime, EntriesAreDurationsOrHours) {
         {"0730", 7.5F, "07:30:00"},
         {"7.5", 7.5F, "07:30:00"},
         {"24", 24, "24:00:00"},
-        {"24.1", 24.1F, "24.1"},
+        {"7,5", 7.5F, "07:30:00"},
+        {"24.1", 0, "24.1"},
         {"0", 0, "0"},
         {"25", 0, "25"},
         {" 24:00:01", 0, "24:00:01"},
-        {"-1.5", -1.5F, "-1.5"},
+        {"-1.5", 0, "-1.5"},
         {"eight ", 0, "eight"},
         {"9.9E99", 0, "9.9E99"},
         {"   ", 0, ""},
-        {"8:30", 8.5F / 60, "00:08:30"},
+        {"7:30", 7.5F, "07:30:00"},
+        {"24:30", 0, "24:30"},
     };
 
     for (const auto& row : kEntries) {
         EXPECT_FLOAT_EQ(exposureTimeHours(row.entry, {}), row.hours) << row.entry;
         EXPECT_EQ(shownExposureTime(row.entry, {}), row.shown) << row.entry;
     }
-    EXPECT_FLOAT_EQ(exposureTimeHours("7,5", Locale{",", "/"}), 7.5F);
+    EXPECT_FLOAT_EQ(exposureTimeHours("7.5", Locale{",", "/"}), 7.5F);
+    const TestSession test;
+    EXPECT_EQ(understoodExposureTime(test.session, "7:30"), "= 7 hours 30 mins");
+    EXPECT_EQ(understoodExposureTime(test.session, "7.75:0"), "Exposure Time must be between 0 and 24 hours");
 }
 
 TEST(ExposureTime, EveryTimeOfTheDayReadsBackAsShown) {

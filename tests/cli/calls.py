@@ -69,7 +69,7 @@ class Calls(unittest.TestCase):
         for words in ([], ["odd"], ["show"], ["show", DOSIMETER, "--odd"], ["save", DOSIMETER], ["text", "abc"], ["merge", DOSIMETER, "-o", "out.xml"], ["merge", DOSIMETER, LONG],
                       ["merge", DOSIMETER, LONG, DOSIMETER, "-o", "out.xml"],
                       ["recalc", DOSIMETER, "--criterion", "loud", "-o", "out.xml"],
-                      ["recalc", DOSIMETER, "--exposure", "0"], ["recalc", DOSIMETER, "--exposure", "24.5"], ["zoom", DOSIMETER, "--from", "1"],
+                      ["recalc", DOSIMETER, "--exposure", "0"], ["recalc", DOSIMETER, "--exposure", "730"], ["zoom", DOSIMETER, "--from", "1"],
                       ["tree", DOSIMETER, "--files-on-tree", "3"], ["--answer", "maybe", "show", DOSIMETER],
                       ["cut", DOSIMETER, "-o", "out.xml"], ["cut", DOSIMETER, "--include", "1-2;3", "-o", "out.xml"],
                       ["cut", DOSIMETER, "--include", "1", "--exclude", "2"]):

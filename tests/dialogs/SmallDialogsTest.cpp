@@ -33,19 +33,20 @@ TEST(ExpTime, AsksUntilTheTimeIsGood) {
         EXPECT_EQ(test.messages.Boxes[1].Prompt, "Exposure Time must be greater than the log length");
         EXPECT_EQ(test.messages.Boxes[1].Title, "Error");
         EXPECT_TRUE(dialog.isVisible());
-        type(field, "4");
+        type(field, "4:30");
+        EXPECT_EQ(control<QLabel>(dialog, "lblUnderstood").text(), "= 4 hours 30 mins");
         QTest::keyClick(&field, Qt::Key_Return);
         EXPECT_FALSE(dialog.isVisible());
     });
     EXPECT_TRUE(frmExpTime::getExpTime(test.session, 8, 2, log, nullptr));
-    EXPECT_EQ(log.objLogOptions.ExposureTime, 4);
+    EXPECT_EQ(log.objLogOptions.ExposureTime, 4.5F);
 
     onDialog([](QDialog& dialog) {
         type(control<QLineEdit>(dialog, "txtExposureTime"), "6");
         click(dialog, "cmdCancel");
     });
     EXPECT_FALSE(frmExpTime::getExpTime(test.session, 4, 2, log, nullptr));
-    EXPECT_EQ(log.objLogOptions.ExposureTime, 4);
+    EXPECT_EQ(log.objLogOptions.ExposureTime, 4.5F);
 }
 
 TEST(SimpleEdit, TheNoteKeepsItsLines) {
