@@ -49,7 +49,8 @@ std::string SettingsDialog::Caption(int parameter) const {
 }
 
 bool SettingsDialog::isUnusedLn(int parameter) const {
-    return log_ != nullptr && parameter >= eLn1 && parameter <= eLn10 && log_->LnNumberA(parameter - eLn1 + 1) == 0;
+    const int ln = lnOf(parameter);
+    return log_ != nullptr && ln != 0 && log_->LnNumberA(ln) == 0;
 }
 
 std::optional<SettingsChanges> SettingsDialog::Confirm(const std::string& exposureTimeEntry) {

@@ -3,6 +3,7 @@
 #include "calc/Recalculation.h"
 #include "explorer/NodeKeys.h"
 #include "files/Loaders.h"
+#include "model/LogParameters.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
 #include "platform/Numbers.h"
@@ -42,22 +43,6 @@ Json plotJson(const PlotTable& table) {
     }
     return all;
 }
-
-struct NamedValue {
-    const char* name;
-    clsValue LogData::*member;
-};
-
-constexpr NamedValue kValues[] = {
-    {"PeakCumA", &LogData::PeakCumA},     {"DoseETCumA", &LogData::DoseETCumA}, {"DoseMTCumA", &LogData::DoseMTCumA},
-    {"DoseHourA", &LogData::DoseHourA},   {"LepdETCumA", &LogData::LepdETCumA}, {"LepdMTCumA", &LogData::LepdMTCumA},
-    {"SELCumA", &LogData::SELCumA},       {"Pa2hCumA", &LogData::Pa2hCumA},     {"LAvgCumA", &LogData::LAvgCumA},
-    {"TWACumA", &LogData::TWACumA},       {"Ltm3CumA", &LogData::Ltm3CumA},     {"Ltm5CumA", &LogData::Ltm5CumA},
-    {"LeqCumB", &LogData::LeqCumB},       {"LminCumB", &LogData::LminCumB},     {"LmaxCumB", &LogData::LmaxCumB},
-    {"PeakCumB", &LogData::PeakCumB},     {"DoseETCumB", &LogData::DoseETCumB}, {"DoseMTCumB", &LogData::DoseMTCumB},
-    {"LepdETCumB", &LogData::LepdETCumB}, {"LepdMTCumB", &LogData::LepdMTCumB}, {"SELCumB", &LogData::SELCumB},
-    {"DoseHourB", &LogData::DoseHourB},   {"Pa2hCumB", &LogData::Pa2hCumB},
-};
 
 Json headerJson(const clsLog& log, const std::string& key) {
     return {
@@ -116,13 +101,13 @@ Json figuresJson(const clsLog& log) {
     Json numbers = Json::array();
     for (int ln = 1; ln <= NumberOfLns; ++ln)
         numbers.push_back(log.LnNumberA(ln));
-    Json figures = {{"LeqCumA", bandsJson(log.LeqCumA)},
-                    {"LminCumA", bandsJson(log.LminCumA)},
-                    {"LmaxCumA", bandsJson(log.LmaxCumA)},
-                    {"LnNumberA", numbers},
-                    {"LnCumA", lnsJson(log.LnCumA)}};
-    for (const NamedValue& value : kValues)
-        figures[value.name] = valueJson(log.*value.member);
+    Json figures = {{"LnNumberA", numbers}, {"LnCumA", lnsJson(log.LnCumA)}};
+    for (const ParameterInfo& info : parameters()) {
+        if (info.bands != nullptr) figures[std::string(info.A.cumulativeName)] = bandsJson(log.*info.bands);
+        for (const ParameterSource* source : {&info.A, &info.B})
+            if (source->cumulative != nullptr)
+                figures[std::string(source->cumulativeName)] = valueJson(log.*source->cumulative);
+    }
     figures["TWA8CumA"] = singleJson(TWA8CumA(log));
     figures["LminCumDateA"] = log.LminCumDateA.Format();
     figures["LminCumTimeA"] = log.LminCumTimeA.hh_mm_ss();
@@ -140,22 +125,35 @@ Json figuresJson(const clsLog& log) {
     return figures;
 }
 
-Json rowJson(const clsLogInterval& row) {
-    return {{"isExcluded", row.isExcluded},          {"mLngInterval", row.mLngInterval},
-            {"mIntCriterion", row.mIntCriterion},    {"mIntExchange", row.mIntExchange},
-            {"StartDate", row.StartDate.Format()},   {"StartTime", row.StartTime.hh_mm_ss()},
-            {"LeqA", bandsJson(row.LeqA)},           {"LminA", bandsJson(row.LminA)},
-            {"LmaxA", bandsJson(row.LmaxA)},         {"LnA", lnsJson(row.LnA)},
-            {"LminTimeA", row.LminTimeA.hh_mm_ss()}, {"LmaxTimeA", row.LmaxTimeA.hh_mm_ss()},
-            {"PeakA", valueJson(row.PeakA)},         {"PeakTimeA", row.PeakTimeA.hh_mm_ss()},
-            {"DoseA", valueJson(row.DoseA)},         {"LepdA", valueJson(row.LepdA)},
-            {"SELA", valueJson(row.SELA)},           {"Ltm3A", valueJson(row.Ltm3A)},
-            {"Ltm5A", valueJson(row.Ltm5A)},         {"Pa2hA", valueJson(row.Pa2hA)},
-            {"OverloadedA", row.OverloadedA},        {"LeqB", valueJson(row.LeqB)},
-            {"LminB", valueJson(row.LminB)},         {"LmaxB", valueJson(row.LmaxB)},
-            {"PeakB", valueJson(row.PeakB)},         {"SELB", valueJson(row.SELB)},
-            {"LepdB", valueJson(row.LepdB)},         {"DoseB", valueJson(row.DoseB)},
-            {"Pa2hB", valueJson(row.Pa2hB)},         {"OverloadedB", row.OverloadedB}};
+// The levels of a row of one channel and parameter, for each band where it has them.
+Json rowLevelsJson(const clsLog& log, std::int64_t row, int channel, int parameter) {
+    if (!hasBands(intervalQuantity(channel, parameter)))
+        return valueJson(intervalValue(log, row, channel, parameter, 0));
+    Json list = Json::array();
+    for (int band = 0; band <= lastBand(log.Mode()); ++band)
+        list.push_back(valueJson(intervalValue(log, row, channel, parameter, band)));
+    return list;
+}
+
+// index: from 1.
+Json rowJson(const clsLog& log, std::int64_t index) {
+    const clsLogInterval row = log.LogIntervals.Item(index);
+    Json json = {{"isExcluded", row.isExcluded},          {"mLngInterval", row.mLngInterval},
+                 {"mIntCriterion", row.mIntCriterion},    {"mIntExchange", row.mIntExchange},
+                 {"StartDate", row.StartDate.Format()},   {"StartTime", row.StartTime.hh_mm_ss()},
+                 {"LminTimeA", row.LminTimeA.hh_mm_ss()}, {"LmaxTimeA", row.LmaxTimeA.hh_mm_ss()},
+                 {"PeakTimeA", row.PeakTimeA.hh_mm_ss()}, {"OverloadedA", row.OverloadedA},
+                 {"OverloadedB", row.OverloadedB}};
+    for (const int channel : {kChannelA, kChannelB}) {
+        for (const ParameterInfo& info : parameters()) {
+            const std::string_view name = sourceOf(channel, info.parameter).rowName;
+            if (!name.empty()) json[std::string(name)] = rowLevelsJson(log, index, channel, info.parameter);
+        }
+    }
+    Json& lns = json["LnA"] = Json::array();
+    for (int ln = 1; ln <= NumberOfLns; ++ln)
+        lns.push_back(rowLevelsJson(log, index, kChannelA, eLn(ln)));
+    return json;
 }
 
 std::string dump(const Json& json) {
@@ -214,7 +212,7 @@ void writeLog(std::ostream& out, const clsLog& log, const std::string& key, bool
         out << ",\"Items\":[";
         for (std::int64_t index = 1; index <= rows.Count(); ++index) {
             if (index > 1) out << ',';
-            out << dump(rowJson(rows.Item(index)));
+            out << dump(rowJson(log, index));
         }
         out << ']';
     }

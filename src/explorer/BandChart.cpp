@@ -90,10 +90,10 @@ private:
     void addParameter(int channel, int parameter) {
         const int kind = isInterval() ? kInterval : kCumulative;
         if (parameter == eOverload || !options_.IsPlotted(channel, kind, parameter)) return;
-        const ChartUnit unit = chartUnit(parameter);
-        if ((unit == ChartUnit::Decibels) != (axisMode_ == kByDecibels)) return;
-        hasPercent_ = hasPercent_ || unit == ChartUnit::Percent;
-        hasPa2Hours_ = hasPa2Hours_ || unit == ChartUnit::Pa2Hours;
+        const ParameterUnit unit = parameterInfo(parameter).unit;
+        if ((unit == ParameterUnit::Decibels) != (axisMode_ == kByDecibels)) return;
+        hasPercent_ = hasPercent_ || unit == ParameterUnit::Percent;
+        hasPa2Hours_ = hasPa2Hours_ || unit == ParameterUnit::Pa2Hours;
         const int band = channel == kChannelA ? log_.e(choice_.BandText) : 0;
         const std::string_view captionBand = band > 0 ? std::string_view(choice_.BandText) : kNoBand;
         chart_.Series.push_back({VariableCaption(session_, parameter, channel, captionBand, &log_),
@@ -101,8 +101,8 @@ private:
                                  {figure(channel, parameter, band)}});
     }
 
-    static ChartAxis axisOf(ChartUnit unit) {
-        return unit == ChartUnit::Pa2Hours ? ChartAxis::Secondary : ChartAxis::Primary;
+    static ChartAxis axisOf(ParameterUnit unit) {
+        return unit == ParameterUnit::Pa2Hours ? ChartAxis::Secondary : ChartAxis::Primary;
     }
 
     // A second axis stands only where dose and Pa2Hr are both shown: Pa2Hr has it, on a scale of its own from 0.

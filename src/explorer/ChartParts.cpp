@@ -4,19 +4,6 @@
 
 namespace kestrane {
 
-ChartUnit chartUnit(int parameter) {
-    switch (parameter) {
-    case eDoseET:
-    case eDoseMT:
-    case eDoseHour:
-        return ChartUnit::Percent;
-    case ePa2Hr:
-        return ChartUnit::Pa2Hours;
-    default:
-        return ChartUnit::Decibels;
-    }
-}
-
 ChartData emptyChart(const clsLog& log, const clsLogOptions& options) {
     ChartData chart;
     chart.Title = log.Name;

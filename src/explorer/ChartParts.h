@@ -9,10 +9,6 @@
 
 namespace kestrane {
 
-enum class ChartUnit { Decibels, Percent, Pa2Hours };
-
-ChartUnit chartUnit(int parameter); // of any parameter but overload
-
 // A chart without rows: the log's name as title, and the looks by the options.
 ChartData emptyChart(const clsLog& log, const clsLogOptions& options);
 

@@ -20,7 +20,6 @@ struct FigureRow {
     Parameter parameter;
     std::string_view labelA;
     std::string_view labelB;
-    bool isLevel = true; // in dB
 };
 
 constexpr FigureRow kFigures[] = {
@@ -30,13 +29,13 @@ constexpr FigureRow kFigures[] = {
     {PanelSection::Levels, ePeak, "lblPeak", "lblPeakB"},
     {PanelSection::Exposure, eLepdET, "lblLepdETA", "lblLepdETB"},
     {PanelSection::Exposure, eLepdMT, "lblLepdMTA", "lblLepdMTB"},
-    {PanelSection::Exposure, eDoseET, "lblDoseETA", "lblDoseETB", false},
-    {PanelSection::Exposure, eDoseMT, "lblDoseMTA", "lblDoseMTB", false},
-    {PanelSection::Exposure, eDoseHour, "lblDoseHour", "lblDoseHourB", false},
+    {PanelSection::Exposure, eDoseET, "lblDoseETA", "lblDoseETB"},
+    {PanelSection::Exposure, eDoseMT, "lblDoseMTA", "lblDoseMTB"},
+    {PanelSection::Exposure, eDoseHour, "lblDoseHour", "lblDoseHourB"},
     {PanelSection::Levels, eLtm3, "lblLtm3", ""},
     {PanelSection::Levels, eLtm5, "lblLtm5", ""},
     {PanelSection::Exposure, eLe_Sel, "lblLE", "lblLEB"},
-    {PanelSection::Exposure, ePa2Hr, "lblPA2hr", "lblPA2hrB", false},
+    {PanelSection::Exposure, ePa2Hr, "lblPA2hr", "lblPA2hrB"},
 };
 
 // What a Brevik model does not measure at a location.
@@ -54,7 +53,8 @@ public:
             add(row.section, rowCaption(row), {std::string(row.labelA), {}, figure(kChannelA, row)},
                 {log_.IsChannelBOn ? std::string(row.labelB) : std::string(), levelCaptionB(row),
                  figure(kChannelB, row)});
-            if (row.isLevel) rows_.back().Unit = session_.LoadText(4561);
+            if (parameterInfo(row.parameter).unit == ParameterUnit::Decibels)
+                rows_.back().Unit = session_.LoadText(4561);
         }
         brevikFigures();
         add(PanelSection::Levels, session_.LoadText(4603), {"lblLn", {}, lnText()});
@@ -74,36 +74,17 @@ private:
 
     std::string rowCaption(const FigureRow& row) const {
         switch (row.parameter) {
-        case eLeq:
-            return log_.LeqTextA();
-        case eLmin:
-            return log_.LminTextA();
-        case eLmax:
-            return log_.LmaxTextA();
-        case ePeak:
-            return log_.PeakTextA();
         case eDoseHour:
             return session_.labels.DoseHourShort;
         case ePa2Hr:
             return session_.LoadText(4599);
         default:
-            return VariableCaption(session_, row.parameter, kNoChannel, kNoBand, nullptr);
+            return levelCaption(log_, kChannelA, row.parameter);
         }
     }
 
     std::string levelCaptionB(const FigureRow& row) const {
-        switch (row.parameter) {
-        case eLeq:
-            return log_.LeqTextB();
-        case eLmin:
-            return log_.LminTextB();
-        case eLmax:
-            return log_.LmaxTextB();
-        case ePeak:
-            return log_.PeakTextB();
-        default:
-            return {};
-        }
+        return row.parameter <= ePeak ? levelCaption(log_, kChannelB, row.parameter) : std::string();
     }
 
     std::string format(const clsValue& value) const { return value.Format(false, false, {}, session_.locale); }

@@ -88,8 +88,7 @@ private:
 
     // These meters show the percentile of the whole run beside that of each interval.
     bool isCumulativePlotted(int channel, int parameter) const {
-        const bool isLn = parameter >= eLn1 && parameter <= eLn10;
-        return isLn && (log_.IsBrevikMeter() || log_.IsHalcyrMeter()) &&
+        return lnOf(parameter) != 0 && (log_.IsBrevikMeter() || log_.IsHalcyrMeter()) &&
                options_.IsPlotted(channel, kCumulative, parameter);
     }
 
@@ -104,10 +103,10 @@ private:
     }
 
     void addSeries(std::string label, int parameter, std::vector<float> values) {
-        const ChartUnit unit = chartUnit(parameter);
-        hasPercent_ = hasPercent_ || unit == ChartUnit::Percent;
-        hasPa2Hours_ = hasPa2Hours_ || unit == ChartUnit::Pa2Hours;
-        const ChartAxis axis = unit == ChartUnit::Decibels ? ChartAxis::Primary : ChartAxis::Secondary;
+        const ParameterUnit unit = parameterInfo(parameter).unit;
+        hasPercent_ = hasPercent_ || unit == ParameterUnit::Percent;
+        hasPa2Hours_ = hasPa2Hours_ || unit == ParameterUnit::Pa2Hours;
+        const ChartAxis axis = unit == ParameterUnit::Decibels ? ChartAxis::Primary : ChartAxis::Secondary;
         chart_.Series.push_back({std::move(label), axis, std::move(values)});
     }
 

@@ -1,35 +1,39 @@
-// The names of the XML data file that reader and writer share, in tables: one row an element, beside the member it
-// stands for, in the order in which the file has them.
+// The names of the XML data file that reader and writer share, in the order in which the file has them. The names of
+// parameters and the members that they stand for come from the table of the parameters.
 #pragma once
 
 #include "model/InstrumentFamilies.h"
+#include "model/Parameters.h"
 #include "model/clsLog.h"
 #include "model/clsLogInterval.h"
 
+#include <array>
 #include <string_view>
 
 namespace kestrane {
 
-// The figures of a channel that are one number each. lavg is only in the short form; see the writer.
+// The figures of a channel that are one number each, in the order of the file. lavg is only in the short form; see the
+// writer.
 struct FigureElement {
     std::string_view name;
     clsValue LogData::*member;
 };
 
-inline constexpr FigureElement kFiguresA[] = {
-    {"dose", &LogData::DoseMTCumA}, {"edose", &LogData::DoseETCumA}, {"lex", &LogData::LepdETCumA},
-    {"mlex", &LogData::LepdMTCumA}, {"le", &LogData::SELCumA},       {"ltm3", &LogData::Ltm3CumA},
-    {"ltm5", &LogData::Ltm5CumA},   {"dh", &LogData::DoseHourA},     {"pa2h", &LogData::Pa2hCumA},
-};
-inline constexpr FigureElement kLevelsB[] = {{"leq", &LogData::LeqCumB},
-                                             {"lmin", &LogData::LminCumB},
-                                             {"lmax", &LogData::LmaxCumB},
-                                             {"peak", &LogData::PeakCumB}};
-inline constexpr FigureElement kFiguresB[] = {
-    {"dose", &LogData::DoseMTCumB}, {"edose", &LogData::DoseETCumB}, {"lex", &LogData::LepdETCumB},
-    {"plex", &LogData::LepdMTCumB}, {"le", &LogData::SELCumB},       {"dh", &LogData::DoseHourB},
-    {"pa2h", &LogData::Pa2hCumB},
-};
+template <std::size_t N>
+constexpr std::array<FigureElement, N> figureElements(int channel, const Parameter (&order)[N]) {
+    std::array<FigureElement, N> elements{};
+    for (std::size_t i = 0; i < N; ++i) {
+        const ParameterSource& source = sourceOf(channel, order[i]);
+        elements[i] = {source.cumulativeElement, source.cumulative};
+    }
+    return elements;
+}
+
+inline constexpr std::array kFiguresA =
+    figureElements(kChannelA, {eDoseMT, eDoseET, eLepdET, eLepdMT, eLe_Sel, eLtm3, eLtm5, eDoseHour, ePa2Hr});
+inline constexpr std::array kLevelsB = figureElements(kChannelB, {eLeq, eLmin, eLmax, ePeak});
+inline constexpr std::array kFiguresB =
+    figureElements(kChannelB, {eDoseMT, eDoseET, eLepdET, eLepdMT, eLe_Sel, eDoseHour, ePa2Hr});
 
 // The levels of channel A by band.
 struct BandedElement {
@@ -38,9 +42,12 @@ struct BandedElement {
     Quantity rows;
 };
 
-inline constexpr BandedElement kBanded[] = {{"leq", &LogData::LeqCumA, Quantity::LeqA},
-                                            {"lmin", &LogData::LminCumA, Quantity::LminA},
-                                            {"lmax", &LogData::LmaxCumA, Quantity::LmaxA}};
+constexpr BandedElement bandedElement(Parameter parameter) {
+    const ParameterInfo& info = parameterInfo(parameter);
+    return {info.A.cumulativeElement, info.bands, info.A.rows};
+}
+
+inline constexpr std::array kBanded = {bandedElement(eLeq), bandedElement(eLmin), bandedElement(eLmax)};
 
 // When the extremes happened.
 struct ExtremeElement {
@@ -62,14 +69,24 @@ struct RowElement {
     Quantity quantity;
 };
 
-inline constexpr RowElement kRowFiguresA[] = {{"dose", Quantity::DoseA}, {"lex", Quantity::LepdA},
-                                              {"le", Quantity::SELA},    {"ltm3", Quantity::Ltm3A},
-                                              {"ltm5", Quantity::Ltm5A}, {"pa2h", Quantity::Pa2hA}};
-inline constexpr RowElement kRowFiguresB[] = {
-    {"leq", Quantity::LeqB},   {"lmin", Quantity::LminB}, {"lmax", Quantity::LmaxB}, {"peak", Quantity::PeakB},
-    {"dose", Quantity::DoseB}, {"lex", Quantity::LepdB},  {"le", Quantity::SELB},    {"pa2h", Quantity::Pa2hB}};
+template <std::size_t N>
+constexpr std::array<RowElement, N> rowElements(int channel, const Parameter (&order)[N]) {
+    std::array<RowElement, N> elements{};
+    for (std::size_t i = 0; i < N; ++i)
+        elements[i] = {sourceOf(channel, order[i]).rowElement, sourceOf(channel, order[i]).rows};
+    return elements;
+}
 
-inline constexpr std::string_view kLnNames[] = {"ln1", "ln2", "ln3", "ln4", "ln5", "ln6", "ln7", "ln8", "ln9", "ln10"};
+inline constexpr std::array kRowFiguresA = rowElements(kChannelA, {eDoseET, eLepdET, eLe_Sel, eLtm3, eLtm5, ePa2Hr});
+inline constexpr std::array kRowFiguresB =
+    rowElements(kChannelB, {eLeq, eLmin, eLmax, ePeak, eDoseET, eLepdET, eLe_Sel, ePa2Hr});
+
+inline constexpr std::array kLnNames = [] {
+    std::array<std::string_view, NumberOfLns> names{};
+    for (int ln = 1; ln <= NumberOfLns; ++ln)
+        names[static_cast<std::size_t>(ln) - 1] = sourceOf(kChannelA, eLn(ln)).rowElement;
+    return names;
+}();
 
 // "f" and the upper-cased label: "f" for band 0, "f1.25K".
 std::string_view bandElement(int mode, int band);
@@ -81,8 +98,8 @@ inline constexpr Parameter kDisplayOrder[] = {
 
 // Takes over what a file says of a parameter's display. An Ln that is not in use is neither plottable nor plotted.
 inline void setPlotted(clsLog& log, int channel, int kind, Parameter parameter, bool isPlotted) {
-    if (parameter >= eLn1 && parameter <= eLn10) {
-        const bool isInUse = log.LnNumberA(parameter - eLn1 + 1) != 0;
+    if (const int ln = lnOf(parameter); ln != 0) {
+        const bool isInUse = log.LnNumberA(ln) != 0;
         log.objLogOptions.Plottable.set(channel, kind, parameter, isInUse);
         isPlotted = isPlotted && isInUse;
     }

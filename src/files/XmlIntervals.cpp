@@ -151,7 +151,7 @@ private:
             }
             if (name.starts_with("ln")) {
                 for (int ln = 1; ln <= NumberOfLns; ++ln) {
-                    if (kLnNames[ln - 1] == name) return bands(cursor, lnQuantity(ln));
+                    if (kLnNames[static_cast<std::size_t>(ln) - 1] == name) return bands(cursor, lnQuantity(ln));
                 }
             }
             skipElement(cursor);

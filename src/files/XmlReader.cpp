@@ -147,7 +147,7 @@ private:
         for (const FigureElement& e : kFiguresA)
             (log_.*e.member).Value(t.level(e.name));
         for (int ln = 1; ln <= NumberOfLns; ++ln) {
-            const auto node = document_->child(ca, kLnNames[ln - 1]);
+            const auto node = document_->child(ca, kLnNames[static_cast<std::size_t>(ln) - 1]);
             if (!node) continue;
             log_.LnNumberA(ln, readInteger(document_->attribute(*node, "no"), locale_));
             if (log_.LnNumberA(ln) == 0) continue;
@@ -221,7 +221,7 @@ private:
         for (const int a : {1, 2}) {
             for (const int b : {1, 2}) {
                 for (const Parameter p : kDisplayOrder) {
-                    names.push_back(std::string(parameterInfo(p).element) + "-" + std::to_string(a) + "-" +
+                    names.push_back(std::string(parameterInfo(p).displayElement) + "-" + std::to_string(a) + "-" +
                                     std::to_string(b));
                 }
             }

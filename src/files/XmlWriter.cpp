@@ -212,7 +212,7 @@ private:
     void lns() {
         for (int ln = 1; ln <= NumberOfLns; ++ln) {
             if (log_.LnNumberA(ln) == 0) continue;
-            const std::string name(kLnNames[ln - 1]);
+            const std::string name(kLnNames[static_cast<std::size_t>(ln) - 1]);
             const std::string open = "<" + name + " no=\"" + std::to_string(log_.LnNumberA(ln)) + "\">";
             writeBands(out_, open, "</" + name + ">", bands_,
                        [&](int band) { return log_.LnCumA(ln, band).CalcValue(); });
@@ -261,7 +261,7 @@ private:
             banded.push_back({Tag(e.name), e.rows});
         std::vector<Banded> lns;
         for (int ln = 1; ln <= NumberOfLns; ++ln)
-            lns.push_back({Tag(kLnNames[ln - 1]), lnQuantity(ln)});
+            lns.push_back({Tag(kLnNames[static_cast<std::size_t>(ln) - 1]), lnQuantity(ln)});
         const auto write = [&](const Banded& b, std::size_t row) {
             writeBands(out_, b.tag.open, b.tag.close, bands_,
                        [&](int band) { return columns.level(b.quantity, band, row).CalcValue; });
@@ -422,7 +422,7 @@ void SetTagData(const clsLogOptions& options, clsStringBuffer& out) {
         for (const int b : {1, 2}) {
             const std::string suffix = "-" + std::to_string(a) + "-" + std::to_string(b);
             for (const Parameter p : kDisplayOrder) {
-                put.flag(std::string(parameterInfo(p).element) + suffix, options.IsPlotted(a, b, p));
+                put.flag(std::string(parameterInfo(p).displayElement) + suffix, options.IsPlotted(a, b, p));
             }
         }
     }
@@ -445,7 +445,8 @@ void SetTagData(const clsLogInterval& row, bool bChannelBOn, const Locale& local
         put.level("le", row.SELA.CalcValue());
         put.flag("ol", row.OverloadedA);
         for (int ln = 1; ln <= 3; ++ln) {
-            put.whole(kLnNames[ln - 1], "<f>" + put.localeText(row.LnA(ln, 0).CalcValue()) + "</f>");
+            put.whole(kLnNames[static_cast<std::size_t>(ln) - 1],
+                      "<f>" + put.localeText(row.LnA(ln, 0).CalcValue()) + "</f>");
         }
     } else {
         writeBands(out, "leq", row.LeqA, bands);
@@ -463,7 +464,7 @@ void SetTagData(const clsLogInterval& row, bool bChannelBOn, const Locale& local
         put.level("pa2h", row.Pa2hA.CalcValue());
         put.flag("ol", row.OverloadedA);
         for (int ln = 1; ln <= NumberOfLns; ++ln)
-            writeBands(out, kLnNames[ln - 1], row.LnA.of(ln), bands);
+            writeBands(out, kLnNames[static_cast<std::size_t>(ln) - 1], row.LnA.of(ln), bands);
     }
     put.close("ca");
     if (bChannelBOn) {

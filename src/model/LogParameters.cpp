@@ -9,46 +9,6 @@ namespace kestrane {
 
 namespace {
 
-// A parameter of one channel: its cumulative member and its column. A null member or Quantity::End: it has none.
-// Parameters with bands, and the Lns, are told apart below.
-struct ParameterSource {
-    Parameter parameter;
-    clsValue LogData::*cumulativeA;
-    clsValue LogData::*cumulativeB;
-    Quantity rowsA;
-    Quantity rowsB;
-};
-
-constexpr Quantity kNone = Quantity::End;
-
-constexpr ParameterSource kSources[] = {
-    {eLeq, nullptr, &LogData::LeqCumB, Quantity::LeqA, Quantity::LeqB},
-    {eLmin, nullptr, &LogData::LminCumB, Quantity::LminA, Quantity::LminB},
-    {eLmax, nullptr, &LogData::LmaxCumB, Quantity::LmaxA, Quantity::LmaxB},
-    {ePeak, &LogData::PeakCumA, &LogData::PeakCumB, Quantity::PeakA, Quantity::PeakB},
-    {eLepdET, &LogData::LepdETCumA, &LogData::LepdETCumB, Quantity::LepdA, Quantity::LepdB},
-    {eLepdMT, &LogData::LepdMTCumA, &LogData::LepdMTCumB, kNone, kNone},
-    {eDoseET, &LogData::DoseETCumA, &LogData::DoseETCumB, Quantity::DoseA, Quantity::DoseB},
-    {eDoseMT, &LogData::DoseMTCumA, &LogData::DoseMTCumB, kNone, kNone},
-    {eDoseHour, &LogData::DoseHourA, &LogData::DoseHourB, kNone, kNone},
-    {eLtm3, &LogData::Ltm3CumA, nullptr, Quantity::Ltm3A, kNone},
-    {eLtm5, &LogData::Ltm5CumA, nullptr, Quantity::Ltm5A, kNone},
-    {eLe_Sel, &LogData::SELCumA, &LogData::SELCumB, Quantity::SELA, Quantity::SELB},
-    {ePa2Hr, &LogData::Pa2hCumA, &LogData::Pa2hCumB, Quantity::Pa2hA, Quantity::Pa2hB},
-    {eOverload, nullptr, nullptr, kNone, kNone},
-    {eLAvg, &LogData::LAvgCumA, nullptr, kNone, kNone},
-    {eTWA, &LogData::TWACumA, nullptr, kNone, kNone},
-};
-
-bool isLn(int parameter) {
-    return parameter >= eLn1 && parameter <= eLn10;
-}
-
-const ParameterSource& sourceOf(int parameter) {
-    return *std::find_if(std::begin(kSources), std::end(kSources),
-                         [&](const ParameterSource& source) { return source.parameter == parameter; });
-}
-
 clsValue flagValue(bool flag) {
     clsValue value;
     value.Value(flag ? -1.0F : 0.0F);
@@ -63,7 +23,7 @@ bool isNotRecorded(const clsLog& log, int parameter) {
 
 bool hasCumulative(const clsLog& log, int channel, int parameter) {
     if (isNotRecorded(log, parameter)) return false;
-    if (isLn(parameter)) return IsLnCumulativeValid(log, channel, parameter - eLn1 + 1);
+    if (const int ln = lnOf(parameter); ln != 0) return IsLnCumulativeValid(log, channel, ln);
     const int last = isBanded(parameter) ? lastBand(log.Mode()) : 0;
     for (int band = 0; band <= last; ++band) {
         if (cumulativeValue(log, channel, parameter, band).CalcValue() != 0) return true;
@@ -79,7 +39,7 @@ bool hasIntervalValues(const clsLog& log, int channel, int parameter) {
         return std::any_of(cells.begin(), cells.end(), [](std::uint8_t cell) { return cell != 0; });
     }
     const Quantity quantity = intervalQuantity(channel, parameter);
-    if (quantity == kNone) return false;
+    if (quantity == Quantity::End) return false;
     const int last = hasBands(quantity) ? lastBand(log.Mode()) : 0;
     for (int band = 0; band <= last; ++band) {
         const auto cells = rows.levels(quantity, band);
@@ -88,55 +48,22 @@ bool hasIntervalValues(const clsLog& log, int channel, int parameter) {
     return false;
 }
 
-std::string levelCaption(const Session& session, int parameter, int channel, const clsLog* log) {
-    const bool isOfLog = log != nullptr && channel != kNoChannel;
-    const bool isA = channel != kChannelB;
-    switch (parameter) {
-    case eLeq:
-        return !isOfLog ? session.labels.Leq : isA ? log->LeqTextA() : log->LeqTextB();
-    case eLmin:
-        return !isOfLog ? session.labels.Lmin : isA ? log->LminTextA() : log->LminTextB();
-    case eLmax:
-        return !isOfLog ? session.labels.Lmax : isA ? log->LmaxTextA() : log->LmaxTextB();
-    default:
-        return !isOfLog ? session.labels.Peak : isA ? log->PeakTextA() : log->PeakTextB();
-    }
-}
+// A text of a channel for each of the first four parameters, by number from eLeq.
+struct WeightedCaption {
+    std::string (clsLog::*channelA)() const;
+    std::string (clsLog::*channelB)() const;
+};
+
+constexpr WeightedCaption kWeighted[] = {{&clsLog::LeqTextA, &clsLog::LeqTextB},
+                                         {&clsLog::LminTextA, &clsLog::LminTextB},
+                                         {&clsLog::LmaxTextA, &clsLog::LmaxTextB},
+                                         {&clsLog::PeakTextA, &clsLog::PeakTextB}};
 
 std::string baseCaption(const Session& session, int parameter, int channel, const clsLog* log) {
-    const LabelTexts& labels = session.labels;
-    if (isLn(parameter)) {
-        const int ln = parameter - eLn1 + 1;
+    if (const int ln = lnOf(parameter); ln != 0)
         return log != nullptr ? "L" + std::to_string(log->LnNumberA(ln)) : "Ln" + std::to_string(ln);
-    }
-    switch (parameter) {
-    case eLepdET:
-        return labels.LepdET;
-    case eLepdMT:
-        return labels.LepdMT;
-    case eDoseET:
-        return labels.DoseET;
-    case eDoseMT:
-        return labels.DoseMT;
-    case eDoseHour:
-        return labels.DoseHour;
-    case eLtm3:
-        return labels.Ltm3;
-    case eLtm5:
-        return labels.Ltm5;
-    case eLe_Sel:
-        return labels.SEL;
-    case ePa2Hr:
-        return labels.Pa2h;
-    case eOverload:
-        return labels.Overload;
-    case eLAvg:
-        return session.labels.LAvg;
-    case eTWA:
-        return session.labels.TWA;
-    default:
-        return levelCaption(session, parameter, channel, log);
-    }
+    return log == nullptr || channel == kNoChannel ? session.labels.*parameterInfo(parameter).caption
+                                                   : levelCaption(*log, channel, parameter);
 }
 
 constexpr Parameter kExposure[] = {eLepdET, eLepdMT, eDoseET, eDoseMT, eDoseHour, ePa2Hr};
@@ -144,14 +71,14 @@ constexpr Parameter kPercentiles[] = {eLe_Sel, eLn(1), eLn(2), eLn(3)};
 
 } // namespace
 
-bool isBanded(int parameter) {
-    return parameter <= eLmax || isLn(parameter);
+Quantity intervalQuantity(int channel, int parameter) {
+    return sourceOf(channel, parameter).rows;
 }
 
-Quantity intervalQuantity(int channel, int parameter) {
-    if (isLn(parameter)) return channel == kChannelA ? lnQuantity(parameter - eLn1 + 1) : kNone;
-    const ParameterSource& source = sourceOf(parameter);
-    return channel == kChannelA ? source.rowsA : source.rowsB;
+std::string levelCaption(const clsLog& log, int channel, int parameter) {
+    if (parameter > ePeak) return log.session().labels.*parameterInfo(parameter).caption;
+    const WeightedCaption& texts = kWeighted[parameter - eLeq];
+    return (log.*(channel == kChannelB ? texts.channelB : texts.channelA))();
 }
 
 const Column<std::uint8_t>& overloadColumn(const IntervalColumns& rows, int channel) {
@@ -174,15 +101,11 @@ std::string VariableCaption(const Session& session, int parameter, int channel, 
 
 clsValue cumulativeValue(const clsLog& log, int channel, int parameter, int band) {
     if (parameter == eOverload) return flagValue(log.IsLoggingOverLoaded);
-    if (channel == kChannelA) {
-        if (isLn(parameter)) return log.LnCumA(parameter - eLn1 + 1, band);
-        if (parameter == eLeq) return log.LeqCumA(band);
-        if (parameter == eLmin) return log.LminCumA(band);
-        if (parameter == eLmax) return log.LmaxCumA(band);
+    if (channel == kChannelA && isBanded(parameter)) {
+        const int ln = lnOf(parameter);
+        return ln != 0 ? log.LnCumA(ln, band) : (log.*parameterInfo(parameter).bands)(band);
     }
-    if (isLn(parameter)) return {};
-    const ParameterSource& source = sourceOf(parameter);
-    const auto member = channel == kChannelA ? source.cumulativeA : source.cumulativeB;
+    const auto member = sourceOf(channel, parameter).cumulative;
     return member == nullptr ? clsValue() : log.*member;
 }
 
@@ -192,7 +115,7 @@ clsValue intervalValue(const clsLog& log, std::int64_t row, int channel, int par
     if (parameter == eOverload) return flagValue(overloadColumn(rows, channel).at(at) != 0);
     const Quantity quantity = intervalQuantity(channel, parameter);
     clsValue value;
-    if (quantity == kNone) return value;
+    if (quantity == Quantity::End) return value;
     const Level level = rows.level(quantity, hasBands(quantity) ? band : 0, at);
     value.Value(level.Value);
     value.CalcValue(level.CalcValue);

@@ -1,10 +1,10 @@
-// What a parameter is: its caption, its figure in a log or a row, and whether a log can show it. The one place that
-// knows which member stands behind which parameter.
+// The figures and captions of parameters by their table (Parameters.h): the caption with a log's weighting, the figure
+// in a log or a row, and whether a log can show it.
 #pragma once
 
+#include "model/Parameters.h"
 #include "model/clsLog.h"
 #include "model/clsLogInterval.h"
-#include "model/clsLogOptions.h"
 
 #include <string>
 #include <string_view>
@@ -21,15 +21,15 @@ constexpr int kNoChannel = -1;
 std::string VariableCaption(const Session& session, int parameter, int channel, std::string_view bandText,
                             const clsLog* log);
 
+// The caption of a parameter other than an Ln in a log: the level names carry the weighting of the channel (1, 2).
+std::string levelCaption(const clsLog& log, int channel, int parameter);
+
 // The cumulative figure of a channel (1, 2), parameter and band (0..last; figures without bands ignore it). Overload is
 // -1 or 0. A quantity that a channel does not have is 0.
 clsValue cumulativeValue(const clsLog& log, int channel, int parameter, int band);
 
 // The same of a row, counted from 1.
 clsValue intervalValue(const clsLog& log, std::int64_t row, int channel, int parameter, int band);
-
-// The parameter has a figure for each band: Leq, Lmin, Lmax and the Lns.
-bool isBanded(int parameter);
 
 // Where the rows keep a parameter of a channel. Quantity::End: no row has it, or it is the overload flag.
 Quantity intervalQuantity(int channel, int parameter);

@@ -1,47 +1,14 @@
 #include "model/clsLogOptions.h"
 
+#include "model/Parameters.h"
 #include "model/SettingsText.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
-#include <array>
 
 namespace kestrane {
 
 namespace {
-
-constexpr unsigned kAll = kPlotAC | kPlotAI | kPlotBC | kPlotBI;
-constexpr unsigned kCumulatives = kPlotAC | kPlotBC;
-constexpr unsigned kA = kPlotAC | kPlotAI;
-
-constexpr std::array<ParameterInfo, static_cast<std::size_t>(ParameterCount)> kParameters = {{
-    {eLeq, "eLeq", "ShowLeq", "leq", kAll, kAll},
-    {eLmin, "eLmin", "ShowLmin", "lmin", kAll, kAll},
-    {eLmax, "eLmax", "ShowLmax", "lmax", kAll, kAll},
-    {ePeak, "ePeak", "ShowPeak", "peak", kAll, kAll},
-    {eLepdET, "eLepdET", "ShowLex", "lex", kAll, kAll},
-    {eLepdMT, "eLepdMT", "ShowLepdMT", "", kCumulatives, 0},
-    {eDoseET, "eDoseET", "ShowDose", "dose", kAll, kAll},
-    {eDoseMT, "eDoseMT", "ShowProjDose", "pdose", kCumulatives, 0},
-    {eDoseHour, "eDoseHour", "ShowDoseHour", "dose-hour", kCumulatives, kCumulatives},
-    {eLtm3, "eLtm3", "ShowLtm3", "ltm3", kA, 0},
-    {eLtm5, "eLtm5", "ShowLtm5", "ltm5", kA, 0},
-    {eLe_Sel, "eLe_Sel", "ShowLe", "le", kAll, 0},
-    {ePa2Hr, "ePa2Hr", "ShowPa2Hr", "pa2h", kAll, 0},
-    {eOverload, "eOverload", "ShowOverload", "overload", kAll, 0},
-    {eLn(1), "eLn1", "ShowLn1", "ln1", kA, kA},
-    {eLn(2), "eLn2", "ShowLn2", "ln2", kA, kA},
-    {eLn(3), "eLn3", "ShowLn3", "ln3", kA, kA},
-    {eLn(4), "eLn4", "ShowLn4", "ln4", kA, 0},
-    {eLn(5), "eLn5", "ShowLn5", "ln5", kA, 0},
-    {eLn(6), "eLn6", "ShowLn6", "ln6", kA, 0},
-    {eLn(7), "eLn7", "ShowLn7", "ln7", kA, 0},
-    {eLn(8), "eLn8", "ShowLn8", "ln8", kA, 0},
-    {eLn(9), "eLn9", "ShowLn9", "ln9", kA, 0},
-    {eLn(10), "eLn10", "ShowLn10", "ln10", kA, 0},
-    {eLAvg, "eLAvg", "ShowLAvg", "lavg", kAll, 0},
-    {eTWA, "eTWA", "ShowTWA", "twa", kAll, 0},
-}};
 
 struct FontKeys {
     clsFont clsLogOptions::*font;
@@ -67,7 +34,7 @@ void forEachPlotKey(Visit visit) {
         for (const int kind : {kCumulative, kInterval}) {
             const std::string suffix =
                 std::string(channel == kChannelA ? "A" : "B") + "-" + (kind == kCumulative ? "C" : "I");
-            for (const ParameterInfo& info : kParameters) {
+            for (const ParameterInfo& info : parameters()) {
                 visit(std::string(info.settingsKey) + suffix, channel, kind, info.parameter);
             }
         }
@@ -84,14 +51,9 @@ std::size_t PlotTable::index(int channel, int kind, int parameter) {
            static_cast<std::size_t>(parameter - 1);
 }
 
-const ParameterInfo& parameterInfo(int parameter) {
-    if (parameter < 1 || parameter > ParameterCount) raiseIndexOutOfRange();
-    return kParameters[static_cast<std::size_t>(parameter) - 1];
-}
-
 clsLogOptions::clsLogOptions() :
     NoteFont{"Courier New", 8}, LegendFont{"Arial", 8}, AxisFont{"Arial", 8}, TitleFont{"Arial", 12} {
-    for (const ParameterInfo& info : kParameters) {
+    for (const ParameterInfo& info : parameters()) {
         for (const int channel : {kChannelA, kChannelB}) {
             for (const int kind : {kCumulative, kInterval}) {
                 const unsigned bit = plotBit(channel, kind);

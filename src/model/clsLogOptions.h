@@ -2,48 +2,16 @@
 // options own the set that new logs start from.
 #pragma once
 
+#include "model/Parameter.h"
 #include "model/clsFont.h"
 #include "platform/Settings.h"
 
 #include <bitset>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace kestrane {
-
-enum Parameter : int {
-    eLeq = 1,
-    eLmin,
-    eLmax,
-    ePeak,
-    eLepdET,
-    eLepdMT,
-    eDoseET,
-    eDoseMT,
-    eDoseHour,
-    eLtm3,
-    eLtm5,
-    eLe_Sel,
-    ePa2Hr,
-    eOverload,
-    eLn1,
-    eLn10 = eLn1 + 9,
-    eLAvg,
-    eTWA
-};
-
-constexpr int ParameterCount = 26;
-
-constexpr Parameter eLn(int ln) {
-    return static_cast<Parameter>(eLn1 + ln - 1);
-} // 1..10
-
-constexpr int kChannelA = 1;
-constexpr int kChannelB = 2;
-constexpr int kCumulative = 1;
-constexpr int kInterval = 2;
 
 constexpr std::int16_t eChartAs2D = 0;
 constexpr std::int16_t eChartAs3D = 1;
@@ -62,25 +30,6 @@ private:
 
     std::bitset<4 * static_cast<std::size_t>(ParameterCount)> flags_;
 };
-
-// What is known of a parameter by itself, in the order of the parameters: its key in the settings store, its element in
-// data files (empty: none), and the pairs of channel and kind where it is plottable and shown by default, as bits of
-// kPlotAC and so on.
-constexpr unsigned kPlotAC = 1;
-constexpr unsigned kPlotAI = 2;
-constexpr unsigned kPlotBC = 4;
-constexpr unsigned kPlotBI = 8;
-
-struct ParameterInfo {
-    Parameter parameter;
-    std::string_view name;
-    std::string_view settingsKey;
-    std::string_view element;
-    unsigned plottable;
-    unsigned shown;
-};
-
-const ParameterInfo& parameterInfo(int parameter); // 1..ParameterCount; raises 9 outside
 
 class clsLogOptions {
 public:

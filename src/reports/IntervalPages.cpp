@@ -89,7 +89,7 @@ void IntervalPages::drawRow(PageDevice& device, const Channel& channel, std::siz
     for (const FigureColumn& column : channel.Columns) {
         const float level = column.Source == Quantity::End ? 0 : rows_.level(column.Source, 0, row).CalcValue;
         if (level != 0)
-            device.text(column.Right, top, formatNumber(static_cast<double>(level), kLevelFormat, locale_), kBodyFont,
+            device.text(column.Right, top, formatNumber(static_cast<double>(level), kDecibelFormat, locale_), kBodyFont,
                         PageAlign::Right);
     }
 }

@@ -11,8 +11,6 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::string_view kPercentFormat = "##0.0 %";
-constexpr std::string_view kPa2HoursFormat = "0.000";
 constexpr std::string_view kLongDate = "long date";
 
 std::string longDate(const clsDate& date) {
@@ -80,31 +78,9 @@ constexpr WordRow kCumulativeWords[] = {
     {5042, [](const clsLog& log) { return log.ModeText(); }},
 };
 
-struct FigureRow {
-    Parameter parameter;
-    std::string_view format = kLevelFormat;
-};
-
-constexpr FigureRow kCumulativeFigures[] = {
-    {eLeq},
-    {ePeak},
-    {eLmin},
-    {eLmax},
-    {eLe_Sel},
-    {eLepdET},
-    {eDoseET, kPercentFormat},
-    {eDoseHour, kPercentFormat},
-    {ePa2Hr, kPa2HoursFormat},
-    {eLn(1)},
-    {eLn(2)},
-    {eLn(3)},
-    {eLn(4)},
-    {eLn(5)},
-    {eLn(6)},
-    {eLn(7)},
-    {eLn(8)},
-    {eLn(9)},
-    {eLn(10)},
+constexpr Parameter kCumulativeFigures[] = {
+    eLeq,   ePeak,  eLmin,  eLmax,  eLe_Sel, eLepdET, eDoseET, eDoseHour, ePa2Hr,  eLn(1),
+    eLn(2), eLn(3), eLn(4), eLn(5), eLn(6),  eLn(7),  eLn(8),  eLn(9),    eLn(10),
 };
 
 constexpr LevelColumn kFrequencyColumns[] = {{eLeq}, {eLmin}, {eLmax}};
@@ -112,10 +88,6 @@ constexpr LevelColumn kFrequencyColumns[] = {{eLeq}, {eLmin}, {eLmax}};
 constexpr LevelColumn kIntervalColumns[] = {
     {eLeq}, {eLmin}, {eLmax}, {ePeak}, {eLepdET, true}, {eLe_Sel, true},
 };
-
-int lnOf(Parameter parameter) { // 0: it is none
-    return parameter >= eLn1 && parameter <= eLn10 ? parameter - eLn1 + 1 : 0;
-}
 
 bool isListed(const clsLog& log, Parameter parameter) {
     const int ln = lnOf(parameter);
@@ -134,30 +106,16 @@ std::string figureCaption(const clsLog& log, Parameter parameter) {
     return log.IsChannelBOn && parameter <= ePeak ? channelA + "/" + levelCaption(log, kChannelB, parameter) : channelA;
 }
 
-std::string figure(const clsLog& log, const clsLogOptions& options, int channel, const FigureRow& row) {
-    if (!options.Plottable(channel, kCumulative, row.parameter)) return {};
-    return cumulativeValue(log, channel, row.parameter, 0).Format(true, false, row.format, log.session().locale);
+std::string figure(const clsLog& log, const clsLogOptions& options, int channel, Parameter parameter) {
+    if (!options.Plottable(channel, kCumulative, parameter)) return {};
+    return cumulativeValue(log, channel, parameter, 0)
+        .Format(true, false, reportFormat(parameterInfo(parameter).unit), log.session().locale);
 }
 
 } // namespace
 
 std::span<const LevelColumn> intervalColumns() {
     return kIntervalColumns;
-}
-
-std::string levelCaption(const clsLog& log, int channel, Parameter parameter) {
-    switch (parameter) {
-    case eLeq:
-        return channel == kChannelA ? log.LeqTextA() : log.LeqTextB();
-    case eLmin:
-        return channel == kChannelA ? log.LminTextA() : log.LminTextB();
-    case eLmax:
-        return channel == kChannelA ? log.LmaxTextA() : log.LmaxTextB();
-    case ePeak:
-        return channel == kChannelA ? log.PeakTextA() : log.PeakTextB();
-    default:
-        return VariableCaption(log.session(), parameter, kNoChannel, kNoBand, nullptr);
-    }
 }
 
 std::string datedHeading(const std::string& words, const std::string& longDate, const std::string& time) {
@@ -190,10 +148,10 @@ ReportTable cumulativeTable(const clsLog& log) {
     for (const WordRow& row : kCumulativeWords)
         add(session.LoadText(row.caption), row.channelA(log),
             row.channelB == nullptr ? std::string() : row.channelB(log));
-    for (const FigureRow& row : kCumulativeFigures) {
-        if (!isListed(log, row.parameter)) continue;
-        add(figureCaption(log, row.parameter), figure(log, options, kChannelA, row),
-            figure(log, options, kChannelB, row));
+    for (const Parameter parameter : kCumulativeFigures) {
+        if (!isListed(log, parameter)) continue;
+        add(figureCaption(log, parameter), figure(log, options, kChannelA, parameter),
+            figure(log, options, kChannelB, parameter));
     }
     return table;
 }
@@ -211,7 +169,7 @@ ReportTable frequencyTable(const clsLog& log) {
         std::vector<std::string> row = {std::string(log.eStr(band))};
         for (const LevelColumn& column : kFrequencyColumns)
             row.push_back(cumulativeValue(log, kChannelA, column.parameter, band)
-                              .Format(true, false, kLevelFormat, session.locale));
+                              .Format(true, false, kDecibelFormat, session.locale));
         table.Rows.push_back(std::move(row));
     }
     return table;

@@ -2,8 +2,8 @@
 // Where the texts stand is Report's.
 #pragma once
 
+#include "model/LogParameters.h"
 #include "model/clsInsData.h"
-#include "model/clsLog.h"
 
 #include <span>
 #include <string>
@@ -35,16 +35,12 @@ ReportTable frequencyTable(const clsLog& log); // of an octave log
 // "Cumulative Data: Monday 3 June 2019, 09:00"; what is not known is left out.
 std::string datedHeading(const std::string& words, const std::string& longDate, const std::string& time);
 
-// "LAeq"; of channel B "LCeq" for a level that is weighted by its channel.
-std::string levelCaption(const clsLog& log, int channel, Parameter parameter);
-
 // A column of levels, of the bands or of the intervals.
 struct LevelColumn {
     Parameter parameter;
     bool isOptional = false; // there only while the user has the parameter plotted
 };
 
-inline constexpr std::string_view kLevelFormat = "##0.0 dB";
 inline constexpr std::string_view kLevelWidth = "WW000.0 dB"; // as wide is a column of figures at least
 
 std::span<const LevelColumn> intervalColumns();
