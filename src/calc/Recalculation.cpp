@@ -268,8 +268,8 @@ void deriveChannelB(clsLog& log, const Calculators& calculate) {
 }
 
 // The level of a dose by the log's criterion and exchange rate. 0 for no dose; raises 6 for a negative one.
-float twaOfDose(const clsLog& log, float dose) {
-    return dose == 0 ? 0 : checkedSingle(levelOfDose(dose, log.Criterion, decibelsPerDecade(log.Exchange)));
+float twaOf(const clsLog& log, float dose) {
+    return dose == 0 ? 0 : checkedSingle(twaOfDose(dose, log.Criterion, log.Exchange));
 }
 
 bool isWeightedAorC(const std::string& weight) {
@@ -347,7 +347,7 @@ void RecalcValues(clsInsData& data, bool bForce) {
 }
 
 float CalcTWACumA(const clsLog& log) {
-    return isWeightedAorC(log.FreqWeightA()) ? twaOfDose(log, DoseET_NRR(log)) : 0;
+    return isWeightedAorC(log.FreqWeightA()) ? twaOf(log, DoseET_NRR(log)) : 0;
 }
 
 float TWA8CumA(const clsLog& log) {
@@ -355,7 +355,7 @@ float TWA8CumA(const clsLog& log) {
     try {
         const float hours = getTime(log, 'h', true, true);
         if (hours == 0) return 0;
-        return twaOfDose(log, checkedSingle(doseIn8Hours(DoseMT_NRR(log), hours)));
+        return twaOf(log, checkedSingle(doseIn8Hours(DoseMT_NRR(log), hours)));
     } catch (const RuntimeError&) {
         return 0;
     }

@@ -47,6 +47,10 @@ double doseOf(float level, double criterion, double exchange, double hours) {
     return kPercentPerHour * hours * std::pow(10.0, static_cast<double>(exponent));
 }
 
+double twaOfDose(double dose, double criterion, double exchange) {
+    return exchange / std::log(2.0) * std::log(dose / 100) + criterion;
+}
+
 double levelOfDose(double dose, double criterion, double perDecade) {
     return criterion + perDecade * std::log10(dose / 100);
 }

@@ -39,8 +39,11 @@ double decibelsPerDecade(double exchange);
 // single.
 double doseOf(float level, double criterion, double exchange, double hours);
 
-// The level that gives a dose when held for 8 h: criterion + perDecade lg(D/100). With decibelsPerDecade as perDecade
-// it is the TWA (29 CFR 1910.95 Appendix A); instruments use rounded factors of their own.
+// TWA, the level that gives a dose when held for 8 h: (exchange rate / ln 2) ln(D/100) + criterion (29 CFR 1910.95
+// Appendix A, with the exact factor in place of 16.61).
+double twaOfDose(double dose, double criterion, double exchange);
+
+// The same by a factor that is printed or rounded, in dB for ten times the dose: criterion + perDecade lg(D/100).
 double levelOfDose(double dose, double criterion, double perDecade);
 
 // The dose that 8 h of the same noise would give, and what an hour of it gives. Infinite for a time of 0.

@@ -70,7 +70,7 @@ float byNRR(const Protection& p) {
     const double toC = weight == "C" ? 0 : 7; // the allowance for an A-weighted level, 29 CFR 1910.95 App. B
     const float hours = getTime(p.log, 'h', true, true);
     const float dose = checkedSingle(doseIn8Hours(DoseMT_NRR(p.log), hours));
-    const double twa = levelOfDose(dose, p.log.Criterion, decibelsPerDecade(p.log.Exchange));
+    const double twa = twaOfDose(dose, p.log.Criterion, p.log.Exchange);
     return checkedSingle(twa - (static_cast<double>(p.protector.NRR) - toC) * derating);
 }
 
