@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <cctype>
 #include <exception>
+#include <utility>
+#include <vector>
 
 namespace kestrane {
 
@@ -35,23 +37,35 @@ std::string withoutDisplay(const std::string& text) {
     return rest;
 }
 
-// The rows of a log have come, and its plottable table with them. What that does to the display options is no change of
-// the user's: a document that has not been changed otherwise is as it was saved.
-void adoptDisplayOptions(Session& session, const clsLog& log) {
-    for (const auto& file : session.OpenFiles) {
-        bool isOwner = false;
-        bool isComplete = true;
-        for (const auto& data : file->InstrumentDatas) {
-            for (const LogCollection* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
-                for (const auto& item : *logs) {
-                    isOwner = isOwner || item.get() == &log;
-                    isComplete = isComplete && !item->IntervalsToLoad;
-                }
-            }
-        }
-        if (!isOwner || !isComplete || file->Changed) continue;
-        std::string text = DocumentText(*file, false);
-        if (withoutDisplay(text) == withoutDisplay(file->SavedText)) file->SavedText = std::move(text);
+// All rows have come, and the plottable tables with them. What that does to the display options is no change of the
+// user's: a document that has not been changed otherwise is as it was saved.
+void adoptDisplayOptions(clsFile& file) {
+    if (file.Changed) return;
+    std::string text = DocumentText(file, false);
+    if (withoutDisplay(text) == withoutDisplay(file.SavedText)) file.SavedText = std::move(text);
+}
+
+// The rows of a log of the document have come. When it was the last one, the recalculations that waited for rows begin;
+// what they change is no change of the user's either.
+void takeUpRows(const Session& session, int fileId) {
+    clsFile* const file = session.fileById(fileId);
+    if (file == nullptr || file->IsBusy()) return;
+    adoptDisplayOptions(*file);
+    std::vector<clsLog*> waiting;
+    forEachLog(*file, [&](clsLog& log) {
+        if (std::exchange(log.RecalcWithRows, false) && !log.HasUnreadIntervals) waiting.push_back(&log);
+    });
+    if (waiting.empty() || IsChanged(*file)) {
+        for (clsLog* const log : waiting)
+            RecalcValues(*log, kCalcFull);
+        return;
+    }
+    for (clsLog* const log : waiting) {
+        RecalcValues(*log, kCalcFull, [&session, fileId] {
+            clsFile* const ended = session.fileById(fileId);
+            if (ended == nullptr || ended->Changed || !ended->Edits.isAtSaved() || ended->IsBusy()) return;
+            ended->SavedText = DocumentText(*ended, false);
+        });
     }
 }
 
@@ -131,7 +145,7 @@ bool OpenFile(Session& session, const std::string& name, OpenSource source, bool
     for (const auto panel : {Frame::Panel::Status, Frame::Panel::Process, Frame::Panel::Error}) {
         session.frame->SetPanel(panel, {});
     }
-    LoadWaitingIntervals(session, [&session](const clsLog& log) { adoptDisplayOptions(session, log); });
+    LoadWaitingIntervals(session, [&session, id = file->FileId](const clsLog&) { takeUpRows(session, id); });
     return isOpen;
 }
 

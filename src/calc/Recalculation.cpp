@@ -177,13 +177,14 @@ void takeResults(clsLog& log, const RecalcResults& results) {
 void takeError(clsLog& log, const ThreadError& error) {
     log.RecalcThread.reset();
     log.IntervalsRecalculating = false;
+    log.HasFailedRecalc = true;
     Session& session = log.session();
     session.frame->SetPanel(Frame::Panel::Error,
                             threadErrorText(session, error.iErrNo, error.sDescription, error.iLine));
     finishRecalculation(log);
 }
 
-void startBackgroundPass(clsLog& log) {
+void startBackgroundPass(clsLog& log, const std::function<void()>& ended) {
     log.IntervalsRecalculating = true;
     log.session().frame->EnableMenusAndButtons();
     RecalcRequest request;
@@ -202,11 +203,15 @@ void startBackgroundPass(clsLog& log) {
     request.IsUnzoomedHalcyr = log.IsHalcyrMeter() && !log.IsZoomed;
     const std::int32_t id = ++log.RecalcID;
     RecalcEvents events;
-    events.ThreadRecalcResults = [&log, id](const RecalcResults& results) {
-        if (log.RecalcID == id) takeResults(log, results);
+    events.ThreadRecalcResults = [&log, id, ended](const RecalcResults& results) {
+        if (log.RecalcID != id) return;
+        takeResults(log, results);
+        if (ended) ended();
     };
-    events.Error = [&log, id](const ThreadError& error) {
-        if (log.RecalcID == id) takeError(log, error);
+    events.Error = [&log, id, ended](const ThreadError& error) {
+        if (log.RecalcID != id) return;
+        takeError(log, error);
+        if (ended) ended();
     };
     log.RecalcThread = log.session().server->Recalculate(std::move(request), std::move(events));
 }
@@ -283,14 +288,15 @@ float nrrFigure(const clsLog& log, const clsValue& a, const clsValue& b) {
 
 } // namespace
 
-void RecalcValues(clsLog& log, int iCalcMode) {
+void RecalcValues(clsLog& log, int iCalcMode, const std::function<void()>& ended) {
     constexpr std::array kOverwrites = {true, false, false, true, true};
     log.RecalcMode = iCalcMode;
+    log.HasFailedRecalc = false;
     if (iCalcMode >= 0 && iCalcMode < static_cast<int>(kOverwrites.size())) {
         log.OverwriteStoredValues = kOverwrites[static_cast<std::size_t>(iCalcMode)];
     }
     if (iCalcMode == kCalcExposureTime) return changeExposureTime(log);
-    if (log.LogIntervals.Count() > 0) return startBackgroundPass(log);
+    if (log.LogIntervals.Count() > 0) return startBackgroundPass(log, ended);
     if (iCalcMode == kCalcFromIntervals) return;
     sumBands(log);
     CompleteRecalcProcess(log);
@@ -337,7 +343,9 @@ void RecalcValues(clsInsData& data, bool bForce) {
             } else if (!bForce) {
                 isWanted = !log->FullyCalculated;
             }
-            if (isWanted) {
+            if (isWanted && log->IntervalsToLoad && !log->LogIntervals.CutIntervals.empty()) {
+                log->RecalcWithRows = true;
+            } else if (isWanted) {
                 RecalcValues(*log, kCalcFull);
             } else if (!log->IntervalsToLoad) {
                 SetPlottableValues(*log);

@@ -5,6 +5,8 @@
 
 #include "model/clsInsData.h"
 
+#include <functional>
+
 namespace kestrane {
 
 // How a recalculation treats figures that are there already.
@@ -20,7 +22,8 @@ constexpr int kExchangeRates[] = {3, 4, 5};
 
 // Recalculates a log. With rows the background server does the pass over them and this returns at once
 // (IntervalsRecalculating); a recalculation under way is dropped. The log's change event tells when the figures stand.
-void RecalcValues(clsLog& log, int iCalcMode);
+// ended, if given, is called when a pass over rows has ended, well or with HasFailedRecalc.
+void RecalcValues(clsLog& log, int iCalcMode, const std::function<void()>& ended = {});
 
 // The figures that derive from the levels as they stand, in a fixed order, then the change event.
 void CompleteRecalcProcess(clsLog& log);
@@ -29,7 +32,8 @@ void CompleteRecalcProcess(clsLog& log);
 void AmendedDisplayValues(const clsLog& log);
 
 // Of every log: all of them with bForce; else by the setting RecalcOnOpen, asking first for long ones, and without the
-// setting those never fully calculated. Logs left alone get their plottable table, unless rows are to come.
+// setting those never fully calculated. Logs left alone get their plottable table, unless rows are to come. Where rows
+// are to come that a selection leaves out, the figures stand as they are and RecalcWithRows is set.
 void RecalcValues(clsInsData& data, bool bForce);
 
 float CalcTWACumA(const clsLog& log); // dB; 0 unless channel A is weighted A or C; raises 6 for a negative dose

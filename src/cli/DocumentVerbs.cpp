@@ -111,7 +111,7 @@ int recalc(Program& program, const RecalcOptions& options) {
     if (options.criterion) log.Criterion = *options.criterion;
     if (options.exchange) log.Exchange = *options.exchange;
     if (options.exposure) log.objLogOptions.ExposureTime = *options.exposure;
-    program.recalculate(log, options.mode);
+    if (!program.recalculate(log, options.mode)) return kFailed;
     return finishLog(program, *chosen, options.output);
 }
 
@@ -154,7 +154,7 @@ int zoom(Program& program, const ZoomOptions& options) {
     const bool isWhole = options.from == 1 && options.to == rows;
     const std::unique_ptr<clsLog> copy = isWhole ? nullptr : makeZoom(*chosen->log, options.from, options.to);
     clsLog& view = isWhole ? *chosen->log : *copy;
-    program.recalculate(view, kCalcAfterZoom);
+    if (!program.recalculate(view, kCalcAfterZoom)) return kFailed;
     SetPlottableValues(view);
     writeLog(std::cout, view, chosen->key, false);
     std::cout << '\n';
@@ -188,7 +188,7 @@ int cut(Program& program, const CutOptions& options) {
         return kFailed;
     }
     setIntervalSelection(*chosen->log, ranges, toBeIncluded);
-    program.recalculate(*chosen->log, kCalcFull);
+    if (!program.recalculate(*chosen->log, kCalcFull)) return kFailed;
     return finishLog(program, *chosen, options.output);
 }
 

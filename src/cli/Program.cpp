@@ -55,9 +55,10 @@ clsFile* Program::open(const std::string& name) {
     return openFileOfName(session, fullPath(name));
 }
 
-void Program::recalculate(clsLog& log, int mode) {
+bool Program::recalculate(clsLog& log, int mode) {
     RecalcValues(log, mode);
     pump_.runUntil([&] { return !log.IntervalsRecalculating; });
+    return !log.HasFailedRecalc;
 }
 
 bool Program::saveAs(clsFile& file, const std::string& output) {

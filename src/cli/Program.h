@@ -50,7 +50,8 @@ public:
     // Opens a file and waits for all work behind it. Null when it did not open; the reason has been shown.
     clsFile* open(const std::string& name);
 
-    void recalculate(clsLog& log, int mode);
+    // False when the recalculation failed; the reason has been shown.
+    bool recalculate(clsLog& log, int mode);
 
     // Saves a document under another name. False when it was not saved; the reason has been shown.
     bool saveAs(clsFile& file, const std::string& output);

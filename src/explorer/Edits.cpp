@@ -78,15 +78,6 @@ clsFile* ownerOf(const Session& session, const clsLog& log) {
     return nullptr;
 }
 
-bool isBusy(const clsFile& file) {
-    return std::any_of(file.InstrumentDatas.begin(), file.InstrumentDatas.end(), [](const auto& data) {
-        return std::any_of(kModes.begin(), kModes.end(), [&](int mode) {
-            const LogCollection& logs = data->logsOf(mode);
-            return std::any_of(logs.begin(), logs.end(), [](const auto& log) { return log->IsBusy(); });
-        });
-    });
-}
-
 // A step whose other half is gone ends the history.
 const EditStep* stepOf(const clsFile& file, Direction direction) {
     const EditStep* const step = file.Edits.next(direction);
@@ -198,7 +189,7 @@ clsFile* documentToEdit(const Session& session, std::string_view selectedKey, Di
 }
 
 bool canExchange(const clsFile* file, Direction direction) {
-    return file != nullptr && stepOf(*file, direction) != nullptr && !isBusy(*file);
+    return file != nullptr && stepOf(*file, direction) != nullptr && !file->IsBusy();
 }
 
 bool exchangeStep(Session& session, clsFile* file, Direction direction) {
@@ -208,7 +199,7 @@ bool exchangeStep(Session& session, clsFile* file, Direction direction) {
     clsFile* const other = otherOf(step, *file);
     if (other != nullptr) {
         const EditStep* const half = other->Edits.next(direction);
-        if (half == nullptr || half->Joined != step.Joined || isBusy(*other)) {
+        if (half == nullptr || half->Joined != step.Joined || other->IsBusy()) {
             session.ShowMessage(ReplaceText(session.LoadText(4754), "^", other->ShortenedFileName()), kIconInformation);
             return false;
         }

@@ -82,15 +82,11 @@ bool FileOpenXml(clsFile& file, std::string& message) {
 
 // What stands in the file and has not been read must not be overwritten.
 void refuseToLoseIntervals(const clsFile& file) {
-    for (const auto& data : file.InstrumentDatas) {
-        for (const LogCollection* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
-            for (const auto& log : *logs) {
-                if (log->IntervalsToLoad) throw RuntimeError(kErrorApplication, file.session().LoadText(5065));
-                if (!log->HasUnreadIntervals) continue;
-                throw RuntimeError(kErrorApplication, ReplaceText(file.session().LoadText(8804), "^", log->Name));
-            }
-        }
-    }
+    forEachLog(file, [&file](const clsLog& log) {
+        if (log.IntervalsToLoad) throw RuntimeError(kErrorApplication, file.session().LoadText(5065));
+        if (!log.HasUnreadIntervals) return;
+        throw RuntimeError(kErrorApplication, ReplaceText(file.session().LoadText(8804), "^", log.Name));
+    });
 }
 
 constexpr std::array<Loader, 5> kLoaders = {FileOpenCsv, FileOpenSound, FileOpenLog, FileOpenProject, FileOpenXml};

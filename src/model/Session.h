@@ -95,14 +95,8 @@ private:
 // Calls visit(log) for every log of the open files.
 template <class Visit>
 void forEachLog(const Session& session, Visit visit) {
-    for (const auto& file : session.OpenFiles) {
-        for (const auto& data : file->InstrumentDatas) {
-            for (const auto* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
-                for (const auto& log : *logs)
-                    visit(*log);
-            }
-        }
-    }
+    for (const auto& file : session.OpenFiles)
+        forEachLog(*file, visit);
 }
 
 constexpr std::string_view kApplicationTitle = "Kestrane";

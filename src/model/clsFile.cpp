@@ -19,6 +19,16 @@ std::size_t lastSeparator(const std::string& name) {
 
 } // namespace
 
+// Work goes from the first log to the last, so one that is still busy is found soonest from the end.
+bool clsFile::IsBusy() const {
+    const auto isBusyLog = [](const auto& log) { return log->IsBusy(); };
+    return std::any_of(InstrumentDatas.rbegin(), InstrumentDatas.rend(), [&](const auto& data) {
+        return std::any_of(data->ThirdOctaves.rbegin(), data->ThirdOctaves.rend(), isBusyLog) ||
+               std::any_of(data->Octaves.rbegin(), data->Octaves.rend(), isBusyLog) ||
+               std::any_of(data->Locations.rbegin(), data->Locations.rend(), isBusyLog);
+    });
+}
+
 bool clsFile::IsInCollection() const {
     return FileId > 0 && session_.fileById(FileId) != nullptr;
 }
@@ -59,12 +69,7 @@ void clsFile::append(const clsInsData& objInsData, bool blnCut, int intAfter) {
 }
 
 void clsFile::CopyDoseLogSamples() {
-    for (const auto& data : InstrumentDatas) {
-        for (const LogCollection* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
-            for (const auto& log : *logs)
-                log->CopyDoseLogSamples();
-        }
-    }
+    forEachLog(*this, [](clsLog& log) { log.CopyDoseLogSamples(); });
 }
 
 clsInsData* clsFile::dataOfSerial(const std::string& serial) const {

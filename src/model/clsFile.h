@@ -32,6 +32,7 @@ public:
 
     bool IsOldStyle() const { return OldStyle; }
 
+    bool IsBusy() const;                   // a log loads, waits for loading or recalculates
     bool IsInCollection() const;           // in the session's OpenFiles
     std::string ShortenedFileName() const; // behind the last "\" or "/"
 
@@ -52,5 +53,16 @@ public:
 private:
     Session& session_;
 };
+
+// Calls visit(log) for every log of the document.
+template <class Visit>
+void forEachLog(const clsFile& file, Visit visit) {
+    for (const auto& data : file.InstrumentDatas) {
+        for (const LogCollection* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
+            for (const auto& log : *logs)
+                visit(*log);
+        }
+    }
+}
 
 } // namespace kestrane

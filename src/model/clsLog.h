@@ -96,6 +96,8 @@ public:
     bool IntervalsLoading = false;
     bool IntervalsRecalculating = false;
     bool HasUnreadIntervals = false; // rows of the file could not be read; saving would lose them
+    bool RecalcWithRows = false;     // a full recalculation waits for the rows
+    bool HasFailedRecalc = false;    // the last recalculation failed: the figures are those from before it
     std::int32_t RecalcID = 0;       // counts recalculations
     std::shared_ptr<const IntervalSource> IntervalNodes;
     std::vector<RowRange> LoadRanges;

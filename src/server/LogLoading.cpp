@@ -3,6 +3,8 @@
 #include "model/LogParameters.h"
 #include "server/KestraneThread.h"
 
+#include <algorithm>
+
 namespace kestrane {
 
 namespace {
@@ -67,9 +69,8 @@ std::string threadErrorText(const Session& session, std::int64_t number, const s
 }
 
 bool noLogIsBusy(const Session& session) {
-    bool isBusy = false;
-    forEachLog(session, [&](const clsLog& log) { isBusy = isBusy || log.IsBusy(); });
-    return !isBusy;
+    return std::none_of(session.OpenFiles.rbegin(), session.OpenFiles.rend(),
+                        [](const auto& file) { return file->IsBusy(); });
 }
 
 } // namespace kestrane

@@ -41,8 +41,8 @@ protected:
         return folder.file(name);
     }
 
-    clsFile& opened(const std::string& name) {
-        EXPECT_TRUE(OpenFile(session, written(name), OpenSource::Named, true));
+    clsFile& opened(const std::string& name, const std::string& text = kOneLog) {
+        EXPECT_TRUE(OpenFile(session, written(name, text), OpenSource::Named, true));
         return *session.OpenFiles.back();
     }
 
@@ -109,6 +109,26 @@ TEST_F(DocumentsTest, RowsThatComeDoNotChangeTheDocument) {
     EXPECT_FALSE(IsChanged(file));
     change(file);
     EXPECT_TRUE(IsChanged(file));
+}
+
+// What a selection leaves out does not come back with the recalculation on opening: it waits for the rows. Until then
+// the figures of the file stand, and the new ones are no change of the user's.
+TEST_F(DocumentsTest, ExcludedTimeStaysExcludedWhenAFileIsOpenedAgain) {
+    std::string rows;
+    for (const int level : {80, 90, 80, 90})
+        rows += "<intvl><ca><leq><f>" + std::to_string(level) + "</f></leq></ca></intvl>";
+    const std::string text = "<instruments><instrument-data><instrument-detail/><logs><log><interval>3600</interval>"
+                             "<ca><leq><f>87.4</f></leq><mlex>70</mlex></ca><cutintvls incl=\"False\"><cutintvl>2~2"
+                             "</cutintvl><cutintvl>4~4</cutintvl></cutintvls><intvls>" +
+                             rows + "</intvls></log></logs></instrument-data></instruments>";
+    clsFile& file = opened("cut.xml", text);
+    const clsLog& log = *file.InstrumentDatas.front()->Locations.front();
+    EXPECT_EQ(log.LepdMTCumA.CalcValue(), 70);
+    pump.runUntil([&] { return noLogIsBusy(session); });
+    EXPECT_FLOAT_EQ(log.LeqCumA(0).CalcValue(), 80);
+    EXPECT_NEAR(log.LepdMTCumA.CalcValue(), 80 - 6.02, 0.01); // two hours
+    EXPECT_TRUE(log.FullyCalculated);
+    EXPECT_FALSE(IsChanged(file));
 }
 
 TEST_F(DocumentsTest, SavingInPlaceAsksNothingAndAnUnchangedFileIsLeftAlone) {

@@ -228,6 +228,8 @@ def differences(program, ours, path=""):
 def settle_by(printed):
     """Takes the program's energy mean for ours when they are neighbours; both are right to the accuracy of a single."""
     def settle(name, band, mean):
+        if printed is None:
+            return mean
         figure = printed[name][band] if band is not None else printed[name]
         program = f32(figure["CalcValue"])
         return program if abs(ordered(program) - ordered(mean)) <= 2 else mean
@@ -267,16 +269,19 @@ class Comparison:
             self.failures.append(f"{self.words}\n    byte {at}: {saved[at - 40:at + 40]}, ours {expected[at - 40:at + 40]}")
 
     def document(self):
+        shown = self.shown["InstrumentDatas"] if self.shown else []
+        logs = [log for data in shown for kind in ("Locations", "Octaves", "ThirdOctaves") for log in data[kind]]
         try:
-            return reference.Document(self.data, self.name)
+            return reference.Document(self.data, self.name, [settle_by(log) for log in logs])
         except reference.FAULTS:
             return None
 
     def compare(self):
         with open(self.name, "wb") as file:
             file.write(self.data)
+        self.shown = self.run("show", self.name, "--intervals")
         ours = self.document()
-        self.expect(self.run("show", self.name, "--intervals"), ours and ours.json(True))
+        self.expect(self.shown, ours and ours.json(True))
         if ours is None or self.failures:
             self.declined = ours is None
             return self
@@ -305,9 +310,10 @@ class Comparison:
                 words += [option, str(getattr(log, name))]
         printed = self.run(*words)
         log.settle = settle_by(printed)
-        log.recalc(mode)
-        self.expect(printed, log.json(ours.keys[log], False))
-        self.expect_saved(ours)
+        done = log.recalc(mode)
+        self.expect(printed, log.json(ours.keys[log], False) if done else None)
+        if done:
+            self.expect_saved(ours)
 
     def some_range(self, count):
         return sorted((self.random.randint(1, count), self.random.randint(1, count)))
@@ -320,8 +326,8 @@ class Comparison:
         printed = self.run("cut", self.name, "--include" if include else "--exclude",
                            ",".join(f"{a}-{b}" for a, b in ranges), *words)
         log.settle = settle_by(printed)
-        log.cut(include, ranges)
-        self.expect(printed, log.json(ours.keys[log], False))
+        done = log.cut(include, ranges)
+        self.expect(printed, log.json(ours.keys[log], False) if done else None)
 
     def zoom(self, ours, log, words):
         if not log.rows:
@@ -329,7 +335,8 @@ class Comparison:
         first, last = self.some_range(len(log.rows))
         printed = self.run("zoom", self.name, "--from", str(first), "--to", str(last), *words)
         log.settle = settle_by(printed)
-        self.expect(printed, log.zoom(first, last).json(ours.keys[log], False))
+        zoomed = log.zoom(first, last)
+        self.expect(printed, zoomed and zoomed.json(ours.keys[log], False))
 
 
 def compare_file(seed, place):

@@ -540,6 +540,7 @@ class Log:
 
     # -- calculation
     def recalc(self, mode):
+        """False when the rows make no figures: the figures stay, and so do those derived from them."""
         if mode < 5:
             self.overwrite = mode in (0, 3, 4)
         if mode == 0:
@@ -547,20 +548,21 @@ class Log:
             off = self.halcyr()
             self.LepdETCumB.calc = 0.0 if off else self.lepd("B", True)
             self.DoseETCumB.calc = 0.0 if off else self.dose("B", True)
-            return
+            return True
         if self.rows:
             try:
                 self.recalc_rows()
-            except FAULTS:                                     # the figures stay, and so do those derived from them
-                return
+            except FAULTS:
+                return False
         elif mode == 1:
-            return
+            return True
         else:
             for figures in (self.LeqCumA, self.LminCumA, self.LmaxCumA):
                 bands = [v.calc for v in figures[1:] if v.calc]
                 if bands and (self.overwrite or not figures[0].calc):
                     figures[0].calc = self.energy_sum(bands, figures[0].calc)
         self.complete(mode)
+        return True
 
     @staticmethod
     def energy_sum(levels, present):
@@ -724,13 +726,14 @@ class Log:
     # -- what a user asks for
     def cut(self, include, ranges):
         self.include, self.cut_ranges = include, [f"{a}~{b}" for a, b in ranges]
-        self.recalc(4)
+        return self.recalc(4)
 
     def zoom(self, first, last):
+        """The range as a log, None when its rows make no figures."""
         if (first, last) == (1, len(self.rows)):               # the log itself
-            self.recalc(2)
+            done = self.recalc(2)
             self.set_plottable()
-            return self
+            return self if done else None
         try:
             parent5 = self.time("m", False, False) >= 5
         except FAULTS:
@@ -751,9 +754,9 @@ class Log:
         for v in (log.LeqCumA + log.LminCumA + log.LmaxCumA + [v for ln in log.LnCumA for v in ln]
                   + [getattr(log, name) for name in FIGURES]):
             v.calc = v.value
-        log.recalc(2)
+        done = log.recalc(2)
         log.set_plottable()
-        return log
+        return log if done else None
 
     # -- as JSON
     def json(self, key, intervals):
@@ -905,15 +908,21 @@ class InsData:
 class Document:
     """A data file as it stands when it has opened and its intervals are loaded. Raises when it is declined."""
 
-    def __init__(self, data, name):
+    def __init__(self, data, name, settles=()):
+        """settles: of each log in order, see Log.settle."""
         self.name = name
         top = Tree(data).top
         parent = top.child("instruments") or top
         self.collections = [c for c in (InsData(n) for n in parent.children("instrument-data")) if c.logs]
-        for log in self.all_logs():
-            log.recalc(4)
-        for log in self.all_logs():
+        for log, settle in zip(self.all_logs(), settles):
+            log.settle = settle
+        for log in self.all_logs():                            # where rows are left out it waits for the rows
+            is_waiting = log.row_nodes and log.cut_ranges
+            if not is_waiting:
+                log.recalc(4)
             log.load_rows()
+            if is_waiting:
+                log.recalc(4)
         self.changed = False                                   # what rows do to the display options is no change
         self.keys, highest = {}, [0, 0, 0]
         for i, c in enumerate(self.collections, 1):
