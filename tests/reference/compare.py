@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Compares the program with the independent reading in reference.py: generated data files, small and odd but valid, go
-through kestrane-cli's show, save, recalc, zoom and cut, and every key of the output and every saved byte must agree.
+through kestrane-cli's show, recalc, zoom and cut, and every measured or calculated figure of the output must agree.
 Singles are equal to the last bit; energy means may differ by two units in the last place, and what is derived from a
 mean is then derived from the program's.
 
@@ -18,7 +18,7 @@ from concurrent.futures import ProcessPoolExecutor
 from itertools import repeat
 
 import reference
-from reference import DISP, LABELS, PAIRS, f32
+from reference import LABELS, f32
 
 # Every family, with and without a second meaning of its model; names that are none.
 INSTRUMENTS = ["TR324", "TR 352", "TR310", "TR340", "TR342 B", "Corvane TR340", "TR312E", "TR312", "TR350", "TR360L",
@@ -141,25 +141,6 @@ class Generator:
         incl = self.random.choice(["", ' incl="true"', ' incl="false"', ' incl="-1"'])
         return f"<cutintvls{incl}>" + "".join(f"<cutintvl>{a}~{b}</cutintvl>" for a, b in ranges) + "</cutintvls>"
 
-    def exposure_rows(self):
-        rows = ""
-        for _ in range(self.random.randint(0, 3)):
-            parts = [self.element("cri", self.integer("85")), self.element("ex", self.integer("3")),
-                     self.element("date", self.date()), self.element("time", self.clock()),
-                     self.element("note", self.text(self.random.choice(NOTES))), self.element("leq", self.level()),
-                     self.element("duration", self.clock()), self.element("is-included", self.random.choice(FLAGS))]
-            rows += self.element("dl-intvl", self.some(parts, 0.15))
-        return self.element("dl-intvls", rows)
-
-    def peaks(self):
-        return self.element("peak-intvls", "".join(self.random.choice(
-            [f'<peak-intvl peak-time="{self.clock()}" duration="{self.level()}"/>',
-             f"<peak-intvl><peaktm>{self.clock()}</peaktm></peak-intvl>"]) for _ in range(self.random.randint(0, 3))))
-
-    def display(self):
-        return self.element("disp", "".join(self.element(f"{name}-{a}-{b}", self.random.choice(FLAGS))
-                                            for a, b in PAIRS for name, _ in DISP if self.often(0.5)))
-
     def log(self):
         mode = self.random.choice([0, 0, 0, 1, 1, 2])
         count = self.random.choice([0, 0, 1, 2, 5, 12] + ([120, 250] if mode == 0 else [60] if mode == 1 else [35]) * self.often(0.1))
@@ -182,7 +163,7 @@ class Generator:
             self.in_row = True
             parts.append("<intvls>" + "".join(self.row(mode, channel_b) for _ in range(count)) + "</intvls>")
             self.in_row = False
-        parts += [self.selection(count) if self.often(0.3) else "", self.peaks(), self.exposure_rows(), self.display()]
+        parts += [self.selection(count) if self.often(0.3) else ""]
         name = self.random.choice(NOTES)
         return f"<log{self.attribute('name', name) if name else ''}>" + self.some(parts, 0.06) + "</log>"
 
@@ -213,10 +194,15 @@ def ordered(x):
     return bits if bits >= 0 else -(bits & 0x7FFFFFFF)
 
 
+NO_FIGURES = {"Plottable", "IsPlotted", "Peaks", "DoseLogIntervals", "SaveDoseCalc", "IntervalText", "LogLengthText",
+              *(quantity + "Text" + channel for quantity in ("Leq", "Lmin", "Lmax", "Peak") for channel in "AB")}
+
+
 def differences(program, ours, path=""):
     """Where the program's JSON differs, as texts."""
     if isinstance(ours, dict) and isinstance(program, dict):
-        out = [f"{path}/{k}: only {'ours' if k in ours else 'the program'}" for k in ours.keys() ^ program.keys()]
+        out = [f"{path}/{k}: only {'ours' if k in ours else 'the program'}"
+               for k in (ours.keys() ^ program.keys()) - NO_FIGURES]
         return out + [d for k in ours.keys() & program.keys() for d in differences(program[k], ours[k], f"{path}/{k}")]
     if isinstance(ours, list) and isinstance(program, list) and len(ours) == len(program):
         return [d for i, (p, o) in enumerate(zip(program, ours)) for d in differences(p, o, f"{path}/{i}")]
@@ -241,7 +227,6 @@ class Comparison:
         self.cli, self.folder, self.data = cli, folder, Generator(seed).file()
         self.random = random.Random(seed)
         self.name = os.path.join(folder, f"file{seed}.xml")
-        self.target = os.path.join(folder, f"saved{seed}.xml")
         self.failures, self.runs, self.declined = [], 0, False
 
     def run(self, *words):
@@ -260,14 +245,6 @@ class Comparison:
             found = differences(program, ours)
         self.failures += [f"{self.words}\n    {d}" for d in found[:5]]
 
-    def expect_saved(self, ours):
-        with open(self.target, "rb") as file:
-            saved = file.read()
-        expected = (ours.text(True) + "\n").encode("ascii")
-        if saved != expected:
-            at = next((i for i, (a, b) in enumerate(zip(saved, expected)) if a != b), min(len(saved), len(expected)))
-            self.failures.append(f"{self.words}\n    byte {at}: {saved[at - 40:at + 40]}, ours {expected[at - 40:at + 40]}")
-
     def document(self):
         shown = self.shown["InstrumentDatas"] if self.shown else []
         logs = [log for data in shown for kind in ("Locations", "Octaves", "ThirdOctaves") for log in data[kind]]
@@ -285,10 +262,6 @@ class Comparison:
         if ours is None or self.failures:
             self.declined = ours is None
             return self
-        printed = self.run("save", self.name, "-o", self.target)
-        ours.name, ours.changed = self.target, False
-        self.expect(printed, ours.json(False))
-        self.expect_saved(ours)
         if ours.keys:
             self.compare_log(self.document(), self.recalc)
             self.compare_log(self.document(), self.cut)
@@ -302,7 +275,7 @@ class Comparison:
 
     def recalc(self, ours, log, words):
         mode = self.random.randint(0, 4)
-        words = ["recalc", self.name, "--mode", str(mode), *words, "-o", self.target]
+        words = ["recalc", self.name, "--mode", str(mode), *words]
         for option, name, choices in (("--criterion", "Criterion", [80, 85, 0, -5]), ("--exchange", "Exchange", [3, 4, 5, 0]),
                                       ("--exposure", "ExposureTime", [4.0, 8.0, 0.5, 24.0])):
             if self.random.random() < 0.4:
@@ -312,8 +285,6 @@ class Comparison:
         log.settle = settle_by(printed)
         done = log.recalc(mode)
         self.expect(printed, log.json(ours.keys[log], False) if done else None)
-        if done:
-            self.expect_saved(ours)
 
     def some_range(self, count):
         return sorted((self.random.randint(1, count), self.random.randint(1, count)))

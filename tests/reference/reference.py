@@ -1,4 +1,4 @@
-"""An independent reader, calculator and writer of XML data files, to compare the program with.
+"""An independent reader and calculator of XML data files, to compare the program with.
 
 It is written from the rules of the format and of the calculations alone and shares no code with the program.
 Figures are held as double numbers that are exactly a single; `f32` rounds to single where the rules round.
@@ -7,20 +7,13 @@ import copy
 import math
 import re
 import struct
-from datetime import date, datetime, timedelta
+from datetime import date, datetime
 from xml.parsers import expat
 
 FULL = ["16", "31.5", "63", "125", "250", "500", "1k", "2k", "4k", "8k", "16k"]
 THIRD = ("12.5 16 20 25 31.5 40 50 63 80 100 125 160 200 250 315 400 500 630 800 1k 1.25k 1.6k 2k 2.5k 3.15k 4k 5k "
          "6.3k 8k 10k 12.5k 16k 20k").split()
 LABELS = {0: [""], 1: [""] + FULL, 2: [""] + THIRD}
-PARAMETERS = ("eLeq eLmin eLmax ePeak eLepdET eLepdMT eDoseET eDoseMT eDoseHour eLtm3 eLtm5 eLe_Sel ePa2Hr eOverload "
-              "eLn1 eLn2 eLn3 eLn4 eLn5 eLn6 eLn7 eLn8 eLn9 eLn10 eLAvg eTWA").split()
-PAIRS = [(1, 1), (1, 2), (2, 1), (2, 2)]                       # channel, kind (1 cumulative, 2 interval)
-PAIR_NAMES = {(1, 1): "A-C", (1, 2): "A-I", (2, 1): "B-C", (2, 2): "B-I"}
-DISP = ([("leq", 1), ("lmin", 2), ("lmax", 3), ("peak", 4), ("lex", 5), ("dose", 7), ("pdose", 8), ("dose-hour", 9),
-         ("ltm3", 10), ("ltm5", 11), ("le", 12), ("overload", 14), ("pa2h", 13)]
-        + [(f"ln{i}", 14 + i) for i in range(1, 11)] + [("lavg", 25), ("twa", 26)])
 BREVIK = {"BREVIKSE", "BREVIKE", "BREVIKS", "AURAVOXESSENTIALSE", "AURAVOXESSENTIALE", "AURAVOXESSENTIALS"}
 
 
@@ -136,12 +129,6 @@ def unescape(t):
     return t
 
 
-def escape(t):
-    for character, code in ESCAPES + [("\r\n", " "), ("\n", " ")]:
-        t = t.replace(character, code)
-    return "".join(c if ord(c) < 128 else f"&#{ord(c)};" for c in t)
-
-
 # ---- text to figures ----------------------------------------------------------------------------------------------
 
 NUMERIC = re.compile(r" *[+-]?(\d+\.?\d*|\.\d+)([eE][+-]?\d+)? *", re.ASCII)
@@ -167,19 +154,6 @@ def level(t):
 
 def flag(t):
     return float(t) != 0 if numeric(t) else (t or "").upper() == "TRUE"
-
-
-def level_text(x):
-    if x == 0:
-        return "0"
-    for digits in range(1, 10):
-        mantissa, power = f"{x:.{digits - 1}e}".split("e")
-        if f32(float(f"{mantissa}e{power}")) == x:
-            break
-    power = int(power)
-    if -4 <= power <= 6:
-        return f"{x:.{max(0, digits - 1 - power)}f}"
-    return f"{mantissa}E{'-' if power < 0 else '+'}{abs(power):02}"
 
 
 # ---- dates (day, month, year) and times (hours, minutes, seconds) -------------------------------------------------
@@ -252,11 +226,6 @@ def stored_time(t):
     return (s // 3600, s // 60 % 60, s % 60) if s >= 0 else (0, 0, s)
 
 
-def hours_of(t):
-    s = stored_time(t)
-    return f32(f32(s[2] / 60 + s[1]) / 60 + s[0])
-
-
 # ---- the document -------------------------------------------------------------------------------------------------
 
 class Value:
@@ -283,23 +252,6 @@ ROW_A = {"peak": "PeakA", "dose": "DoseA", "lex": "LepdA", "le": "SELA", "ltm3":
          "pa2h": "Pa2hA"}
 ROW_B = {"leq": "LeqB", "lmin": "LminB", "lmax": "LmaxB", "peak": "PeakB", "dose": "DoseB", "lex": "LepdB",
          "le": "SELB", "pa2h": "Pa2hB"}
-CUMULATIVE = {1: {4: "PeakCumA", 5: "LepdETCumA", 6: "LepdMTCumA", 7: "DoseETCumA", 8: "DoseMTCumA", 9: "DoseHourA",
-                  10: "Ltm3CumA", 11: "Ltm5CumA", 12: "SELCumA", 13: "Pa2hCumA", 25: "LAvgCumA", 26: "TWACumA"},
-              2: {4: "PeakCumB", 5: "LepdETCumB", 6: "LepdMTCumB", 7: "DoseETCumB", 8: "DoseMTCumB", 9: "DoseHourB",
-                  12: "SELCumB", 13: "Pa2hCumB"}}
-OF_ROW = {1: {4: "PeakA", 5: "LepdA", 7: "DoseA", 10: "Ltm3A", 11: "Ltm5A", 12: "SELA", 13: "Pa2hA"},
-          2: {4: "PeakB", 5: "LepdB", 7: "DoseB", 12: "SELB", 13: "Pa2hB"}}
-
-
-def default_plottable(channel, kind, p):
-    if p in (6, 8, 9):
-        return kind == 1
-    return channel == 1 if p in (10, 11) or 15 <= p <= 24 else True
-
-
-def default_plotted(channel, kind, p):
-    return p in (1, 2, 3, 4, 5, 7) or p == 9 and kind == 1 or p in (15, 16, 17) and channel == 1
-
 
 class Row:
     def __init__(self, node, mode, channel_b):
@@ -342,38 +294,10 @@ class Row:
         return out
 
 
-class ExposureRow:
-    def __init__(self, node):
-        text = lambda tag: unescape(node.lookup(tag) or "")
-        self.Criterion, self.Exchange = integer(text("cri")), integer(text("ex"))
-        self.date, self.time = set_date(text("date"), NO_DATE), set_time(text("time"), (0, 0, 0))
-        self.Note, self.Leq = text("note"), level(text("leq"))
-        self.duration, self.included = set_time(text("duration"), (0, 0, 0)), flag(text("is-included"))
-
-    @staticmethod
-    def figure(formula):
-        try:
-            return f32(formula())
-        except FAULTS:
-            return 0
-
-    def json(self):
-        hours = hours_of(self.duration)
-        q = f32(self.Exchange / math.log10(2))
-        lex = self.figure(lambda: 10 * math.log10(hours / 8) + self.Leq) if self.Leq and hours else 0
-        dose = self.figure(lambda: hours * 12.5 * 10 ** f32((self.Leq - self.Criterion) / q)) \
-            if self.Leq and self.Criterion and q and hours else 0
-        return {"Criterion": self.Criterion, "Exchange": self.Exchange, "SampleDate": date_text(self.date),
-                "SampleTime": clock(self.time), "Note": self.Note, "Leq": self.Leq, "Duration": clock(self.duration),
-                "Lex": lex, "Dose": dose, "IsIncluded": self.included}
-
-
 class Log:
     def __init__(self, node, instrument, firmware):
         self.InsName, self.FirmwareVersion = instrument, firmware
         self.zoomed = self.parent5 = self.FullyCalculated = False
-        self.plottable = {(a, b, p): default_plottable(a, b, p) for a, b in PAIRS for p in range(1, 27)}
-        self.plotted = {(a, b, p): default_plotted(a, b, p) for a, b in PAIRS for p in range(1, 27)}
         self.Criterion, self.Exchange, self.ExposureTime = 90, 3, 8.0
         for name in FIGURES:
             setattr(self, name, Value())
@@ -442,15 +366,9 @@ class Log:
             for tag, name in B_FIGURES.items():
                 setattr(self, name, Value(level(text(tag, b))))
         group = lambda tag: (node.child(tag).children(tag[:-1]) if node.child(tag) else [])
-        self.exposure_rows = [ExposureRow(n) for n in group("dl-intvls")]
-        self.SaveDoseCalc = bool(self.exposure_rows)
-        self.peaks = [(set_time(unescape(n.attributes.get("peak-time", "")), (0, 0, 0)),
-                       level(unescape(n.attributes.get("duration", "")))) for n in group("peak-intvls")]
         selection = node.child("cutintvls")
         self.include = flag(unescape(selection.attributes.get("incl", ""))) if selection else False
         self.cut_ranges = ["".join(n.text) for n in group("cutintvls")]
-        if node.child("disp"):
-            self.read_options(node.child("disp"))
         self.row_nodes = group("intvls")
         if self.halcyr():
             for name in ("LepdETCumB", "LepdMTCumB", "DoseETCumB", "DoseMTCumB", "DoseHourB"):
@@ -484,20 +402,11 @@ class Log:
         self.weights["FreqWeight" + channel] = {"A": "A", "C": "C", "Z": "Z", "LIN": "Z",
                                                 "LINEAR": "Z"}.get(frequency_weight.upper(), "")
 
-    def read_options(self, node):
-        for a, b in PAIRS:
-            for name, p in DISP:
-                on = True
-                if 15 <= p <= 24:
-                    on = self.plottable[a, b, p] = self.LnNumberA[p - 15] != 0
-                self.plotted[a, b, p] = on and flag(unescape(node.lookup(f"{name}-{a}-{b}") or ""))
-
     def load_rows(self):
-        """The intervals arrive: rows, flags of the selection, plottable tables."""
+        """The intervals arrive: rows and flags of the selection."""
         self.rows = [Row(n, self.Mode, self.IsChannelBOn) for n in self.row_nodes]
         if self.rows:
             self.flag_rows()
-            self.set_plottable()
 
     def flag_rows(self):
         chosen = set()
@@ -527,16 +436,6 @@ class Log:
             return f32(rest / 60 + minutes)
         hours, minutes = divmod(minutes, 60)
         return f32(f32(rest / 60 + minutes) / 60 + hours)
-
-    def ln_valid(self, i):
-        if not self.LnNumberA[i - 1]:
-            return False
-        if self.zoomed:
-            return self.parent5
-        try:
-            return self.time("m") >= 5
-        except FAULTS:
-            return False
 
     # -- calculation
     def recalc(self, mode):
@@ -625,8 +524,6 @@ class Log:
             self.DoseETCumB.calc = 0.0 if off else self.dose("B", True)
             self.DoseMTCumB.calc = self.dose("B", False)
             self.DoseHourB.calc = 0.0 if off else self.dose_hour("B")
-        if mode in (3, 4):
-            self.set_plottable()
         if mode == 4:
             self.FullyCalculated = True
 
@@ -696,33 +593,6 @@ class Log:
         except FAULTS:
             return present
 
-    def set_plottable(self):
-        for a, kind in PAIRS:
-            if kind == 2 and not self.rows:
-                continue
-            for p in range(1, 27):
-                on = default_plottable(a, kind, p) and self.holds(a, kind, p)
-                self.plottable[a, kind, p] = on
-                self.plotted[a, kind, p] = self.plotted[a, kind, p] and on
-
-    def holds(self, channel, kind, p):
-        letter = " AB"[channel]
-        if p <= 3:
-            if self.halcyr() and (p == 2 or p == 3 and self.test_location() == "IND"):
-                return False
-            name = PARAMETERS[p - 1][1:]
-            found = [getattr(self, name + "Cum" + letter)] if kind == 1 else [getattr(r, name + letter)
-                                                                              for r in self.rows]
-            return any(v.calc for f in found for v in (f if isinstance(f, list) else [f]))
-        if p == 14:
-            return self.IsLoggingOverLoaded if kind == 1 else any(getattr(r, "Overloaded" + letter) for r in self.rows)
-        if 15 <= p <= 24:
-            return self.ln_valid(p - 14) if kind == 1 else any(v.calc for r in self.rows for v in r.LnA[p - 15])
-        name = (CUMULATIVE if kind == 1 else OF_ROW)[channel].get(p)
-        if not name:
-            return False
-        return any(getattr(o, name).calc for o in ([self] if kind == 1 else self.rows))
-
     # -- what a user asks for
     def cut(self, include, ranges):
         self.include, self.cut_ranges = include, [f"{a}~{b}" for a, b in ranges]
@@ -731,9 +601,7 @@ class Log:
     def zoom(self, first, last):
         """The range as a log, None when its rows make no figures."""
         if (first, last) == (1, len(self.rows)):               # the log itself
-            done = self.recalc(2)
-            self.set_plottable()
-            return self if done else None
+            return self if self.recalc(2) else None
         try:
             parent5 = self.time("m", False, False) >= 5
         except FAULTS:
@@ -754,9 +622,7 @@ class Log:
         for v in (log.LeqCumA + log.LminCumA + log.LmaxCumA + [v for ln in log.LnCumA for v in ln]
                   + [getattr(log, name) for name in FIGURES]):
             v.calc = v.value
-        done = log.recalc(2)
-        log.set_plottable()
-        return log if done else None
+        return log if log.recalc(2) else None
 
     # -- as JSON
     def json(self, key, intervals):
@@ -764,7 +630,7 @@ class Log:
                "LocationType": self.location(), "TestLocationType": self.test_location(), "Number": 0, "Region": "",
                "IsErraticIntervals": False, "IsZoomed": self.zoomed, "IsParent5Mins": self.parent5,
                "LnNumberA": self.LnNumberA, "LnCumA": [[v.json() for v in ln] for ln in self.LnCumA], **self.weights}
-        for name in ("Name Mode InsName FirmwareVersion Criterion Exchange Threshold Range Note IsChannelBOn SaveDoseCalc "
+        for name in ("Name Mode InsName FirmwareVersion Criterion Exchange Threshold Range Note IsChannelBOn "
                      "IsLnNumbersOn IsLoggingOverLoaded Interval FullyCalculated MeasurementTimeFromInstrument "
                      "ExposureTime").split():
             out[name] = getattr(self, name)
@@ -772,126 +638,16 @@ class Log:
             out[name] = date_text(getattr(self, name))
         for name in "CalibTime StartTime EndTime LminCumTimeA LmaxCumTimeA PeakCumTimeA".split():
             out[name] = clock(getattr(self, name))
-        for quantity, pattern in (("Leq", "L{}eq"), ("Lmin", "{}min"), ("Lmax", "{}max"), ("Peak", "{}peak")):
-            for channel in "AB":
-                weight = self.weights["FreqWeight" + channel]
-                out[quantity + "Text" + channel] = pattern.replace("{}", pattern[0] == "L" and weight or weight) \
-                    if weight else quantity
-                if channel == "B" and not self.IsChannelBOn:
-                    out[quantity + "TextB"] = ""
-        s = self.Interval
-        out["IntervalText"] = duration_text(*((s // 3600, s // 60 % 60, s % 60) if s >= 0 else (0, 0, s)))
-        try:
-            at = datetime(1900, 1, 1) + timedelta(seconds=round(self.time("s", False, False)))
-            out["LogLengthText"] = duration_text((at.day - 1) * 24 + at.hour, at.minute, at.second)
-        except FAULTS:
-            out["LogLengthText"] = ""
         for name in ("LeqCumA", "LminCumA", "LmaxCumA"):
             out[name] = [v.json() for v in getattr(self, name)]
         for name in FIGURES:
             out[name] = getattr(self, name).json()
         out["TWA8CumA"] = self.twa(0.0, lambda: f32(self.DoseMTCumA.calc * (8 / self.time("h", True))))
-        for name, table in (("Plottable", self.plottable), ("IsPlotted", self.plotted)):
-            out[name] = {parameter: {PAIR_NAMES[pair]: table[(*pair, p)] for pair in PAIRS}
-                         for p, parameter in enumerate(PARAMETERS, 1)}
-        out["Peaks"] = [{"PeakTime": clock(t), "SampleDuration": d} for t, d in self.peaks]
         out["LogIntervals"] = {"Count": len(self.rows), "CutIntervals": self.cut_ranges,
                                "IntervalsToBeIncluded": self.include}
         if intervals:
             out["LogIntervals"]["Items"] = [r.json() for r in self.rows]
-        out["DoseLogIntervals"] = [r.json() for r in self.exposure_rows]
         return out
-
-    # -- as a data file's text
-    def text(self, intervals):
-        short = self.brevik() and self.FirmwareVersion > f32(1.05)
-        out = f'<log name="{escape(self.Name)}">' if self.Name else "<log>"
-        out += el("md", self.Mode or "") + fl("calc", self.FullyCalculated) + lv("sl", self.ExposureTime)
-        out += el("cri", self.Criterion or "") + el("ex", self.Exchange or "")
-        out += el("lcn", escape(self.location()) if self.Mode == 0 else "") + el("note", escape(self.Note))
-        out += dt("fdt", self.FactoryCalibDate) + dt("cdt", self.CalibDate) + ck("ctm", self.CalibTime)
-        out += dt("sdt", self.StartDate) + ck("stm", self.StartTime) + dt("edt", self.EndDate) + ck("etm", self.EndTime)
-        out += el("mti", self.MeasurementTimeFromInstrument or "") + fl("ol", self.IsLoggingOverLoaded)
-        out += el("interval", self.Interval or "") + el("th", escape(self.Threshold)) + el("rng", escape(self.Range))
-        out += "<ca>" + self.text_a(short) + "</ca>" + (self.text_b(short) if self.IsChannelBOn else "")
-        if intervals and self.rows:
-            out += "<intvls>" + "".join(self.text_row(r) for r in self.rows) + "</intvls>"
-            if self.cut_ranges:
-                out += f'<cutintvls incl="{"true" if self.include else "false"}">'
-                out += "".join(f"<cutintvl>{t}</cutintvl>" for t in self.cut_ranges) + "</cutintvls>"
-        if intervals and self.peaks:
-            out += "<peak-intvls>" + "".join(f"<peak-intvl>{ck('peaktm', t)}{lv('duration', d)}</peak-intvl>"
-                                             for t, d in self.peaks) + "</peak-intvls>"
-        if self.SaveDoseCalc and self.exposure_rows:
-            out += "<dl-intvls>" + "".join(
-                "<dl-intvl>" + el("cri", r.Criterion or "") + el("ex", r.Exchange or "") + dt("date", r.date)
-                + ck("time", r.time) + el("note", escape(r.Note)) + lv("leq", r.Leq) + ck("duration", r.duration)
-                + fl("is-included", r.included) + "</dl-intvl>" for r in self.exposure_rows) + "</dl-intvls>"
-        return out + "<disp>" + "".join(fl(f"{name}-{a}-{b}", self.plotted[a, b, p])
-                                        for a, b in PAIRS for name, p in DISP) + "</disp></log>"
-
-    def text_a(self, short):
-        out = el("tw", self.weights["TimeWeightA"]) + el("fw", self.weights["FreqWeightA"])
-        band = lambda tag, v, attribute="": self.text_bands(tag, v[:1] if short and not attribute else v, attribute)
-        out += band("leq", self.LeqCumA) + band("lmin", self.LminCumA) + band("lmax", self.LmaxCumA)
-        if short:
-            raw = lambda tag, v: el(tag, level_text(v.calc))
-            out += raw("lavg", self.LAvgCumA) + lv("le", self.SELCumA.calc) + lv("lex", self.LepdETCumA.calc)
-            out += raw("dose", self.DoseHourA) + raw("dh", self.DoseHourA) + raw("pa2h", self.Pa2hCumA)
-        else:
-            out += lv("peak", self.PeakCumA.calc)
-            for tag, name in (("lmin", "LminCum"), ("lmax", "LmaxCum"), ("peak", "PeakCum")):
-                out += dt(tag + "dt", getattr(self, name + "DateA")) + ck(tag + "tm", getattr(self, name + "TimeA"))
-            out += "".join(lv(tag, getattr(self, name).calc) for tag, name in A_FIGURES.items() if tag != "peak")
-        return out + "".join(band(f"ln{i}", ln, f' no="{n}"')
-                             for i, (n, ln) in enumerate(zip(self.LnNumberA, self.LnCumA), 1) if n)
-
-    def text_b(self, short):
-        out = el("tw", self.weights["TimeWeightB"]) + el("fw", self.weights["FreqWeightB"])
-        names = list(B_FIGURES.items())[:4 if short else None]
-        return "<cb>" + out + "".join(lv(tag, getattr(self, name).calc) for tag, name in names) + "</cb>"
-
-    def text_bands(self, tag, figures, attribute=""):
-        body = "".join(lv("f" + label.upper(), v.calc) for label, v in zip(LABELS[self.Mode], figures))
-        return f"<{tag}{attribute}>{body}</{tag}>" if body else ""
-
-    def text_row(self, r):
-        band = self.text_bands
-        out = dt("date", r.StartDate) + ck("time", r.StartTime)
-        out += "<ca>" + band("leq", r.LeqA) + band("lmin", r.LminA) + band("lmax", r.LmaxA) + lv("peak", r.PeakA.calc)
-        out += ck("lmintm", r.LminTimeA) + ck("lmaxtm", r.LmaxTimeA) + ck("peaktm", r.PeakTimeA)
-        out += "".join(lv(tag, getattr(r, name).calc) for tag, name in ROW_A.items() if tag != "peak")
-        out += fl("ol", r.OverloadedA) + "".join(band(f"ln{i}", ln) for i, ln in enumerate(r.LnA, 1)) + "</ca>"
-        if self.IsChannelBOn:
-            out += "<cb>" + "".join(lv(tag, getattr(r, name).calc) for tag, name in ROW_B.items())
-            out += fl("ol", r.OverloadedB) + "</cb>"
-        return "<intvl>" + out + "</intvl>"
-
-
-def duration_text(*counts):
-    return " ".join(f"{n} {unit}" + ("s" if n > 1 else "")
-                    for n, unit in zip(counts, ("hour", "min", "sec")) if n > 0)
-
-
-def el(tag, text):
-    return f"<{tag}>{text}</{tag}>" if text != "" else ""
-
-
-def fl(tag, on):
-    return el(tag, "-1" if on else "")
-
-
-def lv(tag, x):
-    return el(tag, level_text(x) if x else "")
-
-
-def dt(tag, d):
-    return el(tag, escape(date_text(d)))
-
-
-def ck(tag, t):
-    text = clock(t)
-    return el(tag, "" if "time" in tag and text == "00:00:00" else text)
 
 
 class InsData:
@@ -940,12 +696,3 @@ class Document:
                     {"Key": f"I{i}F1", "NameX": c.NameX, "InsName": c.InsName, "InsSerial": c.InsSerial,
                      "InsType": c.InsType, "FirmwareVersion": c.FirmwareVersion, "Locations": group(c, 0),
                      "Octaves": group(c, 1), "ThirdOctaves": group(c, 2)} for i, c in enumerate(self.collections, 1)]}
-
-    def text(self, intervals):
-        out = '<?xml version="1.0"?><instruments>'
-        for c in self.collections:
-            out += f'<instrument-data><instrument-detail name="{escape(c.NameX)}" instrument-name="{escape(c.InsName)}"'
-            out += f' instrument-serial="{escape(c.InsSerial)}" instrument-type="{c.InsType}"'
-            out += f' instrument-firmware="{level_text(c.FirmwareVersion)}"' if c.FirmwareVersion else ""
-            out += "/><logs>" + "".join(log.text(intervals) for log in c.logs) + "</logs></instrument-data>"
-        return out + "</instruments>"
