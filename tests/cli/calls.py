@@ -7,21 +7,13 @@ Usage: calls.py CLI SAMPLES
 
 import json
 import os
-import subprocess
-import sys
-import tempfile
-import unittest
+import resource
+import signal
 
-CLI, SAMPLES = map(os.path.abspath, sys.argv[1:3])
-DOSIMETER = os.path.join(SAMPLES, "shift-dosimeter.xml")
-LONG = os.path.join(SAMPLES, "third-octave-2000.xml")
+from harness import SAMPLES, InAFolder, main, run, sample
 
-
-def run(*words, company=None):
-    company = ["--company", company] if company else []
-    result = subprocess.run([CLI, "--settings", "settings.ini", *company, *words], capture_output=True, check=False,
-                            env={**os.environ, "LC_ALL": "C"})
-    return result.returncode, result.stdout.decode(), result.stderr.decode()
+DOSIMETER = sample("shift-dosimeter")
+LONG = sample("third-octave-2000")
 
 
 def write(name, text):
@@ -34,13 +26,12 @@ def read(name):
         return file.read()
 
 
-class Calls(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.addCleanup(os.chdir, os.getcwd())
-        os.chdir(folder.name)
+def on_a_disk_that_fills_up():
+    signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+    resource.setrlimit(resource.RLIMIT_FSIZE, (20_000, 20_000))
 
+
+class Calls(InAFolder):
     def test_a_result_is_one_json_document_alone(self):
         for words in (["show", DOSIMETER, "--intervals"], ["tree", DOSIMETER, LONG], ["recalc", DOSIMETER], ["panel", DOSIMETER],
                       ["zoom", DOSIMETER, "--from", "2", "--to", "3"], ["cut", DOSIMETER, "--exclude", "1-2,4"],
@@ -72,7 +63,11 @@ class Calls(unittest.TestCase):
                       ["recalc", DOSIMETER, "--exposure", "0"], ["recalc", DOSIMETER, "--exposure", "730"], ["zoom", DOSIMETER, "--from", "1"],
                       ["tree", DOSIMETER, "--files-on-tree", "3"], ["--answer", "maybe", "show", DOSIMETER],
                       ["cut", DOSIMETER, "-o", "out.xml"], ["cut", DOSIMETER, "--include", "1-2;3", "-o", "out.xml"],
-                      ["cut", DOSIMETER, "--include", "1", "--exclude", "2"]):
+                      ["cut", DOSIMETER, "--include", "1", "--exclude", "2"], ["identify"], ["download"],
+                      ["download", "--port", "x", "--logs", "0"], ["download", "--port", "x", "--logs", "1,,2"],
+                      ["download", "--port", "x", "--logs", "some"],
+                      ["sync-clock", "--port", "x", "--now", "2024-02-30T00:00:00"],
+                      ["sync-clock", "--port", "x", "--now", "2024-02-03 10:00"]):
             status, out, err = run(*words)
             self.assertEqual((status, out), (2, ""), words)
             self.assertTrue(err, words)
@@ -94,6 +89,17 @@ class Calls(unittest.TestCase):
             self.assertTrue(err.startswith("Kestrane: ") and err.endswith("\n"), words)
             if text:
                 self.assertEqual(err, text, words)
+        for device in ("none", "/dev/none", os.path.abspath("bad.xml")):
+            status, out, err = run("download", "--port", device, "-o", "out.xml")
+            self.assertEqual((status, out, os.listdir(".").count("out.xml")), (1, "", 0), device)
+            self.assertIn("serial port", err)
+
+    def test_ports_have_the_numbers_of_the_settings(self):
+        write("settings.ini", "[SerialPorts]\nCOM7=/dev/none\nCOM200=ttyX\n")
+        status, out, err = run("ports")
+        self.assertEqual((status, err), (0, ""))
+        devices = {port["Number"]: port["Device"] for port in json.loads(out)}
+        self.assertEqual((devices[7], devices[200]), ("/dev/none", "/dev/ttyX"))
 
     def test_a_question_is_printed_with_its_answer(self):
         question = ["chart", LONG, "--tab", "0", "--3d", "--values"]
@@ -116,7 +122,7 @@ class Calls(unittest.TestCase):
         self.assertEqual(before, json.loads(run("recalc", DOSIMETER)[1])["ExposureTime"])
 
     def test_company_and_separators(self):
-        brands = [run("text", "3003", company=c)[1] for c in ("Ordwyn Acoustics", "BRENNOCK Ltd", "Brennock of Ordwyn")]
+        brands = [run("--company", c, "text", "3003")[1] for c in ("Ordwyn Acoustics", "BRENNOCK Ltd", "Brennock of Ordwyn")]
         self.assertNotEqual(brands[0], brands[1])
         self.assertEqual(brands[0], brands[2])
         levels = [json.loads(run("--decimal-separator", c, "panel", DOSIMETER)[1])["lblLeqA"] for c in ".,"]
@@ -170,7 +176,11 @@ class Calls(unittest.TestCase):
             self.assertIn("<cri>80</cri>", read("out.xml"))
             self.assertEqual(sorted(os.listdir(".")), before)
         self.assertEqual(os.listdir("folder"), [])
+        status, _, err = run("save", LONG, "-o", "out.xml", preexec_fn=on_a_disk_that_fills_up)
+        self.assertEqual((status, sorted(os.listdir("."))), (1, before))
+        self.assertIn("Kestrane: ", err)
+        self.assertIn("<cri>80</cri>", read("out.xml"))
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1])
+    main()

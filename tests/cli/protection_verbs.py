@@ -6,16 +6,12 @@ Usage: protection_verbs.py CLI SAMPLES
 
 import http.server
 import json
-import os
-import subprocess
-import sys
-import tempfile
 import threading
-import unittest
 
-CLI, SAMPLES = map(os.path.abspath, sys.argv[1:3])
-COMPRESSOR = os.path.join(SAMPLES, "protector-ac.xml")  # A and C at once
-OCTAVES = os.path.join(SAMPLES, "machine-survey-octave.xml")
+from harness import InAFolder, main, run, sample
+
+COMPRESSOR = sample("protector-ac")  # A and C at once
+OCTAVES = sample("machine-survey-octave")
 
 
 def record(name, snr=0, hml=None, octave=0):
@@ -40,22 +36,14 @@ class Server(http.server.BaseHTTPRequestHandler):
         pass
 
 
-class ProtectionVerbs(unittest.TestCase):
+class ProtectionVerbs(InAFolder):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.addCleanup(os.chdir, os.getcwd())
-        os.chdir(folder.name)
+        super().setUp()
         with open("db.txt", "w", encoding="utf-8", newline="") as file:
             file.write(DATABASE)
 
-    def run_cli(self, *words):
-        result = subprocess.run([CLI, "--settings", "settings.ini", *words], capture_output=True, check=False,
-                                env={**os.environ, "LC_ALL": "C"})
-        return result.returncode, result.stdout.decode(), result.stderr.decode()
-
     def json(self, *words):
-        status, out, err = self.run_cli(*words)
+        status, out, err = run(*words)
         self.assertEqual(status, 0, err)
         return json.loads(out)
 
@@ -66,24 +54,24 @@ class ProtectionVerbs(unittest.TestCase):
     def test_a_database_is_listed_and_saved_as_it_was(self):
         records = self.json("protectors", "list", "--database", "db.txt")
         self.assertEqual([(r["HPDId"], r["Name"], r["SNR"]) for r in records], [(1, "Muff, large", 30), (2, "Octave", 0)])
-        self.assertEqual(self.run_cli("protectors", "save", "--database", "db.txt", "-o", "out.txt")[0], 0)
+        self.assertEqual(run("protectors", "save", "--database", "db.txt", "-o", "out.txt")[0], 0)
         self.assertEqual(self.database("out.txt"), DATABASE)
-        status, _, err = self.run_cli("protectors", "list", "--database", "none.txt")
+        status, _, err = run("protectors", "list", "--database", "none.txt")
         self.assertEqual((status, err), (1, "Kestrane: File none.txt not found\n"))
 
     def test_a_log_is_compared_and_drawn(self):
         call = ["--protector", "Muff, large", "--database", "db.txt"]
         compared = self.json("protectors", "compare", COMPRESSOR, *call)
         self.assertEqual((compared["Method"], compared["LevelName"]), ("HML", "APL"))
-        status, out, _ = self.run_cli("chart", COMPRESSOR, "--tab", "5", "--values", *call)
+        status, out, _ = run("chart", COMPRESSOR, "--tab", "5", "--values", *call)
         self.assertEqual((status, out.split("\r\n")[0]), (0, "\tLAeq\tLCeq\tAPL"))
         self.assertAlmostEqual(compared["Result"], float(out.split("\r\n")[1].split("\t")[-1]), 2)
-        self.assertEqual(self.run_cli("chart", OCTAVES, "--tab", "5", "-o", "out.png", "--log", "O1I1F1", "--protector",
+        self.assertEqual(run("chart", OCTAVES, "--tab", "5", "-o", "out.png", "--log", "O1I1F1", "--protector",
                                       "Octave", "--database", "db.txt")[0], 0)
         with open("out.png", "rb") as file:
             self.assertEqual(file.read(4), b"\x89PNG")
-        self.assertEqual(self.run_cli("chart", COMPRESSOR, "--tab", "5", "--values")[0], 2)
-        self.assertEqual(self.run_cli("chart", COMPRESSOR, "--tab", "5", "--values", "--protector", "none",
+        self.assertEqual(run("chart", COMPRESSOR, "--tab", "5", "--values")[0], 2)
+        self.assertEqual(run("chart", COMPRESSOR, "--tab", "5", "--values", "--protector", "none",
                                       "--database", "db.txt")[0], 1)
 
     def test_an_update_replaces_the_database_or_leaves_it(self):
@@ -94,9 +82,9 @@ class ProtectionVerbs(unittest.TestCase):
         address = f"http://127.0.0.1:{server.server_port}"
         update = ["protectors", "update", "--database", "db.txt", "--url"]
         for words in ([*update, f"{address}/db"], ["--answer", "ok", *update, f"{address}/none"]):
-            self.assertEqual(self.run_cli(*words)[0], 1, words)
+            self.assertEqual(run(*words)[0], 1, words)
             self.assertEqual(self.database(), DATABASE)
-        status, _, err = self.run_cli("--answer", "ok", *update, f"{address}/db")
+        status, _, err = run("--answer", "ok", *update, f"{address}/db")
         self.assertEqual(status, 0, err)
         self.assertEqual(self.database().encode() + b"\r\n", Server.body)
         self.assertEqual(self.database("db.txt.bak"), DATABASE)
@@ -113,4 +101,4 @@ class ProtectionVerbs(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1])
+    main()

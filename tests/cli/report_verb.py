@@ -7,31 +7,13 @@ Usage: report_verb.py CLI SAMPLES
 import os
 import re
 import subprocess
-import sys
-import tempfile
-import unittest
 
-CLI, SAMPLES = map(os.path.abspath, sys.argv[1:3])
+from harness import InAFolder, main, run, sample
 
 
-def sample(name):
-    return os.path.join(SAMPLES, name + ".xml")
-
-
-class Report(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.addCleanup(os.chdir, os.getcwd())
-        os.chdir(folder.name)
-
-    def call(self, *words):
-        result = subprocess.run([CLI, "--settings", "settings.ini", "--decimal-separator", ".", "report", *words],
-                                capture_output=True, check=False)
-        return result.returncode, result.stdout.decode(), result.stderr.decode()
-
+class Report(InAFolder):
     def pages(self, *words):
-        self.assertEqual(self.call(*words, "-o", "out.pdf"), (0, "", ""), words)
+        self.assertEqual(run("report", *words, "-o", "out.pdf"), (0, "", ""), words)
         text = subprocess.run(["pdftotext", "-layout", "out.pdf", "-"], capture_output=True, check=True).stdout.decode()
         return [re.sub(" +", " ", page) for page in text.split("\f")[:-1]]
 
@@ -61,16 +43,16 @@ class Report(unittest.TestCase):
         night = sample("night-environment")
         for words, status in (([night], 2), ([night, "--form", "long", "-o", "out.pdf"], 2), ([night, "--form", "1", "-o", "out.pdf"], 2), ([night, "-o", "none/out.pdf"], 1),
                               ([night, "--log", "L9I9F9", "-o", "out.pdf"], 1), (["none.xml", "-o", "out.pdf"], 1)):
-            found, out, err = self.call(*words)
+            found, out, err = run("report", *words)
             self.assertEqual((found, out), (status, ""), words)
             self.assertTrue(err)
         for verb, output in (("report", "none/out.pdf"), ("chart", "none/out.png")):
             words = [verb, night, "-o", output] + (["--tab", "0"] if verb == "chart" else [])
-            result = subprocess.run([CLI, "--settings", "settings.ini", *words], capture_output=True, check=False)
-            self.assertEqual(result.returncode, 1)
-            self.assertRegex(result.stderr.decode(), rf"2: .*\s+There was an error saving '{os.getcwd()}/{output}'")
+            status, _, err = run(*words)
+            self.assertEqual(status, 1)
+            self.assertRegex(err, rf"2: .*\s+There was an error saving '{os.getcwd()}/{output}'")
         self.assertEqual(os.listdir("."), ["settings.ini"])
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1])
+    main()

@@ -7,6 +7,7 @@ An exchange that ends by silence takes 1.5 s, so all calls run at once and the t
 """
 
 import concurrent.futures
+import contextlib
 import functools
 import json
 import os
@@ -137,6 +138,7 @@ with concurrent.futures.ThreadPoolExecutor(max_workers=64) as pool:
     CALLS["clock"] = pool.submit(Call, ["sync-clock"], TALLIX, more=["--now", "2024-11-26T13:05:07"])
     CALLS["no clock"] = pool.submit(Call, ["sync-clock"], BREVIK)
     CALLS["rows"] = pool.submit(Call, ["download"], CORVANE, more=["--logs", "2,4", "-o", in_folder("rows.xml")])
+    CALLS["no such log"] = pool.submit(Call, ["download"], CORVANE, more=["--logs", "1,99", "-o", in_folder("none.xml")])
     CALLS["recorded"] = pool.submit(Call, DOWNLOAD, BREVIK, more=["--transcript", in_folder("transcript")])
 CALLS = {key: future.result() for key, future in CALLS.items()}
 
@@ -222,7 +224,8 @@ class Downloads(Comparison):
             self.header(log, node)
             self.cumulative(log, node, {"LeqCumA": "ca/leq", "LmaxCumA": "ca/lmax", "LepdETCumA": "ca/lex",
                                         "SELCumA": "ca/le", "LnCumA1": "ca/ln1", "LnCumA3": "ca/ln2",
-                                        "LeqCumB": "cb/leq", "PeakCumB": "cb/peak"}, 0.0051)
+                                        "LeqCumB": "cb/leq", "PeakCumB": "cb/peak",
+                                        "DoseETCumA": "ca/edose", "DoseHourA": "ca/dh", "Pa2hCumA": "ca/pa2h"}, 0.0051)
             self.assertEqual((log["Interval"], log["Criterion"], log["Exchange"], log["Threshold"]), (60, 85, 3, "0"))
             self.assertEqual(log["LnNumberA"][:4], [10, 90, 50, 0])
             self.assertEqual((log["FreqWeightA"], log["TimeWeightA"], log["FreqWeightB"], log["TimeWeightB"]),
@@ -371,6 +374,11 @@ class Faults(unittest.TestCase):
         self.assertEqual(CALLS["empty"].status, 1)
         self.assertIn(NO_LOGS, CALLS["empty"].errors)
 
+    def test_a_log_that_is_not_there(self):
+        call = CALLS["no such log"]
+        self.assertEqual((call.status, call.output, os.path.exists(in_folder("none.xml"))), (1, "", False))
+        self.assertIn("no log 99", call.errors)
+
     def test_clock(self):
         self.assertEqual(CALLS["clock"].status, 0, CALLS["clock"].errors)
         self.assertEqual(CALLS["clock"].told, "clock 130507261124\n")
@@ -380,6 +388,22 @@ class Faults(unittest.TestCase):
     def test_a_transcript_is_an_instrument(self):
         again = Call(DOWNLOAD, ["--replay", in_folder("transcript")])
         self.assertEqual(again.document["InstrumentDatas"], CALLS["recorded"].document["InstrumentDatas"])
+
+
+class Progress(unittest.TestCase):
+    def test_shows_on_a_terminal_unless_it_is_to_be_quiet(self):
+        for words, shows in ((), True), (("--quiet",), False):
+            with Simulator(*TALLIX) as simulator:
+                near, far = os.openpty()
+                subprocess.run([CLI, "--settings", in_folder("settings.ini"), *words, "identify", "--port", simulator.device],
+                               stdout=subprocess.DEVNULL, stderr=far, check=True, timeout=PATIENCE)
+            os.close(far)
+            shown = b""
+            with contextlib.suppress(OSError):  # the end of a terminal
+                while chunk := os.read(near, 4096):
+                    shown += chunk
+            os.close(near)
+            self.assertEqual(b"Identifying Instrument..." in shown, shows, words)
 
 
 class TheSimulator(unittest.TestCase):
