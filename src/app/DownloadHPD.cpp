@@ -3,7 +3,6 @@
 #include "platform/AtomicFile.h"
 #include "platform/Format.h"
 #include "platform/RuntimeError.h"
-#include "protection/ProtectorDatabase.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -46,19 +45,41 @@ void keepOld(const std::string& path) {
     if (failed && failed.value() != ENOENT) throw RuntimeError(failed.value(), failed.message());
 }
 
+// What is wrong with the file, and where: each record is a line.
+std::string damageOf(const Session& session, const ProtectorCollection& collection, const std::string& fault) {
+    const std::size_t read = collection.Protectors.size();
+    const std::string line =
+        read == 0 ? std::string() : ReplaceText(session.LoadText(4849), "^", std::to_string(read + 1));
+    return fault + "\r\n\r\n" + collection.File + line;
+}
+
 } // namespace
 
 bool LoadHPD(Session& session) {
     ProtectorCollection& collection = *session.protectors;
+    collection.Damage.clear();
     try {
-        loadProtectors(collection.File, collection.Protectors);
+        if (loadProtectors(collection.File, collection.Protectors)) return true;
+        collection.Damage = damageOf(session, collection, session.LoadText(4850));
+        session.ShowMessage(collection.Damage, kIconExclamation);
         return true;
     } catch (const RuntimeError& error) {
         const bool isMissing = error.Number == ENOENT;
-        session.ShowMessage(isMissing ? ReplaceText(session.LoadText(8801), "^", collection.File) : textOf(error),
+        if (!isMissing) collection.Damage = damageOf(session, collection, textOf(error));
+        session.ShowMessage(isMissing ? ReplaceText(session.LoadText(8801), "^", collection.File) : collection.Damage,
                             kIconExclamation);
         return false;
     }
+}
+
+bool SaveReadable(Session& session, const ProtectorCollection& collection, const std::string& path) {
+    std::error_code none; // no such file
+    if (!collection.Damage.empty() && std::filesystem::equivalent(path, collection.File, none)) {
+        session.ShowMessage(ReplaceText(session.LoadText(4855), "^", collection.File), kIconExclamation);
+        return false;
+    }
+    saveProtectors(path, collection.Protectors);
+    return true;
 }
 
 bool DownloadHPD(Session& session, HPDProgress& progress, bool bSilent) {
@@ -71,11 +92,13 @@ bool DownloadHPD(Session& session, HPDProgress& progress, bool bSilent) {
         const std::string text = databaseText(*body);
         keepOld(collection.File);
         std::vector<clsHP> protectors;
-        readProtectors(text, protectors); // one that does not load never takes the place of the old
+        const bool isWhole = readProtectors(text, protectors); // one that does not load never takes the old one's place
         if (protectors.empty()) throw RuntimeError(kErrorCorruptFile, session.LoadText(8802));
+        if (!isWholeDatabase(collection.File)) keepDamagedFile(collection.File); // the next ".bak" is of another one
         writeFileAtomically(collection.File, [&](const FileSink& sink) { sink(text); });
         collection.Protectors = std::move(protectors);
         collection.IsChanged = false;
+        collection.Damage = isWhole ? std::string() : damageOf(session, collection, session.LoadText(4850));
     } catch (const RuntimeError& error) {
         session.ShowMessage(textOf(error), kIconExclamation, session.LoadText(4835));
         return false;

@@ -1,5 +1,6 @@
 #include "app/ProtectorScreen.h"
 
+#include "app/DownloadHPD.h"
 #include "calc/FreqWeight.h"
 #include "explorer/HPDComparison.h"
 #include "model/Session.h"
@@ -10,6 +11,7 @@
 #include "protection/Attenuation.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace kestrane {
 
@@ -204,6 +206,7 @@ clsHP ProtectorScreen::Draft(const ProtectorEntries& entries) const {
 }
 
 std::optional<std::size_t> ProtectorScreen::Store(const ProtectorEntries& entries, std::optional<std::size_t> index) {
+    if (IsReadOnly()) return std::nullopt;
     std::vector<clsHP>& records = collection_.Protectors;
     if (const int fault = faultOf(entries, index ? &records.at(*index) : nullptr); fault != 0) {
         session_.ShowMessage(session_.LoadText(fault), kIconExclamation);
@@ -231,6 +234,7 @@ std::optional<std::size_t> ProtectorScreen::Store(const ProtectorEntries& entrie
 }
 
 bool ProtectorScreen::Delete(std::size_t index) {
+    if (IsReadOnly()) return false;
     if (session_.ShowMessage(session_.LoadText(4829), kButtonsOkCancel + kIconQuestion + kDefaultSecond) != Button::Ok)
         return false;
     collection_.Protectors.erase(collection_.Protectors.begin() + static_cast<std::ptrdiff_t>(index));
@@ -258,10 +262,26 @@ void ProtectorScreen::writeSafely(const std::function<void()>& write) const {
     }
 }
 
+void ProtectorScreen::SaveReadable(const AskText& askName) const {
+    const std::filesystem::path file = collection_.File;
+    const std::string proposal = (file.parent_path() / file.stem()).string() + "_readable" + file.extension().string();
+    const std::optional<std::string> name = askName(session_.LoadText(4852), proposal);
+    if (name) writeSafely([&] { kestrane::SaveReadable(session_, collection_, *name); });
+}
+
+void ProtectorScreen::KeepDamaged() {
+    writeSafely([this] {
+        const std::string kept = keepDamagedFile(collection_.File);
+        collection_.Damage.clear();
+        collection_.IsChanged = true; // the file is still the damaged one
+        session_.ShowMessage(ReplaceText(session_.LoadText(4854), "^", kept), kIconInformation);
+    });
+}
+
 void ProtectorScreen::Close() {
     if (IsSelection()) {
         writeSafely([this] { session_.settings.write(kPreferences, kCorrectionKey, std::to_string(correction_)); });
-    } else if (collection_.IsChanged) {
+    } else if (collection_.IsChanged && !IsReadOnly()) {
         writeSafely([this] {
             saveProtectors(collection_.File, collection_.Protectors);
             collection_.IsChanged = false;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "model/clsLog.h"
+#include "platform/Message.h"
 #include "protection/ProtectorDatabase.h"
 
 #include <array>
@@ -50,6 +51,15 @@ public:
 
     const std::vector<clsHP>& Protectors() const { return collection_.Protectors; }
 
+    // Why the database could not be read to its end; empty when it was. Then nothing can be changed in it until
+    // KeepDamaged has copied the file; what could be read can be saved under another name.
+    const std::string& Damage() const { return collection_.Damage; }
+
+    bool IsReadOnly() const { return IsSelection() || !Damage().empty(); }
+
+    void SaveReadable(const AskText& askName) const; // given a name to propose
+    void KeepDamaged();                              // says under which name
+
     // Which figures are shown, European or US; at first those of the settings' mode.
     bool IsUS() const { return isUS_; }
 
@@ -93,7 +103,7 @@ private:
     std::string shownNumber(float value) const;
     int faultOf(const ProtectorEntries& entries, const clsHP* self) const;
     void take(const ProtectorEntries& entries, clsHP& protector) const;
-    void writeSafely(const std::function<void()>& write) const;
+    void writeSafely(const std::function<void()>& write) const; // shows what it raises
 
     Session& session_;
     ProtectorCollection& collection_;

@@ -30,21 +30,22 @@ CLI::Option* addComparing(CLI::App& verb, CompareArguments& arguments) {
     return verb.add_option("--protector", arguments.protector, "name of the record");
 }
 
-std::optional<std::vector<clsHP>> openDatabase(Session& session, const std::string& database) {
+std::optional<ProtectorCollection> openDatabase(Session& session, const std::string& database) {
     ProtectorCollection collection;
     collection.File = database.empty() ? protectorDatabase() : database;
     session.protectors = &collection;
     const bool isLoaded = LoadHPD(session);
     session.protectors = nullptr;
-    return isLoaded ? std::optional(std::move(collection.Protectors)) : std::nullopt;
+    return isLoaded ? std::optional(std::move(collection)) : std::nullopt;
 }
 
 std::optional<HPDComparison> compareLog(Program& program, const clsLog& log, const CompareArguments& arguments) {
-    const auto protectors = openDatabase(program.session, arguments.database);
-    if (!protectors) return std::nullopt;
-    const auto hp = std::find_if(protectors->begin(), protectors->end(),
+    const auto database = openDatabase(program.session, arguments.database);
+    if (!database) return std::nullopt;
+    const std::vector<clsHP>& protectors = database->Protectors;
+    const auto hp = std::find_if(protectors.begin(), protectors.end(),
                                  [&](const clsHP& record) { return record.Name == arguments.protector; });
-    if (hp == protectors->end()) {
+    if (hp == protectors.end()) {
         program.session.ShowMessage(ReplaceText(program.session.LoadText(8808), "^", arguments.protector),
                                     kIconExclamation);
         return std::nullopt;

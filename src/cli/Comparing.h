@@ -23,8 +23,8 @@ struct CompareArguments {
 void addDatabase(CLI::App& verb, CompareArguments& arguments);
 CLI::Option* addComparing(CLI::App& verb, CompareArguments& arguments); // the protector's option
 
-// The records of the database. Nothing when it cannot be read; the reason has been shown.
-std::optional<std::vector<clsHP>> openDatabase(Session& session, const std::string& database);
+// The database, its records loaded. Nothing when it cannot be read; the reason has been shown.
+std::optional<ProtectorCollection> openDatabase(Session& session, const std::string& database);
 
 // Nothing when there is no such protector; the reason has been shown.
 std::optional<HPDComparison> compareLog(Program& program, const clsLog& log, const CompareArguments& arguments);

@@ -66,7 +66,7 @@ int list(Program& program, const std::string& database) {
     const auto protectors = openDatabase(program.session, database);
     if (!protectors) return kFailed;
     Json records = Json::array();
-    for (const clsHP& hp : *protectors)
+    for (const clsHP& hp : protectors->Protectors)
         records.push_back(protectorJson(hp));
     return print(records);
 }
@@ -74,8 +74,7 @@ int list(Program& program, const std::string& database) {
 int save(Program& program, const std::string& database, const std::string& output) {
     const auto protectors = openDatabase(program.session, database);
     if (!protectors) return kFailed;
-    saveProtectors(output, *protectors);
-    return kDone;
+    return SaveReadable(program.session, *protectors, output) ? kDone : kFailed;
 }
 
 struct CompareOptions : LogArguments, CompareArguments {};

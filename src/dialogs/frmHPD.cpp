@@ -4,7 +4,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFormLayout>
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -47,6 +47,7 @@ frmHPD::frmHPD(ProtectorScreen& screen, const Download& download, QWidget* paren
     sides->widget(0)->setMinimumWidth(fontMetrics().averageCharWidth() * kListColumns);
     sides->setSizes({fontMetrics().averageCharWidth() * kColumns, 1}); // all to the list that the boxes can do without
     auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(damageBar());
     layout->addWidget(sides, 1);
     layout->addWidget(buttonRow());
     resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kLines);
@@ -55,11 +56,39 @@ frmHPD::frmHPD(ProtectorScreen& screen, const Download& download, QWidget* paren
     connect(lvwHPD_, &QTableView::doubleClicked, this, [this] {
         if (screen_.IsSelection()) {
             accept();
-        } else if (editing_ == Editing::Nothing) {
+        } else if (editing_ == Editing::Nothing && !screen_.IsReadOnly()) {
             edit(Editing::Selected);
         }
     });
     listChanged(std::nullopt);
+}
+
+// Says why nothing can be changed, and what can be done about it.
+QWidget* frmHPD::damageBar() {
+    const Session& session = screen_.session();
+    lblDamage_ = new QLabel;
+    lblDamage_->setObjectName("lblDamage");
+    lblDamage_->setWordWrap(true);
+    QPushButton* const cmdSaveReadable = button(session, 4852, "cmdSaveReadable");
+    QPushButton* const cmdKeepDamaged = button(session, 4853, "cmdKeepDamaged");
+    connect(cmdSaveReadable, &QPushButton::clicked, this, [this] {
+        screen_.SaveReadable([this](const std::string& title, const std::string& proposal) {
+            const QString name = QFileDialog::getSaveFileName(this, shown(title).remove('&'), shown(proposal));
+            return name.isEmpty() ? std::nullopt : std::optional(name.toStdString());
+        });
+    });
+    connect(cmdKeepDamaged, &QPushButton::clicked, this, [this] {
+        screen_.KeepDamaged();
+        enableControls();
+    });
+    fraDamage_ = new QFrame;
+    fraDamage_->setObjectName("fraDamage");
+    fraDamage_->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    auto* const layout = new QHBoxLayout(fraDamage_);
+    layout->addWidget(lblDamage_, 1);
+    layout->addWidget(cmdSaveReadable);
+    layout->addWidget(cmdKeepDamaged);
+    return fraDamage_;
 }
 
 QWidget* frmHPD::listSide() {
@@ -209,14 +238,17 @@ void frmHPD::enableControls() {
     const bool isEditing = editing_ != Editing::Nothing;
     const bool isSelection = screen_.IsSelection();
     const bool hasSelected = selected().has_value();
+    const bool isReadOnly = screen_.IsReadOnly();
     boxes_->SetEditable(isEditing);
+    lblDamage_->setText(loadText(screen_.session(), 4851) + "\n\n" + shown(screen_.Damage()));
+    fraDamage_->setVisible(isReadOnly && !isSelection);
     lvwHPD_->setEnabled(!isEditing);
     txtSearch_->setEnabled(!isEditing);
     for (QPushButton* one : {cmdAdd_, cmdChange_, cmdDelete_})
         one->setVisible(!isSelection);
-    cmdAdd_->setEnabled(!isEditing);
-    cmdChange_->setEnabled(!isEditing && hasSelected);
-    cmdDelete_->setEnabled(!isEditing && hasSelected);
+    cmdAdd_->setEnabled(!isEditing && !isReadOnly);
+    cmdChange_->setEnabled(!isEditing && hasSelected && !isReadOnly);
+    cmdDelete_->setEnabled(!isEditing && hasSelected && !isReadOnly);
     cmdDownload_->setEnabled(!isEditing);
     cmdOK_->setVisible(isSelection || isEditing);
     cmdOK_->setEnabled(isEditing || hasSelected);

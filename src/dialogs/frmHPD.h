@@ -13,7 +13,8 @@
 
 class QCheckBox;
 class QComboBox;
-class QDialogButtonBox;
+class QFrame;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTableView;
@@ -42,6 +43,7 @@ private:
 
     frmHPD(ProtectorScreen& screen, const Download& download, QWidget* parent);
 
+    QWidget* damageBar();
     QWidget* listSide();
     QWidget* boxesSide();
     QWidget* buttonRow();
@@ -60,6 +62,8 @@ private:
     std::optional<ProtectorChoice> choice_;
     ProtectorListModel model_;
     QSortFilterProxyModel sorted_;
+    QFrame* fraDamage_;
+    QLabel* lblDamage_;
     QLineEdit* txtSearch_;
     QTableView* lvwHPD_;
     ProtectorBoxes* boxes_;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <filesystem>
 
 namespace kestrane {
@@ -93,24 +94,45 @@ std::string lineOf(const clsHP& hp) {
 
 } // namespace
 
-void readProtectors(std::string_view text, std::vector<clsHP>& protectors) {
+bool readProtectors(std::string_view text, std::vector<clsHP>& protectors) {
     protectors.clear();
     while (!text.empty()) {
         const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
         const std::string_view line = text.substr(0, end);
         text.remove_prefix(end);
         text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(1, text.size()));
-        if (line.empty()) return;
+        if (line.empty()) return text.find_first_not_of("\r\n") == std::string_view::npos;
         protectors.push_back(protectorOf(split(line)));
         protectors.back().HPDId = static_cast<int>(protectors.size());
     }
+    return true;
 }
 
-void loadProtectors(const std::string& path, std::vector<clsHP>& protectors) {
+bool loadProtectors(const std::string& path, std::vector<clsHP>& protectors) {
     protectors.clear();
     std::error_code unknown; // then reading says why
     if (const auto size = std::filesystem::file_size(path, unknown); !unknown && size > kMostBytes) raiseCorrupt();
-    readProtectors(readFile(path)->view(), protectors);
+    return readProtectors(readFile(path)->view(), protectors);
+}
+
+bool isWholeDatabase(const std::string& path) {
+    std::vector<clsHP> protectors;
+    try {
+        return loadProtectors(path, protectors);
+    } catch (const RuntimeError& error) {
+        return error.Number == ENOENT;
+    }
+}
+
+std::string keepDamagedFile(const std::string& path) {
+    const std::string first = path + ".damaged";
+    std::string kept = first;
+    for (int next = 2; std::filesystem::exists(kept); ++next)
+        kept = first + std::to_string(next);
+    std::error_code failed;
+    std::filesystem::copy_file(path, kept, failed);
+    if (failed) throw RuntimeError(failed.value(), failed.message());
+    return kept;
 }
 
 std::string protectorsText(const std::vector<clsHP>& protectors) {

@@ -336,6 +336,13 @@ constexpr TextEntry Entries[] = {
     {4846, "&Name:"},
     {4847, "&Type:"},
     {4848, "Correction &factor:"},
+    {4849, ", line ^"},
+    {4850, "There is text behind an empty line, which is not read."},
+    {4851, "The database could not be read to its end.  Until the damaged file is kept, nothing is written over it."},
+    {4852, "Save &Readable Records As..."},
+    {4853, "&Keep Damaged File and Edit"},
+    {4854, "The damaged file has been kept as '^'."},
+    {4855, "'^' could not be read to its end.  Save what could be read under another name."},
     // Calculation prompts
     {4901, "Proceed with calculation?"},
     {4902, "Invalid Criterion"},

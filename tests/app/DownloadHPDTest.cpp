@@ -121,6 +121,20 @@ TEST(DownloadHPD, AnyFailureLeavesTheOldDatabaseInUse) {
     EXPECT_EQ(unwritable.messages.Boxes.back().Title, kFrom);
 }
 
+TEST(DownloadHPD, KeepsADamagedFileForGood) {
+    Update update;
+    const std::string damaged = update.old + "too short\r\n" + update.old;
+    for (const char* kept : {".damaged", ".damaged2"}) {
+        writeText(update.protectors.File, damaged);
+        update.messages.Answers = {Button::Ok};
+        EXPECT_TRUE(update.run());
+        EXPECT_EQ(readText(update.protectors.File + kept), damaged);
+    }
+    update.messages.Answers = {Button::Ok};
+    EXPECT_TRUE(update.run());
+    EXPECT_FALSE(std::filesystem::exists(update.protectors.File + ".damaged3")) << "of a whole file there is the .bak";
+}
+
 TEST(DownloadHPD, IsGivenUpInSilence) {
     Update asked;
     asked.messages.Answers = {Button::Cancel};
@@ -138,7 +152,11 @@ TEST(LoadHPD, SaysWhatIsWrongWithTheFile) {
     Update update;
     writeText(update.protectors.File, database("New", 2) + "too short");
     EXPECT_FALSE(LoadHPD(update.session));
-    EXPECT_EQ(update.messages.Boxes.back().Prompt, "109: Corrupt file error");
+    EXPECT_EQ(update.messages.Boxes.back().Prompt,
+              "109: Corrupt file error\r\n\r\n" + update.protectors.File + ", line 3");
+    writeText(update.protectors.File, database("New", 2) + "\r\n" + database("Lost", 1));
+    EXPECT_TRUE(LoadHPD(update.session));
+    EXPECT_TRUE(update.messages.Boxes.back().Prompt.ends_with(update.protectors.File + ", line 3"));
     std::filesystem::remove(update.protectors.File);
     EXPECT_FALSE(LoadHPD(update.session));
     EXPECT_EQ(update.messages.Boxes.back().Prompt, "File " + update.protectors.File + " not found");

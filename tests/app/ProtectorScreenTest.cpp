@@ -1,6 +1,7 @@
 #include "app/ProtectorScreen.h"
 
 #include "TestSession.h"
+#include "app/DownloadHPD.h"
 #include "platform/TemporaryFolder.h"
 #include "protection/Attenuation.h"
 
@@ -160,6 +161,40 @@ TEST(ProtectorScreen, StoresAndWritesWhatWasEntered) {
     std::filesystem::remove(test.protectors.File);
     screen.Close();
     EXPECT_FALSE(std::filesystem::exists(test.protectors.File)) << "nothing has changed since";
+}
+
+TEST(ProtectorScreen, RowsThatCouldNotBeReadAreNotOverwritten) {
+    for (const char* damage : {"short,1\r\n", "\r\n"}) { // in the second of three lines
+        Screen test;
+        const std::vector<clsHP> one(test.protectors.Protectors.begin(), test.protectors.Protectors.begin() + 1);
+        const std::string damaged = protectorsText(one) + damage + protectorsText(test.protectors.Protectors);
+        writeText(test.protectors.File, damaged);
+        LoadHPD(test.session);
+        ProtectorScreen screen(test.session);
+        ASSERT_TRUE(screen.IsReadOnly());
+        ProtectorEntries entries = screen.EntriesOf(&test.protectors.Protectors[0]);
+        entries.Name = "New";
+        test.messages.Answers = {Button::Ok};
+        EXPECT_FALSE(screen.Delete(0));
+        EXPECT_FALSE(screen.Store(entries, std::nullopt));
+        test.protectors.IsChanged = true;
+        screen.Close();
+
+        std::string name = test.protectors.File;
+        const auto ask = [&](const std::string&, const std::string&) { return name; };
+        screen.SaveReadable(ask);
+        EXPECT_TRUE(test.lastMessage().ends_with("Save what could be read under another name."));
+        EXPECT_EQ(readText(test.protectors.File), damaged);
+        name = test.folder.file("other.txt");
+        screen.SaveReadable(ask);
+        EXPECT_EQ(readText(name), protectorsText(one));
+
+        screen.KeepDamaged();
+        EXPECT_EQ(screen.Store(entries, std::nullopt), 1U);
+        screen.Close();
+        EXPECT_EQ(readText(test.protectors.File + ".damaged"), damaged);
+        EXPECT_EQ(readText(test.protectors.File), protectorsText(test.protectors.Protectors));
+    }
 }
 
 TEST(ProtectorScreen, AsksBeforeEntriesAreLost) {

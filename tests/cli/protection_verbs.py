@@ -56,6 +56,12 @@ class ProtectionVerbs(InAFolder):
         self.assertEqual([(r["HPDId"], r["Name"], r["SNR"]) for r in records], [(1, "Muff, large", 30), (2, "Octave", 0)])
         self.assertEqual(run("protectors", "save", "--database", "db.txt", "-o", "out.txt")[0], 0)
         self.assertEqual(self.database("out.txt"), DATABASE)
+        with open("db.txt", "a", encoding="utf-8", newline="") as file:
+            file.write("\r\n" + DATABASE)
+        damaged = self.database()
+        for name, status in (("./db.txt", 1), ("out.txt", 0)):  # it has rows that are not read
+            self.assertEqual(run("protectors", "save", "--database", "db.txt", "-o", name)[0], status)
+        self.assertEqual((self.database(), self.database("out.txt")), (damaged, DATABASE))
         status, _, err = run("protectors", "list", "--database", "none.txt")
         self.assertEqual((status, err), (1, "Kestrane: File none.txt not found\n"))
 

@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
@@ -143,6 +144,21 @@ TEST(ProtectorEditing, AddsChangesAndDeletesAndWritesOnClosing) {
     loadProtectors(database.protectors.File, written);
     ASSERT_EQ(written.size(), 4U);
     EXPECT_EQ(written[3].Name, "Delta");
+}
+
+TEST(ProtectorEditing, WaitsUntilADamagedFileIsKept) {
+    Database database;
+    saveProtectors(database.protectors.File, database.protectors.Protectors);
+    database.protectors.Damage = "109: Corrupt file error";
+    database.maintain([&](QDialog& dialog) {
+        EXPECT_TRUE(control<QLabel>(dialog, "lblDamage").text().endsWith("109: Corrupt file error"));
+        for (const char* name : {"cmdAdd", "cmdChange", "cmdDelete"})
+            EXPECT_FALSE(control<QPushButton>(dialog, name).isEnabled()) << name;
+        click(dialog, "cmdKeepDamaged");
+        EXPECT_FALSE(control<QLabel>(dialog, "lblDamage").isVisible());
+        EXPECT_TRUE(control<QPushButton>(dialog, "cmdChange").isEnabled());
+    });
+    EXPECT_TRUE(std::filesystem::exists(database.protectors.File + ".damaged"));
 }
 
 TEST(ProtectorEditing, ShowsEuropeanOrUSFigures) {

@@ -23,8 +23,9 @@ const std::string kFull = "Soft, grey plug,0,10.5,2,11,2.1,12,2.2,13,2.3,14,2.4,
 
 TEST(ReadProtectors, TakesEachFieldFromItsPlace) {
     std::vector<clsHP> protectors;
-    readProtectors(kFull + "\r\nMuff,1," + repeated(",", 16) + ",5,5,5,,5" + repeated(",", 16) + ",,7\r\n\r\nbehind",
-                   protectors);
+    EXPECT_TRUE(readProtectors(kFull + "\r\n\r\n\n", protectors)) << "nothing behind the empty lines";
+    EXPECT_FALSE(readProtectors(
+        kFull + "\r\nMuff,1," + repeated(",", 16) + ",5,5,5,,5" + repeated(",", 16) + ",,7\r\n\r\nbehind", protectors));
     ASSERT_EQ(protectors.size(), 2U);
     const clsHP& plug = protectors[0];
     EXPECT_EQ(plug.Name, "Soft, grey plug");
