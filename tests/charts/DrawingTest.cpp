@@ -68,25 +68,18 @@ TEST(ChartDrawing, TitlesInTheColourOfAGradeCanBeRead) {
     EXPECT_EQ(ChartLooks::ofPaper().axisTitleColor(chart), QColor(255, 0, 0));
     ShownChart shown(chart);
     const QImage image = shown.image();
-    const auto hasRed = [&](int top, int bottom) { // thin letters hold few pixels of the very colour
-        for (int y = top; y < bottom; ++y) {
-            for (int x = 0; x < image.width(); ++x)
-                if (image.pixelColor(x, y).red() > image.pixelColor(x, y).green() + 100) return true;
-        }
-        return false;
+    const auto isReddish = [&](int x, int y) { // thin letters hold few pixels of the very colour
+        return image.pixelColor(x, y).red() > image.pixelColor(x, y).green() + 100;
     };
     const QCPAxisRect& axes = *shown.plot->axisRect();
-    EXPECT_TRUE(hasRed(0, axes.top() - 10));
-    EXPECT_TRUE(hasRed(axes.bottom() + 1, image.height()));
+    EXPECT_GT(countWhere(image, [&](int x, int y) { return y < axes.top() - 10 && isReddish(x, y); }), 0);
+    EXPECT_GT(countWhere(image, [&](int x, int y) { return y > axes.bottom() && isReddish(x, y); }), 0);
 
     chart.GradeColour = Colour{0, 255, 0};
     const QColor onPaper = ChartLooks::ofPaper().titleColor(chart);
     EXPECT_EQ(onPaper.hue(), QColor(0, 255, 0).hue());
     EXPECT_LT(onPaper.green(), 180);
-    QPalette dark;
-    dark.setColor(QPalette::Base, Qt::black);
-    dark.setColor(QPalette::Text, Qt::white);
-    EXPECT_EQ(ChartLooks::ofScreen(dark, 96).titleColor(chart), QColor(0, 255, 0));
+    EXPECT_EQ(ChartLooks::ofScreen(palette(Qt::black, Qt::white), 96).titleColor(chart), QColor(0, 255, 0));
 }
 
 TEST(ChartDrawing, ALongTitleOfTheRowsIsBrokenBetweenWords) {
@@ -192,31 +185,20 @@ TEST(Chart3D, RibbonsInFrontStayWholeAndGapsStayOpen) {
     const QImage alone = ShownChart(chart).tab.picture(size);
     chart.Series[1].Values = {72, 66, 71, 66};
     const QImage together = ShownChart(chart).tab.picture(size);
-    int frontPixels = 0;
-    int hiddenPixels = 0;
-    for (int y = 0; y < size.height(); ++y) {
-        for (int x = 0; x < size.width(); ++x) {
-            const QColor color = alone.pixelColor(x, y);
-            if (color.hsvSaturation() < 150) continue; // walls and texts
-            ++frontPixels;
-            hiddenPixels += together.pixelColor(x, y) != color;
-        }
-    }
-    EXPECT_GT(frontPixels, 1000);
-    EXPECT_EQ(hiddenPixels, 0);
-
-    const auto saturated = [&](const ChartData& one) {
-        const QImage image = ShownChart(one).tab.picture(size);
-        int count = 0;
-        for (int y = 0; y < size.height(); ++y) {
-            for (int x = 0; x < size.width(); ++x)
-                count += image.pixelColor(x, y).hsvSaturation() >= 150;
-        }
-        return count;
+    const auto isOfASeries = [](const QImage& image, int x, int y) { // not of the walls or texts
+        return image.pixelColor(x, y).hsvSaturation() >= 150;
     };
+    const int frontPixels = countWhere(alone, [&](int x, int y) { return isOfASeries(alone, x, y); });
+    EXPECT_GT(frontPixels, 1000);
+    EXPECT_EQ(
+        countWhere(alone,
+                   [&](int x, int y) { return isOfASeries(alone, x, y) && alone.pixel(x, y) != together.pixel(x, y); }),
+        0);
+
     ChartData broken = inFrontOfEachOther(ChartShape::Line, true, false);
     broken.Series[0].Values[2] = kNullValue; // two of its three pieces go, and its last value stands alone
-    EXPECT_LT(saturated(broken), frontPixels * 0.6);
+    const QImage gap = ShownChart(broken).tab.picture(size);
+    EXPECT_LT(countWhere(gap, [&](int x, int y) { return isOfASeries(gap, x, y); }), frontPixels * 0.6);
 }
 
 } // namespace

@@ -32,22 +32,32 @@ inline QRgb colorOf(const ChartData& chart, std::size_t series) {
     return ChartLooks::ofPaper().color(ChartContent(chart), series).rgb();
 }
 
-inline int countOf(const QImage& image, QRgb color) {
+// How many pixels are as a rule says of their place.
+template <class Rule>
+int countWhere(const QImage& image, Rule rule) {
     int count = 0;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x)
-            count += image.pixel(x, y) == color;
+            count += rule(x, y) ? 1 : 0;
     }
     return count;
+}
+
+inline int countOf(const QImage& image, QRgb color) {
+    return countWhere(image, [&](int x, int y) { return image.pixel(x, y) == color; });
+}
+
+inline QPalette palette(const QColor& base, const QColor& text) {
+    QPalette colors;
+    colors.setColor(QPalette::Base, base);
+    colors.setColor(QPalette::Text, text);
+    return colors;
 }
 
 class ShownChart {
 public:
     explicit ShownChart(const ChartData& chart, QSize size = {800, 500}) : tab({}) {
-        QPalette light;
-        light.setColor(QPalette::Base, Qt::white);
-        light.setColor(QPalette::Text, Qt::black);
-        tab.setPalette(light);
+        tab.setPalette(palette(Qt::white, Qt::black));
         tab.resize(size);
         tab.setChart(chart);
         tab.show();

@@ -61,13 +61,10 @@ TEST(UsingAChart, TheBoxStaysInsideAtBothEnds) {
         QTest::mouseMove(shown.plot, shown.at(row, 80));
         shown.settle();
         const QImage after = shown.image();
-        QRect changed;
-        for (int y = 0; y < after.height(); ++y) {
-            for (int x = 0; x < after.width(); ++x)
-                if (before.pixel(x, y) != after.pixel(x, y)) changed |= QRect(x, y, 1, 1);
-        }
-        EXPECT_GT(changed.width(), 60);
-        EXPECT_TRUE(shown.plot->axisRect()->rect().adjusted(-1, -1, 2, 2).contains(changed));
+        const QRect inside = shown.plot->axisRect()->rect().adjusted(-1, -1, 2, 2);
+        const auto hasChanged = [&](int x, int y) { return before.pixel(x, y) != after.pixel(x, y); };
+        EXPECT_GT(countWhere(after, hasChanged), 1000);
+        EXPECT_EQ(countWhere(after, [&](int x, int y) { return hasChanged(x, y) && !inside.contains(x, y); }), 0);
         QTest::keyClick(&shown.tab, Qt::Key_Escape);
         shown.settle();
     }
@@ -126,10 +123,7 @@ TEST(UsingAChart, AZoomOutlastsAChangeOfPaletteAndGoesWithTheNextChart) {
     ShownChart shown(shiftChart());
     turnWheel(shown, shown.at(100, 80), 3);
     const QCPRange zoomed = shown.rows().range();
-    QPalette dark;
-    dark.setColor(QPalette::Base, Qt::black);
-    dark.setColor(QPalette::Text, Qt::white);
-    shown.tab.setPalette(dark);
+    shown.tab.setPalette(palette(Qt::black, Qt::white));
     shown.settle();
     EXPECT_EQ(shown.rows().range(), zoomed);
     shown.tab.setChart(shiftChart());

@@ -53,14 +53,9 @@ TEST_F(LogParametersTest, FiguresStandUnderTheirParameters) {
     log.LmaxCumA(11).Value(1);
     log.LnCumA(10, 2).Value(2);
     log.LepdMTCumA.Value(3);
-    log.SELCumB.Value(4);
-    log.LminCumB.Value(5);
-    log.LeqCumB.Value(6);
     EXPECT_EQ(cumulativeValue(log, kChannelA, eLmax, 11).Value(), 1);
     EXPECT_EQ(cumulativeValue(log, kChannelA, eLn(10), 2).Value(), 2);
     EXPECT_EQ(cumulativeValue(log, kChannelA, eLepdMT, 9).Value(), 3) << "without bands, any band is the figure";
-    EXPECT_EQ(cumulativeValue(log, kChannelB, eLe_Sel, 0).Value(), 4);
-    EXPECT_EQ(cumulativeValue(log, kChannelB, eLmin, 0).Value(), 5);
     for (const int parameter : {eLtm3, eLn1, eTWA})
         EXPECT_EQ(cumulativeValue(log, kChannelB, parameter, 0).Value(), 0) << "channel B has none";
     log.IsLoggingOverLoaded = true;
@@ -68,21 +63,16 @@ TEST_F(LogParametersTest, FiguresStandUnderTheirParameters) {
 
     clsLogInterval row;
     row.Initialize(log.objLogShared);
-    row.LminA(2).Value(1);
-    row.LnA(3, 4).Value(2);
     row.PeakB.Value(5);
     row.PeakB.CalcValue(6);
     row.OverloadedB = true;
     log.LogIntervals.setArraySize(2);
     log.LogIntervals.Commit(row, 2);
-    EXPECT_EQ(intervalValue(log, 2, kChannelA, eLmin, 2).Value(), 1);
-    EXPECT_EQ(intervalValue(log, 2, kChannelA, eLn(3), 4).Value(), 2);
     EXPECT_EQ(intervalValue(log, 2, kChannelB, ePeak, 9).Value(), 5);
     EXPECT_EQ(intervalValue(log, 2, kChannelB, ePeak, 9).CalcValue(), 6);
     EXPECT_EQ(intervalValue(log, 2, kChannelB, eOverload, 0).CalcValue(), -1);
     EXPECT_EQ(intervalValue(log, 2, kChannelA, eOverload, 0).CalcValue(), 0);
     EXPECT_EQ(intervalValue(log, 2, kChannelA, eLepdMT, 0).Value(), 0);
-    EXPECT_EQ(intervalValue(log, 1, kChannelA, eLmin, 2).Value(), 0);
 }
 
 TEST_F(LogParametersTest, OnlyWhatTheLogHoldsIsPlottable) {

@@ -60,55 +60,6 @@ TEST_F(LogTest, HasTheBandsOfItsMode) {
     EXPECT_EQ(log.ModeText(), "Third Octave");
 }
 
-TEST_F(LogTest, StoresWeightsInOneSpelling) {
-    for (const auto& [text, stored] :
-         {std::pair("a", "A"), {"C", "C"}, {"lin", "Z"}, {"Linear", "Z"}, {"B", ""}, {" A", ""}, {"", ""}}) {
-        log.FreqWeightA(text);
-        log.FreqWeightB(text);
-        EXPECT_EQ(log.FreqWeightA() + log.FreqWeightB(), std::string(stored) + stored) << text;
-    }
-    for (const auto& [text, stored] : {std::pair("FAST", "Fast"),
-                                       {"slow", "Slow"},
-                                       {"imp", "Impulse"},
-                                       {"Impulse", "Impulse"},
-                                       {"10mS", "10ms"},
-                                       {"F", ""}}) {
-        log.TimeWeightA(text);
-        log.TimeWeightB(text);
-        EXPECT_EQ(log.TimeWeightA() + log.TimeWeightB(), std::string(stored) + stored) << text;
-    }
-}
-
-TEST_F(LogTest, NamesItsLevelsByWeight) {
-    const auto texts = [&] {
-        return log.LeqTextA() + ' ' + log.LminTextA() + ' ' + log.LmaxTextA() + ' ' + log.PeakTextA() + '|' +
-               log.LeqTextB() + ' ' + log.LminTextB() + ' ' + log.LmaxTextB() + ' ' + log.PeakTextB();
-    };
-    EXPECT_EQ(texts(), "Leq Lmin Lmax Peak|   ");
-    log.FreqWeightA("A");
-    log.FreqWeightB("C");
-    EXPECT_EQ(texts(), "LAeq Amin Amax Apeak|   ");
-    log.IsChannelBOn = true;
-    EXPECT_EQ(texts(), "LAeq Amin Amax Apeak|LCeq Cmin Cmax Cpeak");
-    log.FreqWeightB("");
-    EXPECT_EQ(texts(), "LAeq Amin Amax Apeak|Leq Lmin Lmax Peak");
-    log.IsLnNumbersOn = true;
-    EXPECT_EQ(log.IsLnNumbersOnText() + log.IsLoggingOverLoadedText(), "YesNo");
-}
-
-TEST_F(LogTest, TellsItsIntervalInWords) {
-    for (const auto& [seconds, text] : {std::pair(3661, "1 hour 1 min 1 sec"),
-                                        {60, "1 min"},
-                                        {7322, "2 hours 2 mins 2 secs"},
-                                        {3602, "1 hour 2 secs"},
-                                        {360000, "100 hours"},
-                                        {0, ""},
-                                        {-60, ""}}) {
-        log.Interval = seconds;
-        EXPECT_EQ(log.IntervalText(), text);
-    }
-}
-
 TEST_F(LogTest, LocationTypeIsFixedForSomeModels) {
     struct Case {
         const char *name, *stored, *shown, *tested;
@@ -191,31 +142,11 @@ TEST_F(LogTest, WholeCopySharesNothing) {
     EXPECT_EQ(copy.LogIntervals.Item(1).Mode(), modeFullOctave);
     EXPECT_EQ(copy.LogIntervals.Item(1).LeqA(0).Value(), 1);
     EXPECT_EQ(copy.objLogOptions.ExposureTime, 8);
-}
 
-TEST_F(LogTest, CopyOfARangeStartsFromTheReportedFigures) {
-    addRows(5);
-    log.LeqCumA(0).Value(60);
-    log.LeqCumA(0).CalcValue(61);
-    log.LnCumA(10, 0).Value(62);
-    log.LnCumA(10, 0).CalcValue(63);
-    log.Pa2hCumB.Value(64);
-    log.Pa2hCumB.CalcValue(65);
-    log.MeasurementTimeFromInstrument = 300;
     clsLog part(session);
-    part.Copy(log, 2, 4);
-    EXPECT_EQ(part.LogIntervals.Count(), 3);
-    EXPECT_EQ(part.LogIntervals.Item(1).LeqA(0).Value(), 2);
-    EXPECT_EQ(part.StartDate.Format() + ' ' + part.StartTime.hh_mm_ss(), "26/11/2024 10:01:00");
-    EXPECT_EQ(part.EndDate.Format() + ' ' + part.EndTime.hh_mm_ss(), "26/11/2024 10:03:00");
-    EXPECT_EQ(part.LeqCumA(0).CalcValue(), 60);
-    EXPECT_EQ(part.LnCumA(10, 0).CalcValue(), 62);
-    EXPECT_EQ(part.Pa2hCumB.CalcValue(), 64);
-    EXPECT_EQ(part.MeasurementTimeFromInstrument, 0);
-    EXPECT_EQ(errorOf([&] { part.Copy(log, 2, 6); }), kErrorIndexOutOfRange);
-
-    log.IntervalsToLoad = true;
-    EXPECT_EQ(errorOf([&] { part.Copy(log, 0, 0); }), kErrorApplication);
+    EXPECT_EQ(errorOf([&] { part.Copy(copy, 2, 4); }), kErrorIndexOutOfRange);
+    copy.IntervalsToLoad = true;
+    EXPECT_EQ(errorOf([&] { part.Copy(copy, 0, 0); }), kErrorApplication);
 }
 
 } // namespace

@@ -65,13 +65,6 @@ TEST_F(LogTimeTest, TheInstrumentsTimeCountsThenItsRowsThenTheRun) {
     EXPECT_EQ(getTime(log, 'M', true, true), 2.5F);
 }
 
-TEST_F(LogTimeTest, ComesInItsUnits) {
-    EXPECT_EQ(getTimeFromSeconds('m', 5430), 90.5F);
-    EXPECT_EQ(getTimeFromSeconds('H', 360036), 100.01F);
-    EXPECT_EQ(getTimeFromSeconds('m', -30), -0.5F);
-    EXPECT_EQ(getTimeFromSeconds('d', 5430), 0);
-}
-
 TEST_F(LogTimeTest, PercentilesNeedFiveMinutes) {
     log.LnNumberA(2, 50);
     log.MeasurementTimeFromInstrument = 299;

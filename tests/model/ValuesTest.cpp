@@ -2,7 +2,6 @@
 #include "model/clsDate.h"
 #include "model/clsDoseLogSample.h"
 #include "model/clsFileInfo.h"
-#include "model/clsStringBuffer.h"
 #include "model/clsTime.h"
 #include "model/clsValue.h"
 #include "platform/TemporaryFolder.h"
@@ -221,28 +220,6 @@ TEST(Time, IsReadFromThreeParts) {
     for (const char* withoutSeconds : {"1:2", "1:2:"})
         EXPECT_TRUE(read(withoutSeconds) == timeOf(1, 2, 9) && error == kErrorTypeMismatch) << withoutSeconds;
     EXPECT_TRUE(read("1:3000000000:0") == timeOf(1, 8, 9) && error == kErrorOverflow);
-}
-
-TEST(StringBuffer, HoldsAllThatIsAppended) {
-    std::string drained;
-    clsStringBuffer plain;
-    clsStringBuffer draining([&](std::string_view piece) { drained += piece; });
-    std::string expected;
-    for (int i = 0; i < 4000; ++i) {
-        const std::string text(static_cast<std::size_t>(i % 1500), static_cast<char>('a' + i % 26));
-        for (clsStringBuffer* buffer : {&plain, &draining}) {
-            buffer->append(text);
-            char* const room = buffer->reserve(8);
-            buffer->written(room + text.copy(room, 8));
-        }
-        expected += text + text.substr(0, 8);
-        ASSERT_LT(draining.getLength(), std::size_t{2} << 20);
-    }
-    draining.flush();
-    EXPECT_TRUE(plain.getString() == expected && drained == expected);
-    plain.initialise();
-    plain.append("");
-    EXPECT_EQ(plain.getString(), "");
 }
 
 TEST(ExposureRow, ComputesItsLevelAndDose) {

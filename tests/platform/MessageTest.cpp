@@ -1,5 +1,4 @@
 #include "platform/Message.h"
-#include "platform/Settings.h"
 
 #include <gtest/gtest.h>
 
@@ -39,24 +38,6 @@ TEST(ConsoleMessages, PrintsTheBoxAndTakesTheAnswer) {
     std::ostringstream out;
     ConsoleMessages(out, std::nullopt).show("One\r\n\r\nTwo", kButtonsYesNo, "Title");
     EXPECT_EQ(out.str(), "Title: One\n\nTwo -> yes\n");
-}
-
-TEST(ScriptedMessages, GivesItsAnswersThenDefaults) {
-    ScriptedMessages messages;
-    messages.Answers = {Button::No};
-    EXPECT_EQ(messages.show("A", kButtonsYesNo, "T"), Button::No);
-    EXPECT_EQ(messages.show("B", kButtonsOkCancel | kDefaultSecond, "T"), Button::Cancel);
-    ASSERT_EQ(messages.Boxes.size(), 2U);
-    EXPECT_EQ(messages.Boxes[0].Prompt, "A");
-}
-
-TEST(MemorySettings, KeepsSectionsApart) {
-    MemorySettings settings;
-    settings.write("Preferences", "Toolbar", "True");
-    settings.write("Preferences", "Empty", "");
-    EXPECT_EQ(settings.read("Preferences", "Toolbar", "x"), "True");
-    EXPECT_EQ(settings.read("Preferences", "Empty", "x"), "");
-    EXPECT_EQ(settings.read("Settings", "Toolbar", "x"), "x");
 }
 
 } // namespace

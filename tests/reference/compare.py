@@ -120,8 +120,8 @@ class Generator:
         return "<intvl>" + self.some(parts + ([self.element("cb", self.some(b, 0.15))] if channel_b else []), 0.05) + "</intvl>"
 
     def channel_a(self, mode):
-        parts = [self.element("tw", self.random.choice(["Fast", "slow", "IMP", "10ms", "odd", ""])),
-                 self.element("fw", self.random.choice(["A", "A", "C", "lin", "Z", "odd", ""])),
+        parts = [self.element("tw", self.random.choice(["Fast", "slow", "IMP", "Impulse", "10mS", "F", ""])),
+                 self.element("fw", self.random.choice(["a", "A", "C", "lin", "Linear", "Z", "B", ""])),
                  self.element("lavg", self.level()) if self.often(0.3) else ""]
         parts += [self.bands(tag, mode, False) for tag in ("leq", "lmin", "lmax")]
         for tag in ("lmin", "lmax", "peak"):

