@@ -209,46 +209,35 @@ class Downloads(Comparison):
     def source(self, key, mode=0):
         return logs_of(parsed(INSTRUMENTS[key][3]), mode)
 
-    BINARY_ROWS = {"LeqA": "ca/leq", "LmaxA": "ca/lmax", "SELA": "ca/le", "LepdA": "ca/lex", "LnA1": "ca/ln1"}
+    BINARY_ROWS = {"LeqA": "ca/leq", "LmaxA": "ca/lmax", "SELA": "ca/le", "LepdA": "ca/lex"}
+    BINARY = {"LeqCumA": "ca/leq", "LmaxCumA": "ca/lmax", "SELCumA": "ca/le", "DoseETCumA": "ca/edose", "DoseHourA": "ca/dh",
+              "Pa2hCumA": "ca/pa2h"}
     CHANNEL_B = {"LeqB": "cb/leq", "LmaxB": "cb/lmax", "PeakB": "cb/peak"}
+    CHANNEL_B_TOTALS = {"LeqCumB": "cb/leq", "PeakCumB": "cb/peak"}
+    BREVIK_ROWS = {**BINARY_ROWS, **CHANNEL_B, "LnA1": "ca/ln1", "LnA2": "ca/ln3", "LnA3": "ca/ln2"}
+    BREVIK = {**BINARY, **CHANNEL_B_TOTALS, "LepdETCumA": "ca/lex", "LnCumA1": "ca/ln1", "LnCumA3": "ca/ln2"}
+    BREVIK_HEAD = {"Interval": 60, "Criterion": 85, "Exchange": 3, "Threshold": "0", "FreqWeightA": "A", "TimeWeightA": "Fast",
+                   "FreqWeightB": "C", "TimeWeightB": "Fast", "IsLoggingOverLoaded": True,
+                   "LnNumberA": [10, 90, 50, *[0] * 7]}
 
-    def test_brevik(self):
-        for key in ("brevik", "brevik-early"):
+    def test_binary_families(self):
+        for key, rows, totals, head in (
+                ("brevik", {**self.BREVIK_ROWS, "LminA": "ca/lmin", "LminB": "cb/lmin"}, self.BREVIK, self.BREVIK_HEAD),
+                ("brevik-early", {**self.BREVIK_ROWS, "LminA": "no such figure"}, self.BREVIK, self.BREVIK_HEAD),
+                ("halcyr", self.BINARY_ROWS, self.BINARY,
+                 {"MeasurementTimeFromInstrument": 28800, "Range": "70-140", "IsChannelBOn": False}),
+                ("halcyr-early",
+                 {**self.BINARY_ROWS, **self.CHANNEL_B, "LnA1": "ca/ln2", "LnA2": "ca/ln4", "LnA3": "ca/ln1"},
+                 {**self.CHANNEL_B_TOTALS, "LeqCumA": "ca/leq", "LnCumA2": "ca/ln4"},
+                 {"Range": "20-90", "LnNumberA": [10, 90, 5, *[0] * 7]})):
             log, node = self.downloaded(key, 1)[0], self.source(key)[0]
-            rows = {**self.BINARY_ROWS, **self.CHANNEL_B, "LnA2": "ca/ln3", "LnA3": "ca/ln2"}
-            if key == "brevik":
-                rows.update(LminA="ca/lmin", LminB="cb/lmin")
-            else:
-                self.assertEqual(log["LogIntervals"]["Items"][0]["LminA"][0]["Value"], 0)
             self.rows(log, node, rows, 0.0051)
             self.header(log, node)
-            self.cumulative(log, node, {"LeqCumA": "ca/leq", "LmaxCumA": "ca/lmax", "LepdETCumA": "ca/lex",
-                                        "SELCumA": "ca/le", "LnCumA1": "ca/ln1", "LnCumA3": "ca/ln2",
-                                        "LeqCumB": "cb/leq", "PeakCumB": "cb/peak",
-                                        "DoseETCumA": "ca/edose", "DoseHourA": "ca/dh", "Pa2hCumA": "ca/pa2h"}, 0.0051)
-            self.assertEqual((log["Interval"], log["Criterion"], log["Exchange"], log["Threshold"]), (60, 85, 3, "0"))
-            self.assertEqual(log["LnNumberA"][:4], [10, 90, 50, 0])
-            self.assertEqual((log["FreqWeightA"], log["TimeWeightA"], log["FreqWeightB"], log["TimeWeightB"]),
-                             ("A", "Fast", "C", "Fast"))
-            overloaded = [row["OverloadedA"] for row in log["LogIntervals"]["Items"]]
-            self.assertEqual([i for i, on in enumerate(overloaded) if on], [47])
-            self.assertTrue(log["IsLoggingOverLoaded"])
-
-    def test_halcyr(self):
-        log, node = self.downloaded("halcyr", 1)[0], self.source("halcyr")[0]
-        self.rows(log, node, {name: self.BINARY_ROWS[name] for name in ("LeqA", "LmaxA", "SELA", "LepdA")}, 0.0051)
-        self.header(log, node)
-        self.cumulative(log, node, {"LeqCumA": "ca/leq", "LmaxCumA": "ca/lmax", "SELCumA": "ca/le",
-                                    "DoseETCumA": "ca/edose", "DoseHourA": "ca/dh", "Pa2hCumA": "ca/pa2h"}, 0.0051)
-        self.assertEqual((log["MeasurementTimeFromInstrument"], log["Range"], log["IsChannelBOn"]),
-                         (28800, "70-140", False))
-
-    def test_early_halcyr(self):
-        log, node = self.downloaded("halcyr-early", 1)[0], self.source("halcyr-early")[0]
-        self.rows(log, node, {**self.BINARY_ROWS, **self.CHANNEL_B, "LnA1": "ca/ln2", "LnA2": "ca/ln4",
-                              "LnA3": "ca/ln1"}, 0.0051)
-        self.cumulative(log, node, {"LeqCumA": "ca/leq", "LnCumA2": "ca/ln4", "PeakCumB": "cb/peak"}, 0.0051)
-        self.assertEqual((log["Range"], log["LnNumberA"][:3]), ("20-90", [10, 90, 5]))
+            self.cumulative(log, node, totals, 0.0051)
+            self.assertEqual({name: log[name] for name in head}, head, key)
+            if key.startswith("brevik"):
+                overloaded = [i for i, row in enumerate(log["LogIntervals"]["Items"]) if row["OverloadedA"]]
+                self.assertEqual(overloaded, [47])
 
     TENTH = 0.0501
 

@@ -62,14 +62,12 @@ class Generator:
     def element(self, tag, text, attributes=""):
         """Often left out when empty; figures of a log's head at times with an attribute, which hides them from look-ups."""
         if text == "":
-            return self.random.choice(["", f"<{tag}/>", f"<{tag}></{tag}>"])
+            return self.random.choice(["", f"<{tag}></{tag}>"])
         if attributes == "" and not self.in_row and "<" not in text and self.often(0.01):
             attributes = ' odd="1"'
         return f"<{tag}{attributes}>{text}</{tag}>"
 
     def text(self, content):
-        if content and self.often(0.15) and "]]>" not in content:
-            return f"<![CDATA[{content}]]>"
         escaped = content.replace("&", "&amp;").replace("<", "&lt;").replace(">", "&gt;")
         return escaped.replace("'", "&#39;") if self.often(0.5) else escaped
 
@@ -95,7 +93,7 @@ class Generator:
         if self.often(0.1):
             self.random.shuffle(kept)
         if self.often(0.1):
-            kept.insert(self.random.randint(0, len(kept)), self.random.choice(["<!-- <cri>1</cri> -->", "<odd>1</odd>",
+            kept.insert(self.random.randint(0, len(kept)), self.random.choice(["<!-- odd -->", "<odd>1</odd>",
                                                                                "<ex odd='1'>9</ex>"]))
         return self.random.choice(["", "", "", "\n  "]).join(kept)
 

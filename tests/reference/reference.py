@@ -8,7 +8,7 @@ import math
 import re
 import struct
 from datetime import date, datetime
-from xml.parsers import expat
+from xml.etree import ElementTree
 
 FULL = ["16", "31.5", "63", "125", "250", "500", "1k", "2k", "4k", "8k", "16k"]
 THIRD = ("12.5 16 20 25 31.5 40 50 63 80 100 125 160 200 250 315 400 500 630 800 1k 1.25k 1.6k 2k 2.5k 3.15k 4k 5k "
@@ -30,89 +30,33 @@ def f32(x):
     return struct.unpack("<f", struct.pack("<f", x))[0]
 
 
-# ---- XML: a tree over the document's serialised text --------------------------------------------------------------
+# ---- XML ----------------------------------------------------------------------------------------------------------
 
 class Node:
-    __slots__ = ("tag", "attributes", "kids", "start", "end", "text", "document")
-
-    def child(self, tag):
-        return next((k for k in self.kids if k.tag == tag), None)
+    def __init__(self, element):
+        self.element, self.attributes = element, element.attrib
+        self.text = element.text or ""
 
     def children(self, tag):
-        return [k for k in self.kids if k.tag == tag]
+        return [Node(element) for element in self.element.findall(tag)]
+
+    def child(self, tag):
+        return next(iter(self.children(tag)), None)
 
     def lookup(self, tag):
-        """What stands between the first opening tag and the next closing tag in the node's text, else None."""
-        out = self.document.out
-        i = out.find(f"<{tag}>", self.start, self.end)
-        if i < 0:
-            return None
-        i += len(tag) + 2
-        j = out.find(f"</{tag}>", i, self.end)
-        return None if j < 0 else out[i:j]
+        """The text of the first element of that name without attributes, at any depth, as it is written; else None."""
+        return next((escape_text(e.text or "") for e in self.element.iter(tag) if not e.attrib), None)
 
 
-class Tree:
-    """The parsed document. Serialised text keeps comments, CDATA sections and the form of empty elements."""
-
-    def __init__(self, data):
-        head = re.match(rb"(\xef\xbb\xbf)?<\?xml[^>]*?encoding", data[:200])
-        if not head and not data.startswith((b"\xff\xfe", b"\xfe\xff")):
-            try:
-                data.decode("utf-8")
-            except UnicodeDecodeError:
-                data = data.decode("cp1252").encode("utf-8")
-        pieces, stack, position = [], [], [0]
-        top = Node()
-        top.tag, top.attributes, top.kids, top.document, top.text = "", {}, [], self, []
-        stack.append(top)
-        cdata = [False]
-        parser = expat.ParserCreate()
-        parser.buffer_text = True
-        parser.ordered_attributes = True
-
-        def put(text):
-            pieces.append(text)
-            position[0] += len(text)
-
-        def start(tag, attributes):
-            node = Node()
-            node.tag, node.kids, node.text, node.document = tag, [], [], self
-            node.attributes = dict(zip(attributes[::2], attributes[1::2]))
-            node.start = position[0]
-            stack[-1].kids.append(node)
-            stack.append(node)
-            put("<" + tag + "".join(f' {k}="{escape_text(v).replace(chr(34), "&quot;")}"'
-                                    for k, v in node.attributes.items()) + ">")
-            node.end = position[0]
-
-        def end(tag):
-            node = stack.pop()
-            at = parser.CurrentByteIndex
-            if position[0] == node.end and data[at - 2:at] == b"/>":
-                pieces[-1] = pieces[-1][:-1] + "/>"
-                position[0] += 1
-            else:
-                put(f"</{tag}>")
-            node.end = position[0]
-
-        def text(t):
-            if len(stack) > 1:
-                stack[-1].text.append(t)
-                put(t if cdata[0] else escape_text(t))
-
-        def mark(on, t):
-            cdata[0] = on
-            put(t)
-
-        parser.StartElementHandler, parser.EndElementHandler, parser.CharacterDataHandler = start, end, text
-        parser.StartCdataSectionHandler = lambda: mark(True, "<![CDATA[")
-        parser.EndCdataSectionHandler = lambda: mark(False, "]]>")
-        parser.CommentHandler = lambda t: put(f"<!--{t}-->")
-        parser.ProcessingInstructionHandler = lambda target, t: put(f"<?{target} {t}?>")
-        parser.Parse(data, True)
-        self.out = "".join(pieces)
-        self.top = top
+def parsed(data):
+    """The collections of a data file."""
+    if b"encoding" not in data[:200]:
+        try:
+            data.decode("utf-8")
+        except UnicodeDecodeError:
+            data = data.decode("cp1252").encode("utf-8")
+    root = ElementTree.fromstring(data)
+    return Node(root).children("instrument-data") if root.tag == "instruments" else []
 
 
 def escape_text(t):
@@ -368,7 +312,7 @@ class Log:
         group = lambda tag: (node.child(tag).children(tag[:-1]) if node.child(tag) else [])
         selection = node.child("cutintvls")
         self.include = flag(unescape(selection.attributes.get("incl", ""))) if selection else False
-        self.cut_ranges = ["".join(n.text) for n in group("cutintvls")]
+        self.cut_ranges = [n.text for n in group("cutintvls")]
         self.row_nodes = group("intvls")
         if self.halcyr():
             for name in ("LepdETCumB", "LepdMTCumB", "DoseETCumB", "DoseMTCumB", "DoseHourB"):
@@ -667,9 +611,7 @@ class Document:
     def __init__(self, data, name, settles=()):
         """settles: of each log in order, see Log.settle."""
         self.name = name
-        top = Tree(data).top
-        parent = top.child("instruments") or top
-        self.collections = [c for c in (InsData(n) for n in parent.children("instrument-data")) if c.logs]
+        self.collections = [c for c in (InsData(n) for n in parsed(data)) if c.logs]
         for log, settle in zip(self.all_logs(), settles):
             log.settle = settle
         for log in self.all_logs():                            # where rows are left out it waits for the rows
