@@ -75,7 +75,7 @@ int identify(Program& program, const LineOptions& options) {
                          {"InsSerial", data.InsSerial},
                          {"FirmwareVersion", singleJson(data.FirmwareVersion)},
                          {"InsType", data.InsType},
-                         {"Family", FamilyOf(data)}};
+                         {"Family", familyOf(data.InsName())->name}};
     std::cout << answer.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
     return kDone;
 }

@@ -433,11 +433,8 @@ void decodeBlock(clsLog& log, std::string_view block, const BinaryLayout& layout
 }
 
 std::string DownloadBrevikLogs(Transport& line, clsInsData& data) {
-    return downloadLogs(line, data, kBrevikLayout);
-}
-
-std::string DownloadBrevikEarlyLogs(Transport& line, clsInsData& data) {
-    return downloadLogs(line, data, kBrevikEarlyLayout);
+    constexpr float kEarlyFirmware = 1.05F;
+    return downloadLogs(line, data, data.FirmwareVersion > kEarlyFirmware ? kBrevikLayout : kBrevikEarlyLayout);
 }
 
 std::string DownloadHalcyrLogs(Transport& line, clsInsData& data) {

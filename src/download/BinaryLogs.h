@@ -13,11 +13,11 @@ namespace kestrane {
 
 // Reads the logs that the user chooses into the collection. They return an empty message, or end the download.
 std::string DownloadBrevikLogs(Transport& line, clsInsData& data);
-std::string DownloadBrevikEarlyLogs(Transport& line, clsInsData& data); // firmware up to 1.05
 std::string DownloadHalcyrLogs(Transport& line, clsInsData& data);
 
 struct BinaryLayout;
-extern const BinaryLayout kBrevikLayout, kBrevikEarlyLayout, kHalcyrLayout;
+extern const BinaryLayout kBrevikLayout, kHalcyrLayout;
+extern const BinaryLayout kBrevikEarlyLayout; // firmware up to 1.05
 extern const BinaryLayout kHalcyrEarlyLayout; // firmware up to 1.0
 
 // Rows and closing figures of a log whose settings stand: those of the directory, with Interval, IsChannelBOn and

@@ -11,6 +11,8 @@
 #include "platform/Format.h"
 #include "platform/RuntimeError.h"
 
+#include <algorithm>
+#include <iterator>
 #include <new>
 
 namespace kestrane {
@@ -20,19 +22,22 @@ namespace {
 // Returns an empty message, or what could not be read of single logs.
 using Routine = std::string (*)(Transport& line, clsInsData& data);
 
-bool isEarlyBrevik(const clsInsData& data) {
-    constexpr float kLastEarlyFirmware = 1.05F;
-    return data.FirmwareVersion <= kLastEarlyFirmware;
-}
+struct Protocol {
+    Family family;
+    Routine download;
+};
 
-Routine routineOf(const clsInsData& data) {
-    const std::string& name = data.InsName();
-    if (IsCorvane(name)) return DownloadCorvaneLogs;
-    if (IsBrevikMeter(name)) return isEarlyBrevik(data) ? DownloadBrevikEarlyLogs : DownloadBrevikLogs;
-    if (IsHalcyrMeter(name)) return DownloadHalcyrLogs;
-    if (IsMerrowan(name)) return DownloadMerrowanLogs;
-    if (IsOldTallix(name)) return DownloadOldTallixLogs;
-    return nullptr;
+constexpr Protocol kProtocols[] = {
+    {Family::Corvane, DownloadCorvaneLogs},     {Family::Brevik, DownloadBrevikLogs},
+    {Family::Halcyr, DownloadHalcyrLogs},       {Family::Merrowan, DownloadMerrowanLogs},
+    {Family::OldTallix, DownloadOldTallixLogs},
+};
+static_assert(std::size(kProtocols) == kFamilyCount, "every family has its protocol");
+
+Routine routineOf(const InstrumentFamily& family) {
+    return std::find_if(std::begin(kProtocols), std::end(kProtocols),
+                        [&](const Protocol& protocol) { return protocol.family == family.family; })
+        ->download;
 }
 
 // What a job over the line leaves: its message as told of DownloadEnded, and whether it came to its end.
@@ -74,10 +79,12 @@ void findInstrument(Transport& line, clsInsData& data) {
     if (line.IsCancelled() || !identification.IsValid) throw DownloadEnded{identification.Message};
 }
 
-// The same unless it is of a known family.
-void identify(Transport& line, clsInsData& data) {
+// The same unless it is of a known family, which is returned.
+const InstrumentFamily& identify(Transport& line, clsInsData& data) {
     findInstrument(line, data);
-    if (FamilyOf(data).empty()) throw DownloadEnded{line.session().LoadText(8002)};
+    const InstrumentFamily* const family = familyOf(data.InsName());
+    if (family == nullptr) throw DownloadEnded{line.session().LoadText(8002)};
+    return *family;
 }
 
 // Runs the job and closes the download with its outcome. True when the job came to its end.
@@ -125,8 +132,7 @@ std::string clockDigits(const Session& session) {
 
 bool DownloadData(const DownloadServices& services, clsInsData& data) {
     const bool isDone = run(services, [&](Transport& line) {
-        identify(line, data);
-        std::string messages = routineOf(data)(line, data);
+        std::string messages = routineOf(identify(line, data))(line, data);
         if (!data.hasLogs()) throw DownloadEnded{messages.empty() ? std::string(kNoLogs) : messages};
         return messages;
     });
@@ -149,7 +155,7 @@ bool IdentifyOnly(const DownloadServices& services, clsInsData& data) {
 bool SynchronizeClock(const DownloadServices& services, clsInsData& data) {
     return run(services, [&](Transport& line) {
         findInstrument(line, data);
-        if (!IsOldTallix(data.InsName())) throw DownloadEnded{services.session.LoadText(8012)};
+        if (!hasTrait(data.InsName(), Trait::TakesClockCommand)) throw DownloadEnded{services.session.LoadText(8012)};
         line.SendOnly("04" + clockDigits(services.session));
         return std::string();
     });

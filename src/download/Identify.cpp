@@ -190,16 +190,6 @@ private:
     std::string refusals_;
 };
 
-struct Family {
-    std::string_view Name;
-    bool (*IsMember)(std::string_view insName);
-};
-
-constexpr Family kFamilies[] = {
-    {"Corvane", IsCorvane},   {"Brevik", IsBrevikMeter},   {"Halcyr", IsHalcyrMeter},
-    {"Merrowan", IsMerrowan}, {"Old Tallix", IsOldTallix},
-};
-
 } // namespace
 
 Identification IdentifyInstrument(Transport& line, clsInsData& data) {
@@ -209,13 +199,6 @@ Identification IdentifyInstrument(Transport& line, clsInsData& data) {
     data.IsBrevikE = IsBrevikE(data.InsName());
     data.IsBrevikSE = IsBrevikSE(data.InsName());
     return identification;
-}
-
-std::string_view FamilyOf(const clsInsData& data) {
-    for (const Family& family : kFamilies) {
-        if (family.IsMember(data.InsName())) return family.Name;
-    }
-    return {};
 }
 
 } // namespace kestrane

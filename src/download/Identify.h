@@ -1,11 +1,10 @@
-// Which instrument answers, on which port; and the families of instruments that this program reads.
+// Which instrument answers, on which port.
 #pragma once
 
 #include "download/Transport.h"
 #include "model/clsInsData.h"
 
 #include <string>
-#include <string_view>
 
 namespace kestrane {
 
@@ -19,8 +18,5 @@ struct Identification {
 // tells its name or that it holds no logs. Fills name, type, firmware version and, where the answer has it, the serial
 // number.
 Identification IdentifyInstrument(Transport& line, clsInsData& data);
-
-// The instrument's family: "Corvane", "Brevik", "Halcyr", "Merrowan" or "Old Tallix"; empty for none.
-std::string_view FamilyOf(const clsInsData& data);
 
 } // namespace kestrane

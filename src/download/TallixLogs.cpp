@@ -94,7 +94,7 @@ void setEnd(clsLog& log) {
 
 void readRows(Transport& line, clsLog& log) {
     decodeSeries(log, Quantity::DoseA, TextFields(askLog(line, log.Number, LogPart::Intervals)));
-    if (log.IsOldDoseMeter()) {
+    if (log.has(Trait::ReportsDoseOnly)) {
         levelsFromDoses(log);
     } else {
         decodeSeries(log, Quantity::LeqA, TextFields(askLog(line, log.Number, LogPart::Levels)));

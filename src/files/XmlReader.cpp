@@ -70,7 +70,7 @@ public:
         selection(node);
         if (const auto disp = document_->child(node, "disp")) display(*disp);
         if (const auto intvls = document_->child(node, "intvls")) planRows(*intvls);
-        if (log_.IsHalcyrMeter()) {
+        if (log_.has(Trait::NoExposureOnChannelB)) {
             for (clsValue* value :
                  {&log_.LepdETCumB, &log_.LepdMTCumB, &log_.DoseETCumB, &log_.DoseMTCumB, &log_.DoseHourB}) {
                 value->CalcValue(0);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <iterator>
 #include <string>
 
 namespace kestrane {
@@ -26,7 +27,50 @@ constexpr std::array<std::string_view, 3> kOldTallix = {"TR310", "TR340", "TR342
 constexpr std::array<std::string_view, 2> kOldDose = {"TR340", "TR342"};
 constexpr std::array<std::string_view, 3> kHalcyr = {"TR312", "TR350", "TR360"};
 
+template <class... Traits>
+constexpr unsigned all(Traits... traits) {
+    return (0U | ... | static_cast<unsigned>(traits));
+}
+
+constexpr InstrumentFamily kFamilies[] = {
+    {Family::Corvane, "Corvane", IsCorvane, all()},
+    {Family::Brevik, "Brevik", IsBrevikMeter,
+     all(Trait::GoesByExposureTime, Trait::OffersVariants, Trait::ReportsAverages, Trait::KeepsPercentiles,
+         Trait::PercentilesBesideRows)},
+    {Family::Halcyr, "Halcyr", IsHalcyrMeter,
+     all(Trait::KeepsReportedExposure, Trait::NoExposureOnChannelB, Trait::NoLmin, Trait::PercentilesBesideRows)},
+    {Family::Merrowan, "Merrowan", IsMerrowan, all()},
+    {Family::OldTallix, "Old Tallix", IsOldTallix, all(Trait::RecordsPeaks, Trait::TakesClockCommand)},
+};
+static_assert(std::size(kFamilies) == kFamilyCount);
+
+// Models that differ from their family.
+struct ModelTraits {
+    bool (*isMember)(std::string_view insName);
+    unsigned traits;
+};
+
+constexpr ModelTraits kModels[] = {{IsOldDoseMeter, all(Trait::ReportsDoseOnly)}};
+
 } // namespace
+
+std::span<const InstrumentFamily> instrumentFamilies() {
+    return kFamilies;
+}
+
+const InstrumentFamily* familyOf(std::string_view insName) {
+    const auto* const found = std::find_if(std::begin(kFamilies), std::end(kFamilies),
+                                           [&](const InstrumentFamily& family) { return family.isMember(insName); });
+    return found == std::end(kFamilies) ? nullptr : found;
+}
+
+bool hasTrait(std::string_view insName, Trait trait) {
+    const auto has = [&](const auto& row) { // a name is looked at only where the trait is
+        return (row.traits & static_cast<unsigned>(trait)) != 0 && row.isMember(insName);
+    };
+    return std::any_of(std::begin(kFamilies), std::end(kFamilies), has) ||
+           std::any_of(std::begin(kModels), std::end(kModels), has);
+}
 
 bool IsModel(std::string_view name, std::string_view model) {
     return withoutBlanks(name).starts_with(model);

@@ -1,12 +1,49 @@
-// The family of an instrument, told from its name. All tests drop the blanks of the name; apart from the Corvane and
-// Brevik tests they heed case.
+// The registry of the instrument families: which names belong to each, and what its instruments do otherwise than the
+// rest. All tests drop the blanks of a name; apart from the Corvane and Brevik tests they heed case. The protocol of a
+// family stands in download (Download.cpp has a row for each), its simulator in sim.
 #pragma once
 
 #include "resources/basSoftwareByFirm.h"
 
+#include <span>
 #include <string_view>
 
 namespace kestrane {
+
+enum class Family { Corvane, Brevik, Halcyr, Merrowan, OldTallix };
+
+inline constexpr std::size_t kFamilyCount = 5;
+
+// What some instruments do and most do not. Rules ask for these, never for a family.
+enum class Trait : unsigned {
+    GoesByExposureTime = 1,      // Pa2Hr is of the exposure time, which the panel shows and the user may change
+    OffersVariants = 2,          // what a log can show depends on the variant of the model and on its location
+    ReportsAverages = 4,         // LAvg and TWA are shown as reported
+    KeepsPercentiles = 8,        // an Ln stands, however short the log is
+    KeepsReportedExposure = 16,  // Pa2Hr, dose and dose per hour of a whole log stay as the instrument reported them
+    NoExposureOnChannelB = 32,   // LEP,d and dose of channel B are 0
+    NoLmin = 64,                 // Lmin is never recorded, and Lmax not in a log of noise at work
+    PercentilesBesideRows = 128, // charts show the Ln of the whole run beside that of each row
+    RecordsPeaks = 256,          // logs can hold peak records
+    TakesClockCommand = 512,     // the clock can be set over the line
+    ReportsDoseOnly = 1024,      // rows hold doses; Leq follows from LEP,d, and there is no exposure calculator
+};
+
+struct InstrumentFamily {
+    Family family;
+    std::string_view name; // as `identify` prints it
+    bool (*isMember)(std::string_view insName);
+    unsigned traits; // of Trait
+};
+
+// In the order in which a name is tried; the first match is the name's family.
+std::span<const InstrumentFamily> instrumentFamilies();
+
+const InstrumentFamily* familyOf(std::string_view insName); // null: none
+
+// Whether a family or model that the name belongs to has the trait. A name that passes several tests has the traits of
+// all of them.
+bool hasTrait(std::string_view insName, Trait trait);
 
 bool IsModel(std::string_view name, std::string_view model); // begins with the model's number
 

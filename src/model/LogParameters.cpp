@@ -17,7 +17,7 @@ clsValue flagValue(bool flag) {
 
 // The log holds no such figure whatever its numbers say.
 bool isNotRecorded(const clsLog& log, int parameter) {
-    if (!log.IsHalcyrMeter()) return false;
+    if (!log.has(Trait::NoLmin)) return false;
     return parameter == eLmin || (parameter == eLmax && log.TestLocationType() == NoiseAtWorkLocation);
 }
 
@@ -192,7 +192,7 @@ void RestrictToBrevik(const Session& session, clsLogOptions& options, std::strin
 
 clsLogOptions displayOptions(const clsLog& log) {
     clsLogOptions options = log.objLogOptions;
-    if (!log.IsBrevikMeter()) return options;
+    if (!log.has(Trait::OffersVariants)) return options;
     RestrictToBrevik(log.session(), options, log.InsName, log.LocationType());
     for (const int channel : {kChannelA, kChannelB}) {
         for (const int kind : {kCumulative, kInterval}) {

@@ -5,6 +5,7 @@
 
 #include "model/BackgroundWork.h"
 #include "model/BandValues.h"
+#include "model/InstrumentFamilies.h"
 #include "model/clsDate.h"
 #include "model/clsDoseLogSample.h"
 #include "model/clsLogIntervals.h"
@@ -153,6 +154,8 @@ public:
     std::string IsLnNumbersOnText() const;
     std::string IsLoggingOverLoadedText() const;
     std::string IntervalText() const;
+
+    bool has(Trait trait) const { return hasTrait(InsName, trait); }
 
     bool IsBrevikMeter() const, IsBrevikEMeter() const, IsBrevikSMeter() const, IsBrevikSEMeter() const;
     bool IsHalcyrMeter() const, IsHalcyrMeter116E() const, IsHalcyrDoseMeter() const, IsOldDoseMeter() const;
