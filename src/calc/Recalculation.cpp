@@ -92,10 +92,10 @@ public:
         });
     }
 
-    // The Brevik family goes by the exposure time, the others by the measured time.
+    // Some meters go by the exposure time, the others by the measured time.
     void pa2h(clsValue& figure, float leq) const {
         compute(figure, false, [&]() -> std::optional<double> {
-            return soundExposure(leq, time(log_.IsBrevikMeter() ? Basis::Exposure : Basis::Measured));
+            return soundExposure(leq, time(log_.has(Trait::GoesByExposureTime) ? Basis::Exposure : Basis::Measured));
         });
     }
 
@@ -243,7 +243,7 @@ void changeExposureTime(clsLog& log) {
     calculate.lepd(a.lepdET, a.leq, Basis::Exposure);
     calculate.dose(a.doseET, a.leq, Basis::Exposure);
     const Channel b = channelB(log);
-    if (log.IsHalcyrMeter()) {
+    if (log.has(Trait::NoExposureOnChannelB)) {
         b.lepdET.CalcValue(0);
         b.doseET.CalcValue(0);
     } else {
@@ -255,21 +255,21 @@ void changeExposureTime(clsLog& log) {
 
 void deriveChannelB(clsLog& log, const Calculators& calculate) {
     const Channel b = channelB(log);
-    const bool isHalcyr = log.IsHalcyrMeter(); // records no exposure figures on this channel
-    const auto unlessHalcyr = [&](clsValue& figure, const auto& calculator) {
-        if (isHalcyr) {
+    const bool isWithout = log.has(Trait::NoExposureOnChannelB);
+    const auto unlessWithout = [&](clsValue& figure, const auto& calculator) {
+        if (isWithout) {
             figure.CalcValue(0);
         } else {
             calculator();
         }
     };
-    unlessHalcyr(b.lepdET, [&] { calculate.lepd(b.lepdET, b.leq, Basis::Exposure); });
-    unlessHalcyr(b.lepdMT, [&] { calculate.lepd(b.lepdMT, b.leq, Basis::Measured); });
+    unlessWithout(b.lepdET, [&] { calculate.lepd(b.lepdET, b.leq, Basis::Exposure); });
+    unlessWithout(b.lepdMT, [&] { calculate.lepd(b.lepdMT, b.leq, Basis::Measured); });
     calculate.sel(b.sel, b.leq);
     calculate.pa2h(b.pa2h, b.leq);
-    unlessHalcyr(b.doseET, [&] { calculate.dose(b.doseET, b.leq, Basis::Exposure); });
+    unlessWithout(b.doseET, [&] { calculate.dose(b.doseET, b.leq, Basis::Exposure); });
     calculate.dose(b.doseMT, b.leq, Basis::Measured);
-    unlessHalcyr(b.doseHour, [&] { calculate.doseHour(b.doseHour, b.doseMT.CalcValue()); });
+    unlessWithout(b.doseHour, [&] { calculate.doseHour(b.doseHour, b.doseMT.CalcValue()); });
 }
 
 // The level of a dose by the log's criterion and exchange rate. 0 for no dose; raises 6 for a negative one.
@@ -308,7 +308,7 @@ void CompleteRecalcProcess(clsLog& log) {
         log.TWACumA.CalcValue(CalcTWACumA(log)); // from the exposure dose as it stood before this pass
     } catch (const RuntimeError&) {              // the figure stays
     }
-    if (log.IsOldDoseMeter()) {
+    if (log.has(Trait::ReportsDoseOnly)) {
         calculate.leqFromLepd(log.LeqCumA(0), log.LepdETCumA.CalcValue());
     } else {
         calculate.lepd(log.LepdETCumA, log.LeqCumA(0).CalcValue(), Basis::Exposure);
@@ -316,7 +316,7 @@ void CompleteRecalcProcess(clsLog& log) {
     const Channel a = channelA(log);
     calculate.lepd(a.lepdMT, a.leq, Basis::Measured);
     calculate.sel(a.sel, a.leq);
-    if (log.IsZoomed || !log.IsHalcyrMeter()) { // else these stay as the instrument reported them
+    if (log.IsZoomed || !log.has(Trait::KeepsReportedExposure)) {
         calculate.pa2h(a.pa2h, a.leq);
         calculate.dose(a.doseET, a.leq, Basis::Exposure);
         calculate.doseHour(a.doseHour, a.doseMT.CalcValue());
