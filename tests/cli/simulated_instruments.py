@@ -222,7 +222,8 @@ class Downloads(Comparison):
 
     def test_binary_families(self):
         for key, rows, totals, head in (
-                ("brevik", {**self.BREVIK_ROWS, "LminA": "ca/lmin", "LminB": "cb/lmin"}, self.BREVIK, self.BREVIK_HEAD),
+                ("brevik", {**self.BREVIK_ROWS, "LminA": "ca/lmin", "LminB": "cb/lmin"}, {**self.BREVIK, "LminCumA": "ca/lmin"},
+                 self.BREVIK_HEAD),
                 ("brevik-early", {**self.BREVIK_ROWS, "LminA": "no such figure"}, self.BREVIK, self.BREVIK_HEAD),
                 ("halcyr", self.BINARY_ROWS, self.BINARY,
                  {"MeasurementTimeFromInstrument": 28800, "Range": "70-140", "IsChannelBOn": False}),
@@ -291,6 +292,10 @@ class Downloads(Comparison):
         band = self.downloaded("corvane", 1, "ThirdOctaves")[0]["LogIntervals"]["Items"][1999]["LmaxA"][33]["Value"]
         self.assertAlmostEqual(band, float(self.source("corvane", 2)[0].findall("intvls/intvl")[1999]
                                            .findtext("ca/lmax/f20K")), delta=1e-4)
+        log, node = self.downloaded("corvane", 1)[0], self.source("corvane")[0]
+        self.rows(log, node, {"DoseA": "ca/dose", "LepdA": "ca/lex", "SELA": "ca/le"}, 1e-4)
+        self.cumulative(log, node, {"DoseETCumA": "ca/edose", "DoseMTCumA": "ca/dose", "LepdETCumA": "ca/lex",
+                                    "LepdMTCumA": "ca/mlex", "SELCumA": "ca/le"}, 1e-4)
         b = self.downloaded("corvane", 1)[0]["LogIntervals"]["Items"][5]["PeakB"]["Value"]
         self.assertAlmostEqual(b, float(self.source("corvane")[0].findall("intvls/intvl")[5].findtext("cb/peak")),
                                delta=1e-4)
