@@ -26,24 +26,28 @@ namespace kestrane {
 
 struct Session;
 
+// Members of a log that are carried: copies take them over, and no rule of the program reads them.
+struct CarriedLogData {
+    std::string strDataStream; // reception buffer of a download
+    std::string strEndChars;   // end marker of a download block
+    std::string Frq;
+    std::int16_t CriterionDose = 0, ExchangeDose = 0;
+    std::int32_t SampleCount = 0;
+};
+
 // Everything of a log that a copy takes over.
-struct LogData {
+struct LogData : CarriedLogData {
     bool IsZoomed = false;        // a zoomed range of another log
     bool IsParent5Mins = false;   // of a zoomed log: the other log lasted at least five minutes
     bool FullyCalculated = false; // cumulative values have been recalculated
-    std::string strDataStream;    // reception buffer of a download
-    std::string strEndChars;      // end marker of a download block
     bool SaveDoseCalc = false;    // DoseLogIntervals are to be saved
     std::string InsName;
     float FirmwareVersion = 0;
     std::string Threshold, Range, Region; // as the instrument reported
     std::vector<clsDoseLogSample> DoseLogIntervals;
     std::vector<clsDoseLogSample> KeepDoseLogIntervals; // as loaded
-    std::string Frq;
-    std::int16_t CriterionDose = 0, ExchangeDose = 0;
     clsLogOptions objLogOptions;
     std::string Name;
-    std::int32_t SampleCount = 0;
     std::int16_t Number = 0; // on the instrument
     std::int16_t LogId = 0;  // identity within its collection
     bool Selected = false;

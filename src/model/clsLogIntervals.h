@@ -40,13 +40,13 @@ public:
     // Rows intStart to intEnd (0: all) and their selection. Whole copies share their columns until one is written to.
     void Copy(const clsLogIntervals& objPrev, std::int64_t intStart, std::int64_t intEnd);
 
-    void GetData(std::vector<tLogInterval>& records) const;
-
-    // Takes records back into rows from..to; from 0 sizes the rows to the records first. Raises 9 when they do not fit.
-    void copyData(const std::vector<tLogInterval>& records, std::int64_t from, std::int64_t to);
-
-    // The same with a range of columns, as the background server hands it over.
+    // Takes a range of columns into rows from..to, as the background server hands it over; from 0 sizes the rows to the
+    // range first. Raises 9 when it does not fit.
     void copyData(const IntervalColumns& range, std::int64_t from, std::int64_t to);
+
+    // All rows as flat records, and records back into rows as above. Carried, like the record itself (tLogInterval.h).
+    void GetData(std::vector<tLogInterval>& records) const;
+    void copyData(const std::vector<tLogInterval>& records, std::int64_t from, std::int64_t to);
 
     const IntervalColumns& Columns() const { return columns_; }
 

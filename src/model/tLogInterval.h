@@ -1,5 +1,5 @@
-// The flat record of one interval row, as it travels at the border of the store. 34 bands whatever the mode; each
-// figure as CalcValue and Value. Its size is fixed.
+// The flat record of one interval row: 34 bands whatever the mode, each figure as CalcValue and Value. It is carried as
+// a promise to a companion server, whose interface fixes its size and members; nothing of this program reads it.
 #pragma once
 
 #include <cstdint>

@@ -40,12 +40,14 @@ struct LoadEvents {
 
 struct RecalcRequest {
     IntervalColumns rows; // shares the log's columns
-    int iCalcMode = 0;
     int Mode = 0;
     bool IsChannelBOn = false;
     std::vector<RowRange> CutIntervals;
     bool IntervalsToBeIncluded = false;
     std::int32_t Interval = 0; // seconds
+
+    // Carried as a part of the server's interface; the pass does not read them.
+    int iCalcMode = 0;
     std::int16_t Criterion = 0, Exchange = 0;
     bool IsOldDoseMeter = false;
     bool OverwriteStoredValues = false;
@@ -58,8 +60,12 @@ struct RecalcRequest {
 struct RecalcResults {
     std::vector<std::uint8_t> isExcluded;              // a flag a row; empty: nothing is left out
     std::vector<float> zLeqCumA, zLminCumA, zLmaxCumA; // by band, 0..last
-    float zDoseETCumA = 0, zPeakCumA = 0, zLepdETCumA = 0;
-    float zLeqCumB = 0, zLminCumB = 0, zLmaxCumB = 0, zDoseETCumB = 0, zPeakCumB = 0, zLepdETCumB = 0;
+    float zPeakCumA = 0;
+    float zLepdETCumA = 0; // taken over where it is not 0
+    float zLeqCumB = 0, zLminCumB = 0, zLmaxCumB = 0, zPeakCumB = 0;
+
+    // Carried as a part of the server's interface; nobody reads them.
+    float zDoseETCumA = 0, zDoseETCumB = 0, zLepdETCumB = 0;
 };
 
 struct RecalcEvents {
