@@ -32,6 +32,7 @@ constexpr unsigned all(Traits... traits) {
     return (0U | ... | static_cast<unsigned>(traits));
 }
 
+// In the order in which a name is tried.
 constexpr InstrumentFamily kFamilies[] = {
     {Family::Corvane, "Corvane", IsCorvane, all()},
     {Family::Brevik, "Brevik", IsBrevikMeter,
@@ -53,10 +54,6 @@ struct ModelTraits {
 constexpr ModelTraits kModels[] = {{IsOldDoseMeter, all(Trait::ReportsDoseOnly)}};
 
 } // namespace
-
-std::span<const InstrumentFamily> instrumentFamilies() {
-    return kFamilies;
-}
 
 const InstrumentFamily* familyOf(std::string_view insName) {
     const auto* const found = std::find_if(std::begin(kFamilies), std::end(kFamilies),

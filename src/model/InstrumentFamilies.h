@@ -5,7 +5,7 @@
 
 #include "resources/basSoftwareByFirm.h"
 
-#include <span>
+#include <cstddef>
 #include <string_view>
 
 namespace kestrane {
@@ -36,10 +36,8 @@ struct InstrumentFamily {
     unsigned traits; // of Trait
 };
 
-// In the order in which a name is tried; the first match is the name's family.
-std::span<const InstrumentFamily> instrumentFamilies();
-
-const InstrumentFamily* familyOf(std::string_view insName); // null: none
+// The first family of the registry that the name belongs to; null: none.
+const InstrumentFamily* familyOf(std::string_view insName);
 
 // Whether a family or model that the name belongs to has the trait. A name that passes several tests has the traits of
 // all of them.
