@@ -5,10 +5,12 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <optional>
 #include <random>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -88,6 +90,15 @@ struct TemporaryName {
     bool isThere = false;
 };
 
+// A second descriptor of a locked file: the lock is held until it goes, too.
+struct Lock {
+    ~Lock() {
+        if (handle >= 0) ::close(handle);
+    }
+
+    int handle;
+};
+
 // Gathers pieces into large writes.
 class Writer {
 public:
@@ -119,18 +130,48 @@ private:
     std::string buffer_;
 };
 
-// Creates a file of a name that is not in use.
+constexpr std::string_view kTemporaryBegin = ".kestrane-";
+constexpr std::string_view kTemporaryEnd = ".tmp";
+
+// Locks a temporary file that has just been created. False when a cleaning process was quicker and has removed it. A
+// file system without locks is none on which anybody cleans.
+bool holdTemporary(int handle) {
+    struct stat about {};
+
+    if (flock(handle, LOCK_EX | LOCK_NB) != 0) return errno != EWOULDBLOCK;
+    return fstat(handle, &about) == 0 && about.st_nlink > 0;
+}
+
+// Creates a file of a name that is not in use, and locks it for as long as it is open.
 int createUnique(const FileSystemCalls& calls, const std::string& folder, unsigned mode, std::string& path) {
     std::random_device random;
     constexpr int kTries = 100;
     for (int i = 0; i < kTries; ++i) {
-        char name[32];
-        std::snprintf(name, sizeof name, "/.%08x%08x.tmp", random(), random());
-        path = folder + name;
+        char digits[32];
+        std::snprintf(digits, sizeof digits, "%08x%08x", random(), random());
+        path = folder + "/" + std::string(kTemporaryBegin) + digits + std::string(kTemporaryEnd);
         const int handle = calls.open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-        if (handle >= 0 || errno != EEXIST) return handle;
+        if (handle < 0 && errno != EEXIST) return handle;
+        if (handle < 0) continue;
+        if (holdTemporary(handle)) return handle;
+        calls.close(handle);
     }
+    errno = EEXIST;
     return -1;
+}
+
+// Removes what saves that were killed have left in the folder. The lock of a file that is being written is held by the
+// process that writes it, and ends with it. What cannot be removed stays.
+void removeLeftTemporaries(const std::string& folder) {
+    std::error_code ignored;
+    for (std::filesystem::directory_iterator at(folder, ignored), end; !ignored && at != end; at.increment(ignored)) {
+        const std::string name = at->path().filename().string();
+        if (!name.starts_with(kTemporaryBegin) || !name.ends_with(kTemporaryEnd)) continue;
+        const int handle = ::open(at->path().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        if (handle < 0) continue;
+        if (flock(handle, LOCK_EX | LOCK_NB) == 0) ::unlink(at->path().c_str());
+        ::close(handle);
+    }
 }
 
 // Owner and permissions of the file that is replaced. The owner is kept where the system allows it.
@@ -167,6 +208,7 @@ void writeFileAtomically(const std::string& path, const std::function<void(const
     if (old) check(faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS));
 
     const Descriptor folder(calls, calls.open(folderName.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0));
+    removeLeftTemporaries(folderName);
     TemporaryName temporary{calls, {}, false};
     Descriptor file(calls, createUnique(calls, folderName, old ? 0600 : 0666, temporary.path));
     temporary.isThere = true;
@@ -174,6 +216,7 @@ void writeFileAtomically(const std::string& path, const std::function<void(const
     content([&](std::string_view piece) { writer.append(piece); });
     writer.flush();
     if (old) takeAttributes(calls, file.handle(), *old);
+    const Lock lock{fcntl(file.handle(), F_DUPFD_CLOEXEC, 0)};
     check(calls.fdatasync(file.handle()));
     file.close();
     check(calls.rename(temporary.path.c_str(), target.c_str()));

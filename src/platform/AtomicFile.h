@@ -15,8 +15,8 @@ using FileSink = std::function<void(std::string_view)>;
 // A symbolic link is followed: the file it names is replaced or created, the link stays. Every return value is checked;
 // a failure removes the temporary file and raises errno and its text, with the old file as it stood (except that a
 // failure of the last fsync leaves the new one, whole). What content throws passes through, with the old file as it
-// stood. Raises before anything is written: EISDIR for a folder, EACCES for a file that the user may not write, EINVAL
-// for a device or pipe.
+// stood. What a save that was killed has left in the folder is removed. Raises before anything is written: EISDIR for a
+// folder, EACCES for a file that the user may not write, EINVAL for a device or pipe.
 void writeFileAtomically(const std::string& path, const std::function<void(const FileSink&)>& content);
 
 // The system calls that writing goes through, one table, so that a test can fail each in turn.

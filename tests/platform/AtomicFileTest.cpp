@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <functional>
 
@@ -142,6 +143,28 @@ TEST_F(AtomicFile, FailingCallsLeaveTheOldFileOrTheNew) {
             EXPECT_EQ(silent, 1) << "all but the closing of the folder, when all is done, must be told";
         }
     }
+}
+
+TEST_F(AtomicFile, ASaveRemovesWhatAKilledOneLeft) {
+    reset(true);
+    EXPECT_EQ(inProcess([&] {
+                  writeFileAtomically(path, [](const FileSink&) { raise(SIGKILL); });
+                  return 0;
+              }),
+              -1);
+    EXPECT_TRUE(isOld(true));
+    EXPECT_EQ(fileCount(), 2U);
+    EXPECT_EQ(write(path, "new"), 0);
+    EXPECT_EQ(fileCount(), 1U);
+}
+
+TEST_F(AtomicFile, ASaveLeavesThoseAloneThatGoOnBesideIt) {
+    writeFileAtomically(path, [&](const FileSink& sink) {
+        sink(newContent());
+        EXPECT_EQ(write(folder.file("other"), "small"), 0);
+        EXPECT_EQ(fileCount(), 2U);
+    });
+    EXPECT_EQ(readText(path), newContent());
 }
 
 TEST_F(AtomicFile, GathersPiecesAndGoesOnBehindShortAndInterruptedWrites) {
