@@ -90,6 +90,23 @@ void waitFor(Session& session, const std::function<void()>& job) {
     if (raised) std::rethrow_exception(raised);
 }
 
+// Recalculates the logs of a document whose rows are there and waits for the figures, with the pump running: what
+// follows builds on them.
+void recalculate(const clsFile& file, bool bForce) {
+    Session& session = file.session();
+    for (const auto& data : file.InstrumentDatas)
+        RecalcValues(*data, bForce);
+    const auto isBusy = [&file] {
+        bool isRecalculating = false;
+        forEachLog(file, [&](const clsLog& log) { isRecalculating = isRecalculating || log.IntervalsRecalculating; });
+        return isRecalculating;
+    };
+    if (!isBusy()) return;
+    session.frame->SetBusy(true);
+    session.pump.runUntil([&] { return !isBusy(); });
+    session.frame->SetBusy(false);
+}
+
 void refreshWindows(Session& session) {
     session.frame->RebuildExplorerTrees();
     session.frame->EnableMenusAndButtons();
@@ -113,10 +130,10 @@ bool FileOpen(clsFile& file) {
         return false;
     }
     file.CopyDoseLogSamples();
-    for (const auto& data : file.InstrumentDatas) {
-        if (file.IsOldStyle()) RecalcValues(*data, true); // these files carry the instrument's own figures only
-        RecalcValues(*data, false);
-    }
+    // Older formats carry the instrument's own figures only. Some figures come from others of the pass before, so there
+    // are two passes, as behind a download.
+    if (file.IsOldStyle()) recalculate(file, true);
+    recalculate(file, file.IsOldStyle());
     file.SavedText = DocumentText(file, false);
     return true;
 }
