@@ -311,6 +311,7 @@ void setSettings(clsLog& log, const Entry& entry, const BinaryLayout& layout) {
     log.LnNumberA(1, 10);
     log.LnNumberA(2, 90);
     log.LnNumberA(3, checkedInteger(entry.thirdLn));
+    log.IsLnNumbersOn = true;
     setWeightings(log, entry);
     if (layout.isHalcyr) {
         setHalcyrTexts(log, entry);

@@ -7,6 +7,7 @@
 #include "model/InstrumentFamilies.h"
 #include "model/LogTime.h"
 #include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
 
 #include <algorithm>
 #include <array>
@@ -178,6 +179,15 @@ void decodeCumulative(clsLog& log, const TextFields& behindHeader, const Locatio
     log.IsLnNumbersOn = true;
 }
 
+// A single row has no spacing: it is as long as the run, where that can be told.
+void setLengthOfRun(clsLog& log) {
+    try {
+        const auto seconds = static_cast<std::int32_t>(getTime(log, 's', true, false));
+        if (seconds > 0) log.Interval = seconds;
+    } catch (const RuntimeError&) {
+    }
+}
+
 void decodeRows(clsLog& log, const std::string& payload, std::int32_t count, const LocationKind& kind) {
     constexpr std::size_t kHoursMinutes = 4;
     const auto rowCount = static_cast<std::size_t>(count);
@@ -194,6 +204,7 @@ void decodeRows(clsLog& log, const std::string& payload, std::int32_t count, con
         for (const RowTimeField& field : kind.rowTimes)
             rows.set(rows.*field.column, row, record.time(field.position).getTimeAsSeconds());
     }
+    if (count == 1) setLengthOfRun(log);
     SetInterval(log);
     SetSampleDates(log);
 }
@@ -205,7 +216,7 @@ std::string labelOf(const Transport& line, int textId, int number) {
 std::unique_ptr<clsLog> readLog(Transport& line, const clsInsData& data, const Entry& entry) {
     constexpr std::size_t kBehindHeader = 41;
     auto log = newLog(data, modeBroadband);
-    log->Number = checkedInteger(entry.number);
+    log->Number = entry.number;
     log->Name = line.session().LoadText(8007) + " " + std::to_string(entry.number);
     line.BeginLog(labelOf(line, 8008, entry.number), 0);
     const std::string cumulative = askLog(line, entry.number, LogPart::Cumulative);
@@ -223,7 +234,7 @@ std::unique_ptr<clsLog> decodeOctaves(const clsInsData& data, const TextFields& 
                                                          "1k",   "2k", "4k",  "8k",  "16k"};
     constexpr std::size_t kValue = 4;
     auto log = newLog(data, modeFullOctave);
-    log->Number = checkedInteger(number);
+    log->Number = number;
     log->Name = data.session().LoadText(8011) + " " + std::to_string(number);
     for (std::size_t i = 0; i < kBands.size(); ++i)
         log->LeqCumA(kBands[i]).Value(record.value(1 + i * kValue));
@@ -239,8 +250,8 @@ void readOctaves(Transport& line, clsInsData& data) {
     constexpr std::size_t kRecord = 82;
     line.ShowLabel(line.session().LoadText(8010));
     const std::int32_t count = hexNumber(framePayload(line.Ask("05")));
-    if (count == 0) return;
     const std::string reply = line.Ask("06");
+    if (count == 0) return;
     const TextFields records(dataPayload(reply));
     for (std::int32_t i = 0; i < count; ++i) {
         const TextFields record = records.from(1 + static_cast<std::size_t>(i) * kRecord);

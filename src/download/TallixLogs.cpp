@@ -19,7 +19,7 @@ LogCollection readList(Transport& line, const clsInsData& data) {
     for (std::size_t i = 0; i < entryCount(payload, kEntry); ++i) {
         const std::int32_t number = list.hex(1 + i * kEntry, kDigits);
         logs.push_back(newLog(data, modeBroadband));
-        logs.back()->Number = checkedInteger(number);
+        logs.back()->Number = number;
         logs.back()->Name = line.session().LoadText(8007) + " " + std::to_string(number);
     }
     return logs;

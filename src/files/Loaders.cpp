@@ -75,9 +75,14 @@ bool FileOpenXml(clsFile& file, std::string& message) {
         message = unableToOpen(file) + ": " + error.what();
     }
     if (document == nullptr) return false;
-    GetData(file, document);
     file.OldStyle = false;
-    return true;
+    try {
+        GetData(file, document);
+        return true;
+    } catch (const RuntimeError& error) {
+        message = unableToOpen(file) + ": " + error.what();
+        return false;
+    }
 }
 
 // What stands in the file and has not been read must not be overwritten.

@@ -43,6 +43,11 @@ void takeBands(CommaFields& fields, BandValues& values) {
         values(band).Value(figureOf(fields.take()));
 }
 
+// Dates stand in the user's notation, figures do not.
+void takeDate(const clsLog& log, clsDate& date, std::string_view field) {
+    date.setDate(field, {kPoint.DecimalSeparator, log.session().locale.DateSeparator});
+}
+
 using TakeHeaderField = void (*)(clsInsData& data, clsLog& log, std::string_view field);
 
 template <int ln>
@@ -56,8 +61,8 @@ void takeNothing(clsInsData&, clsLog&, std::string_view) {}
 constexpr std::array<TakeHeaderField, kHeaderFields> kHeader = {
     [](clsInsData& data, clsLog&, std::string_view field) { data.InsName(toUtf8(field)); },
     [](clsInsData& data, clsLog&, std::string_view field) { data.InsSerial = toUtf8(field); },
-    [](clsInsData&, clsLog& log, std::string_view field) { log.FactoryCalibDate.setDate(field, kPoint); },
-    [](clsInsData&, clsLog& log, std::string_view field) { log.CalibDate.setDate(field, kPoint); },
+    [](clsInsData&, clsLog& log, std::string_view field) { takeDate(log, log.FactoryCalibDate, field); },
+    [](clsInsData&, clsLog& log, std::string_view field) { takeDate(log, log.CalibDate, field); },
     [](clsInsData&, clsLog& log, std::string_view field) { log.CalibTime.setTime(field, kPoint); },
     [](clsInsData&, clsLog& log, std::string_view field) { log.Criterion = toInteger(field, kPoint); },
     [](clsInsData&, clsLog& log, std::string_view field) { log.Exchange = toInteger(field, kPoint); },
@@ -81,7 +86,7 @@ constexpr std::array<TakeHeaderField, kHeaderFields> kHeader = {
     takeLnNumber<5>,
     takeLnNumber<6>,
     takeLnNumber<7>,
-    [](clsInsData&, clsLog& log, std::string_view field) { log.StartDate.setDate(field, kPoint); },
+    [](clsInsData&, clsLog& log, std::string_view field) { takeDate(log, log.StartDate, field); },
     [](clsInsData&, clsLog& log, std::string_view field) { log.StartTime.setTime(field, kPoint); },
 };
 
@@ -110,7 +115,7 @@ void takeRows(CommaFields& fields, clsLog& log) {
 
 void takeClosing(CommaFields& fields, clsLog& log) {
     log.IsLoggingOverLoaded = fields.take() == "1";
-    log.EndDate.setDate(fields.take(), kPoint);
+    takeDate(log, log.EndDate, fields.take());
     log.EndTime.setTime(fields.take(), kPoint);
     for (BandValues* values : {&log.LeqCumA, &log.LminCumA, &log.LmaxCumA})
         takeBands(fields, *values);

@@ -45,26 +45,30 @@ Kind kindOfMode(std::string_view line) {
 // Raises kErrorApplication when no line tells the kind.
 FoundKind kindOf(std::string_view text) {
     constexpr std::size_t kModel = 5;
+    std::string_view insName;
     while (const auto line = takeLine(text)) {
         const std::size_t colon = line->find(':');
         if (colon != std::string_view::npos && line->find("Instrument") != std::string_view::npos)
             return {Octave, characters(*line, colon + 3, kModel)};
         if (const std::size_t model = line->find("TR"); model != std::string_view::npos) {
-            const std::string_view insName = line->substr(model, kModel);
+            insName = line->substr(model, kModel);
             if (IsOldTallix(insName)) return {OldTallix, insName};
             continue;
         }
-        if (line->find("Mode:") != std::string_view::npos) return {kindOfMode(*line), {}};
+        if (line->find("Mode:") != std::string_view::npos) return {kindOfMode(*line), insName};
     }
     throw RuntimeError(kErrorApplication, "No kind of sound file");
 }
 
-// A level or dose as text, with or without its unit.
+// A level or dose as text, with or without its unit: "dB", or with the weighting, "dB(A)".
 float level(std::string_view text) {
-    constexpr std::string_view kUnit = "dB";
     text = trimmed(text);
-    if (text.ends_with(kUnit)) text = trimmed(text.substr(0, text.size() - kUnit.size()));
-    return figureOf(text);
+    const std::size_t unit = text.find("dB");
+    if (unit == std::string_view::npos) return figureOf(text);
+    const std::string_view weighting = trimmed(text.substr(unit + 2));
+    const bool isUnit = weighting.empty() || (weighting.size() == 3 && weighting[0] == '(' && weighting[2] == ')');
+    if (!isUnit) raiseTypeMismatch();
+    return figureOf(trimmed(text.substr(0, unit)));
 }
 
 std::int16_t digits(std::string_view text) {

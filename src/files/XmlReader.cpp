@@ -5,9 +5,11 @@
 #include "files/XmlValues.h"
 #include "model/InstrumentFamilies.h"
 #include "model/Session.h"
+#include "platform/RuntimeError.h"
 #include "resources/Texts.h"
 
 #include <cmath>
+#include <type_traits>
 #include <vector>
 
 namespace kestrane {
@@ -37,17 +39,44 @@ public:
 
     std::string text(std::string_view name) const { return unescapeText(raw(name)); }
 
-    std::int16_t integer(std::string_view name) const { return readInteger(raw(name), locale_); }
+    std::int16_t integer(std::string_view name) const {
+        return naming(name, [&] { return readInteger(raw(name), locale_); });
+    }
 
-    std::int32_t whole(std::string_view name) const { return readLong(raw(name), locale_); }
+    std::int32_t whole(std::string_view name) const {
+        return naming(name, [&] { return readLong(raw(name), locale_); });
+    }
 
-    float level(std::string_view name) const { return readLevel(raw(name), locale_); }
+    float level(std::string_view name) const {
+        return naming(name, [&] { return readLevel(raw(name), locale_); });
+    }
 
-    bool flag(std::string_view name) const { return readFlag(raw(name), locale_); }
+    bool flag(std::string_view name) const {
+        return naming(name, [&] { return readFlag(raw(name), locale_); });
+    }
 
-    void date(std::string_view name, clsDate& value) const { value.setDate(text(name), locale_); }
+    void date(std::string_view name, clsDate& value) const {
+        naming(name, [&] { value.setDate(text(name), locale_); });
+    }
 
-    void time(std::string_view name, clsTime& value) const { value.setTime(text(name), locale_); }
+    void time(std::string_view name, clsTime& value) const {
+        naming(name, [&] { value.setTime(text(name), locale_); });
+    }
+
+    // Gives what a content raises the name of its element and what stood there, cut to a length that can be shown.
+    template <class Read>
+    std::invoke_result_t<Read> naming(std::string_view name, Read read) const {
+        constexpr std::size_t kShown = 40;
+        try {
+            return read();
+        } catch (const RuntimeError& error) {
+            if (error.Number == kErrorOutOfMemory) throw;
+            const std::string content = raw(name);
+            throw RuntimeError(error.Number,
+                               std::string(error.what()) + ", <" + std::string(name) + "> \"" +
+                                   (content.size() > kShown ? content.substr(0, kShown) + "..." : content) + "\"");
+        }
+    }
 
 private:
     const XmlDocument& document_;
@@ -86,8 +115,9 @@ private:
     void header(const XmlElement& node) {
         const NodeTexts t = texts(node, {kLogTexts.begin(), kLogTexts.end()});
         log_.Name = unescapeText(document_->attribute(node, "name"));
-        log_.Mode(t.integer("md"));
-        if (log_.Mode() == modeBroadband) log_.LocationType(t.text("lcn"));
+        const std::int16_t mode = t.integer("md");
+        t.naming("md", [&] { log_.Mode(mode); });
+        if (log_.Mode() == modeBroadband) log_.LocationType(locationCode(t.text("lcn")));
         log_.FullyCalculated = t.flag("calc");
         if (t.has("sl")) log_.objLogOptions.ExposureTime = t.level("sl");
         if (t.has("cri")) log_.Criterion = t.integer("cri");
@@ -107,6 +137,13 @@ private:
         log_.Range = t.text("rng");
         log_.IsChannelBOn = false;
         log_.IsLnNumbersOn = false;
+    }
+
+    // Some files have the words that the user reads.
+    std::string locationCode(const std::string& text) const {
+        if (text == log_.session().LoadText(4532)) return std::string(NoiseAtWorkLocation);
+        if (text == log_.session().LoadText(4533)) return std::string(EnvironmentLocation);
+        return text;
     }
 
     std::vector<std::string_view> bandNames() const {

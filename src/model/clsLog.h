@@ -48,7 +48,7 @@ struct LogData : CarriedLogData {
     std::vector<clsDoseLogSample> KeepDoseLogIntervals; // as loaded
     clsLogOptions objLogOptions;
     std::string Name;
-    std::int16_t Number = 0; // on the instrument
+    std::int32_t Number = 0; // on the instrument
     std::int16_t LogId = 0;  // identity within its collection
     bool Selected = false;
     std::int16_t Criterion = 90; // dB

@@ -99,6 +99,25 @@ TEST_F(TextLogsTest, OldLogsWithoutRowsVanish) {
     EXPECT_EQ(shown(), session.LoadText(8004));
 }
 
+TEST_F(TextLogsTest, OldLogsHaveNumbersOfFourDigits) {
+    SampleInstrument instrument = tallix("TR340");
+    instrument.Answers[textFrame("01")] = textFrame("FFFE.........");
+    for (const char* const part : {"00", "01", "03"})
+        instrument.Answers[textFrame(std::string("02FFFE") + part)] =
+            instrument.Answers[textFrame("02001A" + std::string(part))];
+    ASSERT_TRUE(download(instrument)) << shown();
+    EXPECT_EQ(data.Locations.front()->Number, 0xFFFE);
+}
+
+TEST_F(TextLogsTest, ASingleMerrowanRowIsAsLongAsTheRun) {
+    SampleInstrument instrument = merrowan("TR320");
+    std::string& work = instrument.Answers[textFrame("02000100")];
+    work.replace(work.find("0002080000"), 4, "0001");
+    ASSERT_TRUE(download(instrument)) << shown();
+    ASSERT_EQ(data.Locations[0]->LogIntervals.Count(), 1);
+    EXPECT_EQ(data.Locations[0]->Interval, 120);
+}
+
 TEST_F(TextLogsTest, MerrowanLogsGoByTheirLocation) {
     ASSERT_TRUE(download(merrowan("TR320")));
     EXPECT_TRUE(user.Lists.back().HasOctaveChoice);
@@ -182,6 +201,12 @@ TEST_F(TextLogsTest, MerrowanOctavesAreFetchedWhenWanted) {
     user.Choose = [](const AcquireList&) { return AcquireChoice{{false, false, false}, true}; };
     ASSERT_TRUE(download(merrowan("TR352")));
     EXPECT_TRUE(data.Locations.empty());
+    SampleInstrument none = merrowan("TR326");
+    none.Answers[textFrame("05")] = textFrame("0000");
+    none.Answers[textFrame("06")] = textFrame("");
+    comm.Sent.clear();
+    EXPECT_FALSE(download(none)) << "no log at all";
+    EXPECT_EQ(std::count(comm.Sent.begin(), comm.Sent.end(), textFrame("06")), 1);
     user.Choose = [](const AcquireList&) { return AcquireChoice{{true, true, true}, false}; };
     ASSERT_TRUE(download(merrowan("TR326")));
     EXPECT_TRUE(data.Octaves.empty());

@@ -93,8 +93,20 @@ TEST(Loaders, DeclineFiguresPastTheirTypes) {
           "<ca><ln1 no='99999'/></ca>", "<dl-intvls><dl-intvl><duration>1:2</duration></dl-intvl></dl-intvls>"}) {
         OpenedFile opened(dataFile("<log/><log>" + std::string(content) + "</log>"));
         EXPECT_FALSE(opened.isOpen) << content;
-        EXPECT_EQ(opened.message, "Unable to open " + opened.file.FileName) << content;
+        EXPECT_TRUE(opened.message.starts_with("Unable to open " + opened.file.FileName + ": ")) << opened.message;
         EXPECT_TRUE(opened.file.InstrumentDatas.empty()) << "nothing of a file that failed";
+    }
+}
+
+TEST(Loaders, TellWhichElementWasNotWhatItShouldBe) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"<stm>10:20</stm>", "Type mismatch, <stm> \"10:20\""},
+        {"<ca><peak>1e999</peak></ca>", "Overflow, <peak> \"1e999\""},
+        {"<md>3</md>", "Invalid mode, <md> \"3\""},
+        {"<cri>" + std::string(50, '9') + "</cri>", "Overflow, <cri> \"" + std::string(40, '9') + "...\""}};
+    for (const auto& [content, reason] : cases) {
+        OpenedFile opened(dataFile("<log>" + content + "</log>"));
+        EXPECT_EQ(opened.message, "Unable to open " + opened.file.FileName + ": " + reason);
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace kestrane {
 namespace {
 
@@ -33,7 +35,8 @@ struct ReadText : TestSession {
     std::string message;
     bool isRead;
 
-    explicit ReadText(std::string_view text, const std::string& name = "C:\\logs\\press.LOG") : file(session, name) {
+    explicit ReadText(std::string_view text, const std::string& name = "C:\\logs\\press.LOG", Locale locale = {}) :
+        TestSession(std::move(locale)), file(session, name) {
         isRead = ReadMachineLog(file, text, message);
     }
 
@@ -137,6 +140,15 @@ TEST(MachineLog, ALogNeedNotHaveRows) {
     ASSERT_TRUE(read.isRead) << read.message;
     EXPECT_EQ(read.log().LogIntervals.Count(), 0);
     EXPECT_EQ(read.log().LeqCumA(0).Value(), 62.1F);
+}
+
+TEST(MachineLog, DatesStandInTheUsersNotation) {
+    std::string text = kBroadband;
+    std::replace(text.begin(), text.end(), '/', '.');
+    ReadText read(text, "a.log", {",", "."});
+    ASSERT_TRUE(read.isRead) << read.message;
+    EXPECT_EQ(read.log().FactoryCalibDate.Format() + read.log().EndDate.Format(), "04/11/201829/02/2020");
+    EXPECT_EQ(ReadText(text).log().EndDate.Format(), "");
 }
 
 TEST(MachineLog, LineEndsAreSeparatorsOnly) {

@@ -81,7 +81,7 @@ Tokens atWork() {
             {23, "Frequency weighting:A"},
             {25, "Time weighting:Slow"},
             {29, "Leq: 90.1"},
-            {31, "LAE:125.7 dB"},
+            {31, "LAE:125.7 dB(A)"},
             {33, "Dose: 325.5% of it"},
             {37, "Lmax:97.2"},
             {40, "Peak:114.5"}};
@@ -172,7 +172,9 @@ TEST(SoundCsv, OctavesByTheirLabels) {
     EXPECT_EQ(log.LeqCumA("16k").Value(), 60.5F);
     EXPECT_EQ(log.LeqCumA("16").Value(), 0);
     EXPECT_EQ(log.StartDate.Format(), "");
-    EXPECT_EQ(ReadSound(high + low + "Mode: OCT").error, 0) << "the labels tell, not the order";
+    ReadSound named("Meter TR326 B\n" + high + low + "Mode:  OCT");
+    ASSERT_EQ(named.error, 0) << "the labels tell, not the order";
+    EXPECT_EQ(named.data().InsName(), "TR326");
     for (const std::string& text :
          {head + low, head + low + high.substr(0, high.size() - 3), head + low + low + high, head + low + "1k:" + high,
           head + low + "1k:x", head + std::string(8, ',') + low + high, head + low + high + ",,,,12:00,51,52"})

@@ -43,6 +43,15 @@ TEST(XmlReader, ATextIsTheFirstThatStandsAnywhereBelow) {
     EXPECT_EQ(opened.log().Criterion, 80);
 }
 
+TEST(XmlReader, LocationsHaveACodeOrTheWordsOfTheUser) {
+    const std::pair<std::string, const char*> cases[] = {
+        {"IND", "IND"}, {"Noise At Work", "IND"}, {"Environmental", "ENV"}, {"All", "All"}, {"x", "x"}};
+    for (const auto& [text, code] : cases) {
+        OpenedFile opened(dataFile("<log><lcn>" + text + "</lcn></log>"));
+        EXPECT_EQ(opened.log().LocationType(), code) << text;
+    }
+}
+
 TEST(XmlReader, TextsAreUnescapedOnce) {
     const std::pair<const char*, const char*> cases[] = {{"5&#47;6 &lt;&gt;&amp;&#124;", "5/6 <>&|"},
                                                          {"it&amp;#39;s", "it&#39;s"},
