@@ -190,6 +190,7 @@ bool addRange(std::set<std::size_t>& rows, std::string_view item, std::size_t co
 
 std::vector<std::string> exposureCaptions(const Session& session) {
     std::vector<std::string> captions;
+    captions.reserve(kColumns.size());
     for (const ColumnInfo& column : kColumns)
         captions.push_back(column.caption == 0 ? std::string() : session.LoadText(column.caption));
     return captions;

@@ -76,7 +76,10 @@ std::string DownloadCorvaneLogs(Transport& line, clsInsData& data) {
         clsFile file(line.session(), row);
         std::string message;
         if (!ReadMachineLog(file, reply, message)) {
-            messages += (messages.empty() ? "" : "\r\n") + row + ": " + message;
+            if (!messages.empty()) messages += "\r\n";
+            messages += row;
+            messages += ": ";
+            messages += message;
             continue;
         }
         if (file.InstrumentDatas.empty()) continue;

@@ -20,11 +20,15 @@ void setRows(clsLog& log, std::int64_t count) {
     const bool hasDate = log.StartDate.IsDate() && log.StartDate != clsDate();
     const std::int64_t start = log.StartTime.getTimeAsSeconds();
     const CalendarTime day = log.StartDate.getDate();
-    if (hasDate && count > 0) toCivil(day + static_cast<double>((start + (count - 1) * log.Interval) / kDay));
+    const auto dayOf = [&](std::int64_t seconds) {
+        const std::int64_t days = seconds / kDay;
+        return day + static_cast<double>(days);
+    };
+    if (hasDate && count > 0) toCivil(dayOf(start + (count - 1) * log.Interval));
     for (std::int64_t i = 0; i < count; ++i) {
         const auto row = static_cast<std::size_t>(i);
         const std::int64_t seconds = start + i * log.Interval;
-        if (hasDate) rows.set(rows.StartDate, row, day + static_cast<double>(seconds / kDay));
+        if (hasDate) rows.set(rows.StartDate, row, dayOf(seconds));
         rows.set(rows.StartTime, row, static_cast<std::int32_t>(seconds % kDay));
     }
 }

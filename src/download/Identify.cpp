@@ -25,7 +25,7 @@ void setType(clsInsData& data, std::int32_t type) {
 
 std::string nameOfType(std::int32_t type, bool isLongRecord) {
     constexpr std::int32_t kTR312E = 117;
-    const std::string brevik = InstrumentNameByIndex(type);
+    std::string brevik = InstrumentNameByIndex(type);
     if (!brevik.empty() || isLongRecord) return brevik;
     return type == kTR312E ? "TR312E" : "TR" + std::to_string(type) + "L";
 }

@@ -257,9 +257,11 @@ private:
         };
 
         std::vector<Banded> banded;
+        banded.reserve(kBanded.size());
         for (const BandedElement& e : kBanded)
             banded.push_back({Tag(e.name), e.rows});
         std::vector<Banded> lns;
+        lns.reserve(kLnNames.size());
         for (int ln = 1; ln <= NumberOfLns; ++ln)
             lns.push_back({Tag(kLnNames[static_cast<std::size_t>(ln) - 1]), lnQuantity(ln)});
         const auto write = [&](const Banded& b, std::size_t row) {

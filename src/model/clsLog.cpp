@@ -184,7 +184,7 @@ bool clsLog::IsOldDoseMeter() const {
 
 void clsLog::Copy(const clsLog& objPrevLog, std::int64_t intStart, std::int64_t intEnd) {
     if (objPrevLog.IntervalsToLoad) throw RuntimeError(kErrorApplication, session_.LoadText(5065));
-    static_cast<LogData&>(*this) = objPrevLog;
+    static_cast<LogData&>(*this) = static_cast<const LogData&>(objPrevLog);
     objLogShared = std::make_shared<clsLogShared>(*objPrevLog.objLogShared);
     LogIntervals.Initialize(objLogShared);
     LogIntervals.Copy(objPrevLog.LogIntervals, intStart, intEnd);

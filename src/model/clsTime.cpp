@@ -68,8 +68,10 @@ std::int32_t clsTime::getTimeAsSeconds() const {
 
 float clsTime::getTimeAsHours() const {
     const std::int32_t seconds = getTimeAsSeconds();
-    const auto minutes = static_cast<float>(seconds % 60 / 60.0 + seconds / 60 % 60);
-    return static_cast<float>(minutes / 60.0 + seconds / 3600);
+    const std::int32_t wholeMinutes = seconds / 60 % 60;
+    const std::int32_t wholeHours = seconds / 3600;
+    const auto minutes = static_cast<float>(seconds % 60 / 60.0 + wholeMinutes);
+    return static_cast<float>(minutes / 60.0 + wholeHours);
 }
 
 void clsTime::setTime(std::string_view strTime, const Locale& locale) {

@@ -77,6 +77,7 @@ std::vector<PortInfo> numberPorts(const std::vector<PortInfo>& machine, const Se
         ports.emplace(number, std::move(port));
     }
     std::vector<PortInfo> numbered;
+    numbered.reserve(ports.size());
     for (auto& [key, port] : ports)
         numbered.push_back(std::move(port));
     return numbered;

@@ -1,0 +1,21 @@
+#!/bin/sh
+# clang-tidy over the sources of a configured build folder. Without --all, over those that the commits since BASE have
+# changed, or without BASE those of the last day of commits. Exit status: 0 clean, 1 findings.
+#   packaging/tidy.sh [--all | BASE] [BUILD FOLDER]
+set -eu
+cd "$(dirname "$0")/.."
+case ${1:-} in
+--all)
+    shift
+    files=$(git ls-files 'src/*.cpp')
+    ;;
+*)
+    base=${1:-$(git rev-list -1 --before="$(git log -1 --format=%cI) -1 day" HEAD)}
+    [ $# -eq 0 ] || shift
+    [ -n "$base" ] || base=$(git rev-list --max-parents=0 HEAD)
+    files=$(git diff --name-only --diff-filter=d "$base" -- 'src/*.cpp')
+    ;;
+esac
+build=${1:-build}
+[ -n "$files" ] || exit 0
+echo "$files" | xargs -P "$(nproc)" -n 4 clang-tidy -p "$build" --quiet
