@@ -4,6 +4,7 @@
 #include "explorer/NodeKeys.h"
 #include "files/Loaders.h"
 #include "files/XmlWriter.h"
+#include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "server/KestraneThread.h"
 #include "server/LogLoading.h"
@@ -17,11 +18,6 @@
 namespace kestrane {
 
 namespace {
-
-bool isSameName(const std::string& a, const std::string& b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
-}
 
 // A document text without the display options of its logs.
 std::string withoutDisplay(const std::string& text) {
@@ -117,6 +113,30 @@ bool hasEmptyCollection(const clsFile& file) {
                        [](const auto& data) { return !data->hasLogs(); });
 }
 
+// The name to propose for saving: never that of a file in an older format, which stays as it is.
+std::string proposalFor(const clsFile& file) {
+    if (!file.IsOldStyle()) return file.FileName;
+    constexpr std::string_view kOldExtensions[] = {".csv", ".zdf", ".zdo", ".zd2", ".zd4", ".log"};
+    const std::size_t stem = file.FileName.size() - std::min<std::size_t>(file.FileName.size(), 4);
+    std::string extension = file.FileName.substr(stem);
+    std::ranges::transform(extension, extension.begin(), [](unsigned char c) { return std::tolower(c); });
+    const bool isOld = std::ranges::find(kOldExtensions, extension) != std::end(kOldExtensions);
+    return file.FileName.substr(0, isOld ? stem : std::string::npos) + ".xml";
+}
+
+// Asks until the name is not that of another open document, which would be lost.
+std::optional<std::string> askFreeName(Session& session, const clsFile& file, const AskSaveName& askName) {
+    std::string proposal = proposalFor(file);
+    while (true) {
+        std::optional<std::string> name = askName(proposal);
+        if (!name || name->empty()) return std::nullopt;
+        const clsFile* const other = openFileOfName(session, *name);
+        if (other == nullptr || other == &file) return name;
+        session.ShowMessage(ReplaceText(session.LoadText(6532), "^", other->ShortenedFileName()), kIconExclamation);
+        proposal = *name;
+    }
+}
+
 } // namespace
 
 bool FileOpen(clsFile& file) {
@@ -139,8 +159,9 @@ bool FileOpen(clsFile& file) {
 }
 
 clsFile* openFileOfName(const Session& session, const std::string& name) {
-    const auto found = std::find_if(session.OpenFiles.begin(), session.OpenFiles.end(),
-                                    [&](const auto& file) { return isSameName(file->FileName, name); });
+    const auto found = std::ranges::find_if(session.OpenFiles, [&](const auto& file) {
+        return file->JustAcquired() ? file->FileName == name : isSameFile(file->FileName, name);
+    });
     return found == session.OpenFiles.end() ? nullptr : found->get();
 }
 
@@ -167,7 +188,7 @@ bool OpenFile(Session& session, const std::string& name, OpenSource source, bool
 }
 
 void rememberRecentFile(Session& session, const std::string& name) {
-    std::erase_if(session.RecentFiles, [&](const std::string& recent) { return isSameName(recent, name); });
+    std::erase_if(session.RecentFiles, [&](const std::string& recent) { return isSameFile(recent, name); });
     session.RecentFiles.insert(session.RecentFiles.begin(), name);
     if (session.RecentFiles.size() > kRecentFiles) session.RecentFiles.resize(kRecentFiles);
 }
@@ -187,8 +208,8 @@ bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& 
     const std::string nameBefore = file.FileName;
     if (needsName) {
         if (file.IsOldStyle()) session.ShowMessage(session.LoadText(6537), kIconInformation);
-        const std::optional<std::string> name = askName(file.FileName);
-        if (!name || name->empty()) return false;
+        const std::optional<std::string> name = askFreeName(session, file, askName);
+        if (!name) return false;
         file.FileName = *name;
     }
     bool isSaved = true;

@@ -24,7 +24,7 @@ enum class OpenSource { Dialog, Recent, Named };
 // open.
 bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile);
 
-clsFile* openFileOfName(const Session& session, const std::string& name); // in any case; null: it is not open
+clsFile* openFileOfName(const Session& session, const std::string& name); // by isSameFile; null: not open
 
 // Puts a name at the front of the recent files, of which four stay.
 void rememberRecentFile(Session& session, const std::string& name);

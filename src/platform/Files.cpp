@@ -3,7 +3,10 @@
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
+#include <filesystem>
+#include <system_error>
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -27,12 +30,32 @@ struct OpenFile {
     int handle;
 };
 
+std::string resolved(const std::string& path) {
+    std::error_code error;
+    const auto name = std::filesystem::weakly_canonical(path, error);
+    return error ? path : name.string();
+}
+
+bool equalIgnoringCase(const std::string& a, const std::string& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
+}
+
 } // namespace
 
 bool fileExists(const std::string& path) {
     struct stat about {};
 
     return stat(path.c_str(), &about) == 0 && !S_ISDIR(about.st_mode);
+}
+
+bool isSameFile(const std::string& a, const std::string& b) {
+    const std::string nameA = resolved(a);
+    const std::string nameB = resolved(b);
+    if (nameA == nameB) return true;
+    if (!equalIgnoringCase(nameA, nameB)) return false;
+    std::error_code error; // where case is told apart, they are two files
+    return !fileExists(a) || !fileExists(b) || std::filesystem::equivalent(a, b, error);
 }
 
 FileBytes::FileBytes(std::size_t size) : size_(size), mapped_(size) {

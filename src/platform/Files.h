@@ -10,6 +10,10 @@ namespace kestrane {
 
 bool fileExists(const std::string& path); // a file (not a folder) of that name, readable or not
 
+// Both names stand for one file, through symbolic links and however they are spelled. Case makes no difference, except
+// between two files that are both there.
+bool isSameFile(const std::string& a, const std::string& b);
+
 // The bytes of a file in memory of their own (never a mapping: a file that is cut short while open must not crash the
 // program). Pages at its end of life can be given back early with release().
 class FileBytes {

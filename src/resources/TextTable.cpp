@@ -471,6 +471,7 @@ constexpr TextEntry Entries[] = {
     {6529, "Do you want to save the changes made to '^'"},
     {6530, "There was an error saving '^'"},
     {6531, "Untitled"},
+    {6532, "'^' is open.  Close it before another document is saved under its name, or choose another name."},
     {6536, "Unable to display the $ help file"},
     {6537, "After saving this file, it will not be compatible with older applications"},
     {6539, "System settings specify that files containing instrument data collections with no logs cannot be saved"},

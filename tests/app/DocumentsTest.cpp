@@ -49,16 +49,33 @@ protected:
     static void change(clsFile& file) { file.InstrumentDatas.front()->NameX += "!"; }
 };
 
-TEST_F(DocumentsTest, AFileOpensOnceByNameInAnyCase) {
-    const std::string name = written("a.xml");
-    EXPECT_TRUE(OpenFile(session, name, OpenSource::Dialog, true));
-    ASSERT_EQ(session.OpenFiles.size(), 1U);
-    EXPECT_GT(session.OpenFiles[0]->FileId, 0);
-    std::filesystem::remove(name); // it is in memory
-    EXPECT_TRUE(OpenFile(session, folder.file("A.XML"), OpenSource::Dialog, false));
-    EXPECT_EQ(session.OpenFiles.size(), 1U);
-    EXPECT_EQ(session.RecentFiles, std::vector<std::string>{name});
-    EXPECT_EQ(frame.Rebuilt, 1) << "neither new nor the last";
+TEST_F(DocumentsTest, AFileOpensOnceByWhateverNameAndTwoThatDifferInCaseAreTwo) {
+    const std::string first = written("A.xml");
+    const std::string second = written("a.XML");
+    std::filesystem::create_symlink(first, folder.file("link.xml"));
+    for (const std::string& name : {first, second, folder.file("link.xml"), folder.file("./A.xml")})
+        EXPECT_TRUE(OpenFile(session, name, OpenSource::Dialog, true));
+    ASSERT_EQ(session.OpenFiles.size(), 2U);
+    EXPECT_EQ(session.RecentFiles, (std::vector<std::string>{first, second}));
+    std::filesystem::remove(first); // it is in memory
+    frame.Rebuilt = 0;
+    EXPECT_TRUE(OpenFile(session, first, OpenSource::Dialog, false));
+    EXPECT_EQ(session.OpenFiles.size(), 2U);
+    EXPECT_EQ(frame.Rebuilt, 0) << "neither new nor the last";
+}
+
+TEST_F(DocumentsTest, AnotherOpenDocumentIsNeverSavedOver) {
+    clsFile& file = opened("a.xml");
+    std::filesystem::create_symlink(opened("b.xml").FileName, folder.file("link.xml"));
+    change(file);
+    chosen = {folder.file("b.xml"), folder.file("link.xml"), folder.file("B.XML"), folder.file("a.xml")};
+    EXPECT_TRUE(SaveFile(session, file, true, ask));
+    EXPECT_EQ(proposals, (std::vector<std::string>{folder.file("a.xml"), folder.file("b.xml"), folder.file("link.xml"),
+                                                   folder.file("B.XML")}));
+    ASSERT_EQ(messages.Boxes.size(), 3U);
+    EXPECT_EQ(messages.Boxes[1].Prompt, ReplaceText(session.LoadText(6532), "^", "b.xml"));
+    EXPECT_EQ(readText(folder.file("b.xml")), kOneLog);
+    EXPECT_EQ(file.FileName, folder.file("a.xml"));
 }
 
 TEST_F(DocumentsTest, FourFilesAreRememberedTheMostRecentFirst) {
@@ -146,17 +163,20 @@ TEST_F(DocumentsTest, SavingInPlaceAsksNothingAndAnUnchangedFileIsLeftAlone) {
 
 TEST_F(DocumentsTest, WhatHasNoNameToWriteToAsksForOne) {
     struct Case {
-        const char* name;
+        std::string name;
         bool isOld, saveAs;
         std::size_t warnings;
+        std::string proposal;
     };
 
     clsFile& file = opened("a.xml");
     const std::string path = file.FileName;
-    const Case cases[] = {{"Untitled", false, false, 0},
-                          {"", false, false, 0},
-                          {path.c_str(), true, false, 1},
-                          {path.c_str(), false, true, 0}};
+    const Case cases[] = {{"Untitled", false, false, 0, "Untitled"},
+                          {"", false, false, 0, ""},
+                          {"/d/a.1.ZD4", true, false, 1, "/d/a.1.xml"},
+                          {"/d/a.2020", true, false, 1, "/d/a.2020.xml"},
+                          {path, true, false, 1, path + ".xml"}, // an older format by the name of the new one
+                          {path, false, true, 0, path}};
     for (const Case& c : cases) {
         messages.Boxes.clear();
         proposals.clear();
@@ -166,7 +186,7 @@ TEST_F(DocumentsTest, WhatHasNoNameToWriteToAsksForOne) {
         EXPECT_EQ(file.FileName, c.name);
         chosen = {folder.file("new.xml")};
         EXPECT_TRUE(SaveFile(session, file, c.saveAs, ask));
-        EXPECT_EQ(proposals, (std::vector<std::string>{c.name, c.name}));
+        EXPECT_EQ(proposals, std::vector<std::string>(2, c.proposal));
         EXPECT_EQ(file.FileName, folder.file("new.xml"));
         EXPECT_TRUE(std::filesystem::remove(folder.file("new.xml")));
         EXPECT_FALSE(file.IsOldStyle());
