@@ -249,8 +249,11 @@ bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askNa
 
 bool CloseFile(Session& session, clsFile* objThisFile, const AskSaveName& askName) {
     if (!CloseFiles(session, objThisFile, askName)) return false;
+    const bool wasBusy = !noLogIsBusy(session);
     std::erase_if(session.OpenFiles,
                   [&](const auto& file) { return objThisFile == nullptr || objThisFile == file.get(); });
+    if (wasBusy && noLogIsBusy(session))
+        session.frame->SetPanel(Frame::Panel::Status, {}); // nobody is left to say more
     refreshWindows(session);
     return true;
 }

@@ -7,7 +7,9 @@
 #include "explorer/NodeKeys.h"
 
 #include <algorithm>
+#include <cctype>
 #include <iterator>
+#include <set>
 
 namespace kestrane {
 
@@ -31,14 +33,14 @@ constexpr MenuItem kItems[] = {
     {Menu::Print, 5, Command::PrintCurrentView, 1047},
 
     {Menu::Edit, 0, Command::EditUndo, 4750, 0, "", "Ctrl+Z"},
-    {Menu::Edit, 1, Command::EditRedo, 4752, 0, "", "Ctrl+Shift+Z"},
-    {Menu::Edit, 10, Command::EditCut, 1061, 6506, "cut", "Ctrl+X", 6},
-    {Menu::Edit, 11, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C", 7},
+    {Menu::Edit, 1, Command::EditRedo, 4752, 0, "", "Ctrl+Shift+Z; Ctrl+Y"},
+    {Menu::Edit, 10, Command::EditCut, 1061, 6506, "cut", "Ctrl+X; Shift+Del", 6},
+    {Menu::Edit, 11, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C; Ctrl+Ins", 7},
     {Menu::Edit, 12, Command::EditCopyValues, 1065, 6519, "", "Ctrl+Shift+C"},
-    {Menu::Edit, 13, Command::EditPaste, 1063, 6508, "paste", "Ctrl+V", 8},
+    {Menu::Edit, 13, Command::EditPaste, 1063, 6508, "paste", "Ctrl+V; Shift+Ins", 8},
     {Menu::Edit, 14, Command::EditDelete, 1301, 0, "", "Del"},
     {Menu::Edit, 20, Command::EditFind, 1064, 6509, "find", "Ctrl+F", 10},
-    {Menu::Edit, 21, Command::EditFindNext, 4709, 0, "", "F3"},
+    {Menu::Edit, 21, Command::EditFindNext, 4709, 0, "", "F3; Ctrl+G"},
 
     {Menu::View, 0, Command::ViewToolbar, 1091, 6520},
     {Menu::View, 1, Command::ViewStatusBar, 1092, 6521},
@@ -64,9 +66,9 @@ constexpr MenuItem kItems[] = {
     {Menu::Help, 3, Command::HelpManual, 1188, 0, "manual"},
     {Menu::Help, 5, Command::HelpAbout, 1184, 6527},
 
-    {Menu::TreePopup, 0, Command::EditCut, 1061, 6506, "cut", "Ctrl+X"},
-    {Menu::TreePopup, 1, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C"},
-    {Menu::TreePopup, 2, Command::EditPaste, 1063, 6508, "paste", "Ctrl+V"},
+    {Menu::TreePopup, 0, Command::EditCut, 1061, 6506, "cut", "Ctrl+X; Shift+Del"},
+    {Menu::TreePopup, 1, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C; Ctrl+Ins"},
+    {Menu::TreePopup, 2, Command::EditPaste, 1063, 6508, "paste", "Ctrl+V; Shift+Ins"},
     {Menu::TreePopup, 4, Command::ForceRecalc, 1066, 0, "", "F5"},
     {Menu::TreePopup, 6, Command::EditDelete, 1301, 0, "", "Del"},
     {Menu::TreePopup, 7, Command::Rename, 1302, 0, "", "F2"},
@@ -75,7 +77,7 @@ constexpr MenuItem kItems[] = {
 
     {Menu::LogPopup, 0, Command::LogDeleteRows, 1310, 0, "", "Ctrl+-"},
     {Menu::LogPopup, 1, Command::LogInsertRows, 1309, 0, "", "Ctrl++"},
-    {Menu::LogPopup, 3, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C"},
+    {Menu::LogPopup, 3, Command::EditCopy, 1062, 6507, "copy", "Ctrl+C; Ctrl+Ins"},
     {Menu::LogPopup, 4, Command::EditCopyValues, 1065, 6519, "", "Ctrl+Shift+C"},
     {Menu::LogPopup, 5, Command::LogSavePicture, 4613, 0, "", "Ctrl+Shift+P"},
     {Menu::LogPopup, 6, Command::LogDelete, 1301},
@@ -114,6 +116,37 @@ struct Rule {
     Command command;
     bool (*isEnabled)(const Session& session, const MenuState& state);
 };
+
+constexpr char kMark = '&';
+
+// Of the letter behind the mark; npos: there is none. Two marks stand for the character itself.
+std::size_t mnemonicOf(const std::string& text) {
+    for (std::size_t at = text.find(kMark); at + 1 < text.size(); at = text.find(kMark, at + 2))
+        if (text[at + 1] != kMark) return at + 1;
+    return std::string::npos;
+}
+
+bool isLetter(char c) {
+    return std::isalnum(static_cast<unsigned char>(c)) != 0;
+}
+
+// Letters stand for themselves in either case.
+using Letters = std::set<int>;
+
+bool take(Letters& taken, char letter) {
+    return taken.insert(std::tolower(static_cast<unsigned char>(letter))).second;
+}
+
+void giveFreeLetter(std::string& text, Letters& taken) {
+    for (const bool isAtWord : {true, false}) {
+        for (std::size_t at = 0; at < text.size(); ++at) {
+            if (!isLetter(text[at]) || (isAtWord && at > 0 && isLetter(text[at - 1]))) continue;
+            if (!take(taken, text[at])) continue;
+            text.insert(at, 1, kMark);
+            return;
+        }
+    }
+}
 
 constexpr auto kOnSavable = [](const Session& session, const MenuState& state) {
     return hasSelection(state) && resolve(session, state.SelectedKey).file != nullptr && session.IsIdle();
@@ -220,6 +253,33 @@ constexpr Rule kRules[] = {
 
 std::span<const MenuItem> menuItems() {
     return kItems;
+}
+
+std::vector<std::string> menuTexts(const Session& session, Menu menu) {
+    std::vector<std::string> texts;
+    for (const MenuItem& item : kItems)
+        if (item.menu == menu) texts.push_back(session.LoadText(item.text));
+    Letters taken;
+    std::vector<std::string*> others;
+    for (std::string& text : texts) {
+        const std::size_t at = mnemonicOf(text);
+        if (at != std::string::npos && take(taken, text[at])) continue;
+        if (at != std::string::npos) text.erase(at - 1, 1);
+        others.push_back(&text);
+    }
+    for (std::string* const text : others)
+        giveFreeLetter(*text, taken);
+    return texts;
+}
+
+bool IsGroupEnabled(const Session& session, Menu menu, int index, const MenuState& state) {
+    for (const MenuItem& item : kItems) {
+        if (item.menu != menu || item.index < index) continue;
+        if (item.index > index) return false; // the next group
+        if (IsMenuEnabled(session, item.command, state)) return true;
+        ++index;
+    }
+    return false;
 }
 
 bool IsMenuEnabled(const Session& session, Command command, const MenuState& state) {

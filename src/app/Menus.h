@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace kestrane {
 
@@ -81,12 +82,17 @@ struct MenuItem {
     int text;
     int toolTip = 0;                            // 0: none
     const char* icon = "";                      // "": none
-    const char* keys = "";                      // portable text of the shortcut; "": none
+    const char* keys = "";                      // portable text of the shortcuts, by ";", the shown first; "": none
     int toolBar = 0;                            // place on the tool bar, from 1; 0: not on it
     std::optional<Menu> subMenu = std::nullopt; // that the item opens
 };
 
 std::span<const MenuItem> menuItems();
+
+// The texts of a menu's items in their order, each with a mnemonic of its own. A letter that a text brings along goes
+// to the first item that has it; the others, and the texts without one, get a free letter, of the beginning of a word
+// where there is one.
+std::vector<std::string> menuTexts(const Session& session, Menu menu);
 
 constexpr int kRecentFilesIndex = 12; // of the File menu: where the recent files stand
 
@@ -105,5 +111,8 @@ struct MenuState {
 };
 
 bool IsMenuEnabled(const Session& session, Command command, const MenuState& state);
+
+// Any item can be given of the group of a menu that begins at an index: what a separator of a popup stands before.
+bool IsGroupEnabled(const Session& session, Menu menu, int index, const MenuState& state);
 
 } // namespace kestrane

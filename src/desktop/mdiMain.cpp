@@ -89,11 +89,12 @@ void keepCloseKey(const QMdiSubWindow& window) {
 } // namespace
 
 mdiMain::mdiMain(Session& session) :
-    session_(session), edits_(session, [this](const QStringList& paths) { openDropped(paths); }) {
+    session_(session), edits_(session, [this](const QStringList& paths) { openNamed(paths, OpenSource::Named); }) {
     setObjectName("mdiMain");
     setWindowTitle(shown(std::string(kApplicationTitle)));
     setWindowIcon(iconOf("application"));
     setAcceptDrops(true);
+    setContextMenuPolicy(Qt::NoContextMenu); // not the toolkit's list of tool bars
     area_ = new QMdiArea;
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     setCentralWidget(area_);
@@ -126,7 +127,7 @@ void mdiMain::makeActions() {
     for (const MenuItem& item : menuItems()) {
         if (actions_.contains(item.command)) continue;
         auto* const action = new QAction(iconOf(item.icon), loadText(session_, item.text), this);
-        action->setShortcut(QKeySequence(QLatin1String(item.keys)));
+        action->setShortcuts(QKeySequence::listFromString(QLatin1String(item.keys)));
         if (item.toolTip != 0) {
             action->setToolTip(loadText(session_, item.toolTip));
             action->setStatusTip(loadText(session_, item.toolTip));
@@ -147,7 +148,6 @@ void mdiMain::makeMenus() {
     for (const MenuTitle& title : kTitles) {
         QMenu* const menu = menuBar()->addMenu(loadText(session_, title.text));
         fillMenu(*menu, title.menu);
-        connect(menu, &QMenu::aboutToShow, this, [this] { EnableMenusAndButtons(); });
         menus_[title.menu] = menu;
     }
     for (const Menu popUp : {Menu::TreePopup, Menu::LogPopup}) {
@@ -174,25 +174,31 @@ void mdiMain::makeMenus() {
 }
 
 void mdiMain::fillMenu(QMenu& menu, Menu which) {
+    connect(&menu, &QMenu::aboutToShow, this, [this, which] {
+        showTexts(which);
+        EnableMenusAndButtons();
+    });
+    const bool isPopUp = which == Menu::TreePopup || which == Menu::LogPopup;
     int before = -1;
-    const auto separate = [&](int index) {
-        if (before >= 0 && index > before + 1) menu.addSeparator();
+    const auto separate = [&](int index, const MenuItem* behind) {
+        if (before >= 0 && index > before + 1) {
+            QAction* const separator = menu.addSeparator();
+            if (isPopUp) separators_.emplace_back(separator, behind);
+        }
         before = index;
     };
     for (const MenuItem& item : menuItems()) {
         if (item.menu != which) continue;
         if (which == Menu::File && recent_.empty() && item.index > kRecentFilesIndex) {
-            separate(kRecentFilesIndex);
+            separate(kRecentFilesIndex, nullptr);
             for (std::size_t i = 0; i < kRecentFiles; ++i) {
                 recent_.push_back(menu.addAction(QString()));
-                connect(recent_.back(), &QAction::triggered, this, [this, i] {
-                    const std::string name = session_.RecentFiles.at(i);
-                    OpenFile(session_, name, OpenSource::Recent, true);
-                });
+                connect(recent_.back(), &QAction::triggered, this,
+                        [this, i] { openNamed({shown(session_.RecentFiles.at(i))}, OpenSource::Recent); });
             }
             before += static_cast<int>(kRecentFiles) - 1;
         }
-        separate(item.index);
+        separate(item.index, &item);
         QAction* const action = actions_.at(item.command);
         if (item.subMenu && action->menu() == nullptr) {
             auto* const opened = new QMenu(this);
@@ -242,7 +248,9 @@ void mdiMain::wire(frmExplorer& explorer) {
             [this, &explorer](const std::string& source, const std::string& target, bool move) {
                 edits_.Drop(explorer, source, target, move);
             });
-    connect(&explorer, &frmExplorer::FilesDropped, this, &mdiMain::openDropped, Qt::QueuedConnection);
+    connect(
+        &explorer, &frmExplorer::FilesDropped, this,
+        [this](const QStringList& paths) { openNamed(paths, OpenSource::Named); }, Qt::QueuedConnection);
     connect(&explorer, &frmExplorer::TreeViewPopUpMenu, this, [this](QPoint at) { showPopUp(Menu::TreePopup, at); });
     connect(&explorer, &frmExplorer::TabControlPopUpMenu, this, [this](QPoint at) { showPopUp(Menu::LogPopup, at); });
 }
@@ -276,8 +284,17 @@ void mdiMain::EnableMenusAndButtons() {
         actions_.at(Command::LogLegend)->setChecked(explorer->State().View.ShowsLegend);
         actions_.at(Command::ViewZoom)->setChecked(explorer->LogTabs().IsZoomShown());
     }
+    for (const auto& [separator, behind] : separators_)
+        separator->setVisible(IsGroupEnabled(session_, behind->menu, behind->index, state));
     showRecentFiles();
     showSteps();
+}
+
+void mdiMain::showTexts(Menu which) {
+    std::vector<std::string> texts = menuTexts(session_, which);
+    auto text = texts.begin();
+    for (const MenuItem& item : menuItems())
+        if (item.menu == which) actions_.at(item.command)->setText(shown(*text++));
 }
 
 void mdiMain::showSteps() {
@@ -311,7 +328,8 @@ void mdiMain::showRecentFiles() {
         if (!isThere) continue;
         const std::string& name = session_.RecentFiles[i];
         const std::string text = session_.LoadText(kFirstText + static_cast<int>(i));
-        recent_[i]->setText(shown(ReplaceText(text, "^", clsFile(session_, name).ShortenedFileName())));
+        const std::string fileName = ReplaceText(clsFile(session_, name).ShortenedFileName(), "&", "&&");
+        recent_[i]->setText(shown(ReplaceText(text, "^", fileName)));
         recent_[i]->setStatusTip(shown(name));
     }
 }
@@ -372,7 +390,8 @@ void mdiMain::dropEvent(QDropEvent* event) {
     event->accept();
     // Deferred, so that a box shown while opening does not hold up whoever dropped the files.
     QMetaObject::invokeMethod(
-        this, [this, paths = filesOf(event->mimeData())] { openDropped(paths); }, Qt::QueuedConnection);
+        this, [this, paths = filesOf(event->mimeData())] { openNamed(paths, OpenSource::Named); },
+        Qt::QueuedConnection);
 }
 
 void mdiMain::closeEvent(QCloseEvent* event) {

@@ -2,6 +2,7 @@
 // to the explorer in front and keeps the menus in step with the core's rule. Holds no measurement data.
 #pragma once
 
+#include "app/Documents.h"
 #include "app/Menus.h"
 #include "app/SettingsDialog.h"
 #include "desktop/NodeEdits.h"
@@ -50,6 +51,7 @@ private:
     void makeMenus();
     void makeStatusBar();
     void fillMenu(QMenu& menu, Menu which);
+    void showTexts(Menu which); // of its items, as they stand in it
     void showRecentFiles();
     void showSteps(); // which can be undone and done again
     void exchange(Direction direction);
@@ -67,7 +69,7 @@ private:
     void mergeIntoSelected();
     void synchronizeClocks();
     void openFiles();
-    void openDropped(const QStringList& paths);
+    void openNamed(const QStringList& paths, OpenSource source);
     void saveSelected(bool bSaveAs);
     void closeSelected();
     std::optional<std::string> askSaveName(const std::string& proposal);
@@ -93,6 +95,7 @@ private:
     std::map<Command, QAction*> actions_;
     std::map<Menu, QMenu*> menus_;
     std::vector<QAction*> recent_;
+    std::vector<std::pair<QAction*, const MenuItem*>> separators_; // of the popups, and the first item behind each
     std::map<Panel, QLabel*> panels_;
     QToolBar* tbToolBar_;
     bool isBusy_ = false;

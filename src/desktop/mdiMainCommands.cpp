@@ -183,18 +183,16 @@ void mdiMain::synchronizeClocks() {
 }
 
 void mdiMain::openFiles() {
-    if (explorers().empty()) NewExplorerWindow(); // what is opened is to be seen
     const QStringList names =
         QFileDialog::getOpenFileNames(this, loadText(session_, 6528), shown(session_.Options.DefaultDataDirectory),
                                       fileFilter(session_.LoadText(6541)));
-    for (const QString& name : names)
-        OpenFile(session_, name.toStdString(), OpenSource::Dialog, &name == &names.back());
+    if (!names.isEmpty()) openNamed(names, OpenSource::Dialog);
 }
 
-void mdiMain::openDropped(const QStringList& paths) {
+void mdiMain::openNamed(const QStringList& paths, OpenSource source) {
     if (explorers().empty()) NewExplorerWindow(); // what is opened is to be seen
     for (const QString& path : paths)
-        OpenFile(session_, path.toStdString(), OpenSource::Named, &path == &paths.back());
+        OpenFile(session_, path.toStdString(), source, &path == &paths.back());
 }
 
 void mdiMain::saveSelected(bool bSaveAs) {

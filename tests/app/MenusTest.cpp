@@ -7,7 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <map>
+#include <set>
+#include <sstream>
 
 namespace kestrane {
 namespace {
@@ -85,6 +88,11 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
     open.session.OpenFiles.clear();
     EXPECT_EQ(answer(Command::FileCloseAll, {true, "", nullptr, 0}), 'n');
     EXPECT_EQ(answer(Command::FileSave, {true, "F1", nullptr, 0}), 'n'); // of a file that has gone
+
+    const std::pair<int, bool> groups[] = {{0, false}, {3, false}, {9, false}, {13, false}, {24, false}};
+    for (const auto& [index, isEnabled] : groups)
+        EXPECT_EQ(IsGroupEnabled(open.session, Menu::LogPopup, index, {true, "", nullptr, 0}), isEnabled) << index;
+    EXPECT_TRUE(IsGroupEnabled(open.session, Menu::LogPopup, 13, {true, "L1I1F1", nullptr, 0}));
 }
 
 TEST(IsMenuEnabled, CopyFollowsTheActiveControlZoomAndCutTheRows) {
@@ -152,9 +160,30 @@ TEST(MenuItems, StandInOrderAndNoKeyServesTwoCommands) {
         before = &item;
         EXPECT_NE(test.session.LoadText(item.text), std::to_string(item.text));
         if (*item.keys == '\0') continue;
-        const auto known = keys.emplace(item.keys, item.command);
-        EXPECT_EQ(known.first->second, item.command) << item.keys;
+        std::istringstream each(item.keys);
+        for (std::string key; std::getline(each >> std::ws, key, ';');) {
+            const auto known = keys.emplace(key, item.command);
+            EXPECT_EQ(known.first->second, item.command) << key;
+        }
     }
+}
+
+TEST(MenuTexts, GiveEveryItemALetterOfItsOwn) {
+    TestSession test;
+    const auto isLetterThere = [](const std::string& text) { return text.find('&') != std::string::npos; };
+    for (int menu = 0; menu <= static_cast<int>(Menu::LogPopup); ++menu) {
+        std::set<int> letters;
+        for (const std::string& text : menuTexts(test.session, static_cast<Menu>(menu))) {
+            std::string marked = ReplaceText(text, "&&", "");
+            ASSERT_TRUE(isLetterThere(marked)) << text;
+            EXPECT_TRUE(letters.insert(std::tolower(marked.at(marked.find('&') + 1))).second) << menu << ": " << text;
+            EXPECT_FALSE(isLetterThere(marked.replace(marked.find('&'), 1, ""))) << text;
+        }
+    }
+    EXPECT_EQ(menuTexts(test.session, Menu::Print),
+              (std::vector<std::string>{"Default &Report", "&Cumulative Report", "Cumulative && &Intervals Report",
+                                        "Current &View"}));
+    EXPECT_EQ(menuTexts(test.session, Menu::Edit).back(), "Find &Next");
 }
 
 } // namespace

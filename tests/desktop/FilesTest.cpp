@@ -71,6 +71,19 @@ TEST(OpenFiles, ADialogAddsThemToTheTreeAndToTheRecentFiles) {
     EXPECT_EQ(desk.session.OpenFiles.size(), 5U);
 }
 
+TEST(OpenFiles, ARecentFileShowsItsWholeNameAndMakesAWindowWhereThereIsNone) {
+    Desk desk;
+    std::filesystem::rename(desk.copyOf(kShift), desk.path("Bore & Sons.xml"));
+    desk.session.RecentFiles = {desk.path("Bore & Sons.xml")};
+    desk.area().closeAllSubWindows();
+    desk.settle();
+    desk.frame->EnableMenusAndButtons();
+    EXPECT_EQ(recentFiles(desk), QStringList("&1 Bore && Sons.xml"));
+    desk.command("1 Bore  Sons.xml").trigger();
+    desk.settle();
+    EXPECT_EQ(desk.nodes().front(), "Bore & Sons.xml");
+}
+
 TEST(OpenFiles, DroppingThemOnTheFrameOrTheTreeOpensEach) {
     Desk desk;
     drop(*desk.frame, {desk.copyOf(kShift), desk.copyOf(kNight)});
@@ -186,6 +199,7 @@ TEST(CloseFiles, ClosingWhileRowsAreLoadingGivesThemUp) {
     desk.settle();
     EXPECT_TRUE(desk.nodes().empty());
     EXPECT_FALSE(desk.tabs().isVisible());
+    EXPECT_EQ(desk.panel("Status"), "");
 }
 
 TEST(Exit, CancelKeepsTheWindowAndNoLeaves) {

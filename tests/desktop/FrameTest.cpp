@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -66,6 +67,29 @@ TEST(Menus, TheToolBarAndTheStatusBarAreHiddenAndShown) {
     EXPECT_TRUE(bar.isVisible());
     desk.command("Status Bar").trigger();
     EXPECT_FALSE(desk.frame->statusBar()->isVisible());
+    QContextMenuEvent click(QContextMenuEvent::Mouse, {5, 5}, desk.frame->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(desk.frame->menuBar(), &click);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << "the bars are hidden by their commands alone";
+}
+
+TEST(Menus, APopUpShowsASeparatorBeforeWhatCanBeDone) {
+    Desk desk;
+    desk.open(kShift);
+    QTreeWidgetItem& group = desk.node("Broadband");
+    QTimer::singleShot(0, desk.frame.get(), [] {
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        QStringList shown;
+        for (const QAction* action : menu->actions())
+            if (action->isVisible()) shown.push_back(action->text());
+        EXPECT_EQ(shown.join('|'), "Cu&t|&Copy|&Paste|Force &Recalc||&Delete|Re&name|C&lose||Display &Options...");
+        menu->close();
+    });
+    const QPoint at = desk.tree().visualItemRect(&group).center();
+    desk.tree().setCurrentItem(&group);
+    QContextMenuEvent click(QContextMenuEvent::Mouse, at, desk.tree().viewport()->mapToGlobal(at));
+    QCoreApplication::sendEvent(desk.tree().viewport(), &click);
+    desk.settle();
 }
 
 TEST(Settings, TheTreeAndEveryTabFollowTheDialog) {
