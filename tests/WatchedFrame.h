@@ -11,6 +11,7 @@ namespace kestrane {
 struct WatchedFrame : Frame {
     std::vector<std::string> Status, Errors; // texts in order, without the empty ones
     int Rebuilt = 0;
+    std::vector<std::string> Chosen; // keys of logs, those only selected in brackets
     int Changes = 0;
 
     void SetPanel(Panel panel, const std::string& text) override {
@@ -20,6 +21,10 @@ struct WatchedFrame : Frame {
     }
 
     void RebuildExplorerTrees() override { ++Rebuilt; }
+
+    void ChooseLog(const std::string& key, bool isToShow) override {
+        Chosen.push_back(isToShow ? key : "[" + key + "]");
+    }
 
     void LogValuesChanged(const clsLog&) override { ++Changes; }
 };

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cctype>
 #include <exception>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -185,6 +186,25 @@ bool OpenFile(Session& session, const std::string& name, OpenSource source, bool
     }
     LoadWaitingIntervals(session, [&session, id = file->FileId](const clsLog&) { takeUpRows(session, id); });
     return isOpen;
+}
+
+void OpenFiles(Session& session, const std::vector<std::string>& names, OpenSource source) {
+    for (const std::string& name : names)
+        OpenFile(session, name, source, &name == &names.back());
+    ShowOpened(session, names);
+}
+
+void ShowOpened(Session& session, const std::vector<std::string>& names) {
+    std::string first;
+    std::set<std::string> logs;
+    for (const std::string& name : names) {
+        const clsFile* const file = openFileOfName(session, name);
+        if (file == nullptr) continue;
+        const std::vector<std::string> keys = logKeys(*file);
+        if (first.empty() && !keys.empty()) first = keys.front();
+        logs.insert(keys.begin(), keys.end());
+    }
+    if (!logs.empty()) session.frame->ChooseLog(first, logs.size() == 1);
 }
 
 void rememberRecentFile(Session& session, const std::string& name) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kestrane {
 
@@ -23,6 +24,12 @@ enum class OpenSource { Dialog, Recent, Named };
 // With blnLastFile, or when a file was added, the trees are rebuilt. The rows start loading. False when it did not
 // open.
 bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile);
+
+// Opens files in order, and then ShowOpened.
+void OpenFiles(Session& session, const std::vector<std::string>& names, OpenSource source);
+
+// Of the files of these names that are open: the only log that they hold is shown, of several the first is selected.
+void ShowOpened(Session& session, const std::vector<std::string>& names);
 
 clsFile* openFileOfName(const Session& session, const std::string& name); // by isSameFile; null: not open
 

@@ -39,6 +39,9 @@ bool DownloadData(const DownloadServices& services, clsFile* objFile) {
     }
     session.frame->RebuildExplorerTrees();
     session.frame->EnableMenusAndButtons();
+    if (objFile != nullptr) return true;
+    const std::vector<std::string> logs = logKeys(*session.OpenFiles.back());
+    if (!logs.empty()) session.frame->ChooseLog(logs.front(), true);
     return true;
 }
 

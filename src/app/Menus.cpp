@@ -121,7 +121,8 @@ constexpr char kMark = '&';
 
 // Of the letter behind the mark; npos: there is none. Two marks stand for the character itself.
 std::size_t mnemonicOf(const std::string& text) {
-    for (std::size_t at = text.find(kMark); at + 1 < text.size(); at = text.find(kMark, at + 2))
+    for (std::size_t at = text.find(kMark); at != std::string::npos && at + 1 < text.size();
+         at = text.find(kMark, at + 2))
         if (text[at + 1] != kMark) return at + 1;
     return std::string::npos;
 }

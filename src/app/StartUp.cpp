@@ -6,6 +6,7 @@
 #include "platform/Files.h"
 #include "protection/ProtectorDatabase.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -108,8 +109,23 @@ std::string fullPath(const std::string& name) {
     return error ? name : path.lexically_normal().string();
 }
 
+std::string defaultDataFolder(const std::string& program, const std::string& documents) {
+    return documents.empty() || canWriteTo(program) ? program : documents + "/";
+}
+
+std::vector<std::string> sampleFiles() {
+    std::vector<std::string> names;
+    std::error_code failed; // then there are none
+    for (const auto& entry : std::filesystem::directory_iterator(dataFolder() + "samples", failed))
+        if (entry.path().extension() == ".xml") names.push_back(fullPath(entry.path().string()));
+    std::ranges::sort(names);
+    return names;
+}
+
 void readSettings(Session& session) {
-    session.Options.DefaultDataDirectory = programFolder();
+    session.Options.DefaultDataDirectory = defaultDataFolder(programFolder(), session.DocumentsFolder);
+    if (const std::string file = session.settings.Unreadable(); !file.empty())
+        session.ShowMessage(ReplaceText(session.LoadText(8809), "^", file), kIconExclamation);
     for (const std::string& key : session.Options.GetFromRegistry(session.settings)) {
         session.ShowMessage(ReplaceText(session.LoadText(8805), "^", key), kIconExclamation);
     }
@@ -126,13 +142,16 @@ void saveRecentFiles(Session& session) {
     }
 }
 
-void Main(Session& session, const std::vector<std::string>& arguments) {
+std::vector<std::string> Main(Session& session, const std::vector<std::string>& arguments) {
     readSettings(session);
     if (session.protectors != nullptr) LoadHPD(session);
-    const std::vector<std::string> names = commandLineFiles(commandLineText(arguments), fileExists);
-    for (const std::string& name : names)
-        OpenFile(session, fullPath(name), OpenSource::Named, &name == &names.back());
+    std::vector<std::string> names = commandLineFiles(commandLineText(arguments), fileExists);
+    for (std::string& name : names) {
+        name = fullPath(name);
+        OpenFile(session, name, OpenSource::Named, &name == &names.back());
+    }
     session.frame->SetPanel(Frame::Panel::Status, session.Options.CompanyName);
+    return names;
 }
 
 } // namespace kestrane

@@ -29,12 +29,19 @@ std::string protectorDatabase();
 // A name as the program keeps it: with its full path.
 std::string fullPath(const std::string& name);
 
+// The folder for data files that holds until the user chooses one: the program's, or the user's documents (empty: not
+// known) where nothing can be written there. With "/" at the end.
+std::string defaultDataFolder(const std::string& program, const std::string& documents);
+
+// The data files to try that are installed with the program, by name.
+std::vector<std::string> sampleFiles();
+
 // Reads settings (a text that cannot be converted is reported by its key, and the default stays) and recent files.
 void readSettings(Session& session);
 void saveRecentFiles(Session& session);
 
 // Start-up up to the first window: settings, recent files, the protector database, then every file that the arguments
-// name.
-void Main(Session& session, const std::vector<std::string>& arguments);
+// name. Returns those names, for the explorer that is still to come.
+std::vector<std::string> Main(Session& session, const std::vector<std::string>& arguments);
 
 } // namespace kestrane

@@ -77,6 +77,18 @@ void frmExplorer::RebuildTree() {
     showDisplayed();
 }
 
+void frmExplorer::ShowMarks() {
+    tree_->ShowMarks();
+    showCaption();
+}
+
+void frmExplorer::ChooseLog(const std::string& key, bool isToShow) {
+    state_.SelectedKey = key;
+    if (isToShow) state_.DisplayedKey = key;
+    RebuildTree();
+    emit StateChanged();
+}
+
 void frmExplorer::ResetControls() {
     state_.ResetControls();
     tree_->ShowOpenLog({});

@@ -28,6 +28,8 @@ public:
     MenuState StateForMenus() const; // of this window, not minimised
 
     void RebuildTree();
+    void ShowMarks(); // of documents that have not been saved
+    void ChooseLog(const std::string& key, bool isToShow);
     void ResetControls(); // forgets the open log
     void LogValuesChanged(const clsLog& log);
     void ShowWaiting(); // brings the log on view that was chosen while its rows were still to come

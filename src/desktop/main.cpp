@@ -1,4 +1,5 @@
 // kestrane: the desktop program.
+#include "app/Documents.h"
 #include "app/StartUp.h"
 #include "desktop/mdiMain.h"
 #include "dialogs/Icons.h"
@@ -14,6 +15,7 @@
 #include "server/KestraneThread.h"
 
 #include <QApplication>
+#include <QStandardPaths>
 
 #include <cmath>
 #include <cstdlib>
@@ -77,6 +79,7 @@ int run(int argc, char** argv) {
     Session session(kCompany, systemLocale(), settings, messages, pump, clock);
     texts = &session;
     session.server = &server;
+    session.DocumentsFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
     QtComm comm(settings, [&session](int id) { return session.LoadText(id); });
     session.comm = &comm;
     QtHttp http;
@@ -93,10 +96,11 @@ int run(int argc, char** argv) {
     std::vector<std::string> names;
     for (const QString& argument : arguments)
         names.push_back(argument.toStdString());
-    Main(session, names);
+    const std::vector<std::string> opened = Main(session, names);
     waitForSplash(session, start);
     frame.show();
     frame.NewExplorerWindow();
+    ShowOpened(session, opened);
     splash.close();
     frame.showMaximized();
     const int status = QApplication::exec();

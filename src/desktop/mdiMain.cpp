@@ -3,6 +3,7 @@
 #include "app/Documents.h"
 #include "app/Placement.h"
 #include "app/StartUp.h"
+#include "desktop/StartPage.h"
 #include "desktop/frmExplorer.h"
 #include "desktop/tabLog.h"
 #include "desktop/tvwTreeView.h"
@@ -242,6 +243,12 @@ void mdiMain::wire(frmExplorer& explorer) {
     connect(&explorer, &frmExplorer::StateChanged, this, [this] { EnableMenusAndButtons(); });
     connect(&explorer.LogTabs(), &tabLog::DatabaseDownloadAsked, this,
             [this](QWidget* parent, bool* isDone) { *isDone = downloadDatabase(parent); });
+    const StartPage& start = explorer.LogTabs().Start();
+    connect(&start, &StartPage::CommandAsked, this, &mdiMain::run);
+    connect(&start, &StartPage::RecentAsked, this,
+            [this](const QString& path) { openNamed({path}, OpenSource::Recent); });
+    connect(&start, &StartPage::SampleAsked, this,
+            [this](const QString& path) { openNamed({path}, OpenSource::Named); });
     connect(&explorer, &frmExplorer::TreesChanged, this, [this] { RebuildExplorerTrees(); });
     connect(&explorer, &frmExplorer::DeleteAsked, this, [this, &explorer] { edits_.Delete(explorer); });
     connect(&explorer, &frmExplorer::NodeDropped, this,
@@ -286,6 +293,8 @@ void mdiMain::EnableMenusAndButtons() {
     }
     for (const auto& [separator, behind] : separators_)
         separator->setVisible(IsGroupEnabled(session_, behind->menu, behind->index, state));
+    for (frmExplorer* explorer : explorers())
+        explorer->ShowMarks();
     showRecentFiles();
     showSteps();
 }
@@ -342,6 +351,11 @@ void mdiMain::RebuildExplorerTrees() {
     for (frmExplorer* explorer : explorers())
         explorer->RebuildTree();
     edits_.TreesRebuilt();
+}
+
+void mdiMain::ChooseLog(const std::string& key, bool isToShow) {
+    if (explorers().empty()) NewExplorerWindow(); // what is opened is to be seen
+    if (frmExplorer* const explorer = activeExplorer(); explorer != nullptr) explorer->ChooseLog(key, isToShow);
 }
 
 void mdiMain::LogValuesChanged(const clsLog& log) {

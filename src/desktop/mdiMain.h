@@ -37,6 +37,7 @@ public:
     void SetPanel(Panel panel, const std::string& text) override;
     void EnableMenusAndButtons() override;
     void RebuildExplorerTrees() override;
+    void ChooseLog(const std::string& key, bool isToShow) override;
     void LogValuesChanged(const clsLog& log) override;
     void SetBusy(bool isBusy) override;
 
@@ -83,8 +84,6 @@ private:
     void copyData(bool valuesOnly);
     void showFind();
     void findNext();
-    void openBeside(const std::string& name);
-    void openHomePage();
     void saveState();
 
     Session& session_;

@@ -2,6 +2,7 @@
 #include "app/Documents.h"
 #include "app/Download.h"
 #include "app/DownloadHPD.h"
+#include "app/Help.h"
 #include "app/StartUp.h"
 #include "desktop/frmExplorer.h"
 #include "desktop/frmPrint.h"
@@ -17,8 +18,8 @@
 #include "dialogs/frmOptions.h"
 #include "explorer/NodeKeys.h"
 #include "model/LogTime.h"
-#include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/qt/DesktopPrograms.h"
 #include "platform/qt/QtClipboard.h"
 
 #include <QDesktopServices>
@@ -41,6 +42,14 @@ float measuredHours(const clsLog& log) {
     } catch (const RuntimeError&) {
         return 0;
     }
+}
+
+Desktop desktop() {
+    return {[](const std::string& mimeType) { return hasProgramFor(shown(mimeType)); },
+            [](const std::string& address) {
+                const bool isFile = address.starts_with('/');
+                return QDesktopServices::openUrl(isFile ? QUrl::fromLocalFile(shown(address)) : QUrl(shown(address)));
+            }};
 }
 
 } // namespace
@@ -127,13 +136,13 @@ void mdiMain::run(Command command) {
     case Command::WindowArrangeIcons:
         return arrangeIcons();
     case Command::HelpHelp:
-        return openBeside("help.html");
+        return OpenHelpFile(session_, desktop(), dataFolder() + "help.html");
     case Command::HelpTerms:
-        return openBeside("AcousticTerms.html");
+        return OpenHelpFile(session_, desktop(), dataFolder() + "AcousticTerms.html");
     case Command::HelpHomePage:
-        return openHomePage();
+        return OpenPage(session_, desktop(), session_.Options.HomePage);
     case Command::HelpManual:
-        return openBeside("manuals/" + session_.brand.ManualFile);
+        return GetManual(session_, desktop(), dataFolder() + "manuals/" + session_.brand.ManualFile);
     case Command::HelpAbout:
         frmAbout(session_, this).exec();
         return;
@@ -191,8 +200,10 @@ void mdiMain::openFiles() {
 
 void mdiMain::openNamed(const QStringList& paths, OpenSource source) {
     if (explorers().empty()) NewExplorerWindow(); // what is opened is to be seen
+    std::vector<std::string> names;
     for (const QString& path : paths)
-        OpenFile(session_, path.toStdString(), source, &path == &paths.back());
+        names.push_back(path.toStdString());
+    OpenFiles(session_, names, source);
 }
 
 void mdiMain::saveSelected(bool bSaveAs) {
@@ -280,18 +291,6 @@ void mdiMain::findNext() {
     if (explorer == nullptr) return;
     if (const auto key = search_.Find(buildTree(session_), find_->Entry())) return explorer->SelectNode(*key);
     session_.ShowMessage(session_.LoadText(4712), kIconInformation);
-}
-
-void mdiMain::openBeside(const std::string& name) {
-    const std::string path = dataFolder() + name;
-    if (fileExists(path) && QDesktopServices::openUrl(QUrl::fromLocalFile(shown(path)))) return;
-    session_.ShowMessage(session_.LoadText(6536), kIconExclamation);
-}
-
-void mdiMain::openHomePage() {
-    const std::string address = session_.Options.HomePage;
-    if (QDesktopServices::openUrl(QUrl(shown(address)))) return;
-    session_.ShowMessage(ReplaceText(session_.LoadText(8401), "^", address), kIconExclamation);
 }
 
 // One above the other, or side by side, each as large as the area allows.

@@ -3,6 +3,7 @@
 #include "charts/chaTab.h"
 #include "desktop/CumulativePanelView.h"
 #include "desktop/FlowLayout.h"
+#include "desktop/StartPage.h"
 #include "desktop/fraZoom.h"
 #include "desktop/grdDose.h"
 #include "desktop/grdTable.h"
@@ -85,11 +86,12 @@ tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
     placeholder_->setAlignment(Qt::AlignCenter);
     placeholder_->setWordWrap(true);
     placeholder_->setForegroundRole(QPalette::PlaceholderText);
+    start_ = new StartPage(session);
     table_ = new grdTable(session);
     panels_ = new CumulativePanelView(session);
     exposures_ = new grdDose(session, [this] { return state_.OpenedLog(session_); });
     pages_ = new QStackedWidget;
-    for (QWidget* page : std::initializer_list<QWidget*>{placeholder_, table_, panels_, exposures_})
+    for (QWidget* page : std::initializer_list<QWidget*>{placeholder_, start_, table_, panels_, exposures_})
         pages_->addWidget(page);
     options_ = optionsBar();
 
@@ -255,11 +257,10 @@ void tabLog::ShowControls() {
     if (log == nullptr) {
         options_->hide();
         const bool isLoading = state_.Content(session_) == LogContent::Loading;
-        const int heading = session_.OpenFiles.empty() ? 4609 : 4611;
-        const int advice = session_.OpenFiles.empty() ? 4610 : 4612;
         placeholder_->setText(isLoading ? loadText(session_, 5065)
-                                        : loadText(session_, heading) + "\n\n" + loadText(session_, advice));
-        pages_->setCurrentWidget(placeholder_);
+                                        : loadText(session_, 4611) + "\n\n" + loadText(session_, 4612));
+        if (session_.OpenFiles.empty()) start_->ShowFiles();
+        pages_->setCurrentWidget(session_.OpenFiles.empty() ? static_cast<QWidget*>(start_) : placeholder_);
         return;
     }
     const TabFlags enabled = enabledTabs(*log);

@@ -25,6 +25,7 @@ class QTabBar;
 namespace kestrane {
 
 class CumulativePanelView;
+class StartPage;
 class chaTab;
 class fraZoom;
 class grdDose;
@@ -35,6 +36,8 @@ class tabLog : public QWidget {
 
 public:
     tabLog(Session& session, ExplorerState& state, QWidget* parent = nullptr);
+
+    StartPage& Start() { return *start_; } // shown while no file is open
 
     // Another log, or none, has come on view.
     void ShowLog();
@@ -105,6 +108,7 @@ private:
     QWidget* options_;
     QStackedWidget* pages_;
     QLabel* placeholder_;
+    StartPage* start_;
     std::array<chaTab*, kLogTabs> charts_{};
     std::array<QWidget*, kLogTabs> chartPages_{};
     grdTable* table_;

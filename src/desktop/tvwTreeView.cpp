@@ -22,6 +22,7 @@ namespace kestrane {
 namespace {
 
 constexpr int kKeyRole = Qt::UserRole;
+constexpr int kTextRole = Qt::UserRole + 1;                       // without a mark
 constexpr auto kNodeFormat = "application/x-kestrane-node";       // its key
 constexpr auto kProcessFormat = "application/x-kestrane-process"; // beside it: the program that has the node
 constexpr auto kMoveFormat = "application/x-kestrane-move";       // beside it when the node is to move
@@ -106,6 +107,7 @@ void tvwTreeView::ShowNodes(const std::vector<TreeNode>& nodes, const std::strin
     dropItem_ = nullptr;
     clear();
     addNodes(invisibleRootItem(), nodes);
+    ShowMarks();
     if (QTreeWidgetItem* item = itemOf(selectedKey); item != nullptr) setCurrentItem(item);
 }
 
@@ -113,10 +115,21 @@ void tvwTreeView::addNodes(QTreeWidgetItem* parent, const std::vector<TreeNode>&
     for (const TreeNode& node : nodes) {
         auto* const item = new QTreeWidgetItem(parent, {QString::fromStdString(node.Text)});
         item->setData(0, kKeyRole, QString::fromStdString(node.Key));
+        item->setData(0, kTextRole, item->text(0));
         item->setIcon(0, imageOf(node.Image));
         if (isEditableKind(node.Key)) item->setFlags(item->flags() | Qt::ItemIsEditable);
         addNodes(item, node.Children);
         item->setExpanded(node.Expanded);
+    }
+}
+
+void tvwTreeView::ShowMarks() {
+    for (int i = 0; i < topLevelItemCount(); ++i) {
+        QTreeWidgetItem* const item = topLevelItem(i);
+        const clsFile* const file = resolve(session_, keyOf(item).toStdString()).file;
+        if (file == nullptr) continue;
+        const QString text = item->data(0, kTextRole).toString() + QString::fromStdString(markOf(*file));
+        if (text != item->text(0)) item->setText(0, text);
     }
 }
 

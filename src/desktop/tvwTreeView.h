@@ -17,6 +17,7 @@ public:
 
     std::vector<ShownNode> ShownNodes() const;
     void ShowNodes(const std::vector<TreeNode>& nodes, const std::string& selectedKey);
+    void ShowMarks();                                  // behind the names of documents that have not been saved
     void ShowOpenLog(const std::string& displayedKey); // gives it, and it alone, the image of an open log
     void EditNode(const std::string& key);
     void SelectNode(const std::string& key);

@@ -182,6 +182,13 @@ void ArrangementStep::exchange() {
 }
 
 clsFile* documentToEdit(const Session& session, std::string_view selectedKey, Direction direction) {
+    constexpr std::array kBetweenNodes = {kTitlePaste, kTitleMove, kTitleMerge};
+    const auto justChanged = std::ranges::find_if(session.OpenFiles, [&](const auto& file) {
+        const EditStep* const step = stepOf(*file, direction);
+        return step != nullptr && step->Turn == session.EditTurns &&
+               std::ranges::find(kBetweenNodes, step->Title) != kBetweenNodes.end();
+    });
+    if (justChanged != session.OpenFiles.end()) return justChanged->get();
     if (clsFile* const selected = resolve(session, selectedKey).file; selected != nullptr) return selected;
     const auto found = std::find_if(session.OpenFiles.rbegin(), session.OpenFiles.rend(),
                                     [&](const auto& file) { return stepOf(*file, direction) != nullptr; });

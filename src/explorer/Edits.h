@@ -75,8 +75,8 @@ private:
     std::unordered_map<const clsInsData*, std::unique_ptr<clsInsData>> datas_;
 };
 
-// The document that Undo and Redo act on: that of the selected node, else the last one that has such a step. Null:
-// none.
+// The document that Undo and Redo act on: the one that logs were just merged, pasted or moved into, whatever is
+// selected; else that of the selected node, else the last one that has such a step. Null: none.
 clsFile* documentToEdit(const Session& session, std::string_view selectedKey, Direction direction);
 
 // There is a step, and nothing loads or recalculates in the document.

@@ -61,6 +61,10 @@ TreeNode instrumentNode(const clsInsData& data, const clsFile& file) {
 
 } // namespace
 
+std::string markOf(const clsFile& file) {
+    return file.IsUnsaved() ? "*" : "";
+}
+
 std::string instrumentText(const clsInsData& data, const clsFile& file) {
     // What has just been downloaded has no name of its own yet.
     const std::string& name = data.NameX.empty() ? data.InsName() : data.NameX;

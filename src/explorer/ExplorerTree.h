@@ -22,6 +22,9 @@ struct TreeNode {
 // come from the flags of the objects.
 std::vector<TreeNode> buildTree(const Session& session);
 
+// What stands behind a document's name while it has not been saved; else empty.
+std::string markOf(const clsFile& file);
+
 // "name [serial]", and the file's name where files are shown beside.
 std::string instrumentText(const clsInsData& data, const clsFile& file);
 

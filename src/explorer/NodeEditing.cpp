@@ -115,7 +115,7 @@ bool Paste::run() {
         session_.ShowMessage(session_.LoadText(kStillLoading), kIconInformation);
         return false;
     }
-    const int title = isMove_ ? kTitleMove : kTitlePaste;
+    const int title = isMove_ ? kTitleMove : sourceKey_.starts_with(tFILE) ? kTitleMerge : kTitlePaste;
     step_ = std::make_unique<ArrangementStep>(*target_.file, title);
     if (!isSameFile()) sourceStep_ = std::make_unique<ArrangementStep>(*source_.file, title);
     place();

@@ -90,6 +90,15 @@ std::string logKey(const clsLog& log, const clsInsData& data, const clsFile& fil
     return logKind(log.Mode()) + std::to_string(log.LogId) + dataKey(data, file);
 }
 
+std::vector<std::string> logKeys(const clsFile& file) {
+    std::vector<std::string> keys;
+    for (const auto& data : file.InstrumentDatas)
+        for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave})
+            for (const auto& log : data->logsOf(mode))
+                keys.push_back(logKey(*log, *data, file));
+    return keys;
+}
+
 Node resolve(const Session& session, std::string_view key) {
     Node node;
     const std::size_t f = key.find(tFILE);

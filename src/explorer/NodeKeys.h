@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kestrane {
 
@@ -27,6 +28,8 @@ std::string fileKey(const clsFile& file);
 std::string dataKey(const clsInsData& data, const clsFile& file);
 std::string groupKey(int mode, const clsInsData& data, const clsFile& file);
 std::string logKey(const clsLog& log, const clsInsData& data, const clsFile& file);
+
+std::vector<std::string> logKeys(const clsFile& file); // in the order of the tree
 
 // What a key stands for; null where it names nothing, or nothing of that level.
 struct Node {

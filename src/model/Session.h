@@ -14,6 +14,7 @@
 #include "resources/Texts.h"
 #include "resources/basSoftwareByFirm.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -43,6 +44,9 @@ public:
     virtual void EnableMenusAndButtons() {}
 
     virtual void RebuildExplorerTrees() {}
+
+    // Selects a log in the tree of the explorer in front, and shows it there as soon as its rows have come.
+    virtual void ChooseLog(const std::string& /*key*/, bool /*isToShow*/) {}
 
     // Long work is done elsewhere while the caller waits: the user sees that, and can give no command meanwhile.
     virtual void SetBusy(bool /*isBusy*/) {}
@@ -74,7 +78,9 @@ struct Session {
     Http* http = nullptr;                      // null: nothing can be fetched
     ProtectorCollection* protectors = nullptr; // null: there is no database
 
+    std::string DocumentsFolder; // of the user; empty: not known
     clsOptions Options;
+    std::uint64_t EditTurns = 0; // steps done, undone and done again, of all documents
     std::vector<std::unique_ptr<clsFile>> OpenFiles;
     std::vector<std::string> RecentFiles; // at most four names, the most recent first
 

@@ -14,6 +14,7 @@ void UndoStack::record(std::unique_ptr<EditStep> step, bool wasChanged) {
     const bool isChangedOtherwise = saved_ == place && wasChanged && !isMarked_;
     if (isSavedAhead || isChangedOtherwise) saved_ = kUnreachable;
     undone_.clear();
+    step->Turn = ++turns_;
     done_.push_back(std::move(step));
     trim();
 }
@@ -39,6 +40,7 @@ void UndoStack::exchange(Direction direction) {
     auto& from = direction == Direction::Undo ? done_ : undone_;
     auto& to = direction == Direction::Undo ? undone_ : done_;
     from.back()->exchange();
+    from.back()->Turn = ++turns_;
     to.push_back(std::move(from.back()));
     from.pop_back();
 }

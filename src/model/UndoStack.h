@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -26,6 +27,7 @@ public:
 
     const int Title; // number of the text that names what was done
     std::shared_ptr<const JoinedStep> Joined;
+    std::uint64_t Turn = 0; // when it was last done, undone or done again, counted over all documents
 
     // Exchanges what the document has with what is kept here: undoes, and the next time does again. Raises what stands
     // in the way, with both as they were.
@@ -38,6 +40,8 @@ enum class Direction { Undo, Redo };
 
 class UndoStack {
 public:
+    explicit UndoStack(std::uint64_t& turns) : turns_(turns) {} // counts the steps of all documents
+
     // Takes a step that has just been done; what could be done again is forgotten. wasChanged: the document counted as
     // changed before the step.
     void record(std::unique_ptr<EditStep> step, bool wasChanged);
@@ -62,6 +66,7 @@ private:
     std::ptrdiff_t contentSteps() const;
     void trim();
 
+    std::uint64_t& turns_;
     std::vector<std::unique_ptr<EditStep>> done_, undone_; // the newest last
     std::ptrdiff_t dropped_ = 0;                           // content steps that fell off the far end
     bool isMarked_ = false;

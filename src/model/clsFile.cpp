@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 namespace kestrane {
 
@@ -18,6 +19,9 @@ std::size_t lastSeparator(const std::string& name) {
 }
 
 } // namespace
+
+clsFile::clsFile(Session& session, std::string fileName) :
+    FileName(std::move(fileName)), Edits(session.EditTurns), session_(session) {}
 
 // Work goes from the first log to the last, so one that is still busy is found soonest from the end.
 bool clsFile::IsBusy() const {

@@ -14,7 +14,7 @@ namespace kestrane {
 
 class clsFile {
 public:
-    clsFile(Session& session, std::string fileName) : FileName(std::move(fileName)), session_(session) {}
+    clsFile(Session& session, std::string fileName);
 
     Session& session() const { return session_; }
 
@@ -31,6 +31,10 @@ public:
     bool JustAcquired() const { return FileName == ShortenedFileName(); } // FileName holds no path
 
     bool IsOldStyle() const { return OldStyle; }
+
+    // Never saved, or marked as changed, or edited since. Costs nothing, and may say so of a document whose text has
+    // come back to what it was.
+    bool IsUnsaved() const { return JustAcquired() || Changed || !Edits.isAtSaved(); }
 
     bool IsBusy() const;                   // a log loads, waits for loading or recalculates
     bool IsInCollection() const;           // in the session's OpenFiles

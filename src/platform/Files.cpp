@@ -49,6 +49,10 @@ bool fileExists(const std::string& path) {
     return stat(path.c_str(), &about) == 0 && !S_ISDIR(about.st_mode);
 }
 
+bool canWriteTo(const std::string& folder) {
+    return access(folder.c_str(), W_OK | X_OK) == 0;
+}
+
 bool isSameFile(const std::string& a, const std::string& b) {
     const std::string nameA = resolved(a);
     const std::string nameB = resolved(b);

@@ -10,6 +10,8 @@ namespace kestrane {
 
 bool fileExists(const std::string& path); // a file (not a folder) of that name, readable or not
 
+bool canWriteTo(const std::string& folder); // files can be made in it
+
 // Both names stand for one file, through symbolic links and however they are spelled. Case makes no difference, except
 // between two files that are both there.
 bool isSameFile(const std::string& a, const std::string& b);

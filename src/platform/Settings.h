@@ -14,6 +14,10 @@ public:
     virtual ~SettingsStore() = default;
     virtual std::string read(std::string_view section, std::string_view key, std::string_view defaultText) const = 0;
     virtual void write(std::string_view section, std::string_view key, std::string_view text) = 0;
+
+    // The name of the file behind the store that could not be read whole; empty when all is well. Such a file is left
+    // as it is, and what is written lasts as long as the store.
+    virtual std::string Unreadable() const { return {}; }
 };
 
 class MemorySettings : public SettingsStore {

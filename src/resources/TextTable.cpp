@@ -251,6 +251,8 @@ constexpr TextEntry Entries[] = {
     {4635, "Total"},
     {4636, "Choose a hearing protector to compare this log with."},
     {4637, "Convert the intervals, too?"},
+    {4640, "Recent Files"},
+    {4641, "Samples"},
     {4650, "Zoom:"},
     // Find dialog
     {4701, "Find"},
@@ -579,6 +581,8 @@ constexpr TextEntry Entries[] = {
     {8806, "There is no log '^'."},
     {8807, "$ needs a display to show its window, and there is none.  Without one, use kestrane-cli."},
     {8808, "There is no hearing protector '^'."},
+    {8809, "The settings file '^' could not be read whole.  It is left as it is: what you change lasts until $ is "
+           "closed."},
     // Printer and shared button words
     {9000, "Error Connecting to Printer"},
     {9001, "OK"},

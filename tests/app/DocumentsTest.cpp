@@ -78,6 +78,17 @@ TEST_F(DocumentsTest, AnotherOpenDocumentIsNeverSavedOver) {
     EXPECT_EQ(file.FileName, folder.file("a.xml"));
 }
 
+TEST_F(DocumentsTest, TheOnlyLogOfTheFilesIsShownAndOfSeveralTheFirstIsSelected) {
+    const std::string empty = written("empty.xml", "<instruments/>");
+    const std::string one = written("one.xml");
+    const std::string other = written("other.xml");
+    OpenFiles(session, {empty, folder.file("none.xml")}, OpenSource::Named);
+    OpenFiles(session, {empty, one, one}, OpenSource::Named);
+    OpenFiles(session, {other, one}, OpenSource::Dialog);
+    OpenFiles(session, {one}, OpenSource::Recent); // it is open
+    EXPECT_EQ(frame.Chosen, (std::vector<std::string>{"L1I1F2", "[L2I2F3]", "L1I1F2"}));
+}
+
 TEST_F(DocumentsTest, FourFilesAreRememberedTheMostRecentFirst) {
     std::vector<std::string> names;
     for (int i = 0; i < 5; ++i) {

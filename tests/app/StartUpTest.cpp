@@ -1,4 +1,5 @@
 #include "app/StartUp.h"
+#include "app/Help.h"
 #include "app/Placement.h"
 
 #include "TestSession.h"
@@ -55,6 +56,49 @@ TEST_F(StartUpTest, RecentFilesAreReadUpToTheFirstGapAndWrittenInOrder) {
     saveRecentFiles(session);
     EXPECT_EQ(settings.read("Preferences", "LastFile2", ""), "/a.xml");
     EXPECT_EQ(settings.read("Preferences", "LastFile3", ""), "/c.xml") << "keys of a higher number stay";
+}
+
+TEST_F(StartUpTest, DataLieWhereTheUserCanWriteAndAnUnreadableStoreIsToldOnce) {
+    struct Damaged : MemorySettings {
+        std::string Unreadable() const override { return "/home/a/Velmora.ini"; }
+    } damaged;
+
+    const TemporaryFolder folder;
+    EXPECT_EQ(defaultDataFolder(folder.file(""), "/home/a/Documents"), folder.file(""));
+    EXPECT_EQ(defaultDataFolder("/no/such/folder/", "/home/a/Documents"), "/home/a/Documents/");
+    EXPECT_EQ(defaultDataFolder("/no/such/folder/", ""), "/no/such/folder/");
+    Session other("Ordwyn Acoustics", {}, damaged, messages, pump, clock);
+    readSettings(other);
+    ASSERT_EQ(messages.Boxes.size(), 1U);
+    EXPECT_NE(messages.Boxes[0].Prompt.find("'/home/a/Velmora.ini'"), std::string::npos);
+}
+
+TEST(Manual, IsOpenedByADocumentReaderOrTheUserIsToldWhereToGetOne) {
+    struct Case {
+        bool hasReader;
+        Button answer;
+        std::vector<std::string> opened;
+        std::string asked; // or told
+    };
+
+    const TemporaryFolder folder;
+    const std::string manual = folder.file("Kestrane.pdf");
+    writeText(manual, "");
+    TestSession test;
+    const Case cases[] = {{true, Button::Yes, {manual}, ""},
+                          {false, Button::No, {}, test.session.LoadText(8101)},
+                          {false, Button::Yes, {test.session.LoadText(10014)}, test.session.LoadText(8101)}};
+    for (const Case& c : cases) {
+        std::vector<std::string> opened;
+        const Desktop desktop = {
+            [&](const std::string& mimeType) { return c.hasReader && mimeType == "application/pdf"; },
+            [&](const std::string& address) { return opened.push_back(address), true; }};
+        test.messages.Boxes.clear();
+        test.messages.Answers = {c.answer};
+        GetManual(test.session, desktop, manual);
+        EXPECT_EQ(opened, c.opened);
+        EXPECT_EQ(test.messages.Boxes.empty() ? "" : test.messages.Boxes[0].Title, c.asked);
+    }
 }
 
 TEST_F(StartUpTest, OpensWhatItCanAndShowsTheCompany) {

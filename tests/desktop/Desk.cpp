@@ -62,7 +62,8 @@ void Desk::settle() {
 }
 
 QTreeWidgetItem& Desk::node(const char* text) {
-    const auto found = tree().findItems(QLatin1String(text), Qt::MatchExactly | Qt::MatchRecursive);
+    auto found = tree().findItems(QLatin1String(text), Qt::MatchExactly | Qt::MatchRecursive);
+    if (found.isEmpty()) found = tree().findItems(QLatin1String(text) + '*', Qt::MatchExactly);
     if (found.isEmpty()) throw std::runtime_error(text);
     return *found.front();
 }
@@ -87,7 +88,7 @@ void Desk::rename(const char* node, const char* text) {
 QStringList Desk::nodes() {
     QStringList texts;
     for (QTreeWidgetItemIterator at(&tree()); *at != nullptr; ++at)
-        texts.push_back((*at)->text(0));
+        texts.push_back((*at)->text(0).remove('*'));
     return texts;
 }
 

@@ -54,10 +54,10 @@ public:
 
     QTabBar& tabs() { return control<QTabBar>("tabLog"); }
 
-    QTreeWidgetItem& node(const char* text);
+    QTreeWidgetItem& node(const char* text); // with or without the mark of an unsaved file
     void clickNode(const char* text, Qt::MouseButton button = Qt::LeftButton);
     void rename(const char* node, const char* text); // in place, by F2
-    QStringList nodes();                             // all texts of the tree, in order
+    QStringList nodes();                             // all texts of the tree without marks, in order
 
     void clickTab(const char* caption);
 

@@ -46,7 +46,9 @@ TEST(Download, OpensUntitledAndMergesIntoTheSelectedDocument) {
     desk.settle();
     ASSERT_EQ(desk.session.OpenFiles.size(), 1U);
     const clsFile& file = *desk.session.OpenFiles.front();
-    EXPECT_EQ(desk.nodes().front(), "Untitled");
+    EXPECT_EQ(desk.tree().topLevelItem(0)->text(0), "Untitled*");
+    EXPECT_TRUE(desk.tabs().isVisible()) << "its first log";
+    EXPECT_EQ(desk.caption(), "Exploring - (Untitled*)");
     const std::size_t logs = logsOf(file);
     ASSERT_GE(logs, 1U);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
@@ -58,6 +60,8 @@ TEST(Download, OpensUntitledAndMergesIntoTheSelectedDocument) {
     desk.settle();
     EXPECT_EQ(desk.session.OpenFiles.size(), 1U);
     EXPECT_EQ(logsOf(file), 2 * logs);
+    desk.command("Undo Merge").trigger();
+    EXPECT_EQ(logsOf(file), logs);
 
     desk.pressInList("cmdCancel");
     desk.command("Download...").trigger();

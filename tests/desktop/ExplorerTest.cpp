@@ -29,7 +29,7 @@ std::string shownText(Desk& desk) {
 
 TEST(Tree, AClickOnALogOpensItAndAClickOnAGroupLeavesIt) {
     Desk desk;
-    EXPECT_NE(shownText(desk).find("No data file is open"), std::string::npos);
+    EXPECT_TRUE(desk.control<QWidget>("StartPage").isVisible());
     desk.open(kSurvey);
     EXPECT_NE(shownText(desk).find("Choose a log in the tree"), std::string::npos);
     desk.clickNode("Extract fan");
@@ -63,7 +63,7 @@ TEST(Tree, NodesAreRenamedInPlace) {
     desk.rename("Foundry, day shift [360417]", "Foundry");
     desk.rename(kShift, "renamed.xml");
     EXPECT_EQ(desk.nodes(), QStringList({"renamed.xml", "Foundry [360417]", "Broadband", "Grinder"}));
-    EXPECT_EQ(desk.caption(), "Exploring - (renamed.xml)");
+    EXPECT_EQ(desk.caption(), "Exploring - (renamed.xml*)");
     EXPECT_TRUE(std::filesystem::exists(desk.path("renamed.xml")));
     EXPECT_FALSE(std::filesystem::exists(desk.path(kShift)));
 

@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPushButton>
 
 #include <filesystem>
 
@@ -60,7 +61,7 @@ TEST(OpenFiles, ADialogAddsThemToTheTreeAndToTheRecentFiles) {
     desk.press(QKeySequence("Ctrl+O"));
     desk.settle();
     EXPECT_EQ(desk.nodes(), QStringList({kShift, "Foundry, day shift [360417]", "Broadband", "Broadband 1"}));
-    EXPECT_EQ(desk.caption(), "Kestrane Explorer");
+    EXPECT_EQ(desk.caption(), "Exploring - (shift-dosimeter.xml)") << "its only log is shown";
     EXPECT_EQ(desk.panel("Status"), "Loading Completed");
     for (const char* sample : {kNight, kSurvey, "protector-ac.xml", "brevik-short-form.xml"})
         desk.open(sample);
@@ -82,6 +83,30 @@ TEST(OpenFiles, ARecentFileShowsItsWholeNameAndMakesAWindowWhereThereIsNone) {
     desk.command("1 Bore  Sons.xml").trigger();
     desk.settle();
     EXPECT_EQ(desk.nodes().front(), "Bore & Sons.xml");
+}
+
+TEST(StartPage, OffersFilesUntilOneIsOpen) {
+    Desk desk;
+    desk.session.RecentFiles = {desk.path("gone.xml"), desk.copyOf(kSurvey)};
+    desk.frame->RebuildExplorerTrees();
+    desk.settle();
+    for (const char* name : {"cmdRecent1", "cmdRecent2"}) {
+        auto& button = desk.control<QPushButton>(name);
+        ASSERT_TRUE(button.isVisible());
+        QTest::mouseClick(&button, Qt::LeftButton);
+        desk.settle();
+    }
+    EXPECT_EQ(desk.messages.Boxes.size(), 1U) << "the one that has gone";
+    EXPECT_EQ(desk.tree().currentItem()->text(0), "Compressor, idle") << "the first of several";
+    EXPECT_FALSE(desk.tabs().isVisible());
+    EXPECT_FALSE(desk.control<QWidget>("StartPage").isVisible());
+    desk.press(QKeySequence("Ctrl+W"));
+    desk.settle();
+    EXPECT_TRUE(desk.control<QPushButton>("cmdSample1").isVisible());
+    onFileDialog(desk.copyOf(kShift));
+    QTest::mouseClick(&desk.control<QPushButton>("cmdOpen"), Qt::LeftButton);
+    desk.settle();
+    EXPECT_EQ(desk.nodes().front(), kShift);
 }
 
 TEST(OpenFiles, DroppingThemOnTheFrameOrTheTreeOpensEach) {
@@ -119,8 +144,13 @@ TEST(SaveFiles, SaveKeepsTheNameAndSaveAsAsksForOne) {
     desk.press(QKeySequence::Save);
     EXPECT_EQ(desk.bytesOf(kShift), before);
     change(desk);
+    const auto marked = [&] { return desk.tree().topLevelItem(0)->text(0); };
+    EXPECT_EQ(marked(), "shift-dosimeter.xml*");
+    EXPECT_EQ(desk.caption(), "Exploring - (shift-dosimeter.xml*)");
     desk.press(QKeySequence::Save);
     EXPECT_NE(desk.bytesOf(kShift), before);
+    EXPECT_EQ(marked(), kShift);
+    EXPECT_EQ(desk.caption(), "Exploring - (shift-dosimeter.xml)");
     onFileDialog(desk.path("other"));
     desk.press(QKeySequence("Ctrl+Shift+S"));
     EXPECT_EQ(desk.nodes().front(), "other.xml");

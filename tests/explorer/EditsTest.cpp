@@ -222,6 +222,27 @@ TEST(Undo, AZoomedCopyWithOtherSettingsGivesWayToTheLog) {
     EXPECT_EQ(state.LogInView(one.session), &log);
 }
 
+TEST(Undo, FollowsAPasteWhateverIsSelectedUntilSomethingElseIsDone) {
+    OneLog one;
+    one.session.OpenFiles.push_back(std::make_unique<clsFile>(one.session, "/b.xml"));
+    AssignIdentities(one.session, true, 0);
+    const clsFile& other = *one.session.OpenFiles.back();
+    const auto edited = [&](Direction direction) { return documentToEdit(one.session, "L1I1F1", direction); };
+    ASSERT_TRUE(renameNode(one.session, "L1I1F1", "Morning"));
+    EXPECT_FALSE(other.IsUnsaved());
+    ASSERT_TRUE(PasteNode(one.session, "F1", "F2", false));
+    EXPECT_TRUE(other.IsUnsaved());
+    EXPECT_EQ(exchangeText(one.session, edited(Direction::Undo), Direction::Undo), "&Undo Merge");
+    ASSERT_TRUE(exchangeStep(one.session, edited(Direction::Undo), Direction::Undo));
+    EXPECT_TRUE(other.InstrumentDatas.empty());
+    EXPECT_FALSE(other.IsUnsaved());
+    EXPECT_EQ(edited(Direction::Redo), &other);
+    EXPECT_EQ(edited(Direction::Undo), &one.file());
+    ASSERT_TRUE(exchangeStep(one.session, edited(Direction::Redo), Direction::Redo));
+    ASSERT_TRUE(renameNode(one.session, "L1I1F1", "Evening"));
+    EXPECT_EQ(edited(Direction::Undo), &one.file());
+}
+
 TEST(Undo, ALogThatWasDeletedComesBackAsItWasChanged) {
     OneLog one;
     clsLog& log = one.log();

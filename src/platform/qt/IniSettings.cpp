@@ -34,7 +34,11 @@ IniSettings::~IniSettings() = default;
 
 IniSettings IniSettings::ofApplication(const std::string& applicationName) {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    return IniSettings(folder.toStdString() + '/' + applicationName + ".ini");
+    const std::string path = folder.toStdString() + '/' + applicationName + ".ini";
+    IniSettings settings(path);
+    settings.settings_->allKeys(); // reads to the end, which is put off otherwise
+    if (settings.settings_->status() != QSettings::NoError) settings.unreadable_ = path;
+    return settings;
 }
 
 IniSettings IniSettings::ofFile(const std::string& path) {
@@ -45,6 +49,9 @@ IniSettings IniSettings::ofFile(const std::string& path) {
 }
 
 std::string IniSettings::read(std::string_view section, std::string_view key, std::string_view defaultText) const {
+    if (const auto known = written_.Values.find({std::string(section), std::string(key)});
+        known != written_.Values.end())
+        return known->second;
     const QVariant value = settings_->value(keyOf(section, key));
     if (!value.isValid()) return std::string(defaultText);
     // A text with commas that was typed by hand comes as a list.
@@ -53,6 +60,7 @@ std::string IniSettings::read(std::string_view section, std::string_view key, st
 }
 
 void IniSettings::write(std::string_view section, std::string_view key, std::string_view text) {
+    if (!unreadable_.empty()) return written_.write(section, key, text);
     settings_->setValue(keyOf(section, key), textOf(text));
     sync();
 }

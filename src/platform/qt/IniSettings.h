@@ -12,7 +12,8 @@ namespace kestrane {
 
 class IniSettings : public SettingsStore {
 public:
-    // "NAME.ini" in the user's configuration folder. It comes into being with the first write.
+    // "NAME.ini" in the user's configuration folder. It comes into being with the first write. Of one that cannot be
+    // read whole, what can be read holds.
     static IniSettings ofApplication(const std::string& applicationName);
 
     // A file of the caller's choice, created when missing. Raises an error when it cannot be read or created.
@@ -26,12 +27,16 @@ public:
     // Raises an error when the file cannot be written.
     void write(std::string_view section, std::string_view key, std::string_view text) override;
 
+    std::string Unreadable() const override { return unreadable_; }
+
 private:
     explicit IniSettings(const std::string& path);
 
     void sync();
 
     std::unique_ptr<QSettings> settings_;
+    std::string unreadable_;
+    MemorySettings written_; // in place of an unreadable file
 };
 
 } // namespace kestrane

@@ -62,6 +62,18 @@ TEST(IniSettings, LiesInTheUsersConfigurationFolder) {
     qputenv("XDG_CONFIG_HOME", folder.file("config").c_str());
     IniSettings::ofApplication("Some Name").write("Preferences", "K", "V");
     EXPECT_EQ(readText(folder.file("config/Some Name.ini")), "[Preferences]\nK=V\n");
+    const std::string damaged = "[Preferences]\nK=V\nCompany\xFF no value\n";
+    writeText(folder.file("config/Damaged.ini"), damaged);
+    std::filesystem::create_directory(folder.file("config/Folder.ini"));
+    for (const char* name : {"Damaged", "Folder"}) {
+        IniSettings settings = IniSettings::ofApplication(name);
+        EXPECT_EQ(settings.Unreadable(), folder.file("config/") + name + ".ini");
+        settings.write("Preferences", "Company", "A");
+        EXPECT_EQ(settings.read("Preferences", "Company", ""), "A");
+    }
+    EXPECT_EQ(readText(folder.file("config/Damaged.ini")), damaged);
+    EXPECT_EQ(IniSettings::ofApplication("Some Name").Unreadable(), "");
+    EXPECT_EQ(IniSettings::ofApplication("None Yet").Unreadable(), "");
     qputenv("XDG_CONFIG_HOME", old);
 }
 

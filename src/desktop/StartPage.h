@@ -1,0 +1,38 @@
+// What an explorer window shows while no file is open: the ways to come by measurements. One of the pages of the log
+// view; what is asked for here is done by the frame.
+#pragma once
+
+#include "app/Menus.h"
+#include "model/Session.h"
+
+#include <QWidget>
+
+class QVBoxLayout;
+
+namespace kestrane {
+
+class StartPage : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit StartPage(const Session& session);
+
+    void ShowFiles(); // the recent files as they are now, and the samples
+
+signals:
+    void CommandAsked(kestrane::Command command);
+    void RecentAsked(const QString& path);
+    void SampleAsked(const QString& path);
+
+private:
+    using FileAsked = void (StartPage::*)(const QString&);
+
+    QWidget* commands();
+    void fillList(QVBoxLayout& list, int heading, const char* name, const std::vector<std::string>& paths,
+                  FileAsked asked);
+
+    const Session& session_;
+    QVBoxLayout *recent_, *samples_;
+};
+
+} // namespace kestrane
