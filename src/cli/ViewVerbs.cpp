@@ -110,20 +110,29 @@ std::vector<std::string> bandsOf(const clsLog& log) {
     return bands;
 }
 
+std::vector<std::string> parametersOf(const clsLog& log) {
+    std::vector<std::string> captions;
+    for (const DisplayEntry& entry : displayByList(log, kByParam))
+        captions.push_back(entry.Text);
+    return captions;
+}
+
 // What to say of a choice that the log does not offer; empty when it does.
 std::string hintOfChoice(const clsLog& log, const ChoiceOptions& options) {
     const bool isBand = !options.band.empty();
     const std::string& word = isBand ? options.band : options.parameter;
     if (word.empty()) return {};
     if (!log.IsOctaveLog()) return "A broadband log has no bands to choose.";
-    const std::vector<std::string> offered = isBand ? bandsOf(log) : displayByList(log, kByParam);
+    const std::vector<std::string> offered = isBand ? bandsOf(log) : parametersOf(log);
     if (std::find(offered.begin(), offered.end(), word) != offered.end()) return {};
     return "'" + word + "' is none of " + joined(offered);
 }
 
 DisplayChoice choiceOf(const clsLog& log, const ChoiceOptions& options) {
-    if (!options.band.empty()) return {options.band, {}};
-    return displayChoice(log, kByParam, options.parameter);
+    if (!options.band.empty()) return {options.band, 0};
+    for (const DisplayEntry& entry : displayByList(log, kByParam))
+        if (entry.Text == options.parameter) return entry.Choice;
+    return {};
 }
 
 struct TableOptions : ChoiceOptions {

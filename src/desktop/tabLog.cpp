@@ -211,7 +211,8 @@ QWidget* tabLog::optionsBar() {
                 return true;
             }));
     connect(cboDisplayBy_, &QComboBox::activated, this, onLog([this, &view](int index) {
-                return view.chooseListText(index == 0 ? std::string() : cboDisplayBy_->itemText(index).toStdString());
+                const auto list = displayByList(*state_.LogInView(session_), view.ListMode());
+                return view.chooseEntry(list[static_cast<std::size_t>(index)].Choice);
             }));
     connect(optAxis_, &QButtonGroup::idClicked, this,
             onLog([&view](int axis) { return view.chooseAxis(kByDecibels + axis); }));
@@ -241,8 +242,9 @@ void tabLog::Redraw() {
 }
 
 void tabLog::tabClick() {
-    ShowControls();
     clsLog* log = state_.LogInView(session_);
+    if (log != nullptr) state_.View.dropUnfitEntry(*log);
+    ShowControls();
     if (log == nullptr) return;
     if (state_.View.Tab == eTabCompareHPD) state_.View.dropUnfitProtector(*log);
     choosePage();
@@ -296,14 +298,11 @@ void tabLog::showChoices(const clsLog& log) {
 }
 
 void tabLog::fillDisplayBy(const clsLog& log) {
-    const std::vector<std::string> list = displayByList(log, state_.View.ListMode());
-    QStringList texts;
-    for (const std::string& text : list)
-        texts.push_back(shown(text));
+    const std::vector<DisplayEntry> list = displayByList(log, state_.View.ListMode());
     cboDisplayBy_->clear();
-    cboDisplayBy_->addItems(texts);
-    const std::string& chosen = state_.View.ListText();
-    cboDisplayBy_->setCurrentIndex(chosen.empty() ? 0 : static_cast<int>(texts.indexOf(shown(chosen))));
+    for (const DisplayEntry& entry : list)
+        cboDisplayBy_->addItem(shown(entry.Text));
+    cboDisplayBy_->setCurrentIndex(static_cast<int>(placeOf(state_.View.Choice(), list)));
 }
 
 // A chart's page is made on the first visit to its tab.
@@ -356,7 +355,7 @@ void tabLog::drawTab(clsLog& log) {
 }
 
 void tabLog::drawTimeChart(clsLog& log) {
-    ChartData drawn = fullLogChart(&log, state_.View.Choice(log));
+    ChartData drawn = fullLogChart(&log, state_.View.Choice());
     const bool isDrawn = !isAskedBefore3D(log, drawn.Style) ||
                          session_.ShowMessage(session_.LoadText(4542), kButtonsYesNo + kIconQuestion) == Button::Yes;
     chaTab& cha = chart();
@@ -368,13 +367,13 @@ void tabLog::drawTimeChart(clsLog& log) {
 }
 
 void tabLog::drawTable(clsLog& log) {
-    table_->SetTable(IntervalTable(log, state_.View.Channel(), state_.View.Choice(log)));
+    table_->SetTable(IntervalTable(log, state_.View.Channel(), state_.View.Choice()));
 }
 
 void tabLog::drawBandChart(clsLog& log) {
     const LogView& view = state_.View;
     const std::int64_t row = view.Tab == eTabIntervalsGraph ? view.IntervalRow : kWholeLog;
-    std::optional<ChartData> drawn = bandChart(log, row, view.Choice(log), view.Axis);
+    std::optional<ChartData> drawn = bandChart(log, row, view.Choice(), view.Axis);
     chaTab& cha = chart();
     cha.setVisible(drawn.has_value());
     if (!drawn) {

@@ -238,7 +238,7 @@ std::unique_ptr<PagedDocument> tabLog::CurrentView(const PageMetrics& paper) con
     const PrintedView printed = {*opened.file, *log, view.Tab, isModified(*opened.log, *log), paper};
     switch (view.Tab) {
     case eTabIntervalsTable:
-        return tablePages(printed, view.Channel(), view.Choice(*log));
+        return tablePages(printed, view.Channel(), view.Choice());
     case eTabCumulativeData:
         return panelPages(printed, view.PanelBand(*log), cumulativePanelOf(*log, view.Panel));
     case eTabExposureCalculator:

@@ -39,7 +39,7 @@ public:
 
     std::optional<ChartData> build() {
         chart_.Shape = ChartShape::Bar;
-        if (choice_.ParameterText.empty()) {
+        if (choice_.Parameter == 0) {
             addParameters();
         } else {
             addBands();
@@ -59,8 +59,7 @@ private:
     }
 
     void addBands() {
-        const int parameter = chosenParameter(log_, choice_.ParameterText);
-        if (parameter == 0) return;
+        const int parameter = choice_.Parameter;
         ChartSeries series;
         series.Label = VariableCaption(session_, parameter, kChannelA, kNoBand, &log_);
         std::vector<std::string> labels;

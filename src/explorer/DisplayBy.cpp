@@ -3,7 +3,7 @@
 #include "model/LogParameters.h"
 #include "model/Session.h"
 
-#include <string_view>
+#include <algorithm>
 
 namespace kestrane {
 
@@ -13,47 +13,37 @@ std::string bandEnding(const Session& session) {
     return " " + session.LoadText(4592) + " " + session.LoadText(4594);
 }
 
-std::string parameterText(const clsLog& log, int parameter) {
-    return VariableCaption(log.session(), parameter, kChannelA, kNoBand, &log);
-}
-
-void addBands(std::vector<std::string>& list, const clsLog& log) {
+void addBands(std::vector<DisplayEntry>& list, const clsLog& log) {
     const std::string ending = bandEnding(log.session());
     for (int band = 1; band <= lastBand(log.Mode()); ++band)
-        list.push_back(std::string(log.eStr(band)) + ending);
+        list.push_back({std::string(log.eStr(band)) + ending, {std::string(log.eStr(band)), 0}});
 }
 
-void addParameters(std::vector<std::string>& list, const clsLog& log) {
+void addParameters(std::vector<DisplayEntry>& list, const clsLog& log) {
     const PlotTable isPlotted = displayOptions(log).IsPlotted;
     for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
         const bool isShown = isPlotted(kChannelA, kCumulative, parameter) || isPlotted(kChannelA, kInterval, parameter);
-        if (isBanded(parameter) && isShown) list.push_back(parameterText(log, parameter));
+        if (isBanded(parameter) && isShown) list.push_back({parameterText(log, parameter), {{}, parameter}});
     }
 }
 
 } // namespace
 
-std::vector<std::string> displayByList(const clsLog& log, int mode) {
+std::vector<DisplayEntry> displayByList(const clsLog& log, int mode) {
     if (mode != kByFreq && mode != kByParam) return {};
-    std::vector<std::string> list = {log.session().LoadText(4543)};
+    std::vector<DisplayEntry> list = {{log.session().LoadText(4543), {}}};
     if (log.IsOctaveLog()) (mode == kByFreq ? addBands : addParameters)(list, log);
     return list;
 }
 
-DisplayChoice displayChoice(const clsLog& log, int mode, const std::string& text) {
-    if (text.empty() || text == log.session().LoadText(4543)) return {};
-    if (mode == kByParam) return {{}, text};
-    const std::string ending = bandEnding(log.session());
-    if (mode != kByFreq || !text.ends_with(ending)) return {};
-    return {text.substr(0, text.size() - ending.size()), {}};
+std::size_t placeOf(const DisplayChoice& choice, const std::vector<DisplayEntry>& list) {
+    const auto found =
+        std::find_if(list.begin(), list.end(), [&](const DisplayEntry& entry) { return entry.Choice == choice; });
+    return found == list.end() ? 0 : static_cast<std::size_t>(found - list.begin());
 }
 
-int chosenParameter(const clsLog& log, const std::string& text) {
-    if (text.empty()) return 0;
-    for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
-        if (isBanded(parameter) && parameterText(log, parameter) == text) return parameter;
-    }
-    return 0;
+std::string parameterText(const clsLog& log, int parameter) {
+    return VariableCaption(log.session(), parameter, kChannelA, kNoBand, &log);
 }
 
 std::string bandLabel(const clsLog& log, int band) {

@@ -15,21 +15,28 @@ constexpr int kByParam = 1;
 constexpr int kByDecibels = 2;
 constexpr int kByPercent = 3;
 
-// At most one of the two is not empty.
+// At most one of the two is chosen. A parameter stays the same whatever its caption becomes.
 struct DisplayChoice {
-    std::string BandText;      // "1k"
-    std::string ParameterText; // a caption as the list shows it
+    std::string BandText; // "1k"
+    int Parameter = 0;    // eLeq, eLmin, eLmax, eLn1..eLn10
+
+    bool operator==(const DisplayChoice&) const = default;
 };
 
-// "Default" and then the bands ("1k Hz (CHA)"), or the parameters of channel A that are plotted in any kind. A
-// broadband log has "Default" alone; the modes kByDecibels and kByPercent have no list.
-std::vector<std::string> displayByList(const clsLog& log, int mode);
+struct DisplayEntry {
+    std::string Text;
+    DisplayChoice Choice;
+};
 
-// The choice behind a text of that list; "Default" and an empty text choose nothing.
-DisplayChoice displayChoice(const clsLog& log, int mode, const std::string& text);
+// "Default", which chooses nothing, and then the bands ("1k Hz (CHA)"), or the parameters of channel A that are plotted
+// in any kind. A broadband log has "Default" alone; the modes kByDecibels and kByPercent have no list.
+std::vector<DisplayEntry> displayByList(const clsLog& log, int mode);
 
-// The parameter of a choice's text (eLeq, eLmin, eLmax, eLn1..eLn10); 0 when the text names none.
-int chosenParameter(const clsLog& log, const std::string& text);
+// Where a choice stands in a list; 0, the default, when the list does not offer it.
+std::size_t placeOf(const DisplayChoice& choice, const std::vector<DisplayEntry>& list);
+
+// A banded parameter of channel A as the list shows it.
+std::string parameterText(const clsLog& log, int parameter);
 
 // "1k Hz"; "AP" for band 0.
 std::string bandLabel(const clsLog& log, int band);

@@ -31,10 +31,10 @@ IntervalTable::IntervalTable(const clsLog& log, int channel, const DisplayChoice
     locale_(log.session().locale) {
     overloads_ = overloadColumn(rows_, channel_);
     columns_.push_back({log.session().LoadText(4524), Kind::Time});
-    if (choice.ParameterText.empty()) {
+    if (choice.Parameter == 0) {
         addParameters(log, choice.BandText);
     } else {
-        addBands(log, choice.ParameterText);
+        addBands(log, choice.Parameter);
     }
     if (IsOldTallix(log.InsName)) addPeaks(log);
 }
@@ -54,10 +54,9 @@ void IntervalTable::addParameters(const clsLog& log, const std::string& bandText
     }
 }
 
-void IntervalTable::addBands(const clsLog& log, const std::string& parameterText) {
-    columns_.front().caption += " - " + parameterText + ":";
-    const int parameter = chosenParameter(log, parameterText);
-    const Quantity quantity = parameter == 0 ? Quantity::End : intervalQuantity(kChannelA, parameter);
+void IntervalTable::addBands(const clsLog& log, int parameter) {
+    columns_.front().caption += " - " + parameterText(log, parameter) + ":";
+    const Quantity quantity = intervalQuantity(kChannelA, parameter);
     for (int band = 0; band <= lastBand(log.Mode()); ++band) {
         columns_.push_back({(band == 0 ? " " : "") + bandLabel(log, band), Kind::Level, quantity, band});
     }

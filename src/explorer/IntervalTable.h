@@ -48,7 +48,7 @@ private:
     };
 
     void addParameters(const clsLog& log, const std::string& bandText);
-    void addBands(const clsLog& log, const std::string& parameterText);
+    void addBands(const clsLog& log, int parameter);
     void addPeaks(const clsLog& log);
 
     std::string intervalCell(std::size_t row, const TableColumn& column) const;

@@ -78,7 +78,7 @@ void LogView::open(const std::string& key, const clsLog& log, int panelSetting) 
     Key = key;
     if (panelSetting != ePanelHidden) Panel = panelSetting;
     IntervalRow = 1;
-    listText_.clear();
+    choice_ = {};
     if (!log.session().Options.PersistSelectedHP) Protector.reset();
     IsComparisonDeclined = false;
     ResetTabs();
@@ -89,7 +89,7 @@ void LogView::open(const std::string& key, const clsLog& log, int panelSetting) 
 
 void LogView::close() {
     Key.clear();
-    listText_.clear();
+    choice_ = {};
     ResetTabs();
 }
 
@@ -102,6 +102,10 @@ void LogView::chooseProtector(const clsHP& protector, int correctionFactor) {
     Protector = protector;
     CorrectionFactor = correctionFactor;
     drawn_[eTabCompareHPD] = false;
+}
+
+void LogView::dropUnfitEntry(const clsLog& log) {
+    if (placeOf(choice_, displayByList(log, listMode_)) == 0) chooseEntry({});
 }
 
 void LogView::dropUnfitProtector(const clsLog& log) {
@@ -123,13 +127,14 @@ bool LogView::chooseTab(int tab, const clsLog& log) {
 }
 
 bool LogView::chooseListMode(int mode) {
+    if (mode == listMode_) return false;
     listMode_ = mode;
-    return chooseListText({});
+    return chooseEntry({});
 }
 
-bool LogView::chooseListText(const std::string& text) {
-    if (text == listText_) return false;
-    listText_ = text;
+bool LogView::chooseEntry(const DisplayChoice& choice) {
+    if (choice == choice_) return false;
+    choice_ = choice;
     ResetTabs();
     return true;
 }
@@ -154,18 +159,14 @@ bool LogView::chooseInterval(std::int64_t row) {
 }
 
 bool LogView::chooseChannel(int channel) {
-    if (!listText_.empty()) {
-        listText_.clear();
-        channel = kChannelA;
-    }
-    channel_ = channel;
+    channel_ = chooseEntry({}) ? static_cast<int>(kChannelA) : channel;
     drawn_[eTabIntervalsTable] = false;
     return true;
 }
 
 int LogView::PanelBand(const clsLog& log) const {
     if (listMode_ != kByFreq) return 0;
-    return log.e(displayChoice(log, listMode_, listText_).BandText);
+    return log.e(choice_.BandText);
 }
 
 } // namespace kestrane

@@ -81,8 +81,10 @@ public:
 
     void chooseProtector(const clsHP& protector, int correctionFactor);
 
-    // Forgets a protector that has no data of the kind that the log is compared by.
+    // Forgets a protector that has no data of the kind that the log is compared by; and a band or parameter that the
+    // log's list does not offer: the list goes to its default.
     void dropUnfitProtector(const clsLog& log);
+    void dropUnfitEntry(const clsLog& log);
 
     // True when the tab in front has yet to be drawn; it counts as drawn from then on.
     bool takeDrawing();
@@ -91,8 +93,8 @@ public:
     bool chooseTab(int tab, const clsLog& log);
 
     // Each returns whether the tab in front is to be drawn anew.
-    bool chooseListMode(int mode); // kByFreq or kByParam; the list goes to its default
-    bool chooseListText(const std::string& text);
+    bool chooseListMode(int mode);                 // kByFreq or kByParam; the list goes to its default
+    bool chooseEntry(const DisplayChoice& choice); // of the list
     bool chooseAxis(int axis);
     bool choosePanel(int panel);
     bool chooseInterval(std::int64_t row); // from 1
@@ -100,17 +102,15 @@ public:
 
     int ListMode() const { return listMode_; }
 
-    const std::string& ListText() const { return listText_; } // of the list; empty: its default
-
     int Channel() const { return channel_; }
 
-    DisplayChoice Choice(const clsLog& log) const { return displayChoice(log, listMode_, listText_); }
+    const DisplayChoice& Choice() const { return choice_; } // of the list
 
     int PanelBand(const clsLog& log) const; // of the cumulative panels; 0: the overall figures
 
 private:
     int listMode_ = kByFreq;
-    std::string listText_;
+    DisplayChoice choice_;
     int channel_ = kChannelA;
     TabFlags drawn_{};
 };

@@ -26,11 +26,11 @@ public:
         chart_(emptyChart(log, options_)) {}
 
     ChartData build() {
-        const std::string& shown = choice_.ParameterText.empty() ? choice_.BandText : choice_.ParameterText;
+        const std::string shown = choice_.Parameter == 0 ? choice_.BandText : parameterText(log_, choice_.Parameter);
         if (!shown.empty()) chart_.Title += " - " + shown;
         chart_.Footnote = log_.Note;
         setRows();
-        if (choice_.ParameterText.empty()) {
+        if (choice_.Parameter == 0) {
             addParameters();
         } else {
             addBands();
@@ -59,8 +59,7 @@ private:
     }
 
     void addBands() {
-        const int parameter = chosenParameter(log_, choice_.ParameterText);
-        if (parameter == 0) return;
+        const int parameter = choice_.Parameter;
         for (int band = 0; band <= lastBand(log_.Mode()); ++band)
             addSeries(bandLabel(log_, band), parameter, rowValues(kChannelA, parameter, band));
     }

@@ -7,6 +7,13 @@
 namespace kestrane {
 namespace {
 
+std::vector<std::string> textsOf(const std::vector<DisplayEntry>& list) {
+    std::vector<std::string> texts;
+    for (const DisplayEntry& entry : list)
+        texts.push_back(entry.Text);
+    return texts;
+}
+
 TEST(DisplayBy, ListsLeadBackToWhatTheyName) {
     ShownLog shown(modeFullOctave);
     shown.log.LnNumberA(1, 10);
@@ -16,38 +23,30 @@ TEST(DisplayBy, ListsLeadBackToWhatTheyName) {
 
     const auto bands = displayByList(shown.log, kByFreq);
     ASSERT_EQ(bands.size(), 12U);
-    EXPECT_EQ(bands.front(), "Default");
-    EXPECT_EQ(bands[7], "1k Hz (CHA)");
-    EXPECT_EQ(displayChoice(shown.log, kByFreq, bands[7]).BandText, "1k");
-    EXPECT_TRUE(displayChoice(shown.log, kByFreq, bands[7]).ParameterText.empty());
+    EXPECT_EQ(bands.front().Text, "Default");
+    EXPECT_EQ(bands.front().Choice, DisplayChoice());
+    EXPECT_EQ(bands[7].Text, "1k Hz (CHA)");
+    EXPECT_EQ(bands[7].Choice, (DisplayChoice{"1k", 0}));
 
     const auto parameters = displayByList(shown.log, kByParam);
-    EXPECT_EQ(parameters, (std::vector<std::string>{"Default", "LAeq", "Amax", "L10"}));
-    EXPECT_EQ(displayChoice(shown.log, kByParam, "Amax").ParameterText, "Amax");
-    EXPECT_EQ(chosenParameter(shown.log, "Amax"), eLmax);
-    EXPECT_EQ(chosenParameter(shown.log, "L10"), eLn(1));
-
-    for (const std::string& nothing : {std::string(), bands.front()}) {
-        const DisplayChoice choice = displayChoice(shown.log, kByParam, nothing);
-        EXPECT_TRUE(choice.BandText.empty() && choice.ParameterText.empty());
-    }
-    EXPECT_EQ(chosenParameter(shown.log, "Apeak"), 0);
-    EXPECT_EQ(chosenParameter(shown.log, ""), 0);
+    EXPECT_EQ(textsOf(parameters), (std::vector<std::string>{"Default", "LAeq", "Amax", "L10"}));
+    EXPECT_EQ(parameters[3].Choice, (DisplayChoice{"", eLn(1)}));
+    EXPECT_EQ(placeOf({"", eLmax}, parameters), 2U);
+    EXPECT_EQ(placeOf({"", eLmin}, parameters), 0U) << "not plotted on channel A";
 }
 
 TEST(DisplayBy, CaptionsOfALogWithChannelBNameTheChannel) {
     ShownLog shown(modeThirdOctave);
     shown.log.IsChannelBOn = true;
     shown.plot(kChannelA, kInterval, {eLeq});
-    EXPECT_EQ(displayByList(shown.log, kByParam).back(), "LAeq (CHA)");
-    EXPECT_EQ(chosenParameter(shown.log, "LAeq (CHA)"), eLeq);
+    EXPECT_EQ(displayByList(shown.log, kByParam).back().Text, "LAeq (CHA)");
 }
 
 TEST(DisplayBy, ABroadbandLogOffersNoChoice) {
     ShownLog shown;
     shown.plot(kChannelA, kInterval, {eLeq});
-    EXPECT_EQ(displayByList(shown.log, kByFreq), std::vector<std::string>{"Default"});
-    EXPECT_EQ(displayByList(shown.log, kByParam), std::vector<std::string>{"Default"});
+    EXPECT_EQ(textsOf(displayByList(shown.log, kByFreq)), std::vector<std::string>{"Default"});
+    EXPECT_EQ(textsOf(displayByList(shown.log, kByParam)), std::vector<std::string>{"Default"});
 }
 
 } // namespace

@@ -31,7 +31,7 @@ TEST(IntervalTable, ShowsThePlottedParametersOfTheChannel) {
                                                                 "03/06/24 09:00:00\t85,0\t\r\n"
                                                                 "03/06/24 09:01:00\t\t\r\n"
                                                                 "03/06/24 09:02:00\t1235\t\r\n");
-    const IntervalTable b(shown.log, kChannelB, {"1k", ""});
+    const IntervalTable b(shown.log, kChannelB, {"1k", 0});
     EXPECT_EQ(b.caption(1), "Cpeak (CHB)");
     EXPECT_EQ(b.cell(1, 1), "120,3");
 
@@ -47,9 +47,9 @@ TEST(IntervalTable, ShowsOneBandOrAllBandsOfOneParameter) {
     shown.setLevel(Quantity::LeqA, 7, 0, 71.5F);
     shown.setLevel(Quantity::PeakA, 0, 0, 110);
 
-    EXPECT_EQ(written(IntervalTable(shown.log, kChannelA, {"1k", ""})), "Time\tLAeq 1k Hz\tApeak\r\n"
-                                                                        "03/06/24 09:00:00\t71.5\t110.0\r\n");
-    EXPECT_EQ(written(IntervalTable(shown.log, kChannelA, {"", "LAeq"})),
+    EXPECT_EQ(written(IntervalTable(shown.log, kChannelA, {"1k", 0})), "Time\tLAeq 1k Hz\tApeak\r\n"
+                                                                       "03/06/24 09:00:00\t71.5\t110.0\r\n");
+    EXPECT_EQ(written(IntervalTable(shown.log, kChannelA, {"", eLeq})),
               "Time - LAeq:\t AP\t16 Hz\t31.5 Hz\t63 Hz\t125 Hz\t250 Hz\t500 Hz\t1k Hz\t2k Hz\t4k Hz\t8k Hz\t16k Hz\r\n"
               "03/06/24 09:00:00\t90.0\t\t\t\t\t\t\t71.5\t\t\t\t\r\n");
 }

@@ -1,6 +1,7 @@
 #include "explorer/LogView.h"
 
 #include "explorer/CumulativePanel.h"
+#include "explorer/IntervalTable.h"
 #include "explorer/ShownLog.h"
 #include "model/clsOptions.h"
 #include "protection/ProtectorDatabase.h"
@@ -121,9 +122,9 @@ TEST(LogView, ATabIsDrawnOnceUntilSomethingChanges) {
     view.chooseTab(eTabFullLog, shown.log);
     EXPECT_FALSE(view.takeDrawing());
 
-    EXPECT_FALSE(view.chooseListText({})); // the default it has already
+    EXPECT_FALSE(view.chooseEntry({})); // the default it has already
     EXPECT_FALSE(view.takeDrawing());
-    EXPECT_TRUE(view.chooseListText("1k Hz (CHA)"));
+    EXPECT_TRUE(view.chooseEntry({"1k", 0}));
     EXPECT_TRUE(view.takeDrawing()); // the full log shows that band, too
     EXPECT_EQ(view.PanelBand(shown.log), 7);
 
@@ -145,10 +146,19 @@ TEST(LogView, ChannelBCannotShowABand) {
     shown.addRows(1);
     LogView view;
     view.open("O1I1F1", shown.log, ePanelBothChannels);
-    view.chooseListText("1k Hz (CHA)");
+    view.chooseEntry({"1k", 0});
+    view.chooseTab(eTabCumulativeData, shown.log);
+    EXPECT_EQ(view.PanelBand(shown.log), 7);
+    view.takeDrawing();
+    view.chooseTab(eTabIntervalsTable, shown.log);
+    view.chooseTab(eTabCumulativeData, shown.log);
+    EXPECT_EQ(view.PanelBand(shown.log), 7) << "the list is refilled on a change of mode alone";
+    view.chooseTab(eTabIntervalsTable, shown.log);
     view.chooseChannel(kChannelB);
     EXPECT_EQ(view.Channel(), kChannelA);
-    EXPECT_TRUE(view.ListText().empty());
+    EXPECT_EQ(view.Choice(), DisplayChoice());
+    view.chooseTab(eTabCumulativeData, shown.log);
+    EXPECT_TRUE(view.takeDrawing()) << "it showed the band";
     view.chooseChannel(kChannelB);
     EXPECT_EQ(view.Channel(), kChannelB);
     view.chooseListMode(kByParam); // refills a list that stands at its default
@@ -171,13 +181,32 @@ TEST(LogView, AnotherLogKeepsTheTabItHasAndTheHiddenPanel) {
     EXPECT_EQ(view.Tab, eTabCumulativeData);
 }
 
+TEST(LogView, AChosenParameterOutlivesItsCaptionButNotItsPlaceInTheList) {
+    ShownLog shown(modeFullOctave);
+    shown.addRows(1);
+    shown.plot(kChannelA, kInterval, {eLeq});
+    LogView view;
+    view.open("O1I1F1", shown.log, ePanelBothChannels);
+    view.chooseListMode(kByParam);
+    view.chooseEntry({"", eLeq});
+    shown.log.FreqWeightA("Z");
+    view.dropUnfitEntry(shown.log);
+    EXPECT_EQ(view.Choice().Parameter, eLeq);
+    EXPECT_EQ(IntervalTable(shown.log, kChannelA, view.Choice()).caption(0), "Time - LZeq:");
+    view.takeDrawing();
+    shown.log.objLogOptions.IsPlotted.set(kChannelA, kInterval, eLeq, false);
+    view.dropUnfitEntry(shown.log);
+    EXPECT_EQ(view.Choice(), DisplayChoice());
+    EXPECT_TRUE(view.takeDrawing());
+}
+
 TEST(LogView, ThePanelTabOffersBandsAlone) {
     ShownLog shown(modeFullOctave);
     shown.addRows(1);
     LogView view;
     view.open("O1I1F1", shown.log, ePanelBothChannels);
     view.chooseListMode(kByParam);
-    view.chooseListText("LAeq");
+    view.chooseEntry({"", eLeq});
     view.chooseTab(eTabCumulativeData, shown.log);
     EXPECT_EQ(view.ListMode(), kByFreq);
     EXPECT_EQ(view.PanelBand(shown.log), 0);

@@ -66,13 +66,13 @@ TEST(TimeChart, ShowsABandOrAllBandsOfAParameter) {
     shown.setLevel(Quantity::LeqA, 7, 0, 71.5F);
     shown.setLevel(Quantity::PeakA, 0, 0, 110);
 
-    const ChartData band = fullLogChart(&shown.log, {"1k", ""});
+    const ChartData band = fullLogChart(&shown.log, {"1k", 0});
     EXPECT_EQ(band.Title, "Yard - 1k");
     EXPECT_EQ(labels(band), (std::vector<std::string>{"LAeq 1k Hz", "Apeak"}));
     EXPECT_EQ(band.Series[0].Values[0], 71.5F);
     EXPECT_EQ(band.Series[1].Values[0], 110);
 
-    const ChartData bands = fullLogChart(&shown.log, {"", "LAeq"});
+    const ChartData bands = fullLogChart(&shown.log, {"", eLeq});
     EXPECT_EQ(bands.Title, "Yard - LAeq");
     ASSERT_EQ(bands.Series.size(), 12U);
     EXPECT_EQ(bands.Series[0].Label, "AP");
