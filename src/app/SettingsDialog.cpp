@@ -102,11 +102,10 @@ SettingsChanges SettingsDialog::confirmExplorer() {
 SettingsChanges SettingsDialog::confirmLog() {
     editLog(*log_, kTitleDisplayOptions, [&] {
         clsLogOptions& options = log_->objLogOptions;
-        const float hours = Edited.objLogOptions.ExposureTime;
-        const bool isTimeChanged = hours != options.ExposureTime;
+        const float hours = std::exchange(Edited.objLogOptions.ExposureTime, options.ExposureTime);
         Edited.objLogOptions.Plottable = options.Plottable; // a recalculation may have ended meanwhile
         options.Copy(Edited.objLogOptions);
-        if (isTimeChanged) changeExposureTime(*log_, hours);
+        if (hours != options.ExposureTime) changeExposureTime(*log_, hours);
         return true;
     });
     return {false, false, true};

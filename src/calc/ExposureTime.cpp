@@ -13,6 +13,7 @@ namespace kestrane {
 namespace {
 
 constexpr double kDay = 24; // hours
+constexpr float kReferenceHours = 8;
 
 double wholeSeconds(float hours) {
     return std::round(static_cast<double>(hours) * 3600);
@@ -34,6 +35,13 @@ std::string exposureTimeText(float hours) {
     clsTime time;
     time.setTimeFromSeconds(roundToLong(wholeSeconds(hours)));
     return time.hh_mm_ss();
+}
+
+std::string exposureTimeLabel(const clsLog& log) {
+    const std::string own = exposureTimeText(log.objLogOptions.ExposureTime);
+    const std::string reference = exposureTimeText(kReferenceHours);
+    if (log.IsBrevikMeter() || own == reference) return own;
+    return reference + ReplaceText(log.session().LoadText(4645), "^", own);
 }
 
 std::optional<float> durationHours(std::string_view entry, const Locale& locale) {
@@ -77,9 +85,12 @@ void SetLogExposureTime(clsLog& log, float hours) {
 }
 
 bool changeExposureTime(clsLog& log, float hours) {
-    if (!log.IsBrevikMeter()) return false;
+    Session& session = log.session();
+    const bool isBrevik = log.IsBrevikMeter();
+    if (!isBrevik && session.ShowMessage(session.LoadText(4901), kButtonsYesNo + kIconQuestion) != Button::Yes)
+        return false;
     SetLogExposureTime(log, hours);
-    if (!isFullPassUnderWay(log)) CompleteRecalcProcess(log);
+    if (isBrevik && !isFullPassUnderWay(log)) CompleteRecalcProcess(log);
     return true;
 }
 

@@ -13,6 +13,10 @@ namespace kestrane {
 
 std::string exposureTimeText(float hours); // "07:30:00", to the second
 
+// What stands beside the figures of a log. Meters of the Brevik family go by the log's own exposure time; the others
+// name 8 hours, and the time that their figures are made with where it is another: "08:00:00 (figures: 12:00:00)".
+std::string exposureTimeLabel(const clsLog& log);
+
 // The hours of a duration as typed: hours and minutes ("7:30"), with seconds ("7:30:00"), or hours ("7", "7.5", "7,5").
 // From 0 to 24; nothing when it is none of these.
 std::optional<float> durationHours(std::string_view entry, const Locale& locale);
@@ -36,8 +40,8 @@ int exposureTimeFault(float hours, float measuredHours);
 // While a full recalculation is under way its end does the latter.
 void SetLogExposureTime(clsLog& log, float hours);
 
-// A user's change of the time: SetLogExposureTime, and everything else derived again. Only the Brevik family takes it;
-// false for any other log, which stays as it is.
+// A user's change of the time: SetLogExposureTime; of a Brevik meter everything else is derived again, of any other the
+// user is asked first. False when the user would rather not, and the log stays as it is.
 bool changeExposureTime(clsLog& log, float hours);
 
 } // namespace kestrane

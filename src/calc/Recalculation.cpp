@@ -9,7 +9,9 @@
 #include "server/KestraneThread.h"
 #include "server/LogLoading.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
 
 namespace kestrane {
@@ -277,6 +279,14 @@ float twaOf(const clsLog& log, float dose) {
     return dose == 0 ? 0 : checkedSingle(twaOfDose(dose, log.Criterion, log.Exchange));
 }
 
+// The figures that depend on the criterion level and the exchange rate, or on the latter alone.
+struct CriterionFigure {
+    Parameter parameter;
+    bool byCriterion = true;
+};
+
+constexpr CriterionFigure kCriterionFigures[] = {{eDoseET}, {eDoseMT}, {eDoseHour}, {eTWA}, {eLAvg, false}};
+
 bool isWeightedAorC(const std::string& weight) {
     return weight == "A" || weight == "C";
 }
@@ -320,12 +330,39 @@ void CompleteRecalcProcess(clsLog& log) {
         calculate.pa2h(a.pa2h, a.leq);
         calculate.dose(a.doseET, a.leq, Basis::Exposure);
         calculate.doseHour(a.doseHour, a.doseMT.CalcValue());
+    } else if (a.doseET.CalcValue() != a.doseET.Value()) { // another exposure time has made it anew
+        calculate.dose(a.doseET, a.leq, Basis::Exposure);
     }
     calculate.dose(a.doseMT, a.leq, Basis::Measured);
     if (log.IsChannelBOn) deriveChannelB(log, calculate);
-    if (log.RecalcMode == kCalcUnmarked || log.RecalcMode == kCalcFull) SetPlottableValues(log);
+    if (log.RecalcMode == kCalcUnmarked || log.RecalcMode == kCalcFull) {
+        SetPlottableValues(log);
+        log.HasWholeFigures = false;
+    }
     if (log.RecalcMode == kCalcFull) log.FullyCalculated = true;
     log.RaiseLogValuesChanged();
+}
+
+void setCriterion(clsLog& log, std::int16_t criterion, std::int16_t exchange) {
+    if (log.CriterionDose == 0) {
+        log.CriterionDose = log.Criterion;
+        log.ExchangeDose = log.Exchange;
+    }
+    log.Criterion = criterion;
+    log.Exchange = exchange;
+}
+
+std::string reportedNote(const clsLog& log, int channel, int parameter) {
+    const auto* const depends =
+        std::find_if(std::begin(kCriterionFigures), std::end(kCriterionFigures),
+                     [&](const CriterionFigure& figure) { return figure.parameter == parameter; });
+    if (log.CriterionDose == 0 || depends == std::end(kCriterionFigures)) return {};
+    const bool isOther =
+        log.Exchange != log.ExchangeDose || (depends->byCriterion && log.Criterion != log.CriterionDose);
+    const clsValue figure = cumulativeValue(log, channel, parameter, 0);
+    if (!isOther || figure.Value() == 0 || figure.CalcValue() != figure.Value()) return {};
+    return ReplaceText(ReplaceText(log.session().LoadText(4642), "^", std::to_string(log.CriterionDose)), "*",
+                       std::to_string(log.ExchangeDose));
 }
 
 void AmendedDisplayValues(const clsLog& log) {

@@ -5,7 +5,9 @@
 
 #include "model/clsInsData.h"
 
+#include <cstdint>
 #include <functional>
+#include <string>
 
 namespace kestrane {
 
@@ -27,6 +29,14 @@ void RecalcValues(clsLog& log, int iCalcMode, const std::function<void()>& ended
 
 // The figures that derive from the levels as they stand, in a fixed order, then the change event.
 void CompleteRecalcProcess(clsLog& log);
+
+// Gives the log a criterion level and an exchange rate, dB, and keeps in mind which ones its reported figures were made
+// with. Nothing is recalculated.
+void setCriterion(clsLog& log, std::int16_t criterion, std::int16_t exchange);
+
+// Says that a cumulative figure of a channel is the instrument's own, made with another criterion level or exchange
+// rate than the log has now: "as reported (85 dB, 3 dB)". Empty for any other figure.
+std::string reportedNote(const clsLog& log, int channel, int parameter);
 
 // Tells of a change that needs no calculation.
 void AmendedDisplayValues(const clsLog& log);

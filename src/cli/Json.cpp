@@ -104,9 +104,12 @@ Json figuresJson(const clsLog& log) {
     Json figures = {{"LnNumberA", numbers}, {"LnCumA", lnsJson(log.LnCumA)}};
     for (const ParameterInfo& info : parameters()) {
         if (info.bands != nullptr) figures[std::string(info.A.cumulativeName)] = bandsJson(log.*info.bands);
-        for (const ParameterSource* source : {&info.A, &info.B})
-            if (source->cumulative != nullptr)
-                figures[std::string(source->cumulativeName)] = valueJson(log.*source->cumulative);
+        for (const int channel : {kChannelA, kChannelB}) {
+            const ParameterSource& source = channel == kChannelA ? info.A : info.B;
+            if (source.cumulative == nullptr) continue;
+            Json& figure = figures[std::string(source.cumulativeName)] = valueJson(log.*source.cumulative);
+            if (!reportedNote(log, channel, info.parameter).empty()) figure["Reported"] = true;
+        }
     }
     figures["TWA8CumA"] = singleJson(TWA8CumA(log));
     figures["LminCumDateA"] = log.LminCumDateA.Format();

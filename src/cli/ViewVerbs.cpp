@@ -75,7 +75,7 @@ int panel(Program& program, const LogArguments& arguments) {
     if (!chosen) return kFailed;
     Json labels = Json::object();
     for (const PanelLabel& label : shownLabels(*chosen->log, 0))
-        labels[label.Name] = label.Text;
+        labels[label.Name] = valueText(label, {});
     return print(labels);
 }
 

@@ -18,7 +18,8 @@ namespace {
 
 constexpr int kLongestNumber = 999;
 constexpr int kGap = 12;
-constexpr int kWidest = 1000; // captions stay near their values in a wide window
+constexpr std::size_t kLongCaption = 30; // characters; a longer one takes two lines
+constexpr int kWidest = 1000;            // captions stay near their values in a wide window
 
 struct SectionBox {
     PanelSection section;
@@ -45,12 +46,12 @@ QLabel* captionLabel(const std::string& text) {
     auto* const label = new QLabel(shown(text));
     label->setTextFormat(Qt::PlainText);
     label->setForegroundRole(QPalette::PlaceholderText);
+    label->setWordWrap(text.size() > kLongCaption);
     return label;
 }
 
 QLabel* valueLabel(const PanelLabel& label, const std::string& unit, bool isFigure) {
-    const std::string text = label.Text.empty() || unit.empty() ? label.Text : label.Text + " " + unit;
-    auto* const value = new QLabel(shown(text));
+    auto* const value = new QLabel(shown(valueText(label, unit)));
     nameControl(*value, label.Name.c_str(), shown(label.Caption));
     value->setTextFormat(Qt::PlainText);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);

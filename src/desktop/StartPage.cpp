@@ -88,8 +88,8 @@ QWidget* StartPage::commands() {
 }
 
 void StartPage::ShowFiles() {
-    fillList(*recent_, 4640, "cmdRecent", session_.RecentFiles, &StartPage::RecentAsked);
-    fillList(*samples_, 4641, "cmdSample", sampleFiles(), &StartPage::SampleAsked);
+    fillList(*recent_, 4648, "cmdRecent", session_.RecentFiles, &StartPage::RecentAsked);
+    fillList(*samples_, 4649, "cmdSample", sampleFiles(), &StartPage::SampleAsked);
 }
 
 void StartPage::fillList(QVBoxLayout& list, int heading, const char* name, const std::vector<std::string>& paths,

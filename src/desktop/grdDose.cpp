@@ -130,6 +130,11 @@ bool ExposureModel::isIncluded(const QModelIndex& index) const {
     return table_.Rows[static_cast<std::size_t>(index.row())][eColumnIncluded] == session_.labels.YesMark;
 }
 
+std::string ExposureModel::levelNote(const QModelIndex& index) const {
+    return isRow(index) && columnOf(index) == eColumnLeq ? table_.LevelNotes[static_cast<std::size_t>(index.row())]
+                                                         : std::string();
+}
+
 QVariant ExposureModel::data(const QModelIndex& index, int role) const {
     const bool isOfRow = isRow(index);
     switch (role) {
@@ -142,6 +147,7 @@ QVariant ExposureModel::data(const QModelIndex& index, int role) const {
         return orNothing(isOfRow && columnOf(index) == eColumnIncluded,
                          isOfRow && isIncluded(index) ? Qt::Checked : Qt::Unchecked);
     case Qt::ForegroundRole:
+        if (!levelNote(index).empty()) return QColor(Qt::black);
         return orNothing(isOfRow && !isIncluded(index),
                          QApplication::palette().color(QPalette::Disabled, QPalette::Text));
     case Qt::FontRole: {
@@ -151,9 +157,13 @@ QVariant ExposureModel::data(const QModelIndex& index, int role) const {
     }
     case Qt::ToolTipRole:
         if (!isOfRow) return {};
+        if (!levelNote(index).empty()) return shown(levelNote(index));
         return shown(ReplaceText(
             session_.LoadText(4633), "^",
             formatNumber(table_.Shares[static_cast<std::size_t>(index.row())] * 100, "##0.0", session_.locale) + " %"));
+    case Qt::BackgroundRole:
+        return orNothing(!levelNote(index).empty(),
+                         QColor(HighlightColour.red, HighlightColour.green, HighlightColour.blue));
     default:
         return {};
     }

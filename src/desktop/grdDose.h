@@ -38,6 +38,7 @@ public:
 private:
     const std::string& cell(const QModelIndex& index) const;
     bool isIncluded(const QModelIndex& index) const;
+    std::string levelNote(const QModelIndex& index) const;
 
     const Session& session_;
     ExposureTable table_;

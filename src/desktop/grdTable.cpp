@@ -120,7 +120,7 @@ bool grdTable::HasSelection() const {
            (selection.size() == 1 && selection.first().width() * selection.first().height() > 1);
 }
 
-std::string grdTable::SelectionText() const {
+CopiedRows grdTable::SelectedRows() const {
     const QItemSelection selection = selectionModel()->selection();
     int left = model_.columnCount();
     int right = 0;
@@ -132,21 +132,26 @@ std::string grdTable::SelectionText() const {
     }
     std::sort(ranges.begin(), ranges.end());
     const IntervalTable& table = model_.Table();
-    std::string text;
+    CopiedRows copied;
     int next = 0;
     for (const auto& [top, bottom] : ranges) {
         for (int row = std::max(top, next); row <= bottom; ++row) {
-            if (table.isOverloaded(static_cast<std::size_t>(row))) continue;
-            for (int column = left; column <= right; ++column) {
-                if (column > left) text += '\t';
-                const bool isSelected = selection.contains(model_.index(row, column));
-                if (isSelected) text += table.cell(static_cast<std::size_t>(row), static_cast<std::size_t>(column));
+            const auto at = static_cast<std::size_t>(row);
+            if (table.isOverloaded(at)) {
+                ++copied.LeftOut;
+                continue;
             }
-            text += "\r\n";
+            for (int column = left; column <= right; ++column) {
+                if (column > left) copied.Text += '\t';
+                const bool isSelected = selection.contains(model_.index(row, column));
+                if (isSelected) copied.Text += table.copiedCell(at, static_cast<std::size_t>(column));
+            }
+            copied.Text += "\r\n";
+            copied.HasExcluded = copied.HasExcluded || (left == 0 && table.isExcluded(at));
         }
         next = std::max(next, bottom + 1);
     }
-    return text;
+    return copied;
 }
 
 } // namespace kestrane

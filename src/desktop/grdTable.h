@@ -35,9 +35,8 @@ public:
 
     const IntervalTable& Table() const { return model_.Table(); }
 
-    bool HasSelection() const; // of more cells than the one that is always current
-    std::string
-    SelectionText() const; // the selected cells, without overloaded rows: tabs between them, CR LF behind rows
+    bool HasSelection() const;       // of more cells than the one that is always current
+    CopiedRows SelectedRows() const; // the selected cells alone
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -100,6 +100,7 @@ tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
     column->setSpacing(0);
     column->addWidget(tabs_);
     column->addWidget(options_);
+    column->addWidget(wholeFiguresBar());
     column->addWidget(pages_, 1);
 
     connect(tabs_, &QTabBar::currentChanged, this, [this](int tab) {
@@ -142,6 +143,23 @@ QWidget* tabLog::protectorBar() {
     row->addWidget(fraHPD_);
     connect(cmdHPD, &QPushButton::clicked, this, &tabLog::ChooseProtector);
     return bar;
+}
+
+QWidget* tabLog::wholeFiguresBar() {
+    fraWholeFigures_ = new QWidget;
+    fraWholeFigures_->setObjectName("fraWholeFigures");
+    fraWholeFigures_->setAutoFillBackground(true);
+    fraWholeFigures_->setBackgroundRole(QPalette::ToolTipBase);
+    auto* const line = new QLabel(loadText(session_, 4640));
+    line->setForegroundRole(QPalette::ToolTipText);
+    line->setWordWrap(true);
+    QPushButton* const button = pushButton(session_, 4641, "cmdRecalculateRange", loadPlainText(session_, 4641));
+    auto* const row = new QHBoxLayout(fraWholeFigures_);
+    row->setContentsMargins(kMargin, kMargin / 2, kMargin, kMargin / 2);
+    row->addWidget(line, 1);
+    row->addWidget(button);
+    connect(button, &QPushButton::clicked, this, [this] { state_.ZoomRange.RecalculateRange(); });
+    return fraWholeFigures_;
 }
 
 QWidget* tabLog::exposureBar() {
@@ -256,6 +274,7 @@ void tabLog::ShowControls() {
     const Setting setting(isSetting_);
     const clsLog* log = state_.LogInView(session_);
     tabs_->setVisible(log != nullptr);
+    fraWholeFigures_->setVisible(log != nullptr && showsWholeFigures(*log, state_.View.Tab));
     if (log == nullptr) {
         options_->hide();
         const bool isLoading = state_.Content(session_) == LogContent::Loading;

@@ -45,8 +45,10 @@ public:
     // The log's values have changed: every tab is drawn anew, the present one at once.
     void Redraw();
 
-    bool HasContent() const;                        // something on the tab in front that can be copied
-    ClipboardForms CopyData(bool valuesOnly) const; // what a copy command puts on the clipboard
+    bool HasContent() const; // something on the tab in front that can be copied
+
+    // What a copy command puts on the clipboard; what it leaves out is told in the status bar.
+    ClipboardForms CopyData(bool valuesOnly) const;
     bool IsZoomShown() const;
     void ToggleZoom(); // shows or hides the panel, which stays while a part of the log is in view
     void CutIntervals();
@@ -77,6 +79,7 @@ protected:
 private:
     QWidget* optionsBar();
     QWidget* exposureBar();
+    QWidget* wholeFiguresBar();
     QWidget* buttonsOf(const char* frame, int caption, QButtonGroup*& group, std::initializer_list<int> texts);
     QWidget* protectorBar();
     void choosePage();
@@ -99,6 +102,7 @@ private:
     const chaTab* shownChart() const; // null: the tab in front shows none
     void applyChanges();
     void applyZoom();
+    ClipboardForms copiedIntervals(const clsLog& log) const;
     void offerRowsInView();
 
     Session& session_;
@@ -116,6 +120,7 @@ private:
     CumulativePanelView* panels_;
     IntervalListModel intervals_;
 
+    QWidget* fraWholeFigures_;
     QWidget* fraDisplayBy_;
     QButtonGroup* optDisplayBy_;
     QComboBox* cboDisplayBy_;

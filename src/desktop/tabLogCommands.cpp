@@ -176,14 +176,24 @@ bool tabLog::HasContent() const {
     }
 }
 
+ClipboardForms tabLog::copiedIntervals(const clsLog& log) const {
+    const bool isPart = table_->HasSelection();
+    const CopiedRows rows = isPart ? table_->SelectedRows() : table_->Table().copiedRows();
+    session_.frame->SetPanel(
+        Frame::Panel::Status,
+        rows.LeftOut == 0 ? std::string() : ReplaceText(session_.LoadText(4643), "^", std::to_string(rows.LeftOut)));
+    return copiedTable(log, rows, !isPart);
+}
+
 // Of a grid the selected cells, when there are several, and of the panel a selected word; else the whole.
 ClipboardForms tabLog::CopyData(bool valuesOnly) const {
     const clsLog* log = state_.LogInView(session_);
     if (log == nullptr) return {};
     const LogView& view = state_.View;
+    const std::string wholeFigures = showsWholeFigures(*log, view.Tab) ? wholeFiguresLine(*log) : std::string();
     switch (view.Tab) {
     case eTabIntervalsTable:
-        return table_->HasSelection() ? copiedLines(table_->SelectionText(), false) : copiedTable(table_->Table());
+        return copiedIntervals(*log);
     case eTabExposureCalculator:
         return exposures_->HasSelection() ? copiedLines(exposures_->SelectionText(), false)
                                           : copiedExposures(*state_.OpenedLog(session_));
@@ -191,14 +201,15 @@ ClipboardForms tabLog::CopyData(bool valuesOnly) const {
         if (const auto* label = qobject_cast<QLabel*>(QApplication::focusWidget());
             label != nullptr && label->hasSelectedText())
             return {label->selectedText().toStdString(), {}, {}, {}};
-        return copiedPanel(*log, view.PanelBand(*log), cumulativePanelOf(*log, view.Panel));
+        return withLine(copiedPanel(*log, view.PanelBand(*log), cumulativePanelOf(*log, view.Panel)), wholeFigures);
     default:
         break;
     }
     const chaTab* cha = shownChart();
     if (cha == nullptr) return {};
-    if (valuesOnly) return copiedValues(cha->chart(), session_.locale);
+    if (valuesOnly) return withLine(copiedValues(cha->chart(), session_.locale), wholeFigures);
     ClipboardForms forms = view.Tab == eTabCompareHPD ? copiedComparison(comparison_) : ClipboardForms();
+    forms = withLine(std::move(forms), wholeFigures);
     forms.Png = cha->pictureBytes(".png", cha->size()).toStdString();
     forms.Svg = cha->pictureBytes(".svg", cha->size()).toStdString();
     return forms;

@@ -2,6 +2,7 @@
 
 #include "explorer/ChartParts.h"
 #include "explorer/RowTimes.h"
+#include "explorer/Zoom.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
 #include "platform/RuntimeError.h"
@@ -129,7 +130,7 @@ private:
     }
 
     void setTitles() {
-        if (!isInterval()) return;
+        if (!isInterval()) return addFootnote(chart_, wholeFiguresLine(log_));
         chart_.CategoryTitle = session_.LoadText(4569) + " " + RowTimes(log_).time(rowIndex());
         if (log_.LogIntervals.Columns().isExcluded.at(rowIndex()) == 0) return;
         chart_.Title += " - (" + session_.LoadText(4714) + ")";

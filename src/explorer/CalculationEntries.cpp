@@ -62,8 +62,7 @@ bool isWithoutDate(const clsLog& log, const std::string& text) {
 
 void storeAndRecalculate(clsLog& log, const Changes& changes) {
     log.CalibDate = changes.userCal;
-    log.Criterion = changes.criterion;
-    log.Exchange = changes.exchange;
+    setCriterion(log, changes.criterion, changes.exchange);
     RecalcValues(log, kCalcFull);
 }
 

@@ -16,6 +16,11 @@ ChartData emptyChart(const clsLog& log, const clsLogOptions& options) {
     return chart;
 }
 
+void addFootnote(ChartData& chart, const std::string& line) {
+    if (line.empty()) return;
+    chart.Footnote += (chart.Footnote.empty() ? "" : "\n") + line;
+}
+
 std::string exposureTitle(const Session& session, bool hasPercent, bool hasPa2Hours) {
     const std::string percent = hasPercent ? session.LoadText(4562) : std::string();
     const std::string pa2Hours = hasPa2Hours ? session.LoadText(4563) : std::string();

@@ -17,6 +17,8 @@ inline float chartValue(float calcValue) {
     return calcValue == 0 ? kNullValue : calcValue;
 }
 
+void addFootnote(ChartData& chart, const std::string& line); // on a line of its own, unless it is empty
+
 // "Pa2Hrs", "%", or "Pa2Hrs / %" for an axis that carries both.
 std::string exposureTitle(const Session& session, bool hasPercent, bool hasPa2Hours);
 } // namespace kestrane

@@ -62,6 +62,12 @@ void appendRow(std::string& html, std::string_view line, bool isHeading) {
     html += "</tr>";
 }
 
+std::string paragraph(std::string_view text) {
+    std::string html = "<p>";
+    appendEscaped(html, text);
+    return html += "</p>";
+}
+
 std::string htmlTable(std::string_view text, bool hasHeading) {
     std::string html(kTableBegin);
     html.reserve(text.size() * 2);
@@ -100,8 +106,22 @@ ClipboardForms copiedLines(std::string text, bool hasHeading) {
     return forms;
 }
 
-ClipboardForms copiedTable(const IntervalTable& table) {
-    return copiedLines(table.copyText(), true);
+ClipboardForms copiedTable(const clsLog& log, const CopiedRows& rows, bool hasHeading) {
+    ClipboardForms forms = copiedLines(rows.Text, hasHeading);
+    const Session& session = log.session();
+    const std::string name = log.Name.empty() ? std::string() : log.Name + ": ";
+    forms.Html = paragraph(name + session.LoadText(7112) + " " + std::to_string(log.Criterion) + " dB, " +
+                           session.LoadText(3507) + " " + std::to_string(log.Exchange) + " dB") +
+                 forms.Html;
+    if (rows.HasExcluded) forms.Html += paragraph("*" + session.LoadText(5068));
+    return forms;
+}
+
+ClipboardForms withLine(ClipboardForms forms, const std::string& line) {
+    if (line.empty() || forms.Text.empty()) return forms;
+    forms.Text.insert(0, line + std::string(kRowEnd));
+    forms.Html.insert(0, paragraph(line));
+    return forms;
 }
 
 ClipboardForms copiedValues(const ChartData& chart, const Locale& locale) {
@@ -115,8 +135,8 @@ ClipboardForms copiedPanel(const clsLog& log, int band, int panel) {
         if (!isShownIn(panel, row.Section)) continue;
         const bool hasB = hasChannelB && !row.B.Name.empty() && !row.B.Text.empty();
         if (row.A.Text.empty() && !hasB) continue;
-        std::vector<std::string> cells = {row.Caption, row.A.Text};
-        if (hasB) cells.push_back(row.B.Text);
+        std::vector<std::string> cells = {row.Caption, valueText(row.A, {})};
+        if (hasB) cells.push_back(valueText(row.B, {}));
         appendLine(text, cells);
     }
     return copiedLines(std::move(text), false);

@@ -1,10 +1,10 @@
 #include "explorer/CumulativePanel.h"
 
+#include "calc/ExposureTime.h"
 #include "calc/Recalculation.h"
 #include "model/LogParameters.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
-#include "model/TimeText.h"
 #include "platform/Format.h"
 
 #include <algorithm>
@@ -53,12 +53,13 @@ public:
             add(row.section, rowCaption(row), {std::string(row.labelA), {}, figure(kChannelA, row)},
                 {log_.IsChannelBOn ? std::string(row.labelB) : std::string(), levelCaptionB(row),
                  figure(kChannelB, row)});
+            addNotes(row.parameter);
             if (parameterInfo(row.parameter).unit == ParameterUnit::Decibels)
                 rows_.back().Unit = session_.LoadText(4561);
         }
         brevikFigures();
         add(PanelSection::Levels, session_.LoadText(4603), {"lblLn", {}, lnText()});
-        add(PanelSection::Exposure, session_.LoadText(5066), {"lblExposureTime", {}, exposureTime()});
+        add(PanelSection::Exposure, session_.LoadText(5066), {"lblExposureTime", {}, exposureTimeLabel(log_)});
         measurement();
         instrument();
         if (log_.IsBrevikMeter()) blankUnmeasured();
@@ -70,6 +71,11 @@ private:
         a.Caption = caption;
         if (b.Caption.empty()) b.Caption = caption;
         rows_.push_back({section, std::move(caption), {}, std::move(a), std::move(b)});
+    }
+
+    void addNotes(int parameter) {
+        rows_.back().A.Note = reportedNote(log_, kChannelA, parameter);
+        rows_.back().B.Note = reportedNote(log_, kChannelB, parameter);
     }
 
     std::string rowCaption(const FigureRow& row) const {
@@ -109,7 +115,9 @@ private:
             rows_.back().Unit = session_.LoadText(4561);
         };
         put(PanelSection::Levels, session_.labels.LAvg, "lblLAvg", lavg);
+        addNotes(eLAvg);
         put(PanelSection::Exposure, session_.labels.TWA, "lblTWA", twa);
+        addNotes(eTWA);
         put(PanelSection::Exposure, session_.LoadText(9513), "lblTWA8", twa8);
     }
 
@@ -130,10 +138,6 @@ private:
         } catch (const RuntimeError&) {
             return false;
         }
-    }
-
-    std::string exposureTime() const {
-        return HoursToTimeText(log_.IsBrevikMeter() ? log_.objLogOptions.ExposureTime : 8.0F);
     }
 
     void measurement() {
@@ -193,6 +197,13 @@ private:
 };
 
 } // namespace
+
+std::string valueText(const PanelLabel& label, const std::string& unit) {
+    std::string text = label.Text;
+    for (const std::string& part : {unit, label.Note})
+        if (!label.Text.empty() && !part.empty()) text += " " + part;
+    return text;
+}
 
 std::vector<PanelRow> cumulativePanel(const clsLog& log, int band) {
     return Panel(log, band).rows();

@@ -15,10 +15,14 @@ struct PanelLabel {
     std::string Caption;    // "LAeq"
     std::string Text;       // "85.0"
     bool IsWarning = false; // to be marked with the highlight colour
+    std::string Note{};     // what is to be said of the figure; mostly empty
 };
 
 // Which frame of the tab a label stands in.
 enum class PanelSection { Levels, Exposure, Measurement, Instrument };
+
+// The value with its unit, which may be empty, and its note.
+std::string valueText(const PanelLabel& label, const std::string& unit);
 
 struct PanelRow {
     PanelSection Section;

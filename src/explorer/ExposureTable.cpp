@@ -3,6 +3,7 @@
 #include "explorer/Edits.h"
 
 #include "model/Session.h"
+#include "platform/Format.h"
 
 #include <algorithm>
 #include <string_view>
@@ -99,6 +100,9 @@ ExposureTable exposureTable(const clsLog& log) {
         table.Rows.push_back(exposureLine(log.session(), row, static_cast<int>(table.Rows.size()) + 1));
         const double dose = row.IsIncluded ? static_cast<double>(row.getDose().Value()) : 0;
         table.Shares.push_back(day > 0 ? std::clamp(dose / day, 0.0, 1.0) : 0);
+        const std::string reported = formatNumber(row.Leq.Value(), "##0.0", log.session().locale);
+        const bool isOther = table.Rows.back()[eColumnLeq] != reported && row.Leq.CalcValue() != row.Leq.Value();
+        table.LevelNotes.push_back(isOther ? ReplaceText(log.session().LoadText(4644), "^", reported) : std::string());
     }
     table.Totals = exposureTotalsLine(log);
     return table;

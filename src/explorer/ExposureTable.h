@@ -13,7 +13,8 @@ namespace kestrane {
 struct ExposureTable {
     std::vector<std::vector<std::string>> Rows; // cells by ExposureColumn
     std::vector<std::string> Totals;
-    std::vector<double> Shares; // of the day's dose, 0..1, one for each row; 0 for one that takes no part
+    std::vector<double> Shares;          // of the day's dose, 0..1, one for each row; 0 for one that takes no part
+    std::vector<std::string> LevelNotes; // one for each row: what is to be said of its level; mostly empty
 };
 
 ExposureTable exposureTable(const clsLog& log);

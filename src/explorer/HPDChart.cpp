@@ -1,6 +1,7 @@
 #include "explorer/HPDChart.h"
 
 #include "explorer/ChartParts.h"
+#include "explorer/Zoom.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
 
@@ -21,7 +22,7 @@ void addOctaves(const Session& session, const HPDComparison& comparison, ChartDa
     chart.RowCount = labels.size();
     chart.RowLabel = chart.RowName = [labels](std::size_t row) { return labels[row]; };
     for (const std::string& line : comparison.Footnote)
-        chart.Footnote += (chart.Footnote.empty() ? "" : "\n") + line;
+        addFootnote(chart, line);
 }
 
 // One row of columns; a level that could not be computed leaves its place empty.
@@ -48,6 +49,7 @@ ChartData hpdChart(const clsLog& log, const HPDComparison& comparison) {
     } else {
         addLevels(comparison, chart);
     }
+    addFootnote(chart, wholeFiguresLine(log));
     return chart;
 }
 

@@ -20,6 +20,15 @@ clsValue valueOf(Level level) {
     return value;
 }
 
+template <class Cell>
+void appendLine(std::string& text, std::size_t columns, Cell cell) {
+    for (std::size_t column = 0; column < columns; ++column) {
+        if (column > 0) text += '\t';
+        text += cell(column);
+    }
+    text += "\r\n";
+}
+
 } // namespace
 
 IntervalTable::IntervalTable(const clsLog& log, int channel, const DisplayChoice& choice) :
@@ -107,18 +116,15 @@ std::string IntervalTable::captionLine() const {
     return text + "\r\n";
 }
 
-void IntervalTable::appendLine(std::string& text, std::size_t row) const {
-    for (std::size_t column = 0; column < columnCount(); ++column) {
-        if (column > 0) text += '\t';
-        text += cell(row, column);
-    }
-    text += "\r\n";
+std::string IntervalTable::copiedCell(std::size_t row, std::size_t column) const {
+    const bool isMarked = columns_[column].kind == Kind::Time && isExcluded(row);
+    return isMarked ? "*" + cell(row, column) : cell(row, column);
 }
 
 void IntervalTable::write(std::ostream& out) const {
     std::string text = captionLine();
     for (std::size_t row = 0; row < rowCount(); ++row) {
-        appendLine(text, row);
+        appendLine(text, columnCount(), [&](std::size_t column) { return cell(row, column); });
         if (text.size() < kWriteSize) continue;
         out << text;
         text.clear();
@@ -126,12 +132,17 @@ void IntervalTable::write(std::ostream& out) const {
     out << text;
 }
 
-std::string IntervalTable::copyText() const {
-    std::string text = captionLine();
+CopiedRows IntervalTable::copiedRows() const {
+    CopiedRows copied{captionLine()};
     for (std::size_t row = 0; row < rowCount(); ++row) {
-        if (!isOverloaded(row)) appendLine(text, row);
+        if (isOverloaded(row)) {
+            ++copied.LeftOut;
+            continue;
+        }
+        appendLine(copied.Text, columnCount(), [&](std::size_t column) { return copiedCell(row, column); });
+        copied.HasExcluded = copied.HasExcluded || isExcluded(row);
     }
-    return text;
+    return copied;
 }
 
 } // namespace kestrane

@@ -14,6 +14,13 @@
 
 namespace kestrane {
 
+// Rows as they are copied: tabs between cells, CR LF behind rows. Overloaded ones are left out.
+struct CopiedRows {
+    std::string Text;
+    std::size_t LeftOut = 0;
+    bool HasExcluded = false; // "*" stands in front of a time
+};
+
 // Rows and columns are counted from 0; the captions are no row.
 class IntervalTable {
 public:
@@ -35,7 +42,10 @@ public:
 
     // The captions, then the rows: tabs between cells, CR LF behind rows.
     void write(std::ostream& out) const;
-    std::string copyText() const; // the same without the overloaded rows
+
+    // A cell as it is copied and printed: the time of an excluded row has "*" in front.
+    std::string copiedCell(std::size_t row, std::size_t column) const;
+    CopiedRows copiedRows() const; // captions and rows
 
 private:
     enum class Kind { Time, Level, Overload, PeakTime, PeakValue };
@@ -54,7 +64,6 @@ private:
     std::string intervalCell(std::size_t row, const TableColumn& column) const;
     std::string peakCell(std::size_t row, const TableColumn& column) const;
     std::string captionLine() const;
-    void appendLine(std::string& text, std::size_t row) const;
 
     std::vector<TableColumn> columns_;
     IntervalColumns rows_;

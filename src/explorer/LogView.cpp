@@ -51,6 +51,11 @@ bool IsZoomSelectable(const clsLog& opened, int tab) {
            isAnyOf(tab, {eTabFullLog, eTabIntervalsTable, eTabIntervalsGraph, eTabCumulativeGraph, eTabCumulativeData});
 }
 
+bool showsWholeFigures(const clsLog& inView, int tab) {
+    return inView.HasWholeFigures &&
+           isAnyOf(tab, {eTabCumulativeGraph, eTabNoiseRating, eTabCompareHPD, eTabCumulativeData});
+}
+
 bool IsCutIntervalSelectable(const clsLog& inView, int tab) {
     return IsZoomSelectable(inView, tab);
 }

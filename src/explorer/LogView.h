@@ -32,6 +32,9 @@ using TabFlags = std::array<bool, kLogTabs>;
 // The tabs that a log can be seen on.
 TabFlags enabledTabs(const clsLog& log);
 
+// The tab shows cumulative figures of the log in view, and they are not those of its rows (wholeFiguresLine says so).
+bool showsWholeFigures(const clsLog& inView, int tab);
+
 // May a range of the opened log's rows be chosen to look at, or rows of the log in view be cut out of calculations?
 // Both need more than one row, and a tab that shows rows or what is calculated from them.
 bool IsZoomSelectable(const clsLog& opened, int tab);

@@ -2,6 +2,7 @@
 
 #include "calc/NoiseRating.h"
 #include "explorer/ChartParts.h"
+#include "explorer/Zoom.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
 
@@ -22,6 +23,7 @@ std::optional<ChartData> noiseRatingChart(const clsLog& log) {
     ChartData chart = emptyChart(log, displayOptions(log));
     chart.Title = ReplaceText(session.LoadText(4544), "^", log.Name);
     chart.Footnote = ReplaceText(session.LoadText(4547), "^", std::to_string(rating.Level)) + "    ";
+    addFootnote(chart, wholeFiguresLine(log));
     chart.HasLegend = false;
     chart.CategoryTitle = session.LoadText(4545);
     chart.PrimaryTitle = session.LoadText(4546);

@@ -1,5 +1,6 @@
 #include "explorer/Selection.h"
 
+#include "model/LogParameters.h"
 #include "model/LogTime.h"
 #include "platform/RuntimeError.h"
 
@@ -7,11 +8,27 @@
 
 namespace kestrane {
 
+namespace {
+
+bool hasFigures(const clsLog& log) {
+    for (const int channel : {kChannelA, kChannelB}) {
+        for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+            if (parameter == eOverload) continue;
+            for (int band = 0; band <= lastBand(log.Mode()); ++band)
+                if (cumulativeValue(log, channel, parameter, band).CalcValue() != 0) return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
 std::unique_ptr<clsLog> makeZoom(const clsLog& log, std::int64_t from, std::int64_t to) {
     auto zoom = std::make_unique<clsLog>(log.session());
     zoom->Copy(log, from, to);
     zoom->IsZoomed = true;
     zoom->IsParent5Mins = lastsFiveMinutes(log, false);
+    zoom->HasWholeFigures = hasFigures(*zoom);
     return zoom;
 }
 

@@ -1,5 +1,6 @@
 #include "explorer/Zoom.h"
 
+#include "calc/ExposureTime.h"
 #include "calc/Recalculation.h"
 #include "explorer/Selection.h"
 #include "model/LogParameters.h"
@@ -59,7 +60,15 @@ void Zoom::follow(const clsLog& opened) {
     const bool isOtherTime = copy_->objLogOptions.ExposureTime != opened.objLogOptions.ExposureTime;
     copy_->objLogOptions.Copy(opened.objLogOptions);
     SetPlottableValues(*copy_);
-    if (isOtherTime) RecalcValues(*copy_, kCalcExposureTime);
+    if (isOtherTime) SetLogExposureTime(*copy_, opened.objLogOptions.ExposureTime);
+}
+
+void Zoom::RecalculateRange() const {
+    if (copy_) RecalcValues(*copy_, kCalcFull);
+}
+
+std::string wholeFiguresLine(const clsLog& log) {
+    return log.HasWholeFigures ? log.session().LoadText(4640) : std::string();
 }
 
 bool isLongZoom(const clsLog& log) {

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 namespace kestrane {
 
@@ -25,6 +26,8 @@ public:
     // while the log is loading or recalculating.
     bool apply(clsLog& opened);
 
+    void RecalculateRange() const; // the copy, by its own rows alone; its change event tells when the figures stand
+
     void end() { copy_.reset(); }
 
     clsLog* copy() const { return copy_.get(); } // null: the opened log is in view
@@ -38,6 +41,10 @@ private:
     std::unique_ptr<clsLog> copy_;
     RowRange applied_{1, 1};
 };
+
+// What is to be said of a zoomed range as long as its cumulative figures are not its own, but those of the whole log;
+// else empty.
+std::string wholeFiguresLine(const clsLog& log);
 
 // A zoom of five minutes or more is asked about before it is recalculated by force, however few its rows.
 bool isLongZoom(const clsLog& log);

@@ -31,7 +31,6 @@ struct CarriedLogData {
     std::string strDataStream; // reception buffer of a download
     std::string strEndChars;   // end marker of a download block
     std::string Frq;
-    std::int16_t CriterionDose = 0, ExchangeDose = 0;
     std::int32_t SampleCount = 0;
 };
 
@@ -39,6 +38,7 @@ struct CarriedLogData {
 struct LogData : CarriedLogData {
     bool IsZoomed = false;        // a zoomed range of another log
     bool IsParent5Mins = false;   // of a zoomed log: the other log lasted at least five minutes
+    bool HasWholeFigures = false; // of a zoomed log: its cumulative figures are still those of the other log
     bool FullyCalculated = false; // cumulative values have been recalculated
     bool SaveDoseCalc = false;    // DoseLogIntervals are to be saved
     std::string InsName;
@@ -46,6 +46,7 @@ struct LogData : CarriedLogData {
     std::string Threshold, Range, Region; // as the instrument reported
     std::vector<clsDoseLogSample> DoseLogIntervals;
     std::vector<clsDoseLogSample> KeepDoseLogIntervals; // as loaded
+    std::int16_t CriterionDose = 0, ExchangeDose = 0; // of the reported figures, dB; 0: the log's own
     clsLogOptions objLogOptions;
     std::string Name;
     std::int32_t Number = 0; // on the instrument

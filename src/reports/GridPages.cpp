@@ -11,6 +11,7 @@ namespace {
 constexpr double kNarrowest = 3; // of a column that is broken into lines
 constexpr std::size_t kMostLines = 12;
 constexpr double kCaptionLines = 1.5;
+constexpr double kNoteLines = 2;
 constexpr std::size_t kMostMeasured = 5000; // rows
 
 } // namespace
@@ -74,7 +75,8 @@ std::vector<GridPages::Part> GridPages::columnGroups() const {
 }
 
 void GridPages::planPages() {
-    const double room = frame_.body().height() / line_ - (hasCaptions_ ? kCaptionLines : 0) - 1;
+    const double room =
+        frame_.body().height() / line_ - (hasCaptions_ ? kCaptionLines : 0) - (grid_.Note.empty() ? 0 : kNoteLines) - 1;
     for (Part part : columnGroups()) {
         do {
             double left = room;
@@ -124,6 +126,10 @@ void GridPages::drawPage(PageDevice& device, std::size_t page) {
     frame_.drawHead(device);
     double top = body.Top;
     double width = 0;
+    if (!grid_.Note.empty()) {
+        device.text(body.Left, top, grid_.Note, kCaptionFont);
+        top += kNoteLines * line_;
+    }
     for (std::size_t column = 0; column < part.EndColumn; ++column) {
         if (column > 0 && column < part.FirstColumn) continue;
         if (!grid_.Captions[column].empty()) device.text(body.Left + width, top, grid_.Captions[column], kCaptionFont);

@@ -18,6 +18,7 @@ struct PageGrid {
     std::size_t Rows = 0;
     std::function<std::string(std::size_t row, std::size_t column)> Cell; // from 0
     std::size_t TotalRows = 0;                                            // so many at the end stand below a line
+    std::string Note{};                                                   // on top of each page; may be empty
 };
 
 class GridPages : public PagedDocument {

@@ -15,6 +15,7 @@ constexpr double kLeastChartHeight = 0.25;
 constexpr double kChartHeightInLandscape = 0.66;
 constexpr double kMiddleGap = 0.5;
 constexpr std::size_t kMostValueLines = 3;
+constexpr double kRemarkLines = 1.25;
 constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the room round them
 
 std::string titleOf(const clsLog& log) {
@@ -99,7 +100,8 @@ void Report::placeDetails(const std::vector<DetailLine>& lines) {
 }
 
 double Report::heightOf(const ReportTable& table) const {
-    return (kCaptionLines + static_cast<double>(table.Rows.size())) * line_;
+    const double lines = kCaptionLines + (table.Remark.empty() ? 0 : kRemarkLines);
+    return (lines + static_cast<double>(table.Rows.size())) * line_;
 }
 
 // Beside the details in landscape, else below them, with room below for a table where there is enough.
@@ -124,7 +126,8 @@ void Report::placeChart(const ReportSubject& subject, double below) {
 void Report::placeTable(const ReportTable& table) {
     const PageArea& body = frame_.body();
     const std::vector<double> ends = columnEnds(table, metrics_);
-    const double width = std::max(ends.back(), metrics_.textWidth(table.Heading, kCaptionFont));
+    const double width = std::max(
+        {ends.back(), metrics_.textWidth(table.Heading, kCaptionFont), metrics_.textWidth(table.Remark, kCaptionFont)});
     const double height = heightOf(table);
     double left = body.Left;
     const auto hasRoomBeside = [&] { return tableRight_ > 0 && tableRight_ + kMiddleGap + width <= body.Right; };
@@ -165,6 +168,10 @@ void Report::placeTable(const ReportTable& table) {
 
 void Report::placeCaptions(const ReportTable& table, const std::vector<double>& ends, double left) {
     place(left, table.Heading, kCaptionFont);
+    if (!table.Remark.empty()) {
+        top_ += kRemarkLines * line_;
+        place(left, table.Remark, kCaptionFont);
+    }
     top_ += 2 * line_;
     place(left, table.Captions.front(), kCaptionFont);
     for (std::size_t column = 1; column < table.Captions.size(); ++column)

@@ -1,5 +1,8 @@
 #include "reports/ReportTables.h"
 
+#include "calc/ExposureTime.h"
+#include "calc/Recalculation.h"
+#include "explorer/Zoom.h"
 #include "model/LogParameters.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
@@ -12,6 +15,7 @@ namespace kestrane {
 namespace {
 
 constexpr std::string_view kLongDate = "long date";
+constexpr float kUsualHours = 8; // an exposure time that needs no mention
 
 std::string longDate(const clsDate& date) {
     return date.Format().empty() ? std::string() : date.Format(kLongDate);
@@ -42,7 +46,7 @@ constexpr DetailRow kDetails[] = {
     {7100, [](const clsInsData&, const clsLog& log) { return log.Name; }},
     {4531, [](const clsInsData&, const clsLog& log) { return log.InsName; }},
     {7101, [](const clsInsData& data, const clsLog&) { return data.InsSerial; }},
-    {7102, [](const clsInsData&, const clsLog& log) { return longDate(log.FactoryCalibDate); }},
+    {4600, [](const clsInsData&, const clsLog& log) { return longDate(log.FactoryCalibDate); }},
     {5045, [](const clsInsData&, const clsLog& log) { return longDate(log.CalibDate); }},
     {0},
     {0, nullptr, true},
@@ -108,8 +112,11 @@ std::string figureCaption(const clsLog& log, Parameter parameter) {
 
 std::string figure(const clsLog& log, const clsLogOptions& options, int channel, Parameter parameter) {
     if (!options.Plottable(channel, kCumulative, parameter)) return {};
-    return cumulativeValue(log, channel, parameter, 0)
-        .Format(true, false, reportFormat(parameterInfo(parameter).unit), log.session().locale);
+    const std::string text =
+        cumulativeValue(log, channel, parameter, 0)
+            .Format(true, false, reportFormat(parameterInfo(parameter).unit), log.session().locale);
+    const std::string note = reportedNote(log, channel, parameter);
+    return text.empty() || note.empty() ? text : text + " " + note;
 }
 
 } // namespace
@@ -138,6 +145,7 @@ ReportTable cumulativeTable(const clsLog& log) {
     ReportTable table;
     const std::string start = longDate(log.StartDate);
     table.Heading = datedHeading(session.LoadText(5043), start, start.empty() ? start : log.StartTime.hh_mm());
+    table.Remark = wholeFiguresLine(log);
     table.NameWidth = "XXFrequency WeightingXX";
     table.Captions = log.IsChannelBOn ? std::vector<std::string>{{}, session.LoadText(4523), session.LoadText(4525)}
                                       : std::vector<std::string>{{}, session.LoadText(5050)};
@@ -148,6 +156,8 @@ ReportTable cumulativeTable(const clsLog& log) {
     for (const WordRow& row : kCumulativeWords)
         add(session.LoadText(row.caption), row.channelA(log),
             row.channelB == nullptr ? std::string() : row.channelB(log));
+    if (exposureTimeText(log.objLogOptions.ExposureTime) != exposureTimeText(kUsualHours))
+        add(session.LoadText(5066), exposureTimeLabel(log), {});
     for (const Parameter parameter : kCumulativeFigures) {
         if (!isListed(log, parameter)) continue;
         add(figureCaption(log, parameter), figure(log, options, kChannelA, parameter),
@@ -161,6 +171,7 @@ ReportTable frequencyTable(const clsLog& log) {
     ReportTable table;
     table.Heading = session.LoadText(5049);
     if (log.IsChannelBOn) table.Heading += " (" + session.LoadText(4523) + ")";
+    table.Remark = wholeFiguresLine(log);
     table.NameWidth = "XXXFreq(Hz)";
     table.Captions = {session.LoadText(5053)};
     for (const LevelColumn& column : kFrequencyColumns)

@@ -24,6 +24,7 @@ std::vector<DetailLine> detailLines(const clsInsData& data, const clsLog& log);
 // Captions, then rows of as many cells; the first column names the row.
 struct ReportTable {
     std::string Heading;
+    std::string Remark{}; // below the heading; may be empty
     std::vector<std::string> Captions;
     std::vector<std::vector<std::string>> Rows;
     std::string_view NameWidth; // as wide is the first column at least

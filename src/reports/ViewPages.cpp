@@ -4,6 +4,7 @@
 #include "explorer/CumulativePanel.h"
 #include "explorer/ExposureTable.h"
 #include "explorer/IntervalTable.h"
+#include "explorer/Zoom.h"
 #include "model/Session.h"
 #include "reports/GridPages.h"
 #include "reports/PageText.h"
@@ -75,10 +76,6 @@ private:
     std::vector<std::string> below_;
 };
 
-std::string withUnit(const std::string& text, const std::string& unit) {
-    return text.empty() || unit.empty() ? text : text + " " + unit;
-}
-
 } // namespace
 
 std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart, const std::string& below) {
@@ -97,9 +94,9 @@ std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int
         if (!isShownIn(panel, section)) continue;
         if (!cells.empty()) cells.emplace_back(captions.size());
         for (const PanelRow& row : rows) {
-            const std::string channelB = hasChannelB ? withUnit(row.B.Text, row.Unit) : std::string();
+            const std::string channelB = hasChannelB ? valueText(row.B, row.Unit) : std::string();
             if (row.Section != section || (row.A.Text.empty() && channelB.empty())) continue;
-            std::vector<std::string> line = {row.Caption, withUnit(row.A.Text, row.Unit)};
+            std::vector<std::string> line = {row.Caption, valueText(row.A, row.Unit)};
             if (hasChannelB) {
                 line.push_back(channelB.empty() || row.B.Caption == row.Caption ? std::string() : row.B.Caption);
                 line.push_back(channelB);
@@ -107,7 +104,9 @@ std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int
             cells.push_back(std::move(line));
         }
     }
-    return gridPages(view, gridOf(std::move(captions), std::move(cells)), band);
+    PageGrid grid = gridOf(std::move(captions), std::move(cells));
+    grid.Note = wholeFiguresLine(log);
+    return gridPages(view, std::move(grid), band);
 }
 
 std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view) {
@@ -126,7 +125,9 @@ std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, int channel, 
     for (std::size_t column = 0; column < table->columnCount(); ++column)
         grid.Captions.push_back(table->caption(column));
     grid.Rows = table->rowCount();
-    grid.Cell = [table](std::size_t row, std::size_t column) { return table->cell(row, column); };
+    grid.Cell = [table](std::size_t row, std::size_t column) { return table->copiedCell(row, column); };
+    if (view.log.LogIntervals.IncludedCount() != view.log.LogIntervals.Count())
+        grid.Note = "*" + view.log.session().LoadText(5068);
     return gridPages(view, std::move(grid));
 }
 

@@ -104,11 +104,22 @@ TEST(ExposureTime, AChangeDerivesTheFiguresAgain) {
     EXPECT_NEAR(log.Pa2hCumA.CalcValue(), pa2h / 4, 0.001);
 }
 
-TEST(ExposureTime, OtherLogsDoNotTakeIt) {
+TEST(ExposureTime, OfOtherLogsIsAskedAboutAndNamedBesideTheEightHours) {
     BrevikLog other("Tallix");
-    EXPECT_FALSE(changeExposureTime(other.log, 4));
-    EXPECT_EQ(other.log.objLogOptions.ExposureTime, 8);
+    clsLog& log = other.log;
+    EXPECT_EQ(exposureTimeLabel(log), "08:00:00");
+    other.messages.Answers = {Button::No, Button::Yes};
+    EXPECT_FALSE(changeExposureTime(log, 4));
+    EXPECT_EQ(other.messages.Boxes.back().Prompt, "Proceed with calculation?");
+    EXPECT_EQ(log.objLogOptions.ExposureTime, 8);
     EXPECT_EQ(other.frame.changes, 0);
+    EXPECT_TRUE(changeExposureTime(log, 4));
+    EXPECT_NEAR(log.LepdETCumA.CalcValue(), 85 - 3.0103, 0.001);
+    EXPECT_EQ(exposureTimeLabel(log), "08:00:00 (figures: 04:00:00)");
+
+    BrevikLog brevik;
+    brevik.log.objLogOptions.ExposureTime = 7.6F;
+    EXPECT_EQ(exposureTimeLabel(brevik.log), "07:36:00");
 }
 
 TEST(ExposureTime, AFullRecalculationUnderWayEndsAsItBegan) {

@@ -175,6 +175,35 @@ TEST_F(RecalculationTest, AnOldDoseMeterGetsItsLeqFromItsLepd) {
     EXPECT_FLOAT_EQ(log.SELCumA.CalcValue(), 129.59393F) << "by the new level";
 }
 
+TEST_F(RecalculationTest, AFigureThatTheInstrumentMadeByAnotherCriterionSaysSo) {
+    const auto noteOf = [&](int parameter) { return reportedNote(log, kChannelA, parameter); };
+    log.InsName = "TR350";
+    ASSERT_TRUE(log.IsHalcyrMeter());
+    for (clsValue* figure : {&log.DoseETCumA, &log.DoseHourA, &log.LAvgCumA})
+        figure->Value(70);
+    RecalcValues(log, kCalcFull);
+    EXPECT_EQ(noteOf(eDoseET), "");
+    setCriterion(log, 90, 3);
+    setCriterion(log, 80, 3);
+    RecalcValues(log, kCalcFull);
+    EXPECT_EQ(log.DoseETCumA.CalcValue(), 70);
+    EXPECT_EQ(noteOf(eDoseET), "as reported (85 dB, 3 dB)");
+    EXPECT_EQ(noteOf(eDoseHour), "as reported (85 dB, 3 dB)");
+    EXPECT_EQ(noteOf(eDoseMT), "") << "computed";
+    EXPECT_EQ(noteOf(eLepdET), "") << "knows no criterion";
+    EXPECT_EQ(noteOf(eLAvg), "") << "the exchange rate is the same";
+
+    log.objLogOptions.ExposureTime = 4;
+    RecalcValues(log, kCalcExposureTime);
+    EXPECT_EQ(noteOf(eDoseET), "");
+    setCriterion(log, 85, 5);
+    RecalcValues(log, kCalcFull);
+    EXPECT_FLOAT_EQ(log.DoseETCumA.CalcValue(), 50) << "no longer the instrument's";
+    EXPECT_EQ(noteOf(eLAvg), "as reported (85 dB, 3 dB)");
+    setCriterion(log, 85, 3);
+    EXPECT_EQ(noteOf(eLAvg) + noteOf(eDoseHour), "");
+}
+
 TEST_F(RecalculationTest, AHalcyrMeterKeepsItsFiguresUnlessZoomedAndHasNoExposureOnChannelB) {
     log.InsName = "TR350";
     log.IsChannelBOn = true;

@@ -70,6 +70,16 @@ TEST(ZoomPanel, NarrowsEveryTabAndGoesBackToAll) {
     EXPECT_EQ(desk.asked(), "Recalculate cumulative data?");
     EXPECT_EQ(rowsInView(desk), 1);
     EXPECT_EQ(desk.control<QTableView>("grdTable").model()->index(0, 0).data().toString(), "17/09/24 08:00:00");
+    EXPECT_FALSE(desk.control<QWidget>("fraWholeFigures").isVisible()) << "its rows are its own";
+    desk.clickTab("Cumultv (Data)");
+    const QString ofTheWholeLog = desk.control<QLabel>("lblLeqA").text();
+    EXPECT_TRUE(desk.control<QWidget>("fraWholeFigures").isVisible());
+    desk.command("Copy").trigger();
+    EXPECT_TRUE(
+        QApplication::clipboard()->text().startsWith("These cumulative figures are those of the whole log.\r\n"));
+    click(*desk.frame, "cmdRecalculateRange");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !desk.control<QWidget>("fraWholeFigures").isVisible(); }));
+    EXPECT_NE(desk.control<QLabel>("lblLeqA").text(), ofTheWholeLog);
     desk.clickTab("Exp Calc");
     EXPECT_FALSE(desk.control<QWidget>("fraZoom").isVisible());
     EXPECT_FALSE(desk.isEnabled("Zoom..."));
@@ -200,6 +210,7 @@ TEST(Copying, PutsTheTabInFrontOnTheClipboardInItsForms) {
     EXPECT_TRUE(copy("Full Log", "Copy Values").startsWith("\tLAeq\tApeak\tLEP,d(ET)\tDose %(ET)\r\n07:00\t77.6\t"));
     EXPECT_TRUE(copied->hasHtml());
     EXPECT_EQ(copy("Intervals (Table)", "Copy").count("\r\n"), 478) << "three of 480 rows are overloaded";
+    EXPECT_EQ(desk.panel("Status"), "Overloaded rows left out of the copy: 3");
     EXPECT_TRUE(copied->html().contains("<td>77.6</td>"));
     EXPECT_FALSE(desk.isEnabled("Copy Values"));
     EXPECT_TRUE(copy("Cumultv (Data)", "Copy").startsWith("LAeq\t"));

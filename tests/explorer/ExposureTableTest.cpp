@@ -51,6 +51,16 @@ TEST(ExposureTable, SharesAreOfTheIncludedDose) {
     EXPECT_EQ(exposureTable(Day({0}).log).Shares[0], 0);
 }
 
+TEST(ExposureTable, ALevelThatTheRowIsNotComputedFromIsMarked) {
+    Day day({85, 85});
+    day.log.DoseLogIntervals[0].Leq.CalcValue(82.5F);
+    const ExposureTable table = exposureTable(day.log);
+    EXPECT_EQ(table.Rows[0][eColumnLeq], "82.5");
+    EXPECT_EQ(table.Rows[0][eColumnLex], table.Rows[1][eColumnLex]);
+    EXPECT_EQ(table.LevelNotes[0], "The figures of this row are made of the reported level, 85.0 dB.");
+    EXPECT_EQ(table.LevelNotes[1], "");
+}
+
 TEST(ExposureTable, AsksForRowsUntilTheAnswerIsGood) {
     Day day({80, 85});
     day.answers = {"0", " 2 "};

@@ -70,7 +70,10 @@ TEST(IntervalTable, OverloadedRowsAreMarkedWhileTheColumnIsShownAndNeverCopied) 
     EXPECT_TRUE(table.isOverloaded(1));
     EXPECT_TRUE(table.isExcluded(0));
     EXPECT_FALSE(table.isExcluded(1));
-    EXPECT_EQ(table.copyText(), "Time\tOverload?\r\n03/06/24 09:00:00\tNo\r\n");
+    const CopiedRows copied = table.copiedRows();
+    EXPECT_EQ(copied.Text, "Time\tOverload?\r\n*03/06/24 09:00:00\tNo\r\n");
+    EXPECT_EQ(copied.LeftOut, 1U);
+    EXPECT_TRUE(copied.HasExcluded);
 }
 
 TEST(IntervalTable, PeaksOfAnOldInstrumentStandBesideTheRowsAndBelowThem) {

@@ -1,5 +1,6 @@
 #include "explorer/Zoom.h"
 
+#include "explorer/BandChart.h"
 #include "explorer/CalculationEntries.h"
 #include "explorer/ExplorerState.h"
 #include "explorer/NodeKeys.h"
@@ -70,6 +71,29 @@ TEST(Zoom, ShowsAPartAsALogOfItsOwn) {
     EXPECT_FLOAT_EQ(window.inView().LeqCumA(0).CalcValue(), 90) << "what is missing is filled in from its rows";
     EXPECT_EQ(window.opened->LeqCumA(0).CalcValue(), 0);
     EXPECT_FALSE(window.inView().IntervalsRecalculating);
+}
+
+TEST(Zoom, SaysWhoseFiguresItHasUntilTheyAreItsOwn) {
+    Window window;
+    EXPECT_FALSE(showsWholeFigures(*window.opened, eTabCumulativeData));
+    for (const Button answer : {Button::No, Button::Yes}) { // recalculated, the figures that were told stay
+        window.messages.Answers = {answer};
+        ASSERT_TRUE(window.zoom(9, 10));
+        EXPECT_EQ(window.inView().LeqCumA(0).CalcValue(), 85);
+        EXPECT_TRUE(showsWholeFigures(window.inView(), eTabCumulativeData));
+        EXPECT_FALSE(showsWholeFigures(window.inView(), eTabIntervalsTable)) << "its rows are its own";
+    }
+    EXPECT_EQ(wholeFiguresLine(window.inView()), "These cumulative figures are those of the whole log.");
+    EXPECT_EQ(bandChart(window.inView(), 1, {"", eLeq}, kByDecibels)->Footnote, "");
+    window.state.ZoomRange.RecalculateRange();
+    window.pump.runUntil([&] { return !window.inView().IntervalsRecalculating; });
+    EXPECT_FLOAT_EQ(window.inView().LeqCumA(0).CalcValue(), 90);
+    EXPECT_EQ(wholeFiguresLine(window.inView()), "");
+    EXPECT_EQ(window.opened->LeqCumA(0).CalcValue(), 85);
+
+    window.opened->LeqCumA(0).Value(0);
+    ASSERT_TRUE(window.zoom(9, 10));
+    EXPECT_EQ(wholeFiguresLine(window.inView()), "") << "nothing was told";
 }
 
 TEST(Zoom, RefusesWhatCannotBeAndLeavesTheView) {

@@ -1,4 +1,5 @@
 #include "reports/Report.h"
+#include "calc/Recalculation.h"
 #include "explorer/ShownLog.h"
 #include "reports/RecordingPage.h"
 
@@ -58,7 +59,7 @@ TEST(Report, SaysWhatTheLogHolds) {
                                     "Log Name: |Yard",
                                     "Instrument: |Corvane",
                                     "Serial Number: |C50001",
-                                    "Ordwyn Calibration Due: ",
+                                    "Ordwyn Calibration Due (factory calibration): ",
                                     "Last User Calibration: |Sunday 2 June 2024",
                                     "Log Start Date: |Monday 3 June 2024",
                                     "Log End Date: |Monday 3 June 2024",
@@ -95,6 +96,19 @@ TEST(Report, SaysWhatTheLogHolds) {
     ASSERT_EQ(page.charts.size(), 1U);
     EXPECT_GT(page.charts.front().box.Top, page.find("Signature: ")->box.Top);
     EXPECT_EQ(page.charts.front().box.Width, 18);
+}
+
+TEST(Report, SaysWhatItsFiguresAreNot) {
+    Yard yard;
+    clsLog& log = yard.log;
+    log.objLogOptions.ExposureTime = 12;
+    log.HasWholeFigures = true;
+    setCriterion(log, 80, 3);
+    const Lines lines = yard.drawn(ReportForm::Cumulative).lines(0);
+    for (const char* line :
+         {"These cumulative figures are those of the whole log.", "Exposure Time|08:00:00 (figures: 12:00:00)",
+          "Dose %(ET)|12.3 % as reported (85 dB, 3 dB)"})
+        EXPECT_EQ(std::count(lines.begin(), lines.end(), line), 1) << line;
 }
 
 TEST(Report, NamesBothChannelsAndTheLnsInUse) {
