@@ -104,6 +104,17 @@ void recalculate(const clsFile& file, bool bForce) {
     session.frame->SetBusy(false);
 }
 
+// The logs whose exposure rows the user has made, and that are not saved with them.
+std::vector<clsLog*> logsOfUnsavedRows(const clsFile& file) {
+    std::vector<clsLog*> logs;
+    for (const auto& data : file.InstrumentDatas)
+        for (const LogCollection* some : {&data->Locations, &data->Octaves, &data->ThirdOctaves})
+            for (const auto& log : *some)
+                if (log->AreDoseRowsEdited && !log->SaveDoseCalc && !log->DoseLogIntervals.empty())
+                    logs.push_back(log.get());
+    return logs;
+}
+
 void refreshWindows(Session& session) {
     session.frame->RebuildExplorerTrees();
     session.frame->EnableMenusAndButtons();
@@ -250,14 +261,24 @@ bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askNa
     for (const auto& file : session.OpenFiles) {
         if (objThisFile == nullptr || objThisFile == file.get()) files.push_back(file.get());
     }
+    std::vector<clsLog*> withRows;
     for (clsFile* file : files) {
         file->ToBeSaved = false;
-        if (!IsChanged(*file)) continue;
+        if (const std::vector<clsLog*> logs = logsOfUnsavedRows(*file); !logs.empty()) {
+            const std::string question = ReplaceText(session.LoadText(6533), "^", file->ShortenedFileName());
+            const Button answer = session.ShowMessage(question, kButtonsYesNoCancel + kIconQuestion);
+            if (answer == Button::Cancel) return false;
+            file->ToBeSaved = answer == Button::Yes;
+            if (file->ToBeSaved) withRows.insert(withRows.end(), logs.begin(), logs.end());
+        }
+        if (file->ToBeSaved || !IsChanged(*file)) continue;
         const std::string question = ReplaceText(session.LoadText(6529), "^", file->ShortenedFileName());
         const Button answer = session.ShowMessage(question, kButtonsYesNoCancel + kIconQuestion);
         if (answer == Button::Cancel) return false;
         file->ToBeSaved = answer == Button::Yes;
     }
+    for (clsLog* log : withRows)
+        log->SaveDoseCalc = true;
     for (clsFile* file : files) {
         if (!file->ToBeSaved) continue;
         const std::string nameBefore = file->FileName;

@@ -21,23 +21,24 @@ namespace {
 
 constexpr int kMostInserted = 100;
 
-// Each column's caption in the text table and the longest entry.
+// Each column's caption in the text table, the longest entry, and what is said of one that does not fit.
 struct ColumnInfo {
     int caption; // 0: none
     int maxLength;
+    int refusal; // 0: every entry fits
 };
 
-constexpr std::array<ColumnInfo, kExposureColumns> kColumns = {{{0, 0},
-                                                                {4536, 2},
-                                                                {9504, 1},
-                                                                {4538, 10},
-                                                                {4524, 8},
-                                                                {4539, 256},
-                                                                {9515, 5},
-                                                                {4556, 8},
-                                                                {9501, 0},
-                                                                {9506, 0},
-                                                                {4540, 1}}};
+constexpr std::array<ColumnInfo, kExposureColumns> kColumns = {{{0, 0, 0},
+                                                                {4536, 2, 4658},
+                                                                {9504, 1, 4651},
+                                                                {4538, 10, 4652},
+                                                                {4524, 8, 4653},
+                                                                {4539, 256, 0},
+                                                                {9515, 5, 4654},
+                                                                {4556, 8, 4655},
+                                                                {9501, 0, 0},
+                                                                {9506, 0, 0},
+                                                                {4540, 1, 4656}}};
 
 const ColumnInfo& infoOf(int column) {
     return kColumns.at(static_cast<std::size_t>(column));
@@ -93,16 +94,24 @@ bool takeDate(clsDate& date, const std::string& entry, const Locale& locale) {
     return true;
 }
 
-bool takeTime(clsTime& time, const std::string& entry, bool asDuration, const Locale& locale) {
-    const std::string text = NormaliseTimeText(entry, asDuration);
+bool takeTime(clsTime& time, const std::string& entry, const Locale& locale) {
+    const std::string text = NormaliseTimeText(entry, false);
     if (text.empty()) return false;
     time.setTime(text, locale);
     return true;
 }
 
+bool takeDuration(clsTime& duration, const std::string& entry, const Locale& locale) {
+    const std::optional<float> hours = durationHours(entry, locale);
+    if (!hours) return false;
+    duration.setTime(exposureTimeText(*hours), locale);
+    return true;
+}
+
 bool takeLevel(clsValue& level, const std::string& entry, const Locale& locale) {
-    if (!isNumeric(entry, locale)) return false;
-    level.Value(toSingle(formatNumber(toDouble(entry, locale), "##0.0", locale), locale));
+    const std::optional<double> number = typedNumber(entry, locale);
+    if (!number) return false;
+    level.Value(toSingle(formatNumber(*number, "##0.0", locale), locale));
     return true;
 }
 
@@ -131,14 +140,14 @@ bool take(const Session& session, clsDoseLogSample& row, int column, const std::
     case eColumnDate:
         return takeDate(row.SampleDate, entry, locale);
     case eColumnTime:
-        return takeTime(row.SampleTime, entry, false, locale);
+        return takeTime(row.SampleTime, entry, locale);
     case eColumnNote:
         row.Note = entry;
         return true;
     case eColumnLeq:
         return takeLevel(row.Leq, entry, locale);
     case eColumnExposureTime:
-        return takeTime(row.Duration, entry, true, locale);
+        return takeDuration(row.Duration, entry, locale);
     case eColumnIncluded:
         return takeIncluded(row.IsIncluded, entry, session.labels);
     default:
@@ -276,6 +285,57 @@ CellEntry enterExposureCell(clsLog& log, std::size_t row, int column, const std:
     if (exposureLine(session, taken, 1) == exposureLine(session, target, 1)) return CellEntry::Same;
     target = taken;
     return CellEntry::Stored;
+}
+
+std::string exposureRefusal(const Session& session, int column, const std::string& entry) {
+    return ReplaceText(session.LoadText(infoOf(column).refusal), "^", trimmed(entry));
+}
+
+void clearExposureCell(clsDoseLogSample& row, int column) {
+    switch (column) {
+    case eColumnCriterion:
+        row.Criterion = 0;
+        break;
+    case eColumnExchange:
+        row.Exchange = 0;
+        break;
+    case eColumnDate:
+        row.SampleDate.Day = row.SampleDate.Month = row.SampleDate.Year = 0;
+        break;
+    case eColumnTime:
+        row.SampleTime.Hours = row.SampleTime.Mins = row.SampleTime.Secs = -1; // 0 is midnight
+        break;
+    case eColumnLeq:
+        row.Leq.Value(0);
+        break;
+    case eColumnExposureTime:
+        row.Duration = clsTime();
+        break;
+    case eColumnIncluded:
+        row.IsIncluded = false;
+        break;
+    default:
+        break;
+    }
+}
+
+bool isMissing(const clsDoseLogSample& row, int column) {
+    switch (column) {
+    case eColumnCriterion:
+        return row.Criterion == 0;
+    case eColumnExchange:
+        return row.Exchange == 0;
+    case eColumnDate:
+        return !row.SampleDate.IsDate();
+    case eColumnTime:
+        return row.SampleTime.hh_mm_ss().empty();
+    case eColumnLeq:
+        return row.Leq.Value() == 0;
+    case eColumnExposureTime:
+        return row.Duration == clsTime();
+    default:
+        return false;
+    }
 }
 
 std::optional<int> insertCount(const std::string& entry, const Locale& locale) {

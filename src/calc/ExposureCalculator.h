@@ -57,6 +57,14 @@ enum class CellEntry { Refused, Same, Stored };
 // Takes what was typed into a cell of a row (from 0). Refused, and the same as before, leave the cell as it is.
 CellEntry enterExposureCell(clsLog& log, std::size_t row, int column, const std::string& entry);
 
+// Why an entry of the column is refused, and what it must be.
+std::string exposureRefusal(const Session& session, int column, const std::string& entry);
+
+// Empties a cell: the row has no such figure then, and is not included when the cell was the one that says so. What
+// such a cell would count for is missing.
+void clearExposureCell(clsDoseLogSample& row, int column);
+bool isMissing(const clsDoseLogSample& row, int column);
+
 // How many rows to insert, from what was typed: 1 to 100. Nothing when it is no good.
 std::optional<int> insertCount(const std::string& entry, const Locale& locale);
 

@@ -25,6 +25,12 @@ constexpr int kPadding = 14;
 constexpr int kFigure = 6; // characters of a computed one
 constexpr int kTypedColumns = kExposureColumns - 1;
 
+// A red that leaves the text readable, on a light and on a dark ground.
+QColor markColour() {
+    const bool isDark = QApplication::palette().color(QPalette::Base).lightness() < 128;
+    return isDark ? QColor(120, 40, 40) : QColor(255, 205, 205);
+}
+
 QVariant orNothing(bool isThere, const QVariant& value) {
     return isThere ? value : QVariant();
 }
@@ -126,6 +132,11 @@ const std::string& ExposureModel::cell(const QModelIndex& index) const {
     return (row < table_.Rows.size() ? table_.Rows[row] : table_.Totals)[static_cast<std::size_t>(columnOf(index))];
 }
 
+bool ExposureModel::isMissing(const QModelIndex& index) const {
+    return isRow(index) &&
+           table_.Missing[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(columnOf(index))];
+}
+
 bool ExposureModel::isIncluded(const QModelIndex& index) const {
     return table_.Rows[static_cast<std::size_t>(index.row())][eColumnIncluded] == session_.labels.YesMark;
 }
@@ -146,6 +157,8 @@ QVariant ExposureModel::data(const QModelIndex& index, int role) const {
     case Qt::CheckStateRole:
         return orNothing(isOfRow && columnOf(index) == eColumnIncluded,
                          isOfRow && isIncluded(index) ? Qt::Checked : Qt::Unchecked);
+    case Qt::BackgroundRole:
+        return orNothing(isMissing(index), markColour());
     case Qt::ForegroundRole:
         if (!levelNote(index).empty()) return QColor(Qt::black);
         return orNothing(isOfRow && !isIncluded(index),
@@ -158,6 +171,7 @@ QVariant ExposureModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
         if (!isOfRow) return {};
         if (!levelNote(index).empty()) return shown(levelNote(index));
+        if (isMissing(index)) return loadText(session_, 4657);
         return shown(ReplaceText(
             session_.LoadText(4633), "^",
             formatNumber(table_.Shares[static_cast<std::size_t>(index.row())] * 100, "##0.0", session_.locale) + " %"));
@@ -191,8 +205,10 @@ grdDose::grdDose(Session& session, std::function<clsLog*()> log, QWidget* parent
     model_.Enter = [this](std::size_t row, int column, const std::string& entry) {
         clsLog* target = log_();
         if (target == nullptr) return;
-        if (row < target->DoseLogIntervals.size()) EnterCell(*target, row, column, entry);
+        const bool isRow = row < target->DoseLogIntervals.size();
+        const bool isRefused = isRow && EnterCell(*target, row, column, entry) == CellEntry::Refused;
         model_.SetTable(exposureTable(*target));
+        tell(isRefused ? exposureRefusal(session_, column, entry) : std::string());
     };
     setModel(&model_);
     setItemDelegate(new ExposureDelegate(session, model_, *this));
@@ -218,6 +234,17 @@ void grdDose::sizeColumns() {
             setColumnWidth(column, std::max(entry, caption));
         }
     }
+}
+
+void grdDose::tell(const std::string& text) {
+    session_.frame->ClearPanel(Frame::Panel::Status, told_);
+    if (!text.empty()) session_.frame->SetPanel(Frame::Panel::Status, text);
+    told_ = text;
+    toldOf_ = log_();
+}
+
+void grdDose::ForgetOtherLog() {
+    if (!told_.empty() && log_() != toldOf_) tell({});
 }
 
 void grdDose::ShowRows() {
@@ -292,9 +319,8 @@ void grdDose::Paste() {
     const std::string text = QApplication::clipboard()->text().toStdString();
     const PasteOutcome outcome = pasteExposureRows(*log, currentRow(), ExposureModel::columnOf(at), text);
     showRowsFrom(at.row(), at.column());
-    session_.frame->SetPanel(Frame::Panel::Status, outcome.Refused == 0 ? std::string()
-                                                                        : ReplaceText(session_.LoadText(4634), "^",
-                                                                                      std::to_string(outcome.Refused)));
+    const std::string refused = std::to_string(outcome.Refused);
+    tell(outcome.Refused == 0 ? std::string() : ReplaceText(session_.LoadText(4634), "^", refused));
 }
 
 // The keys of the clipboard and of editing are the grid's own while it has the focus.

@@ -39,6 +39,7 @@ private:
     const std::string& cell(const QModelIndex& index) const;
     bool isIncluded(const QModelIndex& index) const;
     std::string levelNote(const QModelIndex& index) const;
+    bool isMissing(const QModelIndex& index) const;
 
     const Session& session_;
     ExposureTable table_;
@@ -51,7 +52,8 @@ public:
     // The log on view, null for none, is asked for whenever it is needed.
     grdDose(Session& session, std::function<clsLog*()> log, QWidget* parent = nullptr);
 
-    void ShowRows(); // as the log has them now
+    void ShowRows();       // as the log has them now
+    void ForgetOtherLog(); // the status bar says nothing more of a log that is not on view
     bool IsOnRow() const;
     void InsertRows();
     void DeleteRows();
@@ -75,11 +77,14 @@ private:
     bool stepSideways(int by); // to the next cell that can be edited; false: there is none
     void stepDown(int by);
     void sizeColumns();
+    void tell(const std::string& text); // in the status bar
 
     Session& session_;
     std::function<clsLog*()> log_;
     ExposureModel model_;
-    int tabbedFrom_ = -1; // the column where Tab set out from, to which Enter returns
+    std::string told_;               // last in the status bar
+    const clsLog* toldOf_ = nullptr; // of which log; never looked into
+    int tabbedFrom_ = -1;            // the column where Tab set out from, to which Enter returns
     bool isStepping_ = false;
 };
 

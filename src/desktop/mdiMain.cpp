@@ -347,6 +347,10 @@ void mdiMain::SetPanel(Panel panel, const std::string& text) {
     panels_.at(panel)->setText(shown(text));
 }
 
+void mdiMain::ClearPanel(Panel panel, const std::string& text) {
+    if (panels_.at(panel)->text() == shown(text)) panels_.at(panel)->clear();
+}
+
 void mdiMain::RebuildExplorerTrees() {
     for (frmExplorer* explorer : explorers())
         explorer->RebuildTree();

@@ -35,6 +35,7 @@ public:
     void NewExplorerWindow();
 
     void SetPanel(Panel panel, const std::string& text) override;
+    void ClearPanel(Panel panel, const std::string& text) override;
     void EnableMenusAndButtons() override;
     void RebuildExplorerTrees() override;
     void ChooseLog(const std::string& key, bool isToShow) override;

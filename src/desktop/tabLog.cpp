@@ -273,6 +273,7 @@ void tabLog::tabClick() {
 void tabLog::ShowControls() {
     const Setting setting(isSetting_);
     const clsLog* log = state_.LogInView(session_);
+    exposures_->ForgetOtherLog();
     tabs_->setVisible(log != nullptr);
     fraWholeFigures_->setVisible(log != nullptr && showsWholeFigures(*log, state_.View.Tab));
     if (log == nullptr) {

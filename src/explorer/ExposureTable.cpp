@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace kestrane {
 
@@ -63,6 +64,7 @@ LineOutcome pasteLine(clsLog& log, std::size_t row, int column, std::string_view
         if (target >= kExposureColumns || exposureMaxLength(target) == 0 || isBlank(cell)) continue;
         const std::string text(target == eColumnNote ? cutNote(cell) : cell);
         const CellEntry entry = enterExposureCell(log, row, target, text);
+        if (entry == CellEntry::Refused) clearExposureCell(log.DoseLogIntervals[row], target);
         (entry == CellEntry::Refused ? outcome.refused : target == eColumnNote ? outcome.notes : outcome.figures)++;
     }
     return outcome;
@@ -71,24 +73,41 @@ LineOutcome pasteLine(clsLog& log, std::size_t row, int column, std::string_view
 PasteOutcome pasteLines(clsLog& log, std::size_t row, int column, const std::string& text) {
     PasteOutcome outcome;
     std::vector<clsDoseLogSample>& rows = log.DoseLogIntervals;
+    const std::vector<clsDoseLogSample> before = rows;
+    std::size_t refusedCaptions = 0;
+    bool isFirst = true;
+    bool isAnyTaken = false;
     row = std::min(row, rows.size());
     for (const std::string_view line : split(text, '\n')) {
         if (isBlank(line)) continue;
-        const bool isNew = row == rows.size();
-        if (isNew) insertExposureRows(log, row, 1);
-        const clsDoseLogSample before = rows[row];
-        const LineOutcome pasted = pasteLine(log, row, column, line);
-        if (pasted.figures > 0 || (pasted.notes > 0 && pasted.refused == 0)) {
-            ++row;
-            ++outcome.Rows;
-            outcome.Refused += pasted.refused;
-        } else if (isNew) {
-            rows.pop_back();
-        } else {
-            rows[row] = before;
+        if (row == rows.size()) {
+            insertExposureRows(log, row, 1);
+            rows[row].Leq.Value(0);
         }
+        const LineOutcome pasted = pasteLine(log, row, column, line);
+        const bool isTaken = pasted.figures > 0 || (pasted.notes > 0 && pasted.refused == 0);
+        isAnyTaken = isAnyTaken || isTaken;
+        if (std::exchange(isFirst, false) && !isTaken) {
+            rows = before;
+            refusedCaptions = pasted.refused;
+            continue;
+        }
+        ++row;
+        ++outcome.Rows;
+        outcome.Refused += pasted.refused;
     }
-    return outcome;
+    if (isAnyTaken) return outcome;
+    rows = before;
+    return {0, outcome.Refused + refusedCaptions};
+}
+
+// A step that leaves rows of the user's own.
+bool editRows(clsLog& log, const std::function<bool()>& change) {
+    return editLog(log, kTitleExposureRows, [&] {
+        const bool isChanged = change();
+        log.AreDoseRowsEdited = log.AreDoseRowsEdited || isChanged;
+        return isChanged;
+    });
 }
 
 } // namespace
@@ -97,7 +116,14 @@ ExposureTable exposureTable(const clsLog& log) {
     ExposureTable table;
     const double day = static_cast<double>(doseTotals(log).Dose.Value());
     for (const clsDoseLogSample& row : log.DoseLogIntervals) {
-        table.Rows.push_back(exposureLine(log.session(), row, static_cast<int>(table.Rows.size()) + 1));
+        std::vector<std::string> line = exposureLine(log.session(), row, static_cast<int>(table.Rows.size()) + 1);
+        auto& missing = table.Missing.emplace_back();
+        for (int column = 0; column < kExposureColumns; ++column) {
+            const auto cell = static_cast<std::size_t>(column);
+            missing[cell] = isMissing(row, column);
+            if (missing[cell]) line[cell].clear();
+        }
+        table.Rows.push_back(std::move(line));
         const double dose = row.IsIncluded ? static_cast<double>(row.getDose().Value()) : 0;
         table.Shares.push_back(day > 0 ? std::clamp(dose / day, 0.0, 1.0) : 0);
         const std::string reported = formatNumber(row.Leq.Value(), "##0.0", log.session().locale);
@@ -109,7 +135,7 @@ ExposureTable exposureTable(const clsLog& log) {
 }
 
 bool InsertRows(clsLog& log, std::size_t row, const AskText& ask) {
-    return editLog(log, kTitleExposureRows, [&] {
+    return editRows(log, [&] {
         return askUntil(log.session(), 4549, "1", ask, [&](const std::string& answer) {
             const std::optional<int> count = insertCount(answer, log.session().locale);
             if (count) insertExposureRows(log, row, *count);
@@ -120,7 +146,7 @@ bool InsertRows(clsLog& log, std::size_t row, const AskText& ask) {
 
 bool DeleteRows(clsLog& log, std::size_t row, const AskText& ask) {
     if (row >= log.DoseLogIntervals.size()) return false;
-    return editLog(log, kTitleExposureRows, [&] {
+    return editRows(log, [&] {
         return askUntil(log.session(), 4550, std::to_string(row + 1), ask, [&](const std::string& answer) {
             const auto rows = rowList(answer, log.DoseLogIntervals.size());
             if (rows) deleteExposureRows(log, *rows);
@@ -130,8 +156,8 @@ bool DeleteRows(clsLog& log, std::size_t row, const AskText& ask) {
 }
 
 CellEntry EnterCell(clsLog& log, std::size_t row, int column, const std::string& entry) {
-    CellEntry outcome = CellEntry::Refused;
-    editLog(log, kTitleExposureRows, [&] {
+    CellEntry outcome = CellEntry::Same;
+    editRows(log, [&] {
         outcome = enterExposureCell(log, row, column, entry);
         return outcome == CellEntry::Stored;
     });
@@ -140,7 +166,7 @@ CellEntry EnterCell(clsLog& log, std::size_t row, int column, const std::string&
 
 PasteOutcome pasteExposureRows(clsLog& log, std::size_t row, int column, const std::string& text) {
     PasteOutcome outcome;
-    editLog(log, kTitleExposureRows, [&] {
+    editRows(log, [&] {
         outcome = pasteLines(log, row, column, text);
         return outcome.Rows > 0;
     });

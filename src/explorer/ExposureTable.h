@@ -5,13 +5,15 @@
 #include "calc/ExposureCalculator.h"
 #include "platform/Message.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
 namespace kestrane {
 
 struct ExposureTable {
-    std::vector<std::vector<std::string>> Rows; // cells by ExposureColumn
+    std::vector<std::vector<std::string>> Rows;              // cells by ExposureColumn
+    std::vector<std::array<bool, kExposureColumns>> Missing; // cells that should hold something and are empty
     std::vector<std::string> Totals;
     std::vector<double> Shares;          // of the day's dose, 0..1, one for each row; 0 for one that takes no part
     std::vector<std::string> LevelNotes; // one for each row: what is to be said of its level; mostly empty
@@ -30,12 +32,13 @@ bool DeleteRows(clsLog& log, std::size_t row, const AskText& ask);
 
 struct PasteOutcome {
     std::size_t Rows = 0;    // that took an entry
-    std::size_t Refused = 0; // entries that did not fit their cells, in these rows
+    std::size_t Refused = 0; // entries that did not fit their cells, in these rows or in all
 };
 
-// Takes lines of cells with tabs between them, from a cell on, each entry as if it had been typed. Rows are added where
-// the lines go past the last; computed columns and empty cells are left alone. A line of which no figure fits
-// (captions, say) is left out.
+// Takes lines of cells with tabs between them, from a cell on, each entry as if it had been typed; one that does not
+// fit leaves its cell empty. Rows are added where the lines go past the last, each like the one above it but without
+// level and note; computed columns and empty cells are left alone. A first line of which no figure fits (captions) is
+// left out. Where no entry fits at all, nothing changes.
 PasteOutcome pasteExposureRows(clsLog& log, std::size_t row, int column, const std::string& text);
 
 } // namespace kestrane

@@ -41,6 +41,8 @@ public:
 
     virtual void SetPanel(Panel, const std::string& /*text*/) {}
 
+    virtual void ClearPanel(Panel, const std::string& /*text*/) {} // if that is what it says
+
     virtual void EnableMenusAndButtons() {}
 
     virtual void RebuildExplorerTrees() {}

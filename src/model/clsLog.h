@@ -36,17 +36,18 @@ struct CarriedLogData {
 
 // Everything of a log that a copy takes over.
 struct LogData : CarriedLogData {
-    bool IsZoomed = false;        // a zoomed range of another log
-    bool IsParent5Mins = false;   // of a zoomed log: the other log lasted at least five minutes
-    bool HasWholeFigures = false; // of a zoomed log: its cumulative figures are still those of the other log
-    bool FullyCalculated = false; // cumulative values have been recalculated
-    bool SaveDoseCalc = false;    // DoseLogIntervals are to be saved
+    bool IsZoomed = false;          // a zoomed range of another log
+    bool IsParent5Mins = false;     // of a zoomed log: the other log lasted at least five minutes
+    bool HasWholeFigures = false;   // of a zoomed log: its cumulative figures are still those of the other log
+    bool FullyCalculated = false;   // cumulative values have been recalculated
+    bool SaveDoseCalc = false;      // DoseLogIntervals are to be saved
+    bool AreDoseRowsEdited = false; // the user has made them what they are
     std::string InsName;
     float FirmwareVersion = 0;
     std::string Threshold, Range, Region; // as the instrument reported
     std::vector<clsDoseLogSample> DoseLogIntervals;
     std::vector<clsDoseLogSample> KeepDoseLogIntervals; // as loaded
-    std::int16_t CriterionDose = 0, ExchangeDose = 0; // of the reported figures, dB; 0: the log's own
+    std::int16_t CriterionDose = 0, ExchangeDose = 0;   // of the reported figures, dB; 0: the log's own
     clsLogOptions objLogOptions;
     std::string Name;
     std::int32_t Number = 0; // on the instrument

@@ -266,6 +266,21 @@ TEST_F(DocumentsTest, ClosingAsksEverythingFirstAndSavesThen) {
     }
 }
 
+TEST_F(DocumentsTest, ClosingAsksAboutExposureRowsThatAreNotSaved) {
+    for (const Button answer : {Button::Cancel, Button::No, Button::Yes}) {
+        clsFile& file = opened("a.xml");
+        clsLog& log = *file.InstrumentDatas.front()->Locations.front();
+        log.DoseLogIntervals.resize(1);
+        log.DoseLogIntervals.front().Note = "press";
+        log.AreDoseRowsEdited = true;
+        messages.Boxes.clear();
+        messages.Answers = {answer};
+        EXPECT_EQ(CloseFile(session, nullptr, ask), answer != Button::Cancel);
+        ASSERT_EQ(messages.Boxes.size(), 1U);
+        EXPECT_EQ(readText(folder.file("a.xml")).find("press") != std::string::npos, answer == Button::Yes);
+    }
+}
+
 TEST_F(DocumentsTest, ClosingStopsAtASaveThatFailsAndRemembersNewNames) {
     clsFile& other = opened("b.xml");
     clsFile& file = opened("a.xml");

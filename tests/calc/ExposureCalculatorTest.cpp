@@ -127,7 +127,11 @@ TEST(EnterExposureCell, TakesWhatFitsTheColumnAndLeavesTheRest) {
         {eColumnLeq, "91.26", "91.3"},
         {eColumnLeq, "loud", nullptr},
         {eColumnLeq, "1e999", nullptr},
+        {eColumnLeq, "91,3", "91.3"},
         {eColumnExposureTime, "24:00:00", "24:00:00"},
+        {eColumnExposureTime, "2:00", "02:00:00"},
+        {eColumnExposureTime, "2,5", "02:30:00"},
+        {eColumnTime, "2:00", "02:00:00"},
         {eColumnExposureTime, "24:00:01", nullptr},
         {eColumnIncluded, "no", "N"},
         {eColumnIncluded, "maybe", nullptr},
@@ -142,18 +146,13 @@ TEST(EnterExposureCell, TakesWhatFitsTheColumnAndLeavesTheRest) {
         const CellEntry expected = c.cell == nullptr ? CellEntry::Refused : CellEntry::Stored;
         EXPECT_EQ(enterExposureCell(table.log, 0, c.column, c.entry), expected) << c.column << c.entry;
         EXPECT_EQ(table.cell(0, c.column), c.cell == nullptr ? before : c.cell) << c.column << c.entry;
+        if (c.cell != nullptr || exposureMaxLength(c.column) == 0) continue;
+        EXPECT_TRUE(exposureRefusal(table.session, c.column, c.entry)
+                        .starts_with("'" + std::string(c.entry) + "' was not taken.  A"));
     }
     Table table;
     table.add(85, "08:00:00");
     EXPECT_EQ(enterExposureCell(table.log, 0, eColumnLeq, "85.0"), CellEntry::Same);
-}
-
-TEST(EnterExposureCell, ReadsNumbersOfTheLocale) {
-    TestSession test(Locale{",", "/"});
-    clsLog log(test.session);
-    log.DoseLogIntervals.emplace_back();
-    EXPECT_EQ(enterExposureCell(log, 0, eColumnLeq, "91,26"), CellEntry::Stored);
-    EXPECT_FLOAT_EQ(log.DoseLogIntervals[0].Leq.Value(), 91.3F);
 }
 
 TEST(InsertRows, CountsFromOneToAHundred) {

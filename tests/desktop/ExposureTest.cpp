@@ -79,6 +79,7 @@ TEST(Exposures, BeginWithTheLogsRowAndAreEditedLikeASpreadsheet) {
     desk.enter("loud");
     EXPECT_EQ(desk.cell(1, kLeq), desk.cell(2, kLeq)) << "no level";
     EXPECT_EQ(desk.at(), QPoint(2, kLeq));
+    EXPECT_EQ(desk.panel("Status"), "'loud' was not taken.  A level is a number of dB: 91.3.");
 
     desk.go(1, kCriterion);
     desk.press(Qt::Key_F2);
@@ -111,7 +112,8 @@ TEST(Exposures, RowsAreDeletedAndPasted) {
     desk.press(QKeySequence::Paste);
     EXPECT_EQ(desk.grid().model()->rowCount(), 6);
     EXPECT_EQ(desk.cell(1, kLeq) + desk.cell(4, kLeq), "80.083.0");
-    EXPECT_EQ(desk.cell(3, kDuration), "03:00:00");
+    EXPECT_EQ(desk.cell(3, kLeq) + desk.cell(3, kDuration), "03:00:00");
+    EXPECT_TRUE(desk.grid().model()->index(3, kLeq).data(Qt::BackgroundRole).isValid());
     EXPECT_EQ(desk.panel("Status"), "Entries that could not be taken: 1");
 
     desk.go(1, kLeq);
@@ -137,6 +139,14 @@ TEST(Exposures, RowsAreDeletedAndPasted) {
     EXPECT_TRUE(desk.isEnabled("Insert Row(s)..."));
     desk.clickTab("Full Log");
     EXPECT_FALSE(desk.isEnabled("Insert Row(s)..."));
+
+    desk.openLog("machine-survey-octave.xml", "Extract fan", "Exp Calc");
+    desk.grid().setFocus();
+    desk.go(0, kLeq);
+    desk.enter("loud");
+    ASSERT_TRUE(desk.panel("Status").startsWith("'loud'"));
+    desk.clickNode("Compressor, idle");
+    EXPECT_EQ(desk.panel("Status"), "") << "of another log";
 }
 
 TEST(Exposures, AreSavedWithTheLogWhenTheUserWantsIt) {

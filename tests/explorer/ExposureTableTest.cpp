@@ -66,6 +66,7 @@ TEST(ExposureTable, AsksForRowsUntilTheAnswerIsGood) {
     day.answers = {"0", " 2 "};
     EXPECT_TRUE(InsertRows(day.log, 1, day.ask));
     EXPECT_EQ(day.column(eColumnLeq), "80.0 85.0 85.0 85.0 ");
+    EXPECT_TRUE(day.log.AreDoseRowsEdited);
     EXPECT_EQ(day.prompts[0], "Enter the row numbers to be inserted (1 to 100)");
     EXPECT_TRUE(day.prompts[1].starts_with("Selection error - please re-enter"));
     EXPECT_EQ(day.proposals, (std::vector<std::string>{"1", "0"}));
@@ -92,22 +93,28 @@ TEST(ExposureTable, PastesRowsThroughTheChecksOfACell) {
                           "Criterion\tExch Rate\tDate\tTime\tNote\tLeq\tExp Time\r\n"
                           "90\t5\t3/6/2024\t0730\tPress <b>\t91,26\t2:00:00\t99\t99\tN\textra\r\n"
                           "\r\n"
-                          "84\t\t\t\t\t92,5\t26:00:00\r\n"
-                          "x\r\n");
-    EXPECT_EQ(outcome.Rows, 2U);
-    EXPECT_EQ(outcome.Refused, 2U);
-    EXPECT_EQ(day.column(eColumnCriterion), "85 90 90 ");
-    EXPECT_EQ(day.column(eColumnExchange), "3 5 5 ");
-    EXPECT_EQ(day.column(eColumnTime), "00:00:00 07:30:00 07:30:00 ");
-    EXPECT_EQ(day.column(eColumnNote), " Press <b>  ");
-    EXPECT_EQ(day.column(eColumnLeq), "80,0 91,3 92,5 ");
-    EXPECT_EQ(day.column(eColumnExposureTime), "04:00:00 02:00:00 02:00:00 ");
-    EXPECT_EQ(day.column(eColumnIncluded), "Y N Y ");
+                          "84\t\t30/2/2024\tx\t\t92.5\t26:00:00\r\n"
+                          "80\t\t\t\t\tn/a\t2,5\tx\tx\tmaybe\r\n");
+    EXPECT_EQ(outcome.Rows, 3U);
+    EXPECT_EQ(outcome.Refused, 6U);
+    EXPECT_EQ(day.column(eColumnCriterion), "85 90  80 ");
+    EXPECT_EQ(day.column(eColumnExchange), "3 5 5 5 ");
+    EXPECT_EQ(day.column(eColumnTime), "00:00:00 07:30:00   ");
+    EXPECT_EQ(day.column(eColumnNote), " Press <b>   ");
+    EXPECT_EQ(day.column(eColumnLeq), "80,0 91,3 92,5  ");
+    EXPECT_EQ(day.column(eColumnExposureTime), "04:00:00 02:00:00  02:30:00 ");
+    EXPECT_EQ(day.column(eColumnIncluded), "Y N Y N ");
+    const std::vector<std::array<bool, kExposureColumns>> missing = exposureTable(day.log).Missing;
+    EXPECT_TRUE(missing[2][eColumnCriterion] && missing[2][eColumnDate] && missing[2][eColumnTime] &&
+                missing[2][eColumnExposureTime] && missing[3][eColumnLeq]);
+    EXPECT_FALSE(missing[0][eColumnTime] || missing[1][eColumnLeq] || missing[3][eColumnExposureTime]);
 
     EXPECT_EQ(pasteExposureRows(day.log, 0, eColumnNote, std::string(300, 'n') + "\n").Rows, 1U);
     EXPECT_EQ(day.log.DoseLogIntervals[0].Note.size(), 256U);
-    EXPECT_EQ(pasteExposureRows(day.log, 3, eColumnLeq, "no level\n").Rows, 0U);
-    EXPECT_EQ(day.log.DoseLogIntervals.size(), 3U);
+    const PasteOutcome none = pasteExposureRows(day.log, 3, eColumnLeq, "no level\nnone\n");
+    EXPECT_EQ(none.Rows, 0U);
+    EXPECT_EQ(none.Refused, 2U);
+    EXPECT_EQ(day.column(eColumnLeq), "80,0 91,3 92,5  ") << "as it was";
 }
 
 } // namespace
