@@ -25,6 +25,7 @@ std::string textOf(const RuntimeError& error) {
 
 // Nothing: it was cancelled, or the reason has been shown.
 std::optional<std::string> fetch(Session& session, HPDProgress& progress, bool bSilent) {
+    if (!bSilent) progress.Show(0, 0);
     const HttpAnswer answer = session.http->Get(trimmed(session.Options.HPDAddress), kMostBytes,
                                                 [&](std::int64_t received, std::int64_t total) {
                                                     if (!bSilent) progress.Show(received, total);

@@ -91,6 +91,7 @@ int run(int argc, char** argv) {
     frmSplash splash(session);
     splash.show();
     mdiMain frame(session);
+    QObject::connect(&frame, &mdiMain::Closed, [] { QCoreApplication::exit(); }); // no window can refuse this
     QStringList arguments = QApplication::arguments();
     arguments.removeFirst();
     std::vector<std::string> names;

@@ -116,11 +116,14 @@ mdiMain::mdiMain(Session& session) :
         setGeometry(rectOf(broughtOnScreen(*placement, screens)));
     }
     session_.frame = this;
+    qApp->installEventFilter(this);
     readClipboard();
 }
 
 mdiMain::~mdiMain() {
-    area_->disconnect(this); // its windows go when the members are gone
+    area_->disconnect(this); // it and its windows go when the members are gone
+    for (QMdiSubWindow* window : area_->subWindowList())
+        window->disconnect(this);
     session_.ForgetFrame();
 }
 
@@ -133,7 +136,7 @@ void mdiMain::makeActions() {
             action->setToolTip(loadText(session_, item.toolTip));
             action->setStatusTip(loadText(session_, item.toolTip));
         }
-        connect(action, &QAction::triggered, this, [this, command = item.command] { run(command); });
+        connect(action, &QAction::triggered, this, [this, command = item.command] { give(command); });
         addAction(action);
         actions_[item.command] = action;
     }
@@ -194,8 +197,9 @@ void mdiMain::fillMenu(QMenu& menu, Menu which) {
             separate(kRecentFilesIndex, nullptr);
             for (std::size_t i = 0; i < kRecentFiles; ++i) {
                 recent_.push_back(menu.addAction(QString()));
-                connect(recent_.back(), &QAction::triggered, this,
-                        [this, i] { openNamed({shown(session_.RecentFiles.at(i))}, OpenSource::Recent); });
+                connect(recent_.back(), &QAction::triggered, this, [this, i] {
+                    begin([&] { openNamed({shown(session_.RecentFiles.at(i))}, OpenSource::Recent); });
+                });
             }
             before += static_cast<int>(kRecentFiles) - 1;
         }
@@ -231,6 +235,7 @@ void mdiMain::NewExplorerWindow() {
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(explorer->windowIcon());
     keepCloseKey(*window);
+    connect(window, &QMdiSubWindow::windowStateChanged, this, [this] { EnableMenusAndButtons(); });
     window->resize(area_->size() * 3 / 4);
     if (area_->subWindowList().size() == 1) {
         window->showMaximized();
@@ -244,20 +249,21 @@ void mdiMain::wire(frmExplorer& explorer) {
     connect(&explorer.LogTabs(), &tabLog::DatabaseDownloadAsked, this,
             [this](QWidget* parent, bool* isDone) { *isDone = downloadDatabase(parent); });
     const StartPage& start = explorer.LogTabs().Start();
-    connect(&start, &StartPage::CommandAsked, this, &mdiMain::run);
+    connect(&start, &StartPage::CommandAsked, this, &mdiMain::give);
     connect(&start, &StartPage::RecentAsked, this,
-            [this](const QString& path) { openNamed({path}, OpenSource::Recent); });
+            [this](const QString& path) { begin([&] { openNamed({path}, OpenSource::Recent); }); });
     connect(&start, &StartPage::SampleAsked, this,
-            [this](const QString& path) { openNamed({path}, OpenSource::Named); });
+            [this](const QString& path) { begin([&] { openNamed({path}, OpenSource::Named); }); });
     connect(&explorer, &frmExplorer::TreesChanged, this, [this] { RebuildExplorerTrees(); });
-    connect(&explorer, &frmExplorer::DeleteAsked, this, [this, &explorer] { edits_.Delete(explorer); });
+    connect(&explorer, &frmExplorer::DeleteAsked, this, [this] { give(Command::EditDelete); });
     connect(&explorer, &frmExplorer::NodeDropped, this,
             [this, &explorer](const std::string& source, const std::string& target, bool move) {
-                edits_.Drop(explorer, source, target, move);
+                begin([&] { edits_.Drop(explorer, source, target, move); });
             });
     connect(
         &explorer, &frmExplorer::FilesDropped, this,
-        [this](const QStringList& paths) { openNamed(paths, OpenSource::Named); }, Qt::QueuedConnection);
+        [this](const QStringList& paths) { begin([&] { openNamed(paths, OpenSource::Named); }); },
+        Qt::QueuedConnection);
     connect(&explorer, &frmExplorer::TreeViewPopUpMenu, this, [this](QPoint at) { showPopUp(Menu::TreePopup, at); });
     connect(&explorer, &frmExplorer::TabControlPopUpMenu, this, [this](QPoint at) { showPopUp(Menu::LogPopup, at); });
 }
@@ -368,9 +374,14 @@ void mdiMain::LogValuesChanged(const clsLog& log) {
     showWaiting();
 }
 
+// A dialog waits for the user, or the user for the program.
+bool mdiMain::isAnswering() const {
+    return isBusy_ || QApplication::activeModalWidget() != nullptr;
+}
+
 // A view stays as it is while a command is under way that works on it.
 void mdiMain::showWaiting() {
-    if (isBusy_ || QApplication::activeModalWidget() != nullptr) return waiting_.start();
+    if (isAnswering()) return waiting_.start();
     for (frmExplorer* explorer : explorers())
         explorer->ShowWaiting();
 }
@@ -380,15 +391,23 @@ void mdiMain::SetBusy(bool isBusy) {
     isBusy_ = isBusy;
     if (isBusy) {
         QApplication::setOverrideCursor(Qt::WaitCursor);
-        qApp->installEventFilter(this);
     } else {
-        qApp->removeEventFilter(this);
         QApplication::restoreOverrideCursor();
     }
 }
 
+// While a dialog is open, or coming up and still without the focus, nothing reaches what lies behind it: not its keys,
+// and not the closing of its windows.
+bool mdiMain::isHeldBack(const QObject* object) const {
+    const QWidget* const dialog = QApplication::activeModalWidget();
+    for (; object != nullptr && object != dialog; object = object->parent())
+        if (object == this) return dialog != nullptr;
+    return false;
+}
+
 bool mdiMain::eventFilter(QObject* watched, QEvent* event) {
-    if (!isUserInput(event->type())) return QMainWindow::eventFilter(watched, event);
+    if (!isUserInput(event->type()) || !(isBusy_ || isHeldBack(watched)))
+        return QMainWindow::eventFilter(watched, event);
     event->ignore();
     return true;
 }
@@ -408,7 +427,7 @@ void mdiMain::dropEvent(QDropEvent* event) {
     event->accept();
     // Deferred, so that a box shown while opening does not hold up whoever dropped the files.
     QMetaObject::invokeMethod(
-        this, [this, paths = filesOf(event->mimeData())] { openNamed(paths, OpenSource::Named); },
+        this, [this, paths = filesOf(event->mimeData())] { begin([&] { openNamed(paths, OpenSource::Named); }); },
         Qt::QueuedConnection);
 }
 
@@ -419,7 +438,7 @@ void mdiMain::closeEvent(QCloseEvent* event) {
     }
     saveState();
     event->accept();
-    qApp->quit();
+    emit Closed();
 }
 
 // The tool bar is written under another key than the one that would be read: it always starts visible.

@@ -13,6 +13,7 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -42,11 +43,14 @@ public:
     void LogValuesChanged(const clsLog& log) override;
     void SetBusy(bool isBusy) override;
 
+signals:
+    void Closed(); // with everything answered and saved: the program is to end
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override; // swallows input while busy
+    bool eventFilter(QObject* watched, QEvent* event) override; // swallows what is held back
 
 private:
     void makeActions();
@@ -60,6 +64,11 @@ private:
     void showWaiting(); // logs on display whose rows have come
     void readClipboard();
     void wire(frmExplorer& explorer);
+
+    bool isHeldBack(const QObject* object) const;
+    bool isAnswering() const;
+    void begin(const std::function<void()>& work);
+    void give(Command command);
     void run(Command command);
 
     frmExplorer* activeExplorer() const; // null: none, or it is minimised
@@ -99,6 +108,7 @@ private:
     std::map<Panel, QLabel*> panels_;
     QToolBar* tbToolBar_;
     bool isBusy_ = false;
+    bool isAtWork_ = false;   // a command is, with whatever loops it runs
     QTimer waiting_;          // looks again for logs to show
     frmFind* find_ = nullptr; // made on first use
     NodeSearch search_;

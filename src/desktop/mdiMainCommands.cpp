@@ -27,6 +27,7 @@
 #include <QFileDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QScopedValueRollback>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUrl>
@@ -53,6 +54,21 @@ Desktop desktop() {
 }
 
 } // namespace
+
+// The one gate of all that a user asks for: one thing at a time, and none behind a dialog.
+void mdiMain::begin(const std::function<void()>& work) {
+    if (isAtWork_ || isAnswering()) return;
+    const QScopedValueRollback atWork(isAtWork_, true);
+    work();
+}
+
+// Asks the rule again: what a menu shows may be of a moment ago.
+void mdiMain::give(Command command) {
+    begin([&] {
+        if (IsMenuEnabled(session_, command, menuState())) run(command);
+    });
+    EnableMenusAndButtons();
+}
 
 void mdiMain::run(Command command) {
     frmExplorer* const explorer = activeExplorer();
@@ -281,14 +297,13 @@ void mdiMain::copyData(bool valuesOnly) {
 void mdiMain::showFind() {
     if (find_ == nullptr)
         find_ = new frmFind(
-            session_, [this] { findNext(); }, this);
+            session_, [this] { give(Command::EditFindNext); }, this);
     find_->ShowFind(QRect(activeExplorer()->mapToGlobal(QPoint()), activeExplorer()->size()));
 }
 
 void mdiMain::findNext() {
     if (find_ == nullptr || find_->Entry().What.empty()) return showFind();
     frmExplorer* const explorer = activeExplorer();
-    if (explorer == nullptr) return;
     if (const auto key = search_.Find(buildTree(session_), find_->Entry())) return explorer->SelectNode(*key);
     session_.ShowMessage(session_.LoadText(4712), kIconInformation);
 }

@@ -44,7 +44,7 @@ void tabLog::ChooseProtector() {
     };
     const std::string chosen = state_.View.Protector ? state_.View.Protector->Name : std::string();
     const std::optional<ProtectorChoice> choice =
-        frmHPD::ShowHPDComparisonScreen(session_, *log, chosen, download, this);
+        frmHPD::ShowHPDComparisonScreen(session_, *log, chosen, download, window());
     isChoosingProtector_ = false;
     if (state_.View.Key != key) return;
     state_.View.IsComparisonDeclined = !choice && !state_.View.Protector;
@@ -57,7 +57,7 @@ void tabLog::ConvertWeighting() {
     clsLog* const displayed = state_.OpenedLog(session_);
     clsLog* const inView = state_.LogInView(session_);
     if (displayed != nullptr && inView != nullptr)
-        ConvertFrequencyWeighting(*displayed, *inView, choiceDialog(session_, this));
+        ConvertFrequencyWeighting(*displayed, *inView, choiceDialog(session_, window()));
 }
 
 bool tabLog::IsOnExposureRow() const {
@@ -104,7 +104,7 @@ void tabLog::ToggleLegend() {
 void tabLog::EditNote() {
     clsLog* log = state_.LogInView(session_);
     if (log == nullptr) return;
-    const std::optional<std::string> note = frmSimpleEdit::EditNote(session_, log->Note, this);
+    const std::optional<std::string> note = frmSimpleEdit::EditNote(session_, log->Note, window());
     log = state_.OpenedLog(session_); // the pump ran meanwhile
     if (!note || log == nullptr) return;
     editLog(*log, kTitleNote, [&] { return std::exchange(log->Note, *note) != *note; });
@@ -147,7 +147,7 @@ void tabLog::applyZoom() {
 void tabLog::CutIntervals() {
     const clsLog* before = state_.LogInView(session_);
     if (before == nullptr) return;
-    const std::optional<CutWizard> wizard = frmCutIntervals::getIntervals(session_, *before, this);
+    const std::optional<CutWizard> wizard = frmCutIntervals::getIntervals(session_, *before, window());
     clsLog* log = state_.LogInView(session_); // the pump ran meanwhile
     if (!wizard || log == nullptr) return;
     editLog(*log, kTitleIntervalSelection, [&] {
@@ -222,7 +222,7 @@ void tabLog::SavePicture() {
     const QString start =
         shown(session_.Options.DefaultDataDirectory) + shown(log->Name).replace('/', '-').replace('\\', '-') + ".png";
     QString filter;
-    QString name = QFileDialog::getSaveFileName(this, loadText(session_, 4632), start,
+    QString name = QFileDialog::getSaveFileName(window(), loadText(session_, 4632), start,
                                                 fileFilter(session_.LoadText(4631)), &filter);
     if (name.isEmpty()) return;
     if (QFileInfo(name).suffix().isEmpty()) name += filter.section("*", 1).section(')', 0, 0);

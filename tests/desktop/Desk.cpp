@@ -21,8 +21,10 @@ QString words(const QAction& action) {
 
 } // namespace
 
-Desk::Desk(MemorySettings store, QSize size) :
-    settings(std::move(store)), server(pump), session("Ordwyn Acoustics", {}, settings, messages, pump, clock) {
+Desk::Desk(MemorySettings store, QSize size, MessageInterface* boxes) :
+    settings(std::move(store)),
+    server(pump),
+    session("Ordwyn Acoustics", {}, settings, boxes != nullptr ? *boxes : messages, pump, clock) {
     session.server = &server;
     frame = std::make_unique<mdiMain>(session);
     if (size.isValid()) frame->resize(size);

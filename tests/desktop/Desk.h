@@ -26,7 +26,8 @@ namespace kestrane {
 
 class Desk {
 public:
-    explicit Desk(MemorySettings store = {}, QSize size = {1024, 700});
+    // boxes: shows the messages in the place of the script.
+    explicit Desk(MemorySettings store = {}, QSize size = {1024, 700}, MessageInterface* boxes = nullptr);
 
     std::string copyOf(const std::string& sample); // its path
 

@@ -1,0 +1,129 @@
+// Every command in every state of the window, whatever its menu item says, and behind each dialog that comes up the
+// keys that would take away what the dialog works on.
+#include "desktop/Desk.h"
+#include "desktop/frmExplorer.h"
+#include "dialogs/ModalDialog.h"
+#include "download/ScriptedLine.h"
+#include "platform/qt/DesktopMessages.h"
+#include "protection/ProtectorDatabase.h"
+
+#include <QMenu>
+#include <QMenuBar>
+
+#include <set>
+
+namespace kestrane {
+namespace {
+
+constexpr auto kShift = "shift-dosimeter.xml";
+
+// Message boxes are real here. Nothing is on the serial line and in the database.
+struct SweptDesk : Desk {
+    explicit SweptDesk(DesktopMessages& boxes) : Desk({}, {1024, 700}, &boxes) {
+        session.comm = &comm;
+        session.protectors = &protectors;
+        comm.TheirPorts.clear();
+        protectors.File = path("none.txt");
+        QObject::connect(&looking, &QTimer::timeout, &looking, [this] { onDialog(); });
+        looking.start(0);
+    }
+
+    std::pair<std::size_t, std::size_t> whatIsThere() {
+        return {area().subWindowList().size(), session.OpenFiles.size()};
+    }
+
+    // Keys that were sent before the dialog had the focus; then it is cancelled.
+    void onDialog() {
+        auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr) return;
+        looking.stop();
+        const auto before = whatIsThere();
+        QApplication::setActiveWindow(frame.get());
+        for (const char* keys : {"Ctrl+F4", "Ctrl+W", "Ctrl+Shift+W", "Ctrl+Q", "Ctrl+I", "F5"})
+            QTest::keySequence(frame->windowHandle(), QKeySequence(keys));
+        for (QAction* action : frame->actions())
+            emit action->triggered();
+        if (area().currentSubWindow() != nullptr) area().currentSubWindow()->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(whatIsThere(), before) << "behind " << dialog->windowTitle().toStdString();
+        EXPECT_TRUE(frame->isVisible());
+        EXPECT_EQ(QApplication::activeModalWidget(), dialog);
+        titles.insert(dialog->windowTitle().toStdString());
+        looking.start(0);
+        dialog->reject();
+    }
+
+    ScriptedTime time;
+    ScriptedComm comm{time};
+    ProtectorCollection protectors;
+    QTimer looking;
+    std::set<std::string> titles; // of the dialogs that came up
+};
+
+struct State {
+    const char* name;
+    void (*arrange)(SweptDesk& desk);
+};
+
+void zoomIn(SweptDesk& desk) {
+    desk.openLog(kShift, "Broadband 1");
+    auto& state = desk.area().currentSubWindow()->findChild<frmExplorer*>()->State();
+    state.View.ShowsZoom = state.ZoomRange.ByTime = true;
+    state.ZoomRange.Range = {10, 20};
+    ASSERT_TRUE(state.ApplyZoom(desk.session));
+    desk.frame->LogValuesChanged(*state.OpenedLog(desk.session));
+}
+
+constexpr State kStates[] = {
+    {"no file", [](SweptDesk&) {}},
+    {"no log",
+     [](SweptDesk& desk) {
+         desk.open(kShift);
+         desk.clickNode(kShift);
+     }},
+    {"a log", [](SweptDesk& desk) { desk.openLog(kShift, "Broadband 1"); }},
+    {"the exposure calculator", [](SweptDesk& desk) { desk.openLog(kShift, "Broadband 1", "Exp Calc"); }},
+    {"octaves", [](SweptDesk& desk) { desk.openLog("machine-survey-octave.xml", "Planer", "Cumultv (Data)"); }},
+    {"zoomed", zoomIn},
+    {"minimised",
+     [](SweptDesk& desk) {
+         desk.openLog(kShift, "Broadband 1");
+         desk.area().currentSubWindow()->showMinimized();
+     }},
+    {"no explorer",
+     [](SweptDesk& desk) {
+         desk.openLog(kShift, "Broadband 1");
+         desk.area().currentSubWindow()->close();
+         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+     }},
+    {"busy", [](SweptDesk& desk) {
+         OpenFile(desk.session, desk.copyOf("third-octave-2000.xml"), OpenSource::Dialog, true);
+         desk.clickNode("Third Octave 1");
+     }}};
+
+class EveryCommand : public ::testing::TestWithParam<State> {};
+
+TEST_P(EveryCommand, CanBeGivenAndNothingIsTakenBehindADialog) {
+    DesktopMessages boxes([](Button) { return std::string("x"); });
+    std::set<std::string> titles;
+    const auto commands = SweptDesk(boxes).frame->actions().size();
+    for (qsizetype i = 0; i < commands; ++i) {
+        SweptDesk desk(boxes);
+        GetParam().arrange(desk);
+        QAction* const action = desk.frame->actions().at(i);
+        SCOPED_TRACE(action->text().toStdString());
+        emit action->triggered(action->isChecked());
+        desk.settle();
+        titles.merge(desk.titles);
+    }
+    std::string all;
+    for (const std::string& title : titles)
+        all += title + "; ";
+    std::cout << all << '\n';
+}
+
+INSTANTIATE_TEST_SUITE_P(InEveryState, EveryCommand, ::testing::ValuesIn(kStates),
+                         [](const auto& state) { return QString(state.param.name).remove(' ').toStdString(); });
+
+} // namespace
+} // namespace kestrane
