@@ -229,31 +229,41 @@ std::string saveErrorText(const Session& session, const RuntimeError& error, con
            ReplaceText(session.LoadText(6530), "^", name);
 }
 
-bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName) {
+namespace {
+
+enum class Saved { Yes, No, Failed }; // No: it is not to be saved; Failed: it could not be written
+
+Saved save(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName) {
     if (session.Options.PreventEmptySaving && hasEmptyCollection(file)) {
         session.ShowMessage(session.LoadText(6539), kIconInformation);
-        return false;
+        return Saved::No;
     }
     const bool needsName = file.FileName.empty() || file.JustAcquired() || file.IsOldStyle() || bSaveAs;
-    if (!needsName && !IsChanged(file)) return true;
+    if (!needsName && !IsChanged(file)) return Saved::Yes;
     const std::string nameBefore = file.FileName;
     if (needsName) {
         if (file.IsOldStyle()) session.ShowMessage(session.LoadText(6537), kIconInformation);
         const std::optional<std::string> name = askFreeName(session, file, askName);
-        if (!name) return false;
+        if (!name) return Saved::No;
         file.FileName = *name;
     }
-    bool isSaved = true;
+    Saved saved = Saved::Yes;
     try {
         waitFor(session, [&] { FileSave(file); });
     } catch (const RuntimeError& error) {
         session.ShowMessage(saveErrorText(session, error, file.FileName), kIconExclamation);
         file.FileName = nameBefore; // nothing stands under the new name
-        isSaved = false;
+        saved = Saved::Failed;
     }
     if (needsName) session.frame->RebuildExplorerTrees();
     session.frame->EnableMenusAndButtons();
-    return isSaved;
+    return saved;
+}
+
+} // namespace
+
+bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName) {
+    return save(session, file, bSaveAs, askName) == Saved::Yes;
 }
 
 bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askName) {
@@ -279,10 +289,15 @@ bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askNa
     }
     for (clsLog* log : withRows)
         log->SaveDoseCalc = true;
+    std::erase_if(files, [](const clsFile* file) { return !file->ToBeSaved; });
+    const auto isIdle = [&session] { return noLogIsBusy(session); };
+    if (!files.empty() && !session.frame->WaitUntil(session.pump, session.LoadText(6534), isIdle)) return false;
     for (clsFile* file : files) {
-        if (!file->ToBeSaved) continue;
         const std::string nameBefore = file->FileName;
-        if (!SaveFile(session, *file, false, askName)) return false;
+        Saved saved = save(session, *file, false, askName);
+        while (saved == Saved::Failed)
+            saved = save(session, *file, true, askName); // where there is room, say
+        if (saved != Saved::Yes) return false;
         if (file->FileName != nameBefore) rememberRecentFile(session, file->FileName);
     }
     return true;

@@ -45,8 +45,8 @@ bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& 
 // What to say when a file could not be written.
 std::string saveErrorText(const Session& session, const RuntimeError& error, const std::string& name);
 
-// Offers to save what has changed, of the given file or of all (null): first all questions, then all saving. False
-// when the user cancels or a save fails.
+// Offers to save what has changed, of the given file or of all (null): first all questions, then all saving, which
+// waits until no log is busy. Behind a save that fails another name is asked for. False when the user cancels.
 bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askName);
 
 // CloseFiles, and on true takes the file, or all files, out of OpenFiles and rebuilds the trees.

@@ -36,6 +36,7 @@ frmExplorer::frmExplorer(Session& session, QWidget* parent) : QWidget(parent), s
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);
 
+    connect(splitter, &QSplitter::splitterMoved, this, [this](int at) { emit TreeWidthChosen(at); });
     connect(tree_, &tvwTreeView::NodeClick, this, [this](const QString& key) { nodeClick(key.toStdString()); });
     // Deferred: the tree is rebuilt, which must wait until its editor has closed, or the drag has ended.
     connect(
@@ -139,10 +140,6 @@ void frmExplorer::EditSelectedNode() {
 
 void frmExplorer::SelectNode(const std::string& key) {
     tree_->SelectNode(key);
-}
-
-int frmExplorer::TreeWidth() const {
-    return tree_->width();
 }
 
 void frmExplorer::nodeRenamed(const std::string& key, const std::string& text) {

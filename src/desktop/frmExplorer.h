@@ -36,10 +36,10 @@ public:
     void EndZoom();
     void EditSelectedNode();
     void SelectNode(const std::string& key); // and shows it, as if it had been clicked
-    int TreeWidth() const;                   // pixels
 
 signals:
     void StateChanged(); // the frame's menus follow
+    void TreeWidthChosen(int width); // by the user, in pixels
     void TreesChanged(); // a file, collection or log has another name
     void NodeDropped(const std::string& sourceKey, const std::string& targetKey, bool move);
     void DeleteAsked(); // of the selected node

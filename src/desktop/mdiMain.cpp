@@ -22,6 +22,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QProgressDialog>
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
@@ -246,6 +247,7 @@ void mdiMain::NewExplorerWindow() {
 
 void mdiMain::wire(frmExplorer& explorer) {
     connect(&explorer, &frmExplorer::StateChanged, this, [this] { EnableMenusAndButtons(); });
+    connect(&explorer, &frmExplorer::TreeWidthChosen, this, [this](int width) { treeWidth_ = width; });
     connect(&explorer.LogTabs(), &tabLog::DatabaseDownloadAsked, this,
             [this](QWidget* parent, bool* isDone) { *isDone = downloadDatabase(parent); });
     const StartPage& start = explorer.LogTabs().Start();
@@ -396,6 +398,17 @@ void mdiMain::SetBusy(bool isBusy) {
     }
 }
 
+bool mdiMain::WaitUntil(EventPump& pump, const std::string& what, const std::function<bool()>& isDone) {
+    if (isDone()) return true;
+    QProgressDialog progress(shown(what), loadPlainText(session_, 9002), 0, 0, this);
+    nameControl(progress, "frmWaiting", progress.labelText());
+    progress.setWindowTitle(windowTitle());
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.show();
+    pump.runUntil([&] { return progress.wasCanceled() || isDone(); });
+    return isDone();
+}
+
 // While a dialog is open, or coming up and still without the focus, nothing reaches what lies behind it: not its keys,
 // and not the closing of its windows.
 bool mdiMain::isHeldBack(const QObject* object) const {
@@ -446,8 +459,7 @@ void mdiMain::saveState() {
     try {
         if (!isMinimized())
             savePlacement(session_.settings, placementOf(isMaximized() ? normalGeometry() : geometry()));
-        if (const frmExplorer* explorer = activeExplorer(); explorer != nullptr)
-            saveTreeWidth(session_.settings, explorer->TreeWidth());
+        if (treeWidth_) saveTreeWidth(session_.settings, *treeWidth_);
         session_.settings.write("Settings", "Preferences", settingsText(tbToolBar_->isVisible()));
         saveRecentFiles(session_);
     } catch (const RuntimeError& error) {

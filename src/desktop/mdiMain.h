@@ -42,6 +42,7 @@ public:
     void ChooseLog(const std::string& key, bool isToShow) override;
     void LogValuesChanged(const clsLog& log) override;
     void SetBusy(bool isBusy) override;
+    bool WaitUntil(EventPump& pump, const std::string& what, const std::function<bool()>& isDone) override;
 
 signals:
     void Closed(); // with everything answered and saved: the program is to end
@@ -107,6 +108,7 @@ private:
     std::vector<std::pair<QAction*, const MenuItem*>> separators_; // of the popups, and the first item behind each
     std::map<Panel, QLabel*> panels_;
     QToolBar* tbToolBar_;
+    std::optional<int> treeWidth_; // pixels, once the user has chosen one
     bool isBusy_ = false;
     bool isAtWork_ = false;   // a command is, with whatever loops it runs
     QTimer waiting_;          // looks again for logs to show

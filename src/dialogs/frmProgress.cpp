@@ -78,6 +78,7 @@ bool frmProgress::AskTranscript() {
     chkTranscript_->show();
     cmdCancel_->setText(loadText(session_, 9006));
     cmdCancel_->setAccessibleName(loadPlainText(session_, 9006));
+    cmdCancel_->setDefault(true);
     exec();
     return chkTranscript_->isChecked();
 }

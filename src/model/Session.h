@@ -53,6 +53,12 @@ public:
     // Long work is done elsewhere while the caller waits: the user sees that, and can give no command meanwhile.
     virtual void SetBusy(bool /*isBusy*/) {}
 
+    // Runs events until isDone, telling the user what for. False when the user would rather not wait.
+    virtual bool WaitUntil(EventPump& pump, const std::string& /*what*/, const std::function<bool()>& isDone) {
+        pump.runUntil(isDone);
+        return true;
+    }
+
     // The figures or rows of a log have changed: explorers that show it draw it anew.
     virtual void LogValuesChanged(const clsLog& /*log*/) {}
 };

@@ -489,6 +489,7 @@ constexpr TextEntry Entries[] = {
     {6531, "Untitled"},
     {6532, "'^' is open.  Close it before another document is saved under its name, or choose another name."},
     {6533, "'^' has exposure rows that are not saved with their logs.  Save the file with these rows?"},
+    {6534, "Data is still being loaded or calculated. It is saved as soon as that is done."},
     {6536, "Unable to display the $ help file"},
     {6537, "After saving this file, it will not be compatible with older applications"},
     {6539, "System settings specify that files containing instrument data collections with no logs cannot be saved"},

@@ -290,11 +290,25 @@ TEST_F(DocumentsTest, ClosingStopsAtASaveThatFailsAndRemembersNewNames) {
     EXPECT_FALSE(CloseFile(session, &file, ask)) << "no name given";
     EXPECT_EQ(session.OpenFiles.size(), 2U);
     messages.Answers = {Button::Yes};
-    chosen = {folder.file("new.xml")};
+    chosen = {folder.file("none/new.xml"), folder.file("new.xml")}; // another name behind the one that fails
     EXPECT_TRUE(CloseFile(session, &file, ask));
     ASSERT_EQ(session.OpenFiles.size(), 1U);
     EXPECT_EQ(session.OpenFiles[0].get(), &other);
     EXPECT_EQ(session.RecentFiles, std::vector<std::string>{folder.file("new.xml")});
+}
+
+TEST_F(DocumentsTest, ClosingSavesWhatARunningRecalculationBrings) {
+    clsFile& file = opened("a.xml");
+    clsInsData& data = *file.InstrumentDatas.front();
+    change(file);
+    data.Locations.front()->IntervalsRecalculating = true;
+    pump.post([&data] {
+        data.Locations.front()->IntervalsRecalculating = false;
+        data.NameX = "late";
+    });
+    messages.Answers = {Button::Yes};
+    EXPECT_TRUE(CloseFile(session, &file, ask));
+    EXPECT_NE(readText(folder.file("a.xml")).find("late"), std::string::npos);
 }
 
 } // namespace

@@ -240,6 +240,11 @@ TEST(Exit, CancelKeepsTheWindowAndNoLeaves) {
     desk.press(QKeySequence("Ctrl+Q"));
     EXPECT_TRUE(desk.frame->isVisible());
     EXPECT_TRUE(desk.settings.Values.empty());
+    desk.session.OpenFiles.front()->InstrumentDatas.front()->Locations.front()->IntervalsRecalculating = true;
+    desk.answer({Button::Yes});
+    onDialog([](QDialog& waiting) { EXPECT_EQ(waiting.objectName(), "frmWaiting"); });
+    EXPECT_FALSE(desk.frame->close());
+    EXPECT_FALSE(desk.bytesOf(kShift).contains("Changed"));
     desk.answer({Button::No});
     EXPECT_TRUE(desk.frame->close());
     EXPECT_FALSE(desk.frame->isVisible());

@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTableView>
@@ -113,13 +114,25 @@ TEST(Settings, TheTreeAndEveryTabFollowTheDialog) {
 
 TEST(Placement, IsSavedOnExitAndRestored) {
     MemorySettings store;
+    int width = 0; // of the tree
     {
         Desk desk;
         desk.frame->setGeometry(30, 40, 600, 420);
         desk.open(kShift);
+        auto& splitter = *desk.area().currentSubWindow()->findChild<QSplitter*>();
+        const QPoint at = splitter.handle(1)->rect().center();
+        QTest::mousePress(splitter.handle(1), Qt::LeftButton, {}, at);
+        QTest::mouseMove(splitter.handle(1), at + QPoint(-60, 0));
+        QTest::mouseRelease(splitter.handle(1), Qt::LeftButton, {}, at);
+        width = desk.tree().width();
+        for (int i = 0; i < 4; ++i)
+            desk.frame->NewExplorerWindow();
+        desk.command("Tile Vertically").trigger();
+        EXPECT_NE(desk.tree().width(), width);
         EXPECT_TRUE(desk.frame->close());
         store = desk.settings;
     }
+    EXPECT_EQ(store.read("Settings", "TreeWidth", {}), std::to_string(width)) << "as the user drew it, not as tiled";
     EXPECT_TRUE(store.read("Preferences", "LastFile1", {}).ends_with(kShift));
     const Desk again(store, QSize());
     EXPECT_EQ(again.frame->geometry(), QRect(30, 40, 600, 420));
