@@ -38,9 +38,9 @@ public:
     void SelectNode(const std::string& key); // and shows it, as if it had been clicked
 
 signals:
-    void StateChanged(); // the frame's menus follow
+    void StateChanged();             // the frame's menus follow
     void TreeWidthChosen(int width); // by the user, in pixels
-    void TreesChanged(); // a file, collection or log has another name
+    void TreesChanged();             // a file, collection or log has another name
     void NodeDropped(const std::string& sourceKey, const std::string& targetKey, bool move);
     void DeleteAsked(); // of the selected node
     void FilesDropped(const QStringList& paths);

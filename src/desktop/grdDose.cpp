@@ -158,6 +158,7 @@ QVariant ExposureModel::data(const QModelIndex& index, int role) const {
         return orNothing(isOfRow && columnOf(index) == eColumnIncluded,
                          isOfRow && isIncluded(index) ? Qt::Checked : Qt::Unchecked);
     case Qt::BackgroundRole:
+        if (!levelNote(index).empty()) return QColor(HighlightColour.red, HighlightColour.green, HighlightColour.blue);
         return orNothing(isMissing(index), markColour());
     case Qt::ForegroundRole:
         if (!levelNote(index).empty()) return QColor(Qt::black);
@@ -175,9 +176,6 @@ QVariant ExposureModel::data(const QModelIndex& index, int role) const {
         return shown(ReplaceText(
             session_.LoadText(4633), "^",
             formatNumber(table_.Shares[static_cast<std::size_t>(index.row())] * 100, "##0.0", session_.locale) + " %"));
-    case Qt::BackgroundRole:
-        return orNothing(!levelNote(index).empty(),
-                         QColor(HighlightColour.red, HighlightColour.green, HighlightColour.blue));
     default:
         return {};
     }

@@ -405,7 +405,7 @@ bool mdiMain::WaitUntil(EventPump& pump, const std::string& what, const std::fun
     progress.setWindowTitle(windowTitle());
     progress.setWindowModality(Qt::ApplicationModal);
     progress.show();
-    pump.runUntil([&] { return progress.wasCanceled() || isDone(); });
+    pump.runUntil([&] { return progress.wasCanceled() || !progress.isVisible() || isDone(); });
     return isDone();
 }
 

@@ -69,7 +69,7 @@ TEST(DownloadHPD, ReplacesTheFileAndItsRecordsAndKeepsTheOldOne) {
     update.http.answer.Body += "\r\r"; // line ends in any form
     EXPECT_TRUE(update.run());
     EXPECT_EQ(update.http.address, "http://hpd.example/db.txt");
-    EXPECT_EQ(update.progress.shown, 1);
+    EXPECT_EQ(update.progress.shown, 2); // from its start, and with what arrived
     EXPECT_EQ(update.protectors.Protectors.size(), 20U);
     EXPECT_EQ(readText(update.protectors.File) + "\r\n", database("New", 20));
     EXPECT_EQ(readText(update.protectors.File + ".bak"), update.old);
