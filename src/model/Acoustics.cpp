@@ -55,6 +55,35 @@ double levelOfDose(double dose, double criterion, double perDecade) {
     return criterion + perDecade * std::log10(dose / 100);
 }
 
+double averageLevelOfDose(double dose, double criterion, double exchange, double hours) {
+    return criterion + decibelsPerDecade(exchange) * std::log10(dose / (kPercentPerHour * hours));
+}
+
+double allowedHours(double level, double criterion, double exchange) {
+    return kReferenceHours / std::exp2((level - criterion) / exchange);
+}
+
+double dosePart(double level, double hours, double criterion, double exchange) {
+    return 100 * hours / allowedHours(level, criterion, exchange);
+}
+
+double exposurePoints(double level, double hours) {
+    constexpr double kLevelOf100Points = 85; // dB over 8 h
+    return 100 * (hours / kReferenceHours) * energyOf(level - kLevelOf100Points);
+}
+
+double weeklyExposure(std::span<const double> days) {
+    constexpr double kDaysOfAWeek = 5;
+    double sum = 0;
+    for (const double day : days)
+        sum += energyOf(day);
+    return levelOf(sum / kDaysOfAWeek);
+}
+
+double levelPartlyProtected(double level, double protectedLevel, double share) {
+    return levelOf(share * energyOf(protectedLevel) + (1 - share) * energyOf(level));
+}
+
 double doseIn8Hours(double dose, double hours) {
     return dose * (kReferenceHours / hours);
 }

@@ -7,6 +7,8 @@
 // not-a-number below 0.
 #pragma once
 
+#include <span>
+
 namespace kestrane {
 
 constexpr double kReferenceHours = 8;                        // of a working day; ISO 1999, ISO 9612
@@ -45,6 +47,27 @@ double twaOfDose(double dose, double criterion, double exchange);
 
 // The same by a factor that is printed or rounded, in dB for ten times the dose: criterion + perDecade lg(D/100).
 double levelOfDose(double dose, double criterion, double perDecade);
+
+// The mean level by an exchange rate over a time, LAVG: criterion + (exchange rate / lg 2) lg(D / (12.5 T)) (ANSI
+// S1.25). It is LAeq for a rate of 3 dB only.
+double averageLevelOfDose(double dose, double criterion, double exchange, double hours);
+
+// How long a level may last for a dose of 100 %: 8 / 2^((L - criterion) / exchange rate) (29 CFR 1910.95 Table G-16a,
+// NIOSH 98-126). Not for an exchange rate of 0.
+double allowedHours(double level, double criterion, double exchange);
+
+// The part of a dose that a level held for a time makes: 100 T / allowedHours, without the roundings of doseOf.
+double dosePart(double level, double hours, double criterion, double exchange);
+
+// Exposure points: 100 for 85 dB over 8 h, 100 (T/8) 10^((L - 85) / 10) (HSE L108). They add up.
+double exposurePoints(double level, double hours);
+
+// LEX,w of the LEX,8h of the days of a week, dB: 10 lg[(1/5) of the sum of 10^(LEX/10)], whatever the number of days
+// (Directive 2003/10/EC, ISO 1999). Minus infinity for no day.
+double weeklyExposure(std::span<const double> days);
+
+// The level of the same time with a protector that takes it to protectedLevel and is worn for a share (0..1) of it.
+double levelPartlyProtected(double level, double protectedLevel, double share);
 
 // The dose that 8 h of the same noise would give, and what an hour of it gives. Infinite for a time of 0.
 double doseIn8Hours(double dose, double hours);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 
 namespace kestrane {
@@ -37,6 +38,18 @@ TEST(Acoustics, WorkedValues) {
         {"400 %", levelOfDose(400, 90, osha), 100.0, 0.05},
         {"a dose of 4 h for 8", doseIn8Hours(50, 4), 100, 1e-9},
         {"and by the hour", dosePerHour(50, 4), 12.5, 1e-9},
+        {"80 dB by 90 and 5 dB may last 32 h", allowedHours(80, 90, 5), 32, 1e-9},
+        {"115 dB a quarter of an hour", allowedHours(115, 90, 5), 0.25, 1e-12},
+        {"100 dB by 85 and 3 dB 15 min", allowedHours(100, 85, 3), 0.25, 1e-12},
+        {"part of a dose", dosePart(88, 2, 85, 3), 50, 1e-9},
+        {"mean level of 50 % in 2 h by 90 and 5 dB", averageLevelOfDose(50, 90, 5, 2), 95, 1e-9},
+        {"mean level of 100 % in 8 h", averageLevelOfDose(100, 90, 5, 8), 90, 1e-9},
+        {"points of 85 dB over 8 h", exposurePoints(85, 8), 100, 1e-9},
+        {"points of 95 dB over 4 h", exposurePoints(95, 4), 500, 1e-9},
+        {"a week of five equal days", weeklyExposure(std::array{84.3, 84.3, 84.3, 84.3, 84.3}), 84.3, 1e-9},
+        {"a week of one day with 500 points", weeklyExposure(std::array{91.98970004}), 85, 1e-6},
+        {"6 days of 85 dB", weeklyExposure(std::array{85., 85., 85., 85., 85., 85.}), 85.79, 0.005},
+        {"20 dB less for half of the time", levelPartlyProtected(100, 80, 0.5), 97.03, 0.005},
     };
     for (const Worked& worked : cases)
         EXPECT_NEAR(worked.computed, worked.expected, worked.within) << worked.what;
