@@ -1,5 +1,6 @@
 #include "calc/NoiseRating.h"
 
+#include "calc/BandLevels.h"
 #include "platform/Numbers.h"
 
 #include <algorithm>
@@ -19,6 +20,9 @@ constexpr BandConstants kBandConstants[] = {
     {"31.5", 0.681F, 55.4F}, {"63", 0.79F, 35.4F},  {"125", 0.87F, 22.0F}, {"250", 0.93F, 12.0F}, {"500", 0.93F, 4.8F},
     {"1k", 1.0F, 0.0F},      {"2k", 1.015F, -3.5F}, {"4k", 1.025F, -6.1F}, {"8k", 1.03F, -8.0F},
 };
+
+constexpr double kCurves[][2] = {{55.4, 0.681}, {35.4, 0.790}, {22.0, 0.870}, {12.0, 0.930}, {4.8, 0.974},
+                                 {0.0, 1.000},  {-3.5, 1.015}, {-6.1, 1.025}, {-8.0, 1.030}}; // a and b, 31.5 to 8k
 
 constexpr int kHighestCurve = 120;
 constexpr int kCurveStep = 5;
@@ -56,6 +60,18 @@ void clsNoiseRating::Frequency(std::string_view label) {
 
 float clsNoiseRating::Rating(float level) const {
     return static_cast<float>(level - static_cast<double>(ConstantNumber) / Multiplier);
+}
+
+std::optional<double> ratingByCurves(const clsLog& log) {
+    const auto levels = linearOctaves(log);
+    std::optional<double> highest;
+    for (std::size_t octave = 0; octave < std::size(kCurves); ++octave) {
+        if (!levels[octave]) continue;
+        const auto& [a, b] = kCurves[octave];
+        const double rating = (*levels[octave] - a) / b;
+        if (!highest || rating > *highest) highest = rating;
+    }
+    return highest;
 }
 
 NoiseRating noiseRating(const clsLog& log) {

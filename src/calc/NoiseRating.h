@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +56,10 @@ struct NoiseRating {
     std::deque<clsNoiseRating> Rows; // none for a broadband log
     std::int32_t Level = 0;          // the highest rating, at least 0, rounded up
 };
+
+// The rating by the curves themselves: the highest (level - a) / b of the linear octave levels from 31.5 Hz to 8 kHz,
+// where third octaves are summed (ISO/R 1996:1971). Not rounded. Nothing without such a level.
+std::optional<double> ratingByCurves(const clsLog& log);
 
 // From the cumulative Leq of the bands that have constants. Raises 6 for a rating past 32 bits.
 NoiseRating noiseRating(const clsLog& log);

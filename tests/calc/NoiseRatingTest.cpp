@@ -57,6 +57,28 @@ TEST(NoiseRating, ARowHoldsTheCurvesAndTheLogsOwnLevel) {
     EXPECT_EQ(row.Levels.back().SoundLevel(), 91.5F);
 }
 
+TEST(NoiseRating, TheCurvesThemselvesRateTheLinearOctaves) {
+    constexpr std::pair<const char*, float> kCurve40[] = {{"31.5", 82.6F}, {"63", 67.0F},  {"125", 56.8F},
+                                                          {"250", 49.2F},  {"500", 43.8F}, {"1k", 40.0F},
+                                                          {"2k", 37.1F},   {"4k", 34.9F},  {"8k", 33.2F}};
+    for (const auto& [band, level] : kCurve40) {
+        RatedLog rated(modeFullOctave);
+        EXPECT_FALSE(ratingByCurves(rated.log));
+        rated.level(band, level);
+        EXPECT_NEAR(*ratingByCurves(rated.log), 40, 0.08) << band;
+        RatedLog thirds(modeThirdOctave);
+        thirds.level(band, level - 4.771213F); // a third of the energy
+        const int middle = thirds.log.e(band);
+        for (const int side : {middle - 1, middle + 1})
+            thirds.log.LeqCumA(side).Value(level - 4.771213F);
+        EXPECT_NEAR(*ratingByCurves(thirds.log), *ratingByCurves(rated.log), 1e-4) << band;
+    }
+    RatedLog weighted(modeFullOctave);
+    weighted.log.FreqWeightA("A");
+    weighted.level("125", 60);
+    EXPECT_NEAR(*ratingByCurves(weighted.log), (76.1 - 22) / 0.87, 1e-4);
+}
+
 TEST(NoiseRating, ABroadbandLogHasNone) {
     RatedLog rated(modeBroadband);
     rated.log.LeqCumA(0).Value(90);
