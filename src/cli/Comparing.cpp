@@ -6,28 +6,30 @@
 #include "protection/ProtectorDatabase.h"
 
 #include <algorithm>
-#include <map>
 
 namespace kestrane {
-
-namespace {
-
-const std::map<std::string, std::int16_t> kModes = {
-    {"hse", eHPDModeEUHSE}, {"osha", eHPDModeUSOSHA}, {"niosh", eHPDModeUSNIOSH}};
-
-} // namespace
 
 void addDatabase(CLI::App& verb, CompareArguments& arguments) {
     verb.add_option("--database", arguments.database, "a protector database, in place of the one in use");
 }
 
-CLI::Option* addComparing(CLI::App& verb, CompareArguments& arguments) {
+void addComparing(CLI::App& verb, CompareArguments& arguments) {
     verb.add_option("--mode", arguments.mode, "hse, osha or niosh")->check(CLI::IsMember({"hse", "osha", "niosh"}));
     verb.add_option("--method", arguments.method, "Auto, HML, SNR or NRR")
         ->check(CLI::IsMember({"Auto", "HML", "SNR", "NRR"}));
     verb.add_option("--correction", arguments.correction, "0 none, 1 two deviations, 2 4 dB, 3 one deviation")
         ->check(CLI::Range(kCorrectionNone, kCorrectionOneDeviation));
+}
+
+CLI::Option* addProtector(CLI::App& verb, CompareArguments& arguments) {
     return verb.add_option("--protector", arguments.protector, "name of the record");
+}
+
+clsOptions comparisonOptions(const Program& program, const CompareArguments& arguments) {
+    clsOptions calculation = program.session.Options;
+    calculation.HPDCalc = modeOfName(arguments.mode).value_or(eHPDModeEUHSE);
+    calculation.HPDCalcMethod = arguments.method;
+    return calculation;
 }
 
 std::optional<ProtectorCollection> openDatabase(Session& session, const std::string& database) {
@@ -50,10 +52,7 @@ std::optional<HPDComparison> compareLog(Program& program, const clsLog& log, con
                                     kIconExclamation);
         return std::nullopt;
     }
-    clsOptions calculation = program.session.Options;
-    calculation.HPDCalc = kModes.at(arguments.mode);
-    calculation.HPDCalcMethod = arguments.method;
-    return compareWithProtector(log, *hp, calculation, arguments.correction);
+    return compareWithProtector(log, *hp, comparisonOptions(program, arguments), arguments.correction);
 }
 
 } // namespace kestrane

@@ -21,7 +21,11 @@ struct CompareArguments {
 };
 
 void addDatabase(CLI::App& verb, CompareArguments& arguments);
-CLI::Option* addComparing(CLI::App& verb, CompareArguments& arguments); // the protector's option
+void addComparing(CLI::App& verb, CompareArguments& arguments);
+CLI::Option* addProtector(CLI::App& verb, CompareArguments& arguments);
+
+// The settings with the mode and method of the arguments.
+clsOptions comparisonOptions(const Program& program, const CompareArguments& arguments);
 
 // The database, its records loaded. Nothing when it cannot be read; the reason has been shown.
 std::optional<ProtectorCollection> openDatabase(Session& session, const std::string& database);

@@ -7,6 +7,7 @@
 #include "cli/Verbs.h"
 #include "platform/qt/QtHttp.h"
 #include "protection/ProtectorDatabase.h"
+#include "protection/Ranking.h"
 
 #include <QCoreApplication>
 
@@ -79,6 +80,17 @@ int save(Program& program, const std::string& database, const std::string& outpu
 
 struct CompareOptions : LogArguments, CompareArguments {};
 
+Json standardJson(const std::vector<StandardFigure>& figures) {
+    Json list = Json::array();
+    for (const StandardFigure& figure : figures) {
+        list.push_back({{"Method", figure.Method},
+                        {"Level", figure.Level},
+                        {"Rounded", figure.Rounded()},
+                        {"Plus4", figure.Plus4()}});
+    }
+    return list;
+}
+
 constexpr const char* kGrades[] = {"green", "orange", "red"};
 
 Json comparisonJson(const HPDComparison& comparison) {
@@ -103,7 +115,9 @@ Json comparisonJson(const HPDComparison& comparison) {
             {"ResultLine", comparison.ResultLine},
             {"Footnote", comparison.Footnote},
             {"Panel", panel},
-            {"Bars", bars}};
+            {"Bars", bars},
+            {"Standard", standardJson(comparison.Standard)},
+            {"Verdict", verdictName(comparison.Verdict)}};
 }
 
 int compare(Program& program, const CompareOptions& options) {
@@ -111,6 +125,24 @@ int compare(Program& program, const CompareOptions& options) {
     if (!chosen) return kFailed;
     const auto comparison = compareLog(program, *chosen->log, options);
     return comparison ? print(comparisonJson(*comparison)) : kFailed;
+}
+
+int rank(Program& program, const CompareOptions& options) {
+    const auto chosen = openLog(program, options);
+    if (!chosen) return kFailed;
+    const auto protectors = openDatabase(program.session, options.database);
+    if (!protectors) return kFailed;
+    Json list = Json::array();
+    for (const RankedProtector& ranked : rankProtectors(*chosen->log, protectors->Protectors,
+                                                        comparisonOptions(program, options), options.correction)) {
+        list.push_back({{"Name", ranked.Protector->Name},
+                        {"Type", ranked.Protector->GetTipeStr()},
+                        {"Method", ranked.Method},
+                        {"Result", singleJson(ranked.Result)},
+                        {"Standard", ranked.Standard ? Json(*ranked.Standard) : Json(nullptr)},
+                        {"Verdict", verdictName(ranked.Verdict)}});
+    }
+    return print(list);
 }
 
 int update(Program& program, const std::string& url, const std::string& database) {
@@ -144,7 +176,12 @@ RunVerb protectorsVerb(CLI::App& verb) {
     CLI::App* comparing = add("compare", "compare a log with a protector",
                               [options](Program& program) { return compare(program, *options); });
     addLog(*comparing, *options);
-    addComparing(*comparing, *options)->required();
+    addComparing(*comparing, *options);
+    addProtector(*comparing, *options)->required();
+    CLI::App* ranking = add("rank", "compare a log with every protector, best first",
+                            [options](Program& program) { return rank(program, *options); });
+    addLog(*ranking, *options);
+    addComparing(*ranking, *options);
     CLI::App* saving = add("save", "load and rewrite the database",
                            [options, output](Program& program) { return save(program, options->database, *output); });
     saving->add_option("-o", *output, "the file to write")->required();

@@ -180,7 +180,10 @@ int noiseRatingOf(Program& program, const LogArguments& arguments) {
                         {"Rating", singleJson(row.Rating(level))},
                         {"Curve", std::move(curve)}});
     }
-    return print({{"Level", rating.Level}, {"Rows", std::move(rows)}});
+    const std::optional<double> byCurves = ratingByCurves(*chosen->log);
+    return print({{"Level", rating.Level},
+                  {"CurveLevel", byCurves ? Json(*byCurves) : Json(nullptr)},
+                  {"Rows", std::move(rows)}});
 }
 
 RunVerb noiseRatingVerb(CLI::App& verb) {
@@ -296,6 +299,7 @@ RunVerb chartVerb(CLI::App& verb) {
         ->required()
         ->check(CLI::IsMember({kTabFullLog, kTabInterval, kTabCumulative, kTabNoiseRating, kTabCompareHPD}));
     addComparing(verb, *options);
+    addProtector(verb, *options);
     addDatabase(verb, *options);
     verb.add_option("--interval", options->interval, "the row that tab 2 shows, from 1; without it, the first");
     verb.add_option("--display", options->display, "what tabs 2 and 3 show: levels (dB) or dose and Pa2Hr (%)")

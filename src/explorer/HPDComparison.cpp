@@ -6,7 +6,6 @@
 #include "model/Session.h"
 #include "platform/Format.h"
 #include "platform/Utf8.h"
-#include "protection/Attenuation.h"
 
 #include <algorithm>
 #include <array>
@@ -53,6 +52,9 @@ public:
         const auto* const builder =
             std::find_if(kBuilders.begin(), kBuilders.end(), [&](const Builder& b) { return b.method == out_.Method; });
         if (builder != kBuilders.end()) (this->*builder->build)();
+        StandardJudgement judged = judgeByStandards(log_, hp_, options_, correction_, out_.Method, out_.Result);
+        out_.Standard = std::move(judged.Figures);
+        out_.Verdict = judged.Verdict;
         return std::move(out_);
     }
 
@@ -80,12 +82,8 @@ private:
     std::string start() const { return ReplaceText(text(4575), "^", out_.Method); }
 
     void byOctaves() {
-        clsLog log(log_.session());
-        log.Copy(log_, 0, 0);
-        if (log.FreqWeightA() != "Z") {
-            log_.session().ShowMessage(text(4576), kIconInformation);
-            AdjustFreqWeight(log, "Z", false);
-        }
+        const std::unique_ptr<clsLog> converted = log_.FreqWeightA() == "Z" ? nullptr : convertedToZ(log_);
+        const clsLog& log = converted ? *converted : log_;
         setResult(APL_PAR_ENL(hp_, log, options_, correction_));
         const std::array<double, 10> levels = octaveLevels(log);
         double total = 0;

@@ -4,7 +4,8 @@
 
 #include "model/clsLog.h"
 #include "model/clsOptions.h"
-#include "protection/clsHP.h"
+#include "protection/Attenuation.h"
+#include "protection/Standards.h"
 
 #include <string>
 #include <utility>
@@ -35,8 +36,10 @@ struct HPDComparison {
     std::vector<std::string> Footnote;                      // of the octave method
     std::vector<std::pair<std::string, std::string>> Panel; // label and value, of the other methods
     std::vector<ComparisonBar> Bars;
+    std::vector<StandardFigure> Standard; // by the standards, beside Result
+    kestrane::Verdict Verdict = kestrane::Verdict::None;
 
-    bool isByOctaves() const { return Method == "Octave"; }
+    bool isByOctaves() const { return Method == kByOctaves; }
 };
 
 // The name of the protected level in a mode (eHPDMode...).

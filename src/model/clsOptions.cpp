@@ -23,6 +23,7 @@ void forEachKey(Self& options, Visit visit) {
     visit("CalcFileOpen", options.RecalcOnOpen);
     visit("HPDCalc", options.HPDCalc);
     visit("HPDCalcMethod", options.HPDCalcMethod);
+    visit("HPDActionLevel", options.ActionLevel);
 }
 
 } // namespace

@@ -40,6 +40,7 @@ public:
     bool RecalcOnOpen = true;
     std::int16_t HPDCalc = eHPDModeEUHSE;
     std::string HPDCalcMethod = "Auto"; // "Auto", "HML", "SNR" or "NRR"
+    std::int16_t ActionLevel = 80;      // dB, that a protected level is judged by: 80 or 85
     clsLogOptions objLogOptions;
 
     bool IsUSHPDMode() const { return HPDCalc == eHPDModeUSOSHA || HPDCalc == eHPDModeUSNIOSH; }

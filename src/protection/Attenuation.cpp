@@ -8,13 +8,13 @@
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace kestrane {
 
 namespace {
 
-constexpr float kCannotCompute = -1;
 constexpr double kFourDecibels = 4;
 constexpr int kCorrectionTexts[] = {4816, 4817, 4818, 4819}; // by correction
 
@@ -81,8 +81,8 @@ struct Method {
 };
 
 constexpr Method kMethods[] = {
-    {"Octave", [](const clsLog& log, const clsHP& hp) { return log.IsOctaveLog() && hp.HasOctaves(); }, byOctaves},
-    {"Octave", [](const clsLog& log, const clsHP& hp) { return log.IsOctaveLog() && hp.HasOctavesUS(); }, byOctaves},
+    {kByOctaves, [](const clsLog& log, const clsHP& hp) { return log.IsOctaveLog() && hp.HasOctaves(); }, byOctaves},
+    {kByOctaves, [](const clsLog& log, const clsHP& hp) { return log.IsOctaveLog() && hp.HasOctavesUS(); }, byOctaves},
     {"HML", [](const clsLog& log, const clsHP& hp) { return IsHMLCalculateable(log) && hp.HasHML(); }, byHML},
     {"SNR", [](const clsLog& log, const clsHP& hp) { return IsSNRCalculateable(log) && hp.HasSNR(); }, bySNR},
     {"NRR", [](const clsLog& log, const clsHP& hp) { return IsNRRCalculateable(log) && hp.HasNRR(); }, byNRR},
@@ -103,12 +103,19 @@ constexpr MethodRule kRules[] = {
     {true, "NRR", {kNRR, kNoMethod, kNoMethod}},
 };
 
-const Method* methodFor(const clsLog& log, const clsOptions& options, const clsHP& protector) {
+std::vector<const Method*> methodsTried(const clsOptions& options) {
+    std::vector<const Method*> tried;
     for (const MethodRule& rule : kRules) {
         if (rule.isUS != options.IsUSHPDMode() || rule.choice != options.HPDCalcMethod) continue;
         for (const MethodIndex index : rule.methods)
-            if (index != kNoMethod && kMethods[index].canUse(log, protector)) return &kMethods[index];
+            if (index != kNoMethod) tried.push_back(&kMethods[index]);
     }
+    return tried;
+}
+
+const Method* methodFor(const clsLog& log, const clsOptions& options, const clsHP& protector) {
+    for (const Method* method : methodsTried(options))
+        if (method->canUse(log, protector)) return method;
     return nullptr;
 }
 
@@ -131,6 +138,28 @@ bool IsNRRCalculateable(const clsLog& log) {
 std::string HPDCalcMethodToUse(const clsLog& log, const clsOptions& options, const clsHP& protector) {
     const Method* method = methodFor(log, options, protector);
     return method == nullptr ? std::string() : std::string(method->name);
+}
+
+std::vector<std::string_view> methodsOf(const clsOptions& options) {
+    std::vector<std::string_view> names;
+    for (const Method* method : methodsTried(options))
+        names.push_back(method->name);
+    return names;
+}
+
+std::unique_ptr<clsLog> convertedToZ(const clsLog& log) {
+    auto converted = std::make_unique<clsLog>(log.session());
+    converted->Copy(log, 0, 0);
+    log.session().ShowMessage(log.session().LoadText(4576), kIconInformation);
+    AdjustFreqWeight(*converted, "Z", false);
+    return converted;
+}
+
+std::optional<std::int16_t> modeOfName(std::string_view name) {
+    constexpr std::string_view kModes[] = {"hse", "osha", "niosh"}; // by mode
+    const auto* const found = std::find(std::begin(kModes), std::end(kModes), name);
+    if (found == std::end(kModes)) return std::nullopt;
+    return static_cast<std::int16_t>(found - std::begin(kModes));
 }
 
 std::array<double, 10> octaveLevels(const clsLog& log) {
@@ -158,7 +187,7 @@ double assumedAttenuation(const clsHP& protector, int band, int iCorrectionFacto
 
 float APL_PAR_ENL(const clsHP& protector, const clsLog& log, const clsOptions& options, int iCorrectionFactor) {
     const Method* method = methodFor(log, options, protector);
-    if (method == nullptr || (isDeviations(iCorrectionFactor) && method->name != "Octave")) return kCannotCompute;
+    if (method == nullptr || (isDeviations(iCorrectionFactor) && method->name != kByOctaves)) return kCannotCompute;
     try {
         return method->calculate({protector, log, options, iCorrectionFactor});
     } catch (const RuntimeError&) { // no time, no dose

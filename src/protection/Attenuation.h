@@ -9,8 +9,11 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kestrane {
 
@@ -28,6 +31,18 @@ bool IsNRRCalculateable(const clsLog& log); // a channel is weighted C or A
 
 // "Octave", "HML", "SNR", "NRR", or empty when nothing fits.
 std::string HPDCalcMethodToUse(const clsLog& log, const clsOptions& options, const clsHP& protector);
+
+// The methods that are tried by the settings, in order.
+std::vector<std::string_view> methodsOf(const clsOptions& options);
+
+constexpr std::string_view kByOctaves = "Octave";
+constexpr float kCannotCompute = -1;
+
+// A copy of the log with its bands converted to Z, which the user is told.
+std::unique_ptr<clsLog> convertedToZ(const clsLog& log);
+
+// "hse", "osha" and "niosh" as eHPDMode...; nothing for any other word.
+std::optional<std::int16_t> modeOfName(std::string_view name);
 
 // The octave levels of channel A from 31.5 Hz to 16 kHz, dB, at [0] to [9]; from a third-octave log summed by threes, a
 // band at 0 counting as 0 dB. A broadband log has none (all 0).
