@@ -20,6 +20,7 @@ struct Verb {
     bool needsLoop = false; // of Qt, which serves the serial line
 };
 
+std::span<const Verb> assessmentVerbs(); // exposure by the standards
 std::span<const Verb> documentVerbs();   // documents: show, change, save
 std::span<const Verb> downloadVerbs();   // instruments on the serial line
 std::span<const Verb> protectionVerbs(); // exposure calculator and hearing protectors

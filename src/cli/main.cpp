@@ -50,7 +50,8 @@ int run(int argc, char** argv) {
     app.require_subcommand(1);
     app.fallthrough();
     addGlobals(app, globals);
-    for (const auto verbs : {documentVerbs(), viewVerbs(), protectionVerbs(), reportVerbs(), downloadVerbs()}) {
+    for (const auto verbs :
+         {documentVerbs(), viewVerbs(), protectionVerbs(), assessmentVerbs(), reportVerbs(), downloadVerbs()}) {
         for (const Verb& verb : verbs) {
             CLI::App* sub = app.add_subcommand(verb.name, verb.description);
             sub->callback([&, runs = verb.prepare(*sub)] {

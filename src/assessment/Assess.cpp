@@ -1,0 +1,335 @@
+#include "assessment/Assess.h"
+
+#include "assessment/Iso9612.h"
+#include "assessment/Reaches.h"
+#include "assessment/Samples.h"
+#include "calc/BandLevels.h"
+#include "model/Acoustics.h"
+#include "protection/Attenuation.h"
+#include "protection/Ranking.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::size_t kFewestSamples = 3;    // of a task, and of days
+constexpr std::size_t kFewestJobSamples = 5; // of a job
+constexpr double kWidestSpread = 3;          // dB, of three samples
+constexpr double kLargestC1u1 = 3.5;         // dB
+constexpr double kSlackOfTimes = 0.25;       // h
+constexpr double kSmall = 1e-9;
+
+struct ActionRule {
+    int name; // text
+    double limit;
+    bool isPeak;
+    bool isWithProtector;
+};
+
+constexpr ActionRule kActions[] = {
+    {8956, 80, false, false}, {8972, 135, true, false}, {8957, 85, false, false},
+    {8973, 137, true, false}, {8958, 87, false, true},  {8974, 140, true, false},
+};
+
+using Task = std::optional<std::string>;
+
+double squared(double x) {
+    return x * x;
+}
+
+class GroupAssessment {
+public:
+    GroupAssessment(const Session& session, const AssessmentGroup& group, SampleSource& samples) :
+        session_(session), group_(group), samples_(samples), warnings_(session, out_.Warnings) {}
+
+    GroupResult build() {
+        out_.Name = group_.Name;
+        out_.Strategy = group_.Strategy;
+        out_.U2 = group_.Instrument == Meter::Class1 ? kClass1Uncertainty : kOtherUncertainty;
+        out_.U3 = kPositionUncertainty;
+        if (group_.Strategy == Strategy::Task) {
+            byTasks();
+        } else {
+            bySamples();
+        }
+        peak();
+        if (out_.LEX8h) out_.Points = exposurePoints(*out_.LEX8h, kReferenceHours);
+        if (out_.Uncertainty) {
+            out_.Expanded = kCoverageFactor * *out_.Uncertainty;
+            out_.Upper = *out_.LEX8h + *out_.Expanded;
+        }
+        week();
+        protector();
+        out_.Actions = actions(out_.LEX8h);
+        if (!group_.Week.empty()) out_.WeekActions = actions(out_.LEXw);
+        warnings_.add("edition", {}, 8981);
+        return std::move(out_);
+    }
+
+private:
+    // ---- by tasks
+
+    void byTasks() {
+        if (group_.Tasks.empty()) warnings_.bad({}, 8992);
+        for (const AssessmentTask& task : group_.Tasks)
+            out_.Tasks.push_back(figuresOf(task));
+        const bool isWhole = std::all_of(out_.Tasks.begin(), out_.Tasks.end(),
+                                         [](const TaskResult& task) { return task.Contribution.has_value(); });
+        if (isWhole && !out_.Tasks.empty()) sumUp();
+        compareTimes();
+    }
+
+    TaskResult figuresOf(const AssessmentTask& task) {
+        TaskResult out;
+        out.Name = task.Name;
+        const SampleLevels samples = samples_.gather(task.Samples, task.Name, warnings_, out_.Sources);
+        if (samples.AreAllThere) {
+            out.Leq = energyMean(samples.Levels);
+            out.U1a = uncertaintyOfMean(samples.Levels);
+            checkSamples(samples.Levels, task.Name);
+        }
+        if (isDuration(task.Hours)) {
+            out.Hours = task.Hours;
+        } else {
+            warnings_.bad(task.Name, 8993, warnings_.number(task.Hours));
+        }
+        out.U1b = ofDuration(task);
+        if (out.Leq && out.Hours) {
+            out.Contribution = normalisedTo8Hours(*out.Leq, *out.Hours);
+            out.Points = exposurePoints(*out.Leq, *out.Hours);
+        }
+        out.CPeak = ownPeak(task.CPeak, task.Name);
+        if (!task.CPeak) out.CPeak = samples.CPeak;
+        takeHigher(otherPeak_, samples.OtherPeak);
+        return out;
+    }
+
+    Figure ofDuration(const AssessmentTask& task) {
+        if (!task.HoursRange) return 0;
+        const auto [shortest, longest] = *task.HoursRange;
+        if (shortest >= 0 && shortest <= longest && isDuration(longest))
+            return uncertaintyOfDuration(shortest, longest);
+        warnings_.bad(task.Name, 8994, warnings_.number(shortest) + "-" + warnings_.number(longest));
+        return std::nullopt;
+    }
+
+    void sumUp() {
+        double energy = 0;
+        double points = 0;
+        for (const TaskResult& task : out_.Tasks) {
+            energy += energyOf(*task.Contribution);
+            points += *task.Points;
+        }
+        out_.LEX8h = levelOf(energy);
+        bool isCertain = true; // every term is there
+        double sum = 0;
+        std::vector<double> terms;
+        for (TaskResult& task : out_.Tasks) {
+            task.Share = *task.Points / points;
+            task.C1a = levelSensitivity(*task.Leq, *task.Hours, *out_.LEX8h);
+            task.C1b = durationSensitivity(*task.C1a, *task.Hours);
+            isCertain = isCertain && task.U1a && task.U1b;
+            if (!isCertain) continue;
+            terms.push_back(squared(*task.C1a) * (squared(*task.U1a) + squared(out_.U2) + squared(out_.U3)) +
+                            squared(*task.C1b * *task.U1b));
+            sum += terms.back();
+        }
+        if (!isCertain) return;
+        out_.Uncertainty = std::sqrt(sum);
+        for (std::size_t i = 0; i < terms.size() && terms.size() > 1; ++i) {
+            if (terms[i] > sum / 2 * (1 + kSmall)) warnings_.add("one-task-dominates", out_.Tasks[i].Name, 8978);
+        }
+    }
+
+    void compareTimes() {
+        if (out_.Tasks.empty() || !group_.EffectiveDay || !effectiveDay()) return;
+        double sum = 0;
+        for (const TaskResult& task : out_.Tasks) {
+            if (!task.Hours) return;
+            sum += *task.Hours;
+        }
+        if (std::abs(sum - *group_.EffectiveDay) > kSlackOfTimes + kSmall)
+            warnings_.add("time-sum", {}, 8995, warnings_.number(sum), warnings_.number(*group_.EffectiveDay));
+    }
+
+    // ---- by samples of a job or of whole days
+
+    void bySamples() {
+        const SampleLevels samples = samples_.gather(group_.Samples, {}, warnings_, out_.Sources);
+        jobPeak_ = samples.CPeak;
+        takeHigher(otherPeak_, samples.OtherPeak);
+        const Figure hours = effectiveDay();
+        const bool isJob = group_.Strategy == Strategy::Job;
+        if (isJob) checkMeasuredTime(samples.MeasuredHours);
+        if (!samples.AreAllThere) return;
+        const std::size_t count = samples.Levels.size();
+        if (isJob && count < kFewestJobSamples) warnings_.add("few-job-samples", {}, 8976);
+        if (!isJob) checkSamples(samples.Levels, {});
+        if (hours) out_.LEX8h = normalisedTo8Hours(*energyMean(samples.Levels), *hours);
+        out_.U1 = standardDeviation(samples.Levels);
+        if (!out_.U1) return;
+        out_.C1u1 = samplingUncertainty(count, *out_.U1);
+        if (*out_.U1 > kHighestU1) {
+            warnings_.add("large-c1u1", {}, 8996, warnings_.number(*out_.U1));
+        } else if (out_.C1u1 && toHundredths(*out_.C1u1) > kLargestC1u1) {
+            warnings_.add("large-c1u1", {}, 8977, warnings_.number(*out_.C1u1));
+        }
+        if (out_.C1u1 && out_.LEX8h)
+            out_.Uncertainty = std::sqrt(squared(*out_.C1u1) + squared(out_.U2) + squared(out_.U3));
+    }
+
+    void checkSamples(const std::vector<double>& levels, const Task& task) {
+        if (levels.size() < kFewestSamples) warnings_.add("few-samples", task, 8975);
+        const auto [lowest, highest] = std::minmax_element(levels.begin(), levels.end());
+        if (levels.size() == kFewestSamples && reaches(*highest - *lowest, kWidestSpread))
+            warnings_.add("spread", task, 8997);
+    }
+
+    void checkMeasuredTime(const Figure& hours) {
+        if (!group_.Workers) return;
+        if (*group_.Workers < 1) return warnings_.bad({}, 8998, std::to_string(*group_.Workers));
+        const double least = minimumMeasuredHours(*group_.Workers);
+        if (!hours || *hours >= least - kSmall) return;
+        warnings_.add("measured-time", {}, *group_.Workers > kLargestGroup ? 8949 : 8948, warnings_.number(*hours),
+                      warnings_.number(least));
+    }
+
+    Figure effectiveDay() {
+        const double hours = group_.EffectiveDay.value_or(kReferenceHours);
+        if (isDuration(hours)) return hours;
+        warnings_.bad({}, 8993, warnings_.number(hours));
+        return std::nullopt;
+    }
+
+    // ---- peaks, the week, the protector
+
+    static void takeHigher(Figure& highest, const Figure& figure) {
+        if (figure && (!highest || *figure > *highest)) highest = figure;
+    }
+
+    Figure ownPeak(const Figure& peak, const Task& task) {
+        if (!peak || isLevel(*peak)) return peak;
+        warnings_.bad(task, 8985, warnings_.number(*peak));
+        return std::nullopt;
+    }
+
+    void peak() {
+        out_.CPeak = ownPeak(group_.CPeak, {});
+        if (!group_.CPeak) {
+            out_.CPeak = jobPeak_;
+            for (const TaskResult& task : out_.Tasks)
+                takeHigher(out_.CPeak, task.CPeak);
+        }
+        if (out_.CPeak) return;
+        if (otherPeak_) {
+            warnings_.add("no-c-peak", {}, 8980, warnings_.number(*otherPeak_));
+        } else {
+            warnings_.add("no-c-peak", {}, 8947);
+        }
+    }
+
+    void week() {
+        std::vector<double> days;
+        bool isWhole = !group_.Week.empty();
+        for (const AssessmentDay& day : group_.Week) {
+            const bool isBad = day.LEX8h && *day.LEX8h != 0 && !isLevel(*day.LEX8h); // a day may be without exposure
+            if (isBad) warnings_.bad({}, 8985, warnings_.number(*day.LEX8h));
+            const Figure level = day.LEX8h ? day.LEX8h : out_.LEX8h;
+            isWhole = isWhole && level && !isBad;
+            if (isWhole) days.push_back(*level);
+        }
+        if (isWhole) out_.LEXw = weeklyExposure(days);
+    }
+
+    void protector() {
+        if (!group_.Protector) return;
+        const AssessmentProtector& worn = *group_.Protector;
+        ProtectedResult& result = out_.Protected.emplace();
+        const Figure reduction = reductionOf(worn, result);
+        const bool isShare = worn.WornPercent >= 0 && worn.WornPercent <= 100;
+        if (!isShare) warnings_.bad({}, 8946, warnings_.number(worn.WornPercent));
+        if (!reduction || !out_.LEX8h) return;
+        result.Level = *out_.LEX8h - *reduction;
+        if (!isShare) return;
+        result.Effective = levelPartlyProtected(*out_.LEX8h, *result.Level, worn.WornPercent / 100);
+        result.Verdict = verdictOf(*result.Effective, session_.Options.ActionLevel);
+    }
+
+    Figure reductionOf(const AssessmentProtector& worn, ProtectedResult& result) {
+        if (worn.Reduction) {
+            result.Method = "given";
+            if (*worn.Reduction == 0 || isLevel(*worn.Reduction)) return worn.Reduction;
+            warnings_.bad({}, 8985, warnings_.number(*worn.Reduction));
+            return std::nullopt;
+        }
+        const clsLog* log = samples_.log(*worn.Spectrum, {}, warnings_, out_.Sources);
+        const clsHP* hp = samples_.protector(worn.Name);
+        if (hp == nullptr) warnings_.bad({}, 8808, worn.Name);
+        if (log == nullptr || hp == nullptr) return std::nullopt;
+        const Figure leq = aWeightedLeq(*log);
+        out_.Sources.back().Leq = leq;
+        clsOptions options = session_.Options;
+        options.HPDCalc = modeOfName(worn.Mode).value_or(eHPDModeEUHSE);
+        options.HPDCalcMethod = "Auto";
+        const RankedProtector found = rankProtectors(*log, {*hp}, options, worn.Correction).front();
+        result.Method = found.Method;
+        const Figure level = found.Standard                   ? found.Standard
+                             : found.Result != kCannotCompute ? Figure(found.Result)
+                                                              : std::nullopt;
+        if (leq && level) return *leq - *level;
+        warnings_.bad({}, 8944, worn.Name);
+        return std::nullopt;
+    }
+
+    // A protector that is worn takes as much off the week as off the day.
+    Figure underProtector(const Figure& level) const {
+        if (!out_.Protected) return level;
+        if (!level || !out_.LEX8h || !out_.Protected->Effective) return std::nullopt;
+        return *level - (*out_.LEX8h - *out_.Protected->Effective);
+    }
+
+    std::vector<ActionResult> actions(const Figure& level) const {
+        std::vector<ActionResult> list;
+        for (const ActionRule& rule : kActions) {
+            const Figure compared = rule.isPeak ? out_.CPeak : rule.isWithProtector ? underProtector(level) : level;
+            list.push_back({session_.LoadText(rule.name), rule.limit, rule.isPeak, state(compared, rule)});
+        }
+        return list;
+    }
+
+    ActionState state(const Figure& figure, const ActionRule& rule) const {
+        if (!figure) return ActionState::NotMeasured;
+        if (reaches(*figure, rule.limit)) return ActionState::Exceeded;
+        const bool isUpper = !rule.isPeak && out_.Expanded && reaches(*figure + *out_.Expanded, rule.limit);
+        return isUpper ? ActionState::WithinUncertainty : ActionState::Below;
+    }
+
+    const Session& session_;
+    const AssessmentGroup& group_;
+    SampleSource& samples_;
+    GroupResult out_;
+    Warnings warnings_; // of out_
+    Figure jobPeak_, otherPeak_;
+};
+
+} // namespace
+
+std::string_view stateName(ActionState state) {
+    constexpr std::string_view kNames[] = {"below", "within uncertainty", "exceeded", "not measured"};
+    return kNames[static_cast<std::size_t>(state)];
+}
+
+std::vector<GroupResult> assess(const Session& session, const Assessment& assessment, const std::string& path,
+                                const AssessmentData& data) {
+    SampleSource samples(path, data);
+    std::vector<GroupResult> results;
+    for (const AssessmentGroup& group : assessment.Groups)
+        results.push_back(GroupAssessment(session, group, samples).build());
+    return results;
+}
+
+} // namespace kestrane

@@ -1,0 +1,84 @@
+// What an assessment comes to: the day and the week of each group with their uncertainty (ISO 9612:2009), compared with
+// the values of Directive 2003/10/EC, the worn protector, and what is wrong with the measurement. Levels and
+// uncertainties are dB, times hours. Nothing stands for a figure that there is none of; a warning says why.
+#pragma once
+
+#include "assessment/Assessment.h"
+#include "model/Session.h"
+#include "protection/Standards.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+constexpr std::string_view kAssessmentEdition = "ISO 9612:2009";
+
+using Figure = std::optional<double>;
+
+struct TaskResult {
+    std::string Name;
+    Figure Leq, Hours;
+    Figure Contribution, Points, Share; // to the day; Share is a fraction of 1
+    Figure U1a, U1b, C1a, C1b;
+    Figure CPeak; // dB(C)
+};
+
+enum class ActionState { Below, WithinUncertainty, Exceeded, NotMeasured };
+std::string_view stateName(ActionState state); // "below", "within uncertainty", "exceeded", "not measured"
+
+struct ActionResult {
+    std::string Name;
+    double Limit;
+    bool IsPeak; // dB(C); else dB
+    ActionState State;
+};
+
+struct ProtectedResult {
+    std::string Method; // of the comparison or the standard; "given" for a reduction that is given; empty: none
+    Figure Level;       // LEX,8h less the reduction
+    Figure Effective;   // with the time that it is not worn
+    kestrane::Verdict Verdict = kestrane::Verdict::None;
+};
+
+struct AssessmentWarning {
+    std::string Code;
+    std::optional<std::string> Task; // nothing: of the group
+    std::string Text;
+
+    bool operator==(const AssessmentWarning&) const = default;
+};
+
+struct SourceResult {
+    std::string File, Sha256, Log; // as the assessment names the file; Sha256 as it is now; empty: could not be read
+    std::optional<std::int64_t> From, To;
+    Figure Leq;
+};
+
+struct GroupResult {
+    std::string Name;
+    kestrane::Strategy Strategy = kestrane::Strategy::Task;
+    Figure LEX8h, Uncertainty /* combined */, Expanded, Upper;
+    Figure Points, LEXw, CPeak;
+    std::vector<TaskResult> Tasks;
+    Figure U1, C1u1;
+    double U2 = 0, U3 = 0;
+    std::vector<ActionResult> Actions, WeekActions; // of the day; of the week, none without one
+    std::optional<ProtectedResult> Protected;
+    std::vector<AssessmentWarning> Warnings; // each once
+    std::vector<SourceResult> Sources;
+};
+
+// Where the data comes from. Both may say null: it is not there.
+struct AssessmentData {
+    std::function<const clsFile*(const std::string& path)> File; // with all of its rows
+    std::function<const clsHP*(const std::string& name)> Protector;
+};
+
+// path: of the assessment, which files are relative to. Raises nothing for data that is missing or makes no sense.
+std::vector<GroupResult> assess(const Session& session, const Assessment& assessment, const std::string& path,
+                                const AssessmentData& data);
+
+} // namespace kestrane

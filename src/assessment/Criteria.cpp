@@ -1,0 +1,177 @@
+#include "assessment/Criteria.h"
+
+#include "assessment/LogLevels.h"
+#include "assessment/Reaches.h"
+#include "model/Acoustics.h"
+#include "model/LogTime.h"
+#include "model/Session.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace kestrane {
+
+namespace {
+
+constexpr double kEnergyRate = 3;    // dB; by it, a dose without threshold follows from LAeq
+constexpr double kLongestExact = 60; // seconds of a row
+
+struct LimitRule {
+    int name; // text
+    double value;
+    bool isDose;
+};
+
+struct CriterionRule {
+    std::string_view name;
+    int title; // text
+    std::optional<double> criterion, threshold;
+    double exchange;
+    std::optional<double> perDecade; // printed factor of TWA; nothing: the exact one
+    std::vector<LimitRule> limits;
+};
+
+constexpr double kOshaFactor = 16.61;
+constexpr double kNioshFactor = 10.0;
+
+std::vector<CriterionRule> rulesOf(const std::optional<OwnCriterion>& own) {
+    std::vector<CriterionRule> rules = {
+        {"eu", 8950, {}, {}, 3, {}, {{8956, 80, false}, {8957, 85, false}, {8958, 87, false}}},
+        {"osha-hc", 8951, 90, 80, 5, kOshaFactor, {{8959, 50, true}}},
+        {"osha-pel", 8952, 90, 90, 5, kOshaFactor, {{8960, 100, true}}},
+        {"niosh", 8953, 85, {}, 3, kNioshFactor, {{8961, 100, true}}},
+        {"acgih", 8954, 85, 80, 3, kNioshFactor, {{8962, 100, true}}},
+    };
+    if (own) rules.push_back({"own", 8955, own->Criterion, own->Threshold, own->Exchange, {}, {{8963, 100, true}}});
+    return rules;
+}
+
+// Hours of the run of a log that has no rows; 0 when it cannot be told.
+double hoursOfRun(const clsLog& log) {
+    try {
+        return std::max(getTime(log, 'h', false, false), 0.0F);
+    } catch (const RuntimeError&) {
+        return 0;
+    }
+}
+
+class SideBySide {
+public:
+    explicit SideBySide(const clsLog& log) : log_(log), levels_(levelsOfRows(log)) {
+        out_.Rows = static_cast<std::int64_t>(levels_.Rows.size());
+        const bool hasRows = log.LogIntervals.Count() > 0;
+        out_.MeasuredHours = hasRows ? levels_.Hours : hoursOfRun(log);
+        out_.ExposureHours = log.objLogOptions.ExposureTime;
+        out_.LAeq = hasRows ? levels_.Leq : aWeightedLeq(log);
+        out_.LCpeak = levels_.CPeak;
+    }
+
+    Criteria build(const std::optional<OwnCriterion>& own) {
+        for (const CriterionRule& rule : rulesOf(own))
+            out_.All.push_back(figures(rule));
+        return std::move(out_);
+    }
+
+private:
+    std::string text(int id) const { return log_.session().LoadText(id); }
+
+    static bool followsFromLeq(const CriterionRule& rule) { return rule.exchange == kEnergyRate && !rule.threshold; }
+
+    CriterionFigures figures(const CriterionRule& rule) const {
+        CriterionFigures out;
+        out.Name = rule.name;
+        out.Title = text(rule.title);
+        out.Criterion = rule.criterion;
+        out.Threshold = rule.threshold;
+        out.Exchange = rule.exchange;
+        out.IsFromRows = !levels_.Rows.empty();
+        if (rule.exchange == kEnergyRate && out_.LAeq && out_.ExposureHours > 0)
+            out.LEX8h = normalisedTo8Hours(*out_.LAeq, out_.ExposureHours);
+        if (rule.criterion) takeDose(out, rule);
+        out.Note = note(rule);
+        const bool isFound = rule.criterion ? out.Dose.has_value() : out.LEX8h.has_value();
+        if (!isFound) out.Missing = missing(rule);
+        for (const LimitRule& limit : rule.limits) {
+            const auto& figure = limit.isDose ? out.ProjectedDose : out.LEX8h;
+            out.Limits.push_back({text(limit.name), limit.value, limit.isDose,
+                                  figure ? std::optional(reaches(*figure, limit.value)) : std::nullopt});
+        }
+        return out;
+    }
+
+    std::optional<double> dose(const CriterionRule& rule) const {
+        if (out_.MeasuredHours <= 0) return std::nullopt;
+        const double criterion = *rule.criterion;
+        if (levels_.Rows.empty()) {
+            if (!followsFromLeq(rule) || !out_.LAeq || log_.LogIntervals.Count() > 0) return std::nullopt;
+            return dosePart(*out_.LAeq, out_.MeasuredHours, criterion, rule.exchange);
+        }
+        double sum = 0;
+        for (const RowLevel& row : levels_.Rows) {
+            // The threshold in single precision, as the levels are.
+            if (rule.threshold && static_cast<float>(row.Level) < static_cast<float>(*rule.threshold)) continue;
+            sum += dosePart(row.Level, row.Seconds / 3600, criterion, rule.exchange);
+        }
+        return sum;
+    }
+
+    void takeDose(CriterionFigures& out, const CriterionRule& rule) const {
+        out.Dose = dose(rule);
+        if (!out.Dose) return;
+        const double criterion = *rule.criterion;
+        const double perDecade = rule.perDecade.value_or(decibelsPerDecade(rule.exchange));
+        out.ProjectedDose = *out.Dose * out_.ExposureHours / out_.MeasuredHours;
+        if (*out.Dose <= 0) return; // no dose, no level
+        out.TWA = levelOfDose(*out.Dose, criterion, perDecade);
+        out.LAVG = averageLevelOfDose(*out.Dose, criterion, rule.exchange, out_.MeasuredHours);
+        if (*out.ProjectedDose > 0) out.ProjectedTWA = levelOfDose(*out.ProjectedDose, criterion, perDecade);
+    }
+
+    // Where the levels come from, and whether their rows are too long for the criterion.
+    std::string note(const CriterionRule& rule) const {
+        std::string note;
+        const auto add = [&](const std::string& words) { note += (note.empty() ? "" : "; ") + words; };
+        const bool isByB = levels_.Origin == LevelsFrom::ChannelB;
+        const bool isSlow = (isByB ? log_.TimeWeightB() : log_.TimeWeightA()) == "Slow";
+        if (!levels_.Rows.empty() && !followsFromLeq(rule) && rule.criterion &&
+            (levels_.LongestRow > kLongestExact || !isSlow))
+            add(ReplaceText(text(8964), "^", singleText(static_cast<float>(levels_.LongestRow))));
+        if (isByB && out_.LAeq) add(text(8965));
+        if (levels_.Origin == LevelsFrom::Bands && out_.LAeq) add(text(8966));
+        if (const std::string reported = reportedDose(rule); !reported.empty()) add(reported);
+        return note;
+    }
+
+    // The dose of an instrument that keeps its own stands under what the instrument was set to, and nowhere else.
+    std::string reportedDose(const CriterionRule& rule) const {
+        if (!log_.has(Trait::KeepsReportedExposure) || log_.DoseETCumA.Value() == 0 ||
+            rule.criterion != log_.Criterion || rule.exchange != log_.Exchange)
+            return {};
+        constexpr double kNone = -1;
+        const double threshold = isNumeric(log_.Threshold, {}) ? toDouble(log_.Threshold, {}) : kNone;
+        if (threshold != rule.threshold.value_or(kNone)) return {};
+        return ReplaceText(text(8969), "^", log_.DoseETCumA.Format(false, true, "##0.0", log_.session().locale));
+    }
+
+    std::string missing(const CriterionRule& rule) const {
+        const bool hasNoRows = log_.LogIntervals.Count() == 0;
+        if (levels_.Origin == LevelsFrom::Nowhere) return text(8968);
+        if (hasNoRows && !followsFromLeq(rule) && rule.criterion) return text(8967);
+        return text(hasNoRows ? (out_.LAeq ? 8970 : 8968) : 8971);
+    }
+
+    const clsLog& log_;
+    const LogLevels levels_;
+    Criteria out_;
+};
+
+} // namespace
+
+Criteria criteriaOf(const clsLog& log, const std::optional<OwnCriterion>& own) {
+    return SideBySide(log).build(own);
+}
+
+} // namespace kestrane

@@ -1,0 +1,17 @@
+// How a figure is compared with a limit, everywhere.
+#pragma once
+
+#include <cmath>
+
+namespace kestrane {
+
+// Figures and limits are told apart by 0.01 (dB or percent).
+inline double toHundredths(double figure) {
+    return std::round(figure * 100) / 100;
+}
+
+inline bool reaches(double figure, double limit) {
+    return toHundredths(figure) >= limit;
+}
+
+} // namespace kestrane

@@ -1,0 +1,262 @@
+#include "app/StartUp.h"
+#include "assessment/Assess.h"
+#include "assessment/AssessmentFile.h"
+#include "assessment/Criteria.h"
+#include "assessment/LogLevels.h"
+#include "cli/Comparing.h"
+#include "cli/Json.h"
+#include "cli/Verbs.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+#include "protection/ProtectorDatabase.h"
+
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <sstream>
+
+namespace kestrane {
+
+namespace {
+
+int print(const Json& json) {
+    std::cout << json.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+    return kDone;
+}
+
+// A figure, or null for one that there is none of; a text the same when it is empty.
+template <class T>
+Json orNull(const std::optional<T>& value) {
+    return value ? Json(*value) : Json(nullptr);
+}
+
+Json orNull(const std::string& text) {
+    return text.empty() ? Json(nullptr) : Json(text);
+}
+
+// ---- criteria
+
+struct CriteriaOptions {
+    std::vector<std::string> files;
+    std::string log;
+    std::optional<OwnCriterion> own;
+};
+
+Json criterionJson(const CriterionFigures& figures) {
+    Json limits = Json::array();
+    for (const CriterionLimit& limit : figures.Limits) {
+        limits.push_back({{"Name", limit.Name},
+                          {"Value", limit.Value},
+                          {"Unit", limit.IsDose ? "%" : "dB"},
+                          {"Exceeded", orNull(limit.Exceeded)}});
+    }
+    return {{"Name", figures.Name},
+            {"Title", figures.Title},
+            {"Criterion", orNull(figures.Criterion)},
+            {"Threshold", orNull(figures.Threshold)},
+            {"Exchange", figures.Exchange},
+            {"LEX8h", orNull(figures.LEX8h)},
+            {"Dose", orNull(figures.Dose)},
+            {"ProjectedDose", orNull(figures.ProjectedDose)},
+            {"TWA", orNull(figures.TWA)},
+            {"ProjectedTWA", orNull(figures.ProjectedTWA)},
+            {"LAVG", orNull(figures.LAVG)},
+            {"Basis", figures.IsFromRows ? "rows" : "leq"},
+            {"Note", orNull(figures.Note)},
+            {"Missing", orNull(figures.Missing)},
+            {"Limits", std::move(limits)}};
+}
+
+// Nothing when the file does not open or has no such log; the reason has been shown.
+std::optional<Json> criteriaJson(Program& program, const std::string& name, const CriteriaOptions& options) {
+    const clsFile* file = program.open(name);
+    if (file == nullptr) return std::nullopt;
+    const clsLog* log = logOfKey(*file, options.log);
+    if (log == nullptr) {
+        Session& session = program.session;
+        session.ShowMessage(ReplaceText(session.LoadText(8806), "^", options.log.empty() ? name : options.log),
+                            kIconExclamation);
+        return std::nullopt;
+    }
+    const Criteria found = criteriaOf(*log, options.own);
+    Json all = Json::array();
+    for (const CriterionFigures& figures : found.All)
+        all.push_back(criterionJson(figures));
+    Json json = Json::object();
+    if (options.files.size() > 1) json["FileName"] = file->FileName;
+    json.update({{"Key", keyOfLog(*file, *log)},
+                 {"Name", log->Name},
+                 {"Rows", found.Rows},
+                 {"MeasuredTime", found.MeasuredHours},
+                 {"ExposureTime", singleJson(static_cast<float>(found.ExposureHours))},
+                 {"LAeq", orNull(found.LAeq)},
+                 {"LCpeak", orNull(found.LCpeak)},
+                 {"Criteria", std::move(all)}});
+    return json;
+}
+
+// One document a file; a file that fails does not keep the others from it.
+int criteria(Program& program, const CriteriaOptions& options) {
+    int status = kDone;
+    for (const std::string& name : options.files) {
+        if (const auto json = criteriaJson(program, name, options)) {
+            print(*json);
+        } else {
+            status = kFailed;
+        }
+    }
+    return status;
+}
+
+// "85,80,3"; what is wrong with it, or nothing.
+std::string readOwn(const std::string& text, std::optional<OwnCriterion>& own) {
+    std::istringstream words(text);
+    std::vector<double> numbers;
+    for (std::string word; std::getline(words, word, ',');)
+        numbers.push_back(isNumeric(word, {}) ? toDouble(word, {}) : -1);
+    const auto isWithin = [&](std::size_t at, double lowest, double highest) {
+        return numbers[at] >= lowest && numbers[at] <= highest;
+    };
+    if (numbers.size() != 3 || !isWithin(0, 1, 140) || !isWithin(1, 0, 140) || !isWithin(2, 1, 10)) {
+        return "a criterion level of 1 to 140 dB, a threshold of 0 to 140 dB and an exchange rate of 1 to 10 dB, such "
+               "as 85,80,3";
+    }
+    own = {numbers[0], numbers[1], numbers[2]};
+    return {};
+}
+
+RunVerb criteriaVerb(CLI::App& verb) {
+    const auto options = std::make_shared<CriteriaOptions>();
+    verb.add_option("FILE", options->files, "data files")->required();
+    verb.add_option("--log", options->log, "the log's tree node key, such as L1I1F1; without it, the first log");
+    verb.add_option("--own", "a criterion of your own: CRITERION,THRESHOLD,EXCHANGE in dB")
+        ->check([options](const std::string& text) { return readOwn(text, options->own); });
+    return [options](Program& program) { return criteria(program, *options); };
+}
+
+// ---- assess
+
+constexpr const char* kStrategies[] = {"task", "job", "full-day"};
+
+Json taskJson(const TaskResult& task) {
+    return {{"name", task.Name},
+            {"leq", orNull(task.Leq)},
+            {"duration_h", orNull(task.Hours)},
+            {"contribution", orNull(task.Contribution)},
+            {"points", orNull(task.Points)},
+            {"share", orNull(task.Share)},
+            {"u1a", orNull(task.U1a)},
+            {"u1b", orNull(task.U1b)},
+            {"c1a", orNull(task.C1a)},
+            {"c1b", orNull(task.C1b)}};
+}
+
+Json actionJson(const ActionResult& action) {
+    return {{"name", action.Name},
+            {"limit", action.Limit},
+            {"unit", action.IsPeak ? "dB(C)" : "dB"},
+            {"state", stateName(action.State)}};
+}
+
+Json protectedJson(const ProtectedResult& worn) {
+    return {{"method", orNull(worn.Method)},
+            {"level", orNull(worn.Level)},
+            {"effective", orNull(worn.Effective)},
+            {"verdict", verdictName(worn.Verdict)}};
+}
+
+Json warningJson(const AssessmentWarning& warning) {
+    return {{"code", warning.Code}, {"task", orNull(warning.Task)}, {"text", warning.Text}};
+}
+
+Json sourceJson(const SourceResult& source) {
+    return {{"file", source.File},         {"sha256", orNull(source.Sha256)}, {"log", orNull(source.Log)},
+            {"from", orNull(source.From)}, {"to", orNull(source.To)},         {"leq", orNull(source.Leq)}};
+}
+
+template <class Items, class Convert>
+Json listJson(const Items& items, Convert convert) {
+    Json list = Json::array();
+    for (const auto& item : items)
+        list.push_back(convert(item));
+    return list;
+}
+
+Json groupJson(const GroupResult& group) {
+    return {{"name", group.Name},
+            {"strategy", kStrategies[static_cast<std::size_t>(group.Strategy)]},
+            {"lex8h", orNull(group.LEX8h)},
+            {"u", orNull(group.Uncertainty)},
+            {"U", orNull(group.Expanded)},
+            {"upper", orNull(group.Upper)},
+            {"points", orNull(group.Points)},
+            {"lexw", orNull(group.LEXw)},
+            {"peak_c", orNull(group.CPeak)},
+            {"tasks", listJson(group.Tasks, taskJson)},
+            {"u1", orNull(group.U1)},
+            {"c1u1", orNull(group.C1u1)},
+            {"u2", group.U2},
+            {"u3", group.U3},
+            {"actions", listJson(group.Actions, actionJson)},
+            {"week_actions", group.WeekActions.empty() ? Json(nullptr) : listJson(group.WeekActions, actionJson)},
+            {"protected", group.Protected ? protectedJson(*group.Protected) : Json(nullptr)},
+            {"warnings", listJson(group.Warnings, warningJson)},
+            {"sources", listJson(group.Sources, sourceJson)}};
+}
+
+// The protectors of the database that is in use, read when the first is asked for.
+class InstalledProtectors {
+public:
+    explicit InstalledProtectors(Session& session) : session_(session) {}
+
+    const clsHP* find(const std::string& name) {
+        if (!isRead_) records_ = openDatabase(session_, {});
+        isRead_ = true;
+        if (!records_) return nullptr;
+        const auto& list = records_->Protectors;
+        const auto hp = std::find_if(list.begin(), list.end(), [&](const clsHP& item) { return item.Name == name; });
+        return hp == list.end() ? nullptr : &*hp;
+    }
+
+private:
+    Session& session_;
+    std::optional<ProtectorCollection> records_;
+    bool isRead_ = false;
+};
+
+int assessFile(Program& program, const std::string& file) {
+    Session& session = program.session;
+    const std::string path = fullPath(file);
+    Assessment assessment;
+    try {
+        assessment = loadAssessment(path);
+    } catch (const RuntimeError& error) {
+        session.ShowMessage(ReplaceText(session.LoadText(8401), "^", file) + "\r\n\r\n" + error.what(), kIconStop);
+        return kFailed;
+    }
+    InstalledProtectors protectors(session);
+    const AssessmentData data{[&](const std::string& name) { return program.open(name); },
+                              [&](const std::string& name) { return protectors.find(name); }};
+    return print({{"schema", "kestrane-assessment-result/1"},
+                  {"edition", kAssessmentEdition},
+                  {"groups", listJson(assess(session, assessment, path, data), groupJson)}});
+}
+
+RunVerb assessVerb(CLI::App& verb) {
+    const auto file = std::make_shared<std::string>();
+    verb.add_option("FILE", *file, "an assessment")->required();
+    return [file](Program& program) { return assessFile(program, *file); };
+}
+
+constexpr Verb kVerbs[] = {
+    {"assess", "compute an exposure assessment", assessVerb},
+    {"criteria", "print a log under every exposure criterion", criteriaVerb},
+};
+
+} // namespace
+
+std::span<const Verb> assessmentVerbs() {
+    return kVerbs;
+}
+
+} // namespace kestrane

@@ -1,0 +1,26 @@
+#include "platform/Sha256.h"
+
+#include "platform/Files.h"
+
+#include <nettle/sha2.h>
+
+#include <array>
+
+namespace kestrane {
+
+std::string sha256OfFile(const std::string& path) {
+    const auto bytes = readFile(path);
+    sha256_ctx context;
+    sha256_init(&context);
+    sha256_update(&context, bytes->size(), reinterpret_cast<const std::uint8_t*>(bytes->data()));
+    std::array<std::uint8_t, SHA256_DIGEST_SIZE> digest{};
+    sha256_digest(&context, digest.size(), digest.data());
+    std::string text;
+    for (const std::uint8_t byte : digest) {
+        constexpr std::string_view kDigits = "0123456789abcdef";
+        text += {kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+    return text;
+}
+
+} // namespace kestrane
