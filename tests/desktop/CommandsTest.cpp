@@ -62,6 +62,7 @@ struct SweptDesk : Desk {
 
 struct State {
     const char* name;
+    std::size_t dialogs; // of different titles that come up at least
     void (*arrange)(SweptDesk& desk);
 };
 
@@ -75,28 +76,28 @@ void zoomIn(SweptDesk& desk) {
 }
 
 constexpr State kStates[] = {
-    {"no file", [](SweptDesk&) {}},
-    {"no log",
+    {"no file", 6, [](SweptDesk&) {}},
+    {"no log", 7,
      [](SweptDesk& desk) {
          desk.open(kShift);
          desk.clickNode(kShift);
      }},
-    {"a log", [](SweptDesk& desk) { desk.openLog(kShift, "Broadband 1"); }},
-    {"the exposure calculator", [](SweptDesk& desk) { desk.openLog(kShift, "Broadband 1", "Exp Calc"); }},
-    {"octaves", [](SweptDesk& desk) { desk.openLog("machine-survey-octave.xml", "Planer", "Cumultv (Data)"); }},
-    {"zoomed", zoomIn},
-    {"minimised",
+    {"a log", 12, [](SweptDesk& desk) { desk.openLog(kShift, "Broadband 1"); }},
+    {"the exposure calculator", 9, [](SweptDesk& desk) { desk.openLog(kShift, "Broadband 1", "Exp Calc"); }},
+    {"octaves", 10, [](SweptDesk& desk) { desk.openLog("machine-survey-octave.xml", "Planer", "Cumultv (Data)"); }},
+    {"zoomed", 12, zoomIn},
+    {"minimised", 6,
      [](SweptDesk& desk) {
          desk.openLog(kShift, "Broadband 1");
          desk.area().currentSubWindow()->showMinimized();
      }},
-    {"no explorer",
+    {"no explorer", 6,
      [](SweptDesk& desk) {
          desk.openLog(kShift, "Broadband 1");
          desk.area().currentSubWindow()->close();
          QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
      }},
-    {"busy", [](SweptDesk& desk) {
+    {"busy", 6, [](SweptDesk& desk) {
          OpenFile(desk.session, desk.copyOf("third-octave-2000.xml"), OpenSource::Dialog, true);
          desk.clickNode("Third Octave 1");
      }}};
@@ -116,10 +117,8 @@ TEST_P(EveryCommand, CanBeGivenAndNothingIsTakenBehindADialog) {
         desk.settle();
         titles.merge(desk.titles);
     }
-    std::string all;
-    for (const std::string& title : titles)
-        all += title + "; ";
-    std::cout << all << '\n';
+    titles.erase("Error Connecting to Printer"); // where there is none
+    EXPECT_GE(titles.size(), GetParam().dialogs);
 }
 
 INSTANTIATE_TEST_SUITE_P(InEveryState, EveryCommand, ::testing::ValuesIn(kStates),
