@@ -13,6 +13,7 @@
 #include <array>
 #include <iterator>
 #include <optional>
+#include <utility>
 
 namespace kestrane {
 
@@ -225,13 +226,14 @@ void sumBands(clsLog& log) {
         float sum = 0;
         bool isSeen = false;
         for (int band = 1; band <= values->last(); ++band) {
-            const float level = (*values)(band).CalcValue();
+            const float level = std::as_const(*values)(band).CalcValue();
             if (level == 0) continue;
             sum = static_cast<float>(sum + energyOf(level));
             isSeen = true;
         }
+        if (!isSeen) continue;
         clsValue& overall = (*values)(0);
-        if (!isSeen || !(overall.CalcValue() == 0 || log.OverwriteStoredValues)) continue;
+        if (!(overall.CalcValue() == 0 || log.OverwriteStoredValues)) continue;
         try {
             overall.CalcValue(checkedSingle(levelOf(sum)));
         } catch (const RuntimeError&) { // the figure stays

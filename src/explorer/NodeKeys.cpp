@@ -32,8 +32,8 @@ constexpr DropRule kDropRules[] = {{"F", "F"}, {"I", "FI"}, {"XL", "FIXL"}, {"YO
 
 struct HighestIdentities {
     std::int16_t file = 0;
-    std::int16_t data = 0;
-    std::array<std::int16_t, 3> logs{}; // by mode
+    std::int32_t data = 0;
+    std::array<std::int32_t, 3> logs{}; // by mode
 };
 
 HighestIdentities highestIdentities(const Session& session) {
@@ -43,7 +43,7 @@ HighestIdentities highestIdentities(const Session& session) {
         for (const auto& data : file->InstrumentDatas) {
             highest.data = std::max(highest.data, data->InsDataId);
             for (const int mode : kModes) {
-                std::int16_t& most = highest.logs[static_cast<std::size_t>(mode)];
+                std::int32_t& most = highest.logs[static_cast<std::size_t>(mode)];
                 for (const auto& log : data->logsOf(mode))
                     most = std::max(most, log->LogId);
             }
@@ -52,8 +52,8 @@ HighestIdentities highestIdentities(const Session& session) {
     return highest;
 }
 
-std::int16_t next(std::int16_t& highest) {
-    return highest = checkedInteger(highest + 1);
+std::int32_t next(std::int32_t& highest) {
+    return highest = checkedLong(std::int64_t{highest} + 1);
 }
 
 } // namespace
@@ -124,11 +124,11 @@ void AssignIdentities(Session& session, bool bLastFileOnly, int intFileId) {
     for (const auto& file : session.OpenFiles) {
         if (bLastFileOnly && file != session.OpenFiles.back()) continue;
         if (!bLastFileOnly && intFileId > 0 && file->FileId != intFileId) continue;
-        if (file->FileId == 0) file->FileId = next(highest.file);
+        if (file->FileId == 0) file->FileId = highest.file = checkedInteger(highest.file + 1);
         for (const auto& data : file->InstrumentDatas) {
             if (data->InsDataId == 0) data->InsDataId = next(highest.data);
             for (const int mode : kModes) {
-                std::set<std::int16_t> taken;
+                std::set<std::int32_t> taken;
                 for (const auto& log : data->logsOf(mode)) {
                     if (log->LogId != 0 && taken.insert(log->LogId).second) continue;
                     log->LogId = next(highest.logs[static_cast<std::size_t>(mode)]);

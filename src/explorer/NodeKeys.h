@@ -41,7 +41,8 @@ struct Node {
 Node resolve(const Session& session, std::string_view key);
 
 // Gives identities to new objects: of the last file only, of the file intFileId (above 0), or of all. Order is
-// untouched. A log that has the identity of another in its collection takes a new one. Raises 6 past 32767 identities.
+// untouched. A log that has the identity of another in its collection takes a new one. Raises 6 past the largest
+// identity, which is 32767 for a file.
 void AssignIdentities(Session& session, bool bLastFileOnly, int intFileId);
 
 // May the node of sourceKey be dropped on that of targetKey (empty: the selected one)? Never on itself; a log or group

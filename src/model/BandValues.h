@@ -1,11 +1,12 @@
-// The figures of one quantity by band, 0 to the mode's last; and the same for the ten Lns. Owned by a log or a row. An
-// index outside raises 9.
+// The figures of one quantity by band, 0 to the mode's last; and the same for the ten Lns. Owned by a log or a row;
+// their memory is taken when the first is asked for to be written to. An index outside raises 9.
 #pragma once
 
 #include "model/clsLogShared.h"
 #include "model/clsValue.h"
 #include "platform/RuntimeError.h"
 
+#include <array>
 #include <vector>
 
 namespace kestrane {
@@ -14,43 +15,86 @@ class BandValues {
 public:
     void setMode(int mode) { // any values held are lost
         mode_ = mode;
-        values_.assign(static_cast<std::size_t>(lastBand(mode)) + 1, clsValue());
+        last_ = lastBand(mode);
+        values_.clear();
     }
 
-    int last() const { return static_cast<int>(values_.size()) - 1; }
+    int last() const { return last_; }
 
-    clsValue& operator()(int band) { return values_[checked(band)]; }
+    clsValue& operator()(int band) {
+        const std::size_t at = checked(band);
+        if (values_.empty()) values_ = std::vector<clsValue>(static_cast<std::size_t>(last()) + 1);
+        return values_[at];
+    }
 
-    const clsValue& operator()(int band) const { return values_[checked(band)]; }
+    const clsValue& operator()(int band) const {
+        static constexpr clsValue kAbsent;
+        const std::size_t at = checked(band);
+        return values_.empty() ? kAbsent : values_[at];
+    }
 
-    clsValue& operator()(std::string_view bandText) { return values_[checked(e(mode_, bandText))]; }
+    clsValue& operator()(std::string_view bandText) { return (*this)(e(mode_, bandText)); }
 
-    const clsValue& operator()(std::string_view bandText) const { return values_[checked(e(mode_, bandText))]; }
+    const clsValue& operator()(std::string_view bandText) const { return (*this)(e(mode_, bandText)); }
+
+    // Calls visit(value) for each band, unless none has been asked for to be written to.
+    template <class Visit>
+    void forEach(Visit visit) {
+        for (clsValue& value : values_)
+            visit(value);
+    }
+
+    std::size_t bytes() const { return values_.capacity() * sizeof(clsValue); } // beside the object
 
 private:
     std::size_t checked(int band) const {
-        if (band < 0 || band > last()) raiseIndexOutOfRange();
+        if (band < 0 || band > last_) raiseIndexOutOfRange();
         return static_cast<std::size_t>(band);
     }
 
     int mode_ = modeBroadband;
-    std::vector<clsValue> values_ = std::vector<clsValue>(1);
+    int last_ = 0;
+    std::vector<clsValue> values_; // empty until one of them is to be written to
 };
 
 class LnValues {
 public:
     void setMode(int mode) {
-        for (BandValues& values : lns_)
-            values.setMode(mode);
+        mode_ = mode;
+        lns_.clear();
     }
 
     clsValue& operator()(int ln, int band) { return of(ln)(band); }
 
     const clsValue& operator()(int ln, int band) const { return of(ln)(band); }
 
-    BandValues& of(int ln) { return lns_[checked(ln)]; } // 1..NumberOfLns
+    BandValues& of(int ln) { // 1..NumberOfLns
+        const std::size_t at = checked(ln);
+        if (lns_.empty()) {
+            lns_ = std::vector<BandValues>(NumberOfLns);
+            for (BandValues& values : lns_)
+                values.setMode(mode_);
+        }
+        return lns_[at];
+    }
 
-    const BandValues& of(int ln) const { return lns_[checked(ln)]; }
+    const BandValues& of(int ln) const {
+        const std::size_t at = checked(ln);
+        return lns_.empty() ? absent() : lns_[at];
+    }
+
+    template <class Visit>
+    void forEach(Visit visit) {
+        for (BandValues& values : lns_)
+            values.forEach(visit);
+    }
+
+    std::size_t bytes() const {
+        std::size_t total = lns_.capacity() * sizeof(BandValues);
+        for (const BandValues& values : lns_)
+            total += values.bytes();
+        return total;
+    }
 
 private:
     static std::size_t checked(int ln) {
@@ -58,7 +102,19 @@ private:
         return static_cast<std::size_t>(ln) - 1;
     }
 
-    std::vector<BandValues> lns_ = std::vector<BandValues>(NumberOfLns);
+    // What an Ln without values reads as.
+    const BandValues& absent() const {
+        static const std::array<BandValues, 3> kAbsent = [] {
+            std::array<BandValues, 3> values;
+            for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave})
+                values[static_cast<std::size_t>(mode)].setMode(mode);
+            return values;
+        }();
+        return kAbsent[static_cast<std::size_t>(mode_)];
+    }
+
+    int mode_ = modeBroadband;
+    std::vector<BandValues> lns_; // empty until one of them is to be written to
 };
 
 } // namespace kestrane

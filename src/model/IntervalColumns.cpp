@@ -4,10 +4,33 @@
 
 namespace kestrane {
 
+Column<Level>& IntervalColumns::slot(Quantity quantity, int band) {
+    if (const Column<Level>* const column = find(quantity, band)) return const_cast<Column<Level>&>(*column);
+    const auto q = static_cast<std::size_t>(quantity);
+    std::size_t at = begins_[q];
+    while (at < begins_[q + 1] && levels_[at].band < band)
+        ++at;
+    for (std::size_t next = q + 1; next < begins_.size(); ++next)
+        ++begins_[next];
+    return levels_.insert(levels_.begin() + static_cast<std::ptrdiff_t>(at), {band, {}})->column;
+}
+
+void IntervalColumns::addSlotsOf(const IntervalColumns& other) {
+    for (std::size_t q = 0; q < kQuantities; ++q) {
+        for (std::size_t at = other.begins_[q]; at < other.begins_[q + 1]; ++at)
+            slot(static_cast<Quantity>(q), other.levels_[at].band);
+    }
+}
+
 template <class Self, class Other, class Visit>
 void IntervalColumns::forEachColumn(Self& self, Other& other, Visit visit) {
-    for (std::size_t i = 0; i < self.levels_.size(); ++i)
-        visit(self.levels_[i], other.levels_[i]);
+    const Column<Level> absent;
+    for (std::size_t q = 0; q < kQuantities; ++q) {
+        for (std::size_t at = self.begins_[q]; at < self.begins_[q + 1]; ++at) {
+            const auto* const same = other.find(static_cast<Quantity>(q), self.levels_[at].band);
+            visit(self.levels_[at].column, same != nullptr ? *same : absent);
+        }
+    }
     visit(self.IntervalLength, other.IntervalLength);
     visit(self.StartTime, other.StartTime);
     visit(self.LminTimeA, other.LminTimeA);
@@ -23,7 +46,7 @@ void IntervalColumns::forEachColumn(Self& self, Other& other, Visit visit) {
 
 void IntervalColumns::resize(std::size_t count, std::size_t capacity) {
     const std::size_t kept = std::min(count_, count);
-    forEachColumn(*this, *this, [&](auto& column, auto&) {
+    forEachColumn(*this, *this, [&](auto& column, const auto&) {
         if (!column.isAbsent()) column.resize(kept, capacity);
     });
     count_ = count;
@@ -32,7 +55,7 @@ void IntervalColumns::resize(std::size_t count, std::size_t capacity) {
 
 void IntervalColumns::setCount(std::size_t count) {
     if (count > count_) {
-        forEachColumn(*this, *this, [&](auto& column, auto&) {
+        forEachColumn(*this, *this, [&](auto& column, const auto&) {
             if (column.isAbsent()) return;
             const auto cells = column.write(count, capacity_);
             std::fill(cells.begin() + static_cast<std::ptrdiff_t>(count_), cells.end(),
@@ -43,23 +66,24 @@ void IntervalColumns::setCount(std::size_t count) {
 }
 
 void IntervalColumns::setLevel(Quantity quantity, int band, std::size_t row, Level level) {
-    Column<Level>& column = slot(quantity, band);
-    if (column.isAbsent() && level.CalcValue == 0 && level.Value == 0) return;
-    column.write(count_, capacity_)[row] = level;
+    if (const Column<Level>* const column = find(quantity, band)) {
+        set(const_cast<Column<Level>&>(*column), row, level);
+    } else if (level != Level()) {
+        put(slot(quantity, band), row, level);
+    }
 }
 
 void IntervalColumns::moveIn(const IntervalColumns& range, std::size_t first) {
+    addSlotsOf(range);
     forEachColumn(*this, range, [&](auto& column, const auto& from) {
         if (from.isAbsent() && column.isAbsent()) return;
         const auto cells = column.write(count_, capacity_).subspan(first, range.count_);
-        const auto source = from.cells(range.count_);
-        if (source.empty()) {
-            // Pages that have never been written to cost nothing, so zeros are left alone.
-            using Cell = std::remove_cvref_t<decltype(cells[0])>;
+        using Cell = std::remove_cvref_t<decltype(cells[0])>;
+        if (from.isAbsent()) {
             std::replace_if(
                 cells.begin(), cells.end(), [](const Cell& cell) { return cell != Cell{}; }, Cell{});
         } else {
-            std::copy(source.begin(), source.end(), cells.begin());
+            column.copyCells(from.cells(range.count_), cells);
         }
     });
 }
@@ -68,10 +92,10 @@ IntervalColumns IntervalColumns::part(std::size_t first, std::size_t count) cons
     if (first == 0 && count == count_) return *this;
     IntervalColumns rows;
     rows.count_ = rows.capacity_ = count;
+    rows.addSlotsOf(*this);
     forEachColumn(rows, *this, [&](auto& column, const auto& from) {
         if (from.isAbsent()) return;
-        const auto source = from.cells(count_).subspan(first, count);
-        std::copy(source.begin(), source.end(), column.write(count, count).begin());
+        column.copyCells(from.cells(count_).subspan(first, count), column.write(count, count));
     });
     return rows;
 }

@@ -1,7 +1,7 @@
 // The rows of a log by column. A column comes into being with the first value other than 0 that is put into it, is
-// contiguous, and is shared between copies of a log until one of them writes to it. Made for walking one or a few
-// quantities over all rows (recalculation, charts, tables); a row at a time is what clsLogIntervals is for.
-// Knows nothing of modes, selections or files.
+// contiguous, and is shared between copies of a log until one of them writes to it. Where it holds nothing but zeros it
+// takes no memory, in pages of the system. Made for walking one or a few quantities over all rows (recalculation,
+// charts, tables); a row at a time is what clsLogIntervals is for. Knows nothing of modes, selections or files.
 #pragma once
 
 #include <algorithm>
@@ -9,9 +9,10 @@
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 #include <new>
 #include <span>
+#include <utility>
+#include <vector>
 
 namespace kestrane {
 
@@ -23,37 +24,90 @@ struct Level {
     bool operator==(const Level&) const = default;
 };
 
+constexpr std::size_t kPage = 4096; // bytes of memory that the system gives at once
+
 // Rows counted from 0. An absent column reads as 0 in every row.
 template <class T>
 class Column {
 public:
-    bool isAbsent() const { return !cells_; }
+    static constexpr std::size_t kOverhead = 40; // bytes beside the cells
 
-    T at(std::size_t row) const { return cells_ ? cells_.get()[row] : T{}; }
+    Column() = default;
+
+    Column(const Column& other) : block_(other.block_) {
+        if (block_) block_->shares.fetch_add(1, std::memory_order_relaxed);
+    }
+
+    Column(Column&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+
+    Column& operator=(Column other) noexcept {
+        std::swap(block_, other.block_);
+        return *this;
+    }
+
+    ~Column() {
+        if (block_ && block_->shares.fetch_sub(1, std::memory_order_acq_rel) == 1) std::free(block_);
+    }
+
+    bool isAbsent() const { return !block_; }
+
+    T at(std::size_t row) const { return block_ ? first()[row] : T{}; }
 
     // The first rows cells; empty when the column is absent.
-    std::span<const T> cells(std::size_t rows) const { return {cells_.get(), cells_ ? rows : 0}; }
+    std::span<const T> cells(std::size_t rows) const { return {block_ ? first() : nullptr, block_ ? rows : 0}; }
 
     // The cells to write to, none of them shared with a copy; makes the column, all 0, when it is absent.
     std::span<T> write(std::size_t rows, std::size_t capacity) {
-        if (!cells_ || cells_.use_count() > 1) resize(rows, capacity);
-        std::atomic_thread_fence(std::memory_order_acquire); // a worker may just have let go of its share
-        return {cells_.get(), rows};
+        // A worker may just have let go of its share: what it read there came before what is written now.
+        if (!block_ || block_->shares.load(std::memory_order_acquire) > 1) resize(rows, capacity);
+        return {first(), rows};
     }
 
     // Takes storage for capacity cells, of which the first rows keep their values and the others are 0.
     void resize(std::size_t rows, std::size_t capacity) {
-        std::shared_ptr<T> cells(static_cast<T*>(std::calloc(capacity > 0 ? capacity : 1, sizeof(T))),
-                                 [](T* p) { std::free(p); }); // calloc: untouched pages cost nothing
-        if (!cells) throw std::bad_alloc();
-        if (cells_) std::copy_n(cells_.get(), rows, cells.get());
-        cells_ = std::move(cells);
+        void* const memory = std::calloc(1, sizeof(Block) + capacity * sizeof(T)); // untouched pages cost nothing
+        if (!memory) throw std::bad_alloc();
+        Column sized;
+        sized.block_ = new (memory) Block;
+        copyCells(cells(rows), {sized.first(), rows});
+        *this = std::move(sized);
     }
 
-    void drop() { cells_.reset(); }
+    // Copies cells. Pages that only zeros would go to are left alone when they are 0.
+    static void copyCells(std::span<const T> from, std::span<T> to) {
+        constexpr std::size_t kStep = kPage / sizeof(T);
+        const auto isSet = [](const T& cell) { return cell != T{}; };
+        for (std::size_t at = 0; at < from.size(); at += kStep) {
+            const auto source = from.subspan(at, std::min(kStep, from.size() - at));
+            const auto target = to.subspan(at, source.size());
+            if (std::any_of(source.begin(), source.end(), isSet)) {
+                std::copy(source.begin(), source.end(), target.begin());
+            } else {
+                std::replace_if(target.begin(), target.end(), isSet, T{});
+            }
+        }
+    }
+
+    // Is the cell on another page than the one that was asked about last?
+    bool turnsPage(std::size_t row) {
+        const auto page = static_cast<std::uint32_t>(row * sizeof(T) / kPage + 1);
+        if (block_->page == page) return false;
+        block_->page = page;
+        return true;
+    }
+
+    void drop() { *this = Column(); }
 
 private:
-    std::shared_ptr<T> cells_;
+    // Stands in front of the cells.
+    struct alignas(8) Block {
+        std::atomic<std::uint32_t> shares = 1;
+        std::uint32_t page = 0; // counted from 1
+    };
+
+    T* first() const { return reinterpret_cast<T*>(block_ + 1); }
+
+    Block* block_ = nullptr;
 };
 
 // The level quantities of a row. Those up to the last LnA have a column for each band.
@@ -102,15 +156,19 @@ public:
     void setCount(std::size_t count);
 
     // band 0..33; single quantities have band 0 only.
-    Level level(Quantity quantity, int band, std::size_t row) const { return slot(quantity, band).at(row); }
+    Level level(Quantity quantity, int band, std::size_t row) const {
+        const Column<Level>* const column = find(quantity, band);
+        return column != nullptr ? column->at(row) : Level();
+    }
 
-    std::span<const Level> levels(Quantity quantity, int band) const { return slot(quantity, band).cells(count_); }
+    std::span<const Level> levels(Quantity quantity, int band) const {
+        const Column<Level>* const column = find(quantity, band);
+        return column != nullptr ? column->cells(count_) : std::span<const Level>();
+    }
 
     void setLevel(Quantity quantity, int band, std::size_t row, Level level);
 
     std::span<Level> writeLevels(Quantity quantity, int band) { return slot(quantity, band).write(count_, capacity_); }
-
-    void dropLevels(Quantity quantity, int band) { slot(quantity, band).drop(); }
 
     // The columns that are not levels. start dates are calendar numbers, times are seconds since midnight.
     Column<std::int32_t> IntervalLength, StartTime, LminTimeA, LmaxTimeA, PeakTimeA;
@@ -120,8 +178,7 @@ public:
 
     template <class T>
     void set(Column<T>& column, std::size_t row, T value) {
-        if (value == T{} && column.isAbsent()) return;
-        column.write(count_, capacity_)[row] = value;
+        if (value != T{} || column.at(row) != value) put(column, row, value);
     }
 
     template <class T>
@@ -137,25 +194,47 @@ public:
 
     std::size_t bytes() const; // memory of the columns that exist
 
-private:
-    static constexpr int kBands = 34;
-    static constexpr int kBanded = static_cast<int>(Quantity::PeakA);
-    static constexpr int kSlots = kBanded * kBands + static_cast<int>(Quantity::End) - kBanded;
+    // Memory of the columns that have been filled by set and setLevel, row by row: of the pages that have a value.
+    std::size_t touchedBytes() const { return touched_; }
 
-    static std::size_t index(Quantity quantity, int band) {
-        const int q = static_cast<int>(quantity);
-        return static_cast<std::size_t>(hasBands(quantity) ? q * kBands + band : kBanded * kBands + q - kBanded);
+private:
+    static constexpr std::size_t kQuantities = static_cast<std::size_t>(Quantity::End);
+
+    struct BandColumn {
+        int band;
+        Column<Level> column;
+    };
+
+    // Bands mostly come without gaps.
+    const Column<Level>* find(Quantity quantity, int band) const {
+        const auto q = static_cast<std::size_t>(quantity);
+        std::size_t at = begins_[q] + static_cast<std::size_t>(band);
+        const std::size_t end = begins_[q + 1];
+        if (at < end && levels_[at].band == band) return &levels_[at].column;
+        for (at = begins_[q]; at < end; ++at) {
+            if (levels_[at].band == band) return &levels_[at].column;
+        }
+        return nullptr;
     }
 
-    Column<Level>& slot(Quantity quantity, int band) { return levels_[index(quantity, band)]; }
+    Column<Level>& slot(Quantity quantity, int band); // makes it
 
-    const Column<Level>& slot(Quantity quantity, int band) const { return levels_[index(quantity, band)]; }
+    void addSlotsOf(const IntervalColumns& other);
 
-    // Calls visit(column of self, the same column of other) for every column.
+    template <class T>
+    void put(Column<T>& column, std::size_t row, T value) {
+        if (column.isAbsent()) touched_ += Column<T>::kOverhead;
+        column.write(count_, capacity_).data()[row] = value;
+        if (column.turnsPage(row)) touched_ += std::min(kPage, capacity_ * sizeof(T));
+    }
+
+    // Calls visit(column of self, the same column of other) for every column of self.
     template <class Self, class Other, class Visit>
     static void forEachColumn(Self& self, Other& other, Visit visit);
 
-    std::array<Column<Level>, kSlots> levels_;
+    std::vector<BandColumn> levels_;                      // by quantity and band
+    std::array<std::uint16_t, kQuantities + 1> begins_{}; // where each quantity begins in levels_
+    std::size_t touched_ = 0;
     std::size_t count_ = 0;
     std::size_t capacity_ = 0;
 };

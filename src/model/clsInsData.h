@@ -21,7 +21,7 @@ public:
 
     Session& session() const { return session_; }
 
-    std::int16_t InsDataId = 0; // identity within the file; 0 until the identity pass
+    std::int32_t InsDataId = 0; // identity within the file; 0 until the identity pass
     bool Expanded = false, ExpandedL = false, ExpandedO = false, ExpandedT = false;
     float FirmwareVersion = 0;
     std::string InsSerial;

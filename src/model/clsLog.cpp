@@ -207,12 +207,9 @@ void clsLog::Copy(const clsLog& objPrevLog, std::int64_t intStart, std::int64_t 
 
 void clsLog::takeReportedFigures() {
     const auto take = [](clsValue& value) { value.Value(value.Value()); };
-    for (int band = 0; band <= LeqCumA.last(); ++band) {
-        for (BandValues* values : {&LeqCumA, &LminCumA, &LmaxCumA})
-            take((*values)(band));
-        for (int ln = 1; ln <= NumberOfLns; ++ln)
-            take(LnCumA(ln, band));
-    }
+    for (BandValues* values : {&LeqCumA, &LminCumA, &LmaxCumA})
+        values->forEach(take);
+    LnCumA.forEach(take);
     for (clsValue* value :
          {&PeakCumA,   &DoseETCumA, &DoseMTCumA, &DoseHourA,  &LepdETCumA, &LepdMTCumA, &SELCumA,  &Pa2hCumA,
           &LAvgCumA,   &TWACumA,    &Ltm3CumA,   &Ltm5CumA,   &LeqCumB,    &LminCumB,   &LmaxCumB, &PeakCumB,

@@ -51,7 +51,7 @@ struct LogData : CarriedLogData {
     clsLogOptions objLogOptions;
     std::string Name;
     std::int32_t Number = 0; // on the instrument
-    std::int16_t LogId = 0;  // identity within its collection
+    std::int32_t LogId = 0;  // identity within its collection
     bool Selected = false;
     std::int16_t Criterion = 90; // dB
     std::int16_t Exchange = 3;   // dB

@@ -25,7 +25,7 @@ public:
     // "####" above. BlankZeros: 0 gives empty text. A format with "%" takes the figure as a percentage.
     std::string Format(bool BlankZeros, bool UseOriginal, std::string_view strFormat, const Locale& locale) const;
 
-    std::string_view FormatString = "##0.0"; // a literal
+    static constexpr std::string_view FormatString = "##0.0"; // of all values: nothing asks for another
 
     bool operator==(const clsValue&) const = default;
 

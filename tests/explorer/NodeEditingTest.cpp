@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <random>
 #include <set>
 
@@ -146,9 +147,9 @@ TEST(PasteNode, CopiesShareRowsAndNothingElse) {
 
 TEST(PasteNode, IsTakenBackWhenNoIdentityIsLeft) {
     TwoFiles files;
-    files.log("L5I4F2").LogId = 32767;
+    files.log("L5I4F2").LogId = std::numeric_limits<std::int32_t>::max();
     EXPECT_FALSE(PasteNode(files.session, "F1", "F2", false));
-    EXPECT_EQ(files.outline(2), "77(L4d T2u) 99(L32767e)");
+    EXPECT_EQ(files.outline(2), "77(L4d T2u) 99(L2147483647e)");
     EXPECT_EQ(files.messages.Boxes.size(), 1U);
     EXPECT_FALSE(files.file(2).Changed);
     EXPECT_EQ(files.file(2).Edits.next(Direction::Undo), nullptr);

@@ -198,6 +198,13 @@ TEST(LogIntervals, ShareTheirColumnsUntilOneIsWrittenTo) {
     EXPECT_TRUE(store.Columns().levels(Quantity::LeqA, 1).empty());
     EXPECT_EQ(store.Columns().bytes(), 5000 * sizeof(Level)) << "one column for one quantity";
 
+    for (const int band : {33, 0, 5}) {
+        copy.Columns().setLevel(lnQuantity(10), band, 1, {static_cast<float>(band + 1), 0});
+        copy.Columns().setLevel(Quantity::LmaxA, 33 - band, 1, {1, 0});
+    }
+    for (const int band : {0, 4, 5, 33})
+        EXPECT_EQ(copy.Columns().level(lnQuantity(10), band, 1).CalcValue, band == 4 ? 0 : band + 1);
+    EXPECT_EQ(copy.Columns().levels(Quantity::LmaxA, 28).size(), 100U);
     copy.Columns().writeLevels(Quantity::LeqA, 0)[4] = {50, 50};
     store.Commit(rowOf(modeBroadband, 70), 7);
     store.Add(rowOf(modeBroadband, 101));

@@ -23,10 +23,9 @@ TEST(Value, KeepsTheReportedFigureBesideTheComputedOne) {
     EXPECT_EQ(value.CalcValue(), 61.5F);
     value.CalcValue(63);
     EXPECT_EQ(value.Value(), 61.5F);
-    value.FormatString = "0.00";
     clsValue copy;
     copy.Copy(value);
-    EXPECT_EQ(copy.Format(false, true, {}, kPoint), "61.50");
+    EXPECT_EQ(copy.Format(false, true, {}, kPoint), "61.5");
 }
 
 TEST(Value, FormatsByFigureAndFormat) {
