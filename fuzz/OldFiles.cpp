@@ -4,6 +4,7 @@
 #include "Target.h"
 #include "files/Loaders.h"
 #include "files/MachineLog.h"
+#include "files/MemoryBudget.h"
 #include "files/ProjectFile.h"
 #include "files/SoundFiles.h"
 #include "files/XmlReader.h"
@@ -96,7 +97,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     forEachLogOf(file, [&](const clsLog& log) {
         const IntervalColumns& rows = log.LogIntervals.Columns();
         require(rows.count() <= text.size(), "rows stand in the text");
-        require(rows.bytes() <= 16 * text.size(), "rows take no more memory than their text is worth");
+        require(rows.touchedBytes() <= 16 * text.size() + kAllowance, "rows take what their text is worth");
         for (const Level& level : rows.levels(Quantity::LeqA, 0))
             require(std::isfinite(level.Value), "a level is a number");
     });

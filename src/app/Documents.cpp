@@ -20,26 +20,12 @@ namespace kestrane {
 
 namespace {
 
-// A document text without the display options of its logs.
-std::string withoutDisplay(const std::string& text) {
-    constexpr std::string_view kOpen = "<disp>";
-    constexpr std::string_view kClose = "</disp>";
-    std::string rest;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t open = text.find(kOpen, at);
-        rest.append(text, at, open == std::string::npos ? open : open - at);
-        if (open == std::string::npos) break;
-        at = text.find(kClose, open) + kClose.size();
-    }
-    return rest;
-}
-
 // All rows have come, and the plottable tables with them. What that does to the display options is no change of the
 // user's: a document that has not been changed otherwise is as it was saved.
 void adoptDisplayOptions(clsFile& file) {
     if (file.Changed) return;
-    std::string text = DocumentText(file, false);
-    if (withoutDisplay(text) == withoutDisplay(file.SavedText)) file.SavedText = std::move(text);
+    const DocumentMark mark = MarkOf(file);
+    if (mark.rest == file.SavedMark.rest) file.SavedMark = mark;
 }
 
 // The rows of a log of the document have come. When it was the last one, the recalculations that waited for rows begin;
@@ -61,7 +47,7 @@ void takeUpRows(const Session& session, int fileId) {
         RecalcValues(*log, kCalcFull, [&session, fileId] {
             clsFile* const ended = session.fileById(fileId);
             if (ended == nullptr || ended->Changed || !ended->Edits.isAtSaved() || ended->IsBusy()) return;
-            ended->SavedText = DocumentText(*ended, false);
+            ended->SavedMark = MarkOf(*ended);
         });
     }
 }
@@ -166,7 +152,7 @@ bool FileOpen(clsFile& file) {
     // are two passes, as behind a download.
     if (file.IsOldStyle()) recalculate(file, true);
     recalculate(file, file.IsOldStyle());
-    file.SavedText = DocumentText(file, false);
+    file.SavedMark = MarkOf(file);
     return true;
 }
 

@@ -119,10 +119,11 @@ bool attempt(Loader loader, clsFile& file, std::string& message) {
     file.InstrumentDatas.clear();
     try {
         return loader(file, message);
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
         message = unableToOpen(file);
+        if (error.Number == kErrorOutOfMemory) message += std::string(": ") + error.what();
     } catch (const std::bad_alloc&) {
-        message = unableToOpen(file);
+        message = unableToOpen(file) + ": Out of memory";
     }
     return false;
 }
@@ -151,14 +152,14 @@ void FileSave(clsFile& file) {
         out.append("\n");
         out.flush();
     });
-    file.SavedText = DocumentText(file, false);
+    file.SavedMark = MarkOf(file);
     file.Changed = false;
     file.Edits.markSaved();
     file.OldStyle = false;
 }
 
 bool IsChanged(clsFile& file) {
-    if (!file.Changed) file.Changed = DocumentText(file, false) != file.SavedText;
+    if (!file.Changed) file.Changed = MarkOf(file) != file.SavedMark;
     return file.Changed;
 }
 

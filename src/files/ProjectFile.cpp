@@ -100,7 +100,7 @@ public:
     void charge(std::size_t memory) { budget_.charge(memory, fileSize_); }
 
     void set(std::string& member, std::string_view text) {
-        budget_.chargeText(text.size(), fileSize_);
+        budget_.chargeText(text, fileSize_);
         member = toUtf8(text);
     }
 
@@ -447,7 +447,6 @@ public:
                 taker.take(tags);
             }
         }
-        requireRoom();
         if (display) takeDisplay(log_, *display, values_);
         columns().setCount(rows_);
         if (!areDated_) SetSampleDates(log_);
@@ -477,14 +476,13 @@ private:
         }
         areDated_ = areDated_ && row.isDated;
         ++rows_;
-        constexpr std::size_t kBetweenChecks = 64;
-        if (rows_ % kBetweenChecks == 0) requireRoom();
+        chargeRows();
     }
 
-    // Rows are mostly alike, so that their columns take little more than their text.
-    void requireRoom() {
-        constexpr std::size_t kRoom = 4;
-        if (columns().bytes() > kRoom * block_.size()) raiseOutOfMemory();
+    void chargeRows() {
+        const std::size_t taken = columns().touchedBytes();
+        values_.charge(taken - charged_);
+        charged_ = taken;
     }
 
     void peak(std::string_view block) {
@@ -503,6 +501,7 @@ private:
     std::string_view block_;
     Values& values_;
     std::size_t rows_ = 0;
+    std::size_t charged_ = 0;
     bool areDated_ = true;
 };
 
@@ -514,9 +513,10 @@ std::unique_ptr<clsInsData> readCollection(Session& session, std::string_view bl
             taker.take(tags);
             continue;
         }
-        values.charge(kMemoryOfLog);
+        values.charge(sizeof(clsLog));
         auto log = std::make_unique<clsLog>(session);
         LogReader(*log, tags.block(), values).read();
+        values.charge(memoryOf(*log, false) - sizeof(clsLog));
         data->logsOf(log->Mode()).push_back(std::move(log));
     }
     for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {

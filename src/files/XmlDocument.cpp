@@ -8,7 +8,8 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kGrowth = 2; // of a vector
+constexpr std::size_t kGrowth = 2;          // of a vector
+constexpr std::size_t kMemoryOfBlock = 128; // of rows, its landmarks included
 
 // Finds the blocks of rows while the document is being checked.
 class BlockFinder : public XmlObserver {
@@ -18,7 +19,7 @@ public:
     void open(const XmlTag& tag, std::size_t depth) override {
         if (!isWithin_) {
             if (tag.name != "intvls") return;
-            document_.charge(kGrowth * sizeof(IntervalsBlock));
+            document_.charge(kMemoryOfBlock);
             isWithin_ = true;
             depth_ = depth;
             IntervalsBlock& block = blocks.emplace_back();
@@ -45,7 +46,7 @@ public:
         if (isWithin_) blocks.back().hasVerbatim = true;
     }
 
-    std::vector<IntervalsBlock> blocks;
+    std::deque<IntervalsBlock> blocks;
 
 private:
     static void note(IntervalsBlock& block, const XmlTag& tag) {
@@ -55,7 +56,7 @@ private:
             return;
         }
         for (std::size_t i = 0; i < kLogTexts.size(); ++i) {
-            if (kLogTexts[i] == tag.name && block.firstText[i] == 0) block.firstText[i] = tag.begin;
+            if (kLogTexts[i] == tag.name && block.firstText(i) == 0) block.firstTexts.emplace_back(i, tag.begin);
         }
     }
 
@@ -75,6 +76,7 @@ std::shared_ptr<XmlDocument> XmlDocument::checked(XmlBytes bytes, std::string& r
         return nullptr;
     }
     document->blocks_ = std::move(finder.blocks);
+    document->ends_ = std::vector<std::atomic<std::uint32_t>>(document->text().size() / kPiece + 1);
     return document;
 }
 
@@ -94,20 +96,33 @@ std::shared_ptr<XmlDocument> XmlDocument::fromText(std::string_view text, std::s
     return checked(std::move(bytes), reason);
 }
 
+void XmlDocument::hold(std::size_t from, std::size_t to) const {
+    for (const std::size_t end : {from, to})
+        ++ends_[end / kPiece];
+}
+
+void XmlDocument::release(std::size_t from, std::size_t to) const {
+    bytes_.file->release(bytes_.begin + from, bytes_.begin + to);
+    for (const std::size_t end : {from, to}) {
+        const std::size_t piece = end / kPiece;
+        if (--ends_[piece] != 0) continue;
+        const std::size_t behind = std::min((piece + 1) * kPiece, text().size());
+        bytes_.file->release(bytes_.begin + piece * kPiece, bytes_.begin + behind);
+    }
+}
+
 std::string XmlDocument::serialised(std::size_t begin, std::size_t end) const {
-    chargeText(end - begin);
+    chargeText(begin, end);
     return xmlSerialise(bytes_, begin, end);
 }
 
 std::string XmlDocument::decoded(const XmlElement& content) const {
-    const std::size_t size = content.contentEnd - content.contentBegin;
-    chargeText(size);
-    return xmlDecode(bytes_, text().substr(content.contentBegin, size));
+    chargeText(content.contentBegin, content.contentEnd);
+    return xmlDecode(bytes_, text().substr(content.contentBegin, content.contentEnd - content.contentBegin));
 }
 
 std::string XmlDocument::attribute(const XmlElement& element, std::string_view name) const {
-    const std::size_t size = element.contentBegin - element.begin;
-    chargeText(size);
+    chargeText(element.begin, element.contentBegin);
     return xmlAttribute(bytes_, element, name).value_or(std::string());
 }
 
@@ -141,7 +156,7 @@ std::vector<XmlElement> XmlDocument::children(const XmlElement& parent, std::str
         if (depth == 0) {
             isWanted = tag.name == name;
             if (isWanted) {
-                charge(kGrowth * sizeof(XmlElement));
+                if (!found.empty()) charge(kGrowth * sizeof(XmlElement)); // a list of one is gone soon
                 found.push_back({tag.begin, tag.end, tag.end, tag.end});
             }
         }
@@ -235,7 +250,7 @@ bool settledWithout(const IntervalsBlock& block, std::string_view text, std::spa
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (!search.isUnseen(i)) continue;
         const auto known = std::find(kLogTexts.begin(), kLogTexts.end(), names[i]) - kLogTexts.begin();
-        const std::size_t at = block.firstText[static_cast<std::size_t>(known)];
+        const std::size_t at = block.firstText(static_cast<std::size_t>(known));
         if (at == 0) continue;
         XmlCursor cursor(text, at, block.element.contentEnd);
         cursor.next();

@@ -6,13 +6,17 @@
 #include "files/MemoryBudget.h"
 #include "platform/Xml.h"
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kestrane {
@@ -24,11 +28,18 @@ inline constexpr std::array<std::string_view, 19> kLogTexts = {"md",  "lcn", "ca
 
 // The rows of one log, as the check found them.
 struct IntervalsBlock {
-    XmlElement element;                                    // the whole "intvls"
-    std::int64_t rows = 0;                                 // "intvl" children
-    std::vector<std::size_t> landmarks;                    // where rows 1, 1 + kLandmark, ... begin
-    std::array<std::size_t, kLogTexts.size()> firstText{}; // where each of kLogTexts is first opened within; 0: nowhere
-    bool hasVerbatim = false; // a comment, CDATA section or processing instruction lies within
+    XmlElement element;                 // the whole "intvls"
+    std::int64_t rows = 0;              // "intvl" children
+    std::vector<std::size_t> landmarks; // where rows 1, 1 + kLandmark, ... begin
+    bool hasVerbatim = false;           // a comment, CDATA section or processing instruction lies within
+
+    // Which of kLogTexts are opened within, and where first.
+    std::vector<std::pair<std::size_t, std::size_t>> firstTexts;
+
+    std::size_t firstText(std::size_t index) const { // 0: nowhere
+        const auto found = std::ranges::find(firstTexts, index, &std::pair<std::size_t, std::size_t>::first);
+        return found == firstTexts.end() ? 0 : found->second;
+    }
 };
 
 constexpr std::int64_t kLandmark = 64;
@@ -72,18 +83,26 @@ public:
 
     const IntervalsBlock* blockAt(std::size_t begin) const; // the block whose element begins there
 
-    // Gives back the memory of rows that have been read. They must not be read again.
-    void release(std::size_t from, std::size_t to) const {
-        bytes_.file->release(bytes_.begin + from, bytes_.begin + to);
-    }
+    // Holds rows that are still to be read, once all else of the document has been; and gives back their memory when
+    // they have been, that of short rows together with their neighbours'. They must not be read again. Any thread may
+    // release.
+    void hold(std::size_t from, std::size_t to) const;
+    void release(std::size_t from, std::size_t to) const;
 
 private:
     static std::shared_ptr<XmlDocument> checked(XmlBytes bytes, std::string& reason);
 
-    void chargeText(std::size_t length) const { budget_.chargeText(length, text().size()); }
+    void chargeText(std::size_t begin, std::size_t end) const {
+        budget_.chargeText(text().substr(begin, end - begin), text().size());
+    }
+
+    static constexpr std::size_t kPiece = 64 << 10;
 
     XmlBytes bytes_;
-    std::vector<IntervalsBlock> blocks_; // in document order
+    std::deque<IntervalsBlock> blocks_; // in document order
+
+    // For each kPiece of the text: how many ends of held rows lie in it.
+    mutable std::vector<std::atomic<std::uint32_t>> ends_;
     mutable MemoryBudget budget_;
 };
 

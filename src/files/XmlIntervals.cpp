@@ -37,8 +37,15 @@ void nextRow(XmlCursor& cursor) {
 // Reads one range of rows into columns. The text has been checked, so it is only taken apart here.
 class RowReader {
 public:
-    RowReader(const XmlDocument& document, const Locale& locale, int mode, bool isChannelBOn, IntervalColumns& rows) :
-        document_(document), text_(document.text()), locale_(locale), isChannelBOn_(isChannelBOn), rows_(rows) {
+    // size: of the range's text
+    RowReader(const XmlDocument& document, const Locale& locale, std::size_t size, int mode, bool isChannelBOn,
+              IntervalColumns& rows) :
+        document_(document),
+        text_(document.text()),
+        locale_(locale),
+        isChannelBOn_(isChannelBOn),
+        rows_(rows),
+        paid_(size / 2) {
         for (int band = 0; band <= lastBand(mode); ++band)
             bandNames_[bandCount_++] = bandElement(mode, band);
     }
@@ -58,9 +65,19 @@ public:
                 skipElement(cursor);
             }
         });
+        charge();
     }
 
 private:
+    // The text gives back its memory once it has been read, half of it for the columns to take.
+    void charge() {
+        const std::size_t taken = rows_.touchedBytes();
+        if (taken <= paid_) return;
+        constexpr std::size_t kCopies = 2; // the range, and the log that takes it over
+        document_.charge(kCopies * (taken - paid_));
+        paid_ = taken;
+    }
+
     // Calls visit(tag) for each child of the element whose opening tag the cursor has just passed; visit passes the
     // child.
     template <class Visit>
@@ -97,13 +114,11 @@ private:
     void put(Quantity quantity, int band, std::string_view text) {
         const float value = readLevel(text, locale_);
         if (value == 0 || rows_.level(quantity, band, row_).Value != 0) return;
-        if (rows_.levels(quantity, band).empty()) document_.charge(rows_.count() * sizeof(Level));
         rows_.setLevel(quantity, band, row_, {value, value});
     }
 
     template <class T>
     void set(Column<T>& column, T value) {
-        if (column.isAbsent() && value != T{}) document_.charge(rows_.count() * sizeof(T));
         rows_.set(column, row_, value);
     }
 
@@ -208,6 +223,7 @@ private:
     const Locale& locale_;
     bool isChannelBOn_;
     IntervalColumns& rows_;
+    std::size_t paid_; // of the memory of the columns
     std::array<std::string_view, kBandCount> bandNames_;
     std::size_t bandCount_ = 0;
     std::size_t row_ = 0;
@@ -223,6 +239,9 @@ XmlIntervals::XmlIntervals(std::shared_ptr<XmlDocument> document, const Interval
     document_(std::move(document)), block_(block), locale_(locale), ranges_(loadRanges(mode, block.rows)) {
     for (const RowRange& range : ranges_)
         begins_.push_back(beginOf(range.From));
+    begins_.push_back(block_.element.contentEnd);
+    for (std::size_t n = 0; n < ranges_.size(); ++n)
+        document_->hold(begins_[n], begins_[n + 1]);
 }
 
 std::size_t XmlIntervals::beginOf(std::int64_t row) const {
@@ -240,17 +259,19 @@ IntervalColumns XmlIntervals::load(int mode, bool isChannelBOn, std::int64_t fro
     const auto range =
         std::find_if(ranges_.begin(), ranges_.end(), [&](const RowRange& r) { return r.From == from && r.To == to; });
     if (range == ranges_.end()) raiseIndexOutOfRange();
-    const std::size_t begin = begins_[static_cast<std::size_t>(range - ranges_.begin())];
+    const auto at = static_cast<std::size_t>(range - ranges_.begin());
+    const std::size_t begin = begins_[at];
+    document_->charge(0); // what has been refused once is not begun again
     IntervalColumns rows;
     const auto count = static_cast<std::size_t>(to - from + 1);
     rows.resize(count, count);
-    RowReader reader(*document_, locale_, mode, isChannelBOn, rows);
+    RowReader reader(*document_, locale_, begins_[at + 1] - begin, mode, isChannelBOn, rows);
     XmlCursor cursor(document_->text(), begin, block_.element.contentEnd);
     for (std::size_t row = 0; row < count; ++row) {
         nextRow(cursor);
         if (!cursor.tag().isEmpty) reader.read(cursor, row);
     }
-    document_->release(begin, cursor.tag().end);
+    document_->release(begin, begins_[at + 1]);
     return rows;
 }
 

@@ -33,7 +33,7 @@ private:
     const IntervalsBlock& block_; // of document_
     Locale locale_;
     std::vector<RowRange> ranges_;
-    std::vector<std::size_t> begins_; // where each begins; found before any text is given back
+    std::vector<std::size_t> begins_; // where each begins, and the last one ends; found before any text is given back
 };
 
 // How rows are cut into ranges for loading: each at least 30, 55 or 100 rows by mode, at most seven.

@@ -301,11 +301,12 @@ std::unique_ptr<clsInsData> readCollection(Session& session, const std::shared_p
     const auto logs = document->child(node, "logs");
     if (!logs) return data;
     for (const XmlElement& element : document->children(*logs, "log")) {
-        document->charge(kMemoryOfLog);
+        document->charge(sizeof(clsLog));
         auto log = std::make_unique<clsLog>(session);
         log->InsName = data->InsName();
         log->FirmwareVersion = data->FirmwareVersion;
         LogReader(document, *log).read(element);
+        document->charge(memoryOf(*log, log->IntervalsToLoad) - sizeof(clsLog));
         data->logsOf(log->Mode()).push_back(std::move(log));
     }
     return data;

@@ -121,9 +121,10 @@ std::string markupEscaped(const std::string& text) {
 
 class LogWriter {
 public:
-    LogWriter(const clsLog& log, clsStringBuffer& out) :
+    LogWriter(const clsLog& log, clsStringBuffer& out, clsStringBuffer& display) :
         log_(log),
         out_(out),
+        display_(display),
         locale_(log.session().locale),
         put_(out, locale_),
         bands_(bandTags(log.Mode())),
@@ -143,7 +144,7 @@ public:
                 SetTagData(sample, out_);
             put_.close("dl-intvls");
         }
-        SetTagData(log_.objLogOptions, out_);
+        SetTagData(log_.objLogOptions, display_);
         put_.close("log");
     }
 
@@ -349,6 +350,7 @@ private:
 
     const clsLog& log_;
     clsStringBuffer& out_;
+    clsStringBuffer& display_; // takes the display options; mostly out_
     const Locale& locale_;
     Elements put_;
     std::vector<Tag> bands_;
@@ -487,11 +489,9 @@ void SetTagData(const clsLogInterval& row, bool bChannelBOn, const Locale& local
     put.close("intvl");
 }
 
-void SetTagData(const clsLog& log, bool blnIncludeIntervals, clsStringBuffer& out) {
-    LogWriter(log, out).write(blnIncludeIntervals);
-}
+namespace {
 
-void SetTagData(const clsInsData& data, bool blnIncludeIntervals, clsStringBuffer& out) {
+void writeCollection(const clsInsData& data, bool blnIncludeIntervals, clsStringBuffer& out, clsStringBuffer& display) {
     Elements put(out, data.session().locale);
     put.open("instrument-data");
     out.append("<instrument-detail");
@@ -505,18 +505,49 @@ void SetTagData(const clsInsData& data, bool blnIncludeIntervals, clsStringBuffe
         put.open("logs");
         for (const LogCollection* logs : {&data.Locations, &data.Octaves, &data.ThirdOctaves}) {
             for (const auto& log : *logs)
-                SetTagData(*log, blnIncludeIntervals, out);
+                LogWriter(*log, out, display).write(blnIncludeIntervals);
         }
         put.close("logs");
     }
     put.close("instrument-data");
 }
 
-void SetTagData(const clsFile& file, bool blnIncludeIntervals, clsStringBuffer& out) {
+void writeDocument(const clsFile& file, bool blnIncludeIntervals, clsStringBuffer& out, clsStringBuffer& display) {
     out.append("<?xml version=\"1.0\"?><instruments>");
     for (const auto& data : file.InstrumentDatas)
-        SetTagData(*data, blnIncludeIntervals, out);
+        writeCollection(*data, blnIncludeIntervals, out, display);
     out.append("</instruments>");
+}
+
+} // namespace
+
+void SetTagData(const clsLog& log, bool blnIncludeIntervals, clsStringBuffer& out) {
+    LogWriter(log, out, out).write(blnIncludeIntervals);
+}
+
+void SetTagData(const clsInsData& data, bool blnIncludeIntervals, clsStringBuffer& out) {
+    writeCollection(data, blnIncludeIntervals, out, out);
+}
+
+void SetTagData(const clsFile& file, bool blnIncludeIntervals, clsStringBuffer& out) {
+    writeDocument(file, blnIncludeIntervals, out, out);
+}
+
+DocumentMark MarkOf(const clsFile& file) {
+    constexpr std::uint64_t kBasis = 14695981039346656037U; // of the Fowler-Noll-Vo hash
+    constexpr std::uint64_t kPrime = 1099511628211U;
+    DocumentMark mark{kBasis, kBasis};
+    const auto hashInto = [](std::uint64_t& hash) {
+        return [&hash](std::string_view piece) {
+            for (const char c : piece)
+                hash = (hash ^ static_cast<unsigned char>(c)) * kPrime;
+        };
+    };
+    clsStringBuffer rest(hashInto(mark.rest)), display(hashInto(mark.display));
+    writeDocument(file, false, rest, display);
+    rest.flush();
+    display.flush();
+    return mark;
 }
 
 std::string DocumentText(const clsFile& file, bool blnIncludeIntervals) {

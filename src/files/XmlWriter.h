@@ -11,6 +11,8 @@ namespace kestrane {
 // The document's text, with or without the rows, peaks and selections of its logs.
 std::string DocumentText(const clsFile& file, bool blnIncludeIntervals);
 
+DocumentMark MarkOf(const clsFile& file);
+
 void SetTagData(const clsFile& file, bool blnIncludeIntervals, clsStringBuffer& out);
 void SetTagData(const clsInsData& data, bool blnIncludeIntervals, clsStringBuffer& out);
 void SetTagData(const clsLog& log, bool blnIncludeIntervals, clsStringBuffer& out);

@@ -12,6 +12,14 @@
 
 namespace kestrane {
 
+// What tells two texts of a document apart without keeping them: a hash of the display options of its logs, and one of
+// all else. Intervals are no part of it.
+struct DocumentMark {
+    std::uint64_t rest = 0, display = 0;
+
+    bool operator==(const DocumentMark&) const = default;
+};
+
 class clsFile {
 public:
     clsFile(Session& session, std::string fileName);
@@ -25,7 +33,7 @@ public:
     bool ToBeSaved = false; // the answer to the save question, for the second pass of closing
     bool OldStyle = false;  // the content came from a format that cannot be written back
     bool Changed = false;   // once set, only a save clears it
-    std::string SavedText;  // the document text, without intervals, after the last load or save
+    DocumentMark SavedMark; // of the document after the last load or save
     UndoStack Edits;        // what can be undone and done again
 
     bool JustAcquired() const { return FileName == ShortenedFileName(); } // FileName holds no path

@@ -8,10 +8,6 @@ void raiseOverflow() {
     throw RuntimeError(kErrorOverflow, "Overflow");
 }
 
-void raiseOutOfMemory() {
-    throw RuntimeError(kErrorOutOfMemory, "Out of memory");
-}
-
 void raiseIndexOutOfRange() {
     throw RuntimeError(kErrorIndexOutOfRange, "Subscript out of range");
 }

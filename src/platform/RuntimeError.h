@@ -23,7 +23,6 @@ constexpr std::int64_t kErrorTypeMismatch = 13;
 constexpr std::int64_t kErrorApplication = 0x80040001;
 
 [[noreturn]] void raiseOverflow();             // 6, "Overflow"
-[[noreturn]] void raiseOutOfMemory();          // 7, "Out of memory"
 [[noreturn]] void raiseIndexOutOfRange();      // 9, "Subscript out of range"
 [[noreturn]] void raiseTypeMismatch();         // 13, "Type mismatch"
 [[noreturn]] void raiseSystemError(int error); // the errno and its text

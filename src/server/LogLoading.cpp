@@ -47,7 +47,7 @@ void CreateLoadThreads(clsLog& log, const RowsComplete& complete) {
         LoadEvents events;
         events.ThreadLoadResults = [&log, n, complete](const IntervalColumns& rows, std::int64_t first,
                                                        std::int64_t last) {
-            log.LogIntervals.copyData(rows, first, last);
+            log.LogIntervals.copyData(rows, log.LoadRanges.size() == 1 ? 0 : first, last); // all of them are shared
             log.LoadThreads[n].reset();
             countFinishedRange(log, complete);
         };

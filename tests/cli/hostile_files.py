@@ -22,8 +22,9 @@ QUESTION = "Recalculating this log"
 
 # Contents are lists of pieces that repeat, for this program must stay small: a child's memory begins with its own.
 def many(piece, times=None):
-    block = 1000
-    return [piece * block] * ((times or SIZE // len(piece)) // block)
+    times = times or SIZE // len(piece)
+    block = min(1000, times)
+    return [piece * block] * (times // block)
 
 
 def document(before, middle=(), after=b""):
@@ -71,6 +72,7 @@ CONTENTS = [
     ("deep text", document(b"<log><note>", nested(b"a"), b"</note></log>"), "Unable to open"),
     ("long name", document(b'<log name="', many(b"x"), b'"/>'), "Unable to open"),
     ("quotes", document(b"<log><note>", many(b'"'), b"</note></log>"), "Unable to open"),
+    ("note of quotes", document(b"<log><note>", many(b'"', 1_000_000), b"</note></log>"), OPENS),
     ("logs", document(b"", many(b"<log/>")), "Unable to open"),
     ("rowless logs", document(b"<log>", many(b"<intvls/>"), b"</log>"), "Unable to open"),
     ("peaks", document(b"<log><peak-intvls>", many(b"<peak-intvl/>"), b"</peak-intvls></log>"), "Unable to open"),
@@ -78,7 +80,11 @@ CONTENTS = [
     ("percentiles", document(b"<log><ca>", many(b'<ln1 no="10"><f>1</f></ln1>'), b"</ca></log>"), OPENS),
     ("empty rows", document(b"<log><intvls>", many(b"<intvl/>"), b"</intvls></log>"), OPENS),
     ("one full row", document(b"<log><md>2</md><intvls>" + row_of_everything(), many(b"<intvl/>"),
-                              b"</intvls></log>"), "Out of memory"),
+                              b"</intvls></log>"), OPENS),
+    ("full rows here and there", document(b"<log><md>1</md><intvls>", many(row_of_everything() + b"<intvl/>" * 100_000),
+                                          b"</intvls></log>"), OPENS),
+    ("full rows far apart", document(b"<log><md>2</md><intvls>", many(row_of_everything() + b"<intvl/>" * 511),
+                                     b"</intvls></log>"), "Out of memory"),
     ("no number", document(b"<log><ca><leq><f>1e999</f></leq></ca></log>"), "Unable to open"),
     ("no number in a row", document(b"<log><intvls><intvl><ca><peak>1e999</peak></ca></intvl></intvls></log>"),
      "Overflow"),
@@ -121,14 +127,15 @@ OLDER = [
     ("brackets", "zdp", project(b"<NAME>", *many(b"</"), b"</>"), "Unable to open"),
     ("long name", "zdp", project(b"<NAME>", *many(b"'"), b"</>"), "Unable to open"),
     ("empty rows", "zdp", project(*many(ROW)), OPENS),
-    ("one full row", "zdp", project(full_project_row(), *many(ROW)), "Unable to open"),
-    ("full row at the end", "zdp", project(*many(ROW), full_project_row()), "Unable to open"),
+    ("one full row", "zdp", project(full_project_row(), *many(ROW)), OPENS),
+    ("full row at the end", "zdp", project(*many(ROW), full_project_row()), OPENS),
+    ("full rows far apart", "zdp", project(*many(full_project_row() + ROW * 511)), "Out of memory"),
     ("peaks", "zdp", project(*many(b"<PEAKSAMPLE></PEAKSAMPLE>")), "Unable to open"),
     ("display", "zdp", project(b"<DISPLAY>", *many(b"<PLOT-LEQ-1-1>True</>"), b"</DISPLAY>"), OPENS),
 ]
 
 
-def run(cli, path, folder, settle=lambda: None):
+def run(cli, path, folder, settle=lambda: None, verb=("show",)):
     """Exit status, message, seconds and megabytes of a call."""
     with open(os.path.join(folder, "message"), "w+b") as message:
         begin = time.monotonic()
@@ -138,7 +145,7 @@ def run(cli, path, folder, settle=lambda: None):
                 os.dup2(os.open(os.devnull, os.O_WRONLY), 1)
                 os.dup2(message.fileno(), 2)
                 settle()
-                os.execv(cli, [cli, "--settings", os.path.join(folder, "settings.ini"), "show", path])
+                os.execv(cli, [cli, "--settings", os.path.join(folder, "settings.ini"), *verb, path])
             finally:
                 os._exit(127)
         _, status, usage = os.wait4(child, 0)
@@ -204,6 +211,15 @@ def paths(check, sample, folder):
         check.case("no permission", cut, len(content), "Permission denied", settle=lambda: os.setuid(65534))
 
 
+def small_logs(check, path):
+    """As many logs as a file may be worth: the text of each takes hardly more than the log does."""
+    row = b"<intvl><ca><leq>80</leq><peak>100</peak></ca></intvl>"
+    log = b"<log><interval>60</interval><ca><leq><f>80</f></leq></ca><intvls>" + row * 35 + b"</intvls></log>"
+    with open(path, "wb") as file:
+        file.writelines(document(b"", many(log, 100_000)))
+    check.case("small logs", path, os.path.getsize(path), OPENS, status=0, verb=("panel", "--log", "L100000I1F1"))
+
+
 def main():
     cli, sample = map(os.path.abspath, sys.argv[1:])
     with tempfile.TemporaryDirectory() as folder:
@@ -223,6 +239,7 @@ def main():
             check.case(f"{name}.{extension}", path, size, message, status=0 if message is OPENS else 1)
             os.remove(path)
         paths(check, sample, folder)
+        small_logs(check, path)
     return 1 if check.failures else 0
 
 

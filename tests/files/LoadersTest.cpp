@@ -151,6 +151,35 @@ TEST(Loaders, StandAnyCutAndAnyWrongByte) {
     }
 }
 
+// Whatever was saved opens again, though its logs take far more memory than text, or one of its texts does.
+TEST(FileSave, WritesWhatCanBeOpenedAgain) {
+    std::string logs;
+    for (int i = 0; i < 900; ++i)
+        logs += "<log><note>x</note></log>";
+    OpenedFile opened(dataFile(logs));
+    const OpenedFile other(dataFile(logs));
+    ASSERT_TRUE(opened.isOpen && other.isOpen);
+    opened.file.append(*other.file.InstrumentDatas[0], false, kAtEnd);
+    opened.log().Note = std::string(500'000, '"');
+    FileSave(opened.file);
+    clsFile again(opened.session, opened.file.FileName);
+    ASSERT_TRUE(LoadDocument(again, opened.message)) << opened.message;
+    EXPECT_EQ(MarkOf(again).rest, opened.file.SavedMark.rest);
+
+    std::string project;
+    for (int i = 0; i < 1800; ++i)
+        project += "<LOG><NAME>x</></LOG>";
+    EXPECT_TRUE(OpenedFile("<INSDATA>" + project + "</INSDATA>", "a.zdp").isOpen);
+    for (const char* name : {"a.xml", "a.zdp"}) {
+        std::string many;
+        for (int i = 0; i < 100'000; ++i)
+            many += "<LOG></LOG>";
+        const OpenedFile refused(
+            name[2] == 'x' ? dataFile(ReplaceText(many, "LOG", "log")) : "<INSDATA>" + many + "</INSDATA>", name);
+        EXPECT_TRUE(refused.message.ends_with(": Out of memory (the file asks for more than twice its size)"));
+    }
+}
+
 TEST(FileSave, WritesTheDocumentAndKnowsItsChanges) {
     OpenedFile opened(dataFile("<log name=\"a\"><sl>8</sl><cri>90</cri><ex>3</ex><intvls><intvl><ca><peak>1</peak></ca>"
                                "</intvl></intvls></log>"));
@@ -174,7 +203,7 @@ TEST(FileSave, WritesTheDocumentAndKnowsItsChanges) {
     EXPECT_TRUE(IsChanged(file)) << "it sticks";
 
     const std::string before = readText(file.FileName);
-    const std::string savedText = file.SavedText;
+    const DocumentMark savedMark = file.SavedMark;
     const std::string name = file.FileName;
     file.OldStyle = true;
     file.FileName = opened.folder.file("none/a.xml");
@@ -182,7 +211,7 @@ TEST(FileSave, WritesTheDocumentAndKnowsItsChanges) {
     opened.log().HasUnreadIntervals = true;
     file.FileName = name;
     EXPECT_EQ(errorOf([&] { FileSave(file); }), kErrorApplication);
-    EXPECT_TRUE(file.Changed && file.OldStyle && file.SavedText == savedText);
+    EXPECT_TRUE(file.Changed && file.OldStyle && file.SavedMark == savedMark);
     EXPECT_EQ(readText(name), before);
 }
 
