@@ -93,11 +93,9 @@ void recalculate(const clsFile& file, bool bForce) {
 // The logs whose exposure rows the user has made, and that are not saved with them.
 std::vector<clsLog*> logsOfUnsavedRows(const clsFile& file) {
     std::vector<clsLog*> logs;
-    for (const auto& data : file.InstrumentDatas)
-        for (const LogCollection* some : {&data->Locations, &data->Octaves, &data->ThirdOctaves})
-            for (const auto& log : *some)
-                if (log->AreDoseRowsEdited && !log->SaveDoseCalc && !log->DoseLogIntervals.empty())
-                    logs.push_back(log.get());
+    forEachLog(file, [&logs](clsLog& log) {
+        if (log.AreDoseRowsEdited && !log.SaveDoseCalc && !log.DoseLogIntervals.empty()) logs.push_back(&log);
+    });
     return logs;
 }
 

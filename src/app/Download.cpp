@@ -15,7 +15,7 @@ constexpr int kUntitled = 6531; // text
 void takeIn(clsFile& file, std::unique_ptr<clsInsData> data) {
     clsInsData* const present = file.dataOfSerial(data->InsSerial);
     if (present == nullptr) return file.InstrumentDatas.push_back(std::move(data));
-    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave})
+    for (const int mode : kLogModes)
         std::ranges::move(data->logsOf(mode), std::back_inserter(present->logsOf(mode)));
 }
 

@@ -11,7 +11,6 @@ namespace kestrane {
 namespace {
 
 constexpr double kSecondsOfAnHour = 3600;
-constexpr std::array kModes = {modeBroadband, modeFullOctave, modeThirdOctave};
 constexpr std::string_view kKinds = "LOT"; // of nodes, by mode
 
 // The level of each row of a span, 0 where it has none.
@@ -82,15 +81,14 @@ void takePeaks(LogLevels& out, const clsLog& log, std::size_t first, std::size_t
 // Calls visit(log, key without the file's part) for each log in the order of identities.
 template <class Visit>
 void forEachKey(const clsFile& file, Visit visit) {
-    std::array<int, kModes.size()> logs{};
+    std::array<int, kLogModes.size()> logs{};
     int datas = 0;
     for (const auto& data : file.InstrumentDatas) {
         ++datas;
-        for (const int mode : kModes) {
-            const auto at = static_cast<std::size_t>(mode);
-            for (const auto& log : data->logsOf(mode))
-                visit(*log, kKinds[at] + std::to_string(++logs[at]) + "I" + std::to_string(datas) + "F1");
-        }
+        forEachLog(*data, [&](const clsLog& log) {
+            const auto at = static_cast<std::size_t>(log.Mode());
+            visit(log, kKinds[at] + std::to_string(++logs[at]) + "I" + std::to_string(datas) + "F1");
+        });
     }
 }
 

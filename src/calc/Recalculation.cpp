@@ -373,24 +373,22 @@ void AmendedDisplayValues(const clsLog& log) {
 
 void RecalcValues(clsInsData& data, bool bForce) {
     Session& session = data.session();
-    for (const LogCollection* logs : {&data.Locations, &data.Octaves, &data.ThirdOctaves}) {
-        for (const auto& log : *logs) {
-            bool isWanted = bForce;
-            if (!bForce && session.Options.RecalcOnOpen) {
-                isWanted = !log->Warn() ||
-                           session.ShowMessage(session.LoadText(4565), kButtonsYesNo + kIconQuestion) == Button::Yes;
-            } else if (!bForce) {
-                isWanted = !log->FullyCalculated;
-            }
-            if (isWanted && log->IntervalsToLoad && !log->LogIntervals.CutIntervals.empty()) {
-                log->RecalcWithRows = true;
-            } else if (isWanted) {
-                RecalcValues(*log, kCalcFull);
-            } else if (!log->IntervalsToLoad) {
-                SetPlottableValues(*log);
-            }
+    forEachLog(data, [&](clsLog& log) {
+        bool isWanted = bForce;
+        if (!bForce && session.Options.RecalcOnOpen) {
+            isWanted = !log.Warn() ||
+                       session.ShowMessage(session.LoadText(4565), kButtonsYesNo + kIconQuestion) == Button::Yes;
+        } else if (!bForce) {
+            isWanted = !log.FullyCalculated;
         }
-    }
+        if (isWanted && log.IntervalsToLoad && !log.LogIntervals.CutIntervals.empty()) {
+            log.RecalcWithRows = true;
+        } else if (isWanted) {
+            RecalcValues(log, kCalcFull);
+        } else if (!log.IntervalsToLoad) {
+            SetPlottableValues(log);
+        }
+    });
 }
 
 float CalcTWACumA(const clsLog& log) {

@@ -51,7 +51,7 @@ std::string cleaned(std::string_view text) {
 
 // The one log of a file; null when it holds none, or several of its kind.
 std::unique_ptr<clsLog> takeOnlyLog(clsInsData& source) {
-    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+    for (const int mode : kLogModes) {
         LogCollection& logs = source.logsOf(mode);
         if (logs.size() == 1) return std::move(logs.front());
     }

@@ -116,12 +116,10 @@ private:
 void finishLogs(Session& session, clsInsData& data) {
     const BusyFrame busy(*session.frame);
     RecalcValues(data, true);
-    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
-        for (const auto& log : data.logsOf(mode)) {
-            session.pump.runUntil([&] { return !log->IntervalsRecalculating; });
-            SetPlottableValues(*log);
-        }
-    }
+    forEachLog(data, [&session](clsLog& log) {
+        session.pump.runUntil([&log] { return !log.IntervalsRecalculating; });
+        SetPlottableValues(log);
+    });
 }
 
 std::string clockDigits(const Session& session) {
@@ -140,7 +138,7 @@ bool DownloadData(const DownloadServices& services, clsInsData& data) {
         finishLogs(services.session, data);
         return true;
     }
-    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave})
+    for (const int mode : kLogModes)
         data.logsOf(mode).clear();
     return false;
 }

@@ -11,8 +11,6 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::array kModes = {modeBroadband, modeFullOctave, modeThirdOctave};
-
 class LogStep : public EditStep {
 public:
     LogStep(clsLog& log, int title) :
@@ -68,14 +66,13 @@ private:
 };
 
 clsFile* ownerOf(const Session& session, const clsLog& log) {
+    clsFile* owner = nullptr;
     for (const auto& file : session.OpenFiles) {
-        for (const auto& data : file->InstrumentDatas) {
-            for (const int mode : kModes)
-                for (const auto& item : data->logsOf(mode))
-                    if (item.get() == &log) return file.get();
-        }
+        forEachLog(*file, [&](const clsLog& item) {
+            if (&item == &log) owner = file.get();
+        });
     }
-    return nullptr;
+    return owner;
 }
 
 // A step whose other half is gone ends the history.
@@ -140,9 +137,9 @@ std::vector<ArrangementStep::Place> ArrangementStep::arrangementOf(const clsFile
     std::vector<Place> places;
     for (const auto& data : file.InstrumentDatas) {
         places.push_back({data.get(), {}});
-        for (const int mode : kModes)
-            for (const auto& log : data->logsOf(mode))
-                places.back().logs[static_cast<std::size_t>(mode)].push_back(log.get());
+        forEachLog(*data, [&logs = places.back().logs](clsLog& log) {
+            logs[static_cast<std::size_t>(log.Mode())].push_back(&log);
+        });
     }
     return places;
 }
@@ -153,7 +150,7 @@ void ArrangementStep::keep(std::unique_ptr<clsLog> log) {
 }
 
 void ArrangementStep::keep(std::unique_ptr<clsInsData> data) {
-    for (const int mode : kModes) {
+    for (const int mode : kLogModes) {
         for (auto& log : data->logsOf(mode))
             keep(std::move(log));
         data->logsOf(mode).clear();
@@ -173,7 +170,7 @@ void ArrangementStep::exchange() {
     file_.InstrumentDatas.clear();
     for (const Place& place : kept_) {
         std::unique_ptr<clsInsData> data = std::move(datas_.extract(place.data).mapped());
-        for (const int mode : kModes)
+        for (const int mode : kLogModes)
             for (clsLog* const log : place.logs[static_cast<std::size_t>(mode)])
                 data->logsOf(mode).push_back(std::move(logs_.extract(log).mapped()));
         file_.InstrumentDatas.push_back(std::move(data));

@@ -5,14 +5,12 @@
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 namespace kestrane {
 
 namespace {
 
-constexpr std::array kModes = {modeBroadband, modeFullOctave, modeThirdOctave};
 constexpr int kStillLoading = 5065;
 
 struct PlacedLog {
@@ -22,7 +20,7 @@ struct PlacedLog {
 
 // The mode whose group a key stands for; nothing for another kind.
 std::optional<int> groupMode(std::string_view key) {
-    for (const int mode : kModes)
+    for (const int mode : kLogModes)
         if (key.starts_with(groupKind(mode))) return mode;
     return std::nullopt;
 }
@@ -36,11 +34,9 @@ bool isThere(const Node& node, std::string_view key) {
 }
 
 void addLogs(std::vector<PlacedLog>& logs, clsInsData& data, std::optional<int> ofMode) {
-    for (const int mode : kModes) {
-        if (ofMode && *ofMode != mode) continue;
-        for (const auto& log : data.logsOf(mode))
-            logs.push_back({&data, log.get()});
-    }
+    forEachLog(data, [&](clsLog& log) {
+        if (!ofMode || *ofMode == log.Mode()) logs.push_back({&data, &log});
+    });
 }
 
 // The logs that a node stands for, in the order of the tree.

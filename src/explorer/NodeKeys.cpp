@@ -11,7 +11,6 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::array kModes = {modeBroadband, modeFullOctave, modeThirdOctave};
 constexpr std::array kGroupKinds = {tLOCL, tOCTL, tTOCL};
 constexpr std::array kLogKinds = {tLOCN, tOCTN, tTOCN};
 
@@ -42,11 +41,10 @@ HighestIdentities highestIdentities(const Session& session) {
         highest.file = std::max(highest.file, file->FileId);
         for (const auto& data : file->InstrumentDatas) {
             highest.data = std::max(highest.data, data->InsDataId);
-            for (const int mode : kModes) {
-                std::int32_t& most = highest.logs[static_cast<std::size_t>(mode)];
-                for (const auto& log : data->logsOf(mode))
-                    most = std::max(most, log->LogId);
-            }
+            forEachLog(*data, [&highest](const clsLog& log) {
+                std::int32_t& most = highest.logs[static_cast<std::size_t>(log.Mode())];
+                most = std::max(most, log.LogId);
+            });
         }
     }
     return highest;
@@ -93,9 +91,7 @@ std::string logKey(const clsLog& log, const clsInsData& data, const clsFile& fil
 std::vector<std::string> logKeys(const clsFile& file) {
     std::vector<std::string> keys;
     for (const auto& data : file.InstrumentDatas)
-        for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave})
-            for (const auto& log : data->logsOf(mode))
-                keys.push_back(logKey(*log, *data, file));
+        forEachLog(*data, [&](const clsLog& log) { keys.push_back(logKey(log, *data, file)); });
     return keys;
 }
 
@@ -127,7 +123,7 @@ void AssignIdentities(Session& session, bool bLastFileOnly, int intFileId) {
         if (file->FileId == 0) file->FileId = highest.file = checkedInteger(highest.file + 1);
         for (const auto& data : file->InstrumentDatas) {
             if (data->InsDataId == 0) data->InsDataId = next(highest.data);
-            for (const int mode : kModes) {
+            for (const int mode : kLogModes) {
                 std::set<std::int32_t> taken;
                 for (const auto& log : data->logsOf(mode)) {
                     if (log->LogId != 0 && taken.insert(log->LogId).second) continue;

@@ -519,10 +519,7 @@ std::unique_ptr<clsInsData> readCollection(Session& session, std::string_view bl
         values.charge(memoryOf(*log, false) - sizeof(clsLog));
         data->logsOf(log->Mode()).push_back(std::move(log));
     }
-    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
-        for (const auto& log : data->logsOf(mode))
-            log->InsName = data->InsName();
-    }
+    forEachLog(*data, [&data](clsLog& log) { log.InsName = data->InsName(); });
     return data;
 }
 

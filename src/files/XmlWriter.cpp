@@ -503,10 +503,7 @@ void writeCollection(const clsInsData& data, bool blnIncludeIntervals, clsString
     out.append("/>");
     if (data.hasLogs()) {
         put.open("logs");
-        for (const LogCollection* logs : {&data.Locations, &data.Octaves, &data.ThirdOctaves}) {
-            for (const auto& log : *logs)
-                LogWriter(*log, out, display).write(blnIncludeIntervals);
-        }
+        forEachLog(data, [&](const clsLog& log) { LogWriter(log, out, display).write(blnIncludeIntervals); });
         put.close("logs");
     }
     put.close("instrument-data");

@@ -106,7 +106,7 @@ private:
     const BandValues& absent() const {
         static const std::array<BandValues, 3> kAbsent = [] {
             std::array<BandValues, 3> values;
-            for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave})
+            for (const int mode : kLogModes)
                 values[static_cast<std::size_t>(mode)].setMode(mode);
             return values;
         }();

@@ -108,7 +108,7 @@ private:
 
 // Calls visit(log) for every log of the open files.
 template <class Visit>
-void forEachLog(const Session& session, Visit visit) {
+void forEachLog(const Session& session, Visit&& visit) {
     for (const auto& file : session.OpenFiles)
         forEachLog(*file, visit);
 }

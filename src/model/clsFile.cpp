@@ -60,12 +60,10 @@ void clsFile::append(const clsInsData& objInsData, bool blnCut, int intAfter) {
     auto data = std::make_unique<clsInsData>(session_);
     data->Copy(objInsData, true);
     data->InsDataId = 0;
-    for (const LogCollection* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
-        for (const auto& log : *logs) {
-            log->LogId = 0;
-            if (!blnCut) log->Selected = false;
-        }
-    }
+    forEachLog(*data, [blnCut](clsLog& log) {
+        log.LogId = 0;
+        if (!blnCut) log.Selected = false;
+    });
     const auto at = intAfter == 0 ? InstrumentDatas.begin()
                                   : placeBehind(
                                         InstrumentDatas, [](const clsInsData& d) { return d.InsDataId; }, intAfter);

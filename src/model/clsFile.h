@@ -66,15 +66,11 @@ private:
     Session& session_;
 };
 
-// Calls visit(log) for every log of the document.
+// Calls visit(log) for every log of the document, in the order of the tree.
 template <class Visit>
-void forEachLog(const clsFile& file, Visit visit) {
-    for (const auto& data : file.InstrumentDatas) {
-        for (const LogCollection* logs : {&data->Locations, &data->Octaves, &data->ThirdOctaves}) {
-            for (const auto& log : *logs)
-                visit(*log);
-        }
-    }
+void forEachLog(const clsFile& file, Visit&& visit) {
+    for (const auto& data : file.InstrumentDatas)
+        forEachLog(*data, visit);
 }
 
 } // namespace kestrane

@@ -25,15 +25,14 @@ void clsInsData::Copy(const clsInsData& objPrevInsData, bool bCopyLogs) {
     IsBrevikE = objPrevInsData.IsBrevikE;
     IsBrevikSE = objPrevInsData.IsBrevikSE;
     insName_ = objPrevInsData.insName_;
-    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
-        LogCollection& logs = logsOf(mode);
-        logs.clear();
-        if (!bCopyLogs) continue;
-        for (const auto& log : objPrevInsData.logsOf(mode)) {
-            logs.push_back(std::make_unique<clsLog>(session_));
-            logs.back()->Copy(*log, 0, 0);
-        }
-    }
+    for (const int mode : kLogModes)
+        logsOf(mode).clear();
+    if (!bCopyLogs) return;
+    forEachLog(objPrevInsData, [this](const clsLog& log) {
+        LogCollection& logs = logsOf(log.Mode());
+        logs.push_back(std::make_unique<clsLog>(session_));
+        logs.back()->Copy(log, 0, 0);
+    });
 }
 
 void clsInsData::append(const clsLog& objLog, int intAfter) {

@@ -52,6 +52,15 @@ private:
     std::string insName_;
 };
 
+// Calls visit(log) for every log of the collection, in the order of the tree.
+template <class Visit>
+void forEachLog(const clsInsData& data, Visit&& visit) {
+    for (const int mode : kLogModes) {
+        for (const auto& log : data.logsOf(mode))
+            visit(*log);
+    }
+}
+
 // Where a new item with identity 0 goes among items (see append): behind the one with identity after and the new ones
 // that follow it; at the end when no item has that identity.
 template <class Item, class Identity>

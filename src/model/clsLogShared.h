@@ -2,6 +2,7 @@
 // Band 0 is the overall figure, 1 to e("Last") are bands.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@ namespace kestrane {
 constexpr int modeBroadband = 0;
 constexpr int modeFullOctave = 1;
 constexpr int modeThirdOctave = 2;
+inline constexpr std::array kLogModes = {modeBroadband, modeFullOctave, modeThirdOctave}; // in the order of the tree
 constexpr int NumberOfLns = 10;
 constexpr int kBandCount = 34; // overall and the 33 bands of a third-octave log
 

@@ -1,5 +1,6 @@
 #include "sim/Holdings.h"
 
+#include <array>
 #include <utility>
 
 namespace kestrane {
@@ -22,16 +23,11 @@ Holdings holdingsOf(clsFile& file, std::string model) {
     Holdings holdings;
     holdings.Model = std::move(model);
     if (!file.InstrumentDatas.empty()) holdings.Serial = file.InstrumentDatas.front()->InsSerial;
-    for (const auto& data : file.InstrumentDatas) {
-        for (const auto& [from, to] :
-             {std::pair(&data->Locations, &holdings.Locations), std::pair(&data->Octaves, &holdings.Octaves),
-              std::pair(&data->ThirdOctaves, &holdings.ThirdOctaves)}) {
-            for (const auto& log : *from) {
-                loadRows(*log);
-                to->push_back(log.get());
-            }
-        }
-    }
+    const std::array logs = {&holdings.Locations, &holdings.Octaves, &holdings.ThirdOctaves};
+    forEachLog(file, [&logs](clsLog& log) {
+        loadRows(log);
+        logs[static_cast<std::size_t>(log.Mode())]->push_back(&log);
+    });
     return holdings;
 }
 
