@@ -3,6 +3,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/Format.h"
 #include "platform/RuntimeError.h"
+#include "platform/Trimmed.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -14,11 +15,6 @@ namespace {
 constexpr std::int64_t kMostBytes = 64 << 20;
 constexpr std::size_t kLeastBytes = 1001;
 
-std::string trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 std::string textOf(const RuntimeError& error) {
     return std::to_string(error.Number) + ": " + error.what();
 }
@@ -26,7 +22,7 @@ std::string textOf(const RuntimeError& error) {
 // Nothing: it was cancelled, or the reason has been shown.
 std::optional<std::string> fetch(Session& session, HPDProgress& progress, bool bSilent) {
     if (!bSilent) progress.Show(0, 0);
-    const HttpAnswer answer = session.http->Get(trimmed(session.Options.HPDAddress), kMostBytes,
+    const HttpAnswer answer = session.http->Get(std::string(trimmed(session.Options.HPDAddress)), kMostBytes,
                                                 [&](std::int64_t received, std::int64_t total) {
                                                     if (!bSilent) progress.Show(received, total);
                                                     return !progress.IsCancelled();

@@ -8,6 +8,7 @@
 #include "platform/Format.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
+#include "platform/Trimmed.h"
 #include "protection/Attenuation.h"
 
 #include <algorithm>
@@ -24,19 +25,14 @@ constexpr int kTypes[] = {4812, 4813};
 
 using Bands = ProtectorEntries::Bands;
 
-std::string trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 // A name stands in one line of the file.
 std::string nameOf(std::string entry) {
     std::replace_if(
         entry.begin(), entry.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
-    return trimmed(entry);
+    return std::string(trimmed(entry));
 }
 
-std::optional<float> numberOf(const std::string& entry, const Locale& locale) {
+std::optional<float> numberOf(std::string_view entry, const Locale& locale) {
     if (!isNumeric(entry, locale)) return std::nullopt;
     try {
         return toSingle(entry, locale);

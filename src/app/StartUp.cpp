@@ -4,6 +4,7 @@
 #include "app/DownloadHPD.h"
 #include "model/SettingsText.h"
 #include "platform/Files.h"
+#include "platform/Trimmed.h"
 #include "protection/ProtectorDatabase.h"
 
 #include <algorithm>
@@ -16,11 +17,6 @@ namespace kestrane {
 namespace {
 
 constexpr int kRecentKeys = 4;
-
-std::string trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 std::string recentKey(int i) {
     return "LastFile" + std::to_string(i);
@@ -35,7 +31,7 @@ std::string takeUnquoted(std::string& text, const std::function<bool(const std::
         candidate = text.substr(0, p - 1);
         p = blankBehind(p);
         if (exists(candidate)) {
-            text = trimmed(text.substr(p));
+            text = std::string(trimmed(std::string_view(text).substr(p)));
             return candidate;
         }
     }
@@ -57,14 +53,15 @@ std::string commandLineText(const std::vector<std::string>& arguments) {
 
 std::vector<std::string> commandLineFiles(std::string text, const std::function<bool(const std::string&)>& exists) {
     std::vector<std::string> names;
-    text = trimmed(text);
+    text = std::string(trimmed(text));
     while (!text.empty()) {
         const std::size_t before = text.size();
         std::string name;
         if (text.front() == '"') {
             const std::size_t close = text.find('"', 1);
             name = text.substr(1, close == std::string::npos ? close : close - 1);
-            text = close == std::string::npos ? std::string() : trimmed(text.substr(close + 1));
+            text = close == std::string::npos ? std::string()
+                                              : std::string(trimmed(std::string_view(text).substr(close + 1)));
         } else {
             name = takeUnquoted(text, exists);
         }

@@ -8,6 +8,7 @@
 #include "platform/Format.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
+#include "platform/Trimmed.h"
 
 #include <algorithm>
 #include <array>
@@ -65,11 +66,6 @@ private:
     int count_ = 0;
     bool isSpoilt_ = false;
 };
-
-std::string trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 std::string format(const Session& session, const clsValue& value) {
     return value.Format(false, false, {}, session.locale);
@@ -278,7 +274,7 @@ CellEntry enterExposureCell(clsLog& log, std::size_t row, int column, const std:
     clsDoseLogSample& target = log.DoseLogIntervals.at(row);
     clsDoseLogSample taken = target;
     try {
-        if (!take(session, taken, column, trimmed(entry))) return CellEntry::Refused;
+        if (!take(session, taken, column, std::string(trimmed(entry)))) return CellEntry::Refused;
     } catch (const RuntimeError&) { // a number past its type
         return CellEntry::Refused;
     }
@@ -339,7 +335,7 @@ bool isMissing(const clsDoseLogSample& row, int column) {
 }
 
 std::optional<int> insertCount(const std::string& entry, const Locale& locale) {
-    const std::string text = trimmed(entry);
+    const std::string_view text = trimmed(entry);
     if (text.size() > 3 || !isNumeric(text, locale)) return std::nullopt;
     const double number = toDouble(text, locale);
     if (number != std::floor(number) || number < 1 || number > kMostInserted) return std::nullopt;

@@ -5,8 +5,7 @@
 #include "model/TimeText.h"
 #include "model/clsTime.h"
 #include "platform/Numbers.h"
-
-#include <cmath>
+#include "platform/Trimmed.h"
 
 namespace kestrane {
 
@@ -16,13 +15,7 @@ constexpr double kDay = 24; // hours
 constexpr float kReferenceHours = 8;
 
 double wholeSeconds(float hours) {
-    return std::round(static_cast<double>(hours) * 3600);
-}
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string_view::npos ? text.substr(0, 0)
-                                           : text.substr(first, text.find_last_not_of(' ') - first + 1);
+    return roundHalfAway(static_cast<double>(hours) * 3600);
 }
 
 bool isFullPassUnderWay(const clsLog& log) {

@@ -220,12 +220,8 @@ void setStamp(const Session& session, const std::string& stamp, clsDate& date, c
 // A level to two decimals, as its text "0.00" has it: halves away from zero, what is not finite is 0.
 float levelOf(double value) {
     constexpr double kHundred = 100;
-    constexpr double kTolerance = 1e-9, kMost = 1e6; // a double just below a half is a half
-    const double scaled = std::abs(value) * kHundred;
-    if (!std::isfinite(scaled)) return 0;
-    double whole = std::floor(scaled);
-    if (scaled - whole >= 0.5 - std::min(scaled, kMost) * kTolerance) ++whole;
-    return checkedSingle(std::copysign(whole / kHundred, whole == 0 ? 1 : value));
+    if (!std::isfinite(value * kHundred)) return 0;
+    return checkedSingle(roundHalfAway(value * kHundred) / kHundred + 0); // no -0
 }
 
 bool isTaken(const clsLog& log, When when) {

@@ -4,6 +4,7 @@
 #include "download/TextFrame.h"
 #include "model/Acoustics.h"
 #include "platform/Numbers.h"
+#include "platform/Trimmed.h"
 
 namespace kestrane {
 
@@ -27,7 +28,7 @@ LogCollection readList(Transport& line, const clsInsData& data) {
 
 // Decimal, blank when the instrument has none.
 float decimalValue(std::string_view text) {
-    if (text.find_first_not_of(' ') == std::string_view::npos) return 0;
+    if (trimmed(text).empty()) return 0;
     return toSingle(text, Locale{});
 }
 

@@ -4,6 +4,8 @@
 
 #include "model/Session.h"
 #include "platform/Format.h"
+#include "platform/Trimmed.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <string_view>
@@ -12,10 +14,6 @@
 namespace kestrane {
 
 namespace {
-
-bool isBlank(std::string_view text) {
-    return text.find_first_not_of(" \r") == std::string_view::npos;
-}
 
 std::vector<std::string_view> split(std::string_view text, char separator) {
     std::vector<std::string_view> parts;
@@ -27,14 +25,8 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
     return parts;
 }
 
-// Between characters.
 std::string_view cutNote(std::string_view note) {
-    const auto longest = static_cast<std::size_t>(exposureMaxLength(eColumnNote));
-    if (note.size() <= longest) return note;
-    std::size_t end = longest;
-    while (end > 0 && (static_cast<unsigned char>(note[end]) & 0xC0U) == 0x80U)
-        --end;
-    return note.substr(0, end);
+    return firstBytes(note, static_cast<std::size_t>(exposureMaxLength(eColumnNote)));
 }
 
 // Asks until use takes the answer. False when the user cancels, or enters nothing.
@@ -43,7 +35,7 @@ bool askUntil(const Session& session, int prompt, std::string proposal, const As
     std::string question = session.LoadText(prompt);
     for (;;) {
         const std::optional<std::string> answer = ask(question, proposal);
-        if (!answer || isBlank(*answer)) return false;
+        if (!answer || trimmed(*answer).empty()) return false;
         if (use(*answer)) return true;
         question = session.LoadText(4551) + "\r\n\r\n" + session.LoadText(prompt);
         proposal = *answer;
@@ -61,7 +53,7 @@ LineOutcome pasteLine(clsLog& log, std::size_t row, int column, std::string_view
     if (line.ends_with('\r')) line.remove_suffix(1);
     for (const std::string_view cell : split(line, '\t')) {
         const int target = column++;
-        if (target >= kExposureColumns || exposureMaxLength(target) == 0 || isBlank(cell)) continue;
+        if (target >= kExposureColumns || exposureMaxLength(target) == 0 || trimmed(cell).empty()) continue;
         const std::string text(target == eColumnNote ? cutNote(cell) : cell);
         const CellEntry entry = enterExposureCell(log, row, target, text);
         if (entry == CellEntry::Refused) clearExposureCell(log.DoseLogIntervals[row], target);
@@ -79,7 +71,7 @@ PasteOutcome pasteLines(clsLog& log, std::size_t row, int column, const std::str
     bool isAnyTaken = false;
     row = std::min(row, rows.size());
     for (const std::string_view line : split(text, '\n')) {
-        if (isBlank(line)) continue;
+        if (line.find_first_not_of(" \r") == std::string_view::npos) continue; // a line of empty cells keeps its place
         if (row == rows.size()) {
             insertExposureRows(log, row, 1);
             rows[row].Leq.Value(0);

@@ -51,11 +51,4 @@ std::optional<std::string_view> takeLine(std::string_view& text) {
     return line;
 }
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view kWhite = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(kWhite);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(kWhite) - first + 1);
-}
-
 } // namespace kestrane

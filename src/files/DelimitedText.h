@@ -31,6 +31,4 @@ private:
 // is empty.
 std::optional<std::string_view> takeLine(std::string_view& text);
 
-std::string_view trimmed(std::string_view text); // without blanks, tabs and line ends at both ends
-
 } // namespace kestrane

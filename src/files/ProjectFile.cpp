@@ -9,6 +9,7 @@
 #include "model/SettingsText.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
+#include "platform/Trimmed.h"
 #include "platform/Utf8.h"
 
 #include <algorithm>

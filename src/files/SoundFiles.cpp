@@ -8,6 +8,7 @@
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
+#include "platform/Trimmed.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,14 +1,14 @@
 #include "model/clsInsData.h"
 
+#include "platform/Trimmed.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace kestrane {
 
 void clsInsData::InsName(std::string_view name) {
-    const std::size_t first = name.find_first_not_of(' ');
-    insName_ = first == std::string_view::npos ? std::string_view()
-                                               : name.substr(first, name.find_last_not_of(' ') - first + 1);
+    insName_ = trimmed(name);
 }
 
 void clsInsData::Copy(const clsInsData& objPrevInsData, bool bCopyLogs) {

@@ -1,5 +1,7 @@
 #include "platform/Format.h"
 
+#include "platform/Numbers.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -28,9 +30,7 @@ bool isPlace(char c) {
 std::string roundedDigits(double magnitude, int decimals) {
     const double scaled = magnitude * std::pow(10.0, decimals);
     if (!std::isfinite(scaled)) return {};
-    double whole = std::floor(scaled);
-    const double tolerance = std::min(scaled, 1e6) * 1e-9;
-    if (scaled - whole >= 0.5 - tolerance) ++whole;
+    const double whole = roundHalfAway(scaled);
     if (whole == 0) return {};
     std::array<char, 400> text{};
     const auto result = std::to_chars(text.data(), text.data() + text.size(), whole, std::chars_format::fixed, 0);

@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -182,6 +183,14 @@ std::int16_t roundToInteger(double value) {
 
 std::int32_t roundToLong(double value) {
     return roundTo<std::int32_t>(value);
+}
+
+double roundHalfAway(double value) {
+    constexpr double kTolerance = 1e-9, kMost = 1e6;
+    const double magnitude = std::abs(value);
+    const double whole = std::floor(magnitude);
+    const bool isUp = magnitude - whole >= 0.5 - std::min(magnitude, kMost) * kTolerance;
+    return std::copysign(isUp ? whole + 1 : whole, value);
 }
 
 std::int16_t checkedInteger(std::int64_t value) {

@@ -29,6 +29,10 @@ std::optional<double> typedNumber(std::string_view text, const Locale& locale);
 std::int16_t roundToInteger(double value);
 std::int32_t roundToLong(double value);
 
+// The nearest whole number, halves away from zero: how figures are rounded to be shown or compared. What falls short of
+// a half by the error of binary arithmetic alone counts as one.
+double roundHalfAway(double value);
+
 // Raise 6 when the value does not fit.
 std::int16_t checkedInteger(std::int64_t value);
 std::int32_t checkedLong(std::int64_t value);

@@ -101,6 +101,13 @@ std::string toUtf8(std::string_view bytes) {
     return text;
 }
 
+std::string_view firstBytes(std::string_view utf8, std::size_t most) {
+    if (utf8.size() <= most) return utf8;
+    while (most > 0 && (static_cast<unsigned char>(utf8[most]) & 0xC0U) == 0x80U)
+        --most;
+    return utf8.substr(0, most);
+}
+
 std::string upperCase(std::string_view utf8) {
     static const locale_t kLetters = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     std::string upper;

@@ -2,6 +2,7 @@
 // UTF-16.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -20,6 +21,9 @@ char32_t fromWindows1252(unsigned char byte);
 
 // Bytes of unknown encoding as text: UTF-8 when they are valid, else Windows-1252.
 std::string toUtf8(std::string_view bytes);
+
+// The beginning of a text that takes at most so many bytes, cut between characters.
+std::string_view firstBytes(std::string_view utf8, std::size_t most);
 
 // In upper case, letter by letter, whatever the language of the system.
 std::string upperCase(std::string_view utf8);

@@ -3,11 +3,11 @@
 #include "calc/BandLevels.h"
 #include "calc/FreqWeight.h"
 #include "model/Acoustics.h"
+#include "platform/Numbers.h"
 #include "protection/Attenuation.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <iterator>
 
 namespace kestrane {
@@ -71,14 +71,14 @@ std::string named(std::string_view method, std::string_view origin) {
 
 void addHML(Figures& figures, const clsHP& hp, const WeightedLevels& levels) {
     if (!hp.HasHML() || !levels.a || !levels.c) return;
-    const double reduction =
-        predictedReduction(std::round(hp.High), std::round(hp.Medium), std::round(hp.Low), *levels.c - *levels.a);
+    const double reduction = predictedReduction(roundHalfAway(hp.High), roundHalfAway(hp.Medium), roundHalfAway(hp.Low),
+                                                *levels.c - *levels.a);
     figures.push_back({named("HML", levels.origin), *levels.a - reduction});
 }
 
 void addSNR(Figures& figures, const clsHP& hp, const WeightedLevels& levels) {
     if (!hp.HasSNR() || !levels.c) return;
-    figures.push_back({named("SNR", levels.origin), *levels.c - std::round(hp.SNR)});
+    figures.push_back({named("SNR", levels.origin), *levels.c - roundHalfAway(hp.SNR)});
 }
 
 struct NrrEntry {
@@ -133,7 +133,7 @@ double levelByNrr(NrrRule rule, double level, bool isC, double nrr) {
 }
 
 int StandardFigure::Rounded() const {
-    return static_cast<int>(std::lround(Level));
+    return static_cast<int>(roundHalfAway(Level));
 }
 
 std::vector<StandardFigure> standardFigures(const clsLog& log, const clsHP& protector, const clsOptions& options,

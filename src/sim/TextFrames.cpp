@@ -1,8 +1,9 @@
 #include "sim/TextFrames.h"
 
+#include "platform/Numbers.h"
+
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstdio>
 #include <optional>
 
@@ -41,7 +42,7 @@ std::string hexWord(unsigned value) {
 }
 
 std::string tenths(float value) {
-    const double whole = std::round(static_cast<double>(value) * 10);
+    const double whole = roundHalfAway(static_cast<double>(value) * 10);
     return hexWord(whole > 0 && whole <= 0xFFFF ? static_cast<unsigned>(whole) : 0);
 }
 

@@ -65,6 +65,13 @@ TEST(Conversion, RoundsHalvesToEvenAndChecksTheRange) {
     EXPECT_EQ(errorOf([] { checkedSingle(std::nan("")); }), kErrorOverflow);
 }
 
+TEST(RoundHalfAway, TakesHalvesAwayFromZeroAndWhatIsJustShortOfThem) {
+    const std::pair<double, double> cases[] = {{0.5, 1},           {-0.5, -1},       {2.5, 3},      {-2.49, -2},
+                                               {1.005 * 100, 101}, {1e9 + 0.4, 1e9}, {1e300, 1e300}};
+    for (const auto& [value, whole] : cases)
+        EXPECT_EQ(roundHalfAway(value), whole) << value;
+}
+
 // The significant digits of a number's text.
 std::string digitsOf(std::string_view text) {
     std::string digits;
