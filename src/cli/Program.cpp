@@ -52,7 +52,10 @@ Program::Program(const GlobalOptions& options, EventPump& pump) :
 clsFile* Program::open(const std::string& name) {
     if (!OpenFile(session, fullPath(name), OpenSource::Named, true)) return nullptr;
     pump_.runUntil([&] { return noLogIsBusy(session); });
-    return openFileOfName(session, fullPath(name));
+    clsFile* const file = openFileOfName(session, fullPath(name));
+    bool hasFailed = false;
+    forEachLog(*file, [&hasFailed](const clsLog& log) { hasFailed = hasFailed || log.HasFailedRecalc; });
+    return hasFailed ? nullptr : file;
 }
 
 bool Program::recalculate(clsLog& log, int mode) {

@@ -47,7 +47,8 @@ class Program {
 public:
     Program(const GlobalOptions& options, EventPump& pump);
 
-    // Opens a file and waits for all work behind it. Null when it did not open; the reason has been shown.
+    // Opens a file and waits for all work behind it. Null when it did not open, or when the recalculation on opening
+    // failed: figures that are known to be wrong are never handed on. The reason has been shown.
     clsFile* open(const std::string& name);
 
     // False when the recalculation failed; the reason has been shown.

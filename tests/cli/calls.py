@@ -163,8 +163,9 @@ class Calls(InAFolder):
         row = "<intvl><ca><leq><f>99999</f></leq></ca></intvl>"     # no mean of them can be told
         write("loud.xml", "<instruments><instrument-data><instrument-detail/><logs><log><intvls>" + row * 2 +
               "</intvls></log></logs></instrument-data></instruments>")
+        write("loud-cut.xml", read("loud.xml").replace("<log>", '<log><cutintvls incl="False"><cutintvl>2~2</cutintvl></cutintvls>'))
         os.mkdir("folder")
-        for words, target in ((["save", "unread.xml"], "out.xml"), (["merge", DOSIMETER, "unread.xml"], "out.xml"),
+        for words, target in ((["show", "loud-cut.xml"], None), (["save", "loud-cut.xml"], "out.xml"), (["save", "unread.xml"], "out.xml"), (["merge", DOSIMETER, "unread.xml"], "out.xml"),
                               (["save", "none.xml"], "out.xml"), (["save", DOSIMETER], "none/out.xml"),
                               (["save", DOSIMETER], "folder"), (["recalc", "loud.xml"], "out.xml"),
                               (["cut", "loud.xml", "--exclude", "2"], "out.xml"),
