@@ -36,7 +36,7 @@ std::optional<std::string_view> DelimitedText::next() {
     const std::string_view token = rest_.substr(begin, end - begin);
     isCut_ = end == rest_.size();
     takeDelimited(rest_, endOfToken(rest_, end));
-    return token;
+    return last_ = token;
 }
 
 std::size_t DelimitedText::leftAtMost() const {

@@ -20,10 +20,12 @@ public:
     // The last token ended with the text, behind neither a delimiter nor its closing quote: part of it may be missing.
     bool isCut() const { return isCut_; }
 
+    std::string_view last() const { return last_; } // the token given last
+
     std::size_t leftAtMost() const; // no more tokens are left than this
 
 private:
-    std::string_view rest_;
+    std::string_view rest_, last_;
     bool isCut_ = false;
 };
 

@@ -19,70 +19,40 @@ namespace kestrane {
 
 namespace {
 
-// Each sets message and returns false when the file is not its own. May raise.
+// Each sets message and returns false when the file is not its own, or raises why it cannot be read.
 using Loader = bool (*)(clsFile& file, std::string& message);
 
 std::string unableToOpen(const clsFile& file) {
     return ReplaceText(file.session().LoadText(8401), "^", file.FileName);
 }
 
-// What a reader makes of the bytes of a file: read(bytes)
-template <class Read>
-bool readBytes(const clsFile& file, std::string& message, Read read) {
-    std::shared_ptr<FileBytes> bytes;
-    try {
-        bytes = readFile(file.FileName);
-    } catch (const RuntimeError& error) {
-        message = unableToOpen(file) + ": " + error.what();
-        return false;
-    }
-    return read(bytes->view());
+bool FileOpenCsv(clsFile& file, std::string&) {
+    ReadSoundCsv(file, readFile(file.FileName)->view());
+    return file.OldStyle = true;
 }
 
-bool FileOpenCsv(clsFile& file, std::string& message) {
-    return file.OldStyle = readBytes(file, message, [&file](std::string_view text) {
-               ReadSoundCsv(file, text);
-               return true;
-           });
-}
-
-bool FileOpenSound(clsFile& file, std::string& message) {
-    return file.OldStyle = readBytes(file, message, [&file](std::string_view text) {
-               ReadSoundFile(file, text);
-               return true;
-           });
+bool FileOpenSound(clsFile& file, std::string&) {
+    ReadSoundFile(file, readFile(file.FileName)->view());
+    return file.OldStyle = true;
 }
 
 bool FileOpenLog(clsFile& file, std::string& message) {
-    return file.OldStyle = readBytes(
-               file, message, [&file, &message](std::string_view text) { return ReadMachineLog(file, text, message); });
+    return file.OldStyle = ReadMachineLog(file, readFile(file.FileName)->view(), message);
 }
 
 bool FileOpenProject(clsFile& file, std::string& message) {
     file.OldStyle = false;
-    return readBytes(file, message, [&file, &message](std::string_view text) {
-        if (ReadProject(file, text)) return true;
-        message = unableToOpen(file);
-        return false;
-    });
+    if (ReadProject(file, readFile(file.FileName)->view())) return true;
+    message = unableToOpen(file);
+    return false;
 }
 
 bool FileOpenXml(clsFile& file, std::string& message) {
-    std::shared_ptr<XmlDocument> document;
-    try {
-        document = XmlDocument::load(file.FileName, message);
-    } catch (const RuntimeError& error) {
-        message = unableToOpen(file) + ": " + error.what();
-    }
+    const std::shared_ptr<XmlDocument> document = XmlDocument::load(file.FileName, message);
     if (document == nullptr) return false;
     file.OldStyle = false;
-    try {
-        GetData(file, document);
-        return true;
-    } catch (const RuntimeError& error) {
-        message = unableToOpen(file) + ": " + error.what();
-        return false;
-    }
+    GetData(file, document);
+    return true;
 }
 
 // What stands in the file and has not been read must not be overwritten.
@@ -120,8 +90,7 @@ bool attempt(Loader loader, clsFile& file, std::string& message) {
     try {
         return loader(file, message);
     } catch (const RuntimeError& error) {
-        message = unableToOpen(file);
-        if (error.Number == kErrorOutOfMemory) message += std::string(": ") + error.what();
+        message = unableToOpen(file) + ": " + error.what();
     } catch (const std::bad_alloc&) {
         message = unableToOpen(file) + ": Out of memory";
     }

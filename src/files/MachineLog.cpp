@@ -1,5 +1,6 @@
 #include "files/MachineLog.h"
 
+#include "files/FaultPlace.h"
 #include "files/RowRecord.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
@@ -141,7 +142,8 @@ std::string nameOf(const clsFile& file) {
 }
 
 // Nothing when the text does not begin as a machine log. Raises for one that cannot be read to its end.
-std::unique_ptr<clsInsData> readLog(clsFile& file, CommaFields fields) {
+std::unique_ptr<clsInsData> readLog(clsFile& file, std::string_view text) {
+    CommaFields fields(text);
     std::array<std::string_view, kHeaderFields> header;
     for (std::size_t i = 0; i <= kModeField; ++i) {
         const auto field = fields.next();
@@ -154,13 +156,22 @@ std::unique_ptr<clsInsData> readLog(clsFile& file, CommaFields fields) {
 
     auto data = std::make_unique<clsInsData>(file.session());
     auto log = std::make_unique<clsLog>(file.session());
+    const auto taking = [&](std::string_view part, auto take) {
+        naming(take, [&] { return placeIn(file.session(), text, part); });
+    };
     for (std::size_t i = 0; i < kHeaderFields; ++i)
-        kHeader[i](*data, *log, header[i]);
-    log->Interval = intervalOf(header[kIntervalField], header[kUnitField]);
+        taking(header[i], [&] { kHeader[i](*data, *log, header[i]); });
+    const std::string_view length = header[kIntervalField], unit = header[kUnitField];
+    const auto behind = static_cast<std::size_t>(unit.data() + unit.size() - length.data());
+    taking({length.data(), behind}, [&] { log->Interval = intervalOf(length, unit); });
     log->Name = nameOf(file);
     log->InsName = data->InsName();
-    takeRows(fields, *log);
-    takeClosing(fields, *log);
+    naming(
+        [&] {
+            takeRows(fields, *log);
+            takeClosing(fields, *log);
+        },
+        [&] { return placeIn(file.session(), text, fields.last()); });
     SetSampleDates(*log);
     data->logsOf(log->Mode()).push_back(std::move(log));
     return data;
@@ -174,7 +185,7 @@ bool ReadMachineLog(clsFile& file, std::string_view text, std::string& message) 
                ReplaceText(file.session().LoadText(8401), "^", file.FileName);
     };
     try {
-        auto data = readLog(file, CommaFields(text));
+        auto data = readLog(file, text);
         if (data != nullptr) {
             file.InstrumentDatas.push_back(std::move(data));
             return true;

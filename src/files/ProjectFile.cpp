@@ -1,6 +1,6 @@
 #include "files/ProjectFile.h"
 
-#include "files/DelimitedText.h"
+#include "files/FaultPlace.h"
 #include "files/MemoryBudget.h"
 #include "files/RowRecord.h"
 #include "files/XmlElements.h"
@@ -93,6 +93,11 @@ std::string_view valueOf(std::string_view block, std::string_view name) {
     return {};
 }
 
+// What stood where, for a message.
+std::string placeOf(std::string_view tag, std::string_view content) {
+    return ", <" + std::string(tag) + "> " + quoted(trimmed(content));
+}
+
 // Puts contents into members. An empty content is a tag that is not there.
 class Values {
 public:
@@ -169,14 +174,18 @@ public:
         table_(table), target_(target), values_(values) {}
 
     void take(Tags& tags) {
-        const TagName name(tags.name());
+        const std::string_view word = tags.name();
+        const TagName name(word);
         for (std::size_t i = 0; i < N; ++i) {
             const Tag<Target>& tag = table_[i];
             if (tag.name != name.word || (name.isNumbered && !tag.isNumbered)) continue;
             const std::string_view content = tags.value();
             std::bitset<kNumbers>& seen = seen_[i];
             const auto number = static_cast<std::size_t>(name.number);
-            if (!seen[number] && !trimmed(content).empty()) tag.take(target_, name.number, content, values_);
+            if (!seen[number] && !trimmed(content).empty()) {
+                naming([&] { tag.take(target_, name.number, content, values_); },
+                       [&] { return placeOf(word, content); });
+            }
             seen.set(number);
             return;
         }
@@ -410,7 +419,7 @@ void takeDisplay(clsLog& log, std::string_view block, Values& values) {
         const std::string_view content = trimmed(tags.value());
         if (content.empty() || told(name->channel, name->kind, name->parameter)) continue;
         bool isPlotted = false;
-        values.set(isPlotted, content);
+        naming([&] { values.set(isPlotted, content); }, [&] { return placeOf(tags.name(), content); });
         told.set(name->channel, name->kind, name->parameter, true);
         plotted.set(name->channel, name->kind, name->parameter, isPlotted);
     }
@@ -427,10 +436,12 @@ public:
     LogReader(clsLog& log, std::string_view block, Values& values) : log_(log), block_(block), values_(values) {}
 
     void read() {
-        if (const std::string_view mode = trimmed(valueOf(block_, "MODE")); !mode.empty())
-            log_.Mode(toInteger(mode, kPoint));
-        if (const std::string_view isOn = trimmed(valueOf(block_, "ISCHANNELBON")); !isOn.empty())
-            values_.set(log_.IsChannelBOn, isOn);
+        if (const std::string_view mode = trimmed(valueOf(block_, "MODE")); !mode.empty()) {
+            naming([&] { log_.Mode(toInteger(mode, kPoint)); }, [&] { return placeOf("MODE", mode); });
+        }
+        if (const std::string_view isOn = trimmed(valueOf(block_, "ISCHANNELBON")); !isOn.empty()) {
+            naming([&] { values_.set(log_.IsChannelBOn, isOn); }, [&] { return placeOf("ISCHANNELBON", isOn); });
+        }
         const std::size_t most = rowsAtMost();
         columns().resize(most, most);
         std::optional<std::string_view> display;
@@ -471,9 +482,13 @@ private:
             Taker(kRowTags, row, values_).takeAll(content);
         } else if (!content.empty()) {
             CommaFields fields(content, true);
-            const std::string_view start = fields.take();
-            takeRecord(start, fields, log_, rows_);
-            if (fields.left() > 0) raiseTypeMismatch();
+            naming(
+                [&] {
+                    const std::string_view start = fields.take();
+                    takeRecord(start, fields, log_, rows_);
+                    if (fields.left() > 0) raiseTypeMismatch();
+                },
+                [&] { return placeOf("LOGSAMPLE", fields.last()); });
         }
         areDated_ = areDated_ && row.isDated;
         ++rows_;

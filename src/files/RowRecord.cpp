@@ -43,7 +43,7 @@ std::optional<std::string_view> CommaFields::next() {
     rest_.remove_prefix(std::min(end + 1, rest_.size()));
     while (!field.empty() && (field.front() == '\r' || field.front() == '\n'))
         field.remove_prefix(1);
-    return field;
+    return last_ = field;
 }
 
 std::string_view CommaFields::take() {

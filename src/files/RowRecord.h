@@ -25,8 +25,10 @@ public:
 
     std::size_t left() const; // how many take() can give
 
+    std::string_view last() const { return last_; } // the field given last
+
 private:
-    std::string_view rest_;
+    std::string_view rest_, last_;
     bool isClosed_;
 };
 

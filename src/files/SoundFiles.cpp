@@ -1,14 +1,15 @@
 #include "files/SoundFiles.h"
 
 #include "files/DelimitedText.h"
+#include "files/FaultPlace.h"
 #include "files/RowRecord.h"
 #include "model/InstrumentFamilies.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
-#include "platform/Utf8.h"
 #include "platform/Trimmed.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <cctype>
@@ -205,7 +206,7 @@ void takeRows(DelimitedText& tokens, std::size_t tokensOfRow, IntervalColumns& r
 }
 
 // A log with a head of fixed places and rows behind it.
-void takeReport(Kind kind, std::string_view text, clsInsData& data, clsLog& log) {
+void takeReport(Kind kind, DelimitedText& tokens, clsInsData& data, clsLog& log) {
     const bool isAtWork = kind == NoiseAtWork;
     log.LocationType(isAtWork ? NoiseAtWorkLocation : EnvironmentLocation);
     log.IsLnNumbersOn = !isAtWork;
@@ -214,7 +215,6 @@ void takeReport(Kind kind, std::string_view text, clsInsData& data, clsLog& log)
         log.LnNumberA(2, 90);
     }
     constexpr std::size_t kLongest = 1000;
-    DelimitedText tokens(text);
     int number = 0;
     for (const HeadToken& head : kHead) {
         if ((head.kinds & kind) == 0) continue;
@@ -246,10 +246,9 @@ int bandOf(std::string_view label) {
 
 // A log of band levels: each stands behind the label of its band and ":", all within the head. There is no way to place
 // what stands behind the head.
-void takeOctaves(std::string_view text, clsLog& log) {
+void takeOctaves(DelimitedText& tokens, clsLog& log) {
     constexpr int kHeadTokens = 17;
     log.Mode(modeFullOctave);
-    DelimitedText tokens(text);
     int found = 0;
     for (int number = 1; number <= kHeadTokens; ++number) {
         const auto token = tokens.next();
@@ -270,8 +269,7 @@ void takeOctaves(std::string_view text, clsLog& log) {
 }
 
 // The oldest meters: there is no way to place any of their figures.
-void takeOldTallix(std::string_view text, std::string_view insName) {
-    DelimitedText tokens(text);
+void takeOldTallix(DelimitedText& tokens, std::string_view insName) {
     while (const auto token = tokens.next()) {
         const std::string_view word = trimmed(*token);
         if (!word.empty() && word != insName && word != "Time and date not set") raiseTypeMismatch();
@@ -297,13 +295,14 @@ void ReadSoundCsv(clsFile& file, std::string_view text) {
     auto log = std::make_unique<clsLog>(file.session());
     data->InsName(toUtf8(insName));
     log->Name = stemOf(file);
-    if (kind == Octave) {
-        takeOctaves(text, *log);
-    } else if (kind == OldTallix) {
-        takeOldTallix(text, insName);
-    } else {
-        takeReport(kind, text, *data, *log);
-    }
+    DelimitedText tokens(text);
+    naming(
+        [&, kind = kind, insName = insName] {
+            if (kind == Octave) return takeOctaves(tokens, *log);
+            if (kind == OldTallix) return takeOldTallix(tokens, insName);
+            takeReport(kind, tokens, *data, *log);
+        },
+        [&] { return placeIn(file.session(), text, tokens.last()); });
     if (kind != Octave) {
         SetInterval(*log);
         SetSampleDates(*log);
@@ -322,14 +321,18 @@ void ReadSoundFile(clsFile& file, std::string_view text) {
             word = trimmed(takeToken(tokens));
         return word;
     };
-    while (bandOf(nextWord()) != kFirstBand) {
-    }
-    for (int band = kFirstBand + 1; band <= kLastBand; ++band) {
-        if (bandOf(nextWord()) != band) raiseTypeMismatch();
-    }
-    for (int band = kFirstBand; band <= kLastBand; ++band)
-        log->LeqCumA(band).Value(level(nextWord()));
-    requireNothingLeft(tokens);
+    naming(
+        [&] {
+            while (bandOf(nextWord()) != kFirstBand) {
+            }
+            for (int band = kFirstBand + 1; band <= kLastBand; ++band) {
+                if (bandOf(nextWord()) != band) raiseTypeMismatch();
+            }
+            for (int band = kFirstBand; band <= kLastBand; ++band)
+                log->LeqCumA(band).Value(level(nextWord()));
+            requireNothingLeft(tokens);
+        },
+        [&] { return placeIn(file.session(), text, tokens.last()); });
     auto data = std::make_unique<clsInsData>(file.session());
     data->NameX = log->Name;
     add(file, std::move(data), std::move(log));

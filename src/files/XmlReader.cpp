@@ -1,5 +1,6 @@
 #include "files/XmlReader.h"
 
+#include "files/FaultPlace.h"
 #include "files/XmlElements.h"
 #include "files/XmlIntervals.h"
 #include "files/XmlValues.h"
@@ -9,7 +10,6 @@
 #include "resources/Texts.h"
 
 #include <cmath>
-#include <type_traits>
 #include <vector>
 
 namespace kestrane {
@@ -39,6 +39,12 @@ public:
 
     std::string text(std::string_view name) const { return unescapeText(raw(name)); }
 
+    // Gives what a content raises the name of its element and what stood there.
+    template <class Read>
+    auto naming(std::string_view name, Read read) const {
+        return kestrane::naming(read, [&] { return ", <" + std::string(name) + "> " + quoted(raw(name)); });
+    }
+
     std::int16_t integer(std::string_view name) const {
         return naming(name, [&] { return readInteger(raw(name), locale_); });
     }
@@ -63,27 +69,21 @@ public:
         naming(name, [&] { value.setTime(text(name), locale_); });
     }
 
-    // Gives what a content raises the name of its element and what stood there, cut to a length that can be shown.
-    template <class Read>
-    std::invoke_result_t<Read> naming(std::string_view name, Read read) const {
-        constexpr std::size_t kShown = 40;
-        try {
-            return read();
-        } catch (const RuntimeError& error) {
-            if (error.Number == kErrorOutOfMemory) throw;
-            const std::string content = raw(name);
-            throw RuntimeError(error.Number,
-                               std::string(error.what()) + ", <" + std::string(name) + "> \"" +
-                                   (content.size() > kShown ? content.substr(0, kShown) + "..." : content) + "\"");
-        }
-    }
-
 private:
     const XmlDocument& document_;
     std::vector<std::string_view> names_;
     std::vector<std::optional<XmlElement>> found_;
     const Locale& locale_;
 };
+
+// Reads an attribute by read(text, locale). What that raises names element and attribute, and what stood there.
+template <class Read>
+auto readAttribute(const XmlDocument& document, const XmlElement& node, std::string_view element, std::string_view name,
+                   const Locale& locale, Read read) {
+    const std::string text = document.attribute(node, name);
+    return naming([&] { return read(text, locale); },
+                  [&] { return ", <" + std::string(element) + " " + std::string(name) + "=" + quoted(text) + ">"; });
+}
 
 class LogReader {
 public:
@@ -184,9 +184,10 @@ private:
         for (const FigureElement& e : kFiguresA)
             (log_.*e.member).Value(t.level(e.name));
         for (int ln = 1; ln <= NumberOfLns; ++ln) {
-            const auto node = document_->child(ca, kLnNames[static_cast<std::size_t>(ln) - 1]);
+            const std::string_view name = kLnNames[static_cast<std::size_t>(ln) - 1];
+            const auto node = document_->child(ca, name);
             if (!node) continue;
-            log_.LnNumberA(ln, readInteger(document_->attribute(*node, "no"), locale_));
+            log_.LnNumberA(ln, readAttribute(*document_, *node, name, "no", locale_, readInteger));
             if (log_.LnNumberA(ln) == 0) continue;
             bands(*node, log_.LnCumA.of(ln));
             log_.IsLnNumbersOn = true;
@@ -237,15 +238,18 @@ private:
         for (const XmlElement& row : grandchildren(node, "peak-intvls", "peak-intvl")) {
             document_->charge(sizeof(clsPeak));
             clsPeak& peak = log_.Peaks.emplace_back();
-            peak.PeakTime.setTime(document_->attribute(row, "peak-time"), locale_);
-            peak.SampleDuration = readLevel(document_->attribute(row, "duration"), locale_);
+            readAttribute(
+                *document_, row, "peak-intvl", "peak-time", locale_,
+                [&peak](std::string_view text, const Locale& locale) { peak.PeakTime.setTime(text, locale); });
+            peak.SampleDuration = readAttribute(*document_, row, "peak-intvl", "duration", locale_, readLevel);
         }
     }
 
     void selection(const XmlElement& node) {
         const auto cut = document_->child(node, "cutintvls");
         if (!cut) return;
-        log_.LogIntervals.IntervalsToBeIncluded = readFlag(document_->attribute(*cut, "incl"), locale_);
+        log_.LogIntervals.IntervalsToBeIncluded =
+            readAttribute(*document_, *cut, "cutintvls", "incl", locale_, readFlag);
         for (const XmlElement& range : document_->children(*cut, "cutintvl")) {
             document_->charge(sizeof(std::string));
             log_.LogIntervals.CutIntervals.push_back(document_->decoded(range));
@@ -295,8 +299,11 @@ std::unique_ptr<clsInsData> readCollection(Session& session, const std::shared_p
         data->NameX = document->attribute(*detail, "name");
         data->InsName(document->attribute(*detail, "instrument-name"));
         data->InsSerial = document->attribute(*detail, "instrument-serial");
-        data->InsType = readInteger(document->attribute(*detail, "instrument-type"), session.locale);
-        data->FirmwareVersion = readLevel(document->attribute(*detail, "instrument-firmware"), session.locale);
+        const auto read = [&](std::string_view name, auto reader) {
+            return readAttribute(*document, *detail, "instrument-detail", name, session.locale, reader);
+        };
+        data->InsType = read("instrument-type", readInteger);
+        data->FirmwareVersion = read("instrument-firmware", readLevel);
     }
     const auto logs = document->child(node, "logs");
     if (!logs) return data;

@@ -11,13 +11,17 @@ namespace {
 
 TEST(Loaders, TheExtensionChoosesWhoseMessageIsShown) {
     const TemporaryFolder folder;
-    for (const char* name : {"a.csv", "a.zdf", "A.ZDO", "a.zd2", "a.zd4", "a.zdp", "a.log", "a.LOG"}) {
+    const std::string csv = ": No kind of sound file";
+    const std::string sound = ": Input past end of file, line 1 \"no data file of any kind\"";
+    const std::pair<const char*, std::string> older[] = {{"a.csv", csv},   {"a.zdf", csv},   {"A.ZDO", csv},
+                                                         {"a.zd2", sound}, {"a.zd4", sound}, {"a.zdp", ""}};
+    for (const auto& [name, reason] : older) {
         OpenedFile opened("no data file of any kind", name);
-        const bool isLog = std::string_view(name).ends_with("log") || std::string_view(name).ends_with("LOG");
         EXPECT_FALSE(opened.isOpen) << name;
-        EXPECT_EQ(opened.message,
-                  isLog ? "File not compatible with Kestrane" : "Unable to open " + opened.file.FileName);
+        EXPECT_EQ(opened.message, "Unable to open " + opened.file.FileName + reason);
     }
+    for (const char* name : {"a.log", "a.LOG"})
+        EXPECT_EQ(OpenedFile("no data file of any kind", name).message, "File not compatible with Kestrane");
     for (const char* name : {"a.xml", "a.txt", "xml", "a"}) {
         OpenedFile opened("no data file of any kind", name);
         EXPECT_EQ(opened.message,
@@ -98,16 +102,31 @@ TEST(Loaders, DeclineFiguresPastTheirTypes) {
     }
 }
 
-TEST(Loaders, TellWhichElementWasNotWhatItShouldBe) {
+TEST(Loaders, TellWhatWasNotWhatItShouldBeAndWhere) {
     const std::pair<std::string, std::string> cases[] = {
         {"<stm>10:20</stm>", "Type mismatch, <stm> \"10:20\""},
         {"<ca><peak>1e999</peak></ca>", "Overflow, <peak> \"1e999\""},
         {"<md>3</md>", "Invalid mode, <md> \"3\""},
-        {"<cri>" + std::string(50, '9') + "</cri>", "Overflow, <cri> \"" + std::string(40, '9') + "...\""}};
+        {"<cri>" + std::string(50, '9') + "</cri>", "Overflow, <cri> \"" + std::string(40, '9') + "...\""},
+        {"<ca><ln2 no='99999'/></ca>", "Overflow, <ln2 no=\"99999\">"},
+        {"<peak-intvls><peak-intvl peak-time='1:2'/></peak-intvls>", "Type mismatch, <peak-intvl peak-time=\"1:2\">"}};
     for (const auto& [content, reason] : cases) {
         OpenedFile opened(dataFile("<log>" + content + "</log>"));
         EXPECT_EQ(opened.message, "Unable to open " + opened.file.FileName + ": " + reason);
     }
+    EXPECT_TRUE(OpenedFile(dataFile("<log/>", "instrument-type='70000'"))
+                    .message.ends_with(": Overflow, <instrument-detail instrument-type=\"70000\">"));
+    const std::pair<std::string, std::string> projects[] = {
+        {"<CRITERION> loud</>", "Type mismatch, <CRITERION> \"loud\""},
+        {"<MODE>x</>", "Type mismatch, <MODE> \"x\""},
+        {"<LNCUMA_1>1E99</>", "Overflow, <LNCUMA_1> \"1E99\""},
+        {"<LOGSAMPLE>10:00:00,80,loud,82</>", "Type mismatch, <LOGSAMPLE> \"loud\""}};
+    for (const auto& [content, reason] : projects) {
+        OpenedFile opened("<INSDATA><LOG>" + content + "</LOG></INSDATA>", "a.zdp");
+        EXPECT_EQ(opened.message, "Unable to open " + opened.file.FileName + ": " + reason);
+    }
+    EXPECT_TRUE(OpenedFile("31.5,63,125,250,500,1k,2k,4k,8k,16k\r\n60,61,62\r63,\xC4rger,65\n", "a.zd2")
+                    .message.ends_with(": Type mismatch, line 3 \"\u00C4rger\""));
 }
 
 TEST(Loaders, DeclineWhatCannotBeRead) {

@@ -199,9 +199,9 @@ TEST(MachineLog, StandsAnyCutAndAnyWrongByte) {
 
 TEST(MachineLog, RefusesWithAReason) {
     const std::string unable = "\r\n\r\nUnable to open C:\\logs\\press.LOG";
-    const std::string pastEnd = "62: Input past end of file" + unable;
-    const std::string mismatch = "13: Type mismatch" + unable;
-    const std::string overflow = "6: Overflow" + unable;
+    const auto pastEnd = [&](const std::string& place) { return "62: Input past end of file" + place + unable; };
+    const auto mismatch = [&](const std::string& place) { return "13: Type mismatch" + place + unable; };
+    const auto overflow = [&](const std::string& place) { return "6: Overflow" + place + unable; };
     const std::string notOurs = "File not compatible with Kestrane";
     const auto replaced = [](const std::string& from, const std::string& to) {
         return std::string(kBroadband).replace(kBroadband.find(from), from.size(), to);
@@ -211,19 +211,20 @@ TEST(MachineLog, RefusesWithAReason) {
         {std::string(1000, ','), notOurs},
         {std::string(1 << 20, 'x'), notOurs},
         {replaced("SLM", "slm"), notOurs},
-        {"Corvane,1,,,,85,5,SLM,", pastEnd},
-        {header("SLM", "ON"), pastEnd},
-        {header("SLM", "ON") + kBroadbandRows, pastEnd},
-        {replaced(",85,", ",x,"), mismatch},
-        {replaced(",85,", ",40000,"), overflow},
-        {replaced(",62.1,", ",OVER,"), mismatch},
-        {replaced(",62.1,", ",1e99,"), overflow},
-        {replaced("stoplog", "endlog"), mismatch},
-        {replaced("23:59:00,61.5", "23:59,61.5"), mismatch},
-        {replaced("23:59:00,61.5", "24:00:00,61.5"), mismatch},
-        {replaced(",93.5,0", ",93.5,0,0"), mismatch},        // a field too many shifts what follows
-        {replaced("23:59:00,61.5,", "23:59:00,"), mismatch}, // one too few, too
-        {replaced(",ON,Fast", ",OFF,Fast"), mismatch},       // rows of two channels in a log of one
+        {"Corvane,1,,,,85,5,SLM,", pastEnd("")},
+        {header("SLM", "ON"), pastEnd(", line 1 \"23:59:00\"")},
+        {header("SLM", "ON") + kBroadbandRows, pastEnd(", line 3 \"1\"")},
+        {replaced(",85,", ",x,"), mismatch(", line 1 \"x\"")},
+        {replaced(",85,", ",40000,"), overflow(", line 1 \"40000\"")},
+        {replaced(",1.5,1,", ",1.5,9,"), mismatch(", line 1 \"1.5,9\"")}, // no unit
+        {replaced(",62.1,", ",OVER,"), mismatch(", line 2 \"OVER\"")},
+        {replaced(",62.1,", ",1e99,"), overflow(", line 2 \"1e99\"")},
+        {replaced("stoplog", "endlog"), mismatch(", line 4 \"endlog\"")},
+        {replaced("23:59:00,61.5", "23:59,61.5"), mismatch(", line 2 \"23:59\"")},
+        {replaced("23:59:00,61.5", "24:00:00,61.5"), mismatch(", line 2 \"24:00:00\"")},
+        {replaced(",93.5,0", ",93.5,0,0"), mismatch(", line 2 \"0\"")}, // a field too many shifts what follows
+        {replaced("23:59:00,61.5,", "23:59:00,"), mismatch(", line 3 \"62.5\"")}, // one too few, too
+        {replaced(",ON,Fast", ",OFF,Fast"), mismatch(", line 2 \"53.5\"")}, // rows of two channels in a log of one
     };
     for (const auto& [text, message] : cases) {
         ReadText read(text);
