@@ -5,6 +5,7 @@
 #include "download/LogFigures.h"
 #include "download/WireReader.h"
 #include "model/InstrumentFamilies.h"
+#include "model/LevelWriter.h"
 #include "platform/Numbers.h"
 
 #include <algorithm>
@@ -320,17 +321,26 @@ void decodeRows(clsLog& log, std::string_view bytes, const BinaryLayout& layout)
     const std::size_t count = bytes.size() / layout.rowSize;
     setRows(log, static_cast<std::int64_t>(count));
     IntervalColumns& rows = log.LogIntervals.Columns();
+
+    struct Field {
+        std::size_t offset;
+        LevelWriter levels;
+    };
+
+    std::vector<Field> fields;
+    for (const RowField& field : layout.row) {
+        if (isTaken(log, field.when)) fields.push_back({field.offset, LevelWriter(rows, field.quantity, 0)});
+    }
     for (std::size_t row = 0; row < count; ++row) {
         const std::string_view record = bytes.substr(row * layout.rowSize, layout.rowSize);
-        for (const RowField& field : layout.row) {
-            if (!isTaken(log, field.when)) continue;
+        for (Field& field : fields) {
             const float level = levelOf(wireDouble(record, field.offset));
-            rows.setLevel(field.quantity, 0, row, {level, level});
+            field.levels.put(row, {level, level});
         }
         const bool isOverA = wireByte(record, layout.overloadA) != 0;
         const bool isOverB = log.IsChannelBOn && wireByte(record, layout.overloadB) != 0;
-        rows.set(rows.OverloadedA, row, static_cast<std::uint8_t>(isOverA));
-        rows.set(rows.OverloadedB, row, static_cast<std::uint8_t>(isOverB));
+        if (isOverA) rows.set(rows.OverloadedA, row, std::uint8_t{1});
+        if (isOverB) rows.set(rows.OverloadedB, row, std::uint8_t{1});
         if (layout.summaryOverload == kNoOverload && (isOverA || isOverB)) log.IsLoggingOverLoaded = true;
     }
 }

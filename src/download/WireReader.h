@@ -7,6 +7,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -34,8 +35,13 @@ inline std::uint8_t wireByte(std::string_view bytes, std::size_t offset) {
     return static_cast<std::uint8_t>(wireNumber(bytes, offset, 1));
 }
 
+// The bulk of a log: taken as it lies where the machine's own numbers are little-endian.
 inline double wireDouble(std::string_view bytes, std::size_t offset) {
-    return std::bit_cast<double>(wireNumber(bytes, offset, sizeof(double)));
+    if constexpr (std::endian::native != std::endian::little)
+        return std::bit_cast<double>(wireNumber(bytes, offset, sizeof(double)));
+    double value = 0;
+    std::memcpy(&value, wireField(bytes, offset, sizeof value).data(), sizeof value);
+    return value;
 }
 
 // Characters of one byte as text.

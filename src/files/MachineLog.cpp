@@ -103,13 +103,14 @@ std::int32_t intervalOf(std::string_view length, std::string_view unit) {
 
 // Takes the records up to the word that ends them.
 void takeRows(CommaFields& fields, clsLog& log) {
-    const std::size_t most = fields.left() / fieldsOfRecord(log);
+    RecordRows records(log);
+    const std::size_t most = fields.left() / records.fields();
     IntervalColumns& rows = log.LogIntervals.Columns();
     rows.resize(most, most);
     std::size_t row = 0;
     for (std::string_view first = fields.take(); first != kEndOfRows; first = fields.take(), ++row) {
         if (row == most) raisePastEnd(); // too few fields are left for a row
-        takeRecord(first, fields, log, row);
+        records.take(first, fields, row);
     }
     rows.setCount(row);
 }

@@ -444,6 +444,7 @@ public:
         }
         const std::size_t most = rowsAtMost();
         columns().resize(most, most);
+        records_.emplace(log_);
         std::optional<std::string_view> display;
         Taker taker(kLogTags, log_, values_);
         for (Tags tags(block_); tags.next();) {
@@ -485,7 +486,7 @@ private:
             naming(
                 [&] {
                     const std::string_view start = fields.take();
-                    takeRecord(start, fields, log_, rows_);
+                    records_->take(start, fields, rows_);
                     if (fields.left() > 0) raiseTypeMismatch();
                 },
                 [&] { return placeOf("LOGSAMPLE", fields.last()); });
@@ -516,6 +517,7 @@ private:
     clsLog& log_;
     std::string_view block_;
     Values& values_;
+    std::optional<RecordRows> records_;
     std::size_t rows_ = 0;
     std::size_t charged_ = 0;
     bool areDated_ = true;

@@ -63,36 +63,37 @@ float figureOf(std::string_view field) {
     return value;
 }
 
-std::size_t fieldsOfRecord(const clsLog& log) {
-    std::size_t count = 1 + kBanded.size() * static_cast<std::size_t>(lastBand(log.Mode()) + 1) + 1 + 1;
-    if (!log.IsOctaveLog()) count += kBroadband.size() + kRecordLns;
-    if (log.IsChannelBOn) count += kSecondChannel.size();
-    return count;
-}
-
-void takeRecord(std::string_view start, CommaFields& fields, clsLog& log, std::size_t row) {
-    IntervalColumns& rows = log.LogIntervals.Columns();
-    const auto put = [&](Quantity quantity, int band) {
-        const float value = figureOf(fields.take());
-        rows.setLevel(quantity, band, row, {value, value});
-    };
-    rows.set(rows.StartTime, row, secondsOfDay(start));
+RecordRows::RecordRows(clsLog& log) : rows_(log.LogIntervals.Columns()) {
+    const auto add = [this](Quantity quantity, int band) { levels_.emplace_back(rows_, quantity, band); };
     for (const Quantity quantity : kBanded) {
         for (int band = 0; band <= lastBand(log.Mode()); ++band)
-            put(quantity, band);
+            add(quantity, band);
     }
-    put(Quantity::PeakA, 0);
+    add(Quantity::PeakA, 0);
     if (!log.IsOctaveLog()) {
         for (const Quantity quantity : kBroadband)
-            put(quantity, 0);
+            add(quantity, 0);
         for (int ln = 1; ln <= kRecordLns; ++ln)
-            put(lnQuantity(ln), 0);
+            add(lnQuantity(ln), 0);
     }
     if (log.IsChannelBOn) {
         for (const Quantity quantity : kSecondChannel)
-            put(quantity, 0);
+            add(quantity, 0);
     }
-    rows.set(rows.OverloadedA, row, static_cast<std::uint8_t>(fields.take() == "1"));
+}
+
+std::size_t RecordRows::fields() const {
+    constexpr std::size_t kBeside = 2; // the time, and the overload mark at the end
+    return levels_.size() + kBeside;
+}
+
+void RecordRows::take(std::string_view start, CommaFields& fields, std::size_t row) {
+    rows_.set(rows_.StartTime, row, secondsOfDay(start));
+    for (LevelWriter& levels : levels_) {
+        const float value = figureOf(fields.take());
+        levels.put(row, {value, value});
+    }
+    rows_.set(rows_.OverloadedA, row, static_cast<std::uint8_t>(fields.take() == "1"));
 }
 
 } // namespace kestrane

@@ -2,11 +2,13 @@
 // such fields throughout; a project file may hold its rows so.
 #pragma once
 
+#include "model/LevelWriter.h"
 #include "model/clsLog.h"
 
 #include <cstddef>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace kestrane {
 
@@ -35,10 +37,21 @@ private:
 // A level or dose. Empty is 0: a figure that is not there. Raises 13 for any other text that is no number.
 float figureOf(std::string_view field);
 
-std::size_t fieldsOfRecord(const clsLog& log); // the time is one of them
+// Puts records into rows of a log that are 0 so far. While it is in use, the rows must stay as many as they are from
+// the first record on, and the log must have the same mode and channels.
+class RecordRows {
+public:
+    explicit RecordRows(clsLog& log);
 
-// Puts a record into a row of the log, counted from 0, which must be in use. start is the record's first field, taken
-// already: the time, "hh:mm:ss". Raises 13 for a field that is no figure or time, 62 when there are too few.
-void takeRecord(std::string_view start, CommaFields& fields, clsLog& log, std::size_t row);
+    std::size_t fields() const; // of a record; the time is one of them
+
+    // row: counted from 0; it must be in use. start is the record's first field, taken already: the time, "hh:mm:ss".
+    // Raises 13 for a field that is no figure or time, 62 when there are too few.
+    void take(std::string_view start, CommaFields& fields, std::size_t row);
+
+private:
+    IntervalColumns& rows_;
+    std::vector<LevelWriter> levels_; // in the order of the record
+};
 
 } // namespace kestrane

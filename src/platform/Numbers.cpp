@@ -188,7 +188,8 @@ std::int32_t roundToLong(double value) {
 double roundHalfAway(double value) {
     constexpr double kTolerance = 1e-9, kMost = 1e6;
     const double magnitude = std::abs(value);
-    const double whole = std::floor(magnitude);
+    // In the usual range without the call that a floor is.
+    const double whole = magnitude < kMost ? static_cast<std::int32_t>(magnitude) : std::floor(magnitude);
     const bool isUp = magnitude - whole >= 0.5 - std::min(magnitude, kMost) * kTolerance;
     return std::copysign(isUp ? whole + 1 : whole, value);
 }
