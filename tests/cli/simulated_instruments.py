@@ -128,7 +128,7 @@ CALLS = {}
 with concurrent.futures.ThreadPoolExecutor(max_workers=64) as pool:
     for key, instrument in INSTRUMENTS.items():
         CALLS["identify", key] = pool.submit(Call, ["identify"], instrument)
-        CALLS["download", key] = pool.submit(Call, DOWNLOAD, instrument)
+        CALLS["download", key] = pool.submit(Call, DOWNLOAD, instrument, more=["-o", in_folder(key + ".xml")])
     for key, (instrument, fault) in FAULTS.items():
         # Reads that know their length wait until they are interrupted.
         after = 8 if key.startswith("noise") else None
@@ -198,6 +198,40 @@ def first(value):
     return value[0] if isinstance(value, list) else value
 
 
+def leaves(value, path=()):
+    """Each single value and the path to it; of a figure the one that is shown, since a file keeps no other."""
+    if isinstance(value, dict):
+        value = value.get("CalcValue", value.items())
+    elif isinstance(value, list):
+        value = enumerate(value)
+    if isinstance(value, (int, float, str)):
+        yield path, value
+    else:
+        for name, part in value:
+            yield from leaves(part, (*path, name))
+
+
+def member_of(path):
+    """The member of a log, or the parameter of a display flag; of a collection the member itself."""
+    return path[4] if "Plottable" in path or "IsPlotted" in path else path[min(3, len(path) - 1)]
+
+
+# What a data file has no place for: instruments, members and parameters, and why.
+NOT_HELD = [
+    (" ".join(INSTRUMENTS), "TWACumA eTWA", "has no element: the next recalculation derives it from the exposure dose"),
+    ("brevik", "LepdMTCumA DoseETCumA LepdETCumB LepdMTCumB DoseETCumB DoseMTCumB DoseHourB SELCumB Pa2hCumB "
+               "eLepdET eLepdMT eDoseET eDoseMT eDoseHour eLe_Sel ePa2Hr", "the short form has no elements for them"),
+    ("merrowan tallix tallix-meter", "Number", "has no element: it is for the instrument's own list"),
+    ("merrowan", "OctaveType", "has no element"),
+    ("halcyr", "LnNumberA IsLnNumbersOn", "the number is an attribute of levels, and there are none"),
+    ("halcyr merrowan", "eLn1 eLn2", "an Ln without a number is not shown"),
+    ("merrowan", "eLn3 eLn4 eLn5 eLn6 eLn7 eLn8 eLn9 eLn10", "an Ln without a number is not shown"),
+    ("halcyr", "FreqWeightB", "stands among the figures of channel B, which is off"),
+    ("halcyr-early", "DoseMTCumB eDoseMT", "the reader gives no exposure to channel B of the family"),
+    ("corvane", "SaveDoseCalc", "told by the rows of the exposure calculator, and there are none"),
+]
+
+
 class Downloads(Comparison):
     def downloaded(self, key, count, collection="Locations"):
         document = CALLS["download", key].document
@@ -239,6 +273,17 @@ class Downloads(Comparison):
             if key.startswith("brevik"):
                 overloaded = [i for i, row in enumerate(log["LogIntervals"]["Items"]) if row["OverloadedA"]]
                 self.assertEqual(overloaded, [47])
+
+    def test_a_saved_download_opens_as_it_was(self):
+        with open(in_folder("as-saved.ini"), "w", encoding="ascii") as settings:
+            settings.write("[Preferences]\nCalcFileOpen=False\n")
+        for key in INSTRUMENTS:
+            shown = subprocess.run([CLI, "--settings", in_folder("as-saved.ini"), "show", in_folder(key + ".xml"), "--intervals"],
+                                   capture_output=True, check=True, timeout=PATIENCE)
+            saved, opened = (dict(leaves(document["InstrumentDatas"])) for document in
+                             (CALLS["download", key].document, json.loads(shown.stdout)))
+            different = {member_of(path) for path in saved.keys() | opened.keys() if saved.get(path) != opened.get(path)}
+            self.assertEqual(different, {name for keys, names, _ in NOT_HELD if key in keys.split() for name in names.split()}, key)
 
     TENTH = 0.0501
 

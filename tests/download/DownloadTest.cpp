@@ -3,7 +3,6 @@
 #include "app/Documents.h"
 #include "app/Download.h"
 #include "files/Loaders.h"
-#include "files/XmlWriter.h"
 #include "platform/TemporaryFolder.h"
 #include "server/LogLoading.h"
 
@@ -142,39 +141,6 @@ TEST_F(DownloadOutcomeTest, ADocumentTakesTheLogsIn) {
     comm.Answer = nullptr;
     EXPECT_FALSE(DownloadData(services, nullptr));
     EXPECT_EQ(session.OpenFiles.size(), 1U);
-}
-
-// The percentile levels and rows of every log.
-std::string lnsAndRows(const clsFile& file) {
-    std::string text;
-    forEachLog(file, [&](const clsLog& log) {
-        for (int ln = 1; ln <= NumberOfLns; ++ln)
-            text += std::to_string(log.LnNumberA(ln)) + ":" + std::to_string(log.LnCumA(ln, 0).CalcValue()) + " ";
-    });
-    const std::string document = DocumentText(file, true);
-    const std::string end = "</intvls>";
-    for (std::size_t at = 0; (at = document.find("<intvls>", at)) != std::string::npos;) {
-        const std::size_t behind = document.find(end, at) + end.size();
-        text += document.substr(at, behind - at);
-        at = behind;
-    }
-    return text;
-}
-
-TEST_F(DownloadOutcomeTest, ADownloadThatWasSavedKeepsItsPercentilesAndRows) {
-    const TemporaryFolder folder;
-    for (const SampleInstrument& instrument : instruments()) {
-        connect(comm, instrument);
-        session.OpenFiles.clear();
-        ASSERT_TRUE(DownloadData(services, nullptr));
-        clsFile& file = *session.OpenFiles.front();
-        const std::string downloaded = lnsAndRows(file);
-        file.FileName = folder.file("saved.xml");
-        FileSave(file);
-        ASSERT_TRUE(OpenFile(session, folder.file("./saved.xml"), OpenSource::Named, true));
-        pump.runUntil([&] { return noLogIsBusy(session); });
-        EXPECT_EQ(lnsAndRows(*session.OpenFiles.back()), downloaded);
-    }
 }
 
 // The text of a file, over the line or from the disk, makes the same log.
