@@ -1,5 +1,6 @@
 #include "calc/Recalculation.h"
 
+#include "calc/ExposureTime.h"
 #include "model/Acoustics.h"
 #include "model/LogParameters.h"
 #include "model/LogTime.h"
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -289,6 +291,53 @@ struct CriterionFigure {
 
 constexpr CriterionFigure kCriterionFigures[] = {{eDoseET}, {eDoseMT}, {eDoseHour}, {eTWA}, {eLAvg, false}};
 
+bool isOfAnotherCriterion(const clsLog& log, int channel, int parameter) {
+    const auto* const depends =
+        std::find_if(std::begin(kCriterionFigures), std::end(kCriterionFigures),
+                     [&](const CriterionFigure& figure) { return figure.parameter == parameter; });
+    if (log.CriterionDose == 0 || depends == std::end(kCriterionFigures)) return false;
+    const bool isOther =
+        log.Exchange != log.ExchangeDose || (depends->byCriterion && log.Criterion != log.CriterionDose);
+    const clsValue figure = cumulativeValue(log, channel, parameter, 0);
+    return isOther && figure.Value() != 0 && figure.CalcValue() == figure.Value();
+}
+
+// Is a figure what a level gives with the log's exposure time? By the criterion that the figure was made with, or by
+// the log's own.
+bool follows(const clsLog& log, int parameter, float figure, float level) {
+    constexpr double kClose = 1e-4; // of the figure
+    const float hours = log.objLogOptions.ExposureTime;
+    const auto isFigure = [&](double value) { return std::abs(value - figure) <= kClose * figure; };
+    if (parameter == eLepdET) return hours > 0 && isFigure(normalisedTo8Hours(level, hours));
+    const auto isDoseBy = [&](std::int16_t criterion, std::int16_t exchange) {
+        try {
+            return isFigure(exchange == 0 ? level : doseOf(level, criterion, exchange, hours));
+        } catch (const RuntimeError&) { // no dose at all
+            return false;
+        }
+    };
+    return isDoseBy(log.Criterion, log.Exchange) || isDoseBy(log.CriterionDose, log.ExchangeDose);
+}
+
+// What a figure "(ET)" has to do with an exposure time that is not the 8 hours that meters go by.
+enum class MadeWith { ReferenceTime, ExposureTime, AnotherTime };
+
+// A figure that was made anew and saved reads as reported, and so does its level: either level will do.
+MadeWith exposureTimeOf(const clsLog& log, int channel, int parameter) {
+    const float figure = cumulativeValue(log, channel, parameter, 0).CalcValue();
+    if (figure == 0 || log.objLogOptions.ExposureTime == static_cast<float>(kReferenceHours))
+        return MadeWith::ReferenceTime;
+    const clsValue level = cumulativeValue(log, channel, eLeq, 0);
+    const bool isMade =
+        follows(log, parameter, figure, level.CalcValue()) || follows(log, parameter, figure, level.Value());
+    return isMade ? MadeWith::ExposureTime : MadeWith::AnotherTime;
+}
+
+bool isOfAnotherExposureTime(const clsLog& log, int channel, int parameter) {
+    return (parameter == eLepdET || parameter == eDoseET) &&
+           exposureTimeOf(log, channel, parameter) == MadeWith::AnotherTime;
+}
+
 bool isWeightedAorC(const std::string& weight) {
     return weight == "A" || weight == "C";
 }
@@ -320,7 +369,10 @@ void CompleteRecalcProcess(clsLog& log) {
         log.TWACumA.CalcValue(CalcTWACumA(log)); // from the exposure dose as it stood before this pass
     } catch (const RuntimeError&) {              // the figure stays
     }
-    if (log.has(Trait::ReportsDoseOnly)) {
+    // A LEP,d that was made anew with another exposure time is no longer what the meter reported.
+    const bool isLepdReported =
+        log.has(Trait::ReportsDoseOnly) && exposureTimeOf(log, kChannelA, eLepdET) != MadeWith::ExposureTime;
+    if (isLepdReported) {
         calculate.leqFromLepd(log.LeqCumA(0), log.LepdETCumA.CalcValue());
     } else {
         calculate.lepd(log.LepdETCumA, log.LeqCumA(0).CalcValue(), Basis::Exposure);
@@ -355,16 +407,17 @@ void setCriterion(clsLog& log, std::int16_t criterion, std::int16_t exchange) {
 }
 
 std::string reportedNote(const clsLog& log, int channel, int parameter) {
-    const auto* const depends =
-        std::find_if(std::begin(kCriterionFigures), std::end(kCriterionFigures),
-                     [&](const CriterionFigure& figure) { return figure.parameter == parameter; });
-    if (log.CriterionDose == 0 || depends == std::end(kCriterionFigures)) return {};
-    const bool isOther =
-        log.Exchange != log.ExchangeDose || (depends->byCriterion && log.Criterion != log.CriterionDose);
-    const clsValue figure = cumulativeValue(log, channel, parameter, 0);
-    if (!isOther || figure.Value() == 0 || figure.CalcValue() != figure.Value()) return {};
-    return ReplaceText(ReplaceText(log.session().LoadText(4642), "^", std::to_string(log.CriterionDose)), "*",
-                       std::to_string(log.ExchangeDose));
+    const Session& session = log.session();
+    std::string madeWith;
+    if (isOfAnotherCriterion(log, channel, parameter)) {
+        madeWith = ReplaceText(ReplaceText(session.LoadText(4646), "^", std::to_string(log.CriterionDose)), "*",
+                               std::to_string(log.ExchangeDose));
+    }
+    if (isOfAnotherExposureTime(log, channel, parameter)) {
+        if (!madeWith.empty()) madeWith += ", ";
+        madeWith += ReplaceText(session.LoadText(4647), "^", exposureTimeText(log.objLogOptions.ExposureTime));
+    }
+    return madeWith.empty() ? madeWith : ReplaceText(session.LoadText(4642), "^", madeWith);
 }
 
 void AmendedDisplayValues(const clsLog& log) {

@@ -35,7 +35,8 @@ void CompleteRecalcProcess(clsLog& log);
 void setCriterion(clsLog& log, std::int16_t criterion, std::int16_t exchange);
 
 // Says that a cumulative figure of a channel is the instrument's own, made with another criterion level or exchange
-// rate than the log has now: "as reported (85 dB, 3 dB)". Empty for any other figure.
+// rate than the log has now, or not with its exposure time: "as reported (85 dB, 3 dB, not for 12:00:00)". Empty for
+// any other figure.
 std::string reportedNote(const clsLog& log, int channel, int parameter);
 
 // Tells of a change that needs no calculation.

@@ -173,6 +173,18 @@ TEST_F(RecalculationTest, AnOldDoseMeterGetsItsLeqFromItsLepd) {
     EXPECT_EQ(log.LepdETCumA.CalcValue(), 85);
     EXPECT_FLOAT_EQ(log.LepdMTCumA.CalcValue(), 85);
     EXPECT_FLOAT_EQ(log.SELCumA.CalcValue(), 129.59393F) << "by the new level";
+
+    log.objLogOptions.ExposureTime = 12;
+    EXPECT_EQ(reportedNote(log, kChannelA, eLepdET), "as reported (not for 12:00:00)");
+    RecalcValues(log, kCalcExposureTime);
+    for (const char* when : {"made anew", "saved and opened"}) {
+        RecalcValues(log, kCalcFull);
+        EXPECT_FLOAT_EQ(log.LeqCumA(0).CalcValue(), 88.0103F) << when;
+        EXPECT_FLOAT_EQ(log.LepdETCumA.CalcValue(), 89.7712F) << when; // 1.7609 above, the decibels of 12 / 8
+        EXPECT_EQ(reportedNote(log, kChannelA, eLepdET), "") << when;
+        for (clsValue* value : {&log.LeqCumA(0), &log.LepdETCumA})
+            value->Value(value->CalcValue());
+    }
 }
 
 TEST_F(RecalculationTest, AFigureThatTheInstrumentMadeByAnotherCriterionSaysSo) {
@@ -202,6 +214,37 @@ TEST_F(RecalculationTest, AFigureThatTheInstrumentMadeByAnotherCriterionSaysSo) 
     EXPECT_EQ(noteOf(eLAvg), "as reported (85 dB, 3 dB)");
     setCriterion(log, 85, 3);
     EXPECT_EQ(noteOf(eLAvg) + noteOf(eDoseHour), "");
+}
+
+TEST_F(RecalculationTest, AFigureThatIsNotOfTheExposureTimeSaysSo) {
+    const auto noteOf = [&](int parameter) { return reportedNote(log, kChannelA, parameter); };
+    log.InsName = "TR350";
+    log.DoseETCumA.Value(70);
+    RecalcValues(log, kCalcFull);
+    EXPECT_EQ(noteOf(eDoseET), "") << "8 hours";
+    log.objLogOptions.ExposureTime = 12;
+    RecalcValues(log, kCalcFull);
+    EXPECT_EQ(log.DoseETCumA.CalcValue(), 70);
+    EXPECT_EQ(noteOf(eDoseET), "as reported (not for 12:00:00)");
+    EXPECT_EQ(noteOf(eLepdET) + noteOf(eDoseMT), "");
+    setCriterion(log, 82, 3);
+    EXPECT_EQ(noteOf(eDoseET), "as reported (85 dB, 3 dB, not for 12:00:00)");
+    RecalcValues(log, kCalcExposureTime);
+    EXPECT_NEAR(log.DoseETCumA.CalcValue(), 300, 0.6); // half as long again, at 3 dB above the criterion
+    EXPECT_EQ(noteOf(eDoseET), "");
+    log.DoseETCumA.Value(log.DoseETCumA.CalcValue()); // saved and opened
+    log.CriterionDose = 0;
+    RecalcValues(log, kCalcFull);
+    EXPECT_EQ(noteOf(eDoseET), "");
+    setCriterion(log, 85, 3);
+    EXPECT_EQ(noteOf(eDoseET), "as reported (82 dB, 3 dB)");
+
+    log.InsName = "Corvane";
+    log.objLogOptions.ExposureTime = 4;
+    RecalcValues(log, kCalcAfterZoom);
+    EXPECT_EQ(noteOf(eLepdET), "as reported (not for 04:00:00)") << "kept";
+    RecalcValues(log, kCalcFull);
+    EXPECT_EQ(noteOf(eLepdET) + noteOf(eDoseET), "");
 }
 
 TEST_F(RecalculationTest, AHalcyrMeterKeepsItsFiguresUnlessZoomedAndHasNoExposureOnChannelB) {

@@ -135,6 +135,15 @@ class Calls(InAFolder):
         dates = [json.loads(run("--date-separator", c, "recalc", "dates.xml")[1])["StartDate"] for c in "/."]
         self.assertEqual(dates, ["", "26/11/2024"])
 
+    def test_figures_that_are_the_instrument_s_own_are_marked(self):
+        write("halcyr.xml", "<instruments><instrument-data><instrument-detail instrument-name='TR350'/><logs><log><cri>85</cri><ca>"
+                            "<leq><f>85</f></leq><edose>70</edose><dh>10</dh></ca></log></logs></instrument-data></instruments>")
+        for words, expected in (([], []), (["--criterion", "80"], ["DoseETCumA", "DoseHourA"]),
+                                (["--exposure", "12"], ["DoseETCumA"]), (["--exposure", "12", "--mode", "0"], [])):
+            log = json.loads(run("recalc", "halcyr.xml", *words)[1])
+            marked = {name: figure["Reported"] for name, figure in log.items() if isinstance(figure, dict) and "Reported" in figure}
+            self.assertEqual(marked, dict.fromkeys(expected, True), words)
+
     def test_merging_adds_every_log_once_and_leaves_the_sources_alone(self):
         write("same.xml", read(DOSIMETER))     # the same instrument: no second collection
         status, out, err = run("merge", DOSIMETER, "same.xml", LONG, "-o", "out.xml")

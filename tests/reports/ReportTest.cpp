@@ -107,7 +107,7 @@ TEST(Report, SaysWhatItsFiguresAreNot) {
     const Lines lines = yard.drawn(ReportForm::Cumulative).lines(0);
     for (const char* line :
          {"These cumulative figures are those of the whole log.", "Exposure Time|08:00:00 (figures: 12:00:00)",
-          "Dose %(ET)|12.3 % as reported (85 dB, 3 dB)"})
+          "Dose %(ET)|12.3 % as reported (85 dB, 3 dB, not for 12:00:00)"})
         EXPECT_EQ(std::count(lines.begin(), lines.end(), line), 1) << line;
 }
 
