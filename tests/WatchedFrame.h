@@ -10,6 +10,7 @@ namespace kestrane {
 
 struct WatchedFrame : Frame {
     std::vector<std::string> Status, Errors; // texts in order, without the empty ones
+    std::vector<std::string> Told;
     int Rebuilt = 0;
     std::vector<std::string> Chosen; // keys of logs, those only selected in brackets
     int Changes = 0;
@@ -19,6 +20,8 @@ struct WatchedFrame : Frame {
         if (panel == Panel::Status) Status.push_back(text);
         if (panel == Panel::Error) Errors.push_back(text);
     }
+
+    void Tell(const std::string& text) override { Told.push_back(text); }
 
     void RebuildExplorerTrees() override { ++Rebuilt; }
 

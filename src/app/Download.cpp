@@ -1,6 +1,7 @@
 #include "app/Download.h"
 
 #include "explorer/Edits.h"
+#include "explorer/NodeEditing.h"
 #include "explorer/NodeKeys.h"
 
 #include <algorithm>
@@ -15,6 +16,7 @@ constexpr int kUntitled = 6531; // text
 void takeIn(clsFile& file, std::unique_ptr<clsInsData> data) {
     clsInsData* const present = file.dataOfSerial(data->InsSerial);
     if (present == nullptr) return file.InstrumentDatas.push_back(std::move(data));
+    if (const std::string text = foldedText(*data, *present); !text.empty()) file.session().frame->Tell(text);
     for (const int mode : kLogModes)
         std::ranges::move(data->logsOf(mode), std::back_inserter(present->logsOf(mode)));
 }

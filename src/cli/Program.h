@@ -33,6 +33,8 @@ public:
     void SetPanel(Panel panel, const std::string& text) override {
         if (panel == Panel::Error && !text.empty()) std::cerr << text << '\n';
     }
+
+    void Tell(const std::string& text) override { std::cerr << text << '\n'; }
 };
 
 // The computer's time, or one that the call names.

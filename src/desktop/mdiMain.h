@@ -37,6 +37,9 @@ public:
 
     void SetPanel(Panel panel, const std::string& text) override;
     void ClearPanel(Panel panel, const std::string& text) override;
+
+    void Tell(const std::string& text) override { SetPanel(Panel::Status, text); }
+
     void EnableMenusAndButtons() override;
     void RebuildExplorerTrees() override;
     void ChooseLog(const std::string& key, bool isToShow) override;

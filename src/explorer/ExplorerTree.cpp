@@ -65,10 +65,13 @@ std::string markOf(const clsFile& file) {
     return file.IsUnsaved() ? "*" : "";
 }
 
+// What has just been downloaded has no name of its own yet.
+const std::string& collectionName(const clsInsData& data) {
+    return data.NameX.empty() ? data.InsName() : data.NameX;
+}
+
 std::string instrumentText(const clsInsData& data, const clsFile& file) {
-    // What has just been downloaded has no name of its own yet.
-    const std::string& name = data.NameX.empty() ? data.InsName() : data.NameX;
-    const std::string text = name + " [" + data.InsSerial + "]";
+    const std::string text = collectionName(data) + " [" + data.InsSerial + "]";
     const bool isBeside = data.session().Options.FilesOnTreeView == eDisplayFilesBesideLogNames;
     return isBeside ? text + " (" + file.ShortenedFileName() + ")" : text;
 }

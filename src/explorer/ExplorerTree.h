@@ -25,6 +25,9 @@ std::vector<TreeNode> buildTree(const Session& session);
 // What stands behind a document's name while it has not been saved; else empty.
 std::string markOf(const clsFile& file);
 
+// The user's name for a collection, or its instrument's while it has none.
+const std::string& collectionName(const clsInsData& data);
+
 // "name [serial]", and the file's name where files are shown beside.
 std::string instrumentText(const clsInsData& data, const clsFile& file);
 

@@ -92,6 +92,7 @@ private:
     void place();
     void placeFile();
     void placeLogs(clsInsData& to, const std::vector<PlacedLog>& logs);
+    clsInsData* matchFor(const clsInsData& from);
     clsInsData& collectionFor(clsInsData& from);
     void record();
 
@@ -99,6 +100,7 @@ private:
     const std::string& sourceKey_;
     const std::string& targetKey_;
     bool isMove_;
+    std::vector<std::string> told_;
     Node source_, target_;
     std::unique_ptr<ArrangementStep> step_,
         sourceStep_; // of the target's file, and of the source's when that is another
@@ -125,6 +127,8 @@ bool Paste::run() {
         return false;
     }
     record();
+    for (const std::string& text : told_)
+        session_.frame->Tell(text);
     return true;
 }
 
@@ -141,7 +145,7 @@ void Paste::place() {
 
 void Paste::placeFile() {
     for (const auto& data : source_.file->InstrumentDatas) {
-        if (clsInsData* const to = target_.file->dataOfSerial(data->InsSerial); to != nullptr) {
+        if (clsInsData* const to = matchFor(*data); to != nullptr) {
             std::vector<PlacedLog> logs;
             addLogs(logs, *data, std::nullopt);
             placeLogs(*to, logs);
@@ -155,8 +159,16 @@ void Paste::placeFile() {
     source_.file->InstrumentDatas.clear();
 }
 
-clsInsData& Paste::collectionFor(clsInsData& from) {
+// The target file's collection of the same serial number; null: none.
+clsInsData* Paste::matchFor(const clsInsData& from) {
     clsInsData* const match = target_.file->dataOfSerial(from.InsSerial);
+    if (match == nullptr) return nullptr;
+    if (std::string text = foldedText(from, *match); !text.empty()) told_.push_back(std::move(text));
+    return match;
+}
+
+clsInsData& Paste::collectionFor(clsInsData& from) {
+    clsInsData* const match = matchFor(from);
     if (match != nullptr) return *match;
     if (isMove_ && isSameFile()) return from;
     auto data = std::make_unique<clsInsData>(session_);
@@ -228,6 +240,13 @@ constexpr Deletion kDeletions[] = {{tINST, 4516, kTitleDeleteDataset}, {tLOCL, 4
                                    {tTOCN, 4520, kTitleDeleteLog}};
 
 } // namespace
+
+std::string foldedText(const clsInsData& from, const clsInsData& into) {
+    const std::string& name = collectionName(from);
+    const std::string& other = collectionName(into);
+    if (name == other || !from.hasLogs()) return {};
+    return ReplaceText(ReplaceText(into.session().LoadText(4718), "*", other), "^", name);
+}
 
 bool PasteNode(Session& session, const std::string& sourceKey, const std::string& targetKey, bool move) {
     return Paste(session, sourceKey, targetKey, move).run();

@@ -25,7 +25,11 @@ struct CopiedNode {
 // the end. With move the source goes. The documents then count as changed, and identities are given.
 // False when nothing was changed: keys that name nothing or do not go together, logs that are still loading (the user
 // is told).
+// Logs that went into a collection of another name, since it has the serial number of theirs: the user is told.
 bool PasteNode(Session& session, const std::string& sourceKey, const std::string& targetKey, bool move);
+
+// What is to be told when logs of one collection have gone into another by its serial number; mostly nothing (empty).
+std::string foldedText(const clsInsData& from, const clsInsData& into);
 
 // The node to select when that of key goes: the first of its siblings; when it is the first itself its parent, or, with
 // no sibling left, the parent's parent (the parent, if that has none). Empty for a key that is not in the tree.

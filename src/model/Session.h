@@ -43,6 +43,9 @@ public:
 
     virtual void ClearPanel(Panel, const std::string& /*text*/) {} // if that is what it says
 
+    // What a command has done that is not to be seen where it was given: in the status bar, or on standard error.
+    virtual void Tell(const std::string& /*text*/) {}
+
     virtual void EnableMenusAndButtons() {}
 
     virtual void RebuildExplorerTrees() {}

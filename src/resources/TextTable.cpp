@@ -283,6 +283,8 @@ constexpr TextEntry Entries[] = {
     {4710, "Close"},
     {4712, "$$ cannot find the a node with the data you are looking for."},
     {4714, "EXCLUDED INTERVAL"},
+    // Paste and merge
+    {4718, "The logs of '^' went into '*', which has the same serial number."},
     // Undo and redo
     {4750, "&Undo"},
     {4751, "&Undo ^"},

@@ -1,6 +1,7 @@
 #include "explorer/NodeEditing.h"
 
 #include "TestSession.h"
+#include "WatchedFrame.h"
 #include "explorer/Edits.h"
 #include "explorer/NodeKeys.h"
 
@@ -128,6 +129,21 @@ TEST(PasteNode, TakesEveryKindWhereItBelongsAndIsUndoneAndDoneAgain) {
         EXPECT_EQ(files.outline(2), c.two);
         EXPECT_EQ(files.file(1).Changed, isDone);
     }
+}
+
+TEST(PasteNode, TellsIntoWhichOtherCollectionTheLogsWent) {
+    TwoFiles files;
+    WatchedFrame frame;
+    files.session.frame = &frame;
+    ASSERT_TRUE(PasteNode(files.session, "F2", "F1", false));
+    EXPECT_TRUE(frame.Told.empty()) << "they have the same name";
+    files.file(1).dataOfSerial("77")->NameX = "Day shift";
+    files.file(2).dataOfSerial("77")->NameX = "Night shift";
+    ASSERT_TRUE(PasteNode(files.session, "F2", "F1", false));
+    ASSERT_TRUE(PasteNode(files.session, "L4I3F2", "F1", true));
+    ASSERT_TRUE(PasteNode(files.session, "T2I3F2", "I2F1", false));
+    const std::string text = "The logs of 'Night shift' went into 'Day shift', which has the same serial number.";
+    EXPECT_EQ(frame.Told, std::vector({text, text}));
 }
 
 TEST(PasteNode, CopiesShareRowsAndNothingElse) {
