@@ -13,6 +13,7 @@ constexpr double kLoneBar = 0.56; // the same where series stand like rows
 constexpr double kWidestBar = 64; // pixels
 constexpr double kFigureGap = 2;
 constexpr double kBetweenFigures = 3;
+constexpr int kDark = 128; // lightness of a colour that white stands out from
 
 } // namespace
 
@@ -51,15 +52,22 @@ void SeriesBars::draw(QCPPainter* painter) {
     }
 }
 
+// Above the bar, or in its end where it reaches too high for that. A figure without room is left out.
 void SeriesBars::drawFigure(QCPPainter* painter, const QRectF& bar, double pitch, float value) const {
     const QString text = QString::fromStdString(chartFigureText(value, locale_));
     const QFontMetrics metrics(font_);
-    const QRectF place(bar.center().x() - pitch, bar.top() - metrics.height() - kFigureGap, 2 * pitch,
-                       metrics.height());
-    if (metrics.horizontalAdvance(text) + kBetweenFigures > pitch || place.top() < mValueAxis->axisRect()->top())
+    QRectF place(bar.center().x() - pitch, bar.top() - metrics.height() - kFigureGap, 2 * pitch, metrics.height());
+    QColor colour = textColor_;
+    double room = pitch;
+    if (place.top() < mValueAxis->axisRect()->top()) {
+        place.moveTop(bar.top() + kFigureGap);
+        colour = mBrush.color().lightness() < kDark ? Qt::white : Qt::black;
+        room = bar.width();
+    }
+    if (metrics.horizontalAdvance(text) + kBetweenFigures > room || place.bottom() > mKeyAxis->axisRect()->bottom())
         return;
     painter->setFont(font_);
-    painter->setPen(QPen(textColor_));
+    painter->setPen(QPen(colour));
     painter->drawText(place, Qt::AlignHCenter | Qt::AlignBottom, text);
 }
 
