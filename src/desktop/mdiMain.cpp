@@ -250,6 +250,9 @@ void mdiMain::wire(frmExplorer& explorer) {
     connect(&explorer, &frmExplorer::TreeWidthChosen, this, [this](int width) { treeWidth_ = width; });
     connect(&explorer.LogTabs(), &tabLog::DatabaseDownloadAsked, this,
             [this](QWidget* parent, bool* isDone) { *isDone = downloadDatabase(parent); });
+    connect(&explorer.LogTabs(), &tabLog::ProtectorAsked, this, [this, &explorer] {
+        if (activeExplorer() == &explorer) give(Command::LogCompareHPD);
+    });
     const StartPage& start = explorer.LogTabs().Start();
     connect(&start, &StartPage::CommandAsked, this, &mdiMain::give);
     connect(&start, &StartPage::RecentAsked, this,

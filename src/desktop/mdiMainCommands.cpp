@@ -284,7 +284,7 @@ void mdiMain::showSettings(Command command) {
 void mdiMain::applySettings(const SettingsChanges& changes, frmExplorer* opener) {
     if (changes.RebuildTrees) RebuildExplorerTrees();
     for (frmExplorer* explorer : explorers())
-        if (changes.ResetTabs || (changes.RedrawTab && explorer == opener)) explorer->LogTabs().Redraw();
+        explorer->LogTabs().FollowSettings(changes.ResetTabs || (changes.RedrawTab && explorer == opener));
     EnableMenusAndButtons();
 }
 

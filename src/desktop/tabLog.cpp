@@ -141,7 +141,7 @@ QWidget* tabLog::protectorBar() {
     row->setSpacing(2 * kMargin);
     row->addWidget(cmdHPD);
     row->addWidget(fraHPD_);
-    connect(cmdHPD, &QPushButton::clicked, this, &tabLog::ChooseProtector);
+    connect(cmdHPD, &QPushButton::clicked, this, &tabLog::ProtectorAsked);
     return bar;
 }
 
@@ -259,6 +259,11 @@ void tabLog::Redraw() {
     tabClick();
 }
 
+void tabLog::FollowSettings(bool isRedrawn) {
+    state_.View.followPanelSetting(session_.Options.CumulativePanel);
+    isRedrawn ? Redraw() : tabClick();
+}
+
 void tabLog::tabClick() {
     clsLog* log = state_.LogInView(session_);
     if (log != nullptr) state_.View.dropUnfitEntry(*log);
@@ -275,9 +280,9 @@ void tabLog::ShowControls() {
     const clsLog* log = state_.LogInView(session_);
     exposures_->ForgetOtherLog();
     tabs_->setVisible(log != nullptr);
-    fraWholeFigures_->setVisible(log != nullptr && showsWholeFigures(*log, state_.View.Tab));
     if (log == nullptr) {
         options_->hide();
+        fraWholeFigures_->hide();
         const bool isLoading = state_.Content(session_) == LogContent::Loading;
         placeholder_->setText(isLoading ? loadText(session_, 5065)
                                         : loadText(session_, 4611) + "\n\n" + loadText(session_, 4612));
@@ -304,6 +309,7 @@ void tabLog::showChoices(const clsLog& log) {
     fraProtector_->setVisible(panels.Protector);
     fraDose_->setVisible(panels.ExposureRows);
     fraZoom_->setVisible(IsZoomShown());
+    fraWholeFigures_->setVisible(panels.WholeFigures);
     options_->setVisible(panels.DisplayBy || panels.Axis || panels.Channel || hasPanelChoice || panels.IntervalList ||
                          panels.Protector || panels.ExposureRows || IsZoomShown());
 
@@ -421,7 +427,7 @@ void tabLog::drawComparison(clsLog& log) {
         chart().setChart(hpdChart(log, comparison_));
         showProtectorPanel(comparison_.Panel);
     } else if (!view.IsComparisonDeclined) {
-        QMetaObject::invokeMethod(this, &tabLog::ChooseProtector, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &tabLog::ProtectorAsked, Qt::QueuedConnection);
     }
 }
 

@@ -45,6 +45,8 @@ public:
     // The log's values have changed: every tab is drawn anew, the present one at once.
     void Redraw();
 
+    void FollowSettings(bool isRedrawn); // which have changed; isRedrawn: what is drawn on the tabs, too
+
     bool HasContent() const; // something on the tab in front that can be copied
 
     // What a copy command puts on the clipboard; what it leaves out is told in the status bar.
@@ -71,6 +73,7 @@ public:
 signals:
     void TabChanged();                                         // or what it shows
     void DatabaseDownloadAsked(QWidget* parent, bool* isDone); // answered before it returns
+    void ProtectorAsked();                                     // if the frame is free for it
     void PopUpMenuAsked(QPoint at);                            // on the screen
 
 protected:
@@ -135,7 +138,6 @@ private:
     QWidget* fraProtector_;
     QLabel* fraHPD_;
     HPDComparison comparison_; // as last drawn
-    bool isChoosingProtector_ = false;
     QWidget* fraDose_;
     fraZoom* fraZoom_;
     QCheckBox* chkSave_;

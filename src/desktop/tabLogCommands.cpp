@@ -33,9 +33,7 @@ namespace kestrane {
 
 void tabLog::ChooseProtector() {
     const clsLog* log = state_.LogInView(session_);
-    if (isChoosingProtector_ || log == nullptr || state_.View.Tab != eTabCompareHPD || session_.protectors == nullptr)
-        return;
-    isChoosingProtector_ = true;
+    if (log == nullptr || state_.View.Tab != eTabCompareHPD || session_.protectors == nullptr) return;
     const std::string key = state_.View.Key;
     const auto download = [this](QWidget* parent) {
         bool isDone = false;
@@ -45,7 +43,6 @@ void tabLog::ChooseProtector() {
     const std::string chosen = state_.View.Protector ? state_.View.Protector->Name : std::string();
     const std::optional<ProtectorChoice> choice =
         frmHPD::ShowHPDComparisonScreen(session_, *log, chosen, download, window());
-    isChoosingProtector_ = false;
     if (state_.View.Key != key) return;
     state_.View.IsComparisonDeclined = !choice && !state_.View.Protector;
     if (!choice) return;

@@ -88,6 +88,10 @@ tvwTreeView::tvwTreeView(const Session& session, QWidget* parent) : QTreeWidget(
     setAnimated(false);
     setEditTriggers(EditKeyPressed);
     setItemDelegate(new NameDelegate(session, *this));
+    // What commands work on can be seen, whatever takes the toolkit's selection away (a click below the nodes).
+    connect(this, &QTreeWidget::itemSelectionChanged, this, [this] {
+        if (selectedItems().isEmpty() && currentItem() != nullptr) currentItem()->setSelected(true);
+    });
     connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
         if (item != nullptr) emit NodeClick(keyOf(item));
     });

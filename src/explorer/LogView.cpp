@@ -72,6 +72,7 @@ LogPanels shownPanels(const clsLog& log, int tab) {
     panels.ApplyChanges = tab == eTabCumulativeData;
     panels.Protector = tab == eTabCompareHPD;
     panels.ExposureRows = tab == eTabExposureCalculator;
+    panels.WholeFigures = log.HasWholeFigures && tab != eTabExposureCalculator; // whose rows are the opened log's
     return panels;
 }
 
@@ -81,6 +82,7 @@ int cumulativePanelOf(const clsLog& log, int chosen) {
 
 void LogView::open(const std::string& key, const clsLog& log, int panelSetting) {
     Key = key;
+    panelSetting_ = panelSetting;
     if (panelSetting != ePanelHidden) Panel = panelSetting;
     IntervalRow = 1;
     choice_ = {};
@@ -155,6 +157,11 @@ bool LogView::choosePanel(int panel) {
     Panel = panel;
     drawn_[eTabCumulativeData] = false;
     return true;
+}
+
+void LogView::followPanelSetting(int panelSetting) {
+    if (std::exchange(panelSetting_, panelSetting) != panelSetting && panelSetting != ePanelHidden)
+        choosePanel(panelSetting);
 }
 
 bool LogView::chooseInterval(std::int64_t row) {

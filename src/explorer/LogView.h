@@ -51,6 +51,7 @@ struct LogPanels {
     bool ApplyChanges = false; // criterion, exchange rate, calibration date
     bool Protector = false;    // choosing a hearing protector
     bool ExposureRows = false; // inserting and deleting rows, and whether they are saved with the log
+    bool WholeFigures = false; // what is said of the log in view while its figures are those of the whole log
 };
 
 LogPanels shownPanels(const clsLog& log, int tab);
@@ -100,8 +101,9 @@ public:
     bool chooseEntry(const DisplayChoice& choice); // of the list
     bool chooseAxis(int axis);
     bool choosePanel(int panel);
-    bool chooseInterval(std::int64_t row); // from 1
-    bool chooseChannel(int channel);       // with a band or parameter chosen, the list goes to its default and A stays
+    void followPanelSetting(int panelSetting); // a setting that is another one than the last becomes the choice
+    bool chooseInterval(std::int64_t row);     // from 1
+    bool chooseChannel(int channel); // with a band or parameter chosen, the list goes to its default and A stays
 
     int ListMode() const { return listMode_; }
 
@@ -115,6 +117,7 @@ private:
     int listMode_ = kByFreq;
     DisplayChoice choice_;
     int channel_ = kChannelA;
+    int panelSetting_ = 0; // last followed
     TabFlags drawn_{};
 };
 

@@ -7,6 +7,7 @@
 #include "platform/qt/DesktopMessages.h"
 #include "protection/ProtectorDatabase.h"
 
+#include <QInputDialog>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -16,6 +17,7 @@ namespace kestrane {
 namespace {
 
 constexpr auto kShift = "shift-dosimeter.xml";
+constexpr auto kSurvey = "machine-survey-octave.xml";
 
 // Message boxes are real here. Nothing is on the serial line and in the database.
 struct SweptDesk : Desk {
@@ -48,7 +50,8 @@ struct SweptDesk : Desk {
         EXPECT_EQ(whatIsThere(), before) << "behind " << dialog->windowTitle().toStdString();
         EXPECT_TRUE(frame->isVisible());
         EXPECT_EQ(QApplication::activeModalWidget(), dialog);
-        titles.insert(dialog->windowTitle().toStdString());
+        const auto* const question = qobject_cast<QInputDialog*>(dialog); // which all have the program's title
+        titles.insert((question != nullptr ? question->labelText() : dialog->windowTitle()).toStdString());
         looking.start(0);
         dialog->reject();
     }
@@ -57,13 +60,14 @@ struct SweptDesk : Desk {
     ScriptedComm comm{time};
     ProtectorCollection protectors;
     QTimer looking;
-    std::set<std::string> titles; // of the dialogs that came up
+    std::set<std::string> titles; // of the dialogs that came up, and what they ask
 };
 
 struct State {
     const char* name;
     std::size_t dialogs; // of different titles that come up at least
     void (*arrange)(SweptDesk& desk);
+    std::vector<std::string> named = {}; // that come up among others
 };
 
 void zoomIn(SweptDesk& desk) {
@@ -75,16 +79,26 @@ void zoomIn(SweptDesk& desk) {
     desk.frame->LogValuesChanged(*state.OpenedLog(desk.session));
 }
 
-constexpr State kStates[] = {
-    {"no file", 6, [](SweptDesk&) {}},
+const State kStates[] = {
+    {"no file", 6, [](SweptDesk&) {}, {"Hearing Protector Database"}},
     {"no log", 7,
      [](SweptDesk& desk) {
          desk.open(kShift);
          desk.clickNode(kShift);
      }},
-    {"a log", 12, [](SweptDesk& desk) { desk.openLog(kShift, "Broadband 1"); }},
+    {"a log",
+     12,
+     [](SweptDesk& desk) { desk.openLog(kShift, "Broadband 1"); },
+     {"Chart Note", "Print Preview", "Hearing Protector Database"}},
     {"the exposure calculator", 9, [](SweptDesk& desk) { desk.openLog(kShift, "Broadband 1", "Exp Calc"); }},
-    {"octaves", 10, [](SweptDesk& desk) { desk.openLog("machine-survey-octave.xml", "Planer", "Cumultv (Data)"); }},
+    {"octaves",
+     10,
+     [](SweptDesk& desk) { desk.openLog(kSurvey, "Planer", "Cumultv (Data)"); },
+     {"Convert to which frequency weighting (A, C or Z)?", "Print Preview"}},
+    {"comparing",
+     10,
+     [](SweptDesk& desk) { desk.openLog(kSurvey, "Planer", "Compare HPD"); },
+     {"Select a Hearing Protector"}},
     {"zoomed", 12, zoomIn},
     {"minimised", 6,
      [](SweptDesk& desk) {
@@ -119,6 +133,8 @@ TEST_P(EveryCommand, CanBeGivenAndNothingIsTakenBehindADialog) {
     }
     titles.erase("Error Connecting to Printer"); // where there is none
     EXPECT_GE(titles.size(), GetParam().dialogs);
+    for (const std::string& title : GetParam().named)
+        EXPECT_TRUE(titles.contains(title)) << title;
 }
 
 INSTANTIATE_TEST_SUITE_P(InEveryState, EveryCommand, ::testing::ValuesIn(kStates),

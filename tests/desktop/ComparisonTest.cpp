@@ -1,5 +1,6 @@
 #include "charts/chaTab.h"
 #include "desktop/Desk.h"
+#include "desktop/frmExplorer.h"
 #include "desktop/tabLog.h"
 #include "dialogs/ModalDialog.h"
 #include "protection/ProtectorDatabase.h"
@@ -115,6 +116,30 @@ TEST(Comparison, AProtectorThatDoesNotFitTheLogIsChosenAnew) {
     desk.clickTab("Cumultv (Data)");
     desk.clickTab("Compare HPD");
     EXPECT_EQ(desk.choices, 2);
+}
+
+TEST(Comparison, TwoWindowsDoNotAskAtOnce) {
+    ComparisonDesk desk;
+    desk.open(kSurvey);
+    for (int window = 1; window <= 2; ++window) {
+        if (window == 2) desk.command("New Explorer Window").trigger();
+        desk.onChoosing("Octave", "cmdOK");
+        desk.clickNode("Planer");
+        desk.clickTab("Compare HPD");
+        desk.settleChoice(window);
+    }
+    desk.session.Options.HPDCalc = eHPDModeUSOSHA; // for which the chosen one has no figures
+    std::size_t screens = 0;
+    QTimer::singleShot(100, desk.frame.get(), [&] {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->objectName() == "frmHPD" && window->isVisible()) ++screens;
+        while (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+            dialog->reject();
+    });
+    auto& state = desk.area().currentSubWindow()->findChild<frmExplorer*>()->State();
+    desk.frame->LogValuesChanged(*state.OpenedLog(desk.session));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return screens > 0; }));
+    EXPECT_EQ(screens, 1U);
 }
 
 TEST(Comparison, ConvertingTheWeightingDrawsTheLogAnew) {

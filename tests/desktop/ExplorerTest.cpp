@@ -54,6 +54,9 @@ TEST(Tree, TheKeyboardWalksAndOpensLogs) {
     desk.press(Qt::Key_Down);
     EXPECT_EQ(desk.tree().currentItem()->text(0), "Planer");
     EXPECT_NE(desk.control<QLabel>("lblLeqA").text(), before);
+    QTest::mouseClick(desk.tree().viewport(), Qt::LeftButton, {}, desk.tree().viewport()->rect().bottomLeft());
+    desk.press(QKeySequence("Ctrl+Space"));
+    EXPECT_TRUE(desk.tree().currentItem()->isSelected()) << "what commands work on can be seen";
 }
 
 TEST(Tree, NodesAreRenamedInPlace) {

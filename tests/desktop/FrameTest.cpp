@@ -110,6 +110,15 @@ TEST(Settings, TheTreeAndEveryTabFollowTheDialog) {
     });
     desk.command("Display Options...").trigger();
     EXPECT_EQ(desk.tree().currentItem()->text(0), "Broadband 1");
+
+    desk.clickTab("Cumultv (Data)");
+    ASSERT_TRUE(desk.control<QLabel>("lblLeqA").isVisible());
+    onDialog([](QDialog& dialog) {
+        click(dialog, "optCumPanels2");
+        click(dialog, "cmdOK");
+    });
+    desk.command("Settings...").trigger();
+    EXPECT_EQ(desk.area().findChild<QLabel*>("lblLeqA"), nullptr) << "the advanced panel shows no levels";
 }
 
 TEST(Placement, IsSavedOnExitAndRestored) {

@@ -82,6 +82,8 @@ TEST(Zoom, SaysWhoseFiguresItHasUntilTheyAreItsOwn) {
         EXPECT_EQ(window.inView().LeqCumA(0).CalcValue(), 85);
         EXPECT_TRUE(showsWholeFigures(window.inView(), eTabCumulativeData));
         EXPECT_FALSE(showsWholeFigures(window.inView(), eTabIntervalsTable)) << "its rows are its own";
+        EXPECT_TRUE(shownPanels(window.inView(), eTabIntervalsTable).WholeFigures) << "of all that is in view";
+        EXPECT_FALSE(shownPanels(window.inView(), eTabExposureCalculator).WholeFigures);
     }
     EXPECT_EQ(wholeFiguresLine(window.inView()), "These cumulative figures are those of the whole log.");
     EXPECT_EQ(bandChart(window.inView(), 1, {"", eLeq}, kByDecibels)->Footnote, "");
