@@ -46,7 +46,7 @@ constexpr DetailRow kDetails[] = {
     {7100, [](const clsInsData&, const clsLog& log) { return log.Name; }},
     {4531, [](const clsInsData&, const clsLog& log) { return log.InsName; }},
     {7101, [](const clsInsData& data, const clsLog&) { return data.InsSerial; }},
-    {4600, [](const clsInsData&, const clsLog& log) { return longDate(log.FactoryCalibDate); }},
+    {7102, [](const clsInsData&, const clsLog& log) { return longDate(log.FactoryCalibDate); }},
     {5045, [](const clsInsData&, const clsLog& log) { return longDate(log.CalibDate); }},
     {0},
     {0, nullptr, true},
