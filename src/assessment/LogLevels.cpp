@@ -1,6 +1,7 @@
 #include "assessment/LogLevels.h"
 
 #include "model/Acoustics.h"
+#include "model/RowClock.h"
 #include "server/EnergyMean.h"
 
 #include <algorithm>
@@ -45,8 +46,7 @@ void takeRows(LogLevels& out, const clsLog& log, std::size_t first, std::size_t 
     double seconds = 0;
     for (std::size_t row = 0; row < count; ++row) {
         if (levels[row] == 0 || rows.isExcluded.at(first + row) != 0) continue;
-        const std::int32_t own = rows.IntervalLength.at(first + row);
-        const double length = std::max(own > 0 ? own : log.Interval, 0);
+        const double length = rowSeconds(rows, first + row, log.Interval);
         out.Rows.push_back({levels[row], length});
         out.LongestRow = std::max(out.LongestRow, length);
         seconds += length;
