@@ -109,15 +109,23 @@ bool hasEmptyCollection(const clsFile& file) {
                        [](const auto& data) { return !data->hasLogs(); });
 }
 
+// The last four characters of a name, in small letters.
+std::string extensionOf(const std::string& name) {
+    std::string extension = name.substr(name.size() - std::min<std::size_t>(name.size(), 4));
+    std::ranges::transform(extension, extension.begin(), [](unsigned char c) { return std::tolower(c); });
+    return extension;
+}
+
+bool isOldExtension(const std::string& extension) {
+    constexpr std::string_view kOldExtensions[] = {".csv", ".zdf", ".zdo", ".zd2", ".zd4", ".log"};
+    return std::ranges::find(kOldExtensions, extension) != std::end(kOldExtensions);
+}
+
 // The name to propose for saving: never that of a file in an older format, which stays as it is.
 std::string proposalFor(const clsFile& file) {
     if (!file.IsOldStyle()) return file.FileName;
-    constexpr std::string_view kOldExtensions[] = {".csv", ".zdf", ".zdo", ".zd2", ".zd4", ".log"};
-    const std::size_t stem = file.FileName.size() - std::min<std::size_t>(file.FileName.size(), 4);
-    std::string extension = file.FileName.substr(stem);
-    std::ranges::transform(extension, extension.begin(), [](unsigned char c) { return std::tolower(c); });
-    const bool isOld = std::ranges::find(kOldExtensions, extension) != std::end(kOldExtensions);
-    return file.FileName.substr(0, isOld ? stem : std::string::npos) + ".xml";
+    const std::string extension = extensionOf(file.FileName);
+    return file.FileName.substr(0, file.FileName.size() - (isOldExtension(extension) ? extension.size() : 0)) + ".xml";
 }
 
 // Asks until the name is not that of another open document, which would be lost.
@@ -135,12 +143,17 @@ std::optional<std::string> askFreeName(Session& session, const clsFile& file, co
 
 } // namespace
 
-bool FileOpen(clsFile& file) {
+bool isNamedAsDataFile(const std::string& name) {
+    const std::string extension = extensionOf(name);
+    return extension == ".xml" || extension == ".zdp" || isOldExtension(extension);
+}
+
+bool FileOpen(clsFile& file, const ReadBytes& read) {
     if (file.FileId >= 1) return true;
     Session& session = file.session();
     std::string message;
     bool isLoaded = false;
-    waitFor(session, [&] { isLoaded = LoadDocument(file, message); });
+    waitFor(session, [&] { isLoaded = LoadDocument(file, message, read); });
     if (!isLoaded) {
         session.ShowMessage(message, kIconStop);
         return false;
@@ -161,14 +174,14 @@ clsFile* openFileOfName(const Session& session, const std::string& name) {
     return found == session.OpenFiles.end() ? nullptr : found->get();
 }
 
-bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile) {
+bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile, const ReadBytes& read) {
     clsFile* file = openFileOfName(session, name);
     std::unique_ptr<clsFile> loaded;
     if (file == nullptr) {
         loaded = std::make_unique<clsFile>(session, name);
         file = loaded.get();
     }
-    const bool isOpen = FileOpen(*file);
+    const bool isOpen = FileOpen(*file, read);
     const bool isNew = isOpen && loaded != nullptr;
     if (isNew) {
         session.OpenFiles.push_back(std::move(loaded));

@@ -2,6 +2,7 @@
 // functions; everything else is decided here.
 #pragma once
 
+#include "files/Loaders.h"
 #include "model/Session.h"
 #include "platform/RuntimeError.h"
 
@@ -14,7 +15,10 @@ namespace kestrane {
 
 // Loads file.FileName: figures recalculated by the settings, rows left to the background. A document that has an
 // identity is in memory already. When no loader takes it, the first one's reason is shown and the result is false.
-bool FileOpen(clsFile& file);
+bool FileOpen(clsFile& file, const ReadBytes& read = readFile);
+
+// The name ends as those of data files do.
+bool isNamedAsDataFile(const std::string& name);
 
 constexpr std::size_t kRecentFiles = 4; // names that are remembered
 
@@ -23,7 +27,8 @@ enum class OpenSource { Dialog, Recent, Named };
 // Opens a file by name, or finds it open already. From the dialog or the recent list it goes to the front of that list.
 // With blnLastFile, or when a file was added, the trees are rebuilt. The rows start loading. False when it did not
 // open.
-bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile);
+bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile,
+              const ReadBytes& read = readFile);
 
 // Opens files in order, and then ShowOpened.
 void OpenFiles(Session& session, const std::vector<std::string>& names, OpenSource source);

@@ -20,35 +20,35 @@ namespace kestrane {
 namespace {
 
 // Each sets message and returns false when the file is not its own, or raises why it cannot be read.
-using Loader = bool (*)(clsFile& file, std::string& message);
+using Loader = bool (*)(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string& message);
 
 std::string unableToOpen(const clsFile& file) {
     return ReplaceText(file.session().LoadText(8401), "^", file.FileName);
 }
 
-bool FileOpenCsv(clsFile& file, std::string&) {
-    ReadSoundCsv(file, readFile(file.FileName)->view());
+bool FileOpenCsv(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string&) {
+    ReadSoundCsv(file, bytes->view());
     return file.OldStyle = true;
 }
 
-bool FileOpenSound(clsFile& file, std::string&) {
-    ReadSoundFile(file, readFile(file.FileName)->view());
+bool FileOpenSound(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string&) {
+    ReadSoundFile(file, bytes->view());
     return file.OldStyle = true;
 }
 
-bool FileOpenLog(clsFile& file, std::string& message) {
-    return file.OldStyle = ReadMachineLog(file, readFile(file.FileName)->view(), message);
+bool FileOpenLog(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string& message) {
+    return file.OldStyle = ReadMachineLog(file, bytes->view(), message);
 }
 
-bool FileOpenProject(clsFile& file, std::string& message) {
+bool FileOpenProject(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string& message) {
     file.OldStyle = false;
-    if (ReadProject(file, readFile(file.FileName)->view())) return true;
+    if (ReadProject(file, bytes->view())) return true;
     message = unableToOpen(file);
     return false;
 }
 
-bool FileOpenXml(clsFile& file, std::string& message) {
-    const std::shared_ptr<XmlDocument> document = XmlDocument::load(file.FileName, message);
+bool FileOpenXml(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string& message) {
+    const std::shared_ptr<XmlDocument> document = XmlDocument::load(bytes, message);
     if (document == nullptr) return false;
     file.OldStyle = false;
     GetData(file, document);
@@ -85,10 +85,10 @@ const std::array<int, 5>& orderFor(const std::string& fileName) {
         ->loaders;
 }
 
-bool attempt(Loader loader, clsFile& file, std::string& message) {
+bool attempt(Loader loader, clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string& message) {
     file.InstrumentDatas.clear();
     try {
-        return loader(file, message);
+        return loader(file, bytes, message);
     } catch (const RuntimeError& error) {
         message = unableToOpen(file) + ": " + error.what();
     } catch (const std::bad_alloc&) {
@@ -99,12 +99,20 @@ bool attempt(Loader loader, clsFile& file, std::string& message) {
 
 } // namespace
 
-bool LoadDocument(clsFile& file, std::string& message) {
+bool LoadDocument(clsFile& file, std::string& message, const ReadBytes& read) {
     message.clear();
+    file.InstrumentDatas.clear();
+    std::shared_ptr<FileBytes> bytes;
+    try {
+        bytes = read(file.FileName);
+    } catch (const RuntimeError& error) {
+        message = unableToOpen(file) + ": " + error.what();
+        return false;
+    }
     bool isFirst = true;
     for (const int number : orderFor(file.FileName)) {
         std::string reason;
-        const bool ok = attempt(kLoaders[static_cast<std::size_t>(number) - 1], file, reason);
+        const bool ok = attempt(kLoaders[static_cast<std::size_t>(number) - 1], file, bytes, reason);
         if (ok && (isFirst || !file.InstrumentDatas.empty())) return true;
         if (isFirst) message = reason;
         isFirst = false;

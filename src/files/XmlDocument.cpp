@@ -80,9 +80,9 @@ std::shared_ptr<XmlDocument> XmlDocument::checked(XmlBytes bytes, std::string& r
     return document;
 }
 
-std::shared_ptr<XmlDocument> XmlDocument::load(const std::string& path, std::string& reason) {
+std::shared_ptr<XmlDocument> XmlDocument::load(std::shared_ptr<FileBytes> file, std::string& reason) {
     XmlBytes bytes;
-    if (const auto error = loadXml(path, bytes)) {
+    if (const auto error = loadXml(std::move(file), bytes)) {
         reason = error->Reason;
         return nullptr;
     }

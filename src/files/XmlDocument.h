@@ -46,9 +46,9 @@ constexpr std::int64_t kLandmark = 64;
 
 class XmlDocument {
 public:
-    // Reads and checks a file. Nothing when it is not well formed, with the reason. Raises the system's error when the
-    // file cannot be read, and 7 when it has far more blocks of rows than its size accounts for.
-    static std::shared_ptr<XmlDocument> load(const std::string& path, std::string& reason);
+    // Checks the bytes of a file. Nothing when they are not well formed, with the reason. Raises 7 when there are far
+    // more blocks of rows than their size accounts for.
+    static std::shared_ptr<XmlDocument> load(std::shared_ptr<FileBytes> file, std::string& reason);
     static std::shared_ptr<XmlDocument> fromText(std::string_view text, std::string& reason);
 
     const XmlBytes& bytes() const { return bytes_; }

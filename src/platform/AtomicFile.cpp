@@ -1,5 +1,6 @@
 #include "platform/AtomicFile.h"
 
+#include "platform/Files.h"
 #include "platform/RuntimeError.h"
 
 #include <cerrno>
@@ -130,6 +131,15 @@ private:
     std::string buffer_;
 };
 
+// Writes to what is open, and closes it.
+void writeTo(const FileSystemCalls& calls, int handle, const std::function<void(const FileSink&)>& content) {
+    Descriptor file(calls, handle);
+    Writer writer(calls, file.handle());
+    content([&](std::string_view piece) { writer.append(piece); });
+    writer.flush();
+    file.close();
+}
+
 constexpr std::string_view kTemporaryBegin = ".kestrane-";
 constexpr std::string_view kTemporaryEnd = ".tmp";
 
@@ -200,11 +210,14 @@ void writeFileAtomically(const std::string& path, const std::function<void(const
 
 void writeFileAtomically(const std::string& path, const std::function<void(const FileSink&)>& content,
                          const FileSystemCalls& calls) {
+    if (const auto number = openFileNumber(path)) return writeTo(calls, fcntl(*number, F_DUPFD_CLOEXEC, 0), content);
     const std::string target = followLinks(path);
     const std::string folderName = folderOf(target);
     const auto old = aboutFile(target, true);
     if (old && S_ISDIR(old->st_mode)) raiseSystemError(EISDIR);
-    if (old && !S_ISREG(old->st_mode)) raiseSystemError(EINVAL); // a device must not be renamed over
+    if (old && S_ISBLK(old->st_mode)) raiseSystemError(EINVAL);
+    if (old && !S_ISREG(old->st_mode)) // a device must not be renamed over
+        return writeTo(calls, calls.open(target.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC, 0), content);
     if (old) check(faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS));
 
     const Descriptor folder(calls, calls.open(folderName.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0));

@@ -16,7 +16,9 @@ using FileSink = std::function<void(std::string_view)>;
 // a failure removes the temporary file and raises errno and its text, with the old file as it stood (except that a
 // failure of the last fsync leaves the new one, whole). What content throws passes through, with the old file as it
 // stood. What a save that was killed has left in the folder is removed. Raises before anything is written: EISDIR for a
-// folder, EACCES for a file that the user may not write, EINVAL for a device or pipe.
+// folder, EACCES for a file that the user may not write, EINVAL for a disk.
+//
+// A pipe, a terminal and the like, and what is open already ("/dev/stdout", "/dev/fd/3"), are written to as they stand.
 void writeFileAtomically(const std::string& path, const std::function<void(const FileSink&)>& content);
 
 // The system calls that writing goes through, one table, so that a test can fail each in turn.

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <charconv>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -18,7 +20,7 @@ namespace kestrane {
 namespace {
 
 struct OpenFile {
-    explicit OpenFile(const std::string& path) : handle(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+    explicit OpenFile(int opened) : handle(opened) {
         if (handle < 0) raiseSystemError(errno);
     }
 
@@ -29,6 +31,25 @@ struct OpenFile {
 
     int handle;
 };
+
+struct stat aboutOpen(int handle) {
+    struct stat about {};
+
+    if (fstat(handle, &about) != 0) raiseSystemError(errno);
+    return about;
+}
+
+// Reads into bytes from a place on until they are full or there is no more; gives the place reached.
+std::size_t fill(int handle, FileBytes& bytes, std::size_t from) {
+    while (from < bytes.size()) {
+        const ssize_t count = read(handle, bytes.data() + from, bytes.size() - from);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) raiseSystemError(errno);
+        if (count == 0) break;
+        from += static_cast<std::size_t>(count);
+    }
+    return from;
+}
 
 std::string resolved(const std::string& path) {
     std::error_code error;
@@ -82,24 +103,51 @@ void FileBytes::release(std::size_t from, std::size_t to) {
 }
 
 std::shared_ptr<FileBytes> readFile(const std::string& path) {
-    const OpenFile file(path);
+    const OpenFile file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const struct stat about = aboutOpen(file.handle);
+    if (S_ISDIR(about.st_mode)) raiseSystemError(EISDIR);
+    auto bytes = std::make_shared<FileBytes>(static_cast<std::size_t>(about.st_size));
+    bytes->shrink(fill(file.handle, *bytes, 0)); // it may have been cut short meanwhile
+    return bytes;
+}
+
+std::shared_ptr<FileBytes> readInput(const std::string& path) {
+    constexpr std::size_t kFirst = std::size_t{1} << 20;
+    constexpr std::size_t kMost = std::size_t{1} << 30;
+    const auto number = openFileNumber(path);
 
     struct stat about {};
 
-    if (fstat(file.handle, &about) != 0) raiseSystemError(errno);
-    if (S_ISDIR(about.st_mode)) raiseSystemError(EISDIR);
+    const bool isThere = (number ? fstat(*number, &about) : stat(path.c_str(), &about)) == 0;
+    const bool isStream = isThere && (S_ISFIFO(about.st_mode) || S_ISSOCK(about.st_mode));
+    const bool isTerminal = isThere && S_ISCHR(about.st_mode) && number && isatty(*number) != 0;
+    if (!isStream && !isTerminal) return readFile(path);
 
-    auto bytes = std::make_shared<FileBytes>(static_cast<std::size_t>(about.st_size));
+    const OpenFile input(number ? fcntl(*number, F_DUPFD_CLOEXEC, 0) : open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    auto bytes = std::make_shared<FileBytes>(kFirst);
     std::size_t size = 0;
-    while (size < bytes->size()) {
-        const ssize_t count = read(file.handle, bytes->data() + size, bytes->size() - size);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) raiseSystemError(errno);
-        if (count == 0) break; // it was cut short meanwhile
-        size += static_cast<std::size_t>(count);
+    while ((size = fill(input.handle, *bytes, size)) == bytes->size()) {
+        if (size >= kMost) raiseSystemError(EFBIG);
+        auto larger = std::make_shared<FileBytes>(2 * size);
+        std::memcpy(larger->data(), bytes->data(), size);
+        bytes = std::move(larger);
     }
     bytes->shrink(size);
     return bytes;
+}
+
+std::optional<int> openFileNumber(std::string_view path) {
+    if (path == kStandardInput) return STDIN_FILENO;
+    if (path == kStandardOutput) return STDOUT_FILENO;
+    if (path == "/dev/stderr") return STDERR_FILENO;
+    for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"}) {
+        if (!path.starts_with(folder)) continue;
+        const std::string_view digits = path.substr(folder.size());
+        int number = 0;
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+        if (error == std::errc() && end == digits.data() + digits.size() && number >= 0) return number;
+    }
+    return std::nullopt;
 }
 
 } // namespace kestrane

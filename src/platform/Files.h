@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -44,7 +45,18 @@ private:
     std::size_t mapped_ = 0;
 };
 
-// Raises errno and its text when the file cannot be read; a folder raises EISDIR.
+// Raises errno and its text when the file cannot be read; a folder raises EISDIR. Never waits: a pipe or device reads
+// as empty.
 std::shared_ptr<FileBytes> readFile(const std::string& path);
+
+// The same, but what a pipe, a socket or a terminal brings is waited for to its end. Raises EFBIG past 1 GiB of it.
+std::shared_ptr<FileBytes> readInput(const std::string& path);
+
+// The number of the open file that a path names ("/dev/stdin", "/dev/stdout", "/dev/stderr", "/dev/fd/N",
+// "/proc/self/fd/N"), whatever it is open on; nothing for any other path.
+std::optional<int> openFileNumber(std::string_view path);
+
+constexpr const char* kStandardInput = "/dev/stdin";
+constexpr const char* kStandardOutput = "/dev/stdout";
 
 } // namespace kestrane

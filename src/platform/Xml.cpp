@@ -498,8 +498,8 @@ void forEachAttribute(std::string_view tag, Visit visit) {
 
 } // namespace
 
-std::optional<XmlError> loadXml(const std::string& path, XmlBytes& bytes) {
-    bytes.file = readFile(path);
+std::optional<XmlError> loadXml(std::shared_ptr<FileBytes> file, XmlBytes& bytes) {
+    bytes.file = std::move(file);
     bytes.begin = 0;
     const std::string_view all = bytes.file->view();
     if (all.starts_with("\xFF\xFE") || all.starts_with("\xFE\xFF")) {

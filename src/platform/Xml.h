@@ -31,10 +31,10 @@ struct XmlBytes {
     std::string_view text() const { return file->view().substr(begin); }
 };
 
-// Reads a file. By its byte order mark or declaration it is UTF-16, UTF-8 or single bytes; without either, UTF-8 when
-// it is valid, else Windows-1252. Raises the system's error when the file cannot be read; an encoding that is not
-// supported, or bytes that are not what they are said to be, are an XmlError.
-std::optional<XmlError> loadXml(const std::string& path, XmlBytes& bytes);
+// Takes the bytes of a file. By their byte order mark or declaration they are UTF-16, UTF-8 or single bytes; without
+// either, UTF-8 when they are valid, else Windows-1252. An encoding that is not supported, or bytes that are not what
+// they are said to be, are an XmlError.
+std::optional<XmlError> loadXml(std::shared_ptr<FileBytes> file, XmlBytes& bytes);
 
 // Character classes of markup.
 namespace xml {
