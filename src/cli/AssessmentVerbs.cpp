@@ -3,26 +3,23 @@
 #include "assessment/AssessmentFile.h"
 #include "assessment/Criteria.h"
 #include "assessment/LogLevels.h"
+#include "cli/ChosenLog.h"
 #include "cli/Comparing.h"
 #include "cli/Json.h"
 #include "cli/Verbs.h"
+#include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "protection/ProtectorDatabase.h"
 
 #include <algorithm>
-#include <iostream>
+#include <filesystem>
 #include <memory>
 #include <sstream>
 
 namespace kestrane {
 
 namespace {
-
-int print(const Json& json) {
-    std::cout << json.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
-    return kDone;
-}
 
 // A figure, or null for one that there is none of; a text the same when it is empty.
 template <class T>
@@ -67,25 +64,15 @@ Json criterionJson(const CriterionFigures& figures) {
             {"Limits", std::move(limits)}};
 }
 
-// Nothing when the file does not open or has no such log; the reason has been shown.
-std::optional<Json> criteriaJson(Program& program, const std::string& name, const CriteriaOptions& options) {
-    const clsFile* file = program.open(name);
-    if (file == nullptr) return std::nullopt;
-    const clsLog* log = logOfKey(*file, options.log);
-    if (log == nullptr) {
-        Session& session = program.session;
-        session.ShowMessage(ReplaceText(session.LoadText(8806), "^", options.log.empty() ? name : options.log),
-                            kIconExclamation);
-        return std::nullopt;
-    }
-    const Criteria found = criteriaOf(*log, options.own);
+Json criteriaJson(const ChosenLog& chosen, const CriteriaOptions& options) {
+    const Criteria found = criteriaOf(*chosen.log, options.own);
     Json all = Json::array();
     for (const CriterionFigures& figures : found.All)
         all.push_back(criterionJson(figures));
     Json json = Json::object();
-    if (options.files.size() > 1) json["FileName"] = file->FileName;
-    json.update({{"Key", keyOfLog(*file, *log)},
-                 {"Name", log->Name},
+    if (options.files.size() > 1) json["FileName"] = chosen.file->FileName;
+    json.update({{"Key", chosen.key},
+                 {"Name", chosen.log->Name},
                  {"Rows", found.Rows},
                  {"MeasuredTime", found.MeasuredHours},
                  {"ExposureTime", singleJson(static_cast<float>(found.ExposureHours))},
@@ -95,17 +82,12 @@ std::optional<Json> criteriaJson(Program& program, const std::string& name, cons
     return json;
 }
 
-// One document a file; a file that fails does not keep the others from it.
 int criteria(Program& program, const CriteriaOptions& options) {
-    int status = kDone;
-    for (const std::string& name : options.files) {
-        if (const auto json = criteriaJson(program, name, options)) {
-            print(*json);
-        } else {
-            status = kFailed;
-        }
-    }
-    return status;
+    return program.forEachFile(options.files, [&](clsFile& file, std::size_t) {
+        const auto chosen = chooseLog(program, file, options.log);
+        if (chosen) program.print(criteriaJson(*chosen, options));
+        return chosen.has_value();
+    });
 }
 
 // "85,80,3"; what is wrong with it, or nothing.
@@ -127,8 +109,8 @@ std::string readOwn(const std::string& text, std::optional<OwnCriterion>& own) {
 
 RunVerb criteriaVerb(CLI::App& verb) {
     const auto options = std::make_shared<CriteriaOptions>();
-    verb.add_option("FILE", options->files, "data files")->required();
-    verb.add_option("--log", options->log, "the log's tree node key, such as L1I1F1; without it, the first log");
+    addFiles(verb, options->files);
+    addLogKey(verb, options->log);
     verb.add_option("--own", "a criterion of your own: CRITERION,THRESHOLD,EXCHANGE in dB")
         ->check([options](const std::string& text) { return readOwn(text, options->own); });
     return [options](Program& program) { return criteria(program, *options); };
@@ -226,10 +208,12 @@ private:
 
 int assessFile(Program& program, const std::string& file) {
     Session& session = program.session;
-    const std::string path = fullPath(file);
+    const std::string input = file == "-" ? kStandardInput : fullPath(file);
+    // What is piped in has no folder of its own: its paths are relative to the working folder.
+    const std::string path = std::filesystem::is_regular_file(input) && file != "-" ? input : fullPath("-");
     Assessment assessment;
     try {
-        assessment = loadAssessment(path);
+        assessment = assessmentOfText(readInput(input)->view());
     } catch (const RuntimeError& error) {
         session.ShowMessage(ReplaceText(session.LoadText(8401), "^", file) + "\r\n\r\n" + error.what(), kIconStop);
         return kFailed;
@@ -237,14 +221,14 @@ int assessFile(Program& program, const std::string& file) {
     InstalledProtectors protectors(session);
     const AssessmentData data{[&](const std::string& name) { return program.open(name); },
                               [&](const std::string& name) { return protectors.find(name); }};
-    return print({{"schema", "kestrane-assessment-result/1"},
-                  {"edition", kAssessmentEdition},
-                  {"groups", listJson(assess(session, assessment, path, data), groupJson)}});
+    return program.print({{"schema", "kestrane-assessment-result/1"},
+                          {"edition", kAssessmentEdition},
+                          {"groups", listJson(assess(session, assessment, path, data), groupJson)}});
 }
 
 RunVerb assessVerb(CLI::App& verb) {
     const auto file = std::make_shared<std::string>();
-    verb.add_option("FILE", *file, "an assessment")->required();
+    verb.add_option("FILE", *file, "an assessment; - is standard input")->required();
     return [file](Program& program) { return assessFile(program, *file); };
 }
 

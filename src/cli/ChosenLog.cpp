@@ -3,8 +3,6 @@
 #include "explorer/ExplorerTree.h"
 #include "explorer/NodeKeys.h"
 
-#include <vector>
-
 namespace kestrane {
 
 namespace {
@@ -20,29 +18,48 @@ std::optional<std::string> firstLogKey(const std::vector<TreeNode>& nodes) {
 } // namespace
 
 void addFile(CLI::App& verb, std::string& file) {
-    verb.add_option("FILE", file, "a data file")->required();
+    verb.add_option("FILE", file, "a data file; - is standard input")->required();
+}
+
+void addFiles(CLI::App& verb, std::vector<std::string>& files) {
+    verb.add_option("FILE", files, "data files; - is standard input")->required();
+}
+
+void addLogKey(CLI::App& verb, std::string& key) {
+    verb.add_option("--log", key, "the log's tree node key, such as L1I1F1; without it, the first log");
 }
 
 void addLog(CLI::App& verb, LogArguments& arguments) {
     addFile(verb, arguments.file);
-    verb.add_option("--log", arguments.log, "the log's tree node key, such as L1I1F1; without it, the first log");
+    addLogKey(verb, arguments.log);
 }
 
 std::optional<ChosenLog> openLog(Program& program, const LogArguments& arguments) {
+    clsFile* const file = program.open(arguments.file);
+    return file == nullptr ? std::nullopt : chooseLog(program, *file, arguments.log);
+}
+
+std::optional<ChosenLog> chooseLog(Program& program, clsFile& file, const std::string& key) {
     ChosenLog chosen;
-    chosen.file = program.open(arguments.file);
-    if (chosen.file == nullptr) return std::nullopt;
+    chosen.file = &file;
     Session& session = program.session;
-    chosen.key = arguments.log.empty() ? firstLogKey(buildTree(session)).value_or(std::string()) : arguments.log;
+    chosen.key = key.empty() ? firstLogKey(buildTree(session)).value_or(std::string()) : key;
     const Node node = resolve(session, chosen.key);
     chosen.data = node.data;
     chosen.log = node.log;
     if (chosen.log == nullptr) {
-        const std::string& name = arguments.log.empty() ? chosen.file->FileName : arguments.log;
+        const std::string& name = key.empty() ? file.FileName : key;
         session.ShowMessage(ReplaceText(session.LoadText(8806), "^", name), kIconExclamation);
         return std::nullopt;
     }
     return chosen;
+}
+
+bool hasAllRows(Program& program, const clsLog& log) {
+    if (!log.HasUnreadIntervals) return true;
+    Session& session = program.session;
+    session.ShowMessage(ReplaceText(session.LoadText(8930), "^", log.Name), kIconExclamation);
+    return false;
 }
 
 } // namespace kestrane

@@ -13,10 +13,10 @@ constexpr const char* kClearLine = "\r\033[K";
 
 } // namespace
 
-ConsoleDownload::ConsoleDownload(Session& session, const MonotonicClock& clock, bool isQuiet, ChosenRows rows) :
+ConsoleDownload::ConsoleDownload(Session& session, const MonotonicClock& clock, bool showsProgress, ChosenRows rows) :
     session_(session),
     report_(session, clock),
-    showsProgress_(!isQuiet && isatty(STDERR_FILENO) != 0),
+    showsProgress_(showsProgress && isatty(STDERR_FILENO) != 0),
     rows_(std::move(rows)) {}
 
 void ConsoleDownload::ShowProgress(const DownloadProgress& progress) {

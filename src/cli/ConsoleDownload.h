@@ -18,7 +18,7 @@ using ChosenRows = std::optional<std::vector<int>>;
 
 class ConsoleDownload : public DownloadUser {
 public:
-    ConsoleDownload(Session& session, const MonotonicClock& clock, bool isQuiet, ChosenRows rows);
+    ConsoleDownload(Session& session, const MonotonicClock& clock, bool showsProgress, ChosenRows rows);
 
     void ShowProgress(const DownloadProgress& progress) override;
     void CloseProgress() override;

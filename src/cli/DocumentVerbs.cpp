@@ -2,8 +2,10 @@
 #include "calc/FreqWeight.h"
 #include "calc/Recalculation.h"
 #include "cli/ChosenLog.h"
+#include "cli/Jobs.h"
 #include "cli/Json.h"
 #include "cli/Verbs.h"
+#include "explorer/CalculationEntries.h"
 #include "explorer/NodeEditing.h"
 #include "explorer/NodeKeys.h"
 #include "explorer/Selection.h"
@@ -11,7 +13,6 @@
 #include "platform/Numbers.h"
 
 #include <algorithm>
-#include <iostream>
 #include <memory>
 
 namespace kestrane {
@@ -21,41 +22,58 @@ namespace {
 // Saves when asked to, then prints the log.
 int finishLog(Program& program, const ChosenLog& chosen, const std::string& output, bool withIntervals = false) {
     if (!output.empty() && !program.saveAs(*chosen.file, output)) return kFailed;
-    writeLog(std::cout, *chosen.log, chosen.key, withIntervals);
-    std::cout << '\n';
+    writeLog(program.out(), *chosen.log, chosen.key, withIntervals);
+    program.out() << '\n';
     return kDone;
 }
 
-void addOutput(CLI::App& verb, std::string& output) {
-    verb.add_option("-o", output, "save the document as this XML data file");
+void addDocumentOutput(CLI::App& verb, std::string& output) {
+    addOutput(verb, output, "save the document as this XML data file");
+}
+
+void printDocument(Program& program, clsFile& file, bool withIntervals = false) {
+    writeDocument(program.out(), file, withIntervals);
+    program.out() << '\n';
 }
 
 struct ShowOptions {
-    std::string file, output;
+    std::vector<std::string> files;
     bool withIntervals = false;
 };
 
 int show(Program& program, const ShowOptions& options) {
-    clsFile* file = program.open(options.file);
-    if (file == nullptr) return kFailed;
-    if (!options.output.empty() && !program.saveAs(*file, options.output)) return kFailed;
-    writeDocument(std::cout, *file, options.withIntervals);
-    std::cout << '\n';
-    return kDone;
+    return program.forEachFile(options.files, [&](clsFile& file, std::size_t) {
+        printDocument(program, file, options.withIntervals);
+        return true;
+    });
 }
 
 RunVerb showVerb(CLI::App& verb) {
     const auto options = std::make_shared<ShowOptions>();
-    addFile(verb, options->file);
+    addFiles(verb, options->files);
     verb.add_flag("--intervals", options->withIntervals, "with the rows of every log");
     return [options](Program& program) { return show(program, *options); };
 }
 
+struct SaveOptions {
+    std::vector<std::string> files;
+    OutputArguments outputs;
+};
+
+int save(Program& program, const SaveOptions& options) {
+    const auto outputs = outputsOf(options.files, options.outputs, ".xml");
+    return program.forEachFile(options.files, [&](clsFile& file, std::size_t i) {
+        if (!program.saveAs(file, outputs[i])) return false;
+        printDocument(program, file);
+        return true;
+    });
+}
+
 RunVerb saveVerb(CLI::App& verb) {
-    const auto options = std::make_shared<ShowOptions>();
-    addFile(verb, options->file);
-    verb.add_option("-o", options->output, "the XML data file to write")->required();
-    return [options](Program& program) { return show(program, *options); };
+    const auto options = std::make_shared<SaveOptions>();
+    addFiles(verb, options->files);
+    addOutputs(verb, options->outputs, "the XML data file to write");
+    return [options](Program& program) { return save(program, *options); };
 }
 
 struct MergeOptions {
@@ -69,8 +87,7 @@ int merge(Program& program, const MergeOptions& options) {
         clsFile* const file = program.open(name);
         if (file == nullptr) return kFailed;
         if (std::find(files.begin(), files.end(), file) != files.end()) {
-            std::cerr << name << ": is named twice\n";
-            return kWrongWords;
+            throw WrongWords(name + ": is named twice");
         }
         files.push_back(file);
     }
@@ -81,8 +98,7 @@ int merge(Program& program, const MergeOptions& options) {
         if (!isAdded && !file.InstrumentDatas.empty()) return kFailed;
     }
     if (!program.saveAs(into, options.output)) return kFailed;
-    writeDocument(std::cout, into, false);
-    std::cout << '\n';
+    printDocument(program, into);
     return kDone;
 }
 
@@ -93,7 +109,7 @@ RunVerb mergeVerb(CLI::App& verb) {
     verb.add_option("FILE", options->files, "data files: the logs of all are added to those of the first")
         ->required()
         ->expected(kLeast, kMost);
-    verb.add_option("-o", options->output, "the XML data file to write")->required();
+    addOutput(verb, options->output, "the XML data file to write")->required();
     return [options](Program& program) { return merge(program, *options); };
 }
 
@@ -127,14 +143,17 @@ std::string checkExposureTime(const std::string& entry) {
 RunVerb recalcVerb(CLI::App& verb) {
     const auto options = std::make_shared<RecalcOptions>();
     addLog(verb, *options);
-    verb.add_option("--mode", options->mode, "how to recalculate, 0 to 4; without it, 4 (everything)");
-    verb.add_option("--criterion", options->criterion, "criterion level, dB");
-    verb.add_option("--exchange", options->exchange, "exchange rate, dB");
+    verb.add_option("--mode", options->mode, "how to recalculate, 0 to 4; without it, 4 (everything)")
+        ->check(CLI::Range(kCalcExposureTime, kCalcFull));
+    verb.add_option("--criterion", options->criterion, "criterion level, dB")
+        ->check(CLI::Range(kLowestEntry, kHighestCriterion));
+    verb.add_option("--exchange", options->exchange, "exchange rate, dB")
+        ->check(CLI::Range(kLowestEntry, kHighestExchange));
     verb.add_option_function<std::string>(
             "--exposure", [options](const std::string& entry) { options->exposure = exposureOf(entry); },
             "exposure time: hours, or hours and minutes (7:30)")
         ->check(checkExposureTime);
-    addOutput(verb, options->output);
+    addDocumentOutput(verb, options->output);
     return [options](Program& program) { return recalc(program, *options); };
 }
 
@@ -155,8 +174,8 @@ int zoom(Program& program, const ZoomOptions& options) {
     clsLog& view = isWhole ? *chosen->log : *copy;
     if (!program.recalculate(view, kCalcAfterZoom)) return kFailed;
     SetPlottableValues(view);
-    writeLog(std::cout, view, chosen->key, false);
-    std::cout << '\n';
+    writeLog(program.out(), view, chosen->key, false);
+    program.out() << '\n';
     return kDone;
 }
 
@@ -176,8 +195,7 @@ int cut(Program& program, const CutOptions& options) {
     const bool toBeIncluded = !options.include.empty();
     const std::vector<RowRange> ranges = parseRowRanges(toBeIncluded ? options.include : options.exclude);
     if (ranges.empty()) {
-        std::cerr << "Ranges are written A-B, several with commas between: 1-10,25-30\n";
-        return kWrongWords;
+        throw WrongWords("Ranges are written A-B, several with commas between: 1-10,25-30");
     }
     const auto chosen = openLog(program, options);
     if (!chosen) return kFailed;
@@ -197,7 +215,7 @@ RunVerb cutVerb(CLI::App& verb) {
     auto* include = verb.add_option("--include", options->include, "rows to include: A-B[,C-D...]");
     auto* exclude = verb.add_option("--exclude", options->exclude, "rows to exclude: A-B[,C-D...]");
     include->excludes(exclude);
-    addOutput(verb, options->output);
+    addDocumentOutput(verb, options->output);
     return [options](Program& program) { return cut(program, *options); };
 }
 
@@ -220,7 +238,7 @@ RunVerb weightVerb(CLI::App& verb) {
         ->required()
         ->check(CLI::IsMember({"A", "C", "Z"}));
     verb.add_flag("--intervals", options->withIntervals, "convert the rows, too, and print them");
-    addOutput(verb, options->output);
+    addDocumentOutput(verb, options->output);
     return [options](Program& program) { return weight(program, *options); };
 }
 
@@ -236,6 +254,12 @@ constexpr Verb kVerbs[] = {
 };
 
 } // namespace
+
+FileJob saveJob() {
+    return [](Program& program, clsFile& file, const std::string&, const std::string& output) {
+        return program.saveAs(file, output);
+    };
+}
 
 std::span<const Verb> documentVerbs() {
     return kVerbs;

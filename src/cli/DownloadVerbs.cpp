@@ -9,7 +9,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <fstream>
-#include <iostream>
 #include <memory>
 
 namespace kestrane {
@@ -39,7 +38,7 @@ void addLine(CLI::App& verb, LineOptions& options) {
 class InstrumentLine {
 public:
     InstrumentLine(Program& program, const LineOptions& options, ChosenRows rows = {}) :
-        program_(program), user_(program.session, clock_, program.isQuiet, std::move(rows)) {
+        program_(program), user_(program.session, clock_, program.showsProgress, std::move(rows)) {
         program.UseOnlyPort(options.port);
         if (options.transcript.empty()) return;
         file_.open(options.transcript, std::ios::binary | std::ios::trunc);
@@ -63,21 +62,18 @@ int ports(Program& program) {
     Json list = Json::array();
     for (const PortInfo& port : program.session.comm->Ports())
         list.push_back({{"Number", port.Number}, {"Device", port.Device}, {"Description", port.Description}});
-    std::cout << list.dump() << '\n';
-    return kDone;
+    return program.print(list);
 }
 
 int identify(Program& program, const LineOptions& options) {
     InstrumentLine line(program, options);
     clsInsData data(program.session);
     if (!IdentifyOnly(line.services(), data)) return kFailed;
-    const Json answer = {{"InsName", data.InsName()},
-                         {"InsSerial", data.InsSerial},
-                         {"FirmwareVersion", singleJson(data.FirmwareVersion)},
-                         {"InsType", data.InsType},
-                         {"Family", familyOf(data.InsName())->name}};
-    std::cout << answer.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
-    return kDone;
+    return program.print({{"InsName", data.InsName()},
+                          {"InsSerial", data.InsSerial},
+                          {"FirmwareVersion", singleJson(data.FirmwareVersion)},
+                          {"InsType", data.InsType},
+                          {"Family", familyOf(data.InsName())->name}});
 }
 
 int download(Program& program, const DownloadOptions& options) {
@@ -87,8 +83,8 @@ int download(Program& program, const DownloadOptions& options) {
     session.pump.runUntil([&] { return noLogIsBusy(session); });
     clsFile& file = *session.OpenFiles.back();
     if (!options.output.empty() && !program.saveAs(file, options.output)) return kFailed;
-    writeDocument(std::cout, file, options.withIntervals);
-    std::cout << '\n';
+    writeDocument(program.out(), file, options.withIntervals);
+    program.out() << '\n';
     return kDone;
 }
 
@@ -143,7 +139,7 @@ RunVerb downloadVerb(CLI::App& verb) {
     addLine(verb, *options);
     verb.add_option("--logs", "all, or rows of the list of logs from 1, such as 1,3,4; without it, all")
         ->check([options](const std::string& text) { return readRows(text, options->rows); });
-    verb.add_option("-o", options->output, "save the document as this XML data file");
+    addOutput(verb, options->output, "save the document as this XML data file");
     verb.add_flag("--intervals", options->withIntervals, "with the rows of every log");
     return [options](Program& program) { return download(program, *options); };
 }

@@ -14,10 +14,11 @@ void interrupt(int) {
 
 } // namespace
 
-Interrupt::Interrupt() : before_(std::signal(SIGINT, interrupt)) {}
+Interrupt::Interrupt() : before_{std::signal(SIGINT, interrupt), std::signal(SIGTERM, interrupt)} {}
 
 Interrupt::~Interrupt() {
-    std::signal(SIGINT, before_);
+    std::signal(SIGINT, before_[0]);
+    std::signal(SIGTERM, before_[1]);
 }
 
 bool Interrupt::hasCome() const {

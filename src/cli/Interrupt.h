@@ -1,4 +1,5 @@
-// While one lives, the user's interrupt (Ctrl+C) does not end the program, but is noted, so that work can be put away.
+// While one lives, the user's interrupt (Ctrl+C) and the system's request to end do not end the program, but are noted,
+// so that work can be put away.
 #pragma once
 
 namespace kestrane {
@@ -13,7 +14,7 @@ public:
     bool hasCome() const;
 
 private:
-    void (*before_)(int);
+    void (*before_[2])(int);
 };
 
 } // namespace kestrane

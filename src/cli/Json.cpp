@@ -13,6 +13,10 @@
 
 namespace kestrane {
 
+std::string jsonText(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
 namespace {
 
 Json valueJson(const clsValue& value) {
@@ -159,13 +163,9 @@ Json rowJson(const clsLog& log, std::int64_t index) {
     return json;
 }
 
-std::string dump(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 // The members of an object without its braces.
 std::string members(const Json& object) {
-    const std::string text = dump(object);
+    const std::string text = jsonText(object);
     return text.substr(1, text.size() - 2);
 }
 
@@ -215,11 +215,11 @@ void writeLog(std::ostream& out, const clsLog& log, const std::string& key, bool
         out << ",\"Items\":[";
         for (std::int64_t index = 1; index <= rows.Count(); ++index) {
             if (index > 1) out << ',';
-            out << dump(rowJson(log, index));
+            out << jsonText(rowJson(log, index));
         }
         out << ']';
     }
-    out << "},\"DoseLogIntervals\":" << dump(exposureJson(log)) << '}';
+    out << "},\"DoseLogIntervals\":" << jsonText(exposureJson(log)) << '}';
 }
 
 void writeDocument(std::ostream& out, clsFile& file, bool withIntervals) {

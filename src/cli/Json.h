@@ -7,11 +7,15 @@
 #include <nlohmann/json.hpp>
 
 #include <ostream>
+#include <string>
 #include <vector>
 
 namespace kestrane {
 
 using Json = nlohmann::ordered_json;
+
+// As text on one line; what is not UTF-8 is replaced.
+std::string jsonText(const Json& json);
 
 // A single in the shortest form that reads back to it.
 Json singleJson(float value);

@@ -3,9 +3,12 @@
 #include "app/Documents.h"
 #include "app/StartUp.h"
 #include "calc/Recalculation.h"
+#include "platform/Files.h"
 #include "server/LogLoading.h"
 
+#include <iostream>
 #include <map>
+#include <utility>
 
 namespace kestrane {
 
@@ -35,11 +38,21 @@ std::optional<Button> answerOf(const GlobalOptions& options) {
 
 } // namespace
 
-Program::Program(const GlobalOptions& options, EventPump& pump) :
-    isQuiet(options.isQuiet),
+Button ConsoleBoxes::show(const std::string& prompt, int flags, const std::string& title) {
+    text_.str({});
+    const Button taken = boxes_.show(prompt, flags, title);
+    const std::string line = text_.str();
+    console_.tell(std::string_view(line).substr(0, line.size() - 1));
+    return taken;
+}
+
+Program::Program(const GlobalOptions& options, Console& messages, EventPump& pump) :
+    showsProgress(!options.isQuiet && !messages.areErrorsJson()),
+    console(messages),
     settings_(settingsOf(options)),
-    messages_(std::cerr, answerOf(options)),
+    messages_(messages, answerOf(options)),
     pump_(pump),
+    frame_(messages),
     server_(pump),
     comm_(settings_, [this](int id) { return session.LoadText(id); }),
     session(options.company, localeOf(options), settings_, messages_, pump, clock) {
@@ -50,12 +63,41 @@ Program::Program(const GlobalOptions& options, EventPump& pump) :
 }
 
 clsFile* Program::open(const std::string& name) {
-    if (!OpenFile(session, fullPath(name), OpenSource::Named, true)) return nullptr;
+    const std::string path = name == "-" ? kStandardInput : fullPath(name);
+    if (!OpenFile(session, path, OpenSource::Named, true, readInput)) return nullptr;
     pump_.runUntil([&] { return noLogIsBusy(session); });
-    clsFile* const file = openFileOfName(session, fullPath(name));
+    clsFile* const file = openFileOfName(session, path);
     bool hasFailed = false;
     forEachLog(*file, [&hasFailed](const clsLog& log) { hasFailed = hasFailed || log.HasFailedRecalc; });
     return hasFailed ? nullptr : file;
+}
+
+void Program::closeFiles() {
+    pump_.runUntil([&] { return noLogIsBusy(session); });
+    session.OpenFiles.clear();
+}
+
+int Program::forEachFile(const std::vector<std::string>& names,
+                         const std::function<bool(clsFile&, std::size_t)>& work) {
+    int status = kDone;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        console.File = names[i];
+        bool isDone = false;
+        try {
+            clsFile* file = open(names[i]);
+            isDone = file != nullptr && work(*file, i);
+            closeFiles();
+        } catch (const ResultError&) {
+            throw;
+        } catch (const RuntimeError& error) {
+            console.tell(std::string(kApplicationTitle) + ": " + std::to_string(error.Number) + ": " + error.what(),
+                         error.Number);
+            closeFiles();
+        }
+        if (!isDone) status = kFailed;
+    }
+    console.File.clear();
+    return status;
 }
 
 bool Program::recalculate(clsLog& log, int mode) {
@@ -65,12 +107,31 @@ bool Program::recalculate(clsLog& log, int mode) {
 }
 
 bool Program::saveAs(clsFile& file, const std::string& output) {
-    return SaveFile(session, file, true, [&](const std::string&) { return std::optional(fullPath(output)); });
+    std::optional<std::string> name = fullPath(takeOutput(output)); // offered once
+    return SaveFile(session, file, true, [&](const std::string&) { return std::exchange(name, std::nullopt); });
 }
 
-bool Program::write(const std::string& output, const std::function<void()>& writer) {
+// The path of an output. What goes to standard output goes there alone.
+std::string Program::takeOutput(const std::string& output) {
+    if (isStandardOutput(output)) {
+        std::cout.flush();
+        isOutputTaken_ = true;
+    }
+    return outputPath(output);
+}
+
+std::ostream& Program::out() {
+    return isOutputTaken_ ? nowhere_ : std::cout;
+}
+
+int Program::print(const Json& json) {
+    out() << jsonText(json) << '\n';
+    return kDone;
+}
+
+bool Program::write(const std::string& output, const std::function<void(const std::string& path)>& writer) {
     try {
-        writer();
+        writer(takeOutput(output));
         return true;
     } catch (const RuntimeError& error) {
         session.ShowMessage(saveErrorText(session, error, fullPath(output)), kIconExclamation);

@@ -11,28 +11,22 @@
 
 #include <QCoreApplication>
 
-#include <iostream>
 #include <memory>
 
 namespace kestrane {
 
 namespace {
 
-int print(const Json& json) {
-    std::cout << json.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
-    return kDone;
-}
-
 int exposure(Program& program, const LogArguments& arguments) {
     const auto chosen = openLog(program, arguments);
     if (!chosen) return kFailed;
     fillExposureRows(*chosen->log);
     const DoseTotals totals = doseTotals(*chosen->log);
-    return print({{"Rows", exposureJson(*chosen->log)},
-                  {"TotalLeq", singleJson(totals.Leq.Value())},
-                  {"TotalDuration", totals.Duration.hh_mm_ss()},
-                  {"TotalLex", singleJson(totals.Lex.Value())},
-                  {"TotalDose", singleJson(totals.Dose.Value())}});
+    return program.print({{"Rows", exposureJson(*chosen->log)},
+                          {"TotalLeq", singleJson(totals.Leq.Value())},
+                          {"TotalDuration", totals.Duration.hh_mm_ss()},
+                          {"TotalLex", singleJson(totals.Lex.Value())},
+                          {"TotalDose", singleJson(totals.Dose.Value())}});
 }
 
 RunVerb exposureVerb(CLI::App& verb) {
@@ -69,13 +63,13 @@ int list(Program& program, const std::string& database) {
     Json records = Json::array();
     for (const clsHP& hp : protectors->Protectors)
         records.push_back(protectorJson(hp));
-    return print(records);
+    return program.print(records);
 }
 
 int save(Program& program, const std::string& database, const std::string& output) {
     const auto protectors = openDatabase(program.session, database);
     if (!protectors) return kFailed;
-    return SaveReadable(program.session, *protectors, output) ? kDone : kFailed;
+    return SaveReadable(program.session, *protectors, outputPath(output)) ? kDone : kFailed;
 }
 
 struct CompareOptions : LogArguments, CompareArguments {};
@@ -124,7 +118,7 @@ int compare(Program& program, const CompareOptions& options) {
     const auto chosen = openLog(program, options);
     if (!chosen) return kFailed;
     const auto comparison = compareLog(program, *chosen->log, options);
-    return comparison ? print(comparisonJson(*comparison)) : kFailed;
+    return comparison ? program.print(comparisonJson(*comparison)) : kFailed;
 }
 
 int rank(Program& program, const CompareOptions& options) {
@@ -142,7 +136,7 @@ int rank(Program& program, const CompareOptions& options) {
                         {"Standard", ranked.Standard ? Json(*ranked.Standard) : Json(nullptr)},
                         {"Verdict", verdictName(ranked.Verdict)}});
     }
-    return print(list);
+    return program.print(list);
 }
 
 int update(Program& program, const std::string& url, const std::string& database) {
@@ -184,7 +178,7 @@ RunVerb protectorsVerb(CLI::App& verb) {
     addComparing(*ranking, *options);
     CLI::App* saving = add("save", "load and rewrite the database",
                            [options, output](Program& program) { return save(program, options->database, *output); });
-    saving->add_option("-o", *output, "the file to write")->required();
+    addOutput(*saving, *output, "the file to write")->required();
     CLI::App* updating = add("update", "replace the database by the one at an address",
                              [options, url](Program& program) { return update(program, *url, options->database); });
     updating->add_option("--url", *url, "an address, in place of the one of the settings");

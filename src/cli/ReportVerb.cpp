@@ -1,5 +1,6 @@
 #include "cli/ChosenLog.h"
 #include "cli/Interrupt.h"
+#include "cli/Jobs.h"
 #include "cli/Verbs.h"
 #include "printing/PdfFile.h"
 #include "reports/Report.h"
@@ -30,10 +31,12 @@ constexpr FormName kForms[] = {{"default", ReportForm::Default},
                                {"cumulative", ReportForm::Cumulative},
                                {"intervals", ReportForm::CumulativeAndIntervals}};
 
-struct ReportOptions : LogArguments {
+struct ReportOptions {
+    std::vector<std::string> files;
+    std::string log;
     std::string form = kForms[0].word;
     bool isLandscape = false;
-    std::string output;
+    OutputArguments outputs;
 };
 
 ReportForm formOf(const ReportOptions& options) {
@@ -44,7 +47,7 @@ ReportForm formOf(const ReportOptions& options) {
 
 // One line on standard error, where that is a terminal. An interrupt puts an end to the report.
 PageProgress progressOf(const Program& program, const Interrupt& interrupt) {
-    const bool isShown = !program.isQuiet && isatty(STDERR_FILENO) != 0;
+    const bool isShown = program.showsProgress && isatty(STDERR_FILENO) != 0;
     return [&session = program.session, &interrupt, isShown](std::size_t drawn, std::size_t pages) {
         const bool goesOn = !interrupt.hasCome();
         if (!isShown) return goesOn;
@@ -58,42 +61,74 @@ PageProgress progressOf(const Program& program, const Interrupt& interrupt) {
     };
 }
 
-int report(Program& program, const ReportOptions& options) {
-    const auto chosen = openLog(program, options);
-    if (!chosen) return kFailed;
-    qInstallMessageHandler(keepQuiet);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    std::string name = "kestrane-cli";
-    char* words[] = {name.data(), nullptr};
-    int count = 1;
-    const QApplication application(count, words);
+// False when it was not written or not whole; the reason has been shown.
+bool reportOne(Program& program, const ChosenLog& chosen, const ReportOptions& options, const std::string& output,
+               const Interrupt& interrupt) {
     const Paper paper(a4Paper(options.isLandscape));
-    const ReportSubject subject = {*chosen->file, *chosen->data, *chosen->log, isModified(*chosen->log, *chosen->log)};
+    const ReportSubject subject = {*chosen.file, *chosen.data, *chosen.log, isModified(*chosen.log, *chosen.log)};
     Report document(subject, formOf(options), paper);
-    const Interrupt interrupt;
     bool isWhole = false;
-    const bool isWritten = program.write(options.output, [&] {
-        isWhole = writePdf(program.session, document, paper, options.output, progressOf(program, interrupt));
+    const bool isWritten = program.write(output, [&](const std::string& path) {
+        isWhole = writePdf(program.session, document, paper, path, progressOf(program, interrupt));
     });
-    return isWritten && isWhole ? kDone : kFailed;
+    return isWritten && isWhole;
+}
+
+// What drawing needs; one at a time.
+class Toolkit {
+public:
+    Toolkit() {
+        qInstallMessageHandler(keepQuiet);
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        application_.emplace(count_, words_);
+    }
+
+private:
+    std::string name_ = "kestrane-cli";
+    char* words_[2] = {name_.data(), nullptr};
+    int count_ = 1;
+    std::optional<QApplication> application_;
+};
+
+int report(Program& program, const ReportOptions& options) {
+    const auto outputs = outputsOf(options.files, options.outputs, ".pdf");
+    keepFilesFrom(outputs, options.files);
+    const Toolkit toolkit;
+    const Interrupt interrupt;
+    return program.forEachFile(options.files, [&](clsFile& file, std::size_t i) {
+        const auto chosen = chooseLog(program, file, options.log);
+        if (!chosen || !reportOne(program, *chosen, options, outputs[i], interrupt)) return false;
+        if (options.files.size() > 1) program.print({{"FileName", file.FileName}, {"Output", outputs[i]}});
+        return true;
+    });
 }
 
 RunVerb reportVerb(CLI::App& verb) {
     const auto options = std::make_shared<ReportOptions>();
-    addLog(verb, *options);
+    addFiles(verb, options->files);
+    addLogKey(verb, options->log);
     std::vector<std::string> words;
     for (const FormName& name : kForms)
         words.emplace_back(name.word);
     verb.add_option("--form", options->form, "default (intervals as the settings say), cumulative or intervals")
         ->check(CLI::IsMember(words));
     verb.add_flag("--landscape", options->isLandscape, "on paper turned sideways");
-    verb.add_option("-o", options->output, "the PDF file to write")->required();
+    addOutputs(verb, options->outputs, "the PDF file to write");
     return [options](Program& program) { return report(program, *options); };
 }
 
 constexpr Verb kVerbs[] = {{"report", "print the report of a log as PDF", reportVerb}};
 
 } // namespace
+
+FileJob reportJob() {
+    const auto toolkit = std::make_shared<Toolkit>();
+    return [toolkit](Program& program, clsFile& file, const std::string&, const std::string& output) {
+        const Interrupt interrupt;
+        const auto chosen = chooseLog(program, file, {});
+        return chosen && reportOne(program, *chosen, {}, output, interrupt);
+    };
+}
 
 std::span<const Verb> reportVerbs() {
     return kVerbs;

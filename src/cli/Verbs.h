@@ -20,11 +20,15 @@ struct Verb {
     bool needsLoop = false; // of Qt, which serves the serial line
 };
 
+std::span<const Verb> analysisVerbs();   // questions about the rows
 std::span<const Verb> assessmentVerbs(); // exposure by the standards
 std::span<const Verb> documentVerbs();   // documents: show, change, save
 std::span<const Verb> downloadVerbs();   // instruments on the serial line
+std::span<const Verb> exportVerbs();     // tables for other programs
 std::span<const Verb> protectionVerbs(); // exposure calculator and hearing protectors
 std::span<const Verb> reportVerbs();     // paper
+std::span<const Verb> schemaVerbs();     // what the output of the others looks like
 std::span<const Verb> viewVerbs();       // what the windows show: tree, panel, table, charts, texts
+std::span<const Verb> watchVerbs();      // a folder that files come to
 
 } // namespace kestrane

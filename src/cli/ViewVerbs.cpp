@@ -13,25 +13,15 @@
 #include "explorer/NoiseRatingChart.h"
 #include "explorer/Selection.h"
 #include "explorer/TimeChart.h"
+#include "platform/Files.h"
 
 #include <algorithm>
 #include <charconv>
-#include <iostream>
 #include <memory>
 
 namespace kestrane {
 
 namespace {
-
-int print(const Json& json) {
-    std::cout << json.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
-    return kDone;
-}
-
-int wrongWords(const std::string& hint) {
-    std::cerr << hint << '\n';
-    return kWrongWords;
-}
 
 int nothingToShow(Session& session) {
     session.ShowMessage(session.LoadText(4548), kIconExclamation);
@@ -48,12 +38,12 @@ int tree(Program& program, const TreeOptions& options) {
     bool isOpen = true;
     for (const std::string& name : options.files)
         isOpen = program.open(name) != nullptr && isOpen;
-    return isOpen ? print(treeJson(buildTree(program.session))) : kFailed;
+    return isOpen ? program.print(treeJson(buildTree(program.session))) : kFailed;
 }
 
 RunVerb treeVerb(CLI::App& verb) {
     const auto options = std::make_shared<TreeOptions>();
-    verb.add_option("FILE", options->files, "data files")->required();
+    addFiles(verb, options->files);
     verb.add_option("--files-on-tree", options->filesOnTree, "0 as nodes, 1 beside the names, 2 not at all")
         ->check(CLI::Range(0, 2));
     return [options](Program& program) { return tree(program, *options); };
@@ -66,23 +56,33 @@ RunVerb textVerb(CLI::App& verb) {
         Json texts = Json::object();
         for (const int id : *ids)
             texts[std::to_string(id)] = program.session.LoadText(id);
-        return print(texts);
+        return program.print(texts);
     };
 }
 
-int panel(Program& program, const LogArguments& arguments) {
-    const auto chosen = openLog(program, arguments);
-    if (!chosen) return kFailed;
-    Json labels = Json::object();
-    for (const PanelLabel& label : shownLabels(*chosen->log, 0))
-        labels[label.Name] = valueText(label, {});
-    return print(labels);
+struct PanelOptions {
+    std::vector<std::string> files;
+    std::string log;
+};
+
+int panel(Program& program, const PanelOptions& options) {
+    return program.forEachFile(options.files, [&](clsFile& file, std::size_t) {
+        const auto chosen = chooseLog(program, file, options.log);
+        if (!chosen) return false;
+        Json labels = Json::object();
+        if (options.files.size() > 1) labels["FileName"] = file.FileName;
+        for (const PanelLabel& label : shownLabels(*chosen->log, 0))
+            labels[label.Name] = valueText(label, {});
+        program.print(labels);
+        return true;
+    });
 }
 
 RunVerb panelVerb(CLI::App& verb) {
-    const auto arguments = std::make_shared<LogArguments>();
-    addLog(verb, *arguments);
-    return [arguments](Program& program) { return panel(program, *arguments); };
+    const auto options = std::make_shared<PanelOptions>();
+    addFiles(verb, options->files);
+    addLogKey(verb, options->log);
+    return [options](Program& program) { return panel(program, *options); };
 }
 
 // One band of all parameters, or all bands of one parameter.
@@ -141,15 +141,15 @@ struct TableOptions : ChoiceOptions {
 
 int table(Program& program, const TableOptions& options) {
     const bool isB = options.channel == "B";
-    if (isB && !(options.band.empty() && options.parameter.empty())) return wrongWords("Channel B has no bands.");
+    if (isB && !(options.band.empty() && options.parameter.empty())) throw WrongWords("Channel B has no bands.");
     const auto chosen = openLog(program, options);
     if (!chosen) return kFailed;
     const clsLog& log = *chosen->log;
-    if (isB && !log.IsChannelBOn) return wrongWords("The log has no channel B.");
-    if (const std::string hint = hintOfChoice(log, options); !hint.empty()) return wrongWords(hint);
+    if (isB && !log.IsChannelBOn) throw WrongWords("The log has no channel B.");
+    if (const std::string hint = hintOfChoice(log, options); !hint.empty()) throw WrongWords(hint);
     const IntervalTable shown(log, isB ? kChannelB : kChannelA, choiceOf(log, options));
     if (shown.rowCount() == 0) return nothingToShow(program.session);
-    shown.write(std::cout);
+    shown.write(program.out());
     return kDone;
 }
 
@@ -181,9 +181,9 @@ int noiseRatingOf(Program& program, const LogArguments& arguments) {
                         {"Curve", std::move(curve)}});
     }
     const std::optional<double> byCurves = ratingByCurves(*chosen->log);
-    return print({{"Level", rating.Level},
-                  {"CurveLevel", byCurves ? Json(*byCurves) : Json(nullptr)},
-                  {"Rows", std::move(rows)}});
+    return program.print({{"Level", rating.Level},
+                          {"CurveLevel", byCurves ? Json(*byCurves) : Json(nullptr)},
+                          {"Rows", std::move(rows)}});
 }
 
 RunVerb noiseRatingVerb(CLI::App& verb) {
@@ -227,7 +227,7 @@ std::string readSize(const std::string& text, PictureSize& size) {
 }
 
 std::string checkPictureName(const std::string& path) {
-    return isPictureName(path) ? "" : "a picture's name ends in .png, .svg or .pdf";
+    return openFileNumber(outputPath(path)) || isPictureName(path) ? "" : "a picture's name ends in .png, .svg or .pdf";
 }
 
 // Nothing: there is nothing to show.
@@ -257,16 +257,17 @@ bool isWanted(Session& session, const clsLog& log, const ChartOptions& options, 
 int draw(Program& program, ChartData data, const ChartOptions& options) {
     if (options.is3D) data.Style = eChartAs3D;
     if (options.asValues) {
-        std::cout << chartValuesText(data, program.session.locale);
+        program.out() << chartValuesText(data, program.session.locale);
         return kDone;
     }
-    const bool isWritten = program.write(
-        options.picture, [&] { savePicture(data, program.session.locale, options.picture, options.size); });
+    const bool isWritten = program.write(options.picture, [&](const std::string& path) {
+        savePicture(data, program.session.locale, path, options.size);
+    });
     return isWritten ? kDone : kFailed;
 }
 
 int comparison(Program& program, const clsLog& log, const ChartOptions& options) {
-    if (options.protector.empty()) return wrongWords("Tab 5 needs a --protector.");
+    if (options.protector.empty()) throw WrongWords("Tab 5 needs a --protector.");
     const auto compared = compareLog(program, log, options);
     return compared ? draw(program, hpdChart(log, *compared), options) : kFailed;
 }
@@ -276,7 +277,7 @@ int chart(Program& program, const ChartOptions& options) {
     if (!chosen) return kFailed;
     Session& session = program.session;
     const clsLog& log = *chosen->log;
-    if (const std::string hint = hintOfChoice(log, options); !hint.empty()) return wrongWords(hint);
+    if (const std::string hint = hintOfChoice(log, options); !hint.empty()) throw WrongWords(hint);
     const std::int64_t rows = log.LogIntervals.Count();
     if (options.tab == kTabInterval && rows > 0 && !isRangeOf({options.interval, options.interval}, rows)) {
         session.ShowMessage(session.LoadText(4541), kIconExclamation);
@@ -308,7 +309,7 @@ RunVerb chartVerb(CLI::App& verb) {
     verb.add_option("--size", "of the picture in pixels, WIDTHxHEIGHT; without it, 1000x650")
         ->check([options](const std::string& text) { return readSize(text, options->size); });
     auto* output = verb.add_option_group("output")->require_option(1);
-    output->add_option("-o", options->picture, "write a picture: .png, .svg or .pdf")->check(checkPictureName);
+    addOutput(*output, options->picture, "write a picture: .png, .svg or .pdf")->check(checkPictureName);
     output->add_flag("--values", options->asValues, "print the chart's data");
     return [options](Program& program) { return chart(program, *options); };
 }

@@ -1,77 +1,77 @@
 // kestrane-cli: the program without its windows. Standard output carries the result alone; what the program would show
 // in a box goes to standard error. Exit status: 0 done, 1 the operation failed, 2 the call's words are wrong.
-#include "cli/Verbs.h"
+#include "cli/CommandLine.h"
 #include "platform/RuntimeError.h"
 #include "platform/qt/QtEventPump.h"
 
 #include <QCoreApplication>
 
+#include <csignal>
 #include <exception>
 #include <iostream>
+#include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace kestrane {
 
 namespace {
 
-int runVerb(const RunVerb& verb, const GlobalOptions& globals, EventPump& pump) {
-    try {
-        Program program(globals, pump);
-        const int status = verb(program);
-        std::cout.flush();
-        if (status == kDone && !std::cout) {
-            std::cerr << "The result could not be written.\n";
-            return kFailed;
-        }
-        return status;
-    } catch (const RuntimeError& error) {
-        std::cerr << kApplicationTitle << ": " << error.Number << ": " << error.what() << '\n';
-    } catch (const std::exception& error) {
-        std::cerr << kApplicationTitle << ": " << error.what() << '\n';
-    }
-    return kFailed;
+int runVerb(const Call& call, Console& console, EventPump& pump) {
+    Program program(call.globals, console, pump);
+    const int status = call.run(program);
+    std::cout.flush();
+    return status;
 }
 
-void addGlobals(CLI::App& app, GlobalOptions& globals) {
-    app.add_option("--company", globals.company, "company name of the version data, which chooses the brand");
-    app.add_option("--settings", globals.settingsFile, "the settings store: this INI file");
-    app.add_option("--decimal-separator", globals.decimalSeparator, "in place of the locale's");
-    app.add_option("--date-separator", globals.dateSeparator, "in place of the locale's");
-    app.add_option("--answer", globals.answer, "the button pressed on every question")
-        ->check(CLI::IsMember({"yes", "no", "ok", "cancel", "retry"}));
-    app.add_flag("--quiet", globals.isQuiet, "no progress on standard error");
-}
-
-int run(int argc, char** argv) {
-    GlobalOptions globals;
-    RunVerb chosen;
-    bool needsLoop = false;
+int parseAndRun(int argc, char** argv, Console& console) {
+    Call call;
     CLI::App app("Noise analysis without windows", "kestrane-cli");
-    app.set_version_flag("--version", "kestrane-cli " KESTRANE_VERSION_TEXT);
-    app.require_subcommand(1);
-    app.fallthrough();
-    addGlobals(app, globals);
-    for (const auto verbs :
-         {documentVerbs(), viewVerbs(), protectionVerbs(), assessmentVerbs(), reportVerbs(), downloadVerbs()}) {
-        for (const Verb& verb : verbs) {
-            CLI::App* sub = app.add_subcommand(verb.name, verb.description);
-            sub->callback([&, runs = verb.prepare(*sub)] {
-                chosen = runs;
-                needsLoop = verb.needsLoop;
-            });
-        }
-    }
+    declare(app, call);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? kDone : kWrongWords;
+        if (error.get_exit_code() == 0) { // help or version
+            app.exit(error);
+            std::cout.flush();
+            return kDone;
+        }
+        throw WrongWords(hintOf(app, error));
     }
-    if (needsLoop) {
+    if (call.needsLoop) {
         const QCoreApplication application(argc, argv);
         QtEventPump pump;
-        return runVerb(chosen, globals, pump);
+        return runVerb(call, console, pump);
     }
     HeadlessEventPump pump;
-    return runVerb(chosen, globals, pump);
+    return runVerb(call, console, pump);
+}
+
+// A standard stream that the caller has closed must not become the next file that is opened. What takes its place can
+// neither be read nor be written; messages are lost.
+void takePlaceOfClosedStreams() {
+    for (const auto& [stream, mode] :
+         {std::pair(STDIN_FILENO, O_WRONLY), std::pair(STDOUT_FILENO, O_RDONLY), std::pair(STDERR_FILENO, O_WRONLY)})
+        if (fcntl(stream, F_GETFD) < 0) open("/dev/null", mode);
+}
+
+int run(int argc, char** argv) {
+    const bool areErrorsJson = asksForJsonErrors(argc, argv);
+    Console console(areErrorsJson);
+    const ResultBuffer results;
+    const std::string title(kApplicationTitle);
+    try {
+        return parseAndRun(argc, argv, console);
+    } catch (const WrongWords& error) {
+        console.tell(areErrorsJson ? error.what() : std::string(error.what()) + "\nkestrane-cli --help tells more.");
+        return kWrongWords;
+    } catch (const RuntimeError& error) {
+        console.tell(title + ": " + std::to_string(error.Number) + ": " + error.what(), error.Number);
+    } catch (const std::exception& error) {
+        console.tell(title + ": " + error.what());
+    }
+    return kFailed;
 }
 
 } // namespace
@@ -79,5 +79,7 @@ int run(int argc, char** argv) {
 } // namespace kestrane
 
 int main(int argc, char** argv) {
+    kestrane::takePlaceOfClosedStreams();
+    std::signal(SIGPIPE, SIG_IGN); // a reader that has gone is an error of writing
     return kestrane::run(argc, argv);
 }

@@ -41,6 +41,23 @@ bool hasDisplay() {
            (platform != nullptr && std::strlen(platform) > 0);
 }
 
+// What is said to a call that asks about the program; null for any other call.
+const char* answerWithoutDisplay(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--version") == 0) return "kestrane " KESTRANE_VERSION_TEXT "\n";
+        if (std::strcmp(argv[i], "--help") == 0)
+            return "Usage: kestrane [FILE...]\n"
+                   "\n"
+                   "Opens noise measurements: .xml .zdp .zd2 .zd4 .zdf .zdo .csv .log\n"
+                   "\n"
+                   "  --help     this text\n"
+                   "  --version  the version\n"
+                   "\n"
+                   "kestrane-cli does the same without windows; kestrane-cli --help tells how.\n";
+    }
+    return nullptr;
+}
+
 int captionOf(Button button) {
     switch (button) {
     case Button::Ok:
@@ -114,6 +131,10 @@ int run(int argc, char** argv) {
 } // namespace kestrane
 
 int main(int argc, char** argv) {
+    if (const char* const answer = kestrane::answerWithoutDisplay(argc, argv)) {
+        std::cout << answer << std::flush;
+        return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
     if (!kestrane::hasDisplay()) {
         std::cerr << kestrane::Texts(kestrane::LoadSoftwareByFirm(KESTRANE_COMPANY), 0, 0, 0).LoadText(8807) << '\n';
         return EXIT_FAILURE;

@@ -13,10 +13,6 @@ namespace kestrane {
 
 namespace {
 
-// The levels and rates that can be entered by hand.
-constexpr int kHighestCriterion = 140;
-constexpr int kHighestExchange = 10;
-
 template <std::size_t N>
 std::vector<std::string> choices(const int (&usual)[N], std::int16_t own) {
     std::vector<int> values(std::begin(usual), std::end(usual));
@@ -35,7 +31,7 @@ std::optional<std::int16_t> wholeNumber(const std::string& text, std::int16_t ow
                           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
     if (!isDigits) return std::nullopt;
     const int value = std::stoi(text);
-    return value >= 1 && value <= highest ? std::optional(static_cast<std::int16_t>(value)) : std::nullopt;
+    return value >= kLowestEntry && value <= highest ? std::optional(static_cast<std::int16_t>(value)) : std::nullopt;
 }
 
 std::optional<clsDate> dateOf(const Session& session, const std::string& text) {

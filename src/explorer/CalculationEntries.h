@@ -11,6 +11,11 @@
 
 namespace kestrane {
 
+// The levels and rates that can be entered by hand, dB.
+constexpr int kLowestEntry = 1;
+constexpr int kHighestCriterion = 140;
+constexpr int kHighestExchange = 10;
+
 enum class CalculationField { Criterion, Exchange, UserCal };
 
 struct CalculationEntries {

@@ -604,6 +604,7 @@ constexpr TextEntry Entries[] = {
     {8809, "The settings file '^' could not be read whole.  It is left as it is: what you change lasts until $ is "
            "closed."},
     // Exposure by the standards: criteria, limits, warnings
+    {8930, "Some intervals of '^' could not be read."},
     {8944, "The level under '^' cannot be computed on this spectrum."},
     {8946, "It cannot be worn for ^ % of the time."},
     {8947, "No C-weighted peak was measured.  Peaks are not compared."},

@@ -127,6 +127,7 @@ int simulate(const Family& family, const SimOptions& options) {
 int run(int argc, char** argv) {
     SimOptions options;
     CLI::App app("An instrument on a pseudo-terminal, for trying downloads without a meter", "kestrane-sim");
+    app.set_version_flag("--version", "kestrane-sim " KESTRANE_VERSION_TEXT);
     std::vector<std::string> names;
     for (const Family& family : kFamilies)
         names.emplace_back(family.name);

@@ -1,23 +1,57 @@
-"""What the tests of kestrane-cli share: its calls, and a folder of its own for each test."""
+"""What the tests of kestrane-cli share: its calls, and a folder of its own for each test. What a verb prints is checked
+against the verb's schema, whatever else a test asks of it."""
 
+import functools
+import json
 import os
 import subprocess
 import sys
 import tempfile
 import unittest
 
+from jsonschema import Draft202012Validator
+
 CLI, SAMPLES = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[-1])
+ROWS = 3     # of a log that are checked at either end: the checker takes its time
 
 
 def sample(name):
     return os.path.join(SAMPLES, name + ".xml")
 
 
+@functools.cache
+def validators():
+    schemas = json.loads(subprocess.run([CLI, "schema"], capture_output=True, check=True).stdout)
+    for schema in schemas.values():
+        Draft202012Validator.check_schema(schema)
+    return {verb: Draft202012Validator(schema) for verb, schema in schemas.items()}
+
+
+def with_few_rows(json_object):
+    items = json_object.get("Items")
+    return {**json_object, "Items": items[:ROWS] + items[-ROWS:]} if items else json_object
+
+
+def check_output(words, out):
+    """Raises when the output of a call with these words is not what the schema of its verb says."""
+    names = [os.fsdecode(word) for word in words]
+    if "schema" in names:
+        return
+    for place, name in enumerate(names):
+        verb = "-".join(names[place:place + 2]) if name == "protectors" else name
+        if verb in validators() and out[:1] in "{[" and "--values" not in names:
+            for line in out.splitlines():
+                validators()[verb].validate(json.loads(line, object_hook=with_few_rows))
+            return
+
+
 def run(*words, **how):
     """Exit status, output and messages of a call."""
     result = subprocess.run([CLI, "--settings", "settings.ini", *words], capture_output=True, check=False,
                             env={**os.environ, "LC_ALL": "C"}, **how)
-    return result.returncode, result.stdout.decode(), result.stderr.decode()
+    out = result.stdout.decode()
+    check_output(words, out)
+    return result.returncode, out, result.stderr.decode(errors="backslashreplace")
 
 
 class InAFolder(unittest.TestCase):

@@ -21,6 +21,8 @@ import tty
 import unittest
 import xml.etree.ElementTree as ElementTree
 
+from harness import check_output
+
 CLI, SIM, SAMPLES = (os.path.abspath(path) for path in sys.argv[1:4])
 FOLDER = tempfile.TemporaryDirectory()
 PATIENCE = 120  # seconds, for one call on a machine with other work
@@ -78,6 +80,7 @@ class Call:
             self.seconds = time.monotonic() - self.began
             self.status = process.returncode
         self.told = simulator.said
+        check_output(verb, self.output)
 
     @functools.cached_property
     def document(self):

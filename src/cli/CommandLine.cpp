@@ -1,0 +1,91 @@
+#include "cli/CommandLine.h"
+
+#include "cli/Nearest.h"
+
+#include <string_view>
+
+namespace kestrane {
+
+namespace {
+
+void addGlobals(CLI::App& app, GlobalOptions& globals) {
+    app.add_option("--company", globals.company, "company name of the version data, which chooses the brand");
+    app.add_option("--settings", globals.settingsFile, "the settings store: this INI file");
+    app.add_option("--decimal-separator", globals.decimalSeparator, "in place of the locale's");
+    app.add_option("--date-separator", globals.dateSeparator, "in place of the locale's");
+    app.add_option("--answer", globals.answer, "the button pressed on every question")
+        ->check(CLI::IsMember({"yes", "no", "ok", "cancel", "retry"}));
+    app.add_flag("--quiet", globals.isQuiet, "no progress on standard error");
+    app.add_option("--errors", globals.errors, "messages on standard error as text, or each as JSON on a line")
+        ->check(CLI::IsMember({"text", "json"}));
+}
+
+// The verb that was called, or the verb's verb; the program itself when there is none.
+const CLI::App& calledVerb(const CLI::App& app) {
+    const auto called = app.get_subcommands();
+    return called.empty() ? app : calledVerb(*called.front());
+}
+
+std::string meant(std::string_view word, const std::vector<std::string>& names) {
+    const std::string name = nearest(word, names);
+    return name.empty() ? std::string() : "; did you mean '" + name + "'?";
+}
+
+std::string hintOfOption(const CLI::App& app, const CLI::App& verb, const std::string& word) {
+    const std::string name = word.substr(0, word.find('='));
+    std::vector<std::string> names;
+    for (const CLI::App* owner : {&verb, &app})
+        for (const CLI::Option* option : owner->get_options())
+            if (!option->get_positional()) names.push_back(option->get_name());
+    for (const CLI::App* group : verb.get_subcommands(nullptr))
+        for (const CLI::Option* option : group->get_options())
+            if (group->get_name().empty()) names.push_back(option->get_name());
+    return "no option '" + name + "'" + meant(name, names);
+}
+
+std::string hintOfVerb(const CLI::App& verb, const std::string& word) {
+    std::vector<std::string> names;
+    for (const CLI::App* sub : verb.get_subcommands(nullptr))
+        if (!sub->get_name().empty()) names.push_back(sub->get_name());
+    return "no verb '" + word + "'" + meant(word, names);
+}
+
+} // namespace
+
+void declare(CLI::App& app, Call& call) {
+    app.set_version_flag("--version", "kestrane-cli " KESTRANE_VERSION_TEXT);
+    app.require_subcommand(1);
+    app.fallthrough();
+    addGlobals(app, call.globals);
+    for (const auto verbs :
+         {documentVerbs(), viewVerbs(), analysisVerbs(), protectionVerbs(), assessmentVerbs(), reportVerbs(),
+          exportVerbs(), downloadVerbs(), watchVerbs(), schemaVerbs()}) {
+        for (const Verb& verb : verbs) {
+            CLI::App* sub = app.add_subcommand(verb.name, verb.description);
+            sub->callback([&call, &verb, runs = verb.prepare(*sub)] {
+                call.run = runs;
+                call.needsLoop = verb.needsLoop;
+            });
+        }
+    }
+}
+
+std::string hintOf(const CLI::App& app, const CLI::ParseError& error) {
+    const CLI::App& verb = calledVerb(app);
+    for (const std::string& word : app.remaining(true)) {
+        if (word.size() > 1 && word.front() == '-') return hintOfOption(app, verb, word);
+        if (verb.get_require_subcommand_min() > 0) return hintOfVerb(verb, word);
+    }
+    return error.what();
+}
+
+bool asksForJsonErrors(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view word = argv[i];
+        if (word == "--errors=json" || (word == "--errors" && i + 1 < argc && std::string_view(argv[i + 1]) == "json"))
+            return true;
+    }
+    return false;
+}
+
+} // namespace kestrane

@@ -1,0 +1,62 @@
+#include "cli/Outputs.h"
+
+#include "cli/Console.h"
+#include "platform/Files.h"
+
+#include <filesystem>
+#include <map>
+
+namespace kestrane {
+
+namespace {
+
+std::string nameIn(const std::string& folder, const std::string& file, const std::string& extension) {
+    const std::string stem = file == "-" ? "stdin" : std::filesystem::path(file).stem().string();
+    return (std::filesystem::path(folder) / (stem + extension)).string();
+}
+
+} // namespace
+
+CLI::Option* addOutput(CLI::App& verb, std::string& output, const std::string& what) {
+    return verb.add_option("-o", output, what + "; - is standard output")->type_name("OUT");
+}
+
+void addOutputs(CLI::App& verb, OutputArguments& outputs, const std::string& what) {
+    auto* group = verb.add_option_group("output")->require_option(1);
+    addOutput(*group, outputs.file, what);
+    group->add_option("-O", outputs.folder, "the folder to write an output for each file in, under the file's name")
+        ->type_name("FOLDER")
+        ->check(CLI::ExistingDirectory);
+}
+
+std::string outputPath(const std::string& name) {
+    return name == "-" ? kStandardOutput : name;
+}
+
+bool isStandardOutput(const std::string& name) {
+    return openFileNumber(outputPath(name)) == 1;
+}
+
+std::vector<std::string> outputsOf(const std::vector<std::string>& files, const OutputArguments& outputs,
+                                   const std::string& extension) {
+    if (outputs.folder.empty() && files.size() > 1)
+        throw WrongWords("Several files need a folder for their outputs: -O");
+    std::vector<std::string> names;
+    std::map<std::string, std::string> taken;
+    for (const std::string& file : files) {
+        const std::string& name =
+            names.emplace_back(outputs.folder.empty() ? outputs.file : nameIn(outputs.folder, file, extension));
+        const auto [other, isNew] = taken.try_emplace(name, file);
+        if (!isNew) throw WrongWords(other->second + " and " + file + " would both be written to " + name);
+    }
+    return names;
+}
+
+void keepFilesFrom(const std::vector<std::string>& outputs, const std::vector<std::string>& files) {
+    for (const std::string& name : outputs)
+        for (const std::string& file : files)
+            if (fileExists(name) && !isStandardOutput(name) && isSameFile(name, file))
+                throw WrongWords(name + " is one of the files that are read");
+}
+
+} // namespace kestrane

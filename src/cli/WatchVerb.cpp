@@ -1,0 +1,173 @@
+#include "app/Documents.h"
+#include "app/StartUp.h"
+#include "cli/Interrupt.h"
+#include "cli/Jobs.h"
+#include "cli/Verbs.h"
+#include "platform/Files.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <set>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kestrane {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::chrono::milliseconds kLook{250}; // between looks at the folder
+constexpr int kQuietLooks = 8;                  // a file that has not changed for so many is complete
+
+struct WatchOptions {
+    std::string folder, work, format = "csv", output;
+};
+
+// What tells one state of a file from another.
+struct FileState {
+    std::int64_t size = 0, changed = 0 /* ns, of content or name */;
+
+    bool operator==(const FileState&) const = default;
+};
+
+std::optional<FileState> stateOf(const std::string& path) {
+    struct stat about {};
+
+    if (stat(path.c_str(), &about) != 0 || !S_ISREG(about.st_mode)) return std::nullopt;
+    constexpr std::int64_t kNanoseconds = 1'000'000'000;
+    const auto time = [](const timespec& t) { return t.tv_sec * kNanoseconds + t.tv_nsec; };
+    return FileState{about.st_size, std::max(time(about.st_mtim), time(about.st_ctim))};
+}
+
+// Somebody on this machine has the file open for writing. False where that cannot be found out.
+bool isBeingWritten(const std::string& path) {
+    const int handle = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (handle < 0) return false;
+    const bool isBusy = fcntl(handle, F_SETLEASE, F_RDLCK) != 0 && errno == EAGAIN;
+    close(handle);
+    return isBusy;
+}
+
+// The files of a folder that wait for work, from look to look. A file is done when its output is there and not older
+// than it, so that a watch that begins anew goes on where the last one ended.
+class WatchedFolder {
+public:
+    WatchedFolder(const WatchOptions& options, std::string extension) :
+        options_(options), extension_(std::move(extension)) {}
+
+    std::string outputOf(const std::string& file) const {
+        return (fs::path(options_.output) / (fs::path(file).stem().string() + extension_)).string();
+    }
+
+    // The files that are complete and not done, by name. Raises the system's error when the folder cannot be read.
+    std::vector<std::string> due() {
+        std::vector<std::string> names;
+        std::map<std::string, Seen> seen;
+        for (const fs::directory_entry& entry : fs::directory_iterator(options_.folder)) {
+            const std::string path = entry.path().string();
+            const auto state = stateOf(path);
+            if (!state || entry.path().filename().string().starts_with('.') || !isNamedAsDataFile(path)) continue;
+            Seen& now = seen[path] = seen_.contains(path) ? seen_[path] : Seen{*state};
+            now.quietLooks = now.state == *state ? now.quietLooks + 1 : 0;
+            now.isTaken = now.isTaken && now.state == *state;
+            now.state = *state;
+            if (now.isTaken || now.quietLooks < kQuietLooks || isBeingWritten(path) || isDone(path, *state)) continue;
+            now.isTaken = true;
+            names.push_back(path);
+        }
+        seen_ = std::move(seen);
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    // Another file of the folder whose output has the same name; empty when there is none.
+    std::string rivalOf(const std::string& file) const {
+        for (const auto& [other, state] : seen_)
+            if (other != file && outputOf(other) == outputOf(file)) return other;
+        return {};
+    }
+
+private:
+    struct Seen {
+        FileState state;
+        int quietLooks = 0;
+        bool isTaken = false; // given out in this state
+    };
+
+    bool isDone(const std::string& path, const FileState& state) const {
+        const auto output = stateOf(outputOf(path));
+        return output && output->changed >= state.changed;
+    }
+
+    const WatchOptions& options_;
+    std::string extension_;
+    std::map<std::string, Seen> seen_;
+};
+
+FileJob jobOf(const WatchOptions& options) {
+    if (options.work == "report") return reportJob();
+    return options.work == "export" ? exportJob(options.format) : saveJob();
+}
+
+int watch(Program& program, const WatchOptions& options) {
+    if (isSameFile(options.folder, options.output))
+        throw WrongWords(
+            "The outputs need a folder of their own: in the one that is watched they would be taken for files");
+    const std::string extension = options.work == "report" ? ".pdf"
+                                  : options.work == "save" ? ".xml"
+                                                           : "." + options.format;
+    WatchedFolder folder(options, extension);
+    const FileJob job = jobOf(options);
+    for (const Interrupt interrupt; !interrupt.hasCome(); std::this_thread::sleep_for(kLook)) {
+        for (const std::string& name : folder.due()) {
+            if (interrupt.hasCome()) break;
+            const std::string output = folder.outputOf(name);
+            if (const std::string rival = folder.rivalOf(name); !rival.empty()) {
+                program.console.tell(rival + " and " + name + " would both be written to " + output);
+                continue;
+            }
+            program.forEachFile({name}, [&](clsFile& file, std::size_t) {
+                if (!job(program, file, name, output)) return false;
+                program.print({{"FileName", fullPath(name)}, {"Output", output}});
+                program.out().flush();
+                return true;
+            });
+        }
+    }
+    return kDone;
+}
+
+RunVerb watchVerb(CLI::App& verb) {
+    const auto options = std::make_shared<WatchOptions>();
+    verb.add_option("FOLDER", options->folder, "the folder that data files come to")
+        ->required()
+        ->check(CLI::ExistingDirectory);
+    verb.add_option("--do", options->work, "what is done with each: report, export or save")
+        ->required()
+        ->check(CLI::IsMember({"report", "export", "save"}));
+    verb.add_option("--format", options->format, "of an export: csv, xlsx or ndjson; without it, csv")
+        ->check(CLI::IsMember(exportFormats()));
+    verb.add_option("-O", options->output, "the folder to write the outputs in")
+        ->required()
+        ->type_name("FOLDER")
+        ->check(CLI::ExistingDirectory);
+    return [options](Program& program) { return watch(program, *options); };
+}
+
+constexpr Verb kVerbs[] = {{"watch", "work on each data file that comes to a folder", watchVerb}};
+
+} // namespace
+
+std::span<const Verb> watchVerbs() {
+    return kVerbs;
+}
+
+} // namespace kestrane
