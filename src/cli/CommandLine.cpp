@@ -59,7 +59,7 @@ void declare(CLI::App& app, Call& call) {
     addGlobals(app, call.globals);
     for (const auto verbs :
          {documentVerbs(), viewVerbs(), analysisVerbs(), protectionVerbs(), assessmentVerbs(), reportVerbs(),
-          exportVerbs(), downloadVerbs(), watchVerbs(), schemaVerbs()}) {
+          exportVerbs(), downloadVerbs(), watchVerbs(), schemaVerbs(), syntaxVerbs()}) {
         for (const Verb& verb : verbs) {
             CLI::App* sub = app.add_subcommand(verb.name, verb.description);
             sub->callback([&call, &verb, runs = verb.prepare(*sub)] {

@@ -28,6 +28,7 @@ std::span<const Verb> exportVerbs();     // tables for other programs
 std::span<const Verb> protectionVerbs(); // exposure calculator and hearing protectors
 std::span<const Verb> reportVerbs();     // paper
 std::span<const Verb> schemaVerbs();     // what the output of the others looks like
+std::span<const Verb> syntaxVerbs();     // the command line itself, for the build
 std::span<const Verb> viewVerbs();       // what the windows show: tree, panel, table, charts, texts
 std::span<const Verb> watchVerbs();      // a folder that files come to
 
