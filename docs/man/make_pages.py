@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the manual pages and the completions of the programs: names and options from the parser itself
+"""Makes the manual pages, the completions and the schemas of the programs: names and options from the parser itself
 (kestrane-cli syntax, kestrane-sim --help), what they do from the documents. A verb, or an option of one, that
 docs/cli.md does not tell of is an error.
 
@@ -326,6 +326,8 @@ def main():
     cli_pages(syntax, docs, version, out)
     format_pages(docs, version, out)
     program_pages(sim, docs, version, out)
+    for verb, schema in json.loads(subprocess.run([cli, "schema"], capture_output=True, check=True).stdout).items():
+        out("schemas", verb + ".json", json.dumps(schema, indent=1) + "\n")
     out("completions", "kestrane-cli", bash(syntax))
     out("completions", "_kestrane-cli", zsh(syntax))
     out("completions", "kestrane-cli.fish", fish(syntax))

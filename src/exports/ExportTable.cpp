@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <memory>
 
 namespace kestrane {
@@ -34,7 +35,7 @@ std::string lnName(const clsLog& log, int ln, const std::string& member) {
 }
 
 ExportCell numberOrNone(float value) {
-    return value == 0 ? ExportCell() : ExportCell(shortestDouble(value));
+    return value == 0 || !std::isfinite(value) ? ExportCell() : ExportCell(shortestDouble(value));
 }
 
 ExportCell textOrNone(const std::string& text) {
