@@ -275,7 +275,7 @@ class Comparison:
     def recalc(self, ours, log, words):
         mode = self.random.randint(0, 4)
         words = ["recalc", self.name, "--mode", str(mode), *words]
-        for option, name, choices in (("--criterion", "Criterion", [80, 85, 0, -5]), ("--exchange", "Exchange", [3, 4, 5, 0]),
+        for option, name, choices in (("--criterion", "Criterion", [80, 85, 1, 140]), ("--exchange", "Exchange", [3, 4, 5, 10]),
                                       ("--exposure", "ExposureTime", [4.0, 8.0, 0.5, 24.0])):
             if self.random.random() < 0.4:
                 setattr(log, name, self.random.choice(choices))
