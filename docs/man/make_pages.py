@@ -260,7 +260,7 @@ def zsh(syntax):
             out += [quoted(f"{name}[{text}]{value}") for name in option["Names"]]
         return " ".join(out)
     cases = "".join(f"        {quoted(' '.join(words))}) _arguments {arguments(verb)} "
-                    + (f"'1:verb:({' '.join(sub['Name'] for sub in verb['Verbs'])})'" if verb["Verbs"] else "'*:file:_files'") + " ;;\n"
+                    + (f"'*:verb:({' '.join(sub['Name'] for sub in verb['Verbs'])})'" if verb["Verbs"] else "'*:file:_files'") + " ;;\n"
                     for words, verb in each_verb(syntax))
     verbs = " ".join(quoted(f"{verb['Name']}:{verb['Description']}") for verb in syntax["Verbs"])
     known = "|".join(quoted(" ".join(words)) for words, _ in each_verb(syntax))

@@ -174,9 +174,7 @@ LogArguments logOfWord(const std::string& word) {
 
 // False when a log is not there; the reason has been shown.
 bool addCompared(Program& program, const LogArguments& arguments, Json& logs, std::vector<AnalysedRow>& all) {
-    program.console.File = arguments.file;
     const auto chosen = openLog(program, arguments);
-    program.console.File.clear();
     if (!chosen || !hasAllRows(program, *chosen->log)) return false;
     const auto rows = analysedRows(*chosen->log);
     all.insert(all.end(), rows.begin(), rows.end());

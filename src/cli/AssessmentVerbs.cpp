@@ -208,6 +208,7 @@ private:
 
 int assessFile(Program& program, const std::string& file) {
     Session& session = program.session;
+    program.console.File = file;
     const std::string input = file == "-" ? kStandardInput : fullPath(file);
     // What is piped in has no folder of its own: its paths are relative to the working folder.
     const std::string path = std::filesystem::is_regular_file(input) && file != "-" ? input : fullPath("-");

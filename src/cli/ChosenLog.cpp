@@ -35,6 +35,7 @@ void addLog(CLI::App& verb, LogArguments& arguments) {
 }
 
 std::optional<ChosenLog> openLog(Program& program, const LogArguments& arguments) {
+    program.console.File = arguments.file;
     clsFile* const file = program.open(arguments.file);
     return file == nullptr ? std::nullopt : chooseLog(program, *file, arguments.log);
 }

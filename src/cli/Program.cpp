@@ -134,7 +134,7 @@ bool Program::write(const std::string& output, const std::function<void(const st
         writer(takeOutput(output));
         return true;
     } catch (const RuntimeError& error) {
-        session.ShowMessage(saveErrorText(session, error, fullPath(output)), kIconExclamation);
+        session.ShowMessage(saveErrorText(session, error, fullPath(outputPath(output))), kIconExclamation);
         return false;
     }
 }

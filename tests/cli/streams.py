@@ -144,8 +144,8 @@ class Messages(InAFolder):
     def test_messages_are_json_lines_when_asked_for(self):
         for words, status, file in ((["show", DOSIMETER, "none.xml"], 1, "none.xml"), (["shwo"], 2, None),
                                     (["save", DOSIMETER, "-o", "/dev/full"], 1, DOSIMETER),
-                                    (["recalc", DOSIMETER, "--log", "L9I9F9"], 1, None),
-                                    (["chart", LONG, "--tab", "0", "--3d", "--values"], 0, None)):
+                                    (["recalc", DOSIMETER, "--log", "L9I9F9"], 1, DOSIMETER),
+                                    (["chart", LONG, "--tab", "0", "--3d", "--values"], 0, LONG)):
             for errors in (["--errors", "json"], ["--errors=json"]):
                 found, _, err = run(*words, *errors)
                 self.assertEqual((found, err.count("\n")), (status, 1), err)
