@@ -136,7 +136,8 @@ std::optional<std::string> askFreeName(Session& session, const clsFile& file, co
         if (!name || name->empty()) return std::nullopt;
         const clsFile* const other = openFileOfName(session, *name);
         if (other == nullptr || other == &file) return name;
-        session.ShowMessage(ReplaceText(session.LoadText(6532), "^", other->ShortenedFileName()), kIconExclamation);
+        session.ShowMessage(ReplaceText(session.LoadText(Text::FileIsOpen), "^", other->ShortenedFileName()),
+                            kIconExclamation);
         proposal = *name;
     }
 }
@@ -223,7 +224,7 @@ void rememberRecentFile(Session& session, const std::string& name) {
 
 std::string saveErrorText(const Session& session, const RuntimeError& error, const std::string& name) {
     return std::to_string(error.Number) + ": " + error.what() + "\r\n\r\n" +
-           ReplaceText(session.LoadText(6530), "^", name);
+           ReplaceText(session.LoadText(Text::ErrorSaving), "^", name);
 }
 
 namespace {
@@ -232,14 +233,14 @@ enum class Saved { Yes, No, Failed }; // No: it is not to be saved; Failed: it c
 
 Saved save(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName) {
     if (session.Options.PreventEmptySaving && hasEmptyCollection(file)) {
-        session.ShowMessage(session.LoadText(6539), kIconInformation);
+        session.ShowMessage(session.LoadText(Text::FilesWithoutLogsNotSaved), kIconInformation);
         return Saved::No;
     }
     const bool needsName = file.FileName.empty() || file.JustAcquired() || file.IsOldStyle() || bSaveAs;
     if (!needsName && !IsChanged(file)) return Saved::Yes;
     const std::string nameBefore = file.FileName;
     if (needsName) {
-        if (file.IsOldStyle()) session.ShowMessage(session.LoadText(6537), kIconInformation);
+        if (file.IsOldStyle()) session.ShowMessage(session.LoadText(Text::NotCompatibleAfterSaving), kIconInformation);
         const std::optional<std::string> name = askFreeName(session, file, askName);
         if (!name) return Saved::No;
         file.FileName = *name;
@@ -272,14 +273,16 @@ bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askNa
     for (clsFile* file : files) {
         file->ToBeSaved = false;
         if (const std::vector<clsLog*> logs = logsOfUnsavedRows(*file); !logs.empty()) {
-            const std::string question = ReplaceText(session.LoadText(6533), "^", file->ShortenedFileName());
+            const std::string question =
+                ReplaceText(session.LoadText(Text::AskSaveExposureRows), "^", file->ShortenedFileName());
             const Button answer = session.ShowMessage(question, kButtonsYesNoCancel + kIconQuestion);
             if (answer == Button::Cancel) return false;
             file->ToBeSaved = answer == Button::Yes;
             if (file->ToBeSaved) withRows.insert(withRows.end(), logs.begin(), logs.end());
         }
         if (file->ToBeSaved || !IsChanged(*file)) continue;
-        const std::string question = ReplaceText(session.LoadText(6529), "^", file->ShortenedFileName());
+        const std::string question =
+            ReplaceText(session.LoadText(Text::AskSaveChanges), "^", file->ShortenedFileName());
         const Button answer = session.ShowMessage(question, kButtonsYesNoCancel + kIconQuestion);
         if (answer == Button::Cancel) return false;
         file->ToBeSaved = answer == Button::Yes;
@@ -288,7 +291,8 @@ bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askNa
         log->SaveDoseCalc = true;
     std::erase_if(files, [](const clsFile* file) { return !file->ToBeSaved; });
     const auto isIdle = [&session] { return noLogIsBusy(session); };
-    if (!files.empty() && !session.frame->WaitUntil(session.pump, session.LoadText(6534), isIdle)) return false;
+    if (!files.empty() && !session.frame->WaitUntil(session.pump, session.LoadText(Text::SavedWhenLoaded), isIdle))
+        return false;
     for (clsFile* file : files) {
         const std::string nameBefore = file->FileName;
         Saved saved = save(session, *file, false, askName);

@@ -11,8 +11,6 @@ namespace kestrane {
 
 namespace {
 
-constexpr int kUntitled = 6531; // text
-
 void takeIn(clsFile& file, std::unique_ptr<clsInsData> data) {
     clsInsData* const present = file.dataOfSerial(data->InsSerial);
     if (present == nullptr) return file.InstrumentDatas.push_back(std::move(data));
@@ -29,12 +27,12 @@ bool DownloadData(const DownloadServices& services, clsFile* objFile) {
     if (!DownloadData(services, *data)) return false;
     if (objFile != nullptr) {
         const bool wasChanged = objFile->Changed;
-        auto step = std::make_unique<ArrangementStep>(*objFile, kTitleMerge);
+        auto step = std::make_unique<ArrangementStep>(*objFile, Text::StepMerge);
         takeIn(*objFile, std::move(data));
         objFile->Edits.record(std::move(step), wasChanged);
         AssignIdentities(session, false, objFile->FileId);
     } else {
-        auto file = std::make_unique<clsFile>(session, session.LoadText(kUntitled));
+        auto file = std::make_unique<clsFile>(session, session.LoadText(Text::Untitled));
         takeIn(*file, std::move(data));
         session.OpenFiles.push_back(std::move(file));
         AssignIdentities(session, true, 0);

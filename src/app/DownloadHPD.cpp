@@ -13,7 +13,7 @@ namespace kestrane {
 namespace {
 
 constexpr std::int64_t kMostBytes = 64 << 20;
-constexpr std::size_t kLeastBytes = 1001;
+constexpr std::size_t kLeastBytes = Text::MenuFile;
 
 std::string textOf(const RuntimeError& error) {
     return std::to_string(error.Number) + ": " + error.what();
@@ -31,7 +31,7 @@ std::optional<std::string> fetch(Session& session, HPDProgress& progress, bool b
     if (answer.end == HttpAnswer::End::Cancelled) return std::nullopt;
     if (answer.end == HttpAnswer::End::Complete && answer.Body.size() >= kLeastBytes) return answer.Body;
     session.frame->SetPanel(Frame::Panel::Error, answer.Reason);
-    session.ShowMessage(session.LoadText(4836), kIconExclamation);
+    session.ShowMessage(session.LoadText(Text::DatabaseNotDownloaded), kIconExclamation);
     return std::nullopt;
 }
 
@@ -46,7 +46,7 @@ void keepOld(const std::string& path) {
 std::string damageOf(const Session& session, const ProtectorCollection& collection, const std::string& fault) {
     const std::size_t read = collection.Protectors.size();
     const std::string line =
-        read == 0 ? std::string() : ReplaceText(session.LoadText(4849), "^", std::to_string(read + 1));
+        read == 0 ? std::string() : ReplaceText(session.LoadText(Text::AtLine), "^", std::to_string(read + 1));
     return fault + "\r\n\r\n" + collection.File + line;
 }
 
@@ -57,13 +57,14 @@ bool LoadHPD(Session& session) {
     collection.Damage.clear();
     try {
         if (loadProtectors(collection.File, collection.Protectors)) return true;
-        collection.Damage = damageOf(session, collection, session.LoadText(4850));
+        collection.Damage = damageOf(session, collection, session.LoadText(Text::TextBehindEmptyLine));
         session.ShowMessage(collection.Damage, kIconExclamation);
         return true;
     } catch (const RuntimeError& error) {
         const bool isMissing = error.Number == ENOENT;
         if (!isMissing) collection.Damage = damageOf(session, collection, textOf(error));
-        session.ShowMessage(isMissing ? ReplaceText(session.LoadText(8801), "^", collection.File) : collection.Damage,
+        session.ShowMessage(isMissing ? ReplaceText(session.LoadText(Text::FileNotFound), "^", collection.File)
+                                      : collection.Damage,
                             kIconExclamation);
         return false;
     }
@@ -72,7 +73,8 @@ bool LoadHPD(Session& session) {
 bool SaveReadable(Session& session, const ProtectorCollection& collection, const std::string& path) {
     std::error_code none; // no such file
     if (!collection.Damage.empty() && std::filesystem::equivalent(path, collection.File, none)) {
-        session.ShowMessage(ReplaceText(session.LoadText(4855), "^", collection.File), kIconExclamation);
+        session.ShowMessage(ReplaceText(session.LoadText(Text::DamagedFileSaveAs), "^", collection.File),
+                            kIconExclamation);
         return false;
     }
     saveProtectors(path, collection.Protectors);
@@ -81,7 +83,8 @@ bool SaveReadable(Session& session, const ProtectorCollection& collection, const
 
 bool DownloadHPD(Session& session, HPDProgress& progress, bool bSilent) {
     ProtectorCollection& collection = *session.protectors;
-    if (session.ShowMessage(session.LoadText(4832), kButtonsOkCancel + kIconQuestion + kDefaultSecond) != Button::Ok)
+    if (session.ShowMessage(session.LoadText(Text::AskReplaceDatabase),
+                            kButtonsOkCancel + kIconQuestion + kDefaultSecond) != Button::Ok)
         return false;
     const std::optional<std::string> body = fetch(session, progress, bSilent);
     if (!body) return false;
@@ -90,17 +93,18 @@ bool DownloadHPD(Session& session, HPDProgress& progress, bool bSilent) {
         keepOld(collection.File);
         std::vector<clsHP> protectors;
         const bool isWhole = readProtectors(text, protectors); // one that does not load never takes the old one's place
-        if (protectors.empty()) throw RuntimeError(kErrorCorruptFile, session.LoadText(8802));
+        if (protectors.empty()) throw RuntimeError(kErrorCorruptFile, session.LoadText(Text::CorruptFileError));
         if (!isWholeDatabase(collection.File)) keepDamagedFile(collection.File); // the next ".bak" is of another one
         writeFileAtomically(collection.File, [&](const FileSink& sink) { sink(text); });
         collection.Protectors = std::move(protectors);
         collection.IsChanged = false;
-        collection.Damage = isWhole ? std::string() : damageOf(session, collection, session.LoadText(4850));
+        collection.Damage =
+            isWhole ? std::string() : damageOf(session, collection, session.LoadText(Text::TextBehindEmptyLine));
     } catch (const RuntimeError& error) {
-        session.ShowMessage(textOf(error), kIconExclamation, session.LoadText(4835));
+        session.ShowMessage(textOf(error), kIconExclamation, session.LoadText(Text::AMessageFrom));
         return false;
     }
-    if (!bSilent) session.ShowMessage(session.LoadText(4834), kIconInformation);
+    if (!bSilent) session.ShowMessage(session.LoadText(Text::DownloadComplete), kIconInformation);
     return true;
 }
 

@@ -6,19 +6,19 @@ namespace kestrane {
 
 void OpenHelpFile(Session& session, const Desktop& desktop, const std::string& path) {
     if (fileExists(path) && desktop.Open(path)) return;
-    session.ShowMessage(session.LoadText(6536), kIconExclamation);
+    session.ShowMessage(session.LoadText(Text::NoHelpFile), kIconExclamation);
 }
 
 void OpenPage(Session& session, const Desktop& desktop, const std::string& address) {
     if (desktop.Open(address)) return;
-    session.ShowMessage(ReplaceText(session.LoadText(8401), "^", address), kIconExclamation);
+    session.ShowMessage(ReplaceText(session.LoadText(Text::UnableToOpen), "^", address), kIconExclamation);
 }
 
 void GetManual(Session& session, const Desktop& desktop, const std::string& path) {
     if (desktop.HasProgramFor("application/pdf")) return OpenHelpFile(session, desktop, path);
-    const auto answer =
-        session.ShowMessage(session.LoadText(8100), kButtonsYesNo + kIconQuestion, session.LoadText(8101));
-    if (answer == Button::Yes) OpenPage(session, desktop, session.LoadText(10014));
+    const auto answer = session.ShowMessage(session.LoadText(Text::AskGetDocumentReader), kButtonsYesNo + kIconQuestion,
+                                            session.LoadText(Text::DocumentReaderNotFound));
+    if (answer == Button::Yes) OpenPage(session, desktop, session.LoadText(Text::ContactDocumentReader));
 }
 
 } // namespace kestrane

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "model/Session.h"
+#include "resources/TextNames.h"
 
 #include <optional>
 #include <span>
@@ -79,8 +80,8 @@ struct MenuItem {
     Menu menu;
     int index;
     Command command;
-    int text;
-    int toolTip = 0;                            // 0: none
+    Text::Id text;
+    Text::Id toolTip = Text::None;
     const char* icon = "";                      // "": none
     const char* keys = "";                      // portable text of the shortcuts, by ";", the shown first; "": none
     int toolBar = 0;                            // place on the tool bar, from 1; 0: not on it

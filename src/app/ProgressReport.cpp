@@ -31,10 +31,12 @@ std::string durationText(const Session& session, double seconds) {
         double below; // seconds
         double length;
         int step;
-        int many, one; // texts
+        Text::Id many, one;
     };
 
-    constexpr Unit kUnits[] = {{55, 1, 5, 9307, 9308}, {5400, 60, 1, 9305, 9306}, {HUGE_VAL, 3600, 1, 9303, 9304}};
+    constexpr Unit kUnits[] = {{55, 1, 5, Text::Seconds, Text::OneSecond},
+                               {5400, 60, 1, Text::Minutes, Text::OneMinute},
+                               {HUGE_VAL, 3600, 1, Text::Hours, Text::OneHour}};
     const Unit& unit =
         *std::find_if(std::begin(kUnits), std::end(kUnits), [&](const Unit& u) { return seconds < u.below; });
     const int count =
@@ -50,7 +52,7 @@ ProgressWords ProgressReport::WordsOf(const DownloadProgress& progress) {
     words.Label = progress.Label;
     words.Received = receivedText(progress.BytesReceived);
     if (const auto done = doneOf(progress)) {
-        const std::string log = ReplaceText(session_.LoadText(3510), "^", std::to_string(progress.Log));
+        const std::string log = ReplaceText(session_.LoadText(Text::LogOf), "^", std::to_string(progress.Log));
         words.Log = ReplaceText(log, "*", std::to_string(progress.Logs));
         words.Percent = static_cast<int>(std::floor(*done * 100));
         words.TimeLeft = timeLeftText(*done);
@@ -62,9 +64,9 @@ std::string ProgressReport::receivedText(std::int64_t bytes) const {
     constexpr std::int64_t kLargestCount = 9999;
     constexpr double kThousand = 1000;
     if (bytes == 0) return {};
-    if (bytes <= kLargestCount) return ReplaceText(session_.LoadText(3511), "^", std::to_string(bytes));
+    if (bytes <= kLargestCount) return ReplaceText(session_.LoadText(Text::BytesReceived), "^", std::to_string(bytes));
     const std::string number = formatNumber(static_cast<double>(bytes) / kThousand, "0.0", session_.locale);
-    return ReplaceText(session_.LoadText(3512), "^", number);
+    return ReplaceText(session_.LoadText(Text::KBReceived), "^", number);
 }
 
 std::string ProgressReport::timeLeftText(double done) {
@@ -75,7 +77,8 @@ std::string ProgressReport::timeLeftText(double done) {
     const Seconds elapsed = clock_.now() - *begin_;
     const double since = done - doneAtBegin_;
     if (elapsed < kFirstEstimate || since < kLeastDone) return {};
-    return ReplaceText(session_.LoadText(3513), "^", durationText(session_, elapsed.count() * (1 - done) / since));
+    return ReplaceText(session_.LoadText(Text::AboutLeft), "^",
+                       durationText(session_, elapsed.count() * (1 - done) / since));
 }
 
 } // namespace kestrane

@@ -20,8 +20,9 @@ namespace {
 
 constexpr std::string_view kFormat = "##0.0";
 constexpr std::string_view kCorrectionKey = "Correction";
-constexpr int kCorrectionTexts[] = {4816, 4817, 4818, 4819}; // by correction
-constexpr int kTypes[] = {4812, 4813};
+constexpr Text::Id kCorrectionTexts[] = {Text::CorrectionNone, Text::Correction2StdDevs, Text::Correction4dB,
+                                         Text::Correction1StdDev}; // by correction
+constexpr Text::Id kTypes[] = {Text::Earplug, Text::Earmuff};
 
 using Bands = ProtectorEntries::Bands;
 
@@ -43,7 +44,7 @@ std::optional<float> numberOf(std::string_view entry, const Locale& locale) {
 
 // A group of boxes and what is said of one that is no number, in the order of the checks.
 struct NumericBoxes {
-    int fault;
+    Text::Id fault;
     std::vector<const std::string*> entries;
 };
 
@@ -55,11 +56,11 @@ std::vector<NumericBoxes> numericBoxes(const ProtectorEntries& entries) {
                 all.push_back(&entry);
         return all;
     };
-    return {{4823, both(entries.Mean, entries.MeanUS)},
-            {4824, both(entries.SD, entries.SDUS)},
-            {4825, {&entries.HML[0], &entries.HML[1], &entries.HML[2]}},
-            {4826, {&entries.SNR}},
-            {4827, {&entries.NRR}}};
+    return {{Text::MeansNotNumeric, both(entries.Mean, entries.MeanUS)},
+            {Text::DeviationsNotNumeric, both(entries.SD, entries.SDUS)},
+            {Text::HMLNotNumeric, {&entries.HML[0], &entries.HML[1], &entries.HML[2]}},
+            {Text::SNRNotNumeric, {&entries.SNR}},
+            {Text::NRRNotNumeric, {&entries.NRR}}};
 }
 
 // Calls visit(entry, figure) for every numeric box and what it stands for.
@@ -104,13 +105,13 @@ ProtectorScreen::~ProtectorScreen() = default;
 
 std::vector<std::string> ProtectorScreen::Captions() const {
     std::vector<std::string> captions;
-    for (const int text : {4803, 4804, 4805})
+    for (const Text::Id text : {Text::ProtectorName, Text::ProtectorType, Text::OctaveMethod})
         captions.push_back(session_.LoadText(text));
     if (isUS_) {
-        captions.push_back(session_.LoadText(4808));
+        captions.push_back(session_.LoadText(Text::NRRMethod));
     } else {
-        captions.push_back(session_.LoadText(4806));
-        captions.push_back(session_.LoadText(4807));
+        captions.push_back(session_.LoadText(Text::HMLMethod));
+        captions.push_back(session_.LoadText(Text::SNRMethod));
     }
     if (IsSelection()) captions.push_back(levelName(session_, session_.Options.HPDCalc));
     return captions;
@@ -140,7 +141,7 @@ std::vector<ProtectorCell> ProtectorScreen::Cells(const clsHP& hp) const {
 
 std::vector<std::string> ProtectorScreen::Corrections() const {
     std::vector<std::string> texts;
-    for (const int text : kCorrectionTexts)
+    for (const Text::Id text : kCorrectionTexts)
         texts.push_back(session_.LoadText(text));
     return texts;
 }
@@ -174,16 +175,16 @@ std::string ProtectorScreen::AcceptedNumber(const std::string& entry, const std:
     return number ? shownNumber(*number) : before;
 }
 
-int ProtectorScreen::faultOf(const ProtectorEntries& entries, const clsHP* self) const {
+Text::Id ProtectorScreen::faultOf(const ProtectorEntries& entries, const clsHP* self) const {
     const std::string name = nameOf(entries.Name);
-    if (name.empty()) return 4820;
+    if (name.empty()) return Text::NameNotEntered;
     const auto isTaken = [&](const clsHP& other) { return &other != self && other.Name == name; };
-    if (self != nullptr && std::any_of(Protectors().begin(), Protectors().end(), isTaken)) return 4821;
-    if (entries.Type.empty()) return 4822;
+    if (self != nullptr && std::any_of(Protectors().begin(), Protectors().end(), isTaken)) return Text::NameInUse;
+    if (entries.Type.empty()) return Text::TypeNotEntered;
     for (const NumericBoxes& boxes : numericBoxes(entries))
         for (const std::string* entry : boxes.entries)
             if (!numberOf(trimmed(*entry), session_.locale)) return boxes.fault;
-    return 0;
+    return Text::None;
 }
 
 // A figure whose box shows what it showed before keeps its further decimals.
@@ -204,7 +205,7 @@ clsHP ProtectorScreen::Draft(const ProtectorEntries& entries) const {
 std::optional<std::size_t> ProtectorScreen::Store(const ProtectorEntries& entries, std::optional<std::size_t> index) {
     if (IsReadOnly()) return std::nullopt;
     std::vector<clsHP>& records = collection_.Protectors;
-    if (const int fault = faultOf(entries, index ? &records.at(*index) : nullptr); fault != 0) {
+    if (const Text::Id fault = faultOf(entries, index ? &records.at(*index) : nullptr); fault != Text::None) {
         session_.ShowMessage(session_.LoadText(fault), kIconExclamation);
         return std::nullopt;
     }
@@ -212,7 +213,7 @@ std::optional<std::size_t> ProtectorScreen::Store(const ProtectorEntries& entrie
         const std::string name = nameOf(entries.Name);
         const auto same =
             std::find_if(records.begin(), records.end(), [&](const clsHP& record) { return record.Name == name; });
-        const std::string question = ReplaceText(session_.LoadText(4828), "^", name);
+        const std::string question = ReplaceText(session_.LoadText(Text::AskReplace), "^", name);
         if (same != records.end() &&
             session_.ShowMessage(question, kButtonsOkCancel + kIconQuestion + kDefaultSecond) != Button::Ok)
             return std::nullopt;
@@ -231,7 +232,8 @@ std::optional<std::size_t> ProtectorScreen::Store(const ProtectorEntries& entrie
 
 bool ProtectorScreen::Delete(std::size_t index) {
     if (IsReadOnly()) return false;
-    if (session_.ShowMessage(session_.LoadText(4829), kButtonsOkCancel + kIconQuestion + kDefaultSecond) != Button::Ok)
+    if (session_.ShowMessage(session_.LoadText(Text::AreYouSure), kButtonsOkCancel + kIconQuestion + kDefaultSecond) !=
+        Button::Ok)
         return false;
     collection_.Protectors.erase(collection_.Protectors.begin() + static_cast<std::ptrdiff_t>(index));
     collection_.IsChanged = true;
@@ -240,13 +242,14 @@ bool ProtectorScreen::Delete(std::size_t index) {
 
 bool ProtectorScreen::MayLose(const ProtectorEntries& entries, const clsHP* protector) const {
     return entries == EntriesOf(protector) ||
-           session_.ShowMessage(session_.LoadText(4830), kButtonsOkCancel + kIconQuestion) == Button::Ok;
+           session_.ShowMessage(session_.LoadText(Text::LoseChanges), kButtonsOkCancel + kIconQuestion) == Button::Ok;
 }
 
 std::optional<ProtectorChoice> ProtectorScreen::Choose(std::size_t index) const {
     const clsHP& hp = Protectors().at(index);
     if (level(hp)) return ProtectorChoice{hp, correction_};
-    session_.ShowMessage(ReplaceText(session_.LoadText(4831), "^", Captions().back()), kIconExclamation);
+    session_.ShowMessage(ReplaceText(session_.LoadText(Text::CorrectionNotPossible), "^", Captions().back()),
+                         kIconExclamation);
     return std::nullopt;
 }
 
@@ -261,7 +264,7 @@ void ProtectorScreen::writeSafely(const std::function<void()>& write) const {
 void ProtectorScreen::SaveReadable(const AskText& askName) const {
     const std::filesystem::path file = collection_.File;
     const std::string proposal = (file.parent_path() / file.stem()).string() + "_readable" + file.extension().string();
-    const std::optional<std::string> name = askName(session_.LoadText(4852), proposal);
+    const std::optional<std::string> name = askName(session_.LoadText(Text::SaveReadableRecords), proposal);
     if (name) writeSafely([&] { kestrane::SaveReadable(session_, collection_, *name); });
 }
 
@@ -270,7 +273,7 @@ void ProtectorScreen::KeepDamaged() {
         const std::string kept = keepDamagedFile(collection_.File);
         collection_.Damage.clear();
         collection_.IsChanged = true; // the file is still the damaged one
-        session_.ShowMessage(ReplaceText(session_.LoadText(4854), "^", kept), kIconInformation);
+        session_.ShowMessage(ReplaceText(session_.LoadText(Text::DamagedFileKept), "^", kept), kIconInformation);
     });
 }
 

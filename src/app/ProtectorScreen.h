@@ -6,6 +6,7 @@
 #include "model/clsLog.h"
 #include "platform/Message.h"
 #include "protection/ProtectorDatabase.h"
+#include "resources/TextNames.h"
 
 #include <array>
 #include <functional>
@@ -101,7 +102,7 @@ public:
 private:
     std::optional<float> level(const clsHP& protector) const;
     std::string shownNumber(float value) const;
-    int faultOf(const ProtectorEntries& entries, const clsHP* self) const;
+    Text::Id faultOf(const ProtectorEntries& entries, const clsHP* self) const;
     void take(const ProtectorEntries& entries, clsHP& protector) const;
     void writeSafely(const std::function<void()>& write) const; // shows what it raises
 

@@ -55,7 +55,8 @@ bool SettingsDialog::isUnusedLn(int parameter) const {
 
 std::optional<SettingsChanges> SettingsDialog::Confirm(const std::string& exposureTimeEntry) {
     if (mode_ != SettingsMode::Explorer && !readExposureTime(exposureTimeEntry)) {
-        session_.ShowMessage(session_.LoadText(5038), kIconExclamation, session_.LoadText(9100));
+        session_.ShowMessage(session_.LoadText(Text::ExposureLengthInvalid), kIconExclamation,
+                             session_.LoadText(Text::Error));
         return std::nullopt;
     }
     Edited.HPDCalcMethod = calcMethodOf(Edited.HPDCalc, Edited.HPDCalcMethod);
@@ -87,8 +88,8 @@ SettingsChanges SettingsDialog::confirmAll() {
     try {
         session_.Options.SaveToRegistry(session_.settings);
     } catch (const RuntimeError& error) {
-        session_.ShowMessage(ReplaceText(session_.LoadText(5079), "^", error.what()), kIconExclamation,
-                             session_.LoadText(9100));
+        session_.ShowMessage(ReplaceText(session_.LoadText(Text::SettingsNotStored), "^", error.what()),
+                             kIconExclamation, session_.LoadText(Text::Error));
     }
     return {true, isDisplayed, false};
 }
@@ -100,7 +101,7 @@ SettingsChanges SettingsDialog::confirmExplorer() {
 }
 
 SettingsChanges SettingsDialog::confirmLog() {
-    editLog(*log_, kTitleDisplayOptions, [&] {
+    editLog(*log_, Text::StepDisplayOptions, [&] {
         clsLogOptions& options = log_->objLogOptions;
         const float hours = std::exchange(Edited.objLogOptions.ExposureTime, options.ExposureTime);
         Edited.objLogOptions.Plottable = options.Plottable; // a recalculation may have ended meanwhile
@@ -117,9 +118,9 @@ std::vector<SerialChoice> serialChoices(const Session& session, std::int16_t cho
         std::find_if(ports.begin(), ports.end(), [&](const auto& port) { return port.Number >= chosen; });
     if (isPort(chosen) && (place == ports.end() || place->Number != chosen)) ports.insert(place, {chosen, {}, {}});
 
-    std::vector<SerialChoice> choices = {{session.LoadText(5032), 0}};
+    std::vector<SerialChoice> choices = {{session.LoadText(Text::PortAuto), 0}};
     for (const PortInfo& port : ports) {
-        std::string text = ReplaceText(session.LoadText(5033), "^", std::to_string(port.Number));
+        std::string text = ReplaceText(session.LoadText(Text::PortNumber), "^", std::to_string(port.Number));
         if (!port.Device.empty()) text += ": " + port.Device;
         if (!port.Description.empty()) text += ", " + port.Description;
         choices.push_back({std::move(text), static_cast<std::int16_t>(port.Number)});

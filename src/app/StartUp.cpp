@@ -122,9 +122,9 @@ std::vector<std::string> sampleFiles() {
 void readSettings(Session& session) {
     session.Options.DefaultDataDirectory = defaultDataFolder(programFolder(), session.DocumentsFolder);
     if (const std::string file = session.settings.Unreadable(); !file.empty())
-        session.ShowMessage(ReplaceText(session.LoadText(8809), "^", file), kIconExclamation);
+        session.ShowMessage(ReplaceText(session.LoadText(Text::SettingsNotRead), "^", file), kIconExclamation);
     for (const std::string& key : session.Options.GetFromRegistry(session.settings)) {
-        session.ShowMessage(ReplaceText(session.LoadText(8805), "^", key), kIconExclamation);
+        session.ShowMessage(ReplaceText(session.LoadText(Text::SettingNotOfItsKind), "^", key), kIconExclamation);
     }
     for (int i = 1; i <= kRecentKeys; ++i) {
         const std::string name = session.settings.read(kPreferences, recentKey(i), {});

@@ -24,15 +24,16 @@ constexpr double kSlackOfTimes = 0.25;       // h
 constexpr double kSmall = 1e-9;
 
 struct ActionRule {
-    int name; // text
+    Text::Id name;
     double limit;
     bool isPeak;
     bool isWithProtector;
 };
 
 constexpr ActionRule kActions[] = {
-    {8956, 80, false, false}, {8972, 135, true, false}, {8957, 85, false, false},
-    {8973, 137, true, false}, {8958, 87, false, true},  {8974, 140, true, false},
+    {Text::LimitLowerAction, 80, false, false}, {Text::LimitLowerActionPeak, 135, true, false},
+    {Text::LimitUpperAction, 85, false, false}, {Text::LimitUpperActionPeak, 137, true, false},
+    {Text::LimitValue, 87, false, true},        {Text::LimitValuePeak, 140, true, false},
 };
 
 using Task = std::optional<std::string>;
@@ -66,7 +67,7 @@ public:
         protector();
         out_.Actions = actions(out_.LEX8h);
         if (!group_.Week.empty()) out_.WeekActions = actions(out_.LEXw);
-        warnings_.add("edition", {}, 8981);
+        warnings_.add("edition", {}, Text::WarnEdition);
         return std::move(out_);
     }
 
@@ -74,7 +75,7 @@ private:
     // ---- by tasks
 
     void byTasks() {
-        if (group_.Tasks.empty()) warnings_.bad({}, 8992);
+        if (group_.Tasks.empty()) warnings_.bad({}, Text::WarnNoTasks);
         for (const AssessmentTask& task : group_.Tasks)
             out_.Tasks.push_back(figuresOf(task));
         const bool isWhole = std::all_of(out_.Tasks.begin(), out_.Tasks.end(),
@@ -95,7 +96,7 @@ private:
         if (isDuration(task.Hours)) {
             out.Hours = task.Hours;
         } else {
-            warnings_.bad(task.Name, 8993, warnings_.number(task.Hours));
+            warnings_.bad(task.Name, Text::WarnDurationCannotBe, warnings_.number(task.Hours));
         }
         out.U1b = ofDuration(task);
         if (out.Leq && out.Hours) {
@@ -113,7 +114,7 @@ private:
         const auto [shortest, longest] = *task.HoursRange;
         if (shortest >= 0 && shortest <= longest && isDuration(longest))
             return uncertaintyOfDuration(shortest, longest);
-        warnings_.bad(task.Name, 8994, warnings_.number(shortest) + "-" + warnings_.number(longest));
+        warnings_.bad(task.Name, Text::WarnNoRange, warnings_.number(shortest) + "-" + warnings_.number(longest));
         return std::nullopt;
     }
 
@@ -141,7 +142,8 @@ private:
         if (!isCertain) return;
         out_.Uncertainty = std::sqrt(sum);
         for (std::size_t i = 0; i < terms.size() && terms.size() > 1; ++i) {
-            if (terms[i] > sum / 2 * (1 + kSmall)) warnings_.add("one-task-dominates", out_.Tasks[i].Name, 8978);
+            if (terms[i] > sum / 2 * (1 + kSmall))
+                warnings_.add("one-task-dominates", out_.Tasks[i].Name, Text::WarnOneTaskDominates);
         }
     }
 
@@ -153,7 +155,8 @@ private:
             sum += *task.Hours;
         }
         if (std::abs(sum - *group_.EffectiveDay) > kSlackOfTimes + kSmall)
-            warnings_.add("time-sum", {}, 8995, warnings_.number(sum), warnings_.number(*group_.EffectiveDay));
+            warnings_.add("time-sum", {}, Text::WarnTasksAndDay, warnings_.number(sum),
+                          warnings_.number(*group_.EffectiveDay));
     }
 
     // ---- by samples of a job or of whole days
@@ -167,41 +170,42 @@ private:
         if (isJob) checkMeasuredTime(samples.MeasuredHours);
         if (!samples.AreAllThere) return;
         const std::size_t count = samples.Levels.size();
-        if (isJob && count < kFewestJobSamples) warnings_.add("few-job-samples", {}, 8976);
+        if (isJob && count < kFewestJobSamples) warnings_.add("few-job-samples", {}, Text::WarnFewJobSamples);
         if (!isJob) checkSamples(samples.Levels, {});
         if (hours) out_.LEX8h = normalisedTo8Hours(*energyMean(samples.Levels), *hours);
         out_.U1 = standardDeviation(samples.Levels);
         if (!out_.U1) return;
         out_.C1u1 = samplingUncertainty(count, *out_.U1);
         if (*out_.U1 > kHighestU1) {
-            warnings_.add("large-c1u1", {}, 8996, warnings_.number(*out_.U1));
+            warnings_.add("large-c1u1", {}, Text::WarnDeviation, warnings_.number(*out_.U1));
         } else if (out_.C1u1 && toHundredths(*out_.C1u1) > kLargestC1u1) {
-            warnings_.add("large-c1u1", {}, 8977, warnings_.number(*out_.C1u1));
+            warnings_.add("large-c1u1", {}, Text::WarnSamplingUncertainty, warnings_.number(*out_.C1u1));
         }
         if (out_.C1u1 && out_.LEX8h)
             out_.Uncertainty = std::sqrt(squared(*out_.C1u1) + squared(out_.U2) + squared(out_.U3));
     }
 
     void checkSamples(const std::vector<double>& levels, const Task& task) {
-        if (levels.size() < kFewestSamples) warnings_.add("few-samples", task, 8975);
+        if (levels.size() < kFewestSamples) warnings_.add("few-samples", task, Text::WarnFewSamples);
         const auto [lowest, highest] = std::minmax_element(levels.begin(), levels.end());
         if (levels.size() == kFewestSamples && reaches(*highest - *lowest, kWidestSpread))
-            warnings_.add("spread", task, 8997);
+            warnings_.add("spread", task, Text::WarnSpread);
     }
 
     void checkMeasuredTime(const Figure& hours) {
         if (!group_.Workers) return;
-        if (*group_.Workers < 1) return warnings_.bad({}, 8998, std::to_string(*group_.Workers));
+        if (*group_.Workers < 1) return warnings_.bad({}, Text::WarnWorkersCannotBe, std::to_string(*group_.Workers));
         const double least = minimumMeasuredHours(*group_.Workers);
         if (!hours || *hours >= least - kSmall) return;
-        warnings_.add("measured-time", {}, *group_.Workers > kLargestGroup ? 8949 : 8948, warnings_.number(*hours),
-                      warnings_.number(least));
+        warnings_.add("measured-time", {},
+                      *group_.Workers > kLargestGroup ? Text::WarnMeasuredTooShortOrSplit : Text::WarnMeasuredTooShort,
+                      warnings_.number(*hours), warnings_.number(least));
     }
 
     Figure effectiveDay() {
         const double hours = group_.EffectiveDay.value_or(kReferenceHours);
         if (isDuration(hours)) return hours;
-        warnings_.bad({}, 8993, warnings_.number(hours));
+        warnings_.bad({}, Text::WarnDurationCannotBe, warnings_.number(hours));
         return std::nullopt;
     }
 
@@ -213,7 +217,7 @@ private:
 
     Figure ownPeak(const Figure& peak, const Task& task) {
         if (!peak || isLevel(*peak)) return peak;
-        warnings_.bad(task, 8985, warnings_.number(*peak));
+        warnings_.bad(task, Text::WarnLevelCannotBe, warnings_.number(*peak));
         return std::nullopt;
     }
 
@@ -226,9 +230,9 @@ private:
         }
         if (out_.CPeak) return;
         if (otherPeak_) {
-            warnings_.add("no-c-peak", {}, 8980, warnings_.number(*otherPeak_));
+            warnings_.add("no-c-peak", {}, Text::WarnPeakNotCWeighted, warnings_.number(*otherPeak_));
         } else {
-            warnings_.add("no-c-peak", {}, 8947);
+            warnings_.add("no-c-peak", {}, Text::WarnNoPeak);
         }
     }
 
@@ -237,7 +241,7 @@ private:
         bool isWhole = !group_.Week.empty();
         for (const AssessmentDay& day : group_.Week) {
             const bool isBad = day.LEX8h && *day.LEX8h != 0 && !isLevel(*day.LEX8h); // a day may be without exposure
-            if (isBad) warnings_.bad({}, 8985, warnings_.number(*day.LEX8h));
+            if (isBad) warnings_.bad({}, Text::WarnLevelCannotBe, warnings_.number(*day.LEX8h));
             const Figure level = day.LEX8h ? day.LEX8h : out_.LEX8h;
             isWhole = isWhole && level && !isBad;
             if (isWhole) days.push_back(*level);
@@ -251,7 +255,7 @@ private:
         ProtectedResult& result = out_.Protected.emplace();
         const Figure reduction = reductionOf(worn, result);
         const bool isShare = worn.WornPercent >= 0 && worn.WornPercent <= 100;
-        if (!isShare) warnings_.bad({}, 8946, warnings_.number(worn.WornPercent));
+        if (!isShare) warnings_.bad({}, Text::WarnWornShare, warnings_.number(worn.WornPercent));
         if (!reduction || !out_.LEX8h) return;
         result.Level = *out_.LEX8h - *reduction;
         if (!isShare) return;
@@ -263,12 +267,12 @@ private:
         if (worn.Reduction) {
             result.Method = "given";
             if (*worn.Reduction == 0 || isLevel(*worn.Reduction)) return worn.Reduction;
-            warnings_.bad({}, 8985, warnings_.number(*worn.Reduction));
+            warnings_.bad({}, Text::WarnLevelCannotBe, warnings_.number(*worn.Reduction));
             return std::nullopt;
         }
         const clsLog* log = samples_.log(*worn.Spectrum, {}, warnings_, out_.Sources);
         const clsHP* hp = samples_.protector(worn.Name);
-        if (hp == nullptr) warnings_.bad({}, 8808, worn.Name);
+        if (hp == nullptr) warnings_.bad({}, Text::NoSuchProtector, worn.Name);
         if (log == nullptr || hp == nullptr) return std::nullopt;
         const Figure leq = aWeightedLeq(*log);
         out_.Sources.back().Leq = leq;
@@ -281,7 +285,7 @@ private:
                              : found.Result != kCannotCompute ? Figure(found.Result)
                                                               : std::nullopt;
         if (leq && level) return *leq - *level;
-        warnings_.bad({}, 8944, worn.Name);
+        warnings_.bad({}, Text::WarnProtectorNotComputed, worn.Name);
         return std::nullopt;
     }
 

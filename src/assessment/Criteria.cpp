@@ -20,14 +20,14 @@ constexpr double kEnergyRate = 3;    // dB; by it, a dose without threshold foll
 constexpr double kLongestExact = 60; // seconds of a row
 
 struct LimitRule {
-    int name; // text
+    Text::Id name;
     double value;
     bool isDose;
 };
 
 struct CriterionRule {
     std::string_view name;
-    int title; // text
+    Text::Id title; // text
     std::optional<double> criterion, threshold;
     double exchange;
     std::optional<double> perDecade; // printed factor of TWA; nothing: the exact one
@@ -39,13 +39,32 @@ constexpr double kNioshFactor = 10.0;
 
 std::vector<CriterionRule> rulesOf(const std::optional<OwnCriterion>& own) {
     std::vector<CriterionRule> rules = {
-        {"eu", 8950, {}, {}, 3, {}, {{8956, 80, false}, {8957, 85, false}, {8958, 87, false}}},
-        {"osha-hc", 8951, 90, 80, 5, kOshaFactor, {{8959, 50, true}}},
-        {"osha-pel", 8952, 90, 90, 5, kOshaFactor, {{8960, 100, true}}},
-        {"niosh", 8953, 85, {}, 3, kNioshFactor, {{8961, 100, true}}},
-        {"acgih", 8954, 85, 80, 3, kNioshFactor, {{8962, 100, true}}},
+        {"eu",
+         Text::CriteriaEU,
+         {},
+         {},
+         3,
+         {},
+         {{Text::LimitLowerAction, 80, false}, {Text::LimitUpperAction, 85, false}, {Text::LimitValue, 87, false}}},
+        {"osha-hc",
+         Text::CriteriaOshaHearingConservation,
+         90,
+         80,
+         5,
+         kOshaFactor,
+         {{Text::LimitActionLevel, 50, true}}},
+        {"osha-pel", Text::CriteriaOshaPel, 90, 90, 5, kOshaFactor, {{Text::LimitPEL, 100, true}}},
+        {"niosh", Text::CriteriaNiosh, 85, {}, 3, kNioshFactor, {{Text::LimitREL, 100, true}}},
+        {"acgih", Text::CriteriaAcgih, 85, 80, 3, kNioshFactor, {{Text::LimitTLV, 100, true}}},
     };
-    if (own) rules.push_back({"own", 8955, own->Criterion, own->Threshold, own->Exchange, {}, {{8963, 100, true}}});
+    if (own)
+        rules.push_back({"own",
+                         Text::CriteriaOwn,
+                         own->Criterion,
+                         own->Threshold,
+                         own->Exchange,
+                         {},
+                         {{Text::LimitOwn, 100, true}}});
     return rules;
 }
 
@@ -76,7 +95,7 @@ public:
     }
 
 private:
-    std::string text(int id) const { return log_.session().LoadText(id); }
+    std::string text(Text::Id id) const { return log_.session().LoadText(id); }
 
     static bool followsFromLeq(const CriterionRule& rule) { return rule.exchange == kEnergyRate && !rule.threshold; }
 
@@ -138,9 +157,9 @@ private:
         const bool isSlow = (isByB ? log_.TimeWeightB() : log_.TimeWeightA()) == "Slow";
         if (!levels_.Rows.empty() && !followsFromLeq(rule) && rule.criterion &&
             (levels_.LongestRow > kLongestExact || !isSlow))
-            add(ReplaceText(text(8964), "^", singleText(static_cast<float>(levels_.LongestRow))));
-        if (isByB && out_.LAeq) add(text(8965));
-        if (levels_.Origin == LevelsFrom::Bands && out_.LAeq) add(text(8966));
+            add(ReplaceText(text(Text::BasisApproximate), "^", singleText(static_cast<float>(levels_.LongestRow))));
+        if (isByB && out_.LAeq) add(text(Text::BasisChannelB));
+        if (levels_.Origin == LevelsFrom::Bands && out_.LAeq) add(text(Text::BasisBands));
         if (const std::string reported = reportedDose(rule); !reported.empty()) add(reported);
         return note;
     }
@@ -153,14 +172,15 @@ private:
         constexpr double kNone = -1;
         const double threshold = isNumeric(log_.Threshold, {}) ? toDouble(log_.Threshold, {}) : kNone;
         if (threshold != rule.threshold.value_or(kNone)) return {};
-        return ReplaceText(text(8969), "^", log_.DoseETCumA.Format(false, true, "##0.0", log_.session().locale));
+        return ReplaceText(text(Text::ReportedByInstrument), "^",
+                           log_.DoseETCumA.Format(false, true, "##0.0", log_.session().locale));
     }
 
     std::string missing(const CriterionRule& rule) const {
         const bool hasNoRows = log_.LogIntervals.Count() == 0;
-        if (levels_.Origin == LevelsFrom::Nowhere) return text(8968);
-        if (hasNoRows && !followsFromLeq(rule) && rule.criterion) return text(8967);
-        return text(hasNoRows ? (out_.LAeq ? 8970 : 8968) : 8971);
+        if (levels_.Origin == LevelsFrom::Nowhere) return text(Text::NoAWeightedLevel);
+        if (hasNoRows && !followsFromLeq(rule) && rule.criterion) return text(Text::NeedsRows);
+        return text(hasNoRows ? (out_.LAeq ? Text::NoMeasuredTime : Text::NoAWeightedLevel) : Text::NoRowsCount);
     }
 
     const clsLog& log_;

@@ -29,14 +29,14 @@ bool isDuration(double hours) {
     return hours > 0 && hours <= kLongestDay;
 }
 
-void Warnings::add(std::string_view code, const std::optional<std::string>& task, int text, const std::string& first,
-                   const std::string& second) {
+void Warnings::add(std::string_view code, const std::optional<std::string>& task, Text::Id text,
+                   const std::string& first, const std::string& second) {
     AssessmentWarning warning{std::string(code), task,
                               ReplaceText(ReplaceText(session_.LoadText(text), "*", second), "^", first)};
     if (std::find(list_.begin(), list_.end(), warning) == list_.end()) list_.push_back(std::move(warning));
 }
 
-void Warnings::bad(const std::optional<std::string>& task, int text, const std::string& first) {
+void Warnings::bad(const std::optional<std::string>& task, Text::Id text, const std::string& first) {
     add("bad-value", task, text, first);
 }
 
@@ -59,10 +59,10 @@ SampleLevels SampleSource::gather(const std::vector<Sample>& samples, const std:
             out.Levels.push_back(level);
         } else {
             out.AreAllThere = false;
-            warnings.bad(task, 8985, warnings.number(level));
+            warnings.bad(task, Text::WarnLevelCannotBe, warnings.number(level));
         }
     }
-    if (samples.empty()) warnings.bad(task, 8984);
+    if (samples.empty()) warnings.bad(task, Text::WarnNoSamples);
     out.AreAllThere = out.AreAllThere && !samples.empty();
     return out;
 }
@@ -85,13 +85,14 @@ const clsLog* SampleSource::log(const LogRows& rows, const std::optional<std::st
     sources.push_back({rows.File, hash, rows.Log, rows.From, rows.To, {}});
     const clsFile* file = hash.empty() ? nullptr : data_.File(path);
     if (file == nullptr) {
-        warnings.bad(task, 8986, rows.File);
+        warnings.bad(task, Text::WarnNotOpened, rows.File);
         return nullptr;
     }
-    if (!rows.Sha256.empty() && rows.Sha256 != hash) warnings.add("file-changed", task, 8979, rows.File);
+    if (!rows.Sha256.empty() && rows.Sha256 != hash)
+        warnings.add("file-changed", task, Text::WarnFileChanged, rows.File);
     const clsLog* log = logOfKey(*file, rows.Log);
     if (log == nullptr) {
-        warnings.bad(task, 8987, rows.Log + " (" + rows.File + ")");
+        warnings.bad(task, Text::WarnNoLog, rows.Log + " (" + rows.File + ")");
     } else {
         sources.back().Log = keyOfLog(*file, *log);
     }
@@ -100,29 +101,32 @@ const clsLog* SampleSource::log(const LogRows& rows, const std::optional<std::st
 
 void SampleSource::take(const LogRows& rows, const std::optional<std::string>& task, Warnings& warnings,
                         std::vector<SourceResult>& sources, SampleLevels& out) {
-    const auto isMissing = [&](int text, const std::string& word) {
+    const auto isMissing = [&](Text::Id text, const std::string& word) {
         out.AreAllThere = false;
         out.MeasuredHours.reset();
-        if (text != 0) warnings.bad(task, text, word);
+        if (text != Text::None) warnings.bad(task, text, word);
     };
     const clsLog* found = log(rows, task, warnings, sources);
-    if (found == nullptr) return isMissing(0, {});
+    if (found == nullptr) return isMissing(Text::None, {});
     const std::int64_t count = found->LogIntervals.Count();
     SourceResult& source = sources.back();
-    if (count == 0 || found->HasUnreadIntervals) return isMissing(8988, source.Log + " (" + rows.File + ")");
+    if (count == 0 || found->HasUnreadIntervals)
+        return isMissing(Text::WarnNoRows, source.Log + " (" + rows.File + ")");
     const RowRange range{rows.From.value_or(1), rows.To.value_or(count)};
     if (range.From < 1 || range.To < range.From || range.To > count)
-        return isMissing(8989, std::to_string(range.From) + "-" + std::to_string(range.To));
+        return isMissing(Text::WarnRowsNotInLog, std::to_string(range.From) + "-" + std::to_string(range.To));
     source.From = range.From;
     source.To = range.To;
     const bool isWhole = !rows.From && !rows.To;
     const LogLevels levels = levelsOfRows(*found, isWhole ? std::nullopt : std::optional(range));
     raise(out.CPeak, levels.CPeak);
     raise(out.OtherPeak, levels.OtherPeak);
-    if (!levels.Leq) return isMissing(levels.Origin == LevelsFrom::Nowhere ? 8990 : 8991, source.Log);
-    if (!isLevel(*levels.Leq)) return isMissing(8985, warnings.number(*levels.Leq));
-    if (levels.Origin == LevelsFrom::Bands) warnings.add("weighting", task, 8982, source.Log);
-    if (levels.Origin == LevelsFrom::ChannelB) warnings.add("weighting", task, 8983, source.Log);
+    if (!levels.Leq)
+        return isMissing(levels.Origin == LevelsFrom::Nowhere ? Text::WarnNoAWeightedLevel : Text::WarnNoRowCounts,
+                         source.Log);
+    if (!isLevel(*levels.Leq)) return isMissing(Text::WarnLevelCannotBe, warnings.number(*levels.Leq));
+    if (levels.Origin == LevelsFrom::Bands) warnings.add("weighting", task, Text::WarnFromBands, source.Log);
+    if (levels.Origin == LevelsFrom::ChannelB) warnings.add("weighting", task, Text::WarnFromChannelB, source.Log);
     source.Leq = levels.Leq;
     out.Levels.push_back(*levels.Leq);
     if (out.MeasuredHours) *out.MeasuredHours += levels.Hours;

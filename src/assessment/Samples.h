@@ -2,6 +2,7 @@
 #pragma once
 
 #include "assessment/Assess.h"
+#include "resources/TextNames.h"
 
 #include <map>
 
@@ -18,11 +19,11 @@ public:
     Warnings(const Session& session, std::vector<AssessmentWarning>& list) : session_(session), list_(list) {}
 
     // text: with ^ and * for the first and the second word. Each warning is kept once.
-    void add(std::string_view code, const std::optional<std::string>& task, int text, const std::string& first = {},
-             const std::string& second = {});
+    void add(std::string_view code, const std::optional<std::string>& task, Text::Id text,
+             const std::string& first = {}, const std::string& second = {});
 
     // For the warning that a value cannot be.
-    void bad(const std::optional<std::string>& task, int text, const std::string& first = {});
+    void bad(const std::optional<std::string>& task, Text::Id text, const std::string& first = {});
 
     std::string number(double value) const;
 

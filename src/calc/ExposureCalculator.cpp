@@ -24,22 +24,23 @@ constexpr int kMostInserted = 100;
 
 // Each column's caption in the text table, the longest entry, and what is said of one that does not fit.
 struct ColumnInfo {
-    int caption; // 0: none
+    Text::Id caption;
     int maxLength;
-    int refusal; // 0: every entry fits
+    Text::Id refusal; // None: every entry fits
 };
 
-constexpr std::array<ColumnInfo, kExposureColumns> kColumns = {{{0, 0, 0},
-                                                                {4536, 2, 4658},
-                                                                {9504, 1, 4651},
-                                                                {4538, 10, 4652},
-                                                                {4524, 8, 4653},
-                                                                {4539, 256, 0},
-                                                                {9515, 5, 4654},
-                                                                {4556, 8, 4655},
-                                                                {9501, 0, 0},
-                                                                {9506, 0, 0},
-                                                                {4540, 1, 4656}}};
+constexpr std::array<ColumnInfo, kExposureColumns> kColumns = {
+    {{Text::None, 0, Text::None},
+     {Text::CriterionColumn, 2, Text::RefusedCriterion},
+     {Text::ExchangeRateShort, 1, Text::RefusedExchangeRate},
+     {Text::DateColumn, 10, Text::RefusedDate},
+     {Text::TimeColumn, 8, Text::RefusedTimeOfDay},
+     {Text::NoteColumn, 256, Text::None},
+     {Text::Leq, 5, Text::RefusedLevel},
+     {Text::ExposureTimeColumn, 8, Text::RefusedExposureTime},
+     {Text::Lepd, 0, Text::None},
+     {Text::DosePercent, 0, Text::None},
+     {Text::IncludedColumn, 1, Text::RefusedIncluded}}};
 
 const ColumnInfo& infoOf(int column) {
     return kColumns.at(static_cast<std::size_t>(column));

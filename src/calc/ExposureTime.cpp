@@ -34,7 +34,7 @@ std::string exposureTimeLabel(const clsLog& log) {
     const std::string own = exposureTimeText(log.objLogOptions.ExposureTime);
     const std::string reference = exposureTimeText(kReferenceHours);
     if (log.IsBrevikMeter() || own == reference) return own;
-    return reference + ReplaceText(log.session().LoadText(4645), "^", own);
+    return reference + ReplaceText(log.session().LoadText(Text::FiguresMadeWithTime), "^", own);
 }
 
 std::optional<float> durationHours(std::string_view entry, const Locale& locale) {
@@ -51,7 +51,7 @@ float exposureTimeHours(std::string_view entry, const Locale& locale) {
 
 std::string understoodExposureTime(const Session& session, std::string_view entry) {
     const float hours = exposureTimeHours(entry, session.locale);
-    if (!isExposureTime(hours)) return session.LoadText(5069);
+    if (!isExposureTime(hours)) return session.LoadText(Text::ExposureTimeOutOfRange);
     const auto seconds = static_cast<std::int64_t>(wholeSeconds(hours));
     return "= " + DurationText(session, seconds / 3600, seconds / 60 % 60, seconds % 60);
 }
@@ -65,9 +65,9 @@ bool isExposureTime(float hours) {
     return hours > 0 && static_cast<double>(hours) <= kDay;
 }
 
-int exposureTimeFault(float hours, float measuredHours) {
-    if (!isExposureTime(hours)) return 5069;
-    return wholeSeconds(hours) < wholeSeconds(measuredHours) ? 5070 : 0;
+Text::Id exposureTimeFault(float hours, float measuredHours) {
+    if (!isExposureTime(hours)) return Text::ExposureTimeOutOfRange;
+    return wholeSeconds(hours) < wholeSeconds(measuredHours) ? Text::ExposureTimeTooShort : Text::None;
 }
 
 void SetLogExposureTime(clsLog& log, float hours) {
@@ -80,7 +80,8 @@ void SetLogExposureTime(clsLog& log, float hours) {
 bool changeExposureTime(clsLog& log, float hours) {
     Session& session = log.session();
     const bool isBrevik = log.IsBrevikMeter();
-    if (!isBrevik && session.ShowMessage(session.LoadText(4901), kButtonsYesNo + kIconQuestion) != Button::Yes)
+    if (!isBrevik &&
+        session.ShowMessage(session.LoadText(Text::AskProceed), kButtonsYesNo + kIconQuestion) != Button::Yes)
         return false;
     SetLogExposureTime(log, hours);
     if (isBrevik && !isFullPassUnderWay(log)) CompleteRecalcProcess(log);

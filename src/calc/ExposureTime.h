@@ -4,6 +4,7 @@
 
 #include "model/clsLog.h"
 #include "platform/Locale.h"
+#include "resources/TextNames.h"
 
 #include <optional>
 #include <string>
@@ -32,9 +33,9 @@ std::string shownExposureTime(std::string_view entry, const Locale& locale);
 
 bool isExposureTime(float hours); // above 0, at most 24
 
-// What is wrong with an exposure time of a log that was measured for so many hours (0: not known): the number of the
-// text that says so, 0 when nothing is. To the second.
-int exposureTimeFault(float hours, float measuredHours);
+// What is wrong with an exposure time of a log that was measured for so many hours (0: not known): the
+// text that says so, None when nothing is. To the second.
+Text::Id exposureTimeFault(float hours, float measuredHours);
 
 // Stores the exposure time, in the first row of the exposure calculator, too, and recalculates what follows from it.
 // While a full recalculation is under way its end does the latter.

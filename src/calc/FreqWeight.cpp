@@ -84,7 +84,7 @@ void AdjustFreqWeight(clsLog& log, std::string_view newWeight, bool bAdjustInter
     const std::string after = named.FreqWeightA();
     if (after.empty()) return;
     const int last = log.e("Last");
-    if (last == 0) log.session().ShowMessage(log.session().LoadText(8601), kIconExclamation);
+    if (last == 0) log.session().ShowMessage(log.session().LoadText(Text::WeightingHasNoEffect), kIconExclamation);
     if (after == before) return;
     log.FreqWeightA(after);
     float amount = 0; // of a log without a weighting the first step repeats the one before it (instrument convention)

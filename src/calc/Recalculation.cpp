@@ -148,7 +148,7 @@ void takeReturned(const clsLog& log, clsValue& figure, float returned) {
 void finishRecalculation(clsLog& log) {
     Session& session = log.session();
     if (!noLogIsBusy(session)) return;
-    session.frame->SetPanel(Frame::Panel::Status, session.LoadText(7019));
+    session.frame->SetPanel(Frame::Panel::Status, session.LoadText(Text::CalculatingCompleted));
     session.frame->EnableMenusAndButtons();
 }
 
@@ -410,14 +410,16 @@ std::string reportedNote(const clsLog& log, int channel, int parameter) {
     const Session& session = log.session();
     std::string madeWith;
     if (isOfAnotherCriterion(log, channel, parameter)) {
-        madeWith = ReplaceText(ReplaceText(session.LoadText(4646), "^", std::to_string(log.CriterionDose)), "*",
-                               std::to_string(log.ExchangeDose));
+        madeWith =
+            ReplaceText(ReplaceText(session.LoadText(Text::MadeForCriterion), "^", std::to_string(log.CriterionDose)),
+                        "*", std::to_string(log.ExchangeDose));
     }
     if (isOfAnotherExposureTime(log, channel, parameter)) {
         if (!madeWith.empty()) madeWith += ", ";
-        madeWith += ReplaceText(session.LoadText(4647), "^", exposureTimeText(log.objLogOptions.ExposureTime));
+        madeWith += ReplaceText(session.LoadText(Text::NotForExposureTime), "^",
+                                exposureTimeText(log.objLogOptions.ExposureTime));
     }
-    return madeWith.empty() ? madeWith : ReplaceText(session.LoadText(4642), "^", madeWith);
+    return madeWith.empty() ? madeWith : ReplaceText(session.LoadText(Text::AsReported), "^", madeWith);
 }
 
 void AmendedDisplayValues(const clsLog& log) {
@@ -429,8 +431,8 @@ void RecalcValues(clsInsData& data, bool bForce) {
     forEachLog(data, [&](clsLog& log) {
         bool isWanted = bForce;
         if (!bForce && session.Options.RecalcOnOpen) {
-            isWanted = !log.Warn() ||
-                       session.ShowMessage(session.LoadText(4565), kButtonsYesNo + kIconQuestion) == Button::Yes;
+            isWanted = !log.Warn() || session.ShowMessage(session.LoadText(Text::AskRecalculationTakesTime),
+                                                          kButtonsYesNo + kIconQuestion) == Button::Yes;
         } else if (!bForce) {
             isWanted = !log.FullyCalculated;
         }

@@ -216,7 +216,8 @@ int assessFile(Program& program, const std::string& file) {
     try {
         assessment = assessmentOfText(readInput(input)->view());
     } catch (const RuntimeError& error) {
-        session.ShowMessage(ReplaceText(session.LoadText(8401), "^", file) + "\r\n\r\n" + error.what(), kIconStop);
+        session.ShowMessage(ReplaceText(session.LoadText(Text::UnableToOpen), "^", file) + "\r\n\r\n" + error.what(),
+                            kIconStop);
         return kFailed;
     }
     InstalledProtectors protectors(session);

@@ -50,7 +50,7 @@ std::optional<ChosenLog> chooseLog(Program& program, clsFile& file, const std::s
     chosen.log = node.log;
     if (chosen.log == nullptr) {
         const std::string& name = key.empty() ? file.FileName : key;
-        session.ShowMessage(ReplaceText(session.LoadText(8806), "^", name), kIconExclamation);
+        session.ShowMessage(ReplaceText(session.LoadText(Text::NoLogOfKey), "^", name), kIconExclamation);
         return std::nullopt;
     }
     return chosen;
@@ -59,7 +59,7 @@ std::optional<ChosenLog> chooseLog(Program& program, clsFile& file, const std::s
 bool hasAllRows(Program& program, const clsLog& log) {
     if (!log.HasUnreadIntervals) return true;
     Session& session = program.session;
-    session.ShowMessage(ReplaceText(session.LoadText(8930), "^", log.Name), kIconExclamation);
+    session.ShowMessage(ReplaceText(session.LoadText(Text::IntervalsNotReadAll), "^", log.Name), kIconExclamation);
     return false;
 }
 

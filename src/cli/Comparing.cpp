@@ -48,8 +48,8 @@ std::optional<HPDComparison> compareLog(Program& program, const clsLog& log, con
     const auto hp = std::find_if(protectors.begin(), protectors.end(),
                                  [&](const clsHP& record) { return record.Name == arguments.protector; });
     if (hp == protectors.end()) {
-        program.session.ShowMessage(ReplaceText(program.session.LoadText(8808), "^", arguments.protector),
-                                    kIconExclamation);
+        program.session.ShowMessage(
+            ReplaceText(program.session.LoadText(Text::NoSuchProtector), "^", arguments.protector), kIconExclamation);
         return std::nullopt;
     }
     return compareWithProtector(log, *hp, comparisonOptions(program, arguments), arguments.correction);

@@ -39,7 +39,8 @@ std::optional<AcquireChoice> ConsoleDownload::ChooseLogs(const AcquireList& list
     for (const int row : rows_.value_or(std::vector<int>())) {
         if (row < 1 || row > static_cast<int>(list.Rows.size())) {
             CloseProgress();
-            session_.ShowMessage(ReplaceText(session_.LoadText(8018), "^", std::to_string(row)), kIconExclamation);
+            session_.ShowMessage(ReplaceText(session_.LoadText(Text::NoSuchInstrumentLog), "^", std::to_string(row)),
+                                 kIconExclamation);
             return std::nullopt;
         }
         dialog.Select(static_cast<std::size_t>(row) - 1, true);

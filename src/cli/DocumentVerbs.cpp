@@ -166,7 +166,7 @@ int zoom(Program& program, const ZoomOptions& options) {
     if (!chosen) return kFailed;
     const std::int64_t rows = chosen->log->LogIntervals.Count();
     if (!isRangeOf({options.from, options.to}, rows)) {
-        program.session.ShowMessage(program.session.LoadText(4541), kIconExclamation);
+        program.session.ShowMessage(program.session.LoadText(Text::RangeInvalid), kIconExclamation);
         return kFailed;
     }
     const bool isWhole = options.from == 1 && options.to == rows;
@@ -201,7 +201,9 @@ int cut(Program& program, const CutOptions& options) {
     if (!chosen) return kFailed;
     for (const RowRange& range : ranges) {
         if (isRangeOf(range, chosen->log->LogIntervals.Count())) continue;
-        program.session.ShowMessage(program.session.LoadText(range.From > range.To ? 7013 : 4541), kIconExclamation);
+        program.session.ShowMessage(
+            program.session.LoadText(range.From > range.To ? Text::RangeBackwards : Text::RangeInvalid),
+            kIconExclamation);
         return kFailed;
     }
     setIntervalSelection(*chosen->log, ranges, toBeIncluded);

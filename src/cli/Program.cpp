@@ -54,7 +54,7 @@ Program::Program(const GlobalOptions& options, Console& messages, EventPump& pum
     pump_(pump),
     frame_(messages),
     server_(pump),
-    comm_(settings_, [this](int id) { return session.LoadText(id); }),
+    comm_(settings_, [this](Text::Id id) { return session.LoadText(id); }),
     session(options.company, localeOf(options), settings_, messages_, pump, clock) {
     session.frame = &frame_;
     session.server = &server_;

@@ -53,7 +53,7 @@ PageProgress progressOf(const Program& program, const Interrupt& interrupt) {
         if (!isShown) return goesOn;
         std::cerr << kClearLine;
         if (goesOn && drawn < pages) {
-            const std::string words = ReplaceText(session.LoadText(7123), "^", std::to_string(drawn + 1));
+            const std::string words = ReplaceText(session.LoadText(Text::PrintingPage), "^", std::to_string(drawn + 1));
             std::cerr << ReplaceText(words, "*", std::to_string(pages));
         }
         std::cerr.flush();

@@ -24,7 +24,7 @@ namespace kestrane {
 namespace {
 
 int nothingToShow(Session& session) {
-    session.ShowMessage(session.LoadText(4548), kIconExclamation);
+    session.ShowMessage(session.LoadText(Text::NoAvailableData), kIconExclamation);
     return kFailed;
 }
 
@@ -55,7 +55,7 @@ RunVerb textVerb(CLI::App& verb) {
     return [ids](Program& program) {
         Json texts = Json::object();
         for (const int id : *ids)
-            texts[std::to_string(id)] = program.session.LoadText(id);
+            texts[std::to_string(id)] = program.session.LoadText(Text::Id{id});
         return program.print(texts);
     };
 }
@@ -251,7 +251,7 @@ std::optional<ChartData> chartOfTab(const clsLog& log, const ChartOptions& optio
 // False when the user would rather not wait for a long chart in 3D.
 bool isWanted(Session& session, const clsLog& log, const ChartOptions& options, const ChartData& chart) {
     if (options.tab != kTabFullLog || !isAskedBefore3D(log, chart.Style)) return true;
-    return session.ShowMessage(session.LoadText(4542), kButtonsYesNo + kIconQuestion) == Button::Yes;
+    return session.ShowMessage(session.LoadText(Text::Ask3DTakesTime), kButtonsYesNo + kIconQuestion) == Button::Yes;
 }
 
 int draw(Program& program, ChartData data, const ChartOptions& options) {
@@ -280,7 +280,7 @@ int chart(Program& program, const ChartOptions& options) {
     if (const std::string hint = hintOfChoice(log, options); !hint.empty()) throw WrongWords(hint);
     const std::int64_t rows = log.LogIntervals.Count();
     if (options.tab == kTabInterval && rows > 0 && !isRangeOf({options.interval, options.interval}, rows)) {
-        session.ShowMessage(session.LoadText(4541), kIconExclamation);
+        session.ShowMessage(session.LoadText(Text::RangeInvalid), kIconExclamation);
         return kFailed;
     }
     if (options.tab == kTabCompareHPD) return comparison(program, log, options);

@@ -23,11 +23,13 @@ constexpr int kWidest = 1000;            // captions stay near their values in a
 
 struct SectionBox {
     PanelSection section;
-    int title;
+    Text::Id title;
 };
 
-constexpr SectionBox kFigureBoxes[] = {{PanelSection::Levels, 4606}, {PanelSection::Exposure, 4607}};
-constexpr SectionBox kCommonBoxes[] = {{PanelSection::Measurement, 4608}, {PanelSection::Instrument, 4531}};
+constexpr SectionBox kFigureBoxes[] = {{PanelSection::Levels, Text::PanelLevels},
+                                       {PanelSection::Exposure, Text::PanelExposure}};
+constexpr SectionBox kCommonBoxes[] = {{PanelSection::Measurement, Text::PanelMeasurement},
+                                       {PanelSection::Instrument, Text::Instrument}};
 
 bool isOfFigures(PanelSection section) {
     return section == PanelSection::Levels || section == PanelSection::Exposure;
@@ -88,7 +90,7 @@ QVBoxLayout* columnOf(const Boxes& boxes, Make make) {
 
 CumulativePanelView::CumulativePanelView(const Session& session, QWidget* parent) :
     QScrollArea(parent), session_(session) {
-    nameControl(*this, "fraDefaultData", loadText(session, 4509));
+    nameControl(*this, "fraDefaultData", loadText(session, Text::TabCumulativeData));
     setFrameShape(NoFrame);
     setWidgetResizable(true);
     const auto make = [this](const SectionBox& box) { return figuresBox(box.section, box.title); };
@@ -107,7 +109,7 @@ CumulativePanelView::CumulativePanelView(const Session& session, QWidget* parent
     setWidget(content);
 }
 
-QGroupBox* CumulativePanelView::figuresBox(PanelSection section, int title) {
+QGroupBox* CumulativePanelView::figuresBox(PanelSection section, Text::Id title) {
     auto* const box = new QGroupBox(loadText(session_, title));
     auto* const grid = new QGridLayout(box);
     grid->setHorizontalSpacing(kGap);
@@ -116,21 +118,21 @@ QGroupBox* CumulativePanelView::figuresBox(PanelSection section, int title) {
 }
 
 QGroupBox* CumulativePanelView::calculationBox() {
-    auto* const box = new QGroupBox(loadText(session_, 4622));
-    cboCriterion_ = numberBox("cboCriterion", loadText(session_, 4536));
-    cboExchRate_ = numberBox("cboExchRate", loadText(session_, 4617));
+    auto* const box = new QGroupBox(loadText(session_, Text::Calculation));
+    cboCriterion_ = numberBox("cboCriterion", loadText(session_, Text::CriterionColumn));
+    cboExchRate_ = numberBox("cboExchRate", loadText(session_, Text::PanelExchangeRate));
     txtUserCal_ = new QLineEdit;
-    nameControl(*txtUserCal_, "txtUserCal", loadText(session_, 4618));
-    txtUserCal_->setPlaceholderText(loadText(session_, 4623));
-    cmdApplyChanges_ = new QPushButton(loadText(session_, 4566));
-    nameControl(*cmdApplyChanges_, "cmdApplyChanges", loadPlainText(session_, 4566));
-    cmdRevertChanges_ = new QPushButton(loadText(session_, 4567));
-    nameControl(*cmdRevertChanges_, "cmdRevertChanges", loadPlainText(session_, 4567));
+    nameControl(*txtUserCal_, "txtUserCal", loadText(session_, Text::PanelUserCalibration));
+    txtUserCal_->setPlaceholderText(loadText(session_, Text::DateHint));
+    cmdApplyChanges_ = new QPushButton(loadText(session_, Text::ApplyChanges));
+    nameControl(*cmdApplyChanges_, "cmdApplyChanges", loadPlainText(session_, Text::ApplyChanges));
+    cmdRevertChanges_ = new QPushButton(loadText(session_, Text::RevertChanges));
+    nameControl(*cmdRevertChanges_, "cmdRevertChanges", loadPlainText(session_, Text::RevertChanges));
 
     auto* const form = new QFormLayout(box);
-    form->addRow(loadText(session_, 4624), cboCriterion_);
-    form->addRow(loadText(session_, 4625), cboExchRate_);
-    form->addRow(loadText(session_, 4626), txtUserCal_);
+    form->addRow(loadText(session_, Text::CriterionLevelEdit), cboCriterion_);
+    form->addRow(loadText(session_, Text::ExchangeRateEdit), cboExchRate_);
+    form->addRow(loadText(session_, Text::UserCalibrationEdit), txtUserCal_);
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(cmdApplyChanges_);

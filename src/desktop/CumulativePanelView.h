@@ -5,6 +5,7 @@
 #include "explorer/CalculationEntries.h"
 #include "explorer/CumulativePanel.h"
 #include "model/Session.h"
+#include "resources/TextNames.h"
 
 #include <QScrollArea>
 
@@ -35,7 +36,7 @@ signals:
     void RevertChanges();
 
 private:
-    QGroupBox* figuresBox(PanelSection section, int title);
+    QGroupBox* figuresBox(PanelSection section, Text::Id title);
     QGroupBox* calculationBox();
     void fillSection(PanelSection section, const std::vector<PanelRow>& rows, int panel, bool hasChannelB);
     void showEntries(const clsLog& log);

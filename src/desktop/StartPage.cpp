@@ -18,13 +18,13 @@ constexpr qreal kHeadingSize = 1.5; // of the usual size
 
 struct Offer {
     Command command;
-    int text;
+    Text::Id text;
     const char* icon;
     const char* name;
 };
 
-constexpr Offer kOffers[] = {{Command::FileOpen, 1032, "open", "cmdOpen"},
-                             {Command::FileDownload, 1031, "download", "cmdDownload"}};
+constexpr Offer kOffers[] = {{Command::FileOpen, Text::CommandOpen, "open", "cmdOpen"},
+                             {Command::FileDownload, Text::CommandDownload, "download", "cmdDownload"}};
 
 void enlarge(QLabel& label, qreal size) {
     QFont font = label.font();
@@ -44,9 +44,9 @@ void empty(QVBoxLayout& list) {
 
 StartPage::StartPage(const Session& session) : session_(session) {
     setObjectName("StartPage");
-    auto* const heading = new QLabel(loadText(session, 4609));
+    auto* const heading = new QLabel(loadText(session, Text::NoDataFileIsOpen));
     enlarge(*heading, kHeadingSize);
-    auto* const advice = new QLabel(loadText(session, 4610));
+    auto* const advice = new QLabel(loadText(session, Text::OpenADataFile));
     advice->setForegroundRole(QPalette::PlaceholderText);
     recent_ = new QVBoxLayout;
     samples_ = new QVBoxLayout;
@@ -88,11 +88,11 @@ QWidget* StartPage::commands() {
 }
 
 void StartPage::ShowFiles() {
-    fillList(*recent_, 4648, "cmdRecent", session_.RecentFiles, &StartPage::RecentAsked);
-    fillList(*samples_, 4649, "cmdSample", sampleFiles(), &StartPage::SampleAsked);
+    fillList(*recent_, Text::RecentFiles, "cmdRecent", session_.RecentFiles, &StartPage::RecentAsked);
+    fillList(*samples_, Text::Samples, "cmdSample", sampleFiles(), &StartPage::SampleAsked);
 }
 
-void StartPage::fillList(QVBoxLayout& list, int heading, const char* name, const std::vector<std::string>& paths,
+void StartPage::fillList(QVBoxLayout& list, Text::Id heading, const char* name, const std::vector<std::string>& paths,
                          FileAsked asked) {
     empty(list);
     if (paths.empty()) return;

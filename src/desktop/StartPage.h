@@ -4,6 +4,7 @@
 
 #include "app/Menus.h"
 #include "model/Session.h"
+#include "resources/TextNames.h"
 
 #include <QWidget>
 
@@ -28,7 +29,7 @@ private:
     using FileAsked = void (StartPage::*)(const QString&);
 
     QWidget* commands();
-    void fillList(QVBoxLayout& list, int heading, const char* name, const std::vector<std::string>& paths,
+    void fillList(QVBoxLayout& list, Text::Id heading, const char* name, const std::vector<std::string>& paths,
                   FileAsked asked);
 
     const Session& session_;

@@ -22,17 +22,19 @@ constexpr int kTime = 1;
 } // namespace
 
 fraZoom::fraZoom(const Session& session, Zoom& zoom, QWidget* parent) : QWidget(parent), zoom_(zoom) {
-    nameControl(*this, "fraZoom", loadText(session, 4511));
+    nameControl(*this, "fraZoom", loadText(session, Text::ZoomButton));
     auto* const row = new FlowLayout(kGap, kGap / 2);
     setLayout(row);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(new QLabel(loadText(session, 4650)));
+    row->addWidget(new QLabel(loadText(session, Text::ZoomLabel)));
     optZoom_ = new QButtonGroup(this);
-    for (const auto& [id, text, name] : {std::tuple(kAll, 4512, "optZoom0"), std::tuple(kTime, 4513, "optZoom1")}) {
+    for (const auto& [id, text, name] :
+         {std::tuple(kAll, Text::ZoomAll, "optZoom0"), std::tuple(kTime, Text::ZoomTime, "optZoom1")}) {
         optZoom_->addButton(radioButton(session, text, name, id == kAll), id);
         row->addWidget(optZoom_->button(id));
     }
-    for (const auto& [list, text, name] : {std::tuple(0U, 4514, "lstZoom0"), std::tuple(1U, 4515, "lstZoom1")}) {
+    for (const auto& [list, text, name] :
+         {std::tuple(0U, Text::ZoomFrom, "lstZoom0"), std::tuple(1U, Text::ZoomTo, "lstZoom1")}) {
         QComboBox* const box = intervalBox(intervals_);
         nameControl(*box, name, loadPlainText(session, text));
         auto* const field = new QWidget; // label and list stay together
@@ -46,8 +48,8 @@ fraZoom::fraZoom(const Session& session, Zoom& zoom, QWidget* parent) : QWidget(
         connect(box, &QComboBox::activated, this,
                 [this, list](int index) { (list == 0 ? zoom_.Range.From : zoom_.Range.To) = index + 1; });
     }
-    auto* const cmdApplyZoom = new QPushButton(loadText(session, 4564));
-    nameControl(*cmdApplyZoom, "cmdApplyZoom", loadPlainText(session, 4564));
+    auto* const cmdApplyZoom = new QPushButton(loadText(session, Text::ApplyZoom));
+    nameControl(*cmdApplyZoom, "cmdApplyZoom", loadPlainText(session, Text::ApplyZoom));
     row->addWidget(cmdApplyZoom);
     connect(cmdApplyZoom, &QPushButton::clicked, this, &fraZoom::ApplyZoom);
     connect(optZoom_, &QButtonGroup::idClicked, this, [this](int id) {

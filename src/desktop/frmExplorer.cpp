@@ -103,7 +103,7 @@ void frmExplorer::nodeClick(const std::string& key) {
     if (!isLog) return;
     tree_->ShowOpenLog(state_.DisplayedKey);
     const clsLog* log = resolve(session_, state_.DisplayedKey).log;
-    if (log != nullptr && log->IsBusy()) session_.ShowMessage(session_.LoadText(5065), kIconInformation);
+    if (log != nullptr && log->IsBusy()) session_.ShowMessage(session_.LoadText(Text::StillLoading), kIconInformation);
     showDisplayed();
     emit StateChanged();
 }

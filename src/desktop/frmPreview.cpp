@@ -43,9 +43,9 @@ QString withoutMnemonic(QString text) {
 
 PrintProgress::PrintProgress(const Session& session, QWidget* parent) :
     session_(session),
-    dialog_(std::make_unique<QProgressDialog>(QString(), loadPlainText(session, 9002), 0, 0, parent)) {
+    dialog_(std::make_unique<QProgressDialog>(QString(), loadPlainText(session, Text::Cancel), 0, 0, parent)) {
     dialog_->reset(); // it would come up by itself after a while
-    dialog_->setWindowTitle(loadPlainText(session, 1038));
+    dialog_->setWindowTitle(loadPlainText(session, Text::CommandPrint));
     dialog_->setWindowModality(Qt::ApplicationModal);
     dialog_->setMinimumDuration(kPatience);
 }
@@ -55,7 +55,7 @@ PrintProgress::~PrintProgress() = default;
 PageProgress PrintProgress::function() {
     return [this](std::size_t drawn, std::size_t pages) {
         const std::string page = std::to_string(std::min(drawn + 1, pages));
-        const std::string words = ReplaceText(session_.LoadText(7123), "^", page);
+        const std::string words = ReplaceText(session_.LoadText(Text::PrintingPage), "^", page);
         dialog_->setLabelText(shown(ReplaceText(words, "*", std::to_string(pages))));
         dialog_->setMaximum(static_cast<int>(pages));
         dialog_->setValue(static_cast<int>(drawn));
@@ -66,10 +66,10 @@ PageProgress PrintProgress::function() {
 frmPreview::frmPreview(Session& session, std::vector<PreviewChoice> choices, Printers& printers, QWidget* parent) :
     QDialog(parent), session_(session), choices_(std::move(choices)), printers_(printers) {
     setObjectName("frmPreview");
-    setWindowTitle(withoutMnemonic(loadText(session, 7124)).remove("..."));
+    setWindowTitle(withoutMnemonic(loadText(session, Text::CommandPrintPreview)).remove("..."));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     picPage_ = new QLabel;
-    nameControl(*picPage_, "picPage", loadText(session, 7135));
+    nameControl(*picPage_, "picPage", loadText(session, Text::Page));
     picPage_->setAutoFillBackground(true);
     area_ = new QScrollArea;
     area_->setObjectName("area");
@@ -94,7 +94,7 @@ frmPreview::frmPreview(Session& session, std::vector<PreviewChoice> choices, Pri
 
 frmPreview::~frmPreview() = default;
 
-QToolButton* frmPreview::toolButton(const char* name, int text, const char* sign) {
+QToolButton* frmPreview::toolButton(const char* name, Text::Id text, const char* sign) {
     auto* const button = new QToolButton;
     nameControl(*button, name, loadText(session_, text));
     button->setText(QString::fromUtf8(sign));
@@ -105,20 +105,20 @@ QToolButton* frmPreview::toolButton(const char* name, int text, const char* sign
 
 QWidget* frmPreview::topBar() {
     cboReport_ = new QComboBox;
-    nameControl(*cboReport_, "cboReport", loadPlainText(session_, 7136));
+    nameControl(*cboReport_, "cboReport", loadPlainText(session_, Text::ReportLabel));
     for (const PreviewChoice& choice : choices_)
         cboReport_->addItem(loadPlainText(session_, choice.text));
-    chkLandscape_ = checkBox(session_, 7130, "chkLandscape", false);
-    cmdBack_ = toolButton("cmdBack", 7131, "\u25C0");
-    cmdNext_ = toolButton("cmdNext", 7132, "\u25B6");
+    chkLandscape_ = checkBox(session_, Text::LandscapeButton, "chkLandscape", false);
+    cmdBack_ = toolButton("cmdBack", Text::PreviousPage, "\u25C0");
+    cmdNext_ = toolButton("cmdNext", Text::NextPage, "\u25B6");
     spnPage_ = new QSpinBox;
-    nameControl(*spnPage_, "spnPage", loadText(session_, 7135));
+    nameControl(*spnPage_, "spnPage", loadText(session_, Text::Page));
     spnPage_->setKeyboardTracking(false);
     spnPage_->setMinimum(1);
     lblPages_ = new QLabel;
     lblPages_->setObjectName("lblPages");
-    QToolButton* const cmdSmaller = toolButton("cmdSmaller", 7134, "\u2212");
-    QToolButton* const cmdLarger = toolButton("cmdLarger", 7133, "+");
+    QToolButton* const cmdSmaller = toolButton("cmdSmaller", Text::ZoomOut, "\u2212");
+    QToolButton* const cmdLarger = toolButton("cmdLarger", Text::ZoomIn, "+");
     connect(cmdBack_, &QToolButton::clicked, this, [this] { turn(-1); });
     connect(cmdNext_, &QToolButton::clicked, this, [this] { turn(1); });
     connect(cmdSmaller, &QToolButton::clicked, this, [this] { zoom(1 / kZoomStep); });
@@ -127,7 +127,7 @@ QWidget* frmPreview::topBar() {
     auto* const bar = new QWidget;
     auto* const row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(labelOf(session_, 7136, *cboReport_));
+    row->addWidget(labelOf(session_, Text::ReportLabel, *cboReport_));
     row->addWidget(cboReport_);
     row->addWidget(chkLandscape_);
     row->addStretch();
@@ -138,9 +138,12 @@ QWidget* frmPreview::topBar() {
 }
 
 QWidget* frmPreview::bottomBar() {
-    QPushButton* const cmdSave = pushButton(session_, 7128, "cmdSave", loadPlainText(session_, 7128));
-    QPushButton* const cmdPrint = pushButton(session_, 7129, "cmdPrint", loadPlainText(session_, 7129));
-    QPushButton* const cmdClose = pushButton(session_, 9006, "cmdClose", loadPlainText(session_, 9006));
+    QPushButton* const cmdSave =
+        pushButton(session_, Text::CommandSaveAsPdf, "cmdSave", loadPlainText(session_, Text::CommandSaveAsPdf));
+    QPushButton* const cmdPrint =
+        pushButton(session_, Text::PrintButton, "cmdPrint", loadPlainText(session_, Text::PrintButton));
+    QPushButton* const cmdClose =
+        pushButton(session_, Text::CloseButton, "cmdClose", loadPlainText(session_, Text::CloseButton));
     connect(cmdSave, &QPushButton::clicked, this, &frmPreview::savePdf);
     connect(cmdPrint, &QPushButton::clicked, this, &frmPreview::print);
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
@@ -243,8 +246,8 @@ bool frmPreview::eventFilter(QObject* watched, QEvent* event) {
 void frmPreview::savePdf() {
     const QString start = shown(session_.Options.DefaultDataDirectory) +
                           shown(document_->Title()).replace('/', '-').replace('\\', '-') + ".pdf";
-    QString name =
-        QFileDialog::getSaveFileName(this, loadText(session_, 7127), start, fileFilter(session_.LoadText(7126)));
+    QString name = QFileDialog::getSaveFileName(this, loadText(session_, Text::SaveAsPdfTitle), start,
+                                                fileFilter(session_.LoadText(Text::PdfFilter)));
     if (name.isEmpty()) return;
     if (QFileInfo(name).suffix().isEmpty()) name += ".pdf";
     PrintProgress progress(session_, this);

@@ -4,6 +4,7 @@
 
 #include "model/Session.h"
 #include "printing/Printer.h"
+#include "resources/TextNames.h"
 
 #include <QDialog>
 
@@ -36,7 +37,7 @@ private:
 };
 
 struct PreviewChoice {
-    int text; // its name
+    Text::Id text; // its name
     LayOut layOut;
 };
 
@@ -52,7 +53,7 @@ protected:
 private:
     QWidget* topBar();
     QWidget* bottomBar();
-    QToolButton* toolButton(const char* name, int text, const char* sign);
+    QToolButton* toolButton(const char* name, Text::Id text, const char* sign);
     void layOut();
     void showPage();
     void zoom(double factor);

@@ -34,7 +34,8 @@ void frmPrint::PrintReport(ReportForm form) {
 
 void frmPrint::PrintGraph() {
     if (!explorer_.LogTabs().HasContent()) {
-        if (isPrinterThere(session_, printers_)) session_.ShowMessage(session_.LoadText(4548), kIconInformation);
+        if (isPrinterThere(session_, printers_))
+            session_.ShowMessage(session_.LoadText(Text::NoAvailableData), kIconInformation);
         return;
     }
     print([&](const PageMetrics& paper) { return view(paper); });
@@ -43,11 +44,12 @@ void frmPrint::PrintGraph() {
 void frmPrint::ShowPreview() {
     struct Form {
         ReportForm form;
-        int text;
+        Text::Id text;
     };
 
-    constexpr Form kForms[] = {
-        {ReportForm::Default, 1044}, {ReportForm::Cumulative, 1045}, {ReportForm::CumulativeAndIntervals, 1046}};
+    constexpr Form kForms[] = {{ReportForm::Default, Text::CommandDefaultReport},
+                               {ReportForm::Cumulative, Text::CommandCumulativeReport},
+                               {ReportForm::CumulativeAndIntervals, Text::CommandIntervalsReport}};
     std::vector<PreviewChoice> choices;
     for (const Form& form : kForms) {
         if (form.form == ReportForm::CumulativeAndIntervals &&
@@ -56,7 +58,7 @@ void frmPrint::ShowPreview() {
         choices.push_back({form.text, [this, form](const PageMetrics& paper) { return report(paper, form.form); }});
     }
     if (explorer_.LogTabs().HasContent())
-        choices.push_back({1047, [this](const PageMetrics& paper) { return view(paper); }});
+        choices.push_back({Text::CommandCurrentView, [this](const PageMetrics& paper) { return view(paper); }});
     frmPreview(session_, std::move(choices), printers_, parent_).exec();
 }
 

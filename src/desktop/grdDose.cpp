@@ -70,7 +70,7 @@ public:
         line->setMaxLength(exposureMaxLength(column));
         line->setFrame(false);
         line->setAlignment(column == eColumnNote ? Qt::AlignLeft : Qt::AlignCenter);
-        if (column == eColumnDate) line->setPlaceholderText(loadText(session_, 4623));
+        if (column == eColumnDate) line->setPlaceholderText(loadText(session_, Text::DateHint));
         return line;
     }
 
@@ -172,9 +172,9 @@ QVariant ExposureModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
         if (!isOfRow) return {};
         if (!levelNote(index).empty()) return shown(levelNote(index));
-        if (isMissing(index)) return loadText(session_, 4657);
+        if (isMissing(index)) return loadText(session_, Text::NothingThatCounts);
         return shown(ReplaceText(
-            session_.LoadText(4633), "^",
+            session_.LoadText(Text::ShareOfDose), "^",
             formatNumber(table_.Shares[static_cast<std::size_t>(index.row())] * 100, "##0.0", session_.locale) + " %"));
     default:
         return {};
@@ -185,7 +185,7 @@ QVariant ExposureModel::headerData(int section, Qt::Orientation orientation, int
     if (role != Qt::DisplayRole) return QAbstractTableModel::headerData(section, orientation, role);
     if (orientation == Qt::Horizontal) return shown(exposureCaptions(session_)[static_cast<std::size_t>(section) + 1]);
     const auto row = static_cast<std::size_t>(section);
-    return row < table_.Rows.size() ? shown(table_.Rows[row][eColumnNumber]) : loadText(session_, 4635);
+    return row < table_.Rows.size() ? shown(table_.Rows[row][eColumnNumber]) : loadText(session_, Text::Total);
 }
 
 bool ExposureModel::setData(const QModelIndex& index, const QVariant& value, int role) {
@@ -199,7 +199,7 @@ bool ExposureModel::setData(const QModelIndex& index, const QVariant& value, int
 
 grdDose::grdDose(Session& session, std::function<clsLog*()> log, QWidget* parent) :
     QTableView(parent), session_(session), log_(std::move(log)), model_(session) {
-    nameControl(*this, "grdDose", loadText(session, 4510));
+    nameControl(*this, "grdDose", loadText(session, Text::TabExposureCalculator));
     model_.Enter = [this](std::size_t row, int column, const std::string& entry) {
         clsLog* target = log_();
         if (target == nullptr) return;
@@ -318,7 +318,7 @@ void grdDose::Paste() {
     const PasteOutcome outcome = pasteExposureRows(*log, currentRow(), ExposureModel::columnOf(at), text);
     showRowsFrom(at.row(), at.column());
     const std::string refused = std::to_string(outcome.Refused);
-    tell(outcome.Refused == 0 ? std::string() : ReplaceText(session_.LoadText(4634), "^", refused));
+    tell(outcome.Refused == 0 ? std::string() : ReplaceText(session_.LoadText(Text::EntriesNotTaken), "^", refused));
 }
 
 // The keys of the clipboard and of editing are the grid's own while it has the focus.

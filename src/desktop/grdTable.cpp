@@ -66,7 +66,7 @@ QVariant IntervalTableModel::headerData(int section, Qt::Orientation orientation
 }
 
 grdTable::grdTable(const Session& session, QWidget* parent) : QTableView(parent) {
-    nameControl(*this, "grdTable", loadText(session, 4504));
+    nameControl(*this, "grdTable", loadText(session, Text::TabIntervalsTable));
     setModel(&model_);
     setAlternatingRowColors(true);
     setWordWrap(false);

@@ -58,20 +58,20 @@ const char* answerWithoutDisplay(int argc, char** argv) {
     return nullptr;
 }
 
-int captionOf(Button button) {
+Text::Id captionOf(Button button) {
     switch (button) {
     case Button::Ok:
-        return 9001;
+        return Text::Ok;
     case Button::Cancel:
-        return 9002;
+        return Text::Cancel;
     case Button::Retry:
-        return 9005;
+        return Text::Retry;
     case Button::Yes:
-        return 9003;
+        return Text::YesButton;
     case Button::No:
-        return 9004;
+        return Text::NoButton;
     }
-    return 9001;
+    return Text::Ok;
 }
 
 // Whole seconds, as the clock shows them.
@@ -97,7 +97,7 @@ int run(int argc, char** argv) {
     texts = &session;
     session.server = &server;
     session.DocumentsFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
-    QtComm comm(settings, [&session](int id) { return session.LoadText(id); });
+    QtComm comm(settings, [&session](Text::Id id) { return session.LoadText(id); });
     session.comm = &comm;
     QtHttp http;
     session.http = &http;
@@ -136,7 +136,9 @@ int main(int argc, char** argv) {
         return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
     }
     if (!kestrane::hasDisplay()) {
-        std::cerr << kestrane::Texts(kestrane::LoadSoftwareByFirm(KESTRANE_COMPANY), 0, 0, 0).LoadText(8807) << '\n';
+        std::cerr << kestrane::Texts(kestrane::LoadSoftwareByFirm(KESTRANE_COMPANY), 0, 0, 0)
+                         .LoadText(kestrane::Text::NeedsADisplay)
+                  << '\n';
         return EXIT_FAILURE;
     }
     try {

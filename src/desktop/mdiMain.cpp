@@ -40,11 +40,12 @@ constexpr int kNextLook = 50; // milliseconds
 
 struct MenuTitle {
     Menu menu;
-    int text;
+    Text::Id text;
 };
 
-constexpr MenuTitle kTitles[] = {{Menu::File, 1001},  {Menu::Edit, 1002},   {Menu::View, 1003},
-                                 {Menu::Tools, 1004}, {Menu::Window, 1005}, {Menu::Help, 1006}};
+constexpr MenuTitle kTitles[] = {{Menu::File, Text::MenuFile},     {Menu::Edit, Text::MenuEdit},
+                                 {Menu::View, Text::MenuView},     {Menu::Tools, Text::MenuTools},
+                                 {Menu::Window, Text::MenuWindow}, {Menu::Help, Text::MenuHelp}};
 
 constexpr std::pair<Command, Direction> kSteps[] = {{Command::EditUndo, Direction::Undo},
                                                     {Command::EditRedo, Direction::Redo}};
@@ -160,7 +161,7 @@ void mdiMain::makeMenus() {
         fillMenu(*menus_[popUp], popUp);
     }
 
-    tbToolBar_ = addToolBar(loadPlainText(session_, 1091));
+    tbToolBar_ = addToolBar(loadPlainText(session_, Text::CommandToolbar));
     tbToolBar_->setObjectName("tbToolBar");
     tbToolBar_->setMovable(false);
     tbToolBar_->setIconSize({kToolIcon, kToolIcon});
@@ -341,13 +342,12 @@ void mdiMain::readClipboard() {
 }
 
 void mdiMain::showRecentFiles() {
-    constexpr int kFirstText = 1039;
     for (std::size_t i = 0; i < recent_.size(); ++i) {
         const bool isThere = i < session_.RecentFiles.size();
         recent_[i]->setVisible(isThere);
         if (!isThere) continue;
         const std::string& name = session_.RecentFiles[i];
-        const std::string text = session_.LoadText(kFirstText + static_cast<int>(i));
+        const std::string text = session_.LoadText(Text::Id{Text::CommandRecent1 + static_cast<int>(i)});
         const std::string fileName = ReplaceText(clsFile(session_, name).ShortenedFileName(), "&", "&&");
         recent_[i]->setText(shown(ReplaceText(text, "^", fileName)));
         recent_[i]->setStatusTip(shown(name));
@@ -403,7 +403,7 @@ void mdiMain::SetBusy(bool isBusy) {
 
 bool mdiMain::WaitUntil(EventPump& pump, const std::string& what, const std::function<bool()>& isDone) {
     if (isDone()) return true;
-    QProgressDialog progress(shown(what), loadPlainText(session_, 9002), 0, 0, this);
+    QProgressDialog progress(shown(what), loadPlainText(session_, Text::Cancel), 0, 0, this);
     nameControl(progress, "frmWaiting", progress.labelText());
     progress.setWindowTitle(windowTitle());
     progress.setWindowModality(Qt::ApplicationModal);

@@ -208,9 +208,9 @@ void mdiMain::synchronizeClocks() {
 }
 
 void mdiMain::openFiles() {
-    const QStringList names =
-        QFileDialog::getOpenFileNames(this, loadText(session_, 6528), shown(session_.Options.DefaultDataDirectory),
-                                      fileFilter(session_.LoadText(6541)));
+    const QStringList names = QFileDialog::getOpenFileNames(this, loadText(session_, Text::OpenDataFile),
+                                                            shown(session_.Options.DefaultDataDirectory),
+                                                            fileFilter(session_.LoadText(Text::OpenFilter)));
     if (!names.isEmpty()) openNamed(names, OpenSource::Dialog);
 }
 
@@ -238,7 +238,8 @@ std::optional<std::string> mdiMain::askSaveName(const std::string& proposal) {
     const QString name = QFileInfo(shown(proposal)).isAbsolute()
                              ? shown(proposal)
                              : QDir(shown(session_.Options.DefaultDataDirectory)).filePath(shown(proposal));
-    QFileDialog dialog(this, loadPlainText(session_, 1036), name, fileFilter(session_.LoadText(6540)));
+    QFileDialog dialog(this, loadPlainText(session_, Text::CommandSave), name,
+                       fileFilter(session_.LoadText(Text::SaveFilter)));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix("xml");
     dialog.selectFile(name);
@@ -305,7 +306,7 @@ void mdiMain::findNext() {
     if (find_ == nullptr || find_->Entry().What.empty()) return showFind();
     frmExplorer* const explorer = activeExplorer();
     if (const auto key = search_.Find(buildTree(session_), find_->Entry())) return explorer->SelectNode(*key);
-    session_.ShowMessage(session_.LoadText(4712), kIconInformation);
+    session_.ShowMessage(session_.LoadText(Text::CannotFind), kIconInformation);
 }
 
 // One above the other, or side by side, each as large as the area allows.

@@ -38,7 +38,9 @@ namespace kestrane {
 namespace {
 
 constexpr int kMargin = 8;
-constexpr int kCaptions[kLogTabs] = {4503, 4504, 4505, 4506, 4507, 4508, 4509, 4510};
+constexpr Text::Id kCaptions[kLogTabs] = {Text::TabFullLog,         Text::TabIntervalsTable,    Text::TabIntervalsGraph,
+                                          Text::TabCumulativeGraph, Text::TabNoiseRating,       Text::TabCompareHPD,
+                                          Text::TabCumulativeData,  Text::TabExposureCalculator};
 
 // Lets code set controls without their handlers taking it for the user's doing.
 class Setting {
@@ -74,12 +76,12 @@ tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
     auto* const narrow = new NarrowTabs;
     narrow->setParent(tabs_);
     tabs_->setStyle(narrow);
-    nameControl(*tabs_, "tabLog", loadText(session, 4621));
+    nameControl(*tabs_, "tabLog", loadText(session, Text::ViewOfTheLog));
     tabs_->setExpanding(false);
     tabs_->setFocusPolicy(Qt::StrongFocus);
     tabs_->setUsesScrollButtons(true);
     tabs_->setDrawBase(false);
-    for (const int caption : kCaptions)
+    for (const Text::Id caption : kCaptions)
         tabs_->addTab(loadText(session, caption));
 
     placeholder_ = new QLabel;
@@ -115,14 +117,15 @@ tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
     ShowLog();
 }
 
-QWidget* tabLog::buttonsOf(const char* frame, int caption, QButtonGroup*& group, std::initializer_list<int> texts) {
+QWidget* tabLog::buttonsOf(const char* frame, Text::Id caption, QButtonGroup*& group,
+                           std::initializer_list<Text::Id> texts) {
     auto* const box = new QWidget;
     box->setObjectName(QLatin1String(frame));
     auto* const row = new QHBoxLayout(box);
     row->setContentsMargins(0, 0, 0, 0);
-    if (caption != 0) row->addWidget(new QLabel(loadText(session_, caption)));
+    if (caption != Text::None) row->addWidget(new QLabel(loadText(session_, caption)));
     group = new QButtonGroup(box);
-    for (const int text : texts) {
+    for (const Text::Id text : texts) {
         QRadioButton* const button = radioButton(session_, text, "", false);
         group->addButton(button, static_cast<int>(group->buttons().size()));
         row->addWidget(button);
@@ -133,7 +136,8 @@ QWidget* tabLog::buttonsOf(const char* frame, int caption, QButtonGroup*& group,
 QWidget* tabLog::protectorBar() {
     auto* const bar = new QWidget;
     bar->setObjectName("fraProtector");
-    QPushButton* const cmdHPD = pushButton(session_, 4570, "cmdHPD", loadPlainText(session_, 4570));
+    QPushButton* const cmdHPD = pushButton(session_, Text::HearingProtectorButton, "cmdHPD",
+                                           loadPlainText(session_, Text::HearingProtectorButton));
     fraHPD_ = new QLabel;
     fraHPD_->setObjectName("fraHPD");
     auto* const row = new QHBoxLayout(bar);
@@ -150,10 +154,11 @@ QWidget* tabLog::wholeFiguresBar() {
     fraWholeFigures_->setObjectName("fraWholeFigures");
     fraWholeFigures_->setAutoFillBackground(true);
     fraWholeFigures_->setBackgroundRole(QPalette::ToolTipBase);
-    auto* const line = new QLabel(loadText(session_, 4640));
+    auto* const line = new QLabel(loadText(session_, Text::FiguresOfWholeLog));
     line->setForegroundRole(QPalette::ToolTipText);
     line->setWordWrap(true);
-    QPushButton* const button = pushButton(session_, 4641, "cmdRecalculateRange", loadPlainText(session_, 4641));
+    QPushButton* const button = pushButton(session_, Text::RecalculateTheRange, "cmdRecalculateRange",
+                                           loadPlainText(session_, Text::RecalculateTheRange));
     auto* const row = new QHBoxLayout(fraWholeFigures_);
     row->setContentsMargins(kMargin, kMargin / 2, kMargin, kMargin / 2);
     row->addWidget(line, 1);
@@ -165,9 +170,11 @@ QWidget* tabLog::wholeFiguresBar() {
 QWidget* tabLog::exposureBar() {
     auto* const bar = new QWidget;
     bar->setObjectName("fraDose");
-    chkSave_ = checkBox(session_, 4568, "chkSave", false);
-    QPushButton* const cmdInsertRows = pushButton(session_, 1309, "cmdInsertRows", loadPlainText(session_, 1309));
-    cmdDeleteRows_ = pushButton(session_, 1310, "cmdDeleteRows", loadPlainText(session_, 1310));
+    chkSave_ = checkBox(session_, Text::SaveWithTheLog, "chkSave", false);
+    QPushButton* const cmdInsertRows = pushButton(session_, Text::CommandInsertRowS, "cmdInsertRows",
+                                                  loadPlainText(session_, Text::CommandInsertRowS));
+    cmdDeleteRows_ = pushButton(session_, Text::CommandDeleteRowS, "cmdDeleteRows",
+                                loadPlainText(session_, Text::CommandDeleteRowS));
     auto* const row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
     for (QWidget* control : std::initializer_list<QWidget*>{cmdInsertRows, cmdDeleteRows_, chkSave_})
@@ -176,7 +183,7 @@ QWidget* tabLog::exposureBar() {
     connect(cmdDeleteRows_, &QPushButton::clicked, this, &tabLog::DeleteRows);
     connect(chkSave_, &QCheckBox::clicked, this, [this](bool isSaved) {
         if (clsLog* log = state_.OpenedLog(session_); log != nullptr)
-            editLog(*log, kTitleExposureRows, [&] { return std::exchange(log->SaveDoseCalc, isSaved) != isSaved; });
+            editLog(*log, Text::StepExposureRows, [&] { return std::exchange(log->SaveDoseCalc, isSaved) != isSaved; });
     });
     connect(exposures_, &grdDose::CurrentRowChanged, this, [this] {
         cmdDeleteRows_->setEnabled(exposures_->IsOnRow());
@@ -186,22 +193,23 @@ QWidget* tabLog::exposureBar() {
 }
 
 QWidget* tabLog::optionsBar() {
-    fraDisplayBy_ = buttonsOf("fraDisplayBy", 0, optDisplayBy_, {4559, 4560});
+    fraDisplayBy_ = buttonsOf("fraDisplayBy", Text::None, optDisplayBy_, {Text::ByFrequency, Text::ByParameter});
     cboDisplayBy_ = new QComboBox;
-    nameControl(*cboDisplayBy_, "cboDisplayBy", loadText(session_, 4535));
+    nameControl(*cboDisplayBy_, "cboDisplayBy", loadText(session_, Text::DisplayBy));
     cboDisplayBy_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     auto& displayBy = *qobject_cast<QHBoxLayout*>(fraDisplayBy_->layout());
-    displayBy.insertWidget(0, labelOf(session_, 4628, *cboDisplayBy_));
+    displayBy.insertWidget(0, labelOf(session_, Text::DisplayLabel, *cboDisplayBy_));
     displayBy.addWidget(cboDisplayBy_);
-    fraAxis_ = buttonsOf("fraAxis", 0, optAxis_, {4561, 4562});
-    fraTable_ = buttonsOf("fraTable", 4627, optChannelX_, {4523, 4525});
-    fraDfltCum_ = buttonsOf("fraDfltCum", 4630, optCumPanels_, {5072, 5073, 4528});
+    fraAxis_ = buttonsOf("fraAxis", Text::None, optAxis_, {Text::Decibel, Text::Percent});
+    fraTable_ = buttonsOf("fraTable", Text::ChannelLabel, optChannelX_, {Text::ChannelA, Text::ChannelB});
+    fraDfltCum_ = buttonsOf("fraDfltCum", Text::PanelLabel, optCumPanels_,
+                            {Text::ChannelsAAndB, Text::FullChannelA, Text::PanelAdvanced});
     fraInterval_ = new QWidget;
     auto* const interval = new QHBoxLayout(fraInterval_);
     interval->setContentsMargins(0, 0, 0, 0);
     lstInterval_ = intervalBox(intervals_);
-    nameControl(*lstInterval_, "lstInterval", loadText(session_, 4616));
-    interval->addWidget(labelOf(session_, 4629, *lstInterval_));
+    nameControl(*lstInterval_, "lstInterval", loadText(session_, Text::IntervalWord));
+    interval->addWidget(labelOf(session_, Text::IntervalChoice, *lstInterval_));
     interval->addWidget(lstInterval_);
 
     fraProtector_ = protectorBar();
@@ -284,8 +292,9 @@ void tabLog::ShowControls() {
         options_->hide();
         fraWholeFigures_->hide();
         const bool isLoading = state_.Content(session_) == LogContent::Loading;
-        placeholder_->setText(isLoading ? loadText(session_, 5065)
-                                        : loadText(session_, 4611) + "\n\n" + loadText(session_, 4612));
+        placeholder_->setText(isLoading ? loadText(session_, Text::StillLoading)
+                                        : loadText(session_, Text::NoLogIsOnDisplay) + "\n\n" +
+                                              loadText(session_, Text::ChooseALog));
         if (session_.OpenFiles.empty()) start_->ShowFiles();
         pages_->setCurrentWidget(session_.OpenFiles.empty() ? static_cast<QWidget*>(start_) : placeholder_);
         return;
@@ -345,7 +354,7 @@ void tabLog::choosePage() {
         break;
     case eTabCompareHPD:
         if (!state_.View.Protector) {
-            placeholder_->setText(loadText(session_, 4636));
+            placeholder_->setText(loadText(session_, Text::ChooseAProtector));
             pages_->setCurrentWidget(placeholder_);
             break;
         }
@@ -382,8 +391,9 @@ void tabLog::drawTab(clsLog& log) {
 
 void tabLog::drawTimeChart(clsLog& log) {
     ChartData drawn = fullLogChart(&log, state_.View.Choice());
-    const bool isDrawn = !isAskedBefore3D(log, drawn.Style) ||
-                         session_.ShowMessage(session_.LoadText(4542), kButtonsYesNo + kIconQuestion) == Button::Yes;
+    const bool isDrawn =
+        !isAskedBefore3D(log, drawn.Style) ||
+        session_.ShowMessage(session_.LoadText(Text::Ask3DTakesTime), kButtonsYesNo + kIconQuestion) == Button::Yes;
     chaTab& cha = chart();
     cha.setVisible(isDrawn);
     if (!isDrawn) return;
@@ -403,7 +413,7 @@ void tabLog::drawBandChart(clsLog& log) {
     chaTab& cha = chart();
     cha.setVisible(drawn.has_value());
     if (!drawn) {
-        session_.ShowMessage(session_.LoadText(4548), kIconInformation);
+        session_.ShowMessage(session_.LoadText(Text::NoAvailableData), kIconInformation);
         return;
     }
     cha.setChart(std::move(*drawn));

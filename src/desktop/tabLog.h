@@ -8,6 +8,7 @@
 #include "model/Session.h"
 #include "platform/Clipboard.h"
 #include "reports/PagedDocument.h"
+#include "resources/TextNames.h"
 
 #include <QWidget>
 
@@ -83,7 +84,8 @@ private:
     QWidget* optionsBar();
     QWidget* exposureBar();
     QWidget* wholeFiguresBar();
-    QWidget* buttonsOf(const char* frame, int caption, QButtonGroup*& group, std::initializer_list<int> texts);
+    QWidget* buttonsOf(const char* frame, Text::Id caption, QButtonGroup*& group,
+                       std::initializer_list<Text::Id> texts);
     QWidget* protectorBar();
     void choosePage();
     void showChoices(const clsLog& log);

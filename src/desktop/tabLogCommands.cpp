@@ -104,7 +104,7 @@ void tabLog::EditNote() {
     const std::optional<std::string> note = frmSimpleEdit::EditNote(session_, log->Note, window());
     log = state_.OpenedLog(session_); // the pump ran meanwhile
     if (!note || log == nullptr) return;
-    editLog(*log, kTitleNote, [&] { return std::exchange(log->Note, *note) != *note; });
+    editLog(*log, Text::StepNote, [&] { return std::exchange(log->Note, *note) != *note; });
     Redraw();
 }
 
@@ -147,7 +147,7 @@ void tabLog::CutIntervals() {
     const std::optional<CutWizard> wizard = frmCutIntervals::getIntervals(session_, *before, window());
     clsLog* log = state_.LogInView(session_); // the pump ran meanwhile
     if (!wizard || log == nullptr) return;
-    editLog(*log, kTitleIntervalSelection, [&] {
+    editLog(*log, Text::StepIntervalSelection, [&] {
         const bool isChanged = wizard->Store(*log);
         if (isChanged) RecalcValues(*log, kCalcFull);
         return isChanged;
@@ -176,9 +176,10 @@ bool tabLog::HasContent() const {
 ClipboardForms tabLog::copiedIntervals(const clsLog& log) const {
     const bool isPart = table_->HasSelection();
     const CopiedRows rows = isPart ? table_->SelectedRows() : table_->Table().copiedRows();
-    session_.frame->SetPanel(
-        Frame::Panel::Status,
-        rows.LeftOut == 0 ? std::string() : ReplaceText(session_.LoadText(4643), "^", std::to_string(rows.LeftOut)));
+    session_.frame->SetPanel(Frame::Panel::Status, rows.LeftOut == 0
+                                                       ? std::string()
+                                                       : ReplaceText(session_.LoadText(Text::OverloadedRowsLeftOut),
+                                                                     "^", std::to_string(rows.LeftOut)));
     return copiedTable(log, rows, !isPart);
 }
 
@@ -219,8 +220,8 @@ void tabLog::SavePicture() {
     const QString start =
         shown(session_.Options.DefaultDataDirectory) + shown(log->Name).replace('/', '-').replace('\\', '-') + ".png";
     QString filter;
-    QString name = QFileDialog::getSaveFileName(window(), loadText(session_, 4632), start,
-                                                fileFilter(session_.LoadText(4631)), &filter);
+    QString name = QFileDialog::getSaveFileName(window(), loadText(session_, Text::SavePicture), start,
+                                                fileFilter(session_.LoadText(Text::PictureFilter)), &filter);
     if (name.isEmpty()) return;
     if (QFileInfo(name).suffix().isEmpty()) name += filter.section("*", 1).section(')', 0, 0);
     try {

@@ -80,7 +80,7 @@ QStringList filesOf(const QMimeData* data) {
 }
 
 tvwTreeView::tvwTreeView(const Session& session, QWidget* parent) : QTreeWidget(parent), session_(session) {
-    nameControl(*this, "tvwTreeView", loadText(session, 4620));
+    nameControl(*this, "tvwTreeView", loadText(session, Text::OpenFiles));
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setAcceptDrops(true);

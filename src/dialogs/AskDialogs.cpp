@@ -16,8 +16,8 @@ namespace {
 std::optional<std::string> run(const Session& session, QInputDialog& dialog, const std::string& prompt) {
     dialog.setWindowTitle(shown(std::string(kApplicationTitle)));
     dialog.setLabelText(shown(prompt));
-    dialog.setOkButtonText(loadText(session, 9001));
-    dialog.setCancelButtonText(loadText(session, 9002));
+    dialog.setOkButtonText(loadText(session, Text::Ok));
+    dialog.setCancelButtonText(loadText(session, Text::Cancel));
     dialog.sizeHint(); // makes the controls
     const QString spoken = dialog.labelText();
     if (auto* const line = dialog.findChild<QLineEdit*>(); line != nullptr) nameControl(*line, "txtAnswer", spoken);

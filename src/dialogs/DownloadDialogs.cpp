@@ -55,8 +55,8 @@ void DownloadDialogs::OfferTranscript() {
 }
 
 void DownloadDialogs::saveTranscript() {
-    QFileDialog dialog(parent_, loadText(session_, 3516), shown(session_.Options.DefaultDataDirectory),
-                       fileFilter(session_.LoadText(3517)));
+    QFileDialog dialog(parent_, loadText(session_, Text::SaveTranscript), shown(session_.Options.DefaultDataDirectory),
+                       fileFilter(session_.LoadText(Text::TranscriptFilter)));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix("txt");
     dialog.selectFile("transcript.txt");
@@ -65,7 +65,8 @@ void DownloadDialogs::saveTranscript() {
         writeFileAtomically(dialog.selectedFiles().front().toStdString(),
                             [this](const FileSink& sink) { sink(transcript_); });
     } catch (const RuntimeError& error) {
-        session_.ShowMessage(ReplaceText(session_.LoadText(3518), "^", error.what()), kIconExclamation);
+        session_.ShowMessage(ReplaceText(session_.LoadText(Text::TranscriptNotSaved), "^", error.what()),
+                             kIconExclamation);
     }
 }
 

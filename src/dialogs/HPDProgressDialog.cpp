@@ -20,8 +20,8 @@ HPDProgressDialog::~HPDProgressDialog() = default;
 
 void HPDProgressDialog::Show(std::int64_t received, std::int64_t total) {
     if (dialog_ == nullptr) {
-        const QString label = loadText(session_, 4833);
-        dialog_ = std::make_unique<QProgressDialog>(label, loadText(session_, 9002), 0, kSteps, parent_);
+        const QString label = loadText(session_, Text::DownloadingInProgress);
+        dialog_ = std::make_unique<QProgressDialog>(label, loadText(session_, Text::Cancel), 0, kSteps, parent_);
         nameControl(*dialog_, "frmHPDProgress", label);
         dialog_->setWindowTitle(shown(std::string(kApplicationTitle)));
         dialog_->setWindowModality(Qt::ApplicationModal);

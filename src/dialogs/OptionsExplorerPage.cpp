@@ -16,10 +16,10 @@ namespace kestrane {
 namespace {
 
 // Buttons with the values 0 and up, in a box with a layout; the one of the chosen value is on.
-QButtonGroup* buttons(const Session& session, QLayout& layout, const char* name, std::initializer_list<int> textIds,
-                      int chosen) {
+QButtonGroup* buttons(const Session& session, QLayout& layout, const char* name,
+                      std::initializer_list<Text::Id> textIds, int chosen) {
     auto* const group = new QButtonGroup(&layout);
-    for (const int textId : textIds) {
+    for (const Text::Id textId : textIds) {
         const int value = static_cast<int>(group->buttons().size());
         const QByteArray itsName = QByteArray(name) + QByteArray::number(value);
         QRadioButton* const button = radioButton(session, textId, itsName, value == chosen);
@@ -34,15 +34,18 @@ QButtonGroup* buttons(const Session& session, QLayout& layout, const char* name,
 OptionsExplorerPage::OptionsExplorerPage(SettingsDialog& settings) :
     OptionsPage(settings), keptMethod_(settings.Edited.HPDCalcMethod) {
     const Session& session = settings.session();
-    auto* const fraFiles = new QGroupBox(loadText(session, 5014));
+    auto* const fraFiles = new QGroupBox(loadText(session, Text::DisplayFiles));
     auto* const files = new QVBoxLayout(fraFiles);
-    optTVFiles_ = buttons(session, *files, "optTVFiles", {5015, 5016, 5017}, settings.Edited.FilesOnTreeView);
+    optTVFiles_ =
+        buttons(session, *files, "optTVFiles", {Text::FilesAsNodes, Text::FilesBesideLogNames, Text::HideFileNames},
+                settings.Edited.FilesOnTreeView);
 
-    auto* const fraDfltCum = new QGroupBox(loadText(session, 5022));
+    auto* const fraDfltCum = new QGroupBox(loadText(session, Text::PanelShownFirst));
     fraDfltCum->setObjectName("fraDfltCum");
     auto* const panels = new QVBoxLayout(fraDfltCum);
-    optCumPanels_ =
-        buttons(session, *panels, "optCumPanels", {5023, 5024, 5025, 5028}, settings.Edited.CumulativePanel);
+    optCumPanels_ = buttons(session, *panels, "optCumPanels",
+                            {Text::ShowChannelsAAndB, Text::ShowFullChannelA, Text::ShowAdvanced, Text::HidePanels},
+                            settings.Edited.CumulativePanel);
     fraDfltCum->setVisible(settings.Mode() != SettingsMode::Explorer);
 
     auto* const layout = new QVBoxLayout(this);
@@ -54,20 +57,20 @@ OptionsExplorerPage::OptionsExplorerPage(SettingsDialog& settings) :
 
 QGroupBox* OptionsExplorerPage::behaviour() {
     const Session& session = settings_.session();
-    auto* const fraBehaviour = new QGroupBox(loadText(session, 5013));
+    auto* const fraBehaviour = new QGroupBox(loadText(session, Text::Behaviour));
     fraBehaviour->setObjectName("fraBehaviour");
     auto* const layout = new QVBoxLayout(fraBehaviour);
-    chkHPD_ = checkBox(session, 5012, "chkHPD", settings_.Edited.PersistSelectedHP);
+    chkHPD_ = checkBox(session, Text::KeepLastProtector, "chkHPD", settings_.Edited.PersistSelectedHP);
     layout->addWidget(chkHPD_);
 
     auto* const calculation = new QHBoxLayout;
-    calculation->addWidget(new QLabel(loadText(session, 5074) + ':'));
-    optHPD_ = buttons(session, *calculation, "optHPD", {5075, 5076, 5077}, settings_.Edited.HPDCalc);
+    calculation->addWidget(new QLabel(loadText(session, Text::ProtectorCalculation) + ':'));
+    optHPD_ = buttons(session, *calculation, "optHPD", {Text::HSE, Text::OSHA, Text::NIOSH}, settings_.Edited.HPDCalc);
     cboCalcMethod_ = new QComboBox;
-    nameControl(*cboCalcMethod_, "cboCalcMethod", loadPlainText(session, 5078));
+    nameControl(*cboCalcMethod_, "cboCalcMethod", loadPlainText(session, Text::MethodLabel));
     cboCalcMethod_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     calculation->addSpacing(fontMetrics().averageCharWidth() * 3);
-    calculation->addWidget(labelOf(session, 5078, *cboCalcMethod_));
+    calculation->addWidget(labelOf(session, Text::MethodLabel, *cboCalcMethod_));
     calculation->addWidget(cboCalcMethod_);
     calculation->addStretch(1);
     layout->addLayout(calculation);

@@ -28,18 +28,18 @@ constexpr int kThickest = 60;
 
 struct FontRow {
     clsFont clsLogOptions::*font;
-    int textId;
+    Text::Id textId;
     const char* name;
 };
 
-constexpr FontRow kFonts[] = {{&clsLogOptions::TitleFont, 5039, "cmdFontTitle"},
-                              {&clsLogOptions::AxisFont, 5037, "cmdFontAxis"},
-                              {&clsLogOptions::LegendFont, 5036, "cmdFontLegend"},
-                              {&clsLogOptions::NoteFont, 5035, "cmdFontNote"}};
+constexpr FontRow kFonts[] = {{&clsLogOptions::TitleFont, Text::TitleFont, "cmdFontTitle"},
+                              {&clsLogOptions::AxisFont, Text::AxesFont, "cmdFontAxis"},
+                              {&clsLogOptions::LegendFont, Text::LegendFont, "cmdFontLegend"},
+                              {&clsLogOptions::NoteFont, Text::NoteFont, "cmdFontNote"}};
 
 QString points(const Session& session, double size) {
     const QString number = QString::number(size).replace('.', QString::fromStdString(session.locale.DecimalSeparator));
-    return loadText(session, 5087).replace('^', number);
+    return loadText(session, Text::PointSize).replace('^', number);
 }
 
 void showFont(const Session& session, const clsFont& font, QLabel& sample) {
@@ -71,7 +71,7 @@ OptionsLogsPage::OptionsLogsPage(SettingsDialog& settings) : OptionsPage(setting
     txtExposureTime_ = exposureTimeBox(settings.session(), settings.Edited.objLogOptions.ExposureTime, *understood);
     txtExposureTime_->setFixedWidth(txtExposureTime_->fontMetrics().averageCharWidth() * 14);
     auto* const time = new QHBoxLayout;
-    time->addWidget(labelOf(settings.session(), 5041, *txtExposureTime_));
+    time->addWidget(labelOf(settings.session(), Text::ExposureTimeEdit, *txtExposureTime_));
     time->addWidget(txtExposureTime_);
     time->addWidget(understood, 1);
 
@@ -93,7 +93,7 @@ void OptionsLogsPage::FocusExposureTime() {
 }
 
 QGroupBox* OptionsLogsPage::parameters() {
-    auto* const group = new QGroupBox(loadText(settings_.session(), 5040));
+    auto* const group = new QGroupBox(loadText(settings_.session(), Text::ParametersToShow));
     auto* const grid = new QGridLayout;
     for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
         const int index = parameter - 1;
@@ -119,18 +119,19 @@ QWidget* OptionsLogsPage::choices() {
     auto* const row = new QWidget;
     auto* const layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto* const channelB = radioButton(session, 5084, "optChannel2", false);
+    auto* const channelB = radioButton(session, Text::ShowChannelB, "optChannel2", false);
     channelB->setEnabled(settings_.HasChannelB());
-    optChannel_ =
-        addButtons(*layout, {{kChannelA, radioButton(session, 5083, "optChannel1", true)}, {kChannelB, channelB}});
+    optChannel_ = addButtons(
+        *layout, {{kChannelA, radioButton(session, Text::ShowChannelA, "optChannel1", true)}, {kChannelB, channelB}});
 
     auto* const fraCumInt = new QWidget;
     fraCumInt->setObjectName("fraCumInt");
     auto* const kinds = new QHBoxLayout(fraCumInt);
     kinds->setContentsMargins(fontMetrics().averageCharWidth() * 4, 0, 0, 0);
     const bool isInterval = settings_.Kind() == kInterval;
-    optCumInt_ = addButtons(*kinds, {{kCumulative, radioButton(session, 5085, "optCumInt1", !isInterval)},
-                                     {kInterval, radioButton(session, 5086, "optCumInt2", isInterval)}});
+    optCumInt_ =
+        addButtons(*kinds, {{kCumulative, radioButton(session, Text::CumulativeFigures, "optCumInt1", !isInterval)},
+                            {kInterval, radioButton(session, Text::IntervalFigures, "optCumInt2", isInterval)}});
     fraCumInt->setVisible(settings_.Mode() != SettingsMode::Logs);
     layout->addWidget(fraCumInt);
     layout->addStretch(1);
@@ -157,19 +158,19 @@ void OptionsLogsPage::showParameters() {
 QGroupBox* OptionsLogsPage::charts() {
     const Session& session = settings_.session();
     clsLogOptions& options = settings_.Edited.objLogOptions;
-    auto* const group = new QGroupBox(loadText(session, 5018));
+    auto* const group = new QGroupBox(loadText(session, Text::ChartStyle));
     auto* const layout = new QVBoxLayout(group);
     auto* const styles = new QHBoxLayout;
     const bool is3D = options.ChartStyle == eChartAs3D;
     const QButtonGroup* const optChartLines =
-        addButtons(*styles, {{eChartAs2D, radioButton(session, 5019, "optChartLines0", !is3D)},
-                             {eChartAs3D, radioButton(session, 5020, "optChartLines1", is3D)}});
+        addButtons(*styles, {{eChartAs2D, radioButton(session, Text::ChartStyle2D, "optChartLines0", !is3D)},
+                             {eChartAs3D, radioButton(session, Text::ChartStyle3D, "optChartLines1", is3D)}});
     styles->addStretch(1);
     connect(optChartLines, &QButtonGroup::idClicked, this,
             [&options](int style) { options.ChartStyle = static_cast<std::int16_t>(style); });
 
     auto* const slider = new QSlider(Qt::Horizontal);
-    nameControl(*slider, "sliderWidth", loadPlainText(session, 5021));
+    nameControl(*slider, "sliderWidth", loadPlainText(session, Text::LineWidth));
     slider->setRange(kThinnest, kThickest);
     slider->setPageStep(kThinnest);
     slider->setTickInterval(kThinnest);
@@ -185,7 +186,7 @@ QGroupBox* OptionsLogsPage::charts() {
     width->addWidget(slider, 1);
     width->addWidget(preview);
     layout->addLayout(styles);
-    layout->addWidget(labelOf(session, 5021, *slider));
+    layout->addWidget(labelOf(session, Text::LineWidth, *slider));
     layout->addLayout(width);
     layout->addStretch(1);
     return group;
@@ -193,7 +194,7 @@ QGroupBox* OptionsLogsPage::charts() {
 
 QGroupBox* OptionsLogsPage::fonts() {
     const Session& session = settings_.session();
-    auto* const group = new QGroupBox(loadText(session, 5034));
+    auto* const group = new QGroupBox(loadText(session, Text::Fonts));
     auto* const grid = new QGridLayout(group);
     int row = 0;
     for (const FontRow& entry : kFonts) {
@@ -219,7 +220,7 @@ void OptionsLogsPage::chooseFont(clsFont& font, QLabel& sample) {
     const QString substitute = QFontInfo(present).family(); // stands in for a font that this machine has not got
     present.setFamily(substitute);
     bool isChosen = false;
-    const QFont chosen = QFontDialog::getFont(&isChosen, present, this, loadText(settings_.session(), 5034));
+    const QFont chosen = QFontDialog::getFont(&isChosen, present, this, loadText(settings_.session(), Text::Fonts));
     if (!isChosen) return;
     if (chosen.family() != substitute) font.Name = chosen.family().toStdString();
     font.Size = static_cast<float>(chosen.pointSizeF());

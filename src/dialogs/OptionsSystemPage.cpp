@@ -50,13 +50,15 @@ void alignLabels(const QList<QLabel*>& labels) {
 OptionsSystemPage::OptionsSystemPage(SettingsDialog& settings) :
     OptionsPage(settings),
     ports_(serialChoices(settings.session(), settings.Edited.SerialPort)),
-    txtCompany_(lineEdit(5005, "txtCompany", settings.Edited.CompanyName)),
-    txtLogo_(lineEdit(5006, "txtLogo", settings.Edited.CompanyLogoFile)),
-    txtDataDir_(lineEdit(5007, "txtDataDir", settings.Edited.DefaultDataDirectory)),
+    txtCompany_(lineEdit(Text::CompanyName, "txtCompany", settings.Edited.CompanyName)),
+    txtLogo_(lineEdit(Text::CompanyLogo, "txtLogo", settings.Edited.CompanyLogoFile)),
+    txtDataDir_(lineEdit(Text::DataFolder, "txtDataDir", settings.Edited.DefaultDataDirectory)),
     cboSerial_(new QComboBox),
-    chkPreventSaving_(checkBox(settings.session(), 5029, "chkPreventSaving", settings.Edited.PreventEmptySaving)),
-    chkCalc_(checkBox(settings.session(), 5011, "chkCalc", settings.Edited.RecalcOnOpen)),
-    chkPrintIntervals_(checkBox(settings.session(), 5010, "chkPrintIntervals", settings.Edited.PrintIntervals)) {
+    chkPreventSaving_(checkBox(settings.session(), Text::PreventSavingWithoutLogs, "chkPreventSaving",
+                               settings.Edited.PreventEmptySaving)),
+    chkCalc_(checkBox(settings.session(), Text::RecalcOnOpen, "chkCalc", settings.Edited.RecalcOnOpen)),
+    chkPrintIntervals_(
+        checkBox(settings.session(), Text::PrintIntervals, "chkPrintIntervals", settings.Edited.PrintIntervals)) {
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(reports());
     layout->addWidget(dataFiles());
@@ -76,7 +78,7 @@ void OptionsSystemPage::store() {
     options.PrintIntervals = chkPrintIntervals_->isChecked();
 }
 
-QLineEdit* OptionsSystemPage::lineEdit(int labelId, const char* name, const std::string& text) {
+QLineEdit* OptionsSystemPage::lineEdit(Text::Id labelId, const char* name, const std::string& text) {
     auto* const edit = new QLineEdit(QString::fromStdString(text));
     nameControl(*edit, name, loadPlainText(settings_.session(), labelId));
     edit->setMinimumWidth(edit->fontMetrics().averageCharWidth() * 40);
@@ -86,25 +88,27 @@ QLineEdit* OptionsSystemPage::lineEdit(int labelId, const char* name, const std:
 
 QGroupBox* OptionsSystemPage::reports() {
     const Session& session = settings_.session();
-    auto* const cmdBrowseFile = pushButton(session, 5009, "cmdBrowseFile", loadPlainText(session, 5031));
+    auto* const cmdBrowseFile =
+        pushButton(session, Text::BrowseData, "cmdBrowseFile", loadPlainText(session, Text::CompanyLogoFile));
     connect(cmdBrowseFile, &QPushButton::clicked, this, [this] { browseLogo(); });
 
-    auto* const group = new QGroupBox(loadText(session, 5080));
+    auto* const group = new QGroupBox(loadText(session, Text::Reports));
     QFormLayout* const fields = form(group);
-    fields->addRow(labelOf(session, 5005, *txtCompany_), txtCompany_);
-    fields->addRow(labelOf(session, 5006, *txtLogo_), row(txtLogo_, cmdBrowseFile));
+    fields->addRow(labelOf(session, Text::CompanyName, *txtCompany_), txtCompany_);
+    fields->addRow(labelOf(session, Text::CompanyLogo, *txtLogo_), row(txtLogo_, cmdBrowseFile));
     fields->addRow(chkPrintIntervals_);
     return group;
 }
 
 QGroupBox* OptionsSystemPage::dataFiles() {
     const Session& session = settings_.session();
-    auto* const cmdBrowseDir = pushButton(session, 5082, "cmdBrowseDir", loadPlainText(session, 4001));
+    auto* const cmdBrowseDir =
+        pushButton(session, Text::BrowseLogo, "cmdBrowseDir", loadPlainText(session, Text::BrowseForFolder));
     connect(cmdBrowseDir, &QPushButton::clicked, this, [this] { browseFolder(); });
 
-    auto* const group = new QGroupBox(loadText(session, 5081));
+    auto* const group = new QGroupBox(loadText(session, Text::DataFiles));
     QFormLayout* const fields = form(group);
-    fields->addRow(labelOf(session, 5007, *txtDataDir_), row(txtDataDir_, cmdBrowseDir));
+    fields->addRow(labelOf(session, Text::DataFolder, *txtDataDir_), row(txtDataDir_, cmdBrowseDir));
     fields->addRow(chkPreventSaving_);
     fields->addRow(chkCalc_);
     return group;
@@ -112,22 +116,22 @@ QGroupBox* OptionsSystemPage::dataFiles() {
 
 QGroupBox* OptionsSystemPage::instrument() {
     const Session& session = settings_.session();
-    nameControl(*cboSerial_, "cboSerial", loadPlainText(session, 5008));
+    nameControl(*cboSerial_, "cboSerial", loadPlainText(session, Text::SerialPort));
     for (const SerialChoice& choice : ports_)
         cboSerial_->addItem(shown(choice.Text));
     cboSerial_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // names of devices can be long
     cboSerial_->setMinimumContentsLength(kPortWidth);
     cboSerial_->setCurrentIndex(static_cast<int>(serialChoiceOf(ports_, settings_.Edited.SerialPort)));
 
-    auto* const group = new QGroupBox(loadText(session, 4531));
-    form(group)->addRow(labelOf(session, 5008, *cboSerial_), row(cboSerial_));
+    auto* const group = new QGroupBox(loadText(session, Text::Instrument));
+    form(group)->addRow(labelOf(session, Text::SerialPort, *cboSerial_), row(cboSerial_));
     return group;
 }
 
 void OptionsSystemPage::browseLogo() {
     const Session& session = settings_.session();
-    const QString name = QFileDialog::getOpenFileName(this, loadText(session, 5031), txtLogo_->text(),
-                                                      fileFilter(session.LoadText(6542)));
+    const QString name = QFileDialog::getOpenFileName(this, loadText(session, Text::CompanyLogoFile), txtLogo_->text(),
+                                                      fileFilter(session.LoadText(Text::GraphicsFilter)));
     if (!name.isEmpty()) txtLogo_->setText(name);
 }
 

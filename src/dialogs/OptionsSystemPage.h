@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dialogs/OptionsPage.h"
+#include "resources/TextNames.h"
 
 class QCheckBox;
 class QComboBox;
@@ -18,7 +19,7 @@ public:
     void store() override;
 
 private:
-    QLineEdit* lineEdit(int labelId, const char* name, const std::string& text);
+    QLineEdit* lineEdit(Text::Id labelId, const char* name, const std::string& text);
     QGroupBox* reports();
     QGroupBox* dataFiles();
     QGroupBox* instrument();

@@ -53,12 +53,12 @@ void put(QLineEdit& box, const std::string& text) {
 ProtectorBoxes::ProtectorBoxes(const ProtectorScreen& screen, QWidget* parent) :
     QWidget(parent), screen_(screen), txtName_(new QLineEdit), cboType_(new QComboBox), bars_(new AttenuationBars) {
     const Session& session = screen.session();
-    nameControl(*txtName_, "txtName", loadPlainText(session, 4846));
-    nameControl(*cboType_, "cboType", loadPlainText(session, 4847));
-    cboType_->addItems({loadText(session, 4812), loadText(session, 4813)});
+    nameControl(*txtName_, "txtName", loadPlainText(session, Text::ProtectorNameLabel));
+    nameControl(*cboType_, "cboType", loadPlainText(session, Text::ProtectorTypeLabel));
+    cboType_->addItems({loadText(session, Text::Earplug), loadText(session, Text::Earmuff)});
     auto* const form = new QFormLayout;
-    form->addRow(labelOf(session, 4846, *txtName_), txtName_);
-    form->addRow(labelOf(session, 4847, *cboType_), cboType_);
+    form->addRow(labelOf(session, Text::ProtectorNameLabel, *txtName_), txtName_);
+    form->addRow(labelOf(session, Text::ProtectorTypeLabel, *cboType_), cboType_);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(form);
@@ -76,7 +76,7 @@ QLineEdit* ProtectorBoxes::numberBox(const QString& name, const QString& spoken)
     return box;
 }
 
-void ProtectorBoxes::addBands(QGridLayout& grid, int row, int caption, const char* name, Bands& boxes) {
+void ProtectorBoxes::addBands(QGridLayout& grid, int row, Text::Id caption, const char* name, Bands& boxes) {
     const QString text = loadText(screen_.session(), caption);
     const bool isUS = QLatin1String(name).endsWith(QLatin1String("US"));
     auto* const label = new QLabel(text);
@@ -94,8 +94,8 @@ void ProtectorBoxes::addBands(QGridLayout& grid, int row, int caption, const cha
 
 QWidget* ProtectorBoxes::bandsGroup() {
     const Session& session = screen_.session();
-    nameControl(*bars_, "picBars", loadText(session, 4845));
-    auto* const group = new QGroupBox(loadText(session, 4843));
+    nameControl(*bars_, "picBars", loadText(session, Text::MeanAttenuation));
+    auto* const group = new QGroupBox(loadText(session, Text::OctaveBandsHz));
     auto* const grid = new QGridLayout(group);
     grid->addWidget(bars_, 0, 1, 1, kProtectorBands);
     bars_->SetGap(grid->horizontalSpacing());
@@ -106,10 +106,10 @@ QWidget* ProtectorBoxes::bandsGroup() {
         grid->addWidget(label, 1, band);
         grid->setColumnStretch(band, 1);
     }
-    addBands(*grid, 2, 4837, "txtOctMean", mean_);
-    addBands(*grid, 3, 4838, "txtOctSD", sd_);
-    addBands(*grid, 2, 4837, "txtOctMeanUS", meanUS_);
-    addBands(*grid, 3, 4838, "txtOctSDUS", sdUS_);
+    addBands(*grid, 2, Text::Mean, "txtOctMean", mean_);
+    addBands(*grid, 3, Text::StdDev, "txtOctSD", sd_);
+    addBands(*grid, 2, Text::Mean, "txtOctMeanUS", meanUS_);
+    addBands(*grid, 3, Text::StdDev, "txtOctSDUS", sdUS_);
     return group;
 }
 
@@ -118,7 +118,7 @@ QWidget* ProtectorBoxes::figuresRow() {
     auto* const row = new QWidget;
     auto* const layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    const auto add = [&](int caption, const char* name, std::vector<QWidget*>& shownWith) {
+    const auto add = [&](Text::Id caption, const char* name, std::vector<QWidget*>& shownWith) {
         QLineEdit* const box = numberBox(QLatin1String(name), loadText(session, caption));
         QLabel* const label = labelOf(session, caption, *box);
         for (QWidget* widget : std::initializer_list<QWidget*>{label, box}) {
@@ -128,9 +128,10 @@ QWidget* ProtectorBoxes::figuresRow() {
         layout->addSpacing(layout->spacing());
         return box;
     };
-    hml_ = {add(4588, "txtHML1", ofEU_), add(4589, "txtHML2", ofEU_), add(4590, "txtHML3", ofEU_)};
-    snr_ = add(4807, "txtSNR", ofEU_);
-    nrr_ = add(4808, "txtNRR", ofUS_);
+    hml_ = {add(Text::ProtectorHigh, "txtHML1", ofEU_), add(Text::ProtectorMedium, "txtHML2", ofEU_),
+            add(Text::ProtectorLow, "txtHML3", ofEU_)};
+    snr_ = add(Text::SNRMethod, "txtSNR", ofEU_);
+    nrr_ = add(Text::NRRMethod, "txtNRR", ofUS_);
     layout->addStretch(1);
     return row;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/ProtectorScreen.h"
+#include "resources/TextNames.h"
 
 #include <QWidget>
 
@@ -31,7 +32,7 @@ private:
     using Bands = std::array<QLineEdit*, kProtectorBands>;
 
     QLineEdit* numberBox(const QString& name, const QString& spoken);
-    void addBands(QGridLayout& grid, int row, int caption, const char* name, Bands& boxes);
+    void addBands(QGridLayout& grid, int row, Text::Id caption, const char* name, Bands& boxes);
     QWidget* bandsGroup();
     QWidget* figuresRow();
     void showBars();

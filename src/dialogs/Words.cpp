@@ -13,11 +13,11 @@ QString shown(const std::string& text) {
     return QString::fromStdString(text).replace("\r\n", "\n");
 }
 
-QString loadText(const Session& session, int id) {
+QString loadText(const Session& session, Text::Id id) {
     return shown(session.LoadText(id));
 }
 
-QString loadPlainText(const Session& session, int id) {
+QString loadPlainText(const Session& session, Text::Id id) {
     QString text = shown(PlainCaption(session.LoadText(id)));
     while (text.endsWith(':') || text.endsWith('.'))
         text.chop(1);
@@ -29,27 +29,27 @@ void nameControl(QWidget& control, const char* name, const QString& spoken) {
     control.setAccessibleName(spoken);
 }
 
-QLabel* labelOf(const Session& session, int id, QWidget& control) {
+QLabel* labelOf(const Session& session, Text::Id id, QWidget& control) {
     auto* const label = new QLabel(loadText(session, id));
     label->setBuddy(&control);
     return label;
 }
 
-QCheckBox* checkBox(const Session& session, int id, const char* name, bool isChecked) {
+QCheckBox* checkBox(const Session& session, Text::Id id, const char* name, bool isChecked) {
     auto* const box = new QCheckBox(loadText(session, id));
     nameControl(*box, name, loadPlainText(session, id));
     box->setChecked(isChecked);
     return box;
 }
 
-QRadioButton* radioButton(const Session& session, int id, const char* name, bool isChecked) {
+QRadioButton* radioButton(const Session& session, Text::Id id, const char* name, bool isChecked) {
     auto* const button = new QRadioButton(loadText(session, id));
     nameControl(*button, name, loadPlainText(session, id));
     button->setChecked(isChecked);
     return button;
 }
 
-QPushButton* pushButton(const Session& session, int id, const char* name, const QString& spoken) {
+QPushButton* pushButton(const Session& session, Text::Id id, const char* name, const QString& spoken) {
     auto* const button = new QPushButton(loadText(session, id));
     nameControl(*button, name, spoken);
     button->setAutoDefault(false);
@@ -60,10 +60,10 @@ QDialogButtonBox* okAndCancel(const Session& session) {
     auto* const box = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     QPushButton* const ok = box->button(QDialogButtonBox::Ok);
     QPushButton* const cancel = box->button(QDialogButtonBox::Cancel);
-    ok->setText(loadText(session, 9001));
+    ok->setText(loadText(session, Text::Ok));
     ok->setIcon({});
     ok->setDefault(true);
-    cancel->setText(loadText(session, 9002));
+    cancel->setText(loadText(session, Text::Cancel));
     cancel->setIcon({});
     nameControl(*ok, "cmdOK", ok->text());
     nameControl(*cancel, "cmdCancel", cancel->text());

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/Session.h"
+#include "resources/TextNames.h"
 
 #include <QString>
 
@@ -15,16 +16,16 @@ class QWidget;
 namespace kestrane {
 
 QString shown(const std::string& text); // with the line breaks of a widget
-QString loadText(const Session& session, int id);
-QString loadPlainText(const Session& session, int id); // without mnemonic and closing colon
+QString loadText(const Session& session, Text::Id id);
+QString loadPlainText(const Session& session, Text::Id id); // without mnemonic and closing colon
 
 // The name that code and style sheets know a control by, and the one that is read out.
 void nameControl(QWidget& control, const char* name, const QString& spoken);
 
-QLabel* labelOf(const Session& session, int id, QWidget& control); // takes over its mnemonic
-QCheckBox* checkBox(const Session& session, int id, const char* name, bool isChecked);
-QRadioButton* radioButton(const Session& session, int id, const char* name, bool isChecked);
-QPushButton* pushButton(const Session& session, int id, const char* name, const QString& spoken); // not for Enter
+QLabel* labelOf(const Session& session, Text::Id id, QWidget& control); // takes over its mnemonic
+QCheckBox* checkBox(const Session& session, Text::Id id, const char* name, bool isChecked);
+QRadioButton* radioButton(const Session& session, Text::Id id, const char* name, bool isChecked);
+QPushButton* pushButton(const Session& session, Text::Id id, const char* name, const QString& spoken); // not for Enter
 QDialogButtonBox* okAndCancel(const Session& session); // cmdOK, the default, and cmdCancel
 
 // A file dialog filter of the text table ("XML (*.xml)|*.xml|Old (*.csv;*.zdf)|*.csv;*.zdf") as Qt wants it.

@@ -19,20 +19,19 @@ namespace {
 constexpr int kEmblem = 64;
 
 // The contact block of a firm.
-constexpr int kCompanyName = 10003;
-constexpr int kAddress = 10004;
 constexpr int kAddressLines = 4;
 
 enum class ContactKind { Plain, Page, Mail };
 
 struct Contact {
-    int captionId, textId;
+    Text::Id captionId, textId;
     ContactKind kind;
 };
 
-constexpr Contact kContacts[] = {{3006, 10008, ContactKind::Plain}, {3007, 10009, ContactKind::Plain},
-                                 {3008, 10010, ContactKind::Mail},  {3009, 10011, ContactKind::Mail},
-                                 {3010, 10001, ContactKind::Page},  {3011, 10012, ContactKind::Page}};
+constexpr Contact kContacts[] = {
+    {Text::Telephone, Text::ContactTelephone, ContactKind::Plain}, {Text::Fax, Text::ContactFax, ContactKind::Plain},
+    {Text::Support, Text::ContactSupport, ContactKind::Mail},      {Text::Sales, Text::ContactSales, ContactKind::Mail},
+    {Text::HomePage, Text::ContactHomePage, ContactKind::Page},    {Text::Shop, Text::ContactShop, ContactKind::Page}};
 
 QLabel* plainLabel(const QString& text) {
     auto* const label = new QLabel(text);
@@ -56,14 +55,14 @@ QLabel* contactLabel(const QString& text, ContactKind kind) {
 } // namespace
 
 frmAbout::frmAbout(const Session& session, QWidget* parent) : QDialog(parent), session_(session) {
-    setWindowTitle(loadText(session, 3001));
-    QLabel* const licence = plainLabel(loadText(session, 3005));
+    setWindowTitle(loadText(session, Text::AboutTitle));
+    QLabel* const licence = plainLabel(loadText(session, Text::AboutLicence));
     licence->setObjectName("lblLicence");
     licence->setWordWrap(true);
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
     QPushButton* const ok = buttons->button(QDialogButtonBox::Ok);
-    ok->setText(loadText(session, 9001));
+    ok->setText(loadText(session, Text::Ok));
     ok->setIcon({});
     ok->setDefault(true);
     nameControl(*ok, "cmdOK", ok->text());
@@ -83,7 +82,7 @@ QLayout* frmAbout::product() {
     auto* const emblem = new QLabel;
     emblem->setPixmap(iconOf("application").pixmap(QSize(kEmblem, kEmblem), devicePixelRatioF()));
 
-    QLabel* const name = plainLabel(loadText(session_, 3002));
+    QLabel* const name = plainLabel(loadText(session_, Text::AboutVersion));
     name->setObjectName("lblVersion");
     QFont large = name->font();
     large.setPointSizeF(large.pointSizeF() * 1.5);
@@ -92,8 +91,8 @@ QLayout* frmAbout::product() {
 
     auto* const words = new QVBoxLayout;
     words->addWidget(name);
-    words->addWidget(plainLabel(loadText(session_, 3003)));
-    words->addWidget(plainLabel(loadText(session_, 3004)));
+    words->addWidget(plainLabel(loadText(session_, Text::AboutPurpose)));
+    words->addWidget(plainLabel(loadText(session_, Text::AboutCopyright)));
     auto* const layout = new QHBoxLayout;
     layout->addWidget(emblem, 0, Qt::AlignTop);
     layout->addLayout(words, 1);
@@ -101,9 +100,9 @@ QLayout* frmAbout::product() {
 }
 
 QLayout* frmAbout::contacts() {
-    QString address = loadText(session_, kCompanyName);
+    QString address = loadText(session_, Text::ContactCompany);
     for (int line = 0; line < kAddressLines; ++line)
-        address += '\n' + loadText(session_, kAddress + line);
+        address += '\n' + loadText(session_, Text::Id{Text::ContactAddress1 + line});
     auto* const form = new QFormLayout;
     for (const Contact& contact : kContacts) {
         auto* const caption = new QLabel(loadText(session_, contact.captionId));

@@ -39,16 +39,16 @@ QDialogButtonBox* buttonsOf(QDialog& dialog, const Session& session) {
 }
 
 // One number of a few, in dB.
-std::optional<int> chooseLevel(const Session& session, int titleId, const char* name, std::span<const int> levels,
+std::optional<int> chooseLevel(const Session& session, Text::Id title, const char* name, std::span<const int> levels,
                                int chosen, QWidget* parent) {
     QDialog dialog(parent);
-    dialog.setWindowTitle(loadText(session, titleId));
+    dialog.setWindowTitle(loadText(session, title));
     auto* const group = new QGroupBox(dialog.windowTitle());
     nameControl(*group, name, dialog.windowTitle());
     auto* const options = new QVBoxLayout(group);
     QButtonGroup choice;
     for (const int level : levels) {
-        auto* const option = new QRadioButton(QString::number(level) + ' ' + loadText(session, 4561));
+        auto* const option = new QRadioButton(QString::number(level) + ' ' + loadText(session, Text::Decibel));
         nameControl(*option, "", option->text());
         option->setObjectName(QLatin1String(name) + QString::number(level));
         option->setChecked(level == chosen || level == levels.front());
@@ -69,9 +69,9 @@ frmAcquire::frmAcquire(const Session& session, const AcquireList& list, QWidget*
     session_(session),
     choosing_(list),
     lstLocs_(new QListWidget),
-    chkSelectAll_(checkBox(session, 3505, "chkSelectAll", true)),
-    chkOctaves_(checkBox(session, 3506, "chkOctaves", choosing_.Choice().FetchOctaves)) {
-    setWindowTitle(loadText(session, 3501));
+    chkSelectAll_(checkBox(session, Text::SelectAll, "chkSelectAll", true)),
+    chkOctaves_(checkBox(session, Text::IncludeOctaveData, "chkOctaves", choosing_.Choice().FetchOctaves)) {
+    setWindowTitle(loadText(session, Text::DownloadOptions));
     fillList();
     chkOctaves_->setEnabled(list.CanFetchOctaves);
     QDialogButtonBox* const buttons = buttonsOf(*this, session);
@@ -86,7 +86,7 @@ frmAcquire::frmAcquire(const Session& session, const AcquireList& list, QWidget*
 
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(instrument());
-    layout->addWidget(labelOf(session, 3504, *lstLocs_));
+    layout->addWidget(labelOf(session, Text::LogsOnTheInstrument, *lstLocs_));
     layout->addWidget(lstLocs_, 1);
     layout->addWidget(chkSelectAll_);
     layout->addWidget(chkOctaves_);
@@ -101,13 +101,15 @@ QWidget* frmAcquire::instrument() {
     auto* const form = new QFormLayout(panel);
     form->setContentsMargins(0, 0, 0, 0);
     const AcquireList& list = choosing_.List();
-    form->addRow(loadText(session_, 3502), value("lblInsType", list.InsName, loadPlainText(session_, 3502)));
-    form->addRow(loadText(session_, 3503), value("lblInsSerial", list.InsSerial, loadPlainText(session_, 3503)));
+    form->addRow(loadText(session_, Text::InstrumentLabel),
+                 value("lblInsType", list.InsName, loadPlainText(session_, Text::InstrumentLabel)));
+    form->addRow(loadText(session_, Text::SerialNumberLabel),
+                 value("lblInsSerial", list.InsSerial, loadPlainText(session_, Text::SerialNumberLabel)));
     return panel;
 }
 
 void frmAcquire::fillList() {
-    nameControl(*lstLocs_, "lstLocs", loadPlainText(session_, 3504));
+    nameControl(*lstLocs_, "lstLocs", loadPlainText(session_, Text::LogsOnTheInstrument));
     lstLocs_->setSelectionMode(QAbstractItemView::MultiSelection);
     lstLocs_->setUniformItemSizes(true);
     for (const std::string& row : choosing_.List().Rows)
@@ -148,12 +150,12 @@ std::optional<AcquireChoice> frmAcquire::ChooseLogs(const Session& session, cons
 
 std::optional<int> frmAcquire::setExchRate(const Session& session, int chosen, QWidget* parent) {
     constexpr std::array kRates = {3, 4, 5};
-    return chooseLevel(session, 3507, "optGpExchange", kRates, chosen, parent);
+    return chooseLevel(session, Text::ExchangeRate, "optGpExchange", kRates, chosen, parent);
 }
 
 std::optional<int> frmAcquire::setCriterion(const Session& session, int chosen, QWidget* parent) {
     constexpr std::array kLevels = {75, 80, 85, 90};
-    return chooseLevel(session, 3508, "optCriterion", kLevels, chosen, parent);
+    return chooseLevel(session, Text::AskCriterionLevel, "optCriterion", kLevels, chosen, parent);
 }
 
 } // namespace kestrane

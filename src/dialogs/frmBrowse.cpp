@@ -8,11 +8,13 @@
 namespace kestrane {
 
 std::string frmBrowse::AskFolder(Session& session, QWidget* parent, const std::string& start) {
-    const std::string folder =
-        QFileDialog::getExistingDirectory(parent, loadText(session, 4001), QString::fromStdString(start)).toStdString();
+    const std::string folder = QFileDialog::getExistingDirectory(parent, loadText(session, Text::BrowseForFolder),
+                                                                 QString::fromStdString(start))
+                                   .toStdString();
     const QFileInfo info(QString::fromStdString(folder));
     if (folder.empty() || (info.isDir() && info.isReadable() && info.isExecutable())) return folder;
-    session.ShowMessage(ReplaceText(session.LoadText(4004), "^", folder), kIconExclamation, session.LoadText(9100));
+    session.ShowMessage(ReplaceText(session.LoadText(Text::FolderCannotBeOpened), "^", folder), kIconExclamation,
+                        session.LoadText(Text::Error));
     return {};
 }
 

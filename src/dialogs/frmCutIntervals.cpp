@@ -28,7 +28,7 @@ constexpr int kInclude = 1;
 frmCutIntervals::frmCutIntervals(const Session& session, const clsLog& log, QWidget* parent) :
     QDialog(parent), session_(session), wizard_(log), picNav_(new QStackedWidget) {
     setObjectName("frmCutIntervals");
-    setWindowTitle(loadText(session, 7001));
+    setWindowTitle(loadText(session, Text::WizardTitle));
     intervals_.SetLog(log);
     picNav_->addWidget(welcomePage());
     picNav_->addWidget(rangePage());
@@ -41,9 +41,10 @@ frmCutIntervals::frmCutIntervals(const Session& session, const clsLog& log, QWid
 
 QWidget* frmCutIntervals::welcomePage() {
     auto* const page = new QWidget;
-    auto* const text = new QLabel(loadText(session_, 7008));
+    auto* const text = new QLabel(loadText(session_, Text::WizardWelcome));
     text->setWordWrap(true);
-    QCheckBox* const chkDontShowAgain = checkBox(session_, 7004, "chkDontShowAgain", wizard_.SkipsWelcome());
+    QCheckBox* const chkDontShowAgain =
+        checkBox(session_, Text::SkipThisPage, "chkDontShowAgain", wizard_.SkipsWelcome());
     connect(chkDontShowAgain, &QCheckBox::clicked, this, [this](bool isChecked) { wizard_.SkipWelcome(isChecked); });
     auto* const layout = new QVBoxLayout(page);
     layout->addWidget(text);
@@ -62,9 +63,9 @@ QWidget* frmCutIntervals::rangePage() {
     font.setBold(true);
     lblTitle_->setFont(font);
     grid->addWidget(lblTitle_, 0, 0, 1, 2);
-    grid->addWidget(new QLabel(loadText(session_, 7009)), 1, 0, 1, 2);
+    grid->addWidget(new QLabel(loadText(session_, Text::WizardChoose)), 1, 0, 1, 2);
     for (const auto& [list, text, name] :
-         {std::tuple(0, 4514, "lstIntervals0"), std::tuple(1, 4515, "lstIntervals1")}) {
+         {std::tuple(0, Text::ZoomFrom, "lstIntervals0"), std::tuple(1, Text::ZoomTo, "lstIntervals1")}) {
         auto* const view = new QListView;
         nameControl(*view, name, loadPlainText(session_, text));
         view->setModel(&intervals_);
@@ -81,8 +82,8 @@ QWidget* frmCutIntervals::rangePage() {
     }
     grid->setRowStretch(3, 1);
     optInclude_ = new QButtonGroup(page);
-    optInclude_->addButton(radioButton(session_, 7002, "optInclude0", false), kInclude);
-    optInclude_->addButton(radioButton(session_, 7003, "optInclude1", false), kExclude);
+    optInclude_->addButton(radioButton(session_, Text::IncludeInDisplay, "optInclude0", false), kInclude);
+    optInclude_->addButton(radioButton(session_, Text::ExcludeFromDisplay, "optInclude1", false), kExclude);
     grid->addWidget(optInclude_->button(kInclude), 4, 0);
     grid->addWidget(optInclude_->button(kExclude), 4, 1);
     connect(optInclude_, &QButtonGroup::idClicked, this, [this](int id) { wizard_.ToBeIncluded = id == kInclude; });
@@ -93,17 +94,17 @@ QWidget* frmCutIntervals::buttons() {
     auto* const bar = new QWidget;
     auto* const row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
-    const auto add = [&](int text, const char* name) {
+    const auto add = [&](Text::Id text, const char* name) {
         QPushButton* const button = pushButton(session_, text, name, loadPlainText(session_, text));
         row->addWidget(button);
         return button;
     };
-    cmdClear_ = add(7015, "cmdClear");
+    cmdClear_ = add(Text::Clear, "cmdClear");
     row->addStretch();
-    cmdNav_[kBack] = add(7005, "cmdNav0");
-    cmdNav_[kNext] = add(7006, "cmdNav1");
-    cmdFinish_ = add(7007, "cmdFinish");
-    QPushButton* const cmdCancel = add(9002, "cmdCancel");
+    cmdNav_[kBack] = add(Text::Back, "cmdNav0");
+    cmdNav_[kNext] = add(Text::Next, "cmdNav1");
+    cmdFinish_ = add(Text::Finish, "cmdFinish");
+    QPushButton* const cmdCancel = add(Text::Cancel, "cmdCancel");
     cmdNav_[kNext]->setDefault(true);
     connect(cmdClear_, &QPushButton::clicked, this, [this] {
         wizard_.Clear();

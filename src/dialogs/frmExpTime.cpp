@@ -14,9 +14,10 @@ namespace kestrane {
 
 QLineEdit* exposureTimeBox(const Session& session, float hours, QLabel& understood) {
     auto* const box = new QLineEdit(QString::fromStdString(exposureTimeText(hours)));
-    nameControl(*box, "txtExposureTime", loadPlainText(session, 5041));
+    nameControl(*box, "txtExposureTime", loadPlainText(session, Text::ExposureTimeEdit));
     understood.setObjectName("lblUnderstood");
-    understood.setMinimumWidth(understood.fontMetrics().horizontalAdvance(loadText(session, 5069)));
+    understood.setMinimumWidth(
+        understood.fontMetrics().horizontalAdvance(loadText(session, Text::ExposureTimeOutOfRange)));
     const auto show = [&session, &understood](const QString& entry) {
         understood.setText(shown(understoodExposureTime(session, entry.toStdString())));
     };
@@ -30,7 +31,7 @@ QLineEdit* exposureTimeBox(const Session& session, float hours, QLabel& understo
 
 frmExpTime::frmExpTime(Session& session, float shiftLength, float measurementTime, QWidget* parent) :
     QDialog(parent), session_(session), measurementTime_(measurementTime) {
-    setWindowTitle(loadText(session, 5066));
+    setWindowTitle(loadText(session, Text::ExposureTime));
     auto* const understood = new QLabel;
     txtExposureTime_ = exposureTimeBox(session, shiftLength, *understood);
     txtExposureTime_->selectAll();
@@ -39,7 +40,7 @@ frmExpTime::frmExpTime(Session& session, float shiftLength, float measurementTim
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* const form = new QFormLayout;
-    form->addRow(labelOf(session, 5041, *txtExposureTime_), txtExposureTime_);
+    form->addRow(labelOf(session, Text::ExposureTimeEdit, *txtExposureTime_), txtExposureTime_);
     form->addRow(QString(), understood);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(form);
@@ -48,9 +49,9 @@ frmExpTime::frmExpTime(Session& session, float shiftLength, float measurementTim
 
 void frmExpTime::accept() {
     hours_ = exposureTimeHours(txtExposureTime_->text().toStdString(), session_.locale);
-    const int fault = exposureTimeFault(hours_, measurementTime_);
+    const Text::Id fault = exposureTimeFault(hours_, measurementTime_);
     if (fault == 0) return QDialog::accept();
-    session_.ShowMessage(session_.LoadText(fault), kIconExclamation, session_.LoadText(9100));
+    session_.ShowMessage(session_.LoadText(fault), kIconExclamation, session_.LoadText(Text::Error));
     txtExposureTime_->setFocus();
     txtExposureTime_->selectAll();
 }
@@ -59,7 +60,7 @@ bool frmExpTime::getExpTime(Session& session, float sngDefaultShiftLength, float
                             QWidget* parent) {
     frmExpTime dialog(session, sngDefaultShiftLength, sngMeasurementTime, parent);
     if (dialog.exec() != QDialog::Accepted) return false;
-    editLog(log, kTitleExposureTime, [&] { return changeExposureTime(log, dialog.hours_); });
+    editLog(log, Text::StepExposureTime, [&] { return changeExposureTime(log, dialog.hours_); });
     return true;
 }
 

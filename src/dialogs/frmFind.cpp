@@ -29,23 +29,24 @@ frmFind::frmFind(const Session& session, std::function<void()> findNext, QWidget
     QDialog(parent, Qt::Tool),
     txtFindWhat_(new QLineEdit),
     cboSearch_(new QComboBox),
-    chkMatchCase_(checkBox(session, 4704, "chkMatchCase", false)),
-    chkFindEntire_(checkBox(session, 4705, "chkFindEntire", false)),
-    cmdFind_(pushButton(session, 4709, "cmdFind", loadPlainText(session, 4709))) {
+    chkMatchCase_(checkBox(session, Text::MatchCase, "chkMatchCase", false)),
+    chkFindEntire_(checkBox(session, Text::FindEntireNameOnly, "chkFindEntire", false)),
+    cmdFind_(pushButton(session, Text::FindNext, "cmdFind", loadPlainText(session, Text::FindNext))) {
     setObjectName("frmFind");
-    setWindowTitle(loadText(session, 4701));
-    nameControl(*txtFindWhat_, "txtFindWhat", loadPlainText(session, 4702));
-    nameControl(*cboSearch_, "cboSearch", loadPlainText(session, 4703));
+    setWindowTitle(loadText(session, Text::FindTitle));
+    nameControl(*txtFindWhat_, "txtFindWhat", loadPlainText(session, Text::FindWhat));
+    nameControl(*cboSearch_, "cboSearch", loadPlainText(session, Text::SearchLabel));
     txtFindWhat_->setMinimumWidth(fontMetrics().averageCharWidth() * kColumns);
-    for (const int text : kFindInTexts)
+    for (const Text::Id text : kFindInTexts)
         cboSearch_->addItem(loadText(session, text));
-    QPushButton* const cmdClose = pushButton(session, 4710, "cmdClose", loadPlainText(session, 4710));
+    QPushButton* const cmdClose =
+        pushButton(session, Text::FindClose, "cmdClose", loadPlainText(session, Text::FindClose));
     cmdFind_->setDefault(true);
     cmdFind_->setEnabled(false);
 
     auto* const form = new QFormLayout;
-    form->addRow(labelOf(session, 4702, *txtFindWhat_), txtFindWhat_);
-    form->addRow(labelOf(session, 4703, *cboSearch_), cboSearch_);
+    form->addRow(labelOf(session, Text::FindWhat, *txtFindWhat_), txtFindWhat_);
+    form->addRow(labelOf(session, Text::SearchLabel, *cboSearch_), cboSearch_);
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(cmdFind_);

@@ -22,7 +22,7 @@ constexpr int kLines = 34;
 constexpr int kColumns = 180;
 constexpr int kListColumns = 72;
 
-QPushButton* button(const Session& session, int caption, const char* name) {
+QPushButton* button(const Session& session, Text::Id caption, const char* name) {
     return pushButton(session, caption, name, loadPlainText(session, caption));
 }
 
@@ -32,7 +32,7 @@ frmHPD::frmHPD(ProtectorScreen& screen, const Download& download, QWidget* paren
     QDialog(parent), screen_(screen), download_(download), model_(screen) {
     const Session& session = screen.session();
     setObjectName("frmHPD");
-    setWindowTitle(loadText(session, screen.IsSelection() ? 4802 : 4801));
+    setWindowTitle(loadText(session, screen.IsSelection() ? Text::SelectAProtector : Text::ProtectorDatabaseTitle));
     sorted_.setSourceModel(&model_);
     sorted_.setSortRole(ProtectorListModel::kSortRole);
     sorted_.setSortLocaleAware(true);
@@ -69,8 +69,8 @@ QWidget* frmHPD::damageBar() {
     lblDamage_ = new QLabel;
     lblDamage_->setObjectName("lblDamage");
     lblDamage_->setWordWrap(true);
-    QPushButton* const cmdSaveReadable = button(session, 4852, "cmdSaveReadable");
-    QPushButton* const cmdKeepDamaged = button(session, 4853, "cmdKeepDamaged");
+    QPushButton* const cmdSaveReadable = button(session, Text::SaveReadableRecords, "cmdSaveReadable");
+    QPushButton* const cmdKeepDamaged = button(session, Text::KeepDamagedFile, "cmdKeepDamaged");
     connect(cmdSaveReadable, &QPushButton::clicked, this, [this] {
         screen_.SaveReadable([this](const std::string& title, const std::string& proposal) {
             const QString name = QFileDialog::getSaveFileName(this, shown(title).remove('&'), shown(proposal));
@@ -94,10 +94,10 @@ QWidget* frmHPD::damageBar() {
 QWidget* frmHPD::listSide() {
     const Session& session = screen_.session();
     txtSearch_ = new QLineEdit;
-    nameControl(*txtSearch_, "txtSearch", loadPlainText(session, 4844));
+    nameControl(*txtSearch_, "txtSearch", loadPlainText(session, Text::SearchProtectors));
     txtSearch_->setClearButtonEnabled(true);
     lvwHPD_ = new QTableView;
-    nameControl(*lvwHPD_, "lvwHPD", loadText(session, 4801));
+    nameControl(*lvwHPD_, "lvwHPD", loadText(session, Text::ProtectorDatabaseTitle));
     lvwHPD_->setModel(&sorted_);
     lvwHPD_->setSortingEnabled(true);
     lvwHPD_->sortByColumn(0, Qt::AscendingOrder);
@@ -119,7 +119,7 @@ QWidget* frmHPD::listSide() {
     });
 
     auto* const search = new QHBoxLayout;
-    search->addWidget(labelOf(session, 4844, *txtSearch_));
+    search->addWidget(labelOf(session, Text::SearchProtectors, *txtSearch_));
     search->addWidget(txtSearch_, 1);
     auto* const side = new QWidget;
     auto* const layout = new QVBoxLayout(side);
@@ -132,7 +132,7 @@ QWidget* frmHPD::listSide() {
 QWidget* frmHPD::boxesSide() {
     const Session& session = screen_.session();
     boxes_ = new ProtectorBoxes(screen_);
-    chkUS_ = checkBox(session, 4814, "chkUS", screen_.IsUS());
+    chkUS_ = checkBox(session, Text::DisplayingUSValues, "chkUS", screen_.IsUS());
     chkUS_->setVisible(!screen_.IsSelection());
     connect(chkUS_, &QCheckBox::toggled, this, [this](bool isUS) {
         const std::optional<std::size_t> record = selected();
@@ -143,7 +143,7 @@ QWidget* frmHPD::boxesSide() {
         boxes_->ShowEntries(entries);
     });
     cboCorrectionFactor_ = new QComboBox;
-    nameControl(*cboCorrectionFactor_, "cboCorrectionFactor", loadPlainText(session, 4848));
+    nameControl(*cboCorrectionFactor_, "cboCorrectionFactor", loadPlainText(session, Text::CorrectionFactorLabel));
     for (const std::string& text : screen_.Corrections())
         cboCorrectionFactor_->addItem(shown(text));
     cboCorrectionFactor_->setCurrentIndex(screen_.Correction());
@@ -157,7 +157,7 @@ QWidget* frmHPD::boxesSide() {
     fraCorrection->setVisible(screen_.IsSelection());
     auto* const correction = new QHBoxLayout(fraCorrection);
     correction->setContentsMargins(0, 0, 0, 0);
-    correction->addWidget(labelOf(session, 4848, *cboCorrectionFactor_));
+    correction->addWidget(labelOf(session, Text::CorrectionFactorLabel, *cboCorrectionFactor_));
     correction->addWidget(cboCorrectionFactor_, 1);
 
     auto* const side = new QWidget;
@@ -171,12 +171,12 @@ QWidget* frmHPD::boxesSide() {
 
 QWidget* frmHPD::buttonRow() {
     const Session& session = screen_.session();
-    cmdAdd_ = button(session, 4839, "cmdAdd");
-    cmdChange_ = button(session, 4840, "cmdChange");
-    cmdDelete_ = button(session, 4841, "cmdDelete");
-    cmdDownload_ = button(session, 4842, "cmdDownload");
-    cmdOK_ = button(session, 9001, "cmdOK");
-    cmdCancel_ = button(session, 9002, "cmdCancel");
+    cmdAdd_ = button(session, Text::AddButton, "cmdAdd");
+    cmdChange_ = button(session, Text::ChangeButton, "cmdChange");
+    cmdDelete_ = button(session, Text::DeleteButton, "cmdDelete");
+    cmdDownload_ = button(session, Text::DownloadButton, "cmdDownload");
+    cmdOK_ = button(session, Text::Ok, "cmdOK");
+    cmdCancel_ = button(session, Text::Cancel, "cmdCancel");
     cmdOK_->setDefault(true);
     connect(cmdAdd_, &QPushButton::clicked, this, [this] { edit(Editing::New); });
     connect(cmdChange_, &QPushButton::clicked, this, [this] { edit(Editing::Selected); });
@@ -240,7 +240,7 @@ void frmHPD::enableControls() {
     const bool hasSelected = selected().has_value();
     const bool isReadOnly = screen_.IsReadOnly();
     boxes_->SetEditable(isEditing);
-    lblDamage_->setText(loadText(screen_.session(), 4851) + "\n\n" + shown(screen_.Damage()));
+    lblDamage_->setText(loadText(screen_.session(), Text::DatabaseNotReadToItsEnd) + "\n\n" + shown(screen_.Damage()));
     fraDamage_->setVisible(isReadOnly && !isSelection);
     lvwHPD_->setEnabled(!isEditing);
     txtSearch_->setEnabled(!isEditing);
@@ -252,7 +252,7 @@ void frmHPD::enableControls() {
     cmdDownload_->setEnabled(!isEditing);
     cmdOK_->setVisible(isSelection || isEditing);
     cmdOK_->setEnabled(isEditing || hasSelected);
-    cmdCancel_->setText(loadText(screen_.session(), isSelection || isEditing ? 9002 : 9006));
+    cmdCancel_->setText(loadText(screen_.session(), isSelection || isEditing ? Text::Cancel : Text::CloseButton));
     cmdCancel_->setAccessibleName(cmdCancel_->text());
 }
 

@@ -45,11 +45,11 @@ QPoint cornerOnScreen(QPoint at, QSize size) {
 frmOptions::frmOptions(const SettingsDialog& settings, QWidget* parent) :
     QDialog(parent), settings_(settings), tabSettings_(new QTabWidget), logs_(new OptionsLogsPage(settings_)) {
     const Session& session = settings_.session();
-    setWindowTitle(loadText(session, 5001));
+    setWindowTitle(loadText(session, Text::Settings));
     nameControl(*tabSettings_, "tabSettings", windowTitle());
-    addPage(new OptionsSystemPage(settings_), 5002, SettingsMode::All);
-    addPage(new OptionsExplorerPage(settings_), 5003, SettingsMode::Explorer);
-    addPage(logs_, 5004, SettingsMode::Logs);
+    addPage(new OptionsSystemPage(settings_), Text::SettingsSystem, SettingsMode::All);
+    addPage(new OptionsExplorerPage(settings_), Text::SettingsExplorer, SettingsMode::Explorer);
+    addPage(logs_, Text::SettingsLogs, SettingsMode::Logs);
     tabSettings_->setMinimumHeight(tabHeight(settings_.Mode()) / kTwipsPerPixel);
 
     QDialogButtonBox* const buttons = okAndCancel(session);
@@ -61,11 +61,11 @@ frmOptions::frmOptions(const SettingsDialog& settings, QWidget* parent) :
 }
 
 // A page that this way of opening does not offer is greyed, and takes no room.
-void frmOptions::addPage(OptionsPage* page, int titleId, SettingsMode mode) {
+void frmOptions::addPage(OptionsPage* page, Text::Id title, SettingsMode mode) {
     const bool isOffered = settings_.Mode() == SettingsMode::All || settings_.Mode() == mode;
     if (!isOffered) page->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     pages_.push_back(page);
-    const int index = tabSettings_->addTab(page, loadText(settings_.session(), titleId));
+    const int index = tabSettings_->addTab(page, loadText(settings_.session(), title));
     tabSettings_->setTabEnabled(index, isOffered);
     if (settings_.Mode() == mode) tabSettings_->setCurrentIndex(index);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/SettingsDialog.h"
+#include "resources/TextNames.h"
 
 #include <QDialog>
 #include <QPoint>
@@ -30,7 +31,7 @@ private:
 
     std::optional<SettingsChanges> run();
     std::optional<SettingsChanges> showAt(QPoint at);
-    void addPage(OptionsPage* page, int titleId, SettingsMode mode);
+    void addPage(OptionsPage* page, Text::Id title, SettingsMode mode);
 
     SettingsDialog settings_;
     QTabWidget* tabSettings_;

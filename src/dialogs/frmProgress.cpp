@@ -33,9 +33,9 @@ frmProgress::frmProgress(const Session& session, QWidget* parent) :
     lblLog_(plainLabel("lblLog")),
     lblReceived_(plainLabel("lblReceived")),
     lblTimeLeft_(plainLabel("lblTimeLeft")),
-    chkTranscript_(checkBox(session, 3515, "chkTranscript", false)),
-    cmdCancel_(pushButton(session, 9002, "cmdCancel", loadPlainText(session, 9002))) {
-    setWindowTitle(loadText(session, 3509));
+    chkTranscript_(checkBox(session, Text::KeepATranscript, "chkTranscript", false)),
+    cmdCancel_(pushButton(session, Text::Cancel, "cmdCancel", loadPlainText(session, Text::Cancel))) {
+    setWindowTitle(loadText(session, Text::Downloading));
     setWindowModality(Qt::ApplicationModal);
     nameControl(*barProgress_, "barProgress", windowTitle());
     barProgress_->setTextVisible(false);
@@ -72,12 +72,12 @@ void frmProgress::Show(const ProgressWords& words) {
 
 bool frmProgress::AskTranscript() {
     hasEnded_ = true;
-    lblProgress_->setText(loadText(session_, 3514));
+    lblProgress_->setText(loadText(session_, Text::DownloadHasFailed));
     lblTimeLeft_->clear();
     barProgress_->hide();
     chkTranscript_->show();
-    cmdCancel_->setText(loadText(session_, 9006));
-    cmdCancel_->setAccessibleName(loadPlainText(session_, 9006));
+    cmdCancel_->setText(loadText(session_, Text::CloseButton));
+    cmdCancel_->setAccessibleName(loadPlainText(session_, Text::CloseButton));
     cmdCancel_->setDefault(true);
     exec();
     return chkTranscript_->isChecked();

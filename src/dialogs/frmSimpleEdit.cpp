@@ -18,7 +18,7 @@ constexpr int kColumns = 56;
 
 std::optional<std::string> frmSimpleEdit::EditNote(const Session& session, const std::string& note, QWidget* parent) {
     QDialog dialog(parent);
-    dialog.setWindowTitle(loadText(session, 4555));
+    dialog.setWindowTitle(loadText(session, Text::ChartNote));
     auto* const edit = new QPlainTextEdit(shown(note));
     nameControl(*edit, "txtEdit", dialog.windowTitle());
     edit->setTabChangesFocus(true);

@@ -19,10 +19,10 @@ constexpr int kMargin = 32; // of the texts, in the picture
 
 frmSplash::frmSplash(const Session& session) :
     QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint),
-    product_(loadText(session, 6001)),
-    version_(loadText(session, 6002)),
-    purpose_(loadText(session, 3003)),
-    company_(loadText(session, 3004)),
+    product_(loadText(session, Text::SplashTitle)),
+    version_(loadText(session, Text::SplashVersion)),
+    purpose_(loadText(session, Text::AboutPurpose)),
+    company_(loadText(session, Text::AboutCopyright)),
     picSplash_(drawing(QStringLiteral(":/pictures/splash.svg"))) {
     setWindowTitle(product_);
     setAccessibleName(product_ + ' ' + version_);

@@ -372,7 +372,7 @@ std::string askBlock(std::int32_t log, std::int64_t offset) {
 
 std::vector<Entry> readDirectory(Transport& line, const BinaryLayout& layout) {
     constexpr std::size_t kCountReply = 8;
-    line.ShowLabel(line.session().LoadText(8006));
+    line.ShowLabel(line.session().LoadText(Text::DownloadingListOfLogs));
     const std::int32_t count = wireLong(line.AskCounted(askCount(), kCountReply), kReplyHead);
     std::vector<Entry> entries;
     for (std::int32_t log = 0; log < count; ++log) {
@@ -408,7 +408,8 @@ std::unique_ptr<clsLog> readLog(Transport& line, const clsInsData& data, std::in
     const auto first = static_cast<std::int64_t>(layout.firstData);
     const std::int64_t size = entry.dataSize - first;
     refuseBrokenBlock(size, layout);
-    line.BeginLog(line.session().LoadText(8014) + " " + entry.start, size + (size + kChunk - 1) / kChunk * kFrame);
+    line.BeginLog(line.session().LoadText(Text::DownloadingLog) + " " + entry.start,
+                  size + (size + kChunk - 1) / kChunk * kFrame);
     auto log = newLog(data, modeBroadband);
     setSettings(*log, entry, layout);
     decodeBlock(*log, readBlock(line, index, first, entry.dataSize), layout);

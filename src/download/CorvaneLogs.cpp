@@ -16,7 +16,7 @@ constexpr char kListEnd = '\xFE';
 
 // The names of the files, as the instrument sends them.
 std::vector<std::string> readList(Transport& line) {
-    line.ShowLabel(line.session().LoadText(8006));
+    line.ShowLabel(line.session().LoadText(Text::DownloadingListOfLogs));
     const std::string reply = line.Ask(rawCommand("\x02\x04"));
     std::string_view text = std::string_view(reply).substr(1);
     text = text.substr(0, text.find(kListEnd));
@@ -71,7 +71,7 @@ std::string DownloadCorvaneLogs(Transport& line, clsInsData& data) {
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (!choice.Selected[i]) continue;
         const std::string& row = list.Rows[i];
-        line.BeginLog(line.session().LoadText(8014) + " " + row, 0);
+        line.BeginLog(line.session().LoadText(Text::DownloadingLog) + " " + row, 0);
         const std::string reply = wireText(line.Ask(fetchCommand(names[i])));
         clsFile file(line.session(), row);
         std::string message;

@@ -60,8 +60,8 @@ Outcome outcomeOf(Job job) {
 }
 
 std::string textOf(const Session& session, const std::string& message) {
-    if (message == kReplyError) return session.LoadText(8003);
-    if (message == kNoLogs) return session.LoadText(8015);
+    if (message == kReplyError) return session.LoadText(Text::ErrorDownloading);
+    if (message == kNoLogs) return session.LoadText(Text::NoLogsOnInstrument);
     return message;
 }
 
@@ -70,7 +70,7 @@ void CloseDownload(Transport& line, DownloadUser& user, const std::string& messa
     user.CloseProgress();
     if (message.empty()) return;
     line.transcript().Note(message);
-    line.session().ShowMessage(message, kIconStop, line.session().LoadText(8004));
+    line.session().ShowMessage(message, kIconStop, line.session().LoadText(Text::DownloadAborted));
 }
 
 // Ends the download unless an instrument has been named.
@@ -83,7 +83,7 @@ void findInstrument(Transport& line, clsInsData& data) {
 const InstrumentFamily& identify(Transport& line, clsInsData& data) {
     findInstrument(line, data);
     const InstrumentFamily* const family = familyOf(data.InsName());
-    if (family == nullptr) throw DownloadEnded{line.session().LoadText(8002)};
+    if (family == nullptr) throw DownloadEnded{line.session().LoadText(Text::InstrumentNotResponding)};
     return *family;
 }
 
@@ -95,7 +95,8 @@ bool run(const DownloadServices& services, Job job) {
     const bool isDone = outcome.IsDone && !line.IsCancelled();
     const Session& session = services.session;
     const bool isCancelled = line.IsCancelled() || (!isDone && outcome.Message.empty());
-    CloseDownload(line, services.user, isCancelled ? session.LoadText(8004) : textOf(session, outcome.Message));
+    CloseDownload(line, services.user,
+                  isCancelled ? session.LoadText(Text::DownloadAborted) : textOf(session, outcome.Message));
     return isDone;
 }
 
@@ -153,7 +154,8 @@ bool IdentifyOnly(const DownloadServices& services, clsInsData& data) {
 bool SynchronizeClock(const DownloadServices& services, clsInsData& data) {
     return run(services, [&](Transport& line) {
         findInstrument(line, data);
-        if (!hasTrait(data.InsName(), Trait::TakesClockCommand)) throw DownloadEnded{services.session.LoadText(8012)};
+        if (!hasTrait(data.InsName(), Trait::TakesClockCommand))
+            throw DownloadEnded{services.session.LoadText(Text::OnlyTallixClock)};
         line.SendOnly("04" + clockDigits(services.session));
         return std::string();
     });

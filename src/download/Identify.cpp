@@ -177,9 +177,9 @@ private:
     // Why the search came to nothing.
     std::string failure() const {
         const Session& session = line_.session();
-        if (!isAnyOpen_) return session.LoadText(5502) + refusals_;
+        if (!isAnyOpen_) return session.LoadText(Text::NoValidPort) + refusals_;
         if (isAnyError_) return std::string(kReplyError);
-        return fault_.empty() ? session.LoadText(8002) : fault_;
+        return fault_.empty() ? session.LoadText(Text::InstrumentNotResponding) : fault_;
     }
 
     Transport& line_;
@@ -193,7 +193,7 @@ private:
 } // namespace
 
 Identification IdentifyInstrument(Transport& line, clsInsData& data) {
-    line.ShowLabel(line.session().LoadText(8001));
+    line.ShowLabel(line.session().LoadText(Text::IdentifyingInstrument));
     Identification identification = PortScan(line, data).run();
     data.IsBrevikS = IsBrevikS(data.InsName());
     data.IsBrevikE = IsBrevikE(data.InsName());

@@ -69,7 +69,7 @@ struct RowTimeField {
 struct LocationKind {
     std::string_view code; // in the list
     std::string_view locationType;
-    int textId;
+    Text::Id textId;
     bool hasLns;
     std::span<const ValueField> values;
     std::span<const MomentField> moments;
@@ -107,8 +107,8 @@ constexpr RowValueField kEnvironmentRow[] = {
 constexpr RowTimeField kEnvironmentRowTimes[] = {{13, &IntervalColumns::LmaxTimeA}, {23, &IntervalColumns::LminTimeA}};
 
 constexpr LocationKind kKinds[] = {
-    {"01", NoiseAtWorkLocation, 4532, false, kWorkValues, kWorkMoments, 34, kWorkRow, kWorkRowTimes},
-    {"02", EnvironmentLocation, 4533, true, kEnvironmentValues, kEnvironmentMoments, 42, kEnvironmentRow,
+    {"01", NoiseAtWorkLocation, Text::NoiseAtWork, false, kWorkValues, kWorkMoments, 34, kWorkRow, kWorkRowTimes},
+    {"02", EnvironmentLocation, Text::Environmental, true, kEnvironmentValues, kEnvironmentMoments, 42, kEnvironmentRow,
      kEnvironmentRowTimes},
 };
 
@@ -136,8 +136,8 @@ Entry decodeEntry(const Session& session, const TextFields& fields, int number) 
     time.AcquireTime(hexPairs(fields, {5, 7}));
     clsDate date;
     date.CalcDate(hexPairs(fields, {13, 15, 17}));
-    entry.text = session.LoadText(8007) + " " + std::to_string(number) + "\t" + date.Format() + "   " + "\t" +
-                 time.hh_mm() + "\t" + (entry.kind == nullptr ? "" : session.LoadText(entry.kind->textId));
+    entry.text = session.LoadText(Text::BroadbandMode) + " " + std::to_string(number) + "\t" + date.Format() + "   " +
+                 "\t" + time.hh_mm() + "\t" + (entry.kind == nullptr ? "" : session.LoadText(entry.kind->textId));
     return entry;
 }
 
@@ -209,7 +209,7 @@ void decodeRows(clsLog& log, const std::string& payload, std::int32_t count, con
     SetSampleDates(log);
 }
 
-std::string labelOf(const Transport& line, int textId, int number) {
+std::string labelOf(const Transport& line, Text::Id textId, int number) {
     return line.session().LoadText(textId) + " " + std::to_string(number) + ".";
 }
 
@@ -217,12 +217,12 @@ std::unique_ptr<clsLog> readLog(Transport& line, const clsInsData& data, const E
     constexpr std::size_t kBehindHeader = 41;
     auto log = newLog(data, modeBroadband);
     log->Number = entry.number;
-    log->Name = line.session().LoadText(8007) + " " + std::to_string(entry.number);
-    line.BeginLog(labelOf(line, 8008, entry.number), 0);
+    log->Name = line.session().LoadText(Text::BroadbandMode) + " " + std::to_string(entry.number);
+    line.BeginLog(labelOf(line, Text::DownloadingCumulative, entry.number), 0);
     const std::string cumulative = askLog(line, entry.number, LogPart::Cumulative);
     const std::int32_t rows = decodeHeader(*log, TextFields(cumulative));
     if (entry.kind != nullptr) decodeCumulative(*log, TextFields(cumulative).from(kBehindHeader), *entry.kind);
-    line.ShowLabel(labelOf(line, 8009, entry.number));
+    line.ShowLabel(labelOf(line, Text::DownloadingIntervals, entry.number));
     const std::string intervals = askLog(line, entry.number, LogPart::Intervals);
     if (entry.kind != nullptr) decodeRows(*log, intervals, rows, *entry.kind);
     finishLog(line, *log);
@@ -235,7 +235,7 @@ std::unique_ptr<clsLog> decodeOctaves(const clsInsData& data, const TextFields& 
     constexpr std::size_t kValue = 4;
     auto log = newLog(data, modeFullOctave);
     log->Number = number;
-    log->Name = data.session().LoadText(8011) + " " + std::to_string(number);
+    log->Name = data.session().LoadText(Text::OctaveWord) + " " + std::to_string(number);
     for (std::size_t i = 0; i < kBands.size(); ++i)
         log->LeqCumA(kBands[i]).Value(record.value(1 + i * kValue));
     log->StartTime = record.time(41);
@@ -248,7 +248,7 @@ std::unique_ptr<clsLog> decodeOctaves(const clsInsData& data, const TextFields& 
 
 void readOctaves(Transport& line, clsInsData& data) {
     constexpr std::size_t kRecord = 82;
-    line.ShowLabel(line.session().LoadText(8010));
+    line.ShowLabel(line.session().LoadText(Text::DownloadingOctave));
     const std::int32_t count = hexNumber(framePayload(line.Ask("05")));
     const std::string reply = line.Ask("06");
     if (count == 0) return;

@@ -21,7 +21,7 @@ LogCollection readList(Transport& line, const clsInsData& data) {
         const std::int32_t number = list.hex(1 + i * kEntry, kDigits);
         logs.push_back(newLog(data, modeBroadband));
         logs.back()->Number = number;
-        logs.back()->Name = line.session().LoadText(8007) + " " + std::to_string(number);
+        logs.back()->Name = line.session().LoadText(Text::BroadbandMode) + " " + std::to_string(number);
     }
     return logs;
 }
@@ -116,7 +116,7 @@ std::string DownloadOldTallixLogs(Transport& line, clsInsData& data) {
     for (std::size_t i = 0; i < logs.size(); ++i) {
         if (!choice.Selected[i]) continue;
         clsLog& log = *logs[i];
-        line.BeginLog(line.session().LoadText(8009) + " " + std::to_string(log.Number) + ".", 0);
+        line.BeginLog(line.session().LoadText(Text::DownloadingIntervals) + " " + std::to_string(log.Number) + ".", 0);
         const std::string reply = askLog(line, log.Number, LogPart::Cumulative);
         const std::int32_t rows = decodeCumulative(log, TextFields(reply));
         if (rows == 0) continue;

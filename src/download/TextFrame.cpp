@@ -67,7 +67,7 @@ std::string askSerialNumber(Transport& line) {
 }
 
 std::string askLogList(Transport& line) {
-    line.ShowLabel(line.session().LoadText(8006));
+    line.ShowLabel(line.session().LoadText(Text::DownloadingListOfLogs));
     return std::string(framePayload(line.Ask("01")));
 }
 

@@ -179,8 +179,8 @@ bool Transport::receiveUntilSilence(std::string& reply) {
 }
 
 bool Transport::askRetry() {
-    return session().ShowMessage(session().LoadText(8005), kButtonsRetryCancel + kIconExclamation,
-                                 session().LoadText(8003)) == Button::Retry;
+    return session().ShowMessage(session().LoadText(Text::AskTryAgain), kButtonsRetryCancel + kIconExclamation,
+                                 session().LoadText(Text::ErrorDownloading)) == Button::Retry;
 }
 
 void Transport::rest() {

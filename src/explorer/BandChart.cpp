@@ -70,7 +70,7 @@ private:
         }
         chart_.RowCount = labels.size();
         chart_.RowLabel = chart_.RowName = [labels](std::size_t row) { return labels[row]; };
-        chart_.PrimaryTitle = session_.LoadText(4561);
+        chart_.PrimaryTitle = session_.LoadText(Text::Decibel);
         chart_.Series.push_back(std::move(series));
     }
 
@@ -108,7 +108,7 @@ private:
     // A second axis stands only where dose and Pa2Hr are both shown: Pa2Hr has it, on a scale of its own from 0.
     void setAxes() {
         if (axisMode_ == kByDecibels) {
-            chart_.PrimaryTitle = session_.LoadText(4561);
+            chart_.PrimaryTitle = session_.LoadText(Text::Decibel);
         } else if (!hasPercent_ || !hasPa2Hours_) {
             chart_.PrimaryTitle = exposureTitle(session_, hasPercent_, hasPa2Hours_);
             for (ChartSeries& series : chart_.Series)
@@ -131,9 +131,9 @@ private:
 
     void setTitles() {
         if (!isInterval()) return addFootnote(chart_, wholeFiguresLine(log_));
-        chart_.CategoryTitle = session_.LoadText(4569) + " " + RowTimes(log_).time(rowIndex());
+        chart_.CategoryTitle = session_.LoadText(Text::IntervalTimeLabel) + " " + RowTimes(log_).time(rowIndex());
         if (log_.LogIntervals.Columns().isExcluded.at(rowIndex()) == 0) return;
-        chart_.Title += " - (" + session_.LoadText(4714) + ")";
+        chart_.Title += " - (" + session_.LoadText(Text::ExcludedInterval) + ")";
         chart_.IsTitleWarning = true;
     }
 

@@ -65,18 +65,18 @@ void storeAndRecalculate(clsLog& log, const Changes& changes) {
 std::optional<Changes> checked(clsLog& log, const CalculationEntries& entries,
                                const std::function<void(CalculationField)>& focus) {
     Session& session = log.session();
-    const auto refuse = [&](CalculationField field, int text) {
+    const auto refuse = [&](CalculationField field, Text::Id text) {
         focus(field);
-        session.ShowMessage(session.LoadText(text), kIconExclamation, session.LoadText(9100));
+        session.ShowMessage(session.LoadText(text), kIconExclamation, session.LoadText(Text::Error));
         return std::nullopt;
     };
     const auto criterion = wholeNumber(entries.Criterion, log.Criterion, kHighestCriterion);
-    if (!criterion) return refuse(CalculationField::Criterion, 4902);
+    if (!criterion) return refuse(CalculationField::Criterion, Text::InvalidCriterion);
     const auto exchange = wholeNumber(entries.Exchange, log.Exchange, kHighestExchange);
-    if (!exchange) return refuse(CalculationField::Exchange, 4903);
+    if (!exchange) return refuse(CalculationField::Exchange, Text::InvalidExchangeRate);
     if (isWithoutDate(log, entries.UserCal)) return Changes{*criterion, *exchange, log.CalibDate};
     const auto userCal = dateOf(session, entries.UserCal);
-    if (!userCal) return refuse(CalculationField::UserCal, 4904);
+    if (!userCal) return refuse(CalculationField::UserCal, Text::InvalidUserCalibrationDate);
     return Changes{*criterion, *exchange, *userCal};
 }
 
@@ -94,13 +94,13 @@ Stored store(clsLog& displayed, clsLog& inView, const Changes& changes) {
         return Stored::Displayed;
     }
     if (&displayed == &inView) {
-        if (session.ShowMessage(session.LoadText(4901), kButtonsYesNo + kIconQuestion) != Button::Yes)
+        if (session.ShowMessage(session.LoadText(Text::AskProceed), kButtonsYesNo + kIconQuestion) != Button::Yes)
             return Stored::Nowhere;
         storeAndRecalculate(displayed, changes);
         return Stored::Displayed;
     }
-    const Button answer =
-        session.ShowMessage(session.LoadText(4905), kButtonsYesNoCancel + kIconQuestion + kDefaultSecond);
+    const Button answer = session.ShowMessage(session.LoadText(Text::AskRecalculateOpenedLog),
+                                              kButtonsYesNoCancel + kIconQuestion + kDefaultSecond);
     if (answer == Button::Cancel) return Stored::Nowhere;
     storeAndRecalculate(inView, changes);
     if (answer != Button::Yes) return Stored::InView;
@@ -131,7 +131,7 @@ bool applyChanges(clsLog& displayed, clsLog& inView, const CalculationEntries& e
                   const std::function<void(CalculationField)>& focus) {
     const std::optional<Changes> changes = checked(inView, entries, focus);
     if (!changes) return false;
-    const int title = isDateAlone(inView, *changes) ? kTitleCalibrationDate : kTitleCalculation;
+    const Text::Id title = isDateAlone(inView, *changes) ? Text::StepCalibrationDate : Text::StepCalculation;
     Stored stored = Stored::Nowhere;
     editLog(displayed, title, [&] {
         stored = store(displayed, inView, *changes);
@@ -145,10 +145,11 @@ bool applyChanges(clsLog& displayed, clsLog& inView, const CalculationEntries& e
 bool FullRecalc(clsLog& displayed, clsLog& inView) {
     Session& session = displayed.session();
     const bool isLong = displayed.Warn() || isLongZoom(inView);
-    if (isLong && session.ShowMessage(session.LoadText(4565), kButtonsYesNo + kIconQuestion) != Button::Yes) {
+    if (isLong && session.ShowMessage(session.LoadText(Text::AskRecalculationTakesTime),
+                                      kButtonsYesNo + kIconQuestion) != Button::Yes) {
         return false;
     }
-    return editLog(displayed, kTitleRecalculation, [&] {
+    return editLog(displayed, Text::StepRecalculation, [&] {
         RecalcValues(displayed, kCalcFull);
         if (&displayed != &inView) RecalcValues(inView, kCalcFull);
         return true;

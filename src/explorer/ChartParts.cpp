@@ -22,8 +22,8 @@ void addFootnote(ChartData& chart, const std::string& line) {
 }
 
 std::string exposureTitle(const Session& session, bool hasPercent, bool hasPa2Hours) {
-    const std::string percent = hasPercent ? session.LoadText(4562) : std::string();
-    const std::string pa2Hours = hasPa2Hours ? session.LoadText(4563) : std::string();
+    const std::string percent = hasPercent ? session.LoadText(Text::Percent) : std::string();
+    const std::string pa2Hours = hasPa2Hours ? session.LoadText(Text::Pa2Hours) : std::string();
     return pa2Hours + (hasPercent && hasPa2Hours ? " / " : "") + percent;
 }
 

@@ -110,10 +110,11 @@ ClipboardForms copiedTable(const clsLog& log, const CopiedRows& rows, bool hasHe
     ClipboardForms forms = copiedLines(rows.Text, hasHeading);
     const Session& session = log.session();
     const std::string name = log.Name.empty() ? std::string() : log.Name + ": ";
-    forms.Html = paragraph(name + session.LoadText(7112) + " " + std::to_string(log.Criterion) + " dB, " +
-                           session.LoadText(3507) + " " + std::to_string(log.Exchange) + " dB") +
-                 forms.Html;
-    if (rows.HasExcluded) forms.Html += paragraph("*" + session.LoadText(5068));
+    forms.Html =
+        paragraph(name + session.LoadText(Text::CriterionLevel) + " " + std::to_string(log.Criterion) + " dB, " +
+                  session.LoadText(Text::ExchangeRate) + " " + std::to_string(log.Exchange) + " dB") +
+        forms.Html;
+    if (rows.HasExcluded) forms.Html += paragraph("*" + session.LoadText(Text::IntervalRemoved));
     return forms;
 }
 

@@ -55,11 +55,12 @@ public:
                  figure(kChannelB, row)});
             addNotes(row.parameter);
             if (parameterInfo(row.parameter).unit == ParameterUnit::Decibels)
-                rows_.back().Unit = session_.LoadText(4561);
+                rows_.back().Unit = session_.LoadText(Text::Decibel);
         }
         brevikFigures();
-        add(PanelSection::Levels, session_.LoadText(4603), {"lblLn", {}, lnText()});
-        add(PanelSection::Exposure, session_.LoadText(5066), {"lblExposureTime", {}, exposureTimeLabel(log_)});
+        add(PanelSection::Levels, session_.LoadText(Text::LnWord), {"lblLn", {}, lnText()});
+        add(PanelSection::Exposure, session_.LoadText(Text::ExposureTime),
+            {"lblExposureTime", {}, exposureTimeLabel(log_)});
         measurement();
         instrument();
         if (log_.IsBrevikMeter()) blankUnmeasured();
@@ -83,7 +84,7 @@ private:
         case eDoseHour:
             return session_.labels.DoseHourShort;
         case ePa2Hr:
-            return session_.LoadText(4599);
+            return session_.LoadText(Text::Pa2HoursPanel);
         default:
             return levelCaption(log_, kChannelA, row.parameter);
         }
@@ -112,13 +113,13 @@ private:
         }
         const auto put = [&](PanelSection section, std::string caption, std::string name, std::string text) {
             add(section, std::move(caption), {std::move(name), {}, std::move(text)});
-            rows_.back().Unit = session_.LoadText(4561);
+            rows_.back().Unit = session_.LoadText(Text::Decibel);
         };
         put(PanelSection::Levels, session_.labels.LAvg, "lblLAvg", lavg);
         addNotes(eLAvg);
         put(PanelSection::Exposure, session_.labels.TWA, "lblTWA", twa);
         addNotes(eTWA);
-        put(PanelSection::Exposure, session_.LoadText(9513), "lblTWA8", twa8);
+        put(PanelSection::Exposure, session_.LoadText(Text::TWA8), "lblTWA8", twa8);
     }
 
     std::string lnText() const {
@@ -141,40 +142,40 @@ private:
     }
 
     void measurement() {
-        const auto put = [&](int caption, std::string name, std::string text) {
+        const auto put = [&](Text::Id caption, std::string name, std::string text) {
             add(PanelSection::Measurement, session_.LoadText(caption), {std::move(name), {}, std::move(text)});
         };
-        put(7103, "lblStartDate", log_.StartDate.Format());
-        put(7105, "lblStartTime", log_.StartTime.hh_mm_ss());
-        put(7104, "lblEndDate", log_.EndDate.Format());
-        put(7106, "lblEndTime", log_.EndTime.hh_mm_ss());
-        put(7107, "lblLength", LogLengthText(log_));
-        put(7108, "lblLogInterval", log_.IntervalText());
-        put(5052, "lblOverloaded", log_.IsLoggingOverLoadedText());
+        put(Text::LogStartDate, "lblStartDate", log_.StartDate.Format());
+        put(Text::LogStartTime, "lblStartTime", log_.StartTime.hh_mm_ss());
+        put(Text::LogEndDate, "lblEndDate", log_.EndDate.Format());
+        put(Text::LogEndTime, "lblEndTime", log_.EndTime.hh_mm_ss());
+        put(Text::LogLength, "lblLength", LogLengthText(log_));
+        put(Text::LogIntervalLength, "lblLogInterval", log_.IntervalText());
+        put(Text::OverloadOccurred, "lblOverloaded", log_.IsLoggingOverLoadedText());
         rows_.back().A.IsWarning = log_.IsLoggingOverLoaded;
-        put(5042, "lblMode", modeText());
+        put(Text::ModeLabel, "lblMode", modeText());
     }
 
     void instrument() {
-        const auto put = [&](int caption, std::string name, std::string text, PanelLabel b = {}) {
+        const auto put = [&](Text::Id caption, std::string name, std::string text, PanelLabel b = {}) {
             add(PanelSection::Instrument, session_.LoadText(caption), {std::move(name), {}, std::move(text)},
                 std::move(b));
         };
         const std::string b = log_.IsChannelBOn ? "B" : std::string();
-        put(5046, "lblFrqWgt", log_.FreqWeightA(),
+        put(Text::FrequencyWeighting, "lblFrqWgt", log_.FreqWeightA(),
             {b.empty() ? b : "lblFrqWgtB", {}, b.empty() ? b : log_.FreqWeightB()});
-        put(5047, "lblTimeWgt", log_.TimeWeightA(),
+        put(Text::TimeWeighting, "lblTimeWgt", log_.TimeWeightA(),
             {b.empty() ? b : "lblTimeWgtB", {}, b.empty() ? b : log_.TimeWeightB()});
-        put(4601, "lblRange", log_.Range);
-        put(4602, "lblThreshold", log_.Threshold);
-        put(5045, "lblUserCal", log_.CalibDate.Format());
-        put(4600, "lblFactoryCal", log_.FactoryCalibDate.Format());
+        put(Text::Range, "lblRange", log_.Range);
+        put(Text::Threshold, "lblThreshold", log_.Threshold);
+        put(Text::LastUserCalibration, "lblUserCal", log_.CalibDate.Format());
+        put(Text::FactoryCalibrationDue, "lblFactoryCal", log_.FactoryCalibDate.Format());
     }
 
     std::string modeText() const {
         const std::string location = log_.LocationType();
-        if (location == NoiseAtWorkLocation) return session_.LoadText(4529);
-        if (location == EnvironmentLocation) return session_.LoadText(4530);
+        if (location == NoiseAtWorkLocation) return session_.LoadText(Text::LocationNaw);
+        if (location == EnvironmentLocation) return session_.LoadText(Text::LocationEnv);
         return location;
     }
 

@@ -50,13 +50,13 @@ void CutWizard::SkipWelcome(bool isSkipped) {
 }
 
 std::string CutWizard::Title() const {
-    return IsWelcome() ? std::string() : session_.LoadText(7010) + std::to_string(step_);
+    return IsWelcome() ? std::string() : session_.LoadText(Text::IntervalRangeNumber) + std::to_string(step_);
 }
 
-int CutWizard::fault() const {
-    if (!ToBeIncluded) return 7011;
-    if (From == 0 || To == 0) return 7012;
-    return From > To ? 7013 : 0;
+Text::Id CutWizard::fault() const {
+    if (!ToBeIncluded) return Text::IncludeNotSelected;
+    if (From == 0 || To == 0) return Text::BothIntervalsRequired;
+    return From > To ? Text::RangeBackwards : Text::None;
 }
 
 void CutWizard::take() {
@@ -73,7 +73,7 @@ void CutWizard::goTo(std::size_t step) {
 }
 
 bool CutWizard::Next() {
-    if (const int text = IsWelcome() ? 0 : fault(); text != 0) {
+    if (const Text::Id text = IsWelcome() ? Text::None : fault(); text != Text::None) {
         session_.ShowMessage(session_.LoadText(text), kIconExclamation);
         return false;
     }
@@ -99,9 +99,10 @@ void CutWizard::Clear() {
 }
 
 bool CutWizard::Finish() {
-    if (const int text = fault(); text != 0) {
-        const std::string question = session_.LoadText(text) + "\r\n\r\n" + session_.LoadText(7014);
-        if (session_.ShowMessage(question, kButtonsOkCancel + kIconQuestion, session_.LoadText(7014)) != Button::Ok)
+    if (const Text::Id text = fault(); text != Text::None) {
+        const std::string question = session_.LoadText(text) + "\r\n\r\n" + session_.LoadText(Text::FinishAnyway);
+        if (session_.ShowMessage(question, kButtonsOkCancel + kIconQuestion, session_.LoadText(Text::FinishAnyway)) !=
+            Button::Ok)
             return false;
         if (step_ <= ranges_.size()) drop(step_);
         return true;

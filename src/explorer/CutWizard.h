@@ -4,6 +4,7 @@
 #pragma once
 
 #include "model/clsLog.h"
+#include "resources/TextNames.h"
 
 #include <optional>
 #include <string>
@@ -51,7 +52,7 @@ public:
     void SkipWelcome(bool isSkipped); // kept in the settings, for the next time
 
 private:
-    int fault() const; // the text that says what is wrong with the step in front; 0: nothing
+    Text::Id fault() const; // what is wrong with the step in front; None: nothing
     void take();
     void drop(std::size_t step);
     void goTo(std::size_t step);

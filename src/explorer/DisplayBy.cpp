@@ -10,7 +10,7 @@ namespace kestrane {
 namespace {
 
 std::string bandEnding(const Session& session) {
-    return " " + session.LoadText(4592) + " " + session.LoadText(4594);
+    return " " + session.LoadText(Text::Hertz) + " " + session.LoadText(Text::OfChannelA);
 }
 
 void addBands(std::vector<DisplayEntry>& list, const clsLog& log) {
@@ -31,7 +31,7 @@ void addParameters(std::vector<DisplayEntry>& list, const clsLog& log) {
 
 std::vector<DisplayEntry> displayByList(const clsLog& log, int mode) {
     if (mode != kByFreq && mode != kByParam) return {};
-    std::vector<DisplayEntry> list = {{log.session().LoadText(4543), {}}};
+    std::vector<DisplayEntry> list = {{log.session().LoadText(Text::DefaultChoice), {}}};
     if (log.IsOctaveLog()) (mode == kByFreq ? addBands : addParameters)(list, log);
     return list;
 }
@@ -48,7 +48,8 @@ std::string parameterText(const clsLog& log, int parameter) {
 
 std::string bandLabel(const clsLog& log, int band) {
     const Session& session = log.session();
-    return band == 0 ? session.LoadText(4593) : std::string(log.eStr(band)) + " " + session.LoadText(4592);
+    return band == 0 ? session.LoadText(Text::AllPass)
+                     : std::string(log.eStr(band)) + " " + session.LoadText(Text::Hertz);
 }
 
 } // namespace kestrane

@@ -13,7 +13,7 @@ namespace {
 
 class LogStep : public EditStep {
 public:
-    LogStep(clsLog& log, int title) :
+    LogStep(clsLog& log, Text::Id title) :
         EditStep(title), log_(log), kept_(log.session()), isToRecalculate_(log.IntervalsRecalculating) {
         kept_.Copy(log, 0, 0);
     }
@@ -37,7 +37,7 @@ private:
 
 class NameStep : public EditStep {
 public:
-    NameStep(std::string& name, std::string kept) : EditStep(kTitleRename), name_(name), kept_(std::move(kept)) {}
+    NameStep(std::string& name, std::string kept) : EditStep(Text::StepRename), name_(name), kept_(std::move(kept)) {}
 
     void exchange() override { name_.swap(kept_); }
 
@@ -50,7 +50,7 @@ private:
 class FileNameStep : public EditStep {
 public:
     FileNameStep(clsFile& file, std::string before) :
-        EditStep(kTitleRename), file_(file), given_(file.FileName), kept_(std::move(before)) {}
+        EditStep(Text::StepRename), file_(file), given_(file.FileName), kept_(std::move(before)) {}
 
     void exchange() override {
         if (file_.FileName != given_) return;
@@ -101,12 +101,12 @@ void markOther(const Session& session, const EditStep& step, Direction direction
 
 } // namespace
 
-bool editLog(clsLog& log, int title, const std::function<bool()>& change) {
+bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change) {
     Session& session = log.session();
     clsFile* const file = ownerOf(session, log);
     if (file == nullptr) return change();
     if (log.IntervalsToLoad) {
-        session.ShowMessage(session.LoadText(5065), kIconInformation);
+        session.ShowMessage(session.LoadText(Text::StillLoading), kIconInformation);
         return false;
     }
     const bool wasChanged = file->Changed;
@@ -131,7 +131,8 @@ void editFileName(clsFile& file, const std::string& newName) {
     file.Edits.record(std::make_unique<FileNameStep>(file, std::move(before)), file.Changed);
 }
 
-ArrangementStep::ArrangementStep(clsFile& file, int title) : EditStep(title), file_(file), kept_(arrangementOf(file)) {}
+ArrangementStep::ArrangementStep(clsFile& file, Text::Id title) :
+    EditStep(title), file_(file), kept_(arrangementOf(file)) {}
 
 std::vector<ArrangementStep::Place> ArrangementStep::arrangementOf(const clsFile& file) {
     std::vector<Place> places;
@@ -179,7 +180,7 @@ void ArrangementStep::exchange() {
 }
 
 clsFile* documentToEdit(const Session& session, std::string_view selectedKey, Direction direction) {
-    constexpr std::array kBetweenNodes = {kTitlePaste, kTitleMove, kTitleMerge};
+    constexpr std::array kBetweenNodes = {Text::StepPaste, Text::StepMove, Text::StepMerge};
     const auto justChanged = std::ranges::find_if(session.OpenFiles, [&](const auto& file) {
         const EditStep* const step = stepOf(*file, direction);
         return step != nullptr && step->Turn == session.EditTurns &&
@@ -204,7 +205,9 @@ bool exchangeStep(Session& session, clsFile* file, Direction direction) {
     if (other != nullptr) {
         const EditStep* const half = other->Edits.next(direction);
         if (half == nullptr || half->Joined != step.Joined || other->IsBusy()) {
-            session.ShowMessage(ReplaceText(session.LoadText(4754), "^", other->ShortenedFileName()), kIconInformation);
+            session.ShowMessage(
+                ReplaceText(session.LoadText(Text::StepChangesOtherFile), "^", other->ShortenedFileName()),
+                kIconInformation);
             return false;
         }
     }
@@ -228,8 +231,8 @@ bool exchangeStep(Session& session, clsFile* file, Direction direction) {
 std::string exchangeText(const Session& session, const clsFile* file, Direction direction) {
     const bool isUndo = direction == Direction::Undo;
     const EditStep* const step = file == nullptr ? nullptr : stepOf(*file, direction);
-    if (step == nullptr) return session.LoadText(isUndo ? 4750 : 4752);
-    return ReplaceText(session.LoadText(isUndo ? 4751 : 4753), "^", session.LoadText(step->Title));
+    if (step == nullptr) return session.LoadText(isUndo ? Text::Undo : Text::Redo);
+    return ReplaceText(session.LoadText(isUndo ? Text::UndoStep : Text::RedoStep), "^", session.LoadText(step->Title));
 }
 
 } // namespace kestrane

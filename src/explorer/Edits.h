@@ -4,6 +4,7 @@
 #pragma once
 
 #include "model/Session.h"
+#include "resources/TextNames.h"
 
 #include <array>
 #include <functional>
@@ -15,29 +16,11 @@
 
 namespace kestrane {
 
-// What was done, as the menu names it: numbers of texts.
-constexpr int kTitleDeleteLog = 4755;
-constexpr int kTitleDeleteLogs = 4756;
-constexpr int kTitleDeleteDataset = 4757;
-constexpr int kTitlePaste = 4758;
-constexpr int kTitleMove = 4759;
-constexpr int kTitleRename = 4760;
-constexpr int kTitleIntervalSelection = 4761;
-constexpr int kTitleCalculation = 4762;
-constexpr int kTitleCalibrationDate = 4763;
-constexpr int kTitleExposureRows = 4764;
-constexpr int kTitleExposureTime = 4765;
-constexpr int kTitleNote = 4766;
-constexpr int kTitleDisplayOptions = 4767;
-constexpr int kTitleMerge = 4768;
-constexpr int kTitleFrequencyWeighting = 4769;
-constexpr int kTitleRecalculation = 4770;
-
 // Lets change() change a log, and when it returns true keeps what the log was before, as a step of its document; a log
 // of no open document (a zoomed range) is just changed. What is undone later is the whole log: its figures, rows,
 // selection, exposure rows and display options. While the rows of the log are still to come the user is told so and
 // change is not called. Returns what change returned.
-bool editLog(clsLog& log, int title, const std::function<bool()>& change);
+bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change);
 
 // Gives an object of the document another name, as a step.
 void editName(clsFile& file, std::string& name, const std::string& newName);
@@ -49,7 +32,7 @@ void editFileName(clsFile& file, const std::string& newName);
 // takes out of the document is given to the step to keep.
 class ArrangementStep : public EditStep {
 public:
-    ArrangementStep(clsFile& file, int title);
+    ArrangementStep(clsFile& file, Text::Id title);
 
     void keep(std::unique_ptr<clsLog> log);
     void keep(std::unique_ptr<clsInsData> data); // with its logs

@@ -165,8 +165,8 @@ LogContent ExplorerState::Content(const Session& session) const {
 
 std::string ExplorerState::Caption(const Session& session) const {
     const clsFile* file = IsLogDisplayed() ? resolve(session, DisplayedKey).file : nullptr;
-    if (file == nullptr) return session.LoadText(4501);
-    return ReplaceText(session.LoadText(4502), "^", file->ShortenedFileName() + markOf(*file));
+    if (file == nullptr) return session.LoadText(Text::ExplorerTitle);
+    return ReplaceText(session.LoadText(Text::ExploringTitle), "^", file->ShortenedFileName() + markOf(*file));
 }
 
 } // namespace kestrane

@@ -31,13 +31,13 @@ std::size_t passOf(const clsFile& file) {
 
 struct Group {
     int mode;
-    int text;
+    Text::Id text;
     bool clsInsData::*expanded;
 };
 
-constexpr Group kGroups[] = {{modeBroadband, 4521, &clsInsData::ExpandedL},
-                             {modeFullOctave, 4522, &clsInsData::ExpandedO},
-                             {modeThirdOctave, 4527, &clsInsData::ExpandedT}};
+constexpr Group kGroups[] = {{modeBroadband, Text::TreeBroadband, &clsInsData::ExpandedL},
+                             {modeFullOctave, Text::TreeFullOctave, &clsInsData::ExpandedO},
+                             {modeThirdOctave, Text::TreeThirdOctave, &clsInsData::ExpandedT}};
 
 TreeNode instrumentNode(const clsInsData& data, const clsFile& file) {
     TreeNode node{dataKey(data, file), instrumentText(data, file), "INSTRUMENT", data.InsSerial, data.Expanded, {}};

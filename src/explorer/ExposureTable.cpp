@@ -30,14 +30,14 @@ std::string_view cutNote(std::string_view note) {
 }
 
 // Asks until use takes the answer. False when the user cancels, or enters nothing.
-bool askUntil(const Session& session, int prompt, std::string proposal, const AskText& ask,
+bool askUntil(const Session& session, Text::Id prompt, std::string proposal, const AskText& ask,
               const std::function<bool(const std::string&)>& use) {
     std::string question = session.LoadText(prompt);
     for (;;) {
         const std::optional<std::string> answer = ask(question, proposal);
         if (!answer || trimmed(*answer).empty()) return false;
         if (use(*answer)) return true;
-        question = session.LoadText(4551) + "\r\n\r\n" + session.LoadText(prompt);
+        question = session.LoadText(Text::SelectionError) + "\r\n\r\n" + session.LoadText(prompt);
         proposal = *answer;
     }
 }
@@ -95,7 +95,7 @@ PasteOutcome pasteLines(clsLog& log, std::size_t row, int column, const std::str
 
 // A step that leaves rows of the user's own.
 bool editRows(clsLog& log, const std::function<bool()>& change) {
-    return editLog(log, kTitleExposureRows, [&] {
+    return editLog(log, Text::StepExposureRows, [&] {
         const bool isChanged = change();
         log.AreDoseRowsEdited = log.AreDoseRowsEdited || isChanged;
         return isChanged;
@@ -120,7 +120,8 @@ ExposureTable exposureTable(const clsLog& log) {
         table.Shares.push_back(day > 0 ? std::clamp(dose / day, 0.0, 1.0) : 0);
         const std::string reported = formatNumber(row.Leq.Value(), "##0.0", log.session().locale);
         const bool isOther = table.Rows.back()[eColumnLeq] != reported && row.Leq.CalcValue() != row.Leq.Value();
-        table.LevelNotes.push_back(isOther ? ReplaceText(log.session().LoadText(4644), "^", reported) : std::string());
+        table.LevelNotes.push_back(
+            isOther ? ReplaceText(log.session().LoadText(Text::MadeOfReportedLevel), "^", reported) : std::string());
     }
     table.Totals = exposureTotalsLine(log);
     return table;
@@ -128,7 +129,7 @@ ExposureTable exposureTable(const clsLog& log) {
 
 bool InsertRows(clsLog& log, std::size_t row, const AskText& ask) {
     return editRows(log, [&] {
-        return askUntil(log.session(), 4549, "1", ask, [&](const std::string& answer) {
+        return askUntil(log.session(), Text::AskRowsInserted, "1", ask, [&](const std::string& answer) {
             const std::optional<int> count = insertCount(answer, log.session().locale);
             if (count) insertExposureRows(log, row, *count);
             return count.has_value();
@@ -139,11 +140,12 @@ bool InsertRows(clsLog& log, std::size_t row, const AskText& ask) {
 bool DeleteRows(clsLog& log, std::size_t row, const AskText& ask) {
     if (row >= log.DoseLogIntervals.size()) return false;
     return editRows(log, [&] {
-        return askUntil(log.session(), 4550, std::to_string(row + 1), ask, [&](const std::string& answer) {
-            const auto rows = rowList(answer, log.DoseLogIntervals.size());
-            if (rows) deleteExposureRows(log, *rows);
-            return rows.has_value();
-        });
+        return askUntil(log.session(), Text::AskRowsDeleted, std::to_string(row + 1), ask,
+                        [&](const std::string& answer) {
+                            const auto rows = rowList(answer, log.DoseLogIntervals.size());
+                            if (rows) deleteExposureRows(log, *rows);
+                            return rows.has_value();
+                        });
     });
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "explorer/ExplorerTree.h"
+#include "resources/TextNames.h"
 
 #include <optional>
 #include <string>
@@ -13,7 +14,8 @@ namespace kestrane {
 // Where to search, in the order of the search list.
 enum class FindIn { All, FileNames, Logs, Broadband, FullOctave, ThirdOctave };
 
-constexpr int kFindInTexts[] = {4706, 4707, 4708, 4521, 4522, 4527};
+constexpr Text::Id kFindInTexts[] = {Text::FindAll,       Text::FindFileNames,  Text::FindLogs,
+                                     Text::TreeBroadband, Text::TreeFullOctave, Text::TreeThirdOctave};
 
 struct FindEntry {
     std::string What;

@@ -13,7 +13,8 @@ constexpr Colour kGrades[] = {{0, 255, 0}, {255, 165, 0}, {255, 0, 0}}; // by Pr
 
 void addOctaves(const Session& session, const HPDComparison& comparison, ChartData& chart) {
     std::vector<std::string> labels;
-    chart.Series = {{session.LoadText(4577), ChartAxis::Primary, {}}, {session.LoadText(4578), ChartAxis::Primary, {}}};
+    chart.Series = {{session.LoadText(Text::WithoutProtection), ChartAxis::Primary, {}},
+                    {session.LoadText(Text::WithProtection), ChartAxis::Primary, {}}};
     for (const ComparisonBar& bar : comparison.Bars) {
         labels.push_back(bar.Label);
         chart.Series[0].Values.push_back(bar.Without);
@@ -43,7 +44,7 @@ ChartData hpdChart(const clsLog& log, const HPDComparison& comparison) {
     chart.Title = comparison.ChartTitle;
     chart.GradeColour = kGrades[static_cast<int>(comparison.Grade)];
     chart.CategoryTitle = comparison.ResultLine;
-    chart.PrimaryTitle = session.LoadText(4591);
+    chart.PrimaryTitle = session.LoadText(Text::DecibelA);
     if (comparison.isByOctaves()) {
         addOctaves(session, comparison, chart);
     } else {

@@ -14,9 +14,10 @@ namespace kestrane {
 
 namespace {
 
-constexpr float kLimit = 87;                                 // dB
-constexpr int kLevelNames[] = {4809, 4810, 4811};            // by mode
-constexpr int kCorrectionWords[] = {4581, 4582, 4583, 4584}; // by correction
+constexpr float kLimit = 87;                                          // dB
+constexpr Text::Id kLevelNames[] = {Text::APL, Text::PAR, Text::ENL}; // by mode
+constexpr Text::Id kCorrectionWords[] = {Text::NoCorrection, Text::Correction2StandardDeviations,
+                                         Text::Correction4Decibel, Text::Correction1StandardDeviation}; // by correction
 constexpr std::string_view kLevel = "##0.0 dB";
 constexpr std::string_view kPlain = "##0.0";
 
@@ -38,7 +39,7 @@ public:
     HPDComparison build() {
         out_.LevelName = levelName(session_, options_.HPDCalc);
         out_.Method = HPDCalcMethodToUse(log_, options_, hp_);
-        out_.ChartTitle = session_.LoadText(4572) + " " + log_.Name + " / " + hp_.Name;
+        out_.ChartTitle = session_.LoadText(Text::ProtectorComparisonTitle) + " " + log_.Name + " / " + hp_.Name;
 
         struct Builder {
             std::string_view method;
@@ -59,7 +60,7 @@ public:
     }
 
 private:
-    std::string text(int id) const { return session_.LoadText(id); }
+    std::string text(Text::Id id) const { return session_.LoadText(id); }
 
     std::string number(float value, std::string_view format) const {
         return formatNumber(static_cast<double>(value), format, session_.locale);
@@ -77,9 +78,11 @@ private:
 
     std::string resultText() const { return number(out_.Result, kLevel); }
 
-    std::string limitText() const { return out_.ExceedsLimit ? "   " + text(4574) : std::string(); }
+    std::string limitText() const {
+        return out_.ExceedsLimit ? "   " + text(Text::ExceedingLimitValue) : std::string();
+    }
 
-    std::string start() const { return ReplaceText(text(4575), "^", out_.Method); }
+    std::string start() const { return ReplaceText(text(Text::UsingMethod), "^", out_.Method); }
 
     void byOctaves() {
         const std::unique_ptr<clsLog> converted = log_.FreqWeightA() == "Z" ? nullptr : convertedToZ(log_);
@@ -93,21 +96,21 @@ private:
             if (hp_.Mean(band) == 0) continue;
             const double level = levels[static_cast<std::size_t>(band)];
             const double with = std::max(0.0, level - assumedAttenuation(hp_, band, correction_));
-            out_.Bars.push_back(
-                {std::string(protectorBand(band)) + text(4592), static_cast<float>(level), static_cast<float>(with)});
+            out_.Bars.push_back({std::string(protectorBand(band)) + text(Text::Hertz), static_cast<float>(level),
+                                 static_cast<float>(with)});
         }
-        out_.ResultLine = text(4573) + std::string(out_.ExceedsLimit ? 3 : 20, ' ') + out_.LevelName + ": " +
-                          resultText() + limitText();
+        out_.ResultLine = text(Text::OctaveBandCentreFrequency) + std::string(out_.ExceedsLimit ? 3 : 20, ' ') +
+                          out_.LevelName + ": " + resultText() + limitText();
         footnote(log, static_cast<float>(levelOf(total)));
     }
 
     void footnote(const clsLog& log, float total) {
         out_.Footnote.push_back(padded(log.LeqTextA() + ":", 10) + padded(number(total, kLevel), 20) +
                                 padded(log.OctaveType(), 30));
-        out_.Footnote.push_back(padded(text(4579) + ":", 10) + padded(log.FreqWeightA(), 20) +
-                                padded(text(4580) + ":", 10) + padded(log.TimeWeightA(), 20));
-        out_.Footnote.push_back(
-            ReplaceText(ReplaceText(text(4571), "*", log.StartDate.Format()), "^", log.StartTime.hh_mm_ss()));
+        out_.Footnote.push_back(padded(text(Text::FrequencyWeightingShort) + ":", 10) + padded(log.FreqWeightA(), 20) +
+                                padded(text(Text::TimeWeightingShort) + ":", 10) + padded(log.TimeWeightA(), 20));
+        out_.Footnote.push_back(ReplaceText(ReplaceText(text(Text::RecordedOn), "*", log.StartDate.Format()), "^",
+                                            log.StartTime.hh_mm_ss()));
         if (correction_ >= kCorrectionNone && correction_ <= kCorrectionOneDeviation)
             out_.Footnote.push_back(text(kCorrectionWords[correction_]));
     }
@@ -127,17 +130,17 @@ private:
         addBar(out_.LevelName, out_.Result);
         addPanel(a, levelA);
         addPanel(c, levelC);
-        addPanel(text(4588), hp_.High);
-        addPanel(text(4589), hp_.Medium);
-        addPanel(text(4590), hp_.Low);
+        addPanel(text(Text::ProtectorHigh), hp_.High);
+        addPanel(text(Text::ProtectorMedium), hp_.Medium);
+        addPanel(text(Text::ProtectorLow), hp_.Low);
         const bool isTight = out_.ExceedsLimit; // room for the limit's text
         const std::string gap = isTight ? " " : "  ";
         const std::string comma = isTight ? ", " : ",  ";
-        out_.ResultLine = start() + gap + "(" + text(4588) + "=" + number(hp_.High, kLevel) + comma + text(4589) + "=" +
-                          number(hp_.Medium, kLevel) + comma + text(4590) + "=" + number(hp_.Low, kLevel) + "), " +
-                          (isTight ? "" : "  ") + a + "=" + number(levelA, kLevel) + comma + c + "=" +
-                          number(levelC, kLevel) + (isTight ? ": " : "   :   ") + out_.LevelName + "=" + resultText() +
-                          limitText();
+        out_.ResultLine = start() + gap + "(" + text(Text::ProtectorHigh) + "=" + number(hp_.High, kLevel) + comma +
+                          text(Text::ProtectorMedium) + "=" + number(hp_.Medium, kLevel) + comma +
+                          text(Text::ProtectorLow) + "=" + number(hp_.Low, kLevel) + "), " + (isTight ? "" : "  ") + a +
+                          "=" + number(levelA, kLevel) + comma + c + "=" + number(levelC, kLevel) +
+                          (isTight ? ": " : "   :   ") + out_.LevelName + "=" + resultText() + limitText();
     }
 
     void bySNR() {
@@ -147,7 +150,7 @@ private:
         addBar(c, levelC);
         addBar(out_.LevelName, out_.Result);
         addPanel(c, levelC);
-        addPanel(text(4807), hp_.SNR);
+        addPanel(text(Text::SNRMethod), hp_.SNR);
         out_.ResultLine = start() + "  " + c + "=" + number(levelC, kLevel) + "   :   " + out_.LevelName + "=" +
                           resultText() + limitText();
     }
@@ -157,14 +160,15 @@ private:
         setResult(APL_PAR_ENL(hp_, log_, options_, correction_));
         addBar(levelLabel(weight), Leq_NRR(log_));
         addBar(out_.LevelName, out_.Result);
-        out_.Panel.emplace_back(text(4585), weight);
-        addPanel(text(4586), DoseMT_NRR(log_));
-        addPanel(text(9513), TWA8CumA(log_));
-        addPanel(text(4808), hp_.NRR);
+        out_.Panel.emplace_back(text(Text::FrequencyWeightingShortest), weight);
+        addPanel(text(Text::DoseWord), DoseMT_NRR(log_));
+        addPanel(text(Text::TWA8), TWA8CumA(log_));
+        addPanel(text(Text::NRRMethod), hp_.NRR);
         clsValue dose;
         dose.Value(DoseMT_NRR(log_));
-        out_.ResultLine = start() + "  " + text(4587) + "=" + dose.Format(false, false, "##0.0 %", session_.locale) +
-                          "   :   " + out_.LevelName + "=" + resultText() + limitText();
+        out_.ResultLine = start() + "  " + text(Text::DoseMT) + "=" +
+                          dose.Format(false, false, "##0.0 %", session_.locale) + "   :   " + out_.LevelName + "=" +
+                          resultText() + limitText();
     }
 
     const clsLog& log_;

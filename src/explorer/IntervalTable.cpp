@@ -39,7 +39,7 @@ IntervalTable::IntervalTable(const clsLog& log, int channel, const DisplayChoice
     no_(log.session().labels.No),
     locale_(log.session().locale) {
     overloads_ = overloadColumn(rows_, channel_);
-    columns_.push_back({log.session().LoadText(4524), Kind::Time});
+    columns_.push_back({log.session().LoadText(Text::TimeColumn), Kind::Time});
     if (choice.Parameter == 0) {
         addParameters(log, choice.BandText);
     } else {
@@ -73,8 +73,8 @@ void IntervalTable::addBands(const clsLog& log, int parameter) {
 
 void IntervalTable::addPeaks(const clsLog& log) {
     peaks_ = log.Peaks;
-    columns_.push_back({log.session().LoadText(4597), Kind::PeakTime});
-    columns_.push_back({log.session().LoadText(4598), Kind::PeakValue});
+    columns_.push_back({log.session().LoadText(Text::PeakTimeColumn), Kind::PeakTime});
+    columns_.push_back({log.session().LoadText(Text::PeakLevelColumn), Kind::PeakValue});
 }
 
 std::size_t IntervalTable::rowCount() const {

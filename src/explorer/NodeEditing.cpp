@@ -11,8 +11,6 @@ namespace kestrane {
 
 namespace {
 
-constexpr int kStillLoading = 5065;
-
 struct PlacedLog {
     clsInsData* data;
     clsLog* log;
@@ -110,10 +108,10 @@ bool Paste::run() {
     if (!isThere(source_, sourceKey_) || !isThere(target_, targetKey_)) return false;
     if (!SittingOnValidNode(sourceKey_, targetKey_, {})) return false;
     if (isAnyBusy(logsOf(source_, sourceKey_))) {
-        session_.ShowMessage(session_.LoadText(kStillLoading), kIconInformation);
+        session_.ShowMessage(session_.LoadText(Text::StillLoading), kIconInformation);
         return false;
     }
-    const int title = isMove_ ? kTitleMove : sourceKey_.starts_with(tFILE) ? kTitleMerge : kTitlePaste;
+    const Text::Id title = isMove_ ? Text::StepMove : sourceKey_.starts_with(tFILE) ? Text::StepMerge : Text::StepPaste;
     step_ = std::make_unique<ArrangementStep>(*target_.file, title);
     if (!isSameFile()) sourceStep_ = std::make_unique<ArrangementStep>(*source_.file, title);
     place();
@@ -230,14 +228,17 @@ std::vector<const TreeNode*> pathTo(const std::vector<TreeNode>& nodes, std::str
 
 struct Deletion {
     char kind;
-    int question;
-    int title;
+    Text::Id question;
+    Text::Id title;
 };
 
-constexpr Deletion kDeletions[] = {{tINST, 4516, kTitleDeleteDataset}, {tLOCL, 4517, kTitleDeleteLogs},
-                                   {tLOCN, 4518, kTitleDeleteLog},     {tOCTL, 4519, kTitleDeleteLogs},
-                                   {tTOCL, 4519, kTitleDeleteLogs},    {tOCTN, 4520, kTitleDeleteLog},
-                                   {tTOCN, 4520, kTitleDeleteLog}};
+constexpr Deletion kDeletions[] = {{tINST, Text::AskRemoveDataset, Text::StepDeleteDataset},
+                                   {tLOCL, Text::AskRemoveBroadbandLogs, Text::StepDeleteLogs},
+                                   {tLOCN, Text::AskRemoveBroadbandLog, Text::StepDeleteLog},
+                                   {tOCTL, Text::AskRemoveOctaveLogs, Text::StepDeleteLogs},
+                                   {tTOCL, Text::AskRemoveOctaveLogs, Text::StepDeleteLogs},
+                                   {tOCTN, Text::AskRemoveOctaveLog, Text::StepDeleteLog},
+                                   {tTOCN, Text::AskRemoveOctaveLog, Text::StepDeleteLog}};
 
 } // namespace
 
@@ -245,7 +246,7 @@ std::string foldedText(const clsInsData& from, const clsInsData& into) {
     const std::string& name = collectionName(from);
     const std::string& other = collectionName(into);
     if (name == other || !from.hasLogs()) return {};
-    return ReplaceText(ReplaceText(into.session().LoadText(4718), "*", other), "^", name);
+    return ReplaceText(ReplaceText(into.session().LoadText(Text::LogsWentInto), "*", other), "^", name);
 }
 
 bool PasteNode(Session& session, const std::string& sourceKey, const std::string& targetKey, bool move) {
@@ -277,7 +278,7 @@ bool DeleteNode(Session& session, ExplorerState& state) {
     if (answer != Button::Ok || !isThere(node, key)) return false;
     const std::vector<PlacedLog> logs = logsOf(node, key);
     if (isAnyBusy(logs)) {
-        session.ShowMessage(session.LoadText(kStillLoading), kIconInformation);
+        session.ShowMessage(session.LoadText(Text::StillLoading), kIconInformation);
         return false;
     }
     const std::string next = nextSelection(buildTree(session), key);

@@ -21,12 +21,12 @@ std::optional<ChartData> noiseRatingChart(const clsLog& log) {
     if (rating.Rows.empty()) return std::nullopt;
     const Session& session = log.session();
     ChartData chart = emptyChart(log, displayOptions(log));
-    chart.Title = ReplaceText(session.LoadText(4544), "^", log.Name);
-    chart.Footnote = ReplaceText(session.LoadText(4547), "^", std::to_string(rating.Level)) + "    ";
+    chart.Title = ReplaceText(session.LoadText(Text::NoiseRatingTitle), "^", log.Name);
+    chart.Footnote = ReplaceText(session.LoadText(Text::NoiseRatingLevel), "^", std::to_string(rating.Level)) + "    ";
     addFootnote(chart, wholeFiguresLine(log));
     chart.HasLegend = false;
-    chart.CategoryTitle = session.LoadText(4545);
-    chart.PrimaryTitle = session.LoadText(4546);
+    chart.CategoryTitle = session.LoadText(Text::NoiseRatingCategories);
+    chart.PrimaryTitle = session.LoadText(Text::NoiseRatingLevels);
     chart.PrimaryRange = kLevels;
 
     std::vector<std::string> labels;

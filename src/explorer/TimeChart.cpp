@@ -51,8 +51,8 @@ private:
     }
 
     void setAxes() {
-        chart_.CategoryTitle = session_.LoadText(4524);
-        chart_.PrimaryTitle = session_.LoadText(4561);
+        chart_.CategoryTitle = session_.LoadText(Text::TimeColumn);
+        chart_.PrimaryTitle = session_.LoadText(Text::Decibel);
         if (!log_.FreqWeightA().empty()) chart_.PrimaryTitle += " " + log_.FreqWeightA();
         chart_.HasSecondaryAxis = hasPercent_ || hasPa2Hours_;
         chart_.SecondaryTitle = exposureTitle(session_, hasPercent_, hasPa2Hours_);
@@ -81,7 +81,8 @@ private:
             addSeries(caption, parameter, rowValues(channel, parameter, band));
         if (isCumulativePlotted(channel, parameter)) {
             const float level = chartValue(cumulativeValue(log_, channel, parameter, band).CalcValue());
-            addSeries(caption + " " + session_.LoadText(4596), parameter, std::vector<float>(rows_.count(), level));
+            addSeries(caption + " " + session_.LoadText(Text::OfCumulative), parameter,
+                      std::vector<float>(rows_.count(), level));
         }
     }
 

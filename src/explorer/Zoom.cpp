@@ -30,22 +30,22 @@ void Zoom::open(const clsLog& opened) {
 bool Zoom::apply(clsLog& opened) {
     Session& session = opened.session();
     if (opened.IsBusy()) {
-        session.ShowMessage(session.LoadText(5065), kIconInformation);
+        session.ShowMessage(session.LoadText(Text::StillLoading), kIconInformation);
         return false;
     }
     const std::int64_t rows = opened.LogIntervals.Count();
     const RowRange range = ByTime ? Range : RowRange{1, rows};
     if (!isRangeOf(range, rows)) {
-        session.ShowMessage(session.LoadText(4541), kIconExclamation);
+        session.ShowMessage(session.LoadText(Text::RangeInvalid), kIconExclamation);
         return false;
     }
     const bool isPart = range.From != 1 || range.To != rows;
     std::unique_ptr<clsLog> part = isPart ? makeZoom(opened, range.From, range.To) : nullptr;
     clsLog& inView = isPart ? *part : opened;
-    const bool isRecalculated =
-        isPart
-            ? session.ShowMessage(session.LoadText(4906), kButtonsYesNo + kIconQuestion + kDefaultSecond) == Button::Yes
-            : session.Options.RecalcOnOpen;
+    const bool isRecalculated = isPart
+                                    ? session.ShowMessage(session.LoadText(Text::AskRecalculate),
+                                                          kButtonsYesNo + kIconQuestion + kDefaultSecond) == Button::Yes
+                                    : session.Options.RecalcOnOpen;
     if (isRecalculated) recalculate(inView);
     if (isPart || isRecalculated) SetPlottableValues(inView);
     Range = applied_ = range;
@@ -68,7 +68,7 @@ void Zoom::RecalculateRange() const {
 }
 
 std::string wholeFiguresLine(const clsLog& log) {
-    return log.HasWholeFigures ? log.session().LoadText(4640) : std::string();
+    return log.HasWholeFigures ? log.session().LoadText(Text::FiguresOfWholeLog) : std::string();
 }
 
 bool isLongZoom(const clsLog& log) {

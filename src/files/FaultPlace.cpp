@@ -19,7 +19,7 @@ std::string placeIn(const Session& session, std::string_view text, std::string_v
     int line = 1;
     for (std::size_t i = 0; i < before.size(); ++i)
         if (before[i] == '\n' || (before[i] == '\r' && !before.substr(i + 1).starts_with('\n'))) ++line;
-    return ReplaceText(session.LoadText(4849), "^", std::to_string(line)) + " " + quoted(part);
+    return ReplaceText(session.LoadText(Text::AtLine), "^", std::to_string(line)) + " " + quoted(part);
 }
 
 } // namespace kestrane

@@ -23,7 +23,7 @@ namespace {
 using Loader = bool (*)(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string& message);
 
 std::string unableToOpen(const clsFile& file) {
-    return ReplaceText(file.session().LoadText(8401), "^", file.FileName);
+    return ReplaceText(file.session().LoadText(Text::UnableToOpen), "^", file.FileName);
 }
 
 bool FileOpenCsv(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string&) {
@@ -58,9 +58,10 @@ bool FileOpenXml(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::st
 // What stands in the file and has not been read must not be overwritten.
 void refuseToLoseIntervals(const clsFile& file) {
     forEachLog(file, [&file](const clsLog& log) {
-        if (log.IntervalsToLoad) throw RuntimeError(kErrorApplication, file.session().LoadText(5065));
+        if (log.IntervalsToLoad) throw RuntimeError(kErrorApplication, file.session().LoadText(Text::StillLoading));
         if (!log.HasUnreadIntervals) return;
-        throw RuntimeError(kErrorApplication, ReplaceText(file.session().LoadText(8804), "^", log.Name));
+        throw RuntimeError(kErrorApplication,
+                           ReplaceText(file.session().LoadText(Text::IntervalsNotRead), "^", log.Name));
     });
 }
 

@@ -183,7 +183,7 @@ std::unique_ptr<clsInsData> readLog(clsFile& file, std::string_view text) {
 bool ReadMachineLog(clsFile& file, std::string_view text, std::string& message) {
     const auto faultText = [&file](std::int64_t number, const char* description) {
         return std::to_string(number) + ": " + description + "\r\n\r\n" +
-               ReplaceText(file.session().LoadText(8401), "^", file.FileName);
+               ReplaceText(file.session().LoadText(Text::UnableToOpen), "^", file.FileName);
     };
     try {
         auto data = readLog(file, text);
@@ -191,7 +191,7 @@ bool ReadMachineLog(clsFile& file, std::string_view text, std::string& message) 
             file.InstrumentDatas.push_back(std::move(data));
             return true;
         }
-        message = file.session().LoadText(8402);
+        message = file.session().LoadText(Text::FileNotCompatible);
     } catch (const RuntimeError& error) {
         message = faultText(error.Number, error.what());
     } catch (const std::bad_alloc&) {

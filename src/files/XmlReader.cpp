@@ -141,8 +141,8 @@ private:
 
     // Some files have the words that the user reads.
     std::string locationCode(const std::string& text) const {
-        if (text == log_.session().LoadText(4532)) return std::string(NoiseAtWorkLocation);
-        if (text == log_.session().LoadText(4533)) return std::string(EnvironmentLocation);
+        if (text == log_.session().LoadText(Text::NoiseAtWork)) return std::string(NoiseAtWorkLocation);
+        if (text == log_.session().LoadText(Text::Environmental)) return std::string(EnvironmentLocation);
         return text;
     }
 

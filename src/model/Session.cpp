@@ -12,34 +12,34 @@ constexpr int kVersion[] = {KESTRANE_VERSION};
 } // namespace
 
 LabelTexts::LabelTexts(const Texts& texts) :
-    YesMark(texts.LoadText(4557)),
-    NoMark(texts.LoadText(4558)),
-    Yes(texts.LoadText(9013)),
-    No(texts.LoadText(9014)),
-    Leq(texts.LoadText(9515)),
-    Lmin(texts.LoadText(9516)),
-    Lmax(texts.LoadText(9517)),
-    Peak(texts.LoadText(9500)),
-    WeightedLeq(texts.LoadText(9518)),
-    WeightedLmin(texts.LoadText(9519)),
-    WeightedLmax(texts.LoadText(9520)),
-    WeightedPeak(texts.LoadText(9521)),
-    Lepd(texts.LoadText(9501)),
-    LepdET(Lepd + texts.LoadText(9502)),
-    LepdMT(Lepd + texts.LoadText(9503)),
-    Dose(texts.LoadText(9506)),
-    DoseET(Dose + texts.LoadText(9502)),
-    DoseMT(Dose + texts.LoadText(9503)),
-    DoseHour(texts.LoadText(9509)),
-    DoseHourShort(texts.LoadText(9510)),
-    ExchangeRate(texts.LoadText(9504)),
-    SEL(texts.LoadText(9505)),
-    LAvg(texts.LoadText(9507)),
-    TWA(texts.LoadText(9508)),
-    Ltm3(texts.LoadText(9511)),
-    Ltm5(texts.LoadText(9512)),
-    Pa2h(texts.LoadText(9514)),
-    Overload(texts.LoadText(4537)) {}
+    YesMark(texts.LoadText(Text::YesMark)),
+    NoMark(texts.LoadText(Text::NoMark)),
+    Yes(texts.LoadText(Text::Yes)),
+    No(texts.LoadText(Text::No)),
+    Leq(texts.LoadText(Text::Leq)),
+    Lmin(texts.LoadText(Text::Lmin)),
+    Lmax(texts.LoadText(Text::Lmax)),
+    Peak(texts.LoadText(Text::Peak)),
+    WeightedLeq(texts.LoadText(Text::WeightedLeq)),
+    WeightedLmin(texts.LoadText(Text::WeightedLmin)),
+    WeightedLmax(texts.LoadText(Text::WeightedLmax)),
+    WeightedPeak(texts.LoadText(Text::WeightedPeak)),
+    Lepd(texts.LoadText(Text::Lepd)),
+    LepdET(Lepd + texts.LoadText(Text::OfExposureTime)),
+    LepdMT(Lepd + texts.LoadText(Text::OfMeasurementTime)),
+    Dose(texts.LoadText(Text::DosePercent)),
+    DoseET(Dose + texts.LoadText(Text::OfExposureTime)),
+    DoseMT(Dose + texts.LoadText(Text::OfMeasurementTime)),
+    DoseHour(texts.LoadText(Text::DosePerHour)),
+    DoseHourShort(texts.LoadText(Text::DosePerHourShort)),
+    ExchangeRate(texts.LoadText(Text::ExchangeRateShort)),
+    SEL(texts.LoadText(Text::SoundExposureLevel)),
+    LAvg(texts.LoadText(Text::LAvg)),
+    TWA(texts.LoadText(Text::TWA)),
+    Ltm3(texts.LoadText(Text::Ltm3)),
+    Ltm5(texts.LoadText(Text::Ltm5)),
+    Pa2h(texts.LoadText(Text::Pa2Hr)),
+    Overload(texts.LoadText(Text::OverloadColumn)) {}
 
 Session::Session(const std::string& companyName, Locale itsLocale, SettingsStore& itsSettings,
                  MessageInterface& itsMessages, EventPump& itsPump, Clock& itsClock) :
@@ -52,8 +52,8 @@ Session::Session(const std::string& companyName, Locale itsLocale, SettingsStore
     pump(itsPump),
     clock(itsClock),
     frame(&windowless_) {
-    Options.HomePage = LoadText(10001);
-    Options.HPDAddress = LoadText(10002);
+    Options.HomePage = LoadText(Text::ContactHomePage);
+    Options.HPDAddress = LoadText(Text::ContactProtectorDatabase);
 }
 
 Session::~Session() = default;

@@ -95,7 +95,7 @@ struct Session {
     std::vector<std::unique_ptr<clsFile>> OpenFiles;
     std::vector<std::string> RecentFiles; // at most four names, the most recent first
 
-    std::string LoadText(int id) const { return texts.LoadText(id); }
+    std::string LoadText(Text::Id id) const { return texts.LoadText(id); }
 
     // The one message box. An empty title is the application's; while background work runs the box is system-modal.
     Button ShowMessage(const std::string& prompt, int flags, const std::string& title = {});

@@ -8,6 +8,8 @@
 #include <memory>
 #include <vector>
 
+#include "resources/TextNames.h"
+
 namespace kestrane {
 
 class clsFile;
@@ -21,11 +23,11 @@ struct JoinedStep {
 
 class EditStep {
 public:
-    explicit EditStep(int title) : Title(title) {}
+    explicit EditStep(Text::Id title) : Title(title) {}
 
     virtual ~EditStep() = default;
 
-    const int Title; // number of the text that names what was done
+    const Text::Id Title; // number of the text that names what was done
     std::shared_ptr<const JoinedStep> Joined;
     std::uint64_t Turn = 0; // when it was last done, undone or done again, counted over all documents
 

@@ -31,13 +31,13 @@ std::string storedWord(std::string_view text, const Word (&words)[N]) {
 }
 
 struct DurationWords {
-    int singular;
-    int plural;
+    Text::Id singular;
+    Text::Id plural;
 };
 
-constexpr DurationWords kHours = {9304, 9303};
-constexpr DurationWords kMins = {9306, 9305};
-constexpr DurationWords kSecs = {9308, 9307};
+constexpr DurationWords kHours = {Text::OneHour, Text::Hours};
+constexpr DurationWords kMins = {Text::OneMinute, Text::Minutes};
+constexpr DurationWords kSecs = {Text::OneSecond, Text::Seconds};
 
 } // namespace
 
@@ -70,7 +70,7 @@ void clsLog::Mode(int mode) {
 }
 
 std::string clsLog::ModeText() const {
-    constexpr int kIds[] = {8007, 8016, 8017};
+    constexpr Text::Id kIds[] = {Text::BroadbandMode, Text::FullOctaveMode, Text::ThirdOctaveMode};
     return session_.LoadText(kIds[Mode()]);
 }
 
@@ -183,7 +183,7 @@ bool clsLog::IsOldDoseMeter() const {
 }
 
 void clsLog::Copy(const clsLog& objPrevLog, std::int64_t intStart, std::int64_t intEnd) {
-    if (objPrevLog.IntervalsToLoad) throw RuntimeError(kErrorApplication, session_.LoadText(5065));
+    if (objPrevLog.IntervalsToLoad) throw RuntimeError(kErrorApplication, session_.LoadText(Text::StillLoading));
     static_cast<LogData&>(*this) = static_cast<const LogData&>(objPrevLog);
     objLogShared = std::make_shared<clsLogShared>(*objPrevLog.objLogShared);
     LogIntervals.Initialize(objLogShared);

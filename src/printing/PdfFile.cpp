@@ -101,7 +101,7 @@ std::string informationUpdate(const SinkDevice& file, const Session& session, co
     if (root.empty() || object.empty() || size.empty() || before.empty()) return {};
     const std::string author =
         session.Options.CompanyName.empty() ? session.brand.CompanyName : session.Options.CompanyName;
-    const std::string program = pdfText(session.LoadText(7120));
+    const std::string program = pdfText(session.LoadText(Text::ProgramAndVersion));
     std::string update = "\n";
     const std::size_t objectAt = file.written() + update.size();
     update += object + " 0 obj\n<<\n/Title " + pdfText(title) + "\n/Author " + pdfText(author) + "\n/Creator " +

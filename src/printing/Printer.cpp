@@ -16,7 +16,7 @@ constexpr std::int64_t kErrorPrinter = 482;
 
 // Raises an error where the printer did not do its part.
 void check(const Session& session, bool isDone) {
-    if (!isDone) throw RuntimeError(kErrorPrinter, session.LoadText(7137));
+    if (!isDone) throw RuntimeError(kErrorPrinter, session.LoadText(Text::PrinterTookNotAll));
 }
 
 // False when the progress put an end to it.
@@ -54,7 +54,8 @@ void print(const Session& session, QPrinter& printer, const LayOut& layOut, cons
 }
 
 void tell(Session& session, const RuntimeError& error) {
-    session.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation, session.LoadText(9000));
+    session.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation,
+                        session.LoadText(Text::ErrorConnectingToPrinter));
 }
 
 } // namespace
@@ -72,7 +73,7 @@ bool Printers::choose(QPrinter& printer, QWidget* parent) {
 
 bool isPrinterThere(Session& session, Printers& printers) {
     if (printers.isAnyThere()) return true;
-    tell(session, RuntimeError(kErrorPrinter, session.LoadText(7122)));
+    tell(session, RuntimeError(kErrorPrinter, session.LoadText(Text::NoPrinter)));
     return false;
 }
 

@@ -16,7 +16,8 @@ namespace kestrane {
 namespace {
 
 constexpr double kFourDecibels = 4;
-constexpr int kCorrectionTexts[] = {4816, 4817, 4818, 4819}; // by correction
+constexpr Text::Id kCorrectionTexts[] = {Text::CorrectionNone, Text::Correction2StdDevs, Text::Correction4dB,
+                                         Text::Correction1StdDev}; // by correction
 
 double fourDecibels(int iCorrectionFactor) {
     return iCorrectionFactor == kCorrectionFourDecibels ? kFourDecibels : 0;
@@ -150,7 +151,7 @@ std::vector<std::string_view> methodsOf(const clsOptions& options) {
 std::unique_ptr<clsLog> convertedToZ(const clsLog& log) {
     auto converted = std::make_unique<clsLog>(log.session());
     converted->Copy(log, 0, 0);
-    log.session().ShowMessage(log.session().LoadText(4576), kIconInformation);
+    log.session().ShowMessage(log.session().LoadText(Text::LogIsNotZWeighted), kIconInformation);
     AdjustFreqWeight(*converted, "Z", false);
     return converted;
 }

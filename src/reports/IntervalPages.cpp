@@ -27,8 +27,8 @@ IntervalPages::IntervalPages(const clsLog& log, const PageArea& area, const Page
     area_(area),
     line_(metrics.lineHeight(kBodyFont)),
     star_(metrics.textWidth("*", kBodyFont)),
-    heading_(log.session().LoadText(5055)),
-    removed_("*" + log.session().LoadText(5068)),
+    heading_(log.session().LoadText(Text::IntervalHeading)),
+    removed_("*" + log.session().LoadText(Text::IntervalRemoved)),
     locale_(log.session().locale),
     times_(log),
     rows_(log.LogIntervals.Columns()),
@@ -44,7 +44,7 @@ void IntervalPages::addChannel(const clsLog& log, int channel, const PageMetrics
     const Session& session = log.session();
     const clsLogOptions options = displayOptions(log);
     Channel added;
-    if (log.IsChannelBOn) added.Name = session.LoadText(channel == kChannelA ? 4523 : 4525);
+    if (log.IsChannelBOn) added.Name = session.LoadText(channel == kChannelA ? Text::ChannelA : Text::ChannelB);
     const double gap = metrics.textWidth("WW", kCaptionFont);
     double right = area_.Left + metrics.textWidth(kTimeWidth, kBodyFont);
     for (const LevelColumn& column : intervalColumns()) {

@@ -21,9 +21,9 @@ constexpr std::size_t kMostHeadLines = 3; // into which a line is broken when th
 
 PageFrame::PageFrame(const Session& session, const PageHeading& heading, const PageMetrics& metrics) :
     logo_(session.Options.CompanyLogoFile),
-    program_(session.LoadText(7120)),
+    program_(session.LoadText(Text::ProgramAndVersion)),
     file_(printableText(heading.FileName)),
-    pageOfPages_(session.LoadText(7121)),
+    pageOfPages_(session.LoadText(Text::PageOfPages)),
     metrics_(metrics) {
     body_ = wholePage();
     double logoWidth = logo_.empty() ? 0 : metrics.pictureWidth(logo_, kLogoBox);
@@ -31,7 +31,7 @@ PageFrame::PageFrame(const Session& session, const PageHeading& heading, const P
     std::vector<std::string> texts;
     if (!session.Options.CompanyName.empty()) texts.push_back(printableText(session.Options.CompanyName));
     texts.push_back(printableText(heading.Title));
-    if (heading.IsModified) texts.push_back(session.LoadText(5067));
+    if (heading.IsModified) texts.push_back(session.LoadText(Text::ModifiedReport));
     setHead(texts, logoWidth);
     double lines = 0;
     for (const HeadLine& line : head_)

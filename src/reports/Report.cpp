@@ -19,7 +19,7 @@ constexpr double kRemarkLines = 1.25;
 constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the room round them
 
 std::string titleOf(const clsLog& log) {
-    const std::string kind = log.ModeText() + " " + log.session().LoadText(5051);
+    const std::string kind = log.ModeText() + " " + log.session().LoadText(Text::ReportWord);
     return log.Name.empty() ? kind : log.Name + " - " + kind;
 }
 

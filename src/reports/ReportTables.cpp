@@ -35,51 +35,53 @@ std::string decibels(int level) {
     return std::to_string(level) + " dB";
 }
 
-// The details block, from its first line to its last. Caption 0: a blank line.
+// The details block, from its first line to its last. No caption: a blank line.
 struct DetailRow {
-    int caption;
+    Text::Id caption = Text::None;
     std::string (*value)(const clsInsData& data, const clsLog& log) = nullptr;
     bool hasSpaceAbove = false;
 };
 
 constexpr DetailRow kDetails[] = {
-    {7100, [](const clsInsData&, const clsLog& log) { return log.Name; }},
-    {4531, [](const clsInsData&, const clsLog& log) { return log.InsName; }},
-    {7101, [](const clsInsData& data, const clsLog&) { return data.InsSerial; }},
-    {7102, [](const clsInsData&, const clsLog& log) { return longDate(log.FactoryCalibDate); }},
-    {5045, [](const clsInsData&, const clsLog& log) { return longDate(log.CalibDate); }},
-    {0},
-    {0, nullptr, true},
-    {7103, [](const clsInsData&, const clsLog& log) { return longDate(log.StartDate); }},
-    {7104, [](const clsInsData&, const clsLog& log) { return longDate(log.EndDate); }},
-    {7105, [](const clsInsData&, const clsLog& log) { return timeOf(log, log.StartTime); }},
-    {7106, [](const clsInsData&, const clsLog& log) { return timeOf(log, log.EndTime); }},
-    {7107, [](const clsInsData&, const clsLog& log) { return LogLengthText(log); }},
-    {7108, [](const clsInsData&, const clsLog& log) { return log.IntervalText(); }},
-    {7109, [](const clsInsData&, const clsLog& log) { return log.ModeText(); }},
-    {7111, [](const clsInsData&, const clsLog& log) { return log.IsLnNumbersOnText(); }},
-    {7112, [](const clsInsData&, const clsLog& log) { return decibels(log.Criterion); }},
-    {3507, [](const clsInsData&, const clsLog& log) { return decibels(log.Exchange); }},
-    {0},
-    {7110, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
-    {0},
-    {7113, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
-    {0},
-    {7114, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
+    {Text::LogName, [](const clsInsData&, const clsLog& log) { return log.Name; }},
+    {Text::Instrument, [](const clsInsData&, const clsLog& log) { return log.InsName; }},
+    {Text::SerialNumber, [](const clsInsData& data, const clsLog&) { return data.InsSerial; }},
+    {Text::FactoryCalibrationDue, [](const clsInsData&, const clsLog& log) { return longDate(log.FactoryCalibDate); }},
+    {Text::LastUserCalibration, [](const clsInsData&, const clsLog& log) { return longDate(log.CalibDate); }},
+    {},
+    {Text::None, nullptr, true},
+    {Text::LogStartDate, [](const clsInsData&, const clsLog& log) { return longDate(log.StartDate); }},
+    {Text::LogEndDate, [](const clsInsData&, const clsLog& log) { return longDate(log.EndDate); }},
+    {Text::LogStartTime, [](const clsInsData&, const clsLog& log) { return timeOf(log, log.StartTime); }},
+    {Text::LogEndTime, [](const clsInsData&, const clsLog& log) { return timeOf(log, log.EndTime); }},
+    {Text::LogLength, [](const clsInsData&, const clsLog& log) { return LogLengthText(log); }},
+    {Text::LogIntervalLength, [](const clsInsData&, const clsLog& log) { return log.IntervalText(); }},
+    {Text::LogType, [](const clsInsData&, const clsLog& log) { return log.ModeText(); }},
+    {Text::LnsRecorded, [](const clsInsData&, const clsLog& log) { return log.IsLnNumbersOnText(); }},
+    {Text::CriterionLevel, [](const clsInsData&, const clsLog& log) { return decibels(log.Criterion); }},
+    {Text::ExchangeRate, [](const clsInsData&, const clsLog& log) { return decibels(log.Exchange); }},
+    {},
+    {Text::LogLocation, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
+    {},
+    {Text::RecordedBy, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
+    {},
+    {Text::Signature, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
 };
 
 // The cumulative table in front of its figures. Null: channel B has no text of its own.
 struct WordRow {
-    int caption;
+    Text::Id caption = Text::None;
     std::string (*channelA)(const clsLog& log);
     std::string (*channelB)(const clsLog& log) = nullptr;
 };
 
 constexpr WordRow kCumulativeWords[] = {
-    {5046, [](const clsLog& log) { return log.FreqWeightA(); }, [](const clsLog& log) { return log.FreqWeightB(); }},
-    {5047, [](const clsLog& log) { return log.TimeWeightA(); }, [](const clsLog& log) { return log.TimeWeightB(); }},
-    {5052, [](const clsLog& log) { return log.IsLoggingOverLoadedText(); }},
-    {5042, [](const clsLog& log) { return log.ModeText(); }},
+    {Text::FrequencyWeighting, [](const clsLog& log) { return log.FreqWeightA(); },
+     [](const clsLog& log) { return log.FreqWeightB(); }},
+    {Text::TimeWeighting, [](const clsLog& log) { return log.TimeWeightA(); },
+     [](const clsLog& log) { return log.TimeWeightB(); }},
+    {Text::OverloadOccurred, [](const clsLog& log) { return log.IsLoggingOverLoadedText(); }},
+    {Text::ModeLabel, [](const clsLog& log) { return log.ModeText(); }},
 };
 
 constexpr Parameter kCumulativeFigures[] = {
@@ -133,7 +135,8 @@ std::string datedHeading(const std::string& words, const std::string& longDate, 
 std::vector<DetailLine> detailLines(const clsInsData& data, const clsLog& log) {
     std::vector<DetailLine> lines;
     for (const DetailRow& row : kDetails) {
-        const std::string caption = row.caption == 0 ? std::string() : log.session().LoadText(row.caption) + ": ";
+        const std::string caption =
+            row.caption == Text::None ? std::string() : log.session().LoadText(row.caption) + ": ";
         lines.push_back({caption, row.value == nullptr ? std::string() : row.value(data, log), row.hasSpaceAbove});
     }
     return lines;
@@ -144,11 +147,14 @@ ReportTable cumulativeTable(const clsLog& log) {
     const clsLogOptions options = displayOptions(log);
     ReportTable table;
     const std::string start = longDate(log.StartDate);
-    table.Heading = datedHeading(session.LoadText(5043), start, start.empty() ? start : log.StartTime.hh_mm());
+    table.Heading =
+        datedHeading(session.LoadText(Text::CumulativeData), start, start.empty() ? start : log.StartTime.hh_mm());
     table.Remark = wholeFiguresLine(log);
     table.NameWidth = "XXFrequency WeightingXX";
-    table.Captions = log.IsChannelBOn ? std::vector<std::string>{{}, session.LoadText(4523), session.LoadText(4525)}
-                                      : std::vector<std::string>{{}, session.LoadText(5050)};
+    table.Captions =
+        log.IsChannelBOn
+            ? std::vector<std::string>{{}, session.LoadText(Text::ChannelA), session.LoadText(Text::ChannelB)}
+            : std::vector<std::string>{{}, session.LoadText(Text::DataWord)};
     const auto add = [&](std::string caption, std::string channelA, std::string channelB) {
         table.Rows.push_back({std::move(caption), std::move(channelA)});
         if (log.IsChannelBOn) table.Rows.back().push_back(std::move(channelB));
@@ -157,7 +163,7 @@ ReportTable cumulativeTable(const clsLog& log) {
         add(session.LoadText(row.caption), row.channelA(log),
             row.channelB == nullptr ? std::string() : row.channelB(log));
     if (exposureTimeText(log.objLogOptions.ExposureTime) != exposureTimeText(kUsualHours))
-        add(session.LoadText(5066), exposureTimeLabel(log), {});
+        add(session.LoadText(Text::ExposureTime), exposureTimeLabel(log), {});
     for (const Parameter parameter : kCumulativeFigures) {
         if (!isListed(log, parameter)) continue;
         add(figureCaption(log, parameter), figure(log, options, kChannelA, parameter),
@@ -169,11 +175,11 @@ ReportTable cumulativeTable(const clsLog& log) {
 ReportTable frequencyTable(const clsLog& log) {
     const Session& session = log.session();
     ReportTable table;
-    table.Heading = session.LoadText(5049);
-    if (log.IsChannelBOn) table.Heading += " (" + session.LoadText(4523) + ")";
+    table.Heading = session.LoadText(Text::FrequencyData);
+    if (log.IsChannelBOn) table.Heading += " (" + session.LoadText(Text::ChannelA) + ")";
     table.Remark = wholeFiguresLine(log);
     table.NameWidth = "XXXFreq(Hz)";
-    table.Captions = {session.LoadText(5053)};
+    table.Captions = {session.LoadText(Text::FreqHz)};
     for (const LevelColumn& column : kFrequencyColumns)
         table.Captions.push_back(levelCaption(log, kChannelA, column.parameter));
     for (int band = 1; band <= lastBand(log.Mode()); ++band) {

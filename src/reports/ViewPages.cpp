@@ -16,14 +16,13 @@ namespace kestrane {
 
 namespace {
 
-constexpr int kFirstTabCaption = 4503;
 constexpr std::size_t kMostLinesBelow = 4;
 
 using Cells = std::vector<std::vector<std::string>>;
 
 // band 0: none is named
 PageHeading headingOf(const PrintedView& view, int band = 0) {
-    std::string title = view.log.session().LoadText(kFirstTabCaption + view.tab);
+    std::string title = view.log.session().LoadText(Text::Id{Text::TabFullLog + view.tab});
     if (!view.log.Name.empty()) title = view.log.Name + " - " + title;
     if (band > 0) title += " - " + bandLabel(view.log, band);
     return {title, view.file.ShortenedFileName(), view.IsModified};
@@ -86,7 +85,8 @@ std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int
     const clsLog& log = view.log;
     const bool hasChannelB = log.IsChannelBOn && showsChannelB(panel);
     std::vector<std::string> captions = {{}, {}};
-    if (hasChannelB) captions = {{}, log.session().LoadText(4523), {}, log.session().LoadText(4525)};
+    if (hasChannelB)
+        captions = {{}, log.session().LoadText(Text::ChannelA), {}, log.session().LoadText(Text::ChannelB)};
     const std::vector<PanelRow> rows = cumulativePanel(log, band);
     Cells cells;
     for (const PanelSection section :
@@ -113,7 +113,7 @@ std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view) {
     const ExposureTable table = exposureTable(view.log);
     Cells cells = table.Rows;
     cells.push_back(table.Totals);
-    cells.back()[eColumnNote] = view.log.session().LoadText(4635);
+    cells.back()[eColumnNote] = view.log.session().LoadText(Text::Total);
     PageGrid grid = gridOf(exposureCaptions(view.log.session()), std::move(cells));
     grid.TotalRows = 1;
     return gridPages(view, std::move(grid));
@@ -127,7 +127,7 @@ std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, int channel, 
     grid.Rows = table->rowCount();
     grid.Cell = [table](std::size_t row, std::size_t column) { return table->copiedCell(row, column); };
     if (view.log.LogIntervals.IncludedCount() != view.log.LogIntervals.Count())
-        grid.Note = "*" + view.log.session().LoadText(5068);
+        grid.Note = "*" + view.log.session().LoadText(Text::IntervalRemoved);
     return gridPages(view, std::move(grid));
 }
 

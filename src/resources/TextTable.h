@@ -6,12 +6,14 @@
 #include <span>
 #include <string_view>
 
+#include "resources/TextNames.h"
+
 namespace kestrane {
 
 // Tokens in a text: "~" line break, "{{}}" company, "{}" firm, "$$$" product title, "$$" product name, "$" application
 // title, "%.%" version. "^" and "*" are filled by the caller. Menu and button captions carry "&" before their mnemonic.
 struct TextEntry {
-    int Id;
+    Text::Id Id;
     std::string_view Text;
 };
 
@@ -19,6 +21,6 @@ struct TextEntry {
 std::span<const TextEntry> TextTable();
 
 // The raw text of an id, or nothing when the table has no such id.
-std::optional<std::string_view> FindText(int id);
+std::optional<std::string_view> FindText(Text::Id id);
 
 } // namespace kestrane

@@ -11,20 +11,18 @@ namespace kestrane {
 
 namespace {
 
-constexpr int ContactFirst = 10001;
-constexpr int ContactLast = 10012;
-constexpr int SecondBrandOffset = 100;
-constexpr int SaveFilter = 6540;
-constexpr int OpenFilter = 6541;
+constexpr int SecondBrandOffset = Text::SecondHomePage - Text::ContactHomePage;
+
 constexpr int LargestId = 32767;
 
-int IdForBrand(int id, int firmIndex) {
-    if (firmIndex == 1 && id >= ContactFirst && id <= ContactLast) return id + SecondBrandOffset;
-    if (firmIndex != 0 && id == OpenFilter) return SaveFilter;
+Text::Id IdForBrand(Text::Id id, int firmIndex) {
+    if (firmIndex == 1 && id >= Text::ContactHomePage && id <= Text::ContactShop)
+        return Text::Id{id + SecondBrandOffset};
+    if (firmIndex != 0 && id == Text::OpenFilter) return Text::SaveFilter;
     return id;
 }
 
-std::optional<int> PlaceholderId(std::string_view caption) {
+std::optional<Text::Id> PlaceholderId(std::string_view caption) {
     const std::size_t dash = caption.find('-');
     if (dash == std::string_view::npos) return std::nullopt;
     std::string_view number = caption.substr(0, dash);
@@ -35,7 +33,7 @@ std::optional<int> PlaceholderId(std::string_view caption) {
     int id = 0;
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), id);
     if (error != std::errc() || end != number.data() + number.size() || id > LargestId) return std::nullopt;
-    return id;
+    return Text::Id{id};
 }
 
 } // namespace
@@ -68,8 +66,8 @@ Texts::Texts(Brand brand, int major, int minor, int revision) :
     brand_(std::move(brand)),
     version_(std::to_string(major) + "." + std::to_string(minor) + "." + std::to_string(revision)) {}
 
-std::string Texts::LoadText(int id) const {
-    const int mapped = IdForBrand(id, brand_.FirmIndex);
+std::string Texts::LoadText(Text::Id id) const {
+    const Text::Id mapped = IdForBrand(id, brand_.FirmIndex);
     const std::optional<std::string_view> raw = FindText(mapped);
     if (!raw) return std::to_string(mapped);
 
@@ -90,7 +88,7 @@ std::string Texts::LoadText(int id) const {
 }
 
 std::string Texts::LocaliseCaption(std::string_view designCaption) const {
-    const std::optional<int> id = PlaceholderId(designCaption);
+    const std::optional<Text::Id> id = PlaceholderId(designCaption);
     return id ? LoadText(*id) : std::string(designCaption);
 }
 

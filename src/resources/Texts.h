@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "resources/TextNames.h"
 #include "resources/basSoftwareByFirm.h"
 
 namespace kestrane {
@@ -23,7 +24,7 @@ public:
     // The text of the id with all tokens expanded; "^" and "*" stay for the caller. An id without a text gives the id
     // in decimal. For the second brand the contact ids 10001 to 10012 mean its own block, and the open filter 6541 is
     // the save filter 6540.
-    std::string LoadText(int id) const;
+    std::string LoadText(Text::Id id) const;
 
     // A caption such as "1184-&About ..." names text 1184 and is replaced by it; any other caption stays. Only a whole
     // number from 0 to 32767 in front of the first "-" counts, blanks around it allowed.

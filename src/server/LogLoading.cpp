@@ -21,7 +21,7 @@ void countFinishedRange(clsLog& log, const RowsComplete& complete) {
     if (complete) complete(log);
     log.RaiseLogValuesChanged();
     if (!noLogIsBusy(session)) return;
-    session.frame->SetPanel(Frame::Panel::Status, session.LoadText(7017));
+    session.frame->SetPanel(Frame::Panel::Status, session.LoadText(Text::LoadingCompleted));
     session.frame->EnableMenusAndButtons();
 }
 
@@ -36,7 +36,7 @@ void LoadWaitingIntervals(Session& session, const RowsComplete& complete) {
 void CreateLoadThreads(clsLog& log, const RowsComplete& complete) {
     Session& session = log.session();
     log.IntervalsLoading = true;
-    session.frame->SetPanel(Frame::Panel::Status, session.LoadText(7016));
+    session.frame->SetPanel(Frame::Panel::Status, session.LoadText(Text::LoadingIntervals));
     session.frame->EnableMenusAndButtons();
     log.FinishedRanges = 0;
     log.LogIntervals.setArraySize(log.IntervalNodes->Count());
@@ -64,7 +64,7 @@ void CreateLoadThreads(clsLog& log, const RowsComplete& complete) {
 
 std::string threadErrorText(const Session& session, std::int64_t number, const std::string& description, int line) {
     const std::string place =
-        line != 0 ? ReplaceText(session.LoadText(7020), "^", std::to_string(line)) : std::string();
+        line != 0 ? ReplaceText(session.LoadText(Text::LinePrefix), "^", std::to_string(line)) : std::string();
     return "  " + place + std::to_string(number) + ": " + description + "  ";
 }
 

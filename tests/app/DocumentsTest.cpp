@@ -73,7 +73,7 @@ TEST_F(DocumentsTest, AnotherOpenDocumentIsNeverSavedOver) {
     EXPECT_EQ(proposals, (std::vector<std::string>{folder.file("a.xml"), folder.file("b.xml"), folder.file("link.xml"),
                                                    folder.file("B.XML")}));
     ASSERT_EQ(messages.Boxes.size(), 3U);
-    EXPECT_EQ(messages.Boxes[1].Prompt, ReplaceText(session.LoadText(6532), "^", "b.xml"));
+    EXPECT_EQ(messages.Boxes[1].Prompt, ReplaceText(session.LoadText(Text::FileIsOpen), "^", "b.xml"));
     EXPECT_EQ(readText(folder.file("b.xml")), kOneLog);
     EXPECT_EQ(file.FileName, folder.file("a.xml"));
 }
@@ -215,7 +215,7 @@ TEST_F(DocumentsTest, AnEmptyCollectionIsRefusedWhileTheSettingSaysSo) {
     EXPECT_FALSE(SaveFile(session, file, true, ask));
     EXPECT_TRUE(proposals.empty());
     ASSERT_EQ(messages.Boxes.size(), 1U);
-    EXPECT_EQ(messages.Boxes[0].Prompt, session.LoadText(6539));
+    EXPECT_EQ(messages.Boxes[0].Prompt, session.LoadText(Text::FilesWithoutLogsNotSaved));
     session.Options.PreventEmptySaving = false;
     EXPECT_TRUE(SaveFile(session, file, false, ask));
 }

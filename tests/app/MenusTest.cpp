@@ -141,7 +141,7 @@ TEST(IsMenuEnabled, EditingOfNodesIsForTheTree) {
     EXPECT_EQ(enabled(), "nnnyn");
     state.HasClipboardFiles = true;
     EXPECT_EQ(enabled(), "nnyyn");
-    ASSERT_TRUE(editLog(open.log(), kTitleNote, [&] { return open.log().Note = "x", true; }));
+    ASSERT_TRUE(editLog(open.log(), Text::StepNote, [&] { return open.log().Note = "x", true; }));
     state.SelectedKey = "F1";
     EXPECT_EQ(enabled(), "nnyny");
     state.SelectedKey = "";

@@ -86,8 +86,11 @@ TEST(Manual, IsOpenedByADocumentReaderOrTheUserIsToldWhereToGetOne) {
     writeText(manual, "");
     TestSession test;
     const Case cases[] = {{true, Button::Yes, {manual}, ""},
-                          {false, Button::No, {}, test.session.LoadText(8101)},
-                          {false, Button::Yes, {test.session.LoadText(10014)}, test.session.LoadText(8101)}};
+                          {false, Button::No, {}, test.session.LoadText(Text::DocumentReaderNotFound)},
+                          {false,
+                           Button::Yes,
+                           {test.session.LoadText(Text::ContactDocumentReader)},
+                           test.session.LoadText(Text::DocumentReaderNotFound)}};
     for (const Case& c : cases) {
         std::vector<std::string> opened;
         const Desktop desktop = {

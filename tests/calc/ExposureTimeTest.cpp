@@ -52,13 +52,13 @@ TEST(ExposureTime, EveryTimeOfTheDayReadsBackAsShown) {
 }
 
 TEST(ExposureTime, FaultsNameTheirText) {
-    EXPECT_EQ(exposureTimeFault(0, 0), 5069);
-    EXPECT_EQ(exposureTimeFault(-1, 0), 5069);
-    EXPECT_EQ(exposureTimeFault(24.1F, 0), 5069);
-    EXPECT_EQ(exposureTimeFault(24, 24), 0);
-    EXPECT_EQ(exposureTimeFault(1, 2), 5070);
-    EXPECT_EQ(exposureTimeFault(1, 0), 0);
-    EXPECT_EQ(exposureTimeFault(exposureTimeHours("0:20:00", {}), 0.33333337F), 0); // the same second
+    EXPECT_EQ(exposureTimeFault(0, 0), Text::ExposureTimeOutOfRange);
+    EXPECT_EQ(exposureTimeFault(-1, 0), Text::ExposureTimeOutOfRange);
+    EXPECT_EQ(exposureTimeFault(24.1F, 0), Text::ExposureTimeOutOfRange);
+    EXPECT_EQ(exposureTimeFault(24, 24), Text::None);
+    EXPECT_EQ(exposureTimeFault(1, 2), Text::ExposureTimeTooShort);
+    EXPECT_EQ(exposureTimeFault(1, 0), Text::None);
+    EXPECT_EQ(exposureTimeFault(exposureTimeHours("0:20:00", {}), 0.33333337F), Text::None); // the same second
 }
 
 // 85 dB with criterion 85 and exchange rate 3: 8 hours are a dose of 100 % and LEP,d 85; 4 hours a half, and 3.0103

@@ -67,7 +67,7 @@ TEST(Download, OpensUntitledAndMergesIntoTheSelectedDocument) {
     desk.command("Download...").trigger();
     EXPECT_EQ(desk.session.OpenFiles.size(), 1U);
     ASSERT_EQ(desk.messages.Boxes.size(), 1U);
-    EXPECT_EQ(desk.messages.Boxes[0].Prompt, desk.session.LoadText(8004));
+    EXPECT_EQ(desk.messages.Boxes[0].Prompt, desk.session.LoadText(Text::DownloadAborted));
 }
 
 TEST(Download, SynchronizingClocksLooksForAnInstrumentAndCanBeCancelled) {
@@ -78,7 +78,7 @@ TEST(Download, SynchronizingClocksLooksForAnInstrumentAndCanBeCancelled) {
     });
     desk.command("Synchronize Clocks").trigger();
     ASSERT_EQ(desk.messages.Boxes.size(), 1U);
-    EXPECT_EQ(desk.messages.Boxes[0].Prompt, desk.session.LoadText(8004));
+    EXPECT_EQ(desk.messages.Boxes[0].Prompt, desk.session.LoadText(Text::DownloadAborted));
     EXPECT_TRUE(desk.session.OpenFiles.empty());
 }
 

@@ -132,7 +132,7 @@ TEST(Progress, StandsModallyWhileTheLoopRunsAndCancelEndsTheWait) {
         EXPECT_LT(sinceCancel.elapsed(), 200);
         EXPECT_EQ(shownDialog(), nullptr);
         ASSERT_EQ(desk.messages.Boxes.size(), 1U);
-        EXPECT_EQ(desk.messages.Boxes[0].Prompt, desk.session.LoadText(8004));
+        EXPECT_EQ(desk.messages.Boxes[0].Prompt, desk.session.LoadText(Text::DownloadAborted));
         desk.dialogs.OfferTranscript(); // not to one who cancelled
     }
 }
@@ -163,7 +163,7 @@ TEST(Progress, AFailedDownloadOffersItsTranscript) {
         };
         EXPECT_FALSE(desk.download());
         ASSERT_EQ(desk.messages.Boxes.size(), 1U);
-        EXPECT_EQ(desk.messages.Boxes[0].Prompt, desk.session.LoadText(8003));
+        EXPECT_EQ(desk.messages.Boxes[0].Prompt, desk.session.LoadText(Text::ErrorDownloading));
         onDialog([&](QDialog& dialog) {
             EXPECT_TRUE(control<QLabel>(dialog, "lblProgress").text().startsWith("The download has failed."));
             EXPECT_FALSE(control<QProgressBar>(dialog, "barProgress").isVisible());

@@ -79,8 +79,9 @@ TEST_F(BinaryLogsTest, ABrevikLogIsReadWhole) {
     EXPECT_NEAR(log->DoseHourA.CalcValue(), log->DoseMTCumA.CalcValue() / 2, 0.001);
     EXPECT_GT(log->TWACumA.CalcValue(), 0);
     EXPECT_EQ(log->TWACumA.Value(), 0);
-    const std::vector<std::string> labels = {session.LoadText(8001), session.LoadText(8006),
-                                             session.LoadText(8014) + " 23:30:00 28/02/2019"};
+    const std::vector<std::string> labels = {session.LoadText(Text::IdentifyingInstrument),
+                                             session.LoadText(Text::DownloadingListOfLogs),
+                                             session.LoadText(Text::DownloadingLog) + " 23:30:00 28/02/2019"};
     EXPECT_EQ(user.Labels, labels);
     EXPECT_EQ(user.Last.LogBytes, user.Last.LogBytesTotal);
     EXPECT_FALSE(comm.IsOpen());
@@ -221,7 +222,7 @@ TEST_F(BinaryLogsTest, BrokenLogsAreRefusedWhole) {
     for (const std::int32_t size :
          {-1, 0, 79, 81, 80 + 159, 80 + 161, 80 + 160 + 103, std::numeric_limits<std::int32_t>::min()}) {
         EXPECT_EQ(changed(230, 0, good, 0, size), nullptr) << size;
-        EXPECT_EQ(shown(), session.LoadText(8003)) << size;
+        EXPECT_EQ(shown(), session.LoadText(Text::ErrorDownloading)) << size;
     }
     EXPECT_EQ(changed(230, 0, good, 0x1C, std::int32_t{-60}), nullptr);   // interval
     EXPECT_EQ(changed(230, 0, good, 0x38, std::int32_t{70000}), nullptr); // criterion
@@ -235,13 +236,13 @@ TEST_F(BinaryLogsTest, WhatIsAnnouncedIsNotBelieved) {
     SampleInstrument instrument = brevik();
     instrument.Answers[bytesOf("02020003")] = bytesOf("616263 FFFFFF7F 00");
     EXPECT_EQ(download(instrument), nullptr);
-    EXPECT_EQ(shown(), session.LoadText(8004));
+    EXPECT_EQ(shown(), session.LoadText(Text::DownloadAborted));
 
     time.Now = milliseconds(0);
     BinaryLog log = brevikLog(false);
     constexpr std::int32_t kTwoGigabytes = 80 + 160 + 104 * 20'000'000;
     EXPECT_EQ(changed(230, 0, log, 0, kTwoGigabytes), nullptr);
-    EXPECT_EQ(shown(), session.LoadText(8004));
+    EXPECT_EQ(shown(), session.LoadText(Text::DownloadAborted));
     EXPECT_FALSE(comm.IsOpen());
 
     // None, and fewer than none.
@@ -250,7 +251,7 @@ TEST_F(BinaryLogsTest, WhatIsAnnouncedIsNotBelieved) {
         instrument.Answers[bytesOf("02020003")] = bytesOf(count);
         EXPECT_EQ(download(instrument), nullptr);
         EXPECT_TRUE(user.Lists.back().Rows.empty());
-        EXPECT_EQ(shown(), session.LoadText(8015));
+        EXPECT_EQ(shown(), session.LoadText(Text::NoLogsOnInstrument));
     }
 }
 

@@ -42,8 +42,8 @@ TEST(DownloadTest, CancelEndsItAnywhere) {
             int look = 0;
             const Attempt attempt(instrument, {}, [&look, looks] { return look++ >= looks; });
             if (attempt.isDone) break;
-            ASSERT_EQ(attempt.shown(), attempt.session.LoadText(8004));
-            ASSERT_EQ(attempt.messages.Boxes.back().Title, attempt.session.LoadText(8004));
+            ASSERT_EQ(attempt.shown(), attempt.session.LoadText(Text::DownloadAborted));
+            ASSERT_EQ(attempt.messages.Boxes.back().Title, attempt.session.LoadText(Text::DownloadAborted));
         }
     }
 }
@@ -61,7 +61,7 @@ TEST(DownloadTest, ErrorEndsItAtEveryExchange) {
                 break;
             }
             EXPECT_FALSE(attempt.isDone) << failing;
-            EXPECT_EQ(attempt.shown(), attempt.session.LoadText(8003)) << failing;
+            EXPECT_EQ(attempt.shown(), attempt.session.LoadText(Text::ErrorDownloading)) << failing;
         }
     }
 }
@@ -98,11 +98,11 @@ TEST_F(DownloadOutcomeTest, AnInstrumentOfNoFamilyIsNone) {
     connect(comm, binaryInstrument(100, 77, {}));
     EXPECT_FALSE(DownloadData(services, data));
     EXPECT_EQ(data.InsName(), "TR77L");
-    EXPECT_EQ(shown(), session.LoadText(8002));
+    EXPECT_EQ(shown(), session.LoadText(Text::InstrumentNotResponding));
     EXPECT_EQ(messages.Boxes.back().Flags, kIconStop);
     connect(comm, {"19200,n,8,2", {{bytesOf("0205"), bytesOf("30FE")}}});
     EXPECT_FALSE(IdentifyOnly(services, data));
-    EXPECT_EQ(shown(), session.LoadText(8015));
+    EXPECT_EQ(shown(), session.LoadText(Text::NoLogsOnInstrument));
 }
 
 TEST_F(DownloadOutcomeTest, ALineThatGoesAwayIsTold) {
@@ -112,7 +112,7 @@ TEST_F(DownloadOutcomeTest, ALineThatGoesAwayIsTold) {
     });
     EXPECT_FALSE(DownloadData(services, data));
     EXPECT_EQ(shown(), comm.FaultText);
-    EXPECT_EQ(messages.Boxes.back().Title, session.LoadText(8004));
+    EXPECT_EQ(messages.Boxes.back().Title, session.LoadText(Text::DownloadAborted));
 }
 
 TEST_F(DownloadOutcomeTest, ADocumentTakesTheLogsIn) {
@@ -173,14 +173,14 @@ TEST_F(DownloadOutcomeTest, TheClockIsSetOnOldInstrumentsOnly) {
     EXPECT_TRUE(messages.Boxes.empty());
     connect(comm, brevik());
     EXPECT_FALSE(SynchronizeClock(services, data));
-    EXPECT_EQ(shown(), session.LoadText(8012));
+    EXPECT_EQ(shown(), session.LoadText(Text::OnlyTallixClock));
     EXPECT_EQ(comm.Sent.back(), bytesOf("02010003"));
     connect(comm, tallix("XY1")); // an instrument, of no family that is known
     EXPECT_FALSE(SynchronizeClock(services, data));
-    EXPECT_EQ(shown(), session.LoadText(8012));
+    EXPECT_EQ(shown(), session.LoadText(Text::OnlyTallixClock));
     comm.Answer = nullptr;
     EXPECT_FALSE(SynchronizeClock(services, data));
-    EXPECT_EQ(shown(), session.LoadText(8002));
+    EXPECT_EQ(shown(), session.LoadText(Text::InstrumentNotResponding));
 }
 
 } // namespace

@@ -77,7 +77,7 @@ TEST_F(IdentifyTest, AnswersNameTheInstrument) {
 }
 
 TEST_F(IdentifyTest, OtherAnswersHaveTheirMessage) {
-    const std::string nobody = session.LoadText(8002);
+    const std::string nobody = session.LoadText(Text::InstrumentNotResponding);
     const std::string error{kReplyError};
 
     struct Case {
@@ -124,7 +124,7 @@ TEST_F(IdentifyTest, PortsAreTriedInOrder) {
     comm.TheirPorts = {{300, "x", ""}, {7, "c", ""}, {2, "a", ""}, {5, "b", ""}};
     comm.Refused = {2};
     session.Options.SerialPort = 7;
-    EXPECT_EQ(identify().Message, session.LoadText(8002));
+    EXPECT_EQ(identify().Message, session.LoadText(Text::InstrumentNotResponding));
     // Each question has its port opened again, since silence has closed it.
     EXPECT_EQ(comm.Opened, (std::vector<int>{7, 7, 7, 5, 5, 5}));
     EXPECT_NEAR(static_cast<double>(time.Now.count()), 9000, 500);
@@ -142,9 +142,9 @@ TEST_F(IdentifyTest, PortsAreTriedInOrder) {
 
 TEST_F(IdentifyTest, PortsThatCannotBeUsedAreTold) {
     comm.Refused = {1};
-    EXPECT_EQ(identify().Message, session.LoadText(5502) + "\r\n/dev/one: Permission denied");
+    EXPECT_EQ(identify().Message, session.LoadText(Text::NoValidPort) + "\r\n/dev/one: Permission denied");
     comm.TheirPorts.clear();
-    EXPECT_EQ(identify().Message, session.LoadText(5502));
+    EXPECT_EQ(identify().Message, session.LoadText(Text::NoValidPort));
 
     // One that goes away does not end the search.
     comm.Refused.clear();

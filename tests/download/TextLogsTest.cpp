@@ -64,8 +64,9 @@ TEST_F(TextLogsTest, AnOldDosimeterSendsDoses) {
     EXPECT_EQ(log.LogIntervals.Item(2).LeqA(0).Value(), 0);
     EXPECT_NEAR(log.LogIntervals.Item(3).LeqA(0).Value(), 79.0309, 1e-3);
     EXPECT_TRUE(log.FullyCalculated);
-    const std::vector<std::string> labels = {session.LoadText(8001), session.LoadText(8006),
-                                             session.LoadText(8009) + " 26.", session.LoadText(8009) + " 27."};
+    const std::vector<std::string> labels = {
+        session.LoadText(Text::IdentifyingInstrument), session.LoadText(Text::DownloadingListOfLogs),
+        session.LoadText(Text::DownloadingIntervals) + " 26.", session.LoadText(Text::DownloadingIntervals) + " 27."};
     EXPECT_EQ(user.Labels, labels);
 }
 
@@ -81,12 +82,12 @@ TEST_F(TextLogsTest, OldLogsWithoutRowsVanish) {
     SampleInstrument instrument = tallix("TR340");
     instrument.Answers[textFrame("02001A00")] = textFrame("0000");
     EXPECT_FALSE(download(instrument));
-    EXPECT_EQ(shown(), session.LoadText(8015));
+    EXPECT_EQ(shown(), session.LoadText(Text::NoLogsOnInstrument));
 
     instrument.Answers[textFrame("01")] = textFrame("");
     EXPECT_FALSE(download(instrument));
     EXPECT_TRUE(user.Lists.back().Rows.empty());
-    EXPECT_EQ(shown(), session.LoadText(8015));
+    EXPECT_EQ(shown(), session.LoadText(Text::NoLogsOnInstrument));
 
     // A row that is not chosen is not asked for.
     instrument = tallix("TR342");
@@ -96,7 +97,7 @@ TEST_F(TextLogsTest, OldLogsWithoutRowsVanish) {
     EXPECT_EQ(std::count(comm.Sent.begin(), comm.Sent.end(), textFrame("02001B00")), 0);
     user.Choose = [](const AcquireList&) { return AcquireChoice{{false, false}, false}; };
     EXPECT_FALSE(download(instrument));
-    EXPECT_EQ(shown(), session.LoadText(8004));
+    EXPECT_EQ(shown(), session.LoadText(Text::DownloadAborted));
 }
 
 TEST_F(TextLogsTest, OldLogsHaveNumbersOfFourDigits) {
@@ -243,7 +244,7 @@ TEST_F(TextLogsTest, CorvaneFilesAreMachineLogs) {
     EXPECT_NE(shown().find("B\u00E9"), std::string::npos) << shown();
     instrument.Answers[bytesOf("0204")] = "*\xFE";
     EXPECT_FALSE(download(instrument));
-    EXPECT_EQ(shown(), session.LoadText(8015));
+    EXPECT_EQ(shown(), session.LoadText(Text::NoLogsOnInstrument));
 }
 
 } // namespace

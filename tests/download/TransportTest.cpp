@@ -63,8 +63,8 @@ TEST_F(TransportTest, SilenceIsTriedAgainAndThenAsked) {
     EXPECT_EQ(comm.Sent.size(), 6U);
     EXPECT_TRUE(line.IsCancelled());
     ASSERT_EQ(messages.Boxes.size(), 2U);
-    EXPECT_EQ(messages.Boxes[0].Prompt, session.LoadText(8005));
-    EXPECT_EQ(messages.Boxes[0].Title, session.LoadText(8003));
+    EXPECT_EQ(messages.Boxes[0].Prompt, session.LoadText(Text::AskTryAgain));
+    EXPECT_EQ(messages.Boxes[0].Title, session.LoadText(Text::ErrorDownloading));
     EXPECT_EQ(messages.Boxes[0].Flags, kButtonsRetryCancel + kIconExclamation);
 }
 

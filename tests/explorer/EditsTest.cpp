@@ -85,7 +85,7 @@ TEST(Undo, TakesBackEveryCommandInTurnAndDoesItAgain) {
         {"&Undo Exposure Rows", [&] { return DeleteRows(log, 1, two); }},
         {"&Undo Exposure Rows", [&] { return pasteExposureRows(log, 0, eColumnLeq, "88\n89\n").Rows == 2; }},
         {"&Undo Interval Selection", [&] {
-             return editLog(log, kTitleIntervalSelection, [&] {
+             return editLog(log, Text::StepIntervalSelection, [&] {
                  setIntervalSelection(log, {{2, 4}}, false);
                  log.LogIntervals.ApplySelection();
                  return true;
@@ -169,7 +169,7 @@ TEST(Undo, SharesTheColumnsThatTheChangeLeftAlone) {
     clsLog& log = one.log();
     const IntervalColumns& columns = log.LogIntervals.Columns();
     const Level* const levels = columns.levels(Quantity::LeqA, 0).data();
-    ASSERT_TRUE(editLog(log, kTitleNote, [&] {
+    ASSERT_TRUE(editLog(log, Text::StepNote, [&] {
         log.LogIntervals.Columns().setLevel(Quantity::PeakA, 0, 3, {100, 100});
         return true;
     }));
@@ -184,7 +184,7 @@ TEST(Undo, WaitsForBackgroundWorkAndMakesGoodARecalculationThatItCutShort) {
     clsLog& log = one.log();
     log.RecalcMode = 4;
     log.IntervalsRecalculating = true; // the figures kept are those before it ended
-    ASSERT_TRUE(editLog(log, kTitleNote, [&] { return log.Note = "x", true; }));
+    ASSERT_TRUE(editLog(log, Text::StepNote, [&] { return log.Note = "x", true; }));
     EXPECT_FALSE(canExchange(&one.file(), Direction::Undo));
     EXPECT_FALSE(one.undo());
     log.IntervalsRecalculating = false;
@@ -195,8 +195,8 @@ TEST(Undo, WaitsForBackgroundWorkAndMakesGoodARecalculationThatItCutShort) {
     one.wait();
 
     log.IntervalsToLoad = true;
-    EXPECT_FALSE(editLog(log, kTitleNote, [&] { return log.Note = "y", true; }));
-    EXPECT_EQ(one.messages.Boxes.back().Prompt, one.session.LoadText(5065));
+    EXPECT_FALSE(editLog(log, Text::StepNote, [&] { return log.Note = "y", true; }));
+    EXPECT_EQ(one.messages.Boxes.back().Prompt, one.session.LoadText(Text::StillLoading));
     EXPECT_EQ(log.Note, "");
     EXPECT_TRUE(renameNode(one.session, "L1I1F1", "Morning")); // a name needs no rows
 }
@@ -246,7 +246,7 @@ TEST(Undo, FollowsAPasteWhateverIsSelectedUntilSomethingElseIsDone) {
 TEST(Undo, ALogThatWasDeletedComesBackAsItWasChanged) {
     OneLog one;
     clsLog& log = one.log();
-    ASSERT_TRUE(editLog(log, kTitleNote, [&] { return log.Note = "x", true; }));
+    ASSERT_TRUE(editLog(log, Text::StepNote, [&] { return log.Note = "x", true; }));
     ExplorerState state;
     state.SelectedKey = "L1I1F1";
     one.messages.Answers = {Button::Ok};

@@ -174,21 +174,24 @@ TEST(PasteNode, IsTakenBackWhenNoIdentityIsLeft) {
 TEST(DeleteNode, AsksByKindAndChoosesTheNextNode) {
     struct Case {
         const char* key;
-        int question; // 0: nothing is asked
+        Text::Id question; // None: nothing is asked
         std::string_view one;
         const char* next;
     };
 
-    for (const Case& c :
-         {Case{"I1F1", 4516, "88(L3c)", "F1"}, Case{"I2F1", 4516, "77(L1a L2b O1o T1t)", "I1F1"},
-          Case{"X1F1", 4517, "77(O1o T1t) 88(L3c)", "I1F1"}, Case{"X2F1", 4517, "77(L1a L2b O1o T1t) 88()", "F1"},
-          Case{"Y1F1", 4519, "77(L1a L2b T1t) 88(L3c)", "X1F1"}, Case{"Z1F1", 4519, "77(L1a L2b O1o) 88(L3c)", "X1F1"},
-          Case{"L1I1F1", 4518, "77(L2b O1o T1t) 88(L3c)", "X1F1"},
-          Case{"L2I1F1", 4518, "77(L1a O1o T1t) 88(L3c)", "L1I1F1"},
-          Case{"L3I2F1", 4518, "77(L1a L2b O1o T1t) 88()", "I2F1"},
-          Case{"O1I1F1", 4520, "77(L1a L2b T1t) 88(L3c)", "I1F1"},
-          Case{"T1I1F1", 4520, "77(L1a L2b O1o) 88(L3c)", "I1F1"}, Case{"F1", 0, kOne, "F1"}, Case{"", 0, kOne, ""},
-          Case{"L9I1F1", 0, kOne, "L9I1F1"}}) {
+    for (const Case& c : {Case{"I1F1", Text::AskRemoveDataset, "88(L3c)", "F1"},
+                          Case{"I2F1", Text::AskRemoveDataset, "77(L1a L2b O1o T1t)", "I1F1"},
+                          Case{"X1F1", Text::AskRemoveBroadbandLogs, "77(O1o T1t) 88(L3c)", "I1F1"},
+                          Case{"X2F1", Text::AskRemoveBroadbandLogs, "77(L1a L2b O1o T1t) 88()", "F1"},
+                          Case{"Y1F1", Text::AskRemoveOctaveLogs, "77(L1a L2b T1t) 88(L3c)", "X1F1"},
+                          Case{"Z1F1", Text::AskRemoveOctaveLogs, "77(L1a L2b O1o) 88(L3c)", "X1F1"},
+                          Case{"L1I1F1", Text::AskRemoveBroadbandLog, "77(L2b O1o T1t) 88(L3c)", "X1F1"},
+                          Case{"L2I1F1", Text::AskRemoveBroadbandLog, "77(L1a O1o T1t) 88(L3c)", "L1I1F1"},
+                          Case{"L3I2F1", Text::AskRemoveBroadbandLog, "77(L1a L2b O1o T1t) 88()", "I2F1"},
+                          Case{"O1I1F1", Text::AskRemoveOctaveLog, "77(L1a L2b T1t) 88(L3c)", "I1F1"},
+                          Case{"T1I1F1", Text::AskRemoveOctaveLog, "77(L1a L2b O1o) 88(L3c)", "I1F1"},
+                          Case{"F1", Text::None, kOne, "F1"}, Case{"", Text::None, kOne, ""},
+                          Case{"L9I1F1", Text::None, kOne, "L9I1F1"}}) {
         SCOPED_TRACE(c.key);
         TwoFiles files;
         files.session.Options.FilesOnTreeView = eDisplayFilesAsNodes;
@@ -198,11 +201,11 @@ TEST(DeleteNode, AsksByKindAndChoosesTheNextNode) {
         files.messages.Answers = {Button::Cancel, Button::Ok};
         EXPECT_FALSE(DeleteNode(files.session, state));
         EXPECT_EQ(files.outline(1), kOne);
-        EXPECT_EQ(DeleteNode(files.session, state), c.question != 0);
+        EXPECT_EQ(DeleteNode(files.session, state), c.question != Text::None);
         EXPECT_EQ(files.outline(1), c.one);
         EXPECT_EQ(state.SelectedKey, c.next);
-        EXPECT_EQ(state.DisplayedKey.empty(), c.question != 0 || state.SelectedKey.empty());
-        if (c.question == 0) continue;
+        EXPECT_EQ(state.DisplayedKey.empty(), c.question != Text::None || state.SelectedKey.empty());
+        if (c.question == Text::None) continue;
         ASSERT_EQ(files.messages.Boxes.size(), 2U);
         EXPECT_EQ(files.messages.Boxes[1].Prompt, files.session.LoadText(c.question));
         EXPECT_EQ(buttonsOf(files.messages.Boxes[1].Flags), buttonsOf(kButtonsOkCancel));
@@ -237,8 +240,8 @@ TEST(Editing, LeavesLogsAloneThatAreStillLoading) {
         EXPECT_FALSE(PasteNode(files.session, source, "F2", true));
         state.SelectedKey = source;
         EXPECT_FALSE(DeleteNode(files.session, state));
-        EXPECT_EQ(files.messages.Boxes.front().Prompt, files.session.LoadText(5065));
-        EXPECT_EQ(files.messages.Boxes.back().Prompt, files.session.LoadText(5065));
+        EXPECT_EQ(files.messages.Boxes.front().Prompt, files.session.LoadText(Text::StillLoading));
+        EXPECT_EQ(files.messages.Boxes.back().Prompt, files.session.LoadText(Text::StillLoading));
     }
     EXPECT_EQ(files.outline(1), kOne);
     EXPECT_TRUE(PasteNode(files.session, "L1I1F1", "F2", true));
@@ -296,7 +299,7 @@ TEST(Editing, AnyWalkLosesNoLogAndIsUndoneToItsStart) {
                 isDeleted = DeleteNode(session, state) || isDeleted;
             } else if (choice == 7) {
                 clsLog* const log = resolve(session, source).log;
-                if (log != nullptr) editLog(*log, kTitleCalculation, [&] { return ++log->Criterion != 0; });
+                if (log != nullptr) editLog(*log, Text::StepCalculation, [&] { return ++log->Criterion != 0; });
             } else {
                 exchangeStep(session, &files.file(choice == 8 ? 1 : 2),
                              random() % 3 == 0 ? Direction::Redo : Direction::Undo);

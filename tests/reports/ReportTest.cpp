@@ -59,7 +59,7 @@ TEST(Report, SaysWhatTheLogHolds) {
                                     "Log Name: |Yard",
                                     "Instrument: |Corvane",
                                     "Serial Number: |C50001",
-                                    "Ordwyn Calibration Due: ",
+                                    "Ordwyn Calibration Due (factory calibration): ",
                                     "Last User Calibration: |Sunday 2 June 2024",
                                     "Log Start Date: |Monday 3 June 2024",
                                     "Log End Date: |Monday 3 June 2024",

@@ -1,5 +1,5 @@
+#include <fstream>
 #include <gtest/gtest.h>
-
 #include <string>
 
 #include "resources/TextTable.h"
@@ -14,33 +14,36 @@ Texts TextsOf(const char* company) {
 
 TEST(LoadText, ExpandsTokensForEachFirm) {
     const Texts ordwyn = TextsOf("Ordwyn {} Acoustics");
-    EXPECT_EQ(ordwyn.LoadText(1184), "&About Kestrane");
-    EXPECT_EQ(ordwyn.LoadText(3002), "Kestrane Version 3.0.12");
+    EXPECT_EQ(ordwyn.LoadText(Text::CommandAbout), "&About Kestrane");
+    EXPECT_EQ(ordwyn.LoadText(Text::AboutVersion), "Kestrane Version 3.0.12");
     // The longest token first, and the company's own braces are a token of a later step.
-    EXPECT_EQ(ordwyn.LoadText(4836),
+    EXPECT_EQ(ordwyn.LoadText(Text::DatabaseNotDownloaded),
               "Hearing Protector Database could not be downloaded!\r\nPlease contact Ordwyn Ordwyn Acoustics");
 
     const Texts brennock = TextsOf("Brennock Ltd");
-    EXPECT_EQ(brennock.LoadText(3002), "Kestrane Pro Version 3.0.12");
-    EXPECT_EQ(brennock.LoadText(7102), "Brennock Calibration Due");
+    EXPECT_EQ(brennock.LoadText(Text::AboutVersion), "Kestrane Pro Version 3.0.12");
+    EXPECT_EQ(brennock.LoadText(Text::CalibrationDue), "Brennock Calibration Due");
 }
 
 TEST(LoadText, MapsIdsByFirmAndShowsMissingOnesAsNumbers) {
     const Texts ordwyn = TextsOf("Ordwyn");
     const Texts brennock = TextsOf("Brennock");
     for (int offset = 0; offset <= 11; ++offset) {
-        EXPECT_EQ(brennock.LoadText(10001 + offset), brennock.LoadText(10101 + offset));
-        EXPECT_NE(ordwyn.LoadText(10001 + offset), brennock.LoadText(10001 + offset)) << offset;
+        EXPECT_EQ(brennock.LoadText(Text::Id{Text::ContactHomePage + offset}),
+                  brennock.LoadText(Text::Id{Text::SecondHomePage + offset}));
+        EXPECT_NE(ordwyn.LoadText(Text::Id{Text::ContactHomePage + offset}),
+                  brennock.LoadText(Text::Id{Text::ContactHomePage + offset}))
+            << offset;
     }
-    EXPECT_EQ(ordwyn.LoadText(10003), "Ordwyn");
-    EXPECT_EQ(brennock.LoadText(10014), ordwyn.LoadText(10014));
+    EXPECT_EQ(ordwyn.LoadText(Text::ContactCompany), "Ordwyn");
+    EXPECT_EQ(brennock.LoadText(Text::ContactDocumentReader), ordwyn.LoadText(Text::ContactDocumentReader));
 
-    EXPECT_EQ(brennock.LoadText(6541), "Brennock Data XML Files (*.xml)|*.xml|All Files (*.*)|*.*");
-    EXPECT_NE(ordwyn.LoadText(6541), brennock.LoadText(6541));
+    EXPECT_EQ(brennock.LoadText(Text::OpenFilter), "Brennock Data XML Files (*.xml)|*.xml|All Files (*.*)|*.*");
+    EXPECT_NE(ordwyn.LoadText(Text::OpenFilter), brennock.LoadText(Text::OpenFilter));
 
-    EXPECT_EQ(ordwyn.LoadText(9999), "9999");
-    EXPECT_EQ(ordwyn.LoadText(0), "0");
-    EXPECT_EQ(ordwyn.LoadText(-1), "-1");
+    EXPECT_EQ(ordwyn.LoadText(Text::Id{9999}), "9999");
+    EXPECT_EQ(ordwyn.LoadText(Text::Id{0}), "0");
+    EXPECT_EQ(ordwyn.LoadText(Text::Id{-1}), "-1");
 }
 
 TEST(LocaliseCaption, ReplacesPlaceholdersOnly) {
@@ -65,16 +68,29 @@ TEST(Captions, ReplaceTextAndPlainCaption) {
     EXPECT_EQ(PlainCaption("&&&x&"), "&x");
 }
 
+TEST(TextTable, HasWordsForEveryName) {
+    std::ifstream header(TEXT_NAMES);
+    ASSERT_TRUE(header);
+    int count = 0;
+    for (std::string name, sign, number; header >> name;) {
+        if (name == "None" || !(header >> std::ws) || header.peek() != '=') continue;
+        header >> sign >> number;
+        EXPECT_TRUE(FindText(Text::Id{std::stoi(number)})) << name;
+        ++count;
+    }
+    EXPECT_EQ(count, std::ssize(TextTable()));
+}
+
 TEST(TextTable, FindsEveryEntryAndNothingElse) {
     int previous = 0;
     for (const auto& [id, text] : TextTable()) {
         for (int missing = previous + 1; missing < id; ++missing)
-            ASSERT_FALSE(FindText(missing)) << missing;
+            ASSERT_FALSE(FindText(Text::Id{missing})) << missing;
         ASSERT_EQ(FindText(id), text);
         EXPECT_FALSE(text.empty()) << id;
         previous = id;
     }
-    EXPECT_FALSE(FindText(previous + 1));
+    EXPECT_FALSE(FindText(Text::Id{previous + 1}));
 }
 
 } // namespace

@@ -20,12 +20,6 @@ namespace kestrane {
 
 namespace {
 
-constexpr int kNotThere = 5503;
-constexpr int kNoPermission = 5504; // "^" is the group
-constexpr int kInUse = 5505;
-constexpr int kNoSerialPort = 5506;
-constexpr int kWentAway = 5507; // "^" is the device
-
 template <class Value>
 struct Word {
     const char* text;
@@ -181,7 +175,7 @@ std::string QtComm::Fault() const {
 std::string QtComm::deviceOfPort() const {
     for (const PortInfo& port : Ports())
         if (port.Number == number_) return port.Device;
-    refuse(ENOENT, loadText_(kNotThere));
+    refuse(ENOENT, loadText_(Text::NoSuchDevice));
 }
 
 void QtComm::refuse(int error, const std::string& text) const {
@@ -191,12 +185,12 @@ void QtComm::refuse(int error, const std::string& text) const {
 void QtComm::refuseOpening() const {
     struct stat status {};
 
-    if (stat(device_.c_str(), &status) != 0) refuse(errno, loadText_(kNotThere));
-    if (!S_ISCHR(status.st_mode)) refuse(ENOTTY, loadText_(kNoSerialPort));
+    if (stat(device_.c_str(), &status) != 0) refuse(errno, loadText_(Text::NoSuchDevice));
+    if (!S_ISCHR(status.st_mode)) refuse(ENOTTY, loadText_(Text::NoSerialPort));
     if (faccessat(AT_FDCWD, device_.c_str(), R_OK | W_OK, AT_EACCESS) != 0)
-        refuse(EACCES, withMark(loadText_(kNoPermission), groupName(status.st_gid)));
-    if (port_->error() == QSerialPort::PermissionError) refuse(EBUSY, loadText_(kInUse));
-    refuse(EIO, loadText_(kNoSerialPort) + " (" + port_->errorString().toStdString() + ')');
+        refuse(EACCES, withMark(loadText_(Text::NoPermission), groupName(status.st_gid)));
+    if (port_->error() == QSerialPort::PermissionError) refuse(EBUSY, loadText_(Text::PortInUse));
+    refuse(EIO, loadText_(Text::NoSerialPort) + " (" + port_->errorString().toStdString() + ')');
 }
 
 // A line that has gone reports without end while it is open; it cannot be closed from within its own signal, though.
@@ -204,7 +198,7 @@ void QtComm::handleError() {
     constexpr std::array kLosses = {QSerialPort::ReadError, QSerialPort::WriteError, QSerialPort::ResourceError};
     const bool isLost = std::find(kLosses.begin(), kLosses.end(), port_->error()) != kLosses.end();
     if (!isLost || !port_->isOpen() || !fault_.empty()) return;
-    fault_ = withMark(loadText_(kWentAway), device_);
+    fault_ = withMark(loadText_(Text::PortWentAway), device_);
     QMetaObject::invokeMethod(
         port_.get(),
         [this] {

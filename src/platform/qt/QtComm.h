@@ -4,6 +4,7 @@
 
 #include "platform/Comm.h"
 #include "platform/Settings.h"
+#include "resources/TextNames.h"
 
 #include <functional>
 #include <memory>
@@ -15,7 +16,7 @@ namespace kestrane {
 
 class QtComm : public Comm {
 public:
-    using LoadText = std::function<std::string(int id)>;
+    using LoadText = std::function<std::string(Text::Id id)>;
 
     // The store is asked which numbers are pinned to which devices.
     QtComm(const SettingsStore& settings, LoadText loadText);

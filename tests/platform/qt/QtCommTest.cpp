@@ -19,7 +19,7 @@ namespace {
 struct Line {
     MemorySettings settings;
     QtEventPump pump;
-    QtComm comm{settings, [](int id) { return std::to_string(id) + " ^"; }};
+    QtComm comm{settings, [](Text::Id id) { return std::to_string(id) + " ^"; }};
 
     // What comes in until count bytes are there, or too long has passed.
     std::string read(std::size_t count) {
