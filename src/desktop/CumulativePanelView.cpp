@@ -39,6 +39,7 @@ QComboBox* numberBox(const char* name, const QString& spoken) {
     auto* const box = new QComboBox;
     nameControl(*box, name, spoken);
     box->setEditable(true);
+    box->lineEdit()->setAccessibleName(spoken); // it has the focus
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setValidator(new QIntValidator(0, kLongestNumber, box));
     return box;
@@ -52,9 +53,11 @@ QLabel* captionLabel(const std::string& text) {
     return label;
 }
 
-QLabel* valueLabel(const PanelLabel& label, const std::string& unit, bool isFigure) {
-    auto* const value = new QLabel(shown(valueText(label, unit)));
-    nameControl(*value, label.Name.c_str(), shown(label.Caption));
+QLabel* valueLabel(const Session& session, const PanelRow& row, int channel) {
+    const PanelLabel& label = channel == kChannelB ? row.B : row.A;
+    const bool isFigure = isOfFigures(row.Section);
+    auto* const value = new QLabel(shown(valueText(label, row.Unit)));
+    nameControl(*value, label.Name.c_str(), shown(heardText(session, row, channel)));
     value->setTextFormat(Qt::PlainText);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     value->setAlignment((isFigure ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
@@ -119,10 +122,10 @@ QGroupBox* CumulativePanelView::figuresBox(PanelSection section, Text::Id title)
 
 QGroupBox* CumulativePanelView::calculationBox() {
     auto* const box = new QGroupBox(loadText(session_, Text::Calculation));
-    cboCriterion_ = numberBox("cboCriterion", loadText(session_, Text::CriterionColumn));
-    cboExchRate_ = numberBox("cboExchRate", loadText(session_, Text::PanelExchangeRate));
+    cboCriterion_ = numberBox("cboCriterion", loadPlainText(session_, Text::CriterionLevelEdit));
+    cboExchRate_ = numberBox("cboExchRate", loadPlainText(session_, Text::ExchangeRateEdit));
     txtUserCal_ = new QLineEdit;
-    nameControl(*txtUserCal_, "txtUserCal", loadText(session_, Text::PanelUserCalibration));
+    nameControl(*txtUserCal_, "txtUserCal", loadPlainText(session_, Text::UserCalibrationEdit));
     txtUserCal_->setPlaceholderText(loadText(session_, Text::DateHint));
     cmdApplyChanges_ = new QPushButton(loadText(session_, Text::ApplyChanges));
     nameControl(*cmdApplyChanges_, "cmdApplyChanges", loadPlainText(session_, Text::ApplyChanges));
@@ -168,11 +171,11 @@ void CumulativePanelView::fillSection(PanelSection section, const std::vector<Pa
         if (row.Section != section || (row.A.Text.empty() && !hasB)) continue;
         const bool isWide = row.A.Name == "lblLn" || !hasChannelB;
         grid.addWidget(captionLabel(row.Caption), line, 0, Qt::AlignTop);
-        grid.addWidget(valueLabel(row.A, row.Unit, isOfFigures(section)), line, 1, 1, isWide ? 3 : 1);
+        grid.addWidget(valueLabel(session_, row, kChannelA), line, 1, 1, isWide ? 3 : 1);
         if (hasB) {
             const bool isRepeated = !isOfFigures(section) && row.B.Caption == row.Caption;
             if (!isRepeated) grid.addWidget(captionLabel(row.B.Caption), line, 2);
-            grid.addWidget(valueLabel(row.B, row.Unit, isOfFigures(section)), line, 3);
+            grid.addWidget(valueLabel(session_, row, kChannelB), line, 3);
         }
         ++line;
     }

@@ -219,7 +219,7 @@ void mdiMain::fillMenu(QMenu& menu, Menu which) {
 void mdiMain::makeStatusBar() {
     for (const PanelOf& panel : kPanels) {
         auto* const label = new QLabel;
-        nameControl(*label, panel.name, QLatin1String(panel.name));
+        label->setObjectName(QLatin1String(panel.name)); // what stands there is what is heard
         label->setTextFormat(Qt::PlainText);
         label->setMinimumWidth(1);
         statusBar()->addWidget(label, panel.stretch);

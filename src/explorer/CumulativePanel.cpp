@@ -206,6 +206,16 @@ std::string valueText(const PanelLabel& label, const std::string& unit) {
     return text;
 }
 
+std::string heardText(const Session& session, const PanelRow& row, int channel) {
+    const bool isB = channel == kChannelB;
+    const PanelLabel& label = isB ? row.B : row.A;
+    std::string text = label.Caption;
+    if (!row.B.Name.empty()) text += ", " + session.LoadText(isB ? Text::ChannelB : Text::ChannelA);
+    // Percentiles stand in one label of several levels, without their unit.
+    const std::string unit = row.Section == PanelSection::Levels ? session.LoadText(Text::Decibel) : row.Unit;
+    return text + ", " + valueText(label, unit);
+}
+
 std::vector<PanelRow> cumulativePanel(const clsLog& log, int band) {
     return Panel(log, band).rows();
 }
