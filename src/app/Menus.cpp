@@ -1,9 +1,8 @@
 #include "app/Menus.h"
 
-#include "explorer/CopyData.h"
 #include "explorer/Edits.h"
 #include "explorer/ExplorerState.h"
-#include "explorer/LogView.h"
+#include "explorer/LogTabs.h"
 #include "explorer/NodeKeys.h"
 
 #include <algorithm>
@@ -105,10 +104,6 @@ bool isLogSelected(const MenuState& state) {
     return state.HasExplorer && isLogKind(state.SelectedKey);
 }
 
-bool isChartTab(int tab) {
-    return tab == eTabFullLog || tab == eTabIntervalsGraph || tab == eTabCumulativeGraph || tab == eTabNoiseRating;
-}
-
 // Of the log view, which was used last.
 bool isViewCopyable(const MenuState& state, bool valuesOnly) {
     return state.HasExplorer && state.Displayed != nullptr && !state.IsTreeActive &&
@@ -159,10 +154,10 @@ constexpr auto kOnPrintable = [](const Session& session, const MenuState& state)
     return state.HasExplorer && state.Displayed != nullptr && session.IsIdle();
 };
 constexpr auto kOnFullLog = [](const Session&, const MenuState& state) {
-    return state.HasExplorer && state.Displayed != nullptr && state.Tab == eTabFullLog;
+    return state.HasExplorer && state.Displayed != nullptr && tabRow(state.Tab).IsOverTime;
 };
 constexpr auto kOnExposures = [](const Session&, const MenuState& state) {
-    return state.HasExplorer && state.Displayed != nullptr && state.Tab == eTabExposureCalculator;
+    return state.HasExplorer && state.Displayed != nullptr && tabRow(state.Tab).Panels.ExposureRows;
 };
 
 template <Direction direction>
@@ -237,7 +232,7 @@ constexpr Rule kRules[] = {
     {Command::LogInsertRows, kOnExposures},
     {Command::LogCompareHPD,
      [](const Session&, const MenuState& state) {
-         return state.HasExplorer && state.Displayed != nullptr && state.Tab == eTabCompareHPD;
+         return state.HasExplorer && state.Displayed != nullptr && tabRow(state.Tab).Panels.Protector;
      }},
     {Command::LogConvertWeighting,
      [](const Session&, const MenuState& state) {
@@ -248,7 +243,9 @@ constexpr Rule kRules[] = {
     {Command::LogLegend, kOnFullLog},
     {Command::LogEditNote, kOnFullLog},
     {Command::LogSavePicture,
-     [](const Session&, const MenuState& state) { return state.Displayed != nullptr && isChartTab(state.Tab); }},
+     [](const Session&, const MenuState& state) {
+         return state.Displayed != nullptr && tabRow(state.Tab).SavesPicture;
+     }},
     {Command::LogDelete, kOnDisplayed},
     {Command::LogDisplayOptions, kOnDisplayed},
 };

@@ -4,13 +4,11 @@
 #include "cli/Comparing.h"
 #include "cli/Json.h"
 #include "cli/Verbs.h"
-#include "explorer/BandChart.h"
 #include "explorer/CumulativePanel.h"
 #include "explorer/DisplayBy.h"
 #include "explorer/ExplorerTree.h"
-#include "explorer/HPDChart.h"
 #include "explorer/IntervalTable.h"
-#include "explorer/NoiseRatingChart.h"
+#include "explorer/LogTabs.h"
 #include "explorer/Selection.h"
 #include "explorer/TimeChart.h"
 #include "platform/Files.h"
@@ -192,14 +190,8 @@ RunVerb noiseRatingVerb(CLI::App& verb) {
     return [arguments](Program& program) { return noiseRatingOf(program, *arguments); };
 }
 
-constexpr int kTabFullLog = 0;
-constexpr int kTabInterval = 2;
-constexpr int kTabCumulative = 3;
-constexpr int kTabNoiseRating = 4;
-constexpr int kTabCompareHPD = 5;
-
 struct ChartOptions : ChoiceOptions, CompareArguments {
-    int tab = kTabFullLog;
+    int tab = eTabFullLog;
     std::int64_t interval = 1;
     std::string display = "dB";
     bool is3D = false;
@@ -230,32 +222,20 @@ std::string checkPictureName(const std::string& path) {
     return openFileNumber(outputPath(path)) || isPictureName(path) ? "" : "a picture's name ends in .png, .svg or .pdf";
 }
 
-// Nothing: there is nothing to show.
-std::optional<ChartData> chartOfTab(const clsLog& log, const ChartOptions& options) {
-    const bool needsRows = options.tab == kTabFullLog || options.tab == kTabInterval;
-    if (needsRows && log.LogIntervals.Count() == 0) return std::nullopt;
-    const DisplayChoice choice = choiceOf(log, options);
-    const int axisMode = options.display == "%" ? kByPercent : kByDecibels;
-    switch (options.tab) {
-    case kTabFullLog:
-        return fullLogChart(&log, choice);
-    case kTabInterval:
-        return bandChart(log, options.interval, choice, axisMode);
-    case kTabCumulative:
-        return bandChart(log, kWholeLog, choice, axisMode);
-    default:
-        return noiseRatingChart(log);
-    }
+std::vector<int> chartTabs() {
+    std::vector<int> tabs;
+    for (int tab = 0; tab < kLogTabs; ++tab)
+        if (tabRow(tab).Chart != nullptr) tabs.push_back(tab);
+    return tabs;
 }
 
 // False when the user would rather not wait for a long chart in 3D.
 bool isWanted(Session& session, const clsLog& log, const ChartOptions& options, const ChartData& chart) {
-    if (options.tab != kTabFullLog || !isAskedBefore3D(log, chart.Style)) return true;
+    if (!tabRow(options.tab).IsOverTime || !isAskedBefore3D(log, chart.Style)) return true;
     return session.ShowMessage(session.LoadText(Text::Ask3DTakesTime), kButtonsYesNo + kIconQuestion) == Button::Yes;
 }
 
-int draw(Program& program, ChartData data, const ChartOptions& options) {
-    if (options.is3D) data.Style = eChartAs3D;
+int draw(Program& program, const ChartData& data, const ChartOptions& options) {
     if (options.asValues) {
         program.out() << chartValuesText(data, program.session.locale);
         return kDone;
@@ -266,29 +246,31 @@ int draw(Program& program, ChartData data, const ChartOptions& options) {
     return isWritten ? kDone : kFailed;
 }
 
-int comparison(Program& program, const clsLog& log, const ChartOptions& options) {
-    if (options.protector.empty()) throw WrongWords("Tab 5 needs a --protector.");
-    const auto compared = compareLog(program, log, options);
-    return compared ? draw(program, hpdChart(log, *compared), options) : kFailed;
-}
-
 int chart(Program& program, const ChartOptions& options) {
     const auto chosen = openLog(program, options);
     if (!chosen) return kFailed;
     Session& session = program.session;
     const clsLog& log = *chosen->log;
     if (const std::string hint = hintOfChoice(log, options); !hint.empty()) throw WrongWords(hint);
+    const LogPanels& panels = tabRow(options.tab).Panels;
     const std::int64_t rows = log.LogIntervals.Count();
-    if (options.tab == kTabInterval && rows > 0 && !isRangeOf({options.interval, options.interval}, rows)) {
+    if (panels.IntervalList && rows > 0 && !isRangeOf({options.interval, options.interval}, rows)) {
         session.ShowMessage(session.LoadText(Text::RangeInvalid), kIconExclamation);
         return kFailed;
     }
-    if (options.tab == kTabCompareHPD) return comparison(program, log, options);
-    auto data = chartOfTab(log, options);
+    std::optional<HPDComparison> compared;
+    if (panels.Protector) {
+        if (options.protector.empty()) throw WrongWords("Tab 5 needs a --protector.");
+        compared = compareLog(program, log, options);
+        if (!compared) return kFailed;
+    }
+    const int axis = options.display == "%" ? kByPercent : kByDecibels;
+    auto data =
+        chartOfTab(log, options.tab, {choiceOf(log, options), axis, options.interval, compared ? &*compared : nullptr});
     if (!data) return nothingToShow(session);
     if (options.is3D) data->Style = eChartAs3D;
     if (!isWanted(session, log, options, *data)) return kFailed;
-    return draw(program, std::move(*data), options);
+    return draw(program, *data, options);
 }
 
 RunVerb chartVerb(CLI::App& verb) {
@@ -298,7 +280,7 @@ RunVerb chartVerb(CLI::App& verb) {
     verb.add_option("--tab", options->tab,
                     "0 full log, 2 an interval, 3 cumulative, 4 noise rating, 5 compared with a protector")
         ->required()
-        ->check(CLI::IsMember({kTabFullLog, kTabInterval, kTabCumulative, kTabNoiseRating, kTabCompareHPD}));
+        ->check(CLI::IsMember(chartTabs()));
     addComparing(verb, *options);
     addProtector(verb, *options);
     addDatabase(verb, *options);

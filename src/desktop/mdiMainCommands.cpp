@@ -275,7 +275,7 @@ void mdiMain::showSettings(Command command) {
     } else if (command == Command::TreeDisplayOptions) {
         changes = frmOptions::ShowFromTreeViewRightClick(session_, session_.Options, popUpAt_, this);
     } else if (clsLog* log = explorer->State().OpenedLog(session_); log != nullptr) {
-        const bool isOfRows = explorer->State().View.Tab <= eTabIntervalsGraph;
+        const bool isOfRows = tabRow(explorer->State().View.Tab).Figures == TabFigures::OfRows;
         changes = frmOptions::ShowFromLogTabCtrlRightClick(session_, *log, isOfRows ? kInterval : kCumulative, popUpAt_,
                                                            this);
     }

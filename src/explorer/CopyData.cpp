@@ -2,7 +2,6 @@
 
 #include "explorer/CumulativePanel.h"
 #include "explorer/ExposureTable.h"
-#include "explorer/LogView.h"
 #include "model/Session.h"
 
 namespace kestrane {
@@ -85,19 +84,6 @@ void appendLine(std::string& text, const std::vector<std::string>& cells) {
 }
 
 } // namespace
-
-bool IsCopyable(int tab, bool valuesOnly, bool hasContent) {
-    switch (tab) {
-    case eTabCumulativeData:
-        return !valuesOnly;
-    case eTabIntervalsTable:
-    case eTabNoiseRating:
-    case eTabExposureCalculator:
-        return !valuesOnly && hasContent;
-    default:
-        return hasContent;
-    }
-}
 
 ClipboardForms copiedLines(std::string text, bool hasHeading) {
     ClipboardForms forms;

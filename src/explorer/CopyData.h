@@ -12,9 +12,6 @@
 
 namespace kestrane {
 
-// May a tab be copied, or the values of its chart alone? hasContent: there is something on it to be copied.
-bool IsCopyable(int tab, bool valuesOnly, bool hasContent);
-
 // Lines of cells as text and as a table; with a heading the first line is one.
 ClipboardForms copiedLines(std::string text, bool hasHeading);
 

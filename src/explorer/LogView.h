@@ -1,60 +1,19 @@
-// What an explorer window shows of a log: the tab in front, which tabs and panels a log gets, the choice of band,
-// parameter, axis and channel, and which tabs are drawn. One for each window, owned by it. It refers to the log by its
-// tree node key, and must not know widgets.
+// What an explorer window shows of a log: the tab in front, the choice of band, parameter, axis and channel, and which
+// tabs are drawn. One for each window, owned by it. It refers to the log by its tree node key, and must not know
+// widgets.
 #pragma once
 
 #include "explorer/DisplayBy.h"
+#include "explorer/LogTabs.h"
 #include "model/clsLog.h"
 #include "protection/clsHP.h"
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace kestrane {
-
-enum LogTab : int {
-    eTabFullLog,
-    eTabIntervalsTable,
-    eTabIntervalsGraph,
-    eTabCumulativeGraph,
-    eTabNoiseRating,
-    eTabCompareHPD,
-    eTabCumulativeData,
-    eTabExposureCalculator
-};
-
-constexpr int kLogTabs = 8;
-using TabFlags = std::array<bool, kLogTabs>;
-
-// The tabs that a log can be seen on.
-TabFlags enabledTabs(const clsLog& log);
-
-// The tab shows cumulative figures of the log in view, and they are not those of its rows (wholeFiguresLine says so).
-bool showsWholeFigures(const clsLog& inView, int tab);
-
-// May a range of the opened log's rows be chosen to look at, or rows of the log in view be cut out of calculations?
-// Both need more than one row, and a tab that shows rows or what is calculated from them.
-bool IsZoomSelectable(const clsLog& opened, int tab);
-bool IsCutIntervalSelectable(const clsLog& inView, int tab);
-
-// The panels beside a tab's content.
-struct LogPanels {
-    bool DisplayBy = false;    // the list of bands or parameters, and what it offers
-    bool ByParam = false;      // parameters can be offered, too
-    bool Axis = false;         // dB or %
-    bool Channel = false;      // channel A or B
-    bool PanelChoice = false;  // which cumulative panel
-    bool IntervalList = false; // the row on view
-    bool ApplyChanges = false; // criterion, exchange rate, calibration date
-    bool Protector = false;    // choosing a hearing protector
-    bool ExposureRows = false; // inserting and deleting rows, and whether they are saved with the log
-    bool WholeFigures = false; // what is said of the log in view while its figures are those of the whole log
-};
-
-LogPanels shownPanels(const clsLog& log, int tab);
 
 // The chosen panel of the "Cumultv (Data)" tab that a log can have: a log without channel B has no panel of both.
 int cumulativePanelOf(const clsLog& log, int chosen);
@@ -114,6 +73,8 @@ public:
     int PanelBand(const clsLog& log) const; // of the cumulative panels; 0: the overall figures
 
 private:
+    void drawAnew(bool LogPanels::*choice); // the tabs that offer it
+
     int listMode_ = kByFreq;
     DisplayChoice choice_;
     int channel_ = kChannelA;

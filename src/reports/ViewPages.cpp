@@ -4,6 +4,7 @@
 #include "explorer/CumulativePanel.h"
 #include "explorer/ExposureTable.h"
 #include "explorer/IntervalTable.h"
+#include "explorer/LogTabs.h"
 #include "explorer/Zoom.h"
 #include "model/Session.h"
 #include "reports/GridPages.h"
@@ -22,7 +23,7 @@ using Cells = std::vector<std::vector<std::string>>;
 
 // band 0: none is named
 PageHeading headingOf(const PrintedView& view, int band = 0) {
-    std::string title = view.log.session().LoadText(Text::Id{Text::TabFullLog + view.tab});
+    std::string title = view.log.session().LoadText(tabRow(view.tab).Caption);
     if (!view.log.Name.empty()) title = view.log.Name + " - " + title;
     if (band > 0) title += " - " + bandLabel(view.log, band);
     return {title, view.file.ShortenedFileName(), view.IsModified};
