@@ -105,16 +105,6 @@ TEST_F(DownloadOutcomeTest, AnInstrumentOfNoFamilyIsNone) {
     EXPECT_EQ(shown(), session.LoadText(Text::NoLogsOnInstrument));
 }
 
-TEST_F(DownloadOutcomeTest, ALineThatGoesAwayIsTold) {
-    connect(comm, tallix("TR340"), [&](int exchange, const std::string& reply) {
-        if (exchange == 3) comm.FaultText = "The port was unplugged";
-        return exchange == 3 ? "" : reply;
-    });
-    EXPECT_FALSE(DownloadData(services, data));
-    EXPECT_EQ(shown(), comm.FaultText);
-    EXPECT_EQ(messages.Boxes.back().Title, session.LoadText(Text::DownloadAborted));
-}
-
 TEST_F(DownloadOutcomeTest, ADocumentTakesTheLogsIn) {
     connect(comm, merrowan("TR322"));
     ASSERT_TRUE(DownloadData(services, nullptr));
@@ -162,19 +152,6 @@ TEST_F(DownloadOutcomeTest, AMachineLogOpensAsItIsDownloaded) {
 }
 
 TEST_F(DownloadOutcomeTest, TheClockIsSetOnOldInstrumentsOnly) {
-    connect(comm, tallix("TR340"));
-    EXPECT_TRUE(SynchronizeClock(services, data));
-    EXPECT_EQ(comm.Sent.back(), "\x02"
-                                "000E"
-                                "04"
-                                "130509"
-                                "070319"
-                                "00\x03");
-    EXPECT_TRUE(messages.Boxes.empty());
-    connect(comm, brevik());
-    EXPECT_FALSE(SynchronizeClock(services, data));
-    EXPECT_EQ(shown(), session.LoadText(Text::OnlyTallixClock));
-    EXPECT_EQ(comm.Sent.back(), bytesOf("02010003"));
     connect(comm, tallix("XY1")); // an instrument, of no family that is known
     EXPECT_FALSE(SynchronizeClock(services, data));
     EXPECT_EQ(shown(), session.LoadText(Text::OnlyTallixClock));

