@@ -89,21 +89,6 @@ TEST_F(DocumentsTest, TheOnlyLogOfTheFilesIsShownAndOfSeveralTheFirstIsSelected)
     EXPECT_EQ(frame.Chosen, (std::vector<std::string>{"L1I1F2", "[L2I2F3]", "L1I1F2"}));
 }
 
-TEST_F(DocumentsTest, FourFilesAreRememberedTheMostRecentFirst) {
-    std::vector<std::string> names;
-    for (int i = 0; i < 5; ++i) {
-        names.push_back(written(std::to_string(i) + ".xml"));
-        OpenFile(session, names.back(), OpenSource::Dialog, true);
-    }
-    using Recent = std::vector<std::string>;
-    EXPECT_EQ(session.RecentFiles, (Recent{names[4], names[3], names[2], names[1]}));
-    OpenFile(session, session.RecentFiles[2], OpenSource::Recent, true);
-    EXPECT_EQ(session.RecentFiles, (Recent{names[2], names[4], names[3], names[1]}));
-    OpenFile(session, names[0], OpenSource::Named, true);
-    EXPECT_EQ(session.RecentFiles.front(), names[2]);
-    EXPECT_EQ(session.OpenFiles.size(), 5U);
-}
-
 TEST_F(DocumentsTest, AFileThatDoesNotOpenLeavesNothingButItsMessage) {
     EXPECT_FALSE(OpenFile(session, written("bad.xml", "<instruments>"), OpenSource::Named, true));
     EXPECT_TRUE(session.OpenFiles.empty());
@@ -127,16 +112,6 @@ TEST_F(DocumentsTest, AMachineLogIsRecalculatedWhenItIsRead) {
     EXPECT_NEAR(log.DoseMTCumA.CalcValue(), 100, 0.5); // 6 dB above the criterion for a quarter of the day
     EXPECT_EQ(log.DoseMTCumA.Value(), 2);
     EXPECT_NEAR(log.DoseHourA.CalcValue(), log.DoseMTCumA.CalcValue() / 2, 0.001);
-}
-
-// A log's rows bring its table of what can be plotted with them, which is no change of the user's.
-TEST_F(DocumentsTest, RowsThatComeDoNotChangeTheDocument) {
-    EXPECT_TRUE(OpenFile(session, SAMPLES_DIR "/machine-survey-octave.xml", OpenSource::Named, true));
-    pump.runUntil([&] { return noLogIsBusy(session); });
-    clsFile& file = *session.OpenFiles.back();
-    EXPECT_FALSE(IsChanged(file));
-    change(file);
-    EXPECT_TRUE(IsChanged(file));
 }
 
 // What a selection leaves out does not come back with the recalculation on opening: it waits for the rows. Until then
@@ -218,20 +193,6 @@ TEST_F(DocumentsTest, AnEmptyCollectionIsRefusedWhileTheSettingSaysSo) {
     EXPECT_EQ(messages.Boxes[0].Prompt, session.LoadText(Text::FilesWithoutLogsNotSaved));
     session.Options.PreventEmptySaving = false;
     EXPECT_TRUE(SaveFile(session, file, false, ask));
-}
-
-TEST_F(DocumentsTest, AFailureIsReportedAndTheOldNameStands) {
-    clsFile& file = opened("a.xml");
-    const std::string before = file.FileName;
-    change(file);
-    chosen = {folder.file("none/b.xml")};
-    EXPECT_FALSE(SaveFile(session, file, true, ask));
-    EXPECT_EQ(file.FileName, before);
-    EXPECT_TRUE(IsChanged(file));
-    ASSERT_EQ(messages.Boxes.size(), 1U);
-    EXPECT_EQ(messages.Boxes[0].Flags, kIconExclamation);
-    EXPECT_EQ(messages.Boxes[0].Prompt,
-              "2: No such file or directory\r\n\r\nThere was an error saving '" + folder.file("none/b.xml") + "'");
 }
 
 TEST_F(DocumentsTest, ClosingAsksEverythingFirstAndSavesThen) {

@@ -1,32 +1,15 @@
 #include "TestSession.h"
 #include "app/AcquireDialog.h"
 #include "app/ProgressReport.h"
+#include "download/ScriptedLine.h"
 
 #include <gtest/gtest.h>
 
 namespace kestrane {
 namespace {
 
-using Rows = AcquireDialog::Rows;
-
 AcquireList listOf(std::vector<std::string> rows, bool hasOctaveChoice = false, bool canFetchOctaves = false) {
     return {"TR352", "M-9", std::move(rows), hasOctaveChoice, canFetchOctaves};
-}
-
-TEST(AcquireDialog, KnowsWhatIsChosen) {
-    AcquireDialog dialog(listOf({"a", "b", "c"}));
-    EXPECT_EQ(dialog.Selected(), Rows::All);
-    EXPECT_EQ(dialog.Choice().Selected, (std::vector<bool>{true, true, true}));
-    EXPECT_FALSE(dialog.Choice().FetchOctaves);
-    dialog.Select(1, false);
-    EXPECT_EQ(dialog.Selected(), Rows::Some);
-    EXPECT_EQ(dialog.Choice().Selected, (std::vector<bool>{true, false, true}));
-    EXPECT_TRUE(dialog.CanAccept());
-    dialog.SelectAll(false);
-    EXPECT_EQ(dialog.Selected(), Rows::None);
-    EXPECT_FALSE(dialog.CanAccept());
-    dialog.FetchOctaves(true); // not offered
-    EXPECT_FALSE(dialog.CanAccept());
 }
 
 TEST(AcquireDialog, OctavesAreTickedWhereTheyCanBeFetched) {
@@ -36,25 +19,23 @@ TEST(AcquireDialog, OctavesAreTickedWhereTheyCanBeFetched) {
     EXPECT_TRUE(dialog.CanAccept());
     dialog.FetchOctaves(false);
     EXPECT_FALSE(dialog.CanAccept());
-    EXPECT_FALSE(AcquireDialog(listOf({"a"}, true, false)).Choice().FetchOctaves);
+    AcquireDialog without(listOf({"a"}, true, false));
+    EXPECT_FALSE(without.Choice().FetchOctaves);
+    without.SelectAll(false);
+    without.FetchOctaves(true); // not offered
+    EXPECT_FALSE(without.CanAccept());
     EXPECT_TRUE(AcquireDialog(listOf({})).CanAccept()); // the download then tells that there are none
 }
 
-struct ManualClock : MonotonicClock {
-    std::chrono::milliseconds Now{5000};
-
-    std::chrono::milliseconds now() const override { return Now; }
-};
-
 struct Report : TestSession {
-    ManualClock clock;
+    ScriptedTime clock;
     ProgressReport report{session, clock};
     DownloadProgress progress;
 
     ProgressWords words() { return report.WordsOf(progress); }
 
     std::string timeLeftAfter(int seconds, int log, std::int64_t bytes) {
-        clock.Now = std::chrono::milliseconds(5000 + seconds * 1000);
+        clock.Now = milliseconds(seconds * 1000);
         progress.Log = log;
         progress.LogBytes = bytes;
         return words().TimeLeft;

@@ -78,25 +78,6 @@ TEST(ProtectorScreen, TakesAnOctaveLogInLinearLevels) {
     EXPECT_TRUE(test.messages.Boxes.empty());
 }
 
-TEST(ProtectorScreen, OnlyALevelThatCanBeComputedIsChosen) {
-    Screen test;
-    test.settings.write("Preferences", "Correction", "0");
-    clsLog log(test.session);
-    log.FreqWeightA("C");
-    log.LeqCumA(0).Value(100);
-    ProtectorScreen selection(test.session, log);
-    EXPECT_EQ(selection.Corrections(), (std::vector<std::string>{"None", "2 std devs", "4dB", "1 std dev"}));
-    const auto choice = selection.Choose(0);
-    ASSERT_TRUE(choice.has_value());
-    EXPECT_EQ(choice->Protector.Name, "Muff");
-    EXPECT_EQ(choice->CorrectionFactor, kCorrectionNone);
-    selection.SetCorrection("1 std dev");
-    EXPECT_FALSE(selection.Choose(0).has_value());
-    EXPECT_EQ(test.lastMessage(), "APL could not be calculated using this correction factor, so cannot be selected");
-    selection.Close();
-    EXPECT_EQ(test.settings.read("Preferences", "Correction", ""), "3");
-}
-
 TEST(ProtectorScreen, ChecksTheEntriesInOrder) {
     Screen test;
     ProtectorScreen screen(test.session);
@@ -147,16 +128,12 @@ TEST(ProtectorScreen, StoresAndWritesWhatWasEntered) {
     entries.Name = "Third";
     EXPECT_EQ(screen.Store(entries, std::nullopt), 2U);
     EXPECT_EQ(test.protectors.Protectors[2].HPDId, 3);
-    test.messages.Answers = {Button::Cancel, Button::Ok};
-    EXPECT_FALSE(screen.Delete(0));
-    EXPECT_TRUE(screen.Delete(0));
 
     screen.Close();
     std::vector<clsHP> written;
     loadProtectors(test.protectors.File, written);
-    ASSERT_EQ(written.size(), 2U);
-    EXPECT_EQ(written[1].Name, "Third");
-    EXPECT_EQ(written[1].Mean(3), 22.25F);
+    ASSERT_EQ(written.size(), 3U);
+    EXPECT_EQ(written[2].Mean(3), 22.25F);
 
     std::filesystem::remove(test.protectors.File);
     screen.Close();
@@ -195,19 +172,6 @@ TEST(ProtectorScreen, RowsThatCouldNotBeReadAreNotOverwritten) {
         EXPECT_EQ(readText(test.protectors.File + ".damaged"), damaged);
         EXPECT_EQ(readText(test.protectors.File), protectorsText(test.protectors.Protectors));
     }
-}
-
-TEST(ProtectorScreen, AsksBeforeEntriesAreLost) {
-    Screen test;
-    const ProtectorScreen screen(test.session);
-    const clsHP& muff = test.protectors.Protectors[0];
-    ProtectorEntries entries = screen.EntriesOf(&muff);
-    EXPECT_TRUE(screen.MayLose(entries, &muff));
-    EXPECT_TRUE(test.messages.Boxes.empty());
-    entries.SNR = "28.0";
-    test.messages.Answers = {Button::Cancel};
-    EXPECT_FALSE(screen.MayLose(entries, &muff));
-    EXPECT_EQ(test.lastMessage(), "Lose Changes?");
 }
 
 } // namespace

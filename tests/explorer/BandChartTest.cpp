@@ -39,22 +39,6 @@ TEST(BandChart, ShowsTheLevelsOfTheWholeLogOrOfAnInterval) {
     EXPECT_EQ(chartValuesText(*interval, shown.session.locale), "\tApeak (CHA)\r\n\t120.0\r\n");
 }
 
-TEST(BandChart, ShowsAParameterAtAllBands) {
-    ShownLog shown(modeFullOctave);
-    shown.log.LeqCumA(0).Value(85);
-    shown.log.LeqCumA("16k").Value(60);
-    const auto chart = bandChart(shown.log, kWholeLog, {"", eLeq}, kByPercent);
-    ASSERT_TRUE(chart);
-    EXPECT_EQ(chart->RowCount, 12U);
-    EXPECT_EQ(chart->RowLabel(0), "AP");
-    EXPECT_EQ(chart->RowLabel(11), "16k Hz");
-    ASSERT_EQ(chart->Series.size(), 1U);
-    EXPECT_EQ(chart->Series[0].Label, "LAeq");
-    EXPECT_EQ(chart->Series[0].Values[0], 85);
-    EXPECT_TRUE(isNullValue(chart->Series[0].Values[1]));
-    EXPECT_EQ(chart->Series[0].Values[11], 60);
-}
-
 TEST(BandChart, DoseAndPa2HrShareTheChartOnAxesOfTheirOwn) {
     ShownLog shown;
     shown.plot(kChannelA, kCumulative, {eLeq, ePa2Hr});

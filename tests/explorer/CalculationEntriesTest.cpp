@@ -51,28 +51,6 @@ TEST(CalculationEntries, AWrongEntryIsFocusedAndChangesNothing) {
     }
 }
 
-TEST(CalculationEntries, ANewCriterionRecalculatesOnYesAlone) {
-    Worked worked;
-    worked.messages.Answers = {Button::No, Button::Yes};
-    EXPECT_FALSE(worked.apply({"85", "3", "04/06/2024"}));
-    EXPECT_EQ(worked.lastBox().Prompt, "Proceed with calculation?");
-    EXPECT_EQ(worked.log.Criterion, 90);
-    EXPECT_EQ(worked.log.CalibDate.Format(), "03/06/2024");
-
-    EXPECT_TRUE(worked.apply({"85", "3", "04/06/2024"}));
-    EXPECT_EQ(worked.log.Criterion, 85);
-    EXPECT_EQ(worked.log.CalibDate.Format(), "04/06/2024");
-    EXPECT_FLOAT_EQ(worked.log.DoseMTCumA.CalcValue(), 100);
-}
-
-TEST(CalculationEntries, ADateAloneIsStoredWithoutAQuestion) {
-    Worked worked;
-    EXPECT_TRUE(worked.apply({"90", "3", "4/6/2024"}));
-    EXPECT_TRUE(worked.messages.Boxes.empty());
-    EXPECT_EQ(worked.log.CalibDate.Format(), "04/06/2024");
-    EXPECT_EQ(worked.log.DoseMTCumA.CalcValue(), 0); // nothing was recalculated
-}
-
 TEST(CalculationEntries, ALogNeverCalibratedCanBeRecalculated) {
     Worked worked;
     worked.log.CalibDate = clsDate();

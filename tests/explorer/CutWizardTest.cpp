@@ -28,22 +28,6 @@ void choose(CutWizard& wizard, std::int64_t from, std::int64_t to) {
 
 using Ranges = std::vector<std::string>;
 
-TEST(CutWizard, WelcomesOnceUnlessToldNotTo) {
-    Wizard test;
-    CutWizard first(test.log);
-    EXPECT_TRUE(first.IsWelcome());
-    EXPECT_FALSE(first.CanFinish() || first.CanClear() || first.CanGoBack());
-    first.SkipWelcome(true);
-    EXPECT_TRUE(first.Next());
-    EXPECT_EQ(first.Title(), "Interval Range #1");
-    EXPECT_TRUE(first.CanGoBack());
-    CutWizard second(test.log);
-    EXPECT_EQ(second.Title(), "Interval Range #1");
-    EXPECT_FALSE(second.CanGoBack());
-    test.settings.Values[{"Wizards/CutIntervals", "DoNotShowAgain"}] = "perhaps";
-    EXPECT_TRUE(CutWizard(test.log).IsWelcome());
-}
-
 TEST(CutWizard, ChecksEachStepInOrder) {
     struct Case {
         std::optional<bool> toBeIncluded;

@@ -119,6 +119,9 @@ TEST(Undo, KeepsNoStepOfACommandThatChangedNothing) {
     const AskText nothing = [](const std::string&, const std::string&) { return std::nullopt; };
     ASSERT_TRUE(renameNode(one.session, "L1I1F1", "Morning"));
     ASSERT_TRUE(one.undo());
+    one.file().InstrumentDatas.front()->NameX = "Site";
+    one.file().InstrumentDatas.front()->InsSerial = "77";
+    EXPECT_EQ(editableText(one.session, "I1F1"), "Site") << "without the serial that its node shows";
     EXPECT_FALSE(renameNode(one.session, "L1I1F1", ""));
     EXPECT_FALSE(applyChanges(log, log, {"85", "3", "01/02/2020"}, {}));
     EXPECT_FALSE(InsertRows(log, 0, nothing));

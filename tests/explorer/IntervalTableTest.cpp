@@ -39,21 +39,6 @@ TEST(IntervalTable, ShowsThePlottedParametersOfTheChannel) {
     EXPECT_EQ(IntervalTable(shown.log, kChannelB, {}).caption(1), "LAeq");
 }
 
-TEST(IntervalTable, ShowsOneBandOrAllBandsOfOneParameter) {
-    ShownLog shown(modeFullOctave);
-    shown.addRows(1);
-    shown.plot(kChannelA, kInterval, {eLeq, ePeak});
-    shown.setLevel(Quantity::LeqA, 0, 0, 90);
-    shown.setLevel(Quantity::LeqA, 7, 0, 71.5F);
-    shown.setLevel(Quantity::PeakA, 0, 0, 110);
-
-    EXPECT_EQ(written(IntervalTable(shown.log, kChannelA, {"1k", 0})), "Time\tLAeq 1k Hz\tApeak\r\n"
-                                                                       "03/06/24 09:00:00\t71.5\t110.0\r\n");
-    EXPECT_EQ(written(IntervalTable(shown.log, kChannelA, {"", eLeq})),
-              "Time - LAeq:\t AP\t16 Hz\t31.5 Hz\t63 Hz\t125 Hz\t250 Hz\t500 Hz\t1k Hz\t2k Hz\t4k Hz\t8k Hz\t16k Hz\r\n"
-              "03/06/24 09:00:00\t90.0\t\t\t\t\t\t\t71.5\t\t\t\t\r\n");
-}
-
 TEST(IntervalTable, OverloadedRowsAreMarkedWhileTheColumnIsShownAndNeverCopied) {
     ShownLog shown;
     shown.addRows(2);

@@ -153,28 +153,6 @@ TEST_F(TreeTest, ExpansionIsKeptAndThatOfThirdOctavesOnlyBehindItsOwnFile) {
     }
 }
 
-TEST_F(TreeTest, AClickOpensALogOnceAndNothingElseClosesIt) {
-    twoFiles();
-    EXPECT_TRUE(state.NodeClick("L1I1F1"));
-    EXPECT_FALSE(state.NodeClick("L1I1F1")) << "again";
-    EXPECT_TRUE(state.IsLogSelected());
-    for (const char* key : {"X1F1", "I1F1", "F1", "Q1", ""})
-        EXPECT_FALSE(state.NodeClick(key));
-    EXPECT_EQ(state.SelectedKey, "F1") << "the last of a kind";
-    EXPECT_FALSE(state.IsLogSelected());
-    EXPECT_EQ(state.DisplayedKey, "L1I1F1");
-
-    const std::vector<TreeNode> nodes = state.RebuildTree(session, {});
-    EXPECT_EQ(nodes[0].Children[0].Children[0].Children[0].Image, "FILEOPEN");
-    EXPECT_EQ(nodes[1].Children[0].Children[0].Children[0].Image, "FILECLOSE");
-    EXPECT_EQ(state.SelectedKey, "F1");
-    EXPECT_TRUE(state.NodeClick("T2I2F2"));
-    session.OpenFiles.pop_back();
-    state.RebuildTree(session, {});
-    EXPECT_EQ(state.DisplayedKey, "");
-    EXPECT_EQ(state.SelectedKey, "");
-}
-
 TEST(Selection, RangesAreReadWholeOrNotAtAll) {
     const std::pair<const char*, Keys> cases[] = {{"1-10,25-30", {"1~10", "25~30"}},
                                                   {"7", {"7~7"}},
@@ -195,26 +173,6 @@ TEST(Selection, RangesAreReadWholeOrNotAtAll) {
     EXPECT_TRUE(isRangeOf({1, 5}, 5));
     for (const RowRange& range : {RowRange{0, 5}, RowRange{1, 6}, RowRange{3, 2}})
         EXPECT_FALSE(isRangeOf(range, 5));
-}
-
-TEST_F(TreeTest, AZoomIsALogOfItsOwnRows) {
-    clsLog log(session);
-    log.Interval = 60;
-    log.LogIntervals.setArraySize(5);
-    log.LepdETCumA.Value(80);
-    log.LepdETCumA.CalcValue(81);
-    log.MeasurementTimeFromInstrument = 77;
-    for (const int seconds : {77, 0}) { // by the instrument 77 seconds, by the rows five minutes
-        log.MeasurementTimeFromInstrument = seconds;
-        const auto zoom = makeZoom(log, 2, 3);
-        EXPECT_TRUE(zoom->IsZoomed);
-        EXPECT_EQ(zoom->IsParent5Mins, seconds == 0);
-        EXPECT_EQ(zoom->LogIntervals.Count(), 2);
-        EXPECT_EQ(zoom->MeasurementTimeFromInstrument, 0);
-        EXPECT_EQ(zoom->LepdETCumA.CalcValue(), 80) << "as reported";
-    }
-    EXPECT_EQ(log.LepdETCumA.CalcValue(), 81);
-    EXPECT_THROW(makeZoom(log, 2, 6), RuntimeError);
 }
 
 } // namespace
