@@ -129,17 +129,6 @@ TEST(Loaders, TellWhatWasNotWhatItShouldBeAndWhere) {
                     .message.ends_with(": Type mismatch, line 3 \"\u00C4rger\""));
 }
 
-TEST(Loaders, DeclineWhatCannotBeRead) {
-    TestSession program;
-    const TemporaryFolder folder;
-    for (const std::string& name : {folder.path(), folder.file("none.xml"), std::string(), std::string("\xFF\xFE")}) {
-        clsFile file(program.session, name);
-        std::string message;
-        EXPECT_FALSE(LoadDocument(file, message)) << name;
-        EXPECT_TRUE(message.starts_with("Unable to open " + name)) << message;
-    }
-}
-
 // Cut off anywhere, or with any one byte spoilt, a file opens or is declined with a reason.
 TEST(Loaders, StandAnyCutAndAnyWrongByte) {
     const std::string whole = dataFile("<log name=\"a\"><note>5&#47;6</note><ca><leq><f>61.5</f></leq>"

@@ -135,13 +135,6 @@ TEST(MachineLog, TheIntervalHasAUnit) {
     }
 }
 
-TEST(MachineLog, ALogNeedNotHaveRows) {
-    ReadText read(header("SLM", "OFF") + kBroadbandEnd);
-    ASSERT_TRUE(read.isRead) << read.message;
-    EXPECT_EQ(read.log().LogIntervals.Count(), 0);
-    EXPECT_EQ(read.log().LeqCumA(0).Value(), 62.1F);
-}
-
 TEST(MachineLog, DatesStandInTheUsersNotation) {
     std::string text = kBroadband;
     std::replace(text.begin(), text.end(), '/', '.');

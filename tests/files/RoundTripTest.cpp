@@ -150,38 +150,5 @@ TEST(RoundTrip, WhatIsSavedIsReadBack) {
     }));
 }
 
-TEST(RoundTrip, WhatIsNoMirrorIsAsItIs) {
-    TestSession program;
-    OpenedFile saved("");
-    saved.file.InstrumentDatas.push_back(std::make_unique<clsInsData>(saved.session));
-    clsInsData& data = *saved.file.InstrumentDatas.back();
-    data.NameX = "d'Or";
-    data.InsName("Brevik S");
-    data.FirmwareVersion = 1.2F;
-    data.append(std::make_unique<clsLog>(saved.session), 0);
-    clsLog& log = saved.log();
-    log.InsName = data.InsName();
-    log.FirmwareVersion = data.FirmwareVersion;
-    log.Name = "d'Or \"A\"";
-    log.Note = "it's\r\n5/6\nof \"A\"";
-    log.Criterion = 0;
-    log.Region = "UK";
-    log.Threshold = "70";
-    log.DoseHourA.Value(7.5F);
-    log.DoseMTCumA.Value(60);
-    log.Peaks.resize(1);
-    log.Peaks[0].SampleDuration = 1.5F;
-    FileSave(saved.file);
-    OpenedFile read(readText(saved.file.FileName));
-    const clsLog& after = read.log();
-    EXPECT_EQ(read.file.InstrumentDatas[0]->NameX, "d&#39;Or");
-    EXPECT_EQ(after.Name, "d'Or \"A\"");
-    EXPECT_EQ(after.Note, "it&#39;s 5/6 of &quot;A&quot;");
-    EXPECT_EQ(after.Criterion, 90);
-    EXPECT_EQ(after.Region + after.Threshold, "70");
-    EXPECT_EQ(after.DoseMTCumA.Value(), 7.5F);
-    EXPECT_EQ(after.Peaks.at(0).SampleDuration, 0);
-}
-
 } // namespace
 } // namespace kestrane

@@ -71,24 +71,7 @@ TEST(XmlIntervals, WaitUntilTheyAreLoaded) {
     }
 }
 
-TEST(XmlIntervals, ReadBothForms) {
-    LoadedRows full("<intvl><date>26&#47;11&#47;2024</date><time>23:59:00</time><ca><leq><f>61.5</f>"
-                    "<f16K>40</f16K><f31.5>50</f31.5><f20K>1</f20K></leq><lmintm>23:59:01</lmintm><dose>2</dose>"
-                    "<ol>-1</ol><ln10><f1K>30</f1K></ln10></ca><cb><leq>70</leq><pa2h>0.5</pa2h><ol>true</ol>"
-                    "</cb></intvl><intvl/>",
-                    "<md>1</md><cb/>");
-    const clsLogInterval row = full.item(1);
-    EXPECT_EQ(row.StartDate.Format() + ' ' + row.StartTime.hh_mm_ss(), "26/11/2024 23:59:00");
-    EXPECT_EQ(row.LeqA(0).Value(), 61.5F);
-    EXPECT_EQ(row.LeqA(0).CalcValue(), 61.5F);
-    EXPECT_EQ(row.LeqA("16k").Value() + row.LeqA("31.5").Value(), 90) << "in any order";
-    EXPECT_EQ(row.LminTimeA.hh_mm_ss(), "23:59:01");
-    EXPECT_EQ(row.DoseA.Value(), 2);
-    EXPECT_EQ(row.LnA(10, 7).Value(), 30);
-    EXPECT_EQ(row.LeqB.Value() + row.Pa2hB.Value(), 70.5F);
-    EXPECT_TRUE(row.OverloadedA && row.OverloadedB);
-    EXPECT_TRUE(full.item(2).StartDate == clsDate() && full.item(2).StartTime == clsTime());
-
+TEST(XmlIntervals, HaveTheLocalesSeparatorInTheShortForm) {
     LoadedRows shortForm("<intvl><ca><leq>61,5</leq><lmin>0</lmin><lmax>62</lmax><ln1><f>63,5</f></ln1></ca>"
                          "<cb><leq>70</leq></cb></intvl>",
                          "", {",", "."});

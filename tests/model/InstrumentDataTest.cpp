@@ -66,13 +66,6 @@ TEST_F(InstrumentDataTest, LogsArePlacedBehindTheirNeighbour) {
     EXPECT_TRUE(data.ThirdOctaves.at(0)->Selected);
 }
 
-TEST_F(InstrumentDataTest, ItsNameIsTrimmed) {
-    data.InsName("  TR 360L ");
-    EXPECT_EQ(data.InsName(), "TR 360L");
-    data.InsName("  ");
-    EXPECT_EQ(data.InsName(), "");
-}
-
 TEST_F(InstrumentDataTest, CollectionsArePlacedBehindTheirNeighbour) {
     data.Locations.push_back(logOf("a", 1));
     for (const auto& [after, order] : {std::pair(5, "45XY6"), {7, "456XY"}, {0, "YX456"}}) {

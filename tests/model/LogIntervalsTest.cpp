@@ -214,36 +214,6 @@ TEST(LogIntervals, ShareTheirColumnsUntilOneIsWrittenTo) {
     EXPECT_EQ(copy.Count(), 100);
 }
 
-TEST(Selection, MovesWithTheRowsOfARange) {
-    struct Case {
-        std::vector<std::string> ranges;
-        bool IntervalsToBeIncluded;
-        std::vector<std::string> moved;
-        std::int64_t included;
-    };
-
-    const Case cases[] = {{{"2~4", "6~6", "9~10"}, false, {"1~2", "4~4"}, 2},
-                          {{"2~4", "6~6", "9~10"}, true, {"1~2", "4~4"}, 3},
-                          {{"9~10", "x"}, false, {}, 5},
-                          {{"9~10"}, true, {"0~0"}, 0},
-                          {{}, true, {}, 5}};
-    clsLogIntervals store = storeOf(modeBroadband);
-    clsLogIntervals part = storeOf(modeBroadband);
-    store.setArraySize(10);
-    for (const Case& c : cases) {
-        store.CutIntervals = c.ranges;
-        store.IntervalsToBeIncluded = c.IntervalsToBeIncluded;
-        store.ApplySelection();
-        part.Copy(store, 3, 7);
-        EXPECT_EQ(part.CutIntervals, c.moved);
-        EXPECT_EQ(part.IncludedCount(), c.included);
-        part.ApplySelection();
-        EXPECT_EQ(part.IncludedCount(), c.included) << "the rows' own marks agree with the selection";
-    }
-    for (const auto& [from, to] : {std::pair(-1, 5), {5, 4}, {5, 11}})
-        EXPECT_EQ(errorOf([&] { part.Copy(store, from, to); }), kErrorIndexOutOfRange) << from;
-}
-
 TEST(Selection, MarksRowsByItsRanges) {
     struct Case {
         std::vector<std::string> ranges;

@@ -10,10 +10,6 @@ namespace {
 
 struct LogParametersTest : testing::Test, TestSession {
     clsLog log{session};
-
-    static bool isPlottable(const clsLogOptions& options, int channel, int kind, int parameter) {
-        return options.Plottable(channel, kind, parameter);
-    }
 };
 
 TEST_F(LogParametersTest, CaptionsCarryWeightBandAndChannel) {

@@ -27,8 +27,6 @@ struct LogTest : testing::Test, TestSession {
 TEST_F(LogTest, StartsWithItsDefaults) {
     session.Options.objLogOptions.ExposureTime = 7.5F;
     const clsLog fresh(session);
-    EXPECT_EQ(fresh.Criterion, 90);
-    EXPECT_EQ(fresh.Exchange, 3);
     EXPECT_EQ(fresh.Mode(), modeBroadband);
     EXPECT_EQ(fresh.LeqCumA.last(), 0);
     EXPECT_EQ(fresh.objLogOptions.ExposureTime, 7.5F);
