@@ -7,10 +7,8 @@ Usage: calls.py CLI SAMPLES
 
 import json
 import os
-import resource
-import signal
 
-from harness import SAMPLES, InAFolder, main, run, sample
+from harness import InAFolder, a_disk_that_fills_up_at, main, run, sample
 
 DOSIMETER = sample("shift-dosimeter")
 LONG = sample("third-octave-2000")
@@ -26,11 +24,6 @@ def read(name):
         return file.read()
 
 
-def on_a_disk_that_fills_up():
-    signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
-    resource.setrlimit(resource.RLIMIT_FSIZE, (20_000, 20_000))
-
-
 class Calls(InAFolder):
     def test_a_result_is_one_json_document_alone(self):
         for words in (["show", DOSIMETER, "--intervals"], ["tree", DOSIMETER, LONG], ["recalc", DOSIMETER], ["panel", DOSIMETER],
@@ -42,19 +35,6 @@ class Calls(InAFolder):
             json.loads(out)
         for words in (["--help"], ["show", "--help"], ["--version"]):
             self.assertEqual(run(*words)[0], 0)
-
-    def test_older_files_are_shown_and_saved(self):
-        def logs(text):
-            return [(log["Name"], log["StartDate"], log["LogIntervals"]["Count"], log["PeakCumA"]["CalcValue"])
-                    for data in json.loads(text)["InstrumentDatas"] for log in data["Locations"] + data["Octaves"]]
-
-        old = os.path.join(SAMPLES, "old")
-        for name in os.listdir(old):
-            status, shown, err = run("show", os.path.join(old, name))
-            self.assertEqual((status, err, json.loads(shown)["IsOldStyle"]), (0, "", not name.endswith(".zdp")), name)
-            status, _, err = run("save", os.path.join(old, name), "-o", "out.xml")
-            self.assertEqual((status, "not be compatible" in err), (0, not name.endswith(".zdp")), name)
-            self.assertEqual(logs(run("show", "out.xml")[1]), logs(shown), name)
 
     def test_wrong_words_end_with_2_and_write_nothing(self):
         for words in ([], ["odd"], ["show"], ["show", DOSIMETER, "--odd"], ["save", DOSIMETER], ["text", "abc"], ["merge", DOSIMETER, "-o", "out.xml"], ["merge", DOSIMETER, LONG],
@@ -186,7 +166,7 @@ class Calls(InAFolder):
             self.assertIn("<cri>80</cri>", read("out.xml"))
             self.assertEqual(sorted(os.listdir(".")), before)
         self.assertEqual(os.listdir("folder"), [])
-        status, _, err = run("save", LONG, "-o", "out.xml", preexec_fn=on_a_disk_that_fills_up)
+        status, _, err = run("save", LONG, "-o", "out.xml", preexec_fn=a_disk_that_fills_up_at(20_000))
         self.assertEqual((status, sorted(os.listdir("."))), (1, before))
         self.assertIn("Kestrane: ", err)
         self.assertIn("<cri>80</cri>", read("out.xml"))

@@ -8,13 +8,11 @@ import csv
 import json
 import os
 import re
-import resource
 import shutil
-import signal
 import xml.etree.ElementTree as ElementTree
 import zipfile
 
-from harness import SAMPLES, InAFolder, main, run, sample
+from harness import SAMPLES, InAFolder, a_disk_that_fills_up_at, main, run, sample
 
 NAMES = ["shift-dosimeter", "machine-survey-octave", "third-octave-2000", "night-environment"]
 BANDS = {"Broadband": [""], "Octave": ["", "16", "31.5", "63", "125", "250", "500", "1k", "2k", "4k", "8k", "16k"]}
@@ -101,13 +99,6 @@ def read_xlsx(name):
 
 
 READERS = {"csv": read_csv, "ndjson": read_ndjson, "xlsx": read_xlsx}
-
-
-def a_disk_that_fills_up_at(size):
-    def limit():
-        signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
-        resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
-    return limit
 
 
 class Export(InAFolder):

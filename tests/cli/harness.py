@@ -4,6 +4,8 @@ against the verb's schema, whatever else a test asks of it."""
 import functools
 import json
 import os
+import resource
+import signal
 import subprocess
 import sys
 import tempfile
@@ -52,6 +54,14 @@ def run(*words, **how):
     out = result.stdout.decode()
     check_output(words, out)
     return result.returncode, out, result.stderr.decode(errors="backslashreplace")
+
+
+def a_disk_that_fills_up_at(size):
+    """What a child calls first: no file of it grows beyond so many bytes."""
+    def limit():
+        signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+        resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
+    return limit
 
 
 class InAFolder(unittest.TestCase):

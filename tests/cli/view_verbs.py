@@ -75,11 +75,6 @@ class Chart(InAFolder):
             for cells, band in zip(values[1:], ["", *OCTAVES]):
                 self.assertAlmostEqual(float(cells[1]), figure(node, "leq", band), delta=0.005)
 
-    def test_dose_or_levels(self):
-        file = sample("protector-ac")
-        self.assertEqual(grid("chart", file, "--tab", "2", "--display", "%", "--values")[0], ["", "Dose %(ET) (CHA)"])
-        self.assertNotIn("Dose %(ET) (CHA)", grid("chart", file, "--tab", "2", "--values")[0])
-
     def test_refusals(self):
         octave = sample("machine-survey-octave")
         for words, status, text in ((["--tab", "2", "--display", "%", "--values"], 1, NOTHING),
