@@ -3,6 +3,7 @@
 #include "app/Placement.h"
 
 #include "TestSession.h"
+#include "WatchedFrame.h"
 #include "platform/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -105,29 +106,19 @@ TEST(Manual, IsOpenedByADocumentReaderOrTheUserIsToldWhereToGetOne) {
 }
 
 TEST_F(StartUpTest, OpensWhatItCanAndShowsTheCompany) {
-    struct StatusFrame : Frame {
-        std::string status;
-        int rebuilt = 0;
-
-        void SetPanel(Panel panel, const std::string& text) override {
-            if (panel == Panel::Status) status = text;
-        }
-
-        void RebuildExplorerTrees() override { ++rebuilt; }
-    } frame;
-
+    WatchedFrame frame;
     session.frame = &frame;
     const TemporaryFolder folder;
     for (const char* name : {"a.xml", "b c.xml"})
         writeText(folder.file(name), "<instruments/>");
-    settings.write("Preferences", "CompanyName", "Acoustics & Co");
+    settings.write("Preferences", "Company", "Acoustics & Co");
     Main(session, {folder.file("a.xml"), folder.file("none.xml"), folder.file("b c.xml")});
     ASSERT_EQ(session.OpenFiles.size(), 2U);
     EXPECT_EQ(session.OpenFiles[1]->FileName, folder.file("b c.xml"));
     EXPECT_EQ(messages.Boxes.size(), 1U) << "the missing one, and on with the next";
     EXPECT_TRUE(session.RecentFiles.empty()) << "the command line leaves the recent files alone";
-    EXPECT_EQ(frame.rebuilt, 2);
-    EXPECT_EQ(frame.status, session.Options.CompanyName);
+    EXPECT_EQ(frame.Rebuilt, 2);
+    EXPECT_EQ(frame.Status, Names{"Acoustics & Co"});
 }
 
 TEST(Placement, IsKeptInTwipsAndRefusedWhenNoWindowCanHaveIt) {

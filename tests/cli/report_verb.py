@@ -21,8 +21,6 @@ class Report(InAFolder):
         night = sample("night-environment")
         cumulative = self.pages(night, "--form", "cumulative")
         self.assertEqual(len(cumulative), 1)
-        for words in ("Log Type: Broadband", "Channel A Channel B", "LAeq/LCeq 54.1 dB", "Page 1 of 1", "night-environment.xml"):
-            self.assertIn(words, cumulative[0])
         both = self.pages(night, "--form", "intervals", "--landscape")
         self.assertEqual(len(both), 4)                  # figures apart from the chart, and a page a channel
         self.assertIn("Interval: Tuesday 11 June 2024, 22:00 Channel B", both[3])

@@ -48,21 +48,5 @@ TEST(CopyData, ATableGoesOutWithoutOverloadedRowsAndEscaped) {
     EXPECT_EQ(copiedLines("", true).Html.find("<tr>"), std::string::npos);
 }
 
-TEST(CopyData, ThePanelGivesWhatItShows) {
-    ShownLog shown;
-    clsLog& log = shown.log;
-    log.IsChannelBOn = true;
-    log.FreqWeightB("C");
-    log.LeqCumA(0).Value(85);
-    log.LeqCumB.Value(88);
-    log.objLogOptions.Plottable.set(kChannelA, kCumulative, eLeq, true);
-    log.objLogOptions.Plottable.set(kChannelB, kCumulative, eLeq, true);
-    const auto begins = [&](int panel, const char* text) { return copiedPanel(log, 0, panel).Text.starts_with(text); };
-    EXPECT_TRUE(begins(ePanelBothChannels, "LAeq\t85.0\t88.0\r\n"));
-    EXPECT_TRUE(begins(ePanelMainChannelA, "LAeq\t85.0\r\n"));
-    EXPECT_EQ(copiedPanel(log, 0, ePanelAdvanced).Text.find("LAeq"), std::string::npos);
-    EXPECT_EQ(copiedPanel(log, 0, ePanelBothChannels).Html.find("scope=\"col\""), std::string::npos);
-}
-
 } // namespace
 } // namespace kestrane

@@ -82,23 +82,18 @@ TEST(TimeChart, ShowsABandOrAllBandsOfAParameter) {
 }
 
 TEST(TimeChart, SomeMetersShowTheWholeRunsPercentileBesideTheIntervals) {
-    struct Case {
-        const char* instrument;
-        bool isShown;
-    };
-
-    for (const Case& c : {Case{"Corvane", false}, Case{"TR 350", true}}) {
+    for (const auto& [instrument, isShown] : {std::pair("Corvane", false), {"TR 350", true}}) {
         ShownLog shown;
-        shown.log.InsName = c.instrument;
+        shown.log.InsName = instrument;
         shown.addRows(2);
         shown.log.LnNumberA(1, 90);
         shown.log.LnCumA(1, 0).Value(55);
         shown.plot(kChannelA, kInterval, {eLn(1)});
         shown.plot(kChannelA, kCumulative, {eLn(1), eLeq});
         const ChartData chart = fullLogChart(&shown.log, {});
-        ASSERT_EQ(chart.Series.size(), c.isShown ? 2U : 1U) << c.instrument;
-        EXPECT_EQ(chart.Series.back().Label, c.isShown ? "L90 (Cumultv)" : "L90");
-        EXPECT_EQ(chart.Series.back().Values[1] == 55, c.isShown);
+        ASSERT_EQ(chart.Series.size(), isShown ? 2U : 1U) << instrument;
+        EXPECT_EQ(chart.Series.back().Label, isShown ? "L90 (Cumultv)" : "L90");
+        EXPECT_EQ(chart.Series.back().Values[1] == 55, isShown);
     }
 }
 

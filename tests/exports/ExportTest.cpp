@@ -52,22 +52,15 @@ TEST(ExportTable, ColumnsAreThoseThatAnyLogHas) {
               "b,O1,,,60,0,0,70.1,,,,,60,1e-09\n");
 }
 
-TEST(ExportTable, NumbersAreTheShortestThatReadBack) {
-    for (const float value : {80.1F, 0.1F, 1e-9F, 123456.7F, 16777216.0F, -3.3F})
-        EXPECT_EQ(static_cast<float>(std::stod(numberText(shortestDouble(value)))), value);
-    EXPECT_EQ(numberText(shortestDouble(80.1F)), "80.1");
-}
-
 TEST(Xlsx, RowsThatASheetDoesNotTakeGoToFurtherOnes) {
     LoggedFile logged{70, 71, 72, 73, 74};
     ExportTable table;
     table.addRows("a", "L1", *logged.log);
     const std::string book = logged.folder.file("a.xlsx");
     writeFileAtomically(book, [&](const FileSink& sink) { writeXlsx(table, sink, 3); });
-    const std::string script =
-        "import sys, zipfile, re; book = zipfile.ZipFile(sys.argv[1]);"
-        "print([re.findall(r'<c r=.H(\\d).><v>(.*?)<', book.read(f'xl/worksheets/sheet{n}.xml')"
-        ".decode()) for n in (1, 2, 3)])";
+    const std::string script = "import sys, zipfile, re; book = zipfile.ZipFile(sys.argv[1]);"
+                               "print([re.findall(r'<c r=.H(\\d).><v>(.*?)<', book.read(f'xl/worksheets/sheet{n}.xml')"
+                               ".decode()) for n in (1, 2, 3)])";
     EXPECT_EQ(outputOf("python3 -c \"" + script + "\" " + book),
               "[[('2', '70'), ('3', '71')], [('2', '72'), ('3', '73')], [('2', '74')]]\n");
 }

@@ -1,6 +1,6 @@
 #include "platform/Files.h"
 
-#include "platform/RuntimeError.h"
+#include "ErrorOf.h"
 #include "platform/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -23,17 +23,10 @@ TEST(ReadFile, GivesTheBytesOrTheSystemsError) {
     EXPECT_EQ(readFile(folder.file("data"))->view(), text);
     EXPECT_EQ(readFile(folder.file("empty"))->size(), 0U);
 
-    const auto errorOf = [](const std::string& path) -> std::int64_t {
-        try {
-            readFile(path);
-            return 0;
-        } catch (const RuntimeError& error) {
-            return error.Number;
-        }
-    };
-    EXPECT_EQ(errorOf(folder.path()), EISDIR);
-    EXPECT_EQ(errorOf(folder.file("none")), ENOENT);
-    EXPECT_EQ(errorOf(""), ENOENT);
+    const auto refusal = [](const std::string& path) { return errorOf([&] { readFile(path); }); };
+    EXPECT_EQ(refusal(folder.path()), EISDIR);
+    EXPECT_EQ(refusal(folder.file("none")), ENOENT);
+    EXPECT_EQ(refusal(""), ENOENT);
 
     // A pipe nobody writes to must not hold the program.
     mkfifo(folder.file("pipe").c_str(), 0600);

@@ -169,14 +169,5 @@ TEST(QtComm, TellsWhyAPortDoesNotOpen) {
               std::to_string(EACCES) + ": 5504 " + (owner == nullptr ? std::to_string(status.st_gid) : owner->gr_name));
 }
 
-TEST(QtComm, TheOnlyPortHasNumber1) {
-    Line line;
-    line.settings.write("SerialPorts", "COM1", "/dev/other");
-    line.comm.UseOnly("ttyX");
-    ASSERT_EQ(line.comm.Ports().size(), 1U);
-    EXPECT_EQ(line.comm.Ports()[0].Number, 1);
-    EXPECT_EQ(line.comm.Ports()[0].Device, "/dev/ttyX");
-}
-
 } // namespace
 } // namespace kestrane
