@@ -31,7 +31,7 @@ std::string exposureTimeText(float hours) {
 }
 
 std::string exposureTimeLabel(const clsLog& log) {
-    const std::string own = exposureTimeText(log.objLogOptions.ExposureTime);
+    std::string own = exposureTimeText(log.objLogOptions.ExposureTime);
     const std::string reference = exposureTimeText(kReferenceHours);
     if (log.IsBrevikMeter() || own == reference) return own;
     return reference + ReplaceText(log.session().LoadText(Text::FiguresMadeWithTime), "^", own);

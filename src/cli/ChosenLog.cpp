@@ -10,7 +10,7 @@ namespace {
 std::optional<std::string> firstLogKey(const std::vector<TreeNode>& nodes) {
     for (const TreeNode& node : nodes) {
         if (isLogKind(node.Key)) return node.Key;
-        if (const auto key = firstLogKey(node.Children)) return key;
+        if (auto key = firstLogKey(node.Children)) return key;
     }
     return std::nullopt;
 }

@@ -58,7 +58,8 @@ PageArea PageFrame::wholePage() const {
     return {kMargin, kMargin, metrics_.width() - kMargin, foot - kAboveFoot};
 }
 
-// Lines are centred on the page unless they would reach into the logo: then as far left as they may.
+// All lines stand on one axis: the middle of the page, or where the widest of them neither reaches into the logo nor
+// past the margin.
 void PageFrame::drawHead(PageDevice& device) {
     double logoWidth = logo_.empty() ? 0 : device.picture(logo_, kLogoBox);
     if (logoWidth == 0) {
@@ -66,11 +67,13 @@ void PageFrame::drawHead(PageDevice& device) {
         logoWidth = device.brandPicture(kLogoBox);
     }
     const double left = kMargin + logoWidth + kBesideLogo;
+    double widest = 0;
+    for (const HeadLine& line : head_)
+        widest = std::max(widest, metrics_.textWidth(line.Text, line.Font));
+    const double axis = std::max(left + widest / 2, std::min(metrics_.width() / 2, body_.Right - widest / 2));
     double top = kMargin;
     for (const HeadLine& line : head_) {
-        const double width = metrics_.textWidth(line.Text, line.Font);
-        const double centred = (metrics_.width() - width) / 2;
-        device.text(std::max(left, std::min(centred, body_.Right - width)), top, line.Text, line.Font);
+        device.text(axis - metrics_.textWidth(line.Text, line.Font) / 2, top, line.Text, line.Font);
         top += metrics_.lineHeight(line.Font);
     }
 }

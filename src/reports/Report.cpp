@@ -14,6 +14,7 @@ constexpr double kChartHeight = 0.33; // of the page
 constexpr double kLeastChartHeight = 0.25;
 constexpr double kChartHeightInLandscape = 0.66;
 constexpr double kMiddleGap = 0.5;
+constexpr double kRoomToSign = 0.8; // above a dotted line
 constexpr std::size_t kMostValueLines = 3;
 constexpr double kRemarkLines = 1.25;
 constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the room round them
@@ -87,14 +88,17 @@ void Report::placeDetails(const std::vector<DetailLine>& lines) {
         widest = std::max(widest, metrics_.textWidth(line.Caption, kBodyFont));
     const double left = body.Left + widest + metrics_.textWidth("X", kBodyFont);
     const double right = metrics_.isLandscape() ? metrics_.width() / 2 - kMiddleGap / 2 : body.Right;
+    double above = top_; // where the last words end
     for (const DetailLine& line : lines) {
         if (line.HasSpaceAbove && !metrics_.isLandscape()) top_ += line_;
+        if (line.IsToSign) top_ = std::max(top_, above + kRoomToSign);
         place(body.Left, line.Caption, kBodyFont);
         for (const std::string& text :
              wrappedText(metrics_, printableText(line.Value), right - left, kBodyFont, kMostValueLines)) {
             place(left, text, kBodyFont);
             top_ += line_;
         }
+        if (!line.Value.empty()) above = top_;
     }
     top_ += line_;
 }

@@ -40,6 +40,7 @@ struct DetailRow {
     Text::Id caption = Text::None;
     std::string (*value)(const clsInsData& data, const clsLog& log) = nullptr;
     bool hasSpaceAbove = false;
+    bool isToSign = false;
 };
 
 constexpr DetailRow kDetails[] = {
@@ -61,11 +62,11 @@ constexpr DetailRow kDetails[] = {
     {Text::CriterionLevel, [](const clsInsData&, const clsLog& log) { return decibels(log.Criterion); }},
     {Text::ExchangeRate, [](const clsInsData&, const clsLog& log) { return decibels(log.Exchange); }},
     {},
-    {Text::LogLocation, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
+    {Text::LogLocation, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true, true},
     {},
-    {Text::RecordedBy, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
+    {Text::RecordedBy, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true, true},
     {},
-    {Text::Signature, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true},
+    {Text::Signature, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true, true},
 };
 
 // The cumulative table in front of its figures. Null: channel B has no text of its own.
@@ -117,8 +118,12 @@ std::string figure(const clsLog& log, const clsLogOptions& options, int channel,
     const std::string text =
         cumulativeValue(log, channel, parameter, 0)
             .Format(true, false, reportFormat(parameterInfo(parameter).unit), log.session().locale);
+    if (text.empty()) return text;
     const std::string note = reportedNote(log, channel, parameter);
-    return text.empty() || note.empty() ? text : text + " " + note;
+    const std::string& weighting = channel == kChannelA ? log.FreqWeightA() : log.FreqWeightB();
+    const bool isOtherPeak = parameter == ePeak && weighting != "C";
+    return text + (note.empty() ? note : " " + note) +
+           (isOtherPeak ? " (" + log.session().LoadText(Text::NotCWeighted) + ")" : std::string());
 }
 
 } // namespace
@@ -137,7 +142,8 @@ std::vector<DetailLine> detailLines(const clsInsData& data, const clsLog& log) {
     for (const DetailRow& row : kDetails) {
         const std::string caption =
             row.caption == Text::None ? std::string() : log.session().LoadText(row.caption) + ": ";
-        lines.push_back({caption, row.value == nullptr ? std::string() : row.value(data, log), row.hasSpaceAbove});
+        lines.push_back(
+            {caption, row.value == nullptr ? std::string() : row.value(data, log), row.hasSpaceAbove, row.isToSign});
     }
     return lines;
 }

@@ -17,6 +17,7 @@ struct DetailLine {
     std::string Caption;
     std::string Value;
     bool HasSpaceAbove = false; // a blank line in front of it, on upright paper
+    bool IsToSign = false;      // a dotted line, written on by hand
 };
 
 std::vector<DetailLine> detailLines(const clsInsData& data, const clsLog& log);

@@ -267,6 +267,7 @@ enum Id : int {
     RefusedIncluded = 4656,
     NothingThatCounts = 4657,
     RefusedCriterion = 4658,
+    NotCWeighted = 4659,
     // Find dialog
     FindTitle = 4701,
     FindWhat = 4702,

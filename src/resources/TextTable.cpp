@@ -272,6 +272,7 @@ constexpr TextEntry Entries[] = {
     {Text::RefusedIncluded, "'^' was not taken.  A row is included (Y) or not (N)."},
     {Text::NothingThatCounts, "There is nothing here that counts."},
     {Text::RefusedCriterion, "'^' was not taken.  A criterion level is 75, 80, 85 or 90."},
+    {Text::NotCWeighted, "not C-weighted"},
     // Find dialog
     {Text::FindTitle, "Find"},
     {Text::FindWhat, "Fi&nd what:"},

@@ -232,15 +232,32 @@ TEST(Report, TriesALogoOnce) {
     }
 }
 
+TEST(Report, LeavesRoomToSignOn) {
+    for (const bool isLandscape : {false, true}) {
+        Yard yard;
+        const RecordedMetrics metrics(isLandscape);
+        Report report({yard.file, yard.data, yard.log}, ReportForm::Cumulative, metrics);
+        RecordingPage page(metrics);
+        drawPages(report, page, {});
+        double above = page.find("Exchange Rate: ")->box.Top + 0.3;
+        for (const char* const caption : {"Log Location: ", "Recorded By: ", "Signature: "}) {
+            const DrawnText* const line = page.find(caption);
+            ASSERT_NE(line, nullptr) << caption;
+            EXPECT_GE(line->box.Top - above, 0.8 - 1e-9) << caption << isLandscape;
+            above = line->box.Top + 0.3;
+        }
+    }
+}
+
 TEST(Report, TitlesKeepClearOfTheLogo) {
     struct Case {
         std::string company;
-        double logo, left;
+        double logo, left, modified;
     };
 
     const std::string name = "Yard - Broadband Report"; // 4.6 cm
-    for (const Case& c : {Case{"", 2, 8.2}, Case{"", 6, 8.2}, Case{std::string(50, 'c'), 6, 7.9},
-                          Case{std::string(76, 'c'), 2, 3.9}}) { // 15.2 cm beside a narrow logo
+    for (const Case& c : {Case{"", 2, 8.2, 9}, Case{"", 6, 8.2, 9}, Case{std::string(50, 'c'), 6, 7.9, 11.4},
+                          Case{std::string(76, 'c'), 2, 3.9, 10}}) { // 15.2 cm beside a narrow logo
         Yard yard;
         yard.session.Options.CompanyName = c.company;
         yard.session.Options.CompanyLogoFile = "/logo.png";
@@ -251,7 +268,7 @@ TEST(Report, TitlesKeepClearOfTheLogo) {
         page.pictureWidth = c.logo;
         drawPages(report, page, {});
         EXPECT_NEAR(page.texts.front().box.Left, c.left, 1e-9);
-        EXPECT_NEAR(page.find("Modified Report")->box.Left, 9, 1e-9);
+        EXPECT_NEAR(page.find("Modified Report")->box.Left, c.modified, 1e-9) << "on the same axis";
         EXPECT_NE(page.find(c.company.empty() ? name : c.company), nullptr);
         EXPECT_EQ(page.faults(), "");
     }
