@@ -33,7 +33,7 @@ std::string exposureTimeText(float hours) {
 std::string exposureTimeLabel(const clsLog& log) {
     std::string own = exposureTimeText(log.objLogOptions.ExposureTime);
     const std::string reference = exposureTimeText(kReferenceHours);
-    if (log.IsBrevikMeter() || own == reference) return own;
+    if (log.has(Trait::GoesByExposureTime) || own == reference) return own;
     return reference + ReplaceText(log.session().LoadText(Text::FiguresMadeWithTime), "^", own);
 }
 
@@ -79,12 +79,12 @@ void SetLogExposureTime(clsLog& log, float hours) {
 
 bool changeExposureTime(clsLog& log, float hours) {
     Session& session = log.session();
-    const bool isBrevik = log.IsBrevikMeter();
-    if (!isBrevik &&
+    const bool goesByTime = log.has(Trait::GoesByExposureTime);
+    if (!goesByTime &&
         session.ShowMessage(session.LoadText(Text::AskProceed), kButtonsYesNo + kIconQuestion) != Button::Yes)
         return false;
     SetLogExposureTime(log, hours);
-    if (isBrevik && !isFullPassUnderWay(log)) CompleteRecalcProcess(log);
+    if (goesByTime && !isFullPassUnderWay(log)) CompleteRecalcProcess(log);
     return true;
 }
 

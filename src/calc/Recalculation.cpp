@@ -202,10 +202,10 @@ void startBackgroundPass(clsLog& log, const std::function<void()>& ended) {
     request.Interval = log.Interval;
     request.Criterion = log.Criterion;
     request.Exchange = log.Exchange;
-    request.IsOldDoseMeter = log.IsOldDoseMeter();
+    request.IsOldDoseMeter = log.has(Trait::ReportsDoseOnly);
     request.OverwriteStoredValues = log.OverwriteStoredValues;
     request.HasMissingCumulative = hasMissingCumulative(log);
-    request.IsUnzoomedHalcyr = log.IsHalcyrMeter() && !log.IsZoomed;
+    request.IsUnzoomedHalcyr = log.has(Trait::KeepsReportedExposure) && !log.IsZoomed;
     const std::int32_t id = ++log.RecalcID;
     RecalcEvents events;
     events.ThreadRecalcResults = [&log, id, ended](const RecalcResults& results) {

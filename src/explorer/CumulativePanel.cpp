@@ -38,7 +38,7 @@ constexpr FigureRow kFigures[] = {
     {PanelSection::Exposure, ePa2Hr, "lblPA2hr", "lblPA2hrB"},
 };
 
-// What a Brevik model does not measure at a location.
+// What is left blank at a location where what a log can show depends on it.
 constexpr std::array<std::string_view, 5> kBlankAtWork = {"lblLE", "lblPeak", "lblLn", "lblLtm3", "lblLtm5"};
 constexpr std::array<std::string_view, 9> kBlankInEnvironment = {
     "lblPeak", "lblLepdETA", "lblLepdMTA", "lblDoseETA", "lblDoseMTA", "lblDoseHour", "lblLtm3", "lblLtm5", "lblPA2hr"};
@@ -57,13 +57,13 @@ public:
             if (parameterInfo(row.parameter).unit == ParameterUnit::Decibels)
                 rows_.back().Unit = session_.LoadText(Text::Decibel);
         }
-        brevikFigures();
+        reportedAverages();
         add(PanelSection::Levels, session_.LoadText(Text::LnWord), {"lblLn", {}, lnText()});
         add(PanelSection::Exposure, session_.LoadText(Text::ExposureTime),
             {"lblExposureTime", {}, exposureTimeLabel(log_)});
         measurement();
         instrument();
-        if (log_.IsBrevikMeter()) blankUnmeasured();
+        if (log_.has(Trait::OffersVariants)) blankUnmeasured();
         return std::move(rows_);
     }
 
@@ -102,11 +102,11 @@ private:
         return format(cumulativeValue(log_, channel, row.parameter, band_));
     }
 
-    void brevikFigures() {
+    void reportedAverages() {
         std::string lavg;
         std::string twa;
         std::string twa8;
-        if (log_.IsBrevikMeter()) {
+        if (log_.has(Trait::ReportsAverages)) {
             lavg = format(log_.LAvgCumA);
             twa = format(log_.TWACumA);
             if (const float level = TWA8CumA(log_); level != 0) twa8 = formatNumber(level, "##0.0", session_.locale);
@@ -125,7 +125,7 @@ private:
     std::string lnText() const {
         std::string text;
         for (int ln = 1; ln <= NumberOfLns; ++ln) {
-            const bool isValid = log_.LnNumberA(ln) != 0 && (log_.IsBrevikMeter() || isCumulativeLn(ln));
+            const bool isValid = log_.LnNumberA(ln) != 0 && (log_.has(Trait::KeepsPercentiles) || isCumulativeLn(ln));
             if (!isValid || !options_.Plottable(kChannelA, kCumulative, eLn(ln))) continue;
             if (!text.empty()) text += ' ';
             text += "(L" + std::to_string(log_.LnNumberA(ln)) + ") " + format(log_.LnCumA(ln, band_));

@@ -45,7 +45,7 @@ IntervalTable::IntervalTable(const clsLog& log, int channel, const DisplayChoice
     } else {
         addBands(log, choice.Parameter);
     }
-    if (IsOldTallix(log.InsName)) addPeaks(log);
+    if (log.has(Trait::RecordsPeaks)) addPeaks(log);
 }
 
 void IntervalTable::addParameters(const clsLog& log, const std::string& bandText) {

@@ -27,7 +27,7 @@ bool hasBands(const clsLog& log) {
 }
 
 bool hasExposures(const clsLog& log) {
-    return !log.IsOldDoseMeter();
+    return !log.has(Trait::ReportsDoseOnly);
 }
 
 bool hasDataByFrequency(const clsLog& log) {
@@ -36,9 +36,10 @@ bool hasDataByFrequency(const clsLog& log) {
     return false;
 }
 
-// Brevik's model E, and its environmental logs, are never compared with a protector.
+// Where what a log can show depends on its location, an environmental one is never compared with a protector.
 bool canCompare(const clsLog& log) {
-    if (log.IsBrevikMeter() && (log.IsBrevikEMeter() || log.LocationType() == EnvironmentLocation)) return false;
+    const bool isEnvironmental = log.has(Trait::EnvironmentOnly) || log.LocationType() == EnvironmentLocation;
+    if (log.has(Trait::OffersVariants) && isEnvironmental) return false;
     if (hasDataByFrequency(log)) return true;
     const ProtectorCollection* protectors = log.session().protectors;
     return IsHMLCalculateable(log) && protectors != nullptr &&

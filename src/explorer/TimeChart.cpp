@@ -86,9 +86,8 @@ private:
         }
     }
 
-    // These meters show the percentile of the whole run beside that of each interval.
     bool isCumulativePlotted(int channel, int parameter) const {
-        return lnOf(parameter) != 0 && (log_.IsBrevikMeter() || log_.IsHalcyrMeter()) &&
+        return lnOf(parameter) != 0 && log_.has(Trait::PercentilesBesideRows) &&
                options_.IsPlotted(channel, kCumulative, parameter);
     }
 

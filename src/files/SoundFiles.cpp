@@ -54,7 +54,7 @@ FoundKind kindOf(std::string_view text) {
             return {Octave, characters(*line, colon + 3, kModel)};
         if (const std::size_t model = line->find("TR"); model != std::string_view::npos) {
             insName = line->substr(model, kModel);
-            if (IsOldTallix(insName)) return {OldTallix, insName};
+            if (hasTrait(insName, Trait::NoModeLine)) return {OldTallix, insName};
             continue;
         }
         if (line->find("Mode:") != std::string_view::npos) return {kindOfMode(*line), insName};

@@ -106,9 +106,9 @@ inline void setPlotted(clsLog& log, int channel, int kind, Parameter parameter, 
     log.objLogOptions.IsPlotted.set(channel, kind, parameter, isPlotted);
 }
 
-// A log and its rows are written in the short form for the Brevik family past this firmware.
+// Whether a log and its rows are written in the short form. Those of early firmware, up to 1.05, are not.
 inline bool isShortForm(std::string_view insName, float firmware) {
-    return IsBrevikMeter(insName) && firmware > 1.05F;
+    return hasTrait(insName, Trait::WritesShortForm) && firmware > 1.05F;
 }
 
 } // namespace kestrane

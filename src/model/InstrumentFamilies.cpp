@@ -37,11 +37,12 @@ constexpr InstrumentFamily kFamilies[] = {
     {Family::Corvane, "Corvane", IsCorvane, all()},
     {Family::Brevik, "Brevik", IsBrevikMeter,
      all(Trait::GoesByExposureTime, Trait::OffersVariants, Trait::ReportsAverages, Trait::KeepsPercentiles,
-         Trait::PercentilesBesideRows)},
+         Trait::PercentilesBesideRows, Trait::WritesShortForm)},
     {Family::Halcyr, "Halcyr", IsHalcyrMeter,
      all(Trait::KeepsReportedExposure, Trait::NoExposureOnChannelB, Trait::NoLmin, Trait::PercentilesBesideRows)},
     {Family::Merrowan, "Merrowan", IsMerrowan, all()},
-    {Family::OldTallix, "Old Tallix", IsOldTallix, all(Trait::RecordsPeaks, Trait::TakesClockCommand)},
+    {Family::OldTallix, "Old Tallix", IsOldTallix,
+     all(Trait::RecordsPeaks, Trait::TakesClockCommand, Trait::NoModeLine)},
 };
 static_assert(std::size(kFamilies) == kFamilyCount);
 
@@ -51,7 +52,13 @@ struct ModelTraits {
     unsigned traits;
 };
 
-constexpr ModelTraits kModels[] = {{IsOldDoseMeter, all(Trait::ReportsDoseOnly)}};
+constexpr ModelTraits kModels[] = {
+    {IsBrevikS, all(Trait::WorkOnly)},
+    {IsBrevikE, all(Trait::EnvironmentOnly)},
+    {IsHalcyrDoseMeter, all(Trait::WorkOnly, Trait::LocationFollowsModel)},
+    {IsHalcyrMeter116E, all(Trait::EnvironmentOnly, Trait::LocationFollowsModel)},
+    {IsOldDoseMeter, all(Trait::ReportsDoseOnly)},
+};
 
 } // namespace
 

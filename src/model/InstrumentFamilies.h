@@ -16,17 +16,22 @@ inline constexpr std::size_t kFamilyCount = 5;
 
 // What some instruments do and most do not. Rules ask for these, never for a family.
 enum class Trait : unsigned {
-    GoesByExposureTime = 1,      // Pa2Hr is of the exposure time, which the panel shows and the user may change
-    OffersVariants = 2,          // what a log can show depends on the variant of the model and on its location
-    ReportsAverages = 4,         // LAvg and TWA are shown as reported
-    KeepsPercentiles = 8,        // an Ln stands, however short the log is
-    KeepsReportedExposure = 16,  // Pa2Hr, dose and dose per hour of a whole log stay as the instrument reported them
-    NoExposureOnChannelB = 32,   // LEP,d and dose of channel B are 0
-    NoLmin = 64,                 // Lmin is never recorded, and Lmax not in a log of noise at work
-    PercentilesBesideRows = 128, // charts show the Ln of the whole run beside that of each row
-    RecordsPeaks = 256,          // logs can hold peak records
-    TakesClockCommand = 512,     // the clock can be set over the line
-    ReportsDoseOnly = 1024,      // rows hold doses; Leq follows from LEP,d, and there is no exposure calculator
+    GoesByExposureTime = 1U << 0,    // Pa2Hr is of the exposure time, which the panel shows and the user may change
+    OffersVariants = 1U << 1,        // what a log can show depends on the variant of the model and on its location
+    ReportsAverages = 1U << 2,       // LAvg and TWA are shown as reported
+    KeepsPercentiles = 1U << 3,      // an Ln stands, however short the log is
+    KeepsReportedExposure = 1U << 4, // Pa2Hr, dose and dose per hour of a whole log stay as reported
+    NoExposureOnChannelB = 1U << 5,  // LEP,d and dose of channel B are 0
+    NoLmin = 1U << 6,                // Lmin is never recorded, and Lmax not in a log of noise at work
+    PercentilesBesideRows = 1U << 7, // charts show the Ln of the whole run beside that of each row
+    RecordsPeaks = 1U << 8,          // logs can hold peak records
+    TakesClockCommand = 1U << 9,     // the clock can be set over the line
+    ReportsDoseOnly = 1U << 10,      // rows hold doses; Leq follows from LEP,d, and there is no exposure calculator
+    WritesShortForm = 1U << 11,      // its logs are saved in the short form, unless the firmware is an early one
+    NoModeLine = 1U << 12,           // its sound files tell no mode: all of them are of one kind
+    WorkOnly = 1U << 13,             // the model measures noise at work alone
+    EnvironmentOnly = 1U << 14,      // the model measures environmental noise alone
+    LocationFollowsModel = 1U << 15, // the kind of location is told by the model, not by each log
 };
 
 struct InstrumentFamily {

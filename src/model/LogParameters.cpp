@@ -154,12 +154,12 @@ void RestrictToBrevik(const Session& session, clsLogOptions& options, std::strin
         options.Plottable.set(channel, kInterval, parameter, flag);
     };
 
-    if (locationType == NoiseAtWorkLocation || IsBrevikS(insName)) {
+    if (locationType == NoiseAtWorkLocation || hasTrait(insName, Trait::WorkOnly)) {
         for (const Parameter parameter : kPercentiles)
             become(kChannelA, parameter, false);
         for (const Parameter parameter : kExposure)
             asInS(kChannelA, parameter);
-    } else if (locationType == EnvironmentLocation || IsBrevikE(insName)) {
+    } else if (locationType == EnvironmentLocation || hasTrait(insName, Trait::EnvironmentOnly)) {
         for (const Parameter parameter : kExposure)
             become(kChannelA, parameter, false);
         for (const Parameter parameter : kPercentiles)

@@ -75,14 +75,13 @@ std::string clsLog::ModeText() const {
 }
 
 std::string clsLog::LocationType() const {
-    return IsHalcyrDoseMeter() || IsHalcyrMeter116E() ? std::string() : objLogShared->LocationType;
+    return has(Trait::LocationFollowsModel) ? std::string() : objLogShared->LocationType;
 }
 
 std::string clsLog::TestLocationType() const {
     if (!objLogShared->LocationType.empty()) return objLogShared->LocationType;
-    if (IsHalcyrDoseMeter()) return std::string(NoiseAtWorkLocation);
-    if (IsHalcyrMeter116E()) return std::string(EnvironmentLocation);
-    return {};
+    if (!has(Trait::LocationFollowsModel)) return {};
+    return std::string(has(Trait::WorkOnly) ? NoiseAtWorkLocation : EnvironmentLocation);
 }
 
 void clsLog::FreqWeightA(std::string_view text) {

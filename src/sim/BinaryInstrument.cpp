@@ -143,11 +143,16 @@ constexpr std::array<std::string_view, 3> kPresets = {"EU", "OSHA", "CUSTOM"};
 constexpr std::array<std::string_view, 3> kTimeWeights = {"Fast", "Slow", "Impulse"};
 constexpr std::array<std::string_view, 2> kWeightsB = {"C", "Z"};
 
+// The first row whose model fits; the last fits any.
+constexpr std::string_view kHalcyrRanges[][4] = {{"TR360L", "20-90", "40-110", "70-140"},
+                                                 {"TR312E", "20-90", "40-110", "60-130"},
+                                                 {"TR350", "35-100", "50-120", "70-140"},
+                                                 {"", "30-100", "50-120", "70-140"}};
+
 std::array<std::string_view, 3> halcyrRanges(const std::string& model) {
-    if (IsHalcyrDoseMeter(model)) return {"20-90", "40-110", "70-140"};
-    if (IsHalcyrMeter116E(model)) return {"20-90", "40-110", "60-130"};
-    if (model.starts_with("TR350")) return {"35-100", "50-120", "70-140"};
-    return {"30-100", "50-120", "70-140"};
+    const auto& [of, low, middle, high] = *std::find_if(std::begin(kHalcyrRanges), std::end(kHalcyrRanges),
+                                                        [&](const auto& row) { return IsModel(model, row[0]); });
+    return {low, middle, high};
 }
 
 // The logs of a data file may have any percentiles; these instruments have 10, 90 and one more. 0: the log has none
@@ -181,7 +186,7 @@ std::int32_t typeOf(const std::string& model) {
     for (std::int32_t type = 0; type < 6; ++type) {
         if (InstrumentNameByIndex(type) == model) return type;
     }
-    if (IsHalcyrMeter116E(model)) return 117;
+    if (IsModel(model, "TR312E")) return 117;
     std::int32_t number = 0;
     std::from_chars(model.data() + std::min<std::size_t>(2, model.size()), model.data() + model.size(), number);
     return number;

@@ -73,7 +73,7 @@ std::string TallixInstrument::answerTo(std::string_view payload) {
     const std::string_view part = payload.substr(std::max<std::size_t>(payload.size(), 2) - 2);
     if (log != nullptr && part == "00") return textFrame(cumulative(*log));
     if (log != nullptr && part == "01") return textFrame(series(*log, Quantity::DoseA));
-    const bool hasLevels = !IsOldDoseMeter(holdings_.Model);
+    const bool hasLevels = !hasTrait(holdings_.Model, Trait::ReportsDoseOnly);
     if (log != nullptr && part == "03" && hasLevels) return textFrame(series(*log, Quantity::LeqA));
     return std::string(kErrorReply);
 }

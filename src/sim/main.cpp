@@ -1,6 +1,7 @@
 // kestrane-sim: an instrument on a pseudo-terminal, fed from a data file or a transcript. Prints the path of the
 // terminal and serves until it is interrupted. Exit status: 0 done, 1 it could not begin, 2 the call's words are wrong.
 #include "files/Loaders.h"
+#include "model/InstrumentFamilies.h"
 #include "model/Session.h"
 #include "platform/RuntimeError.h"
 #include "sim/BinaryInstrument.h"
@@ -13,9 +14,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <csignal>
 #include <fstream>
 #include <iostream>
+#include <span>
 
 #include <sys/signalfd.h>
 #include <unistd.h>
@@ -45,25 +48,40 @@ std::unique_ptr<Instrument> corvane(Holdings holdings) {
     return std::make_unique<CorvaneInstrument>(std::move(holdings));
 }
 
-struct Family {
+// The simulators of each family. --family takes the name, since early firmware speaks otherwise.
+struct Simulator {
+    Family family;
     std::string_view name;
     int baud;
     std::unique_ptr<Instrument> (*make)(Holdings holdings);
-    std::vector<std::string> models; // the first one is the default
+    std::span<const std::string_view> models; // the first one is the default
 };
 
-const std::vector<std::string> kBrevikModels = {
+constexpr std::string_view kBrevikModels[] = {
     "Brevik SE", "Brevik E", "Brevik S", "Auravox Essential SE", "Auravox Essential E", "Auravox Essential S"};
-const std::vector<std::string> kHalcyrModels = {"TR360L", "TR350L", "TR312L", "TR312E"};
-const Family kFamilies[] = {
-    {"brevik", 19200, binary<BinaryFamily::Brevik>, kBrevikModels},
-    {"brevik-early", 19200, binary<BinaryFamily::BrevikEarly>, kBrevikModels},
-    {"halcyr", 19200, binary<BinaryFamily::Halcyr>, kHalcyrModels},
-    {"halcyr-early", 19200, binary<BinaryFamily::HalcyrEarly>, kHalcyrModels},
-    {"merrowan", 2400, merrowan, {"TR326", "TR320", "TR322", "TR324", "TR352"}},
-    {"tallix", 2400, tallix, {"TR342", "TR310", "TR340"}},
-    {"corvane", 19200, corvane, {"Corvane 5", "Corvane 4", "Corvane 3"}},
+constexpr std::string_view kHalcyrModels[] = {"TR360L", "TR350L", "TR312L", "TR312E"};
+constexpr std::string_view kMerrowanModels[] = {"TR326", "TR320", "TR322", "TR324", "TR352"};
+constexpr std::string_view kTallixModels[] = {"TR342", "TR310", "TR340"};
+constexpr std::string_view kCorvaneModels[] = {"Corvane 5", "Corvane 4", "Corvane 3"};
+constexpr Simulator kSimulators[] = {
+    {Family::Brevik, "brevik", 19200, binary<BinaryFamily::Brevik>, kBrevikModels},
+    {Family::Brevik, "brevik-early", 19200, binary<BinaryFamily::BrevikEarly>, kBrevikModels},
+    {Family::Halcyr, "halcyr", 19200, binary<BinaryFamily::Halcyr>, kHalcyrModels},
+    {Family::Halcyr, "halcyr-early", 19200, binary<BinaryFamily::HalcyrEarly>, kHalcyrModels},
+    {Family::Merrowan, "merrowan", 2400, merrowan, kMerrowanModels},
+    {Family::OldTallix, "tallix", 2400, tallix, kTallixModels},
+    {Family::Corvane, "corvane", 19200, corvane, kCorvaneModels},
 };
+
+constexpr bool isEveryFamilySimulated() {
+    std::size_t families = 0;
+    for (std::size_t family = 0; family < kFamilyCount; ++family)
+        families += std::any_of(std::begin(kSimulators), std::end(kSimulators),
+                                [&](const Simulator& s) { return s.family == static_cast<Family>(family); });
+    return families == kFamilyCount;
+}
+
+static_assert(isEveryFamilySimulated());
 
 struct SimOptions {
     std::string family, model, from, fault, transcript;
@@ -101,11 +119,11 @@ int replay(const SimOptions& options) {
     return serve(std::make_unique<ReplayedInstrument>(transcript), 19200, options);
 }
 
-int simulate(const Family& family, const SimOptions& options) {
-    const std::string model = options.model.empty() ? family.models.front() : options.model;
-    if (std::find(family.models.begin(), family.models.end(), model) == family.models.end()) {
+int simulate(const Simulator& simulator, const SimOptions& options) {
+    const std::string model = options.model.empty() ? std::string(simulator.models.front()) : options.model;
+    if (std::find(simulator.models.begin(), simulator.models.end(), model) == simulator.models.end()) {
         std::cerr << "--model: one of";
-        for (const std::string& known : family.models)
+        for (const std::string_view known : simulator.models)
             std::cerr << " '" << known << "'";
         std::cerr << '\n';
         return kWrongWords;
@@ -121,7 +139,7 @@ int simulate(const Family& family, const SimOptions& options) {
         std::cerr << message << '\n';
         return kFailed;
     }
-    return serve(family.make(holdingsOf(file, model)), family.baud, options);
+    return serve(simulator.make(holdingsOf(file, model)), simulator.baud, options);
 }
 
 int run(int argc, char** argv) {
@@ -129,8 +147,8 @@ int run(int argc, char** argv) {
     CLI::App app("An instrument on a pseudo-terminal, for trying downloads without a meter", "kestrane-sim");
     app.set_version_flag("--version", "kestrane-sim " KESTRANE_VERSION_TEXT);
     std::vector<std::string> names;
-    for (const Family& family : kFamilies)
-        names.emplace_back(family.name);
+    for (const Simulator& simulator : kSimulators)
+        names.emplace_back(simulator.name);
     auto* family = app.add_option("--family", options.family, "whose protocol it speaks")->check(CLI::IsMember(names));
     auto* from = app.add_option("--from", options.from, "the data file whose logs it holds");
     app.add_option("--model", options.model, "which model of the family it says it is");
@@ -150,9 +168,9 @@ int run(int argc, char** argv) {
         return app.exit(error) == 0 ? kDone : kWrongWords;
     }
     if (!options.transcript.empty()) return replay(options);
-    const auto* const chosen = std::find_if(std::begin(kFamilies), std::end(kFamilies),
-                                            [&](const Family& f) { return f.name == options.family; });
-    if (chosen != std::end(kFamilies)) return simulate(*chosen, options);
+    const auto* const chosen = std::find_if(std::begin(kSimulators), std::end(kSimulators),
+                                            [&](const Simulator& s) { return s.name == options.family; });
+    if (chosen != std::end(kSimulators)) return simulate(*chosen, options);
     std::cerr << "Say --family and --from, or --replay.\n";
     return kWrongWords;
 }
