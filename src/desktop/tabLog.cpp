@@ -181,8 +181,8 @@ QWidget* tabLog::exposureBar() {
         row->addWidget(control);
     connect(cmdInsertRows, &QPushButton::clicked, this, &tabLog::InsertRows);
     connect(cmdDeleteRows_, &QPushButton::clicked, this, &tabLog::DeleteRows);
-    connect(chkSave_, &QCheckBox::clicked, this, [this](bool isSaved) {
-        if (clsLog* log = state_.OpenedLog(session_); log != nullptr)
+    connect(chkSave_, &QCheckBox::toggled, this, [this](bool isSaved) {
+        if (clsLog* log = isSetting_ ? nullptr : state_.OpenedLog(session_); log != nullptr)
             editLog(*log, Text::StepExposureRows, [&] { return std::exchange(log->SaveDoseCalc, isSaved) != isSaved; });
     });
     connect(exposures_, &grdDose::CurrentRowChanged, this, [this] {
@@ -231,8 +231,14 @@ QWidget* tabLog::optionsBar() {
             if (log != nullptr && choose(value)) tabClick();
         };
     };
+    // Assistive programs toggle a button, which is no click.
+    const auto onButton = [&onLog](auto choose) {
+        return [handle = onLog(choose)](int id, bool isOn) {
+            if (isOn) handle(id);
+        };
+    };
     LogView& view = state_.View;
-    connect(optDisplayBy_, &QButtonGroup::idClicked, this, onLog([&view](int mode) {
+    connect(optDisplayBy_, &QButtonGroup::idToggled, this, onButton([&view](int mode) {
                 view.chooseListMode(mode);
                 return true;
             }));
@@ -240,12 +246,12 @@ QWidget* tabLog::optionsBar() {
                 const auto list = displayByList(*state_.LogInView(session_), view.ListMode());
                 return view.chooseEntry(list[static_cast<std::size_t>(index)].Choice);
             }));
-    connect(optAxis_, &QButtonGroup::idClicked, this,
-            onLog([&view](int axis) { return view.chooseAxis(kByDecibels + axis); }));
-    connect(optChannelX_, &QButtonGroup::idClicked, this,
-            onLog([&view](int channel) { return view.chooseChannel(kChannelA + channel); }));
-    connect(optCumPanels_, &QButtonGroup::idClicked, this,
-            onLog([&view](int panel) { return view.choosePanel(panel); }));
+    connect(optAxis_, &QButtonGroup::idToggled, this,
+            onButton([&view](int axis) { return view.chooseAxis(kByDecibels + axis); }));
+    connect(optChannelX_, &QButtonGroup::idToggled, this,
+            onButton([&view](int channel) { return view.chooseChannel(kChannelA + channel); }));
+    connect(optCumPanels_, &QButtonGroup::idToggled, this,
+            onButton([&view](int panel) { return view.choosePanel(panel); }));
     connect(lstInterval_, &QComboBox::currentIndexChanged, this,
             onLog([&view](int index) { return index >= 0 && view.chooseInterval(index + 1); }));
     return bar;

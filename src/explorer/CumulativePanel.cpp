@@ -209,7 +209,9 @@ std::string valueText(const PanelLabel& label, const std::string& unit) {
 std::string heardText(const Session& session, const PanelRow& row, int channel) {
     const bool isB = channel == kChannelB;
     const PanelLabel& label = isB ? row.B : row.A;
-    std::string text = label.Caption;
+    if (label.Text.empty()) return {};
+    std::string text = PlainCaption(label.Caption);
+    if (text.ends_with(':')) text.pop_back();
     if (!row.B.Name.empty()) text += ", " + session.LoadText(isB ? Text::ChannelB : Text::ChannelA);
     // Percentiles stand in one label of several levels, without their unit.
     const std::string unit = row.Section == PanelSection::Levels ? session.LoadText(Text::Decibel) : row.Unit;

@@ -32,8 +32,8 @@ struct PanelRow {
     PanelLabel B;     // empty name: the row has one value
 };
 
-// What is heard of a value: caption, channel where the row has both, value with unit and note. channel: kChannelA or
-// kChannelB.
+// What is heard of a value: caption, channel where the row has both, value with unit and note; nothing of an empty
+// one. channel: kChannelA or kChannelB.
 std::string heardText(const Session& session, const PanelRow& row, int channel);
 
 // All rows of the panel in order. band: 0 the overall figures, else the band chosen (1..last).

@@ -1,0 +1,275 @@
+#!/usr/bin/python3
+"""What a screen reader hears of the running program, walked over AT-SPI under Xvfb.
+
+    heard.py KESTRANE KESTRANE-CLI SAMPLES
+
+Opens samples and compares what is heard on every tab with what kestrane-cli says. Ends with 77 when no display or no
+accessibility bus can be had here; everything else that goes wrong is a failure.
+"""
+
+import json
+import os
+import pathlib
+import re
+import select
+import subprocess
+import sys
+import tempfile
+import time
+
+SKIPPED = 77
+PATIENCE = 60  # seconds, for the program to show something
+
+# Caption and unit of a figure by the name of its label, of channel A without its letter. A caption may be a pattern.
+LEVELS = {
+    "lblLeq": (r"(L\w?|\w)eq", " dB"),
+    "lblLmin": (r"\w?min", " dB"),
+    "lblLmax": (r"\w?max", " dB"),
+    "lblPeak": (r"\w?peak", " dB"),
+    "lblLtm3": ("Ltm 3", " dB"),
+    "lblLtm5": ("Ltm 5", " dB"),
+    "lblLAvg": ("LAvg", " dB"),
+    "lblLn": ("Ln", " dB"),
+}
+EXPOSURES = {
+    "lblLepdET": (r"LEP,d\(ET\)", " dB"),
+    "lblLepdMT": (r"LEP,d\(MT\)", " dB"),
+    "lblDoseET": (r"Dose %\(ET\)", ""),
+    "lblDoseMT": (r"Dose %\(MT\)", ""),
+    "lblDoseHour": ("Dose Hr %", ""),
+    "lblLE": ("LE", " dB"),
+    "lblPA2hr": ("PA2h", ""),
+    "lblTWA": ("TWA", " dB"),
+    "lblTWA8": ("TWA8", " dB"),
+    "lblExposureTime": ("Exposure Time", ""),
+}
+DETAILS = {
+    "lblStartDate": ("Log Start Date", ""),
+    "lblStartTime": ("Log Start Time", ""),
+    "lblEndDate": ("Log End Date", ""),
+    "lblEndTime": ("Log End Time", ""),
+    "lblLength": ("Log Length", ""),
+    "lblLogInterval": ("Log Interval Length", ""),
+    "lblOverloaded": ("Overload Occurred", ""),
+    "lblMode": ("Mode", ""),
+    "lblFrqWgt": ("Frequency Weighting", ""),
+    "lblTimeWgt": ("Time Weighting", ""),
+    "lblRange": ("Range", ""),
+    "lblThreshold": ("Threshold", ""),
+    "lblUserCal": ("Last User Calibration", ""),
+    "lblFactoryCal": (r".*\(factory calibration\)", ""),
+}
+ALL = LEVELS | EXPOSURES | DETAILS
+OF_ONE_CHANNEL = {"lblLtm3", "lblLtm5", "lblLAvg", "lblLn", "lblTWA", "lblTWA8"} | DETAILS.keys() | {"lblExposureTime"}
+OF_ONE_CHANNEL -= {"lblFrqWgt", "lblTimeWgt"}
+PANELS = {"Channels A and B": "LAB", "Full Channel A": "LA", "Advanced": "AB"}  # L: with levels; channels
+EDITS = ["Criterion level (dB)", "Exchange rate (dB)", "Last user calibration"]
+TABLES = {"table", "tree table"}  # of any length
+NAMED = {"push button", "radio button", "check box", "text", "combo box", "tree", "chart", "page tab"} | TABLES
+
+failures = []
+
+
+def check(condition, message):
+    if not condition:
+        failures.append(message)
+        print("FAILED:", message)
+    return condition
+
+
+def skip(why):
+    print("skipped:", why)
+    sys.exit(SKIPPED)
+
+
+class Bench:
+    """A display and a session bus of their own; what it starts ends with it."""
+
+    def __init__(self, home):
+        self.started = []
+        runtime = pathlib.Path(home, "run")
+        runtime.mkdir(mode=0o700)
+        read, write = os.pipe()
+        screen = ["-screen", "0", "1280x1024x24", "-nolisten", "tcp", "-noreset"]
+        self.start(["Xvfb", "-displayfd", str(write), *screen], pass_fds=[write])
+        os.close(write)
+        if not select.select([read], [], [], 30)[0]:
+            skip("no display")
+        display = os.read(read, 16).decode().strip()
+        if not display:
+            skip("no display")
+        os.environ.update(HOME=home, XDG_RUNTIME_DIR=str(runtime), DISPLAY=":" + display, QT_QPA_PLATFORM="xcb",
+                          QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", LC_ALL="C.UTF-8")
+        for name in ("XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_SESSION_ID", "WAYLAND_DISPLAY", "AT_SPI_BUS_ADDRESS"):
+            os.environ.pop(name, None)
+        bus = self.start(["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE)
+        address = bus.stdout.readline().decode().strip()
+        if not address:
+            skip("no session bus")
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = address
+
+    def start(self, command, **options):
+        try:
+            process = subprocess.Popen(command, stderr=subprocess.DEVNULL, **options)
+        except FileNotFoundError as error:
+            skip(error)
+        self.started.append(process)
+        return process
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self.started):
+            process.terminate()
+            process.wait()
+
+
+def cli(*arguments):
+    return subprocess.run([CLI, *arguments], check=True, capture_output=True, text=True).stdout
+
+
+def showing(node):
+    """The nodes in sight, of a table only itself."""
+    yield node
+    if node.get_role_name() in TABLES:
+        return
+    for i in range(node.get_child_count()):
+        child = node.get_child_at_index(i)
+        if child is not None and child.get_state_set().contains(Atspi.StateType.SHOWING):
+            yield from showing(child)
+
+
+def wait_for(what, look):
+    end = time.monotonic() + PATIENCE
+    while time.monotonic() < end:
+        try:
+            found = look()
+        except GLib.Error:  # what was looked at has just gone
+            found = None
+        if found:
+            return found
+        time.sleep(0.1)
+    raise SystemExit(f"FAILED: waited in vain for {what}")
+
+
+class Program:
+    def __init__(self, bench, sample):
+        self.process = bench.start([KESTRANE, sample], env=dict(os.environ))
+        desktop = Atspi.get_desktop(0)
+
+        def application():
+            desktop.clear_cache()
+            for i in range(desktop.get_child_count()):
+                child = desktop.get_child_at_index(i)
+                if child is not None and child.get_process_id() == self.process.pid:
+                    return child
+            return None
+
+        self.root = wait_for("the program", application)
+        self.root.set_cache_mask(Atspi.Cache.NONE)
+        wait_for("the log", lambda: any(self.find("page tab", "Full Log")) and "Loading Completed" in self.status())
+
+    def find(self, role, name=None):
+        return [n for n in showing(self.root) if n.get_role_name() == role and name in (None, n.get_name())]
+
+    def status(self):
+        return [node.get_name() for bar in self.find("status bar") for node in showing(bar)]
+
+    def tabs(self):
+        return [n for n in self.find("page tab") if n.get_state_set().contains(Atspi.StateType.ENABLED)]
+
+    def choose(self, node, is_done):
+        name = node.get_name()
+        Atspi.Action.do_action(node, 0)
+        wait_for(f"{name} in front", is_done)
+        time.sleep(0.3)  # it is drawn
+
+    def choose_tab(self, tab):
+        name = tab.get_name()
+        bar = tab.get_parent()
+        self.choose(tab, lambda: bar.get_name() == name)
+
+    def choose_panel(self, button):
+        self.choose(button, lambda: button.get_state_set().contains(Atspi.StateType.CHECKED))
+
+    def end(self):
+        self.process.terminate()
+        self.process.wait()
+
+
+def expected(labels, panel):
+    """What is to be heard of the labels in a frame of the panel, as patterns."""
+    has_b = "lblFrqWgtB" in labels
+    for name, value in labels.items():
+        of_b = name not in ALL and name.endswith("B")
+        base = name if name in ALL else name[:-1]
+        if (base in LEVELS and "L" not in panel) or (of_b and "B" not in panel):
+            continue
+        caption, unit = ALL[base]
+        channel = f", Channel {'B' if of_b else 'A'}" if has_b and base not in OF_ONE_CHANNEL else ""
+        has_note = unit and base != "lblLn"
+        figure, note = re.match(r"(\S+)(.*)" if has_note else "(.*)()", value).groups()
+        yield name, caption + channel + re.escape(f", {figure}{unit}{note}")
+
+
+def check_panel(program, sample):
+    labels = json.loads(cli("panel", sample))
+    check(len(labels) > 15, f"{sample}: kestrane-cli knows {labels}")
+    frames = program.find("radio button")
+    check((len(frames) == 3) == ("lblFrqWgtB" in labels), f"{sample}: frames {[f.get_name() for f in frames]}")
+    for frame in frames or [None]:
+        name = frame.get_name() if frame else "Channels A and B"
+        if frame:
+            program.choose_panel(frame)
+        nodes = list(showing(program.root))
+        heard = [n.get_name() for n in nodes if n.get_role_name() == "label"]
+        patterns = dict(expected(labels, PANELS[name]))
+        for label, pattern in patterns.items():
+            count = sum(re.fullmatch(pattern, text) is not None for text in heard)
+            check(count == 1, f"{sample}, {name}: {label} is heard {count} times as '{pattern}' in {heard}")
+        channels_b = sum(", Channel B, " in text for text in heard)
+        check(channels_b == sum(", Channel B" in p for p in patterns.values()), f"{sample}, {name}: {channels_b} of B")
+    entries = [n.get_name() for n in nodes if n.get_role_name() == "text"]
+    for label in EDITS:
+        check(label in entries, f"{sample}: no entry '{label}' in {entries}")
+
+
+def check_sample(bench, sample):
+    program = Program(bench, sample)
+    tabs = {tab.get_name(): tab for tab in program.tabs()}
+    check("Full Log" in tabs and "Cumultv (Data)" in tabs, f"{sample}: tabs {list(tabs)}")
+    for tab, node in tabs.items():
+        if tab == "Compare HPD":
+            continue  # it asks for a protector
+        program.choose_tab(node)
+        nodes = list(showing(program.root))
+        roles = [(n.get_role_name(), n.get_name()) for n in nodes]
+        for role, name in roles:
+            check(role not in NAMED or name, f"{sample}, {tab}: a {role} is mute")
+        if tab == "Cumultv (Data)":
+            check_panel(program, sample)
+    check(not {"Status", "Process", "Error"} & set(program.status()), f"{sample}: status bar {program.status()}")
+    print(f"{sample}: {len(tabs)} tabs")
+    program.end()
+
+
+if __name__ == "__main__":
+    KESTRANE, CLI, SAMPLES = sys.argv[1:]
+    with tempfile.TemporaryDirectory() as home, Bench(home) as bench:
+        import gi
+
+        gi.require_version("Atspi", "2.0")
+        from gi.repository import Atspi, Gio, GLib
+
+        try:
+            session = Gio.bus_get_sync(Gio.BusType.SESSION)
+            session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None, 0, 30000)
+        except GLib.Error as error:
+            skip(error.message)
+        if Atspi.init() not in (0, 1):
+            skip("no accessibility bus")
+        for sample in ("protector-ac.xml", "night-environment.xml", "brevik-short-form.xml", "shift-dosimeter.xml"):
+            check_sample(bench, str(pathlib.Path(SAMPLES, sample)))
+    print(f"{len(failures)} failures")
+    sys.exit(1 if failures else 0)
