@@ -1,5 +1,6 @@
 #include "charts/chaTab.h"
 
+#include "charts/ChartAccessible.h"
 #include "charts/ChartPage.h"
 #include "platform/AtomicFile.h"
 #include "platform/RuntimeError.h"
@@ -39,6 +40,7 @@ bool endsIn(const std::string& path, const char* ending) {
 
 chaTab::chaTab(Locale locale, QWidget* parent) :
     QWidget(parent), locale_(std::move(locale)), plot_(new ChartPlot(locale_, this)) {
+    makeChartsHeard();
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(plot_);
@@ -66,7 +68,8 @@ void chaTab::setChart(ChartData chart) {
     isLegendShown_ = chart.HasLegend;
     content_ = std::make_shared<const ChartContent>(std::move(chart));
     drawAnew();
-    describe();
+    setAccessibleName(QString::fromStdString(content_->data.Title));
+    tellDescription(*this);
 }
 
 const ChartData& chaTab::chart() const {
@@ -79,16 +82,20 @@ void chaTab::drawAnew() {
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
-void chaTab::describe() {
-    const QString title = QString::fromStdString(content_->data.Title);
+QString chaTab::spokenDescription() const {
+    QStringList reading = readOut();
+    reading.removeAll(QString());
+    if (!reading.isEmpty()) return reading.join(", ");
     QStringList labels;
     for (const ChartSeries* series : content_->series)
         labels.append(QString::fromStdString(series->Label));
-    const QString description = labels.join(", ") + '\n' + QString::fromStdString(content_->data.Footnote);
-    for (QWidget* widget : {static_cast<QWidget*>(this), static_cast<QWidget*>(plot_)}) {
-        widget->setAccessibleName(title);
-        widget->setAccessibleDescription(description.trimmed());
-    }
+    return (labels.join(", ") + '\n' + QString::fromStdString(content_->data.Footnote)).trimmed();
+}
+
+void chaTab::readAt(std::optional<std::size_t> row) {
+    if (row == plot_->readOut().row()) return;
+    plot_->readOut().show(row);
+    tellDescription(*this);
 }
 
 void chaTab::showLegend(bool isShown) {
@@ -178,7 +185,7 @@ void chaTab::changeEvent(QEvent* event) {
 }
 
 bool chaTab::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Leave && plot_->hasAxes()) plot_->readOut().show({});
+    if (event->type() == QEvent::Leave && plot_->hasAxes()) readAt({});
     return QWidget::eventFilter(watched, event);
 }
 
@@ -198,7 +205,7 @@ void chaTab::point(const QMouseEvent& event) {
         const double at = std::round(plot_->axisArea().axis(QCPAxis::atBottom)->pixelToCoord(event.position().x()));
         row = static_cast<std::size_t>(std::clamp(at, 0.0, static_cast<double>(content_->data.RowCount) - 1));
     }
-    plot_->readOut().show(row);
+    readAt(row);
 }
 
 void chaTab::look(ChartView view) {
@@ -278,9 +285,13 @@ void chaTab::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Minus:
         return zoomRows(1 / kZoom, center);
     case Qt::Key_Home:
+        return goToRow(0);
+    case Qt::Key_End:
+        return goToRow(static_cast<double>(content_->data.RowCount) - 1);
+    case Qt::Key_0:
         return look(plot_->wholeView());
     case Qt::Key_Escape:
-        if (row) return plot_->readOut().show({});
+        if (row) return readAt({});
         break;
     default:
         break;
@@ -288,13 +299,17 @@ void chaTab::keyPressEvent(QKeyEvent* event) {
     QWidget::keyPressEvent(event);
 }
 
-// From the middle of the view when there is none yet; a row out of view is brought into it.
+// From the middle of the view when there is none yet.
 void chaTab::stepReadOut(int rows) {
-    ChartView view = plot_->view();
     const auto& shown = plot_->readOut().row();
-    const double from = shown ? static_cast<double>(*shown) + rows : std::round(view.rows.center());
-    const double row = std::clamp(from, 0.0, static_cast<double>(content_->data.RowCount) - 1);
-    plot_->readOut().show(static_cast<std::size_t>(row));
+    goToRow(shown ? static_cast<double>(*shown) + rows : std::round(plot_->view().rows.center()));
+}
+
+// The nearest there is; one out of view is brought into it.
+void chaTab::goToRow(double row) {
+    row = std::clamp(row, 0.0, static_cast<double>(content_->data.RowCount) - 1);
+    readAt(static_cast<std::size_t>(row));
+    ChartView view = plot_->view();
     const double before = std::min(0.0, row - 0.5 - view.rows.lower);
     const double behind = std::max(0.0, row + 0.5 - view.rows.upper);
     if (before == 0 && behind == 0) return;

@@ -2,8 +2,11 @@
 // to a printer. The owner has its menu; what it shows was decided by the core.
 //
 // Wheel: zoom at the pointer; with Ctrl over the values, with Shift move sideways. Drag: zoom into the rectangle. Drag
-// with Shift or the middle button: move. Double click: the whole again. Keys: Left and Right move the read-out, + and -
-// zoom, Home shows the whole, Escape hides the read-out.
+// with Shift or the middle button: move. Double click: the whole again. Keys: Left and Right move the read-out, Home
+// and End take it to the ends, Escape hides it; + and - zoom, 0 shows the whole.
+//
+// A screen reader hears the title as its name and, as its description, the read-out while there is one, else its series
+// and its note.
 #pragma once
 
 #include "charts/ChartPlot.h"
@@ -41,6 +44,8 @@ public:
     // The lines of the read-out: the row's name, then a series and its value a line; empty when it is hidden.
     QStringList readOut() const;
 
+    QString spokenDescription() const;
+
     // The rows in view, counted from 0, first and last; nothing without axes.
     std::optional<std::pair<std::size_t, std::size_t>> rowsInView() const;
 
@@ -68,7 +73,7 @@ protected:
 
 private:
     void drawAnew();
-    void describe();
+    void readAt(std::optional<std::size_t> row); // nothing hides the read-out
 
     void press(const QMouseEvent& event);
     void point(const QMouseEvent& event);
@@ -77,6 +82,7 @@ private:
     void zoomRows(double factor, double center);
     void look(ChartView view);
     void stepReadOut(int rows);
+    void goToRow(double row);
 
     const Locale locale_;
     std::shared_ptr<const ChartContent> content_;

@@ -63,6 +63,7 @@ ALL = LEVELS | EXPOSURES | DETAILS
 OF_ONE_CHANNEL = {"lblLtm3", "lblLtm5", "lblLAvg", "lblLn", "lblTWA", "lblTWA8"} | DETAILS.keys() | {"lblExposureTime"}
 OF_ONE_CHANNEL -= {"lblFrqWgt", "lblTimeWgt"}
 PANELS = {"Channels A and B": "LAB", "Full Channel A": "LA", "Advanced": "AB"}  # L: with levels; channels
+CHARTS = {"Full Log", "Intervals (Graph)", "Cumultv (Graph)", "Noise Rating"}
 EDITS = ["Criterion level (dB)", "Exchange rate (dB)", "Last user calibration"]
 TABLES = {"table", "tree table"}  # of any length
 NAMED = {"push button", "radio button", "check box", "text", "combo box", "tree", "chart", "page tab"} | TABLES
@@ -247,6 +248,11 @@ def check_sample(bench, sample):
         roles = [(n.get_role_name(), n.get_name()) for n in nodes]
         for role, name in roles:
             check(role not in NAMED or name, f"{sample}, {tab}: a {role} is mute")
+        charts = [node for node in nodes if node.get_role_name() == "chart"]
+        check(len(charts) == (tab in CHARTS), f"{sample}, {tab}: {len(charts)} charts")
+        for chart in charts:
+            check(chart.get_child_count() == 0, f"{sample}, {tab}: parts of a chart are heard")
+            check(chart.get_description(), f"{sample}, {tab}: a chart says nothing of what it shows")
         if tab == "Cumultv (Data)":
             check_panel(program, sample)
     check(not {"Status", "Process", "Error"} & set(program.status()), f"{sample}: status bar {program.status()}")
