@@ -71,7 +71,7 @@ std::vector<CriterionRule> rulesOf(const std::optional<OwnCriterion>& own) {
 // Hours of the run of a log that has no rows; 0 when it cannot be told.
 double hoursOfRun(const clsLog& log) {
     try {
-        return std::max(getTime(log, 'h', false, false), 0.0F);
+        return std::max(getTime(log, 'h', Run::Measured, ExcludedRows::Count), 0.0F);
     } catch (const RuntimeError&) {
         return 0;
     }
@@ -173,7 +173,7 @@ private:
         const double threshold = isNumeric(log_.Threshold, {}) ? toDouble(log_.Threshold, {}) : kNone;
         if (threshold != rule.threshold.value_or(kNone)) return {};
         return ReplaceText(text(Text::ReportedByInstrument), "^",
-                           log_.DoseETCumA.Format(false, true, "##0.0", log_.session().locale));
+                           log_.DoseETCumA.Format(Zeros::Shown, Reading::Reported, "##0.0", log_.session().locale));
     }
 
     std::string missing(const CriterionRule& rule) const {

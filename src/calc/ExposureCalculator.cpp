@@ -69,7 +69,7 @@ private:
 };
 
 std::string format(const Session& session, const clsValue& value) {
-    return value.Format(false, false, {}, session.locale);
+    return value.Format(Zeros::Shown, Reading::Computed, {}, session.locale);
 }
 
 // A number of the list, as typed.

@@ -91,7 +91,7 @@ public:
 
     void sel(clsValue& figure, float leq) const {
         compute(figure, false, [&]() -> std::optional<double> {
-            const float seconds = getTime(log_, 's', false, true);
+            const float seconds = getTime(log_, 's', Run::Measured, ExcludedRows::LeftOut);
             if (seconds == 0) return 0;
             return soundExposureLevel(leq, seconds);
         });
@@ -106,7 +106,8 @@ public:
 
 private:
     float time(Basis basis) const {
-        return basis == Basis::Exposure ? log_.objLogOptions.ExposureTime : getTime(log_, 'h', false, true);
+        return basis == Basis::Exposure ? log_.objLogOptions.ExposureTime
+                                        : getTime(log_, 'h', Run::Measured, ExcludedRows::LeftOut);
     }
 
     static double clamped(double level) { return level < 0 ? 0 : level; }
@@ -453,7 +454,7 @@ float CalcTWACumA(const clsLog& log) {
 float TWA8CumA(const clsLog& log) {
     if (!isWeightedAorC(log.FreqWeightA())) return 0;
     try {
-        const float hours = getTime(log, 'h', true, true);
+        const float hours = getTime(log, 'h', Run::Whole, ExcludedRows::LeftOut);
         if (hours == 0) return 0;
         return twaOf(log, checkedSingle(doseIn8Hours(DoseMT_NRR(log), hours)));
     } catch (const RuntimeError&) {

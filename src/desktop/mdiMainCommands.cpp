@@ -39,7 +39,7 @@ namespace {
 // 0 when it is not known.
 float measuredHours(const clsLog& log) {
     try {
-        return getTime(log, 'h', false, false);
+        return getTime(log, 'h', Run::Measured, ExcludedRows::Count);
     } catch (const RuntimeError&) {
         return 0;
     }

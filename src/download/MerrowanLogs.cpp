@@ -182,7 +182,7 @@ void decodeCumulative(clsLog& log, const TextFields& behindHeader, const Locatio
 // A single row has no spacing: it is as long as the run, where that can be told.
 void setLengthOfRun(clsLog& log) {
     try {
-        const auto seconds = static_cast<std::int32_t>(getTime(log, 's', true, false));
+        const auto seconds = static_cast<std::int32_t>(getTime(log, 's', Run::Whole, ExcludedRows::Count));
         if (seconds > 0) log.Interval = seconds;
     } catch (const RuntimeError&) {
     }

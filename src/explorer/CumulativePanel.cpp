@@ -94,7 +94,9 @@ private:
         return row.parameter <= ePeak ? levelCaption(log_, kChannelB, row.parameter) : std::string();
     }
 
-    std::string format(const clsValue& value) const { return value.Format(false, false, {}, session_.locale); }
+    std::string format(const clsValue& value) const {
+        return value.Format(Zeros::Shown, Reading::Computed, {}, session_.locale);
+    }
 
     std::string figure(int channel, const FigureRow& row) const {
         if (channel == kChannelB && (!log_.IsChannelBOn || row.labelB.empty())) return {};

@@ -167,8 +167,8 @@ private:
         clsValue dose;
         dose.Value(DoseMT_NRR(log_));
         out_.ResultLine = start() + "  " + text(Text::DoseMT) + "=" +
-                          dose.Format(false, false, "##0.0 %", session_.locale) + "   :   " + out_.LevelName + "=" +
-                          resultText() + limitText();
+                          dose.Format(Zeros::Shown, Reading::Computed, "##0.0 %", session_.locale) + "   :   " +
+                          out_.LevelName + "=" + resultText() + limitText();
     }
 
     const clsLog& log_;

@@ -91,7 +91,7 @@ std::string IntervalTable::intervalCell(std::size_t row, const TableColumn& colu
     if (column.kind == Kind::Time) return times_.dateAndTime(row);
     if (column.kind == Kind::Overload) return overloads_.at(row) != 0 ? yes_ : no_;
     if (column.quantity == Quantity::End) return {};
-    return valueOf(rows_.level(column.quantity, column.band, row)).Format(true, false, {}, locale_);
+    return valueOf(rows_.level(column.quantity, column.band, row)).Format(Zeros::Blank, Reading::Computed, {}, locale_);
 }
 
 std::string IntervalTable::peakCell(std::size_t row, const TableColumn& column) const {

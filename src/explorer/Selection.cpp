@@ -27,7 +27,7 @@ std::unique_ptr<clsLog> makeZoom(const clsLog& log, std::int64_t from, std::int6
     auto zoom = std::make_unique<clsLog>(log.session());
     zoom->Copy(log, from, to);
     zoom->IsZoomed = true;
-    zoom->IsParent5Mins = lastsFiveMinutes(log, false);
+    zoom->IsParent5Mins = lastsFiveMinutes(log, ExcludedRows::Count);
     zoom->HasWholeFigures = hasFigures(*zoom);
     return zoom;
 }

@@ -72,7 +72,7 @@ std::string wholeFiguresLine(const clsLog& log) {
 }
 
 bool isLongZoom(const clsLog& log) {
-    return log.IsZoomed && lastsFiveMinutes(log, false);
+    return log.IsZoomed && lastsFiveMinutes(log, ExcludedRows::Count);
 }
 
 } // namespace kestrane

@@ -48,7 +48,7 @@ bool isAnySet(const auto& cells) {
 
 float secondsOf(const clsLog& log) {
     try {
-        return std::max(getTime(log, 's', false, false), 0.0F);
+        return std::max(getTime(log, 's', Run::Measured, ExcludedRows::Count), 0.0F);
     } catch (const RuntimeError&) {
         return 0;
     }

@@ -65,18 +65,17 @@ void rebuildSeconds(clsLog& log) {
 
 } // namespace
 
-float getTime(const clsLog& log, char unit, bool bForceLogLengthTest, bool bCheckForExcluded) {
+float getTime(const clsLog& log, char unit, Run run, ExcludedRows excluded) {
     const clsLogIntervals& rows = log.LogIntervals;
     std::int32_t seconds = 0;
-    if (log.MeasurementTimeFromInstrument != 0 && !bForceLogLengthTest) {
+    if (run == Run::Measured && log.MeasurementTimeFromInstrument != 0) {
         seconds = log.MeasurementTimeFromInstrument;
-    } else if (rows.Count() == 0 || bForceLogLengthTest) {
-        seconds = wholeRun(log);
-        bCheckForExcluded = false;
+    } else if (run == Run::Whole || rows.Count() == 0) {
+        return getTimeFromSeconds(unit, wholeRun(log));
     } else {
         seconds = checkedLong(rows.Count() * log.Interval);
     }
-    if (bCheckForExcluded && rows.Count() > 0 && !rows.CutIntervals.empty()) {
+    if (excluded == ExcludedRows::LeftOut && rows.Count() > 0 && !rows.CutIntervals.empty()) {
         const double included = static_cast<double>(rows.IncludedCount());
         seconds = roundToLong(included / static_cast<double>(rows.Count()) * seconds);
     }
@@ -99,7 +98,7 @@ float getTimeFromSeconds(char unit, std::int32_t lngSecs) {
 std::string LogLengthText(const clsLog& log) {
     std::int32_t seconds = 0;
     try {
-        seconds = roundToLong(getTime(log, 's', false, false));
+        seconds = roundToLong(getTime(log, 's', Run::Measured, ExcludedRows::Count));
     } catch (const RuntimeError&) {
         return {};
     }
@@ -109,9 +108,9 @@ std::string LogLengthText(const clsLog& log) {
     return DurationText(log.session(), (day.Day - 1) * 24 + rest / 3600, rest / 60 % 60, rest % 60);
 }
 
-bool lastsFiveMinutes(const clsLog& log, bool bCheckForExcluded) {
+bool lastsFiveMinutes(const clsLog& log, ExcludedRows excluded) {
     try {
-        return getTime(log, 'm', false, bCheckForExcluded) >= 5.0F;
+        return getTime(log, 'm', Run::Measured, excluded) >= 5.0F;
     } catch (const RuntimeError&) {
         return false;
     }
@@ -119,7 +118,7 @@ bool lastsFiveMinutes(const clsLog& log, bool bCheckForExcluded) {
 
 bool IsLnCumulativeValid(const clsLog& log, int channel, int ln) {
     if (channel != kChannelA || log.LnNumberA(ln) == 0) return false;
-    return log.IsZoomed ? log.IsParent5Mins : lastsFiveMinutes(log, true);
+    return log.IsZoomed ? log.IsParent5Mins : lastsFiveMinutes(log, ExcludedRows::LeftOut);
 }
 
 void SetInterval(clsLog& log) {
@@ -130,7 +129,7 @@ void SetInterval(clsLog& log) {
     std::int32_t average = 0;
     try {
         if (rows.count() == 0) return;
-        average = roundToLong(getTime(log, 's', true, false) / static_cast<double>(rows.count()));
+        average = roundToLong(getTime(log, 's', Run::Whole, ExcludedRows::Count) / static_cast<double>(rows.count()));
     } catch (const RuntimeError&) {
         return;
     }

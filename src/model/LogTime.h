@@ -9,11 +9,14 @@
 
 namespace kestrane {
 
+enum class Run : bool { Measured, Whole }; // as measured, or from start to end
+enum class ExcludedRows : bool { Count, LeftOut };
+
 // The log's time in the unit 's', 'm' or 'h' (any case; 0 for any other), in single precision. The instrument's own
-// run time counts first; without one, number of rows times Interval; without rows, or with bForceLogLengthTest, the
-// whole run from start to end. bCheckForExcluded leaves excluded rows out (never of the whole run). Raises 6 past 32
+// run time counts first; without one, number of rows times Interval; without rows, or for Run::Whole, the
+// whole run from start to end. Excluded rows are never left out of the whole run. Raises 6 past 32
 // bits.
-float getTime(const clsLog& log, char unit, bool bForceLogLengthTest, bool bCheckForExcluded);
+float getTime(const clsLog& log, char unit, Run run, ExcludedRows excluded);
 float getTimeFromSeconds(char unit, std::int32_t lngSecs);
 
 // The length as text. A log of a month or more loses the whole month, and one that ends before it starts counts back
@@ -21,7 +24,7 @@ float getTimeFromSeconds(char unit, std::int32_t lngSecs);
 std::string LogLengthText(const clsLog& log);
 
 // Five minutes or more of data. False when the time cannot be told.
-bool lastsFiveMinutes(const clsLog& log, bool bCheckForExcluded);
+bool lastsFiveMinutes(const clsLog& log, ExcludedRows excluded);
 
 // Percentile levels are shown for five minutes or more of data; a zoomed log goes by the log it was cut from. False
 // unless channel is 1 and Ln (1..10) is in use.

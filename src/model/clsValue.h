@@ -9,6 +9,9 @@
 
 namespace kestrane {
 
+enum class Zeros : bool { Shown, Blank };         // a figure of 0: as "0.0", or as empty text
+enum class Reading : bool { Computed, Reported }; // CalcValue, or Value
+
 class clsValue {
 public:
     float Value() const { return value_; } // as reported by the instrument or read from a file
@@ -21,9 +24,9 @@ public:
 
     void Copy(const clsValue& objValue) { *this = objValue; }
 
-    // Text of CalcValue, or of Value with UseOriginal. An empty format is FormatString up to a CalcValue of 1000 and
-    // "####" above. BlankZeros: 0 gives empty text. A format with "%" takes the figure as a percentage.
-    std::string Format(bool BlankZeros, bool UseOriginal, std::string_view strFormat, const Locale& locale) const;
+    // The figure as text. An empty format is FormatString up to a CalcValue of 1000 and "####" above. A format with "%"
+    // takes the figure as a percentage.
+    std::string Format(Zeros zeros, Reading reading, std::string_view strFormat, const Locale& locale) const;
 
     static constexpr std::string_view FormatString = "##0.0"; // of all values: nothing asks for another
 

@@ -69,7 +69,7 @@ float byNRR(const Protection& p) {
     const bool isHalved = p.options.HPDCalc == eHPDModeUSOSHA || p.protector.Tipe != 1;
     const double derating = isHalved ? 0.5 : 0.25;
     const double toC = weight == "C" ? 0 : 7; // the allowance for an A-weighted level, 29 CFR 1910.95 App. B
-    const float hours = getTime(p.log, 'h', true, true);
+    const float hours = getTime(p.log, 'h', Run::Whole, ExcludedRows::LeftOut);
     const float dose = checkedSingle(doseIn8Hours(DoseMT_NRR(p.log), hours));
     const double twa = twaOfDose(dose, p.log.Criterion, p.log.Exchange);
     return checkedSingle(twa - (static_cast<double>(p.protector.NRR) - toC) * derating);

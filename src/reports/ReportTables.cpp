@@ -117,7 +117,7 @@ std::string figure(const clsLog& log, const clsLogOptions& options, int channel,
     if (!options.Plottable(channel, kCumulative, parameter)) return {};
     const std::string text =
         cumulativeValue(log, channel, parameter, 0)
-            .Format(true, false, reportFormat(parameterInfo(parameter).unit), log.session().locale);
+            .Format(Zeros::Blank, Reading::Computed, reportFormat(parameterInfo(parameter).unit), log.session().locale);
     if (text.empty()) return text;
     const std::string note = reportedNote(log, channel, parameter);
     const std::string& weighting = channel == kChannelA ? log.FreqWeightA() : log.FreqWeightB();
@@ -192,7 +192,7 @@ ReportTable frequencyTable(const clsLog& log) {
         std::vector<std::string> row = {std::string(log.eStr(band))};
         for (const LevelColumn& column : kFrequencyColumns)
             row.push_back(cumulativeValue(log, kChannelA, column.parameter, band)
-                              .Format(true, false, kDecibelFormat, session.locale));
+                              .Format(Zeros::Blank, Reading::Computed, kDecibelFormat, session.locale));
         table.Rows.push_back(std::move(row));
     }
     return table;

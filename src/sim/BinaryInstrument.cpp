@@ -298,7 +298,8 @@ std::string BinaryInstrument::block(const clsLog& log) const {
 
     Record summary(kSummarySize[form]);
     summary.putStamp(0, log.EndDate, log.EndTime);
-    summary.put32(kSummaryTime, roundToLong(static_cast<double>(getTime(log, 's', false, false))));
+    summary.put32(kSummaryTime,
+                  roundToLong(static_cast<double>(getTime(log, 's', Run::Measured, ExcludedRows::Count))));
     for (const SummaryField& field : kSummaryFields) {
         if (!field.isB || log.IsChannelBOn) summary.putLevel(field.offset[form], (log.*field.member).CalcValue());
     }

@@ -47,22 +47,22 @@ struct LogTimeTest : testing::Test, TestSession {
 TEST_F(LogTimeTest, TheInstrumentsTimeCountsThenItsRowsThenTheRun) {
     run("26/11/2024", "23:59:00", "27/11/2024", "00:01:30");
     log.Interval = 60;
-    EXPECT_EQ(getTime(log, 's', false, true), 150) << "across midnight";
+    EXPECT_EQ(getTime(log, 's', Run::Measured, ExcludedRows::LeftOut), 150) << "across midnight";
     log.LogIntervals.setArraySize(10);
-    EXPECT_EQ(getTime(log, 's', false, false), 600);
-    EXPECT_EQ(getTime(log, 's', true, false), 150);
+    EXPECT_EQ(getTime(log, 's', Run::Measured, ExcludedRows::Count), 600);
+    EXPECT_EQ(getTime(log, 's', Run::Whole, ExcludedRows::Count), 150);
     log.LogIntervals.CutIntervals = {"1~3"};
     log.LogIntervals.ApplySelection();
-    EXPECT_EQ(getTime(log, 's', false, false), 600);
-    EXPECT_EQ(getTime(log, 's', false, true), 420);
-    EXPECT_EQ(getTime(log, 's', true, true), 150) << "never of the whole run";
+    EXPECT_EQ(getTime(log, 's', Run::Measured, ExcludedRows::Count), 600);
+    EXPECT_EQ(getTime(log, 's', Run::Measured, ExcludedRows::LeftOut), 420);
+    EXPECT_EQ(getTime(log, 's', Run::Whole, ExcludedRows::LeftOut), 150) << "never of the whole run";
     log.MeasurementTimeFromInstrument = 75;
-    EXPECT_EQ(getTime(log, 's', false, false), 75);
-    EXPECT_EQ(getTime(log, 's', false, true), 52) << "52.5 rounds to even";
+    EXPECT_EQ(getTime(log, 's', Run::Measured, ExcludedRows::Count), 75);
+    EXPECT_EQ(getTime(log, 's', Run::Measured, ExcludedRows::LeftOut), 52) << "52.5 rounds to even";
     log.LogIntervals.CutIntervals = {"1~10"};
     log.LogIntervals.ApplySelection();
-    EXPECT_EQ(getTime(log, 'h', false, true), 0);
-    EXPECT_EQ(getTime(log, 'M', true, true), 2.5F);
+    EXPECT_EQ(getTime(log, 'h', Run::Measured, ExcludedRows::LeftOut), 0);
+    EXPECT_EQ(getTime(log, 'M', Run::Whole, ExcludedRows::LeftOut), 2.5F);
 }
 
 TEST_F(LogTimeTest, PercentilesNeedFiveMinutes) {
@@ -85,16 +85,16 @@ TEST_F(LogTimeTest, ATimePastItsTypeIsNoTime) {
     log.LnNumberA(1, 10);
     log.LnCumA(1, 0).Value(60);
     log.EndDate.setDate("26/11/2024", {}); // and no start: more than a century
-    EXPECT_EQ(errorOf([&] { getTime(log, 's', false, false); }), kErrorOverflow);
-    EXPECT_FALSE(lastsFiveMinutes(log, true));
+    EXPECT_EQ(errorOf([&] { getTime(log, 's', Run::Measured, ExcludedRows::Count); }), kErrorOverflow);
+    EXPECT_FALSE(lastsFiveMinutes(log, ExcludedRows::LeftOut));
     EXPECT_EQ(LogLengthText(log), "");
     SetPlottableValues(log);
     EXPECT_FALSE(log.objLogOptions.Plottable(kChannelA, kCumulative, eLn1));
 
     log.Interval = 2147483647;
     log.LogIntervals.setArraySize(2);
-    EXPECT_EQ(errorOf([&] { getTime(log, 's', false, false); }), kErrorOverflow);
-    EXPECT_FALSE(lastsFiveMinutes(log, false));
+    EXPECT_EQ(errorOf([&] { getTime(log, 's', Run::Measured, ExcludedRows::Count); }), kErrorOverflow);
+    EXPECT_FALSE(lastsFiveMinutes(log, ExcludedRows::Count));
     SetPlottableValues(log);
 }
 

@@ -25,38 +25,42 @@ TEST(Value, KeepsTheReportedFigureBesideTheComputedOne) {
     EXPECT_EQ(value.Value(), 61.5F);
     clsValue copy;
     copy.Copy(value);
-    EXPECT_EQ(copy.Format(false, true, {}, kPoint), "61.5");
+    EXPECT_EQ(copy.Format(Zeros::Shown, Reading::Reported, {}, kPoint), "61.5");
 }
 
 TEST(Value, FormatsByFigureAndFormat) {
+    using enum Zeros;
+    using enum Reading;
+
     struct Case {
         float value, calcValue;
-        bool BlankZeros, UseOriginal;
+        Zeros zeros;
+        Reading reading;
         const char* format;
         const char* text;
     };
 
-    const Case cases[] = {{0, 0, false, false, "", "0.0"},
-                          {0, 0, true, false, "", ""},
-                          {60, 60.25F, false, false, "", "60.3"},
-                          {-3.25F, -0.04F, false, false, "", "0.0"},
-                          {1, 1000, false, false, "", "1000.0"},
-                          {1, 1234.5F, false, false, "", "1235"},
-                          {1, 1234.5F, false, false, "##0.0", "1234.5"},
-                          {61.2F, 1500, false, true, "", "61"}, // how it is written goes by the computed figure
-                          {1500, 61.2F, false, true, "", "1500.0"},
-                          {0, 61.2F, true, true, "", ""},
-                          {0, 50, false, false, "##0.0 %", "50.0 %"},
-                          {0, 50.25F, false, false, "##0.0 %", "50.3 %"}};
+    const Case cases[] = {{0, 0, Shown, Computed, "", "0.0"},
+                          {0, 0, Blank, Computed, "", ""},
+                          {60, 60.25F, Shown, Computed, "", "60.3"},
+                          {-3.25F, -0.04F, Shown, Computed, "", "0.0"},
+                          {1, 1000, Shown, Computed, "", "1000.0"},
+                          {1, 1234.5F, Shown, Computed, "", "1235"},
+                          {1, 1234.5F, Shown, Computed, "##0.0", "1234.5"},
+                          {61.2F, 1500, Shown, Reported, "", "61"}, // how it is written goes by the computed figure
+                          {1500, 61.2F, Shown, Reported, "", "1500.0"},
+                          {0, 61.2F, Blank, Reported, "", ""},
+                          {0, 50, Shown, Computed, "##0.0 %", "50.0 %"},
+                          {0, 50.25F, Shown, Computed, "##0.0 %", "50.3 %"}};
     for (const Case& c : cases) {
         clsValue value;
         value.Value(c.value);
         value.CalcValue(c.calcValue);
-        EXPECT_EQ(value.Format(c.BlankZeros, c.UseOriginal, c.format, kPoint), c.text) << c.value << ' ' << c.format;
+        EXPECT_EQ(value.Format(c.zeros, c.reading, c.format, kPoint), c.text) << c.value << ' ' << c.format;
     }
     clsValue value;
     value.Value(61.25F);
-    EXPECT_EQ(value.Format(false, false, "##0.0 dB", kGerman), "61,3 dB");
+    EXPECT_EQ(value.Format(Zeros::Shown, Reading::Computed, "##0.0 dB", kGerman), "61,3 dB");
 }
 
 clsDate dateOf(int day, int month, int year) {
@@ -228,7 +232,8 @@ TEST(ExposureRow, ComputesItsLevelAndDose) {
         row.Criterion = criterion;
         row.Exchange = exchange;
         row.Duration = timeOf(hours, 0, 0);
-        return row.getLex().Format(false, false, {}, kPoint) + ' ' + row.getDose().Format(false, false, {}, kPoint);
+        return row.getLex().Format(Zeros::Shown, Reading::Computed, {}, kPoint) + ' ' +
+               row.getDose().Format(Zeros::Shown, Reading::Computed, {}, kPoint);
     };
     EXPECT_EQ(figures(85, 85, 3, 4), "82.0 50.0");
     EXPECT_EQ(figures(90, 85, 5, 8), "90.0 200.0");
