@@ -315,7 +315,7 @@ void tabLog::ShowControls() {
 void tabLog::showChoices(const clsLog& log) {
     const LogView& view = state_.View;
     const LogPanels panels = shownPanels(log, view.Tab);
-    const bool hasPanelChoice = panels.PanelChoice && session_.Options.CumulativePanel != ePanelHidden;
+    const bool hasPanelChoice = session_.Options.CumulativePanel != ePanelHidden;
     fraDisplayBy_->setVisible(panels.DisplayBy);
     fraAxis_->setVisible(panels.Axis);
     fraTable_->setVisible(panels.Channel);

@@ -118,7 +118,7 @@ constexpr TabRow kTabs[kLogTabs] = {
     {.Caption = Text::TabCumulativeData,
      .Figures = TabFigures::Cumulative,
      .IsOf = isAnyLog,
-     .Panels = {.DisplayBy = true, .PanelChoice = true, .ApplyChanges = true, .WholeFigures = true},
+     .Panels = {.DisplayBy = true, .FigurePanel = true, .ApplyChanges = true, .WholeFigures = true},
      .IsNarrowed = true},
     {.Caption = Text::TabExposureCalculator,
      .Figures = TabFigures::Exposures,

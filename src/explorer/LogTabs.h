@@ -39,7 +39,7 @@ struct LogPanels {
     bool ByParam = false;      // parameters can be offered, too
     bool Axis = false;         // dB or %
     bool Channel = false;      // channel A or B
-    bool PanelChoice = false;  // which cumulative panel
+    bool FigurePanel = false;  // the cumulative panel, whose form is chosen on every tab
     bool IntervalList = false; // the row on view
     bool ApplyChanges = false; // criterion, exchange rate, calibration date
     bool Protector = false;    // choosing a hearing protector

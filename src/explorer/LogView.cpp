@@ -90,7 +90,7 @@ bool LogView::chooseAxis(int axis) {
 
 bool LogView::choosePanel(int panel) {
     Panel = panel;
-    drawAnew(&LogPanels::PanelChoice);
+    drawAnew(&LogPanels::FigurePanel);
     return true;
 }
 

@@ -210,8 +210,10 @@ TEST(Panels, AreChosenAndHiddenByTheSetting) {
     choose(desk, "Channels A and B");
     EXPECT_TRUE(desk.control<QLabel>("lblLeqB").isVisible());
     EXPECT_EQ(figure(desk, "lblOverloaded"), "No");
-    desk.session.Options.CumulativePanel = ePanelHidden;
     desk.clickTab("Full Log");
+    EXPECT_TRUE(desk.control<QWidget>("fraDfltCum").isVisible()) << "chosen ahead, on every tab";
+    desk.session.Options.CumulativePanel = ePanelHidden;
+    desk.clickTab("Exp Calc");
     desk.clickTab("Cumultv (Data)");
     EXPECT_FALSE(desk.control<QWidget>("fraDfltCum").isVisible());
 }
