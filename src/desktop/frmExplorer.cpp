@@ -1,6 +1,7 @@
 #include "desktop/frmExplorer.h"
 
 #include "app/Placement.h"
+#include "desktop/pages/ExposurePage.h"
 #include "desktop/tabLog.h"
 #include "desktop/tvwTreeView.h"
 #include "dialogs/Icons.h"
@@ -60,7 +61,7 @@ frmExplorer::frmExplorer(Session& session, QWidget* parent) : QWidget(parent), s
 }
 
 MenuState frmExplorer::StateForMenus() const {
-    return {true,          state_.SelectedKey, state_.OpenedLog(session_), state_.View.Tab, log_->IsOnExposureRow(),
+    return {true,          state_.SelectedKey, state_.OpenedLog(session_), state_.View.Tab, log_->Exposures().IsOnRow(),
             isTreeActive_, log_->HasContent(), state_.LogInView(session_)};
 }
 

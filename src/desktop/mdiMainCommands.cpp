@@ -7,6 +7,8 @@
 #include "desktop/frmExplorer.h"
 #include "desktop/frmPrint.h"
 #include "desktop/mdiMain.h"
+#include "desktop/pages/ComparisonPage.h"
+#include "desktop/pages/ExposurePage.h"
 #include "desktop/tabLog.h"
 #include "dialogs/DownloadDialogs.h"
 #include "dialogs/HPDProgressDialog.h"
@@ -168,13 +170,13 @@ void mdiMain::run(Command command) {
         downloadDatabase(this);
         return;
     case Command::LogCompareHPD:
-        return explorer->LogTabs().ChooseProtector();
+        return explorer->LogTabs().Comparison().ChooseProtector();
     case Command::LogConvertWeighting:
         return explorer->LogTabs().ConvertWeighting();
     case Command::LogDeleteRows:
-        return explorer->LogTabs().DeleteRows();
+        return explorer->LogTabs().Exposures().DeleteRows();
     case Command::LogInsertRows:
-        return explorer->LogTabs().InsertRows();
+        return explorer->LogTabs().Exposures().InsertRows();
     case Command::ForceRecalc:
         return explorer->LogTabs().FullRecalculation();
     case Command::Rename:

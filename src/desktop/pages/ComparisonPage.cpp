@@ -1,0 +1,115 @@
+#include "desktop/pages/ComparisonPage.h"
+
+#include "charts/chaTab.h"
+#include "dialogs/Words.h"
+#include "dialogs/frmHPD.h"
+#include "explorer/CopyData.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+constexpr int kSpacing = 16; // pixels
+
+} // namespace
+
+ComparisonPage::ComparisonPage(Session& session, ExplorerState& state) : GraphPage(session, state, eTabCompareHPD) {
+    placeholder_ = placeholderLabel();
+    placeholder_->setText(loadText(session, Text::ChooseAProtector));
+    column_->addWidget(placeholder_);
+
+    bar_ = new QWidget;
+    bar_->setObjectName("fraProtector");
+    QPushButton* const cmdHPD = pushButton(session, Text::HearingProtectorButton, "cmdHPD",
+                                           loadPlainText(session, Text::HearingProtectorButton));
+    fraHPD_ = new QLabel;
+    fraHPD_->setObjectName("fraHPD");
+    auto* const row = new QHBoxLayout(bar_);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(kSpacing);
+    row->addWidget(cmdHPD);
+    row->addWidget(fraHPD_);
+    connect(cmdHPD, &QPushButton::clicked, this, &ComparisonPage::ProtectorAsked);
+}
+
+ChartChoice ComparisonPage::choice() const {
+    ChartChoice compared = GraphPage::choice();
+    compared.Comparison = &comparison_;
+    return compared;
+}
+
+void ComparisonPage::Follow(const clsLog*) {
+    const bool isChosen = state_.View.Protector.has_value();
+    placeholder_->setVisible(!isChosen);
+    if (chart_ != nullptr) chart_->setVisible(isChosen);
+}
+
+// Without a protector the screen to choose one comes up by itself, once the tab has been drawn.
+void ComparisonPage::Draw(clsLog& inView) {
+    const LogView& view = state_.View;
+    showFigures({});
+    if (view.Protector) {
+        comparison_ = compareWithProtector(inView, *view.Protector, session_.Options, view.CorrectionFactor);
+        GraphPage::Draw(inView);
+        showFigures(comparison_.Panel);
+    } else if (!view.IsComparisonDeclined) {
+        QMetaObject::invokeMethod(this, &ComparisonPage::ProtectorAsked, Qt::QueuedConnection);
+    }
+}
+
+void ComparisonPage::showFigures(const std::vector<std::pair<std::string, std::string>>& figures) {
+    QString text;
+    for (const auto& [label, value] : figures)
+        text += (text.isEmpty() ? "" : "&nbsp;&nbsp;&nbsp; ") + shown(label).toHtmlEscaped() + "&nbsp;<b>" +
+                shown(value).toHtmlEscaped() + "</b>";
+    fraHPD_->setText(text);
+    fraHPD_->setVisible(!figures.empty());
+}
+
+ClipboardForms ComparisonPage::Copy(const clsLog& inView, bool valuesOnly) const {
+    ClipboardForms chart = GraphPage::Copy(inView, valuesOnly);
+    if (valuesOnly || shownChart() == nullptr) return chart;
+    ClipboardForms forms = withWholeFigures(copiedComparison(comparison_), inView);
+    forms.Png = std::move(chart.Png);
+    forms.Svg = std::move(chart.Svg);
+    return forms;
+}
+
+// What stands in the bar, in one line.
+std::string ComparisonPage::figuresLine() const {
+    std::string text;
+    for (const auto& [label, value] : comparison_.Panel)
+        text += (text.empty() ? "" : "    ") + label + " " + value;
+    return text;
+}
+
+std::unique_ptr<PagedDocument> ComparisonPage::Pages(const PrintedView& printed) const {
+    return shownChart() == nullptr ? nullptr : chartPages(printed, chart_->onPage(), figuresLine());
+}
+
+void ComparisonPage::ChooseProtector() {
+    const clsLog* log = state_.LogInView(session_);
+    if (log == nullptr || state_.View.Tab != tab_ || session_.protectors == nullptr) return;
+    const std::string key = state_.View.Key;
+    const auto download = [this](QWidget* parent) {
+        bool isDone = false;
+        emit DatabaseDownloadAsked(parent, &isDone);
+        return isDone;
+    };
+    const std::string before = state_.View.Protector ? state_.View.Protector->Name : std::string();
+    const std::optional<ProtectorChoice> chosen =
+        frmHPD::ShowHPDComparisonScreen(session_, *log, before, download, window());
+    if (state_.View.Key != key) return;
+    state_.View.IsComparisonDeclined = !chosen && !state_.View.Protector;
+    if (!chosen) return;
+    state_.View.chooseProtector(chosen->Protector, chosen->CorrectionFactor);
+    emit ProtectorChosen();
+}
+
+} // namespace kestrane

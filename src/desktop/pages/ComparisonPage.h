@@ -1,0 +1,45 @@
+// The "Compare HPD" tab: the log compared with a hearing protector as a chart, with figures in the bar above it. Until
+// a protector is chosen the page says so, and asks for the screen to choose one unless the user has declined it.
+#pragma once
+
+#include "desktop/pages/GraphPage.h"
+
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+class ComparisonPage : public GraphPage {
+    Q_OBJECT
+
+public:
+    ComparisonPage(Session& session, ExplorerState& state);
+
+    QWidget* Bar() override { return bar_; }
+
+    void Follow(const clsLog* inView) override;
+    void Draw(clsLog& inView) override;
+    ClipboardForms Copy(const clsLog& inView, bool valuesOnly) const override;
+    std::unique_ptr<PagedDocument> Pages(const PrintedView& printed) const override;
+
+    void ChooseProtector(); // to compare the log with
+
+signals:
+    void DatabaseDownloadAsked(QWidget* parent, bool* isDone); // answered before it returns
+    void ProtectorAsked();                                     // if the frame is free for it
+    void ProtectorChosen();
+
+protected:
+    ChartChoice choice() const override;
+
+private:
+    void showFigures(const std::vector<std::pair<std::string, std::string>>& figures);
+    std::string figuresLine() const;
+
+    QWidget* bar_;
+    QLabel* fraHPD_;
+    QLabel* placeholder_;
+    HPDComparison comparison_; // as last drawn
+};
+
+} // namespace kestrane

@@ -1,0 +1,99 @@
+#include "desktop/pages/GraphPage.h"
+
+#include "app/Documents.h"
+#include "charts/chaTab.h"
+#include "dialogs/Words.h"
+#include "explorer/CopyData.h"
+#include "explorer/TimeChart.h"
+#include "platform/RuntimeError.h"
+
+#include <QBoxLayout>
+#include <QFileDialog>
+
+#include <utility>
+
+namespace kestrane {
+
+GraphPage::GraphPage(Session& session, ExplorerState& state, int tab) : LogPage(session, state, tab) {
+    column_ = new QVBoxLayout(this);
+    column_->setContentsMargins(0, 0, 0, 0);
+}
+
+ChartChoice GraphPage::choice() const {
+    const LogView& view = state_.View;
+    return {view.Choice(), view.Axis, view.IntervalRow};
+}
+
+// False when the user would rather not wait for a long chart in 3D.
+bool GraphPage::isWanted(const clsLog& inView, const ChartData& drawn) {
+    return !tabRow(tab_).IsOverTime || !isAskedBefore3D(inView, drawn.Style) ||
+           session_.ShowMessage(session_.LoadText(Text::Ask3DTakesTime), kButtonsYesNo + kIconQuestion) == Button::Yes;
+}
+
+void GraphPage::Draw(clsLog& inView) {
+    if (chart_ == nullptr) {
+        chart_ = new chaTab(session_.locale);
+        chart_->setObjectName("chaTab" + QString::number(tab_));
+        connect(chart_, &chaTab::ViewChanged, this, &GraphPage::ViewChanged);
+        column_->addWidget(chart_);
+    }
+    std::optional<ChartData> drawn = chartOfTab(inView, tab_, choice());
+    const bool isDrawn = drawn && isWanted(inView, *drawn);
+    chart_->setVisible(isDrawn);
+    if (!drawn) session_.ShowMessage(session_.LoadText(Text::NoAvailableData), kIconInformation);
+    if (!isDrawn) return;
+    chart_->setChart(std::move(*drawn));
+    if (!state_.View.ShowsLegend) FollowLegend();
+    FollowNote();
+}
+
+void GraphPage::FollowLegend() {
+    if (chart_ != nullptr && tabRow(tab_).HidesLegend) chart_->showLegend(state_.View.ShowsLegend);
+}
+
+void GraphPage::FollowNote() {
+    if (chart_ != nullptr && tabRow(tab_).IsOverTime) chart_->showFootnote(state_.View.ShowsNote);
+}
+
+const chaTab* GraphPage::shownChart() const {
+    return chart_ != nullptr && !chart_->isHidden() ? chart_ : nullptr;
+}
+
+bool GraphPage::HasContent() const {
+    return shownChart() != nullptr && chart_->chart().RowCount > 0;
+}
+
+ClipboardForms GraphPage::Copy(const clsLog& inView, bool valuesOnly) const {
+    if (shownChart() == nullptr) return {};
+    if (valuesOnly) return withWholeFigures(copiedValues(chart_->chart(), session_.locale), inView);
+    ClipboardForms forms;
+    forms.Png = chart_->pictureBytes(".png", chart_->size()).toStdString();
+    forms.Svg = chart_->pictureBytes(".svg", chart_->size()).toStdString();
+    return forms;
+}
+
+std::unique_ptr<PagedDocument> GraphPage::Pages(const PrintedView& printed) const {
+    return shownChart() == nullptr ? nullptr : chartPages(printed, chart_->onPage(), {});
+}
+
+void GraphPage::SavePicture(const clsLog& inView) {
+    if (shownChart() == nullptr) return;
+    const QString start =
+        shown(session_.Options.DefaultDataDirectory) + shown(inView.Name).replace('/', '-').replace('\\', '-') + ".png";
+    QString filter;
+    QString name = QFileDialog::getSaveFileName(window(), loadText(session_, Text::SavePicture), start,
+                                                fileFilter(session_.LoadText(Text::PictureFilter)), &filter);
+    if (name.isEmpty()) return;
+    if (QFileInfo(name).suffix().isEmpty()) name += filter.section("*", 1).section(')', 0, 0);
+    try {
+        chart_->savePicture(name.toStdString(), chart_->size());
+    } catch (const RuntimeError& error) {
+        session_.ShowMessage(saveErrorText(session_, error, name.toStdString()), kIconExclamation);
+    }
+}
+
+std::optional<std::pair<std::size_t, std::size_t>> GraphPage::RowsInView() const {
+    return chart_ == nullptr ? std::nullopt : chart_->rowsInView();
+}
+
+} // namespace kestrane
