@@ -448,7 +448,7 @@ void mdiMain::dropEvent(QDropEvent* event) {
 }
 
 void mdiMain::closeEvent(QCloseEvent* event) {
-    if (!CloseFiles(session_, nullptr, [this](const std::string& proposal) { return askSaveName(proposal); })) {
+    if (!CloseFiles(session_, nullptr, saveName())) {
         event->ignore();
         return;
     }

@@ -25,6 +25,7 @@ namespace kestrane {
 
 class frmExplorer;
 class frmFind;
+class frmPrint;
 
 class mdiMain : public QMainWindow, public Frame {
     Q_OBJECT
@@ -87,14 +88,16 @@ private:
     void openNamed(const QStringList& paths, OpenSource source);
     void saveSelected(bool bSaveAs);
     void closeSelected();
+    void closeAll();
+    void deleteDisplayed();
+    frmPrint printer();     // of the explorer in front
+    AskSaveName saveName(); // asks the user
     std::optional<std::string> askSaveName(const std::string& proposal);
     void askExposureTime();
     void showDatabase();
     bool downloadDatabase(QWidget* parent);
     void showSettings(Command command);
     void applySettings(const SettingsChanges& changes, frmExplorer* opener);
-    void tile(Qt::Orientation orientation);
-    void arrangeIcons();
     void copyData(bool valuesOnly);
     void showFind();
     void findNext();

@@ -55,6 +55,60 @@ Desktop desktop() {
             }};
 }
 
+// One above the other, or side by side, each as large as the area allows.
+void tile(QMdiArea& area, Qt::Orientation orientation) {
+    QList<QMdiSubWindow*> windows = area.subWindowList();
+    windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
+    const bool isAbove = orientation == Qt::Vertical;
+    const QRect room = area.viewport()->rect();
+    const int count = static_cast<int>(windows.size());
+    for (int i = 0; i < count; ++i) {
+        windows[i]->showNormal();
+        const int from = (isAbove ? room.height() : room.width()) * i / count;
+        const int to = (isAbove ? room.height() : room.width()) * (i + 1) / count;
+        windows[i]->setGeometry(isAbove ? QRect(0, from, room.width(), to - from)
+                                        : QRect(from, 0, to - from, room.height()));
+    }
+}
+
+// Minimised windows stand in a row along the foot of the area.
+void arrangeIcons(QMdiArea& area) {
+    const QRect room = area.viewport()->rect();
+    int left = 0;
+    for (QMdiSubWindow* window : area.subWindowList()) {
+        if (!window->isMinimized()) continue;
+        window->move(left, room.height() - window->height());
+        left += window->width();
+    }
+}
+
+struct CommandRow {
+    Command command;
+    void (*act)(mdiMain& frame, frmExplorer* explorer);
+};
+
+template <std::size_t count>
+constexpr bool hasRowForEach(const CommandRow (&rows)[count]) {
+    for (std::size_t i = 0; i < count; ++i)
+        if (static_cast<std::size_t>(rows[i].command) != i) return false;
+    return count == static_cast<std::size_t>(Command::LogDisplayOptions) + 1; // which is the last
+}
+
+template <auto method, auto... arguments>
+void onFrame(mdiMain& frame, frmExplorer*) {
+    (frame.*method)(arguments...);
+}
+
+template <auto method>
+void onExplorer(mdiMain&, frmExplorer* explorer) {
+    (explorer->*method)();
+}
+
+template <auto method>
+void onTabs(mdiMain&, frmExplorer* explorer) {
+    (explorer->LogTabs().*method)();
+}
+
 } // namespace
 
 // The one gate of all that a user asks for: one thing at a time, and none behind a dialog.
@@ -72,124 +126,103 @@ void mdiMain::give(Command command) {
     EnableMenusAndButtons();
 }
 
+// A row a command, in their order, and what it does; its rule stands in the core (app/Menus.cpp), and give() asks it
+// before it comes here. The explorer is the one in front, null where the rule lets the command through without one.
 void mdiMain::run(Command command) {
-    frmExplorer* const explorer = activeExplorer();
-    switch (command) {
-    case Command::FileDownload:
-        return download(nullptr);
-    case Command::FileOpen:
-        return openFiles();
-    case Command::FileMerge:
-        return mergeIntoSelected();
-    case Command::FileClose:
-        return closeSelected();
-    case Command::FileCloseAll:
-        CloseFile(session_, nullptr, [this](const std::string& proposal) { return askSaveName(proposal); });
-        return;
-    case Command::FileSave:
-        return saveSelected(false);
-    case Command::FileSaveAs:
-        return saveSelected(true);
-    case Command::FilePrint:
-    case Command::PrintDefault:
-        return frmPrint(session_, *explorer, this).PrintReport(ReportForm::Default);
-    case Command::PrintCumulative:
-        return frmPrint(session_, *explorer, this).PrintReport(ReportForm::Cumulative);
-    case Command::PrintIntervals:
-        return frmPrint(session_, *explorer, this).PrintReport(ReportForm::CumulativeAndIntervals);
-    case Command::PrintCurrentView:
-        return frmPrint(session_, *explorer, this).PrintGraph();
-    case Command::FilePrintPreview:
-        return frmPrint(session_, *explorer, this).ShowPreview();
-    case Command::FileExit:
-        close();
-        return;
-    case Command::EditUndo:
-        return exchange(Direction::Undo);
-    case Command::EditRedo:
-        return exchange(Direction::Redo);
-    case Command::EditCut:
-        return edits_.Copy(*explorer, true);
-    case Command::EditCopy:
-        return menuState().IsTreeActive ? edits_.Copy(*explorer, false) : copyData(false);
-    case Command::EditPaste:
-        return edits_.Paste(*explorer);
-    case Command::EditDelete:
-        return edits_.Delete(*explorer);
-    case Command::LogDelete:
-        explorer->SelectNode(explorer->State().View.Key);
-        return edits_.Delete(*explorer);
-    case Command::EditCopyValues:
-        return copyData(true);
-    case Command::EditFind:
-        return showFind();
-    case Command::EditFindNext:
-        return findNext();
-    case Command::ViewZoom:
-        return explorer->LogTabs().ToggleZoom();
-    case Command::ViewIntervals:
-        return explorer->LogTabs().CutIntervals();
-    case Command::ViewToolbar:
-        return tbToolBar_->setVisible(actions_.at(command)->isChecked());
-    case Command::ViewStatusBar:
-        return statusBar()->setVisible(actions_.at(command)->isChecked());
-    case Command::ViewExposureTime:
-        return askExposureTime();
-    case Command::ToolsSettings:
-    case Command::TreeDisplayOptions:
-    case Command::LogDisplayOptions:
-        return showSettings(command);
-    case Command::ToolsSynchronizeClocks:
-        return synchronizeClocks();
-    case Command::WindowNew:
-        return NewExplorerWindow();
-    case Command::WindowReset:
-        return explorer->ResetControls();
-    case Command::WindowTileHorizontally:
-        return tile(Qt::Vertical);
-    case Command::WindowTileVertically:
-        return tile(Qt::Horizontal);
-    case Command::WindowCascade:
-        return area_->cascadeSubWindows();
-    case Command::WindowArrangeIcons:
-        return arrangeIcons();
-    case Command::HelpHelp:
-        return OpenHelpFile(session_, desktop(), dataFolder() + "help.html");
-    case Command::HelpTerms:
-        return OpenHelpFile(session_, desktop(), dataFolder() + "AcousticTerms.html");
-    case Command::HelpHomePage:
-        return OpenPage(session_, desktop(), session_.Options.HomePage);
-    case Command::HelpManual:
-        return GetManual(session_, desktop(), dataFolder() + "manuals/" + session_.brand.ManualFile);
-    case Command::HelpAbout:
-        frmAbout(session_, this).exec();
-        return;
-    case Command::ViewHPD:
-        return showDatabase();
-    case Command::ToolsDownloadHPD:
-        downloadDatabase(this);
-        return;
-    case Command::LogCompareHPD:
-        return explorer->LogTabs().Comparison().ChooseProtector();
-    case Command::LogConvertWeighting:
-        return explorer->LogTabs().ConvertWeighting();
-    case Command::LogDeleteRows:
-        return explorer->LogTabs().Exposures().DeleteRows();
-    case Command::LogInsertRows:
-        return explorer->LogTabs().Exposures().InsertRows();
-    case Command::ForceRecalc:
-        return explorer->LogTabs().FullRecalculation();
-    case Command::Rename:
-        return explorer->EditSelectedNode();
-    case Command::LogNote:
-        return explorer->LogTabs().ToggleNote();
-    case Command::LogLegend:
-        return explorer->LogTabs().ToggleLegend();
-    case Command::LogEditNote:
-        return explorer->LogTabs().EditNote();
-    case Command::LogSavePicture:
-        return explorer->LogTabs().SavePicture();
-    }
+    static constexpr CommandRow kRows[] = {
+        {Command::FileDownload, onFrame<&mdiMain::download, nullptr>},
+        {Command::FileOpen, onFrame<&mdiMain::openFiles>},
+        {Command::FileMerge, onFrame<&mdiMain::mergeIntoSelected>},
+        {Command::FileClose, onFrame<&mdiMain::closeSelected>},
+        {Command::FileCloseAll, onFrame<&mdiMain::closeAll>},
+        {Command::FileSave, onFrame<&mdiMain::saveSelected, false>},
+        {Command::FileSaveAs, onFrame<&mdiMain::saveSelected, true>},
+        {Command::FilePrint, [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::Default); }},
+        {Command::FilePrintPreview, [](mdiMain& frame, frmExplorer*) { frame.printer().ShowPreview(); }},
+        {Command::PrintDefault, [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::Default); }},
+        {Command::PrintCumulative,
+         [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::Cumulative); }},
+        {Command::PrintIntervals,
+         [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::CumulativeAndIntervals); }},
+        {Command::PrintCurrentView, [](mdiMain& frame, frmExplorer*) { frame.printer().PrintGraph(); }},
+        {Command::FileExit, onFrame<&mdiMain::close>},
+        {Command::EditUndo, onFrame<&mdiMain::exchange, Direction::Undo>},
+        {Command::EditRedo, onFrame<&mdiMain::exchange, Direction::Redo>},
+        {Command::EditCut, [](mdiMain& frame, frmExplorer* explorer) { frame.edits_.Copy(*explorer, true); }},
+        {Command::EditCopy,
+         [](mdiMain& frame, frmExplorer* explorer) {
+             frame.menuState().IsTreeActive ? frame.edits_.Copy(*explorer, false) : frame.copyData(false);
+         }},
+        {Command::EditCopyValues, onFrame<&mdiMain::copyData, true>},
+        {Command::EditPaste, [](mdiMain& frame, frmExplorer* explorer) { frame.edits_.Paste(*explorer); }},
+        {Command::EditDelete, [](mdiMain& frame, frmExplorer* explorer) { frame.edits_.Delete(*explorer); }},
+        {Command::EditFind, onFrame<&mdiMain::showFind>},
+        {Command::EditFindNext, onFrame<&mdiMain::findNext>},
+        {Command::ViewToolbar,
+         [](mdiMain& frame, frmExplorer*) {
+             frame.tbToolBar_->setVisible(frame.actions_.at(Command::ViewToolbar)->isChecked());
+         }},
+        {Command::ViewStatusBar,
+         [](mdiMain& frame, frmExplorer*) {
+             frame.statusBar()->setVisible(frame.actions_.at(Command::ViewStatusBar)->isChecked());
+         }},
+        {Command::ViewHPD, onFrame<&mdiMain::showDatabase>},
+        {Command::ViewZoom, onTabs<&tabLog::ToggleZoom>},
+        {Command::ViewIntervals, onTabs<&tabLog::CutIntervals>},
+        {Command::ViewExposureTime, onFrame<&mdiMain::askExposureTime>},
+        {Command::ToolsSettings, onFrame<&mdiMain::showSettings, Command::ToolsSettings>},
+        {Command::ToolsSynchronizeClocks, onFrame<&mdiMain::synchronizeClocks>},
+        {Command::ToolsDownloadHPD, [](mdiMain& frame, frmExplorer*) { frame.downloadDatabase(&frame); }},
+        {Command::WindowNew, onFrame<&mdiMain::NewExplorerWindow>},
+        {Command::WindowReset, onExplorer<&frmExplorer::ResetControls>},
+        {Command::WindowTileHorizontally, [](mdiMain& frame, frmExplorer*) { tile(*frame.area_, Qt::Vertical); }},
+        {Command::WindowTileVertically, [](mdiMain& frame, frmExplorer*) { tile(*frame.area_, Qt::Horizontal); }},
+        {Command::WindowCascade, [](mdiMain& frame, frmExplorer*) { frame.area_->cascadeSubWindows(); }},
+        {Command::WindowArrangeIcons, [](mdiMain& frame, frmExplorer*) { arrangeIcons(*frame.area_); }},
+        {Command::HelpHelp,
+         [](mdiMain& frame, frmExplorer*) { OpenHelpFile(frame.session_, desktop(), dataFolder() + "help.html"); }},
+        {Command::HelpTerms,
+         [](mdiMain& frame, frmExplorer*) {
+             OpenHelpFile(frame.session_, desktop(), dataFolder() + "AcousticTerms.html");
+         }},
+        {Command::HelpHomePage,
+         [](mdiMain& frame, frmExplorer*) { OpenPage(frame.session_, desktop(), frame.session_.Options.HomePage); }},
+        {Command::HelpManual,
+         [](mdiMain& frame, frmExplorer*) {
+             GetManual(frame.session_, desktop(), dataFolder() + "manuals/" + frame.session_.brand.ManualFile);
+         }},
+        {Command::HelpAbout, [](mdiMain& frame, frmExplorer*) { frmAbout(frame.session_, &frame).exec(); }},
+        {Command::ForceRecalc, onTabs<&tabLog::FullRecalculation>},
+        {Command::Rename, onExplorer<&frmExplorer::EditSelectedNode>},
+        {Command::TreeDisplayOptions, onFrame<&mdiMain::showSettings, Command::TreeDisplayOptions>},
+        {Command::LogDeleteRows, [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().Exposures().DeleteRows(); }},
+        {Command::LogInsertRows, [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().Exposures().InsertRows(); }},
+        {Command::LogCompareHPD,
+         [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().Comparison().ChooseProtector(); }},
+        {Command::LogConvertWeighting, onTabs<&tabLog::ConvertWeighting>},
+        {Command::LogNote, onTabs<&tabLog::ToggleNote>},
+        {Command::LogLegend, onTabs<&tabLog::ToggleLegend>},
+        {Command::LogEditNote, onTabs<&tabLog::EditNote>},
+        {Command::LogSavePicture, onTabs<&tabLog::SavePicture>},
+        {Command::LogDelete, onFrame<&mdiMain::deleteDisplayed>},
+        {Command::LogDisplayOptions, onFrame<&mdiMain::showSettings, Command::LogDisplayOptions>},
+    };
+    static_assert(hasRowForEach(kRows), "a row a command, in the order of the enumeration");
+    kRows[static_cast<std::size_t>(command)].act(*this, activeExplorer());
+}
+
+frmPrint mdiMain::printer() {
+    return {session_, *activeExplorer(), this};
+}
+
+void mdiMain::deleteDisplayed() {
+    frmExplorer& explorer = *activeExplorer();
+    explorer.SelectNode(explorer.State().View.Key);
+    edits_.Delete(explorer);
+}
+
+void mdiMain::closeAll() {
+    CloseFile(session_, nullptr, saveName());
 }
 
 void mdiMain::download(clsFile* file) {
@@ -227,13 +260,17 @@ void mdiMain::openNamed(const QStringList& paths, OpenSource source) {
 void mdiMain::saveSelected(bool bSaveAs) {
     clsFile* const file = resolve(session_, menuState().SelectedKey).file;
     if (file == nullptr) return;
-    SaveFile(session_, *file, bSaveAs, [this](const std::string& proposal) { return askSaveName(proposal); });
+    SaveFile(session_, *file, bSaveAs, saveName());
 }
 
 void mdiMain::closeSelected() {
     clsFile* const file = resolve(session_, menuState().SelectedKey).file;
     if (file == nullptr) return;
-    CloseFile(session_, file, [this](const std::string& proposal) { return askSaveName(proposal); });
+    CloseFile(session_, file, saveName());
+}
+
+AskSaveName mdiMain::saveName() {
+    return [this](const std::string& proposal) { return askSaveName(proposal); };
 }
 
 std::optional<std::string> mdiMain::askSaveName(const std::string& proposal) {
@@ -309,33 +346,6 @@ void mdiMain::findNext() {
     frmExplorer* const explorer = activeExplorer();
     if (const auto key = search_.Find(buildTree(session_), find_->Entry())) return explorer->SelectNode(*key);
     session_.ShowMessage(session_.LoadText(Text::CannotFind), kIconInformation);
-}
-
-// One above the other, or side by side, each as large as the area allows.
-void mdiMain::tile(Qt::Orientation orientation) {
-    QList<QMdiSubWindow*> windows = area_->subWindowList();
-    windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
-    const bool isAbove = orientation == Qt::Vertical;
-    const QRect room = area_->viewport()->rect();
-    const int count = static_cast<int>(windows.size());
-    for (int i = 0; i < count; ++i) {
-        windows[i]->showNormal();
-        const int from = (isAbove ? room.height() : room.width()) * i / count;
-        const int to = (isAbove ? room.height() : room.width()) * (i + 1) / count;
-        windows[i]->setGeometry(isAbove ? QRect(0, from, room.width(), to - from)
-                                        : QRect(from, 0, to - from, room.height()));
-    }
-}
-
-// Minimised windows stand in a row along the foot of the area.
-void mdiMain::arrangeIcons() {
-    const QRect room = area_->viewport()->rect();
-    int left = 0;
-    for (QMdiSubWindow* window : area_->subWindowList()) {
-        if (!window->isMinimized()) continue;
-        window->move(left, room.height() - window->height());
-        left += window->width();
-    }
 }
 
 } // namespace kestrane
