@@ -10,7 +10,7 @@ case ${1:-} in
     files=$(git ls-files 'src/*.cpp')
     ;;
 *)
-    base=${1:-$(git rev-list -1 --before="$(git log -1 --format=%cI) -1 day" HEAD)}
+    base=${1:-$(git rev-list -1 --before="$(($(git log -1 --format=%ct) - 86400))" HEAD)}
     [ $# -eq 0 ] || shift
     [ -n "$base" ] || base=$(git rev-list --max-parents=0 HEAD)
     files=$(git diff --name-only --diff-filter=d "$base" -- 'src/*.cpp')
