@@ -338,7 +338,7 @@ void mdiMain::exchange(Direction direction) {
 
 void mdiMain::readClipboard() {
     hasClipboardFiles_ = !QtClipboard().GetClipboardFiles().empty();
-    EnableMenusAndButtons();
+    mdiMain::EnableMenusAndButtons(); // also on construction, where no virtual call is made
 }
 
 void mdiMain::showRecentFiles() {

@@ -84,8 +84,10 @@ ClipboardForms ComparisonPage::Copy(const clsLog& inView, bool valuesOnly) const
 // What stands in the bar, in one line.
 std::string ComparisonPage::figuresLine() const {
     std::string text;
-    for (const auto& [label, value] : comparison_.Panel)
-        text += (text.empty() ? "" : "    ") + label + " " + value;
+    for (const auto& [label, value] : comparison_.Panel) {
+        if (!text.empty()) text += "    ";
+        text.append(label).append(" ").append(value);
+    }
     return text;
 }
 
