@@ -41,7 +41,7 @@ std::optional<struct stat> aboutFile(const std::string& path, bool follow) {
     raiseSystemError(errno);
 }
 
-// The file that a path stands for, links followed whether or not it exists.
+// Returns the file that a path stands for: symbolic links are followed, whether or not the last target exists.
 std::string followLinks(std::string path) {
     constexpr int kMostLinks = 40;
     for (int i = 0; i < kMostLinks; ++i) {
@@ -80,7 +80,7 @@ private:
     int handle_;
 };
 
-// The name of a file that is removed at the end unless it was renamed.
+// The name of a temporary file. The file is removed at the end of the scope unless it has been renamed by then.
 struct TemporaryName {
     ~TemporaryName() {
         if (isThere) calls.unlink(path.c_str());
@@ -91,7 +91,7 @@ struct TemporaryName {
     bool isThere = false;
 };
 
-// A second descriptor of a locked file: the lock is held until it goes, too.
+// A second descriptor of a locked file. The lock is held until this descriptor is closed, too.
 struct Lock {
     ~Lock() {
         if (handle >= 0) ::close(handle);
@@ -131,7 +131,7 @@ private:
     std::string buffer_;
 };
 
-// Writes to what is open, and closes it.
+// Writes the content to an open file and closes it.
 void writeTo(const FileSystemCalls& calls, int handle, const std::function<void(const FileSink&)>& content) {
     Descriptor file(calls, handle);
     Writer writer(calls, file.handle());
@@ -143,8 +143,8 @@ void writeTo(const FileSystemCalls& calls, int handle, const std::function<void(
 constexpr std::string_view kTemporaryBegin = ".kestrane-";
 constexpr std::string_view kTemporaryEnd = ".tmp";
 
-// Locks a temporary file that has just been created. False when a cleaning process was quicker and has removed it. A
-// file system without locks is none on which anybody cleans.
+// Locks a temporary file that has just been created. Returns false when another process that cleans up was quicker and
+// has removed it. On a file system without locks it returns true: nobody can clean up there.
 bool holdTemporary(int handle) {
     struct stat about {};
 
@@ -152,7 +152,7 @@ bool holdTemporary(int handle) {
     return fstat(handle, &about) == 0 && about.st_nlink > 0;
 }
 
-// Creates a file of a name that is not in use, and locks it for as long as it is open.
+// Creates a file under a name that is not in use, locks it for as long as it is open, and stores its path in path.
 int createUnique(const FileSystemCalls& calls, const std::string& folder, unsigned mode, std::string& path) {
     std::random_device random;
     constexpr int kTries = 100;
@@ -170,8 +170,9 @@ int createUnique(const FileSystemCalls& calls, const std::string& folder, unsign
     return -1;
 }
 
-// Removes what saves that were killed have left in the folder. The lock of a file that is being written is held by the
-// process that writes it, and ends with it. What cannot be removed stays.
+// Removes temporary files that killed saves have left in the folder. The lock of a file that is still being written is
+// held by the process that writes it, and ends with that process, so such a file stays. What cannot be removed stays,
+// too.
 void removeLeftTemporaries(const std::string& folder) {
     std::error_code ignored;
     for (std::filesystem::directory_iterator at(folder, ignored), end; !ignored && at != end; at.increment(ignored)) {
@@ -184,7 +185,8 @@ void removeLeftTemporaries(const std::string& folder) {
     }
 }
 
-// Owner and permissions of the file that is replaced. The owner is kept where the system allows it.
+// Gives the new file the owner and the permissions of the file that it replaces. The owner is kept where the system
+// allows it.
 void takeAttributes(const FileSystemCalls& calls, int handle, const struct stat& old) {
     const auto give = [&](uid_t owner) { return fchown(handle, owner, old.st_gid) == 0; };
     static_cast<void>(give(old.st_uid) || give(static_cast<uid_t>(-1)));
@@ -216,7 +218,7 @@ void writeFileAtomically(const std::string& path, const std::function<void(const
     const auto old = aboutFile(target, true);
     if (old && S_ISDIR(old->st_mode)) raiseSystemError(EISDIR);
     if (old && S_ISBLK(old->st_mode)) raiseSystemError(EINVAL);
-    if (old && !S_ISREG(old->st_mode)) // a device must not be renamed over
+    if (old && !S_ISREG(old->st_mode)) // a device is written to and must not be replaced by a renamed file
         return writeTo(calls, calls.open(target.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC, 0), content);
     if (old) check(faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS));
 
@@ -234,7 +236,7 @@ void writeFileAtomically(const std::string& path, const std::function<void(const
     file.close();
     check(calls.rename(temporary.path.c_str(), target.c_str()));
     temporary.isThere = false;
-    // Some network file systems cannot sync a folder; they say EINVAL.
+    // Some network file systems cannot sync a folder and answer EINVAL.
     if (calls.fsync(folder.handle()) != 0 && errno != EINVAL) raiseSystemError(errno);
 }
 

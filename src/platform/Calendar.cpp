@@ -18,7 +18,8 @@ year_month_day parts(int y, int m, int d) {
     return year(y) / month(static_cast<unsigned>(m)) / day(static_cast<unsigned>(d));
 }
 
-// Seconds since the epoch, so that a time a rounding error short of midnight is midnight for the date, too.
+// Rounds to seconds since the epoch first, so that a time that falls short of midnight by a rounding error has the date
+// of the next day.
 std::int64_t wholeSeconds(CalendarTime time) {
     constexpr auto kFirst = (sys_days(year(1) / January / 1) - kEpoch).count() * kDay;
     constexpr auto kEnd = (sys_days(year(10000) / January / 1) - kEpoch).count() * kDay;

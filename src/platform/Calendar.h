@@ -19,11 +19,11 @@ struct CivilDate {
 bool isCivilDate(int year, int month, int day); // the day exists; year 1..9999
 CalendarTime fromCivil(const CivilDate& date, std::int64_t secondsOfDay = 0);
 
-// Of the nearest second. Raise 6 outside of the years 1..9999.
+// The date and the time of day of the nearest second. Both raise 6 outside the years 1 to 9999.
 CivilDate toCivil(CalendarTime time);
 std::int32_t secondsOfDay(CalendarTime time); // 0..86399
 
-// 0..29 is 2000..2029, 30..99 is 1930..1999, other years stay.
+// 0 to 29 become 2000 to 2029 and 30 to 99 become 1930 to 1999; any other year is returned as it is.
 int expandTwoDigitYear(int year);
 
 } // namespace kestrane

@@ -7,7 +7,7 @@
 
 namespace kestrane {
 
-// One thing in the forms that other programs can take it in; an empty form is not offered.
+// One thing in each form in which other programs can take it; an empty form is not offered.
 struct ClipboardForms {
     std::string Text; // UTF-8; tabs between cells, CR LF behind rows
     std::string Html; // a fragment
@@ -19,10 +19,10 @@ class Clipboard {
 public:
     virtual ~Clipboard() = default;
 
-    // The paths of the local files on it, in their order; none when it holds anything else.
+    // The paths of the local files on the clipboard, in their order; an empty list when it holds anything else.
     virtual std::vector<std::string> GetClipboardFiles() const = 0;
 
-    // Takes the place of everything on it.
+    // Replaces everything on the clipboard.
     virtual void Set(const ClipboardForms& forms) = 0;
 };
 

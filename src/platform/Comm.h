@@ -24,12 +24,12 @@ public:
     virtual std::vector<PortInfo> Ports() const = 0; // in the order of their numbers
 
     virtual void CommPort(int number) = 0;                  // which port is opened next; 1..255
-    virtual void Settings(const std::string& settings) = 0; // "19200,n,8,2"; of an open port they change at once
+    virtual void Settings(const std::string& settings) = 0; // such as "19200,n,8,2"; an open port changes at once
 
-    // Raises the system's error with a text for people when the port cannot be opened: it is not there, there is no
-    // permission (which group is needed), another program has it.
+    // Raises the system's error, with a text for the user, when the port cannot be opened: it does not exist, the user
+    // lacks the permission (the text names the group that has it), or another program is using it.
     virtual void Open() = 0;
-    virtual void Close() = 0; // nothing when it is closed
+    virtual void Close() = 0; // does nothing when the port is closed
     virtual bool IsOpen() const = 0;
 
     virtual std::size_t InBufferCount() const = 0;   // bytes waiting
@@ -37,8 +37,8 @@ public:
     virtual void Output(std::string_view bytes) = 0; // raises when the line refuses them
     virtual std::string Input() = 0;                 // takes all bytes waiting
 
-    // Why an open port went away (unplugged, hung up), for people; empty while it is there. A port that went away is
-    // closed.
+    // Why an open port went away (it was unplugged or hung up), as a text for the user; empty while the port is there.
+    // A port that went away is closed.
     virtual std::string Fault() const = 0;
 };
 

@@ -5,7 +5,7 @@
 namespace kestrane {
 
 void EventPump::runUntil(const std::function<bool()>& done) {
-    constexpr std::chrono::milliseconds kStep{50}; // done() may look at more than events
+    constexpr std::chrono::milliseconds kStep{50}; // done() may depend on more than events
     while (!done())
         wait(kStep);
 }

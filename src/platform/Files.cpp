@@ -39,7 +39,7 @@ struct stat aboutOpen(int handle) {
     return about;
 }
 
-// Reads into bytes from a place on until they are full or there is no more; gives the place reached.
+// Reads into bytes from the offset from on, until they are full or the input ends. Returns the offset reached.
 std::size_t fill(int handle, FileBytes& bytes, std::size_t from) {
     while (from < bytes.size()) {
         const ssize_t count = read(handle, bytes.data() + from, bytes.size() - from);
@@ -79,7 +79,7 @@ bool isSameFile(const std::string& a, const std::string& b) {
     const std::string nameB = resolved(b);
     if (nameA == nameB) return true;
     if (!equalIgnoringCase(nameA, nameB)) return false;
-    std::error_code error; // where case is told apart, they are two files
+    std::error_code error; // where names differ by case, both files exist and are two
     return !fileExists(a) || !fileExists(b) || std::filesystem::equivalent(a, b, error);
 }
 
@@ -87,7 +87,7 @@ FileBytes::FileBytes(std::size_t size) : size_(size), mapped_(size) {
     if (size == 0) return;
     void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) raiseSystemError(errno);
-    madvise(memory, size, MADV_HUGEPAGE); // first touch takes a third of the time
+    madvise(memory, size, MADV_HUGEPAGE); // huge pages cut the time of the first touch to a third
     data_ = static_cast<char*>(memory);
 }
 
@@ -107,7 +107,7 @@ std::shared_ptr<FileBytes> readFile(const std::string& path) {
     const struct stat about = aboutOpen(file.handle);
     if (S_ISDIR(about.st_mode)) raiseSystemError(EISDIR);
     auto bytes = std::make_shared<FileBytes>(static_cast<std::size_t>(about.st_size));
-    bytes->shrink(fill(file.handle, *bytes, 0)); // it may have been cut short meanwhile
+    bytes->shrink(fill(file.handle, *bytes, 0)); // the file may have been cut short since its size was read
     return bytes;
 }
 

@@ -1,4 +1,4 @@
-// Reading files whole, and the few questions the program asks of the file system.
+// Reads whole files and answers the few questions that the program asks of the file system.
 #pragma once
 
 #include <cstddef>
@@ -11,14 +11,14 @@ namespace kestrane {
 
 bool fileExists(const std::string& path); // a file (not a folder) of that name, readable or not
 
-bool canWriteTo(const std::string& folder); // files can be made in it
+bool canWriteTo(const std::string& folder); // whether files can be created in it
 
-// Both names stand for one file, through symbolic links and however they are spelled. Case makes no difference, except
-// between two files that are both there.
+// Whether both names stand for one file, through symbolic links and however they are spelled. Case makes no difference,
+// except between two files that both exist.
 bool isSameFile(const std::string& a, const std::string& b);
 
-// The bytes of a file in memory of their own (never a mapping: a file that is cut short while open must not crash the
-// program). Pages at its end of life can be given back early with release().
+// The bytes of a file, copied into memory (never a mapping: a file that is cut short while it is open must not crash
+// the program). release() gives back pages early that are no longer needed.
 class FileBytes {
 public:
     explicit FileBytes(std::size_t size);
@@ -36,7 +36,8 @@ public:
 
     void shrink(std::size_t size) { size_ = size < size_ ? size : size_; }
 
-    // Gives the memory of [from, to) back to the system, whole pages within only. The bytes there read as 0 afterwards.
+    // Gives the memory of [from, to) back to the system, but only the whole pages within it. Those bytes read as 0
+    // afterwards.
     void release(std::size_t from, std::size_t to);
 
 private:
@@ -45,11 +46,12 @@ private:
     std::size_t mapped_ = 0;
 };
 
-// Raises errno and its text when the file cannot be read; a folder raises EISDIR. Never waits: a pipe or device reads
-// as empty.
+// Raises errno and its text when the file cannot be read; a folder raises EISDIR. It never waits: a pipe or a device
+// reads as empty.
 std::shared_ptr<FileBytes> readFile(const std::string& path);
 
-// The same, but what a pipe, a socket or a terminal brings is waited for to its end. Raises EFBIG past 1 GiB of it.
+// The same, but a pipe, a socket or a terminal is read to its end, however long that takes. Raises EFBIG when more than
+// 1 GiB comes.
 std::shared_ptr<FileBytes> readInput(const std::string& path);
 
 // The number of the open file that a path names ("/dev/stdin", "/dev/stdout", "/dev/stderr", "/dev/fd/N",

@@ -26,7 +26,8 @@ bool isPlace(char c) {
     return c == '0' || c == '#';
 }
 
-// The digits of a magnitude rounded to a number of decimals, without point and leading zeros; 0 gives none.
+// The digits of a magnitude rounded to a number of decimals, without the point and without leading zeros; empty for 0
+// and for what is not finite.
 std::string roundedDigits(double magnitude, int decimals) {
     const double scaled = magnitude * std::pow(10.0, decimals);
     if (!std::isfinite(scaled)) return {};
@@ -47,7 +48,7 @@ struct DateParts {
     int seconds; // of the day
 };
 
-// The text of one run of the same letter.
+// The text that a run of one letter in a date pattern stands for.
 std::string datePart(const DateParts& parts, char letter, std::size_t length) {
     const auto name = [&](std::string_view full) { return std::string(full.substr(0, length == 3 ? 3 : full.size())); };
     const CivilDate& date = parts.date;
@@ -84,7 +85,7 @@ std::string formatNumber(double value, std::string_view pattern, const Locale& l
     std::string whole = digits.substr(0, digits.size() - decimals);
     std::string fraction = digits.substr(whole.size());
 
-    // A "0" shows its digit and all between it and the point.
+    // A "0" forces its own digit and all digits between it and the point to be shown.
     const auto firstZero = std::find(before.begin(), before.end(), '0');
     const auto shownWhole = static_cast<std::size_t>(std::count_if(firstZero, before.end(), isPlace));
     const auto lastZero = std::find(behind.rbegin(), behind.rend(), '0');
@@ -96,7 +97,7 @@ std::string formatNumber(double value, std::string_view pattern, const Locale& l
     std::size_t next = 0;
     auto placesLeft = static_cast<std::size_t>(std::count_if(before.begin(), before.end(), isPlace));
     for (const char c : before) {
-        if (isPlace(c)) { // the first place takes the digits that have no place of their own
+        if (isPlace(c)) { // the first place also takes the digits that have no place of their own
             while (whole.size() - next >= placesLeft)
                 text += whole[next++];
             --placesLeft;

@@ -12,15 +12,15 @@ struct HttpAnswer {
     enum class End { Complete, Failed, Cancelled };
 
     End end = End::Failed;
-    std::string Body;   // whole, when Complete; else empty
-    std::string Reason; // why it Failed, in a line
+    std::string Body;   // the whole body when Complete, else empty
+    std::string Reason; // why it Failed, in one line
 };
 
 class Http {
 public:
     virtual ~Http() = default;
 
-    // How far it is, in bytes; -1 for a total that is not known. False: give up.
+    // Receives the progress in bytes; total is -1 when it is not known. Returns false to give up.
     using GoOn = std::function<bool(std::int64_t received, std::int64_t total)>;
 
     // Waits for the answer and asks goOn several times a second, also while nothing comes. Redirections are followed;

@@ -9,7 +9,7 @@ namespace kestrane {
 
 namespace {
 
-// The first character of a text in UTF-8; nothing when it is of another encoding.
+// The first character of a UTF-8 text; empty for an empty text or one in another encoding.
 std::string firstCharacter(std::string_view text, bool isUtf8) {
     const auto isTail = [&](std::size_t at) { return at < text.size() && (text[at] & 0xC0) == 0x80; };
     std::size_t length = text.empty() ? 0 : 1;
@@ -18,7 +18,7 @@ std::string firstCharacter(std::string_view text, bool isUtf8) {
     return isUtf8 || (length == 1 && (text[0] & 0x80) == 0) ? std::string(text.substr(0, length)) : std::string();
 }
 
-// What stands between the first two fields of a date format in the manner of strftime.
+// The text between the first two fields of a date format as strftime writes it.
 std::string_view behindFirstField(std::string_view format) {
     const std::size_t field = format.find('%');
     if (field == std::string_view::npos) return {};

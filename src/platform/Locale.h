@@ -1,4 +1,4 @@
-// The two separators of the user's locale. Everything else of the locale is fixed: the program's patterns say the rest.
+// The two separators of the user's locale. Nothing else of the locale is used: the program's patterns fix the rest.
 #pragma once
 
 #include <string>

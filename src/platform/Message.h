@@ -9,7 +9,7 @@
 
 namespace kestrane {
 
-// The flags of a box: buttons, icon and default button, added up.
+// The flags of a box: one value each for buttons, icon and default button, added together.
 constexpr int kButtonsOk = 0;
 constexpr int kButtonsOkCancel = 1;
 constexpr int kButtonsYesNoCancel = 3;
@@ -25,11 +25,11 @@ constexpr int kSystemModal = 4096;
 
 enum class Button { Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7 };
 
-// The buttons of a box, left to right, and the one that Enter presses.
+// The buttons of a box from left to right, and the one that Enter presses.
 std::vector<Button> buttonsOf(int flags);
 Button defaultButtonOf(int flags);
 
-// How a line of text is asked for, and one of a list. Nothing: the user cancels.
+// Functions that ask the user for a line of text or for one entry of a list. They return nothing when the user cancels.
 using AskText = std::function<std::optional<std::string>(const std::string& prompt, const std::string& proposal)>;
 using AskChoice = std::function<std::optional<std::string>(
     const std::string& prompt, const std::vector<std::string>& choices, const std::string& proposal)>;
@@ -40,9 +40,9 @@ public:
     virtual Button show(const std::string& prompt, int flags, const std::string& title) = 0;
 };
 
-// Command-line form: prints "TITLE: TEXT" and, for a question (more than one button), " -> " and the answer taken in
-// lower case. The answer is the one given, when the box has that button; else the default button, and Cancel for a
-// retry question.
+// The command-line form prints "TITLE: TEXT"; for a question (a box with more than one button) it adds " -> " and the
+// answer taken, in lower case. The answer is the one given to the constructor when the box has that button. Otherwise
+// it is the default button, or Cancel for a question with Retry.
 class ConsoleMessages : public MessageInterface {
 public:
     ConsoleMessages(std::ostream& out, std::optional<Button> answer) : out_(out), answer_(answer) {}
@@ -54,7 +54,7 @@ private:
     std::optional<Button> answer_;
 };
 
-// For tests: gives the answers in order, then the default buttons, and keeps what was shown.
+// For tests: gives Answers in order, then the default buttons, and records what was shown.
 class ScriptedMessages : public MessageInterface {
 public:
     struct Shown {

@@ -1,4 +1,5 @@
-// Time that only goes on, from any start: for waits and transcripts. An interface so that a test need not wait.
+// A time that never goes back, counted from an arbitrary start: for waits and transcripts. It is an interface so that a
+// test need not wait.
 #pragma once
 
 #include <chrono>

@@ -14,9 +14,10 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::uint32_t kExactSingle = 1U << 24; // whole numbers up to here are singles
+constexpr std::uint32_t kExactSingle = 1U << 24; // every whole number up to this one is a single
 
-// Powers of ten that are singles: the quotient of two exact singles is rounded once, so correctly.
+// Powers of ten that are exact singles. A quotient of two exact singles is rounded only once, so the result is the
+// correct single.
 constexpr std::array<float, 9> kPowers = {1e0F, 1e1F, 1e2F, 1e3F, 1e4F, 1e5F, 1e6F, 1e7F, 1e8F};
 
 struct Decimal {
@@ -36,7 +37,7 @@ unsigned digitOf(char c) {
     return static_cast<unsigned char>(c) - unsigned{'0'};
 }
 
-// Steps over digits and counts the significant ones; false when there is none.
+// Steps over digits and counts the significant ones; returns false when there is no digit.
 bool takeDigits(const char*& p, const char* end, std::int64_t& significant) {
     const char* const begin = p;
     for (; p < end && digitOf(*p) <= 9; ++p)
@@ -71,7 +72,7 @@ bool scan(std::string_view text, Decimal& number) {
     const bool isDown = p < end && *p == '-';
     if (p < end && (*p == '-' || *p == '+')) ++p;
     if (p == end) return false;
-    constexpr std::int64_t kEndless = 1'000'000'000'000; // beyond any number of digits
+    constexpr std::int64_t kEndless = 1'000'000'000'000; // more than any text has digits
     for (; p < end && digitOf(*p) <= 9; ++p)
         if (number.exponent < kEndless) number.exponent = number.exponent * 10 + digitOf(*p);
     if (isDown) number.exponent = -number.exponent;
@@ -89,7 +90,7 @@ Real convert(const Decimal& number) {
     return 0;
 }
 
-// text with the separator ".", nothing when it uses "." for anything else.
+// The text with "." as its separator; nothing when the locale has another separator and the text contains a ".".
 std::optional<std::string> withPoint(std::string_view text, const Locale& locale) {
     std::string result(text);
     const std::string& separator = locale.DecimalSeparator;
@@ -123,7 +124,7 @@ Whole checked(std::int64_t value) {
     return static_cast<Whole>(value);
 }
 
-// "000001002...999", and room to copy three characters from anywhere.
+// "000001002...999", with room behind it so that three characters can be copied from anywhere.
 constexpr auto kThreeDigits = [] {
     std::array<char, 3002> table{};
     for (std::size_t i = 0; i < 1000; ++i) {
@@ -134,7 +135,8 @@ constexpr auto kThreeDigits = [] {
     return table;
 }();
 
-// Writes count of the three digits of number (0..999) from first on; spoils up to three characters.
+// Writes count of the three digits of number (0..999), beginning with digit first, and returns the end. It may
+// overwrite up to three characters.
 inline char* putDigits(char* out, unsigned number, int first, int count) {
     std::memcpy(out, kThreeDigits.data() + 3 * number + first, 3);
     return out + count;
@@ -162,7 +164,7 @@ std::optional<double> typedNumber(std::string_view text, const Locale& locale) {
         if (!isNumeric(text, typed)) continue;
         try {
             return toDouble(text, typed);
-        } catch (const RuntimeError&) { // past the type
+        } catch (const RuntimeError&) { // the number does not fit the type
             return std::nullopt;
         }
     }
@@ -188,7 +190,7 @@ std::int32_t roundToLong(double value) {
 double roundHalfAway(double value) {
     constexpr double kTolerance = 1e-9, kMost = 1e6;
     const double magnitude = std::abs(value);
-    // In the usual range without the call that a floor is.
+    // In the usual range a conversion does what floor would do, without a function call.
     const double whole = magnitude < kMost ? static_cast<std::int32_t>(magnitude) : std::floor(magnitude);
     const bool isUp = magnitude - whole >= 0.5 - std::min(magnitude, kMost) * kTolerance;
     return std::copysign(isUp ? whole + 1 : whole, value);
@@ -214,8 +216,8 @@ char* writeSingle(char* out, float value) {
         *out++ = '-';
         magnitude = -value;
     }
-    // Below 8192 singles lie closer than thousandths, so at most one number of thousandths reads back to this single,
-    // and without its trailing zeros it is the shortest such text.
+    // Below 8192 singles lie closer together than thousandths. So at most one number of thousandths reads back as this
+    // single, and without its trailing zeros it is the shortest such text.
     if (magnitude < 8192) {
         // NOLINTNEXTLINE(bugprone-incorrect-roundings): a wrong one fails the test below
         const auto thousandths = static_cast<unsigned>(static_cast<double>(magnitude) * 1000 + 0.5);
@@ -246,8 +248,8 @@ std::string singleText(float value) {
 }
 
 bool readSingle(std::string_view text, float& value) {
-    // A level as the program writes it: a sign at most, and few enough digits to be an exact single before the
-    // division.
+    // The fast path: a level as the program writes it, with at most a sign and so few digits that they are an exact
+    // single before the division.
     constexpr std::size_t kShort = 9;
     if (text.size() <= kShort) {
         const char* p = text.data();

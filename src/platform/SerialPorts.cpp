@@ -12,7 +12,7 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// The digits at position without leading zeros; position moves behind them.
+// Returns the digits at position without their leading zeros and moves position behind them.
 std::string_view takeNumber(std::string_view text, std::size_t& position) {
     while (position < text.size() && text[position] == '0')
         ++position;
@@ -38,7 +38,7 @@ bool isNaturallyLess(std::string_view a, std::string_view b) {
     return a.size() - i < b.size() - j;
 }
 
-// What a name comes down to once its links have been followed.
+// The path of a device after all links have been followed; device itself when that fails.
 std::string trueDevice(const std::string& device) {
     std::error_code error;
     const auto path = std::filesystem::canonical(device, error);

@@ -1,5 +1,5 @@
 // The per-user settings store: texts under a section and a key. The programs use an INI file (platform/qt), tests the
-// store in memory. It knows nothing of types: who reads a number converts it.
+// store in memory. It knows no types: whoever reads a number converts it.
 #pragma once
 
 #include <map>
@@ -15,8 +15,8 @@ public:
     virtual std::string read(std::string_view section, std::string_view key, std::string_view defaultText) const = 0;
     virtual void write(std::string_view section, std::string_view key, std::string_view text) = 0;
 
-    // The name of the file behind the store that could not be read whole; empty when all is well. Such a file is left
-    // as it is, and what is written lasts as long as the store.
+    // The name of the store's file when it could not be read whole; empty when all is well. Such a file is not changed,
+    // and what is written is remembered only as long as the store object lives.
     virtual std::string Unreadable() const { return {}; }
 };
 

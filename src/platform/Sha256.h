@@ -1,4 +1,4 @@
-// The SHA-256 of a file, by which it is told whether its contents are still the same.
+// The SHA-256 of a file, which tells whether its contents are still the same.
 #pragma once
 
 #include <string>

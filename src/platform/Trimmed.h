@@ -1,11 +1,12 @@
-// Text without what is blank at its ends.
+// Text without the white space at its ends.
 #pragma once
 
 #include <string_view>
 
 namespace kestrane {
 
-// Without the blanks, tabs and line ends at both ends; a view into text.
+// Returns text without the blanks, tabs and line ends at both ends, as a view into it; empty when there is nothing
+// else.
 constexpr std::string_view trimmed(std::string_view text) {
     constexpr std::string_view kWhite = " \t\r\n";
     const std::size_t first = text.find_first_not_of(kWhite);

@@ -16,7 +16,7 @@ constexpr std::array<char16_t, 32> kWindows1252 = {0x20AC, 0x0081, 0x201A, 0x019
                                                    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                                    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-// The length of the sequence that begins at p, 0 when it is none.
+// The length in bytes of the UTF-8 sequence that begins at p; 0 when none begins there.
 std::size_t sequenceLength(const unsigned char* p, const unsigned char* end) {
     const auto isTail = [&](int i) { return end - p > i && (p[i] & 0xC0) == 0x80; };
     if (p[0] < 0x80) return 1;

@@ -13,19 +13,21 @@ bool isValidUtf8(std::string_view text); // no overlong forms, surrogates or val
 
 void appendUtf8(std::string& out, char32_t codePoint);
 
-// The code point that begins at position, which moves behind it. A byte that begins none gives U+FFFD.
+// Returns the code point that begins at position and moves position behind it. A byte that begins no code point gives
+// U+FFFD.
 char32_t nextCodePoint(std::string_view utf8, std::size_t& position);
 
-// The code point of a Windows-1252 byte; bytes that the code page leaves open stand for themselves.
+// The code point of a Windows-1252 byte. Bytes that the code page does not define become the code point of the same
+// number.
 char32_t fromWindows1252(unsigned char byte);
 
-// Bytes of unknown encoding as text: UTF-8 when they are valid, else Windows-1252.
+// Bytes of unknown encoding as UTF-8: as they are when they are valid UTF-8, else converted from Windows-1252.
 std::string toUtf8(std::string_view bytes);
 
-// The beginning of a text that takes at most so many bytes, cut between characters.
+// The longest beginning of a text that takes at most most bytes and ends between two characters.
 std::string_view firstBytes(std::string_view utf8, std::size_t most);
 
-// In upper case, letter by letter, whatever the language of the system.
+// The text in upper case, letter by letter, independent of the system's language.
 std::string upperCase(std::string_view utf8);
 
 } // namespace kestrane

@@ -48,7 +48,8 @@ struct Entity {
 
 constexpr Entity kEntities[] = {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}};
 
-// The character of the reference at "&", and at moves behind its ";"; nothing when it is none.
+// Returns the character of the reference that begins with the "&" at at, and moves at behind its ";". Returns nothing
+// when it is no valid reference.
 std::optional<char32_t> reference(const char*& at, const char* end) {
     const char* const limit = at + std::min<std::ptrdiff_t>(end - at, 32);
     const char* const semicolon = std::find(at, limit, ';');
@@ -70,7 +71,7 @@ std::optional<char32_t> reference(const char*& at, const char* end) {
     return character;
 }
 
-// The strict check. Reads the text once, from front to back; throws Malformed.
+// Checks strictly that a text is well-formed, reading it once from front to back. Throws Malformed.
 class Checker {
 public:
     Checker(std::string_view text, bool isUtf8, XmlObserver& observer) :
@@ -129,7 +130,7 @@ private:
             const char* const value = p + 1;
             p = std::find(value, close, *p);
             if (p == close) throw Malformed{p, "a value does not end"};
-            // versions, encodings, "yes" and "no" are all made of what names are made of
+            // All that versions, encodings, "yes" and "no" consist of are name characters.
             if (p == value || !std::all_of(value, p, [](char c) { return is(c, kName); })) {
                 throw Malformed{value, "the XML declaration is not of the right form"};
             }
@@ -190,7 +191,7 @@ private:
         verbatim(from);
     }
 
-    // Refuses what may not stand in a document at all.
+    // Refuses characters that no document may contain.
     void characters(const char* from, const char* to) {
         for (const char* p = from; p < to; ++p) {
             const auto c = static_cast<unsigned char>(*p);
@@ -374,7 +375,7 @@ std::string place(std::string_view text, std::size_t position) {
     return "line " + std::to_string(line) + ", column " + std::to_string(position - lineBegin + 1);
 }
 
-// The encoding that the declaration names, in lower case; empty without one.
+// The encoding that the declaration names, in lower case; empty without a declaration or without an encoding in it.
 std::string declaredEncoding(std::string_view text) {
     if (!text.starts_with("<?xml")) return {};
     const std::string_view declaration = text.substr(0, std::min(text.find("?>"), text.size()));
@@ -390,7 +391,7 @@ std::string declaredEncoding(std::string_view text) {
     return encoding;
 }
 
-// Gives the memory of the source back as it goes.
+// Converts UTF-16 to UTF-8, giving the memory of the source back on the way.
 std::shared_ptr<FileBytes> fromUtf16(FileBytes& source, bool isBigEndian) {
     const std::string_view text = source.view().substr(2);
     const auto unit = [&](std::size_t i) {
@@ -414,7 +415,7 @@ std::shared_ptr<FileBytes> fromUtf16(FileBytes& source, bool isBigEndian) {
             i += 2;
         }
         character.clear();
-        appendUtf8(character, c); // a lone surrogate becomes bytes that are not valid, and is refused as such
+        appendUtf8(character, c); // a lone surrogate becomes invalid UTF-8, which the check refuses
         std::memcpy(file->data() + size, character.data(), character.size());
         size += character.size();
     }
@@ -430,7 +431,7 @@ void appendCharacter(const XmlBytes& bytes, std::string& out, char c) {
     }
 }
 
-// Every line end reads as LF. Returns what is behind the one at p.
+// Appends a LF, since every kind of line end reads as LF. Returns the place behind the line end at p.
 const char* appendLineEnd(std::string& out, const char* p, const char* end) {
     out.push_back('\n');
     return p + (p + 1 < end && p[1] == '\n' ? 2 : 1);
@@ -470,7 +471,7 @@ void appendEscaped(std::string& out, std::string_view decoded) {
     }
 }
 
-// The attributes of a tag. visit(name, raw value)
+// Calls visit(name, raw value) for each attribute of a tag.
 template <class Visit>
 void forEachAttribute(std::string_view tag, Visit visit) {
     if (tag.starts_with("</")) return;
@@ -592,7 +593,7 @@ std::optional<std::string> xmlAttribute(const XmlBytes& bytes, const XmlElement&
         if (attribute != name) return;
         found.emplace();
         for (const char* p = raw.data();
-             p < raw.data() + raw.size();) { // white space reads as blanks, but references do not
+             p < raw.data() + raw.size();) { // white space becomes blanks, but the characters of references stay
             if (*p == '&') {
                 appendUtf8(*found, reference(p, raw.data() + raw.size()).value_or(' '));
             } else if (is(*p, kSpace)) {

@@ -1,6 +1,6 @@
-// XML without a document tree: loading the bytes of a file, checking them strictly for well-formedness, and walking
-// text that has been checked. A tree of the large data files would cost many times their size, so readers walk the text
-// where it lies. Knows nothing of what the elements mean.
+// XML without a document tree: loading the bytes of a file, checking strictly that they are well-formed, and walking
+// text that has been checked. A tree of the large data files would take many times their size in memory, so readers
+// walk the text itself. This file does not know what the elements mean.
 //
 // The check is that of XML 1.0 without document types: a document type declaration is refused, and with it every entity
 // but the five predefined ones.
@@ -22,7 +22,7 @@ struct XmlError {
     std::string Reason; // one sentence with line and column
 };
 
-// The bytes of a document. UTF-16 has been turned into UTF-8; single bytes have been left as they are.
+// The bytes of a document. UTF-16 has been turned into UTF-8; single-byte text (Windows-1252) is unchanged.
 struct XmlBytes {
     std::shared_ptr<FileBytes> file;
     std::size_t begin = 0; // behind the byte order mark
@@ -31,9 +31,9 @@ struct XmlBytes {
     std::string_view text() const { return file->view().substr(begin); }
 };
 
-// Takes the bytes of a file. By their byte order mark or declaration they are UTF-16, UTF-8 or single bytes; without
-// either, UTF-8 when they are valid, else Windows-1252. An encoding that is not supported, or bytes that are not what
-// they are said to be, are an XmlError.
+// Takes the bytes of a file and decides by their byte order mark or declaration whether they are UTF-16, UTF-8 or
+// Windows-1252; without either, they are UTF-8 when they are valid UTF-8, else Windows-1252. Returns an error when the
+// declared encoding is not supported or the bytes are not valid in it.
 std::optional<XmlError> loadXml(std::shared_ptr<FileBytes> file, XmlBytes& bytes);
 
 // Character classes of markup.
@@ -42,7 +42,7 @@ namespace xml {
 constexpr unsigned char kNameStart = 1;
 constexpr unsigned char kName = 2;
 constexpr unsigned char kSpace = 4;
-constexpr unsigned char kTextStop = 8; // ends plain text: "<", "&", "]" and what may not stand in a document
+constexpr unsigned char kTextStop = 8; // ends plain text: "<", "&", "]" and characters that no document may contain
 
 constexpr std::array<unsigned char, 256> makeClasses() {
     std::array<unsigned char, 256> classes{};
@@ -74,22 +74,22 @@ struct XmlTag {
     bool isEmpty; // "<name/>"
 };
 
-// Told of the elements while a text is being checked. Everything is called only for text that is well-formed so far.
+// Is told about the elements while a text is being checked. Every call is about text that is well-formed so far.
 class XmlObserver {
 public:
     virtual ~XmlObserver() = default;
     virtual void open(const XmlTag& tag,
-                      std::size_t depth) = 0; // depth of the root is 0; closed() follows, if empty, too
+                      std::size_t depth) = 0; // the root has depth 0; close() follows for an empty element, too
     virtual void close(std::size_t begin, std::size_t end, std::size_t depth) = 0; // of the closing tag
     virtual void verbatim(std::size_t begin, std::size_t end) = 0; // a comment, CDATA section or processing instruction
 };
 
-// Checks a whole document. Memory: 8 bytes for each open element; nesting past four million levels is
-// refused, and so are more than 100,000 attributes of an element.
+// Checks a whole document. It takes 8 bytes of memory for each open element. Elements nested more than four million
+// levels deep are refused, and so are more than 100,000 attributes of one element.
 std::optional<XmlError> checkXml(std::string_view text, bool isUtf8, XmlObserver& observer);
 
-// Walks a piece of checked text, piece by piece. Also safe on a piece that begins or ends within markup, where it takes
-// what it finds for text and tags as best it can.
+// Walks a stretch of checked text tag by tag. It is also safe on a stretch that begins or ends inside markup: it then
+// interprets the pieces as well as it can.
 class XmlCursor {
 public:
     enum class Kind { Open, Close, Verbatim, End };
@@ -102,7 +102,7 @@ public:
 
     const XmlTag& tag() const {
         return tag_;
-    } // of Open (isEmpty: no Close follows), Close (name, begin, end), Verbatim
+    } // after Open (when isEmpty, no Close follows), Close (name, begin and end are set) or Verbatim
 
     void jump(std::size_t position) { at_ = text_ + position; }
 
@@ -121,14 +121,15 @@ struct XmlElement {
     std::size_t end = 0;          // behind the closing tag
 };
 
-// The value of an attribute of an element, references resolved; nothing when it has none of that name.
+// The value of an attribute of an element with its references resolved; nothing when the element has no attribute of
+// that name.
 std::optional<std::string> xmlAttribute(const XmlBytes& bytes, const XmlElement& element, std::string_view name);
 
-// Character data with its references resolved, as UTF-8; white space in attribute values is kept as blanks.
+// Character data as UTF-8 with its references resolved.
 std::string xmlDecode(const XmlBytes& bytes, std::string_view raw);
 
-// A piece of content in its normal serialised form: references resolved and "&", "<", ">" escaped again in character
-// data, tags written without superfluous blanks, comments and CDATA sections as they stand. UTF-8.
+// A stretch of content in its normal serialised form, as UTF-8: references are resolved and "&", "<" and ">" escaped
+// again in character data, tags are written without superfluous blanks, and comments and CDATA sections are kept.
 std::string xmlSerialise(const XmlBytes& bytes, std::size_t begin, std::size_t end);
 
 } // namespace kestrane

@@ -1,7 +1,7 @@
 #pragma once
 
-// The names of the texts, each with its number. A number is for good: translations, scripts and the command line go by
-// it. The words stand in TextTable.cpp.
+// The names of the texts, each with its number. A number never changes, because translations, scripts and the command
+// line refer to it. The words are in TextTable.cpp.
 
 namespace kestrane::Text {
 

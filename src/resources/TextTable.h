@@ -1,6 +1,6 @@
 #pragma once
-// The numbered text table: every word a user sees, in UK English, with its tokens unexpanded. It is constant data owned
-// by the program image; it must not know brands or versions, which Texts puts in.
+// The numbered text table: every word that a user sees, in UK English, with its tokens unexpanded. It is constant data
+// in the program image and knows neither brands nor versions; Texts puts those in.
 
 #include <optional>
 #include <span>

@@ -71,7 +71,7 @@ std::string Texts::LoadText(Text::Id id) const {
     const std::optional<std::string_view> raw = FindText(mapped);
     if (!raw) return std::to_string(mapped);
 
-    // Shorter tokens are parts of longer ones, so the order counts.
+    // The longer tokens contain the shorter ones, so the order of replacement matters.
     const std::array<std::pair<std::string_view, std::string_view>, 7> tokens{{
         {"~", "\r\n"},
         {"{{}}", brand_.CompanyName},

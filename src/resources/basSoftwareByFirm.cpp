@@ -14,13 +14,14 @@ struct Firm {
     std::string_view ManualFile;
 };
 
-// The settings names and the manual names of the two firms cross over on purpose: installed copies look for them.
+// The settings names and the manual names of the two firms are crossed on purpose: installed copies look for them under
+// these names.
 constexpr std::array<Firm, 2> Firms{{
     {"ordwyn", "Ordwyn", "Velmora", "", "Kestrane.pdf"},
     {"brennock", "Brennock", "Kestrane", " Pro", "Velmora.pdf"},
 }};
 
-// Ordinal modulo 3 is the variant: 0 SE, 1 E, 2 S.
+// The ordinal modulo 3 is the variant: 0 is SE, 1 is E, 2 is S.
 constexpr std::array<std::string_view, 6> BrevikNames{
     "Brevik SE", "Brevik E", "Brevik S", "Auravox Essential SE", "Auravox Essential E", "Auravox Essential S",
 };

@@ -1,6 +1,6 @@
 #pragma once
-// The brand table: which firm's product this build is, and the words that follow from it. Main fills one Brand before
-// anything else reads it. This knows nothing of texts, settings or windows.
+// The brand table: which firm's product this build is, and the words that follow from that. The main function fills one
+// Brand before anything else reads it. This file knows nothing of texts, settings or windows.
 
 #include <string>
 #include <string_view>
@@ -20,14 +20,14 @@ struct Brand {
     std::string ManualFile; // a name without a folder
 };
 
-// The brand of the firm whose word the company name holds, in any case. The first firm wins when both are there; with
-// neither, the words are firm 0's and SettingsAppName is empty.
+// The brand of the firm whose word the company name contains, in upper or lower case. The first firm wins when both
+// words are there; with neither, the words are those of firm 0 and SettingsAppName is empty.
 Brand LoadSoftwareByFirm(const std::string& companyName);
 
 // Name of a meter of the Brevik family, ordinal 0 to 5; empty for any other ordinal.
 std::string InstrumentNameByIndex(int ordinal);
 
-// Whether a name is that of a variant of the Brevik family, in either brand. Blanks and case do not count.
+// Whether a name is that of a variant of the Brevik family, of either brand. Blanks and case make no difference.
 bool IsBrevikS(std::string_view name);
 bool IsBrevikE(std::string_view name);
 bool IsBrevikSE(std::string_view name);

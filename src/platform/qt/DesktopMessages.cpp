@@ -34,7 +34,8 @@ Button DesktopMessages::show(const std::string& prompt, int flags, const std::st
 
     const std::vector<Button> buttons = buttonsOf(flags);
     std::vector<QPushButton*> shown;
-    for (const Button button : buttons) { // of the same role, so that a desktop's style keeps their order
+    for (const Button button :
+         buttons) { // all buttons have the same role, so that the desktop's style keeps their order
         shown.push_back(box.addButton(QString::fromStdString(caption_(button)), QMessageBox::ActionRole));
         if (button == Button::Cancel || buttons.size() == 1) box.setEscapeButton(shown.back());
         if (button == defaultButtonOf(flags)) box.setDefaultButton(shown.back());
@@ -42,7 +43,7 @@ Button DesktopMessages::show(const std::string& prompt, int flags, const std::st
     box.exec();
     for (std::size_t i = 0; i < buttons.size(); ++i)
         if (shown[i] == box.clickedButton()) return buttons[i];
-    return buttons.back(); // the box went away with the program: the button that does least
+    return buttons.back(); // the box was closed with the program: take the button that does least
 }
 
 } // namespace kestrane

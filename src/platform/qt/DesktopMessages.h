@@ -14,8 +14,8 @@ public:
 
     explicit DesktopMessages(Caption caption) : caption_(std::move(caption)) {}
 
-    // Escape, and closing the box, stand for Cancel or a sole OK; a box without these wants a button pressed. The box
-    // lies above the active window.
+    // Escape, and closing the box, mean Cancel or a single OK; a box with neither can only be left by pressing a
+    // button. The box lies above the active window.
     Button show(const std::string& prompt, int flags, const std::string& title) override;
 
 private:

@@ -1,10 +1,10 @@
-// Which programs the desktop has for the files of others.
+// Tells which kinds of files the desktop has a program for.
 #pragma once
 
 #include <QString>
 
 namespace kestrane {
 
-bool hasProgramFor(const QString& mimeType); // some installed program says that it opens such files
+bool hasProgramFor(const QString& mimeType); // whether an installed program says that it opens such files
 
 } // namespace kestrane

@@ -36,7 +36,7 @@ IniSettings IniSettings::ofApplication(const std::string& applicationName) {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     const std::string path = folder.toStdString() + '/' + applicationName + ".ini";
     IniSettings settings(path);
-    settings.settings_->allKeys(); // reads to the end, which is put off otherwise
+    settings.settings_->allKeys(); // forces the file to be read to its end, which is otherwise put off
     if (settings.settings_->status() != QSettings::NoError) settings.unreadable_ = path;
     return settings;
 }
@@ -54,7 +54,7 @@ std::string IniSettings::read(std::string_view section, std::string_view key, st
         return known->second;
     const QVariant value = settings_->value(keyOf(section, key));
     if (!value.isValid()) return std::string(defaultText);
-    // A text with commas that was typed by hand comes as a list.
+    // A text with commas that was typed by hand is read as a list.
     return value.typeId() == QMetaType::QStringList ? value.toStringList().join(", ").toStdString()
                                                     : value.toString().toStdString();
 }

@@ -12,11 +12,11 @@ namespace kestrane {
 
 class IniSettings : public SettingsStore {
 public:
-    // "NAME.ini" in the user's configuration folder. It comes into being with the first write. Of one that cannot be
-    // read whole, what can be read holds.
+    // "NAME.ini" in the user's configuration folder, created with the first write. When the file cannot be read whole,
+    // the values that could be read are used.
     static IniSettings ofApplication(const std::string& applicationName);
 
-    // A file of the caller's choice, created when missing. Raises an error when it cannot be read or created.
+    // A file that the caller names, created when it is missing. Raises an error when it cannot be read or created.
     static IniSettings ofFile(const std::string& path);
 
     IniSettings(IniSettings&&) noexcept;

@@ -70,7 +70,7 @@ std::string groupName(gid_t id) {
     return entry == nullptr ? std::to_string(id) : entry->gr_name;
 }
 
-// The lock that keeps others off goes by the device, not by a link to it.
+// The lock that keeps other programs off is that of the device, not of a link to it.
 QString canonical(const std::string& device) {
     std::error_code error;
     const auto path = std::filesystem::canonical(device, error);
@@ -193,7 +193,7 @@ void QtComm::refuseOpening() const {
     refuse(EIO, loadText_(Text::NoSerialPort) + " (" + port_->errorString().toStdString() + ')');
 }
 
-// A line that has gone reports without end while it is open; it cannot be closed from within its own signal, though.
+// A line that has gone reports errors without end while it is open, but it cannot be closed from within its own signal.
 void QtComm::handleError() {
     constexpr std::array kLosses = {QSerialPort::ReadError, QSerialPort::WriteError, QSerialPort::ResourceError};
     const bool isLost = std::find(kLosses.begin(), kLosses.end(), port_->error()) != kLosses.end();

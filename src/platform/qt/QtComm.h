@@ -1,5 +1,5 @@
-// The serial line on Qt Serial Port; terminals, USB adapters and pseudo-terminals alike. Bytes come in and go out while
-// the Qt event loop runs. Lines are without flow control. The texts for people come from the caller, by number.
+// The serial line on Qt Serial Port: serial ports, USB adapters and pseudo-terminals alike. Bytes come in and go out
+// while the Qt event loop runs. There is no flow control. The texts for the user come from the caller, by number.
 #pragma once
 
 #include "platform/Comm.h"
@@ -18,18 +18,18 @@ class QtComm : public Comm {
 public:
     using LoadText = std::function<std::string(Text::Id id)>;
 
-    // The store is asked which numbers are pinned to which devices.
+    // The settings store says which numbers are pinned to which devices.
     QtComm(const SettingsStore& settings, LoadText loadText);
     ~QtComm() override;
     QtComm(const QtComm&) = delete;
     QtComm& operator=(const QtComm&) = delete;
 
-    void UseOnly(const std::string& device); // from now on that device is port 1, and the only one
+    void UseOnly(const std::string& device); // from now on that device is port 1 and the only port
 
     std::vector<PortInfo> Ports() const override;
 
     void CommPort(int number) override;
-    void Settings(const std::string& settings) override; // raises 13 when they are none
+    void Settings(const std::string& settings) override; // raises 13 for a text that is no line setting
 
     void Open() override;
     void Close() override;
@@ -54,7 +54,7 @@ private:
     std::string onlyDevice_;
     int number_ = 1;
     std::string line_ = "9600,n,8,1";
-    std::string device_; // opened last
+    std::string device_; // the device that was opened last
     std::unique_ptr<QSerialPort> port_;
     std::string received_;
     std::string fault_;

@@ -1,5 +1,5 @@
-// The event pump on the Qt event loop: posted events and the user's own (clicks, keys, timers) run in the same loop.
-// Made on the thread of the application object, which is the owner thread.
+// The event pump on the Qt event loop: posted events and the user's own events (clicks, keys, timers) run in the same
+// loop. It must be created on the thread of the application object, which is the owner thread.
 #pragma once
 
 #include "platform/EventPump.h"
@@ -15,7 +15,7 @@ public:
     void wait(std::chrono::milliseconds atMost) override;
 
 private:
-    QObject receiver_; // lives on the owner thread; with it go events that have not run
+    QObject receiver_; // lives on the owner thread; events that have not run are dropped with it
 };
 
 } // namespace kestrane

@@ -12,7 +12,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr int kLook = 100; // milliseconds between questions whether to go on
+constexpr int kLook = 100; // milliseconds between two questions whether to go on
 constexpr int kOk = 200;
 constexpr std::string_view kTooLarge = "The answer is too large";
 
@@ -29,7 +29,7 @@ public:
     }
 
     HttpAnswer run() {
-        ask(); // so that progress shows, and windows are blocked, from the start
+        ask(); // asked at once, so that progress is shown and windows are blocked from the start
         if (!reply_.isFinished()) loop_.exec();
         look_.stop();
         if (isCancelled_) return {HttpAnswer::End::Cancelled, {}, {}};
@@ -63,7 +63,7 @@ private:
         reply_.abort();
     }
 
-    // Empty: the body is whole.
+    // Why the answer is not complete; empty when the body is whole.
     std::string fault() const {
         if (isTooLarge_) return std::string(kTooLarge);
         const int status = reply_.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();

@@ -1,4 +1,4 @@
-// HTTP on Qt Network. Needs an application object; while it waits, a loop of its own keeps the windows alive.
+// HTTP on Qt Network. It needs an application object; while it waits, an event loop of its own keeps the windows alive.
 #pragma once
 
 #include "platform/Http.h"
@@ -9,7 +9,7 @@ namespace kestrane {
 
 class QtHttp : public Http {
 public:
-    // A fetch fails when no byte comes for so long.
+    // A fetch fails when no byte arrives for the time of silence.
     explicit QtHttp(std::chrono::milliseconds silence = std::chrono::seconds(30)) : silence_(silence) {}
 
     HttpAnswer Get(const std::string& address, std::int64_t mostBytes, const GoOn& goOn) override;
