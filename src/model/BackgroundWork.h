@@ -1,5 +1,5 @@
-// Background work as the model sees it: something that goes on while it is held, and is given up when it is dropped;
-// and where rows that are not loaded yet come from.
+// Background work as the model sees it: it goes on while somebody holds it and is given up when it is dropped. And the
+// place that rows come from that are not loaded yet.
 #pragma once
 
 #include "model/IntervalColumns.h"
@@ -14,13 +14,13 @@ public:
     virtual ~BackgroundWork() = default;
 };
 
-// Rows still in a file. load runs on worker threads, several at once on different ranges.
+// Rows that are still in a file. load runs on worker threads, on several at once with different ranges.
 class IntervalSource {
 public:
     virtual ~IntervalSource() = default;
     virtual std::int64_t Count() const = 0;
 
-    // Rows from..to, counted from 1, as columns. Raises what the text of a row raises.
+    // Rows from to to, both included and counted from 1, as columns. Raises what the conversion of a row's text raises.
     virtual IntervalColumns load(int mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const = 0;
 };
 

@@ -1,5 +1,5 @@
-// The figures of one quantity by band, 0 to the mode's last; and the same for the ten Lns. Owned by a log or a row;
-// their memory is taken when the first is asked for to be written to. An index outside raises 9.
+// The figures of one quantity by band, from 0 to the mode's last band; and the same for each of the ten Lns. Owned by a
+// log or a row. Memory is taken when a figure is first asked for by non-const access. An index out of range raises 9.
 #pragma once
 
 #include "model/clsLogShared.h"
@@ -37,14 +37,14 @@ public:
 
     const clsValue& operator()(std::string_view bandText) const { return (*this)(e(mode_, bandText)); }
 
-    // Calls visit(value) for each band, unless none has been asked for to be written to.
+    // Calls visit(value) for each band; for none when no figure has ever been asked for by non-const access.
     template <class Visit>
     void forEach(Visit visit) {
         for (clsValue& value : values_)
             visit(value);
     }
 
-    std::size_t bytes() const { return values_.capacity() * sizeof(clsValue); } // beside the object
+    std::size_t bytes() const { return values_.capacity() * sizeof(clsValue); } // beside the object itself
 
 private:
     std::size_t checked(int band) const {
@@ -54,7 +54,7 @@ private:
 
     int mode_ = modeBroadband;
     int last_ = 0;
-    std::vector<clsValue> values_; // empty until one of them is to be written to
+    std::vector<clsValue> values_; // empty until non-const access asks for one of them
 };
 
 class LnValues {
@@ -102,7 +102,7 @@ private:
         return static_cast<std::size_t>(ln) - 1;
     }
 
-    // What an Ln without values reads as.
+    // The values of an Ln that has none: every figure reads as 0.
     const BandValues& absent() const {
         static const std::array<BandValues, 3> kAbsent = [] {
             std::array<BandValues, 3> values;
@@ -114,7 +114,7 @@ private:
     }
 
     int mode_ = modeBroadband;
-    std::vector<BandValues> lns_; // empty until one of them is to be written to
+    std::vector<BandValues> lns_; // empty until non-const access asks for one of them
 };
 
 } // namespace kestrane

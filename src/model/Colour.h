@@ -1,4 +1,4 @@
-// A colour by its parts, red, green, blue, each 0 to 255; and those of marked cells.
+// A colour by its parts, red, green and blue, each 0 to 255; and the colours of marked cells.
 #pragma once
 
 namespace kestrane {

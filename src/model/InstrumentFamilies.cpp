@@ -32,7 +32,7 @@ constexpr unsigned all(Traits... traits) {
     return (0U | ... | static_cast<unsigned>(traits));
 }
 
-// In the order in which a name is tried.
+// The order of the rows is the order in which a name is tried.
 constexpr InstrumentFamily kFamilies[] = {
     {Family::Corvane, "Corvane", IsCorvane, all()},
     {Family::Brevik, "Brevik", IsBrevikMeter,
@@ -46,7 +46,7 @@ constexpr InstrumentFamily kFamilies[] = {
 };
 static_assert(std::size(kFamilies) == kFamilyCount);
 
-// Models that differ from their family.
+// The traits of models that differ from the rest of their family.
 struct ModelTraits {
     bool (*isMember)(std::string_view insName);
     unsigned traits;
@@ -69,7 +69,7 @@ const InstrumentFamily* familyOf(std::string_view insName) {
 }
 
 bool hasTrait(std::string_view insName, Trait trait) {
-    const auto has = [&](const auto& row) { // a name is looked at only where the trait is
+    const auto has = [&](const auto& row) { // a name is tested only against rows that have the trait
         return (row.traits & static_cast<unsigned>(trait)) != 0 && row.isMember(insName);
     };
     return std::any_of(std::begin(kFamilies), std::end(kFamilies), has) ||

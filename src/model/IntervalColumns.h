@@ -1,7 +1,7 @@
-// The rows of a log by column. A column comes into being with the first value other than 0 that is put into it, is
-// contiguous, and is shared between copies of a log until one of them writes to it. Where it holds nothing but zeros it
-// takes no memory, in pages of the system. Made for walking one or a few quantities over all rows (recalculation,
-// charts, tables); a row at a time is what clsLogIntervals is for. Knows nothing of modes, selections or files.
+// The rows of a log by column. A column is created by the first value other than 0 that is put into it, is contiguous,
+// and is shared between copies of a log until one of them writes to it. Memory pages of a column that hold nothing but
+// zeros take no memory. This form is made for walking one or a few quantities over all rows (recalculation, charts,
+// tables); use clsLogIntervals for one row at a time. It knows nothing of modes, selections or files.
 #pragma once
 
 #include <algorithm>
@@ -24,9 +24,9 @@ struct Level {
     bool operator==(const Level&) const = default;
 };
 
-constexpr std::size_t kPage = 4096; // bytes of memory that the system gives at once
+constexpr std::size_t kPage = 4096; // bytes of memory that the system provides at once
 
-// Rows counted from 0. An absent column reads as 0 in every row.
+// A column of cells, with rows counted from 0. An absent column reads as 0 in every row.
 template <class T>
 class Column {
 public:
@@ -53,17 +53,18 @@ public:
 
     T at(std::size_t row) const { return block_ ? first()[row] : T{}; }
 
-    // The first rows cells; empty when the column is absent.
+    // The first rows cells; an empty span when the column is absent.
     std::span<const T> cells(std::size_t rows) const { return {block_ ? first() : nullptr, block_ ? rows : 0}; }
 
-    // The cells to write to, none of them shared with a copy; makes the column, all 0, when it is absent.
+    // The cells for writing, which no copy shares. Creates the column, filled with 0, when it is absent.
     std::span<T> write(std::size_t rows, std::size_t capacity) {
-        // A worker may just have let go of its share: what it read there came before what is written now.
+        // A worker thread may just have released its share: acquire makes its reads happen before the writes that
+        // follow.
         if (!block_ || block_->shares.load(std::memory_order_acquire) > 1) resize(rows, capacity);
         return {first(), rows};
     }
 
-    // Takes storage for capacity cells, of which the first rows keep their values and the others are 0.
+    // Takes storage for capacity cells. The first rows cells keep their values and the others are 0.
     void resize(std::size_t rows, std::size_t capacity) {
         void* const memory = std::calloc(1, sizeof(Block) + capacity * sizeof(T)); // untouched pages cost nothing
         if (!memory) throw std::bad_alloc();
@@ -73,7 +74,7 @@ public:
         *this = std::move(sized);
     }
 
-    // Copies cells. Pages that only zeros would go to are left alone when they are 0.
+    // Copies cells. A page that would receive only zeros is not touched where it holds zeros already.
     static void copyCells(std::span<const T> from, std::span<T> to) {
         constexpr std::size_t kStep = kPage / sizeof(T);
         const auto isSet = [](const T& cell) { return cell != T{}; };
@@ -88,7 +89,7 @@ public:
         }
     }
 
-    // Is the cell on another page than the one that was asked about last?
+    // Returns whether the row is on another page than the row of the previous call.
     bool turnsPage(std::size_t row) {
         const auto page = static_cast<std::uint32_t>(row * sizeof(T) / kPage + 1);
         if (block_->page == page) return false;
@@ -110,12 +111,12 @@ private:
     Block* block_ = nullptr;
 };
 
-// The level quantities of a row. Those up to the last LnA have a column for each band.
+// The level quantities of a row. Those before PeakA have a column for each band.
 enum class Quantity : int {
     LeqA,
     LminA,
     LmaxA,
-    LnA, // the first of ten
+    LnA, // Ln 1; the other nine follow
     PeakA = LnA + 10,
     DoseA,
     LepdA,
@@ -136,7 +137,7 @@ enum class Quantity : int {
 
 constexpr Quantity lnQuantity(int ln) {
     return static_cast<Quantity>(static_cast<int>(Quantity::LnA) + ln - 1);
-} // 1..10
+} // ln 1..10
 
 constexpr bool hasBands(Quantity quantity) {
     return quantity < Quantity::PeakA;
@@ -148,14 +149,16 @@ public:
 
     std::size_t capacity() const { return capacity_; }
 
-    // Room for capacity rows, of which count are in use; rows beyond the old count are 0. Columns keep their values.
+    // Makes room for capacity rows, of which count are in use. Rows up to the old count keep their values; rows beyond
+    // it are 0.
     void resize(std::size_t count, std::size_t capacity);
 
-    void clear() { count_ = 0; } // keeps the room; rows taken into use later are 0 again
+    void clear() { count_ = 0; } // keeps the room; rows that are taken into use later are 0 again
 
     void setCount(std::size_t count);
 
-    // band 0..33; single quantities have band 0 only.
+    // band is 0..33; quantities without bands have band 0 only. A column that is absent reads as 0, or as an empty
+    // span.
     Level level(Quantity quantity, int band, std::size_t row) const {
         const Column<Level>* const column = find(quantity, band);
         return column != nullptr ? column->at(row) : Level();
@@ -170,7 +173,8 @@ public:
 
     std::span<Level> writeLevels(Quantity quantity, int band) { return slot(quantity, band).write(count_, capacity_); }
 
-    // The columns that are not levels. start dates are calendar numbers, times are seconds since midnight.
+    // The columns that are not levels. StartDate holds calendar numbers (Calendar.h); times are seconds since midnight,
+    // lengths seconds, Criterion and Exchange dB.
     Column<std::int32_t> IntervalLength, StartTime, LminTimeA, LmaxTimeA, PeakTimeA;
     Column<std::int16_t> Criterion, Exchange;
     Column<double> StartDate;
@@ -186,15 +190,15 @@ public:
         return column.cells(count_);
     }
 
-    // Puts all rows of range at the rows from first on, column by column. They must lie within count.
+    // Copies all rows of range to this object's rows from first on, column by column. They must lie within count.
     void moveIn(const IntervalColumns& range, std::size_t first);
 
-    // The rows first to first + count as columns of their own; the whole range shares its columns.
+    // The count rows from first on as columns of their own. When that is all rows, the columns are shared.
     IntervalColumns part(std::size_t first, std::size_t count) const;
 
-    std::size_t bytes() const; // memory of the columns that exist
+    std::size_t bytes() const; // memory of all columns that exist
 
-    // Memory of the columns that have been filled by set and setLevel, row by row: of the pages that have a value.
+    // Memory of the columns that were filled row by row with set and setLevel, counting only pages that hold a value.
     std::size_t touchedBytes() const { return touched_; }
 
 private:
@@ -205,7 +209,7 @@ private:
         Column<Level> column;
     };
 
-    // Bands mostly come without gaps.
+    // Looks at the place where the band is when the bands have no gaps, which is the usual case, before it searches.
     const Column<Level>* find(Quantity quantity, int band) const {
         const auto q = static_cast<std::size_t>(quantity);
         std::size_t at = begins_[q] + static_cast<std::size_t>(band);
@@ -217,7 +221,7 @@ private:
         return nullptr;
     }
 
-    Column<Level>& slot(Quantity quantity, int band); // makes it
+    Column<Level>& slot(Quantity quantity, int band); // creates the column when it is absent
 
     void addSlotsOf(const IntervalColumns& other);
 

@@ -1,5 +1,5 @@
-// Puts the levels of one column into rows that are 0 so far, without looking the column up for each of them. The rows
-// must stay as many as they are, and unshared, while it is in use; they must outlive it.
+// Puts the levels of one column into rows that are 0 so far, without looking the column up for each of them. While it
+// is in use the number of rows must not change and they must not be shared with a copy; they must outlive it.
 #pragma once
 
 #include "model/IntervalColumns.h"
@@ -17,7 +17,7 @@ public:
     }
 
 private:
-    // The first value on a page goes in by way of the rows, which count the pages that have one.
+    // The first value on a page is set through the rows object, which counts the pages that hold a value.
     void turnTo(std::size_t row, Level level) {
         constexpr std::size_t kCells = kPage / sizeof(Level);
         rows_->setLevel(quantity_, band_, row, level);
@@ -30,7 +30,7 @@ private:
     Quantity quantity_;
     int band_;
     std::span<Level> cells_;
-    std::size_t begin_ = 0, end_ = 0; // rows of the page under way
+    std::size_t begin_ = 0, end_ = 0; // the rows of the current page; end_ is excluded
 };
 
 } // namespace kestrane

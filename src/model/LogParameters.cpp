@@ -15,7 +15,7 @@ clsValue flagValue(bool flag) {
     return value;
 }
 
-// The log holds no such figure whatever its numbers say.
+// True when the instrument does not record this figure, whatever number the log holds for it.
 bool isNotRecorded(const clsLog& log, int parameter) {
     if (!log.has(Trait::NoLmin)) return false;
     return parameter == eLmin || (parameter == eLmax && log.TestLocationType() == NoiseAtWorkLocation);
@@ -48,7 +48,7 @@ bool hasIntervalValues(const clsLog& log, int channel, int parameter) {
     return false;
 }
 
-// A text of a channel for each of the first four parameters, by number from eLeq.
+// The caption functions of the first four parameters, in the order of their numbers from eLeq on.
 struct WeightedCaption {
     std::string (clsLog::*channelA)() const;
     std::string (clsLog::*channelB)() const;

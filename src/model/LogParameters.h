@@ -11,39 +11,44 @@
 
 namespace kestrane {
 
-// Stands for no band in a caption.
+// Passed as the band text of a caption without a band.
 constexpr std::string_view kNoBand = "\u00AC";
 constexpr int kNoChannel = -1;
 
-// The caption of a parameter (1..ParameterCount). With a log and a channel the level names carry its weighting; a band
-// text other than kNoBand or empty is appended to Leq, Lmin, Lmax and Ln as " <band> Hz"; a log with channel B names
-// the channel. log may be null.
+// The caption of a parameter (1..ParameterCount). With a log and a channel, the names of levels carry the channel's
+// weighting. For Leq, Lmin, Lmax and Ln a band text other than kNoBand or the empty text is appended as " <band> Hz".
+// For a log with channel B the channel's name is added. log may be null: then the caption has no weighting and no
+// channel.
 std::string VariableCaption(const Session& session, int parameter, int channel, std::string_view bandText,
                             const clsLog* log);
 
-// The caption of a parameter other than an Ln in a log: the level names carry the weighting of the channel (1, 2).
+// The caption in a log of a parameter other than an Ln; the names of levels carry the weighting of the channel (1, 2).
 std::string levelCaption(const clsLog& log, int channel, int parameter);
 
-// The cumulative figure of a channel (1, 2), parameter and band (0..last; figures without bands ignore it). Overload is
-// -1 or 0. A quantity that a channel does not have is 0.
+// The cumulative figure of a channel (1, 2), parameter and band (0..last; figures without bands ignore it). The
+// overload flag is -1 or 0. A quantity that the channel does not have is 0.
 clsValue cumulativeValue(const clsLog& log, int channel, int parameter, int band);
 
-// The same of a row, counted from 1.
+// The figure of a row, counted from 1; row must be in 1..Count, which is not checked.
 clsValue intervalValue(const clsLog& log, std::int64_t row, int channel, int parameter, int band);
 
-// Where the rows keep a parameter of a channel. Quantity::End: no row has it, or it is the overload flag.
+// The quantity in which the rows keep a parameter of a channel. Quantity::End when no row has it, and for the overload
+// flag.
 Quantity intervalQuantity(int channel, int parameter);
 const Column<std::uint8_t>& overloadColumn(const IntervalColumns& rows, int channel);
 
-// Matches the log's Plottable table to its data: what the application's options allow and the log holds a figure for.
-// Cumulative entries that fall away are not plotted either. Rows are looked at when the log has any.
+// Makes the log's Plottable table match its data: an entry is set when the application's options allow it and the log
+// holds a figure for it. Entries that are not plottable are no longer plotted either. While the log has no rows, the
+// entries of kind 2 stay as they are.
 void SetPlottableValues(clsLog& log);
 
-// Cuts the Plottable table of a working copy to what a Brevik model records, by its name and the log's location type.
+// Reduces the Plottable table of a working copy to what a Brevik model records, by the model's name and the log's
+// location type.
 void RestrictToBrevik(const Session& session, clsLogOptions& options, std::string_view insName,
                       std::string_view locationType);
 
-// The options that a log is shown with: its own, cut for the Brevik family (there, shown is what is also plottable).
+// The options that a log is shown with. They are its own; for the Brevik family they are reduced first, and only what
+// is plottable after that is shown.
 clsLogOptions displayOptions(const clsLog& log);
 
 } // namespace kestrane

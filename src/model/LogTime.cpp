@@ -23,14 +23,15 @@ std::int32_t wholeRun(const clsLog& log) {
     return roundToLong((end - start) * kDay);
 }
 
-// Seconds from one row to the next, both counted from 0.
+// Seconds from one row to a later one, both counted from 0. A time of day that is earlier than the row's is taken to be
+// on the next day.
 std::int32_t spacing(const IntervalColumns& rows, std::size_t row, std::size_t next) {
     const std::int32_t step = rows.StartTime.at(next) - rows.StartTime.at(row);
     if (step < 0) return step + kDay;
     return roundToLong(step + (rows.StartDate.at(next) - rows.StartDate.at(row)) * kDay);
 }
 
-// The spacing that occurs most often, the first seen on a tie.
+// The spacing that occurs most often; of several, the one that comes first. There must be at least two rows.
 std::int32_t commonSpacing(const IntervalColumns& rows, bool& isErratic) {
     std::unordered_map<std::int32_t, std::size_t> counts;
     std::vector<std::int32_t> inOrder;
@@ -46,7 +47,7 @@ std::int32_t commonSpacing(const IntervalColumns& rows, bool& isErratic) {
     return winner;
 }
 
-// The seconds of stamps that carry whole minutes only, counted on from the start of the log.
+// Rebuilds the seconds of time stamps that carry whole minutes only, by counting intervals from the start of the log.
 void rebuildSeconds(clsLog& log) {
     IntervalColumns& rows = log.LogIntervals.Columns();
     const std::span<std::int32_t> times = rows.StartTime.write(rows.count(), rows.capacity());
@@ -157,7 +158,7 @@ void SetSampleDates(clsLog& log) {
             std::int64_t step = std::int64_t{rows.StartTime.at(row)} - rows.StartTime.at(row - 1);
             if (step == 0) step = log.Interval;
             if (step < 1) {
-                days += (kDay - step) / kDay; // as many as make it 1 second or more
+                days += (kDay - step) / kDay; // the number of days that makes the step at least 1 second
                 date = dateAfter(days);
             }
         }

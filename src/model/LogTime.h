@@ -1,5 +1,5 @@
 // How long a log is, by the instrument, by its rows or by its start and end; and what follows from the time stamps of
-// its rows. Rule: instrument convention.
+// its rows. The rules are instrument convention.
 #pragma once
 
 #include "model/clsLog.h"
@@ -9,28 +9,29 @@
 
 namespace kestrane {
 
-enum class Run : bool { Measured, Whole }; // as measured, or from start to end
+enum class Run : bool { Measured, Whole }; // the time measured, or the time from start to end
 enum class ExcludedRows : bool { Count, LeftOut };
 
-// The log's time in the unit 's', 'm' or 'h' (any case; 0 for any other), in single precision. The instrument's own
-// run time counts first; without one, number of rows times Interval; without rows, or for Run::Whole, the
-// whole run from start to end. Excluded rows are never left out of the whole run. Raises 6 past 32
-// bits.
+// The length of the log in the unit 's', 'm' or 'h' (any case; 0 for any other unit), in single precision. For
+// Run::Measured it is the run time that the instrument reported; when it reported none, the number of rows times
+// Interval. Without rows as well, and for Run::Whole, it is the time from start to end, and then excluded rows are
+// counted all the same. Raises 6 when the seconds do not fit 32 bits.
 float getTime(const clsLog& log, char unit, Run run, ExcludedRows excluded);
 float getTimeFromSeconds(char unit, std::int32_t lngSecs);
 
-// The length as text. A log of a month or more loses the whole month, and one that ends before it starts counts back
-// from the end of a month.
+// The length of the log as text; empty when it cannot be calculated. A log of a month or more loses the whole month
+// from the text, and one that ends before it starts counts back from the end of a month; both are meant.
 std::string LogLengthText(const clsLog& log);
 
-// Five minutes or more of data. False when the time cannot be told.
+// Whether there are five minutes or more of data. False when the length cannot be calculated.
 bool lastsFiveMinutes(const clsLog& log, ExcludedRows excluded);
 
-// Percentile levels are shown for five minutes or more of data; a zoomed log goes by the log it was cut from. False
-// unless channel is 1 and Ln (1..10) is in use.
+// Percentile levels are shown when there are five minutes or more of data; a zoomed log goes by the log that it was cut
+// from. False unless channel is 1 and the percentile ln (1..10) is in use.
 bool IsLnCumulativeValid(const clsLog& log, int channel, int ln);
 
-// Derive Interval and IsErraticIntervals, or the dates of the rows, from the rows' time stamps.
+// Derive Interval and IsErraticIntervals (SetInterval) or the dates of the rows (SetSampleDates) from the time stamps
+// of the rows.
 void SetInterval(clsLog& log);
 void SetSampleDates(clsLog& log);
 

@@ -1,5 +1,5 @@
-// The numbers of the parameters that a log can show, and of the channels and kinds by which they are asked for. What is
-// known of each parameter stands in Parameters.h.
+// The numbers of the parameters that a log can show, and of the channels and kinds by which code asks for them. What is
+// known of each parameter is in Parameters.h.
 #pragma once
 
 namespace kestrane {
@@ -27,7 +27,7 @@ enum Parameter : int {
 
 constexpr int ParameterCount = 26;
 
-// The parameter of percentile ln (1..10), and back: 0 for a parameter that is none.
+// The parameter of percentile ln (1..10); and the percentile of a parameter, 0 for a parameter that is no percentile.
 constexpr Parameter eLn(int ln) {
     return static_cast<Parameter>(eLn1 + ln - 1);
 }

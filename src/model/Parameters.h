@@ -26,17 +26,18 @@ constexpr std::string_view reportFormat(ParameterUnit unit) {
                                              : kDecibelFormat;
 }
 
-// The figures of a parameter on one channel. An empty name: the channel has no such figure of that kind.
+// Where the figures of a parameter on one channel are. An empty name means that the channel has no such figure.
 struct ParameterSource {
     std::string_view cumulativeName{};       // the member of the log, as JSON names it
-    clsValue LogData::*cumulative = nullptr; // null: none, or kept by band
+    clsValue LogData::*cumulative = nullptr; // null when there is none or it is kept by band
     std::string_view cumulativeElement{};    // in the data file
     std::string_view rowName{};              // the member of a row, as JSON names it
-    Quantity rows = Quantity::End;           // the columns of the rows; End: none, or the overload flag
+    Quantity rows = Quantity::End;           // the columns of the rows; End for none and for the overload flag
     std::string_view rowElement{};           // in the data file
 };
 
-// The bits of the pairs of channel and kind where a parameter can be plotted, and is shown by default.
+// The bits of the pairs of channel (A, B) and kind (C cumulative, I interval), for where a parameter can be plotted and
+// where it is shown by default.
 constexpr unsigned kPlotAC = 1;
 constexpr unsigned kPlotAI = 2;
 constexpr unsigned kPlotBC = 4;
@@ -49,10 +50,10 @@ struct ParameterInfo {
     Parameter parameter;
     std::string_view name;
     std::string_view settingsKey;
-    std::string_view displayElement;  // of the flag that says whether the data file's user wants it shown
-    std::string LabelTexts::*caption; // null: "Ln" and its number
+    std::string_view displayElement;  // of the flag in the data file that says whether the user wants it shown
+    std::string LabelTexts::*caption; // null for "Ln" and its number
     ParameterUnit unit;
-    BandValues LogData::*bands; // channel A by band; null: one figure, or an Ln
+    BandValues LogData::*bands; // channel A by band; null for one figure, and for an Ln
     unsigned plottable, shown;
     ParameterSource A{}, B{};
 };
@@ -64,7 +65,7 @@ using D = LogData;
 using Q = Quantity;
 using U = ParameterUnit;
 
-// The ten Lns differ in their number alone.
+// The ten Lns differ only in their number.
 constexpr ParameterInfo ln(int number, std::string_view name, std::string_view key, std::string_view element) {
     return {eLn(number),
             name,
@@ -120,7 +121,7 @@ constexpr std::array<ParameterInfo, static_cast<std::size_t>(ParameterCount)> kA
 
 } // namespace parameter_rows
 
-// By number: parameters()[0] is eLeq.
+// Indexed by number less 1: parameters()[0] is eLeq.
 constexpr const std::array<ParameterInfo, static_cast<std::size_t>(ParameterCount)>& parameters() {
     return parameter_rows::kAll;
 }
@@ -136,7 +137,7 @@ constexpr const ParameterSource& sourceOf(int channel, int parameter) {
     return channel == kChannelA ? info.A : info.B;
 }
 
-// The parameter has a figure for each band on channel A: Leq, Lmin, Lmax and the Lns.
+// Whether the parameter has a figure for each band on channel A: Leq, Lmin, Lmax and the Lns.
 constexpr bool isBanded(int parameter) {
     return parameterInfo(parameter).bands != nullptr || lnOf(parameter) != 0;
 }

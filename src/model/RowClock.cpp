@@ -12,7 +12,7 @@ namespace kestrane {
 namespace {
 
 constexpr std::int64_t kSecondsOfDay = 86'400;
-constexpr std::int64_t kUnset = 2;           // 1 January 1900, which means not set; no date is 0
+constexpr std::int64_t kUnset = 2;           // 1 January 1900, which means not set; a row without a date has 0
 constexpr std::int64_t kLastDay = 2'958'465; // 31 December 9999
 
 } // namespace

@@ -1,5 +1,5 @@
-// The process-wide values of the program in one object, filled at start; a test makes its own. Owns the open documents.
-// Services of the platform and of the frame are reached through it and belong to whoever made them.
+// All process-wide values of the program in one object, filled at start; a test makes its own. It owns the open
+// documents. It gives access to the services of the platform and of the frame, which belong to whoever made them.
 #pragma once
 
 #include "model/Colour.h"
@@ -32,7 +32,7 @@ struct LabelTexts {
     std::string ExchangeRate, SEL, LAvg, TWA, Ltm3, Ltm5, Pa2h, Overload;
 };
 
-// What the logic asks of the frame. The default does nothing: a program without windows.
+// What the logic asks of the main window. This base class does nothing: it stands for a program without windows.
 class Frame {
 public:
     enum class Panel { Status, Process, Error };
@@ -41,28 +41,30 @@ public:
 
     virtual void SetPanel(Panel, const std::string& /*text*/) {}
 
-    virtual void ClearPanel(Panel, const std::string& /*text*/) {} // if that is what it says
+    virtual void ClearPanel(Panel, const std::string& /*text*/) {} // only if the panel shows this text
 
-    // What a command has done that is not to be seen where it was given: in the status bar, or on standard error.
+    // Reports the effect of a command that cannot be seen where the command was given: in the status bar, or on
+    // standard error.
     virtual void Tell(const std::string& /*text*/) {}
 
     virtual void EnableMenusAndButtons() {}
 
     virtual void RebuildExplorerTrees() {}
 
-    // Selects a log in the tree of the explorer in front, and shows it there as soon as its rows have come.
+    // Selects a log in the tree of the explorer in front. With isToShow it is also shown there as soon as its rows have
+    // come.
     virtual void ChooseLog(const std::string& /*key*/, bool /*isToShow*/) {}
 
-    // Long work is done elsewhere while the caller waits: the user sees that, and can give no command meanwhile.
+    // Long work is done elsewhere while the caller waits. The user sees that, and cannot give a command meanwhile.
     virtual void SetBusy(bool /*isBusy*/) {}
 
-    // Runs events until isDone, telling the user what for. False when the user would rather not wait.
+    // Runs events until isDone, showing the user what is being waited for. False when the user does not want to wait.
     virtual bool WaitUntil(EventPump& pump, const std::string& /*what*/, const std::function<bool()>& isDone) {
         pump.runUntil(isDone);
         return true;
     }
 
-    // The figures or rows of a log have changed: explorers that show it draw it anew.
+    // The figures or rows of a log have changed: explorers that show it are to redraw it.
     virtual void LogValuesChanged(const clsLog& /*log*/) {}
 };
 
@@ -91,13 +93,14 @@ struct Session {
 
     std::string DocumentsFolder; // of the user; empty: not known
     clsOptions Options;
-    std::uint64_t EditTurns = 0; // steps done, undone and done again, of all documents
+    std::uint64_t EditTurns = 0; // counts the steps done, undone and done again in all documents
     std::vector<std::unique_ptr<clsFile>> OpenFiles;
     std::vector<std::string> RecentFiles; // at most four names, the most recent first
 
     std::string LoadText(Text::Id id) const { return texts.LoadText(id); }
 
-    // The one message box. An empty title is the application's; while background work runs the box is system-modal.
+    // Shows the one message box. An empty title stands for the application's; while background work runs the box is
+    // system-modal.
     Button ShowMessage(const std::string& prompt, int flags, const std::string& title = {});
 
     bool IsIdle() const; // no log of any open file is loading or recalculating

@@ -30,7 +30,7 @@ inline std::string settingsText(const std::string& value) {
     return value;
 }
 
-// Convert the text of the store; raise 13 or 6 when it is no such value.
+// These convert a text of the store; they raise 13 or 6 when it is no value of the type.
 void fromSettingsText(std::string_view text, bool& value); // True, False, Yes, No, or a number
 void fromSettingsText(std::string_view text, std::int16_t& value);
 void fromSettingsText(std::string_view text, float& value);

@@ -20,7 +20,8 @@ int wholePart(std::string_view text) {
     return value;
 }
 
-// The digits "hhmmss" that a typed text stands for, or any other text when it is no good.
+// The digits "hhmmss" that a typed text stands for; a text of another length or with other characters when it stands
+// for none.
 std::string sixDigits(std::string s, bool AsDuration) {
     std::size_t colon = s.find(':');
     if (colon == std::string::npos) {

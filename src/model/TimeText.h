@@ -6,14 +6,14 @@
 
 namespace kestrane {
 
-// "h:m:s" with three integer parts to hours. Raises 13 for any other text.
+// Converts "h:m:s", three whole numbers, to hours. Raises 13 for any other text.
 double TimeTextToHours(std::string_view text);
 
-// "hh:mm:ss". The seconds are rounded and not carried: 1.99999 gives "01:59:60".
+// "hh:mm:ss". The seconds are rounded and not carried, so that 1.99999 gives "01:59:60"; that is meant.
 std::string HoursToTimeText(float hours);
 
-// "hh:mm:ss" from what a user typed, hours first ("130", "8:30", "08:30:5"), or empty when it is no good. Up to
-// 23:59:59; a duration up to 24:00:00, and its hours may stand alone ("8").
+// "hh:mm:ss" from what a user typed, hours first ("130", "8:30", "08:30:5"); empty when it is no time. The largest time
+// of day is 23:59:59. A duration may be up to 24:00:00, and its hours may stand alone ("8").
 std::string NormaliseTimeText(std::string_view text, bool AsDuration);
 
 } // namespace kestrane

@@ -24,7 +24,7 @@ void UndoStack::markSaved() {
     isMarked_ = false;
 }
 
-// A step that half its document has lost ends the history.
+// Drops the oldest step when there are more than kSteps.
 void UndoStack::trim() {
     if (done_.size() <= kSteps) return;
     if (done_.front()->isOfContent()) ++dropped_;

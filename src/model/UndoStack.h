@@ -1,6 +1,6 @@
-// What has been done to a document and can be undone, and what has been undone and can be done again, newest first. It
-// also knows where the document was saved, so that one undone to that place counts as unchanged. Owned by the document;
-// knows nothing of what a step does.
+// The steps of a document that can be undone, and those that were undone and can be done again. It also remembers at
+// which step the document was saved, so that undoing back to that point makes it count as unchanged. Owned by the
+// document; it does not know what a step does.
 #pragma once
 
 #include <cstddef>
@@ -14,8 +14,8 @@ namespace kestrane {
 
 class clsFile;
 
-// One step of two documents: each has a half of it in its stack. It lives as long as both halves do: what the stack of
-// one has lost can no longer be undone in the other.
+// One step that changes two documents: each has half of it in its stack. It lives as long as both halves do: when one
+// stack has dropped its half, the other half can no longer be undone.
 struct JoinedStep {
     clsFile* Source;
     clsFile* Target;
@@ -29,13 +29,13 @@ public:
 
     const Text::Id Title; // number of the text that names what was done
     std::shared_ptr<const JoinedStep> Joined;
-    std::uint64_t Turn = 0; // when it was last done, undone or done again, counted over all documents
+    std::uint64_t Turn = 0; // when it was last done, undone or done again, as counted over all documents
 
-    // Exchanges what the document has with what is kept here: undoes, and the next time does again. Raises what stands
-    // in the way, with both as they were.
+    // Exchanges what the document has with what is kept here: the first call undoes the step, the next does it again.
+    // When something prevents that it raises an error and leaves both as they were.
     virtual void exchange() = 0;
 
-    virtual bool isOfContent() const { return true; } // what is saved differs before and after
+    virtual bool isOfContent() const { return true; } // whether what is saved differs before and after the step
 };
 
 enum class Direction { Undo, Redo };
@@ -44,19 +44,19 @@ class UndoStack {
 public:
     explicit UndoStack(std::uint64_t& turns) : turns_(turns) {} // counts the steps of all documents
 
-    // Takes a step that has just been done; what could be done again is forgotten. wasChanged: the document counted as
-    // changed before the step.
+    // Takes a step that has just been done and forgets the steps that could be done again. wasChanged says whether the
+    // document counted as changed before the step.
     void record(std::unique_ptr<EditStep> step, bool wasChanged);
 
-    EditStep* next(Direction direction) const; // that would be exchanged; null: none
-    void exchange(Direction direction);        // it; there must be one. Raises what the step raises
+    EditStep* next(Direction direction) const; // the step that exchange would take; null when there is none
+    void exchange(Direction direction);        // there must be a next step; raises what the step raises
 
     void markSaved();
 
-    // The document stands as it was loaded or last saved, and is not marked.
+    // Whether the document is as it was when it was loaded or last saved, and is not marked.
     bool isAtSaved() const { return saved_ == contentSteps() && !isMarked_; }
 
-    // A step of another document counts as a change of this one, which it leaves as it is.
+    // Marks this document as changed by a step of another document that leaves its own content as it is.
     void mark(bool isMarked) { isMarked_ = isMarked; }
 
     bool isMarked() const { return isMarked_; }
@@ -69,10 +69,10 @@ private:
     void trim();
 
     std::uint64_t& turns_;
-    std::vector<std::unique_ptr<EditStep>> done_, undone_; // the newest last
-    std::ptrdiff_t dropped_ = 0;                           // content steps that fell off the far end
+    std::vector<std::unique_ptr<EditStep>> done_, undone_; // the newest step is the last
+    std::ptrdiff_t dropped_ = 0; // steps of content that were dropped because there were more than kSteps
     bool isMarked_ = false;
-    std::ptrdiff_t saved_ = 0; // content steps before the place of saving
+    std::ptrdiff_t saved_ = 0; // steps of content that were done when the document was saved
 };
 
 } // namespace kestrane

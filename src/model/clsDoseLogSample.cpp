@@ -8,7 +8,7 @@ namespace kestrane {
 
 namespace {
 
-// Takes what the formula gives, or 0 when it cannot be held.
+// Sets the figure to what the formula gives, or to 0 when the result does not fit a single.
 template <class Formula>
 void assign(clsValue& figure, Formula formula) {
     try {
@@ -37,7 +37,7 @@ clsValue clsDoseLogSample::getDose() const {
 
 void clsDoseLogSample::Copy(const clsDoseLogSample& objPrevSample) {
     *this = objPrevSample;
-    Dose.Copy(objPrevSample.Leq); // meant so: the stored dose of a copied row is never shown
+    Dose.Copy(objPrevSample.Leq); // this is meant: the stored dose of a copied row is never shown
 }
 
 } // namespace kestrane

@@ -17,18 +17,19 @@ public:
     clsDate SampleDate;
     clsTime SampleTime;
     std::string Note;
-    clsValue Leq; // dB
-    clsValue Dose;
+    clsValue Leq;  // dB
+    clsValue Dose; // %
     clsTime Duration;
-    bool IsIncluded = false; // takes part in the totals
+    bool IsIncluded = false; // whether it takes part in the totals
 
-    // The row's exposure level, dB: Leq + 10 log10(T/8); 0 when Leq or the duration T (hours) is 0.
+    // The row's exposure level in dB: Leq + 10 log10(T/8); 0 when Leq or the duration T (hours) is 0.
     clsValue getLex() const;
 
-    // The row's dose, %: 12.5 T 10^((Leq - Criterion) log10(2) / Exchange); 0 when a factor is missing or on overflow.
+    // The row's dose in %: 12.5 T 10^((Leq - Criterion) log10(2) / Exchange); 0 when a factor is 0 or the result
+    // overflows.
     clsValue getDose() const;
 
-    // Every member; the copy's Dose takes the source's Leq.
+    // Copies every member, but the Dose of the copy is the Leq of the source; that is meant.
     void Copy(const clsDoseLogSample& objPrevSample);
 };
 

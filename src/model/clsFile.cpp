@@ -23,7 +23,7 @@ std::size_t lastSeparator(const std::string& name) {
 clsFile::clsFile(Session& session, std::string fileName) :
     FileName(std::move(fileName)), Edits(session.EditTurns), session_(session) {}
 
-// Work goes from the first log to the last, so one that is still busy is found soonest from the end.
+// Work proceeds from the first log to the last, so searching from the end finds a busy log soonest.
 bool clsFile::IsBusy() const {
     const auto isBusyLog = [](const auto& log) { return log->IsBusy(); };
     return std::any_of(InstrumentDatas.rbegin(), InstrumentDatas.rend(), [&](const auto& data) {

@@ -12,8 +12,8 @@
 
 namespace kestrane {
 
-// What tells two texts of a document apart without keeping them: a hash of the display options of its logs, and one of
-// all else. Intervals are no part of it.
+// Tells two texts of a document apart without keeping them: a hash of the display options of its logs, and one of
+// everything else except the intervals.
 struct DocumentMark {
     std::uint64_t rest = 0, display = 0;
 
@@ -26,41 +26,41 @@ public:
 
     Session& session() const { return session_; }
 
-    std::int16_t FileId = 0; // identity within OpenFiles; 0 until the identity pass
+    std::int16_t FileId = 0; // identity within OpenFiles; 0 until it has been given one
     bool Expanded = false;
     std::string FileName; // full path; a bare name for a download that has never been saved
     std::vector<std::unique_ptr<clsInsData>> InstrumentDatas; // in display order
-    bool ToBeSaved = false; // the answer to the save question, for the second pass of closing
+    bool ToBeSaved = false; // the user's answer to the save question, kept for the second pass of closing
     bool OldStyle = false;  // the content came from a format that cannot be written back
     bool Changed = false;   // once set, only a save clears it
-    DocumentMark SavedMark; // of the document after the last load or save
+    DocumentMark SavedMark; // of the document as it was last loaded or saved
     UndoStack Edits;        // what can be undone and done again
 
     bool JustAcquired() const { return FileName == ShortenedFileName(); } // FileName holds no path
 
     bool IsOldStyle() const { return OldStyle; }
 
-    // Never saved, or marked as changed, or edited since. Costs nothing, and may say so of a document whose text has
-    // come back to what it was.
+    // Whether the document was never saved, is marked as changed or was edited since. This is cheap, but it may be true
+    // of a document whose text has come back to what it was.
     bool IsUnsaved() const { return JustAcquired() || Changed || !Edits.isAtSaved(); }
 
-    bool IsBusy() const;                   // a log loads, waits for loading or recalculates
-    bool IsInCollection() const;           // in the session's OpenFiles
-    std::string ShortenedFileName() const; // behind the last "\" or "/"
+    bool IsBusy() const;                   // whether a log is loading, waiting for loading or recalculating
+    bool IsInCollection() const;           // whether it is among the session's OpenFiles
+    std::string ShortenedFileName() const; // the part behind the last "\" or "/"
 
-    // Renames on disk (unless nothing has been saved yet) and assigns. A name that begins with "." or holds no path is
-    // taken to lie in the same folder. Raises the system's error with FileName unchanged; an existing file of the new
-    // name is never replaced (EEXIST).
+    // Renames the file on disk and assigns the name; before the first save it only assigns. A name that begins with "."
+    // or holds no path is taken to be in the same folder. Raises the system's error and leaves FileName unchanged; a
+    // file that exists under the new name is never replaced (EEXIST).
     void RenameFile(const std::string& strNewFileName);
 
-    // Adds a copy of a collection, logs included, behind the one with InsDataId intAfter and the new ones behind it;
-    // with 0, before the first; at the end when no collection has that identity (kAtEnd). With blnCut the logs stay
-    // selected as they were.
+    // Adds a copy of a collection and its logs behind the collection with InsDataId intAfter and behind the new ones
+    // (identity 0) that follow it; before the first when intAfter is 0; at the end when no collection has that identity
+    // (kAtEnd). With blnCut the copied logs keep their Selected flag, else it is cleared.
     void append(const clsInsData& objInsData, bool blnCut, int intAfter);
 
     void CopyDoseLogSamples();
     clsInsData* dataById(int insDataId) const;
-    clsInsData* dataOfSerial(const std::string& serial) const; // the first; null for none, and for an empty serial
+    clsInsData* dataOfSerial(const std::string& serial) const; // the first one; null for none, and for an empty serial
 
 private:
     Session& session_;

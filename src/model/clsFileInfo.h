@@ -10,7 +10,8 @@ namespace kestrane {
 
 class clsFileInfo {
 public:
-    // Fills the other fields from the file system; for a file that does not exist all four stay unset.
+    // Takes the name and reads the other fields from the file system; for a file that does not exist all four stay
+    // unset.
     void Name(const std::string& name);
 
     const std::string& Name() const { return name_; }

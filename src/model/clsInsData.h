@@ -1,5 +1,5 @@
-// One instrument data collection: what came from one instrument in one download, or the like part of a file. Owns its
-// logs, in three collections by mode. Owned by a clsFile.
+// One instrument data collection: the logs that came from one instrument in one download, or the corresponding part of
+// a file. It owns its logs, in three collections by mode. Owned by a clsFile.
 #pragma once
 
 #include "model/clsLog.h"
@@ -11,7 +11,7 @@
 
 namespace kestrane {
 
-constexpr int kAtEnd = -1; // an identity that no object has: append places behind the last
+constexpr int kAtEnd = -1; // an identity that no object has: append puts the new object at the end
 
 using LogCollection = std::vector<std::unique_ptr<clsLog>>;
 
@@ -21,7 +21,7 @@ public:
 
     Session& session() const { return session_; }
 
-    std::int32_t InsDataId = 0; // identity within the file; 0 until the identity pass
+    std::int32_t InsDataId = 0; // identity within the file; 0 until it has been given one
     bool Expanded = false, ExpandedL = false, ExpandedO = false, ExpandedT = false;
     float FirmwareVersion = 0;
     std::string InsSerial;
@@ -34,11 +34,13 @@ public:
 
     void InsName(std::string_view name); // trimmed
 
-    // All simple fields; the logs too with bCopyLogs, as whole copies.
+    // Copies all simple fields. With bCopyLogs the logs are copied whole, too; without it the collection ends up
+    // without logs.
     void Copy(const clsInsData& objPrevInsData, bool bCopyLogs);
 
-    // Adds a log to the collection of its mode: a copy, or with blnCut the log itself. It goes behind the log with
-    // LogId intAfter and behind those with LogId 0 that follow it; with 0, before the first log whose LogId is not 0.
+    // Adds a log to the collection of its mode: the first form adds a copy, the second the log itself. It is put behind
+    // the log with LogId intAfter and behind those with LogId 0 that follow it; at the end when no log has that LogId;
+    // when intAfter is 0, before the first log whose LogId is not 0.
     void append(const clsLog& objLog, int intAfter);
     void append(std::unique_ptr<clsLog> objLog, int intAfter);
 
@@ -61,7 +63,7 @@ void forEachLog(const clsInsData& data, Visit&& visit) {
     }
 }
 
-// Where a new item with identity 0 goes among items (see append): behind the one with identity after and the new ones
+// Where a new item with identity 0 goes among items (see append): behind the item with identity after and the new ones
 // that follow it; at the end when no item has that identity.
 template <class Item, class Identity>
 auto placeBehind(std::vector<Item>& items, Identity identity, int after) {

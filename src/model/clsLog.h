@@ -1,6 +1,6 @@
-// One logged measurement run of one instrument: what it reported for the whole run, its rows, peaks, exposure rows and
-// display options. Data and display texts only: recalculation is in calc/, background work in server/, files in files/.
-// Owned by a clsInsData; touched on the owner thread only.
+// One logged measurement run of one instrument: what the instrument reported for the whole run, its rows, peaks,
+// exposure rows and display options. It holds data and display texts only: recalculation is in calc/, background work
+// in server/, files in files/. Owned by a clsInsData; used on the owner thread only.
 #pragma once
 
 #include "model/BackgroundWork.h"
@@ -26,7 +26,7 @@ namespace kestrane {
 
 struct Session;
 
-// Members of a log that are carried: copies take them over, and no rule of the program reads them.
+// Members of a log that are only carried: copies take them over, and no rule of the program reads them.
 struct CarriedLogData {
     std::string strDataStream; // reception buffer of a download
     std::string strEndChars;   // end marker of a download block
@@ -34,24 +34,24 @@ struct CarriedLogData {
     std::int32_t SampleCount = 0;
 };
 
-// Everything of a log that a copy takes over.
+// Everything in a log that a copy takes over, except its rows.
 struct LogData : CarriedLogData {
-    bool IsZoomed = false;          // a zoomed range of another log
-    bool IsParent5Mins = false;     // of a zoomed log: the other log lasted at least five minutes
-    bool HasWholeFigures = false;   // of a zoomed log: its cumulative figures are still those of the other log
-    bool FullyCalculated = false;   // cumulative values have been recalculated
+    bool IsZoomed = false;          // this log is a zoomed range of another log
+    bool IsParent5Mins = false;     // in a zoomed log: the other log lasts at least five minutes
+    bool HasWholeFigures = false;   // in a zoomed log: its cumulative figures are still those of the other log
+    bool FullyCalculated = false;   // the cumulative values have been recalculated
     bool SaveDoseCalc = false;      // DoseLogIntervals are to be saved
-    bool AreDoseRowsEdited = false; // the user has made them what they are
+    bool AreDoseRowsEdited = false; // the user has edited DoseLogIntervals
     std::string InsName;
     float FirmwareVersion = 0;
-    std::string Threshold, Range, Region; // as the instrument reported
+    std::string Threshold, Range, Region; // as the instrument reported them
     std::vector<clsDoseLogSample> DoseLogIntervals;
-    std::vector<clsDoseLogSample> KeepDoseLogIntervals; // as loaded
-    std::int16_t CriterionDose = 0, ExchangeDose = 0;   // of the reported figures, dB; 0: the log's own
+    std::vector<clsDoseLogSample> KeepDoseLogIntervals; // DoseLogIntervals as loaded
+    std::int16_t CriterionDose = 0, ExchangeDose = 0;   // of the reported figures, dB; 0: those of the log
     clsLogOptions objLogOptions;
     std::string Name;
-    std::int32_t Number = 0; // on the instrument
-    std::int32_t LogId = 0;  // identity within its collection
+    std::int32_t Number = 0; // the log's number on the instrument
+    std::int32_t LogId = 0;  // identity within its collection; 0 until it has been given one
     bool Selected = false;
     std::int16_t Criterion = 90; // dB
     std::int16_t Exchange = 3;   // dB
@@ -66,11 +66,11 @@ struct LogData : CarriedLogData {
     clsTime CalibTime;
     clsDate StartDate, EndDate;
     clsTime StartTime, EndTime;
-    std::int32_t MeasurementTimeFromInstrument = 0; // seconds; 0 when the instrument tells none
+    std::int32_t MeasurementTimeFromInstrument = 0; // seconds; 0 when the instrument reports none
     clsDate LminCumDateA, LmaxCumDateA, PeakCumDateA;
     clsTime LminCumTimeA, LmaxCumTimeA, PeakCumTimeA;
 
-    // Channel A by band; LnNumberA says which percentile Ln i (1..10) is, 0 for one not in use.
+    // The figures of channel A by band. LnNumberA says which percentile Ln i (1..10) is; 0 when Ln i is not in use.
     BandValues LeqCumA, LminCumA, LmaxCumA;
     LnValues LnCumA;
     clsValue PeakCumA, DoseETCumA, DoseMTCumA, DoseHourA, LepdETCumA, LepdMTCumA, SELCumA, Pa2hCumA, LAvgCumA, TWACumA,
@@ -98,13 +98,13 @@ public:
     clsLogIntervals LogIntervals;
     std::shared_ptr<clsLogShared> objLogShared; // shared with the rows
 
-    // Background work. The flags say what is going on; the work itself is opaque here.
+    // Background work. The flags say what is going on; what the work consists of is not known here.
     bool IntervalsToLoad = false;
     bool IntervalsLoading = false;
     bool IntervalsRecalculating = false;
-    bool HasUnreadIntervals = false; // rows of the file could not be read; saving would lose them
-    bool RecalcWithRows = false;     // a full recalculation waits for the rows
-    bool HasFailedRecalc = false;    // the last recalculation failed: the figures are those from before it
+    bool HasUnreadIntervals = false; // rows of the file could not be read, so that saving would lose them
+    bool RecalcWithRows = false;     // a full recalculation is to run as soon as the rows have come
+    bool HasFailedRecalc = false;    // the last recalculation failed, so the figures are those from before it
     std::int32_t RecalcID = 0;       // counts recalculations
     std::shared_ptr<const IntervalSource> IntervalNodes;
     std::vector<RowRange> LoadRanges;
@@ -112,17 +112,17 @@ public:
     std::shared_ptr<BackgroundWork> RecalcThread;
     int FinishedRanges = 0;
 
-    // Of the recalculation under way or done last.
+    // How the current recalculation runs or the last one ran.
     int RecalcMode = 0;
     bool OverwriteStoredValues = false;
 
     void RaiseLogValuesChanged() const; // tells the frame that the figures or rows have changed
 
-    bool IsOpen = false; // of the tree: shows the open image
+    bool IsOpen = false; // the tree shows the log with the open image
 
     int Mode() const { return objLogShared->Mode(); }
 
-    void Mode(int mode); // values held are lost; raises kErrorApplication for no mode
+    void Mode(int mode); // the figures by band are lost; raises kErrorApplication for an unknown mode
     std::string ModeText() const;
 
     bool IsOctaveLog() const { return Mode() != modeBroadband; }
@@ -131,11 +131,11 @@ public:
 
     std::string_view eStr(int band) const { return objLogShared->eStr(band); }
 
-    std::string LocationType() const; // the stored code; empty for models that have only one
+    std::string LocationType() const; // the stored code; empty for models that have only one kind of location
 
     void LocationType(std::string_view code) { objLogShared->LocationType = code; }
 
-    std::string TestLocationType() const; // the stored code, or the one that such a model has
+    std::string TestLocationType() const; // the stored code; without one, the code that follows from the model
 
     const std::string& OctaveType() const { return objLogShared->OctaveType; }
 
@@ -154,7 +154,7 @@ public:
     void TimeWeightA(std::string_view text);
     void TimeWeightB(std::string_view text);
 
-    // Captions with the weighting of the channel; those of channel B are empty without one.
+    // Captions with the weighting of the channel; those of channel B are empty when the log has no channel B.
     std::string LeqTextA() const, LminTextA() const, LmaxTextA() const, PeakTextA() const;
     std::string LeqTextB() const, LminTextB() const, LmaxTextB() const, PeakTextB() const;
     std::string IsLnNumbersOnText() const;
@@ -166,14 +166,16 @@ public:
     bool IsBrevikMeter() const, IsBrevikEMeter() const, IsBrevikSMeter() const, IsBrevikSEMeter() const;
     bool IsHalcyrMeter() const, IsHalcyrMeter116E() const, IsHalcyrDoseMeter() const, IsOldDoseMeter() const;
 
-    // intStart 0: everything. Else a range of the source, rows intStart to intEnd: start and end come from its rows,
-    // the figures start as the source reported them, and its measurement time is its own. Background work is not
-    // copied, but whether rows could not be read is. Raises 9 for rows that are not there.
+    // Copies the log: everything when intStart is 0, else rows intStart to intEnd, both included. For a range, start
+    // and end come from its first and last row, the cumulative figures become those that the instrument reported, and
+    // the measurement time is 0, so that it follows from the rows. Background work is not copied; whether rows could
+    // not be read is. Raises 9 when rows are out of range and kErrorApplication while the source's rows are still to be
+    // loaded.
     void Copy(const clsLog& objPrevLog, std::int64_t intStart, std::int64_t intEnd);
 
     void CopyDoseLogSamples() { KeepDoseLogIntervals = DoseLogIntervals; }
 
-    bool Warn() const; // a recalculation is going to be slow
+    bool Warn() const; // the log has so many rows that a recalculation is slow
 
     bool IsBusy() const { return IntervalsToLoad || IntervalsLoading || IntervalsRecalculating; }
 
@@ -184,7 +186,7 @@ private:
     Session& session_;
 };
 
-// "1 hour 2 mins 3 secs" with the parts that are 0 left out.
+// A duration such as "1 hour 2 mins 3 secs", without the parts that are 0.
 std::string DurationText(const Session& session, std::int64_t hours, std::int64_t mins, std::int64_t secs);
 
 } // namespace kestrane

@@ -1,5 +1,5 @@
-// One interval row as an object: code fills one and commits it to clsLogIntervals, or asks for a row and gets a new
-// one. Changing it changes nothing in the store until it is committed.
+// One interval row as an object. Code fills one and commits it to clsLogIntervals, or asks for a row and gets a copy.
+// Changing the object changes nothing in the store until it is committed.
 #pragma once
 
 #include "model/BandValues.h"
@@ -18,7 +18,7 @@ namespace kestrane {
 class clsLogInterval {
 public:
     bool isExcluded = false;        // left out of calculations
-    std::int32_t mLngInterval = 0;  // length of this row, seconds; 0 when only the log knows
+    std::int32_t mLngInterval = 0;  // length of this row, seconds; 0 when it is the log's
     std::int16_t mIntCriterion = 0; // dB
     std::int16_t mIntExchange = 0;  // dB
     std::shared_ptr<clsLogShared> objLogShared;
@@ -49,7 +49,7 @@ public:
     bool IsBrevikMeter() const;
 };
 
-// The single quantities of a row beside their members: the one list of them.
+// The one list of the quantities of a row that have no bands, each with its member.
 struct RowMember {
     Quantity quantity;
     clsValue clsLogInterval::*member;

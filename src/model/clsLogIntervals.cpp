@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::int64_t kGrowth = 5000; // rows
 
-// The levels of a row by band.
+// The quantities of a row that have bands, each with its member.
 struct RowBands {
     Quantity quantity;
     BandValues clsLogInterval::*member;
@@ -119,8 +119,8 @@ void clsLogIntervals::Copy(const clsLogIntervals& objPrev, std::int64_t intStart
     if (last < first) raiseIndexOutOfRange();
     columns_ = objPrev.columns_.part(first, last - first + 1);
 
-    // The selection goes by position, so it moves with the rows. An include selection that misses them all keeps a
-    // range that holds no row.
+    // The selection counts rows by position, so it is shifted with them. When an include selection covers none of the
+    // copied rows, the range "0~0" is kept, which contains no row.
     CutIntervals.clear();
     for (const RowRange& range : selectionRanges(objPrev.CutIntervals)) {
         const RowRange moved = {std::max(range.From, intStart) - intStart + 1,
@@ -174,7 +174,8 @@ std::string selectionText(const RowRange& range) {
 std::vector<std::uint8_t> excludedRows(const std::vector<RowRange>& ranges, bool toBeIncluded, std::size_t count) {
     if (ranges.empty()) return {};
     const auto rows = static_cast<std::int64_t>(count);
-    std::vector<std::int32_t> steps(count + 1); // +1 where a range begins, -1 behind its end: one pass for any number
+    // One pass is enough for any number of ranges: +1 where a range begins, -1 behind its end.
+    std::vector<std::int32_t> steps(count + 1);
     for (const RowRange& range : ranges) {
         const std::int64_t first = std::max<std::int64_t>(range.From, 1);
         const std::int64_t last = std::min(range.To, rows);

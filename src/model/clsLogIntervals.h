@@ -1,5 +1,5 @@
 // The rows of a log and the interval selection. Rows are counted from 1 and kept by column (IntervalColumns); a row
-// object exists on demand. Owned by a log; read by the background server through the columns.
+// object is made on demand. Owned by a log; worker threads read it through the columns.
 #pragma once
 
 #include "model/IntervalColumns.h"
@@ -35,16 +35,18 @@ public:
 
     std::int64_t Capacity() const { return static_cast<std::int64_t>(columns_.capacity()); }
 
-    void Clear() { columns_.clear(); } // the room stays
+    void Clear() { columns_.clear(); } // the memory is kept
 
-    // Rows intStart to intEnd (0: all) and their selection. Whole copies share their columns until one is written to.
+    // Copies rows intStart to intEnd, both included (all when intStart is 0), and their part of the selection. A copy
+    // of all rows shares its columns until one of the two is written to. Raises 9 when rows are out of range.
     void Copy(const clsLogIntervals& objPrev, std::int64_t intStart, std::int64_t intEnd);
 
-    // Takes a range of columns into rows from..to, as the background server hands it over; from 0 sizes the rows to the
-    // range first. Raises 9 when it does not fit.
+    // Puts a range of columns, as the background server delivers it, into rows from to to, both included. When from is
+    // 0, the range replaces all rows. Raises 9 when it does not fit.
     void copyData(const IntervalColumns& range, std::int64_t from, std::int64_t to);
 
-    // All rows as flat records, and records back into rows as above. Carried, like the record itself (tLogInterval.h).
+    // All rows as flat records, and flat records back into rows. No rule of the program uses them, like the record
+    // itself (tLogInterval.h).
     void GetData(std::vector<tLogInterval>& records) const;
     void copyData(const std::vector<tLogInterval>& records, std::int64_t from, std::int64_t to);
 
@@ -52,7 +54,7 @@ public:
 
     IntervalColumns& Columns() { return columns_; }
 
-    // Sets isExcluded of every row by the selection. No ranges: nothing is excluded.
+    // Sets isExcluded of every row according to the selection; without ranges no row is excluded.
     void ApplySelection();
     std::int64_t IncludedCount() const;
 
@@ -63,11 +65,11 @@ private:
     IntervalColumns columns_;
 };
 
-// The ranges of a selection, in order; texts that are no range are left out.
+// The ranges of a selection in their order; texts that are no range are skipped.
 std::vector<RowRange> selectionRanges(const std::vector<std::string>& CutIntervals);
 std::string selectionText(const RowRange& range); // "from~to"
 
-// For each of count rows: 1 when the selection leaves it out. Empty when there is no selection.
+// For each of count rows 1 when the selection leaves the row out, else 0. Empty when there are no ranges.
 std::vector<std::uint8_t> excludedRows(const std::vector<RowRange>& ranges, bool toBeIncluded, std::size_t count);
 
 } // namespace kestrane

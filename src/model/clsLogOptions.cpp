@@ -27,7 +27,7 @@ constexpr unsigned plotBit(int channel, int kind) {
     return 1U << static_cast<unsigned>(2 * (channel - kChannelA) + kind - kCumulative);
 }
 
-// Calls visit(settings key, channel, kind, parameter) for every entry of the plotted table, in the store's order.
+// Calls visit(settings key, channel, kind, parameter) for every entry of the plotted table, in the order of the store.
 template <class Visit>
 void forEachPlotKey(Visit visit) {
     for (const int channel : {kChannelA, kChannelB}) {

@@ -1,5 +1,5 @@
-// Which quantities of a log can be shown, which are shown, and how charts look. Each log owns one; the application's
-// options own the set that new logs start from.
+// Which quantities of a log can be shown, which ones are shown, and how charts look. Each log owns one; the
+// application's options own the set that new logs start from.
 #pragma once
 
 #include "model/Parameter.h"
@@ -44,8 +44,8 @@ public:
 
     void Copy(const clsLogOptions& other) { *this = other; }
 
-    // Reads every key of the store, with the present value as default. A text that cannot be converted leaves the
-    // value; the keys of such texts are added to badKeys. A line width outside 10 to 60 is held to it.
+    // Reads every key of the store, with the present value as the default. A text that cannot be converted leaves the
+    // value as it is, and its key is added to badKeys. A line width below 10 becomes 10, one above 60 becomes 60.
     void GetFromRegistry(const SettingsStore& store, std::vector<std::string>& badKeys);
     void SaveToRegistry(SettingsStore& store) const;
 };

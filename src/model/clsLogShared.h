@@ -1,5 +1,5 @@
-// What a log and all of its rows have in common: mode, location type and octave type; and the band table of each mode.
-// Band 0 is the overall figure, 1 to e("Last") are bands.
+// What a log and all of its rows have in common: mode, location type and octave type; and the bands of each mode. Band
+// 0 is the overall figure; bands 1 to e("Last") are the frequency bands.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@ constexpr int modeFullOctave = 1;
 constexpr int modeThirdOctave = 2;
 inline constexpr std::array kLogModes = {modeBroadband, modeFullOctave, modeThirdOctave}; // in the order of the tree
 constexpr int NumberOfLns = 10;
-constexpr int kBandCount = 34; // overall and the 33 bands of a third-octave log
+constexpr int kBandCount = 34; // the overall figure and the 33 bands of a third-octave log
 
 constexpr std::string_view EnvironmentLocation = "ENV";
 constexpr std::string_view NoiseAtWorkLocation = "IND";
@@ -25,10 +25,11 @@ constexpr std::string_view LeqOctave = "Leq";
 // The last band of a mode: 0, 11 or 33.
 int lastBand(int mode);
 
-// The band of a label ("12.5" to "20k", "Last"); 0 for any other text and in a broadband log.
+// The band number of a label ("12.5" to "20k"), or the last band for "Last"; 0 for any other text, and always in a
+// broadband log.
 int e(int mode, std::string_view bandText);
 
-// The label of a band; empty for band 0 and outside the mode's range.
+// The label of a band; empty for band 0 and for a band that the mode does not have.
 std::string_view eStr(int mode, int band);
 
 class clsLogShared {
@@ -38,7 +39,7 @@ public:
 
     int Mode() const { return mode_; }
 
-    void Mode(int mode); // raises kErrorApplication for anything but the three modes, and keeps its value
+    void Mode(int mode); // raises kErrorApplication and keeps its value for anything but the three modes
 
     void Copy(const clsLogShared& objPrevLogShared) { *this = objPrevLogShared; }
 

@@ -6,7 +6,7 @@ namespace kestrane {
 
 namespace {
 
-// The one list of keys. visit(key, member)
+// The one list of keys. Calls visit(key, member) for each.
 template <class Self, class Visit>
 void forEachKey(Self& options, Visit visit) {
     visit("Company", options.CompanyName);

@@ -30,7 +30,7 @@ public:
     std::string CompanyLogoFile; // path of the logo picture for reports
     std::string DefaultDataDirectory;
     std::int16_t SerialPort = 1;
-    bool PrintIntervals = true; // the default report includes intervals
+    bool PrintIntervals = true; // the default report includes the intervals
     std::string HomePage;
     std::string HPDAddress; // where the protector database is downloaded from
     std::int16_t FilesOnTreeView = eDisplayFilesAsNodes;
@@ -40,20 +40,20 @@ public:
     bool RecalcOnOpen = true;
     std::int16_t HPDCalc = eHPDModeEUHSE;
     std::string HPDCalcMethod = "Auto"; // "Auto", "HML", "SNR" or "NRR"
-    std::int16_t ActionLevel = 80;      // dB, that a protected level is judged by: 80 or 85
+    std::int16_t ActionLevel = 80;      // dB; a protected level is judged by it: 80 or 85
     clsLogOptions objLogOptions;
 
     bool IsUSHPDMode() const { return HPDCalc == eHPDModeUSOSHA || HPDCalc == eHPDModeUSNIOSH; }
 
-    // Reads all keys, each with the present value as default. Returns the keys whose text could not be converted; their
-    // values stay.
+    // Reads all keys, each with the present value as the default. Returns the keys whose text could not be converted;
+    // their values stay as they are.
     std::vector<std::string> GetFromRegistry(const SettingsStore& store);
     void SaveToRegistry(SettingsStore& store) const;
 
     void Copy(const clsOptions& other) { *this = other; }
 
-    // Something differs that a log on display must be redrawn for: a font, the shift length, chart style, line width,
-    // or what is plotted.
+    // Whether something differs that makes it necessary to redraw a log: a font, the shift length, the chart style, the
+    // line width, or what is plotted.
     bool DisplayDifferences(const clsOptions& other) const;
 };
 

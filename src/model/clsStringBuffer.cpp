@@ -24,7 +24,7 @@ void clsStringBuffer::flush() {
     length_ = 0;
 }
 
-// Grows in steps, and by half of the size when that is more, so that the cost stays linear for long texts.
+// Grows in steps, or by half of the present size when that is more, so that the cost stays linear for long texts.
 void clsStringBuffer::makeRoom(std::size_t size) {
     if (drain_ && length_ >= kDrainAt) flush();
     if (length_ + size <= buffer_.size()) return;

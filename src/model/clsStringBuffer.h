@@ -1,5 +1,5 @@
-// Text under construction. All of the XML writer goes through it. With a drain, whole pieces of the text leave for the
-// drain as they come, so that a document of any size is written in little memory.
+// A text under construction; the XML writer writes everything through it. When it has a drain, finished pieces of the
+// text are passed to the drain as they come, so that a document of any size is written with little memory.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ class clsStringBuffer {
 public:
     clsStringBuffer() = default;
 
-    // drain takes the text from its beginning, piece by piece; flush hands over what is left.
+    // drain receives the text from its beginning, piece by piece; flush passes on what is left.
     explicit clsStringBuffer(std::function<void(std::string_view)> drain);
 
     void initialise();
@@ -24,7 +24,8 @@ public:
         length_ += text.size();
     }
 
-    // Room for a text of at most size characters at the end of the content; written() then says how many it took.
+    // Returns room for a text of at most size characters at the end of the content. Call written() with the end of the
+    // text that was put there.
     char* reserve(std::size_t size) {
         if (size > buffer_.size() - length_) makeRoom(size);
         return buffer_.data() + length_;

@@ -9,7 +9,7 @@ namespace kestrane {
 
 namespace {
 
-// The value of two hexadecimal digits, 0 when they are not digits or exceed the limit.
+// The value of two hexadecimal digits; 0 when they are not such digits or the value is above limit.
 std::int32_t hexPart(std::string_view text, std::size_t position, std::int32_t limit) {
     if (position + 2 > text.size()) return 0;
     std::int32_t value = 0;

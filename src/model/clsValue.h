@@ -1,4 +1,4 @@
-// One level or quantity: what the instrument reported beside what the program computed. Owned by a log, an interval row
+// One level or quantity: what the instrument reported and what the program computed. Owned by a log, an interval row
 // object or an exposure row. 0 means absent.
 #pragma once
 
@@ -24,11 +24,11 @@ public:
 
     void Copy(const clsValue& objValue) { *this = objValue; }
 
-    // The figure as text. An empty format is FormatString up to a CalcValue of 1000 and "####" above. A format with "%"
-    // takes the figure as a percentage.
+    // The figure as text. An empty format stands for FormatString when CalcValue is at most 1000, and for "####" above.
+    // With a "%" in the format the figure is taken as a percentage: 12.5 is shown as "12.5 %".
     std::string Format(Zeros zeros, Reading reading, std::string_view strFormat, const Locale& locale) const;
 
-    static constexpr std::string_view FormatString = "##0.0"; // of all values: nothing asks for another
+    static constexpr std::string_view FormatString = "##0.0"; // the format of all values: nothing asks for another
 
     bool operator==(const clsValue&) const = default;
 

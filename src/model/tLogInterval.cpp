@@ -7,7 +7,7 @@ namespace kestrane {
 
 namespace {
 
-// Where the single figures of a record stand.
+// Where the figures without bands are in a record.
 struct RecordMember {
     Quantity quantity;
     RecordDouble tLogInterval::*calcValue;

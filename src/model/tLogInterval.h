@@ -1,12 +1,13 @@
-// The flat record of one interval row: 34 bands whatever the mode, each figure as CalcValue and Value. It is carried as
-// a promise to a companion server, whose interface fixes its size and members; nothing of this program reads it.
+// The flat record of one interval row: 34 bands whatever the mode, each figure as CalcValue and as Value. A companion
+// server's interface fixes its size and members; the record is kept for that server, and no rule of this program reads
+// it.
 #pragma once
 
 #include <cstdint>
 
 namespace kestrane {
 
-// A double on a four-byte boundary, as records have them.
+// A double on a four-byte boundary, as the record requires.
 using RecordDouble [[gnu::aligned(4)]] = double;
 
 struct tLogInterval {
