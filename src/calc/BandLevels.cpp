@@ -14,7 +14,7 @@ std::optional<double> present(float level) {
     return level == 0 ? std::nullopt : std::optional<double>(level);
 }
 
-// The energy of the bands from to to under a weighting; 0 when none of them is there.
+// The energy of the bands from to to, both included, under a weighting; 0 when all of them are absent.
 double energyOfBands(const clsLog& log, std::string_view weight, int from, int to) {
     double energy = 0;
     for (int band = from; band <= to; ++band) {

@@ -22,11 +22,11 @@ namespace {
 
 constexpr int kMostInserted = 100;
 
-// Each column's caption in the text table, the longest entry, and what is said of one that does not fit.
+// For each column the number of its caption, the length of the longest entry, and the text that refuses an entry.
 struct ColumnInfo {
     Text::Id caption;
     int maxLength;
-    Text::Id refusal; // None: every entry fits
+    Text::Id refusal; // None when every entry is accepted
 };
 
 constexpr std::array<ColumnInfo, kExposureColumns> kColumns = {
@@ -46,7 +46,7 @@ const ColumnInfo& infoOf(int column) {
     return kColumns.at(static_cast<std::size_t>(column));
 }
 
-// An energy sum that a missing level spoils for good.
+// An energy sum that stays invalid once a level of 0 (absent) has been added.
 class EnergySum {
 public:
     void add(float level) {
@@ -72,7 +72,7 @@ std::string format(const Session& session, const clsValue& value) {
     return value.Format(Zeros::Shown, Reading::Computed, {}, session.locale);
 }
 
-// A number of the list, as typed.
+// A typed number when it is one of choices; else nothing.
 template <std::size_t N>
 std::optional<std::int16_t> oneOf(const int (&choices)[N], const std::string& entry, const Locale& locale) {
     if (!isNumeric(entry, locale)) return std::nullopt;
@@ -84,7 +84,7 @@ std::optional<std::int16_t> oneOf(const int (&choices)[N], const std::string& en
 
 bool takeDate(clsDate& date, const std::string& entry, const Locale& locale) {
     clsDate taken;
-    taken.Day = taken.Month = taken.Year = 0; // what a text that is no date leaves
+    taken.Day = taken.Month = taken.Year = 0; // so that a text that is no date leaves no date
     taken.setDate(entry, locale);
     if (!taken.IsDate()) return false;
     date = taken;
@@ -176,13 +176,14 @@ clsDoseLogSample newRow(const Session& session) {
     return row;
 }
 
-// "a" or "a:b", counted from 1, within the table.
+// Adds the rows of "a" or "a:b" (both included, counted from 1) to rows, which counts from 0. Returns false when they
+// are not all in the table or the item is malformed.
 bool addRange(std::set<std::size_t>& rows, std::string_view item, std::size_t count) {
     const std::size_t colon = item.find(':');
     const auto number = [](std::string_view text) -> std::size_t {
         std::size_t value = 0;
         const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-        return read.ec == std::errc() && read.ptr == text.data() + text.size() ? value : 0; // 0: no row
+        return read.ec == std::errc() && read.ptr == text.data() + text.size() ? value : 0; // 0 stands for no row
     };
     const std::size_t from = number(item.substr(0, colon));
     const std::size_t to = colon == std::string_view::npos ? from : number(item.substr(colon + 1));
@@ -229,7 +230,7 @@ DoseTotals doseTotals(const clsLog& log) {
         if (levels.hasSum()) totals.Leq.Value(levels.mean());
         if (exposures.hasSum()) totals.Lex.Value(exposures.sum());
         if (seconds != 0) totals.Duration.setTimeFromSeconds(seconds);
-    } catch (const RuntimeError&) { // the totals stay as far as they came
+    } catch (const RuntimeError&) { // the totals keep what has been summed so far
     }
     return totals;
 }
@@ -276,7 +277,7 @@ CellEntry enterExposureCell(clsLog& log, std::size_t row, int column, const std:
     clsDoseLogSample taken = target;
     try {
         if (!take(session, taken, column, std::string(trimmed(entry)))) return CellEntry::Refused;
-    } catch (const RuntimeError&) { // a number past its type
+    } catch (const RuntimeError&) { // the number does not fit its type
         return CellEntry::Refused;
     }
     if (exposureLine(session, taken, 1) == exposureLine(session, target, 1)) return CellEntry::Same;
@@ -300,7 +301,7 @@ void clearExposureCell(clsDoseLogSample& row, int column) {
         row.SampleDate.Day = row.SampleDate.Month = row.SampleDate.Year = 0;
         break;
     case eColumnTime:
-        row.SampleTime.Hours = row.SampleTime.Mins = row.SampleTime.Secs = -1; // 0 is midnight
+        row.SampleTime.Hours = row.SampleTime.Mins = row.SampleTime.Secs = -1; // not 0, which is midnight
         break;
     case eColumnLeq:
         row.Leq.Value(0);

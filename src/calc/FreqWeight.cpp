@@ -28,7 +28,7 @@ bool isWeighting(std::string_view weight) {
     return weight == "A" || weight == "C" || weight == "Z";
 }
 
-// The two steps of converting a band: off with the old weighting, on with the new.
+// The two amounts added to convert a band, in dB: the first removes the old weighting, the second applies the new one.
 struct Amounts {
     float off, on;
 };
@@ -57,7 +57,7 @@ void adjustCumulative(clsLog& log, int band, const Amounts& amounts) {
         addToPresent((*values)(band), amounts);
     for (int ln = 1; ln <= NumberOfLns; ++ln) {
         if (log.LnNumberA(ln) == 0) continue;
-        clsValue& value = log.LnCumA(ln, band); // converted whether it is there or not
+        clsValue& value = log.LnCumA(ln, band); // converted even when it is 0; that is meant
         for (const float amount : {amounts.off, amounts.on})
             value.CalcValue(value.CalcValue() + amount);
     }
@@ -87,7 +87,9 @@ void AdjustFreqWeight(clsLog& log, std::string_view newWeight, bool bAdjustInter
     if (last == 0) log.session().ShowMessage(log.session().LoadText(Text::WeightingHasNoEffect), kIconExclamation);
     if (after == before) return;
     log.FreqWeightA(after);
-    float amount = 0; // of a log without a weighting the first step repeats the one before it (instrument convention)
+    // In a log without a weighting, the first step repeats the second step of the band before; that is meant
+    // (instrument convention).
+    float amount = 0;
     for (int band = 1; band <= last; ++band) {
         Amounts amounts{};
         if (isWeighting(before)) amount = weightingOffset(before, log.eStr(band));

@@ -21,8 +21,9 @@ constexpr BandConstants kBandConstants[] = {
     {"1k", 1.0F, 0.0F},      {"2k", 1.015F, -3.5F}, {"4k", 1.025F, -6.1F}, {"8k", 1.03F, -8.0F},
 };
 
+// a and b of the bands from 31.5 Hz to 8 kHz.
 constexpr double kCurves[][2] = {{55.4, 0.681}, {35.4, 0.790}, {22.0, 0.870}, {12.0, 0.930}, {4.8, 0.974},
-                                 {0.0, 1.000},  {-3.5, 1.015}, {-6.1, 1.025}, {-8.0, 1.030}}; // a and b, 31.5 to 8k
+                                 {0.0, 1.000},  {-3.5, 1.015}, {-6.1, 1.025}, {-8.0, 1.030}};
 
 constexpr int kHighestCurve = 120;
 constexpr int kCurveStep = 5;

@@ -51,8 +51,8 @@ Channel channelB(clsLog& log) {
             log.DoseMTCumB,          log.DoseHourB,  log.SELCumB,    log.Pa2hCumB};
 }
 
-// The calculators of one log. Each keeps a figure that is there unless stored values are overwritten, and leaves the
-// figure as it is when its time cannot be told or the arithmetic fails.
+// The calculators of one log. Each keeps a figure that is not 0 unless stored values are overwritten, and leaves the
+// figure as it is when the time is not known or the arithmetic fails.
 class Calculators {
 public:
     explicit Calculators(const clsLog& log) : log_(log) {}
@@ -76,7 +76,8 @@ public:
     void dose(clsValue& figure, float leq, Basis basis) const {
         compute(figure, true, [&]() -> std::optional<double> {
             const float hours = time(basis);
-            if (log_.Exchange == 0) return leq; // meant so (instrument convention)
+            // This is meant: without an exchange rate the level stands for the dose (instrument convention).
+            if (log_.Exchange == 0) return leq;
             return doseOf(leq, log_.Criterion, log_.Exchange, hours);
         });
     }
@@ -97,7 +98,7 @@ public:
         });
     }
 
-    // Some meters go by the exposure time, the others by the measured time.
+    // Some meters go by the exposure time, all others by the measured time; that is meant.
     void pa2h(clsValue& figure, float leq) const {
         compute(figure, false, [&]() -> std::optional<double> {
             return soundExposure(leq, time(log_.has(Trait::GoesByExposureTime) ? Basis::Exposure : Basis::Measured));
@@ -127,7 +128,7 @@ private:
     const clsLog& log_;
 };
 
-// What the background is told of figures that are still to be filled in.
+// Whether figures are still to be filled in, for the background pass.
 bool hasMissingCumulative(const clsLog& log) {
     if (log.OverwriteStoredValues) return log.e("Last") != 0;
     const auto isMissing = [](const clsValue& value) { return value.CalcValue() == 0; };
@@ -222,8 +223,8 @@ void startBackgroundPass(clsLog& log, const std::function<void()>& ended) {
     log.RecalcThread = log.session().server->Recalculate(std::move(request), std::move(events));
 }
 
-// The broadband figures of a log without rows: the energy sum of its bands, of Lmin and Lmax as of Leq (instrument
-// convention).
+// Fills in the overall figures of a log without rows: the energy sum of its bands. Lmin and Lmax are summed like Leq,
+// although that is no physical minimum or maximum; that is meant (instrument convention).
 void sumBands(clsLog& log) {
     for (BandValues* values : {&log.LeqCumA, &log.LminCumA, &log.LmaxCumA}) {
         float sum = 0;
@@ -279,12 +280,12 @@ void deriveChannelB(clsLog& log, const Calculators& calculate) {
     unlessWithout(b.doseHour, [&] { calculate.doseHour(b.doseHour, b.doseMT.CalcValue()); });
 }
 
-// The level of a dose by the log's criterion and exchange rate. 0 for no dose; raises 6 for a negative one.
+// The level of a dose by the log's criterion and exchange rate. 0 for a dose of 0; raises 6 for a negative dose.
 float twaOf(const clsLog& log, float dose) {
     return dose == 0 ? 0 : checkedSingle(twaOfDose(dose, log.Criterion, log.Exchange));
 }
 
-// The figures that depend on the criterion level and the exchange rate, or on the latter alone.
+// The figures that depend on the criterion level and the exchange rate, or only on the exchange rate.
 struct CriterionFigure {
     Parameter parameter;
     bool byCriterion = true;
@@ -303,27 +304,29 @@ bool isOfAnotherCriterion(const clsLog& log, int channel, int parameter) {
     return isOther && figure.Value() != 0 && figure.CalcValue() == figure.Value();
 }
 
-// Is a figure what a level gives with the log's exposure time? By the criterion that the figure was made with, or by
-// the log's own.
+// Whether a figure is what a level gives with the log's exposure time. For a dose, either the log's own criterion or
+// the one that the figure was made with will do.
 bool follows(const clsLog& log, int parameter, float figure, float level) {
-    constexpr double kClose = 1e-4; // of the figure
+    constexpr double kClose = 1e-4; // as a part of the figure
     const float hours = log.objLogOptions.ExposureTime;
     const auto isFigure = [&](double value) { return std::abs(value - figure) <= kClose * figure; };
     if (parameter == eLepdET) return hours > 0 && isFigure(normalisedTo8Hours(level, hours));
     const auto isDoseBy = [&](std::int16_t criterion, std::int16_t exchange) {
         try {
             return isFigure(exchange == 0 ? level : doseOf(level, criterion, exchange, hours));
-        } catch (const RuntimeError&) { // no dose at all
+        } catch (const RuntimeError&) { // there is no dose
             return false;
         }
     };
     return isDoseBy(log.Criterion, log.Exchange) || isDoseBy(log.CriterionDose, log.ExchangeDose);
 }
 
-// What a figure "(ET)" has to do with an exposure time that is not the 8 hours that meters go by.
+// Which time a figure marked "(ET)" was made with: the 8 hours that meters go by, the log's other exposure time, or
+// neither.
 enum class MadeWith { ReferenceTime, ExposureTime, AnotherTime };
 
-// A figure that was made anew and saved reads as reported, and so does its level: either level will do.
+// A figure that the program computed and then saved is read as a reported one, and so is its level. So it is enough
+// when the figure follows from either level.
 MadeWith exposureTimeOf(const clsLog& log, int channel, int parameter) {
     const float figure = cumulativeValue(log, channel, parameter, 0).CalcValue();
     if (figure == 0 || log.objLogOptions.ExposureTime == static_cast<float>(kReferenceHours))
@@ -367,10 +370,10 @@ void RecalcValues(clsLog& log, int iCalcMode, const std::function<void()>& ended
 void CompleteRecalcProcess(clsLog& log) {
     const Calculators calculate(log);
     try {
-        log.TWACumA.CalcValue(CalcTWACumA(log)); // from the exposure dose as it stood before this pass
+        log.TWACumA.CalcValue(CalcTWACumA(log)); // from the exposure dose as it was before this pass; that is meant
     } catch (const RuntimeError&) {              // the figure stays
     }
-    // A LEP,d that was made anew with another exposure time is no longer what the meter reported.
+    // When the program has computed LEP,d with another exposure time, it is no longer what the meter reported.
     const bool isLepdReported =
         log.has(Trait::ReportsDoseOnly) && exposureTimeOf(log, kChannelA, eLepdET) != MadeWith::ExposureTime;
     if (isLepdReported) {
@@ -385,7 +388,7 @@ void CompleteRecalcProcess(clsLog& log) {
         calculate.pa2h(a.pa2h, a.leq);
         calculate.dose(a.doseET, a.leq, Basis::Exposure);
         calculate.doseHour(a.doseHour, a.doseMT.CalcValue());
-    } else if (a.doseET.CalcValue() != a.doseET.Value()) { // another exposure time has made it anew
+    } else if (a.doseET.CalcValue() != a.doseET.Value()) { // it was computed for another exposure time
         calculate.dose(a.doseET, a.leq, Basis::Exposure);
     }
     calculate.dose(a.doseMT, a.leq, Basis::Measured);

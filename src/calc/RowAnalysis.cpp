@@ -20,7 +20,7 @@ double secondsOf(std::span<const AnalysedRow> rows) {
     return seconds;
 }
 
-// The weights of rows in a mean: their lengths, or all the same when there are none.
+// The weight of a row in a mean: its length, or 1 when no row has a length.
 double weightOf(const AnalysedRow& row, double seconds) {
     return seconds > 0 ? row.Seconds : 1;
 }
@@ -41,8 +41,8 @@ bool followsOn(const AnalysedRow& before, const AnalysedRow& row) {
            static_cast<double>(row.Begin - before.Begin) <= before.Seconds + kLongestPause;
 }
 
-// The sum of a queue of energies, made by adding only: what a loud row adds and takes away again would leave its
-// rounding behind in the quiet ones.
+// The sum of a queue of energies, computed by additions only. Subtracting a loud row again would leave its rounding
+// error in the sum of quiet ones.
 class QueueSum {
 public:
     void push(double value) {
@@ -63,12 +63,13 @@ public:
     double sum() const { return backSum_ + (front_.empty() ? 0 : front_.back()); }
 
 private:
-    std::vector<double> front_; // sums from the end of the front on
+    std::vector<double> front_; // sums, each from the end of the front to here
     std::vector<double> back_;
     double backSum_ = 0;
 };
 
-// The class of a level. A level on an edge, in the precision that levels are kept in, belongs above it.
+// The number of a level's class. A level on the edge of two classes, in the single precision in which levels are kept,
+// belongs to the upper one.
 std::int64_t classOf(double level, double width) {
     const double number = std::floor(level / width);
     const bool isOnNext = static_cast<float>((number + 1) * width) <= static_cast<float>(level);
@@ -143,7 +144,7 @@ WorstStretches worstStretches(std::span<const AnalysedRow> rows, double seconds)
             if (length < seconds) break;
             take({first, behind}, energy.sum() / length);
             energy.pop();
-            length -= rows[first].Seconds; // whole seconds: nothing is rounded
+            length -= rows[first].Seconds; // lengths are whole seconds, so this is exact
         }
         first = end;
     }
@@ -152,7 +153,8 @@ WorstStretches worstStretches(std::span<const AnalysedRow> rows, double seconds)
 
 std::vector<Stretch> eventsOf(std::span<const AnalysedRow> rows, double level, double seconds) {
     const auto isLoud = [&](const AnalysedRow& row) {
-        return static_cast<float>(row.Level) >= static_cast<float>(level); // as the levels are kept
+        // Compared in the precision in which levels are kept.
+        return static_cast<float>(row.Level) >= static_cast<float>(level);
     };
     std::vector<Stretch> events;
     for (std::size_t first = 0; first < rows.size();) {

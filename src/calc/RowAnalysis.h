@@ -1,6 +1,6 @@
-// Questions about the rows of a log, answered by pure functions: a stretch and what is left without it, the loudest and
-// the quietest stretch of a length, events, percentiles, the distribution of levels. Rows that are excluded and rows
-// without a level take no part. Levels are dB of channel A as they are weighted, no threshold is applied.
+// Questions about the rows of a log, answered by pure functions: the figures of a stretch, the loudest and the quietest
+// stretch of a given length, events, percentiles, the distribution of levels. Rows that are excluded and rows without a
+// level are left out. Levels are those of channel A in dB, weighted as they are; no threshold is applied.
 #pragma once
 
 #include "model/clsLog.h"
@@ -13,59 +13,64 @@
 namespace kestrane {
 
 struct AnalysedRow {
-    std::int64_t Number; // from 1, of all rows of the log
-    std::int64_t Begin;  // seconds (model/RowClock.h)
-    double Seconds;      // 0 when not known
-    double Level;
-    float Lmax = 0, Lmin = 0, Peak = 0; // 0: none
+    std::int64_t Number;                // counted from 1 among all rows of the log
+    std::int64_t Begin;                 // seconds as in model/RowClock.h
+    double Seconds;                     // 0 when it is not known
+    double Level;                       // Leq, dB
+    float Lmax = 0, Lmin = 0, Peak = 0; // dB; 0 when absent
 };
 
-// The rows that count, in order.
+// The rows that are not left out, in order.
 std::vector<AnalysedRow> analysedRows(const clsLog& log);
 
 struct StretchFigures {
     double Seconds = 0;
-    std::optional<double> LAeq; // energy mean by time; of rows without a length, each the same
-    std::optional<double> LE;   // with a time only
-    std::optional<double> Dose; // percent, by the criterion and rate; with a time and a rate only
+    std::optional<double> LAeq; // energy mean weighted by row length; when no row has a length, all rows count the same
+    std::optional<double> LE;   // nothing without a length
+    // Percent, by the criterion and exchange rate; nothing without a length or an exchange rate.
+    std::optional<double> Dose;
     std::optional<float> Lmax, Lmin, Peak;
 };
 
+// The figures of a stretch. Without rows, Seconds is 0 and all other figures are nothing.
 StretchFigures stretchFigures(std::span<const AnalysedRow> rows, double criterion, double exchange);
 
-// Rows next to each other, as places in the rows that count: [First, Behind).
+// Consecutive rows, as indexes into the analysed rows: First is included, Behind is not.
 struct Stretch {
     std::size_t First, Behind;
 };
 
-// The end of a stretch without a gap that begins at a place: more than 1 s between the end of a row and the next, and a
-// row that does not count, are gaps.
+// The index behind the last row of the stretch without a gap that begins at first. A gap is more than 1 s between the
+// end of a row and the next, or a row that is left out.
 std::size_t endOfRun(std::span<const AnalysedRow> rows, std::size_t first);
 
 struct WorstStretches {
-    std::optional<Stretch> Loudest, Quietest; // the first of several; nothing when no stretch is long enough
+    std::optional<Stretch> Loudest, Quietest; // the first one of several; nothing when no stretch is long enough
 };
 
-// From each row on the shortest stretch of whole rows without a gap that lasts at least so long.
+// Compares, for each row, the shortest stretch of whole rows without a gap that begins there and lasts at least
+// seconds.
 WorstStretches worstStretches(std::span<const AnalysedRow> rows, double seconds);
 
-// Stretches without a gap of rows at or above a level that last at least so long.
+// The stretches of rows at or above a level, without a gap, that last at least seconds.
 std::vector<Stretch> eventsOf(std::span<const AnalysedRow> rows, double level, double seconds);
 
-// The level exceeded for percent (0..100) of the time: the levels sorted with their lengths, linear between the middles
-// of the rows, at the ends the highest and the lowest. Nothing without rows.
+// The level that is exceeded for percent (0..100) of the time. The levels are sorted with their lengths and
+// interpolated linearly between the middles of the rows; beyond the first and last middle the result is the highest or
+// the lowest level. Nothing without rows.
 std::optional<double> levelExceeded(std::span<const AnalysedRow> rows, double percent);
 
 struct LevelClass {
-    double Level;   // its lower edge, a multiple of the width
-    double Seconds; // in it
+    double Level;   // the lower edge, dB; a multiple of the width
+    double Seconds; // in this class
     double Above;   // seconds at or above Level
 };
 
-// From the lowest class to the highest, empty ones between included. width: dB, above 0.
+// The classes from the lowest to the highest that occurs, with the empty ones between. width is in dB and must be above
+// 0. An empty list without rows.
 std::vector<LevelClass> distributionOf(std::span<const AnalysedRow> rows, double width);
 
-// Energy times time, relative to 0 dB for a second: what shares are of.
+// The sum of energy times seconds, relative to 0 dB for one second; used to express shares of the exposure.
 double exposureOf(std::span<const AnalysedRow> rows);
 
 } // namespace kestrane

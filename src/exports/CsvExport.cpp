@@ -4,7 +4,7 @@ namespace kestrane {
 
 namespace {
 
-// What a spreadsheet takes a text that begins with for a formula.
+// The first characters by which a spreadsheet takes a text for a formula.
 constexpr std::string_view kComputed = "=+-@\t\r";
 
 std::string csvText(const std::string& text) {

@@ -1,5 +1,5 @@
-// An export table as a file. Texts that a spreadsheet would compute (those that begin with = + - @) are written so that
-// none does.
+// An export table as a file. Texts that a spreadsheet would take for a formula (those that begin with = + - @) are
+// written so that it does not.
 #pragma once
 
 #include "exports/ExportTable.h"
@@ -13,24 +13,25 @@ namespace kestrane {
 
 enum class ExportFormat { Csv, Xlsx, Ndjson };
 
-// "csv", "xlsx" or "ndjson"; nothing for another word.
+// The format for "csv", "xlsx" or "ndjson"; nothing for any other word.
 std::optional<ExportFormat> exportFormatOf(std::string_view word);
 
-// Writes the table, all or nothing. Raises the system's error.
+// Writes the whole table or nothing. Raises the system's error.
 void writeExport(const ExportTable& table, ExportFormat format, const std::string& path);
 
-// RFC 4180 in UTF-8, the names of the columns first; a text that could be computed has an apostrophe in front.
+// CSV by RFC 4180 in UTF-8, with the names of the columns in the first line. A text that a spreadsheet could take for a
+// formula gets an apostrophe in front.
 void writeCsv(const ExportTable& table, const FileSink& sink);
 
-// A JSON object a line, with all columns.
+// A JSON object on each line, with all columns.
 void writeNdjson(const ExportTable& table, const FileSink& sink);
 
-// A workbook whose sheets have at most so many rows, the names of the columns first on each; what is more goes to
-// further sheets. Takes no memory to speak of, but room in the folder for temporary files.
+// A workbook whose sheets have at most rowsOfSheet rows, including the names of the columns at the top of each; the
+// remaining rows go to further sheets. It takes little memory, but needs space for temporary files.
 constexpr std::int64_t kRowsOfSheet = 1'048'576;
 void writeXlsx(const ExportTable& table, const FileSink& sink, std::int64_t rowsOfSheet = kRowsOfSheet);
 
-// The shortest text that reads back to the same number.
+// The shortest text that reads back as the same number.
 std::string numberText(double number);
 
 } // namespace kestrane

@@ -21,12 +21,13 @@ std::string_view unitOf(ParameterUnit unit) {
     return unit == ParameterUnit::Percent ? "_percent" : unit == ParameterUnit::Pa2Hours ? "_Pa2h" : "_dB";
 }
 
-// "_1k"; empty for the overall figure.
+// The end of a column's name for a band, such as "_1k"; empty for the overall figure.
 std::string bandPart(const clsLog& log, int band) {
     return band == 0 ? std::string() : "_" + std::string(log.eStr(band));
 }
 
-// "LnA_L10" of the percentile that an Ln stands for; of one that the log does not number, or a second time, "LnA_Ln4".
+// The name of a percentile's column: "LnA_L10" by the percentile that an Ln stands for; "LnA_Ln4" by its number when
+// the log states no percentile for it or has the same percentile in an earlier Ln.
 std::string lnName(const clsLog& log, int ln, const std::string& member) {
     const int number = log.LnNumberA(ln);
     for (int before = 1; before < ln; ++before)
@@ -54,7 +55,7 @@ float secondsOf(const clsLog& log) {
     }
 }
 
-// "2024-11-26T16:18:53" of a figure's date and time, of the time alone without a date; empty without either.
+// A figure's date and time as "2024-11-26T16:18:53"; the time alone when there is no date; empty without either.
 std::string isoMoment(const clsDate& date, const clsTime& time) {
     constexpr std::int64_t kSecondsOfDay = 86'400;
     const bool isUnset = date.Format().empty();
@@ -120,7 +121,7 @@ void ExportTable::addRows(const std::string& file, const std::string& key, const
     addWhole("mIntCriterion_dB", &IntervalColumns::Criterion);
     addWhole("mIntExchange_dB", &IntervalColumns::Exchange);
 
-    // A time stands where the level does that it is the time of.
+    // The time of a level is exported only in rows that have the level.
     const auto addTime = [&](const std::string& name, Column<std::int32_t> IntervalColumns::*member, Quantity of) {
         if (!isAnySet(rows->cells((*rows).*member))) return;
         add(name, [rows, member, of](std::size_t row) {

@@ -1,5 +1,5 @@
 // The rows of logs, or the logs themselves, as one table with named columns, for programs that know nothing of ours.
-// Figures are those that tables show (CalcValue); one that is absent is an empty cell.
+// Figures are those that tables show (CalcValue); an absent figure is an empty cell.
 #pragma once
 
 #include "model/clsLog.h"
@@ -15,29 +15,29 @@
 
 namespace kestrane {
 
-// Nothing, a text (UTF-8), or a number; a flag is 0 or 1.
+// A cell: nothing, a text (UTF-8), or a number; a flag is 0 or 1.
 using ExportCell = std::variant<std::monostate, std::string, double>;
 
-// A single as the double that has the same shortest text.
+// The double whose shortest text is that of the single.
 double shortestDouble(float value);
 
-// Adding shares the columns of a log: the log may go. A column is there once a log has a figure for it, so the columns
-// are known when all logs have been added.
+// Adding a log shares its columns, so the log itself need not be kept. A column is created when a log has a figure for
+// it, so the columns are complete when all logs have been added.
 class ExportTable {
 public:
     ExportTable();
 
-    // The rows of a log, a line each. file, key: as they are to be named.
+    // Adds the rows of a log, one line each. file and key are the names under which the log is listed.
     void addRows(const std::string& file, const std::string& key, const clsLog& log);
 
-    // A log as one line. serial: of its instrument.
+    // Adds a log as one line. serial is the serial number of its instrument.
     void addSummary(const std::string& file, const std::string& key, const std::string& serial, const clsLog& log);
 
     const std::vector<std::string>& columns() const { return names_; }
 
     std::int64_t lines() const { return lines_; }
 
-    // Calls visit with the cells of each line, one a column.
+    // Calls visit for each line with its cells, one for each column.
     void forEachLine(const std::function<void(std::span<const ExportCell>)>& visit) const;
 
 private:
@@ -50,7 +50,8 @@ private:
 
     std::size_t column(const std::string& name);
     void addHead(Part& part, const std::string& file, const std::string& key, const clsLog& log);
-    void put(Part& part, const std::string& name, ExportCell cell); // the same in every line; nothing makes no column
+    // The same cell in every line; an empty cell creates no column.
+    void put(Part& part, const std::string& name, ExportCell cell);
 
     std::vector<std::string> names_;
     std::map<std::string, std::size_t, std::less<>> places_;

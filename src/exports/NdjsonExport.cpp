@@ -23,7 +23,7 @@ std::string jsonText(std::string_view text) {
 } // namespace
 
 void writeNdjson(const ExportTable& table, const FileSink& sink) {
-    std::vector<std::string> members; // with what stands in front of the value
+    std::vector<std::string> members; // with the characters that precede each value
     for (const std::string& name : table.columns())
         members.push_back((members.empty() ? "{" : ",") + jsonText(name) + ':');
     std::string line;

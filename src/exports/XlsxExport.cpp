@@ -20,7 +20,7 @@ void check(lxw_error error) {
     if (error != LXW_NO_ERROR) throw RuntimeError(EIO, lxw_strerror(error));
 }
 
-// A text that a cell surely takes: so many bytes of it, in whole characters.
+// Cuts a text so that a cell can hold it: to at most kMost bytes, between two characters.
 std::string cellText(std::string text) {
     constexpr std::size_t kMost = 32'767;
     if (text.size() <= kMost) return text;
@@ -31,7 +31,7 @@ std::string cellText(std::string text) {
     return text;
 }
 
-// The file that the library writes, gone at the end.
+// The file that the library writes; it is removed at the end.
 class TemporaryFile {
 public:
     explicit TemporaryFile(const std::string& folder) : name_(folder + "/kestrane-XXXXXX") {
@@ -51,7 +51,7 @@ private:
     std::string name_;
 };
 
-// A little-endian number of a zip archive.
+// Reads a little-endian number of a zip archive.
 std::uintmax_t numberAt(std::string_view bytes, std::size_t at, std::size_t size) {
     std::uintmax_t number = 0;
     for (std::size_t i = size; i > 0; --i)
@@ -59,8 +59,8 @@ std::uintmax_t numberAt(std::string_view bytes, std::size_t at, std::size_t size
     return number;
 }
 
-// The bytes of all sheets before they were compressed, by the directory of a workbook, which is the end of the file.
-// One of 4 GiB or more counts as 4 GiB.
+// The number of bytes of all sheets before compression, read from the directory at the end of the workbook's file. A
+// sheet of 4 GiB or more counts as 4 GiB.
 std::uintmax_t bytesOfSheets(std::string_view directory) {
     constexpr std::size_t kSizeAt = 24, kNameLengthAt = 28, kNameAt = 46;
     constexpr std::string_view kEntry = "PK\x01\x02";
@@ -73,8 +73,8 @@ std::uintmax_t bytesOfSheets(std::string_view directory) {
     return sum;
 }
 
-// A workbook while it is written. The library keeps the rows in temporary files and does not look whether they were
-// written, so we do.
+// A workbook that is being written. The library keeps the rows in temporary files and does not check that they were
+// written, so this program checks it.
 class Workbook {
 public:
     Workbook(const std::string& name, std::string folder, const ExportTable& table, std::int64_t rowsOfSheet) :
@@ -104,7 +104,7 @@ public:
         ++row_;
     }
 
-    // Gives the bytes of rows of all sheets.
+    // Returns the number of bytes of the rows of all sheets.
     std::uintmax_t finish() {
         if (sheet_ == nullptr) addSheet();
         endSheet();
@@ -126,7 +126,7 @@ private:
         ++row_;
     }
 
-    // A text stays a text, whatever it begins with.
+    // A text is written as a text, whatever it begins with.
     void write(lxw_col_t column, const std::string& text) {
         check(worksheet_write_string(sheet_, row_, column, cellText(text).c_str(), nullptr));
     }
@@ -150,7 +150,7 @@ private:
 } // namespace
 
 void writeXlsx(const ExportTable& table, const FileSink& sink, std::int64_t rowsOfSheet) {
-    constexpr std::size_t kDirectory = 64 << 10; // surely all of it: a workbook has few parts
+    constexpr std::size_t kDirectory = 64 << 10; // enough for all of it, because a workbook has few parts
     const std::string folder = std::filesystem::temp_directory_path().string();
     const TemporaryFile file(folder);
     std::uintmax_t rowBytes = 0;

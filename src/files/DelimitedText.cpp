@@ -18,7 +18,7 @@ std::size_t endOfToken(std::string_view text, std::size_t from) {
     return from;
 }
 
-// Takes count characters and the line end or other delimiter behind them.
+// Removes count characters from the text, and the delimiter or line end behind them.
 void takeDelimited(std::string_view& text, std::size_t count) {
     const bool isCrLf = text.substr(count).starts_with("\r\n");
     text.remove_prefix(count == text.size() ? count : count + (isCrLf ? 2 : 1));

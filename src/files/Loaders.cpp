@@ -19,7 +19,8 @@ namespace kestrane {
 
 namespace {
 
-// Each sets message and returns false when the file is not its own, or raises why it cannot be read.
+// A loader reads a file of its format. Otherwise it sets message and returns false, or raises the reason why the file
+// cannot be read.
 using Loader = bool (*)(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string& message);
 
 std::string unableToOpen(const clsFile& file) {
@@ -55,7 +56,7 @@ bool FileOpenXml(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::st
     return true;
 }
 
-// What stands in the file and has not been read must not be overwritten.
+// Raises when rows of the file have not been read: saving would overwrite them.
 void refuseToLoseIntervals(const clsFile& file) {
     forEachLog(file, [&file](const clsLog& log) {
         if (log.IntervalsToLoad) throw RuntimeError(kErrorApplication, file.session().LoadText(Text::StillLoading));
@@ -68,7 +69,7 @@ void refuseToLoseIntervals(const clsFile& file) {
 constexpr std::array<Loader, 5> kLoaders = {FileOpenCsv, FileOpenSound, FileOpenLog, FileOpenProject, FileOpenXml};
 
 struct LoaderOrder {
-    std::string_view extension; // empty: any other
+    std::string_view extension; // empty for any other extension
     std::array<int, 5> loaders; // numbered from 1
 };
 

@@ -1,5 +1,5 @@
-// The loaders of the program, which of them reads a file, and saving. Which kind of file it is, is settled by trying:
-// the extension sets the first attempt only.
+// The loaders of the program, the choice of the one that reads a file, and saving. The kind of a file is found by
+// trying: its extension only decides which loader is tried first.
 #pragma once
 
 #include "model/clsFile.h"
@@ -11,19 +11,20 @@
 
 namespace kestrane {
 
-// How the bytes of a file are fetched; raises the system's error.
+// Fetches the bytes of a file; raises the system's error.
 using ReadBytes = std::function<std::shared_ptr<FileBytes>(const std::string& path)>;
 
-// Reads the file once, and its content by the loaders in the order of its extension. A later loader counts only when it
-// brings data. False when all decline: message is that of the first loader of the order, and the document is empty.
-// Raises nothing.
+// Reads the file once and tries the loaders in the order that belongs to its extension. A loader after the first counts
+// only when it brings data. Returns false when all loaders decline: then message is that of the first loader and the
+// document is empty. Raises nothing.
 bool LoadDocument(clsFile& file, std::string& message, const ReadBytes& read = readFile);
 
-// Writes the XML data file to FileName, atomically; then the document is unchanged and of the current format. Raises
-// the system's error with all of that as it was.
+// Writes the XML data file to FileName, atomically; after that the document counts as unchanged and as being in the
+// current format. Raises the system's error and then leaves all of this as it was; raises kErrorApplication when rows
+// have not been read, which saving would lose.
 void FileSave(clsFile& file);
 
-// Whether the document differs from what was last loaded or saved; sticks once true.
+// Whether the document differs from what was last loaded or saved. Once true, it stays true until a save.
 bool IsChanged(clsFile& file);
 
 } // namespace kestrane

@@ -23,7 +23,7 @@ constexpr std::size_t kModeField = 7; // counted from 0
 constexpr std::size_t kIntervalField = 14;
 constexpr std::size_t kUnitField = 15;
 constexpr std::string_view kEndOfRows = "stoplog";
-const Locale kPoint; // figures have a decimal point whatever the user's locale is
+const Locale kPoint; // figures have a decimal point whatever the user's locale
 
 struct ModeWord {
     std::string_view word;
@@ -44,7 +44,7 @@ void takeBands(CommaFields& fields, BandValues& values) {
         values(band).Value(figureOf(fields.take()));
 }
 
-// Dates stand in the user's notation, figures do not.
+// Dates are in the user's notation, figures are not.
 void takeDate(const clsLog& log, clsDate& date, std::string_view field) {
     date.setDate(field, {kPoint.DecimalSeparator, log.session().locale.DateSeparator});
 }
@@ -58,7 +58,7 @@ void takeLnNumber(clsInsData&, clsLog& log, std::string_view field) {
 
 void takeNothing(clsInsData&, clsLog&, std::string_view) {}
 
-// The fields of the header in order. Two fields make up the interval: its length, and the unit behind it.
+// The fields of the header in order. Two of them make up the interval: its length and, behind it, its unit.
 constexpr std::array<TakeHeaderField, kHeaderFields> kHeader = {
     [](clsInsData& data, clsLog&, std::string_view field) { data.InsName(toUtf8(field)); },
     [](clsInsData& data, clsLog&, std::string_view field) { data.InsSerial = toUtf8(field); },
@@ -109,7 +109,7 @@ void takeRows(CommaFields& fields, clsLog& log) {
     rows.resize(most, most);
     std::size_t row = 0;
     for (std::string_view first = fields.take(); first != kEndOfRows; first = fields.take(), ++row) {
-        if (row == most) raisePastEnd(); // too few fields are left for a row
+        if (row == most) raisePastEnd(); // too few fields are left for another row
         records.take(first, fields, row);
     }
     rows.setCount(row);
@@ -142,7 +142,8 @@ std::string nameOf(const clsFile& file) {
     return isLog ? name.substr(0, stem) : name;
 }
 
-// Nothing when the text does not begin as a machine log. Raises for one that cannot be read to its end.
+// Returns nothing when the text does not begin as a machine log does. Raises an error when it begins so but cannot be
+// read to its end.
 std::unique_ptr<clsInsData> readLog(clsFile& file, std::string_view text) {
     CommaFields fields(text);
     std::array<std::string_view, kHeaderFields> header;

@@ -1,4 +1,4 @@
-// Keeps a hostile file from taking many times its size: what reading it takes is counted, from any thread.
+// Counts the memory that reading a file takes, on any thread, so that a hostile file cannot take many times its size.
 #pragma once
 
 #include "model/clsLog.h"
@@ -11,13 +11,14 @@
 
 namespace kestrane {
 
-constexpr std::size_t kAllowance = 44 << 20; // beside the text
+constexpr std::size_t kAllowance = 44 << 20; // bytes, in addition to the size of the text
 
-// What a log takes that has been read, but for its rows and texts; withRows: once they have been loaded and
+// The bytes that a log takes without its rows and texts: as it is now or, withRows, once its rows have been loaded and
 // recalculated.
 inline std::size_t memoryOf(const clsLog& log, bool withRows) {
-    constexpr std::size_t kAllocations = 80; // what the allocator adds, and the place in the collection
-    constexpr std::size_t kLoading = 280;    // where the rows lie; the requests for them take what the text gives back
+    constexpr std::size_t kAllocations = 80; // the overhead of the allocator and the place in the collection
+    // The places of the rows; the requests for the rows use the memory that the text gives back.
+    constexpr std::size_t kLoading = 280;
     const auto bands = static_cast<std::size_t>(lastBand(log.Mode())) + 1;
     std::size_t total = sizeof(clsLog) + sizeof(clsLogShared) + kAllocations + log.LnCumA.bytes();
     if (withRows) return total + kLoading + 3 * bands * sizeof(clsValue);
@@ -28,14 +29,15 @@ inline std::size_t memoryOf(const clsLog& log, bool withRows) {
 
 class MemoryBudget {
 public:
-    // Raises 7 past fileSize and kAllowance.
+    // Raises 7 when more than fileSize plus kAllowance has been charged.
     void charge(std::size_t memory, std::size_t fileSize) {
         if (charged_.fetch_add(memory) + memory > fileSize + kAllowance) {
             throw RuntimeError(kErrorOutOfMemory, "Out of memory (the file asks for more than twice its size)");
         }
     }
 
-    // A long text is copied several times while it is read, and escaped again to be compared: some characters to ten.
+    // A long text is copied several times while it is read, and is escaped again to be compared, which turns some
+    // characters into ten.
     void chargeText(std::string_view text, std::size_t fileSize) {
         constexpr std::size_t kLongText = 16 << 10;
         constexpr std::size_t kCopies = 4;

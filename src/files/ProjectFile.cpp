@@ -23,13 +23,14 @@ namespace kestrane {
 
 namespace {
 
-const Locale kPoint; // figures have a decimal point whatever the user's locale is
+const Locale kPoint; // figures have a decimal point whatever the user's locale
 
 bool isNameCharacter(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '-';
 }
 
-// Steps through the tags of a block. A tag whose content has not been taken is stepped into.
+// Walks the tags of a block. Unless the content of a tag is taken with value() or block(), the tags within it come
+// next.
 class Tags {
 public:
     explicit Tags(std::string_view block) : text_(block) {}
@@ -59,7 +60,7 @@ public:
         raiseTypeMismatch();
     }
 
-    // Takes the text up to "</NAME>": it holds tags of its own.
+    // Takes the text up to "</NAME>", which contains tags of its own.
     std::string_view block() {
         const std::string closing = "</" + std::string(name_) + ">";
         const std::size_t at = text_.find(closing, at_);
@@ -85,7 +86,7 @@ private:
     std::string_view name_;
 };
 
-// The content of the first tag of a name in a block, at any depth; empty when there is none.
+// The content of the first tag with a name in a block, at any depth; empty when there is none.
 std::string_view valueOf(std::string_view block, std::string_view name) {
     for (Tags tags(block); tags.next();) {
         if (tags.name() == name) return tags.value();
@@ -93,12 +94,12 @@ std::string_view valueOf(std::string_view block, std::string_view name) {
     return {};
 }
 
-// What stood where, for a message.
+// The tag and its content, for a message.
 std::string placeOf(std::string_view tag, std::string_view content) {
     return ", <" + std::string(tag) + "> " + quoted(trimmed(content));
 }
 
-// Puts contents into members. An empty content is a tag that is not there.
+// Converts contents and stores them in members. An empty content counts as a missing tag.
 class Values {
 public:
     Values(const Locale& dates, std::size_t fileSize) : dates_(dates), fileSize_(fileSize) {}
@@ -126,7 +127,7 @@ public:
         try {
             member.setTime(text, kPoint);
         } catch (const RuntimeError& error) {
-            if (error.Number != kErrorTypeMismatch) throw; // without seconds, hours and minutes count
+            if (error.Number != kErrorTypeMismatch) throw; // a time without seconds keeps its hours and minutes
         }
     }
 
@@ -136,8 +137,8 @@ private:
     MemoryBudget budget_;
 };
 
-// A tag beside what takes its content. Behind a numbered one there may be "_" and a number of up to two digits; the
-// number is 0 without.
+// A tag and the function that takes its content. The name of a numbered tag may be followed by "_" and a number of up
+// to two digits; without one the number is 0.
 template <class Target>
 struct Tag {
     std::string_view name;
@@ -145,7 +146,7 @@ struct Tag {
     bool isNumbered = false;
 };
 
-// A name without its number, and that.
+// The name of a tag without its number, and the number.
 struct TagName {
     explicit TagName(std::string_view name) : word(name) {
         const std::size_t line = name.rfind('_');
@@ -166,7 +167,8 @@ struct TagName {
     bool isNumbered = false;
 };
 
-// Hands the contents of a block's tags to what takes them: each the first time, and only when it is not blank.
+// Passes the contents of a block's tags to the functions that take them. Only the first tag of each name counts, and
+// only when its content is not blank.
 template <class Target, std::size_t N>
 class Taker {
 public:
@@ -291,11 +293,11 @@ constexpr LogTag kLogTags[] = {
     {"PA2HB", take<&LogData::Pa2hCumB>},
 };
 
-// A row under way.
+// The row that is being read.
 struct Row {
     IntervalColumns& columns;
     std::size_t row; // counted from 0
-    int last;        // band
+    int last;        // the last band
     bool isDated = false;
 
     void put(Quantity quantity, int band, std::string_view content) {
@@ -386,13 +388,14 @@ constexpr Tag<clsInsData> kCollectionTags[] = {
     {"INSTYPE", take<clsInsData, &clsInsData::InsType>},
 };
 
-// The words of the plotted flags, in the order of kDisplayOrder: "PLOT-LEQ-1-2" is that of channel A by intervals.
+// The words of the plotted flags, in the order of kDisplayOrder: "PLOT-LEQ-1-2" is the flag of Leq for channel A and
+// intervals.
 constexpr std::string_view kPlotWords[] = {"LEQ",  "LMIN", "LMAX", "PEAK", "LEX",  "DOSE", "PDOSE", "DOSEHR", "LTM3",
                                            "LTM5", "LE",   "NNO",  "PA2H", "LN1",  "LN2",  "LN3",   "LN4",    "LN5",
                                            "LN6",  "LN7",  "LN8",  "LN9",  "LN10", "LAVG", "TWA"};
 static_assert(std::size(kPlotWords) == std::size(kDisplayOrder));
 
-// The parameter, channel and kind of such a name.
+// The parameter, channel and kind that such a name stands for.
 struct PlotName {
     Parameter parameter;
     int channel, kind;
@@ -503,7 +506,7 @@ private:
     }
 
     void peak(std::string_view block) {
-        constexpr std::size_t kMemoryOfPeak = 256; // shown, not held
+        constexpr std::size_t kMemoryOfPeak = 256; // bytes that a peak takes when it is shown
         values_.charge(kMemoryOfPeak);
         Taker(kPeakTags, log_.Peaks.emplace_back(), values_).takeAll(block);
     }

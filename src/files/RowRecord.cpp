@@ -14,7 +14,7 @@ constexpr std::array kBanded = {Quantity::LeqA, Quantity::LminA, Quantity::LmaxA
 constexpr std::array kBroadband = {Quantity::DoseA, Quantity::LepdA, Quantity::SELA, Quantity::Ltm3A, Quantity::Ltm5A};
 constexpr std::array kSecondChannel = {Quantity::LeqB, Quantity::LminB, Quantity::LmaxB, Quantity::PeakB};
 
-// Seconds of the day of "hh:mm:ss".
+// The seconds since midnight of "hh:mm:ss"; raises 13 for any other text.
 std::int32_t secondsOfDay(std::string_view field) {
     constexpr std::size_t kLength = 8;
     if (field.size() != kLength || field[2] != ':' || field[5] != ':') raiseTypeMismatch();
@@ -44,7 +44,7 @@ std::optional<std::string_view> CommaFields::next() {
     while (!field.empty() && (field.front() == '\r' || field.front() == '\n'))
         field.remove_prefix(1);
     last_ = field;
-    return field; // not by way of last_: what was just stored takes twice as long to read
+    return field; // last_ is not read back here, because reading what was just stored takes twice as long
 }
 
 std::string_view CommaFields::take() {
@@ -84,7 +84,7 @@ RecordRows::RecordRows(clsLog& log) : rows_(log.LogIntervals.Columns()) {
 }
 
 std::size_t RecordRows::fields() const {
-    constexpr std::size_t kBeside = 2; // the time, and the overload mark at the end
+    constexpr std::size_t kBeside = 2; // the time at the beginning and the overload mark at the end
     return levels_.size() + kBeside;
 }
 

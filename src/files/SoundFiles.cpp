@@ -19,9 +19,9 @@ namespace kestrane {
 
 namespace {
 
-const Locale kPoint; // figures have a decimal point whatever the user's locale is
+const Locale kPoint; // figures have a decimal point whatever the user's locale
 
-constexpr int kFirstBand = 2; // "31.5"; these files have no band below
+constexpr int kFirstBand = 2; // "31.5"; these files have no lower band
 constexpr int kLastBand = 11; // "16k"
 
 enum Kind : unsigned { NoiseAtWork = 1, Environmental = 2, Octave = 4, OldTallix = 8 };
@@ -31,7 +31,7 @@ struct FoundKind {
     std::string_view insName;
 };
 
-// The characters from a position on, counted from 1; fewer, or none, when the text ends before.
+// The count characters from position on, which is counted from 1; fewer or none when the text ends earlier.
 std::string_view characters(std::string_view text, std::size_t position, std::size_t count = std::string_view::npos) {
     return position > text.size() ? std::string_view() : text.substr(position - 1, count);
 }
@@ -44,7 +44,7 @@ Kind kindOfMode(std::string_view line) {
     return word == "IND" ? NoiseAtWork : word == "ENV" ? Environmental : Octave;
 }
 
-// Raises kErrorApplication when no line tells the kind.
+// Raises kErrorApplication when no line states the kind.
 FoundKind kindOf(std::string_view text) {
     constexpr std::size_t kModel = 5;
     std::string_view insName;
@@ -62,7 +62,7 @@ FoundKind kindOf(std::string_view text) {
     throw RuntimeError(kErrorApplication, "No kind of sound file");
 }
 
-// A level or dose as text, with or without its unit: "dB", or with the weighting, "dB(A)".
+// Reads a level or dose, with or without its unit: "dB", or with the weighting, "dB(A)".
 float level(std::string_view text) {
     text = trimmed(text);
     const std::size_t unit = text.find("dB");
@@ -84,14 +84,14 @@ std::int32_t clockPart(std::string_view text, std::int16_t limit) {
     return part;
 }
 
-// Hours and minutes at 8 and 11, day, month and year at 17, 20 and 23.
+// Hours are at position 8 of the token and minutes at 11; day, month and year are at 17, 20 and 23.
 void takeMoment(std::string_view token, clsDate& date, clsTime& time) {
     date = {digits(characters(token, 17, 2)), digits(characters(token, 20, 2)), digits(characters(token, 23, 4))};
     if (!date.IsDate()) raiseTypeMismatch();
     time = {clockPart(characters(token, 8, 2), 24), clockPart(characters(token, 11, 2), 60), 0};
 }
 
-// Takes the name of the instrument and, at its end, the serial number.
+// Takes the instrument's name and the serial number at the end of it.
 void takeInstrument(clsInsData& data, std::string_view token) {
     constexpr std::size_t kSerial = 5;
     token = trimmed(token);
@@ -101,7 +101,7 @@ void takeInstrument(clsInsData& data, std::string_view token) {
     data.InsSerial = toUtf8(token.substr(token.size() - std::min(token.size(), kSerial)));
 }
 
-// The dose in front of "%"; a token without one tells none.
+// Takes the dose in front of "%"; a token without "%" states no dose.
 void takeDose(clsValue& dose, std::string_view token) {
     const std::size_t percent = token.find('%');
     if (percent != std::string_view::npos) dose.Value(level(characters(token.substr(0, percent), 6)));
@@ -128,7 +128,7 @@ void takeLn(clsInsData&, clsLog& log, std::string_view token) {
     log.LnCumA(ln, 0).Value(level(characters(token, 5)));
 }
 
-// In the order of their numbers. What stands in other places is not kept.
+// The tokens of the head, in the order of their numbers. Tokens at other places are not kept.
 constexpr HeadToken kHead[] = {
     {3, NoiseAtWork | Environmental,
      [](clsInsData& data, clsLog&, std::string_view token) { takeInstrument(data, token); }},
@@ -157,21 +157,21 @@ constexpr HeadToken kHead[] = {
     {43, Environmental, takeOverall<&LogData::LminCumA, 7>},
 };
 
-// The next token, whole.
+// Returns the next token; raises 62 when there is none or it may be cut off.
 std::string_view takeToken(DelimitedText& tokens) {
     const auto token = tokens.next();
     if (!token || tokens.isCut()) raisePastEnd();
     return *token;
 }
 
-// Every token that is left is empty, or it has no known place.
+// Raises 13 when a token is left that is not empty, because it has no known place.
 void requireNothingLeft(DelimitedText& tokens) {
     while (const auto token = tokens.next()) {
         if (!trimmed(*token).empty()) raiseTypeMismatch();
     }
 }
 
-// Seconds of the day of a text whose first two characters are hours and whose last two are minutes.
+// The seconds since midnight of a text whose first two characters are hours and whose last two are minutes.
 std::int32_t secondsOf(std::string_view token) {
     constexpr std::size_t kShortest = 4;
     token = trimmed(token);
@@ -179,8 +179,8 @@ std::int32_t secondsOf(std::string_view token) {
     return clockPart(token.substr(0, 2), 24) * 3600 + clockPart(token.substr(token.size() - 2), 60) * 60;
 }
 
-// Rows of a number of tokens each: the time, Leq, one that is not kept, Lmax, and others that are not kept. The last of
-// the last row may be missing: it stands behind the comma that ends the row.
+// Takes rows that consist of tokensOfRow tokens each: the time, Leq, one that is not kept, Lmax, and others that are
+// not kept. The last token of the last row may be missing, since it would follow the comma that ends the row.
 void takeRows(DelimitedText& tokens, std::size_t tokensOfRow, IntervalColumns& rows) {
     const std::size_t most = tokens.leftAtMost() / tokensOfRow + 1;
     rows.resize(most, most);
@@ -205,7 +205,7 @@ void takeRows(DelimitedText& tokens, std::size_t tokensOfRow, IntervalColumns& r
     rows.setCount(row);
 }
 
-// A log with a head of fixed places and rows behind it.
+// Takes a log with a head of fixed places and rows behind it.
 void takeReport(Kind kind, DelimitedText& tokens, clsInsData& data, clsLog& log) {
     const bool isAtWork = kind == NoiseAtWork;
     log.LocationType(isAtWork ? NoiseAtWorkLocation : EnvironmentLocation);
@@ -230,7 +230,7 @@ void takeReport(Kind kind, DelimitedText& tokens, clsInsData& data, clsLog& log)
     takeRows(tokens, isAtWork ? 7 : 8, log.LogIntervals.Columns());
 }
 
-// The band of a label such as "31.5", "31.5 Hz" or "1 kHz"; 0 when it is none of these files.
+// The band of a label such as "31.5", "31.5 Hz" or "1 kHz"; 0 when these files have no such band.
 int bandOf(std::string_view label) {
     constexpr std::string_view kUnit = "Hz";
     constexpr std::size_t kLongest = 16;
@@ -244,8 +244,8 @@ int bandOf(std::string_view label) {
     return 0;
 }
 
-// A log of band levels: each stands behind the label of its band and ":", all within the head. There is no way to place
-// what stands behind the head.
+// Takes a log of band levels: each level follows the label of its band and ":", and all of them are in the head. Tokens
+// behind the head must be empty, because they have no known place.
 void takeOctaves(DelimitedText& tokens, clsLog& log) {
     constexpr int kHeadTokens = 17;
     log.Mode(modeFullOctave);
@@ -268,7 +268,8 @@ void takeOctaves(DelimitedText& tokens, clsLog& log) {
     requireNothingLeft(tokens);
 }
 
-// The oldest meters: there is no way to place any of their figures.
+// Takes a file of the oldest meters. None of their figures has a known place, so only a file without figures is
+// accepted.
 void takeOldTallix(DelimitedText& tokens, std::string_view insName) {
     while (const auto token = tokens.next()) {
         const std::string_view word = trimmed(*token);

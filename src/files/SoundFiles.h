@@ -1,5 +1,5 @@
-// The report-like text files that earlier programs exported: delimited text in which a figure is known by the number of
-// its token, counted from 1.
+// The report-like text files that earlier programs exported: delimited text in which the number of a token, counted
+// from 1, says which figure it is.
 #pragma once
 
 #include "model/clsFile.h"
@@ -8,16 +8,18 @@
 
 namespace kestrane {
 
-// Each adds one log in a collection of its own to the document, or raises: 13 for a token that is not what belongs in
-// its place, 62 for a text that ends too soon, kErrorApplication for one of no kind, and what values raise. They take
-// time by the length of the text, and memory of no more than about four times its.
+// Both functions add one log in a collection of its own to the document, or raise: 13 for a token that does not belong
+// in its place, 62 for a text that ends too soon, kErrorApplication for a text of no known kind, and what converting
+// values raises. The time taken grows in proportion to the length of the text, and the memory taken is at most about
+// four times that of the text.
 
-// Noise at work and environmental logs with their rows; octave logs by their labelled band levels. Of the oldest meters
-// only a file that tells nothing beyond the model is read: where their figures stand is not known.
+// Reads noise-at-work and environmental logs with their rows, and octave logs by their labelled band levels. A file of
+// the oldest meters is read only when it contains nothing but the model, because the places of its figures are not
+// known.
 void ReadSoundCsv(clsFile& file, std::string_view text);
 
-// An octave log as the headings of its bands, "31.5" to "16k", and behind them as many levels. What stands in front of
-// the headings is passed over.
+// Reads an octave log that consists of the headings of its bands, "31.5" to "16k", followed by as many levels. Tokens
+// in front of the headings are skipped.
 void ReadSoundFile(clsFile& file, std::string_view text);
 
 } // namespace kestrane

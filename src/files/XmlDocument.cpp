@@ -9,7 +9,7 @@ namespace kestrane {
 namespace {
 
 constexpr std::size_t kGrowth = 2;          // of a vector
-constexpr std::size_t kMemoryOfBlock = 128; // of rows, its landmarks included
+constexpr std::size_t kMemoryOfBlock = 128; // bytes of a block of rows with its landmarks
 
 // Finds the blocks of rows while the document is being checked.
 class BlockFinder : public XmlObserver {
@@ -50,7 +50,7 @@ public:
 
 private:
     static void note(IntervalsBlock& block, const XmlTag& tag) {
-        const char first = tag.name[0]; // what rows are made of is told apart by this alone
+        const char first = tag.name[0]; // most elements of rows can be sorted out by their first letter
         if (first == 'd' || first == 'p' || (first == 'f' && tag.name != "fdt") ||
             (first == 'l' && tag.name != "lcn")) {
             return;
@@ -156,7 +156,8 @@ std::vector<XmlElement> XmlDocument::children(const XmlElement& parent, std::str
         if (depth == 0) {
             isWanted = tag.name == name;
             if (isWanted) {
-                if (!found.empty()) charge(kGrowth * sizeof(XmlElement)); // a list of one is gone soon
+                // A list with one entry is short-lived, so it is not charged.
+                if (!found.empty()) charge(kGrowth * sizeof(XmlElement));
                 found.push_back({tag.begin, tag.end, tag.end, tag.end});
             }
         }
@@ -205,7 +206,8 @@ public:
         }
     }
 
-    // Within comments and the like a tag counts only when it stands there to the letter.
+    // In comments, CDATA sections and processing instructions only tags in their plainest form count: "<name>" and
+    // "</name>".
     void verbatim(std::size_t begin, std::size_t end) {
         for (std::size_t at = text_.find('<', begin + 1); at < end; at = text_.find('<', at + 1)) {
             const bool isClose = text_[at + 1] == '/';
@@ -238,8 +240,8 @@ private:
     std::size_t closedCount_ = 0;
 };
 
-// Can the search leave out the rows of a block? Only when all that it still seeks is known not to lie there. What does
-// is settled by a look at that one place.
+// Whether the search can skip the rows of a block. It can when every name that it still seeks is one of kLogTexts, for
+// which the block records where it first occurs. A name that occurs in the block is taken from there.
 bool settledWithout(const IntervalsBlock& block, std::string_view text, std::span<const std::string_view> names,
                     TextSearch& search) {
     if (block.hasVerbatim || search.isWaiting()) return false;
@@ -282,7 +284,7 @@ std::vector<std::optional<XmlElement>> XmlDocument::firstTexts(const XmlElement&
         if (block != nullptr && settledWithout(*block, text(), names, search)) cursor.jump(block->element.contentEnd);
     }
     for (auto& text : search.found) {
-        if (text && text->end == text->contentBegin) text.reset(); // opened and never closed
+        if (text && text->end == text->contentBegin) text.reset(); // it was opened and never closed
     }
     return std::move(search.found);
 }

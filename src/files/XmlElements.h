@@ -1,5 +1,5 @@
-// The names of the XML data file that reader and writer share, in the order in which the file has them. The names of
-// parameters and the members that they stand for come from the table of the parameters.
+// The names of the XML data file that the reader and the writer share, in the order in which the file has them. The
+// names of parameters, and the members that they stand for, come from the table of the parameters.
 #pragma once
 
 #include "model/InstrumentFamilies.h"
@@ -12,8 +12,8 @@
 
 namespace kestrane {
 
-// The figures of a channel that are one number each, in the order of the file. lavg is only in the short form; see the
-// writer.
+// The figures of a channel that are single numbers, in the order of the file. lavg is only in the short form (see the
+// writer).
 struct FigureElement {
     std::string_view name;
     clsValue LogData::*member;
@@ -35,7 +35,7 @@ inline constexpr std::array kLevelsB = figureElements(kChannelB, {eLeq, eLmin, e
 inline constexpr std::array kFiguresB =
     figureElements(kChannelB, {eDoseMT, eDoseET, eLepdET, eLepdMT, eLe_Sel, eDoseHour, ePa2Hr});
 
-// The levels of channel A by band.
+// The levels of channel A that have bands.
 struct BandedElement {
     std::string_view name;
     BandValues LogData::*member;
@@ -49,7 +49,7 @@ constexpr BandedElement bandedElement(Parameter parameter) {
 
 inline constexpr std::array kBanded = {bandedElement(eLeq), bandedElement(eLmin), bandedElement(eLmax)};
 
-// When the extremes happened.
+// The date and time of each extreme.
 struct ExtremeElement {
     std::string_view dateName;
     clsDate LogData::*date;
@@ -63,7 +63,7 @@ inline constexpr ExtremeElement kExtremes[] = {
     {"peakdt", &LogData::PeakCumDateA, "peaktm", &LogData::PeakCumTimeA},
 };
 
-// The figures of a row that are one number each. Peak of channel A and the times stand before those of channel A.
+// The figures of a row that are single numbers. Peak of channel A and the times come before those of channel A.
 struct RowElement {
     std::string_view name;
     Quantity quantity;
@@ -88,15 +88,15 @@ inline constexpr std::array kLnNames = [] {
     return names;
 }();
 
-// "f" and the upper-cased label: "f" for band 0, "f1.25K".
+// The name of a band's element: "f" for band 0, else "f" and the label in upper case, such as "f1.25K".
 std::string_view bandElement(int mode, int band);
 
-// The order of the plotted flags in "disp", which is not that of the parameters.
+// The order of the plotted flags in "disp". It differs from the order of the parameters.
 inline constexpr Parameter kDisplayOrder[] = {
     eLeq,   eLmin,  eLmax,  ePeak,  eLepdET, eDoseET, eDoseMT, eDoseHour, eLtm3,  eLtm5,   eLe_Sel, eOverload, ePa2Hr,
     eLn(1), eLn(2), eLn(3), eLn(4), eLn(5),  eLn(6),  eLn(7),  eLn(8),    eLn(9), eLn(10), eLAvg,   eTWA};
 
-// Takes over what a file says of a parameter's display. An Ln that is not in use is neither plottable nor plotted.
+// Stores what a file says about showing a parameter. An Ln that is not in use is neither plottable nor plotted.
 inline void setPlotted(clsLog& log, int channel, int kind, Parameter parameter, bool isPlotted) {
     if (const int ln = lnOf(parameter); ln != 0) {
         const bool isInUse = log.LnNumberA(ln) != 0;
@@ -106,7 +106,7 @@ inline void setPlotted(clsLog& log, int channel, int kind, Parameter parameter, 
     log.objLogOptions.IsPlotted.set(channel, kind, parameter, isPlotted);
 }
 
-// Whether a log and its rows are written in the short form. Those of early firmware, up to 1.05, are not.
+// Whether a log and its rows are written in the short form. Logs of early firmware, up to 1.05, are not.
 inline bool isShortForm(std::string_view insName, float firmware) {
     return hasTrait(insName, Trait::WritesShortForm) && firmware > 1.05F;
 }

@@ -15,7 +15,7 @@ namespace kestrane {
 
 namespace {
 
-// Moves behind the element whose opening tag the cursor has just passed.
+// Moves the cursor behind the element whose opening tag it has just passed.
 void skipElement(XmlCursor& cursor) {
     if (cursor.tag().isEmpty) return;
     for (std::size_t depth = 1; depth > 0;) {
@@ -25,7 +25,7 @@ void skipElement(XmlCursor& cursor) {
     }
 }
 
-// Moves behind the opening tag of the next row; there must be one.
+// Moves the cursor behind the opening tag of the next row; there must be one.
 void nextRow(XmlCursor& cursor) {
     while (true) {
         if (cursor.next() != XmlCursor::Kind::Open) continue;
@@ -34,10 +34,10 @@ void nextRow(XmlCursor& cursor) {
     }
 }
 
-// Reads one range of rows into columns. The text has been checked, so it is only taken apart here.
+// Reads one range of rows into columns. The text has been checked before and is only split up here.
 class RowReader {
 public:
-    // size: of the range's text
+    // size is the number of bytes of the range's text.
     RowReader(const XmlDocument& document, const Locale& locale, std::size_t size, int mode, bool isChannelBOn,
               IntervalColumns& rows) :
         document_(document),
@@ -69,17 +69,18 @@ public:
     }
 
 private:
-    // The text gives back its memory once it has been read, half of it for the columns to take.
+    // Charges the memory of the columns. The text gives its memory back once it has been read, and half of that is
+    // taken as paid for the columns.
     void charge() {
         const std::size_t taken = rows_.touchedBytes();
         if (taken <= paid_) return;
-        constexpr std::size_t kCopies = 2; // the range, and the log that takes it over
+        constexpr std::size_t kCopies = 2; // the range itself, and the log that takes it over
         document_.charge(kCopies * (taken - paid_));
         paid_ = taken;
     }
 
-    // Calls visit(tag) for each child of the element whose opening tag the cursor has just passed; visit passes the
-    // child.
+    // Calls visit(tag) for each child of the element whose opening tag the cursor has just passed. visit must move the
+    // cursor behind the child.
     template <class Visit>
     void forEachChild(XmlCursor& cursor, Visit visit) {
         while (true) {
@@ -95,7 +96,7 @@ private:
         }
     }
 
-    // The text of the element whose opening tag the cursor has just passed; moves behind its closing tag.
+    // The text of the element whose opening tag the cursor has just passed. Moves the cursor behind its closing tag.
     std::string_view content(XmlCursor& cursor) {
         const std::size_t begin = cursor.tag().end;
         auto kind = cursor.next();
@@ -122,10 +123,10 @@ private:
         rows_.set(column, row_, value);
     }
 
-    // A level by band, or in the short form the overall figure alone.
+    // Reads a level by band; in the short form, only the overall figure.
     void bands(XmlCursor& cursor, Quantity quantity) {
         const std::size_t begin = cursor.tag().end;
-        std::size_t expected = 0; // bands mostly come in order
+        std::size_t expected = 0; // bands usually come in order
         bool hasChildren = false;
         forEachChild(cursor, [&](const XmlTag& tag) {
             hasChildren = true;
@@ -187,7 +188,7 @@ private:
         if (readFlag(text, locale_)) set(column, std::uint8_t{1});
     }
 
-    // The date of a row is mostly that of the row before.
+    // The date of a row is usually the same as that of the row before.
     void date(std::string_view text) {
         if (text != lastDateText_) {
             clsDate value;
@@ -213,7 +214,7 @@ private:
         try {
             value.setTime(text, locale_);
         } catch (const RuntimeError& error) {
-            if (error.Number != kErrorTypeMismatch) throw; // without seconds, hours and minutes count
+            if (error.Number != kErrorTypeMismatch) throw; // a time without seconds keeps its hours and minutes
         }
         set(column, value.getTimeAsSeconds());
     }
@@ -223,7 +224,7 @@ private:
     const Locale& locale_;
     bool isChannelBOn_;
     IntervalColumns& rows_;
-    std::size_t paid_; // of the memory of the columns
+    std::size_t paid_; // bytes of the columns that have been charged or paid for
     std::array<std::string_view, kBandCount> bandNames_;
     std::size_t bandCount_ = 0;
     std::size_t row_ = 0;
@@ -261,7 +262,7 @@ IntervalColumns XmlIntervals::load(int mode, bool isChannelBOn, std::int64_t fro
     if (range == ranges_.end()) raiseIndexOutOfRange();
     const auto at = static_cast<std::size_t>(range - ranges_.begin());
     const std::size_t begin = begins_[at];
-    document_->charge(0); // what has been refused once is not begun again
+    document_->charge(0); // once a document has been refused, no further range is begun
     IntervalColumns rows;
     const auto count = static_cast<std::size_t>(to - from + 1);
     rows.resize(count, count);

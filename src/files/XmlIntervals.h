@@ -1,5 +1,5 @@
-// The interval rows of one log in an XML data file: where the background loads them from. Keeps the document in memory
-// until the last log that needs it has dropped its rows.
+// The interval rows of one log in an XML data file, from which background loading reads them. It keeps the document in
+// memory until the last log that needs it has loaded its rows.
 #pragma once
 
 #include "files/XmlDocument.h"
@@ -20,10 +20,10 @@ public:
 
     const std::vector<RowRange>& ranges() const { return ranges_; }
 
-    // Reads one of ranges(); raises 9 for any other. Every figure goes in as Value and CalcValue; of elements that
-    // stand twice in a row the first counts. Figures of channel B are read only when it is on. Raises 6 for a number
-    // that does not fit its type, 7 for rows that take far more memory than text. The text of the range is given back
-    // to the system, so each can be loaded once.
+    // Reads one of ranges(); raises 9 for any other range. Every figure is stored as Value and CalcValue; when an
+    // element occurs twice in a row, the first one counts. Figures of channel B are read only when isChannelBOn. Raises
+    // 6 for a number that does not fit its type, 7 for rows that take far more memory than their text. The memory of
+    // the range's text is given back to the system, so each range can be loaded only once.
     IntervalColumns load(int mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const override;
 
 private:
@@ -33,10 +33,11 @@ private:
     const IntervalsBlock& block_; // of document_
     Locale locale_;
     std::vector<RowRange> ranges_;
-    std::vector<std::size_t> begins_; // where each begins, and the last one ends; found before any text is given back
+    // Where each range begins, and where the last one ends; found before any memory is given back.
+    std::vector<std::size_t> begins_;
 };
 
-// How rows are cut into ranges for loading: each at least 30, 55 or 100 rows by mode, at most seven.
+// Divides rows into ranges for loading: at most seven, each of at least 30, 55 or 100 rows, depending on the mode.
 std::vector<RowRange> loadRanges(int mode, std::int64_t rows);
 
 } // namespace kestrane

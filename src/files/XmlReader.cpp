@@ -16,7 +16,7 @@ namespace kestrane {
 
 namespace {
 
-// The texts of one element, looked up together.
+// The texts of one element, all looked up in one pass.
 class NodeTexts {
 public:
     NodeTexts(const XmlDocument& document, const XmlElement& element, std::vector<std::string_view> names,
@@ -39,7 +39,7 @@ public:
 
     std::string text(std::string_view name) const { return unescapeText(raw(name)); }
 
-    // Gives what a content raises the name of its element and what stood there.
+    // Calls read; when it raises an error, the name of the element and its content are appended to the error's text.
     template <class Read>
     auto naming(std::string_view name, Read read) const {
         return kestrane::naming(read, [&] { return ", <" + std::string(name) + "> " + quoted(raw(name)); });
@@ -76,7 +76,8 @@ private:
     const Locale& locale_;
 };
 
-// Reads an attribute by read(text, locale). What that raises names element and attribute, and what stood there.
+// Reads an attribute with read(text, locale). When that raises an error, the element, the attribute and its text are
+// appended to the error's text.
 template <class Read>
 auto readAttribute(const XmlDocument& document, const XmlElement& node, std::string_view element, std::string_view name,
                    const Locale& locale, Read read) {
@@ -139,7 +140,7 @@ private:
         log_.IsLnNumbersOn = false;
     }
 
-    // Some files have the words that the user reads.
+    // Some files contain the words that are shown to the user instead of the code.
     std::string locationCode(const std::string& text) const {
         if (text == log_.session().LoadText(Text::NoiseAtWork)) return std::string(NoiseAtWorkLocation);
         if (text == log_.session().LoadText(Text::Environmental)) return std::string(EnvironmentLocation);
@@ -233,7 +234,8 @@ private:
         }
     }
 
-    // Reads attributes, whereas the writer writes elements: peaks come back with their count alone.
+    // Reads attributes, whereas the writer writes elements, so that of saved peaks only their number is read back. That
+    // is meant.
     void peaks(const XmlElement& node) {
         for (const XmlElement& row : grandchildren(node, "peak-intvls", "peak-intvl")) {
             document_->charge(sizeof(clsPeak));

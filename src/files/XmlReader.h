@@ -1,4 +1,5 @@
-// Reads XML data files into documents: the header figures of every log at once, the rows left for the background.
+// Reads XML data files into documents: the header figures of every log at once; the rows are left to background
+// loading.
 #pragma once
 
 #include "files/XmlDocument.h"
@@ -9,11 +10,11 @@
 
 namespace kestrane {
 
-// Adds what the document holds to file. A collection without logs is left out. Raises what the values raise (overflow,
-// a time without seconds).
+// Adds what the document contains to file, except collections without logs. Raises what converting values raises (an
+// overflow, a time without seconds).
 void GetData(clsFile& file, const std::shared_ptr<XmlDocument>& document);
 
-// The text of a data file as it was before it was escaped for writing.
+// Turns a text of a data file back into what it was before it was escaped for writing.
 std::string unescapeText(std::string text);
 
 } // namespace kestrane

@@ -22,7 +22,7 @@ float readLevel(std::string_view text, const Locale& locale) {
     if (locale.DecimalSeparator == "." || text.find(locale.DecimalSeparator) == std::string_view::npos) {
         return readSingle(text, level) ? level : 0;
     }
-    if (text.find('.') != std::string_view::npos) return 0; // a second separator
+    if (text.find('.') != std::string_view::npos) return 0; // a second kind of separator
     const std::string point = ReplaceText(std::string(text), locale.DecimalSeparator, ".");
     return readSingle(point, level) ? level : 0;
 }

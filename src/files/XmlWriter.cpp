@@ -12,9 +12,9 @@ namespace kestrane {
 
 namespace {
 
-const Locale kPlainLocale{}; // for forms that do not depend on it
+const Locale kPlainLocale{}; // for forms that do not depend on the locale
 
-// Tags of the elements of rows, made once: saving lives on them.
+// The tags of an element of rows, made once, because the speed of saving depends on them.
 struct Tag {
     std::string open, close;
 
@@ -22,7 +22,7 @@ struct Tag {
         open("<" + std::string(name) + ">"), close("</" + std::string(name) + ">") {}
 };
 
-// The value forms. Each writes nothing for the default.
+// Writes the value forms. Each form writes nothing for its default value.
 class Elements {
 public:
     Elements(clsStringBuffer& out, const Locale& locale) : out_(out), locale_(locale) {}
@@ -45,7 +45,7 @@ public:
         if (value != 0) whole(name, singleText(value));
     }
 
-    // In the locale's own notation, never left out.
+    // In the locale's own notation; written even when it is 0.
     void rawLevel(std::string_view name, float value) { whole(name, localeText(value)); }
 
     std::string localeText(float value) const { return ReplaceText(singleText(value), ".", locale_.DecimalSeparator); }
@@ -85,7 +85,8 @@ private:
     const Locale& locale_;
 };
 
-// Levels by band as children of an element with a ready opening tag; nothing when all are 0. levelAt(band)
+// Writes levels by band as children of an element whose opening tag is given; nothing when all are 0. levelAt(band)
+// returns the level.
 template <class LevelAt>
 void writeBands(clsStringBuffer& out, std::string_view open, std::string_view close, const std::vector<Tag>& bands,
                 LevelAt levelAt) {
@@ -114,7 +115,7 @@ void writeBands(clsStringBuffer& out, std::string_view name, const BandValues& v
     writeBands(out, tag.open, tag.close, bands, [&](int band) { return values(band).CalcValue(); });
 }
 
-// A text whose own characters stand in the file as they are, but for those that would break it.
+// Escapes a text whose characters are written as they are, except those that would break the markup.
 std::string markupEscaped(const std::string& text) {
     return ReplaceText(ReplaceText(ReplaceText(text, "&", "&amp;"), "<", "&lt;"), ">", "&gt;");
 }
@@ -193,7 +194,7 @@ private:
         put_.rawLevel("lavg", log_.LAvgCumA.CalcValue());
         put_.level("le", log_.SELCumA.CalcValue());
         put_.level("lex", log_.LepdETCumA.CalcValue());
-        put_.rawLevel("dose", log_.DoseHourA.CalcValue()); // the form has no other dose
+        put_.rawLevel("dose", log_.DoseHourA.CalcValue()); // this is meant: the short form has no other dose
         put_.rawLevel("dh", log_.DoseHourA.CalcValue());
         put_.rawLevel("pa2h", log_.Pa2hCumA.CalcValue());
     }
@@ -247,8 +248,9 @@ private:
         put_.close("peak-intvls");
     }
 
-    // The rows of a log carry no instrument name of their own, so they are written in the full form whatever the log's
-    // form is. Straight from the columns: a row object each would cost more than all the rest of saving.
+    // Writes the rows. The rows of a log carry no instrument name of their own, so they are written in the full form
+    // whatever the form of the log; that is meant. They are read directly from the columns, because a row object for
+    // each would cost more than all the rest of saving.
     void rows() {
         const IntervalColumns& columns = log_.LogIntervals.Columns();
 
@@ -304,7 +306,7 @@ private:
         }
     }
 
-    // The date of a row is mostly that of the row before.
+    // The date of a row is usually the same as that of the row before.
     void date(CalendarTime value) {
         if (value != lastDate_) {
             clsDate parts;
@@ -350,7 +352,7 @@ private:
 
     const clsLog& log_;
     clsStringBuffer& out_;
-    clsStringBuffer& display_; // takes the display options; mostly out_
+    clsStringBuffer& display_; // receives the display options; usually the same object as out_
     const Locale& locale_;
     Elements put_;
     std::vector<Tag> bands_;
@@ -531,7 +533,7 @@ void SetTagData(const clsFile& file, bool blnIncludeIntervals, clsStringBuffer& 
 }
 
 DocumentMark MarkOf(const clsFile& file) {
-    constexpr std::uint64_t kBasis = 14695981039346656037U; // of the Fowler-Noll-Vo hash
+    constexpr std::uint64_t kBasis = 14695981039346656037U; // the start value of the Fowler-Noll-Vo hash
     constexpr std::uint64_t kPrime = 1099511628211U;
     DocumentMark mark{kBasis, kBasis};
     const auto hashInto = [](std::uint64_t& hash) {

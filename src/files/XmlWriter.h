@@ -1,4 +1,5 @@
-// Writes the XML data file: one line of plain ASCII that any XML parser reads. A default value takes no space at all.
+// Writes the XML data file: one line of plain ASCII that any XML parser can read. A default value is not written at
+// all.
 #pragma once
 
 #include "model/clsFile.h"
@@ -8,7 +9,7 @@
 
 namespace kestrane {
 
-// The document's text, with or without the rows, peaks and selections of its logs.
+// The text of the document, with or without the rows, peaks and selections of its logs.
 std::string DocumentText(const clsFile& file, bool blnIncludeIntervals);
 
 DocumentMark MarkOf(const clsFile& file);
@@ -21,7 +22,8 @@ void SetTagData(const clsPeak& peak, clsStringBuffer& out);
 void SetTagData(const clsDoseLogSample& sample, clsStringBuffer& out);
 void SetTagData(const clsLogOptions& options, clsStringBuffer& out);
 
-// A text as it stands in the file. What is past 127 becomes a character reference, what may not stand in XML a blank.
+// A text as it is written to the file. A character past 127 becomes a character reference, and a character that XML
+// does not allow becomes a blank.
 std::string escapeText(std::string text);
 
 } // namespace kestrane

@@ -1,4 +1,4 @@
-// Compiled so that several rows are taken at a time (see CMakeLists.txt). Finite numbers only.
+// Compiled so that the processor works on several rows at a time (see CMakeLists.txt). All numbers must be finite.
 #include "server/EnergyMean.h"
 
 #include "model/Acoustics.h"

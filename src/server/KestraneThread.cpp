@@ -10,10 +10,11 @@ namespace kestrane {
 
 namespace {
 
-// An object of the server as its client holds it. Events reach the client while it does.
+// The object that a client holds for its work. Events reach the client only while it holds the object.
 struct Held : BackgroundWork {};
 
-// Runs compute on this thread and posts deliver(result), or error, to the pump, unless the work has been dropped.
+// Runs compute on this thread and posts deliver(result), or error when compute raises, to the pump. Does nothing when
+// the work has been dropped.
 template <class Compute, class Deliver>
 void runAndReport(EventPump& pump, const std::weak_ptr<Held>& held, Compute compute, Deliver deliver,
                   const std::function<void(const ThreadError&)>& error) {

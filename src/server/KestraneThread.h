@@ -1,6 +1,6 @@
-// The background server: worker threads of this program behind the interface of a companion server. A load object reads
-// one range of a log's rows, a recalculation object makes one pass over them; each reports once, as an event on the
-// pump. Dropping an object drops its results. The only folder that starts threads.
+// The background server: worker threads of this program, behind the interface of a companion server. A load object
+// reads one range of a log's rows, a recalculation object makes one pass over them; each reports once, as an event on
+// the pump. Dropping an object drops its results. No other folder starts threads.
 #pragma once
 
 #include "model/BackgroundWork.h"
@@ -23,14 +23,14 @@ namespace kestrane {
 struct ThreadError {
     std::int64_t iErrNo;
     std::string sDescription;
-    int iLine; // 0: unknown
+    int iLine; // 0 when unknown
 };
 
 struct LoadRequest {
     std::shared_ptr<const IntervalSource> source;
     int Mode = 0;
     bool IsChannelBOn = false;
-    std::int64_t first = 0, last = 0; // rows, counted from 1
+    std::int64_t first = 0, last = 0; // rows, both included, counted from 1
 };
 
 struct LoadEvents {
@@ -46,7 +46,7 @@ struct RecalcRequest {
     bool IntervalsToBeIncluded = false;
     std::int32_t Interval = 0; // seconds
 
-    // Carried as a part of the server's interface; the pass does not read them.
+    // Part of the server's interface and only carried: the pass does not read them.
     int iCalcMode = 0;
     std::int16_t Criterion = 0, Exchange = 0;
     bool IsOldDoseMeter = false;
@@ -55,16 +55,16 @@ struct RecalcRequest {
     bool IsUnzoomedHalcyr = false;
 };
 
-// Figures of the rows that are not left out; 0 for one that there is none of, and for those that are derived from
-// others afterwards.
+// The figures of the rows that are not left out. A figure is 0 when no row has one, and when it is derived from others
+// afterwards.
 struct RecalcResults {
-    std::vector<std::uint8_t> isExcluded;              // a flag a row; empty: nothing is left out
+    std::vector<std::uint8_t> isExcluded;              // a flag for each row; empty when no row is left out
     std::vector<float> zLeqCumA, zLminCumA, zLmaxCumA; // by band, 0..last
     float zPeakCumA = 0;
-    float zLepdETCumA = 0; // taken over where it is not 0
+    float zLepdETCumA = 0; // taken over only when it is not 0
     float zLeqCumB = 0, zLminCumB = 0, zLmaxCumB = 0, zPeakCumB = 0;
 
-    // Carried as a part of the server's interface; nobody reads them.
+    // Part of the server's interface and only carried: nobody reads them.
     float zDoseETCumA = 0, zDoseETCumB = 0, zLepdETCumB = 0;
 };
 
@@ -73,20 +73,22 @@ struct RecalcEvents {
     std::function<void(const ThreadError&)> Error;
 };
 
-// The pass itself. Leq: energy mean weighted by row length (the row's own, else Interval), absent values skipped; Lmin:
-// the smallest that is not absent; Lmax and Peak: the largest. Raises 6 for figures past single precision.
+// The pass itself. Leq is the energy mean weighted by row length (the row's own length, else Interval), without absent
+// values; Lmin is the smallest value that is not absent; Lmax and Peak are the largest. Raises 6 for a figure that does
+// not fit single precision.
 RecalcResults recalculateRows(const RecalcRequest& request);
 
 class BackgroundServer {
 public:
-    // threads 0: one for each processor, at least two.
+    // threads 0 stands for one thread for each processor, but at least two.
     explicit BackgroundServer(EventPump& pump, unsigned threads = 0);
-    ~BackgroundServer(); // waits for work under way; work not begun is given up
+    ~BackgroundServer(); // waits for the current work; work that has not begun is given up
 
     std::shared_ptr<BackgroundWork> Load(LoadRequest request, LoadEvents events);
     std::shared_ptr<BackgroundWork> Recalculate(RecalcRequest request, RecalcEvents events);
 
-    // Any other job that must not hold up the owner thread. What it raises is lost: it says itself how it ended.
+    // Runs any other job that must not hold up the owner thread, then posts ended. An error that the job raises is
+    // lost: the job must record itself how it ended.
     std::shared_ptr<BackgroundWork> Run(std::function<void()> job, std::function<void()> ended);
 
 private:

@@ -47,7 +47,8 @@ void CreateLoadThreads(clsLog& log, const RowsComplete& complete) {
         LoadEvents events;
         events.ThreadLoadResults = [&log, n, complete](const IntervalColumns& rows, std::int64_t first,
                                                        std::int64_t last) {
-            log.LogIntervals.copyData(rows, log.LoadRanges.size() == 1 ? 0 : first, last); // all of them are shared
+            // A single range holds all rows, so its columns are shared.
+            log.LogIntervals.copyData(rows, log.LoadRanges.size() == 1 ? 0 : first, last);
             log.LoadThreads[n].reset();
             countFinishedRange(log, complete);
         };

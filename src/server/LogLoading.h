@@ -1,5 +1,5 @@
-// Loading the rows of logs behind an open document: which ranges are asked of the background server, and what happens
-// when they come.
+// Loads the rows of logs in the background while their document is open: which ranges the background server is asked
+// for, and what happens when they arrive.
 #pragma once
 
 #include "model/Session.h"
@@ -10,19 +10,19 @@ namespace kestrane {
 
 class clsLog;
 
-// Starts the load of every log that has rows to load and none under way. A log's rows are complete when all ranges have
-// reported; a range that failed stays empty and its error is shown in the frame's panel.
+// Starts loading the rows of every log that waits for its rows and is not loading them yet. The rows of a log are
+// complete when all ranges have reported; a range that failed stays empty and its error is shown in the frame's panel.
 // complete, if given, is then called for the log, before its change event.
 using RowsComplete = std::function<void(clsLog& log)>;
 void LoadWaitingIntervals(Session& session, const RowsComplete& complete = {});
 
-// Starts the load of one log.
+// Starts loading the rows of one log.
 void CreateLoadThreads(clsLog& log, const RowsComplete& complete = {});
 
-// The text of an error event for the frame's panel.
+// The text of an error event for the frame's panel; line 0 means that no line is known.
 std::string threadErrorText(const Session& session, std::int64_t number, const std::string& description, int line);
 
-// No log of any open file loads, waits for loading or recalculates.
+// True when no log of any open file is loading, waiting for loading or recalculating.
 bool noLogIsBusy(const Session& session);
 
 } // namespace kestrane

@@ -9,7 +9,7 @@ namespace kestrane {
 
 namespace {
 
-// The length of each row, for the mean; empty when all are alike.
+// The length of each row in seconds, as its weight in the mean; empty when all rows are equally long.
 std::vector<std::int32_t> rowWeights(const RecalcRequest& request) {
     const auto lengths = request.rows.cells(request.rows.IntervalLength);
     std::vector<std::int32_t> weights;
