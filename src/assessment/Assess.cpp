@@ -16,9 +16,9 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kFewestSamples = 3;    // of a task, and of days
-constexpr std::size_t kFewestJobSamples = 5; // of a job
-constexpr double kWidestSpread = 3;          // dB, of three samples
+constexpr std::size_t kFewestSamples = 3;    // for a task and for full days
+constexpr std::size_t kFewestJobSamples = 5; // for a job
+constexpr double kWidestSpread = 3;          // dB, between the lowest and the highest of three samples
 constexpr double kLargestC1u1 = 3.5;         // dB
 constexpr double kSlackOfTimes = 0.25;       // h
 constexpr double kSmall = 1e-9;
@@ -126,7 +126,7 @@ private:
             points += *task.Points;
         }
         out_.LEX8h = levelOf(energy);
-        bool isCertain = true; // every term is there
+        bool isCertain = true; // true as long as every term can be computed
         double sum = 0;
         std::vector<double> terms;
         for (TaskResult& task : out_.Tasks) {
@@ -240,7 +240,8 @@ private:
         std::vector<double> days;
         bool isWhole = !group_.Week.empty();
         for (const AssessmentDay& day : group_.Week) {
-            const bool isBad = day.LEX8h && *day.LEX8h != 0 && !isLevel(*day.LEX8h); // a day may be without exposure
+            // 0 is allowed: a day may have no exposure.
+            const bool isBad = day.LEX8h && *day.LEX8h != 0 && !isLevel(*day.LEX8h);
             if (isBad) warnings_.bad({}, Text::WarnLevelCannotBe, warnings_.number(*day.LEX8h));
             const Figure level = day.LEX8h ? day.LEX8h : out_.LEX8h;
             isWhole = isWhole && level && !isBad;
@@ -289,7 +290,7 @@ private:
         return std::nullopt;
     }
 
-    // A protector that is worn takes as much off the week as off the day.
+    // The weekly level with the protector, which is assumed to reduce the week's level by as much as the day's.
     Figure underProtector(const Figure& level) const {
         if (!out_.Protected) return level;
         if (!level || !out_.LEX8h || !out_.Protected->Effective) return std::nullopt;
@@ -316,7 +317,7 @@ private:
     const AssessmentGroup& group_;
     SampleSource& samples_;
     GroupResult out_;
-    Warnings warnings_; // of out_
+    Warnings warnings_; // writes to out_.Warnings
     Figure jobPeak_, otherPeak_;
 };
 

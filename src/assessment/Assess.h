@@ -1,6 +1,6 @@
-// What an assessment comes to: the day and the week of each group with their uncertainty (ISO 9612:2009), compared with
-// the values of Directive 2003/10/EC, the worn protector, and what is wrong with the measurement. Levels and
-// uncertainties are dB, times hours. Nothing stands for a figure that there is none of; a warning says why.
+// Computes an assessment: the day and the week of each group with their uncertainty (ISO 9612:2009), the comparison
+// with the values of Directive 2003/10/EC, the worn protector, and what is wrong with the measurement. Levels and
+// uncertainties are in dB, times in hours. A figure that cannot be computed is nothing, and a warning says why.
 #pragma once
 
 #include "assessment/Assessment.h"
@@ -21,7 +21,7 @@ using Figure = std::optional<double>;
 struct TaskResult {
     std::string Name;
     Figure Leq, Hours;
-    Figure Contribution, Points, Share; // to the day; Share is a fraction of 1
+    Figure Contribution, Points, Share; // what the task contributes to the day; Share is a fraction of 1
     Figure U1a, U1b, C1a, C1b;
     Figure CPeak; // dB(C)
 };
@@ -37,15 +37,15 @@ struct ActionResult {
 };
 
 struct ProtectedResult {
-    std::string Method; // of the comparison or the standard; "given" for a reduction that is given; empty: none
+    std::string Method; // that of the comparison or the standard; "given" when the reduction is given; empty for none
     Figure Level;       // LEX,8h less the reduction
-    Figure Effective;   // with the time that it is not worn
+    Figure Effective;   // the level when the time without the protector is counted in
     kestrane::Verdict Verdict = kestrane::Verdict::None;
 };
 
 struct AssessmentWarning {
     std::string Code;
-    std::optional<std::string> Task; // nothing: of the group
+    std::optional<std::string> Task; // nothing for a warning about the whole group
     std::string Text;
 
     bool operator==(const AssessmentWarning&) const = default;
@@ -65,19 +65,20 @@ struct GroupResult {
     std::vector<TaskResult> Tasks;
     Figure U1, C1u1;
     double U2 = 0, U3 = 0;
-    std::vector<ActionResult> Actions, WeekActions; // of the day; of the week, none without one
+    std::vector<ActionResult> Actions, WeekActions; // of the day; of the week, empty when the group has none
     std::optional<ProtectedResult> Protected;
-    std::vector<AssessmentWarning> Warnings; // each once
+    std::vector<AssessmentWarning> Warnings; // each warning only once
     std::vector<SourceResult> Sources;
 };
 
-// Where the data comes from. Both may say null: it is not there.
+// Where the data comes from. Both functions may return null when it is not there.
 struct AssessmentData {
     std::function<const clsFile*(const std::string& path)> File; // with all of its rows
     std::function<const clsHP*(const std::string& name)> Protector;
 };
 
-// path: of the assessment, which files are relative to. Raises nothing for data that is missing or makes no sense.
+// path is that of the assessment, to which the paths of data files are relative. Raises nothing for data that is
+// missing or makes no sense.
 std::vector<GroupResult> assess(const Session& session, const Assessment& assessment, const std::string& path,
                                 const AssessmentData& data);
 

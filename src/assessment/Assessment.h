@@ -1,6 +1,7 @@
-// The document of an exposure assessment: groups of workers of one exposure, what was measured of them, their week and
-// their protector. Plain data as it stands in the file, sensible or not; what can be computed of it is Assess.h. Levels
-// are dB, times hours. Other holds the members that this program does not know, and goes with what it was found in.
+// The document of an exposure assessment: groups of workers with the same exposure, what was measured of them, their
+// week and their protector. It is plain data as the file has it, sensible or not; Assess.h computes from it. Levels are
+// in dB, times in hours. Other keeps the members of an object in the file that this program does not know, so that they
+// are saved again.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -16,16 +17,16 @@ namespace kestrane {
 
 using AssessmentJson = nlohmann::ordered_json;
 
-// Rows of a log. Nothing for From or To: from the first, to the last.
+// Rows of a log, both ends included. From is nothing for the first row, To is nothing for the last.
 struct LogRows {
     std::string File; // absolute, or relative to the folder of the assessment
-    std::string Log;  // its tree node key; empty: the file's first log
+    std::string Log;  // its tree node key; empty for the file's first log
     std::optional<std::int64_t> From, To;
-    std::string Sha256; // of the file as it was measured with; empty: not kept yet
+    std::string Sha256; // of the file at the time of the assessment; empty when it has not been recorded yet
     AssessmentJson Other;
 };
 
-using Sample = std::variant<double, LogRows>; // a level, or rows whose LAeq it is
+using Sample = std::variant<double, LogRows>; // a level, or rows whose LAeq is the level
 
 struct AssessmentTask {
     std::string Name;
@@ -38,7 +39,7 @@ struct AssessmentTask {
 
 struct AssessmentDay {
     std::string Name;
-    std::optional<double> LEX8h; // nothing: the group's own day
+    std::optional<double> LEX8h; // nothing for the group's own day
     AssessmentJson Other;
 };
 
@@ -47,8 +48,8 @@ struct AssessmentProtector {
     std::string Mode = "hse"; // or "osha", "niosh"
     int Correction = 0;       // kCorrection...
     std::optional<LogRows> Spectrum;
-    std::optional<double> Reduction; // dB, in place of what is found on the spectrum
-    double WornPercent = 100;        // of the time
+    std::optional<double> Reduction; // dB; used instead of a reduction computed from Spectrum
+    double WornPercent = 100;        // percent of the time
     AssessmentJson Other;
 };
 
@@ -60,11 +61,11 @@ struct AssessmentGroup {
     std::optional<int> Workers;
     kestrane::Strategy Strategy = kestrane::Strategy::Task;
     Meter Instrument = Meter::Class1;
-    std::optional<double> EffectiveDay; // nothing: 8 h, and no sum of times to compare with
+    std::optional<double> EffectiveDay; // hours; nothing means 8 h, and then the sum of the tasks' hours is not checked
     std::optional<double> CPeak;        // dB(C)
-    std::vector<AssessmentTask> Tasks;  // of the strategy Task
-    std::vector<Sample> Samples;        // of the others
-    std::vector<AssessmentDay> Week;    // empty: no week
+    std::vector<AssessmentTask> Tasks;  // for the strategy Task
+    std::vector<Sample> Samples;        // for the other strategies
+    std::vector<AssessmentDay> Week;    // empty when there is no week
     std::optional<AssessmentProtector> Protector;
     AssessmentJson Other;
 };

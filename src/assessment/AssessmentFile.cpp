@@ -19,7 +19,7 @@ namespace {
 using Json = AssessmentJson;
 
 constexpr std::string_view kSchema = "kestrane-assessment/1";
-constexpr int kDeepest = 100; // levels of a document that is taken
+constexpr int kDeepest = 100; // levels of nesting that are accepted
 
 constexpr std::string_view kStrategies[] = {"task", "job", "full-day"};
 constexpr std::string_view kMeters[] = {"class1", "class2", "dosimeter"};
@@ -35,7 +35,7 @@ void readObject(const Json& json, const std::string& path, T& object);
 template <class T>
 Json writeObject(const T& object);
 
-// From JSON, each type with the words for what was wanted.
+// Conversions from JSON; each type has its own words for what was expected.
 void read(const Json& json, const std::string& path, std::string& value) {
     if (!json.is_string()) refuse(path, "a text is needed");
     value = json.get<std::string>();
@@ -47,7 +47,7 @@ void read(const Json& json, const std::string& path, double& value) {
 }
 
 void read(const Json& json, const std::string& path, std::int64_t& value) {
-    constexpr double kExact = 9e15; // every whole number up to here is a double
+    constexpr double kExact = 9e15; // every whole number up to this one is a double
     const double number = json.is_number() ? json.get<double>() : 0.5;
     if (number != std::floor(number) || std::abs(number) > kExact) refuse(path, "a whole number is needed");
     value = static_cast<std::int64_t>(number);
@@ -120,8 +120,8 @@ Json write(const std::vector<T>& values) {
     return list;
 }
 
-// The two directions of the member lists below. A list calls them with a key, the member, and whether it is needed;
-// words() with the words that a text or an enumeration may be.
+// Reader and Writer are the two directions of the member lists below. A list calls them with a key, the member, and
+// whether it is required; it calls words() with the words that a text or an enumeration may be.
 class Reader {
 public:
     Reader(const Json& json, std::string path) : rest_(json), path_(std::move(path)) {
@@ -163,7 +163,7 @@ private:
         return value;
     }
 
-    Json rest_; // what has not been taken yet
+    Json rest_; // the members that have not been read yet
     std::string path_;
 };
 
@@ -334,7 +334,7 @@ void keepHashes(const std::string& assessmentPath, Assessment& assessment) {
         if (!rows.Sha256.empty()) return;
         try {
             rows.Sha256 = sha256OfFile(dataFileOf(assessmentPath, rows.File));
-        } catch (const RuntimeError&) { // told when the assessment is computed
+        } catch (const RuntimeError&) { // reported when the assessment is computed
         }
     });
 }

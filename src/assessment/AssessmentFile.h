@@ -1,4 +1,4 @@
-// An assessment as a JSON file. Members that the program does not know are kept from reading to saving.
+// An assessment as a JSON file. Members that the program does not know are read and saved again.
 #pragma once
 
 #include "assessment/Assessment.h"
@@ -10,19 +10,20 @@ namespace kestrane {
 
 constexpr std::int64_t kErrorAssessment = 110; // its text says what is wrong, and where: "$.groups[0].strategy: ..."
 
-// Raises 110 for what is no JSON, for a member of the wrong type or with a word or number that has no meaning there,
-// and for one that is missing though it is needed. Members that are null count as missing.
+// Reads an assessment. Raises 110 for a text that is not JSON, for a member of the wrong type or with a word or number
+// that has no meaning there, and for a required member that is missing. Members that are null count as missing.
 Assessment assessmentOfText(std::string_view text);
 std::string assessmentText(const Assessment& assessment);
 
-// The same from and to a file, saved atomically. Raises the system's error, too; then a file keeps what it held.
+// The same from and to a file, which is saved atomically. They also raise the system's error; a failed save leaves the
+// file as it was.
 Assessment loadAssessment(const std::string& path);
 void saveAssessment(const std::string& path, const Assessment& assessment);
 
-// The path of a data file that an assessment at this path names.
+// The path of a data file named in the assessment at assessmentPath.
 std::string dataFileOf(const std::string& assessmentPath, const std::string& file);
 
-// Keeps the hash of each data file that none is kept of yet. Files that cannot be read stay without.
+// Records the hash of each data file that has none recorded yet. A file that cannot be read gets none.
 void keepHashes(const std::string& assessmentPath, Assessment& assessment);
 
 } // namespace kestrane

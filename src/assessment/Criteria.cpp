@@ -16,8 +16,8 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kEnergyRate = 3;    // dB; by it, a dose without threshold follows from LAeq
-constexpr double kLongestExact = 60; // seconds of a row
+constexpr double kEnergyRate = 3;    // dB; at this rate a dose without threshold follows from LAeq
+constexpr double kLongestExact = 60; // seconds of a row, for which a dose is exact
 
 struct LimitRule {
     Text::Id name;
@@ -27,10 +27,10 @@ struct LimitRule {
 
 struct CriterionRule {
     std::string_view name;
-    Text::Id title; // text
+    Text::Id title; // the number of its text
     std::optional<double> criterion, threshold;
     double exchange;
-    std::optional<double> perDecade; // printed factor of TWA; nothing: the exact one
+    std::optional<double> perDecade; // the printed factor of TWA; nothing for the exact one
     std::vector<LimitRule> limits;
 };
 
@@ -68,7 +68,7 @@ std::vector<CriterionRule> rulesOf(const std::optional<OwnCriterion>& own) {
     return rules;
 }
 
-// Hours of the run of a log that has no rows; 0 when it cannot be told.
+// The hours of the run of a log that has no rows; 0 when they are not known.
 double hoursOfRun(const clsLog& log) {
     try {
         return std::max(getTime(log, 'h', Run::Measured, ExcludedRows::Count), 0.0F);
@@ -130,7 +130,7 @@ private:
         }
         double sum = 0;
         for (const RowLevel& row : levels_.Rows) {
-            // The threshold in single precision, as the levels are.
+            // Compared in single precision, in which levels are kept.
             if (rule.threshold && static_cast<float>(row.Level) < static_cast<float>(*rule.threshold)) continue;
             sum += dosePart(row.Level, row.Seconds / 3600, criterion, rule.exchange);
         }
@@ -143,13 +143,13 @@ private:
         const double criterion = *rule.criterion;
         const double perDecade = rule.perDecade.value_or(decibelsPerDecade(rule.exchange));
         out.ProjectedDose = *out.Dose * out_.ExposureHours / out_.MeasuredHours;
-        if (*out.Dose <= 0) return; // no dose, no level
+        if (*out.Dose <= 0) return; // a dose of 0 has no level
         out.TWA = levelOfDose(*out.Dose, criterion, perDecade);
         out.LAVG = averageLevelOfDose(*out.Dose, criterion, rule.exchange, out_.MeasuredHours);
         if (*out.ProjectedDose > 0) out.ProjectedTWA = levelOfDose(*out.ProjectedDose, criterion, perDecade);
     }
 
-    // Where the levels come from, and whether their rows are too long for the criterion.
+    // Says where the levels come from and whether the rows are too long for the criterion.
     std::string note(const CriterionRule& rule) const {
         std::string note;
         const auto add = [&](const std::string& words) { note += (note.empty() ? "" : "; ") + words; };
@@ -164,7 +164,8 @@ private:
         return note;
     }
 
-    // The dose of an instrument that keeps its own stands under what the instrument was set to, and nowhere else.
+    // The dose that the instrument itself reported. It is shown only under the criterion, exchange rate and threshold
+    // that the instrument was set to.
     std::string reportedDose(const CriterionRule& rule) const {
         if (!log_.has(Trait::KeepsReportedExposure) || log_.DoseETCumA.Value() == 0 ||
             rule.criterion != log_.Criterion || rule.exchange != log_.Exchange)

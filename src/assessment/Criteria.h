@@ -1,5 +1,5 @@
-// One log under every exposure criterion, side by side. Levels are dB, doses percent, times hours; a figure that there
-// is none of is nothing. Sources: Directive 2003/10/EC; 29 CFR 1910.95; NIOSH 98-126; the TLVs of ACGIH.
+// One log under every exposure criterion, side by side. Levels are in dB, doses in percent, times in hours; a figure
+// that cannot be computed is nothing. Sources: Directive 2003/10/EC; 29 CFR 1910.95; NIOSH 98-126; the TLVs of ACGIH.
 #pragma once
 
 #include "model/clsLog.h"
@@ -15,8 +15,8 @@ namespace kestrane {
 struct CriterionLimit {
     std::string Name;
     double Value;
-    bool IsDose;                  // percent, of the projected dose; else dB, of LEX,8h
-    std::optional<bool> Exceeded; // at or above; nothing when its figure is missing
+    bool IsDose;                  // a projected dose in percent; else LEX,8h in dB
+    std::optional<bool> Exceeded; // at or above the limit; nothing when the figure is missing
 };
 
 struct CriterionFigures {
@@ -24,31 +24,33 @@ struct CriterionFigures {
     std::string Title;
     std::optional<double> Criterion, Threshold;
     double Exchange = 3;
-    std::optional<double> LEX8h; // of the exposure time; at a rate of 3 dB
+    std::optional<double> LEX8h; // for the exposure time; only at an exchange rate of 3 dB
     std::optional<double> Dose, TWA, LAVG;
-    std::optional<double> ProjectedDose, ProjectedTWA; // of the exposure time
-    bool IsFromRows = false;                           // else from LAeq
-    std::string Note;                                  // how good the figures are; empty: as good as the measurement
-    std::string Missing;                               // why the dose is missing; empty: it is there
+    std::optional<double> ProjectedDose, ProjectedTWA; // for the exposure time
+    bool IsFromRows = false;                           // false: from LAeq
+    std::string Note;                                  // limitations of the figures; empty when there are none
+    std::string Missing; // why the dose, or LEX,8h without a criterion level, is missing; empty when it is not
     std::vector<CriterionLimit> Limits;
 };
 
-// A criterion of the user's own. The exchange rate is above 0.
+// A criterion that the user has defined. The exchange rate must be above 0.
 struct OwnCriterion {
     double Criterion, Threshold, Exchange;
 };
 
 struct Criteria {
-    std::int64_t Rows = 0;    // those that count
-    double MeasuredHours = 0; // of those rows; of a log without rows as long as it says; 0 when that cannot be told
+    std::int64_t Rows = 0;    // the number of rows that are not left out
+    double MeasuredHours = 0; // of those rows; of a log without rows, its measured time; 0 when that is not known
     double ExposureHours = 0;
-    std::optional<double> LAeq;   // A-weighted, of the same
+    std::optional<double> LAeq;   // A-weighted, of the same rows or log
     std::optional<double> LCpeak; // C-weighted
     std::vector<CriterionFigures> All;
 };
 
-// A row at the threshold counts towards a dose. With a threshold, or a rate other than 3 dB, a dose can be made of rows
-// only, and is approximate unless they are of at most 60 s under the time weighting Slow; else LAeq will do.
+// The figures by every criterion, and by the user's own if there is one. A row at the threshold counts towards a dose.
+// With a threshold, or with an exchange rate other than 3 dB, a dose can be computed only from rows, and it is
+// approximate unless they are at most 60 s long and measured with the time weighting Slow. Without a threshold and at 3
+// dB, LAeq is enough.
 Criteria criteriaOf(const clsLog& log, const std::optional<OwnCriterion>& own);
 
 } // namespace kestrane

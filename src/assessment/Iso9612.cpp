@@ -12,7 +12,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kColumnWidth = 0.5; // dB of u1, from 0
+constexpr double kColumnWidth = 0.5; // dB between two columns of u1; the first is 0
 
 struct SamplingRow {
     std::size_t samples;
@@ -28,7 +28,7 @@ constexpr SamplingRow kTableC4[] = {
     {30, {0, .1, .2, .3, .4, .6, .7, .9, 1.1, 1.3, 1.5, 1.7, 2.0}},
 };
 
-// The sum of the squared deviations from the arithmetic mean.
+// The sum of the squared deviations from the arithmetic mean. There must be at least one sample.
 double squaredDeviations(std::span<const double> samples) {
     const double mean = std::accumulate(samples.begin(), samples.end(), 0.0) / static_cast<double>(samples.size());
     return std::accumulate(samples.begin(), samples.end(), 0.0,
@@ -65,7 +65,7 @@ double levelSensitivity(double level, double hours, double lex8h) {
 }
 
 double durationSensitivity(double c1a, double hours) {
-    return 4.34 * c1a / hours; // 10 / ln 10, as it is printed
+    return 4.34 * c1a / hours; // 10 / ln 10 as the standard prints it
 }
 
 std::optional<double> samplingUncertainty(std::size_t samples, double u1) {

@@ -12,9 +12,9 @@ namespace kestrane {
 namespace {
 
 constexpr double kSecondsOfAnHour = 3600;
-constexpr std::string_view kKinds = "LOT"; // of nodes, by mode
+constexpr std::string_view kKinds = "LOT"; // the letters of node keys, indexed by mode
 
-// The level of each row of a span, 0 where it has none.
+// The A-weighted level of each row of a span, in dB; 0 for a row without a level.
 std::vector<double> levelsOfSpan(const clsLog& log, LevelsFrom origin, std::size_t first, std::size_t count) {
     const IntervalColumns& rows = log.LogIntervals.Columns();
     std::vector<double> levels(count, 0);
@@ -25,7 +25,7 @@ std::vector<double> levelsOfSpan(const clsLog& log, LevelsFrom origin, std::size
             levels[row] = cells[first + row].CalcValue;
         return levels;
     }
-    for (int band = 1; band <= lastBand(log.Mode()); ++band) { // energies first
+    for (int band = 1; band <= lastBand(log.Mode()); ++band) { // levels holds energies until the loop below
         const auto cells = rows.levels(Quantity::LeqA, band);
         const double change = toWeighting(log, "A", band);
         for (std::size_t row = 0; row < count && !cells.empty(); ++row) {
@@ -78,7 +78,7 @@ void takePeaks(LogLevels& out, const clsLog& log, std::size_t first, std::size_t
     if (log.IsChannelBOn) take(log.FreqWeightB(), Quantity::PeakB, log.PeakCumB);
 }
 
-// Calls visit(log, key without the file's part) for each log in the order of identities.
+// Calls visit(log, key without the file's part) for each log, in the order in which keys are numbered.
 template <class Visit>
 void forEachKey(const clsFile& file, Visit visit) {
     std::array<int, kLogModes.size()> logs{};

@@ -1,11 +1,11 @@
-// How a figure is compared with a limit, everywhere.
+// How a figure is compared with a limit, everywhere in the program.
 #pragma once
 
 #include "platform/Numbers.h"
 
 namespace kestrane {
 
-// Figures and limits are told apart by 0.01 (dB or percent).
+// A difference of less than 0.01 (dB or percent) between a figure and a limit does not count.
 inline double toHundredths(double figure) {
     return roundHalfAway(figure * 100) / 100;
 }

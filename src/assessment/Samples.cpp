@@ -72,7 +72,7 @@ const std::string& SampleSource::hashOf(const std::string& file) {
     if (isNew) {
         try {
             entry->second = sha256OfFile(file);
-        } catch (const RuntimeError&) { // none
+        } catch (const RuntimeError&) { // then there is no hash
         }
     }
     return entry->second;

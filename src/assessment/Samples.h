@@ -1,4 +1,4 @@
-// The levels of a group's samples, typed or taken from logs, and what is to be warned of while they are gathered.
+// The levels of a group's samples, typed or taken from logs, and the warnings that arise while they are gathered.
 #pragma once
 
 #include "assessment/Assess.h"
@@ -8,21 +8,22 @@
 
 namespace kestrane {
 
-// A level that can be. 0 stands for none.
+// Whether a level in dB is possible: above 0, which stands for none, and at most 200.
 bool isLevel(double level);
 
-// A time that can be, of a part of a day.
+// Whether a time in hours is possible as a part of a day: above 0 and at most 24.
 bool isDuration(double hours);
 
 class Warnings {
 public:
     Warnings(const Session& session, std::vector<AssessmentWarning>& list) : session_(session), list_(list) {}
 
-    // text: with ^ and * for the first and the second word. Each warning is kept once.
+    // Adds a warning. In the text "^" is replaced by first and "*" by second. A warning that is there already is not
+    // added again.
     void add(std::string_view code, const std::optional<std::string>& task, Text::Id text,
              const std::string& first = {}, const std::string& second = {});
 
-    // For the warning that a value cannot be.
+    // The same with the code for a value that is not possible.
     void bad(const std::optional<std::string>& task, Text::Id text, const std::string& first = {});
 
     std::string number(double value) const;
@@ -34,12 +35,12 @@ private:
 
 struct SampleLevels {
     std::vector<double> Levels;
-    bool AreAllThere = true; // else no figure can be made of them
-    Figure MeasuredHours;    // when all of them are rows
+    bool AreAllThere = true; // when false, no figure can be computed from them
+    Figure MeasuredHours;    // nothing unless all samples are rows
     Figure CPeak, OtherPeak; // of their logs
 };
 
-// Of one assessment: data files are opened and hashed once.
+// The samples of one assessment. Each data file is hashed only once.
 class SampleSource {
 public:
     SampleSource(std::string path, const AssessmentData& data) : path_(std::move(path)), data_(data) {}
@@ -47,7 +48,7 @@ public:
     SampleLevels gather(const std::vector<Sample>& samples, const std::optional<std::string>& task, Warnings& warnings,
                         std::vector<SourceResult>& sources);
 
-    // The log of rows; null when it is not there, which has been warned of. What is known of it is added to sources.
+    // The log that rows belong to; null, with a warning, when it is not there. What is known of it is added to sources.
     const clsLog* log(const LogRows& rows, const std::optional<std::string>& task, Warnings& warnings,
                       std::vector<SourceResult>& sources);
 

@@ -19,7 +19,7 @@ namespace kestrane {
 
 namespace {
 
-// What the directory says of a log. A number that an instrument does not send stays at kNotSent.
+// What the directory says about a log. A number that the instrument does not send stays kNotSent.
 constexpr std::int32_t kNotSent = -1;
 
 struct Entry {
@@ -40,7 +40,7 @@ struct StampField {
     std::string Entry::*target;
 };
 
-// Figures that are taken only of a log that has them.
+// The logs in which a figure is taken.
 enum class When { Always, ChannelB, ThirdLn };
 
 struct RowField {
@@ -55,7 +55,7 @@ struct SummaryField {
     When when = When::Always;
 };
 
-constexpr std::size_t kEndStamp = 0x00, kMeasuredTime = 0x08; // of every summary
+constexpr std::size_t kEndStamp = 0x00, kMeasuredTime = 0x08; // in every summary
 constexpr std::size_t kNoOverload = 0;
 
 } // namespace
@@ -67,10 +67,10 @@ struct BinaryLayout {
     std::span<const StampField> stamps;
     std::size_t rowSize;
     std::span<const RowField> row;
-    std::size_t overloadA, overloadB; // bytes of the row
+    std::size_t overloadA, overloadB; // offsets in the row
     std::size_t summarySize;
     std::span<const SummaryField> summary;
-    std::size_t summaryOverload; // two bytes; kNoOverload: the rows tell
+    std::size_t summaryOverload; // offset of two bytes; kNoOverload when the rows say it
 };
 
 namespace {
@@ -200,7 +200,7 @@ namespace {
 constexpr std::size_t kReplyHead = 3, kReplyTail = 1;
 constexpr std::size_t kStampSize = 6;
 
-// "hh:mm:ss dd/mm/20yy" of hour, minute, second, day, month, year; no century when all are 0.
+// "hh:mm:ss dd/mm/20yy" from the bytes hour, minute, second, day, month, year; without the "20" when all are 0.
 std::string stampText(std::string_view bytes, std::size_t offset) {
     std::array<int, kStampSize> part{};
     for (std::size_t i = 0; i < kStampSize; ++i)
@@ -218,11 +218,11 @@ void setStamp(const Session& session, const std::string& stamp, clsDate& date, c
     if (time != nullptr) time->setTime(stamp.substr(0, kTime), session.locale);
 }
 
-// A level to two decimals, as its text "0.00" has it: halves away from zero, what is not finite is 0.
+// A level rounded to two decimals as its text "0.00" would be: halves away from zero; 0 for what is not finite.
 float levelOf(double value) {
     constexpr double kHundred = 100;
     if (!std::isfinite(value * kHundred)) return 0;
-    return checkedSingle(roundHalfAway(value * kHundred) / kHundred + 0); // no -0
+    return checkedSingle(roundHalfAway(value * kHundred) / kHundred + 0); // + 0 turns -0 into 0
 }
 
 bool isTaken(const clsLog& log, When when) {
@@ -238,7 +238,7 @@ Entry decodeEntry(std::string_view bytes, const BinaryLayout& layout) {
     return entry;
 }
 
-// Gives use(item) the item of the code; codes without one are passed over.
+// Calls use(item) with the table's item for the code; does nothing for a code without an item.
 template <std::size_t N, class Use>
 void withItem(const std::array<std::string_view, N>& table, std::int32_t code, Use use) {
     if (code >= 0 && static_cast<std::size_t>(code) < N) use(table[static_cast<std::size_t>(code)]);
@@ -259,7 +259,7 @@ bool isTR350(std::string_view insName) {
     return IsModel(insName, "TR350");
 }
 
-// The first model that fits.
+// The first model that fits counts.
 constexpr ModelRanges kHalcyrRanges[] = {
     {IsHalcyrDoseMeter, {"20-90", "40-110", "70-140"}},
     {IsHalcyrMeter116E, {"20-90", "40-110", "60-130"}},
@@ -382,7 +382,8 @@ std::vector<Entry> readDirectory(Transport& line, const BinaryLayout& layout) {
     return entries;
 }
 
-// The bytes of a log behind the first data offset. Memory grows with what comes, not with what was announced.
+// Reads the bytes of a log from the first data offset on. Memory grows with what arrives, not with the size that was
+// announced.
 std::string readBlock(Transport& line, std::int32_t log, std::int64_t first, std::int64_t size) {
     constexpr std::int64_t kChunk = 255;
     std::string block;

@@ -1,5 +1,5 @@
-// The Brevik and Halcyr families: logs as binary blocks of little-endian numbers, levels as doubles in dB. Four layouts
-// as tables, and one reader. Rule: the instruments' wire format.
+// The Brevik and Halcyr families: logs as binary blocks of little-endian numbers, with levels as doubles in dB. There
+// are four layouts as tables, and one reader. The layouts follow the instruments' wire format.
 #pragma once
 
 #include "download/Transport.h"
@@ -11,7 +11,8 @@
 
 namespace kestrane {
 
-// Reads the logs that the user chooses into the collection. They return an empty message, or end the download.
+// Read the logs that the user chooses into the collection. They return an empty message, or end the download
+// (DownloadEnded).
 std::string DownloadBrevikLogs(Transport& line, clsInsData& data);
 std::string DownloadHalcyrLogs(Transport& line, clsInsData& data);
 
@@ -20,8 +21,9 @@ extern const BinaryLayout kBrevikLayout, kHalcyrLayout;
 extern const BinaryLayout kBrevikEarlyLayout; // firmware up to 1.05
 extern const BinaryLayout kHalcyrEarlyLayout; // firmware up to 1.0
 
-// Rows and closing figures of a log whose settings stand: those of the directory, with Interval, IsChannelBOn and
-// LnNumberA(3). An empty block has neither. Ends the download when the block does not end with a record.
+// Decodes the rows and closing figures of a log that already has its settings from the directory: Interval,
+// IsChannelBOn and LnNumberA(3). An empty block has neither. Ends the download when the block does not end with a whole
+// record.
 void decodeBlock(clsLog& log, std::string_view block, const BinaryLayout& layout);
 
 } // namespace kestrane

@@ -14,7 +14,7 @@ namespace {
 
 constexpr char kListEnd = '\xFE';
 
-// The names of the files, as the instrument sends them.
+// Returns the names of the files in the instrument's own characters.
 std::vector<std::string> readList(Transport& line) {
     line.ShowLabel(line.session().LoadText(Text::DownloadingListOfLogs));
     const std::string reply = line.Ask(rawCommand("\x02\x04"));
@@ -28,7 +28,7 @@ std::vector<std::string> readList(Transport& line) {
     return names;
 }
 
-// Each character of the name behind a byte 03.
+// The command that fetches a file: each character of its name follows a byte 03.
 std::string fetchCommand(std::string_view name) {
     std::string bytes = "\x02\x06";
     for (const char c : name) {
@@ -38,7 +38,7 @@ std::string fetchCommand(std::string_view name) {
     return rawCommand(bytes + '\xFF');
 }
 
-// Characters that are no plain text become blanks.
+// Replaces characters outside 32 to 165 by blanks.
 std::string cleaned(std::string_view text) {
     constexpr char32_t kFirst = 32, kLast = 165;
     std::string clean;
@@ -49,7 +49,7 @@ std::string cleaned(std::string_view text) {
     return clean;
 }
 
-// The one log of a file; null when it holds none, or several of its kind.
+// Takes the only log of a kind out of a file's collection; null when no kind has exactly one log.
 std::unique_ptr<clsLog> takeOnlyLog(clsInsData& source) {
     for (const int mode : kLogModes) {
         LogCollection& logs = source.logsOf(mode);

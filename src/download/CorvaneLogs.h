@@ -1,4 +1,5 @@
-// The Corvane family: an instrument that keeps each measurement as a machine log file. A list of files, and a fetch.
+// The Corvane family: an instrument that keeps each measurement as a machine log file. The protocol lists the files and
+// fetches them.
 #pragma once
 
 #include "download/Transport.h"
@@ -9,7 +10,8 @@
 namespace kestrane {
 
 // Reads the files that the user chooses into the collection, whose name and serial number become those of the first
-// file. A file that cannot be read is passed over; the message returned has a line for each. May end the download.
+// file. A file that cannot be read is skipped; the message returned has a line for each such file. May end the
+// download.
 std::string DownloadCorvaneLogs(Transport& line, clsInsData& data);
 
 } // namespace kestrane

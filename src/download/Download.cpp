@@ -19,7 +19,7 @@ namespace kestrane {
 
 namespace {
 
-// Returns an empty message, or what could not be read of single logs.
+// Returns an empty message, or says which single logs could not be read.
 using Routine = std::string (*)(Transport& line, clsInsData& data);
 
 struct Protocol {
@@ -40,7 +40,7 @@ Routine routineOf(const InstrumentFamily& family) {
         ->download;
 }
 
-// What a job over the line leaves: its message as told of DownloadEnded, and whether it came to its end.
+// What a job over the line results in: its message as described for DownloadEnded, and whether it ran to its end.
 struct Outcome {
     std::string Message;
     bool IsDone = false;
@@ -52,7 +52,7 @@ Outcome outcomeOf(Job job) {
         return {job(), true};
     } catch (const DownloadEnded& ended) {
         return {ended.Message, false};
-    } catch (const RuntimeError&) { // of the decoders: a value that does not fit
+    } catch (const RuntimeError&) { // from decoding: a value does not fit
         return {std::string(kReplyError), false};
     } catch (const std::bad_alloc&) {
         return {std::string(kReplyError), false};
@@ -73,13 +73,13 @@ void CloseDownload(Transport& line, DownloadUser& user, const std::string& messa
     line.session().ShowMessage(message, kIconStop, line.session().LoadText(Text::DownloadAborted));
 }
 
-// Ends the download unless an instrument has been named.
+// Ends the download unless an instrument has given its name.
 void findInstrument(Transport& line, clsInsData& data) {
     const Identification identification = IdentifyInstrument(line, data);
     if (line.IsCancelled() || !identification.IsValid) throw DownloadEnded{identification.Message};
 }
 
-// The same unless it is of a known family, which is returned.
+// Identifies the instrument and returns its family. Ends the download when the family is not known, too.
 const InstrumentFamily& identify(Transport& line, clsInsData& data) {
     findInstrument(line, data);
     const InstrumentFamily* const family = familyOf(data.InsName());
@@ -87,7 +87,7 @@ const InstrumentFamily& identify(Transport& line, clsInsData& data) {
     return *family;
 }
 
-// Runs the job and closes the download with its outcome. True when the job came to its end.
+// Runs the job and closes the download with its outcome. Returns true when the job ran to its end.
 template <class Job>
 bool run(const DownloadServices& services, Job job) {
     Transport line(services);
@@ -100,7 +100,7 @@ bool run(const DownloadServices& services, Job job) {
     return isDone;
 }
 
-// The frame shows as long as this lives that it takes no command.
+// While this object lives, the frame shows that it accepts no command.
 class BusyFrame {
 public:
     explicit BusyFrame(Frame& frame) : frame_(frame) { frame_.SetBusy(true); }

@@ -1,6 +1,6 @@
-// A download from end to end: finding the instrument, its protocol, the outcome, recalculation. The collection it fills
-// belongs to the caller; what a document does with it is decided elsewhere (app). One download runs at a time, on the
-// owner thread; waits run the event pump.
+// A whole download: finding the instrument, running its protocol, showing the outcome, recalculating. The collection
+// that it fills belongs to the caller; what a document does with it is decided elsewhere (app). Only one download runs
+// at a time, on the owner thread; while it waits, the event pump runs.
 #pragma once
 
 #include "download/Transport.h"
@@ -8,17 +8,17 @@
 
 namespace kestrane {
 
-// Identifies the instrument, has the user choose logs and reads them into the collection, recalculated and with their
-// plottable tables. Shows the message of a failure, or of single logs that could not be read. False: nothing was
-// downloaded, and the collection holds no logs.
+// Identifies the instrument, lets the user choose logs and reads them into the collection, recalculated and with their
+// plottable tables. Shows a message when it fails or when single logs could not be read. Returns false when nothing was
+// downloaded; the collection then holds no logs.
 bool DownloadData(const DownloadServices& services, clsInsData& data);
 
-// Identification alone: name, type, firmware version and serial number of the instrument (Identify.h names its
-// family). False, with the message of a download, when there is none that this program knows.
+// Only identifies the instrument: name, type, firmware version and serial number (familyOf gives the family). Returns
+// false, after showing a message, when there is no instrument that this program knows.
 bool IdentifyOnly(const DownloadServices& services, clsInsData& data);
 
-// Sets the clock of an instrument of the old Tallix family to session.clock. False when nothing was sent; a message has
-// been shown.
+// Sets the clock of an instrument of the old Tallix family to session.clock. Returns false, after showing a message,
+// when nothing was sent.
 bool SynchronizeClock(const DownloadServices& services, clsInsData& data);
 
 } // namespace kestrane

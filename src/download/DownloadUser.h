@@ -1,6 +1,6 @@
-// What a download asks of the person before it: to see how it goes, to choose logs, to cancel. The desktop program
-// shows frmProgress and frmAcquire, the command line answers from its options, tests by script. Called on the owner
-// thread.
+// What a download needs from the user: showing progress, choosing logs, cancelling. The desktop program shows
+// frmProgress and frmAcquire, the command line answers from its options, tests answer from a script. Called on the
+// owner thread.
 #pragma once
 
 #include <cstdint>
@@ -10,13 +10,13 @@
 
 namespace kestrane {
 
-// How a download stands. Label is the text that the protocol sets; the numbers are 0 where nothing is known of them.
+// The progress of a download. Label is the text that the protocol sets; a number is 0 when it is not known.
 struct DownloadProgress {
     std::string Label;
     std::int64_t BytesReceived = 0; // of the whole download
-    int Log = 0;                    // the one being read, from 1
-    int Logs = 0;                   // chosen
-    std::int64_t LogBytes = 0;      // of this log, received and in all
+    int Log = 0;                    // the log that is being read, counted from 1
+    int Logs = 0;                   // the number of logs chosen
+    std::int64_t LogBytes = 0;      // of this log: received, and in all
     std::int64_t LogBytesTotal = 0;
 };
 
@@ -25,12 +25,12 @@ struct AcquireList {
     std::string InsName;
     std::string InsSerial;
     std::vector<std::string> Rows;
-    bool HasOctaveChoice = false; // chkOctaves is shown; it can be ticked, and is, where octave data can be fetched
+    bool HasOctaveChoice = false; // chkOctaves is shown; it is enabled and ticked only when CanFetchOctaves
     bool CanFetchOctaves = false;
 };
 
 struct AcquireChoice {
-    std::vector<bool> Selected; // a flag a row
+    std::vector<bool> Selected; // a flag for each row
     bool FetchOctaves = false;
 };
 
@@ -41,10 +41,10 @@ public:
     virtual void ShowProgress(const DownloadProgress& progress) = 0;
     virtual void CloseProgress() = 0;
 
-    // Nothing when the user cancels.
+    // Returns nothing when the user cancels.
     virtual std::optional<AcquireChoice> ChooseLogs(const AcquireList& list) = 0;
 
-    virtual bool IsCancelled() const = 0; // Cancel has been pressed; asked in every wait
+    virtual bool IsCancelled() const = 0; // whether Cancel has been pressed; asked in every wait
 };
 
 } // namespace kestrane

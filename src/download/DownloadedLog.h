@@ -1,4 +1,4 @@
-// What every protocol does with a log that has been read: the times of its rows, and its figures.
+// What every protocol does with a log that it has read: setting the times of its rows, and recalculating it.
 #pragma once
 
 #include "download/Transport.h"
@@ -9,14 +9,14 @@
 
 namespace kestrane {
 
-// A log of the instrument.
+// An empty log with the name and the firmware version of the instrument.
 std::unique_ptr<clsLog> newLog(const clsInsData& data, int mode);
 
-// Gives the log count rows, all 0, that begin at its start and are Interval seconds apart. Raises 6 when they run past
-// the calendar.
+// Gives the log count rows, all 0, that begin at its start and follow each other by Interval seconds. Raises 6 when
+// they run past the end of the calendar.
 void setRows(clsLog& log, std::int64_t count);
 
-// Full recalculation, to its end; the pump runs meanwhile. Ends the download when it is cancelled.
+// Recalculates everything and waits for the end; the pump runs meanwhile. Ends the download when it is cancelled.
 void finishLog(Transport& line, clsLog& log);
 
 } // namespace kestrane

@@ -1,5 +1,5 @@
-// Numbers as hexadecimal digits, as the text protocols send them. What is no number ends the download: the reply cannot
-// be taken apart.
+// Numbers as hexadecimal digits, as the text protocols send them. A text that is no number ends the download, because
+// the reply cannot be decoded.
 #pragma once
 
 #include "download/Transport.h"
@@ -13,7 +13,7 @@
 
 namespace kestrane {
 
-// All of text, one to seven digits.
+// The number that the whole text stands for, in one to seven digits.
 inline std::int32_t hexNumber(std::string_view text) {
     constexpr std::size_t kMost = 7;
     constexpr int kBase = 16;
@@ -25,7 +25,7 @@ inline std::int32_t hexNumber(std::string_view text) {
     return value;
 }
 
-// Four digits, the high byte first, in tenths: FFFF is 6553.5.
+// A number of four digits, high byte first, in tenths: FFFF is 6553.5.
 inline float HexPairValue(std::string_view text) {
     constexpr double kTenths = 10;
     return static_cast<float>(hexNumber(text) / kTenths);

@@ -13,7 +13,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kNoReplySize = 3; // a reply up to this size is none
+constexpr std::size_t kNoReplySize = 3; // a reply of at most this size counts as none
 constexpr std::string_view kHoldsNoLogs = "\x30\xFE";
 constexpr std::string_view kFastLine = "19200,n,8,2";
 constexpr std::string_view kSlowLine = "2400,n,8,2";
@@ -30,7 +30,7 @@ std::string nameOfType(std::int32_t type, bool isLongRecord) {
     return type == kTR312E ? "TR312E" : "TR" + std::to_string(type) + "L";
 }
 
-// Firmware version times 100, in the long form an unused number, type, serial number.
+// Reads the firmware version times 100, in the long form an unused number, the type, and the serial number.
 void readBinary(std::string_view reply, clsInsData& data) {
     constexpr std::size_t kRecord = 3;
     constexpr std::size_t kLongReply = 20;
@@ -43,7 +43,7 @@ void readBinary(std::string_view reply, clsInsData& data) {
     data.InsSerial = std::to_string(serial);
 }
 
-// One character, name, CR, serial number, CR.
+// Reads one character, the name, CR, the serial number, CR.
 void readLines(std::string_view reply, clsInsData& data) {
     const std::size_t name = reply.find('\r', 1);
     if (name == std::string_view::npos) return;
@@ -52,8 +52,8 @@ void readLines(std::string_view reply, clsInsData& data) {
     if (serial != std::string_view::npos) data.InsSerial = wireText(reply.substr(name + 1, serial - name - 1));
 }
 
-// In a text frame: four digits of type, name. Less than that has no name, as when a looped-back cable returns the
-// question.
+// Reads a text frame: the type in four digits, then the name. A shorter reply has no name, as when a looped-back cable
+// returns the question.
 void readFramed(std::string_view reply, clsInsData& data) {
     constexpr std::size_t kHead = 5, kTail = 3, kDigits = 4;
     if (reply.size() < kHead + kTail) throw DownloadEnded{std::string(kReplyError)};
@@ -96,7 +96,7 @@ Answer ask(Transport& line, const Question& question, clsInsData& data) {
         return Answer::Named;
     } catch (const RuntimeError&) {
         return Answer::Error;
-    } catch (const DownloadEnded&) { // of the reader: the reply cannot be taken apart
+    } catch (const DownloadEnded&) { // from reading: the reply cannot be decoded
         return Answer::Error;
     }
 }
@@ -139,7 +139,7 @@ private:
         forgetInstrument();
         try {
             return askAll(port);
-        } catch (const RuntimeError& error) { // of the port, opened or set again
+        } catch (const RuntimeError& error) { // from opening or setting the port
             takeFault(std::to_string(error.Number) + ": " + error.what());
         } catch (const DownloadEnded& ended) {
             if (line_.IsCancelled()) return Identification{};
@@ -150,7 +150,7 @@ private:
 
     std::optional<Identification> askAll(const PortInfo& port) {
         for (const Question& question : kQuestions) {
-            if (!line_.comm().IsOpen()) line_.OpenPort(port); // closed by the silence before
+            if (!line_.comm().IsOpen()) line_.OpenPort(port); // the silence after the previous question has closed it
             line_.SetLine(std::string(question.Settings));
             const Answer answer = ask(line_, question, data_);
             if (answer == Answer::NoLogs) return Identification{std::string(kNoLogs), false};
@@ -174,7 +174,7 @@ private:
         if (fault_.empty()) fault_ = text;
     }
 
-    // Why the search came to nothing.
+    // The message that says why the search found nothing.
     std::string failure() const {
         const Session& session = line_.session();
         if (!isAnyOpen_) return session.LoadText(Text::NoValidPort) + refusals_;

@@ -1,4 +1,4 @@
-// Which instrument answers, on which port.
+// Finds out which instrument answers, and on which port.
 #pragma once
 
 #include "download/Transport.h"
@@ -8,15 +8,16 @@
 
 namespace kestrane {
 
-// Message: empty when an instrument has been named (or the search was cancelled), kReplyError, kNoLogs, or a text.
+// Message is empty when an instrument was found (or the search was cancelled); otherwise it is kReplyError, kNoLogs or
+// a text.
 struct Identification {
     std::string Message;
-    bool IsValid = false; // an instrument has been named; its port is open
+    bool IsValid = false; // an instrument has given its name, and its port is open
 };
 
-// Tries the port last used, then the others of this machine in ascending order, up to the first on which an instrument
-// tells its name or that it holds no logs. Fills name, type, firmware version and, where the answer has it, the serial
-// number.
+// Tries the port that was used last, then the other ports of this machine in ascending order, and stops at the first on
+// which an instrument gives its name or says that it holds no logs. Stores its name, type, firmware version and, when
+// the answer contains it, the serial number.
 Identification IdentifyInstrument(Transport& line, clsInsData& data);
 
 } // namespace kestrane

@@ -1,4 +1,4 @@
-// The overall figures of a log as targets of a table of fields.
+// Functions that give access to the overall figures of a log, for tables of fields.
 #pragma once
 
 #include "model/clsLog.h"

@@ -31,7 +31,7 @@ constexpr Code<std::string_view> kOctaveTypes[] = {{"01", ManualOctave}, {"02", 
 constexpr Code<std::int16_t> kCriteria[] = {{"0", 90}, {"1", 85}};
 constexpr Code<std::int16_t> kExchanges[] = {{"0", 3}, {"1", 5}};
 
-// Gives use(meaning) what the code means; a code that is not in the table changes nothing.
+// Calls use(meaning) with what the code means; does nothing for a code that is not in the table.
 template <class Meaning, std::size_t N, class Use>
 void withMeaning(const Code<Meaning> (&table)[N], std::string_view code, Use use) {
     for (const Code<Meaning>& c : table) {
@@ -50,7 +50,7 @@ struct ValueField {
 };
 
 struct MomentField {
-    std::size_t position; // of the time; the date stands 6 behind
+    std::size_t position; // of the time; the date is 6 characters further on
     clsTime LogData::*time;
     clsDate LogData::*date;
 };
@@ -65,9 +65,9 @@ struct RowTimeField {
     Column<std::int32_t> IntervalColumns::*column;
 };
 
-// A kind of location: what stands behind the header of the cumulative reply, and in a row.
+// A kind of location, and what its logs have behind the header of the cumulative reply and in a row.
 struct LocationKind {
-    std::string_view code; // in the list
+    std::string_view code; // the code in the list
     std::string_view locationType;
     Text::Id textId;
     bool hasLns;
@@ -112,11 +112,11 @@ constexpr LocationKind kKinds[] = {
      kEnvironmentRowTimes},
 };
 
-// A log in the list.
+// A log in the list that the instrument sends.
 struct Entry {
-    int number;               // by row, from 1
-    const LocationKind* kind; // null: none that is known
-    std::string text;         // of its row
+    int number;               // its place in the list, counted from 1
+    const LocationKind* kind; // null when the kind is not known
+    std::string text;         // of its row in the dialog
 };
 
 std::string hexPairs(const TextFields& entry, std::initializer_list<std::size_t> positions) {
@@ -179,7 +179,7 @@ void decodeCumulative(clsLog& log, const TextFields& behindHeader, const Locatio
     log.IsLnNumbersOn = true;
 }
 
-// A single row has no spacing: it is as long as the run, where that can be told.
+// A single row has no spacing: its length is that of the run, when that is known.
 void setLengthOfRun(clsLog& log) {
     try {
         const auto seconds = static_cast<std::int32_t>(getTime(log, 's', Run::Whole, ExcludedRows::Count));

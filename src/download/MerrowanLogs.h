@@ -1,4 +1,4 @@
-// The Merrowan family: the text frames of the old Tallix family with location kinds, percentiles and, on some models,
+// The Merrowan family: the text frames of the old Tallix family, plus location kinds, percentiles and, on some models,
 // octave logs.
 #pragma once
 
@@ -9,8 +9,8 @@
 
 namespace kestrane {
 
-// Reads the logs that the user chooses, and octave logs when they are wanted, into the collection. Returns an empty
-// message, or ends the download.
+// Reads the logs that the user chooses into the collection, and the octave logs when the user wants them. Returns an
+// empty message, or ends the download.
 std::string DownloadMerrowanLogs(Transport& line, clsInsData& data);
 
 } // namespace kestrane

@@ -26,7 +26,7 @@ LogCollection readList(Transport& line, const clsInsData& data) {
     return logs;
 }
 
-// Decimal, blank when the instrument has none.
+// A decimal number; 0 for a blank text, which means that the instrument has none.
 float decimalValue(std::string_view text) {
     if (trimmed(text).empty()) return 0;
     return toSingle(text, Locale{});
@@ -68,9 +68,9 @@ void decodeSeries(clsLog& log, Quantity quantity, const TextFields& reply) {
     }
 }
 
-// The level that gives a dose within a row; 0 for no dose. The row's minutes stand where the formula has hours: meant
-// so, like the factors, which are instrument convention. The instruments go by a round 10 dB for ten times the dose at
-// an exchange rate of 3 dB, and by 5 dB at every other.
+// The level that gives a dose within a row; 0 for no dose. Where the formula has hours, the minutes of the row are
+// used; that is meant, and so are the factors, which are instrument convention: these instruments count 10 dB for ten
+// times the dose at an exchange rate of 3 dB, and 5 dB at every other rate.
 float levelOfRow(const clsLog& log, float dose) {
     constexpr double kMinute = 60;
     constexpr std::int16_t kEqualEnergy = 3;

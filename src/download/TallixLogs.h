@@ -1,5 +1,5 @@
-// The old Tallix family: text frames at 2400 baud. A sound level meter sends levels, a dosimeter doses that are turned
-// into levels here.
+// The old Tallix family: text frames at 2400 baud. A sound level meter sends levels; a dosimeter sends doses, which are
+// turned into levels here.
 #pragma once
 
 #include "download/Transport.h"
@@ -9,8 +9,8 @@
 
 namespace kestrane {
 
-// Reads the logs that the user chooses into the collection; those without rows are passed over. Returns an empty
-// message, or ends the download.
+// Reads the logs that the user chooses into the collection; logs without rows are skipped. Returns an empty message, or
+// ends the download.
 std::string DownloadOldTallixLogs(Transport& line, clsInsData& data);
 
 } // namespace kestrane

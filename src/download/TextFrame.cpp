@@ -9,8 +9,8 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kHead = 5; // STX and the length
-constexpr std::size_t kTail = 3; // check field and ETX
+constexpr std::size_t kHead = 5; // bytes: STX and the length
+constexpr std::size_t kTail = 3; // bytes: check field and ETX
 
 std::string_view payloadOf(std::string_view reply, std::size_t tail) {
     if (reply.size() < kHead + tail) throw DownloadEnded{std::string(kReplyError)};

@@ -1,5 +1,5 @@
-// The replies of the text protocols: the payload of a frame, and its fields by position. A field that does not lie
-// within the payload, or is no number, ends the download: the reply cannot be taken apart.
+// The replies of the text protocols: the payload of a frame, and its fields by position. A field that is not within the
+// payload, or is no number, ends the download, because the reply cannot be decoded.
 #pragma once
 
 #include "download/Transport.h"
@@ -15,7 +15,7 @@ namespace kestrane {
 
 std::string_view framePayload(std::string_view reply);
 
-// Of a reply with the data of a log: a character of the check field stays behind them, and is not read.
+// The payload of a reply with the data of a log: it keeps a character of the check field at its end, which is not read.
 std::string_view dataPayload(std::string_view reply);
 
 // Positions are counted from 1.
@@ -25,26 +25,26 @@ public:
 
     std::string_view text(std::size_t position, std::size_t length) const;
     std::int32_t hex(std::size_t position, std::size_t length) const;
-    float value(std::size_t position) const; // four digits, in tenths
+    float value(std::size_t position) const; // a number of four digits, in tenths
 
     clsTime time(std::size_t position, std::size_t length = 6) const; // pairs of hexadecimal digits
     clsDate date(std::size_t position) const;
 
-    TextFields from(std::size_t position) const; // what begins there
+    TextFields from(std::size_t position) const; // the fields from a position on, which becomes position 1
 
 private:
     std::string_view text_;
 };
 
-// How many entries of a size a payload holds, to the nearest whole number.
+// The number of entries of a size in a payload, rounded to the nearest whole number.
 std::size_t entryCount(std::string_view payload, std::size_t size);
 
-// Questions that both families answer.
+// Questions that both families of text protocols answer.
 std::string askSerialNumber(Transport& line);
-std::string askLogList(Transport& line); // its payload
+std::string askLogList(Transport& line); // the payload of the answer
 
 enum class LogPart { Cumulative = 0, Intervals = 1, Levels = 3 };
 
-std::string askLog(Transport& line, int number, LogPart part); // its payload
+std::string askLog(Transport& line, int number, LogPart part); // the payload of the answer
 
 } // namespace kestrane

@@ -1,12 +1,13 @@
-// What went over the line, as text that people read and kestrane-sim replays. A line for each chunk of bytes and for
-// each note:
+// What went over the line, as a text that people can read and kestrane-sim can replay. There is a line for each chunk
+// of bytes and for each note:
 //     # Identifying Instrument...
 //     +0.000 > 02010003
 //     +0.160 < 0200007D
-// The number is seconds since the download began, with three decimals; ">" are bytes sent, "<" bytes received, as pairs
-// of upper-case hexadecimal digits. A chunk received is what was waiting at one look: a reply may take many lines, and
-// belongs to the chunk sent before it. A note goes from "# " to the end of its line. The notes "# port NUMBER DEVICE"
-// and "# settings TEXT" tell of the port; others are for people. Lines end with a line feed.
+// The number is the seconds since the download began, with three decimals; ">" marks bytes sent and "<" bytes received,
+// as pairs of upper-case hexadecimal digits. A chunk received is what was waiting when the line was looked at: a reply
+// may take many lines, and belongs to the chunk sent before it. A note extends from "# " to the end of its line. The
+// notes "# port NUMBER DEVICE" and "# settings TEXT" are about the port; other notes are for people. Lines end with a
+// line feed.
 #pragma once
 
 #include "platform/MonotonicClock.h"
@@ -16,11 +17,11 @@
 
 namespace kestrane {
 
-using TranscriptSink = std::function<void(std::string_view line)>; // a whole line, with its end
+using TranscriptSink = std::function<void(std::string_view line)>; // receives a whole line, including its end
 
 class Transcript {
 public:
-    // Time begins now. Without a sink nothing is kept.
+    // Time is counted from now on. Without a sink nothing is recorded.
     Transcript(const MonotonicClock& clock, TranscriptSink sink);
 
     void Sent(std::string_view bytes) const { chunk('>', bytes); }

@@ -16,7 +16,7 @@ constexpr std::string_view kCheckField = "00";
 constexpr float kSilence = 1.5F;              // seconds
 constexpr std::chrono::milliseconds kNap{20}; // between two looks at the line
 constexpr std::chrono::milliseconds kShowEvery{100};
-constexpr std::chrono::milliseconds kSending{300}; // the longest frame at 2400 baud, and to spare
+constexpr std::chrono::milliseconds kSending{300}; // enough for the longest frame at 2400 baud
 constexpr int kTries = 3;
 
 } // namespace
@@ -144,7 +144,7 @@ void Transport::BeginLog(const std::string& label, std::int64_t bytesTotal) {
 }
 
 void Transport::send(const std::string& frame) {
-    std::string late; // bytes that belong to no question
+    std::string late; // bytes that came too late for the question before
     take(late);
     comm().Flush();
     transcript_.Sent(frame);
@@ -193,7 +193,7 @@ void Transport::showProgress() {
     services_.user.ShowProgress(progress_);
 }
 
-// In single precision, since the download began.
+// Seconds since the download began, in single precision.
 float Transport::seconds() const {
     return std::chrono::duration<float>(services_.clock.now() - start_).count();
 }

@@ -1,7 +1,6 @@
-// Questions and answers over the serial line: framing, the two ways in which a reply ends, the retry question, progress
-// and transcript. One transport lives as long as one download; it opens and closes the port. What the bytes mean is
-// the protocols' business.
-// Every wait sleeps on the event pump and ends within 50 ms of a cancel.
+// Questions and answers over the serial line: framing, the two ways in which a reply ends, the question whether to
+// retry, progress and transcript. A transport lives as long as one download; it opens and closes the port. What the
+// bytes mean is left to the protocols. Every wait sleeps on the event pump and ends within 50 ms after a cancel.
 #pragma once
 
 #include "download/DownloadUser.h"
@@ -24,7 +23,7 @@ struct DownloadServices {
     Comm& comm;
     DownloadUser& user;
     const MonotonicClock& clock;
-    TranscriptSink transcript; // empty: none is kept
+    TranscriptSink transcript; // empty when no transcript is recorded
 };
 
 // Words that stand for an outcome, as replies and as messages.
@@ -32,18 +31,18 @@ constexpr std::string_view kReplyError = "ERROR";
 constexpr std::string_view kNoResponse = "NORESPONSE";
 constexpr std::string_view kNoLogs = "0";
 
-// Ends the whole download from wherever it stands; nothing read so far is kept. Caught within this folder. Message is
-// kReplyError, kNoLogs, a text for people, or empty after a cancel.
+// Thrown to end the whole download; nothing read so far is kept. It is caught within this folder. Message is
+// kReplyError, kNoLogs, a text for the user, or empty after a cancel.
 struct DownloadEnded {
     std::string Message;
 };
 
-// A command that begins with this byte is raw: the rest goes out as it stands.
+// A command that begins with this byte is raw: the rest of it is sent unchanged.
 constexpr char kRaw = '\xAC';
 std::string rawCommand(std::string_view bytes);
 
-// The bytes of a command. A text command is wrapped as STX, its length as four hexadecimal digits, itself, "00", ETX.
-// No frame carries a checksum.
+// The bytes that are sent for a command. A text command is wrapped: STX, its length as four hexadecimal digits, the
+// command, "00", ETX. No frame carries a checksum.
 std::string FrameCommand(std::string_view command);
 
 class Transport {
@@ -61,30 +60,33 @@ public:
 
     void Cancel() { isCancelled_ = true; }
 
-    void OpenPort(const PortInfo& port); // closes the one before; raises the system's error
+    void OpenPort(const PortInfo& port); // closes an open port first; raises the system's error
     void ClosePort();
     void SetLine(const std::string& settings);
 
-    // A reply ends at 1.5 seconds of silence. Without any, the command is sent up to retries times in all; then,
-    // silent: the port is closed and the reply is kNoResponse; else the user is asked whether to try again. Empty when
-    // cancelled. Raises DownloadEnded with the port's text when the line goes away.
+    // Sends a command and returns the reply, which ends at 1.5 seconds of silence. When nothing comes, the command is
+    // sent again, up to retries times in all. After that, with silent, the port is closed and kNoResponse is returned;
+    // without it, the user is asked whether to try again. Returns an empty text when cancelled. Raises DownloadEnded
+    // with the port's text when the line goes away.
     std::string SendCommand(std::string_view command, bool silent, int retries);
 
-    // A reply ends when count bytes are in, or with the word ERROR and 1.5 seconds of silence; there is no other limit
-    // of time. May hold more than count bytes. Empty when cancelled.
+    // The same, but the reply ends when count bytes have come, or with the word ERROR followed by 1.5 seconds of
+    // silence; there is no other time limit. The reply may contain more than count bytes. Empty when cancelled.
     std::string SendCommandCounted(std::string_view command, std::size_t count);
 
-    void SendOnly(std::string_view command); // reads no reply; comes back when the line has had time to take it all
+    // Reads no reply; returns when the line has had the time to send everything.
+    void SendOnly(std::string_view command);
 
-    // The same for the protocols: the user is asked after three tries; kReplyError and a cancel end the download.
+    // Forms of the two for the protocols: the user is asked after three tries; a reply of kReplyError and a cancel end
+    // the download.
     std::string Ask(std::string_view command);
     std::string AskCounted(std::string_view command, std::size_t count);
 
-    // The dialog that chooses logs. Ends the download when the user cancels, or wants none of what there is; with
-    // kNoLogs when there is nothing to want.
+    // Shows the dialog that chooses logs. Ends the download when the user cancels or chooses nothing; ends it with
+    // kNoLogs when there is nothing to choose.
     AcquireChoice ChooseLogs(const AcquireList& list);
 
-    // Runs the pump until done() is true. Ends the download when cancelled.
+    // Runs the pump until done() is true. Ends the download when it is cancelled.
     template <class Done>
     void WaitUntil(Done done) {
         while (!done()) {
@@ -94,15 +96,15 @@ public:
     }
 
     void ShowLabel(const std::string& label);
-    void CountLogs(int logs); // chosen
-    // The next log; bytesTotal: how many bytes are to come of it, 0 when nobody knows.
+    void CountLogs(int logs); // the number of logs chosen
+    // Begins the next log. bytesTotal is the number of bytes to come, 0 when it is not known.
     void BeginLog(const std::string& label, std::int64_t bytesTotal);
 
     const Transcript& transcript() const { return transcript_; }
 
 private:
     void send(const std::string& frame);
-    bool take(std::string& reply); // true when there was something
+    bool take(std::string& reply); // returns whether bytes were waiting
     bool receiveUntilSilence(std::string& reply);
     bool askRetry();
     void rest();

@@ -1,5 +1,5 @@
-// Reads what an instrument sent: fields at offsets, little-endian numbers. A field that does not lie within the bytes
-// ends the download: the reply cannot be taken apart.
+// Reads what an instrument sent: fields at offsets, and little-endian numbers. A field that is not within the bytes
+// ends the download, because the reply cannot be decoded.
 #pragma once
 
 #include "download/Transport.h"
@@ -13,7 +13,7 @@
 
 namespace kestrane {
 
-// The bytes of a field; counted from 0.
+// The bytes of a field; offset is counted from 0.
 inline std::string_view wireField(std::string_view bytes, std::size_t offset, std::size_t length) {
     if (offset > bytes.size() || length > bytes.size() - offset) throw DownloadEnded{std::string(kReplyError)};
     return bytes.substr(offset, length);
@@ -35,7 +35,7 @@ inline std::uint8_t wireByte(std::string_view bytes, std::size_t offset) {
     return static_cast<std::uint8_t>(wireNumber(bytes, offset, 1));
 }
 
-// The bulk of a log: taken as it lies where the machine's own numbers are little-endian.
+// Most of a log is read with this. The bytes are copied unchanged on a machine whose own numbers are little-endian.
 inline double wireDouble(std::string_view bytes, std::size_t offset) {
     if constexpr (std::endian::native != std::endian::little)
         return std::bit_cast<double>(wireNumber(bytes, offset, sizeof(double)));
@@ -44,7 +44,7 @@ inline double wireDouble(std::string_view bytes, std::size_t offset) {
     return value;
 }
 
-// Characters of one byte as text.
+// Single-byte characters as UTF-8 text, each byte as the code point of the same number.
 inline std::string wireText(std::string_view bytes) {
     std::string text;
     for (const char byte : bytes)
@@ -52,7 +52,7 @@ inline std::string wireText(std::string_view bytes) {
     return text;
 }
 
-// A number as it goes into a command.
+// A number as four little-endian bytes of a command.
 inline std::string wireBytes(std::uint32_t value) {
     std::string bytes;
     for (int shift = 0; shift < 32; shift += 8)

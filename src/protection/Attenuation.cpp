@@ -17,7 +17,7 @@ namespace {
 
 constexpr double kFourDecibels = 4;
 constexpr Text::Id kCorrectionTexts[] = {Text::CorrectionNone, Text::Correction2StdDevs, Text::Correction4dB,
-                                         Text::Correction1StdDev}; // by correction
+                                         Text::Correction1StdDev}; // indexed by correction
 
 double fourDecibels(int iCorrectionFactor) {
     return iCorrectionFactor == kCorrectionFourDecibels ? kFourDecibels : 0;
@@ -38,6 +38,7 @@ struct Protection {
     int correction;
 };
 
+// The European means and deviations serve in the US modes, too; that is meant. Bands without a mean are left out.
 float byOctaves(const Protection& p) {
     const std::array<double, 10> levels = octaveLevels(p.log);
     double sum = 0;
@@ -68,7 +69,9 @@ float byNRR(const Protection& p) {
     if (weight.empty()) return kCannotCompute;
     const bool isHalved = p.options.HPDCalc == eHPDModeUSOSHA || p.protector.Tipe != 1;
     const double derating = isHalved ? 0.5 : 0.25;
-    const double toC = weight == "C" ? 0 : 7; // the allowance for an A-weighted level, 29 CFR 1910.95 App. B
+    // By 29 CFR 1910.95 Appendix B an A-weighted level takes 7 dB off the rating. It is meant that they are taken off
+    // before derating.
+    const double toC = weight == "C" ? 0 : 7;
     const float hours = getTime(p.log, 'h', Run::Whole, ExcludedRows::LeftOut);
     const float dose = checkedSingle(doseIn8Hours(DoseMT_NRR(p.log), hours));
     const double twa = twaOfDose(dose, p.log.Criterion, p.log.Exchange);
@@ -91,7 +94,7 @@ constexpr Method kMethods[] = {
 
 enum MethodIndex { kOctave, kOctaveUS, kHML, kSNR, kNRR, kNoMethod };
 
-// The methods tried for each choice, in order.
+// The methods that are tried for each choice of the user, in order.
 struct MethodRule {
     bool isUS;
     std::string_view choice;
@@ -157,7 +160,7 @@ std::unique_ptr<clsLog> convertedToZ(const clsLog& log) {
 }
 
 std::optional<std::int16_t> modeOfName(std::string_view name) {
-    constexpr std::string_view kModes[] = {"hse", "osha", "niosh"}; // by mode
+    constexpr std::string_view kModes[] = {"hse", "osha", "niosh"}; // indexed by mode
     const auto* const found = std::find(std::begin(kModes), std::end(kModes), name);
     if (found == std::end(kModes)) return std::nullopt;
     return static_cast<std::int16_t>(found - std::begin(kModes));
@@ -191,7 +194,7 @@ float APL_PAR_ENL(const clsHP& protector, const clsLog& log, const clsOptions& o
     if (method == nullptr || (isDeviations(iCorrectionFactor) && method->name != kByOctaves)) return kCannotCompute;
     try {
         return method->calculate({protector, log, options, iCorrectionFactor});
-    } catch (const RuntimeError&) { // no time, no dose
+    } catch (const RuntimeError&) { // there is no time or no dose
         return kCannotCompute;
     }
 }

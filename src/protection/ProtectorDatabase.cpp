@@ -18,9 +18,9 @@ namespace {
 constexpr std::size_t kFields = 42;
 constexpr std::size_t kMostBytes = 64UL << 20U;
 
-// Where the fields stand.
+// The indexes of the fields in a line, from 0.
 constexpr std::size_t kType = 1;
-constexpr std::size_t kMeans = 2; // mean and deviation in turn
+constexpr std::size_t kMeans = 2; // a mean, then its deviation, for each band
 constexpr std::size_t kHMLFlag = 18;
 constexpr std::size_t kSNRFlag = 22;
 constexpr std::size_t kMeansUS = 24;
@@ -32,7 +32,7 @@ constexpr std::size_t kNRRFlag = 40;
 
 using Fields = std::array<std::string_view, kFields>;
 
-// The last 41 fields, and all before them as the name.
+// The last 41 fields of a line; everything before them is the name.
 Fields split(std::string_view line) {
     Fields fields;
     for (std::size_t field = kFields - 1; field > 0; --field) {
@@ -110,7 +110,7 @@ bool readProtectors(std::string_view text, std::vector<clsHP>& protectors) {
 
 bool loadProtectors(const std::string& path, std::vector<clsHP>& protectors) {
     protectors.clear();
-    std::error_code unknown; // then reading says why
+    std::error_code unknown; // when the size is unknown, reading raises the reason
     if (const auto size = std::filesystem::file_size(path, unknown); !unknown && size > kMostBytes) raiseCorrupt();
     return readProtectors(readFile(path)->view(), protectors);
 }

@@ -19,7 +19,7 @@ std::vector<RankedProtector> rankProtectors(const clsLog& log, const std::vector
     };
 
     constexpr double kMiddleOfGood = 7.5; // dB below the action level
-    std::unique_ptr<clsLog> converted;    // made for the first protector that needs it
+    std::unique_ptr<clsLog> converted;    // created for the first protector that needs it
     std::vector<Place> places;
     for (const clsHP& hp : protectors) {
         const std::string method = HPDCalcMethodToUse(log, options, hp);

@@ -1,4 +1,4 @@
-// All protectors of a list on one log, the best first. Decided here; windows and the command line show it.
+// Ranks all protectors of a list for one log, the best first. Windows and the command line show this order.
 #pragma once
 
 #include "protection/Standards.h"
@@ -11,15 +11,15 @@ namespace kestrane {
 
 struct RankedProtector {
     const clsHP* Protector;
-    std::string Method;             // of the comparison, or the standard's where the comparison has none; may be empty
-    float Result;                   // of the comparison, dB; -1: it cannot be computed
-    std::optional<double> Standard; // dB, by the standard of the method, with the 4 dB where the correction is that
+    std::string Method;             // that of the comparison; without one, the standard's; may be empty
+    float Result;                   // of the comparison, dB; -1 when it cannot be computed
+    std::optional<double> Standard; // by the method's standard, dB, plus the 4 dB when that is the correction
     kestrane::Verdict Verdict;
 };
 
-// By verdict, within one by the distance from the middle of the good range, else as they stand in the list. A log that
-// is not Z weighted is converted for the octave method, which the user is told once; it stays as it is itself.
-// The entries point into the list.
+// Orders by verdict, protectors of the same verdict by the distance from the middle of the good range, and otherwise by
+// their order in the list. For the octave method a copy of a log that is not Z weighted is converted, and one message
+// tells the user about it. The entries point into the list.
 std::vector<RankedProtector> rankProtectors(const clsLog& log, const std::vector<clsHP>& protectors,
                                             const clsOptions& options, int iCorrectionFactor);
 

@@ -14,13 +14,14 @@ namespace kestrane {
 
 namespace {
 
-// A level that singles cannot tell from a boundary is at it.
+// A level this close to a boundary counts as being on it, because singles cannot tell the two apart.
 constexpr double kSame = 1e-4; // dB
 
 constexpr std::string_view kFromBands = " from bands";
-constexpr double kAlphas[] = {1, 2, 1, 1}; // deviations below the mean, by correction: 84 %, 98 %
+// Deviations below the mean, indexed by correction: for 84 % or 98 % of wearers.
+constexpr double kAlphas[] = {1, 2, 1, 1};
 
-// How NRR is derated, and what is taken off for an A-weighted level before or behind that.
+// The share of NRR that a derating leaves, and what is taken off for an A-weighted level before or after it.
 struct NrrDerating {
     double share;
     double before, behind; // dB
@@ -32,7 +33,7 @@ constexpr NrrDerating kDeratings[] = {
     {0.5, 0, kAllowanceForA}, {0.3, 0, kAllowanceForA},
 };
 
-// The levels that HML, SNR and NRR go by.
+// The levels that the HML, SNR and NRR methods start from.
 struct WeightedLevels {
     std::optional<double> a, c;
     std::string_view origin;
@@ -57,7 +58,8 @@ void addOctave(Figures& figures, const clsLog& log, const clsHP& hp, bool isUS, 
     double sum = 0;
     for (int band = mean(1) == 0 ? 2 : 1; band <= kProtectorBands; ++band) {
         if (mean(band) == 0) return;
-        const auto& level = levels[static_cast<std::size_t>(band)]; // of the same octave: the log begins at 31.5 Hz
+        // Index and band match, because the levels begin at 31.5 Hz, one band lower.
+        const auto& level = levels[static_cast<std::size_t>(band)];
         if (!level) continue;
         const double assumed = mean(band) - alpha * (isUSData ? hp.SDUS(band) : hp.SD(band));
         sum += energyOf(*level - weightingOffset("A", protectorBand(band)) - assumed);
@@ -112,7 +114,8 @@ void addNRR(Figures& figures, const clsLog& log, const clsHP& hp, const Weighted
     }
 }
 
-// The figure that stands beside a method of the comparison; of NRR the one of the mode.
+// The figure by the standard that corresponds to a method of the comparison; for NRR, the one that fits the mode. Null
+// when there is none.
 const StandardFigure* figureOf(const Figures& figures, std::string_view method, const clsOptions& options) {
     if (method == "NRR") method = options.HPDCalc == eHPDModeUSNIOSH ? kNIOSH : kHalf;
     const auto found = std::find_if(figures.begin(), figures.end(),

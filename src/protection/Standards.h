@@ -1,6 +1,7 @@
-// What a wearer is assumed to get by the standards themselves, beside the program's own comparison, and how good that
-// is. Sources: ISO 4869-2:2018 (octave band, HML and SNR methods), 29 CFR 1910.95 Appendix B, the OSHA Technical Manual
-// and the NIOSH deratings (NRR), EN 458 (verdict). Levels are dB and unrounded unless a name says otherwise.
+// What a wearer is assumed to get by the standards themselves, in addition to the program's own comparison, and how
+// good that is. Sources: ISO 4869-2:2018 (octave band, HML and SNR methods), 29 CFR 1910.95 Appendix B, the OSHA
+// Technical Manual and the NIOSH deratings (NRR), EN 458 (verdict). Levels are in dB and unrounded unless a name says
+// otherwise.
 #pragma once
 
 #include "model/clsLog.h"
@@ -14,48 +15,51 @@
 
 namespace kestrane {
 
-// Predicted noise level reduction by H, M and L, from the difference between LC and LA.
+// The predicted noise level reduction in dB by H, M and L and the difference between LC and LA.
 double predictedReduction(double high, double medium, double low, double cMinusA);
 
 enum class NrrRule { AppendixB, HalfOf, Muff, FormablePlug, OtherPlug };
 
-// The protected level by NRR, from an A-weighted or a C-weighted level. A rating that is too small raises the level.
+// The protected level by NRR, from an A-weighted or a C-weighted level. A rating that is too small for the allowance
+// raises the level.
 double levelByNrr(NrrRule rule, double level, bool isC, double nrr);
 
 struct StandardFigure {
-    std::string Method; // the standard's method; ends in " from bands" when LA and LC are those of the bands
+    std::string Method; // the standard's method; it ends in " from bands" when LA and LC were computed from the bands
     double Level;
-    int Rounded() const; // to whole dB, halves away from zero
+    int Rounded() const; // in whole dB, halves away from zero
 
     double Plus4() const { return Level + 4; } // the HSE allowance for real-world wear
 };
 
 // Every figure that the log and the protector allow, in the order octave bands, HML, SNR, NRR. The octave method begins
-// at 125 Hz for a protector without a figure at 63 Hz and needs one at each band above. Its protection is the one that
-// 84 % of wearers reach, 98 % with the correction of two deviations.
+// at 125 Hz for a protector without a figure at 63 Hz, and needs a figure for every band above. Its protection is the
+// one that 84 % of wearers reach; with the correction of two deviations, 98 %.
 std::vector<StandardFigure> standardFigures(const clsLog& log, const clsHP& protector, const clsOptions& options,
                                             int iCorrectionFactor);
 
-// Best first, in the order that protectors are ranked by.
+// From the best to the worst, in the order in which protectors are ranked.
 enum class Verdict { Good, Acceptable, OverProtected, Insufficient, None };
 
 std::string_view verdictName(Verdict verdict); // "good", "acceptable", "over-protected", "insufficient", "none"
 
-// EN 458: 5 to 10 dB below the action level is good, up to it and up to 15 dB below acceptable, at a boundary the
-// better.
+// The verdict of EN 458: a level 5 to 10 dB below the action level is good; one from the action level down to 15 dB
+// below it is acceptable otherwise. A level on a boundary gets the better verdict.
 Verdict verdictOf(double protectedLevel, double actionLevel);
 
-// A log with a protector by the standards. Method is that of the comparison ("Octave", "HML", "SNR" or "NRR"); where
-// the comparison has none, the first that the options would try and the standards can compute.
+// How a log with a protector is judged by the standards. The method is that of the comparison ("Octave", "HML", "SNR"
+// or "NRR"); when the comparison has none, it is the first method that the options would try and the standards can
+// compute.
 struct StandardJudgement {
     std::vector<StandardFigure> Figures;
-    std::optional<StandardFigure> Chosen; // the figure of the method
-    std::optional<double> Level; // what the wearer gets by it, with the 4 dB where the correction is that; else
-                                 // the result of the comparison
+    std::optional<StandardFigure> Chosen; // the figure of that method
+    // The level in dB that the wearer gets by that figure, plus the 4 dB when that is the correction; without a figure,
+    // the result of the comparison.
+    std::optional<double> Level;
     kestrane::Verdict Verdict = kestrane::Verdict::None;
 };
 
-// toldResult: the result of the comparison, -1 for none.
+// toldMethod and toldResult are the method and the result of the comparison; an empty text and -1 when there is none.
 StandardJudgement judgeByStandards(const clsLog& log, const clsHP& protector, const clsOptions& options,
                                    int iCorrectionFactor, const std::string& toldMethod, float toldResult);
 

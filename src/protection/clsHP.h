@@ -1,5 +1,5 @@
 // A hearing protector record: name, type and the attenuation data that its maker published. Owned by the database.
-// Figures are dB; 0 means that the maker gave none.
+// Figures are in dB; 0 means that the maker gave no figure.
 #pragma once
 
 #include <array>
@@ -23,7 +23,8 @@ public:
     float SNR = 0;
     float NRR = 0;
 
-    // Mean attenuation and standard deviation by band, i 1..8; raise 9 outside. European and US data.
+    // Mean attenuation and standard deviation of band i (1..8), in European and in US data. They raise 9 for any other
+    // i.
     float& Mean(int i) { return of(mean_, i); }
 
     float& SD(int i) { return of(sd_, i); }
@@ -41,7 +42,7 @@ public:
     float SDUS(int i) const { return of(sdUS_, i); }
 
     std::string_view GetTipeStr() const;     // "Earplug" or "Earmuff"
-    void SetTipeFromStr(std::string_view s); // exactly those; any other is ignored
+    void SetTipeFromStr(std::string_view s); // exactly these; any other text is ignored
 
     bool HasOctaves() const;
     bool HasOctavesUS() const;
