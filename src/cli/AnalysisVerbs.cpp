@@ -33,7 +33,7 @@ Json orNull(const std::optional<float>& value) {
     return value ? singleJson(*value) : Json(nullptr);
 }
 
-// The numbers of "80,2.5". Raises WrongWords when one is none.
+// The numbers of a text such as "80,2.5". Raises WrongWords when one of them is not numeric.
 std::vector<double> numbersOf(const std::string& text, const std::string& hint) {
     std::vector<double> numbers;
     std::istringstream words(text);
@@ -44,7 +44,7 @@ std::vector<double> numbersOf(const std::string& text, const std::string& hint) 
     return numbers;
 }
 
-// Of a log that is not A-weighted its weighting is told with every answer.
+// Adds the weighting to the answer when the log is not A-weighted.
 Json labelled(Json answer, const clsLog& log) {
     if (log.FreqWeightA() != "A") answer["Weighting"] = log.FreqWeightA();
     return answer;
@@ -146,7 +146,7 @@ Json percentsAnswer(const clsLog& log, Rows rows, const AnalysisOptions& options
 }
 
 Json distributionAnswer(const clsLog& log, Rows rows, const AnalysisOptions& options) {
-    constexpr double kFinest = 0.01; // dB; levels are not told any finer
+    constexpr double kFinest = 0.01; // dB; levels are not known more precisely
     const std::string hint = "--distribution: the width of the classes in dB, from 0.01";
     const auto widths = numbersOf(options.width, hint);
     if (widths.size() != 1 || widths[0] < kFinest) throw WrongWords(hint);
@@ -163,16 +163,16 @@ Json distributionAnswer(const clsLog& log, Rows rows, const AnalysisOptions& opt
     return list;
 }
 
-// ---- logs beside each other
+// ---- comparing logs
 
-// "shift.xml:L1I1F1", or a file alone, whose name may hold a colon.
+// The file and the log of "shift.xml:L1I1F1", or of a file alone, whose name may contain a colon.
 LogArguments logOfWord(const std::string& word) {
     const std::size_t colon = word.rfind(':');
     if (colon == std::string::npos || fileExists(word)) return {word, {}};
     return {word.substr(0, colon), word.substr(colon + 1)};
 }
 
-// False when a log is not there; the reason has been shown.
+// Returns false when a log is not there; the reason has been shown.
 bool addCompared(Program& program, const LogArguments& arguments, Json& logs, std::vector<AnalysedRow>& all) {
     const auto chosen = openLog(program, arguments);
     if (!chosen || !hasAllRows(program, *chosen->log)) return false;

@@ -21,7 +21,7 @@ namespace kestrane {
 
 namespace {
 
-// A figure, or null for one that there is none of; a text the same when it is empty.
+// A figure as JSON; null for a figure that is nothing, and for an empty text.
 template <class T>
 Json orNull(const std::optional<T>& value) {
     return value ? Json(*value) : Json(nullptr);
@@ -90,7 +90,7 @@ int criteria(Program& program, const CriteriaOptions& options) {
     });
 }
 
-// "85,80,3"; what is wrong with it, or nothing.
+// Reads "85,80,3". Returns what is wrong with the text, or an empty text.
 std::string readOwn(const std::string& text, std::optional<OwnCriterion>& own) {
     std::istringstream words(text);
     std::vector<double> numbers;
@@ -186,7 +186,7 @@ Json groupJson(const GroupResult& group) {
             {"sources", listJson(group.Sources, sourceJson)}};
 }
 
-// The protectors of the database that is in use, read when the first is asked for.
+// The protectors of the installed database, which is read when the first one is asked for.
 class InstalledProtectors {
 public:
     explicit InstalledProtectors(Session& session) : session_(session) {}
@@ -210,7 +210,7 @@ int assessFile(Program& program, const std::string& file) {
     Session& session = program.session;
     program.console.File = file;
     const std::string input = file == "-" ? kStandardInput : fullPath(file);
-    // What is piped in has no folder of its own: its paths are relative to the working folder.
+    // Input from a pipe has no folder of its own: its paths are relative to the working folder.
     const std::string path = std::filesystem::is_regular_file(input) && file != "-" ? input : fullPath("-");
     Assessment assessment;
     try {

@@ -8,7 +8,7 @@ namespace kestrane {
 
 namespace {
 
-// What the toolkit remarks on a desktop that is not there is no message of this program.
+// The toolkit's remarks about a missing desktop are not messages of this program.
 void keepQuiet(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 } // namespace

@@ -12,7 +12,7 @@ struct PictureSize {
     int Height = 650;
 };
 
-// Whether a file's name ends as a picture's does: .png, .svg or .pdf.
+// Whether a file's name ends like that of a picture: .png, .svg or .pdf.
 bool isPictureName(const std::string& path);
 
 // Raises an error when the file cannot be written.

@@ -1,4 +1,4 @@
-// The arguments that name a data file and a log in it, and the log that they choose.
+// The arguments that name a data file and a log in it, and the log that they select.
 #pragma once
 
 #include "cli/Program.h"
@@ -13,12 +13,12 @@ namespace kestrane {
 
 struct LogArguments {
     std::string file;
-    std::string log; // a tree node key; empty: the document's first log
+    std::string log; // a tree node key; empty for the document's first log
 };
 
 void addFile(CLI::App& verb, std::string& file);
 void addFiles(CLI::App& verb, std::vector<std::string>& files);
-void addLog(CLI::App& verb, LogArguments& arguments); // with its file
+void addLog(CLI::App& verb, LogArguments& arguments); // adds FILE and --log
 void addLogKey(CLI::App& verb, std::string& key);
 
 // A log of an opened file, with its key.
@@ -29,13 +29,14 @@ struct ChosenLog {
     std::string key;
 };
 
-// Of a file that is open. Nothing when it has no such log; the reason has been shown.
+// Finds a log of a file that is open. Nothing when the file has no such log; the reason has been shown.
 std::optional<ChosenLog> chooseLog(Program& program, clsFile& file, const std::string& key);
 
-// False when rows of the log could not be read, which has been shown: what is made of the others would pass for all.
+// Returns false, after showing a message, when rows of the log could not be read: what is computed from the other rows
+// would be taken for the whole log.
 bool hasAllRows(Program& program, const clsLog& log);
 
-// Opens the file. Nothing when it does not open or has no such log; the reason has been shown.
+// Opens the file and finds the log. Nothing when the file does not open or has no such log; the reason has been shown.
 std::optional<ChosenLog> openLog(Program& program, const LogArguments& arguments);
 
 } // namespace kestrane

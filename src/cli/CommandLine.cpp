@@ -20,7 +20,7 @@ void addGlobals(CLI::App& app, GlobalOptions& globals) {
         ->check(CLI::IsMember({"text", "json"}));
 }
 
-// The verb that was called, or the verb's verb; the program itself when there is none.
+// The verb that was called, or its own verb when it has some; the program itself when no verb was called.
 const CLI::App& calledVerb(const CLI::App& app) {
     const auto called = app.get_subcommands();
     return called.empty() ? app : calledVerb(*called.front());

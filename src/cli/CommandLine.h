@@ -14,13 +14,14 @@ struct Call {
     bool needsLoop = false;
 };
 
-// Declares everything; the call is filled by parsing, and must outlive the parser.
+// Declares all verbs and options. Parsing fills the call, which must outlive the parser.
 void declare(CLI::App& app, Call& call);
 
-// What to say of words that the parser does not take: what is wrong, and what was perhaps meant.
+// The message for words that the parser does not accept: what is wrong, and what was perhaps meant.
 std::string hintOf(const CLI::App& app, const CLI::ParseError& error);
 
-// --errors json, wherever it stands: it holds for what is wrong with the words, too.
+// Whether --errors json occurs anywhere in the call. It also applies to the message about wrong words, so it is looked
+// for before parsing.
 bool asksForJsonErrors(int argc, char** argv);
 
 } // namespace kestrane

@@ -1,4 +1,4 @@
-// The arguments that say which protector a log is compared with, and how; shared by the verbs that do.
+// The arguments that say which protector a log is compared with, and how. Several verbs share them.
 #pragma once
 
 #include "cli/Program.h"
@@ -13,7 +13,7 @@
 namespace kestrane {
 
 struct CompareArguments {
-    std::string database; // empty: the one in use
+    std::string database; // empty for the installed one
     std::string protector;
     std::string mode = "hse";
     std::string method = "Auto";
@@ -27,10 +27,10 @@ CLI::Option* addProtector(CLI::App& verb, CompareArguments& arguments);
 // The settings with the mode and method of the arguments.
 clsOptions comparisonOptions(const Program& program, const CompareArguments& arguments);
 
-// The database, its records loaded. Nothing when it cannot be read; the reason has been shown.
+// Opens the database and loads its records. Nothing when it cannot be read; the reason has been shown.
 std::optional<ProtectorCollection> openDatabase(Session& session, const std::string& database);
 
-// Nothing when there is no such protector; the reason has been shown.
+// Compares a log with the protector. Nothing when there is no such protector; the reason has been shown.
 std::optional<HPDComparison> compareLog(Program& program, const clsLog& log, const CompareArguments& arguments);
 
 } // namespace kestrane

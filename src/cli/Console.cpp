@@ -11,8 +11,8 @@ namespace kestrane {
 
 ResultBuffer::ResultBuffer() : before_(std::cout.rdbuf(this)) {
     setp(buffer_.data(), buffer_.data() + buffer_.size());
-    std::cout.exceptions(std::ios::badbit); // hands on what write raises
-    std::cerr.tie(nullptr);                 // a message about it must not try again
+    std::cout.exceptions(std::ios::badbit); // so that what write() raises passes through
+    std::cerr.tie(nullptr);                 // otherwise a message about a failed write would try to write again
 }
 
 ResultBuffer::~ResultBuffer() {
@@ -37,7 +37,7 @@ void ResultBuffer::write() {
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) {
             const int error = errno;
-            setp(buffer_.data(), buffer_.data() + buffer_.size()); // nothing is tried again
+            setp(buffer_.data(), buffer_.data() + buffer_.size()); // drops what could not be written
             throw ResultError(error, std::string("The result could not be written: ") + std::strerror(error));
         }
         from += count;

@@ -13,20 +13,20 @@
 
 namespace kestrane {
 
-// The result cannot be written: the reader has gone, the disk is full. Nothing that follows makes sense.
+// The result cannot be written, because its reader has gone or the disk is full. The call ends with this error.
 class ResultError : public RuntimeError {
 public:
     using RuntimeError::RuntimeError;
 };
 
-// The call's words are wrong, which turned out only behind parsing.
+// The words of the call are wrong in a way that was found only after parsing.
 class WrongWords : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-// While it lives, std::cout goes to standard output through this buffer, and raises ResultError on what cannot be
-// written. What is still in it at the end is lost: flush before.
+// While this object lives, std::cout goes to standard output through its buffer, and raises ResultError when something
+// cannot be written. Flush before the object ends: what is still in the buffer then is lost.
 class ResultBuffer : public std::streambuf {
 public:
     ResultBuffer();
@@ -49,12 +49,12 @@ class Console {
 public:
     explicit Console(bool areErrorsJson) : areErrorsJson_(areErrorsJson) {}
 
-    // One message on standard error: the text, or {"error": {"number", "text", "file"}} on one line.
+    // Writes one message to standard error: the text, or {"error": {"number", "text", "file"}} on one line.
     void tell(std::string_view text, std::optional<std::int64_t> number = std::nullopt) const;
 
     bool areErrorsJson() const { return areErrorsJson_; }
 
-    std::string File; // that the messages are about, as the call names it; empty: none
+    std::string File; // the file that messages are about, as the call names it; empty for none
 
 private:
     bool areErrorsJson_;

@@ -25,7 +25,7 @@ void ConsoleDownload::ShowProgress(const DownloadProgress& progress) {
     std::cerr << kClearLine << words.Label;
     for (const std::string& part : {words.Log, words.Received, words.TimeLeft})
         if (!part.empty()) std::cerr << "  " << part;
-    std::cerr << '\r'; // what else is printed begins the line
+    std::cerr << '\r'; // other output then starts at the beginning of the line
     std::cerr.flush();
 }
 

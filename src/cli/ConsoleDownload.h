@@ -1,5 +1,6 @@
-// The person before a download on the command line: the logs are those that the call named, Cancel is an interrupt
-// (Ctrl+C), and the progress is one line on standard error, where that is a terminal. Made for one download.
+// Stands for the user during a download on the command line: the logs are those that the call names, Cancel is an
+// interrupt (Ctrl+C), and the progress is one line on standard error when that is a terminal. An object serves one
+// download.
 #pragma once
 
 #include "app/ProgressReport.h"
@@ -13,7 +14,7 @@
 
 namespace kestrane {
 
-// Rows of the list of logs, from 1; nothing for all.
+// Rows of the list of logs, counted from 1; nothing for all rows.
 using ChosenRows = std::optional<std::vector<int>>;
 
 class ConsoleDownload : public DownloadUser {

@@ -19,7 +19,7 @@ namespace kestrane {
 
 namespace {
 
-// Saves when asked to, then prints the log.
+// Saves the file when output is given, then prints the log.
 int finishLog(Program& program, const ChosenLog& chosen, const std::string& output, bool withIntervals = false) {
     if (!output.empty() && !program.saveAs(*chosen.file, output)) return kFailed;
     writeLog(program.out(), *chosen.log, chosen.key, withIntervals);
@@ -130,7 +130,7 @@ int recalc(Program& program, const RecalcOptions& options) {
     return finishLog(program, *chosen, options.output);
 }
 
-// A number is hours, however many digits it has. 0 when it is no good.
+// The exposure time in hours: a number is hours, however many digits it has. 0 when the entry is not valid.
 float exposureOf(const std::string& entry) {
     if (entry.find(':') != std::string::npos) return exposureTimeHours(entry, Locale{});
     return static_cast<float>(typedNumber(entry, Locale{}).value_or(0));

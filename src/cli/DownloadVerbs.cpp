@@ -34,7 +34,7 @@ void addLine(CLI::App& verb, LineOptions& options) {
     verb.add_option("--transcript", options.transcript, "keep what goes over the line, with times, in this file");
 }
 
-// A line to an instrument for one verb.
+// The line to an instrument during one verb.
 class InstrumentLine {
 public:
     InstrumentLine(Program& program, const LineOptions& options, ChosenRows rows = {}) :
@@ -95,7 +95,7 @@ int syncClock(Program& program, const ClockOptions& options) {
     return SynchronizeClock(line.services(), data) ? kDone : kFailed;
 }
 
-// "all" or "1,3,4"; what is wrong with it, or nothing.
+// Reads "all" or "1,3,4". Returns what is wrong with the text, or an empty text.
 std::string readRows(const std::string& text, ChosenRows& rows) {
     rows.reset();
     if (text == "all") return {};
@@ -110,7 +110,7 @@ std::string readRows(const std::string& text, ChosenRows& rows) {
     return {};
 }
 
-// "2024-11-26T16:18:53"; what is wrong with it, or nothing.
+// Reads "2024-11-26T16:18:53". Returns what is wrong with the text, or an empty text.
 std::string readTime(const std::string& text, std::optional<CalendarTime>& time) {
     CivilDate date;
     int hour = 0, minute = 0, second = 0, end = 0;

@@ -1,5 +1,5 @@
-// While one lives, the user's interrupt (Ctrl+C) and the system's request to end do not end the program, but are noted,
-// so that work can be put away.
+// While an object of this class lives, the user's interrupt (Ctrl+C) and the system's request to end do not end the
+// program but are recorded, so that work can be finished or removed properly.
 #pragma once
 
 namespace kestrane {

@@ -1,4 +1,4 @@
-// What verbs do with each of many files: one output of one input.
+// The jobs that verbs do for each of many files: one input, one output.
 #pragma once
 
 #include "cli/Program.h"
@@ -8,14 +8,14 @@
 
 namespace kestrane {
 
-// Writes the output of an opened file, named as the call names it. False when it was not written; the reason has been
-// shown. May raise.
+// Writes the output of an opened file; name is that of the file as the call gives it. Returns false when the output was
+// not written; the reason has been shown. May raise.
 using FileJob =
     std::function<bool(Program& program, clsFile& file, const std::string& name, const std::string& output)>;
 
 FileJob saveJob();
 FileJob reportJob();                             // the default report of the first log
 FileJob exportJob(const std::string& format);    // the rows of all logs; "csv", "xlsx" or "ndjson"
-const std::vector<std::string>& exportFormats(); // those words
+const std::vector<std::string>& exportFormats(); // the words that exportJob accepts
 
 } // namespace kestrane

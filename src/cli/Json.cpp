@@ -132,7 +132,7 @@ Json figuresJson(const clsLog& log) {
     return figures;
 }
 
-// The levels of a row of one channel and parameter, for each band where it has them.
+// The levels of a row for one channel and parameter; a list of all bands when the parameter has bands.
 Json rowLevelsJson(const clsLog& log, std::int64_t row, int channel, int parameter) {
     if (!hasBands(intervalQuantity(channel, parameter)))
         return valueJson(intervalValue(log, row, channel, parameter, 0));
@@ -142,7 +142,7 @@ Json rowLevelsJson(const clsLog& log, std::int64_t row, int channel, int paramet
     return list;
 }
 
-// index: from 1.
+// A row as JSON; index is counted from 1.
 Json rowJson(const clsLog& log, std::int64_t index) {
     const clsLogInterval row = log.LogIntervals.Item(index);
     Json json = {{"isExcluded", row.isExcluded},          {"mLngInterval", row.mLngInterval},

@@ -1,4 +1,5 @@
-// The documents of the command line as JSON, written as they are walked: a document of any size takes little memory.
+// The documents of the command line as JSON, written piece by piece, so that a document of any size takes little
+// memory.
 #pragma once
 
 #include "explorer/ExplorerTree.h"
@@ -14,15 +15,15 @@ namespace kestrane {
 
 using Json = nlohmann::ordered_json;
 
-// As text on one line; what is not UTF-8 is replaced.
+// JSON as text on one line; bytes that are not valid UTF-8 are replaced.
 std::string jsonText(const Json& json);
 
-// A single in the shortest form that reads back to it.
+// A single as the number with the shortest text that reads back as it.
 Json singleJson(float value);
 
 void writeDocument(std::ostream& out, clsFile& file, bool withIntervals);
 
-// key: the log's tree node key.
+// key is the log's tree node key.
 void writeLog(std::ostream& out, const clsLog& log, const std::string& key, bool withIntervals);
 
 // The rows of the exposure calculator.

@@ -28,7 +28,7 @@ std::size_t changesBetween(std::string_view a, std::string_view b) {
 } // namespace
 
 std::string nearest(std::string_view word, std::span<const std::string> candidates) {
-    constexpr std::size_t kLongest = 100; // what is longer is no name
+    constexpr std::size_t kLongest = 100; // a longer word is no name
     if (word.size() > kLongest) return {};
     std::string best;
     std::size_t fewest = std::max<std::size_t>(word.size() / 2, 1) + 1;

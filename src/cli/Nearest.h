@@ -1,4 +1,4 @@
-// What the wrong word of a call was meant to be.
+// Finds what a wrong word of a call was probably meant to be.
 #pragma once
 
 #include <span>
@@ -7,8 +7,8 @@
 
 namespace kestrane {
 
-// The candidate that takes the fewest changes (a letter more, less or other, two exchanged), the first of several;
-// empty when none is at all like the word.
+// The candidate that takes the fewest changes (a letter more, less or different, or two exchanged), the first one of
+// several. Empty when every candidate takes more changes than half the letters of the word.
 std::string nearest(std::string_view word, std::span<const std::string> candidates);
 
 } // namespace kestrane

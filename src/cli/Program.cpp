@@ -107,11 +107,12 @@ bool Program::recalculate(clsLog& log, int mode) {
 }
 
 bool Program::saveAs(clsFile& file, const std::string& output) {
-    std::optional<std::string> name = fullPath(takeOutput(output)); // offered once
+    std::optional<std::string> name = fullPath(takeOutput(output)); // offered once: a second question gets no name
     return SaveFile(session, file, true, [&](const std::string&) { return std::exchange(name, std::nullopt); });
 }
 
-// The path of an output. What goes to standard output goes there alone.
+// The path of an output. Once a file goes to standard output, the printed result goes nowhere, so that the two do not
+// mix.
 std::string Program::takeOutput(const std::string& output) {
     if (isStandardOutput(output)) {
         std::cout.flush();

@@ -1,5 +1,6 @@
-// The program's session for one call of the command line: settings, locale and the button pressed on questions by the
-// global options, messages on standard error, background work waited for. Owns all services behind the session.
+// The program's session for one call of the command line: settings, locale and the button pressed on questions come
+// from the global options, messages go to standard error, and background work is waited for. It owns all services
+// behind the session.
 #pragma once
 
 #include "cli/Console.h"
@@ -33,7 +34,7 @@ struct GlobalOptions {
     bool isQuiet = false;
 };
 
-// The panel of errors is all that a program without windows shows of the frame.
+// A program without windows shows only the frame's panel of errors.
 class ConsoleFrame : public Frame {
 public:
     explicit ConsoleFrame(const Console& console) : console_(console) {}
@@ -48,7 +49,7 @@ private:
     const Console& console_;
 };
 
-// The computer's time, or one that the call names.
+// The computer's time, or a time that the call gives.
 class ConsoleClock : public Clock {
 public:
     CalendarTime now() const override { return Fixed ? *Fixed : SystemClock().now(); }
@@ -56,7 +57,7 @@ public:
     std::optional<CalendarTime> Fixed;
 };
 
-// Boxes as messages on standard error.
+// Shows boxes as messages on standard error.
 class ConsoleBoxes : public MessageInterface {
 public:
     ConsoleBoxes(const Console& console, std::optional<Button> answer) : console_(console), boxes_(text_, answer) {}
@@ -73,29 +74,29 @@ class Program {
 public:
     Program(const GlobalOptions& options, Console& console, EventPump& pump);
 
-    // Opens a file ("-" is standard input) and waits for all work behind it. Null when it did not open, or when the
-    // recalculation on opening failed: figures that are known to be wrong are never handed on. The reason has been
-    // shown.
+    // Opens a file ("-" is standard input) and waits until all of its background work has ended. Null when it did not
+    // open, and when the recalculation on opening failed, because figures that are known to be wrong must not be passed
+    // on. The reason has been shown.
     clsFile* open(const std::string& name);
 
-    // Opens each file, gives it to work, and closes it. A file that does not open, or that work gives false for or
-    // raises an error on, does not keep the others from it. The exit status.
+    // Opens each file, calls work for it and its index, and closes it. A file that does not open, or for which work
+    // returns false or raises an error, does not keep the other files from being worked on. Returns the exit status.
     int forEachFile(const std::vector<std::string>& names, const std::function<bool(clsFile&, std::size_t)>& work);
 
-    void closeFiles(); // all, once their work has ended
+    void closeFiles(); // closes all files once their background work has ended
 
-    // False when the recalculation failed; the reason has been shown.
+    // Recalculates and waits for the end. Returns false when it failed; the reason has been shown.
     bool recalculate(clsLog& log, int mode);
 
-    // Saves a document under another name. False when it was not saved; the reason has been shown.
+    // Saves a document under another name. Returns false when it was not saved; the reason has been shown.
     bool saveAs(clsFile& file, const std::string& output);
 
-    // Runs what writes a file, with its path. False when it was not written; the reason has been shown.
+    // Calls writer with the path of the output. Returns false when the file was not written; the reason has been shown.
     bool write(const std::string& output, const std::function<void(const std::string& path)>& writer);
 
-    // Where the result goes: to standard output, or nowhere once a file has been written there.
+    // The stream for the result: standard output, or nowhere once a file has been written to standard output.
     std::ostream& out();
-    int print(const Json& json); // as one line; kDone
+    int print(const Json& json); // on one line; returns kDone
 
     void UseOnlyPort(const std::string& device) { comm_.UseOnly(device); }
 
@@ -116,7 +117,7 @@ private:
     bool isOutputTaken_ = false;
 
 public:
-    Session session; // last: the logs go before the server that works for them
+    Session session; // must be the last member, so that the logs are destroyed before the server that works for them
 };
 
 } // namespace kestrane

@@ -141,7 +141,7 @@ int rank(Program& program, const CompareOptions& options) {
 
 int update(Program& program, const std::string& url, const std::string& database) {
     int argc = 0;
-    const QCoreApplication application(argc, nullptr); // drives the network
+    const QCoreApplication application(argc, nullptr); // needed for the network
     Session& session = program.session;
     if (!url.empty()) session.Options.HPDAddress = url;
     ProtectorCollection collection;
@@ -153,7 +153,7 @@ int update(Program& program, const std::string& url, const std::string& database
     return DownloadHPD(session, unseen, false) ? kDone : kFailed;
 }
 
-// What runs is the verb's verb that was called.
+// Runs the verb of this verb that was called.
 RunVerb protectorsVerb(CLI::App& verb) {
     const auto chosen = std::make_shared<RunVerb>();
     const auto options = std::make_shared<CompareOptions>();

@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char* kClearLine = "\r\033[K";
 
-// What the toolkit remarks on a desktop that is not there is no message of this program.
+// The toolkit's remarks about a missing desktop are not messages of this program.
 void keepQuiet(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 struct FormName {
@@ -45,7 +45,7 @@ ReportForm formOf(const ReportOptions& options) {
         ->form;
 }
 
-// One line on standard error, where that is a terminal. An interrupt puts an end to the report.
+// Shows the progress on one line of standard error when that is a terminal. An interrupt ends the report.
 PageProgress progressOf(const Program& program, const Interrupt& interrupt) {
     const bool isShown = program.showsProgress && isatty(STDERR_FILENO) != 0;
     return [&session = program.session, &interrupt, isShown](std::size_t drawn, std::size_t pages) {
@@ -61,7 +61,7 @@ PageProgress progressOf(const Program& program, const Interrupt& interrupt) {
     };
 }
 
-// False when it was not written or not whole; the reason has been shown.
+// Returns false when the report was not written or is not complete; the reason has been shown.
 bool reportOne(Program& program, const ChosenLog& chosen, const ReportOptions& options, const std::string& output,
                const Interrupt& interrupt) {
     const Paper paper(a4Paper(options.isLandscape));
@@ -74,7 +74,7 @@ bool reportOne(Program& program, const ChosenLog& chosen, const ReportOptions& o
     return isWritten && isWhole;
 }
 
-// What drawing needs; one at a time.
+// The environment that drawing needs. There must be only one at a time.
 class Toolkit {
 public:
     Toolkit() {

@@ -8,7 +8,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::string_view kDefinitions = "definitions"; // what the schemas have in common
+constexpr std::string_view kDefinitions = "definitions"; // contains what the schemas have in common
 constexpr std::string_view kReference = "#/$defs/";
 
 Json embedded(std::string_view name) {
@@ -17,7 +17,7 @@ Json embedded(std::string_view name) {
     return file == files.end() ? Json(nullptr) : Json::parse(file->Text);
 }
 
-// Adds what a schema refers to, and what that refers to.
+// Adds the definitions that a schema refers to, and those that they refer to.
 void addReferred(const Json& schema, const Json& definitions, Json& referred) {
     if (!schema.is_structured()) return;
     for (const auto& [key, value] : schema.items()) {
@@ -32,7 +32,8 @@ void addReferred(const Json& schema, const Json& definitions, Json& referred) {
     }
 }
 
-// A schema that stands for itself. Null for a verb that prints no JSON, and for no verb.
+// The schema of a verb, complete without other files. Null for a verb that prints no JSON and for a word that is no
+// verb.
 Json schemaOf(const std::string& name) {
     const Json own = name == kDefinitions ? Json(nullptr) : embedded(name);
     if (own.is_null()) return own;

@@ -1,4 +1,5 @@
-// The files of the folder schemas, embedded: JSON Schemas (2020-12) of what verbs print, and their common definitions.
+// The files of the folder schemas, embedded in the program: JSON Schemas (2020-12) of what verbs print, and their
+// common definitions.
 #pragma once
 
 #include <span>
@@ -7,10 +8,10 @@
 namespace kestrane {
 
 struct EmbeddedSchema {
-    std::string_view Name; // of the file without ".json": the words of the verb with "-" between
+    std::string_view Name; // of the file without ".json": the words of the verb joined by "-"
     std::string_view Text;
 };
 
-std::span<const EmbeddedSchema> embeddedSchemas(); // by name
+std::span<const EmbeddedSchema> embeddedSchemas(); // ordered by name
 
 } // namespace kestrane

@@ -4,7 +4,7 @@ namespace kestrane {
 
 namespace {
 
-// The words that an option takes, when they are listed: "TEXT:{csv,xlsx,ndjson}".
+// The words that an option accepts when its type lists them, as in "TEXT:{csv,xlsx,ndjson}"; else an empty array.
 Json choicesOf(const CLI::Option& option) {
     const std::string type = option.get_type_name();
     const std::size_t from = type.find('{');
@@ -20,7 +20,8 @@ std::string placeholderOf(const CLI::Option& option) {
 
 void addOptions(const CLI::App& app, Json& options) {
     for (const CLI::Option* option : app.get_options()) {
-        if (app.get_name().empty() && option == app.get_help_ptr()) continue; // of a group: the verb has it
+        // The help option of an option group is that of its verb.
+        if (app.get_name().empty() && option == app.get_help_ptr()) continue;
         Json names = Json::array();
         for (const std::string& name : option->get_snames())
             names.push_back("-" + name);
@@ -43,7 +44,7 @@ Json syntaxOf(const CLI::App& app) {
     addOptions(app, options);
     for (const CLI::App* sub : app.get_subcommands(nullptr)) {
         if (sub->get_name().empty()) {
-            addOptions(*sub, options); // a group of options
+            addOptions(*sub, options); // an option group
         } else if (!sub->get_group().empty()) {
             verbs.push_back(syntaxOf(*sub));
         }
@@ -52,7 +53,7 @@ Json syntaxOf(const CLI::App& app) {
 }
 
 RunVerb syntaxVerb(CLI::App& verb) {
-    verb.group(""); // for the build, which makes manual pages and completions of it
+    verb.group(""); // hidden: the build makes manual pages and completions from it
     const CLI::App* all = verb.get_parent();
     return [all](Program& program) { return program.print(syntaxOf(*all)); };
 }

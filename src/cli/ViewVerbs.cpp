@@ -83,7 +83,7 @@ RunVerb panelVerb(CLI::App& verb) {
     return [options](Program& program) { return panel(program, *options); };
 }
 
-// One band of all parameters, or all bands of one parameter.
+// Either one band of all parameters, or all bands of one parameter.
 struct ChoiceOptions : LogArguments {
     std::string band, parameter;
 };
@@ -115,7 +115,7 @@ std::vector<std::string> parametersOf(const clsLog& log) {
     return captions;
 }
 
-// What to say of a choice that the log does not offer; empty when it does.
+// The message for a choice that the log does not offer; empty when it does.
 std::string hintOfChoice(const clsLog& log, const ChoiceOptions& options) {
     const bool isBand = !options.band.empty();
     const std::string& word = isBand ? options.band : options.parameter;
@@ -203,7 +203,7 @@ struct ChartOptions : ChoiceOptions, CompareArguments {
 constexpr int kSmallestPicture = 50; // pixels
 constexpr int kLargestPicture = 20'000;
 
-// "1000x650"; what is wrong with it, or nothing.
+// Reads "1000x650". Returns what is wrong with the text, or an empty text.
 std::string readSize(const std::string& text, PictureSize& size) {
     const auto read = [](std::string_view word, int& number) {
         const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
@@ -229,7 +229,7 @@ std::vector<int> chartTabs() {
     return tabs;
 }
 
-// False when the user would rather not wait for a long chart in 3D.
+// Returns false when the user does not want to wait for a long chart in 3D.
 bool isWanted(Session& session, const clsLog& log, const ChartOptions& options, const ChartData& chart) {
     if (!tabRow(options.tab).IsOverTime || !isAskedBefore3D(log, chart.Style)) return true;
     return session.ShowMessage(session.LoadText(Text::Ask3DTakesTime), kButtonsYesNo + kIconQuestion) == Button::Yes;

@@ -24,14 +24,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::chrono::milliseconds kLook{250}; // between looks at the folder
-constexpr int kQuietLooks = 8;                  // a file that has not changed for so many is complete
+constexpr std::chrono::milliseconds kLook{250}; // between two looks at the folder
+constexpr int kQuietLooks = 8;                  // a file that has stayed the same for so many looks is complete
 
 struct WatchOptions {
     std::string folder, work, format = "csv", output;
 };
 
-// What tells one state of a file from another.
+// The state of a file, by which a change is noticed.
 struct FileState {
     std::int64_t size = 0, changed = 0 /* ns, of content or name */;
 
@@ -47,7 +47,7 @@ std::optional<FileState> stateOf(const std::string& path) {
     return FileState{about.st_size, std::max(time(about.st_mtim), time(about.st_ctim))};
 }
 
-// Somebody on this machine has the file open for writing. False where that cannot be found out.
+// Whether a program on this machine has the file open for writing. False also when that cannot be found out.
 bool isBeingWritten(const std::string& path) {
     const int handle = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (handle < 0) return false;
@@ -56,8 +56,8 @@ bool isBeingWritten(const std::string& path) {
     return isBusy;
 }
 
-// The files of a folder that wait for work, from look to look. A file is done when its output is there and not older
-// than it, so that a watch that begins anew goes on where the last one ended.
+// The files of a folder that are waiting for work. A file is done when its output exists and is not older than the
+// file, so that a new watch continues where the last one ended.
 class WatchedFolder {
 public:
     WatchedFolder(const WatchOptions& options, std::string extension) :
@@ -67,7 +67,8 @@ public:
         return (fs::path(options_.output) / (fs::path(file).stem().string() + extension_)).string();
     }
 
-    // The files that are complete and not done, by name. Raises the system's error when the folder cannot be read.
+    // The files that are complete and not done, sorted by name. Each is returned once for each of its states. Raises
+    // the system's error when the folder cannot be read.
     std::vector<std::string> due() {
         std::vector<std::string> names;
         std::map<std::string, Seen> seen;
@@ -99,7 +100,7 @@ private:
     struct Seen {
         FileState state;
         int quietLooks = 0;
-        bool isTaken = false; // given out in this state
+        bool isTaken = false; // due() has returned it in this state
     };
 
     bool isDone(const std::string& path, const FileState& state) const {

@@ -1,5 +1,5 @@
-// kestrane-cli: the program without its windows. Standard output carries the result alone; what the program would show
-// in a box goes to standard error. Exit status: 0 done, 1 the operation failed, 2 the call's words are wrong.
+// kestrane-cli: the program without its windows. Standard output carries only the result; what the program would show
+// in a box goes to standard error. Exit status: 0 done, 1 the operation failed, 2 the words of the call are wrong.
 #include "cli/CommandLine.h"
 #include "platform/RuntimeError.h"
 #include "platform/qt/QtEventPump.h"
@@ -48,8 +48,8 @@ int parseAndRun(int argc, char** argv, Console& console) {
     return runVerb(call, console, pump);
 }
 
-// A standard stream that the caller has closed must not become the next file that is opened. What takes its place can
-// neither be read nor be written; messages are lost.
+// Opens a substitute for each standard stream that the caller has closed; otherwise the next file that is opened would
+// take its number. The substitute can be neither read nor written as that stream would be, so messages are lost.
 void takePlaceOfClosedStreams() {
     for (const auto& [stream, mode] :
          {std::pair(STDIN_FILENO, O_WRONLY), std::pair(STDOUT_FILENO, O_RDONLY), std::pair(STDERR_FILENO, O_WRONLY)})
@@ -80,6 +80,6 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     kestrane::takePlaceOfClosedStreams();
-    std::signal(SIGPIPE, SIG_IGN); // a reader that has gone is an error of writing
+    std::signal(SIGPIPE, SIG_IGN); // writing to a reader that has gone is then an ordinary error
     return kestrane::run(argc, argv);
 }

@@ -5,7 +5,7 @@
 #include <QImageReader>
 #include <QPainter>
 
-static void loadPictures() { // outside of the namespace, since the macro names global functions
+static void loadPictures() { // must be outside of the namespace, because the macro names global functions
     Q_INIT_RESOURCE(report);
 }
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr qint64 kLargestFile = 32 << 20;
 constexpr qint64 kMostPixels = 50'000'000;
-constexpr QSize kSharpest(2400, 800); // 1000 dots an inch in the logo's box; a larger picture is made smaller
+constexpr QSize kSharpest(2400, 800); // 1000 dots per inch in the logo's box; a larger picture is scaled down
 
 bool isDrawing(const QByteArray& bytes) {
     return bytes.left(1024).contains("<svg");

@@ -1,4 +1,4 @@
-// The company's logo, read once for all pages, and the picture of the brand that stands in for it.
+// The company's logo, read once for all pages, and the picture of the brand that is used when there is none.
 #pragma once
 
 #include <QImage>
@@ -14,17 +14,17 @@ namespace kestrane {
 
 class Logo {
 public:
-    // The picture of a file. It is none when the file is not there or is no picture, or when the picture is so large
-    // that it would not fit into memory many times over.
+    // The picture of a file. isPicture() is false when the file does not exist, is no picture, or exceeds the limits in
+    // Logo.cpp.
     static Logo ofFile(const std::string& path);
     static Logo ofBrand();
 
     bool isPicture() const { return drawing_ != nullptr || !image_.isNull(); }
 
-    // In proportion, as wide as it can be in a box.
+    // The size that keeps the proportions and is as large as fits into a box.
     QSizeF sizeIn(const QSizeF& box) const;
 
-    // In proportion, at the upper left of a box. Returns the width taken.
+    // Draws it with its proportions at the upper left of a box. Returns the width that it takes.
     double draw(QPainter& painter, const QRectF& box) const;
 
 private:

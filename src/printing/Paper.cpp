@@ -10,8 +10,8 @@ namespace kestrane {
 namespace {
 
 constexpr double kPointsOfInch = 72;
-constexpr std::size_t kMostTexts = 16384; // kept; a day of times and the levels beside them
-constexpr double kWide = 1e7;             // of a line that is never broken
+constexpr std::size_t kMostTexts = 16384; // the number of texts kept: a day of times and the levels beside them
+constexpr double kWide = 1e7;             // dots; the width of a line that is never broken
 
 QFont fontOf(const PageFont& wanted) {
     QFont font;

@@ -1,6 +1,6 @@
-// A sheet of paper for the toolkit: its size, and texts shaped for it once, since a report says the same figures over
-// and over, and logos, each read once. Positions are in dots of kPaperDots an inch, whatever the device; a painter is
-// scaled to them.
+// A sheet of paper for the toolkit: its size; texts, each shaped once, because a report repeats the same figures; and
+// logos, each read once. Positions are in units of kPaperDots to the inch on every device; the painter is scaled to
+// them.
 #pragma once
 
 #include "printing/Logo.h"
@@ -15,14 +15,14 @@
 
 namespace kestrane {
 
-constexpr double kPaperDots = 1200; // an inch
+constexpr double kPaperDots = 1200; // per inch
 constexpr double kCentimetre = kPaperDots / 2.54;
 
-// A4 without margins: pages keep their own.
+// A4 without margins: pages keep margins of their own.
 QPageLayout a4Paper(bool isLandscape);
 
 struct ShapedText {
-    QList<QGlyphRun> Runs; // their top is at 0
+    QList<QGlyphRun> Runs; // the top of each is at 0
     double Width = 0;      // dots
 };
 
@@ -41,7 +41,7 @@ public:
     double pictureWidth(const std::string& path, const PageBox& box) const override;
 
     const ShapedText& shaped(std::string_view text, const PageFont& font) const; // valid until the next call
-    const Logo& picture(const std::string& path) const; // an empty path is the picture of the brand
+    const Logo& picture(const std::string& path) const; // an empty path stands for the picture of the brand
 
 private:
     QPageLayout layout_;

@@ -18,11 +18,11 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kTail = 1024; // bytes at the end, in which the trailer stands
+constexpr std::size_t kTail = 1024; // bytes at the end of the file, which contain the trailer
 
 struct Cancelled {};
 
-// Hands on what the toolkit writes, and holds back an error until the toolkit is through.
+// Passes on what the toolkit writes, and keeps an error until the toolkit has finished.
 class SinkDevice : public QIODevice {
 public:
     explicit SinkDevice(const FileSink& sink) : sink_(sink) { open(WriteOnly); }
@@ -64,7 +64,7 @@ private:
     std::string tail_;
 };
 
-// A text string of the format: its UTF-16, big end first, as hexadecimal digits.
+// A text in PDF's notation: UTF-16, high byte first, as hexadecimal digits.
 std::string pdfText(const std::string& text) {
     std::string digits = "<FEFF";
     constexpr const char* kDigits = "0123456789ABCDEF";
@@ -75,7 +75,7 @@ std::string pdfText(const std::string& text) {
     return digits + ">";
 }
 
-// What follows a word in the trailer, up to the end of a reference or number; empty when the word is not there.
+// The reference or number behind a word in the trailer; empty when the word is not there.
 std::string trailerEntry(const std::string& trailer, const std::string& word) {
     const std::size_t at = trailer.rfind(word);
     if (at == std::string::npos) return {};
@@ -89,8 +89,8 @@ std::string tenDigits(std::size_t number) {
     return std::string(10 - std::min<std::size_t>(digits.size(), 10), '0') + digits;
 }
 
-// The toolkit names no author. So the file's information is given once more, in an update appended to the file as the
-// format provides for it.
+// The toolkit writes no author. So the file's information is written again, in an update at the end of the file, as the
+// PDF format allows.
 std::string informationUpdate(const SinkDevice& file, const Session& session, const std::string& title) {
     const std::string& end = file.tail();
     const std::string root = trailerEntry(end, "/Root ");

@@ -1,5 +1,5 @@
-// A document as a PDF file: text that can be searched, fonts within, drawings instead of pictures. There is a whole
-// file or the old one.
+// Writes a document as a PDF file with searchable text, embedded fonts, and drawings instead of pixels. The file is
+// replaced as a whole or not at all.
 #pragma once
 
 #include "model/Session.h"
@@ -10,8 +10,8 @@
 
 namespace kestrane {
 
-// The document must be laid out for this paper. False: the progress put an end to it, and nothing was written. Raises
-// an error when the file cannot be written.
+// Writes the document, which must be laid out for this paper. Returns false when progress ended it; then nothing was
+// written. Raises an error when the file cannot be written.
 bool writePdf(const Session& session, PagedDocument& document, const Paper& paper, const std::string& path,
               const PageProgress& progress = {});
 

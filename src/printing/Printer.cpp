@@ -14,12 +14,12 @@ namespace {
 
 constexpr std::int64_t kErrorPrinter = 482;
 
-// Raises an error where the printer did not do its part.
+// Raises an error when the printer has failed.
 void check(const Session& session, bool isDone) {
     if (!isDone) throw RuntimeError(kErrorPrinter, session.LoadText(Text::PrinterTookNotAll));
 }
 
-// False when the progress put an end to it.
+// Returns false when progress ended the drawing.
 bool drawCopies(const Session& session, QPrinter& printer, QPainter& painter, const Paper& paper,
                 PagedDocument& document, const PageProgress& progress) {
     QtPage page(paper, session.locale, painter, printer.resolution() / kPaperDots,
@@ -40,12 +40,12 @@ void print(const Session& session, QPrinter& printer, const LayOut& layOut, cons
         writePdf(session, *document, paper, printer.outputFileName().toStdString(), progress);
         return;
     }
-    if (progress && !progress(0, document->pageCount())) return; // while there is no job yet
+    if (progress && !progress(0, document->pageCount())) return; // asked before there is a job
     printer.setDocName(QString::fromStdString(document->Title()));
     QPainter painter;
     check(session, painter.begin(&printer));
     if (!drawCopies(session, printer, painter, paper, *document, progress)) {
-        // Where the system cannot take a job back, this does nothing, and the pages drawn so far are printed.
+        // Where the system cannot cancel a job this does nothing, and the pages drawn so far are printed.
         printer.abort();
         return;
     }

@@ -1,4 +1,4 @@
-// A document on a printer that the user chooses.
+// Prints a document on a printer that the user chooses.
 #pragma once
 
 #include "model/Session.h"
@@ -14,22 +14,22 @@ class QWidget;
 
 namespace kestrane {
 
-// Lays a document out for a paper, which outlives it.
+// Lays a document out for a paper, which must outlive the document.
 using LayOut = std::function<std::unique_ptr<PagedDocument>(const PageMetrics& paper)>;
 
-// The printers of this computer. A test has its own.
+// The printers of this computer; a test uses its own.
 struct Printers {
     virtual ~Printers() = default;
     virtual bool isAnyThere();
-    virtual bool choose(QPrinter& printer, QWidget* parent); // by the print dialog; false: cancelled
+    virtual bool choose(QPrinter& printer, QWidget* parent); // with the print dialog; false when cancelled
 };
 
-// False: there is none, and the user was told.
+// Returns false, after showing a message, when there is no printer.
 bool isPrinterThere(Session& session, Printers& printers);
 
-// The printer, the number of copies and the paper are those of the dialog, which begins with paper turned as told; the
-// printers' settings stay as they are. A user who prints to a file gets one as writePdf makes it. Tells of what goes
-// wrong.
+// Prints a document. The printer, the number of copies and the paper are chosen in the dialog, which starts with
+// landscape paper when isLandscape; the printer's own settings are not changed. A user who prints to a file gets the
+// file that writePdf makes. Shows a message when something fails.
 void printDocument(Session& session, Printers& printers, QWidget* parent, bool isLandscape, const LayOut& layOut,
                    const PageProgress& progress);
 

@@ -1,4 +1,4 @@
-// Pages on whatever the toolkit paints on: a printer, a PDF file, the screen.
+// Draws pages on whatever the toolkit can paint on: a printer, a PDF file, the screen.
 #pragma once
 
 #include "platform/Locale.h"
@@ -13,7 +13,7 @@ namespace kestrane {
 
 class QtPage : public PageDevice {
 public:
-    // scale: dots of the painter for one of the paper's. next: takes another sheet.
+    // scale is the number of the painter's dots for one of the paper's. next starts another sheet.
     QtPage(const Paper& paper, Locale locale, QPainter& painter, double scale, std::function<void()> next = {});
     ~QtPage() override;
     QtPage(const QtPage&) = delete;

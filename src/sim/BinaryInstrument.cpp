@@ -15,15 +15,15 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kHeader = 3; // of a command and of a reply
+constexpr std::size_t kHeader = 3; // bytes, of a command and of a reply
 constexpr std::size_t kChunk = 255;
 constexpr char kStart = '\x02';
 constexpr char kEnd = '\x03';
-constexpr int kNowhere = -1; // a field that a layout does not have
+constexpr int kNowhere = -1; // the offset of a field that a layout does not have
 
 enum Question : char { kIdentity = 1, kCount = 2, kEntry = 3, kData = 4 };
 
-constexpr std::array<std::size_t, 5> kArguments = {0, 0, 0, 4, 8}; // bytes of them, by question
+constexpr std::array<std::size_t, 5> kArguments = {0, 0, 0, 4, 8}; // bytes of the arguments, indexed by question
 
 // Writes little-endian numbers into a record of fixed length.
 class Record {
@@ -36,7 +36,7 @@ public:
 
     void putByte(int offset, int value) { put(offset, static_cast<char>(value)); }
 
-    // Zeros when the date is not set.
+    // Leaves zeros when the date is not set.
     void putStamp(int offset, const clsDate& date, const clsTime& time) {
         if (date.Format().empty()) return;
         const CivilDate day = toCivil(date.getDate());
@@ -70,7 +70,7 @@ constexpr EntryLayout kBrevikEarlyEntry = {80,       76,   0x14, 0x18, 0x1c, 0x2
 constexpr EntryLayout kHalcyrEntry = {76,       72,   0x10, 0x14, 0x18, 0x1c, 0x22, 0x28,
                                       kNowhere, 0x30, 0x34, 0x38, 0x3c, 0x40, 0x44, 0x48};
 
-// Which column of the tables below is that of a family.
+// The index of a family's column in the tables below.
 enum RecordForm { kLong, kMiddle, kOld };
 
 struct Generation {
@@ -102,7 +102,7 @@ constexpr RowField kRowFields[] = {
     {Quantity::PeakB, true, {0x58, 0x48, 0x60}},
 };
 constexpr std::array<std::array<int, 3>, 3> kRowLns = {{{0x40, 0x30, 0x30}, {0x48, 0x38, 0x38}, {0x50, 0x40, 0x40}}};
-constexpr std::array<int, 3> kRowOverload = {0x60, 0x50, 0x68}; // channel A; B is the byte behind it
+constexpr std::array<int, 3> kRowOverload = {0x60, 0x50, 0x68}; // of channel A; channel B is the next byte
 
 struct SummaryField {
     clsValue LogData::*member;
@@ -131,7 +131,7 @@ constexpr std::array<std::array<int, 3>, 3> kSummaryLns = {
 constexpr int kSummaryTime = 0x08;
 constexpr std::array<int, 3> kSummaryOverload = {0x98, kNowhere, kNowhere};
 
-// The place of a word in a list; behind its end, which stands for no word of it, when it is not there.
+// The index of a word in a list; the number of words when it is not in the list, a code that stands for none of them.
 template <std::size_t N>
 int placeOf(const std::array<std::string_view, N>& words, std::string_view word) {
     return static_cast<int>(std::find(words.begin(), words.end(), word) - words.begin());
@@ -143,7 +143,7 @@ constexpr std::array<std::string_view, 3> kPresets = {"EU", "OSHA", "CUSTOM"};
 constexpr std::array<std::string_view, 3> kTimeWeights = {"Fast", "Slow", "Impulse"};
 constexpr std::array<std::string_view, 2> kWeightsB = {"C", "Z"};
 
-// The first row whose model fits; the last fits any.
+// The first row whose model fits counts; the last row fits every model.
 constexpr std::string_view kHalcyrRanges[][4] = {{"TR360L", "20-90", "40-110", "70-140"},
                                                  {"TR312E", "20-90", "40-110", "60-130"},
                                                  {"TR350", "35-100", "50-120", "70-140"},
@@ -155,8 +155,8 @@ std::array<std::string_view, 3> halcyrRanges(const std::string& model) {
     return {low, middle, high};
 }
 
-// The logs of a data file may have any percentiles; these instruments have 10, 90 and one more. 0: the log has none
-// such.
+// The Ln numbers (1..10) of the three percentiles that these instruments record: 10, 90 and one more. The logs of a
+// data file may have any percentiles; 0 means that the log does not have that one.
 std::array<int, 3> percentilesOf(const clsLog& log) {
     std::array<int, 3> lns{};
     for (int ln = NumberOfLns; ln >= 1; --ln) {
@@ -171,7 +171,7 @@ std::int32_t thirdPercentile(const clsLog& log) {
     return ln == 0 ? 0 : log.LnNumberA(ln);
 }
 
-// -1: off.
+// The threshold in dB; -1 when it is off.
 std::int32_t thresholdOf(const clsLog& log) {
     return isNumeric(log.Threshold, {}) ? toLong(log.Threshold, {}) : -1;
 }

@@ -1,5 +1,5 @@
-// The instruments whose logs are blocks of little-endian numbers: the Brevik and Halcyr families, in the four ways in
-// which their firmware lays out entries and records.
+// The instruments whose logs are blocks of little-endian numbers: the Brevik and Halcyr families, with the four layouts
+// of entries and records that their firmware uses.
 #pragma once
 
 #include "sim/Holdings.h"
@@ -22,11 +22,11 @@ protected:
 private:
     std::string identity() const;
     std::string entry(const clsLog& log) const;
-    std::string block(const clsLog& log) const; // rows and summary: what stands behind the entry
+    std::string block(const clsLog& log) const; // rows and summary, which follow the entry
 
     BinaryFamily family_;
     Holdings holdings_;
-    std::size_t blockOf_ = static_cast<std::size_t>(-1); // the log whose block is kept
+    std::size_t blockOf_ = static_cast<std::size_t>(-1); // the index of the log whose block is in block_
     std::string block_;
 };
 

@@ -14,10 +14,10 @@ constexpr char kStart = '\x02';
 constexpr char kList = '\x04';
 constexpr char kIdentify = '\x05';
 constexpr char kFetch = '\x06';
-constexpr char kSpread = '\x03'; // in front of each character of a name
+constexpr char kSpread = '\x03'; // precedes each character of a name
 constexpr char kNameEnd = '\xFF';
 constexpr char kListEnd = '\xFE';
-constexpr char kLead = '0'; // in front of identity and list
+constexpr char kLead = '0'; // precedes the identity and the list
 constexpr std::size_t kLongestFetch = 1024;
 constexpr int kLns = 7;
 constexpr std::array<std::string_view, 3> kModeWords = {"SLM", "FULL", "THIRD"};
@@ -61,7 +61,7 @@ void header(FieldWriter& out, const clsLog& log, const std::string& instrument, 
     out.text(log.FreqWeightB());
     out.text(isNumeric(log.Threshold, {}) ? log.Threshold : "0");
     out.number(log.Interval);
-    out.text("0"); // seconds
+    out.text("0"); // the unit is seconds
     out.text(log.IsLnNumbersOn ? "ON" : "OFF");
     for (int ln = 1; ln <= kLns; ++ln)
         out.number(log.LnNumberA(ln));
@@ -131,7 +131,7 @@ std::string machineLogText(const clsLog& log, const std::string& instrument, con
     return out.take();
 }
 
-// Files are told apart by name, and no line end may stand in one.
+// Files are identified by name, so each name is unique and contains no line end.
 CorvaneInstrument::CorvaneInstrument(Holdings holdings) : holdings_(std::move(holdings)) {
     for (const auto* logs : {&holdings_.Locations, &holdings_.Octaves, &holdings_.ThirdOctaves}) {
         for (const clsLog* log : *logs) {

@@ -1,4 +1,4 @@
-// The Corvane instruments: a list of files, and each file fetched by its name as machine log text.
+// The Corvane instruments: they send a list of files, and each file by its name as machine log text.
 #pragma once
 
 #include "sim/Holdings.h"
@@ -9,7 +9,7 @@
 
 namespace kestrane {
 
-// The text in which the instrument keeps a log.
+// A log as the text in which the instrument keeps it.
 std::string machineLogText(const clsLog& log, const std::string& instrument, const std::string& serial);
 
 class CorvaneInstrument : public CommandInstrument {

@@ -76,7 +76,7 @@ void FaultyInstrument::split(Reply& reply) const {
 }
 
 void FaultyInstrument::addNoise(Reply& reply) {
-    constexpr std::size_t kEvery = 64; // bytes, about
+    constexpr std::size_t kEvery = 64; // bytes on average, roughly
     for (Piece& piece : reply.pieces) {
         for (std::size_t at = random_() % kEvery; at < piece.bytes.size(); at += 1 + random_() % kEvery)
             piece.bytes.insert(at, 1, static_cast<char>(random_()));

@@ -1,4 +1,4 @@
-// What can go wrong with an instrument or its line, put between the two.
+// Faults of an instrument or its line. A faulty instrument stands between the line and the instrument itself.
 #pragma once
 
 #include "sim/Instrument.h"
@@ -11,13 +11,13 @@
 namespace kestrane {
 
 enum class FaultKind {
-    Silence, // answers the first Count commands only
-    Error,   // answers ERROR behind the first Count commands
+    Silence, // answers only the first Count commands
+    Error,   // answers ERROR after the first Count commands
     Echo,    // a looped-back line: what is sent comes back
     Split,   // answers come in pieces, with pauses
-    Noise,   // random bytes in between
-    Cut,     // nothing comes behind the first Count bytes
-    HangUp,  // the line is closed behind the first Count bytes
+    Noise,   // adds random bytes to the answers
+    Cut,     // sends nothing after the first Count bytes
+    HangUp,  // closes the line after the first Count bytes
 };
 
 struct Fault {
@@ -25,7 +25,7 @@ struct Fault {
     std::size_t count = 0;
 };
 
-// "cut=100", "silence"; a number is 0 when it is not given. Nothing for any other text.
+// Reads "cut=100" or "silence"; count is 0 when it is not given. Nothing for any other text.
 std::optional<Fault> parseFault(std::string_view text);
 
 class FaultyInstrument : public Instrument {
@@ -44,7 +44,7 @@ private:
     Fault fault_;
     std::size_t answered_ = 0; // commands
     std::size_t sent_ = 0;     // bytes
-    std::minstd_rand random_;  // always the same
+    std::minstd_rand random_;  // always the same sequence
 };
 
 } // namespace kestrane

@@ -1,4 +1,5 @@
-// What an instrument of the simulator has in its memory: its name plate and the logs of a data file, rows included.
+// What an instrument of the simulator has in its memory: its model, its serial number and the logs of a data file, with
+// their rows.
 #pragma once
 
 #include "model/clsFile.h"
@@ -15,8 +16,8 @@ struct Holdings {
     std::vector<const clsLog*> Locations, Octaves, ThirdOctaves; // owned by the document
 };
 
-// The logs of all collections of a document, their rows loaded here and now; the serial number of the first. Raises
-// when rows cannot be read.
+// Takes the logs of all collections of a document, loading their rows at once, and the serial number of the first
+// collection. Raises when rows cannot be read.
 Holdings holdingsOf(clsFile& file, std::string model);
 
 } // namespace kestrane

@@ -1,5 +1,5 @@
-// An instrument as the line sees it: bytes in, bytes out. What it knows of measurements comes from the logs of a data
-// file; what it knows of its protocol stands in its own file. Knows neither the line nor the program that asks.
+// An instrument as seen from the line: bytes come in, bytes go out. Its measurements are the logs of a data file; each
+// protocol is in a file of its own. It knows neither the line nor the program that asks.
 #pragma once
 
 #include <chrono>
@@ -17,19 +17,19 @@ struct Piece {
 
 struct Reply {
     std::vector<Piece> pieces;
-    bool hangsUp = false; // the line is closed behind them
+    bool hangsUp = false; // the line is closed after the pieces
 };
 
 class Instrument {
 public:
     virtual ~Instrument() = default;
 
-    // Takes what has come over the line, cut anywhere, and gives what is answered to it: mostly nothing, until a
+    // Takes what has come over the line, in pieces of any size, and returns the answer to it: usually nothing until a
     // command is complete.
     virtual Reply answer(std::string_view bytes) = 0;
 };
 
-// An instrument that takes commands one by one. What is no command is passed over.
+// An instrument that takes commands one by one. Bytes that are no command are skipped.
 class CommandInstrument : public Instrument {
 public:
     Reply answer(std::string_view bytes) final;
@@ -38,11 +38,11 @@ protected:
     static constexpr std::size_t kIncomplete = 0;
     static constexpr std::size_t kNoCommand = static_cast<std::size_t>(-1);
 
-    // The length of the command that bytes begin with, or one of the above. Never kIncomplete for a long text, so that
-    // a command that has lost its end blocks nothing.
+    // The length of the command that bytes begin with, or one of the above. It must not return kIncomplete for a long
+    // text, so that a command without its end does not block the following ones.
     virtual std::size_t commandLength(std::string_view bytes) const = 0;
 
-    virtual std::string reply(std::string_view command) = 0; // empty: none
+    virtual std::string reply(std::string_view command) = 0; // empty when there is no reply
 
 private:
     std::string received_;

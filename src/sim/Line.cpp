@@ -22,9 +22,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int kBitsOfByte = 11; // one to start, two to stop
+constexpr int kBitsOfByte = 11; // with one start bit and two stop bits
 
-// What is still to be sent, and when its next byte is due.
+// The bytes that are still to be sent, and the time at which the next one is due.
 class Outbox {
 public:
     explicit Outbox(int baud) : baud_(baud) {}
@@ -40,22 +40,23 @@ public:
 
     bool hangsUp() const { return hangsUp_ && isEmpty(); }
 
-    // Milliseconds, rounded up.
+    // Milliseconds until the next byte is due, rounded up; at most 1000.
     int untilDue() const {
         const auto wait = std::chrono::ceil<std::chrono::milliseconds>(due_ - Clock::now());
         return static_cast<int>(std::clamp<std::int64_t>(wait.count(), 0, 1000));
     }
 
-    // Sends what is due, as far as the line takes it.
+    // Sends the bytes that are due, as many as the line accepts.
     void send(int handle) {
         while (!isEmpty() && Clock::now() >= due_) {
             std::string& bytes = pieces_.front().bytes;
-            const auto slice = static_cast<std::size_t>(std::max(baud_ / (kBitsOfByte * 100), 1)); // 10 ms of it
+            // What is sent in 10 ms.
+            const auto slice = static_cast<std::size_t>(std::max(baud_ / (kBitsOfByte * 100), 1));
             const std::size_t size = baud_ == 0 ? bytes.size() : std::min(bytes.size(), slice);
             const ssize_t written = write(handle, bytes.data(), size);
             if (written < 0 && errno == EINTR) continue;
             if (written < 0) {
-                due_ = Clock::now() + std::chrono::milliseconds(1); // the other end is slow to read
+                due_ = Clock::now() + std::chrono::milliseconds(1); // the other end reads slowly
                 return;
             }
             bytes.erase(0, static_cast<std::size_t>(written));
@@ -112,7 +113,7 @@ void Line::close() {
     }
 }
 
-// A line that is closed takes what has not been read with it.
+// Waits until everything has been read, but not for long: closing the line discards what is unread.
 void Line::waitUntilRead() const {
     constexpr int kLooks = 50;
     for (int look = 0; look < kLooks; ++look) {

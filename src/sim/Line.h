@@ -1,5 +1,5 @@
-// The line of the simulator: a pseudo-terminal whose other end any program opens as a serial port. Sends at the speed
-// of a real line, so that a download takes as long as from the instrument.
+// The line of the simulator: a pseudo-terminal, whose other end any program can open as a serial port. It sends at the
+// speed of a real line, so that a download takes as long as from an instrument.
 #pragma once
 
 #include "sim/Instrument.h"
@@ -15,10 +15,10 @@ public:
     Line(const Line&) = delete;
     Line& operator=(const Line&) = delete;
 
-    const std::string& path() const { return path_; } // of the end that is opened
+    const std::string& path() const { return path_; } // of the end that programs open
 
-    // Serves until stop, a file handle, can be read, or the instrument hangs up. baud 0: at once, without the pauses of
-    // the pieces. A command that comes while an answer is being sent ends the answer.
+    // Serves until the file handle stop can be read or the instrument hangs up. baud 0 sends at once, without the
+    // pauses between the pieces. A command that comes while an answer is being sent stops that answer.
     void serve(Instrument& instrument, int baud, int stop);
 
 private:
@@ -26,7 +26,7 @@ private:
     void close();
 
     int own_ = -1;   // the instrument's end
-    int other_ = -1; // kept open so that programs can come and go
+    int other_ = -1; // kept open so that programs can open and close it
     std::string path_;
 };
 

@@ -18,7 +18,7 @@ constexpr std::size_t kOctaveRecord = 82; // characters
 constexpr std::array<std::string_view, 3> kFrequencyWeights = {"A", "Z", "C"};
 constexpr std::array<std::string_view, 3> kTimeWeights = {"Slow", "Fast", "Impulse"};
 
-// The code of a weighting; 3, which means none, when it is not among them.
+// The code of a weighting; 3, which means none, when the weighting is not in the list.
 std::string weightCode(const std::array<std::string_view, 3>& weights, std::string_view weight) {
     return hexPair(
         static_cast<unsigned>(std::distance(weights.begin(), std::find(weights.begin(), weights.end(), weight))));
@@ -41,7 +41,7 @@ std::string listEntry(const clsLog& log) {
            "0000" + hexDate(log.StartDate);
 }
 
-// The level of the percentile that the instrument calls its first (10) or second (90).
+// The Ln (1..10) of the percentile that the instrument calls its first (10) or second (90); 0 when the log has none.
 int percentile(const clsLog& log, int number) {
     for (int ln = 1; ln <= NumberOfLns; ++ln) {
         if (log.LnNumberA(ln) == number) return ln;

@@ -1,4 +1,4 @@
-// The Merrowan family: meters that answer in characters, with two kinds of location and, on some models, octave logs.
+// The Merrowan family: meters that answer in text, with two kinds of location and, on some models, octave logs.
 #pragma once
 
 #include "sim/Holdings.h"

@@ -40,7 +40,7 @@ std::optional<TranscriptLine> parse(std::string_view line) {
     const char direction = line[behind + 1];
     const auto bytes = bytesOf(line.substr(behind + 3));
     constexpr double kDay = 86400;
-    const bool isTime = seconds >= 0 && seconds <= kDay; // never NaN
+    const bool isTime = seconds >= 0 && seconds <= kDay; // false for NaN, too
     if ((direction != '>' && direction != '<') || !bytes || !isTime) return std::nullopt;
     return TranscriptLine{std::chrono::milliseconds(std::lround(seconds * 1000)), direction, *bytes};
 }

@@ -1,5 +1,5 @@
-// An instrument that is a transcript of an earlier download: it answers what was sent then with what came then, after
-// the pauses of then.
+// An instrument made of the transcript of an earlier download: it answers the same commands with the same bytes and
+// after the same pauses.
 #pragma once
 
 #include "sim/Instrument.h"
@@ -8,10 +8,12 @@
 
 namespace kestrane {
 
-// Lines of a transcript: "+SECONDS.MILLIS > HEX" sent by the program, "+SECONDS.MILLIS < HEX" received, "# note".
+// The lines of a transcript: "+SECONDS.MILLIS > HEX" was sent by the program, "+SECONDS.MILLIS < HEX" was received, and
+// "# note" is skipped.
 class ReplayedInstrument : public Instrument {
 public:
-    explicit ReplayedInstrument(std::istream& transcript); // raises kErrorApplication with the line that is none
+    // Raises kErrorApplication with the number of a line that is malformed.
+    explicit ReplayedInstrument(std::istream& transcript);
 
     Reply answer(std::string_view bytes) override;
 
@@ -22,7 +24,8 @@ private:
         std::vector<Piece> received;
     };
 
-    const Exchange* find(); // the one that received_ begins with: the next one of its kind, else the first
+    // The exchange whose command received_ begins with: the next one, else the first one; null when there is none.
+    const Exchange* find();
 
     std::vector<Exchange> exchanges_; // in order
     std::size_t next_ = 0;

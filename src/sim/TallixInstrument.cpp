@@ -12,12 +12,12 @@ namespace {
 
 constexpr std::size_t kCumulative = 68; // characters of a cumulative reply
 
-// Puts text at a position counted from 1.
+// Replaces part of the payload by a text; position is counted from 1.
 void put(std::string& payload, std::size_t position, std::string_view text) {
     payload.replace(position - 1, text.size(), text);
 }
 
-// Five characters of a decimal number, as many decimals as there is room for.
+// A decimal number in five characters, with as many decimals as fit.
 std::string fiveCharacters(float value) {
     char text[64];
     for (int decimals = 3; decimals >= 0; --decimals) {

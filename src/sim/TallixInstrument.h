@@ -1,5 +1,5 @@
-// The old Tallix family: a sound level meter and two dosimeters that answer in characters. The dosimeters keep doses
-// for their rows, the meter levels, too. The only instruments whose clock can be set.
+// The old Tallix family: a sound level meter and two dosimeters that answer in text. The dosimeters keep doses for
+// their rows, the meter also levels. These are the only instruments whose clock can be set.
 #pragma once
 
 #include "sim/Holdings.h"
@@ -11,7 +11,7 @@ namespace kestrane {
 
 class TallixInstrument : public TextInstrument {
 public:
-    // Clock commands are told on clock, one a line: "clock hhmmssddmmyy".
+    // Clock commands are written to clock, one on each line: "clock hhmmssddmmyy".
     TallixInstrument(Holdings holdings, std::ostream& clock) : holdings_(std::move(holdings)), clock_(clock) {}
 
 protected:

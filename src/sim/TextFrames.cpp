@@ -14,9 +14,9 @@ namespace {
 constexpr char kStart = '\x02';
 constexpr char kEnd = '\x03';
 constexpr std::string_view kCheck = "00";
-constexpr std::size_t kHead = 5;     // start and length
-constexpr std::size_t kTail = 3;     // check and end
-constexpr std::size_t kLongest = 64; // payload of a command
+constexpr std::size_t kHead = 5;     // bytes: start and length
+constexpr std::size_t kTail = 3;     // bytes: check and end
+constexpr std::size_t kLongest = 64; // bytes of a command's payload
 
 std::optional<unsigned> hexNumber(std::string_view digits) {
     unsigned value = 0;

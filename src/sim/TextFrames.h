@@ -1,4 +1,4 @@
-// What the instruments that answer in characters have in common: the frame, and numbers, times and dates as pairs of
+// What the instruments that answer in text have in common: the frame, and numbers, times and dates as pairs of
 // hexadecimal digits.
 #pragma once
 
@@ -15,10 +15,10 @@ namespace kestrane {
 
 std::string textFrame(std::string_view payload);
 
-std::string hexPair(unsigned value); // of the low byte
+std::string hexPair(unsigned value); // two digits of the low byte
 std::string hexWord(unsigned value); // four digits of the low two bytes
 
-// A level or dose in tenths, four digits; 0 for what does not fit.
+// A level or dose in tenths, as four digits; 0 for a value that does not fit.
 std::string tenths(float value);
 
 std::string hexTime(std::int32_t secondsOfDay); // hhmmss
@@ -30,13 +30,14 @@ protected:
     std::size_t commandLength(std::string_view bytes) const override;
     std::string reply(std::string_view command) override;
 
-    virtual std::string answerTo(std::string_view payload) = 0; // the bytes to send; empty: none
+    virtual std::string answerTo(std::string_view payload) = 0; // the bytes to send; empty for no answer
 };
 
-inline constexpr std::string_view kErrorReply = "ERROR"; // to a question that makes no sense, without a frame
+// The answer, without a frame, to a question that makes no sense.
+inline constexpr std::string_view kErrorReply = "ERROR";
 
-// Of the question for data of a log, "02", its number, and which data ("00"): the log when there is one of the number,
-// counted from 1; else null.
+// The log that a question for data asks for: "02", its number (counted from 1) and which data ("00"). Null when there
+// is no log of that number and for any other question.
 const clsLog* askedLog(std::string_view payload, const std::vector<const clsLog*>& logs);
 
 } // namespace kestrane

@@ -1,5 +1,6 @@
-// kestrane-sim: an instrument on a pseudo-terminal, fed from a data file or a transcript. Prints the path of the
-// terminal and serves until it is interrupted. Exit status: 0 done, 1 it could not begin, 2 the call's words are wrong.
+// kestrane-sim: an instrument on a pseudo-terminal, fed from a data file or a transcript. It prints the path of the
+// terminal and serves until it is interrupted. Exit status: 0 done, 1 it could not start, 2 the words of the call are
+// wrong.
 #include "files/Loaders.h"
 #include "model/InstrumentFamilies.h"
 #include "model/Session.h"
@@ -48,7 +49,8 @@ std::unique_ptr<Instrument> corvane(Holdings holdings) {
     return std::make_unique<CorvaneInstrument>(std::move(holdings));
 }
 
-// The simulators of each family. --family takes the name, since early firmware speaks otherwise.
+// The simulators of each family. --family accepts the name in this table, because early firmware, which speaks
+// differently, has rows of its own.
 struct Simulator {
     Family family;
     std::string_view name;
@@ -88,7 +90,7 @@ struct SimOptions {
     std::optional<int> baud;
 };
 
-// A handle that can be read when the program is told to end.
+// A handle that becomes readable when the program receives a request to end.
 int stopHandle() {
     sigset_t signals;
     sigemptyset(&signals);
