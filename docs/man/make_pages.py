@@ -130,7 +130,7 @@ def verb_page(verb, rows, version):
     options = ".SH OPTIONS\n" + options_of(verb)
     for sub in verb["Verbs"]:
         options += f".SS {roff(name + ' ' + sub['Name'])}\n{options_of(sub)}"
-    rest = ("Global options, exit status and what all verbs have in common are told in kestrane\\-cli(1); the JSON Schema of the output "
+    rest = ("Global options, exit status and what all verbs have in common are described in kestrane\\-cli(1); the JSON Schema of the output "
             f"is printed by \\fBkestrane\\-cli schema {roff(name)}\\fR, where there is one.\n")
     return page("kestrane-cli-" + name, 1, verb["Description"], version, synopsis, does, options, ".PP\n" + rest)
 
