@@ -11,12 +11,12 @@
 #include "calc/Recalculation.h"
 #include "download/BinaryLogs.h"
 #include "explorer/Edits.h"
-#include "explorer/IntervalTable.h"
 #include "explorer/NodeEditing.h"
 #include "explorer/NodeKeys.h"
-#include "explorer/TimeChart.h"
 #include "files/Loaders.h"
 #include "files/XmlWriter.h"
+#include "views/IntervalTable.h"
+#include "views/TimeChart.h"
 
 #include <pugixml.hpp>
 

@@ -2,7 +2,6 @@
 // tell of, and what a parser writes it reads back.
 #include "Target.h"
 #include "app/StartUp.h"
-#include "explorer/Selection.h"
 #include "files/XmlReader.h"
 #include "files/XmlValues.h"
 #include "files/XmlWriter.h"
@@ -13,6 +12,7 @@
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
+#include "views/Selection.h"
 
 #include <cmath>
 #include <optional>

@@ -2,8 +2,8 @@
 
 #include "explorer/Edits.h"
 #include "explorer/ExplorerState.h"
-#include "explorer/LogTabs.h"
 #include "explorer/NodeKeys.h"
+#include "views/LogTabs.h"
 
 #include <algorithm>
 #include <cctype>

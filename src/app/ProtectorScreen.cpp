@@ -2,7 +2,6 @@
 
 #include "app/DownloadHPD.h"
 #include "calc/FreqWeight.h"
-#include "explorer/HPDComparison.h"
 #include "model/Session.h"
 #include "model/SettingsText.h"
 #include "platform/Format.h"
@@ -10,6 +9,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/Trimmed.h"
 #include "protection/Attenuation.h"
+#include "views/HPDComparison.h"
 
 #include <algorithm>
 #include <filesystem>

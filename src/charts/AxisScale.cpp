@@ -1,5 +1,7 @@
 #include "charts/AxisScale.h"
 
+#include "platform/Numbers.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -14,14 +16,6 @@ constexpr double kLevelStep = 5;   // dB, that levels which hardly change are no
 constexpr double kLeastLevel = 20; // what is above may be a level
 
 } // namespace
-
-double roundStep(double atLeast) {
-    const double decade = std::pow(10, std::floor(std::log10(atLeast)));
-    for (const double step : {1.0, 2.0, 5.0}) {
-        if (atLeast <= step * decade * (1 + 1e-9)) return step * decade;
-    }
-    return 10 * decade;
-}
 
 ChartRange roundRange(const Extent& values, bool isFromZero) {
     if (values.isEmpty()) return {0, 1};

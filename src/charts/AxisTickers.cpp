@@ -1,6 +1,6 @@
 #include "charts/AxisTickers.h"
 
-#include "charts/AxisScale.h"
+#include "platform/Numbers.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "charts/BlockExtents.h"
-#include "explorer/ChartData.h"
+#include "views/ChartData.h"
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 // A chart drawn on a page, in the colours of paper and with fonts in their true size there, by a plot of its own.
 #pragma once
 
-#include "explorer/ChartOnPage.h"
 #include "platform/Locale.h"
+#include "views/ChartOnPage.h"
 
 #include <QRectF>
 

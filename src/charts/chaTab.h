@@ -10,7 +10,7 @@
 #pragma once
 
 #include "charts/ChartPlot.h"
-#include "explorer/ChartOnPage.h"
+#include "views/ChartOnPage.h"
 
 #include <QImage>
 #include <QWidget>

@@ -1,11 +1,11 @@
 #include "calc/RowAnalysis.h"
 #include "cli/ChosenLog.h"
 #include "cli/Verbs.h"
-#include "explorer/Selection.h"
 #include "model/Acoustics.h"
 #include "model/RowClock.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
+#include "views/Selection.h"
 
 #include <algorithm>
 #include <memory>

@@ -1,7 +1,7 @@
 // The picture of a chart, drawn without a window.
 #pragma once
 
-#include "explorer/ChartData.h"
+#include "views/ChartData.h"
 
 #include <string>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/Program.h"
-#include "explorer/HPDComparison.h"
+#include "views/HPDComparison.h"
 
 #include <CLI/CLI.hpp>
 

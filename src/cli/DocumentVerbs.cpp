@@ -8,9 +8,9 @@
 #include "explorer/CalculationEntries.h"
 #include "explorer/NodeEditing.h"
 #include "explorer/NodeKeys.h"
-#include "explorer/Selection.h"
 #include "model/LogParameters.h"
 #include "platform/Numbers.h"
+#include "views/Selection.h"
 
 #include <algorithm>
 #include <memory>

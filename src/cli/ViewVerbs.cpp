@@ -4,14 +4,14 @@
 #include "cli/Comparing.h"
 #include "cli/Json.h"
 #include "cli/Verbs.h"
-#include "explorer/CumulativePanel.h"
-#include "explorer/DisplayBy.h"
 #include "explorer/ExplorerTree.h"
-#include "explorer/IntervalTable.h"
-#include "explorer/LogTabs.h"
-#include "explorer/Selection.h"
-#include "explorer/TimeChart.h"
 #include "platform/Files.h"
+#include "views/CumulativePanel.h"
+#include "views/DisplayBy.h"
+#include "views/IntervalTable.h"
+#include "views/LogTabs.h"
+#include "views/Selection.h"
+#include "views/TimeChart.h"
 
 #include <algorithm>
 #include <charconv>

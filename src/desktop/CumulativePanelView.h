@@ -3,9 +3,9 @@
 #pragma once
 
 #include "explorer/CalculationEntries.h"
-#include "explorer/CumulativePanel.h"
 #include "model/Session.h"
 #include "resources/TextNames.h"
+#include "views/CumulativePanel.h"
 
 #include <QScrollArea>
 

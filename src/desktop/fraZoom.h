@@ -3,8 +3,8 @@
 #pragma once
 
 #include "dialogs/IntervalListModel.h"
-#include "explorer/Zoom.h"
 #include "model/Session.h"
+#include "views/Zoom.h"
 
 #include <QWidget>
 

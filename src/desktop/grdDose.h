@@ -3,8 +3,9 @@
 // like in a spreadsheet; a bar under each row shows its share of the day's dose.
 #pragma once
 
-#include "explorer/ExposureTable.h"
+#include "explorer/ExposureEdits.h"
 #include "model/Session.h"
+#include "views/ExposureTable.h"
 
 #include <QAbstractTableModel>
 #include <QTableView>

@@ -2,8 +2,8 @@
 // into sight, so that a table of any length opens at once.
 #pragma once
 
-#include "explorer/IntervalTable.h"
 #include "model/Session.h"
+#include "views/IntervalTable.h"
 
 #include <QAbstractTableModel>
 #include <QTableView>

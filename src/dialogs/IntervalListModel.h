@@ -1,7 +1,7 @@
 // The intervals of a log as a list to choose from, each by its time and date; made when they come into sight.
 #pragma once
 
-#include "explorer/RowTimes.h"
+#include "views/RowTimes.h"
 
 #include <QAbstractListModel>
 

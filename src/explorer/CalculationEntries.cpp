@@ -2,9 +2,9 @@
 
 #include "calc/Recalculation.h"
 #include "explorer/Edits.h"
-#include "explorer/Zoom.h"
 #include "model/Session.h"
 #include "platform/Numbers.h"
+#include "views/Zoom.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,9 +1,9 @@
 #include "explorer/CutWizard.h"
 
-#include "explorer/Selection.h"
 #include "model/Session.h"
 #include "model/SettingsText.h"
 #include "platform/RuntimeError.h"
+#include "views/Selection.h"
 
 #include <algorithm>
 

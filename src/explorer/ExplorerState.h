@@ -4,8 +4,8 @@
 #pragma once
 
 #include "explorer/ExplorerTree.h"
-#include "explorer/LogView.h"
-#include "explorer/Zoom.h"
+#include "views/LogView.h"
+#include "views/Zoom.h"
 
 #include <string>
 #include <string_view>

@@ -196,6 +196,14 @@ double roundHalfAway(double value) {
     return std::copysign(isUp ? whole + 1 : whole, value);
 }
 
+double roundStep(double atLeast) {
+    const double decade = std::pow(10, std::floor(std::log10(atLeast)));
+    for (const double step : {1.0, 2.0, 5.0}) {
+        if (atLeast <= step * decade * (1 + 1e-9)) return step * decade;
+    }
+    return 10 * decade;
+}
+
 std::int16_t checkedInteger(std::int64_t value) {
     return checked<std::int16_t>(value);
 }

@@ -33,6 +33,9 @@ std::int32_t roundToLong(double value);
 // that falls short of a half only by the error of binary arithmetic counts as a half.
 double roundHalfAway(double value);
 
+// The smallest of 1, 2 and 5 times a power of ten that is not below atLeast (which is above 0).
+double roundStep(double atLeast);
+
 // Raise 6 when the value does not fit.
 std::int16_t checkedInteger(std::int64_t value);
 std::int32_t checkedLong(std::int64_t value);

@@ -2,11 +2,11 @@
 // its lines are made when it is drawn, so that a log of any length is laid out at once. Shares the log's columns.
 #pragma once
 
-#include "explorer/RowTimes.h"
 #include "model/IntervalColumns.h"
 #include "model/clsLog.h"
 #include "reports/PageDevice.h"
 #include "reports/PageFrame.h"
+#include "views/RowTimes.h"
 
 #include <string>
 #include <vector>

@@ -2,7 +2,7 @@
 // The origin is the upper left corner of the paper. A device draws; where things stand was decided by who calls it.
 #pragma once
 
-#include "explorer/ChartOnPage.h"
+#include "views/ChartOnPage.h"
 
 #include <string>
 #include <string_view>

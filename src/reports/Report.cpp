@@ -1,8 +1,8 @@
 #include "reports/Report.h"
 
-#include "explorer/TimeChart.h"
 #include "model/Session.h"
 #include "reports/PageText.h"
+#include "views/TimeChart.h"
 
 #include <algorithm>
 

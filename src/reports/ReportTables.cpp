@@ -2,11 +2,11 @@
 
 #include "calc/ExposureTime.h"
 #include "calc/Recalculation.h"
-#include "explorer/Zoom.h"
 #include "model/LogParameters.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
 #include "platform/RuntimeError.h"
+#include "views/Zoom.h"
 
 #include <algorithm>
 

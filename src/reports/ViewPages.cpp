@@ -1,14 +1,14 @@
 #include "reports/ViewPages.h"
 
 #include "calc/ExposureCalculator.h"
-#include "explorer/CumulativePanel.h"
-#include "explorer/ExposureTable.h"
-#include "explorer/IntervalTable.h"
-#include "explorer/LogTabs.h"
-#include "explorer/Zoom.h"
 #include "model/Session.h"
 #include "reports/GridPages.h"
 #include "reports/PageText.h"
+#include "views/CumulativePanel.h"
+#include "views/ExposureTable.h"
+#include "views/IntervalTable.h"
+#include "views/LogTabs.h"
+#include "views/Zoom.h"
 
 #include <algorithm>
 #include <utility>

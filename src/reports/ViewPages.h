@@ -1,11 +1,11 @@
 // What a tab of the log view shows, as pages: its chart at the size of the page, or its figures in columns.
 #pragma once
 
-#include "explorer/ChartOnPage.h"
-#include "explorer/DisplayBy.h"
 #include "model/clsFile.h"
 #include "model/clsLog.h"
 #include "reports/PagedDocument.h"
+#include "views/ChartOnPage.h"
+#include "views/DisplayBy.h"
 
 #include <memory>
 

@@ -2,8 +2,8 @@
 
 #include "TestSession.h"
 #include "explorer/Edits.h"
-#include "explorer/LogView.h"
 #include "explorer/NodeKeys.h"
+#include "views/LogView.h"
 
 #include <gtest/gtest.h>
 

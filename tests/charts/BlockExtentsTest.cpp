@@ -1,6 +1,6 @@
 #include "charts/BlockExtents.h"
 
-#include "explorer/ChartData.h"
+#include "views/ChartData.h"
 
 #include <gtest/gtest.h>
 

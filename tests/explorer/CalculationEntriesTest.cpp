@@ -1,7 +1,7 @@
 #include "explorer/CalculationEntries.h"
 #include "explorer/ConvertWeighting.h"
 
-#include "explorer/ShownLog.h"
+#include "ShownLog.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "explorer/CutWizard.h"
 
-#include "explorer/ShownLog.h"
+#include "ShownLog.h"
 #include "platform/RuntimeError.h"
 
 #include <gtest/gtest.h>

@@ -2,12 +2,12 @@
 
 #include "TestSession.h"
 #include "explorer/CalculationEntries.h"
-#include "explorer/ExposureTable.h"
+#include "explorer/ExposureEdits.h"
 #include "explorer/NodeEditing.h"
 #include "explorer/NodeKeys.h"
 #include "explorer/NodeRename.h"
-#include "explorer/Selection.h"
 #include "server/KestraneThread.h"
+#include "views/Selection.h"
 
 #include <gtest/gtest.h>
 

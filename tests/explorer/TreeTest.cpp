@@ -1,6 +1,6 @@
 #include "explorer/ExplorerState.h"
 #include "explorer/NodeKeys.h"
-#include "explorer/Selection.h"
+#include "views/Selection.h"
 
 #include "TestSession.h"
 

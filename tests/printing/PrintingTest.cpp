@@ -1,5 +1,5 @@
 #include "OutputOf.h"
-#include "explorer/ShownLog.h"
+#include "ShownLog.h"
 #include "platform/RuntimeError.h"
 #include "platform/TemporaryFolder.h"
 #include "printing/Logo.h"

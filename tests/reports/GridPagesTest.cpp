@@ -1,5 +1,5 @@
 #include "reports/GridPages.h"
-#include "explorer/ShownLog.h"
+#include "ShownLog.h"
 #include "reports/RecordingPage.h"
 #include "reports/ViewPages.h"
 

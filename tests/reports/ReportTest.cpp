@@ -1,6 +1,6 @@
 #include "reports/Report.h"
+#include "ShownLog.h"
 #include "calc/Recalculation.h"
-#include "explorer/ShownLog.h"
 #include "reports/RecordingPage.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "charts/chaTab.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmHPD.h"
-#include "explorer/CopyData.h"
+#include "views/CopyData.h"
 
 #include <QBoxLayout>
 #include <QLabel>

@@ -2,8 +2,8 @@
 
 #include "desktop/grdDose.h"
 #include "dialogs/Words.h"
-#include "explorer/CopyData.h"
 #include "explorer/Edits.h"
+#include "views/CopyData.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>

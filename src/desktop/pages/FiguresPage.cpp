@@ -2,7 +2,7 @@
 
 #include "desktop/CumulativePanelView.h"
 #include "explorer/CalculationEntries.h"
-#include "explorer/CopyData.h"
+#include "views/CopyData.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -3,9 +3,9 @@
 #include "app/Documents.h"
 #include "charts/chaTab.h"
 #include "dialogs/Words.h"
-#include "explorer/CopyData.h"
-#include "explorer/TimeChart.h"
 #include "platform/RuntimeError.h"
+#include "views/CopyData.h"
+#include "views/TimeChart.h"
 
 #include <QBoxLayout>
 #include <QFileDialog>

@@ -1,6 +1,6 @@
 #include "desktop/pages/LogPage.h"
 
-#include "explorer/CopyData.h"
+#include "views/CopyData.h"
 
 #include <QBoxLayout>
 #include <QLabel>

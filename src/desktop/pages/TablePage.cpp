@@ -1,7 +1,7 @@
 #include "desktop/pages/TablePage.h"
 
 #include "desktop/grdTable.h"
-#include "explorer/CopyData.h"
+#include "views/CopyData.h"
 
 namespace kestrane {
 

@@ -1,0 +1,57 @@
+#include "views/HPDChart.h"
+
+#include "model/LogParameters.h"
+#include "model/Session.h"
+#include "views/ChartParts.h"
+#include "views/Zoom.h"
+
+namespace kestrane {
+
+namespace {
+
+constexpr Colour kGrades[] = {{0, 255, 0}, {255, 165, 0}, {255, 0, 0}}; // by ProtectionGrade
+
+void addOctaves(const Session& session, const HPDComparison& comparison, ChartData& chart) {
+    std::vector<std::string> labels;
+    chart.Series = {{session.LoadText(Text::WithoutProtection), ChartAxis::Primary, {}},
+                    {session.LoadText(Text::WithProtection), ChartAxis::Primary, {}}};
+    for (const ComparisonBar& bar : comparison.Bars) {
+        labels.push_back(bar.Label);
+        chart.Series[0].Values.push_back(bar.Without);
+        chart.Series[1].Values.push_back(bar.With);
+    }
+    chart.RowCount = labels.size();
+    chart.RowLabel = chart.RowName = [labels](std::size_t row) { return labels[row]; };
+    for (const std::string& line : comparison.Footnote)
+        addFootnote(chart, line);
+}
+
+// One row of columns; a level that could not be computed leaves its place empty.
+void addLevels(const HPDComparison& comparison, ChartData& chart) {
+    chart.HasLegend = false;
+    chart.RowCount = 1;
+    chart.RowLabel = chart.RowName = [](std::size_t) { return std::string(); };
+    for (const ComparisonBar& bar : comparison.Bars)
+        chart.Series.push_back({bar.Label, ChartAxis::Primary, {bar.Without < 0 ? kNullValue : bar.Without}});
+}
+
+} // namespace
+
+ChartData hpdChart(const clsLog& log, const HPDComparison& comparison) {
+    const Session& session = log.session();
+    ChartData chart = emptyChart(log, displayOptions(log));
+    chart.Shape = ChartShape::Bar;
+    chart.Title = comparison.ChartTitle;
+    chart.GradeColour = kGrades[static_cast<int>(comparison.Grade)];
+    chart.CategoryTitle = comparison.ResultLine;
+    chart.PrimaryTitle = session.LoadText(Text::DecibelA);
+    if (comparison.isByOctaves()) {
+        addOctaves(session, comparison, chart);
+    } else {
+        addLevels(comparison, chart);
+    }
+    addFootnote(chart, wholeFiguresLine(log));
+    return chart;
+}
+
+} // namespace kestrane

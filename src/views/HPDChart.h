@@ -1,0 +1,12 @@
+// The chart of a log's comparison with a hearing protector: pairs of bars by octave bands, or the levels of the other
+// methods, with titles in the colour of the grade.
+#pragma once
+
+#include "views/ChartData.h"
+#include "views/HPDComparison.h"
+
+namespace kestrane {
+
+ChartData hpdChart(const clsLog& log, const HPDComparison& comparison);
+
+} // namespace kestrane

@@ -1,0 +1,119 @@
+#include "views/LogView.h"
+
+#include "model/Session.h"
+
+#include <utility>
+
+namespace kestrane {
+
+int cumulativePanelOf(const clsLog& log, int chosen) {
+    return chosen == ePanelBothChannels && !log.IsChannelBOn ? static_cast<int>(ePanelMainChannelA) : chosen;
+}
+
+void LogView::open(const std::string& key, const clsLog& log, int panelSetting) {
+    Key = key;
+    panelSetting_ = panelSetting;
+    if (panelSetting != ePanelHidden) Panel = panelSetting;
+    IntervalRow = 1;
+    choice_ = {};
+    if (!log.session().Options.PersistSelectedHP) Protector.reset();
+    IsComparisonDeclined = false;
+    ResetTabs();
+    const TabFlags tabs = enabledTabs(log);
+    if (!tabs[static_cast<std::size_t>(Tab)]) Tab = tabs[eTabFullLog] ? eTabFullLog : eTabCumulativeData;
+    chooseTab(Tab, log);
+}
+
+void LogView::close() {
+    Key.clear();
+    choice_ = {};
+    ResetTabs();
+}
+
+void LogView::ResetTabs() {
+    drawn_.fill(false);
+    channel_ = kChannelA;
+}
+
+void LogView::drawAnew(bool LogPanels::*choice) {
+    for (int tab = 0; tab < kLogTabs; ++tab)
+        if (tabRow(tab).Panels.*choice) drawn_[static_cast<std::size_t>(tab)] = false;
+}
+
+void LogView::chooseProtector(const clsHP& protector, int correctionFactor) {
+    Protector = protector;
+    CorrectionFactor = correctionFactor;
+    drawAnew(&LogPanels::Protector);
+}
+
+void LogView::dropUnfitEntry(const clsLog& log) {
+    if (placeOf(choice_, displayByList(log, listMode_)) == 0) chooseEntry({});
+}
+
+void LogView::dropUnfitProtector(const clsLog& log) {
+    if (!Protector || !log.IsOctaveLog()) return;
+    const bool isFit = log.session().Options.IsUSHPDMode() ? Protector->HasOctavesUS() : Protector->HasOctaves();
+    if (!isFit) Protector.reset();
+}
+
+bool LogView::takeDrawing() {
+    bool& drawn = drawn_[static_cast<std::size_t>(Tab)];
+    return !std::exchange(drawn, true);
+}
+
+bool LogView::chooseTab(int tab, const clsLog& log) {
+    if (!enabledTabs(log)[static_cast<std::size_t>(tab)]) return false;
+    Tab = tab;
+    const LogPanels& panels = tabRow(tab).Panels;
+    if (panels.DisplayBy && !panels.ByParam) chooseListMode(kByFreq);
+    return true;
+}
+
+bool LogView::chooseListMode(int mode) {
+    if (mode == listMode_) return false;
+    listMode_ = mode;
+    return chooseEntry({});
+}
+
+bool LogView::chooseEntry(const DisplayChoice& choice) {
+    if (choice == choice_) return false;
+    choice_ = choice;
+    ResetTabs();
+    return true;
+}
+
+bool LogView::chooseAxis(int axis) {
+    Axis = axis;
+    drawAnew(&LogPanels::Axis);
+    return true;
+}
+
+bool LogView::choosePanel(int panel) {
+    Panel = panel;
+    drawAnew(&LogPanels::FigurePanel);
+    return true;
+}
+
+void LogView::followPanelSetting(int panelSetting) {
+    if (std::exchange(panelSetting_, panelSetting) != panelSetting && panelSetting != ePanelHidden)
+        choosePanel(panelSetting);
+}
+
+bool LogView::chooseInterval(std::int64_t row) {
+    IntervalRow = row;
+    drawAnew(&LogPanels::IntervalList);
+    return true;
+}
+
+bool LogView::chooseChannel(int channel) {
+    channel_ = chooseEntry({}) ? static_cast<int>(kChannelA) : channel;
+    drawAnew(&LogPanels::Channel);
+    return true;
+}
+
+int LogView::PanelBand(const clsLog& log) const {
+    if (listMode_ != kByFreq) return 0;
+    return log.e(choice_.BandText);
+}
+
+} // namespace kestrane

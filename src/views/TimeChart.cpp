@@ -1,0 +1,132 @@
+#include "views/TimeChart.h"
+
+#include "model/LogParameters.h"
+#include "model/Session.h"
+#include "views/ChartParts.h"
+#include "views/RowTimes.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::int64_t kMostRowsIn3D = 150;
+constexpr std::size_t kMostLabels = 15;
+
+class TimeChart {
+public:
+    TimeChart(const clsLog& log, const DisplayChoice& choice) :
+        log_(log),
+        session_(log.session()),
+        rows_(log.LogIntervals.Columns()),
+        options_(displayOptions(log)),
+        choice_(choice),
+        chart_(emptyChart(log, options_)) {}
+
+    ChartData build() {
+        const std::string shown = choice_.Parameter == 0 ? choice_.BandText : parameterText(log_, choice_.Parameter);
+        if (!shown.empty()) chart_.Title += " - " + shown;
+        chart_.Footnote = log_.Note;
+        setRows();
+        if (choice_.Parameter == 0) {
+            addParameters();
+        } else {
+            addBands();
+        }
+        setAxes();
+        return std::move(chart_);
+    }
+
+private:
+    void setRows() {
+        chart_.RowCount = rows_.count();
+        const RowTimes times(log_);
+        chart_.RowLabel = [times](std::size_t row) { return times.label(row); };
+        chart_.RowName = [times](std::size_t row) { return times.dateAndTime(row); };
+        const auto excluded = rows_.cells(rows_.isExcluded);
+        chart_.ExcludedRows.assign(excluded.begin(), excluded.end());
+        chart_.DivisionsPerLabel = chart_.DivisionsPerTick = rows_.count() / kMostLabels + 1;
+    }
+
+    void setAxes() {
+        chart_.CategoryTitle = session_.LoadText(Text::TimeColumn);
+        chart_.PrimaryTitle = session_.LoadText(Text::Decibel);
+        if (!log_.FreqWeightA().empty()) chart_.PrimaryTitle += " " + log_.FreqWeightA();
+        chart_.HasSecondaryAxis = hasPercent_ || hasPa2Hours_;
+        chart_.SecondaryTitle = exposureTitle(session_, hasPercent_, hasPa2Hours_);
+    }
+
+    void addBands() {
+        const int parameter = choice_.Parameter;
+        for (int band = 0; band <= lastBand(log_.Mode()); ++band)
+            addSeries(bandLabel(log_, band), parameter, rowValues(kChannelA, parameter, band));
+    }
+
+    void addParameters() {
+        for (const int channel : {kChannelA, kChannelB}) {
+            if (channel == kChannelB && !log_.IsChannelBOn) continue;
+            for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+                if (parameter != eOverload) addParameter(channel, parameter);
+            }
+        }
+    }
+
+    void addParameter(int channel, int parameter) {
+        const int band = channel == kChannelA ? log_.e(choice_.BandText) : 0;
+        const std::string_view captionBand = band > 0 ? std::string_view(choice_.BandText) : kNoBand;
+        const std::string caption = VariableCaption(session_, parameter, channel, captionBand, &log_);
+        if (options_.IsPlotted(channel, kInterval, parameter))
+            addSeries(caption, parameter, rowValues(channel, parameter, band));
+        if (isCumulativePlotted(channel, parameter)) {
+            const float level = chartValue(cumulativeValue(log_, channel, parameter, band).CalcValue());
+            addSeries(caption + " " + session_.LoadText(Text::OfCumulative), parameter,
+                      std::vector<float>(rows_.count(), level));
+        }
+    }
+
+    bool isCumulativePlotted(int channel, int parameter) const {
+        return lnOf(parameter) != 0 && log_.has(Trait::PercentilesBesideRows) &&
+               options_.IsPlotted(channel, kCumulative, parameter);
+    }
+
+    std::vector<float> rowValues(int channel, int parameter, int band) const {
+        const Quantity quantity = intervalQuantity(channel, parameter);
+        std::vector<float> values(rows_.count(), kNullValue);
+        if (quantity == Quantity::End) return values;
+        const auto levels = rows_.levels(quantity, hasBands(quantity) ? band : 0);
+        std::transform(levels.begin(), levels.end(), values.begin(),
+                       [](Level level) { return chartValue(level.CalcValue); });
+        return values;
+    }
+
+    void addSeries(std::string label, int parameter, std::vector<float> values) {
+        const ParameterUnit unit = parameterInfo(parameter).unit;
+        hasPercent_ = hasPercent_ || unit == ParameterUnit::Percent;
+        hasPa2Hours_ = hasPa2Hours_ || unit == ParameterUnit::Pa2Hours;
+        const ChartAxis axis = unit == ParameterUnit::Decibels ? ChartAxis::Primary : ChartAxis::Secondary;
+        chart_.Series.push_back({std::move(label), axis, std::move(values)});
+    }
+
+    const clsLog& log_;
+    const Session& session_;
+    const IntervalColumns& rows_;
+    const clsLogOptions options_;
+    const DisplayChoice& choice_;
+    ChartData chart_;
+    bool hasPercent_ = false;
+    bool hasPa2Hours_ = false;
+};
+
+} // namespace
+
+ChartData fullLogChart(const clsLog* log, const DisplayChoice& choice) {
+    return log == nullptr ? ChartData() : TimeChart(*log, choice).build();
+}
+
+bool isAskedBefore3D(const clsLog& log, std::int16_t style) {
+    return style == eChartAs3D && log.LogIntervals.Count() > kMostRowsIn3D;
+}
+
+} // namespace kestrane

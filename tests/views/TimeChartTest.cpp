@@ -1,0 +1,129 @@
+#include "views/TimeChart.h"
+
+#include "ShownLog.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrane {
+namespace {
+
+std::vector<std::string> labels(const ChartData& chart) {
+    std::vector<std::string> texts;
+    for (const ChartSeries& series : chart.Series)
+        texts.push_back(series.Label);
+    return texts;
+}
+
+TEST(TimeChart, ShowsPlottedParametersOfBothChannelsOverTime) {
+    ShownLog shown;
+    shown.log.IsChannelBOn = true;
+    shown.log.Note = "Wind from the west";
+    shown.addRows(3);
+    shown.plot(kChannelA, kInterval, {eLeq, eDoseET, eOverload, ePa2Hr});
+    shown.plot(kChannelB, kInterval, {eLeq});
+    shown.setLevel(Quantity::LeqA, 0, 0, 85);
+    shown.setLevel(Quantity::LeqA, 0, 2, 86.25F);
+    shown.setLevel(Quantity::DoseA, 0, 1, 12.5F);
+    IntervalColumns& rows = shown.log.LogIntervals.Columns();
+    rows.set(rows.isExcluded, 1, std::uint8_t{1});
+
+    const ChartData chart = fullLogChart(&shown.log, {});
+    EXPECT_EQ(labels(chart), (std::vector<std::string>{"LAeq (CHA)", "Dose %(ET) (CHA)", "Pa2Hr (CHA)", "Leq (CHB)"}));
+    EXPECT_EQ(chart.Series[0].Axis, ChartAxis::Primary);
+    EXPECT_EQ(chart.Series[1].Axis, ChartAxis::Secondary);
+    EXPECT_EQ(chart.Series[2].Axis, ChartAxis::Secondary);
+    EXPECT_EQ(chart.PrimaryTitle, "dB A");
+    EXPECT_EQ(chart.SecondaryTitle, "Pa2Hrs / %");
+    EXPECT_TRUE(chart.HasSecondaryAxis);
+    EXPECT_EQ(chart.Title, "Yard");
+    EXPECT_EQ(chart.Footnote, "Wind from the west");
+    EXPECT_EQ(chart.ExcludedRows, (std::vector<std::uint8_t>{0, 1, 0}));
+    EXPECT_EQ(chart.RowName(1), "03/06/24 09:01:00");
+    EXPECT_EQ(chartValuesText(chart, shown.session.locale), "\tLAeq (CHA)\tDose %(ET) (CHA)\tPa2Hr (CHA)\tLeq (CHB)\r\n"
+                                                            "09:00\t85.0\t\t\t\r\n"
+                                                            "09:01\t\t12.5\t\t\r\n"
+                                                            "09:02\t86.25\t\t\t\r\n");
+
+    const ChartData nothing = fullLogChart(nullptr, {});
+    EXPECT_TRUE(nothing.Title.empty() && nothing.Footnote.empty() && nothing.Series.empty());
+}
+
+TEST(TimeChart, AnAxisIsTitledByWhatItCarries) {
+    ShownLog shown;
+    shown.log.FreqWeightA("");
+    shown.addRows(1);
+    shown.plot(kChannelA, kInterval, {eLeq});
+    EXPECT_FALSE(fullLogChart(&shown.log, {}).HasSecondaryAxis);
+    EXPECT_EQ(fullLogChart(&shown.log, {}).PrimaryTitle, "dB");
+    shown.plot(kChannelA, kInterval, {ePa2Hr});
+    EXPECT_EQ(fullLogChart(&shown.log, {}).SecondaryTitle, "Pa2Hrs");
+}
+
+TEST(TimeChart, ShowsABandOrAllBandsOfAParameter) {
+    ShownLog shown(modeFullOctave);
+    shown.addRows(1);
+    shown.plot(kChannelA, kInterval, {eLeq, ePeak});
+    shown.setLevel(Quantity::LeqA, 7, 0, 71.5F);
+    shown.setLevel(Quantity::PeakA, 0, 0, 110);
+
+    const ChartData band = fullLogChart(&shown.log, {"1k", 0});
+    EXPECT_EQ(band.Title, "Yard - 1k");
+    EXPECT_EQ(labels(band), (std::vector<std::string>{"LAeq 1k Hz", "Apeak"}));
+    EXPECT_EQ(band.Series[0].Values[0], 71.5F);
+    EXPECT_EQ(band.Series[1].Values[0], 110);
+
+    const ChartData bands = fullLogChart(&shown.log, {"", eLeq});
+    EXPECT_EQ(bands.Title, "Yard - LAeq");
+    ASSERT_EQ(bands.Series.size(), 12U);
+    EXPECT_EQ(bands.Series[0].Label, "AP");
+    EXPECT_TRUE(isNullValue(bands.Series[0].Values[0]));
+    EXPECT_EQ(bands.Series[7].Label, "1k Hz");
+    EXPECT_EQ(bands.Series[7].Values[0], 71.5F);
+}
+
+TEST(TimeChart, SomeMetersShowTheWholeRunsPercentileBesideTheIntervals) {
+    for (const auto& [instrument, isShown] : {std::pair("Corvane", false), {"TR 350", true}}) {
+        ShownLog shown;
+        shown.log.InsName = instrument;
+        shown.addRows(2);
+        shown.log.LnNumberA(1, 90);
+        shown.log.LnCumA(1, 0).Value(55);
+        shown.plot(kChannelA, kInterval, {eLn(1)});
+        shown.plot(kChannelA, kCumulative, {eLn(1), eLeq});
+        const ChartData chart = fullLogChart(&shown.log, {});
+        ASSERT_EQ(chart.Series.size(), isShown ? 2U : 1U) << instrument;
+        EXPECT_EQ(chart.Series.back().Label, isShown ? "L90 (Cumultv)" : "L90");
+        EXPECT_EQ(chart.Series.back().Values[1] == 55, isShown);
+    }
+}
+
+TEST(TimeChart, LabelsAreThinnedAndShowSecondsWhereTheyMatter) {
+    struct Case {
+        std::size_t rows;
+        std::int32_t interval;
+        std::size_t divisions;
+        const char* secondLabel;
+    };
+
+    for (const Case& c : {Case{14, 60, 1, "09:01"}, Case{15, 90, 2, "09:01:30"}, Case{3000, 3600, 201, "10:00"}}) {
+        ShownLog shown;
+        shown.log.Interval = c.interval;
+        shown.addRows(c.rows);
+        const ChartData chart = fullLogChart(&shown.log, {});
+        EXPECT_EQ(chart.DivisionsPerLabel, c.divisions);
+        EXPECT_EQ(chart.DivisionsPerTick, c.divisions);
+        EXPECT_EQ(chart.RowLabel(1), c.secondLabel);
+    }
+}
+
+TEST(TimeChart, AsksBeforeMoreThan150IntervalsIn3D) {
+    ShownLog shown;
+    shown.addRows(150);
+    EXPECT_FALSE(isAskedBefore3D(shown.log, eChartAs3D));
+    shown.addRows(151);
+    EXPECT_TRUE(isAskedBefore3D(shown.log, eChartAs3D));
+    EXPECT_FALSE(isAskedBefore3D(shown.log, eChartAs2D));
+}
+
+} // namespace
+} // namespace kestrane
