@@ -24,7 +24,7 @@ std::vector<std::string> choices(const int (&usual)[N], std::int16_t own) {
     return texts;
 }
 
-// own: what the log has, which is taken whatever it is.
+// Reads an entry from 1 to highest. The log's own value, own, is accepted whatever it is.
 std::optional<std::int16_t> wholeNumber(const std::string& text, std::int16_t own, int highest) {
     if (text == std::to_string(own)) return own;
     const bool isDigits = !text.empty() && text.size() <= 3 &&
@@ -37,7 +37,7 @@ std::optional<std::int16_t> wholeNumber(const std::string& text, std::int16_t ow
 std::optional<clsDate> dateOf(const Session& session, const std::string& text) {
     clsDate date;
     try {
-        date.Year = 0; // a text that is no date leaves this
+        date.Year = 0; // a text that is no date leaves the date at 0
         date.Day = date.Month = 0;
         date.setDate(text, session.locale);
     } catch (const RuntimeError&) {
@@ -46,7 +46,7 @@ std::optional<clsDate> dateOf(const Session& session, const std::string& text) {
     return date.IsDate() ? std::optional(date) : std::nullopt;
 }
 
-// What the entries say, once they are known to be good.
+// The values of the entries, once they are known to be valid.
 struct Changes {
     std::int16_t criterion, exchange;
     clsDate userCal;
@@ -86,7 +86,7 @@ bool isDateAlone(const clsLog& log, const Changes& changes) {
     return changes.criterion == log.Criterion && changes.exchange == log.Exchange;
 }
 
-// Asks where the user must decide.
+// Stores the changes and recalculates, asking the user where that is needed.
 Stored store(clsLog& displayed, clsLog& inView, const Changes& changes) {
     Session& session = inView.session();
     if (isDateAlone(inView, changes)) {

@@ -1,5 +1,5 @@
-// The three fields over the cumulative figures that a user can change: criterion level, exchange rate and date of the
-// last calibration; what is wrong with an entry, and what applying them does. Also the recalculation that a user
+// The three fields above the cumulative figures that a user can change: criterion level, exchange rate and date of the
+// last calibration; what is wrong with an entry, and what applying the entries does. Also the recalculation that a user
 // forces.
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace kestrane {
 
-// The levels and rates that can be entered by hand, dB.
+// The range of the levels and rates that can be entered, in dB.
 constexpr int kLowestEntry = 1;
 constexpr int kHighestCriterion = 140;
 constexpr int kHighestExchange = 10;
@@ -20,7 +20,7 @@ enum class CalculationField { Criterion, Exchange, UserCal };
 
 struct CalculationEntries {
     std::string Criterion, Exchange; // whole numbers, dB
-    std::string UserCal;             // "dd/mm/yyyy"; empty: none
+    std::string UserCal;             // "dd/mm/yyyy"; empty when there is none
 
     bool operator==(const CalculationEntries&) const = default;
 };
@@ -30,16 +30,16 @@ CalculationEntries calculationEntries(const clsLog& log); // as the log has them
 std::vector<std::string> criterionChoices(const clsLog& log);
 std::vector<std::string> exchangeChoices(const clsLog& log);
 
-// A calibration date as it is kept on leaving the field: "dd/mm/yyyy" for a date, else the text from before.
+// The text of the calibration date after the field is left: "dd/mm/yyyy" when entered is a date, else before.
 std::string acceptedUserCal(const Session& session, const std::string& entered, const std::string& before);
 
-// Checks the entries, asks where the user must decide, stores them and recalculates. displayed is the log opened in the
-// tree, inView the same or its zoomed range. A wrong entry is given to focus before its message shows. False when
-// nothing was changed.
+// Checks the entries, asks the user where a decision is needed, stores them and recalculates. displayed is the log
+// opened in the tree; inView is the same log or its zoomed range. For a wrong entry, focus is called with its field
+// before the message is shown. Returns false when nothing was changed.
 bool applyChanges(clsLog& displayed, clsLog& inView, const CalculationEntries& entries,
                   const std::function<void(CalculationField)>& focus);
 
-// Recalculates everything, of both logs, asking first when that takes long. False when the user would rather not.
+// Recalculates all figures of both logs, after a question when that takes long. Returns false when the user declines.
 bool FullRecalc(clsLog& displayed, clsLog& inView);
 
 } // namespace kestrane

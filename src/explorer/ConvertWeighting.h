@@ -6,9 +6,9 @@
 
 namespace kestrane {
 
-// Asks for A, C or Z, and of a log with intervals whether they are converted, too. The log in view, which may be a
-// zoomed range of the one on display, is converted with it. Windows that show the log are told; it can be undone. False
-// when nothing has changed.
+// Asks for A, C or Z, and for a log with intervals whether these are converted, too. The log in view, which may be a
+// zoomed range of the displayed one, is converted as well. Windows that show the log are informed; the conversion can
+// be undone. Returns false when nothing has changed.
 bool ConvertFrequencyWeighting(clsLog& displayed, clsLog& inView, const AskChoice& ask);
 
 } // namespace kestrane

@@ -14,7 +14,7 @@ namespace {
 constexpr std::string_view kSection = "Wizards/CutIntervals";
 constexpr std::string_view kDoNotShowAgain = "DoNotShowAgain";
 
-// Those of a selection that hold rows of the log, cut to them.
+// The ranges of the log's selection, reduced to rows that the log has; ranges without such rows are dropped.
 std::vector<RowRange> rangesOf(const clsLog& log) {
     std::vector<RowRange> ranges;
     for (const RowRange& range : selectionRanges(log.LogIntervals.CutIntervals)) {
@@ -36,7 +36,7 @@ bool CutWizard::SkipsWelcome() const {
     bool isSkipped = false;
     try {
         fromSettingsText(session_.settings.read(kSection, kDoNotShowAgain, settingsText(false)), isSkipped);
-    } catch (const RuntimeError&) { // no Boolean: the welcome shows
+    } catch (const RuntimeError&) { // it is no Boolean, so the welcome is shown
     }
     return isSkipped;
 }

@@ -1,6 +1,6 @@
-// The decisions of the interval selection wizard, without its widgets: a first step that welcomes, then one range of
-// rows a step; all ranges together say what is included in, or excluded from, a log's calculations. It holds no
-// reference to the log between the calls.
+// The decisions of the interval selection wizard, without its widgets: a welcome step, then a step for each range of
+// rows. All ranges together say what is included in, or excluded from, the calculations of a log. It keeps no reference
+// to the log between calls.
 #pragma once
 
 #include "model/clsLog.h"
@@ -14,16 +14,16 @@ namespace kestrane {
 
 class CutWizard {
 public:
-    // With the ranges that the log has. The step of welcome is left out when the settings say so.
+    // Starts with the ranges that the log has. The welcome step is skipped when the settings say so.
     explicit CutWizard(const clsLog& log);
 
     bool IsWelcome() const { return step_ == 0; }
 
-    std::string Title() const; // of the step; empty for the welcome
+    std::string Title() const; // of the current step; empty for the welcome
 
-    // What the step in front has chosen: rows counted from 1, 0 for none.
+    // The range chosen in the current step: rows counted from 1, both included; 0 when not chosen.
     std::int64_t From = 0, To = 0;
-    std::optional<bool> ToBeIncluded; // of all ranges; nothing: not chosen yet
+    std::optional<bool> ToBeIncluded; // whether all ranges are included or excluded; nothing when not chosen yet
 
     bool CanGoBack() const { return step_ > firstStep_; }
 
@@ -31,28 +31,29 @@ public:
 
     bool CanFinish() const { return !IsWelcome(); }
 
-    // Takes the range in front and goes to the next step. False, with a message, when something is missing or wrong.
+    // Stores the current range and goes to the next step. Returns false, after a message, when something is missing or
+    // wrong.
     bool Next();
 
-    // Takes the range in front when it is good.
+    // Goes back a step; the current range is stored when it is valid.
     void Back();
 
-    // Drops the range in front, or the last one when the one in front is new, and goes back a step; the first step is
-    // emptied. Raises an error when there is none to drop.
+    // Removes the current range, or the last one when the current one has not been stored yet, and goes back a step, at
+    // most to the first range. Raises an error unless CanClear().
     void Clear();
 
-    // Takes the range in front; when it is not good, asks whether to finish without it. False: the wizard stays. Not on
-    // the welcome.
+    // Stores the current range. When it is not valid, asks whether to finish without it. Returns false when the wizard
+    // stays open. Must not be called in the welcome step.
     bool Finish();
 
-    // Hands the selection to the log. False when that changes nothing.
+    // Stores the selection in the log. Returns false when that changes nothing.
     bool Store(clsLog& log) const;
 
     bool SkipsWelcome() const;
-    void SkipWelcome(bool isSkipped); // kept in the settings, for the next time
+    void SkipWelcome(bool isSkipped); // stored in the settings for the next time
 
 private:
-    Text::Id fault() const; // what is wrong with the step in front; None: nothing
+    Text::Id fault() const; // what is wrong with the current range; None when nothing is
     void take();
     void drop(std::size_t step);
     void goTo(std::size_t step);
@@ -60,7 +61,7 @@ private:
     Session& session_;
     std::vector<RowRange> ranges_;
     std::size_t firstStep_;
-    std::size_t step_ = 0; // 0 the welcome, n the n-th range
+    std::size_t step_ = 0; // 0 is the welcome, n is the n-th range
 };
 
 } // namespace kestrane

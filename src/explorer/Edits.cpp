@@ -32,7 +32,7 @@ public:
 private:
     clsLog& log_;
     clsLog kept_;
-    bool isToRecalculate_; // the figures kept were still to be recalculated
+    bool isToRecalculate_; // whether the kept figures were still to be recalculated
 };
 
 class NameStep : public EditStep {
@@ -46,7 +46,7 @@ private:
     std::string kept_;
 };
 
-// A document that was saved under a name of its own since is left alone.
+// Renames a file back. A document that has been saved under another name since then is left as it is.
 class FileNameStep : public EditStep {
 public:
     FileNameStep(clsFile& file, std::string before) :
@@ -75,7 +75,7 @@ clsFile* ownerOf(const Session& session, const clsLog& log) {
     return owner;
 }
 
-// A step whose other half is gone ends the history.
+// The next step; null when there is none, and when the step's other half no longer exists, which ends the history.
 const EditStep* stepOf(const clsFile& file, Direction direction) {
     const EditStep* const step = file.Edits.next(direction);
     return step != nullptr && step->Joined != nullptr && step->Joined.use_count() < 2 ? nullptr : step;
@@ -112,11 +112,11 @@ bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change) {
     const bool wasChanged = file->Changed;
     auto step = std::make_unique<LogStep>(log, title);
     if (!change()) return false;
-    if (ownerOf(session, log) != file) return true; // closed while the user was asked
+    if (ownerOf(session, log) != file) return true; // the file was closed while the user was asked
     const bool isSelectionChanged = log.LogIntervals.CutIntervals != step->Rows().CutIntervals ||
                                     log.LogIntervals.IntervalsToBeIncluded != step->Rows().IntervalsToBeIncluded;
     file->Edits.record(std::move(step), wasChanged);
-    if (isSelectionChanged) file->Changed = true; // which the document text without rows does not tell
+    if (isSelectionChanged) file->Changed = true; // the document text without rows does not show this change
     session.frame->EnableMenusAndButtons();
     return true;
 }

@@ -31,7 +31,8 @@ void clearFlags(Session& session) {
     forEachLog(session, [](clsLog& log) { log.IsOpen = false; });
 }
 
-// A group of third-octave logs stays expanded only behind an expanded node of its own file.
+// Keeps nodes expanded. A group of third-octave logs stays expanded only when an expanded node of its own file precedes
+// it; that is meant.
 void keepExpanded(Session& session, const std::vector<ShownNode>& shown) {
     const clsFile* fileBefore = nullptr;
     for (const ShownNode& node : shown) {

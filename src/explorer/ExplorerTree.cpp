@@ -10,7 +10,8 @@ namespace kestrane {
 
 namespace {
 
-// The pass that a file is listed in, by its format and extension; the last row of each format takes any other.
+// The pass in which a file is listed, by its format and extension. The last row of each format takes any other
+// extension.
 struct Pass {
     bool isOldStyle;
     std::string_view extension;
@@ -65,7 +66,7 @@ std::string markOf(const clsFile& file) {
     return file.IsUnsaved() ? "*" : "";
 }
 
-// What has just been downloaded has no name of its own yet.
+// A collection that has just been downloaded has no name of its own yet.
 const std::string& collectionName(const clsInsData& data) {
     return data.NameX.empty() ? data.InsName() : data.NameX;
 }

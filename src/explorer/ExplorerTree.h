@@ -1,5 +1,5 @@
 // The explorer tree as data: which nodes there are, in which order, with their texts and images. A window shows it and
-// keeps nothing of its own but which nodes are open.
+// only remembers which nodes are expanded.
 #pragma once
 
 #include "model/Session.h"
@@ -13,22 +13,22 @@ struct TreeNode {
     std::string Key;
     std::string Text;
     std::string Image; // "FILE", "INSTRUMENT", "FILEOPEN" or "FILECLOSE"
-    std::string Tag;   // the serial of an instrument's node
+    std::string Tag;   // the serial number, for an instrument's node
     bool Expanded = false;
     std::vector<TreeNode> Children;
 };
 
-// The nodes of all open files: grouped by format, within a format in the order of OpenFiles. Expanded and open state
-// come from the flags of the objects.
+// The nodes of all open files, grouped by format and within a format in the order of OpenFiles. Which nodes are
+// expanded or open follows from the flags of the objects.
 std::vector<TreeNode> buildTree(const Session& session);
 
-// What stands behind a document's name while it has not been saved; else empty.
+// The mark behind the name of a document that has unsaved changes; else empty.
 std::string markOf(const clsFile& file);
 
-// The user's name for a collection, or its instrument's while it has none.
+// The user's name for a collection; when it has none, the name of its instrument.
 const std::string& collectionName(const clsInsData& data);
 
-// "name [serial]", and the file's name where files are shown beside.
+// "name [serial]", followed by the file's name when the settings say that file names are shown there.
 std::string instrumentText(const clsInsData& data, const clsFile& file);
 
 } // namespace kestrane

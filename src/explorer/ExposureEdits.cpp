@@ -28,7 +28,7 @@ std::string_view cutNote(std::string_view note) {
     return firstBytes(note, static_cast<std::size_t>(exposureMaxLength(eColumnNote)));
 }
 
-// Asks until use takes the answer. False when the user cancels, or enters nothing.
+// Asks again until use accepts the answer. Returns false when the user cancels or enters nothing.
 bool askUntil(const Session& session, Text::Id prompt, std::string proposal, const AskText& ask,
               const std::function<bool(const std::string&)>& use) {
     std::string question = session.LoadText(prompt);
@@ -42,8 +42,8 @@ bool askUntil(const Session& session, Text::Id prompt, std::string proposal, con
 }
 
 struct LineOutcome {
-    std::size_t figures = 0; // taken
-    std::size_t notes = 0;   // taken
+    std::size_t figures = 0; // accepted
+    std::size_t notes = 0;   // accepted
     std::size_t refused = 0;
 };
 
@@ -70,7 +70,8 @@ PasteOutcome pasteLines(clsLog& log, std::size_t row, int column, const std::str
     bool isAnyTaken = false;
     row = std::min(row, rows.size());
     for (const std::string_view line : split(text, '\n')) {
-        if (line.find_first_not_of(" \r") == std::string_view::npos) continue; // a line of empty cells keeps its place
+        // A blank line; a line of empty cells still counts as a row.
+        if (line.find_first_not_of(" \r") == std::string_view::npos) continue;
         if (row == rows.size()) {
             insertExposureRows(log, row, 1);
             rows[row].Leq.Value(0);
@@ -92,7 +93,7 @@ PasteOutcome pasteLines(clsLog& log, std::size_t row, int column, const std::str
     return {0, outcome.Refused + refusedCaptions};
 }
 
-// A step that leaves rows of the user's own.
+// A step after which the rows count as edited by the user.
 bool editRows(clsLog& log, const std::function<bool()>& change) {
     return editLog(log, Text::StepExposureRows, [&] {
         const bool isChanged = change();

@@ -9,7 +9,8 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::string_view kKinds[] = {"FILOT", "F", "LOT", "L", "O", "T"}; // by FindIn
+// The letters of node keys, indexed by FindIn.
+constexpr std::string_view kKinds[] = {"FILOT", "F", "LOT", "L", "O", "T"};
 
 void addInOrder(std::vector<const TreeNode*>& all, const std::vector<TreeNode>& nodes) {
     for (const TreeNode& node : nodes) {

@@ -1,5 +1,5 @@
-// Finding a node of the explorer tree by its text: from the last hit on, and round again from the top. Knows the tree
-// as data and the kinds of its nodes; the window that asks selects what was found.
+// Finds a node of the explorer tree by its text, from the last match on and then from the top again. It knows the tree
+// as data and the kinds of its nodes; the calling window selects what was found.
 #pragma once
 
 #include "explorer/ExplorerTree.h"
@@ -21,18 +21,18 @@ struct FindEntry {
     std::string What;
     FindIn Where = FindIn::All;
     bool MatchCase = false;
-    bool Entire = false; // the whole text of the node
+    bool Entire = false; // the whole text of the node must match
 };
 
 class NodeSearch {
 public:
-    // The key of the next node that fits, behind the last hit; a text other than the last one starts at the top. The
-    // last hit itself is found again when it is the only one. Nothing when no node fits, or the text is empty.
+    // The key of the next matching node behind the last match. A text that differs from the last one starts at the top.
+    // When the last match is the only one, it is found again. Nothing when no node matches or the text is empty.
     std::optional<std::string> Find(const std::vector<TreeNode>& nodes, const FindEntry& entry);
 
 private:
     std::string what_;
-    std::string lastHit_; // a key, whose node may have gone
+    std::string lastHit_; // a key; its node may no longer exist
 };
 
 } // namespace kestrane

@@ -16,14 +16,14 @@ struct PlacedLog {
     clsLog* log;
 };
 
-// The mode whose group a key stands for; nothing for another kind.
+// The mode of the group that a key stands for; nothing for another kind of key.
 std::optional<int> groupMode(std::string_view key) {
     for (const int mode : kLogModes)
         if (key.starts_with(groupKind(mode))) return mode;
     return std::nullopt;
 }
 
-// The tree has a node of the key. A group without logs has none.
+// Whether the tree has a node for the key. It has none for a group without logs.
 bool isThere(const Node& node, std::string_view key) {
     if (isLogKind(key)) return node.log != nullptr;
     if (key.starts_with(tFILE)) return node.file != nullptr;
@@ -37,7 +37,7 @@ void addLogs(std::vector<PlacedLog>& logs, clsInsData& data, std::optional<int> 
     });
 }
 
-// The logs that a node stands for, in the order of the tree.
+// The logs below a node, or the log itself, in the order of the tree.
 std::vector<PlacedLog> logsOf(const Node& node, std::string_view key) {
     std::vector<PlacedLog> logs;
     if (node.log != nullptr) {
@@ -71,7 +71,7 @@ std::unique_ptr<clsInsData> takeOut(clsFile& file, const clsInsData& wanted) {
     return data;
 }
 
-// One paste, from its check to its steps.
+// One paste, from checking it to recording its steps.
 class Paste {
 public:
     Paste(Session& session, const std::string& sourceKey, const std::string& targetKey, bool move) :
@@ -101,7 +101,7 @@ private:
     std::vector<std::string> told_;
     Node source_, target_;
     std::unique_ptr<ArrangementStep> step_,
-        sourceStep_; // of the target's file, and of the source's when that is another
+        sourceStep_; // the step of the target's file, and that of the source's when it is another file
 };
 
 bool Paste::run() {
@@ -118,7 +118,7 @@ bool Paste::run() {
     if (step_->isUnchanged() && (sourceStep_ == nullptr || sourceStep_->isUnchanged())) return false;
     try {
         AssignIdentities(session_, false, target_.file->FileId);
-    } catch (const RuntimeError& error) { // no identity is left
+    } catch (const RuntimeError& error) { // there is no free identity
         step_->exchange();
         if (sourceStep_ != nullptr) sourceStep_->exchange();
         session_.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation);
@@ -157,7 +157,7 @@ void Paste::placeFile() {
     source_.file->InstrumentDatas.clear();
 }
 
-// The target file's collection of the same serial number; null: none.
+// The target file's collection with the same serial number; null when there is none.
 clsInsData* Paste::matchFor(const clsInsData& from) {
     clsInsData* const match = target_.file->dataOfSerial(from.InsSerial);
     if (match == nullptr) return nullptr;
@@ -176,8 +176,8 @@ clsInsData& Paste::collectionFor(clsInsData& from) {
     return *target_.file->InstrumentDatas.back();
 }
 
-// Within a file a moved log is the same object still; in another file it is a copy, and the object stays with the step
-// of the file that it left.
+// When a log is moved within a file, it stays the same object. When it is moved to another file, a copy goes there and
+// the object itself is kept in the step of the file that it left.
 void Paste::placeLogs(clsInsData& to, const std::vector<PlacedLog>& logs) {
     int after = isLogKind(targetKey_) ? target_.log->LogId : kAtEnd;
     for (const PlacedLog& placed : logs) {
@@ -185,7 +185,7 @@ void Paste::placeLogs(clsInsData& to, const std::vector<PlacedLog>& logs) {
             to.append(*placed.log, after);
             continue;
         }
-        if (placed.data == &to && (after == kAtEnd || logs.size() > 1)) return; // it is there
+        if (placed.data == &to && (after == kAtEnd || logs.size() > 1)) return; // it is there already
         std::unique_ptr<clsLog> log = takeOut(placed);
         if (!isSameFile()) {
             auto copy = std::make_unique<clsLog>(session_);
@@ -214,7 +214,7 @@ void Paste::record() {
     source.Changed = target.Changed = true;
 }
 
-// The way from a root of the tree to a node; empty when it is not there.
+// The path from a root of the tree to a node; empty when the node is not in the tree.
 std::vector<const TreeNode*> pathTo(const std::vector<TreeNode>& nodes, std::string_view key) {
     for (const TreeNode& node : nodes) {
         if (node.Key == key) return {&node};
@@ -274,7 +274,7 @@ bool DeleteNode(Session& session, ExplorerState& state) {
                                               [&](const Deletion& row) { return key.starts_with(row.kind); });
     if (deletion == std::end(kDeletions) || !isThere(resolve(session, key), key)) return false;
     const auto answer = session.ShowMessage(session.LoadText(deletion->question), kButtonsOkCancel + kIconQuestion);
-    const Node node = resolve(session, key); // the pump ran meanwhile
+    const Node node = resolve(session, key); // resolved again, because the pump ran while the user was asked
     if (answer != Button::Ok || !isThere(node, key)) return false;
     const std::vector<PlacedLog> logs = logsOf(node, key);
     if (isAnyBusy(logs)) {

@@ -14,14 +14,14 @@ namespace {
 constexpr std::array kGroupKinds = {tLOCL, tOCTL, tTOCL};
 constexpr std::array kLogKinds = {tLOCN, tOCTN, tTOCN};
 
-// The whole of text as an identity; 0, which is none, for any other text.
+// The identity that the whole text stands for; 0, which is no identity, for any other text.
 int identity(std::string_view text) {
     int value = 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
     return result.ec == std::errc() && result.ptr == text.data() + text.size() ? value : 0;
 }
 
-// Where the nodes of a kind may be dropped.
+// The kinds of nodes on which nodes of some kinds may be dropped.
 struct DropRule {
     std::string_view sources;
     std::string_view targets;
@@ -32,7 +32,7 @@ constexpr DropRule kDropRules[] = {{"F", "F"}, {"I", "FI"}, {"XL", "FIXL"}, {"YO
 struct HighestIdentities {
     std::int16_t file = 0;
     std::int32_t data = 0;
-    std::array<std::int32_t, 3> logs{}; // by mode
+    std::array<std::int32_t, 3> logs{}; // indexed by mode
 };
 
 HighestIdentities highestIdentities(const Session& session) {

@@ -1,5 +1,6 @@
-// Identities and tree node keys: the only way an explorer refers to an object. A key is a letter of the node's kind and
-// the identities of the node and its parents ("L7I2F3"); it may outlive its object, and then resolves to nothing.
+// Identities and tree node keys, which are the only way in which an explorer refers to an object. A key consists of a
+// letter for the kind of node and the identities of the node and its parents ("L7I2F3"). It may outlive its object, and
+// then it resolves to nothing.
 #pragma once
 
 #include "model/Session.h"
@@ -22,7 +23,7 @@ constexpr char tTOCN = 'T'; // a third-octave log
 char groupKind(int mode);
 char logKind(int mode);
 bool isLogKind(std::string_view key);      // false for an empty key
-bool isEditableKind(std::string_view key); // its node can be renamed: not a group, not an empty key
+bool isEditableKind(std::string_view key); // whether its node can be renamed; false for a group and an empty key
 
 std::string fileKey(const clsFile& file);
 std::string dataKey(const clsInsData& data, const clsFile& file);
@@ -31,7 +32,7 @@ std::string logKey(const clsLog& log, const clsInsData& data, const clsFile& fil
 
 std::vector<std::string> logKeys(const clsFile& file); // in the order of the tree
 
-// What a key stands for; null where it names nothing, or nothing of that level.
+// The objects that a key stands for; null for those that do not exist or are not named by such a key.
 struct Node {
     clsFile* file = nullptr;
     clsInsData* data = nullptr;
@@ -40,13 +41,13 @@ struct Node {
 
 Node resolve(const Session& session, std::string_view key);
 
-// Gives identities to new objects: of the last file only, of the file intFileId (above 0), or of all. Order is
-// untouched. A log that has the identity of another in its collection takes a new one. Raises 6 past the largest
-// identity, which is 32767 for a file.
+// Gives identities to new objects: of the last file only, of the file with intFileId (when above 0), or of all files.
+// The order of objects is not changed. A log with the same identity as an earlier one in its collection gets a new one.
+// Raises 6 when there is no further identity; the largest for a file is 32767.
 void AssignIdentities(Session& session, bool bLastFileOnly, int intFileId);
 
-// May the node of sourceKey be dropped on that of targetKey (empty: the selected one)? Never on itself; a log or group
-// only on a file, a collection or its own family.
+// Whether the node of sourceKey may be dropped on that of targetKey (when empty, on the selected one). It may never be
+// dropped on itself; a log or a group only on a file, on a collection or within its own family.
 bool SittingOnValidNode(std::string_view sourceKey, std::string_view targetKey, std::string_view selectedKey);
 
 } // namespace kestrane

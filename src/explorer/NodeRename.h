@@ -7,11 +7,11 @@
 
 namespace kestrane {
 
-// Gives the node's object a new name: a file on disk, too. A failure is shown and changes nothing. An empty name is no
-// name. False when nothing was changed. The trees are rebuilt by the caller.
+// Renames the node's object; a file is renamed on disk, too. A failure is shown and changes nothing. Returns false when
+// nothing was changed, which includes an empty name. The caller rebuilds the trees.
 bool renameNode(Session& session, const std::string& key, const std::string& newText);
 
-// The text that is edited: of a collection its name alone.
+// The text that is edited; for a collection only its name.
 std::string editableText(const Session& session, const std::string& key);
 
 } // namespace kestrane

@@ -8,11 +8,11 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kNarrowest = 3; // of a column that is broken into lines
+constexpr double kNarrowest = 3; // cm; a column that is broken into lines is not narrower
 constexpr std::size_t kMostLines = 12;
 constexpr double kCaptionLines = 1.5;
 constexpr double kNoteLines = 2;
-constexpr std::size_t kMostMeasured = 5000; // rows
+constexpr std::size_t kMostMeasured = 5000; // the number of rows that are measured
 
 } // namespace
 
@@ -34,7 +34,7 @@ void GridPages::measureColumns() {
     const std::size_t step = grid_.Rows / kMostMeasured + 1;
     for (std::size_t column = 0; column < grid_.Captions.size(); ++column) {
         double widest = metrics_.textWidth(grid_.Captions[column], kCaptionFont);
-        std::size_t longest = 0; // shorter texts are not measured
+        std::size_t longest = 0; // a text shorter than this is not measured
         for (std::size_t row = 0; row < grid_.Rows; row += step) {
             const std::string cell = grid_.Cell(row, column);
             if (cell.size() < longest || (cell.size() == longest && row > 0)) continue;

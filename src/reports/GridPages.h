@@ -1,7 +1,7 @@
-// A grid on paper: columns as wide as their longest cell and two characters, left-aligned, under captions that each
-// page repeats. Of a very long grid every so many rows are measured, and a cell that is longer still is cut. A grid
-// wider than the page goes on on further pages, behind its first column; one long text column among others is broken
-// into lines instead.
+// A grid on paper, with left-aligned columns under captions that are repeated on each page. A column is as wide as its
+// longest cell plus two characters. Of a very long grid only a part of the rows is measured, and a cell that is even
+// longer is cut. A grid that is wider than the page continues on further pages, where its first column is repeated; a
+// single long text column is broken into lines instead.
 #pragma once
 
 #include "reports/PageFrame.h"
@@ -14,16 +14,16 @@
 namespace kestrane {
 
 struct PageGrid {
-    std::vector<std::string> Captions; // one for each column; all empty: the grid has none
+    std::vector<std::string> Captions; // one for each column; when all are empty, the grid has no captions
     std::size_t Rows = 0;
-    std::function<std::string(std::size_t row, std::size_t column)> Cell; // from 0
-    std::size_t TotalRows = 0;                                            // so many at the end stand below a line
-    std::string Note{};                                                   // on top of each page; may be empty
+    std::function<std::string(std::size_t row, std::size_t column)> Cell; // both counted from 0
+    std::size_t TotalRows = 0; // the number of rows at the end that are below a line
+    std::string Note{};        // at the top of each page; may be empty
 };
 
 class GridPages : public PagedDocument {
 public:
-    // metrics must outlive the pages, and be those of the device that they are drawn on.
+    // metrics must outlive the pages and must be those of the device on which they are drawn.
     GridPages(const Session& session, const PageHeading& heading, PageGrid grid, const PageMetrics& metrics);
 
     const std::string& Title() const override { return title_; }
@@ -35,10 +35,10 @@ public:
 private:
     struct Column {
         double Width = 0;
-        bool IsBroken = false; // into lines, where a cell is longer
+        bool IsBroken = false; // a longer cell is broken into lines
     };
 
-    // A part of the rows, in a part of the columns behind the first.
+    // The part of the grid on one page. The ends are not included; the first column is always repeated.
     struct Part {
         std::size_t FirstColumn, EndColumn, FirstRow, EndRow;
     };
@@ -49,7 +49,7 @@ private:
     void planPages();
     std::vector<std::string> cellLines(std::size_t row, std::size_t column) const;
     std::size_t linesOf(std::size_t row) const;
-    double drawRow(PageDevice& device, const Part& part, std::size_t row, double top) const; // its height
+    double drawRow(PageDevice& device, const Part& part, std::size_t row, double top) const; // returns its height
 
     const std::string title_;
     const PageGrid grid_;

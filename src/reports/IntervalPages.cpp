@@ -11,10 +11,10 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::string_view kIntervalWidth = "WWWW000.0 dB"; // of a column of levels, at least
+constexpr std::string_view kIntervalWidth = "WWWW000.0 dB"; // the least width of a column of levels
 constexpr std::string_view kTimeWidth = "*00:00:00";
-constexpr double kHeadLines = 3.5; // heading, captions, and the room round them
-constexpr double kFootLines = 2;   // the line that tells of the stars
+constexpr double kHeadLines = 3.5; // heading, captions, and the space around them
+constexpr double kFootLines = 2;   // the line that explains the stars
 
 bool isAnyExcluded(const IntervalColumns& rows) {
     const auto flags = rows.cells(rows.isExcluded);

@@ -1,5 +1,6 @@
-// The pages of a report that list the rows of a log, a line a row, channel after channel. Nothing is kept of a page:
-// its lines are made when it is drawn, so that a log of any length is laid out at once. Shares the log's columns.
+// The pages of a report that list the rows of a log, one line for each row and one channel after the other. Nothing of
+// a page is kept: its lines are made when it is drawn, so that a log of any length is laid out at once. Shares the
+// log's columns.
 #pragma once
 
 #include "model/IntervalColumns.h"
@@ -19,17 +20,17 @@ public:
 
     std::size_t count() const { return channels_.size() * pagesOfChannel_; }
 
-    void draw(PageDevice& device, std::size_t page) const; // from 0
+    void draw(PageDevice& device, std::size_t page) const; // counted from 0
 
 private:
     struct FigureColumn {
         std::string Caption;
-        Quantity Source = Quantity::End; // Quantity::End: the log has no such figures
+        Quantity Source = Quantity::End; // Quantity::End when the log has no such figures
         double Right = 0;
     };
 
     struct Channel {
-        std::string Name; // empty when there is one channel alone
+        std::string Name; // empty when there is only one channel
         std::vector<FigureColumn> Columns;
     };
 

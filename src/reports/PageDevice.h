@@ -1,5 +1,5 @@
-// What a report is drawn on: a page in centimetres, whether of a printer, of a PDF file, on the screen or of a test.
-// The origin is the upper left corner of the paper. A device draws; where things stand was decided by who calls it.
+// What a report is drawn on: a page measured in centimetres, of a printer, of a PDF file, on the screen or in a test.
+// The origin is the upper left corner of the paper. A device only draws; its caller decides where things are.
 #pragma once
 
 #include "views/ChartOnPage.h"
@@ -22,7 +22,7 @@ struct PageBox {
 
 enum class PageAlign { Left, Right };
 
-// The paper, and how much room a text takes on it. Both come before the first page is drawn.
+// The size of the paper, and how much space a text takes on it. Both are known before the first page is drawn.
 class PageMetrics {
 public:
     virtual ~PageMetrics() = default;
@@ -30,10 +30,10 @@ public:
     virtual double width() const = 0;
     virtual double height() const = 0;
     virtual double textWidth(std::string_view text, const PageFont& font) const = 0;
-    virtual double lineHeight(const PageFont& font) const = 0; // of "Xy"
+    virtual double lineHeight(const PageFont& font) const = 0; // the height of "Xy"
 
-    // The width that a picture is going to take of a box; an empty path is the picture of the brand. 0: there is no
-    // such picture.
+    // The width that a picture will take in a box. An empty path stands for the picture of the brand. 0 when there is
+    // no such picture.
     virtual double pictureWidth(const std::string& path, const PageBox& box) const = 0;
 
     bool isLandscape() const { return width() > height(); }
@@ -43,15 +43,15 @@ class PageDevice {
 public:
     virtual ~PageDevice() = default;
 
-    virtual void newPage() = 0; // the first is there
+    virtual void newPage() = 0; // begins another page; the first one is there from the start
 
-    // A line of text with its top at top. It begins at x, or with PageAlign::Right ends there.
+    // Draws a line of text with its top at top. It begins at x, or with PageAlign::Right it ends there.
     virtual void text(double x, double top, std::string_view text, const PageFont& font,
                       PageAlign align = PageAlign::Left) = 0;
     virtual void rule(double left, double top, double width) = 0; // a thin horizontal line
 
-    // Draws the picture of a file, in proportion, at the upper left of a box, and returns the width that it takes. 0:
-    // there is no such picture, and nothing is drawn.
+    // Draws the picture of a file, with its proportions, at the upper left of a box, and returns the width that it
+    // takes. Returns 0 and draws nothing when there is no such picture.
     virtual double picture(const std::string& path, const PageBox& box) = 0;
     virtual double brandPicture(const PageBox& box) = 0;
 

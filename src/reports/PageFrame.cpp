@@ -14,8 +14,9 @@ constexpr double kBelowHead = 1;
 constexpr double kBelowHeadInLandscape = 0.5;
 constexpr double kBesideLogo = 0.4;
 constexpr double kAboveFoot = 0.3;
-constexpr double kLeastPoints = 10;       // of a head that has to be made smaller to fit
-constexpr std::size_t kMostHeadLines = 3; // into which a line is broken when that is not enough
+constexpr double kLeastPoints = 10; // the smallest font of a head that must be made smaller to fit
+// The most lines into which a line of the head is broken when that is not enough.
+constexpr std::size_t kMostHeadLines = 3;
 
 } // namespace
 
@@ -39,7 +40,7 @@ PageFrame::PageFrame(const Session& session, const PageHeading& heading, const P
     body_.Top += std::max(kLogoBox.Height, lines) + (metrics.isLandscape() ? kBelowHeadInLandscape : kBelowHead);
 }
 
-// Beside the logo, in the largest font that all have room in.
+// Places the head beside the logo, in the largest font in which all lines fit.
 void PageFrame::setHead(const std::vector<std::string>& lines, double logoWidth) {
     const double room = body_.width() - logoWidth - kBesideLogo;
     PageFont font = kTitleFont;
@@ -58,12 +59,12 @@ PageArea PageFrame::wholePage() const {
     return {kMargin, kMargin, metrics_.width() - kMargin, foot - kAboveFoot};
 }
 
-// All lines stand on one axis: the middle of the page, or where the widest of them neither reaches into the logo nor
-// past the margin.
+// All lines are centred on one axis: the middle of the page, or as far from it as needed for the widest line to reach
+// neither into the logo nor past the margin.
 void PageFrame::drawHead(PageDevice& device) {
     double logoWidth = logo_.empty() ? 0 : device.picture(logo_, kLogoBox);
     if (logoWidth == 0) {
-        logo_.clear(); // is not tried again
+        logo_.clear(); // so that it is not tried again
         logoWidth = device.brandPicture(kLogoBox);
     }
     const double left = kMargin + logoWidth + kBesideLogo;

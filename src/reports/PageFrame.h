@@ -1,5 +1,5 @@
-// What every page of a report has round its content: logo, company and title at the head, and the foot line with the
-// program, the file and the page's number. It says where the content may stand.
+// What every page of a report has around its content: logo, company and title in the head, and a foot line with the
+// program, the file and the page number. It also says where the content may be.
 #pragma once
 
 #include "model/Session.h"
@@ -14,7 +14,7 @@ inline constexpr PageFont kBodyFont{7, false};
 inline constexpr PageFont kCaptionFont{7, true};
 inline constexpr PageFont kTitleFont{14, true};
 
-// Room for content, in centimetres.
+// The space for content, in centimetres.
 struct PageArea {
     double Left = 0, Top = 0, Right = 0, Bottom = 0;
 
@@ -38,7 +38,7 @@ public:
     PageArea wholePage() const; // without the head
 
     void drawHead(PageDevice& device);
-    void drawFoot(PageDevice& device, std::size_t page, std::size_t pages) const; // page from 0
+    void drawFoot(PageDevice& device, std::size_t page, std::size_t pages) const; // page is counted from 0
 
 private:
     struct HeadLine {
@@ -49,7 +49,7 @@ private:
     void setHead(const std::vector<std::string>& lines, double logoWidth);
 
     std::vector<HeadLine> head_;
-    std::string logo_; // path; empty: none is set, or it could not be read
+    std::string logo_; // path; empty when none is set or it could not be read
     std::string program_, file_, pageOfPages_;
     const PageMetrics& metrics_;
     PageArea body_;

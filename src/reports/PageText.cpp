@@ -12,7 +12,7 @@ bool isTail(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
-// Where the characters of a text end.
+// The positions at which the characters of a text end.
 std::vector<std::size_t> characterEnds(std::string_view text) {
     std::vector<std::size_t> ends;
     for (std::size_t end = 1; end <= text.size(); ++end) {
@@ -21,8 +21,8 @@ std::vector<std::size_t> characterEnds(std::string_view text) {
     return ends;
 }
 
-// The longest beginning of a text, of whole characters, that fits with what stands behind it; never less than least
-// characters.
+// The length of the longest beginning of a text, in whole characters, that fits together with the text behind; at least
+// the given least number of characters.
 std::size_t fittingLength(const PageMetrics& metrics, std::string_view text, std::string_view behind, double width,
                           const PageFont& font, std::size_t least) {
     const std::vector<std::size_t> ends = characterEnds(text);

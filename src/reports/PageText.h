@@ -1,4 +1,4 @@
-// Text that has to fit a width of the page.
+// Makes a text fit a width on the page.
 #pragma once
 
 #include "reports/PageDevice.h"
@@ -9,15 +9,15 @@
 
 namespace kestrane {
 
-// The text, or as much of its beginning as fits, with an ellipsis behind it.
+// The text, or as much of its beginning as fits, followed by an ellipsis.
 std::string fittedText(const PageMetrics& metrics, std::string_view text, double width, const PageFont& font);
 
-// The text in lines, broken at blanks, or within a word that is longer than a line. Never more than most lines: what is
-// left over ends in an ellipsis. An empty text is one empty line.
+// The text in lines, broken at blanks, or within a word that is longer than a line. There are at most most lines: what
+// is left over ends in an ellipsis. An empty text gives one empty line.
 std::vector<std::string> wrappedText(const PageMetrics& metrics, std::string_view text, double width,
                                      const PageFont& font, std::size_t most);
 
-// On one line: line breaks, tabs and what else cannot be printed become blanks.
+// The text on one line: line breaks, tabs and other characters that cannot be printed become blanks.
 std::string printableText(std::string_view text);
 
 } // namespace kestrane

@@ -1,5 +1,5 @@
-// A document laid out in pages, each of which can be drawn by itself and in any order: a printer takes all of them, a
-// preview the one in view. It holds copies, so it stays as it is when the log changes.
+// A document laid out in pages. Each page can be drawn on its own and in any order: a printer takes all of them, a
+// preview the one that is visible. It holds copies, so it does not change when the log does.
 #pragma once
 
 #include "reports/PageDevice.h"
@@ -16,13 +16,13 @@ public:
 
     virtual const std::string& Title() const = 0;
     virtual std::size_t pageCount() const = 0;                       // at least 1
-    virtual void drawPage(PageDevice& device, std::size_t page) = 0; // from 0
+    virtual void drawPage(PageDevice& device, std::size_t page) = 0; // counted from 0
 };
 
-// Told how many pages are drawn, before each and at the end. False: no more are wanted.
+// Called with the number of pages drawn, before each page and at the end. Returns false when no more pages are wanted.
 using PageProgress = std::function<bool(std::size_t drawn, std::size_t pages)>;
 
-// False when the progress put an end to it.
+// Draws all pages. Returns false when progress ended it.
 bool drawPages(PagedDocument& document, PageDevice& device, const PageProgress& progress);
 
 } // namespace kestrane

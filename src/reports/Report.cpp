@@ -10,21 +10,21 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kChartHeight = 0.33; // of the page
+constexpr double kChartHeight = 0.33; // as a part of the page's height
 constexpr double kLeastChartHeight = 0.25;
 constexpr double kChartHeightInLandscape = 0.66;
 constexpr double kMiddleGap = 0.5;
-constexpr double kRoomToSign = 0.8; // above a dotted line
+constexpr double kRoomToSign = 0.8; // cm, above a dotted line
 constexpr std::size_t kMostValueLines = 3;
 constexpr double kRemarkLines = 1.25;
-constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the room round them
+constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the space around them
 
 std::string titleOf(const clsLog& log) {
     const std::string kind = log.ModeText() + " " + log.session().LoadText(Text::ReportWord);
     return log.Name.empty() ? kind : log.Name + " - " + kind;
 }
 
-// How far to the right each column of a table reaches, from its left edge.
+// The right edge of each column of a table, measured from the left edge of the table.
 std::vector<double> columnEnds(const ReportTable& table, const PageMetrics& metrics) {
     const double gap = metrics.textWidth("WW", kCaptionFont);
     std::vector<double> ends;
@@ -88,7 +88,7 @@ void Report::placeDetails(const std::vector<DetailLine>& lines) {
         widest = std::max(widest, metrics_.textWidth(line.Caption, kBodyFont));
     const double left = body.Left + widest + metrics_.textWidth("X", kBodyFont);
     const double right = metrics_.isLandscape() ? metrics_.width() / 2 - kMiddleGap / 2 : body.Right;
-    double above = top_; // where the last words end
+    double above = top_; // where the last text ends
     for (const DetailLine& line : lines) {
         if (line.HasSpaceAbove && !metrics_.isLandscape()) top_ += line_;
         if (line.IsToSign) top_ = std::max(top_, above + kRoomToSign);
@@ -108,7 +108,8 @@ double Report::heightOf(const ReportTable& table) const {
     return (lines + static_cast<double>(table.Rows.size())) * line_;
 }
 
-// Beside the details in landscape, else below them, with room below for a table where there is enough.
+// Places the chart beside the details in landscape, else below them, leaving room below it for a table when there is
+// enough.
 void Report::placeChart(const ReportSubject& subject, double below) {
     chart_ = {std::make_shared<ChartData>(fullLogChart(&subject.log, {})), subject.ShowsLegend, subject.ShowsNote, {}};
     const PageArea& body = frame_.body();
@@ -125,8 +126,8 @@ void Report::placeChart(const ReportSubject& subject, double below) {
     top_ += height + line_;
 }
 
-// In one piece where there is room for it: below, beside the table before, or on the next page. A table longer than a
-// page goes on beside itself, and then on the next page.
+// Places a table. It is kept in one piece when there is room for it: below the last one, beside it, or on the next
+// page. A table longer than a page continues beside itself and then on the next page.
 void Report::placeTable(const ReportTable& table) {
     const PageArea& body = frame_.body();
     const std::vector<double> ends = columnEnds(table, metrics_);

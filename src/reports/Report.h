@@ -1,5 +1,5 @@
-// The report of a log: details with the lines to sign on, chart, cumulative figures, the figures of its bands, and its
-// intervals. Laid out for a paper when it is made; what it says is in ReportTables.
+// The report of a log: details with lines for signing, chart, cumulative figures, the figures of its bands, and its
+// intervals. It is laid out for a paper when it is made; what it says is in ReportTables.
 #pragma once
 
 #include "model/clsFile.h"
@@ -26,15 +26,16 @@ struct ReportSubject {
     bool ShowsNote = true;
 };
 
-// The default report has the log's intervals when the settings say so; no report lists intervals that are not there.
+// Whether a form lists the intervals of a log. The default form lists them when the settings say so; a log without
+// intervals has no list.
 bool includesIntervals(const clsLog& log, ReportForm form);
 
-// The log in view shows other intervals than the log that was opened, or leaves some out of its figures.
+// Whether the log in view shows other intervals than the opened log, or leaves some out of its figures.
 bool isModified(const clsLog& opened, const clsLog& inView);
 
 class Report : public PagedDocument {
 public:
-    // metrics must outlive the report, and be those of the device that it is drawn on.
+    // metrics must outlive the report and must be those of the device on which it is drawn.
     Report(const ReportSubject& subject, ReportForm form, const PageMetrics& metrics);
 
     const std::string& Title() const override { return title_; }
@@ -74,8 +75,8 @@ private:
     const double line_;
     std::vector<PlacedPage> pages_;
     double top_ = 0;        // of what is placed next
-    double tableTop_ = 0;   // of the last table or its part
-    double tableRight_ = 0; // 0: there is none on this page
+    double tableTop_ = 0;   // of the last table or of its last part
+    double tableRight_ = 0; // 0 when there is no table on this page
     ChartOnPage chart_;
     std::optional<IntervalPages> intervals_;
 };

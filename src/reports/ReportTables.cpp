@@ -15,13 +15,13 @@ namespace kestrane {
 namespace {
 
 constexpr std::string_view kLongDate = "long date";
-constexpr float kUsualHours = 8; // an exposure time that needs no mention
+constexpr float kUsualHours = 8; // hours; this exposure time need not be mentioned
 
 std::string longDate(const clsDate& date) {
     return date.Format().empty() ? std::string() : date.Format(kLongDate);
 }
 
-// Without a date there is no time either: it is midnight, since nobody set it.
+// Without a date there is no time either: it would be midnight only because nobody set it.
 std::string timeOf(const clsLog& log, const clsTime& time) {
     return log.StartDate.Format().empty() ? std::string() : time.hh_mm_ss();
 }
@@ -35,7 +35,7 @@ std::string decibels(int level) {
     return std::to_string(level) + " dB";
 }
 
-// The details block, from its first line to its last. No caption: a blank line.
+// The details block, from its first line to its last. A row without a caption is a blank line.
 struct DetailRow {
     Text::Id caption = Text::None;
     std::string (*value)(const clsInsData& data, const clsLog& log) = nullptr;
@@ -69,7 +69,7 @@ constexpr DetailRow kDetails[] = {
     {Text::Signature, [](const clsInsData&, const clsLog&) { return dottedLine(); }, true, true},
 };
 
-// The cumulative table in front of its figures. Null: channel B has no text of its own.
+// The rows of the cumulative table that precede its figures. channelB is null when channel B has no text of its own.
 struct WordRow {
     Text::Id caption = Text::None;
     std::string (*channelA)(const clsLog& log);
@@ -101,12 +101,13 @@ bool isListed(const clsLog& log, Parameter parameter) {
     if (ln == 0) return true;
     try {
         return log.LnNumberA(ln) != 0 && IsLnCumulativeValid(log, kChannelA, ln);
-    } catch (const RuntimeError&) { // a length past all bounds
+    } catch (const RuntimeError&) { // the length is out of range
         return false;
     }
 }
 
-// Levels that have the weighting of their channel in their name go by both names.
+// The caption of a figure. In a log with channel B, a level whose name contains the weighting has the names of both
+// channels.
 std::string figureCaption(const clsLog& log, Parameter parameter) {
     if (lnOf(parameter) != 0) return "L" + std::to_string(log.LnNumberA(lnOf(parameter)));
     const std::string channelA = levelCaption(log, kChannelA, parameter);

@@ -1,5 +1,5 @@
-// What a report says, as texts: the tables of its rows and columns are in ReportTables.cpp, one a part of the report.
-// Where the texts stand is Report's.
+// What a report says, as texts. The tables of its rows and columns are in ReportTables.cpp, one for each part of the
+// report. Report decides where the texts are.
 #pragma once
 
 #include "model/LogParameters.h"
@@ -12,38 +12,38 @@
 
 namespace kestrane {
 
-// A line of the details block. One without a caption is blank.
+// A line of the details block. A line without a caption is blank.
 struct DetailLine {
     std::string Caption;
     std::string Value;
-    bool HasSpaceAbove = false; // a blank line in front of it, on upright paper
-    bool IsToSign = false;      // a dotted line, written on by hand
+    bool HasSpaceAbove = false; // on portrait paper a blank line precedes it
+    bool IsToSign = false;      // a dotted line, to be filled in by hand
 };
 
 std::vector<DetailLine> detailLines(const clsInsData& data, const clsLog& log);
 
-// Captions, then rows of as many cells; the first column names the row.
+// Captions, then rows with as many cells; the first column names the row.
 struct ReportTable {
     std::string Heading;
     std::string Remark{}; // below the heading; may be empty
     std::vector<std::string> Captions;
     std::vector<std::vector<std::string>> Rows;
-    std::string_view NameWidth; // as wide is the first column at least
+    std::string_view NameWidth; // the first column is at least as wide as this text
 };
 
 ReportTable cumulativeTable(const clsLog& log);
-ReportTable frequencyTable(const clsLog& log); // of an octave log
+ReportTable frequencyTable(const clsLog& log); // for a log with bands
 
-// "Cumulative Data: Monday 3 June 2019, 09:00"; what is not known is left out.
+// A heading such as "Cumulative Data: Monday 3 June 2019, 09:00"; what is not known is left out.
 std::string datedHeading(const std::string& words, const std::string& longDate, const std::string& time);
 
-// A column of levels, of the bands or of the intervals.
+// A column of levels, in the table of the bands or in that of the intervals.
 struct LevelColumn {
     Parameter parameter;
-    bool isOptional = false; // there only while the user has the parameter plotted
+    bool isOptional = false; // only there when the user has the parameter plotted
 };
 
-inline constexpr std::string_view kLevelWidth = "WW000.0 dB"; // as wide is a column of figures at least
+inline constexpr std::string_view kLevelWidth = "WW000.0 dB"; // a column of figures is at least as wide as this text
 
 std::span<const LevelColumn> intervalColumns();
 

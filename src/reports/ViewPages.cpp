@@ -21,7 +21,7 @@ constexpr std::size_t kMostLinesBelow = 4;
 
 using Cells = std::vector<std::vector<std::string>>;
 
-// band 0: none is named
+// The heading of a view; band 0 means that it names no band.
 PageHeading headingOf(const PrintedView& view, int band = 0) {
     std::string title = view.log.session().LoadText(tabRow(view.tab).Caption);
     if (!view.log.Name.empty()) title = view.log.Name + " - " + title;
@@ -41,7 +41,7 @@ PageGrid gridOf(std::vector<std::string> captions, Cells cells) {
     return grid;
 }
 
-// A chart that fills its page between the margins.
+// A chart that fills its page within the margins.
 class ChartPage : public PagedDocument {
 public:
     ChartPage(const PrintedView& view, ChartOnPage chart, const std::string& below) :

@@ -11,7 +11,7 @@
 
 namespace kestrane {
 
-// The tab (LogTab) of a log. metrics must outlive the pages.
+// A tab (LogTab) of a log. metrics must outlive the pages.
 struct PrintedView {
     const clsFile& file;
     const clsLog& log;
@@ -20,15 +20,15 @@ struct PrintedView {
     const PageMetrics& metrics;
 };
 
-// With a text below the chart, or an empty one.
+// The chart with a text below it, which may be empty.
 std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart, const std::string& below);
 
-// The labels that a panel (ePanelBothChannels and so on) shows of a band.
+// The labels that a form of the panel (ePanelBothChannels and so on) shows for a band.
 std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int panel);
 
 std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view);
 
-// The intervals table, as it is shown of a channel and a choice of bands or parameters.
+// The intervals table as it is shown for a channel and a choice of band or parameter.
 std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, int channel, const DisplayChoice& choice);
 
 } // namespace kestrane

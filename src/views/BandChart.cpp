@@ -95,7 +95,8 @@ private:
         return unit == ParameterUnit::Pa2Hours ? ChartAxis::Secondary : ChartAxis::Primary;
     }
 
-    // A second axis stands only where dose and Pa2Hr are both shown: Pa2Hr has it, on a scale of its own from 0.
+    // There is a second axis only when dose and Pa2Hr are both shown. It is that of Pa2Hr, with a scale of its own from
+    // 0.
     void setAxes() {
         if (axisMode_ == kByDecibels) {
             chart_.PrimaryTitle = session_.LoadText(Text::Decibel);

@@ -1,4 +1,4 @@
-// A chart as it goes on paper: its data, which parts are shown, and what is in view.
+// A chart as it is put on paper: its data, which parts are shown, and which part of it is visible.
 #pragma once
 
 #include "views/ChartData.h"
@@ -8,7 +8,7 @@
 
 namespace kestrane {
 
-// In coordinates of the axes; row r lies at r.
+// In the coordinates of the axes; row r is at r.
 struct ChartPart {
     ChartRange Rows, Primary, Secondary;
 };
@@ -17,7 +17,7 @@ struct ChartOnPage {
     std::shared_ptr<const ChartData> Data;
     bool HasLegend = true;
     bool HasFootnote = true;
-    std::optional<ChartPart> Part; // nothing: the whole
+    std::optional<ChartPart> Part; // nothing for the whole chart
 };
 
 } // namespace kestrane

@@ -9,16 +9,16 @@
 
 namespace kestrane {
 
-// A chart without rows: the log's name as title, and the looks by the options.
+// A chart without rows, with the log's name as its title and the looks of the options.
 ChartData emptyChart(const clsLog& log, const clsLogOptions& options);
 
-// The figures of a chart: 0 is a missing one.
+// A figure as a chart value: 0 becomes a missing value.
 inline float chartValue(float calcValue) {
     return calcValue == 0 ? kNullValue : calcValue;
 }
 
-void addFootnote(ChartData& chart, const std::string& line); // on a line of its own, unless it is empty
+void addFootnote(ChartData& chart, const std::string& line); // adds a line of its own; does nothing for an empty text
 
-// "Pa2Hrs", "%", or "Pa2Hrs / %" for an axis that carries both.
+// "Pa2Hrs", "%", or "Pa2Hrs / %" for an axis that has both.
 std::string exposureTitle(const Session& session, bool hasPercent, bool hasPa2Hours);
 } // namespace kestrane

@@ -36,7 +36,8 @@ void appendEscaped(std::string& html, std::string_view text) {
     }
 }
 
-// Calls visit(part) for each part of text up to a separator, and for what is behind the last one, unless that is empty.
+// Calls visit(part) for each part of text that ends at a separator, and for the part behind the last separator; when
+// that part is empty, only if isLastKept.
 template <class Visit>
 void forEachPart(std::string_view text, std::string_view separator, bool isLastKept, Visit visit) {
     for (std::size_t at = 0; at < text.size() || isLastKept;) {
@@ -47,7 +48,7 @@ void forEachPart(std::string_view text, std::string_view separator, bool isLastK
     }
 }
 
-// The first cell of a row says what the row is.
+// Appends a row. Its first cell is a caption, because it says what the row is.
 void appendRow(std::string& html, std::string_view line, bool isHeading) {
     bool isFirst = true;
     html += "<tr>";
@@ -140,7 +141,7 @@ ClipboardForms copiedExposures(const clsLog& log) {
 }
 
 ClipboardForms copiedComparison(const HPDComparison& comparison) {
-    std::string lines; // as cells; in the text a blank stands between them
+    std::string lines; // as cells; in the text form blanks separate them
     for (const auto& [caption, value] : comparison.Panel)
         appendLine(lines, {caption, value});
     appendLine(lines, {comparison.ResultLine});

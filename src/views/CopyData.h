@@ -1,5 +1,5 @@
-// What the copy commands put on the clipboard, tab by tab: text with tabs between cells, and the same as an HTML table,
-// so that word processors and spreadsheets paste a table. Pictures of charts are drawn by charts/.
+// What the copy commands put on the clipboard for each tab: text with tabs between cells, and the same as an HTML
+// table, so that word processors and spreadsheets paste a table. Pictures of charts are drawn by charts/.
 #pragma once
 
 #include "platform/Clipboard.h"
@@ -12,17 +12,17 @@
 
 namespace kestrane {
 
-// Lines of cells as text and as a table; with a heading the first line is one.
+// Lines of cells as text and as a table. With hasHeading the first line is a heading.
 ClipboardForms copiedLines(std::string text, bool hasHeading);
 
-// Rows of the intervals table; the HTML form names the log and its criterion, and says what "*" means.
+// The rows of the intervals table. The HTML form also names the log and its criterion, and explains the "*".
 ClipboardForms copiedTable(const clsLog& log, const CopiedRows& rows, bool hasHeading);
 ClipboardForms copiedValues(const ChartData& chart, const Locale& locale);
 ClipboardForms copiedPanel(const clsLog& log, int band, int panel); // the figures that the panel shows
 ClipboardForms copiedExposures(const clsLog& log);
-// A line in front of the text and of the table; an empty one, and a picture, change nothing.
+// Puts a line in front of the text and of the table. An empty line changes nothing, and pictures are not changed.
 ClipboardForms withLine(ClipboardForms forms, const std::string& line);
 
-ClipboardForms copiedComparison(const HPDComparison& comparison); // its words, a blank between caption and value
+ClipboardForms copiedComparison(const HPDComparison& comparison); // its words, with a blank between caption and value
 
 } // namespace kestrane

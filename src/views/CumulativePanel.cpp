@@ -14,7 +14,7 @@ namespace kestrane {
 
 namespace {
 
-// A row of figures: the names of its labels, "" for a channel that has none.
+// A row of figures, with the names of its labels; "" for a channel that has none.
 struct FigureRow {
     PanelSection section;
     Parameter parameter;
@@ -38,7 +38,7 @@ constexpr FigureRow kFigures[] = {
     {PanelSection::Exposure, ePa2Hr, "lblPA2hr", "lblPA2hrB"},
 };
 
-// What is left blank at a location where what a log can show depends on it.
+// The labels that stay blank at a location, for meters that measure different figures at different locations.
 constexpr std::array<std::string_view, 5> kBlankAtWork = {"lblLE", "lblPeak", "lblLn", "lblLtm3", "lblLtm5"};
 constexpr std::array<std::string_view, 9> kBlankInEnvironment = {
     "lblPeak", "lblLepdETA", "lblLepdMTA", "lblDoseETA", "lblDoseMTA", "lblDoseHour", "lblLtm3", "lblLtm5", "lblPA2hr"};
@@ -215,7 +215,7 @@ std::string heardText(const Session& session, const PanelRow& row, int channel) 
     std::string text = PlainCaption(label.Caption);
     if (text.ends_with(':')) text.pop_back();
     if (!row.B.Name.empty()) text += ", " + session.LoadText(isB ? Text::ChannelB : Text::ChannelA);
-    // Percentiles stand in one label of several levels, without their unit.
+    // Percentiles are one label with several levels, which has no unit of its own.
     const std::string unit = row.Section == PanelSection::Levels ? session.LoadText(Text::Decibel) : row.Unit;
     return text + ", " + valueText(label, unit);
 }

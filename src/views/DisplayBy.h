@@ -1,5 +1,5 @@
-// What of a log a tab shows: all parameters, all parameters at one band, or one parameter at all bands. The lists that
-// a user chooses from, and what a choice means.
+// What a tab shows of a log: all parameters, all parameters at one band, or one parameter at all bands. The lists from
+// which a user chooses, and what a choice means.
 #pragma once
 
 #include "model/clsLog.h"
@@ -9,13 +9,13 @@
 
 namespace kestrane {
 
-// The four modes of the choice: 0 and 1 say what the list offers, 2 and 3 which axis a band chart shows.
+// The four modes of the choice: the first two say what the list offers, the other two which axis a band chart shows.
 constexpr int kByFreq = 0;
 constexpr int kByParam = 1;
 constexpr int kByDecibels = 2;
 constexpr int kByPercent = 3;
 
-// At most one of the two is chosen. A parameter stays the same whatever its caption becomes.
+// At most one of the two is chosen. The parameter is kept by number, so a change of its caption does not matter.
 struct DisplayChoice {
     std::string BandText; // "1k"
     int Parameter = 0;    // eLeq, eLmin, eLmax, eLn1..eLn10
@@ -28,11 +28,12 @@ struct DisplayEntry {
     DisplayChoice Choice;
 };
 
-// "Default", which chooses nothing, and then the bands ("1k Hz (CHA)"), or the parameters of channel A that are plotted
-// in any kind. A broadband log has "Default" alone; the modes kByDecibels and kByPercent have no list.
+// "Default", which chooses nothing, followed by the bands ("1k Hz (CHA)"), or by the banded parameters of channel A
+// that are plotted in either kind. For a broadband log the list has only "Default"; for the modes kByDecibels and
+// kByPercent it is empty.
 std::vector<DisplayEntry> displayByList(const clsLog& log, int mode);
 
-// Where a choice stands in a list; 0, the default, when the list does not offer it.
+// The index of a choice in a list; 0, which is the default, when the list does not have it.
 std::size_t placeOf(const DisplayChoice& choice, const std::vector<DisplayEntry>& list);
 
 // A banded parameter of channel A as the list shows it.

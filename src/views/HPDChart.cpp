@@ -9,7 +9,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr Colour kGrades[] = {{0, 255, 0}, {255, 165, 0}, {255, 0, 0}}; // by ProtectionGrade
+constexpr Colour kGrades[] = {{0, 255, 0}, {255, 165, 0}, {255, 0, 0}}; // indexed by ProtectionGrade
 
 void addOctaves(const Session& session, const HPDComparison& comparison, ChartData& chart) {
     std::vector<std::string> labels;
@@ -26,7 +26,7 @@ void addOctaves(const Session& session, const HPDComparison& comparison, ChartDa
         addFootnote(chart, line);
 }
 
-// One row of columns; a level that could not be computed leaves its place empty.
+// One row of bars; the bar of a level that could not be computed stays empty.
 void addLevels(const HPDComparison& comparison, ChartData& chart) {
     chart.HasLegend = false;
     chart.RowCount = 1;

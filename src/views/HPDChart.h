@@ -1,5 +1,5 @@
-// The chart of a log's comparison with a hearing protector: pairs of bars by octave bands, or the levels of the other
-// methods, with titles in the colour of the grade.
+// The chart of a log's comparison with a hearing protector: pairs of bars for octave bands, or one bar for each level
+// of the other methods, with titles in the colour of the grade.
 #pragma once
 
 #include "views/ChartData.h"

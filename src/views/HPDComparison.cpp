@@ -15,13 +15,14 @@ namespace kestrane {
 namespace {
 
 constexpr float kLimit = 87;                                          // dB
-constexpr Text::Id kLevelNames[] = {Text::APL, Text::PAR, Text::ENL}; // by mode
+constexpr Text::Id kLevelNames[] = {Text::APL, Text::PAR, Text::ENL}; // indexed by mode
+// Indexed by correction.
 constexpr Text::Id kCorrectionWords[] = {Text::NoCorrection, Text::Correction2StandardDeviations,
-                                         Text::Correction4Decibel, Text::Correction1StandardDeviation}; // by correction
+                                         Text::Correction4Decibel, Text::Correction1StandardDeviation};
 constexpr std::string_view kLevel = "##0.0 dB";
 constexpr std::string_view kPlain = "##0.0";
 
-// The first size characters, followed by blanks where there are fewer.
+// The first size characters of a text, followed by blanks when there are fewer.
 std::string padded(const std::string& text, std::size_t size) {
     std::string out;
     std::size_t at = 0;
@@ -133,7 +134,7 @@ private:
         addPanel(text(Text::ProtectorHigh), hp_.High);
         addPanel(text(Text::ProtectorMedium), hp_.Medium);
         addPanel(text(Text::ProtectorLow), hp_.Low);
-        const bool isTight = out_.ExceedsLimit; // room for the limit's text
+        const bool isTight = out_.ExceedsLimit; // to make room for the text about the limit
         const std::string gap = isTight ? " " : "  ";
         const std::string comma = isTight ? ", " : ",  ";
         out_.ResultLine = start() + gap + "(" + text(Text::ProtectorHigh) + "=" + number(hp_.High, kLevel) + comma +

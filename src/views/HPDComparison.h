@@ -1,5 +1,5 @@
-// A log compared with a hearing protector: the method, the protected level and its grade, and the texts and bars that
-// the "Compare HPD" tab shows. Decided here; the tab and the command line show it.
+// A log compared with a hearing protector: the method, the protected level and its grade, and the texts and bars of the
+// "Compare HPD" tab. They are decided here; the tab and the command line show them.
 #pragma once
 
 #include "model/clsLog.h"
@@ -15,10 +15,11 @@ namespace kestrane {
 
 enum class ProtectionGrade { Green, Orange, Red };
 
-// How good a protected level is, dB: 70 to 75 green, from 65 and up to 80 orange, else red.
+// How good a protected level in dB is: 70 to 75 is green, 65 to 70 and 75 to 80 orange, all others red. The ends belong
+// to the better grade.
 ProtectionGrade gradeOf(float level);
 
-// A pair of bars of the octave method; of the others Without is the level alone.
+// A pair of bars of the octave method. For the other methods only Without is used: it is the level.
 struct ComparisonBar {
     std::string Label;
     float Without = 0; // dB
@@ -28,15 +29,15 @@ struct ComparisonBar {
 struct HPDComparison {
     std::string Method;    // "Octave", "HML", "SNR", "NRR" or empty
     std::string LevelName; // "APL", "PAR" or "ENL"
-    float Result = -1;     // dB; -1: it cannot be computed
+    float Result = -1;     // dB; -1 when it cannot be computed
     ProtectionGrade Grade = ProtectionGrade::Red;
     bool ExceedsLimit = false; // above 87 dB
     std::string ChartTitle;
     std::string ResultLine;
-    std::vector<std::string> Footnote;                      // of the octave method
-    std::vector<std::pair<std::string, std::string>> Panel; // label and value, of the other methods
+    std::vector<std::string> Footnote;                      // only for the octave method
+    std::vector<std::pair<std::string, std::string>> Panel; // label and value, for the other methods
     std::vector<ComparisonBar> Bars;
-    std::vector<StandardFigure> Standard; // by the standards, beside Result
+    std::vector<StandardFigure> Standard; // the figures by the standards, in addition to Result
     kestrane::Verdict Verdict = kestrane::Verdict::None;
 
     bool isByOctaves() const { return Method == kByOctaves; }
@@ -45,7 +46,8 @@ struct HPDComparison {
 // The name of the protected level in a mode (eHPDMode...).
 std::string levelName(const Session& session, std::int16_t mode);
 
-// A log that is not Z weighted is converted for the octave method, which the user is told; it stays as it is itself.
+// For the octave method a copy of a log that is not Z weighted is converted, and the user gets a message. The log
+// itself is not changed.
 HPDComparison compareWithProtector(const clsLog& log, const clsHP& protector, const clsOptions& options,
                                    int iCorrectionFactor);
 

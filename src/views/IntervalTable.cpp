@@ -11,7 +11,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kWriteSize = 65536; // bytes handed to a stream at once
+constexpr std::size_t kWriteSize = 65536; // bytes that are written to a stream at once
 
 clsValue valueOf(Level level) {
     clsValue value;

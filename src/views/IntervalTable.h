@@ -1,6 +1,7 @@
-// The grid of the "Intervals (Table)" tab: a row for each interval, a column for each parameter or each band of one
-// parameter. Cells are made when asked for, so that a table of any length stands at once. Shares the log's columns and
-// keeps no reference to the log: a table shows the figures as they were when it was made. Knows nothing of widgets.
+// The grid of the "Intervals (Table)" tab: a row for each interval, a column for each parameter or for each band of one
+// parameter. Cells are made when they are asked for, so that a table of any length is there at once. It shares the
+// log's columns and keeps no reference to the log: a table shows the figures as they were when it was made. It knows
+// nothing of widgets.
 #pragma once
 
 #include "model/clsLog.h"
@@ -14,22 +15,23 @@
 
 namespace kestrane {
 
-// Rows as they are copied: tabs between cells, CR LF behind rows. Overloaded ones are left out.
+// Rows as they are copied, with tabs between cells and CR LF behind rows. Overloaded rows are left out.
 struct CopiedRows {
     std::string Text;
     std::size_t LeftOut = 0;
-    bool HasExcluded = false; // "*" stands in front of a time
+    bool HasExcluded = false; // whether "*" precedes a time
 };
 
-// Rows and columns are counted from 0; the captions are no row.
+// Rows and columns are counted from 0; the line of captions is not a row.
 class IntervalTable {
 public:
-    IntervalTable() = default; // of no log
+    IntervalTable() = default; // the table of no log
 
-    // channel: kChannelA or kChannelB; a log without channel B shows A. A chosen parameter shows channel A.
+    // channel is kChannelA or kChannelB; a log without channel B always shows A. A chosen parameter is always shown for
+    // channel A.
     IntervalTable(const clsLog& log, int channel, const DisplayChoice& choice);
 
-    std::size_t rowCount() const; // an old Tallix instrument may have more peaks than intervals
+    std::size_t rowCount() const; // may be more than the intervals: an old Tallix instrument may have more peaks
 
     std::size_t columnCount() const { return columns_.size(); }
 
@@ -37,13 +39,14 @@ public:
 
     std::string cell(std::size_t row, std::size_t column) const; // empty for a missing value
 
-    bool isOverloaded(std::size_t row) const; // while the overload column is shown: the row is to be marked
-    bool isExcluded(std::size_t row) const;   // left out of calculations
+    // Whether the row is to be marked; false when the overload column is not shown.
+    bool isOverloaded(std::size_t row) const;
+    bool isExcluded(std::size_t row) const; // whether the row is left out of calculations
 
-    // The captions, then the rows: tabs between cells, CR LF behind rows.
+    // Writes the captions, then the rows, with tabs between cells and CR LF behind rows.
     void write(std::ostream& out) const;
 
-    // A cell as it is copied and printed: the time of an excluded row has "*" in front.
+    // A cell as it is copied and printed: "*" precedes the time of an excluded row.
     std::string copiedCell(std::size_t row, std::size_t column) const;
     CopiedRows copiedRows() const; // captions and rows
 
@@ -53,7 +56,7 @@ private:
     struct TableColumn {
         std::string caption;
         Kind kind = Kind::Level;
-        Quantity quantity = Quantity::End; // of a level; Quantity::End: the rows have none
+        Quantity quantity = Quantity::End; // of a level; Quantity::End when the rows do not have it
         int band = 0;
     };
 

@@ -36,7 +36,7 @@ bool hasDataByFrequency(const clsLog& log) {
     return false;
 }
 
-// Where what a log can show depends on its location, an environmental one is never compared with a protector.
+// For meters whose figures depend on the location, an environmental log is never compared with a protector.
 bool canCompare(const clsLog& log) {
     const bool isEnvironmental = log.has(Trait::EnvironmentOnly) || log.LocationType() == EnvironmentLocation;
     if (log.has(Trait::OffersVariants) && isEnvironmental) return false;
@@ -68,7 +68,8 @@ std::optional<ChartData> chartOfComparison(const clsLog& log, const ChartChoice&
     return hpdChart(log, *choice.Comparison);
 }
 
-// By LogTab. Of the noise rating no values are copied, and of the comparison no picture is saved: both are meant.
+// Indexed by LogTab. It is meant that the noise rating has no values to copy, and that no picture of the comparison is
+// saved.
 constexpr TabRow kTabs[kLogTabs] = {
     {.Caption = Text::TabFullLog,
      .Figures = TabFigures::OfRows,

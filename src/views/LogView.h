@@ -1,6 +1,5 @@
 // What an explorer window shows of a log: the tab in front, the choice of band, parameter, axis and channel, and which
-// tabs are drawn. One for each window, owned by it. It refers to the log by its tree node key, and must not know
-// widgets.
+// tabs have been drawn. Each window owns one. It refers to the log by its tree node key and must not know widgets.
 #pragma once
 
 #include "model/clsLog.h"
@@ -15,70 +14,74 @@
 
 namespace kestrane {
 
-// The chosen panel of the "Cumultv (Data)" tab that a log can have: a log without channel B has no panel of both.
+// The form of the "Cumultv (Data)" tab for a log: the chosen one, except that a log without channel B has no form with
+// both channels.
 int cumulativePanelOf(const clsLog& log, int chosen);
 
 class LogView {
 public:
-    std::string Key; // of the log on view; empty: none
+    std::string Key; // of the log that is shown; empty for none
     int Tab = eTabFullLog;
     int Panel = 0;          // ePanelBothChannels, ePanelMainChannelA or ePanelAdvanced
     int Axis = kByDecibels; // or kByPercent
     std::int64_t IntervalRow = 1;
     bool ShowsNote = true;
     bool ShowsLegend = true;
-    bool ShowsZoom = false; // its panel, where a zoom can be chosen
+    bool ShowsZoom = false; // whether its panel is shown where a zoom can be chosen
 
-    // What the log is compared with; nothing: it is still to be chosen, which the user may have declined.
+    // The protector that the log is compared with; nothing when it is still to be chosen (the user may have declined
+    // to).
     std::optional<clsHP> Protector;
     int CorrectionFactor = 0;
     bool IsComparisonDeclined = false;
 
-    // Puts another log on view: all choices as at first, but for the protector if the settings keep it, and a tab that
-    // the log has.
+    // Shows another log. All choices return to their defaults, except the protector when the settings keep it; the tab
+    // stays when the log has it.
     void open(const std::string& key, const clsLog& log, int panelSetting);
     void close();
 
-    // All tabs are to be drawn anew; channel A is chosen.
+    // All tabs must be drawn again; channel A is chosen.
     void ResetTabs();
 
     void chooseProtector(const clsHP& protector, int correctionFactor);
 
-    // Forgets a protector that has no data of the kind that the log is compared by; and a band or parameter that the
-    // log's list does not offer: the list goes to its default.
+    // Forget a protector without data of the kind that the log needs, or a band or parameter that the log's list does
+    // not offer; the list then goes to its default.
     void dropUnfitProtector(const clsLog& log);
     void dropUnfitEntry(const clsLog& log);
 
-    // True when the tab in front has yet to be drawn; it counts as drawn from then on.
+    // Returns true when the tab in front must still be drawn. It counts as drawn from then on.
     bool takeDrawing();
 
-    // Goes to a tab. False when the log does not have it. The panel's tab offers bands alone.
+    // Goes to a tab. Returns false when the log does not have it. On the tab of the cumulative panel the list offers
+    // only bands.
     bool chooseTab(int tab, const clsLog& log);
 
-    // Each returns whether the tab in front is to be drawn anew.
+    // Each returns whether the tab in front is to be drawn again.
     bool chooseListMode(int mode);                 // kByFreq or kByParam; the list goes to its default
-    bool chooseEntry(const DisplayChoice& choice); // of the list
+    bool chooseEntry(const DisplayChoice& choice); // an entry of the list
     bool chooseAxis(int axis);
     bool choosePanel(int panel);
-    void followPanelSetting(int panelSetting); // a setting that is another one than the last becomes the choice
-    bool chooseInterval(std::int64_t row);     // from 1
-    bool chooseChannel(int channel); // with a band or parameter chosen, the list goes to its default and A stays
+    void followPanelSetting(int panelSetting); // a setting that differs from the last one becomes the choice
+    bool chooseInterval(std::int64_t row);     // counted from 1
+    // When a band or parameter was chosen, the list goes to its default and channel A stays.
+    bool chooseChannel(int channel);
 
     int ListMode() const { return listMode_; }
 
     int Channel() const { return channel_; }
 
-    const DisplayChoice& Choice() const { return choice_; } // of the list
+    const DisplayChoice& Choice() const { return choice_; } // the entry of the list that is chosen
 
-    int PanelBand(const clsLog& log) const; // of the cumulative panels; 0: the overall figures
+    int PanelBand(const clsLog& log) const; // the band of the cumulative panels; 0 for the overall figures
 
 private:
-    void drawAnew(bool LogPanels::*choice); // the tabs that offer it
+    void drawAnew(bool LogPanels::*choice); // marks the tabs that offer it to be drawn again
 
     int listMode_ = kByFreq;
     DisplayChoice choice_;
     int channel_ = kChannelA;
-    int panelSetting_ = 0; // last followed
+    int panelSetting_ = 0; // the setting that was followed last
     TabFlags drawn_{};
 };
 

@@ -8,7 +8,7 @@
 
 namespace kestrane {
 
-// Nothing for a broadband log. The log's own line is the last series.
+// Nothing for a broadband log. The last series is the log's own line.
 std::optional<ChartData> noiseRatingChart(const clsLog& log);
 
 } // namespace kestrane

@@ -1,6 +1,6 @@
-// The zoom of an explorer window: the range that its panel has chosen, and the copy of the opened log that is in view
-// while a part is. The copy is the window's own and ends with the zoom; the rows of the opened log are never changed by
-// it.
+// The zoom of an explorer window: the range that its panel has chosen, and the copy of that part of the opened log
+// which is shown meanwhile. The copy belongs to the window and ends with the zoom; it never changes the rows of the
+// opened log.
 #pragma once
 
 #include "model/clsLog.h"
@@ -13,28 +13,30 @@ namespace kestrane {
 
 class Zoom {
 public:
-    // What the panel has chosen: the whole log, or the rows of Range, which are those of the opened log.
+    // The choice of the panel: the whole log, or (ByTime) the rows of Range in the opened log.
     bool ByTime = false;
     RowRange Range{1, 1};
 
-    // Back to the whole of a log. Without rows the range is 1 to 0.
+    // Returns to the whole log. Without rows the range is 1 to 0.
     void open(const clsLog& opened);
 
-    // Brings what is chosen on view: with a part of the rows a copy of them, asking whether its figures are to be
-    // recalculated; with all of them the opened log, recalculated where the settings say so for opening. Returns when
-    // the figures stand. False, with a message, and all as it was, when the range runs backwards or is not there, or
-    // while the log is loading or recalculating.
+    // Shows what is chosen: for a part of the rows a copy of them, asking whether its figures are to be recalculated;
+    // for all rows the opened log, recalculated when the settings say so for opening. Returns when the figures are
+    // there. Returns false, after a message, and changes nothing when the range is empty or does not exist, or while
+    // the log is loading or recalculating.
     bool apply(clsLog& opened);
 
-    void RecalculateRange() const; // the copy, by its own rows alone; its change event tells when the figures stand
+    // Recalculates the copy from its own rows; its change event says when the figures are there.
+    void RecalculateRange() const;
 
     void end() { copy_.reset(); }
 
-    clsLog* copy() const { return copy_.get(); } // null: the opened log is in view
+    clsLog* copy() const { return copy_.get(); } // null when the opened log is shown
 
-    std::int64_t firstRow() const { return copy_ ? applied_.From : 1; } // of the log in view, in the opened log
+    // The row of the opened log at which the log in view begins.
+    std::int64_t firstRow() const { return copy_ ? applied_.From : 1; }
 
-    // Takes over what the user has changed of the opened log itself: name, note, display options and exposure time.
+    // Takes over what the user has changed in the opened log itself: name, note, display options and exposure time.
     void follow(const clsLog& opened);
 
 private:
@@ -42,11 +44,12 @@ private:
     RowRange applied_{1, 1};
 };
 
-// What is to be said of a zoomed range as long as its cumulative figures are not its own, but those of the whole log;
-// else empty.
+// The text that says that a zoomed range has the cumulative figures of the whole log, for as long as it has them; else
+// empty.
 std::string wholeFiguresLine(const clsLog& log);
 
-// A zoom of five minutes or more is asked about before it is recalculated by force, however few its rows.
+// Whether forcing a recalculation of a zoom is preceded by a question: when it lasts five minutes or more, however few
+// its rows.
 bool isLongZoom(const clsLog& log);
 
 } // namespace kestrane
