@@ -1,4 +1,4 @@
-// The decisions of the dialog that chooses logs of an instrument, without its widgets: which rows are chosen, what
+// The decisions of the dialog that chooses logs of an instrument, without its widgets: which rows are selected, what
 // "select all" shows, and when there is something to download.
 #pragma once
 
@@ -20,10 +20,10 @@ public:
 
     void Select(std::size_t row, bool isSelected);
     void SelectAll(bool areSelected);
-    void FetchOctaves(bool areFetched); // only where it can be
+    void FetchOctaves(bool areFetched); // does nothing when they cannot be fetched
 
-    Rows Selected() const;  // an empty list counts as all
-    bool CanAccept() const; // there is something to fetch, or nothing to choose from
+    Rows Selected() const;  // an empty list counts as All
+    bool CanAccept() const; // there is something to download, or the list is empty
 
 private:
     AcquireList list_;

@@ -20,16 +20,16 @@ namespace kestrane {
 
 namespace {
 
-// All rows have come, and the plottable tables with them. What that does to the display options is no change of the
-// user's: a document that has not been changed otherwise is as it was saved.
+// All rows have come, and the plottable tables have been made. That may have changed display options, which is no
+// change by the user: a document without other changes counts as saved.
 void adoptDisplayOptions(clsFile& file) {
     if (file.Changed) return;
     const DocumentMark mark = MarkOf(file);
     if (mark.rest == file.SavedMark.rest) file.SavedMark = mark;
 }
 
-// The rows of a log of the document have come. When it was the last one, the recalculations that waited for rows begin;
-// what they change is no change of the user's either.
+// The rows of a log of the document have come. When it was the last one, the recalculations that waited for rows begin.
+// What they change is no change by the user, either.
 void takeUpRows(const Session& session, int fileId) {
     clsFile* const file = session.fileById(fileId);
     if (file == nullptr || file->IsBusy()) return;
@@ -52,8 +52,8 @@ void takeUpRows(const Session& session, int fileId) {
     }
 }
 
-// Does long work on a worker thread and waits for it, with the pump running: the windows stay alive, and the user can
-// give no command. Raises what the job raises.
+// Does long work on a worker thread and waits for it while the pump runs: the windows stay alive, but the user cannot
+// give a command. Raises what the job raises.
 void waitFor(Session& session, const std::function<void()>& job) {
     if (session.server == nullptr) return job();
     std::exception_ptr raised;
@@ -73,8 +73,8 @@ void waitFor(Session& session, const std::function<void()>& job) {
     if (raised) std::rethrow_exception(raised);
 }
 
-// Recalculates the logs of a document whose rows are there and waits for the figures, with the pump running: what
-// follows builds on them.
+// Recalculates the logs of a document whose rows are there and waits for the figures while the pump runs, because what
+// follows needs them.
 void recalculate(const clsFile& file, bool bForce) {
     Session& session = file.session();
     for (const auto& data : file.InstrumentDatas)
@@ -90,7 +90,7 @@ void recalculate(const clsFile& file, bool bForce) {
     session.frame->SetBusy(false);
 }
 
-// The logs whose exposure rows the user has made, and that are not saved with them.
+// The logs whose exposure rows the user has edited and which are not saved with these rows.
 std::vector<clsLog*> logsOfUnsavedRows(const clsFile& file) {
     std::vector<clsLog*> logs;
     forEachLog(file, [&logs](clsLog& log) {
@@ -109,7 +109,7 @@ bool hasEmptyCollection(const clsFile& file) {
                        [](const auto& data) { return !data->hasLogs(); });
 }
 
-// The last four characters of a name, in small letters.
+// The last four characters of a name in lower case; all of a shorter name.
 std::string extensionOf(const std::string& name) {
     std::string extension = name.substr(name.size() - std::min<std::size_t>(name.size(), 4));
     std::ranges::transform(extension, extension.begin(), [](unsigned char c) { return std::tolower(c); });
@@ -121,14 +121,14 @@ bool isOldExtension(const std::string& extension) {
     return std::ranges::find(kOldExtensions, extension) != std::end(kOldExtensions);
 }
 
-// The name to propose for saving: never that of a file in an older format, which stays as it is.
+// The name to propose for saving. It is never that of a file in an older format, because that file is kept.
 std::string proposalFor(const clsFile& file) {
     if (!file.IsOldStyle()) return file.FileName;
     const std::string extension = extensionOf(file.FileName);
     return file.FileName.substr(0, file.FileName.size() - (isOldExtension(extension) ? extension.size() : 0)) + ".xml";
 }
 
-// Asks until the name is not that of another open document, which would be lost.
+// Asks until the name is not that of another open document, which would be overwritten.
 std::optional<std::string> askFreeName(Session& session, const clsFile& file, const AskSaveName& askName) {
     std::string proposal = proposalFor(file);
     while (true) {
@@ -160,8 +160,8 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
         return false;
     }
     file.CopyDoseLogSamples();
-    // Older formats carry the instrument's own figures only. Some figures come from others of the pass before, so there
-    // are two passes, as behind a download.
+    // Older formats contain only the instrument's own figures. Some figures depend on others of the pass before, so
+    // there are two passes, as after a download.
     if (file.IsOldStyle()) recalculate(file, true);
     recalculate(file, file.IsOldStyle());
     file.SavedMark = MarkOf(file);
@@ -250,7 +250,7 @@ Saved save(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& ask
         waitFor(session, [&] { FileSave(file); });
     } catch (const RuntimeError& error) {
         session.ShowMessage(saveErrorText(session, error, file.FileName), kIconExclamation);
-        file.FileName = nameBefore; // nothing stands under the new name
+        file.FileName = nameBefore; // there is no file with the new name
         saved = Saved::Failed;
     }
     if (needsName) session.frame->RebuildExplorerTrees();
@@ -297,7 +297,7 @@ bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askNa
         const std::string nameBefore = file->FileName;
         Saved saved = save(session, *file, false, askName);
         while (saved == Saved::Failed)
-            saved = save(session, *file, true, askName); // where there is room, say
+            saved = save(session, *file, true, askName); // another place may have room for it
         if (saved != Saved::Yes) return false;
         if (file->FileName != nameBefore) rememberRecentFile(session, file->FileName);
     }
@@ -310,7 +310,7 @@ bool CloseFile(Session& session, clsFile* objThisFile, const AskSaveName& askNam
     std::erase_if(session.OpenFiles,
                   [&](const auto& file) { return objThisFile == nullptr || objThisFile == file.get(); });
     if (wasBusy && noLogIsBusy(session))
-        session.frame->SetPanel(Frame::Panel::Status, {}); // nobody is left to say more
+        session.frame->SetPanel(Frame::Panel::Status, {}); // no event will clear the panel any more
     refreshWindows(session);
     return true;
 }

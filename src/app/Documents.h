@@ -1,4 +1,4 @@
-// Opening, saving and closing of documents: the decisions of the file menu. A window brings the file dialogs, as
+// Opening, saving and closing documents: the decisions of the file menu. A window provides the file dialogs as
 // functions; everything else is decided here.
 #pragma once
 
@@ -13,48 +13,52 @@
 
 namespace kestrane {
 
-// Loads file.FileName: figures recalculated by the settings, rows left to the background. A document that has an
-// identity is in memory already. When no loader takes it, the first one's reason is shown and the result is false.
+// Loads file.FileName; the figures are recalculated as the settings say, and the rows are left to background loading. A
+// document that has an identity is in memory already. When no loader accepts the file, the reason of the first one is
+// shown and false is returned.
 bool FileOpen(clsFile& file, const ReadBytes& read = readFile);
 
-// The name ends as those of data files do.
+// Whether the name ends like that of a data file.
 bool isNamedAsDataFile(const std::string& name);
 
 constexpr std::size_t kRecentFiles = 4; // names that are remembered
 
 enum class OpenSource { Dialog, Recent, Named };
 
-// Opens a file by name, or finds it open already. From the dialog or the recent list it goes to the front of that list.
-// With blnLastFile, or when a file was added, the trees are rebuilt. The rows start loading. False when it did not
-// open.
+// Opens a file by name, or finds it already open. A name from the dialog or the recent list goes to the front of that
+// list. With blnLastFile, or when a file was added, the trees are rebuilt. The rows start loading. Returns false when
+// the file did not open.
 bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile,
               const ReadBytes& read = readFile);
 
-// Opens files in order, and then ShowOpened.
+// Opens files in order, and then calls ShowOpened.
 void OpenFiles(Session& session, const std::vector<std::string>& names, OpenSource source);
 
-// Of the files of these names that are open: the only log that they hold is shown, of several the first is selected.
+// Looks at those files of these names that are open: when they have only one log, it is shown; when they have several,
+// the first is selected.
 void ShowOpened(Session& session, const std::vector<std::string>& names);
 
-clsFile* openFileOfName(const Session& session, const std::string& name); // by isSameFile; null: not open
+clsFile* openFileOfName(const Session& session, const std::string& name); // by isSameFile; null when it is not open
 
-// Puts a name at the front of the recent files, of which four stay.
+// Puts a name at the front of the recent files and keeps the first four.
 void rememberRecentFile(Session& session, const std::string& name);
 
-// Asks for a name to save under, given the present one; nothing when the user cancels.
+// Asks for a name to save under, with a proposal. Returns nothing when the user cancels.
 using AskSaveName = std::function<std::optional<std::string>(const std::string& proposal)>;
 
-// Saves a document, asking for a name where it has none that can be written. False when it was not saved.
+// Saves a document, asking for a name when it has none that can be written or with bSaveAs. Returns false when it was
+// not saved.
 bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName);
 
-// What to say when a file could not be written.
+// The message about a file that could not be written.
 std::string saveErrorText(const Session& session, const RuntimeError& error, const std::string& name);
 
-// Offers to save what has changed, of the given file or of all (null): first all questions, then all saving, which
-// waits until no log is busy. Behind a save that fails another name is asked for. False when the user cancels.
+// Offers to save what has changed in the given file, or in all files when it is null: first all questions are asked,
+// then everything is saved once no log is busy. After a failed save another name is asked for. Returns false when the
+// user cancels.
 bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askName);
 
-// CloseFiles, and on true takes the file, or all files, out of OpenFiles and rebuilds the trees.
+// Calls CloseFiles; when that returns true, removes the file, or all files, from OpenFiles and rebuilds the trees.
 bool CloseFile(Session& session, clsFile* objThisFile, const AskSaveName& askName);
 
 } // namespace kestrane

@@ -1,4 +1,4 @@
-// What a document does with a download: a new one that has no path yet, or one that takes the logs in.
+// What becomes of a download: a new document that has no path yet, or more logs in an existing one.
 #pragma once
 
 #include "download/Download.h"
@@ -6,10 +6,10 @@
 
 namespace kestrane {
 
-// Downloads into objFile, or (null) into a new document, which is opened under a name without a path. Logs of an
-// instrument whose serial number the document has go into that collection. Trees are rebuilt, and the first log of a
-// new document is shown. False when nothing was downloaded; a message has been shown, and the documents are as they
-// were.
+// Downloads into objFile or, when it is null, into a new document, which is opened under a name without a path. When
+// the document has a collection with the instrument's serial number, the logs go there. The trees are rebuilt, and the
+// first log of a new document is shown. Returns false, after a message, when nothing was downloaded; the documents are
+// then unchanged.
 bool DownloadData(const DownloadServices& services, clsFile* objFile);
 
 } // namespace kestrane

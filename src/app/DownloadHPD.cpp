@@ -19,7 +19,7 @@ std::string textOf(const RuntimeError& error) {
     return std::to_string(error.Number) + ": " + error.what();
 }
 
-// Nothing: it was cancelled, or the reason has been shown.
+// Fetches the database. Nothing when the user cancelled or the reason has been shown.
 std::optional<std::string> fetch(Session& session, HPDProgress& progress, bool bSilent) {
     if (!bSilent) progress.Show(0, 0);
     const HttpAnswer answer = session.http->Get(std::string(trimmed(session.Options.HPDAddress)), kMostBytes,
@@ -35,14 +35,14 @@ std::optional<std::string> fetch(Session& session, HPDProgress& progress, bool b
     return std::nullopt;
 }
 
-// Where there is no old file, there is nothing to keep.
+// Keeps a copy of the old file. Does nothing when there is no old file.
 void keepOld(const std::string& path) {
     std::error_code failed;
     std::filesystem::copy_file(path, path + ".bak", std::filesystem::copy_options::overwrite_existing, failed);
     if (failed && failed.value() != ENOENT) throw RuntimeError(failed.value(), failed.message());
 }
 
-// What is wrong with the file, and where: each record is a line.
+// What is wrong with the file, and in which line.
 std::string damageOf(const Session& session, const ProtectorCollection& collection, const std::string& fault) {
     const std::size_t read = collection.Protectors.size();
     const std::string line =
@@ -71,7 +71,7 @@ bool LoadHPD(Session& session) {
 }
 
 bool SaveReadable(Session& session, const ProtectorCollection& collection, const std::string& path) {
-    std::error_code none; // no such file
+    std::error_code none; // ignored: there may be no such file
     if (!collection.Damage.empty() && std::filesystem::equivalent(path, collection.File, none)) {
         session.ShowMessage(ReplaceText(session.LoadText(Text::DamagedFileSaveAs), "^", collection.File),
                             kIconExclamation);
@@ -92,9 +92,11 @@ bool DownloadHPD(Session& session, HPDProgress& progress, bool bSilent) {
         const std::string text = databaseText(*body);
         keepOld(collection.File);
         std::vector<clsHP> protectors;
-        const bool isWhole = readProtectors(text, protectors); // one that does not load never takes the old one's place
+        // A text that cannot be read raises, so it never replaces the old one.
+        const bool isWhole = readProtectors(text, protectors);
         if (protectors.empty()) throw RuntimeError(kErrorCorruptFile, session.LoadText(Text::CorruptFileError));
-        if (!isWholeDatabase(collection.File)) keepDamagedFile(collection.File); // the next ".bak" is of another one
+        // The next download replaces the ".bak".
+        if (!isWholeDatabase(collection.File)) keepDamagedFile(collection.File);
         writeFileAtomically(collection.File, [&](const FileSink& sink) { sink(text); });
         collection.Protectors = std::move(protectors);
         collection.IsChanged = false;

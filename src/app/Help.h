@@ -1,4 +1,5 @@
-// What the Help menu opens, and what is said when it cannot be opened. The programs that show it are the desktop's.
+// What the Help menu opens, and the messages when something cannot be opened. The pages are shown by other programs of
+// the desktop.
 #pragma once
 
 #include "model/Session.h"
@@ -10,14 +11,14 @@ namespace kestrane {
 
 // The desktop that the program runs on.
 struct Desktop {
-    std::function<bool(const std::string& mimeType)> HasProgramFor; // files of that kind
-    std::function<bool(const std::string& address)> Open;           // a path or a page; false: nothing opened it
+    std::function<bool(const std::string& mimeType)> HasProgramFor; // whether there is a program for such files
+    std::function<bool(const std::string& address)> Open; // a path or a web page; false when nothing opened it
 };
 
 void OpenHelpFile(Session& session, const Desktop& desktop, const std::string& path);
 void OpenPage(Session& session, const Desktop& desktop, const std::string& address);
 
-// Opens the manual, when there is a document reader; else offers the page that tells where to get one.
+// Opens the manual when there is a document reader; else offers the web page that says where to get one.
 void GetManual(Session& session, const Desktop& desktop, const std::string& path);
 
 } // namespace kestrane

@@ -104,7 +104,7 @@ bool isLogSelected(const MenuState& state) {
     return state.HasExplorer && isLogKind(state.SelectedKey);
 }
 
-// Of the log view, which was used last.
+// Whether the log view, which had the focus last, can be copied.
 bool isViewCopyable(const MenuState& state, bool valuesOnly) {
     return state.HasExplorer && state.Displayed != nullptr && !state.IsTreeActive &&
            IsCopyable(state.Tab, valuesOnly, state.HasContent);
@@ -117,7 +117,7 @@ struct Rule {
 
 constexpr char kMark = '&';
 
-// Of the letter behind the mark; npos: there is none. Two marks stand for the character itself.
+// The position of the letter behind the mark; npos when there is none. Two marks stand for the character itself.
 std::size_t mnemonicOf(const std::string& text) {
     for (std::size_t at = text.find(kMark); at != std::string::npos && at + 1 < text.size();
          at = text.find(kMark, at + 2))
@@ -129,7 +129,7 @@ bool isLetter(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) != 0;
 }
 
-// Letters stand for themselves in either case.
+// The letters that are taken, regardless of case.
 using Letters = std::set<int>;
 
 bool take(Letters& taken, char letter) {
@@ -170,7 +170,7 @@ constexpr auto kOnDisplayed = [](const Session&, const MenuState& state) {
 };
 constexpr auto kOnExplorer = [](const Session&, const MenuState& state) { return state.HasExplorer; };
 
-// A command without a rule can always be given.
+// A command without a row here is always allowed.
 constexpr Rule kRules[] = {
     {Command::FileMerge,
      [](const Session& session, const MenuState& state) { return hasSelection(state) && session.IsIdle(); }},
@@ -276,7 +276,7 @@ std::vector<std::string> menuTexts(const Session& session, Menu menu) {
 bool IsGroupEnabled(const Session& session, Menu menu, int index, const MenuState& state) {
     for (const MenuItem& item : kItems) {
         if (item.menu != menu || item.index < index) continue;
-        if (item.index > index) return false; // the next group
+        if (item.index > index) return false; // the next group begins
         if (IsMenuEnabled(session, item.command, state)) return true;
         ++index;
     }

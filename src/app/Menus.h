@@ -1,6 +1,6 @@
-// The commands of the frame in one table (where each stands, its text, icon and keys), and the rule that says which can
-// be given just now. The frame builds its menus, popups and tool bar from the table and asks the rule whenever a menu
-// drops or something changes; nothing is kept.
+// The commands of the frame in one table (the place, text, icon and keys of each), and the rules that say which of them
+// are allowed at the moment. The frame builds its menus, popups and tool bar from the table and asks the rules whenever
+// a menu opens or something changes; the answers are not kept.
 #pragma once
 
 #include "model/Session.h"
@@ -74,46 +74,47 @@ enum class Command {
     LogDisplayOptions
 };
 
-// A place of a command in a menu. Items of a menu come in the order of their index; a gap in the indices is a
-// separator. The same command may stand in several menus.
+// The place of a command in a menu. The items of a menu are in the order of their index, and a gap in the indexes is a
+// separator. The same command may be in several menus.
 struct MenuItem {
     Menu menu;
     int index;
     Command command;
     Text::Id text;
     Text::Id toolTip = Text::None;
-    const char* icon = "";                      // "": none
-    const char* keys = "";                      // portable text of the shortcuts, by ";", the shown first; "": none
-    int toolBar = 0;                            // place on the tool bar, from 1; 0: not on it
-    std::optional<Menu> subMenu = std::nullopt; // that the item opens
+    const char* icon = ""; // "" for none
+    const char* keys = ""; // the shortcuts as portable text, separated by ";", the displayed one first; "" for none
+    int toolBar = 0;       // the place on the tool bar, from 1 on; 0 when it is not there
+    std::optional<Menu> subMenu = std::nullopt; // the menu that the item opens
 };
 
 std::span<const MenuItem> menuItems();
 
-// The texts of a menu's items in their order, each with a mnemonic of its own. A letter that a text brings along goes
-// to the first item that has it; the others, and the texts without one, get a free letter, of the beginning of a word
-// where there is one.
+// The texts of a menu's items in their order, each with a different mnemonic. When texts have the same letter, it goes
+// to the first of them; the others, and texts without a mnemonic, get a free letter, at the beginning of a word if
+// possible.
 std::vector<std::string> menuTexts(const Session& session, Menu menu);
 
-constexpr int kRecentFilesIndex = 12; // of the File menu: where the recent files stand
+constexpr int kRecentFilesIndex = 12; // the index of the recent files in the File menu
 
-// What the rule has to know of the explorer window in front.
+// What the rules need to know about the explorer window in front.
 struct MenuState {
-    bool HasExplorer = false; // there is one, and it is not minimised
+    bool HasExplorer = false; // there is such a window, and it is not minimised
     std::string SelectedKey;
-    const clsLog* Displayed = nullptr; // the log on display, all of it
+    const clsLog* Displayed = nullptr; // the whole log on display
     int Tab = 0;                       // the tab in front
-    bool IsOnExposureRow = false;      // a row of the exposure calculator is current
-    bool IsTreeActive = false;         // the tree had the focus last, not the log view
+    bool IsOnExposureRow = false;      // a row of the exposure calculator is the current one
+    bool IsTreeActive = false;         // the tree, not the log view, had the focus last
     bool HasContent = false;           // the tab shows something that can be copied
     const clsLog* InView = nullptr;    // the log on display, or the part of it that is zoomed to
-    std::string CopiedKey{};           // the node that would be pasted; empty: none
-    bool HasClipboardFiles = false;    // files that would be opened in its place
+    std::string CopiedKey{};           // the node that would be pasted; empty for none
+    bool HasClipboardFiles = false;    // the clipboard has files, which would be opened instead
 };
 
 bool IsMenuEnabled(const Session& session, Command command, const MenuState& state);
 
-// Any item can be given of the group of a menu that begins at an index: what a separator of a popup stands before.
+// Whether any item of a group is allowed. The group begins at an index of a menu; a popup shows the separator in front
+// of a group only then.
 bool IsGroupEnabled(const Session& session, Menu menu, int index, const MenuState& state);
 
 } // namespace kestrane

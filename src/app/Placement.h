@@ -1,5 +1,5 @@
-// Where the frame stands on the screen, as the settings store keeps it: in twips, 15 to a pixel at 96 dpi. Knows
-// numbers only; the frame says what screens there are.
+// The place of the frame on the screen, as the settings store keeps it: in twips, of which 15 are a pixel at 96 dpi. It
+// only knows numbers; the frame knows the screens.
 #pragma once
 
 #include "platform/Settings.h"
@@ -16,16 +16,16 @@ struct Placement {
     bool operator==(const Placement&) const = default;
 };
 
-// Nothing when the store holds no placement, or one that no window can have.
+// Nothing when the store has no placement, or one that is impossible for a window.
 std::optional<Placement> readPlacement(const SettingsStore& store);
 void savePlacement(SettingsStore& store, const Placement& placement);
 
-// The width of the explorer tree, in pixels at 96 dpi. Nothing when the store holds none that a tree can have.
+// The width of the explorer tree in pixels at 96 dpi. Nothing when the store has none or an impossible one.
 std::optional<int> readTreeWidth(const SettingsStore& store);
 void saveTreeWidth(SettingsStore& store, int width);
 
-// The placement moved, and where need be shrunk, so that it lies on the screen that it shares most of; on the first one
-// when it shares none. Unchanged without screens.
+// The placement moved, and reduced if necessary, so that it lies within one screen: the screen with which it shares the
+// largest area, or the first one when it shares none. Without screens it is returned unchanged.
 Placement broughtOnScreen(Placement placement, const std::vector<Placement>& screens);
 
 } // namespace kestrane

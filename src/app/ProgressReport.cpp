@@ -11,7 +11,7 @@ namespace {
 
 using Seconds = std::chrono::duration<double>;
 
-constexpr Seconds kFirstEstimate{3}; // it takes so long, and so much done, until an estimate means something
+constexpr Seconds kFirstEstimate{3}; // an estimate is shown after this time, once kLeastDone has been done since
 constexpr double kLeastDone = 0.01;
 
 // The part of all chosen logs that has been read, 0..1; nothing when no log is being read.
@@ -25,7 +25,7 @@ std::optional<double> doneOf(const DownloadProgress& progress) {
     return std::min(done / progress.Logs, 1.0);
 }
 
-// "5 secs", "1 min", "3 hours": rounded up, seconds to five.
+// A duration such as "5 secs", "1 min" or "3 hours", rounded up; seconds to a multiple of five.
 std::string durationText(const Session& session, double seconds) {
     struct Unit {
         double below; // seconds

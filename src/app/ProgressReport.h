@@ -1,5 +1,5 @@
-// How a download stands, in words: what the progress dialog and the command line show. One report goes with one
-// download; it estimates the time left from the logs read so far, taking all for equally long.
+// The progress of a download in words, for the progress dialog and the command line. Each download has its own report.
+// It estimates the remaining time from the logs read so far, assuming that all logs take equally long.
 #pragma once
 
 #include "download/DownloadUser.h"
@@ -12,7 +12,7 @@
 
 namespace kestrane {
 
-// What is not known is empty.
+// A text is empty when it is not known.
 struct ProgressWords {
     std::string Label;
     std::string Log;
@@ -33,7 +33,7 @@ private:
 
     const Session& session_;
     const MonotonicClock& clock_;
-    std::optional<std::chrono::milliseconds> begin_; // of the first log
+    std::optional<std::chrono::milliseconds> begin_; // when the first log began
     double doneAtBegin_ = 0;
 };
 

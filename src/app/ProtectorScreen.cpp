@@ -21,12 +21,12 @@ namespace {
 constexpr std::string_view kFormat = "##0.0";
 constexpr std::string_view kCorrectionKey = "Correction";
 constexpr Text::Id kCorrectionTexts[] = {Text::CorrectionNone, Text::Correction2StdDevs, Text::Correction4dB,
-                                         Text::Correction1StdDev}; // by correction
+                                         Text::Correction1StdDev}; // indexed by correction
 constexpr Text::Id kTypes[] = {Text::Earplug, Text::Earmuff};
 
 using Bands = ProtectorEntries::Bands;
 
-// A name stands in one line of the file.
+// The name as one line, because a record of the file is a line.
 std::string nameOf(std::string entry) {
     std::replace_if(
         entry.begin(), entry.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
@@ -37,12 +37,12 @@ std::optional<float> numberOf(std::string_view entry, const Locale& locale) {
     if (!isNumeric(entry, locale)) return std::nullopt;
     try {
         return toSingle(entry, locale);
-    } catch (const RuntimeError&) { // past every single
+    } catch (const RuntimeError&) { // too large for a single
         return std::nullopt;
     }
 }
 
-// A group of boxes and what is said of one that is no number, in the order of the checks.
+// A group of boxes and the message when one of them is no number, in the order of the checks.
 struct NumericBoxes {
     Text::Id fault;
     std::vector<const std::string*> entries;
@@ -63,7 +63,7 @@ std::vector<NumericBoxes> numericBoxes(const ProtectorEntries& entries) {
             {Text::NRRNotNumeric, {&entries.NRR}}};
 }
 
-// Calls visit(entry, figure) for every numeric box and what it stands for.
+// Calls visit(entry, figure) for every numeric box and the figure that it stands for.
 template <class Entries, class Protector, class Visit>
 void forEachNumber(Entries& entries, Protector& hp, Visit visit) {
     for (int band = 1; band <= kProtectorBands; ++band) {
@@ -187,7 +187,7 @@ Text::Id ProtectorScreen::faultOf(const ProtectorEntries& entries, const clsHP* 
     return Text::None;
 }
 
-// A figure whose box shows what it showed before keeps its further decimals.
+// Stores the entries in the record. A figure whose entry has not been changed keeps the decimals that are not shown.
 void ProtectorScreen::take(const ProtectorEntries& entries, clsHP& hp) const {
     hp.Name = nameOf(entries.Name);
     hp.SetTipeFromStr(entries.Type);
@@ -272,7 +272,7 @@ void ProtectorScreen::KeepDamaged() {
     writeSafely([this] {
         const std::string kept = keepDamagedFile(collection_.File);
         collection_.Damage.clear();
-        collection_.IsChanged = true; // the file is still the damaged one
+        collection_.IsChanged = true; // what has been read must still be saved over the damaged file
         session_.ShowMessage(ReplaceText(session_.LoadText(Text::DamagedFileKept), "^", kept), kIconInformation);
     });
 }

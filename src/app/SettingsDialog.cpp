@@ -70,7 +70,7 @@ std::optional<SettingsChanges> SettingsDialog::Confirm(const std::string& exposu
     }
 }
 
-// An entry that reads as the time was shown leaves it, with its fraction of a second.
+// Takes the exposure time. When the entry is the text that was shown, the time keeps its fraction of a second.
 bool SettingsDialog::readExposureTime(const std::string& entry) {
     const float entered = exposureTimeHours(entry, session_.locale);
     if (!isExposureTime(entered)) return false;
@@ -104,7 +104,7 @@ SettingsChanges SettingsDialog::confirmLog() {
     editLog(*log_, Text::StepDisplayOptions, [&] {
         clsLogOptions& options = log_->objLogOptions;
         const float hours = std::exchange(Edited.objLogOptions.ExposureTime, options.ExposureTime);
-        Edited.objLogOptions.Plottable = options.Plottable; // a recalculation may have ended meanwhile
+        Edited.objLogOptions.Plottable = options.Plottable; // a recalculation may have ended in the meantime
         options.Copy(Edited.objLogOptions);
         if (hours != options.ExposureTime) changeExposureTime(*log_, hours);
         return true;

@@ -1,5 +1,5 @@
 // The decisions of the settings dialog, without its widgets: what each way of opening it edits and offers, and what
-// confirming does. The dialog edits a working copy; nothing outside it changes before Confirm.
+// confirming does. The dialog edits a working copy; nothing else changes before Confirm.
 #pragma once
 
 #include "model/Session.h"
@@ -13,16 +13,16 @@ namespace kestrane {
 
 enum class SettingsMode { All, Explorer, Logs };
 
-// What is to be done once the dialog has been confirmed.
+// What must be done after the dialog has been confirmed.
 struct SettingsChanges {
-    bool RebuildTrees = false; // of every explorer
-    bool ResetTabs = false;    // of every explorer, and the present one redrawn
-    bool RedrawTab = false;    // the present tab of the explorer that opened the dialog
+    bool RebuildTrees = false; // of all explorers
+    bool ResetTabs = false;    // of all explorers, and the current tab is redrawn
+    bool RedrawTab = false;    // the current tab of the explorer that opened the dialog
 
     bool operator==(const SettingsChanges&) const = default;
 };
 
-// An entry of the list of serial ports. Port 0 is the automatic choice.
+// An entry of the list of serial ports; port 0 is the automatic choice.
 struct SerialChoice {
     std::string Text;
     std::int16_t Port;
@@ -33,30 +33,32 @@ struct SerialChoice {
 class SettingsDialog {
 public:
     explicit SettingsDialog(Session& session);               // all pages: the application's settings
-    SettingsDialog(Session& session, clsOptions& options);   // the page of the explorer alone
-    SettingsDialog(Session& session, clsLog& log, int kind); // the page of logs alone, for one kind of figures
+    SettingsDialog(Session& session, clsOptions& options);   // only the page of the explorer
+    SettingsDialog(Session& session, clsLog& log, int kind); // only the page of logs, for one kind of figures
 
-    clsOptions Edited; // with a log, its display options stand in objLogOptions
+    clsOptions Edited; // with a log, its display options are in objLogOptions
 
     Session& session() const { return session_; }
 
     SettingsMode Mode() const { return mode_; }
 
-    // The kind that is edited first (kCumulative, kInterval). With a log it is the only one.
+    // The kind that is shown first (kCumulative, kInterval); with a log it is the only one.
     int Kind() const { return kind_; }
 
-    bool HasChannelB() const; // false for a log without one
+    bool HasChannelB() const; // false for a log without channel B
 
-    // A parameter that can never be shown is not offered; with a log, one that it does not hold.
+    // Whether a parameter is offered: not when it can never be shown and, with a log, not when the log does not have
+    // it.
     bool IsOffered(int channel, int kind, int parameter) const;
     std::string Caption(int parameter) const;
 
-    // Refuses (nothing), with a message, an exposure time that is none; the page of the explorer alone does not ask for
-    // one. Else the edited settings are applied where they came from; those of the application go to the store, too.
+    // Returns nothing, after a message, when the exposure time is invalid; the page of the explorer does not ask for
+    // one. Otherwise the edited settings are stored where they came from; those of the application are also written to
+    // the store.
     std::optional<SettingsChanges> Confirm(const std::string& exposureTimeEntry);
 
 private:
-    bool isUnusedLn(int parameter) const; // a percentile that the log has not got
+    bool isUnusedLn(int parameter) const; // a percentile that the log does not have
     bool readExposureTime(const std::string& entry);
     SettingsChanges confirmAll();
     SettingsChanges confirmExplorer();
@@ -64,17 +66,18 @@ private:
 
     Session& session_;
     SettingsMode mode_;
-    clsOptions* options_ = nullptr; // of mode Explorer
-    clsLog* log_ = nullptr;         // of mode Logs
+    clsOptions* options_ = nullptr; // in mode Explorer
+    clsLog* log_ = nullptr;         // in mode Logs
     clsLogOptions offered_;
     int kind_ = kCumulative;
 };
 
-// "AUTO", the ports of this machine with their devices, and the chosen one if it is not among them.
+// "AUTO", the ports of this machine with their devices, and the chosen port if it is not among them.
 std::vector<SerialChoice> serialChoices(const Session& session, std::int16_t chosen);
-std::size_t serialChoiceOf(const std::vector<SerialChoice>& choices, std::int16_t port); // the automatic one for none
+// 0, the automatic choice, when the port is not there.
+std::size_t serialChoiceOf(const std::vector<SerialChoice>& choices, std::int16_t port);
 
-// The calculation methods that a protector calculation mode offers, and the one to choose there: the kept one if it is
+// The calculation methods offered in a protector calculation mode, and the one to choose there: the kept one if it is
 // offered, else "Auto".
 std::vector<std::string> calcMethods(std::int16_t mode);
 std::string calcMethodOf(std::int16_t mode, const std::string& kept);

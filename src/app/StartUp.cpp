@@ -22,7 +22,7 @@ std::string recentKey(int i) {
     return "LastFile" + std::to_string(i);
 }
 
-// Takes one name off the front of an unquoted text. Positions count from 1, and 0 is none, as the rule has it.
+// Takes one name off the beginning of an unquoted text. Positions count from 1, and 0 means none.
 std::string takeUnquoted(std::string& text, const std::function<bool(const std::string&)>& exists) {
     const auto blankBehind = [&](std::size_t from) { return text.find(' ', from) + 1; }; // npos + 1 is 0
     std::size_t p = blankBehind(0);
@@ -88,11 +88,11 @@ std::string protectorDatabase() {
                                        : home != nullptr              ? std::filesystem::path(home) / ".local" / "share"
                                                                       : std::filesystem::temp_directory_path();
     const std::filesystem::path own = data / "kestrane" / kDatabaseFile;
-    std::error_code failed; // then there is no database, which loading it tells
+    std::error_code failed; // then there is no database, and loading it reports that
     if (!std::filesystem::exists(own, failed)) {
         std::filesystem::create_directories(own.parent_path(), failed);
         std::filesystem::copy_file(dataFolder() + std::string(kDatabaseFile), own, failed);
-        if (failed) std::filesystem::remove(own, failed); // no half of one
+        if (failed) std::filesystem::remove(own, failed); // so that no incomplete copy is left
         // The installed one may be read-only.
         std::filesystem::permissions(own, std::filesystem::perms::owner_write, std::filesystem::perm_options::add,
                                      failed);
@@ -112,7 +112,7 @@ std::string defaultDataFolder(const std::string& program, const std::string& doc
 
 std::vector<std::string> sampleFiles() {
     std::vector<std::string> names;
-    std::error_code failed; // then there are none
+    std::error_code failed; // then there are no samples
     for (const auto& entry : std::filesystem::directory_iterator(dataFolder() + "samples", failed))
         if (entry.path().extension() == ".xml") names.push_back(fullPath(entry.path().string()));
     std::ranges::sort(names);

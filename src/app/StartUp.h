@@ -1,4 +1,4 @@
-// The way in and out of the program, without its windows: settings, recent files, the command line and the files named
+// Starting and ending the program, without its windows: settings, recent files, the command line and the files named
 // there.
 #pragma once
 
@@ -10,38 +10,40 @@
 
 namespace kestrane {
 
-// The arguments of the process as the one text that is parsed: each in quotes, since the shell has split them already.
+// The arguments of the process as one text to be parsed. Each is in quotes, because the shell has already split them.
 std::string commandLineText(const std::vector<std::string>& arguments);
 
-// The file names of a command line: quoted, or unquoted and possibly holding blanks, settled by what exists. The word
-// behind an accepted unquoted name is skipped (required reading); parsing ends when the rest no longer gets shorter.
+// The file names in a command line. They may be quoted; where an unquoted name with blanks ends is decided by which
+// files exist. The word behind an accepted unquoted name is skipped; that is meant. Parsing ends when the rest of the
+// text no longer gets shorter.
 std::vector<std::string> commandLineFiles(std::string text, const std::function<bool(const std::string&)>& exists);
 
-// The folder that the running program lies in, with "/" at the end.
+// The folder of the running program, with "/" at the end.
 std::string programFolder();
 
-// The folder of what is installed with the program (help, manuals), with "/" at the end.
+// The folder of the files that are installed with the program (help, manuals), with "/" at the end.
 std::string dataFolder();
 
-// The protector database in use: the user's own copy, made from the installed one when there is none yet.
+// The path of the protector database in use: the user's own copy, which is made from the installed one when there is
+// none yet.
 std::string protectorDatabase();
 
-// A name as the program keeps it: with its full path.
+// The full path of a file name.
 std::string fullPath(const std::string& name);
 
-// The folder for data files that holds until the user chooses one: the program's, or the user's documents (empty: not
-// known) where nothing can be written there. With "/" at the end.
+// The folder for data files until the user chooses one: that of the program or, when nothing can be written there, the
+// user's documents (empty when they are not known). With "/" at the end.
 std::string defaultDataFolder(const std::string& program, const std::string& documents);
 
-// The data files to try that are installed with the program, by name.
+// The installed sample files, ordered by name.
 std::vector<std::string> sampleFiles();
 
-// Reads settings (a text that cannot be converted is reported by its key, and the default stays) and recent files.
+// Reads settings and recent files. A setting that cannot be converted is reported with its key, and its default stays.
 void readSettings(Session& session);
 void saveRecentFiles(Session& session);
 
-// Start-up up to the first window: settings, recent files, the protector database, then every file that the arguments
-// name. Returns those names, for the explorer that is still to come.
+// Starts the program up to the first window: settings, recent files, the protector database, then every file that the
+// arguments name. Returns the names of these files, for the explorer that is opened afterwards.
 std::vector<std::string> Main(Session& session, const std::vector<std::string>& arguments);
 
 } // namespace kestrane

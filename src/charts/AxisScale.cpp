@@ -9,11 +9,11 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kSteps = 12;      // at most so many in a range
-constexpr double kAir = 0.03;      // of the span, beyond the values
-constexpr double kNearZero = 0.2;  // values that begin below this part of the highest have 0 on their axis
-constexpr double kLevelStep = 5;   // dB, that levels which hardly change are not blown up
-constexpr double kLeastLevel = 20; // what is above may be a level
+constexpr double kSteps = 12;      // at most so many steps in a range
+constexpr double kAir = 0.03;      // as a part of the span, beyond the values at each end
+constexpr double kNearZero = 0.2;  // an axis includes 0 when the lowest value is below this part of the highest
+constexpr double kLevelStep = 5;   // dB; the least step of levels, so that small changes are not exaggerated
+constexpr double kLeastLevel = 20; // values that are all above this may be levels
 
 } // namespace
 

@@ -6,8 +6,9 @@
 
 namespace kestrane {
 
-// A range with round ends that holds the values with a little air around them. isFromZero: 0 is always in it, for bars
-// and for quantities whose height counts; without it levels of 40 to 90 dB begin at 40. An empty extent gives 0 to 1.
+// A range with round ends that contains the values with a little space around them. With isFromZero it also contains 0,
+// for bars and for quantities whose height matters; without it levels of 40 to 90 dB begin at 40. An empty extent gives
+// 0 to 1.
 ChartRange roundRange(const Extent& values, bool isFromZero);
 
 } // namespace kestrane

@@ -10,13 +10,13 @@ namespace kestrane {
 namespace {
 
 constexpr std::size_t kMostLabels = 15;
-constexpr int kLabelGap = 10;     // pixels between labels
-constexpr double kStanding = -90; // degrees: reading upwards
+constexpr int kLabelGap = 10;     // pixels between two labels
+constexpr double kStanding = -90; // degrees: the label reads upwards
 constexpr double kLittle = 1e-9;
 constexpr double kNearly = 1e-6;
-constexpr double kLarger = 1.5;       // times a step: more than itself, less than the next
-constexpr double kNearest = 0.75;     // rather some more numbers than half as many
-constexpr double kLinesPerTick = 3.2; // of text, between two numbers of a value axis
+constexpr double kLarger = 1.5;       // a multiple of a step that is above the step but not above the next larger one
+constexpr double kNearest = 0.75;     // a few more numbers are preferred to half as many
+constexpr double kLinesPerTick = 3.2; // lines of text between two numbers of a value axis
 
 std::size_t firstRow(const QCPRange& range) {
     return static_cast<std::size_t>(std::max(0.0, std::ceil(range.lower)));
@@ -85,7 +85,7 @@ void ValueTicker::fit(int pixels, const QFontMetrics& metrics) {
     setTickCount(std::max(2, static_cast<int>(pixels / (kLinesPerTick * metrics.height()))));
 }
 
-// A little beyond the ends, where 6 times 0.1 lies.
+// Generates marks for a range that is slightly larger, so that the mark at 6 times 0.1 is not lost to rounding.
 void ValueTicker::generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision,
                            QVector<double>& ticks, QVector<double>* subTicks, QVector<QString>* tickLabels) {
     const double little = range.size() * kLittle;
@@ -96,7 +96,7 @@ void ValueTicker::generate(const QCPRange& range, const QLocale& locale, QChar f
 double ValueTicker::getTickStep(const QCPRange& range) {
     double step = roundStep(kNearest * range.size() / tickCount());
     const double larger = roundStep(step * kLarger);
-    if (endsOn(range, larger) && !endsOn(range, step)) step = larger; // 75 to 95 by 5 rather than by 2
+    if (endsOn(range, larger) && !endsOn(range, step)) step = larger; // from 75 to 95 in steps of 5, not of 2
     decimals_ = std::max(0, static_cast<int>(-std::floor(std::log10(step) + 1e-9)));
     return step;
 }

@@ -1,4 +1,4 @@
-// What stands at the axes of a chart: labels of rows, and round numbers.
+// The marks on the axes of a chart: labels of rows, and round numbers.
 #pragma once
 
 #include "charts/ChartContent.h"
@@ -8,14 +8,14 @@
 
 namespace kestrane {
 
-// Rows lie at whole numbers. In the whole view there is a label every DivisionsPerLabel rows and a grid line every
-// DivisionsPerTick; in a part of it there are as many.
+// Rows are at whole numbers. The whole view has a label every DivisionsPerLabel rows and a grid line every
+// DivisionsPerTick; a view of a part has about as many of them.
 class CategoryTicker : public QCPAxisTicker {
 public:
     explicit CategoryTicker(const ChartContent& content) : content_(content) {}
 
-    // Chooses between labels that lie, labels that stand and leaving some out, for an axis of this many pixels that
-    // shows the range. Returns the rotation.
+    // Chooses between horizontal labels, upright labels and leaving some out, for an axis of so many pixels that shows
+    // the range. Returns the rotation of the labels in degrees.
     double fit(const QCPRange& range, int pixels, const QFontMetrics& metrics);
 
     void generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision, QVector<double>& ticks,
@@ -30,14 +30,14 @@ private:
     std::vector<Mark> marks(const QCPRange& range, std::size_t labelStride) const;
 
     const ChartContent& content_;
-    std::size_t stride_ = 1; // every so many labels is shown
+    std::size_t stride_ = 1; // only every label of this number is shown
 };
 
 class ValueTicker : public QCPAxisTicker {
 public:
     explicit ValueTicker(Locale locale) : locale_(std::move(locale)) {}
 
-    // For an axis of this many pixels.
+    // Fits the marks to an axis of so many pixels.
     void fit(int pixels, const QFontMetrics& metrics);
 
     void generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision, QVector<double>& ticks,
@@ -53,7 +53,7 @@ private:
     int decimals_ = 0;
 };
 
-// A number of a chart as text, with no more decimals than told.
+// A number of a chart as text with the given number of decimals.
 QString numberText(double value, int decimals, const Locale& locale);
 
 } // namespace kestrane

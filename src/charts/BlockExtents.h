@@ -1,5 +1,5 @@
-// The lowest and highest of any run of a series' values, in a time that hardly depends on the length of the run: the
-// values lie in blocks whose extents are known. It refers to the values and must not outlive them.
+// The lowest and the highest of any run of a series' values, found in a time that hardly depends on the length of the
+// run, because the extents of blocks of values are known. It refers to the values and must not outlive them.
 #pragma once
 
 #include <algorithm>
@@ -31,8 +31,8 @@ class BlockExtents {
 public:
     explicit BlockExtents(std::span<const float> values);
 
-    // Over the values from begin up to, not including, end. Missing values are left out; empty when there are no
-    // others.
+    // The extent of the values from begin to end, end not included. Missing values are left out; the extent is empty
+    // when there are no others.
     Extent of(std::size_t begin, std::size_t end) const;
 
     Extent ofAll() const { return of(0, values_.size()); }

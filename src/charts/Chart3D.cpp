@@ -9,24 +9,25 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kLane = 0.68;        // of a lane's depth, for its ribbon or blocks
-constexpr double kBlock = 0.66;       // of a row's width
-constexpr double kBlockDepth = 1;     // of a block's width, at most
-constexpr double kWidestBlock = 72;   // pixels
-constexpr double kPixelsPerPoint = 2; // of a ribbon; more rows than that are drawn by their lowest and highest
-constexpr int kGap = 6;               // pixels between the room and its labels
-constexpr int kLaneLabel = 110;       // pixels at most
-constexpr int kFarTurn = -1;          // painter's rotation of a title that reads upwards, in quarters
+constexpr double kLane = 0.68;      // of a lane's depth, taken by its ribbon or blocks
+constexpr double kBlock = 0.66;     // of a row's width, taken by a block
+constexpr double kBlockDepth = 1;   // at most this part of a block's width
+constexpr double kWidestBlock = 72; // pixels
+// A ribbon has a point for every so many pixels at most; of more rows, the lowest and highest of several are drawn.
+constexpr double kPixelsPerPoint = 2;
+constexpr int kGap = 6;         // pixels between the room and its labels
+constexpr int kLaneLabel = 110; // pixels, the most for a lane's label
+constexpr int kFarTurn = -1;    // quarters by which the painter is turned for a title that reads upwards
 
-constexpr int kTop = 118;  // lightness of faces, percent
-constexpr int kSide = 132; // darkness
+constexpr int kTop = 118;  // lightness of top faces, percent
+constexpr int kSide = 132; // darkness of side faces, percent
 constexpr int kUnderside = 140;
 constexpr int kEdge = 135;
-constexpr int kLevel = 106;   // lightness of a ribbon where it lies level
-constexpr double kSteep = 22; // so much lighter where it falls away to the right, towards the eye
+constexpr int kLevel = 106;   // lightness of a horizontal piece of ribbon
+constexpr double kSteep = 22; // how much lighter a piece is that slopes down to the right, towards the eye
 
-// The first series in front and curves to compare with behind the others; bars, which would hide all behind them, from
-// the lowest to the highest.
+// The order of the series in depth. Lines: the first series is in front, and curves to compare with are behind the
+// others. Bars would hide what is behind them, so they go from the lowest to the highest.
 std::vector<std::size_t> frontToBack(const ChartContent& content) {
     std::vector<std::size_t> order(content.series.size());
     for (std::size_t lane = 0; lane < order.size(); ++lane)
@@ -104,12 +105,12 @@ Chart3D::Marks Chart3D::rowMarks() {
     return marks;
 }
 
-// The labels stand outside the room: it gets what they leave.
+// The labels are outside of the room, which gets the space that they leave.
 void Chart3D::fitRoom() {
     const int line = metrics_.height() + kGap;
     QRectF area = rect();
     area.adjust(4 * metrics_.height(), kGap, -2 * line, -line);
-    room_ = Room3D(area, static_cast<int>(lanes_)); // a first guess, for the labels' sizes
+    room_ = Room3D(area, static_cast<int>(lanes_)); // a first guess, from which the sizes of the labels follow
     valueLabelWidth_ = 0;
     for (const QString& label : valueMarks(ChartAxis::Primary).labels)
         valueLabelWidth_ = std::max(valueLabelWidth_, metrics_.horizontalAdvance(label));
@@ -209,7 +210,7 @@ void Chart3D::drawLabels(QCPPainter& painter) {
         for (std::size_t i = 0; i < others.positions.size(); ++i) {
             const QPointF point = room_.at(1, others.positions[i], 1);
             const double lastLane = room_.at(1, 0, (laneFront(lanes_ - 1) + laneBack(lanes_ - 1)) / 2).y();
-            if (lanes_ > 1 && point.y() + 2 * half > lastLane) continue; // the lane's label stands there
+            if (lanes_ > 1 && point.y() + 2 * half > lastLane) continue; // the label of the last lane is there
             painter.drawText(QRectF(point.x() + kGap, point.y() - half, 1, 2 * half),
                              Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, others.labels[static_cast<int>(i)]);
         }
@@ -233,7 +234,8 @@ void Chart3D::drawRowLabel(QCPPainter& painter, const QPointF& point, const QStr
     painter.restore();
 }
 
-// At the right edge of the floor; where lanes lie close, every second or fourth has one.
+// Draws the labels at the right edge of the floor; when the lanes are close together, only every second or fourth has
+// one.
 void Chart3D::drawLaneLabels(QCPPainter& painter) const {
     if (lanes_ < 2) return;
     const double between = room_.floorRise() / static_cast<double>(lanes_);
@@ -295,7 +297,8 @@ std::vector<Chart3D::Point> Chart3D::pointsOf(std::size_t drawn) const {
     return points;
 }
 
-// Piece by piece from the left, the far end. A value between two gaps is a flat piece of half a row's width.
+// Draws the ribbon in pieces, beginning at the left, which is the far end. A value between two gaps is a flat piece,
+// half as wide as a row.
 void Chart3D::drawRibbon(QCPPainter& painter, std::size_t lane) const {
     const std::size_t drawn = order_[lane];
     const QColor color = looks_.color(content_, drawn);

@@ -1,5 +1,5 @@
-// A chart in 3D: lines as ribbons, bars as blocks, one lane of depth for each series (one for all where they
-// stand like rows). What lies behind is drawn first, so that nothing shows that is hidden.
+// A chart in 3D: lines are ribbons and bars are blocks, with one lane of depth for each series (one lane for all series
+// that are arranged like rows). What is farther away is drawn first, so that hidden parts do not show.
 #pragma once
 
 #include "charts/AxisTickers.h"
@@ -22,11 +22,11 @@ protected:
 
 private:
     struct Point {
-        double x, y; // of the room
+        double x, y; // in the coordinates of the room
         bool isGap;
     };
 
-    // The marks of one axis, at positions of the room.
+    // The marks of one axis, at positions in the room.
     struct Marks {
         std::vector<double> positions;
         QStringList labels;
@@ -62,10 +62,10 @@ private:
     const QFontMetrics metrics_;
     const ChartRange primary_, secondary_;
     const std::size_t lanes_;
-    const std::vector<std::size_t> order_; // the series of each lane
+    const std::vector<std::size_t> order_; // the index of the series in each lane
     CategoryTicker categories_;
     Room3D room_;
-    double rotation_ = 0; // of the rows' labels, degrees
+    double rotation_ = 0; // of the labels of rows, degrees
     int valueLabelWidth_ = 0;
 };
 

@@ -1,13 +1,13 @@
-// A chart to assistive programs: its role is that of a chart, and what it is drawn with is no part of what is heard.
+// Presents a chart to assistive programs with the role of a chart; the parts that draw it are not presented.
 #pragma once
 
 namespace kestrane {
 
 class chaTab;
 
-void makeChartsHeard(); // of every chaTab; once is enough
+void makeChartsHeard(); // for every chaTab; calling it once is enough
 
-// Has a screen reader say a chart's description, which has changed.
+// Makes a screen reader say the description of a chart that has changed.
 void tellDescription(chaTab& chart);
 
 } // namespace kestrane

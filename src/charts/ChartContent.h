@@ -1,4 +1,5 @@
-// What is drawn: a chart's data, with what is worked out from it once. Shared, unchanged, by the screen and by pages.
+// The content that is drawn: a chart's data, and what is computed from it once. The screen and pages share it
+// unchanged.
 #pragma once
 
 #include "charts/BlockExtents.h"
@@ -16,15 +17,16 @@ public:
     ChartContent& operator=(const ChartContent&) = delete;
 
     const ChartData data;
-    const std::vector<const ChartSeries*> series; // those that are drawn: the ones with a label
-    const std::vector<BlockExtents> extents;      // one for each of these
+    const std::vector<const ChartSeries*> series; // the series that are drawn: those with a label
+    const std::vector<BlockExtents> extents;      // one for each of these series
 
-    // A chart of bars with one nameless row: its series stand side by side like rows, under their own labels.
+    // Whether it is a chart of bars with one row that has no name: its series then stand side by side like rows, each
+    // with its own label.
     bool hasSeriesAsRows() const;
 
     bool isReference(std::size_t drawn) const { return drawn < data.ReferenceSeries; }
 
-    // The ends of a value axis: those of the data, or round ones around the values.
+    // The ends of a value axis: those that the data give, or round ones around the values.
     ChartRange valueRange(ChartAxis axis) const;
 };
 

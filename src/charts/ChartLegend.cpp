@@ -64,7 +64,7 @@ void ChartLegend::fitBelow(int width, int mostHeight) {
     isFilledByColumn_ = false;
     const int count = static_cast<int>(entries_.size());
     rows_ = std::min(rowsBelow(width), rowsIn(mostHeight));
-    columns_ = std::min(columnsIn(width), (count + rows_ - 1) / rows_); // rows of one length
+    columns_ = std::min(columnsIn(width), (count + rows_ - 1) / rows_); // as few columns as these rows need
     setMinimumSize(0, heightOf(rows_));
     setMaximumSize(QWIDGETSIZE_MAX, heightOf(rows_));
 }
@@ -80,7 +80,7 @@ void ChartLegend::fitBeside(int height) {
 }
 
 void ChartLegend::draw(QCPPainter* painter) {
-    if (rect().isEmpty()) return; // the chart is too small for it
+    if (rect().isEmpty()) return; // the chart is too small for a legend
     QRect box(0, 0, std::min(widthOf(columns_), rect().width()), heightOf(rows_));
     box.moveCenter(rect().center());
     if (isFilledByColumn_) box.moveTop(rect().top());

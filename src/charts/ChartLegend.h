@@ -1,4 +1,4 @@
-// The legend of a chart: a sample and the label of each series, in as many columns as its place asks for, in a quiet
+// The legend of a chart: a sample and the label of each series, in as many columns as fit its place, in an unobtrusive
 // frame. Curves to compare with are left out.
 #pragma once
 
@@ -15,11 +15,11 @@ public:
 
     bool isEmpty() const { return entries_.empty(); }
 
-    // The rows it would have below a chart of this width, and the width it would have beside one of this height.
+    // The number of rows it would have below a chart of this width, and its width beside a chart of this height.
     int rowsBelow(int width) const;
     int widthBeside(int height) const;
 
-    // Takes the size for its place. What does not fit is counted in its last entry ("+ 12").
+    // Take the size for the place. When entries do not fit, the last entry shows their number ("+ 12").
     void fitBelow(int width, int mostHeight);
     void fitBeside(int height);
 

@@ -18,14 +18,14 @@ constexpr std::array<Qt::PenStyle, 4> kStyles = {Qt::SolidLine, Qt::DashLine, Qt
 
 constexpr double kTwentieths = 20;
 constexpr double kReferenceWidth = 0.75; // points
-constexpr double kEmphasis = 1.6;        // times the line width, of the line over a family of curves
+constexpr double kEmphasis = 1.6;        // times the line width: the line drawn over a family of curves
 
 QColor mixed(const QColor& a, const QColor& b, double share) {
     const auto part = [share](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * share)); };
     return {part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue())};
 }
 
-// Relative luminance, 0 to 1.
+// The relative luminance of a colour, 0 to 1.
 double luminance(const QColor& color) {
     const auto linear = [](double part) {
         return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);

@@ -1,4 +1,5 @@
-// The colours, pens and fonts of charts, for a palette or for paper. Series colours keep apart for colour-blind eyes.
+// The colours, pens and fonts of charts, for a palette or for paper. The colours of series can be told apart by
+// colour-blind people.
 #pragma once
 
 #include "charts/ChartContent.h"
@@ -18,11 +19,11 @@ struct ChartLooks {
     static ChartLooks ofPaper();
     static ChartLooks ofScreen(const QPalette& palette, double dotsPerInch);
 
-    // A colour of the data is darkened or lightened as far as it takes to read it on the background.
+    // A colour that the data give is darkened or lightened as far as needed to be readable on the background.
     QColor titleColor(const ChartData& chart) const;
     QColor axisTitleColor(const ChartData& chart) const;
 
-    // Sizes are whole pixels, so that a chart has one layout on every device.
+    // Sizes are in whole pixels, so that a chart has the same layout on every device.
     QFont font(const clsFont& font) const;
 
     QColor color(const ChartContent& content, std::size_t drawn) const;

@@ -8,7 +8,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kDots = 96; // an inch: the unit of a page's layout
+constexpr double kDots = 96; // dots per inch: the unit in which a page is laid out
 
 QCPRange rangeOf(const ChartRange& range) {
     return {range.Minimum, range.Maximum};
@@ -25,8 +25,8 @@ void drawChart(QCPPainter& painter, const QSize& size, const ChartOnPage& chart,
     page.toPainter(&painter, size.width(), size.height());
 }
 
-// Through a recorded picture, since the chart draws with a painter of its own kind. Playing it turns its dots an inch
-// into those of the device.
+// The chart is recorded as a picture first, because it draws with a painter of its own kind. Playing the picture scales
+// it from its dots per inch to the units of the device.
 void drawChart(QPainter& painter, const QRectF& area, double unitsPerInch, const ChartOnPage& chart,
                const Locale& locale) {
     QPicture recorded;

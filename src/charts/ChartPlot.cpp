@@ -13,11 +13,11 @@ namespace {
 
 constexpr int kMargin = 12;
 constexpr int kSpacing = 8;
-constexpr int kRowsBelow = 2;          // of a legend; a larger one stands beside the chart if that is wide enough
-constexpr double kMostOfWidth = 0.34;  // of the page, for a legend beside the chart
-constexpr double kMostOfHeight = 0.25; // of the page, for each part above and below it
-constexpr double kLeastRows = 4;       // that a zoom shows
-constexpr double kDeepestZoom = 1000;  // of a value axis
+constexpr int kRowsBelow = 2;          // of a legend; a larger one goes beside the chart if that is wide enough
+constexpr double kMostOfWidth = 0.34;  // of the page's width, for a legend beside the chart
+constexpr double kMostOfHeight = 0.25; // of the page's height, for each part above and below the chart
+constexpr double kLeastRows = 4;       // the fewest rows that a zoom shows
+constexpr double kDeepestZoom = 1000;  // how many times a value axis can be enlarged
 constexpr double kFewRows = 40;
 const QSize kSmallest(260, 180);
 
@@ -31,21 +31,21 @@ QCPRange rangeOf(const ChartRange& range) {
     return {range.Minimum, range.Maximum};
 }
 
-// Below, or in the middle part beside, what is there.
+// Adds a part below what is there; in the grid in the middle, beside it.
 void place(QCPLayoutElement* part, QCPLayoutGrid& grid) {
     part->setVisible(true);
     const bool isBeside = grid.layout() != nullptr;
     grid.addElement(isBeside ? 0 : grid.rowCount(), isBeside ? grid.columnCount() : 0, part);
 }
 
-// Broken between words into lines of at most so many pixels; the blanks at a break go.
+// Breaks a text between words into lines of at most width pixels. The blanks at a break are dropped.
 QString inLines(QString text, int width, const QFontMetrics& metrics) {
     QString lines;
     while (metrics.horizontalAdvance(text) > width) {
         qsizetype end = -1;
         for (qsizetype blank = text.indexOf(' '); blank > 0; blank = text.indexOf(' ', blank + 1))
             if (end < 0 || metrics.horizontalAdvance(text.left(blank)) <= width) end = blank;
-        if (end < 0) break; // a single word
+        if (end < 0) break; // a single word is left
         lines += text.left(end).trimmed() + '\n';
         text = text.mid(end).trimmed();
     }
@@ -152,7 +152,8 @@ void ChartPlot::styleAxis(QCPAxis& axis, const std::string& title) const {
     axis.grid()->setSubGridVisible(false);
 }
 
-// What is made later lies above: curves to compare with, then the last series to the first, which matters most.
+// What is created later is drawn on top: first the curves to compare with, then the other series from the last to the
+// first, which is the most important.
 void ChartPlot::makeSeries() {
     const std::size_t references = std::min(content_->data.ReferenceSeries, content_->series.size());
     for (std::size_t i = 0; i < references; ++i)
@@ -177,7 +178,7 @@ void ChartPlot::showParts(bool isLegendShown, bool isFootnoteShown) {
     isFootnoteShown_ = isFootnoteShown;
 }
 
-// Many rows of a line reach from edge to edge; a few, and bars, stand in the middle of their own width.
+// A line with many rows reaches from edge to edge; few rows, and bars, are drawn in the middle of their own width.
 ChartView ChartPlot::wholeView() const {
     const auto rows = static_cast<double>(content_->data.RowCount);
     const double half = content_->data.Shape == ChartShape::Line && rows > kFewRows ? 0 : 0.5;
@@ -224,7 +225,7 @@ bool ChartPlot::isShown(const ChartText& text) const {
     return !text.isEmpty() && (&text != footnote_.get() || isFootnoteShown_);
 }
 
-// The parts have sizes that depend on the page's: so they are laid out anew each time.
+// Arranges the parts. Their sizes depend on that of the page, so this is done for each layout.
 void ChartPlot::placeParts() {
     for (QCPLayoutElement* part : parts()) {
         if (part->layout() != nullptr) part->layout()->take(part);
@@ -245,7 +246,8 @@ void ChartPlot::placeParts() {
     middle->setColumnSpacing(kSpacing);
     if (isShown(*title_)) place(title_.get(), *plotLayout());
     place(middle, *plotLayout());
-    place(body() != nullptr ? body() : new QCPLayoutElement(this), *middle); // an empty grid leaves the texts no width
+    // Without it the grid would be empty and leave no width for the texts.
+    place(body() != nullptr ? body() : new QCPLayoutElement(this), *middle);
     if (body() != nullptr && isLegendShown_ && !legend_->isEmpty()) {
         if (isLegendBeside(room)) {
             legend_->fitBeside(room.height());
@@ -266,7 +268,7 @@ bool ChartPlot::isLegendBeside(const QSize& room) const {
            legend_->widthBeside(room.height()) <= room.width() * kMostOfWidth;
 }
 
-// What labels need is chosen for the room that the axes will about have.
+// Fits the labels of the axes to the approximate space that the axes will have.
 void ChartPlot::fitLabels(const QSize& room) {
     QCPAxis& rows = *axisRect_->axis(QCPAxis::atBottom);
     const QFontMetrics metrics(rows.tickLabelFont());

@@ -1,5 +1,5 @@
-// A chart drawn: title, axes with their series, legend and footnote in one layout, on the screen or on a page. It knows
-// nothing of mouse and keyboard beyond the part of the rows and values that is in view.
+// Draws a chart with title, axes with their series, legend and footnote in one layout, on the screen or on a page. Of
+// user input it knows only which part of the rows and values is visible.
 #pragma once
 
 #include "charts/AxisTickers.h"
@@ -16,7 +16,7 @@
 
 namespace kestrane {
 
-// The part in view, in coordinates of the axes. Row r lies at r, and its own width from r - 0.5 to r + 0.5.
+// The visible part, in coordinates of the axes. Row r is at r and extends from r - 0.5 to r + 0.5.
 struct ChartView {
     QCPRange rows, primary, secondary;
 };
@@ -26,11 +26,11 @@ public:
     ChartPlot(Locale locale, QWidget* parent);
     ~ChartPlot() override;
 
-    // In the whole view. Both shown parts may be changed afterwards.
+    // Shows the whole of the content. Which parts are shown may be changed afterwards.
     void setContent(std::shared_ptr<const ChartContent> content, const ChartLooks& looks);
     void showParts(bool isLegendShown, bool isFootnoteShown);
 
-    // Whether there are axes to zoom and to read from: not without rows, and not in 3D.
+    // Whether there are axes to zoom and to read values from: there are none without rows and in 3D.
     bool hasAxes() const { return axisRect_ != nullptr; }
 
     QCPAxisRect& axisArea() const { return *axisRect_; }
@@ -39,7 +39,7 @@ public:
 
     ChartView wholeView() const;
     ChartView view() const;
-    void setView(const ChartView& view); // moved and cut so that it lies in the whole view
+    void setView(const ChartView& view); // moved and reduced so that it lies within the whole view
 
     QSize minimumSizeHint() const override;
 

@@ -22,7 +22,8 @@ void ChartText::fit(int width, int mostHeight) {
     const auto heightOf = [&](const QString& text) {
         return metrics.boundingRect(QRectF(0, 0, width, QWIDGETSIZE_MAX), flags_, text).height();
     };
-    const double line = heightOf("X\nX") - heightOf("X"); // as it is drawn, which is not the font's rounded spacing
+    // The height of a line as drawn, which differs from the font's rounded line spacing.
+    const double line = heightOf("X\nX") - heightOf("X");
     const double lines = std::max(1.0, std::floor(mostHeight / line));
     const int height = static_cast<int>(std::ceil(std::min(heightOf(text_), lines * line)));
     setMinimumSize(0, height);

@@ -1,4 +1,4 @@
-// A title or footnote of a chart: plain text that wraps to the width it is given, cut at whole lines.
+// A title or footnote of a chart: plain text, wrapped to the available width and cut between lines.
 #pragma once
 
 #include <qcustomplot.h>
@@ -11,7 +11,7 @@ public:
 
     bool isEmpty() const { return text_.isEmpty(); }
 
-    // Takes the height that its text needs at this width, but at most so much.
+    // Takes the height that its text needs at this width, but at most mostHeight.
     void fit(int width, int mostHeight);
 
 protected:

@@ -1,4 +1,4 @@
-// The quiet shade behind rows that are left out of calculations.
+// The faint shade behind rows that are left out of calculations.
 #pragma once
 
 #include "charts/ChartContent.h"
@@ -7,8 +7,8 @@
 
 namespace kestrane {
 
-// The excluded rows within a range, as spans of whole rows from edge to edge (row r from r - 0.5 to r + 0.5). Spans
-// less than a pixel apart are one, with the range so many pixels wide.
+// The excluded rows within a range, as spans that reach from edge to edge of their rows (row r from r - 0.5 to r +
+// 0.5). Spans less than a pixel apart are joined; pixels is the width of the range.
 std::vector<QCPRange> excludedSpans(const ChartData& chart, const QCPRange& rows, double pixels);
 
 class ExcludedShade : public QCPLayerable {

@@ -9,11 +9,11 @@ namespace {
 constexpr int kPadding = 7;
 constexpr int kColumnGap = 14;
 constexpr int kSwatch = 9;
-constexpr int kFromLine = 10; // the box's distance from the line
+constexpr int kFromLine = 10; // pixels between the box and the line
 constexpr double kDot = 3;
 constexpr double kRounding = 3;
 constexpr int kOpacity = 240;
-constexpr int kRowShade = 26; // opacity, of a row of bars
+constexpr int kRowShade = 26; // opacity of the shade over a row of bars
 
 } // namespace
 

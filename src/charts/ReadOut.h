@@ -1,5 +1,5 @@
 // The values under the pointer: a line at a row, a dot on each series, and a box with the row's name and the values. It
-// lies on a layer of its own, so that moving it draws nothing else.
+// is on a layer of its own, so that moving it redraws nothing else.
 #pragma once
 
 #include "charts/ChartContent.h"
@@ -14,15 +14,15 @@ namespace kestrane {
 
 class ReadOut : public QCPLayerable {
 public:
-    // values: the primary and the secondary value axis.
+    // values are the primary and the secondary value axis.
     ReadOut(QCPAxis* rows, std::pair<QCPAxis*, QCPAxis*> values, const ChartContent& content, const ChartLooks& looks,
             const Locale& locale);
 
     std::optional<std::size_t> row() const { return row_; }
 
-    void show(std::optional<std::size_t> row); // nothing hides it
+    void show(std::optional<std::size_t> row); // nothing hides the read-out
 
-    // The box's lines: the row's name, then label and value of each series that has a value there.
+    // The lines of the box: the row's name, then the label and the value of each series that has a value in the row.
     QStringList lines() const;
 
 protected:

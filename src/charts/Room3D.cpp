@@ -6,13 +6,13 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kDepthOfOne = 0.05;   // of the area's width, for one lane
-constexpr double kDepthOfMore = 0.022; // for each further one
+constexpr double kDepthOfOne = 0.05;   // as a part of the area's width, for one lane
+constexpr double kDepthOfMore = 0.022; // for each further lane
 constexpr double kDeepest = 0.32;
-constexpr double kRise = 0.62;       // of the floor, for each pixel that it goes to the right
-constexpr double kHighestRise = 0.4; // of the area's height
-constexpr double kFall = 0.06;       // of the front edge, for each pixel that it goes to the right
-constexpr double kDeepestFall = 0.1; // of the area's height
+constexpr double kRise = 0.62;       // pixels that the floor rises for each pixel to the right
+constexpr double kHighestRise = 0.4; // as a part of the area's height
+constexpr double kFall = 0.06;       // pixels that the front edge falls for each pixel to the right
+constexpr double kDeepestFall = 0.1; // as a part of the area's height
 
 } // namespace
 

@@ -7,13 +7,13 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kGroup = 0.8;    // of a row's width, for all its bars
+constexpr double kGroup = 0.8;    // of a row's width, for all bars of the row
 constexpr double kBar = 0.88;     // of a bar's share, so that bars do not touch
-constexpr double kLoneBar = 0.56; // the same where series stand like rows
+constexpr double kLoneBar = 0.56; // the same when series are arranged like rows
 constexpr double kWidestBar = 64; // pixels
 constexpr double kFigureGap = 2;
 constexpr double kBetweenFigures = 3;
-constexpr int kDark = 128; // lightness of a colour that white stands out from
+constexpr int kDark = 128; // on a colour darker than this, white can be read
 
 } // namespace
 
@@ -29,7 +29,7 @@ SeriesBars::SeriesBars(QCPAxis* rows, QCPAxis* values, const ChartContent& conte
 
 void SeriesBars::draw(QCPPainter* painter) {
     const auto count = static_cast<double>(content_.series.size());
-    const double row = mKeyAxis->axisRect()->width() / mKeyAxis->range().size(); // pixels
+    const double row = mKeyAxis->axisRect()->width() / mKeyAxis->range().size(); // the width of a row in pixels
     const bool isAlone = content_.hasSeriesAsRows();
     const double pitch = isAlone ? row / count : std::min(row * kGroup / count, kWidestBar / kBar);
     const double width = std::min(pitch * (isAlone ? kLoneBar : kBar), kWidestBar);
@@ -52,7 +52,8 @@ void SeriesBars::draw(QCPPainter* painter) {
     }
 }
 
-// Above the bar, or in its end where it reaches too high for that. A figure without room is left out.
+// Draws the figure above the bar, or inside its end when the bar reaches too high for that. A figure for which there is
+// no room is left out.
 void SeriesBars::drawFigure(QCPPainter* painter, const QRectF& bar, double pitch, float value) const {
     const QString text = QString::fromStdString(chartFigureText(value, locale_));
     const QFontMetrics metrics(font_);

@@ -1,5 +1,5 @@
-// A series as bars from 0, beside those of the other series of its row. A missing value has no bar. Where there is room
-// the figure stands above its bar.
+// A series as bars from 0, beside the bars of the other series of the same row. A missing value has no bar. The figure
+// is drawn above its bar where there is room.
 #pragma once
 
 #include "charts/ChartLooks.h"

@@ -7,7 +7,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kVectorColumns = 2; // a pixel, on paper
+constexpr double kVectorColumns = 2; // columns per pixel on paper
 constexpr double kLabelGap = 4;
 
 } // namespace
@@ -64,7 +64,7 @@ void SeriesLine::drawRun(QCPPainter* painter, const QPolygonF& run) const {
     }
 }
 
-// Column by column from the left edge. A column also holds the last value of the one before it, which joins them.
+// Draws the columns from the left edge. Each column also covers the last value before it, which joins the columns.
 void SeriesLine::drawColumns(QCPPainter* painter, double perPixel) const {
     const QRect area = mKeyAxis->axisRect()->rect();
     const auto columns = static_cast<int>(area.width() * perPixel);
@@ -75,7 +75,7 @@ void SeriesLine::drawColumns(QCPPainter* painter, double perPixel) const {
         const double row = std::ceil(range.lower + column * rowsPerColumn);
         return static_cast<std::size_t>(std::clamp(row, 0.0, static_cast<double>(values().size())));
     };
-    const double pen = std::max(1.0, std::round(mPen.widthF() * perPixel)); // in columns
+    const double pen = std::max(1.0, std::round(mPen.widthF() * perPixel)); // the width of the pen in columns
     std::vector<QRectF> rects;
     rects.reserve(static_cast<std::size_t>(columns));
     std::size_t begin = rowAt(0);
@@ -99,7 +99,8 @@ void SeriesLine::drawColumns(QCPPainter* painter, double perPixel) const {
     painter->drawRects(rects.data(), static_cast<int>(rects.size()));
 }
 
-// At the line's right end, unless the lines lie too close: then at every second or fourth of them.
+// Draws the label at the right end of the line. When the lines are too close together, only every second or fourth has
+// one.
 void SeriesLine::drawLabel(QCPPainter* painter) const {
     const auto yOf = [&](std::size_t drawn) {
         const float value = content_.series[drawn]->Values.back();

@@ -1,6 +1,6 @@
-// A series as a line over its rows, broken where values are missing; a value between two missing ones is a dot. Where
-// there are more rows than pixel columns, each column is drawn from its lowest to its highest value, so that no row is
-// lost and the cost is that of the columns.
+// A series as a line over its rows, interrupted where values are missing; a value between two missing ones is a dot.
+// When there are more rows than pixel columns, each column is drawn from its lowest to its highest value, so that no
+// extreme is lost and the time depends only on the number of columns.
 #pragma once
 
 #include "charts/ChartLooks.h"

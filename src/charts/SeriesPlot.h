@@ -1,4 +1,4 @@
-// What the plottables of a series have in common: which one of the content it is. They are drawn, never picked.
+// What the plottables of a series have in common: the index of the series in the content. They cannot be selected.
 #pragma once
 
 #include "charts/ChartContent.h"

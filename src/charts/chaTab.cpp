@@ -22,12 +22,13 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kPaperDots = 96; // an inch: the unit of a page's layout
-constexpr double kZoom = 0.8;     // a step
-constexpr int kThinDrag = 8;      // pixels: a drag that is no higher zooms the rows alone, one narrower the values
-constexpr int kShortDrag = 3;     // pixels: no drag at all
+constexpr double kPaperDots = 96; // dots per inch: the unit in which a page is laid out
+constexpr double kZoom = 0.8;     // for each step
+// Pixels: a drag that is not higher zooms only the rows, one that is not wider only the values.
+constexpr int kThinDrag = 8;
+constexpr int kShortDrag = 3; // pixels: a shorter drag counts as none
 constexpr double kWheelStep = 120;
-constexpr double kTouch = 0.01; // rows: one that lies on the edge of the view is in it
+constexpr double kTouch = 0.01; // rows: a row this close to the edge of the view is in it
 constexpr int kPdfResolution = 1200;
 
 constexpr std::array<const char*, 3> kEndings = {".png", ".svg", ".pdf"};
@@ -46,7 +47,7 @@ chaTab::chaTab(Locale locale, QWidget* parent) :
     layout->addWidget(plot_);
     setFocusPolicy(Qt::StrongFocus);
     plot_->setFocusPolicy(Qt::NoFocus);
-    plot_->setAttribute(Qt::WA_NoMousePropagation, false); // else the owner's menu never opens
+    plot_->setAttribute(Qt::WA_NoMousePropagation, false); // otherwise the owner's menu would never open
     plot_->setMouseTracking(true);
     plot_->installEventFilter(this);
     connect(plot_, &QCustomPlot::mousePress, this, [this](const QMouseEvent* event) { press(*event); });
@@ -147,7 +148,8 @@ QByteArray chaTab::pictureBytes(const std::string& path, const QSize& size) cons
         svg.setResolution(static_cast<int>(kPaperDots));
         svg.setSize(size);
         svg.setViewBox(QRect(QPoint(), size));
-        svg.setTitle(QString::fromStdString(content_->data.Title).toHtmlEscaped()); // it goes into the file as it is
+        // The toolkit writes the title to the file without escaping it.
+        svg.setTitle(QString::fromStdString(content_->data.Title).toHtmlEscaped());
         QCPPainter painter(&svg);
         painter.setMode(QCPPainter::pmVectorized);
         drawChart(painter, size, onPage(), locale_);
@@ -299,13 +301,13 @@ void chaTab::keyPressEvent(QKeyEvent* event) {
     QWidget::keyPressEvent(event);
 }
 
-// From the middle of the view when there is none yet.
+// Moves the read-out by a number of rows; it begins in the middle of the view when there is none yet.
 void chaTab::stepReadOut(int rows) {
     const auto& shown = plot_->readOut().row();
     goToRow(shown ? static_cast<double>(*shown) + rows : std::round(plot_->view().rows.center()));
 }
 
-// The nearest there is; one out of view is brought into it.
+// Moves the read-out to a row, or to the nearest one that exists, and scrolls when the row is not in view.
 void chaTab::goToRow(double row) {
     row = std::clamp(row, 0.0, static_cast<double>(content_->data.RowCount) - 1);
     readAt(static_cast<std::size_t>(row));

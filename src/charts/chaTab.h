@@ -1,12 +1,12 @@
-// A chart tab: draws a chart's data, lets the user look closer and read values off, and gives the chart as a picture or
-// to a printer. The owner has its menu; what it shows was decided by the core.
+// A chart tab: draws a chart's data, lets the user zoom and read values, and provides the chart as a picture or for a
+// printer. Its menu belongs to the owner; what it shows is decided by the core.
 //
-// Wheel: zoom at the pointer; with Ctrl over the values, with Shift move sideways. Drag: zoom into the rectangle. Drag
-// with Shift or the middle button: move. Double click: the whole again. Keys: Left and Right move the read-out, Home
-// and End take it to the ends, Escape hides it; + and - zoom, 0 shows the whole.
+// Wheel: zooms at the pointer; with Ctrl it zooms the values, with Shift it moves sideways. Drag: zooms into the
+// rectangle. Drag with Shift or with the middle button: moves. Double click: shows everything. Keys: Left and Right
+// move the read-out, Home and End take it to the ends, Escape hides it; + and - zoom, 0 shows everything.
 //
-// A screen reader hears the title as its name and, as its description, the read-out while there is one, else its series
-// and its note.
+// A screen reader gets the title as the chart's name and, as its description, the read-out while there is one, else its
+// series and its note.
 #pragma once
 
 #include "charts/ChartPlot.h"
@@ -29,7 +29,7 @@ public:
     explicit chaTab(Locale locale, QWidget* parent = nullptr);
     ~chaTab() override;
 
-    // Shows the whole of a chart. Its legend shows as the chart says, its footnote as before.
+    // Shows the whole of a chart. The legend is shown as the chart says; whether the footnote is shown does not change.
     void setChart(ChartData chart);
 
     const ChartData& chart() const;
@@ -41,30 +41,30 @@ public:
     void showLegend(bool isShown);
     void showFootnote(bool isShown);
 
-    // The lines of the read-out: the row's name, then a series and its value a line; empty when it is hidden.
+    // The lines of the read-out: the row's name, then one line for each series with its value; empty when it is hidden.
     QStringList readOut() const;
 
     QString spokenDescription() const;
 
-    // The rows in view, counted from 0, first and last; nothing without axes.
+    // The first and the last visible row, counted from 0; nothing without axes.
     std::optional<std::pair<std::size_t, std::size_t>> rowsInView() const;
 
-    // The part in view, in the colours of paper, size in pixels of which a ratio of 2 gives twice as many.
+    // The visible part in colours for paper. size is in pixels; with a ratio of 2 there are twice as many each way.
     QImage picture(const QSize& size, double ratio = 1) const;
 
-    // The bytes of the picture in the format of a name's ending; none when it cannot be drawn.
+    // The bytes of the picture in the format of the name's ending; empty when it cannot be drawn.
     QByteArray pictureBytes(const std::string& path, const QSize& size) const;
 
-    // Writes the picture in the format of the name's ending: .png, .svg or .pdf, in any case. There is a whole file or
-    // the old one. Raises an error when the file cannot be written.
+    // Writes the picture in the format of the name's ending: .png, .svg or .pdf, in any case. The file is replaced as a
+    // whole or not at all. Raises an error when it cannot be written.
     void savePicture(const std::string& path, const QSize& size) const;
     static bool isPictureName(const std::string& path);
 
-    // The same for a page.
+    // The visible part for a page.
     ChartOnPage onPage() const;
 
 signals:
-    void ViewChanged(); // the user looks at other rows or values
+    void ViewChanged(); // the user has chosen to see other rows or values
 
 protected:
     void changeEvent(QEvent* event) override;

@@ -18,8 +18,8 @@ namespace {
 
 constexpr int kLongestNumber = 999;
 constexpr int kGap = 12;
-constexpr std::size_t kLongCaption = 30; // characters; a longer one takes two lines
-constexpr int kWidest = 1000;            // captions stay near their values in a wide window
+constexpr std::size_t kLongCaption = 30; // characters; a longer caption takes two lines
+constexpr int kWidest = 1000;            // pixels, so that captions stay near their values in a wide window
 
 struct SectionBox {
     PanelSection section;
@@ -39,7 +39,7 @@ QComboBox* numberBox(const char* name, const QString& spoken) {
     auto* const box = new QComboBox;
     nameControl(*box, name, spoken);
     box->setEditable(true);
-    box->lineEdit()->setAccessibleName(spoken); // it has the focus
+    box->lineEdit()->setAccessibleName(spoken); // the line edit is what gets the focus
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setValidator(new QIntValidator(0, kLongestNumber, box));
     return box;

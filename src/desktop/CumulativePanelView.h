@@ -1,5 +1,5 @@
-// The "Cumultv (Data)" tab: the figures of a log as the core worded them, and the three fields that recalculate it.
-// Checks nothing itself: what is entered goes to the core.
+// The "Cumultv (Data)" tab: the figures of a log in the core's words, and the three fields that recalculate it. It
+// checks nothing itself: the core takes the entries.
 #pragma once
 
 #include "explorer/CalculationEntries.h"
@@ -25,7 +25,7 @@ class CumulativePanelView : public QScrollArea {
 public:
     explicit CumulativePanelView(const Session& session, QWidget* parent = nullptr);
 
-    // The figures at a band, in the frame of a panel; and the fields as the log has them.
+    // Shows the figures at a band in the form of the panel, and the fields as the log has them.
     void ShowLog(const clsLog& log, int band, int panel);
 
     CalculationEntries Entries() const;

@@ -1,5 +1,5 @@
-// Widgets side by side that go on in a further line where the width does not hold them. Each keeps its size hint's
-// width, or the whole line's when that is narrower.
+// Widgets side by side, continued on further lines when the width is not enough. Each has the width of its size hint,
+// or that of the whole line when that is narrower.
 #pragma once
 
 #include <QLayout>
@@ -25,12 +25,12 @@ public:
     bool hasHeightForWidth() const override { return true; }
 
     int heightForWidth(int width) const override;
-    QSize sizeHint() const override; // in one line
+    QSize sizeHint() const override; // of all widgets on one line
     QSize minimumSize() const override;
     void setGeometry(const QRect& rect) override;
 
 private:
-    int arrange(const QRect& rect, bool isPlaced) const; // the height that it takes
+    int arrange(const QRect& rect, bool isPlaced) const; // returns the height needed
 
     int gap_, lineGap_;
     std::vector<std::unique_ptr<QLayoutItem>> items_;

@@ -9,7 +9,7 @@ namespace kestrane {
 
 NodeEdits::NodeEdits(Session& session, OpenFiles openFiles) : session_(session), openFiles_(std::move(openFiles)) {}
 
-// The name goes to the clipboard, too: it drives out files that were copied before.
+// The name also goes to the clipboard, which removes files that were copied before.
 void NodeEdits::Copy(frmExplorer& explorer, bool move) {
     copied_ = {explorer.State().SelectedKey, move};
     QtClipboard().Set({editableText(session_, copied_.Key), {}, {}, {}});

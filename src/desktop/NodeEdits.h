@@ -1,4 +1,4 @@
-// The commands on the nodes of the trees: Cut, Copy, Paste, Delete, what is dropped on a node, Undo and Redo. Keeps
+// The commands on the nodes of the trees: Cut, Copy, Paste, Delete, dropping on a node, Undo and Redo. It remembers
 // what was copied, for all explorer windows; what a command does is decided in the core.
 #pragma once
 
@@ -23,7 +23,7 @@ public:
     const CopiedNode& Copied() const { return copied_; }
 
     void Copy(frmExplorer& explorer, bool move);
-    void Paste(frmExplorer& explorer); // at the selected node; files of the clipboard are opened
+    void Paste(frmExplorer& explorer); // at the selected node; files on the clipboard are opened instead
     void Drop(frmExplorer& explorer, const std::string& source, const std::string& target, bool move);
     void Delete(frmExplorer& explorer); // the selected node
     void Exchange(const std::string& selectedKey, Direction direction);

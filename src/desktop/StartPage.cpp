@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kListWidth = 260; // pixels
 constexpr int kGap = 24;
-constexpr qreal kHeadingSize = 1.5; // of the usual size
+constexpr qreal kHeadingSize = 1.5; // of the usual font size
 
 struct Offer {
     Command command;
@@ -108,7 +108,7 @@ void StartPage::fillList(QVBoxLayout& list, Text::Id heading, const char* name, 
         button->setCursor(Qt::PointingHandCursor);
         button->setToolTip(shown(path));
         nameControl(*button, (name + std::to_string(&path - paths.data() + 1)).c_str(), fileName);
-        // Deferred, since opening may fill the list anew.
+        // Deferred, because opening may fill the list again.
         connect(
             button, &QPushButton::clicked, this, [this, asked, path] { emit(this->*asked)(shown(path)); },
             Qt::QueuedConnection);

@@ -1,5 +1,5 @@
-// What an explorer window shows while no file is open: the ways to come by measurements. One of the pages of the log
-// view; what is asked for here is done by the frame.
+// What an explorer window shows while no file is open: the ways to get measurements. It is one of the pages of the log
+// view; the frame does what is asked for here.
 #pragma once
 
 #include "app/Menus.h"
@@ -18,7 +18,7 @@ class StartPage : public QWidget {
 public:
     explicit StartPage(const Session& session);
 
-    void ShowFiles(); // the recent files as they are now, and the samples
+    void ShowFiles(); // the present recent files, and the samples
 
 signals:
     void CommandAsked(kestrane::Command command);

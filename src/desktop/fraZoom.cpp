@@ -37,7 +37,7 @@ fraZoom::fraZoom(const Session& session, Zoom& zoom, QWidget* parent) : QWidget(
          {std::tuple(0U, Text::ZoomFrom, "lstZoom0"), std::tuple(1U, Text::ZoomTo, "lstZoom1")}) {
         QComboBox* const box = intervalBox(intervals_);
         nameControl(*box, name, loadPlainText(session, text));
-        auto* const field = new QWidget; // label and list stay together
+        auto* const field = new QWidget; // keeps the label and the list together
         auto* const cells = new QHBoxLayout(field);
         cells->setContentsMargins(0, 0, 0, 0);
         cells->addWidget(labelOf(session, text, *box));

@@ -1,5 +1,5 @@
-// The zoom panel of the log view: the whole log, or the rows from one interval to another. Shows and changes what the
-// window's Zoom has chosen; whoever owns it brings that on view.
+// The zoom panel of the log view: the whole log, or the rows from one interval to another. It shows and changes the
+// choice in the window's Zoom; its owner then shows that range.
 #pragma once
 
 #include "dialogs/IntervalListModel.h"
@@ -21,8 +21,8 @@ class fraZoom : public QWidget {
 public:
     fraZoom(const Session& session, Zoom& zoom, QWidget* parent = nullptr);
 
-    void ShowLog(const clsLog& opened); // another one
-    void ShowChoice();                  // as the Zoom has it
+    void ShowLog(const clsLog& opened); // another log
+    void ShowChoice();                  // the choice that the Zoom has
 
 signals:
     void ApplyZoom();
@@ -35,7 +35,7 @@ private:
     IntervalListModel intervals_;
     QButtonGroup* optZoom_;
     std::array<QComboBox*, 2> lstZoom_{}; // from, to
-    std::array<QWidget*, 2> fields_{};    // each with its label
+    std::array<QWidget*, 2> fields_{};    // each list with its label
 };
 
 } // namespace kestrane

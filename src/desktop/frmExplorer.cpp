@@ -39,7 +39,7 @@ frmExplorer::frmExplorer(Session& session, QWidget* parent) : QWidget(parent), s
 
     connect(splitter, &QSplitter::splitterMoved, this, [this](int at) { emit TreeWidthChosen(at); });
     connect(tree_, &tvwTreeView::NodeClick, this, [this](const QString& key) { nodeClick(key.toStdString()); });
-    // Deferred: the tree is rebuilt, which must wait until its editor has closed, or the drag has ended.
+    // Deferred, because the tree is rebuilt, which must wait until its editor has closed or the drag has ended.
     connect(
         tree_, &tvwTreeView::NodeRenamed, this,
         [this](const QString& key, const QString& text) { nodeRenamed(key.toStdString(), text.toStdString()); },
@@ -65,7 +65,7 @@ MenuState frmExplorer::StateForMenus() const {
             isTreeActive_, log_->HasContent(), state_.LogInView(session_)};
 }
 
-// What is outside both, such as a menu, leaves the one active that was.
+// When the focus goes to something else, such as a menu, the active one of the two stays active.
 void frmExplorer::takeFocus(const QWidget* focused) {
     const bool isTree = focused == tree_ || tree_->isAncestorOf(focused);
     if (isTree == isTreeActive_ || (!isTree && !log_->isAncestorOf(focused))) return;

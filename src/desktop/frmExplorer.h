@@ -1,5 +1,5 @@
 // An explorer window: the tree of the open files on the left, the log view on the right. Several can be open at once.
-// Holds its state in an ExplorerState of the core and no measurement data.
+// Its state is in an ExplorerState of the core; it has no measurement data.
 #pragma once
 
 #include "app/Menus.h"
@@ -25,22 +25,22 @@ public:
 
     tabLog& LogTabs() { return *log_; }
 
-    MenuState StateForMenus() const; // of this window, not minimised
+    MenuState StateForMenus() const; // with this window in front, not minimised
 
     void RebuildTree();
-    void ShowMarks(); // of documents that have not been saved
+    void ShowMarks(); // of documents with unsaved changes
     void ChooseLog(const std::string& key, bool isToShow);
     void ResetControls(); // forgets the open log
     void LogValuesChanged(const clsLog& log);
-    void ShowWaiting(); // brings the log on view that was chosen while its rows were still to come
+    void ShowWaiting(); // shows the log that was chosen while its rows were still to come
     void EndZoom();
     void EditSelectedNode();
-    void SelectNode(const std::string& key); // and shows it, as if it had been clicked
+    void SelectNode(const std::string& key); // and shows it as if it had been clicked
 
 signals:
-    void StateChanged();             // the frame's menus follow
+    void StateChanged();             // the menus of the frame must be updated
     void TreeWidthChosen(int width); // by the user, in pixels
-    void TreesChanged();             // a file, collection or log has another name
+    void TreesChanged();             // a file, collection or log has been renamed
     void NodeDropped(const std::string& sourceKey, const std::string& targetKey, bool move);
     void DeleteAsked(); // of the selected node
     void FilesDropped(const QStringList& paths);
@@ -58,7 +58,7 @@ private:
     ExplorerState state_;
     tvwTreeView* tree_;
     tabLog* log_;
-    bool isTreeActive_ = true; // else the log view had the focus last
+    bool isTreeActive_ = true; // false: the log view had the focus last
 };
 
 } // namespace kestrane

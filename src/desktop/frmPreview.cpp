@@ -29,9 +29,9 @@ namespace kestrane {
 namespace {
 
 constexpr QSize kFirstSize(980, 860);
-constexpr int kPatience = 400; // milliseconds
+constexpr int kPatience = 400; // milliseconds before the dialog is shown
 constexpr double kZoomStep = 1.25;
-constexpr double kSmallest = 30 / kPaperDots; // 30 to 400 pixels an inch
+constexpr double kSmallest = 30 / kPaperDots; // 30 to 400 pixels per inch
 constexpr double kLargest = 400 / kPaperDots;
 constexpr int kRoomBesidePage = 24;
 
@@ -44,7 +44,7 @@ QString withoutMnemonic(QString text) {
 PrintProgress::PrintProgress(const Session& session, QWidget* parent) :
     session_(session),
     dialog_(std::make_unique<QProgressDialog>(QString(), loadPlainText(session, Text::Cancel), 0, 0, parent)) {
-    dialog_->reset(); // it would come up by itself after a while
+    dialog_->reset(); // otherwise it would appear by itself after a while
     dialog_->setWindowTitle(loadPlainText(session, Text::CommandPrint));
     dialog_->setWindowModality(Qt::ApplicationModal);
     dialog_->setMinimumDuration(kPatience);
@@ -162,7 +162,7 @@ void frmPreview::showEvent(QShowEvent* event) {
 }
 
 void frmPreview::layOut() {
-    document_.reset(); // it refers to the paper
+    document_.reset(); // it refers to the paper, which is replaced
     paper_.emplace(a4Paper(chkLandscape_->isChecked()));
     document_ = choices_[static_cast<std::size_t>(cboReport_->currentIndex())].layOut(*paper_);
     const auto pages = static_cast<int>(document_->pageCount());

@@ -1,5 +1,5 @@
-// The print preview: the pages of a report one at a time, at any size, as they are going to be printed; from here to
-// the printer or into a PDF file.
+// The print preview: shows the pages of a report as they will be printed, one at a time and at any size; from here they
+// can be printed or saved as a PDF file.
 #pragma once
 
 #include "model/Session.h"
@@ -23,7 +23,7 @@ class QToolButton;
 
 namespace kestrane {
 
-// How far printing has got, with a way to end it. Comes up when it takes a while.
+// Shows the progress of printing and lets the user cancel it. It appears only when printing takes a while.
 class PrintProgress {
 public:
     PrintProgress(const Session& session, QWidget* parent);
@@ -37,7 +37,7 @@ private:
 };
 
 struct PreviewChoice {
-    Text::Id text; // its name
+    Text::Id text; // its name in the list
     LayOut layOut;
 };
 
@@ -48,7 +48,7 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override; // keys and wheel of the page
+    bool eventFilter(QObject* watched, QEvent* event) override; // the keys and the wheel on the page
 
 private:
     QWidget* topBar();
@@ -66,7 +66,7 @@ private:
     Printers& printers_;
     std::optional<Paper> paper_;
     std::unique_ptr<PagedDocument> document_;
-    double zoom_ = 0; // pixels for a dot of the paper; 0: as fits the width
+    double zoom_ = 0; // pixels for each dot of the paper; 0 to fit the width
 
     QComboBox* cboReport_;
     QCheckBox* chkLandscape_;

@@ -1,5 +1,5 @@
-// The print commands: lays out what an explorer window shows, and hands it to a printer or to the preview. Lives as
-// long as one command.
+// The print commands: lays out what an explorer window shows, and passes it to a printer or to the preview. An object
+// lives as long as one command.
 #pragma once
 
 #include "model/Session.h"
@@ -15,7 +15,7 @@ public:
     frmPrint(Session& session, frmExplorer& explorer, QWidget* parent);
 
     void PrintReport(ReportForm form);
-    void PrintGraph(); // the tab in front
+    void PrintGraph(); // prints the tab in front
     void ShowPreview();
 
 private:

@@ -22,10 +22,10 @@ namespace {
 
 constexpr int kBar = 3; // pixels
 constexpr int kPadding = 14;
-constexpr int kFigure = 6; // characters of a computed one
+constexpr int kFigure = 6; // characters of a computed figure
 constexpr int kTypedColumns = kExposureColumns - 1;
 
-// A red that leaves the text readable, on a light and on a dark ground.
+// A red on which the text can be read, in a light and in a dark palette.
 QColor markColour() {
     const bool isDark = QApplication::palette().color(QPalette::Base).lightness() < 128;
     return isDark ? QColor(120, 40, 40) : QColor(255, 205, 205);
@@ -35,7 +35,7 @@ QVariant orNothing(bool isThere, const QVariant& value) {
     return isThere ? value : QVariant();
 }
 
-// Editors of the cells, and the bar under a row.
+// The editors of the cells, and the bar under a row.
 class ExposureDelegate : public QStyledItemDelegate {
 public:
     ExposureDelegate(const Session& session, const ExposureModel& model, grdDose& grid) :
@@ -250,7 +250,7 @@ void grdDose::ShowRows() {
     showRowsFrom(std::max(current.row(), 0), std::max(current.column(), 0));
 }
 
-// The cell, or the nearest that there is, becomes the current one.
+// Shows the rows again and makes the cell, or the nearest one that exists, the current one.
 void grdDose::showRowsFrom(int row, int column) {
     const clsLog* log = log_();
     if (log == nullptr) return;
@@ -321,7 +321,7 @@ void grdDose::Paste() {
     tell(outcome.Refused == 0 ? std::string() : ReplaceText(session_.LoadText(Text::EntriesNotTaken), "^", refused));
 }
 
-// The keys of the clipboard and of editing are the grid's own while it has the focus.
+// While the grid has the focus, it handles the keys for the clipboard and for editing itself.
 bool grdDose::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride) {
         const auto* const key = static_cast<QKeyEvent*>(event);
@@ -336,14 +336,14 @@ bool grdDose::event(QEvent* event) {
 
 void grdDose::keyPressEvent(QKeyEvent* event) {
     const bool isBack = event->key() == Qt::Key_Backtab || (event->modifiers() & Qt::ShiftModifier) != 0;
-    if (state() == EditingState) { // the editor has let the key through; closing it moves on
+    if (state() == EditingState) { // the editor has passed the key on; closing it moves to the next cell
         QTableView::keyPressEvent(event);
     } else if (event->matches(QKeySequence::Copy)) {
-        QApplication::clipboard()->setText(QString::fromStdString(SelectionText())); // a single cell, too
+        QApplication::clipboard()->setText(QString::fromStdString(SelectionText())); // even of a single cell
     } else if (event->matches(QKeySequence::Paste)) {
         Paste();
     } else if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
-        event->setAccepted(stepSideways(isBack ? -1 : 1)); // else the focus goes on
+        event->setAccepted(stepSideways(isBack ? -1 : 1)); // otherwise the focus moves on
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         stepDown(isBack ? -1 : 1);
     } else {

@@ -1,6 +1,6 @@
 // The grid of the "Exp Calc" tab: the rows of a log's exposure calculator with their totals, edited in place. It shows
-// an ExposureTable of the core and passes on what is typed, ticked, pasted, inserted and deleted. Tab and Enter move
-// like in a spreadsheet; a bar under each row shows its share of the day's dose.
+// an ExposureTable of the core and passes on what is typed, ticked, pasted, inserted and deleted. Tab and Enter work as
+// in a spreadsheet; a bar under each row shows its share of the day's dose.
 #pragma once
 
 #include "explorer/ExposureEdits.h"
@@ -14,20 +14,20 @@
 
 namespace kestrane {
 
-// Its columns are those of the rows but for the number, which stands in the header of the row.
+// The columns are those of the rows without the number, which is in the header of the row.
 class ExposureModel : public QAbstractTableModel {
 public:
     explicit ExposureModel(const Session& session) : session_(session) {}
 
-    std::function<void(std::size_t row, int column, const std::string& entry)> Enter; // by ExposureColumn
+    std::function<void(std::size_t row, int column, const std::string& entry)> Enter; // column is an ExposureColumn
 
     void SetTable(ExposureTable table);
 
     const ExposureTable& Table() const { return table_; }
 
-    static int columnOf(const QModelIndex& index) { return index.column() + 1; } // by ExposureColumn
+    static int columnOf(const QModelIndex& index) { return index.column() + 1; } // an ExposureColumn
 
-    bool isRow(const QModelIndex& index) const; // not the totals
+    bool isRow(const QModelIndex& index) const; // false for the totals
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -50,16 +50,16 @@ class grdDose : public QTableView {
     Q_OBJECT
 
 public:
-    // The log on view, null for none, is asked for whenever it is needed.
+    // log returns the log that is shown, or null; it is called whenever the log is needed.
     grdDose(Session& session, std::function<clsLog*()> log, QWidget* parent = nullptr);
 
     void ShowRows();       // as the log has them now
-    void ForgetOtherLog(); // the status bar says nothing more of a log that is not on view
+    void ForgetOtherLog(); // clears the message in the status bar when it is about a log that is not shown
     bool IsOnRow() const;
     void InsertRows();
     void DeleteRows();
-    bool HasSelection() const;         // of more cells than the one that is always current
-    std::string SelectionText() const; // the selected cells, tabs between them, CR LF behind rows
+    bool HasSelection() const;         // of more cells than just the current one
+    std::string SelectionText() const; // the selected cells, with tabs between them and CR LF behind rows
     void Paste();
 
 signals:
@@ -75,17 +75,17 @@ protected:
 private:
     std::size_t currentRow() const;
     void showRowsFrom(int row, int column);
-    bool stepSideways(int by); // to the next cell that can be edited; false: there is none
+    bool stepSideways(int by); // to the next cell that can be edited; false when there is none
     void stepDown(int by);
     void sizeColumns();
-    void tell(const std::string& text); // in the status bar
+    void tell(const std::string& text); // shows a text in the status bar
 
     Session& session_;
     std::function<clsLog*()> log_;
     ExposureModel model_;
-    std::string told_;               // last in the status bar
-    const clsLog* toldOf_ = nullptr; // of which log; never looked into
-    int tabbedFrom_ = -1;            // the column where Tab set out from, to which Enter returns
+    std::string told_;               // the last text in the status bar
+    const clsLog* toldOf_ = nullptr; // the log that the text is about; never dereferenced
+    int tabbedFrom_ = -1;            // the column where Tab was first pressed, to which Enter returns
     bool isStepping_ = false;
 };
 

@@ -99,7 +99,7 @@ void grdTable::fillWidth() {
         const int cell = model_.rowCount() > 0 ? sizeHintForIndex(model_.index(0, column)).width() + kGridLine : 0;
         widths.push_back(std::max({kColumnWidth, caption, cell}));
     }
-    isFilling_ = true; // a tab, say, may be under the pressed button
+    isFilling_ = true; // mouse buttons may be down, so width changes must not count as the user's
     int spare = std::max(0, viewport()->width() - std::accumulate(widths.begin(), widths.end(), 0));
     for (int column = 0; column < columns; ++column) {
         const int share = spare / (columns - column);

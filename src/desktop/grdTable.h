@@ -1,5 +1,5 @@
-// The grid of the "Intervals (Table)" tab: a view on an IntervalTable of the core, which makes its cells when they come
-// into sight, so that a table of any length opens at once.
+// The grid of the "Intervals (Table)" tab: a view on an IntervalTable of the core, which makes cells when they become
+// visible, so that a table of any length opens at once.
 #pragma once
 
 #include "model/Session.h"
@@ -35,14 +35,14 @@ public:
 
     const IntervalTable& Table() const { return model_.Table(); }
 
-    bool HasSelection() const;       // of more cells than the one that is always current
-    CopiedRows SelectedRows() const; // the selected cells alone
+    bool HasSelection() const;       // of more cells than just the current one
+    CopiedRows SelectedRows() const; // only the selected cells
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void fillWidth(); // widens the columns where they leave room
+    void fillWidth(); // widens the columns when there is space left
 
     IntervalTableModel model_;
     bool isFilling_ = false;

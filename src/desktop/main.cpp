@@ -27,7 +27,7 @@ namespace kestrane {
 namespace {
 
 constexpr auto kCompany = KESTRANE_COMPANY;
-constexpr int kLook = 50; // milliseconds between looks at the clock
+constexpr int kLook = 50; // milliseconds between two looks at the clock
 constexpr double kSplashSeconds = 2.5;
 
 IniSettings settingsOfBrand() {
@@ -41,7 +41,7 @@ bool hasDisplay() {
            (platform != nullptr && std::strlen(platform) > 0);
 }
 
-// What is said to a call that asks about the program; null for any other call.
+// The answer to a call that only asks about the program; null for any other call.
 const char* answerWithoutDisplay(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--version") == 0) return "kestrane " KESTRANE_VERSION_TEXT "\n";
@@ -74,7 +74,7 @@ Text::Id captionOf(Button button) {
     return Text::Ok;
 }
 
-// Whole seconds, as the clock shows them.
+// Counts whole seconds, as the clock shows them.
 void waitForSplash(Session& session, CalendarTime start) {
     constexpr double kSecondsOfDay = 86400;
     while (std::round((session.clock.now() - start) * kSecondsOfDay) < kSplashSeconds)
@@ -108,7 +108,8 @@ int run(int argc, char** argv) {
     frmSplash splash(session);
     splash.show();
     mdiMain frame(session);
-    QObject::connect(&frame, &mdiMain::Closed, [] { QCoreApplication::exit(); }); // no window can refuse this
+    // Unlike quit(), no window can refuse this.
+    QObject::connect(&frame, &mdiMain::Closed, [] { QCoreApplication::exit(); });
     QStringList arguments = QApplication::arguments();
     arguments.removeFirst();
     std::vector<std::string> names;

@@ -36,7 +36,7 @@ namespace {
 
 constexpr QSize kFirstSize(1180, 760);
 constexpr int kToolIcon = 22;
-constexpr int kNextLook = 50; // milliseconds
+constexpr int kNextLook = 50; // milliseconds until the next look
 
 struct MenuTitle {
     Menu menu;
@@ -83,7 +83,7 @@ bool isUserInput(QEvent::Type type) {
     return std::find(std::begin(kInput), std::end(kInput), type) != std::end(kInput);
 }
 
-// Leaves Ctrl+W to the files: an explorer window closes with Ctrl+F4.
+// Leaves Ctrl+W to closing files: an explorer window is closed with Ctrl+F4.
 void keepCloseKey(const QMdiSubWindow& window) {
     for (QAction* action : window.systemMenu()->actions())
         if (action->shortcuts().contains(QKeySequence("Ctrl+W"))) action->setShortcut(QKeySequence("Ctrl+F4"));
@@ -97,7 +97,7 @@ mdiMain::mdiMain(Session& session) :
     setWindowTitle(shown(std::string(kApplicationTitle)));
     setWindowIcon(iconOf("application"));
     setAcceptDrops(true);
-    setContextMenuPolicy(Qt::NoContextMenu); // not the toolkit's list of tool bars
+    setContextMenuPolicy(Qt::NoContextMenu); // otherwise the toolkit would show its list of tool bars
     area_ = new QMdiArea;
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     setCentralWidget(area_);
@@ -123,7 +123,7 @@ mdiMain::mdiMain(Session& session) :
 }
 
 mdiMain::~mdiMain() {
-    area_->disconnect(this); // it and its windows go when the members are gone
+    area_->disconnect(this); // it and its windows are destroyed after the members
     for (QMdiSubWindow* window : area_->subWindowList())
         window->disconnect(this);
     session_.ForgetFrame();
@@ -147,7 +147,7 @@ void mdiMain::makeActions() {
         actions_.at(command)->setChecked(true);
     }
     actions_.at(Command::ViewZoom)->setCheckable(true);
-    actions_.at(Command::EditDelete)->setShortcutContext(Qt::WidgetShortcut); // the key is the tree's
+    actions_.at(Command::EditDelete)->setShortcutContext(Qt::WidgetShortcut); // the key belongs to the tree
 }
 
 void mdiMain::makeMenus() {
@@ -219,7 +219,7 @@ void mdiMain::fillMenu(QMenu& menu, Menu which) {
 void mdiMain::makeStatusBar() {
     for (const PanelOf& panel : kPanels) {
         auto* const label = new QLabel;
-        label->setObjectName(QLatin1String(panel.name)); // what stands there is what is heard
+        label->setObjectName(QLatin1String(panel.name)); // without an accessible name, so that its text is read out
         label->setTextFormat(Qt::PlainText);
         label->setMinimumWidth(1);
         statusBar()->addWidget(label, panel.stretch);
@@ -338,7 +338,8 @@ void mdiMain::exchange(Direction direction) {
 
 void mdiMain::readClipboard() {
     hasClipboardFiles_ = !QtClipboard().GetClipboardFiles().empty();
-    mdiMain::EnableMenusAndButtons(); // also on construction, where no virtual call is made
+    // Qualified, because it is also called on construction, where there is no virtual call.
+    mdiMain::EnableMenusAndButtons();
 }
 
 void mdiMain::showRecentFiles() {
@@ -369,7 +370,7 @@ void mdiMain::RebuildExplorerTrees() {
 }
 
 void mdiMain::ChooseLog(const std::string& key, bool isToShow) {
-    if (explorers().empty()) NewExplorerWindow(); // what is opened is to be seen
+    if (explorers().empty()) NewExplorerWindow(); // so that what is opened can be seen
     if (frmExplorer* const explorer = activeExplorer(); explorer != nullptr) explorer->ChooseLog(key, isToShow);
 }
 
@@ -379,12 +380,12 @@ void mdiMain::LogValuesChanged(const clsLog& log) {
     showWaiting();
 }
 
-// A dialog waits for the user, or the user for the program.
+// Whether a dialog waits for the user, or the user for the program.
 bool mdiMain::isAnswering() const {
     return isBusy_ || QApplication::activeModalWidget() != nullptr;
 }
 
-// A view stays as it is while a command is under way that works on it.
+// Shows logs whose rows have come. While a command is working on a view, this is postponed.
 void mdiMain::showWaiting() {
     if (isAnswering()) return waiting_.start();
     for (frmExplorer* explorer : explorers())
@@ -412,8 +413,8 @@ bool mdiMain::WaitUntil(EventPump& pump, const std::string& what, const std::fun
     return isDone();
 }
 
-// While a dialog is open, or coming up and still without the focus, nothing reaches what lies behind it: not its keys,
-// and not the closing of its windows.
+// Whether an event must not reach an object: while a dialog is open, or about to open and still without the focus,
+// nothing behind it gets keys or is closed.
 bool mdiMain::isHeldBack(const QObject* object) const {
     const QWidget* const dialog = QApplication::activeModalWidget();
     for (; object != nullptr && object != dialog; object = object->parent())
@@ -441,7 +442,7 @@ void mdiMain::dragEnterEvent(QDragEnterEvent* event) {
 void mdiMain::dropEvent(QDropEvent* event) {
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    // Deferred, so that a box shown while opening does not hold up whoever dropped the files.
+    // Deferred, so that a box shown while opening does not block the program from which the files were dropped.
     QMetaObject::invokeMethod(
         this, [this, paths = filesOf(event->mimeData())] { begin([&] { openNamed(paths, OpenSource::Named); }); },
         Qt::QueuedConnection);
@@ -457,7 +458,7 @@ void mdiMain::closeEvent(QCloseEvent* event) {
     emit Closed();
 }
 
-// The tool bar is written under another key than the one that would be read: it always starts visible.
+// The state of the tool bar is written under a key that is never read, so it is always visible at start; that is meant.
 void mdiMain::saveState() {
     try {
         if (!isMinimized())

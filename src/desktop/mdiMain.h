@@ -1,5 +1,5 @@
-// The frame of the program: menus, tool bar, status bar and the area of explorer windows. Takes commands, applies them
-// to the explorer in front and keeps the menus in step with the core's rule. Holds no measurement data.
+// The frame of the program: menus, tool bar, status bar and the area of explorer windows. It takes commands, applies
+// them to the explorer in front and updates the menus by the core's rules. It has no measurement data.
 #pragma once
 
 #include "app/Documents.h"
@@ -49,24 +49,24 @@ public:
     bool WaitUntil(EventPump& pump, const std::string& what, const std::function<bool()>& isDone) override;
 
 signals:
-    void Closed(); // with everything answered and saved: the program is to end
+    void Closed(); // everything has been answered and saved: the program is to end
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override; // swallows what is held back
+    bool eventFilter(QObject* watched, QEvent* event) override; // drops events that are held back
 
 private:
     void makeActions();
     void makeMenus();
     void makeStatusBar();
     void fillMenu(QMenu& menu, Menu which);
-    void showTexts(Menu which); // of its items, as they stand in it
+    void showTexts(Menu which); // the texts of its items with their mnemonics
     void showRecentFiles();
-    void showSteps(); // which can be undone and done again
+    void showSteps(); // the names of the steps that can be undone and done again
     void exchange(Direction direction);
-    void showWaiting(); // logs on display whose rows have come
+    void showWaiting(); // shows logs whose rows have come
     void readClipboard();
     void wire(frmExplorer& explorer);
 
@@ -76,7 +76,7 @@ private:
     void give(Command command);
     void run(Command command);
 
-    frmExplorer* activeExplorer() const; // null: none, or it is minimised
+    frmExplorer* activeExplorer() const; // null when there is none or it is minimised
     std::vector<frmExplorer*> explorers() const;
     MenuState menuState() const;
     void showPopUp(Menu which, QPoint at);
@@ -90,8 +90,8 @@ private:
     void closeSelected();
     void closeAll();
     void deleteDisplayed();
-    frmPrint printer();     // of the explorer in front
-    AskSaveName saveName(); // asks the user
+    frmPrint printer();     // for the explorer in front
+    AskSaveName saveName(); // a function that asks the user
     std::optional<std::string> askSaveName(const std::string& proposal);
     void askExposureTime();
     void showDatabase();
@@ -114,11 +114,11 @@ private:
     std::vector<std::pair<QAction*, const MenuItem*>> separators_; // of the popups, and the first item behind each
     std::map<Panel, QLabel*> panels_;
     QToolBar* tbToolBar_;
-    std::optional<int> treeWidth_; // pixels, once the user has chosen one
+    std::optional<int> treeWidth_; // pixels; nothing until the user has chosen a width
     bool isBusy_ = false;
-    bool isAtWork_ = false;   // a command is, with whatever loops it runs
+    bool isAtWork_ = false;   // while a command is working, including the event loops that it runs
     QTimer waiting_;          // looks again for logs to show
-    frmFind* find_ = nullptr; // made on first use
+    frmFind* find_ = nullptr; // created when it is first used
     NodeSearch search_;
     QPoint popUpAt_;
 };

@@ -38,7 +38,7 @@ namespace kestrane {
 
 namespace {
 
-// 0 when it is not known.
+// The measured hours of a log; 0 when they are not known.
 float measuredHours(const clsLog& log) {
     try {
         return getTime(log, 'h', Run::Measured, ExcludedRows::Count);
@@ -55,7 +55,7 @@ Desktop desktop() {
             }};
 }
 
-// One above the other, or side by side, each as large as the area allows.
+// Arranges the windows one above the other or side by side, each as large as the area allows.
 void tile(QMdiArea& area, Qt::Orientation orientation) {
     QList<QMdiSubWindow*> windows = area.subWindowList();
     windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
@@ -71,7 +71,7 @@ void tile(QMdiArea& area, Qt::Orientation orientation) {
     }
 }
 
-// Minimised windows stand in a row along the foot of the area.
+// Arranges minimised windows in a row along the bottom of the area.
 void arrangeIcons(QMdiArea& area) {
     const QRect room = area.viewport()->rect();
     int left = 0;
@@ -91,7 +91,7 @@ template <std::size_t count>
 constexpr bool hasRowForEach(const CommandRow (&rows)[count]) {
     for (std::size_t i = 0; i < count; ++i)
         if (static_cast<std::size_t>(rows[i].command) != i) return false;
-    return count == static_cast<std::size_t>(Command::LogDisplayOptions) + 1; // which is the last
+    return count == static_cast<std::size_t>(Command::LogDisplayOptions) + 1; // the last command
 }
 
 template <auto method, auto... arguments>
@@ -111,14 +111,14 @@ void onTabs(mdiMain&, frmExplorer* explorer) {
 
 } // namespace
 
-// The one gate of all that a user asks for: one thing at a time, and none behind a dialog.
+// Everything that a user asks for passes through here: one thing at a time, and nothing while a dialog is open.
 void mdiMain::begin(const std::function<void()>& work) {
     if (isAtWork_ || isAnswering()) return;
     const QScopedValueRollback atWork(isAtWork_, true);
     work();
 }
 
-// Asks the rule again: what a menu shows may be of a moment ago.
+// Checks the rule again, because a menu may show the state of a moment ago.
 void mdiMain::give(Command command) {
     begin([&] {
         if (IsMenuEnabled(session_, command, menuState())) run(command);
@@ -126,8 +126,8 @@ void mdiMain::give(Command command) {
     EnableMenusAndButtons();
 }
 
-// A row a command, in their order, and what it does; its rule stands in the core (app/Menus.cpp), and give() asks it
-// before it comes here. The explorer is the one in front, null where the rule lets the command through without one.
+// One row for each command, in their order, with what it does. Its rule is in the core (app/Menus.cpp) and has been
+// checked by give(). The explorer is the one in front; it is null when the rule allows the command without one.
 void mdiMain::run(Command command) {
     static constexpr CommandRow kRows[] = {
         {Command::FileDownload, onFrame<&mdiMain::download, nullptr>},
@@ -250,7 +250,7 @@ void mdiMain::openFiles() {
 }
 
 void mdiMain::openNamed(const QStringList& paths, OpenSource source) {
-    if (explorers().empty()) NewExplorerWindow(); // what is opened is to be seen
+    if (explorers().empty()) NewExplorerWindow(); // so that what is opened can be seen
     std::vector<std::string> names;
     for (const QString& path : paths)
         names.push_back(path.toStdString());

@@ -28,7 +28,7 @@ namespace {
 
 constexpr int kMargin = 8; // pixels
 
-// Tabs with half the usual room beside their text: all eight fit into a window 1024 pixels wide.
+// Tabs with half the usual space beside their text, so that all eight fit into a window 1024 pixels wide.
 class NarrowTabs : public QProxyStyle {
 public:
     NarrowTabs() : QProxyStyle(QStyleFactory::create(QApplication::style()->name())) {}
@@ -216,7 +216,7 @@ void tabLog::SavePicture() {
 
 void tabLog::contextMenuEvent(QContextMenuEvent* event) {
     if (state_.LogInView(session_) == nullptr) return;
-    if (!isAncestorOf(QApplication::focusWidget())) tabs_->setFocus(); // its commands are of the log
+    if (!isAncestorOf(QApplication::focusWidget())) tabs_->setFocus(); // its commands apply to the log
     emit PopUpMenuAsked(event->globalPos());
 }
 

@@ -1,5 +1,6 @@
-// The log view of an explorer window: the tabs of a log, a page each, under the bar of choices. Holds the pages, has
-// the one in front drawn when it is first seen, and passes on what the user chose to ExplorerState and its LogView.
+// The log view of an explorer window: the tabs of a log, with a page for each, under the bar of choices. It owns the
+// pages, draws the one in front when it is first seen, and passes the user's choices on to ExplorerState and its
+// LogView.
 #pragma once
 
 #include "explorer/ExplorerState.h"
@@ -39,24 +40,25 @@ public:
 
     ComparisonPage& Comparison() { return *comparison_; }
 
-    // Another log, or none, has come on view.
+    // Another log, or none, is to be shown.
     void ShowLog();
 
-    // The log's values have changed: every tab is drawn anew, the present one at once.
+    // The values of the log have changed: every tab must be drawn again, the one in front at once.
     void Redraw();
 
-    void FollowSettings(bool isRedrawn); // which have changed; isRedrawn: what is drawn on the tabs, too
+    void FollowSettings(bool isRedrawn); // the settings have changed; isRedrawn: the tabs must be drawn again
     void ShowControls();                 // the tabs that the log has now, and the panels of the one in front
 
-    // Of the tab in front: whether something on it can be copied, what a copy command puts on the clipboard (what it
-    // leaves out is told in the status bar), and what it shows, laid out for a paper; null when it shows nothing.
+    // These are about the tab in front: whether something on it can be copied; what a copy command puts on the
+    // clipboard (what it leaves out is reported in the status bar); and what it shows, laid out for a paper, null when
+    // it shows nothing.
     bool HasContent() const;
     ClipboardForms CopyData(bool valuesOnly) const;
     std::unique_ptr<PagedDocument> CurrentView(const PageMetrics& paper) const;
     void SavePicture();
 
     bool IsZoomShown() const;
-    void ToggleZoom(); // shows or hides the panel, which stays while a part of the log is in view
+    void ToggleZoom(); // shows or hides the panel, which stays while a part of the log is shown
     void CutIntervals();
     void ToggleNote();
     void ToggleLegend();
@@ -65,10 +67,10 @@ public:
     void ConvertWeighting();
 
 signals:
-    void TabChanged();                                         // or what it shows
-    void DatabaseDownloadAsked(QWidget* parent, bool* isDone); // answered before it returns
-    void ProtectorAsked();                                     // if the frame is free for it
-    void PopUpMenuAsked(QPoint at);                            // on the screen
+    void TabChanged();                                         // another tab, or other content on it
+    void DatabaseDownloadAsked(QWidget* parent, bool* isDone); // isDone is set before the signal returns
+    void ProtectorAsked();                                     // the frame may ignore it when it is busy
+    void PopUpMenuAsked(QPoint at);                            // in screen coordinates
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
@@ -86,7 +88,7 @@ private:
 
     Session& session_;
     ExplorerState& state_;
-    bool isSetting_ = false; // code sets the tabs: their handler does nothing
+    bool isSetting_ = false; // code is setting the tabs, so their handler does nothing
     QTabBar* tabs_;
     ChoicesBar* choices_;
     fraZoom* fraZoom_;
@@ -94,8 +96,8 @@ private:
     QStackedWidget* stack_;
     QLabel* placeholder_;
     StartPage* start_;
-    std::array<LogPage*, kLogTabs> pages_{}; // by LogTab
-    std::vector<GraphPage*> graphs_;         // those among them that are charts
+    std::array<LogPage*, kLogTabs> pages_{}; // indexed by LogTab
+    std::vector<GraphPage*> graphs_;         // the pages that are charts
     GraphPage* timeGraph_;
     ComparisonPage* comparison_;
     ExposurePage* exposures_;

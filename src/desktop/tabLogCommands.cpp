@@ -1,4 +1,4 @@
-// What the commands of a log do on its view, whichever tab is in front: converting, zooming, selecting intervals, the
+// What the commands of a log do in its view, whichever tab is in front: converting, zooming, selecting intervals, the
 // note and the legend.
 #include "calc/Recalculation.h"
 #include "desktop/fraZoom.h"
@@ -46,7 +46,7 @@ void tabLog::EditNote() {
     clsLog* log = state_.LogInView(session_);
     if (log == nullptr) return;
     const std::optional<std::string> note = frmSimpleEdit::EditNote(session_, log->Note, window());
-    log = state_.OpenedLog(session_); // the pump ran meanwhile
+    log = state_.OpenedLog(session_); // found again, because the pump ran in the meantime
     if (!note || log == nullptr) return;
     editLog(*log, Text::StepNote, [&] { return std::exchange(log->Note, *note) != *note; });
     Redraw();
@@ -67,7 +67,7 @@ void tabLog::ToggleZoom() {
     fraZoom_->setFocus();
 }
 
-// The part of the time chart that the user has dragged to is the range that can be zoomed to.
+// The part of the time chart that the user has dragged over becomes the range of the zoom panel.
 void tabLog::offerRowsInView() {
     const clsLog* opened = state_.OpenedLog(session_);
     if (opened == nullptr || !IsZoomShown() || &front() != timeGraph_) return;
@@ -88,7 +88,7 @@ void tabLog::CutIntervals() {
     const clsLog* before = state_.LogInView(session_);
     if (before == nullptr) return;
     const std::optional<CutWizard> wizard = frmCutIntervals::getIntervals(session_, *before, window());
-    clsLog* log = state_.LogInView(session_); // the pump ran meanwhile
+    clsLog* log = state_.LogInView(session_); // found again, because the pump ran in the meantime
     if (!wizard || log == nullptr) return;
     editLog(*log, Text::StepIntervalSelection, [&] {
         const bool isChanged = wizard->Store(*log);

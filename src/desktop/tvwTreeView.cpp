@@ -22,11 +22,11 @@ namespace kestrane {
 namespace {
 
 constexpr int kKeyRole = Qt::UserRole;
-constexpr int kTextRole = Qt::UserRole + 1;                       // without a mark
-constexpr auto kNodeFormat = "application/x-kestrane-node";       // its key
-constexpr auto kProcessFormat = "application/x-kestrane-process"; // beside it: the program that has the node
-constexpr auto kMoveFormat = "application/x-kestrane-move";       // beside it when the node is to move
-constexpr int kExpandDelay = 700;                                 // milliseconds over a node
+constexpr int kTextRole = Qt::UserRole + 1;                       // the text without a mark
+constexpr auto kNodeFormat = "application/x-kestrane-node";       // the node's key
+constexpr auto kProcessFormat = "application/x-kestrane-process"; // in addition: the program that has the node
+constexpr auto kMoveFormat = "application/x-kestrane-move";       // in addition, when the node is to be moved
+constexpr int kExpandDelay = 700;                                 // milliseconds that the drag rests on a node
 constexpr float kDropShade = 0.35F;
 constexpr int kNoEntrySize = 24;
 
@@ -34,7 +34,7 @@ QByteArray process() {
     return QByteArray::number(QCoreApplication::applicationPid());
 }
 
-// A key of another program that runs means nothing here.
+// A key of another running program means nothing here.
 bool hasNode(const QMimeData& data) {
     return data.hasFormat(kNodeFormat) && data.data(kProcessFormat) == process();
 }
@@ -49,7 +49,7 @@ QString keyOf(const QTreeWidgetItem* item) {
     return item == nullptr ? QString() : item->data(0, kKeyRole).toString();
 }
 
-// Edits the name behind a node's text, and hands over what was typed instead of writing it into the node.
+// Edits the name in a node's text, and passes on what was typed instead of writing it into the node.
 class NameDelegate : public QStyledItemDelegate {
 public:
     NameDelegate(const Session& session, tvwTreeView& tree) :
@@ -88,7 +88,8 @@ tvwTreeView::tvwTreeView(const Session& session, QWidget* parent) : QTreeWidget(
     setAnimated(false);
     setEditTriggers(EditKeyPressed);
     setItemDelegate(new NameDelegate(session, *this));
-    // What commands work on can be seen, whatever takes the toolkit's selection away (a click below the nodes).
+    // The node that commands work on stays visible even when a click below the nodes takes the toolkit's selection
+    // away.
     connect(this, &QTreeWidget::itemSelectionChanged, this, [this] {
         if (selectedItems().isEmpty() && currentItem() != nullptr) currentItem()->setSelected(true);
     });
@@ -166,7 +167,7 @@ void tvwTreeView::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// A plain press selects; with Shift or Ctrl it begins a drag.
+// A plain press selects; with Shift or Ctrl a press begins a drag.
 void tvwTreeView::mousePressEvent(QMouseEvent* event) {
     const bool isDrag =
         event->button() == Qt::LeftButton && (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) != 0;
@@ -181,7 +182,7 @@ void tvwTreeView::mousePressEvent(QMouseEvent* event) {
 }
 
 void tvwTreeView::mouseMoveEvent(QMouseEvent* event) {
-    if (dragKey_.isEmpty()) return; // no selecting by sweeping
+    if (dragKey_.isEmpty()) return; // moving over nodes does not select them
     if ((event->pos() - dragFrom_).manhattanLength() >= QApplication::startDragDistance()) startNodeDrag();
 }
 
@@ -224,7 +225,7 @@ void tvwTreeView::dragEnterEvent(QDragEnterEvent* event) {
     if (hasNode(*event->mimeData()) || !filesOf(event->mimeData()).isEmpty()) event->acceptProposedAction();
 }
 
-// The base class scrolls at the edges and expands the node that the drag rests on; what is allowed is decided here.
+// The base class scrolls at the edges and expands the node on which the drag rests. What is allowed is decided here.
 void tvwTreeView::dragMoveEvent(QDragMoveEvent* event) {
     QTreeWidget::dragMoveEvent(event);
     const bool isNode = hasNode(*event->mimeData());
@@ -244,9 +245,9 @@ void tvwTreeView::dragLeaveEvent(QDragLeaveEvent* event) {
 }
 
 void tvwTreeView::dropEvent(QDropEvent* event) {
-    QDragLeaveEvent left; // ends the scrolling
+    QDragLeaveEvent left; // this ends the scrolling
     dragLeaveEvent(&left);
-    event->setDropAction(Qt::CopyAction); // what goes is taken out by the command
+    event->setDropAction(Qt::CopyAction); // a node that is moved is removed by the command
     event->accept();
     if (!hasNode(*event->mimeData())) {
         emit FilesDropped(filesOf(event->mimeData()));

@@ -1,5 +1,5 @@
-// The tree of an explorer window: shows the nodes that the core built and says what the user did with them, by key.
-// Keeps nothing of its own but which nodes are expanded.
+// The tree of an explorer window: it shows the nodes that the core built and reports, by key, what the user did with
+// them. Of its own it only knows which nodes are expanded.
 #pragma once
 
 #include "explorer/ExplorerState.h"
@@ -17,8 +17,8 @@ public:
 
     std::vector<ShownNode> ShownNodes() const;
     void ShowNodes(const std::vector<TreeNode>& nodes, const std::string& selectedKey);
-    void ShowMarks();                                  // behind the names of documents that have not been saved
-    void ShowOpenLog(const std::string& displayedKey); // gives it, and it alone, the image of an open log
+    void ShowMarks();                                  // behind the names of documents with unsaved changes
+    void ShowOpenLog(const std::string& displayedKey); // only this log gets the image of an open log
     void EditNode(const std::string& key);
     void SelectNode(const std::string& key);
 
@@ -28,7 +28,7 @@ signals:
     void NodeDropped(const QString& sourceKey, const QString& targetKey, bool move);
     void DeleteAsked();
     void FilesDropped(const QStringList& paths);
-    void PopUpMenuAsked(QPoint at); // on the screen
+    void PopUpMenuAsked(QPoint at); // in screen coordinates
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -46,16 +46,16 @@ private:
     QTreeWidgetItem* itemOf(const std::string& key) const;
     bool isDropTarget(const QString& sourceKey, QTreeWidgetItem* target) const;
     void startNodeDrag();
-    void highlightDrop(QTreeWidgetItem* item); // null: none
+    void highlightDrop(QTreeWidgetItem* item); // null for none
 
     const Session& session_;
-    QString dragKey_; // of the node pressed with Shift or Ctrl
+    QString dragKey_; // of the node that was pressed with Shift or Ctrl
     QPoint dragFrom_;
-    bool isMoveDrag_ = false;             // begun with Ctrl
-    QTreeWidgetItem* dropItem_ = nullptr; // the node under the drag
+    bool isMoveDrag_ = false;             // the drag began with Ctrl
+    QTreeWidgetItem* dropItem_ = nullptr; // the node below the drag
 };
 
-// The paths of the files that a drag brings along; empty when it brings anything else.
+// The paths of the files in a drag; empty when it contains anything else.
 QStringList filesOf(const QMimeData* data);
 
 } // namespace kestrane

@@ -12,13 +12,13 @@ namespace kestrane {
 
 namespace {
 
-// The text entered or chosen. Nothing: cancelled.
+// Runs the dialog. Returns the text entered or chosen; nothing when the user cancelled.
 std::optional<std::string> run(const Session& session, QInputDialog& dialog, const std::string& prompt) {
     dialog.setWindowTitle(shown(std::string(kApplicationTitle)));
     dialog.setLabelText(shown(prompt));
     dialog.setOkButtonText(loadText(session, Text::Ok));
     dialog.setCancelButtonText(loadText(session, Text::Cancel));
-    dialog.sizeHint(); // makes the controls
+    dialog.sizeHint(); // creates the controls
     const QString spoken = dialog.labelText();
     if (auto* const line = dialog.findChild<QLineEdit*>(); line != nullptr) nameControl(*line, "txtAnswer", spoken);
     if (auto* const list = dialog.findChild<QComboBox*>(); list != nullptr) nameControl(*list, "cboAnswer", spoken);

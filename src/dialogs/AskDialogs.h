@@ -1,4 +1,4 @@
-// Small dialogs that ask for a line of text, and for one of a list, titled with the application's name.
+// Small dialogs that ask for a line of text or for one entry of a list, with the application's name as their title.
 #pragma once
 
 #include "model/Session.h"
@@ -7,7 +7,7 @@ class QWidget;
 
 namespace kestrane {
 
-// Each lies above the parent, which must outlive it.
+// The dialogs are shown above parent, which must outlive the functions.
 AskText textDialog(const Session& session, QWidget* parent);
 AskChoice choiceDialog(const Session& session, QWidget* parent);
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kLeastScale = 50; // dB
 constexpr double kHeadroom = 1.08;
-constexpr double kBarWidth = 0.5; // of a column
+constexpr double kBarWidth = 0.5; // of a column's width
 constexpr double kGridStep = 10;  // dB
 constexpr double kMostGridLines = 10;
 

@@ -1,5 +1,5 @@
-// The mean attenuation of a protector by octave bands as bars, with a mark of one standard deviation up and down, so
-// that a figure that is out of line shows. Its bars stand over as many columns of equal width.
+// The mean attenuation of a protector in octave bands, as bars with a mark one standard deviation up and down, so that
+// a figure that does not fit the others stands out. The bars are in columns of equal width.
 #pragma once
 
 #include "protection/clsHP.h"
@@ -14,7 +14,7 @@ public:
 
     void Show(const clsHP& protector, bool isUS);
 
-    void SetGap(int pixels) { gap_ = pixels; } // between the columns
+    void SetGap(int pixels) { gap_ = pixels; } // pixels between the columns
 
     QSize sizeHint() const override;
 

@@ -12,7 +12,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kLargestTranscript = 64U << 20; // bytes; more than any memory of an instrument takes
+constexpr std::size_t kLargestTranscript = 64U << 20; // bytes; more than the memory of any instrument gives
 
 } // namespace
 
@@ -33,7 +33,7 @@ void DownloadDialogs::CloseProgress() {
 }
 
 std::optional<AcquireChoice> DownloadDialogs::ChooseLogs(const AcquireList& list) {
-    progress_->hide(); // the next label brings it back
+    progress_->hide(); // the next label shows it again
     std::optional<AcquireChoice> choice = frmAcquire::ChooseLogs(session_, list, parent_);
     isCancelled_ = !choice;
     return choice;

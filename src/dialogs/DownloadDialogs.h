@@ -1,5 +1,5 @@
-// The person before a download on the desktop: frmProgress while it runs, frmAcquire to choose logs, and behind a
-// failure the offer to keep the transcript. Made for one download.
+// The dialogs of a download on the desktop: frmProgress while it runs, frmAcquire to choose logs and, after a failure,
+// the offer to keep the transcript. An object serves one download.
 #pragma once
 
 #include "app/ProgressReport.h"
@@ -28,7 +28,7 @@ public:
 
     TranscriptSink Transcript();
 
-    // Offers to save what went over the line. Nothing when the user had cancelled, or nothing went over it.
+    // Offers to save what went over the line. Does nothing when the user cancelled or nothing went over the line.
     void OfferTranscript();
 
 private:
@@ -39,7 +39,7 @@ private:
     ProgressReport report_;
     std::unique_ptr<frmProgress> progress_;
     std::string transcript_;
-    bool isCancelled_ = false; // in the list of logs
+    bool isCancelled_ = false; // the user cancelled in the list of logs
     bool hasTraffic_ = false;
 };
 

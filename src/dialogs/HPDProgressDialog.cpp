@@ -30,7 +30,7 @@ void HPDProgressDialog::Show(std::int64_t received, std::int64_t total) {
         dialog_->setMinimumDuration(0);
         dialog_->show();
     }
-    dialog_->setMaximum(total > 0 ? kSteps : 0); // without an end it shows that something goes on
+    dialog_->setMaximum(total > 0 ? kSteps : 0); // without a maximum it shows only that something is going on
     if (total > 0) dialog_->setValue(static_cast<int>(std::min(received, total) * kSteps / total));
 }
 

@@ -1,4 +1,4 @@
-// How a download of the protector database stands, with a way to end it.
+// Shows the progress of a download of the protector database, and lets the user cancel it.
 #pragma once
 
 #include "app/DownloadHPD.h"
@@ -22,7 +22,7 @@ public:
 private:
     const Session& session_;
     QWidget* parent_;
-    std::unique_ptr<QProgressDialog> dialog_; // from the first progress on
+    std::unique_ptr<QProgressDialog> dialog_; // created with the first progress
 };
 
 } // namespace kestrane

@@ -13,7 +13,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr char kLines[] = "#6b7a8c"; // the two colours of the drawings
+constexpr char kLines[] = "#6b7a8c"; // the two colours in the drawings
 constexpr char kAccent[] = "#2f8fae";
 
 struct Ink {

@@ -8,7 +8,7 @@ namespace kestrane {
 namespace {
 
 constexpr int kListLength = 20;
-constexpr int kTextLength = 13; // wide letters, so that "hh:mm:ss (dd/mm)" fits
+constexpr int kTextLength = 13; // wide letters, enough for "hh:mm:ss (dd/mm)"
 
 } // namespace
 

@@ -1,4 +1,5 @@
-// The intervals of a log as a list to choose from, each by its time and date; made when they come into sight.
+// The intervals of a log as a list to choose from, each with its time and date. The texts are made when they become
+// visible.
 #pragma once
 
 #include "views/RowTimes.h"
@@ -32,6 +33,6 @@ private:
     int count_ = 0;
 };
 
-QComboBox* intervalBox(IntervalListModel& intervals); // a box to choose one from, quick with any number
+QComboBox* intervalBox(IntervalListModel& intervals); // a box to choose an interval from; fast with any number of them
 
 } // namespace kestrane

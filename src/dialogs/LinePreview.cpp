@@ -27,7 +27,7 @@ void LinePreview::paintEvent(QPaintEvent*) {
     painter.setBrush(palette().color(QPalette::Base));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
 
-    // A stretch of a log: the points are shares of the width and height.
+    // The line is a piece of a log: its points are fractions of the width and height.
     constexpr QPointF kLevels[] = {{0.06, 0.70}, {0.22, 0.55}, {0.36, 0.66}, {0.52, 0.28}, {0.68, 0.46}, {0.94, 0.36}};
     QPolygonF line;
     for (const QPointF& level : kLevels)

@@ -1,4 +1,4 @@
-// A line as wide as a chart draws it.
+// A line as thick as a chart would draw it.
 #pragma once
 
 #include <QWidget>
@@ -9,7 +9,7 @@ class LinePreview : public QWidget {
 public:
     explicit LinePreview(int twentieths) : twentieths_(twentieths) {}
 
-    void SetLineWidth(int twentieths); // of a point
+    void SetLineWidth(int twentieths); // twentieths of a point
 
     QSize sizeHint() const override;
 

@@ -15,7 +15,7 @@ namespace kestrane {
 
 namespace {
 
-// Buttons with the values 0 and up, in a box with a layout; the one of the chosen value is on.
+// Buttons with the values from 0 on, in a box with a layout; the button of the chosen value is on.
 QButtonGroup* buttons(const Session& session, QLayout& layout, const char* name,
                       std::initializer_list<Text::Id> textIds, int chosen) {
     auto* const group = new QButtonGroup(&layout);

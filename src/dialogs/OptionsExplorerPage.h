@@ -25,7 +25,7 @@ private:
     QButtonGroup* optHPD_;
     QComboBox* cboCalcMethod_;
     QCheckBox* chkHPD_;
-    std::string keptMethod_; // chosen again wherever it is offered
+    std::string keptMethod_; // chosen again whenever it is offered
 };
 
 } // namespace kestrane

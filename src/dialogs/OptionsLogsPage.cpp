@@ -113,7 +113,7 @@ QGroupBox* OptionsLogsPage::parameters() {
     return group;
 }
 
-// Which channel and which kind of figures the check boxes stand for.
+// The choice of the channel and the kind of figures that the check boxes stand for.
 QWidget* OptionsLogsPage::choices() {
     const Session& session = settings_.session();
     auto* const row = new QWidget;
@@ -204,7 +204,8 @@ QGroupBox* OptionsLogsPage::fonts() {
         auto* const sample = new QLabel;
         sample->setTextFormat(Qt::PlainText);
         sample->setMinimumWidth(fontMetrics().averageCharWidth() * 22);
-        sample->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long name is cut, the dialog stays
+        // A long name is cut, so that the dialog keeps its width.
+        sample->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         showFont(session, font, *sample);
         connect(button, &QPushButton::clicked, this, [this, &font, sample] { chooseFont(font, *sample); });
         grid->addWidget(button, row, 0);
@@ -217,7 +218,8 @@ QGroupBox* OptionsLogsPage::fonts() {
 void OptionsLogsPage::chooseFont(clsFont& font, QLabel& sample) {
     QFont present(QString::fromStdString(font.Name));
     if (font.Size > 0) present.setPointSizeF(static_cast<double>(font.Size));
-    const QString substitute = QFontInfo(present).family(); // stands in for a font that this machine has not got
+    // The replacement for a font that this machine does not have.
+    const QString substitute = QFontInfo(present).family();
     present.setFamily(substitute);
     bool isChosen = false;
     const QFont chosen = QFontDialog::getFont(&isChosen, present, this, loadText(settings_.session(), Text::Fonts));

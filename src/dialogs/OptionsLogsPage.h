@@ -18,7 +18,7 @@ class OptionsLogsPage : public OptionsPage {
 public:
     explicit OptionsLogsPage(SettingsDialog& settings);
 
-    void store() override {} // everything but the exposure time is written as it is chosen
+    void store() override {} // everything except the exposure time is stored as soon as it is chosen
 
     std::string ExposureTimeEntry() const;
     void FocusExposureTime();

@@ -1,4 +1,4 @@
-// One page of the settings dialog: shows the working copy and writes into it what the user chose.
+// One page of the settings dialog. It shows the working copy and stores the user's choices in it.
 #pragma once
 
 #include "app/SettingsDialog.h"
@@ -9,7 +9,7 @@ namespace kestrane {
 
 class OptionsPage : public QWidget {
 public:
-    // Writes into the working copy what the page has not written already.
+    // Stores in the working copy what the page has not stored already.
     virtual void store() = 0;
 
 protected:

@@ -36,7 +36,7 @@ QFormLayout* form(QGroupBox* group) {
     return layout;
 }
 
-// The fields of all groups begin at one line.
+// Makes the fields of all groups begin on the same vertical line.
 void alignLabels(const QList<QLabel*>& labels) {
     int width = 0;
     for (const QLabel* label : labels)

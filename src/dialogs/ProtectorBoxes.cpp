@@ -16,7 +16,8 @@ namespace kestrane {
 
 namespace {
 
-// Remembers its text when it gets the focus and selects it; left with what is no number, it shows that text again.
+// Selects its text when it gets the focus and remembers it. When it is left with a text that is no number, it shows the
+// remembered text again.
 class NumberBox : public QLineEdit {
 public:
     explicit NumberBox(const ProtectorScreen& screen) : screen_(screen) {
@@ -192,7 +193,7 @@ void ProtectorBoxes::FocusName() {
 }
 
 void ProtectorBoxes::showBars() {
-    if (nrr_ != nullptr) bars_->Show(screen_.Draft(Entries()), isUS_); // not before all boxes are made
+    if (nrr_ != nullptr) bars_->Show(screen_.Draft(Entries()), isUS_); // only once all boxes have been created
 }
 
 } // namespace kestrane

@@ -1,5 +1,5 @@
-// The boxes of one protector: name, type, attenuation by bands with bars over the boxes, and the figures of the other
-// methods. Shows European or US figures; what may be typed is decided in app/ProtectorScreen.
+// The boxes of one protector: name, type, attenuation by band with bars above the boxes, and the figures of the other
+// methods. It shows European or US figures; what may be typed is decided in app/ProtectorScreen.
 #pragma once
 
 #include "app/ProtectorScreen.h"
@@ -47,7 +47,7 @@ private:
     QLineEdit* snr_ = nullptr;
     QLineEdit* nrr_ = nullptr;
     std::vector<QLineEdit*> numbers_;
-    std::vector<QWidget*> ofEU_, ofUS_; // what shows with the figures of each
+    std::vector<QWidget*> ofEU_, ofUS_; // the widgets that are shown with European and with US figures
 };
 
 } // namespace kestrane

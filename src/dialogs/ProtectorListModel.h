@@ -1,5 +1,5 @@
-// The list of protectors as a model: the cells of ProtectorScreen, made once for each change. A figure is sorted by its
-// number, behind them what has none.
+// The list of protectors as a model, with the cells of ProtectorScreen, which are made again after each change. A
+// figure is sorted by its number; cells without one come last.
 #pragma once
 
 #include "app/ProtectorScreen.h"
@@ -59,7 +59,7 @@ public:
 private:
     const ProtectorScreen& screen_;
     std::vector<std::string> captions_;
-    std::vector<std::vector<ProtectorCell>> cells_; // by record
+    std::vector<std::vector<ProtectorCell>> cells_; // indexed by record
 };
 
 } // namespace kestrane

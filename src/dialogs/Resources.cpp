@@ -2,7 +2,7 @@
 
 #include <QFile>
 
-static void loadResources() { // outside of the namespace, since the macros name global functions
+static void loadResources() { // must be outside of the namespace, because the macros name global functions
     Q_INIT_RESOURCE(icons);
     Q_INIT_RESOURCE(pictures);
 }

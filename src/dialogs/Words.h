@@ -1,4 +1,4 @@
-// Words between the core and the widgets of the dialogs.
+// Texts and named controls for the widgets of the dialogs.
 #pragma once
 
 #include "model/Session.h"
@@ -15,20 +15,21 @@ class QWidget;
 
 namespace kestrane {
 
-QString shown(const std::string& text); // with the line breaks of a widget
+QString shown(const std::string& text); // with line breaks as a widget needs them
 QString loadText(const Session& session, Text::Id id);
-QString loadPlainText(const Session& session, Text::Id id); // without mnemonic and closing colon
+QString loadPlainText(const Session& session, Text::Id id); // without mnemonic and final colon
 
-// The name that code and style sheets know a control by, and the one that is read out.
+// Sets the name by which code and style sheets know a control, and the name that a screen reader reads out.
 void nameControl(QWidget& control, const char* name, const QString& spoken);
 
-QLabel* labelOf(const Session& session, Text::Id id, QWidget& control); // takes over its mnemonic
+QLabel* labelOf(const Session& session, Text::Id id, QWidget& control); // its mnemonic sets the focus to the control
 QCheckBox* checkBox(const Session& session, Text::Id id, const char* name, bool isChecked);
 QRadioButton* radioButton(const Session& session, Text::Id id, const char* name, bool isChecked);
-QPushButton* pushButton(const Session& session, Text::Id id, const char* name, const QString& spoken); // not for Enter
+// Enter does not press it.
+QPushButton* pushButton(const Session& session, Text::Id id, const char* name, const QString& spoken);
 QDialogButtonBox* okAndCancel(const Session& session); // cmdOK, the default, and cmdCancel
 
-// A file dialog filter of the text table ("XML (*.xml)|*.xml|Old (*.csv;*.zdf)|*.csv;*.zdf") as Qt wants it.
+// A file dialog filter of the text table ("XML (*.xml)|*.xml|Old (*.csv;*.zdf)|*.csv;*.zdf") in the form that Qt needs.
 QString fileFilter(const std::string& text);
 
 } // namespace kestrane

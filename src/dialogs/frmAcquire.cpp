@@ -38,7 +38,7 @@ QDialogButtonBox* buttonsOf(QDialog& dialog, const Session& session) {
     return buttons;
 }
 
-// One number of a few, in dB.
+// Asks for one of a few levels, in dB.
 std::optional<int> chooseLevel(const Session& session, Text::Id title, const char* name, std::span<const int> levels,
                                int chosen, QWidget* parent) {
     QDialog dialog(parent);

@@ -1,5 +1,5 @@
-// Chooses what is downloaded: the logs of an instrument from a list, or a number that goes with a download. What can be
-// chosen is decided in app/AcquireDialog.
+// Asks what is to be downloaded: logs of an instrument from a list, or a number for a download. What can be chosen is
+// decided in app/AcquireDialog.
 #pragma once
 
 #include "app/AcquireDialog.h"
@@ -17,7 +17,7 @@ namespace kestrane {
 
 class frmAcquire : public QDialog {
 public:
-    // Each shows the dialog and returns once it is closed: nothing when the user cancels.
+    // Each function shows its dialog and returns when it is closed; nothing when the user cancels.
     static std::optional<AcquireChoice> ChooseLogs(const Session& session, const AcquireList& list, QWidget* parent);
     static std::optional<int> setExchRate(const Session& session, int chosen, QWidget* parent);  // 3, 4 or 5 dB
     static std::optional<int> setCriterion(const Session& session, int chosen, QWidget* parent); // 75, 80, 85 or 90 dB

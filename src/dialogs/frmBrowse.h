@@ -1,4 +1,4 @@
-// The choice of a folder, through the platform's dialog.
+// Asks for a folder with the platform's dialog.
 #pragma once
 
 #include "model/Session.h"
@@ -9,8 +9,8 @@ namespace kestrane {
 
 class frmBrowse {
 public:
-    // Starts in the given folder. Empty when the user cancels, or chooses a folder that cannot be opened, which is
-    // told.
+    // Starts in the given folder. Returns an empty text when the user cancels and, after a message, when the chosen
+    // folder cannot be opened.
     static std::string AskFolder(Session& session, QWidget* parent, const std::string& start);
 };
 

@@ -1,4 +1,5 @@
-// The interval selection wizard: a welcome, then a page for each range of intervals. Lays out what CutWizard decides.
+// The interval selection wizard: a welcome page, then a page for each range of intervals. It lays out what CutWizard
+// decides.
 #pragma once
 
 #include "dialogs/IntervalListModel.h"
@@ -20,7 +21,7 @@ namespace kestrane {
 
 class frmCutIntervals : public QDialog {
 public:
-    // The wizard as it was finished, to be stored in the log; nothing when the user cancels.
+    // The finished wizard, to be stored in the log; nothing when the user cancels.
     static std::optional<CutWizard> getIntervals(const Session& session, const clsLog& log, QWidget* parent);
 
 private:

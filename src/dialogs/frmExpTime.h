@@ -1,4 +1,4 @@
-// Asks for the exposure time of a log. What an entry must be and what a change does is decided in calc/ExposureTime.
+// Asks for the exposure time of a log. What an entry must be, and what a change does, is decided in calc/ExposureTime.
 #pragma once
 
 #include "model/Session.h"
@@ -10,14 +10,15 @@ class QLineEdit;
 
 namespace kestrane {
 
-// A box for an exposure time, with hours in it. While it is edited, the label beside it says what is understood; when
-// it is left, it shows that in full.
+// A box for an exposure time that starts with hours. While it is edited, the label understood shows how the entry is
+// understood; when it is left, the box shows that time in full.
 QLineEdit* exposureTimeBox(const Session& session, float hours, QLabel& understood);
 
 class frmExpTime : public QDialog {
 public:
-    // Shows the default; the time that the log was measured for, in hours, is the least that is taken (0: not known).
-    // True when a time has been accepted; a log of the Brevik family then has it, and its figures follow.
+    // Starts with the default. sngMeasurementTime, the time in hours that the log was measured for (0 when not known),
+    // is the least that is accepted. Returns true when the user has confirmed a time; changeExposureTime then decides
+    // what it does to the log.
     static bool getExpTime(Session& session, float sngDefaultShiftLength, float sngMeasurementTime, clsLog& log,
                            QWidget* parent);
 

@@ -1,5 +1,5 @@
-// The tool window that finds a node of the tree. It stays open beside the explorer while the user goes on working; what
-// is searched, and what a hit does, is its caller's.
+// The tool window that finds a node of the tree. It stays open beside the explorer while the user continues to work.
+// What is searched, and what happens with a match, is decided by its caller.
 #pragma once
 
 #include "explorer/Find.h"
@@ -20,7 +20,8 @@ class frmFind : public QDialog {
 public:
     frmFind(const Session& session, std::function<void()> findNext, QWidget* parent);
 
-    // Shows it to the right of a window, on the screen; one that is open already comes to the front where it is.
+    // Shows the window to the right of the explorer, within the screen. When it is open already, it comes to the front
+    // without moving.
     void ShowFind(const QRect& explorer);
 
     FindEntry Entry() const;

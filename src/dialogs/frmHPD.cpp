@@ -17,7 +17,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr QPoint kOffset(33, 100); // from the window that asks: 500 and 1500 twips
+constexpr QPoint kOffset(33, 100); // from the window that opens it: 500 and 1500 twips
 constexpr int kLines = 34;
 constexpr int kColumns = 180;
 constexpr int kListColumns = 72;
@@ -45,7 +45,8 @@ frmHPD::frmHPD(ProtectorScreen& screen, const Download& download, QWidget* paren
     sides->setStretchFactor(0, 1);
     sides->setHandleWidth(fontMetrics().averageCharWidth() * 2);
     sides->widget(0)->setMinimumWidth(fontMetrics().averageCharWidth() * kListColumns);
-    sides->setSizes({fontMetrics().averageCharWidth() * kColumns, 1}); // all to the list that the boxes can do without
+    // The list gets all the width that the boxes do not need.
+    sides->setSizes({fontMetrics().averageCharWidth() * kColumns, 1});
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(damageBar());
     layout->addWidget(sides, 1);
@@ -63,7 +64,7 @@ frmHPD::frmHPD(ProtectorScreen& screen, const Download& download, QWidget* paren
     listChanged(std::nullopt);
 }
 
-// Says why nothing can be changed, and what can be done about it.
+// The bar that says why nothing can be changed and what the user can do about it.
 QWidget* frmHPD::damageBar() {
     const Session& session = screen_.session();
     lblDamage_ = new QLabel;
@@ -202,7 +203,7 @@ std::optional<std::size_t> frmHPD::selected() const {
     return static_cast<std::size_t>(sorted_.mapToSource(current).row());
 }
 
-// The record, or the first that is shown.
+// Selects the record, or the first one shown.
 void frmHPD::select(std::optional<std::size_t> record) {
     QModelIndex index;
     if (record && *record < screen_.Protectors().size())
@@ -275,7 +276,7 @@ void frmHPD::accept() {
         if (choice_) QDialog::accept();
         return;
     }
-    if (editing_ == Editing::Nothing) return; // Enter in the search box, say
+    if (editing_ == Editing::Nothing) return; // such as Enter in the search box
     const auto stored = screen_.Store(boxes_->Entries(), editing_ == Editing::Selected ? record : std::nullopt);
     if (!stored) return;
     editing_ = Editing::Nothing;

@@ -1,6 +1,6 @@
 // The window of the protector database: the list with sorting and a search box, and beside it the protector that is
-// selected in it. Shown for maintaining the database, or for choosing a protector to compare a log with. What it shows
-// and does is decided in app/ProtectorScreen.
+// selected in the list. It is used to maintain the database, or to choose a protector to compare a log with. What it
+// shows and does is decided in app/ProtectorScreen.
 #pragma once
 
 #include "app/ProtectorScreen.h"
@@ -25,12 +25,12 @@ class ProtectorBoxes;
 
 class frmHPD : public QDialog {
 public:
-    using Download = std::function<bool(QWidget* parent)>; // true: the database is another one
+    using Download = std::function<bool(QWidget* parent)>; // true when the database has been replaced
 
     static void ShowMaintenanceScreen(Session& session, const Download& download, QWidget* parent);
 
-    // Lies off the corner of the parent's window. The protector of that name is selected at first. Nothing: the user
-    // would rather not choose.
+    // The window is placed near the corner of the parent's window. The protector with the given name is selected at
+    // first. Nothing when the user declines to choose.
     static std::optional<ProtectorChoice> ShowHPDComparisonScreen(Session& session, const clsLog& log,
                                                                   const std::string& chosen, const Download& download,
                                                                   QWidget* parent);
@@ -47,7 +47,7 @@ private:
     QWidget* listSide();
     QWidget* boxesSide();
     QWidget* buttonRow();
-    std::optional<std::size_t> selected() const; // record
+    std::optional<std::size_t> selected() const; // the index of the record
     void select(std::optional<std::size_t> record);
     void showSelected();
     void edit(Editing what);

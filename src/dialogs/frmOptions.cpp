@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 
-// The least height of the pages, in twips.
+// The minimum height of the pages in twips.
 int tabHeight(SettingsMode mode) {
     switch (mode) {
     case SettingsMode::Explorer:
@@ -31,7 +31,7 @@ int tabHeight(SettingsMode mode) {
     }
 }
 
-// The corner nearest to the point where the dialog lies on the screen.
+// The corner nearest to a point at which the dialog lies within the screen.
 QPoint cornerOnScreen(QPoint at, QSize size) {
     const QScreen* screen = QGuiApplication::screenAt(at);
     if (screen == nullptr) screen = QGuiApplication::primaryScreen();
@@ -60,7 +60,7 @@ frmOptions::frmOptions(const SettingsDialog& settings, QWidget* parent) :
     layout->addWidget(buttons);
 }
 
-// A page that this way of opening does not offer is greyed, and takes no room.
+// A page that this way of opening does not offer is disabled and takes no room.
 void frmOptions::addPage(OptionsPage* page, Text::Id title, SettingsMode mode) {
     const bool isOffered = settings_.Mode() == SettingsMode::All || settings_.Mode() == mode;
     if (!isOffered) page->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
@@ -85,7 +85,7 @@ std::optional<SettingsChanges> frmOptions::run() {
 }
 
 std::optional<SettingsChanges> frmOptions::showAt(QPoint at) {
-    resize(minimumSizeHint()); // the hint itself counts the pages that are not offered, too
+    resize(minimumSizeHint()); // sizeHint() would include the pages that are not offered
     move(cornerOnScreen(at, size()));
     return run();
 }

@@ -1,5 +1,5 @@
-// The settings dialog: three pages over a working copy. What may be chosen and what confirming does is decided in
-// app/SettingsDialog; the frame carries out the changes that come back.
+// The settings dialog: three pages that edit a working copy. What may be chosen, and what confirming does, is decided
+// in app/SettingsDialog; the frame carries out the returned changes.
 #pragma once
 
 #include "app/SettingsDialog.h"
@@ -17,7 +17,8 @@ class OptionsPage;
 
 class frmOptions : public QDialog {
 public:
-    // Each shows the dialog and returns once it is closed: nothing when the user cancels. Points are on the screen.
+    // Each function shows the dialog and returns when it is closed; nothing when the user cancels. Points are in screen
+    // coordinates.
     static std::optional<SettingsChanges> ShowFromToolsMenu(Session& session, QWidget* parent);
     static std::optional<SettingsChanges> ShowFromTreeViewRightClick(Session& session, clsOptions& options, QPoint at,
                                                                      QWidget* parent);

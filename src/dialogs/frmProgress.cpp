@@ -65,7 +65,7 @@ void frmProgress::Show(const ProgressWords& words) {
     lblLog_->setText(shown(words.Log));
     lblReceived_->setText(shown(words.Received));
     lblTimeLeft_->setText(shown(words.TimeLeft));
-    barProgress_->setRange(0, words.Percent ? 100 : 0); // without a range it shows that something goes on
+    barProgress_->setRange(0, words.Percent ? 100 : 0); // without a range it shows only that something is going on
     barProgress_->setValue(words.Percent.value_or(0));
     if (!isVisible()) show();
 }

@@ -1,5 +1,6 @@
-// How a download stands, with a way to end it. Stands above the frame, which takes no commands meanwhile, and runs no
-// loop of its own: whoever downloads keeps the event pump going. What it shows is decided in app/ProgressReport.
+// Shows the progress of a download and lets the user cancel it. The dialog is shown above the frame, which accepts no
+// commands meanwhile. It runs no event loop of its own: the download keeps the event pump going. What it shows is
+// decided in app/ProgressReport.
 #pragma once
 
 #include "app/ProgressReport.h"
@@ -18,12 +19,12 @@ class frmProgress : public QDialog {
 public:
     frmProgress(const Session& session, QWidget* parent);
 
-    void Show(const ProgressWords& words); // comes up when it is not there
+    void Show(const ProgressWords& words); // shows the dialog when it is hidden
 
     bool IsCancelled() const { return isCancelled_; }
 
-    // Stands once more, with the last figures, behind a download that failed, until it is closed. True when the user
-    // ticked that the transcript is to be kept.
+    // Shows the dialog again with the last figures after a failed download, until it is closed. Returns true when the
+    // user has ticked that the transcript is to be kept.
     bool AskTranscript();
 
     void reject() override; // Cancel, Escape, and closing the window

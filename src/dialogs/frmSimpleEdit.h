@@ -1,4 +1,4 @@
-// A box for one text of several lines.
+// A dialog to edit one text of several lines.
 #pragma once
 
 #include "model/Session.h"
@@ -12,7 +12,7 @@ namespace kestrane {
 
 class frmSimpleEdit {
 public:
-    // Edits the note of a chart. Lines are parted by "\n" in what comes back; nothing when the user cancels.
+    // Edits the note of a chart. Lines in the result are separated by "\n"; nothing when the user cancels.
     static std::optional<std::string> EditNote(const Session& session, const std::string& note, QWidget* parent);
 };
 

@@ -13,7 +13,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr int kMargin = 32; // of the texts, in the picture
+constexpr int kMargin = 32; // pixels between the texts and the edge of the picture
 
 } // namespace
 

@@ -9,7 +9,7 @@ namespace kestrane {
 
 class frmSplash : public QWidget {
 public:
-    // Has the size of its picture and stands in the middle of the screen; show() does not wait.
+    // It has the size of its picture and is centred on the screen. show() does not wait.
     explicit frmSplash(const Session& session);
 
 protected:

@@ -81,7 +81,7 @@ void ChoicesBar::connectChoices() {
             if (log != nullptr && choose(*log, value)) emit Chosen();
         };
     };
-    // Assistive programs toggle a button, which is no click.
+    // Assistive programs toggle a button instead of clicking it.
     const auto onButton = [&onLog](auto choose) {
         return [handle = onLog(choose)](int id, bool isOn) {
             if (isOn) handle(id);
@@ -120,7 +120,7 @@ void ChoicesBar::ShowChoices(const clsLog& inView) {
     fraDisplayBy_->setVisible(panels.DisplayBy);
     fraAxis_->setVisible(panels.Axis);
     fraTable_->setVisible(panels.Channel);
-    fraDfltCum_->setVisible(session_.Options.CumulativePanel != ePanelHidden); // on every tab
+    fraDfltCum_->setVisible(session_.Options.CumulativePanel != ePanelHidden); // it is on every tab
     setVisible(std::any_of(panels_.begin(), panels_.end(), [](const QWidget* panel) { return !panel->isHidden(); }));
 
     optDisplayBy_->button(kByParam)->setEnabled(panels.ByParam);

@@ -1,6 +1,6 @@
 // The bar above the pages of the log view: the choices of band or parameter, axis, channel, panel and interval, as far
-// as the core offers them on the tab in front; beside them what single pages bring along. Without anything to offer it
-// is hidden.
+// as the core offers them for the tab in front, and further controls of single pages. It is hidden when it has nothing
+// to offer.
 #pragma once
 
 #include "dialogs/IntervalListModel.h"
@@ -23,13 +23,13 @@ class ChoicesBar : public QWidget {
 public:
     ChoicesBar(const Session& session, ExplorerState& state);
 
-    void Add(QWidget& panel); // behind those that are there; whoever adds it shows and hides it
+    void Add(QWidget& panel); // behind the others; whoever adds it also shows and hides it
 
-    void ShowLog(const clsLog& inView);     // its intervals, of another log or zoom
-    void ShowChoices(const clsLog& inView); // which there are on the tab in front, and what is chosen
+    void ShowLog(const clsLog& inView);     // its intervals, after another log or zoom has been chosen
+    void ShowChoices(const clsLog& inView); // the choices that the tab in front offers, and what is chosen
 
 signals:
-    void Chosen(); // the tab in front may have to be drawn anew
+    void Chosen(); // the tab in front may have to be drawn again
 
 private:
     QWidget& buttonsOf(const char* frame, Text::Id caption, QButtonGroup*& group,
@@ -40,7 +40,7 @@ private:
 
     const Session& session_;
     ExplorerState& state_;
-    bool isSetting_ = false; // code sets the controls: their handlers do nothing
+    bool isSetting_ = false; // code is setting the controls, so their handlers do nothing
     std::vector<QWidget*> panels_;
     IntervalListModel intervals_;
     QWidget* fraInterval_;

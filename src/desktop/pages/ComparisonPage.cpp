@@ -50,7 +50,7 @@ void ComparisonPage::Follow(const clsLog*) {
     if (chart_ != nullptr) chart_->setVisible(isChosen);
 }
 
-// Without a protector the screen to choose one comes up by itself, once the tab has been drawn.
+// Without a protector the screen to choose one opens by itself after the tab has been drawn.
 void ComparisonPage::Draw(clsLog& inView) {
     const LogView& view = state_.View;
     showFigures({});
@@ -81,7 +81,7 @@ ClipboardForms ComparisonPage::Copy(const clsLog& inView, bool valuesOnly) const
     return forms;
 }
 
-// What stands in the bar, in one line.
+// The figures of the bar as one line.
 std::string ComparisonPage::figuresLine() const {
     std::string text;
     for (const auto& [label, value] : comparison_.Panel) {

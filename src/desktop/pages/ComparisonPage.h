@@ -1,5 +1,5 @@
 // The "Compare HPD" tab: the log compared with a hearing protector as a chart, with figures in the bar above it. Until
-// a protector is chosen the page says so, and asks for the screen to choose one unless the user has declined it.
+// a protector is chosen the page says so, and it asks for the screen to choose one unless the user has declined.
 #pragma once
 
 #include "desktop/pages/GraphPage.h"
@@ -22,11 +22,11 @@ public:
     ClipboardForms Copy(const clsLog& inView, bool valuesOnly) const override;
     std::unique_ptr<PagedDocument> Pages(const PrintedView& printed) const override;
 
-    void ChooseProtector(); // to compare the log with
+    void ChooseProtector(); // lets the user choose a protector to compare the log with
 
 signals:
-    void DatabaseDownloadAsked(QWidget* parent, bool* isDone); // answered before it returns
-    void ProtectorAsked();                                     // if the frame is free for it
+    void DatabaseDownloadAsked(QWidget* parent, bool* isDone); // isDone is set before the signal returns
+    void ProtectorAsked();                                     // the frame may ignore it when it is busy
     void ProtectorChosen();
 
 protected:
@@ -39,7 +39,7 @@ private:
     QWidget* bar_;
     QLabel* fraHPD_;
     QLabel* placeholder_;
-    HPDComparison comparison_; // as last drawn
+    HPDComparison comparison_; // as it was last drawn
 };
 
 } // namespace kestrane

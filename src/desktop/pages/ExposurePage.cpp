@@ -46,7 +46,7 @@ void ExposurePage::makeBar() {
 
 void ExposurePage::Follow(const clsLog* inView) {
     exposures_->ForgetOtherLog();
-    const QSignalBlocker blocker(chkSave_); // as the log has it, which is no change of the user's
+    const QSignalBlocker blocker(chkSave_); // setting it to the log's state is no change by the user
     if (inView != nullptr) chkSave_->setChecked(inView->SaveDoseCalc);
 }
 
@@ -55,7 +55,7 @@ void ExposurePage::Draw(clsLog&) {
     exposures_->ShowRows();
 }
 
-// The selected cells, when there are several, or the whole.
+// Copies the selected cells when there are several, else everything.
 ClipboardForms ExposurePage::Copy(const clsLog&, bool) const {
     return exposures_->HasSelection() ? copiedLines(exposures_->SelectionText(), false)
                                       : copiedExposures(*state_.OpenedLog(session_));

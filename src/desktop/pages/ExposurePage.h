@@ -1,5 +1,5 @@
 // The "Exp Calc" tab: the rows of the exposure calculator, which are those of the opened log even while a part of it is
-// in view, and in the bar above them the buttons that insert and delete rows and the box that saves them with the log.
+// shown, and in the bar above them the buttons to insert and delete rows and the box that saves them with the log.
 #pragma once
 
 #include "desktop/pages/LogPage.h"

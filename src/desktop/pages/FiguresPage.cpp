@@ -33,7 +33,7 @@ void FiguresPage::applyChanges() {
     if (isChanged) drawInView();
 }
 
-// A selected word of the panel, or the whole.
+// Copies the selected text of a label when there is one, else everything.
 ClipboardForms FiguresPage::Copy(const clsLog& inView, bool) const {
     if (const auto* label = qobject_cast<QLabel*>(QApplication::focusWidget());
         label != nullptr && label->hasSelectedText())

@@ -24,7 +24,7 @@ ChartChoice GraphPage::choice() const {
     return {view.Choice(), view.Axis, view.IntervalRow};
 }
 
-// False when the user would rather not wait for a long chart in 3D.
+// Returns false when the user does not want to wait for a long chart in 3D.
 bool GraphPage::isWanted(const clsLog& inView, const ChartData& drawn) {
     return !tabRow(tab_).IsOverTime || !isAskedBefore3D(inView, drawn.Style) ||
            session_.ShowMessage(session_.LoadText(Text::Ask3DTakesTime), kButtonsYesNo + kIconQuestion) == Button::Yes;

@@ -1,5 +1,5 @@
-// A tab with a chart. Which chart it is, and what may be done with it, stands in the tab's row of the core's table. The
-// chart is made when the tab is first drawn.
+// A tab with a chart. Which chart it is, and what can be done with it, is in the tab's row of the core's table. The
+// chart widget is created when the tab is first drawn.
 #pragma once
 
 #include "desktop/pages/LogPage.h"
@@ -25,19 +25,19 @@ public:
     ClipboardForms Copy(const clsLog& inView, bool valuesOnly) const override;
     std::unique_ptr<PagedDocument> Pages(const PrintedView& printed) const override;
 
-    void FollowLegend(); // whether it is shown
+    void FollowLegend(); // shows or hides it as the view says
     void FollowNote();
     void SavePicture(const clsLog& inView); // under a name that the user chooses
 
-    // Counted from 0, first and last; nothing without a chart.
+    // The first and the last visible row, counted from 0; nothing without a chart.
     std::optional<std::pair<std::size_t, std::size_t>> RowsInView() const;
 
 signals:
-    void ViewChanged(); // the user looks at other rows or values
+    void ViewChanged(); // the user has chosen to see other rows or values
 
 protected:
     virtual ChartChoice choice() const;
-    const chaTab* shownChart() const; // null: there is none to be seen
+    const chaTab* shownChart() const; // null when none is visible
 
     QVBoxLayout* column_;
     chaTab* chart_ = nullptr;

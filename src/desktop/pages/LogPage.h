@@ -1,6 +1,6 @@
-// The page of a tab of the log view: draws what the core decided, and gives what it shows to the clipboard and to
-// paper. The log view holds a page a tab and asks the one in front; which log and which choices, the window's state
-// says.
+// The page of a tab of the log view: it draws what the core decided, and provides what it shows for the clipboard and
+// for paper. The log view has a page for each tab and uses the one in front; the state of the window says which log and
+// which choices are shown.
 #pragma once
 
 #include "explorer/ExplorerState.h"
@@ -22,29 +22,30 @@ class LogPage : public QWidget {
 public:
     LogPage(Session& session, ExplorerState& state, int tab) : session_(session), state_(state), tab_(tab) {}
 
-    // What it has beside the choices of all tabs, in the bar above it. Null: nothing. Shown while the page is in front.
+    // The controls that it adds to the choices in the bar above it, shown while the page is in front. Null for none.
     virtual QWidget* Bar() { return nullptr; }
 
-    // Another log may be in view, or none (null), or another choice may have been made; whether or not it is in front.
+    // Called when another log, or none (null), may be in view, or another choice may have been made, whether or not the
+    // page is in front.
     virtual void Follow(const clsLog* inView) { static_cast<void>(inView); }
 
     virtual void Draw(clsLog& inView) = 0;
 
-    virtual bool HasContent() const = 0; // something that can be copied, of the log in view
+    virtual bool HasContent() const = 0; // something of the log in view can be copied
 
-    // What a copy command puts on the clipboard, of the whole or of what is selected.
+    // What a copy command puts on the clipboard: everything, or what is selected.
     virtual ClipboardForms Copy(const clsLog& inView, bool valuesOnly) const = 0;
 
     // What it shows, laid out for a paper. Null when it shows nothing.
     virtual std::unique_ptr<PagedDocument> Pages(const PrintedView& printed) const = 0;
 
 signals:
-    void Changed(); // what the commands work on
+    void Changed(); // the commands may apply to something else
 
 protected:
     void fillWith(QWidget& content);
 
-    // With the line that tells of figures that are not those of the rows in view, where the tab shows such.
+    // Adds the line about figures that are not those of the rows in view, if the tab shows such figures.
     ClipboardForms withWholeFigures(ClipboardForms forms, const clsLog& inView) const;
 
     Session& session_;
@@ -52,6 +53,6 @@ protected:
     const int tab_;
 };
 
-QLabel* placeholderLabel(); // says in the middle of an empty page why it is empty
+QLabel* placeholderLabel(); // a label in the middle of an empty page that says why it is empty
 
 } // namespace kestrane

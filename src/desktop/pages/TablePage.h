@@ -15,8 +15,8 @@ public:
 
     void Draw(clsLog& inView) override;
     bool HasContent() const override;
-    ClipboardForms Copy(const clsLog& inView,
-                        bool valuesOnly) const override; // what it leaves out the status bar tells
+    // The status bar says how many rows are left out.
+    ClipboardForms Copy(const clsLog& inView, bool valuesOnly) const override;
     std::unique_ptr<PagedDocument> Pages(const PrintedView& printed) const override;
 
 private:
