@@ -15,7 +15,7 @@ namespace kestrane {
 
 std::string_view framePayload(std::string_view reply);
 
-// The payload of a reply with the data of a log: it keeps a character of the check field at its end, which is not read.
+// The payload of a reply with the data of a log. It keeps the check field at its end, which is not read; that is meant.
 std::string_view dataPayload(std::string_view reply);
 
 // Positions are counted from 1.

@@ -15,8 +15,8 @@ namespace kestrane {
 using ReadBytes = std::function<std::shared_ptr<FileBytes>(const std::string& path)>;
 
 // Reads the file once and tries the loaders in the order that belongs to its extension. A loader after the first counts
-// only when it brings data. Returns false when all loaders decline: then message is that of the first loader and the
-// document is empty. Raises nothing.
+// only when it brings data; the first counts in any case, which is meant. Returns false when all loaders decline: then
+// message is that of the first loader and the document is empty. Raises nothing.
 bool LoadDocument(clsFile& file, std::string& message, const ReadBytes& read = readFile);
 
 // Writes the XML data file to FileName, atomically; after that the document counts as unchanged and as being in the

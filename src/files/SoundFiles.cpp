@@ -91,7 +91,8 @@ void takeMoment(std::string_view token, clsDate& date, clsTime& time) {
     time = {clockPart(characters(token, 8, 2), 24), clockPart(characters(token, 11, 2), 60), 0};
 }
 
-// Takes the instrument's name and the serial number at the end of it.
+// The last five characters of the token are dropped. What is left is the name; its last five characters are also the
+// serial number. That is meant.
 void takeInstrument(clsInsData& data, std::string_view token) {
     constexpr std::size_t kSerial = 5;
     token = trimmed(token);

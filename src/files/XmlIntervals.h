@@ -37,7 +37,8 @@ private:
     std::vector<std::size_t> begins_;
 };
 
-// Divides rows into ranges for loading: at most seven, each of at least 30, 55 or 100 rows, depending on the mode.
+// Divides rows into ranges for loading: at most seven, each of at least 100, 55 or 30 rows (broadband, full octave,
+// third octave), except that the last one may be shorter. No range for no rows.
 std::vector<RowRange> loadRanges(int mode, std::int64_t rows);
 
 } // namespace kestrane
