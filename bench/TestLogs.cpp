@@ -20,7 +20,7 @@ void BenchSession::finishWork() {
     session.pump.runUntil([&] { return noLogIsBusy(session); });
 }
 
-IntervalColumns walkingRows(int mode, std::size_t count) {
+IntervalColumns walkingRows(LogMode mode, std::size_t count) {
     constexpr std::int32_t kDay = 24 * 3600;
     IntervalColumns rows;
     rows.resize(count, count);
@@ -51,7 +51,7 @@ IntervalColumns walkingRows(int mode, std::size_t count) {
     return rows;
 }
 
-clsFile& addDocument(Session& session, const std::string& name, int mode, std::size_t rows) {
+clsFile& addDocument(Session& session, const std::string& name, LogMode mode, std::size_t rows) {
     auto log = std::make_unique<clsLog>(session);
     log->Mode(mode);
     log->Name = "Log 1";

@@ -30,9 +30,9 @@ public:
 };
 
 // Rows of levels that walk about as a measurement's do, with one decimal, in every band.
-IntervalColumns walkingRows(int mode, std::size_t count);
+IntervalColumns walkingRows(LogMode mode, std::size_t count);
 
 // A document with one log of such rows, opened into the session.
-clsFile& addDocument(Session& session, const std::string& name, int mode, std::size_t rows);
+clsFile& addDocument(Session& session, const std::string& name, LogMode mode, std::size_t rows);
 
 } // namespace kestrane::bench

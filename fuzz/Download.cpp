@@ -59,7 +59,7 @@ private:
 };
 
 void requireWholeLogs(const clsInsData& data, std::size_t bytes) {
-    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+    for (const LogMode mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
         for (const auto& log : data.logsOf(mode)) {
             require(!log->IntervalsRecalculating, "the recalculation has ended");
             require(static_cast<std::size_t>(log->LogIntervals.Count()) <= bytes, "rows have come over the line");

@@ -51,7 +51,7 @@ struct Program {
 template <class Visit>
 void forEachLogOf(const clsFile& file, Visit visit) {
     for (const auto& data : file.InstrumentDatas) {
-        for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+        for (const LogMode mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
             for (const auto& log : data->logsOf(mode))
                 visit(*log);
         }

@@ -14,7 +14,7 @@ namespace kestrane {
 struct ShownLog : TestSession {
     clsLog log{session};
 
-    explicit ShownLog(int mode = modeBroadband, Locale locale = {}) : TestSession(std::move(locale)) {
+    explicit ShownLog(LogMode mode = modeBroadband, Locale locale = {}) : TestSession(std::move(locale)) {
         log.Mode(mode);
         log.Name = "Yard";
         log.InsName = "Corvane";
@@ -33,8 +33,8 @@ struct ShownLog : TestSession {
         log.LogIntervals.copyData(rows, 0, 0);
     }
 
-    void plot(int channel, int kind, std::initializer_list<int> parameters) {
-        for (const int parameter : parameters)
+    void plot(LogChannel channel, FigureKind kind, std::initializer_list<int> parameters) {
+        for (const Parameter parameter : parameters)
             log.objLogOptions.IsPlotted.set(channel, kind, parameter, true);
     }
 

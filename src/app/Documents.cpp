@@ -275,7 +275,7 @@ bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askNa
         if (const std::vector<clsLog*> logs = logsOfUnsavedRows(*file); !logs.empty()) {
             const std::string question =
                 ReplaceText(session.LoadText(Text::AskSaveExposureRows), "^", file->ShortenedFileName());
-            const Button answer = session.ShowMessage(question, kButtonsYesNoCancel + kIconQuestion);
+            const Button answer = session.ShowMessage(question, kButtonsYesNoCancel | kIconQuestion);
             if (answer == Button::Cancel) return false;
             file->ToBeSaved = answer == Button::Yes;
             if (file->ToBeSaved) withRows.insert(withRows.end(), logs.begin(), logs.end());
@@ -283,7 +283,7 @@ bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askNa
         if (file->ToBeSaved || !IsChanged(*file)) continue;
         const std::string question =
             ReplaceText(session.LoadText(Text::AskSaveChanges), "^", file->ShortenedFileName());
-        const Button answer = session.ShowMessage(question, kButtonsYesNoCancel + kIconQuestion);
+        const Button answer = session.ShowMessage(question, kButtonsYesNoCancel | kIconQuestion);
         if (answer == Button::Cancel) return false;
         file->ToBeSaved = answer == Button::Yes;
     }

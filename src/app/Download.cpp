@@ -15,7 +15,7 @@ void takeIn(clsFile& file, std::unique_ptr<clsInsData> data) {
     clsInsData* const present = file.dataOfSerial(data->InsSerial);
     if (present == nullptr) return file.InstrumentDatas.push_back(std::move(data));
     if (const std::string text = foldedText(*data, *present); !text.empty()) file.session().frame->Tell(text);
-    for (const int mode : kLogModes)
+    for (const LogMode mode : kLogModes)
         std::ranges::move(data->logsOf(mode), std::back_inserter(present->logsOf(mode)));
 }
 

@@ -84,7 +84,7 @@ bool SaveReadable(Session& session, const ProtectorCollection& collection, const
 bool DownloadHPD(Session& session, HPDProgress& progress, bool bSilent) {
     ProtectorCollection& collection = *session.protectors;
     if (session.ShowMessage(session.LoadText(Text::AskReplaceDatabase),
-                            kButtonsOkCancel + kIconQuestion + kDefaultSecond) != Button::Ok)
+                            kButtonsOkCancel | kIconQuestion | kDefaultSecond) != Button::Ok)
         return false;
     const std::optional<std::string> body = fetch(session, progress, bSilent);
     if (!body) return false;

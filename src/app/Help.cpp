@@ -16,7 +16,7 @@ void OpenPage(Session& session, const Desktop& desktop, const std::string& addre
 
 void GetManual(Session& session, const Desktop& desktop, const std::string& path) {
     if (desktop.HasProgramFor("application/pdf")) return OpenHelpFile(session, desktop, path);
-    const auto answer = session.ShowMessage(session.LoadText(Text::AskGetDocumentReader), kButtonsYesNo + kIconQuestion,
+    const auto answer = session.ShowMessage(session.LoadText(Text::AskGetDocumentReader), kButtonsYesNo | kIconQuestion,
                                             session.LoadText(Text::DocumentReaderNotFound));
     if (answer == Button::Yes) OpenPage(session, desktop, session.LoadText(Text::ContactDocumentReader));
 }

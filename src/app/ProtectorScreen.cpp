@@ -80,9 +80,9 @@ void forEachNumber(Entries& entries, Protector& hp, Visit visit) {
     visit(entries.NRR, hp.NRR);
 }
 
-int readCorrection(const Session& session) {
+CorrectionKind readCorrection(const Session& session) {
     const std::string text = session.settings.read(kPreferences, kCorrectionKey, {});
-    for (int correction = kCorrectionNone; correction <= kCorrectionOneDeviation; ++correction)
+    for (const CorrectionKind correction : kCorrections)
         if (text == std::to_string(correction)) return correction;
     return correctionOf(session, text, session.Options.HPDCalc);
 }
@@ -215,7 +215,7 @@ std::optional<std::size_t> ProtectorScreen::Store(const ProtectorEntries& entrie
             std::find_if(records.begin(), records.end(), [&](const clsHP& record) { return record.Name == name; });
         const std::string question = ReplaceText(session_.LoadText(Text::AskReplace), "^", name);
         if (same != records.end() &&
-            session_.ShowMessage(question, kButtonsOkCancel + kIconQuestion + kDefaultSecond) != Button::Ok)
+            session_.ShowMessage(question, kButtonsOkCancel | kIconQuestion | kDefaultSecond) != Button::Ok)
             return std::nullopt;
         index = static_cast<std::size_t>(same - records.begin());
         if (same == records.end()) {
@@ -232,7 +232,7 @@ std::optional<std::size_t> ProtectorScreen::Store(const ProtectorEntries& entrie
 
 bool ProtectorScreen::Delete(std::size_t index) {
     if (IsReadOnly()) return false;
-    if (session_.ShowMessage(session_.LoadText(Text::AreYouSure), kButtonsOkCancel + kIconQuestion + kDefaultSecond) !=
+    if (session_.ShowMessage(session_.LoadText(Text::AreYouSure), kButtonsOkCancel | kIconQuestion | kDefaultSecond) !=
         Button::Ok)
         return false;
     collection_.Protectors.erase(collection_.Protectors.begin() + static_cast<std::ptrdiff_t>(index));
@@ -242,7 +242,7 @@ bool ProtectorScreen::Delete(std::size_t index) {
 
 bool ProtectorScreen::MayLose(const ProtectorEntries& entries, const clsHP* protector) const {
     return entries == EntriesOf(protector) ||
-           session_.ShowMessage(session_.LoadText(Text::LoseChanges), kButtonsOkCancel + kIconQuestion) == Button::Ok;
+           session_.ShowMessage(session_.LoadText(Text::LoseChanges), kButtonsOkCancel | kIconQuestion) == Button::Ok;
 }
 
 std::optional<ProtectorChoice> ProtectorScreen::Choose(std::size_t index) const {

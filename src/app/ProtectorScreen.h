@@ -37,7 +37,7 @@ struct ProtectorCell {
 
 struct ProtectorChoice {
     clsHP Protector;
-    int CorrectionFactor;
+    CorrectionKind CorrectionFactor;
 };
 
 class ProtectorScreen {
@@ -73,7 +73,7 @@ public:
     // The corrections, when choosing, and the chosen one. At first it is the one that was used last.
     std::vector<std::string> Corrections() const;
 
-    int Correction() const { return correction_; }
+    CorrectionKind Correction() const { return correction_; }
 
     void SetCorrection(const std::string& text);
 
@@ -113,7 +113,7 @@ private:
     const clsLog* log_ = nullptr;
     std::unique_ptr<clsLog> linear_; // the log converted for the octave method; null when the log needs no conversion
     bool isUS_;
-    int correction_ = 0;
+    CorrectionKind correction_ = kCorrectionNone;
 };
 
 } // namespace kestrane

@@ -30,7 +30,7 @@ SettingsDialog::SettingsDialog(Session& session) :
 SettingsDialog::SettingsDialog(Session& session, clsOptions& options) :
     Edited(options), session_(session), mode_(SettingsMode::Explorer), options_(&options) {}
 
-SettingsDialog::SettingsDialog(Session& session, clsLog& log, int kind) :
+SettingsDialog::SettingsDialog(Session& session, clsLog& log, FigureKind kind) :
     Edited(session.Options), session_(session), mode_(SettingsMode::Logs), log_(&log), kind_(kind) {
     Edited.objLogOptions = log.objLogOptions;
     offered_ = displayOptions(log);
@@ -40,15 +40,15 @@ bool SettingsDialog::HasChannelB() const {
     return log_ == nullptr || log_->IsChannelBOn;
 }
 
-bool SettingsDialog::IsOffered(int channel, int kind, int parameter) const {
+bool SettingsDialog::IsOffered(LogChannel channel, FigureKind kind, Parameter parameter) const {
     return offered_.Plottable(channel, kind, parameter) && !isUnusedLn(parameter);
 }
 
-std::string SettingsDialog::Caption(int parameter) const {
+std::string SettingsDialog::Caption(Parameter parameter) const {
     return VariableCaption(session_, parameter, kNoChannel, kNoBand, isUnusedLn(parameter) ? nullptr : log_);
 }
 
-bool SettingsDialog::isUnusedLn(int parameter) const {
+bool SettingsDialog::isUnusedLn(Parameter parameter) const {
     const int ln = lnOf(parameter);
     return log_ != nullptr && ln != 0 && log_->LnNumberA(ln) == 0;
 }

@@ -34,7 +34,7 @@ class SettingsDialog {
 public:
     explicit SettingsDialog(Session& session);               // all pages: the application's settings
     SettingsDialog(Session& session, clsOptions& options);   // only the page of the explorer
-    SettingsDialog(Session& session, clsLog& log, int kind); // only the page of logs, for one kind of figures
+    SettingsDialog(Session& session, clsLog& log, FigureKind kind); // only the page of logs, for one kind of figures
 
     clsOptions Edited; // with a log, its display options are in objLogOptions
 
@@ -43,14 +43,14 @@ public:
     SettingsMode Mode() const { return mode_; }
 
     // The kind that is shown first (kCumulative, kInterval); with a log it is the only one.
-    int Kind() const { return kind_; }
+    FigureKind Kind() const { return kind_; }
 
     bool HasChannelB() const; // false for a log without channel B
 
     // Whether a parameter is offered: not when it can never be shown and, with a log, not when the log does not have
     // it.
-    bool IsOffered(int channel, int kind, int parameter) const;
-    std::string Caption(int parameter) const;
+    bool IsOffered(LogChannel channel, FigureKind kind, Parameter parameter) const;
+    std::string Caption(Parameter parameter) const;
 
     // Returns nothing, after a message, when the exposure time is invalid; the page of the explorer does not ask for
     // one. Otherwise the edited settings are stored where they came from; those of the application are also written to
@@ -58,7 +58,7 @@ public:
     std::optional<SettingsChanges> Confirm(const std::string& exposureTimeEntry);
 
 private:
-    bool isUnusedLn(int parameter) const; // a percentile that the log does not have
+    bool isUnusedLn(Parameter parameter) const; // a percentile that the log does not have
     bool readExposureTime(const std::string& entry);
     SettingsChanges confirmAll();
     SettingsChanges confirmExplorer();
@@ -69,7 +69,7 @@ private:
     clsOptions* options_ = nullptr; // in mode Explorer
     clsLog* log_ = nullptr;         // in mode Logs
     clsLogOptions offered_;
-    int kind_ = kCumulative;
+    FigureKind kind_ = kCumulative;
 };
 
 // "AUTO", the ports of this machine with their devices, and the chosen port if it is not among them.

@@ -280,7 +280,8 @@ private:
         clsOptions options = session_.Options;
         options.HPDCalc = modeOfName(worn.Mode).value_or(eHPDModeEUHSE);
         options.HPDCalcMethod = "Auto";
-        const RankedProtector found = rankProtectors(*log, {*hp}, options, worn.Correction).front();
+        const RankedProtector found =
+            rankProtectors(*log, {*hp}, options, static_cast<CorrectionKind>(worn.Correction)).front();
         result.Method = found.Method;
         const Figure level = found.Standard                   ? found.Standard
                              : found.Result != kCannotCompute ? Figure(found.Result)

@@ -81,7 +81,7 @@ bool changeExposureTime(clsLog& log, float hours) {
     Session& session = log.session();
     const bool goesByTime = log.has(Trait::GoesByExposureTime);
     if (!goesByTime &&
-        session.ShowMessage(session.LoadText(Text::AskProceed), kButtonsYesNo + kIconQuestion) != Button::Yes)
+        session.ShowMessage(session.LoadText(Text::AskProceed), kButtonsYesNo | kIconQuestion) != Button::Yes)
         return false;
     SetLogExposureTime(log, hours);
     if (goesByTime && !isFullPassUnderWay(log)) CompleteRecalcProcess(log);

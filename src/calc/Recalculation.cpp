@@ -293,7 +293,7 @@ struct CriterionFigure {
 
 constexpr CriterionFigure kCriterionFigures[] = {{eDoseET}, {eDoseMT}, {eDoseHour}, {eTWA}, {eLAvg, false}};
 
-bool isOfAnotherCriterion(const clsLog& log, int channel, int parameter) {
+bool isOfAnotherCriterion(const clsLog& log, LogChannel channel, Parameter parameter) {
     const auto* const depends =
         std::find_if(std::begin(kCriterionFigures), std::end(kCriterionFigures),
                      [&](const CriterionFigure& figure) { return figure.parameter == parameter; });
@@ -306,7 +306,7 @@ bool isOfAnotherCriterion(const clsLog& log, int channel, int parameter) {
 
 // Whether a figure is what a level gives with the log's exposure time. For a dose, either the log's own criterion or
 // the one that the figure was made with will do.
-bool follows(const clsLog& log, int parameter, float figure, float level) {
+bool follows(const clsLog& log, Parameter parameter, float figure, float level) {
     constexpr double kClose = 1e-4; // as a part of the figure
     const float hours = log.objLogOptions.ExposureTime;
     const auto isFigure = [&](double value) { return std::abs(value - figure) <= kClose * figure; };
@@ -327,7 +327,7 @@ enum class MadeWith { ReferenceTime, ExposureTime, AnotherTime };
 
 // A figure that the program computed and then saved is read as a reported one, and so is its level. So it is enough
 // when the figure follows from either level.
-MadeWith exposureTimeOf(const clsLog& log, int channel, int parameter) {
+MadeWith exposureTimeOf(const clsLog& log, LogChannel channel, Parameter parameter) {
     const float figure = cumulativeValue(log, channel, parameter, 0).CalcValue();
     if (figure == 0 || log.objLogOptions.ExposureTime == static_cast<float>(kReferenceHours))
         return MadeWith::ReferenceTime;
@@ -337,7 +337,7 @@ MadeWith exposureTimeOf(const clsLog& log, int channel, int parameter) {
     return isMade ? MadeWith::ExposureTime : MadeWith::AnotherTime;
 }
 
-bool isOfAnotherExposureTime(const clsLog& log, int channel, int parameter) {
+bool isOfAnotherExposureTime(const clsLog& log, LogChannel channel, Parameter parameter) {
     return (parameter == eLepdET || parameter == eDoseET) &&
            exposureTimeOf(log, channel, parameter) == MadeWith::AnotherTime;
 }
@@ -353,7 +353,7 @@ float nrrFigure(const clsLog& log, const clsValue& a, const clsValue& b) {
 
 } // namespace
 
-void RecalcValues(clsLog& log, int iCalcMode, const std::function<void()>& ended) {
+void RecalcValues(clsLog& log, CalcMode iCalcMode, const std::function<void()>& ended) {
     constexpr std::array kOverwrites = {true, false, false, true, true};
     log.RecalcMode = iCalcMode;
     log.HasFailedRecalc = false;
@@ -410,7 +410,7 @@ void setCriterion(clsLog& log, std::int16_t criterion, std::int16_t exchange) {
     log.Exchange = exchange;
 }
 
-std::string reportedNote(const clsLog& log, int channel, int parameter) {
+std::string reportedNote(const clsLog& log, LogChannel channel, Parameter parameter) {
     const Session& session = log.session();
     std::string madeWith;
     if (isOfAnotherCriterion(log, channel, parameter)) {
@@ -436,7 +436,7 @@ void RecalcValues(clsInsData& data, bool bForce) {
         bool isWanted = bForce;
         if (!bForce && session.Options.RecalcOnOpen) {
             isWanted = !log.Warn() || session.ShowMessage(session.LoadText(Text::AskRecalculationTakesTime),
-                                                          kButtonsYesNo + kIconQuestion) == Button::Yes;
+                                                          kButtonsYesNo | kIconQuestion) == Button::Yes;
         } else if (!bForce) {
             isWanted = !log.FullyCalculated;
         }

@@ -11,13 +11,6 @@
 
 namespace kestrane {
 
-// How a recalculation treats figures that are not 0.
-constexpr int kCalcExposureTime = 0;  // only the exposure time has changed
-constexpr int kCalcFromIntervals = 1; // fill in what is missing, but only in a log with rows
-constexpr int kCalcAfterZoom = 2;     // fill in what is missing
-constexpr int kCalcUnmarked = 3;      // compute everything again, without marking the log
-constexpr int kCalcFull = 4;          // compute everything again, mark the log and rebuild its plottable table
-
 // The criterion levels and exchange rates that the program offers, dB.
 constexpr int kCriterionLevels[] = {75, 80, 85, 90};
 constexpr int kExchangeRates[] = {3, 4, 5};
@@ -26,7 +19,7 @@ constexpr int kExchangeRates[] = {3, 4, 5};
 // at once (IntervalsRecalculating); a recalculation that is in progress is dropped. The log's change event says when
 // the figures are there. ended, if given, is called when a pass over rows has ended, successfully or with
 // HasFailedRecalc.
-void RecalcValues(clsLog& log, int iCalcMode, const std::function<void()>& ended = {});
+void RecalcValues(clsLog& log, CalcMode iCalcMode, const std::function<void()>& ended = {});
 
 // Derives figures from the present levels, in a fixed order, and then raises the change event.
 void CompleteRecalcProcess(clsLog& log);
@@ -38,7 +31,7 @@ void setCriterion(clsLog& log, std::int16_t criterion, std::int16_t exchange);
 // The note on a cumulative figure that is the instrument's own although it was made with another criterion level or
 // exchange rate than the log has now, or not with its exposure time: "as reported (85 dB, 3 dB, not for 12:00:00)".
 // Empty for any other figure.
-std::string reportedNote(const clsLog& log, int channel, int parameter);
+std::string reportedNote(const clsLog& log, LogChannel channel, Parameter parameter);
 
 // Raises the change event for a change that needs no calculation.
 void AmendedDisplayValues(const clsLog& log);

@@ -52,7 +52,8 @@ std::optional<HPDComparison> compareLog(Program& program, const clsLog& log, con
             ReplaceText(program.session.LoadText(Text::NoSuchProtector), "^", arguments.protector), kIconExclamation);
         return std::nullopt;
     }
-    return compareWithProtector(log, *hp, comparisonOptions(program, arguments), arguments.correction);
+    return compareWithProtector(log, *hp, comparisonOptions(program, arguments),
+                                static_cast<CorrectionKind>(arguments.correction));
 }
 
 } // namespace kestrane

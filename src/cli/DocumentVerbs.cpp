@@ -116,7 +116,7 @@ RunVerb mergeVerb(CLI::App& verb) {
 struct RecalcOptions : LogArguments {
     std::optional<std::int16_t> criterion, exchange;
     std::optional<float> exposure;
-    int mode = kCalcFull;
+    CalcMode mode = kCalcFull;
     std::string output;
 };
 

@@ -39,7 +39,7 @@ Json lnsJson(const LnValues& values) {
 
 Json plotJson(const PlotTable& table) {
     Json all = Json::object();
-    for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+    for (const Parameter parameter : kParameters) {
         all[std::string(parameterInfo(parameter).name)] = {{"A-C", table(kChannelA, kCumulative, parameter)},
                                                            {"A-I", table(kChannelA, kInterval, parameter)},
                                                            {"B-C", table(kChannelB, kCumulative, parameter)},
@@ -108,7 +108,7 @@ Json figuresJson(const clsLog& log) {
     Json figures = {{"LnNumberA", numbers}, {"LnCumA", lnsJson(log.LnCumA)}};
     for (const ParameterInfo& info : parameters()) {
         if (info.bands != nullptr) figures[std::string(info.A.cumulativeName)] = bandsJson(log.*info.bands);
-        for (const int channel : {kChannelA, kChannelB}) {
+        for (const LogChannel channel : kChannels) {
             const ParameterSource& source = channel == kChannelA ? info.A : info.B;
             if (source.cumulative == nullptr) continue;
             Json& figure = figures[std::string(source.cumulativeName)] = valueJson(log.*source.cumulative);
@@ -133,7 +133,7 @@ Json figuresJson(const clsLog& log) {
 }
 
 // The levels of a row for one channel and parameter; a list of all bands when the parameter has bands.
-Json rowLevelsJson(const clsLog& log, std::int64_t row, int channel, int parameter) {
+Json rowLevelsJson(const clsLog& log, std::int64_t row, LogChannel channel, Parameter parameter) {
     if (!hasBands(intervalQuantity(channel, parameter)))
         return valueJson(intervalValue(log, row, channel, parameter, 0));
     Json list = Json::array();
@@ -151,7 +151,7 @@ Json rowJson(const clsLog& log, std::int64_t index) {
                  {"LminTimeA", row.LminTimeA.hh_mm_ss()}, {"LmaxTimeA", row.LmaxTimeA.hh_mm_ss()},
                  {"PeakTimeA", row.PeakTimeA.hh_mm_ss()}, {"OverloadedA", row.OverloadedA},
                  {"OverloadedB", row.OverloadedB}};
-    for (const int channel : {kChannelA, kChannelB}) {
+    for (const LogChannel channel : kChannels) {
         for (const ParameterInfo& info : parameters()) {
             const std::string_view name = sourceOf(channel, info.parameter).rowName;
             if (!name.empty()) json[std::string(name)] = rowLevelsJson(log, index, channel, info.parameter);

@@ -38,7 +38,7 @@ std::optional<Button> answerOf(const GlobalOptions& options) {
 
 } // namespace
 
-Button ConsoleBoxes::show(const std::string& prompt, int flags, const std::string& title) {
+Button ConsoleBoxes::show(const std::string& prompt, MessageFlags flags, const std::string& title) {
     text_.str({});
     const Button taken = boxes_.show(prompt, flags, title);
     const std::string line = text_.str();
@@ -100,7 +100,7 @@ int Program::forEachFile(const std::vector<std::string>& names,
     return status;
 }
 
-bool Program::recalculate(clsLog& log, int mode) {
+bool Program::recalculate(clsLog& log, CalcMode mode) {
     RecalcValues(log, mode);
     pump_.runUntil([&] { return !log.IntervalsRecalculating; });
     return !log.HasFailedRecalc;

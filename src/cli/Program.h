@@ -62,7 +62,7 @@ class ConsoleBoxes : public MessageInterface {
 public:
     ConsoleBoxes(const Console& console, std::optional<Button> answer) : console_(console), boxes_(text_, answer) {}
 
-    Button show(const std::string& prompt, int flags, const std::string& title) override;
+    Button show(const std::string& prompt, MessageFlags flags, const std::string& title) override;
 
 private:
     const Console& console_;
@@ -86,7 +86,7 @@ public:
     void closeFiles(); // closes all files once their background work has ended
 
     // Recalculates and waits for the end. Returns false when it failed; the reason has been shown.
-    bool recalculate(clsLog& log, int mode);
+    bool recalculate(clsLog& log, CalcMode mode);
 
     // Saves a document under another name. Returns false when it was not saved; the reason has been shown.
     bool saveAs(clsFile& file, const std::string& output);

@@ -127,8 +127,9 @@ int rank(Program& program, const CompareOptions& options) {
     const auto protectors = openDatabase(program.session, options.database);
     if (!protectors) return kFailed;
     Json list = Json::array();
-    for (const RankedProtector& ranked : rankProtectors(*chosen->log, protectors->Protectors,
-                                                        comparisonOptions(program, options), options.correction)) {
+    for (const RankedProtector& ranked :
+         rankProtectors(*chosen->log, protectors->Protectors, comparisonOptions(program, options),
+                        static_cast<CorrectionKind>(options.correction))) {
         list.push_back({{"Name", ranked.Protector->Name},
                         {"Type", ranked.Protector->GetTipeStr()},
                         {"Method", ranked.Method},

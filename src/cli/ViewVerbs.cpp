@@ -127,7 +127,7 @@ std::string hintOfChoice(const clsLog& log, const ChoiceOptions& options) {
 }
 
 DisplayChoice choiceOf(const clsLog& log, const ChoiceOptions& options) {
-    if (!options.band.empty()) return {options.band, 0};
+    if (!options.band.empty()) return {options.band, kNoParameter};
     for (const DisplayEntry& entry : displayByList(log, kByParam))
         if (entry.Text == options.parameter) return entry.Choice;
     return {};
@@ -191,7 +191,7 @@ RunVerb noiseRatingVerb(CLI::App& verb) {
 }
 
 struct ChartOptions : ChoiceOptions, CompareArguments {
-    int tab = eTabFullLog;
+    int tab = eTabFullLog; // LogTab
     std::int64_t interval = 1;
     std::string display = "dB";
     bool is3D = false;
@@ -224,15 +224,15 @@ std::string checkPictureName(const std::string& path) {
 
 std::vector<int> chartTabs() {
     std::vector<int> tabs;
-    for (int tab = 0; tab < kLogTabs; ++tab)
+    for (const LogTab tab : kAllLogTabs)
         if (tabRow(tab).Chart != nullptr) tabs.push_back(tab);
     return tabs;
 }
 
 // Returns false when the user does not want to wait for a long chart in 3D.
-bool isWanted(Session& session, const clsLog& log, const ChartOptions& options, const ChartData& chart) {
-    if (!tabRow(options.tab).IsOverTime || !isAskedBefore3D(log, chart.Style)) return true;
-    return session.ShowMessage(session.LoadText(Text::Ask3DTakesTime), kButtonsYesNo + kIconQuestion) == Button::Yes;
+bool isWanted(Session& session, const clsLog& log, LogTab tab, const ChartData& chart) {
+    if (!tabRow(tab).IsOverTime || !isAskedBefore3D(log, chart.Style)) return true;
+    return session.ShowMessage(session.LoadText(Text::Ask3DTakesTime), kButtonsYesNo | kIconQuestion) == Button::Yes;
 }
 
 int draw(Program& program, const ChartData& data, const ChartOptions& options) {
@@ -252,7 +252,8 @@ int chart(Program& program, const ChartOptions& options) {
     Session& session = program.session;
     const clsLog& log = *chosen->log;
     if (const std::string hint = hintOfChoice(log, options); !hint.empty()) throw WrongWords(hint);
-    const LogPanels& panels = tabRow(options.tab).Panels;
+    const auto tab = static_cast<LogTab>(options.tab);
+    const LogPanels& panels = tabRow(tab).Panels;
     const std::int64_t rows = log.LogIntervals.Count();
     if (panels.IntervalList && rows > 0 && !isRangeOf({options.interval, options.interval}, rows)) {
         session.ShowMessage(session.LoadText(Text::RangeInvalid), kIconExclamation);
@@ -264,12 +265,11 @@ int chart(Program& program, const ChartOptions& options) {
         compared = compareLog(program, log, options);
         if (!compared) return kFailed;
     }
-    const int axis = options.display == "%" ? kByPercent : kByDecibels;
-    auto data =
-        chartOfTab(log, options.tab, {choiceOf(log, options), axis, options.interval, compared ? &*compared : nullptr});
+    const DisplayMode axis = options.display == "%" ? kByPercent : kByDecibels;
+    auto data = chartOfTab(log, tab, {choiceOf(log, options), axis, options.interval, compared ? &*compared : nullptr});
     if (!data) return nothingToShow(session);
     if (options.is3D) data->Style = eChartAs3D;
-    if (!isWanted(session, log, options, *data)) return kFailed;
+    if (!isWanted(session, log, tab, *data)) return kFailed;
     return draw(program, *data, options);
 }
 

@@ -53,7 +53,7 @@ QLabel* captionLabel(const std::string& text) {
     return label;
 }
 
-QLabel* valueLabel(const Session& session, const PanelRow& row, int channel) {
+QLabel* valueLabel(const Session& session, const PanelRow& row, LogChannel channel) {
     const PanelLabel& label = channel == kChannelB ? row.B : row.A;
     const bool isFigure = isOfFigures(row.Section);
     auto* const value = new QLabel(shown(valueText(label, row.Unit)));

@@ -66,11 +66,11 @@ void tabLog::makeTabs() {
     tabs_->setFocusPolicy(Qt::StrongFocus);
     tabs_->setUsesScrollButtons(true);
     tabs_->setDrawBase(false);
-    for (int tab = 0; tab < kLogTabs; ++tab)
+    for (const LogTab tab : kAllLogTabs)
         tabs_->addTab(loadText(session_, tabRow(tab).Caption));
     connect(tabs_, &QTabBar::currentChanged, this, [this](int tab) {
         const clsLog* log = state_.LogInView(session_);
-        if (isSetting_ || log == nullptr || !state_.View.chooseTab(tab, *log)) return;
+        if (isSetting_ || log == nullptr || !state_.View.chooseTab(static_cast<LogTab>(tab), *log)) return;
         tabClick();
     });
 }
@@ -171,7 +171,7 @@ void tabLog::ShowControls() {
     tabs_->setVisible(log != nullptr);
     if (log == nullptr) return showNoLog();
     const TabFlags enabled = enabledTabs(*log);
-    for (int tab = 0; tab < kLogTabs; ++tab)
+    for (const LogTab tab : kAllLogTabs)
         tabs_->setTabEnabled(tab, enabled[static_cast<std::size_t>(tab)]);
     tabs_->setCurrentIndex(state_.View.Tab);
     for (LogPage* page : pages_)

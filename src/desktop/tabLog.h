@@ -96,7 +96,7 @@ private:
     QStackedWidget* stack_;
     QLabel* placeholder_;
     StartPage* start_;
-    std::array<LogPage*, kLogTabs> pages_{}; // indexed by LogTab
+    std::array<LogPage*, kAllLogTabs.size()> pages_{}; // indexed by LogTab
     std::vector<GraphPage*> graphs_;         // the pages that are charts
     GraphPage* timeGraph_;
     ComparisonPage* comparison_;

@@ -95,13 +95,12 @@ void OptionsLogsPage::FocusExposureTime() {
 QGroupBox* OptionsLogsPage::parameters() {
     auto* const group = new QGroupBox(loadText(settings_.session(), Text::ParametersToShow));
     auto* const grid = new QGridLayout;
-    for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+    for (const Parameter parameter : kParameters) {
         const int index = parameter - 1;
         auto* const box = new QCheckBox;
         box->setObjectName("chkPlot" + QString::number(parameter));
         connect(box, &QCheckBox::clicked, this, [this, parameter](bool isChecked) {
-            settings_.Edited.objLogOptions.IsPlotted.set(optChannel_->checkedId(), optCumInt_->checkedId(), parameter,
-                                                         isChecked);
+            settings_.Edited.objLogOptions.IsPlotted.set(channel(), kind(), parameter, isChecked);
         });
         chkPlot_[static_cast<std::size_t>(index)] = box;
         grid->addWidget(box, index % kParameterRows, index / kParameterRows);
@@ -141,17 +140,23 @@ QWidget* OptionsLogsPage::choices() {
     return row;
 }
 
+LogChannel OptionsLogsPage::channel() const {
+    return static_cast<LogChannel>(optChannel_->checkedId());
+}
+
+FigureKind OptionsLogsPage::kind() const {
+    return static_cast<FigureKind>(optCumInt_->checkedId());
+}
+
 void OptionsLogsPage::showParameters() {
-    const int channel = optChannel_->checkedId();
-    const int kind = optCumInt_->checkedId();
-    for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+    for (const Parameter parameter : kParameters) {
         QCheckBox* const box = chkPlot_[static_cast<std::size_t>(parameter) - 1];
         const QString caption = shown(settings_.Caption(parameter));
-        const bool isOffered = settings_.IsOffered(channel, kind, parameter);
+        const bool isOffered = settings_.IsOffered(channel(), kind(), parameter);
         box->setText(QString(caption).replace('&', "&&"));
         box->setAccessibleName(caption);
         box->setEnabled(isOffered);
-        box->setChecked(isOffered && settings_.Edited.objLogOptions.IsPlotted(channel, kind, parameter));
+        box->setChecked(isOffered && settings_.Edited.objLogOptions.IsPlotted(channel(), kind(), parameter));
     }
 }
 

@@ -29,6 +29,8 @@ private:
     QGroupBox* charts();
     QGroupBox* fonts();
     QLineEdit* exposureTime();
+    LogChannel channel() const;
+    FigureKind kind() const;
     void showParameters();
     void chooseFont(clsFont& font, QLabel& sample);
 

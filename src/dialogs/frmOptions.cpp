@@ -99,7 +99,7 @@ std::optional<SettingsChanges> frmOptions::ShowFromTreeViewRightClick(Session& s
     return frmOptions(SettingsDialog(session, options), parent).showAt(at);
 }
 
-std::optional<SettingsChanges> frmOptions::ShowFromLogTabCtrlRightClick(Session& session, clsLog& log, int kind,
+std::optional<SettingsChanges> frmOptions::ShowFromLogTabCtrlRightClick(Session& session, clsLog& log, FigureKind kind,
                                                                         QPoint at, QWidget* parent) {
     return frmOptions(SettingsDialog(session, log, kind), parent).showAt(at);
 }

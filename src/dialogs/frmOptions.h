@@ -22,7 +22,7 @@ public:
     static std::optional<SettingsChanges> ShowFromToolsMenu(Session& session, QWidget* parent);
     static std::optional<SettingsChanges> ShowFromTreeViewRightClick(Session& session, clsOptions& options, QPoint at,
                                                                      QWidget* parent);
-    static std::optional<SettingsChanges> ShowFromLogTabCtrlRightClick(Session& session, clsLog& log, int kind,
+    static std::optional<SettingsChanges> ShowFromLogTabCtrlRightClick(Session& session, clsLog& log, FigureKind kind,
                                                                        QPoint at, QWidget* parent);
 
     void accept() override;

@@ -51,7 +51,7 @@ std::string cleaned(std::string_view text) {
 
 // Takes the only log of a kind out of a file's collection; null when no kind has exactly one log.
 std::unique_ptr<clsLog> takeOnlyLog(clsInsData& source) {
-    for (const int mode : kLogModes) {
+    for (const LogMode mode : kLogModes) {
         LogCollection& logs = source.logsOf(mode);
         if (logs.size() == 1) return std::move(logs.front());
     }

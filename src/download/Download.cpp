@@ -139,7 +139,7 @@ bool DownloadData(const DownloadServices& services, clsInsData& data) {
         finishLogs(services.session, data);
         return true;
     }
-    for (const int mode : kLogModes)
+    for (const LogMode mode : kLogModes)
         data.logsOf(mode).clear();
     return false;
 }

@@ -5,7 +5,7 @@
 
 namespace kestrane {
 
-std::unique_ptr<clsLog> newLog(const clsInsData& data, int mode) {
+std::unique_ptr<clsLog> newLog(const clsInsData& data, LogMode mode) {
     auto log = std::make_unique<clsLog>(data.session());
     log->Mode(mode);
     log->InsName = data.InsName();

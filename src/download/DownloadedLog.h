@@ -10,7 +10,7 @@
 namespace kestrane {
 
 // An empty log with the name and the firmware version of the instrument.
-std::unique_ptr<clsLog> newLog(const clsInsData& data, int mode);
+std::unique_ptr<clsLog> newLog(const clsInsData& data, LogMode mode);
 
 // Gives the log count rows, all 0, that begin at its start and follow each other by Interval seconds. Raises 6 when
 // they run past the end of the calendar.

@@ -179,7 +179,7 @@ bool Transport::receiveUntilSilence(std::string& reply) {
 }
 
 bool Transport::askRetry() {
-    return session().ShowMessage(session().LoadText(Text::AskTryAgain), kButtonsRetryCancel + kIconExclamation,
+    return session().ShowMessage(session().LoadText(Text::AskTryAgain), kButtonsRetryCancel | kIconExclamation,
                                  session().LoadText(Text::ErrorDownloading)) == Button::Retry;
 }
 

@@ -94,13 +94,13 @@ Stored store(clsLog& displayed, clsLog& inView, const Changes& changes) {
         return Stored::Displayed;
     }
     if (&displayed == &inView) {
-        if (session.ShowMessage(session.LoadText(Text::AskProceed), kButtonsYesNo + kIconQuestion) != Button::Yes)
+        if (session.ShowMessage(session.LoadText(Text::AskProceed), kButtonsYesNo | kIconQuestion) != Button::Yes)
             return Stored::Nowhere;
         storeAndRecalculate(displayed, changes);
         return Stored::Displayed;
     }
     const Button answer = session.ShowMessage(session.LoadText(Text::AskRecalculateOpenedLog),
-                                              kButtonsYesNoCancel + kIconQuestion + kDefaultSecond);
+                                              kButtonsYesNoCancel | kIconQuestion | kDefaultSecond);
     if (answer == Button::Cancel) return Stored::Nowhere;
     storeAndRecalculate(inView, changes);
     if (answer != Button::Yes) return Stored::InView;
@@ -146,7 +146,7 @@ bool FullRecalc(clsLog& displayed, clsLog& inView) {
     Session& session = displayed.session();
     const bool isLong = displayed.Warn() || isLongZoom(inView);
     if (isLong && session.ShowMessage(session.LoadText(Text::AskRecalculationTakesTime),
-                                      kButtonsYesNo + kIconQuestion) != Button::Yes) {
+                                      kButtonsYesNo | kIconQuestion) != Button::Yes) {
         return false;
     }
     return editLog(displayed, Text::StepRecalculation, [&] {

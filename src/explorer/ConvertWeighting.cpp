@@ -14,7 +14,7 @@ bool ConvertFrequencyWeighting(clsLog& displayed, clsLog& inView, const AskChoic
         Button answer = Button::No;
         if (displayed.LogIntervals.Count() > 0)
             answer =
-                session.ShowMessage(session.LoadText(Text::AskConvertIntervals), kButtonsYesNoCancel + kIconQuestion);
+                session.ShowMessage(session.LoadText(Text::AskConvertIntervals), kButtonsYesNoCancel | kIconQuestion);
         if (answer == Button::Cancel) return false;
         AdjustFreqWeight(displayed, *weight, answer == Button::Yes);
         if (&displayed != &inView) AdjustFreqWeight(inView, *weight, answer == Button::Yes);

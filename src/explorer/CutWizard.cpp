@@ -101,7 +101,7 @@ void CutWizard::Clear() {
 bool CutWizard::Finish() {
     if (const Text::Id text = fault(); text != Text::None) {
         const std::string question = session_.LoadText(text) + "\r\n\r\n" + session_.LoadText(Text::FinishAnyway);
-        if (session_.ShowMessage(question, kButtonsOkCancel + kIconQuestion, session_.LoadText(Text::FinishAnyway)) !=
+        if (session_.ShowMessage(question, kButtonsOkCancel | kIconQuestion, session_.LoadText(Text::FinishAnyway)) !=
             Button::Ok)
             return false;
         if (step_ <= ranges_.size()) drop(step_);

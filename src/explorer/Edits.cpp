@@ -151,7 +151,7 @@ void ArrangementStep::keep(std::unique_ptr<clsLog> log) {
 }
 
 void ArrangementStep::keep(std::unique_ptr<clsInsData> data) {
-    for (const int mode : kLogModes) {
+    for (const LogMode mode : kLogModes) {
         for (auto& log : data->logsOf(mode))
             keep(std::move(log));
         data->logsOf(mode).clear();
@@ -171,7 +171,7 @@ void ArrangementStep::exchange() {
     file_.InstrumentDatas.clear();
     for (const Place& place : kept_) {
         std::unique_ptr<clsInsData> data = std::move(datas_.extract(place.data).mapped());
-        for (const int mode : kLogModes)
+        for (const LogMode mode : kLogModes)
             for (clsLog* const log : place.logs[static_cast<std::size_t>(mode)])
                 data->logsOf(mode).push_back(std::move(logs_.extract(log).mapped()));
         file_.InstrumentDatas.push_back(std::move(data));

@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view kKinds = "FIXLYOZT";
 
 struct GroupFlag {
-    int mode;
+    LogMode mode;
     bool clsInsData::*expanded;
 };
 

@@ -31,7 +31,7 @@ std::size_t passOf(const clsFile& file) {
 }
 
 struct Group {
-    int mode;
+    LogMode mode;
     Text::Id text;
     bool clsInsData::*expanded;
 };

@@ -17,8 +17,8 @@ struct PlacedLog {
 };
 
 // The mode of the group that a key stands for; nothing for another kind of key.
-std::optional<int> groupMode(std::string_view key) {
-    for (const int mode : kLogModes)
+std::optional<LogMode> groupMode(std::string_view key) {
+    for (const LogMode mode : kLogModes)
         if (key.starts_with(groupKind(mode))) return mode;
     return std::nullopt;
 }
@@ -27,11 +27,11 @@ std::optional<int> groupMode(std::string_view key) {
 bool isThere(const Node& node, std::string_view key) {
     if (isLogKind(key)) return node.log != nullptr;
     if (key.starts_with(tFILE)) return node.file != nullptr;
-    const std::optional<int> mode = groupMode(key);
+    const std::optional<LogMode> mode = groupMode(key);
     return node.data != nullptr && (!mode || !node.data->logsOf(*mode).empty());
 }
 
-void addLogs(std::vector<PlacedLog>& logs, clsInsData& data, std::optional<int> ofMode) {
+void addLogs(std::vector<PlacedLog>& logs, clsInsData& data, std::optional<LogMode> ofMode) {
     forEachLog(data, [&](clsLog& log) {
         if (!ofMode || *ofMode == log.Mode()) logs.push_back({&data, &log});
     });
@@ -273,7 +273,7 @@ bool DeleteNode(Session& session, ExplorerState& state) {
     const auto* const deletion = std::find_if(std::begin(kDeletions), std::end(kDeletions),
                                               [&](const Deletion& row) { return key.starts_with(row.kind); });
     if (deletion == std::end(kDeletions) || !isThere(resolve(session, key), key)) return false;
-    const auto answer = session.ShowMessage(session.LoadText(deletion->question), kButtonsOkCancel + kIconQuestion);
+    const auto answer = session.ShowMessage(session.LoadText(deletion->question), kButtonsOkCancel | kIconQuestion);
     const Node node = resolve(session, key); // resolved again, because the pump ran while the user was asked
     if (answer != Button::Ok || !isThere(node, key)) return false;
     const std::vector<PlacedLog> logs = logsOf(node, key);

@@ -56,11 +56,11 @@ std::int32_t next(std::int32_t& highest) {
 
 } // namespace
 
-char groupKind(int mode) {
+char groupKind(LogMode mode) {
     return kGroupKinds[static_cast<std::size_t>(mode)];
 }
 
-char logKind(int mode) {
+char logKind(LogMode mode) {
     return kLogKinds[static_cast<std::size_t>(mode)];
 }
 
@@ -80,7 +80,7 @@ std::string dataKey(const clsInsData& data, const clsFile& file) {
     return tINST + std::to_string(data.InsDataId) + fileKey(file);
 }
 
-std::string groupKey(int mode, const clsInsData& data, const clsFile& file) {
+std::string groupKey(LogMode mode, const clsInsData& data, const clsFile& file) {
     return groupKind(mode) + std::to_string(data.InsDataId) + fileKey(file);
 }
 
@@ -109,7 +109,7 @@ Node resolve(const Session& session, std::string_view key) {
     if (node.data == nullptr || !isLogKind(head)) return node;
     const int id = identity(head.substr(1, i - 1));
     const auto mode = std::find(kLogKinds.begin(), kLogKinds.end(), head.front()) - kLogKinds.begin();
-    const LogCollection& logs = node.data->logsOf(static_cast<int>(mode));
+    const LogCollection& logs = node.data->logsOf(static_cast<LogMode>(mode));
     const auto log = std::find_if(logs.begin(), logs.end(), [&](const auto& item) { return item->LogId == id; });
     if (log != logs.end()) node.log = log->get();
     return node;
@@ -123,7 +123,7 @@ void AssignIdentities(Session& session, bool bLastFileOnly, int intFileId) {
         if (file->FileId == 0) file->FileId = highest.file = checkedInteger(highest.file + 1);
         for (const auto& data : file->InstrumentDatas) {
             if (data->InsDataId == 0) data->InsDataId = next(highest.data);
-            for (const int mode : kLogModes) {
+            for (const LogMode mode : kLogModes) {
                 std::set<std::int32_t> taken;
                 for (const auto& log : data->logsOf(mode)) {
                     if (log->LogId != 0 && taken.insert(log->LogId).second) continue;

@@ -20,14 +20,14 @@ constexpr char tOCTN = 'O'; // a full-octave log
 constexpr char tTOCL = 'Z'; // the group of third-octave logs
 constexpr char tTOCN = 'T'; // a third-octave log
 
-char groupKind(int mode);
-char logKind(int mode);
+char groupKind(LogMode mode);
+char logKind(LogMode mode);
 bool isLogKind(std::string_view key);      // false for an empty key
 bool isEditableKind(std::string_view key); // whether its node can be renamed; false for a group and an empty key
 
 std::string fileKey(const clsFile& file);
 std::string dataKey(const clsInsData& data, const clsFile& file);
-std::string groupKey(int mode, const clsInsData& data, const clsFile& file);
+std::string groupKey(LogMode mode, const clsInsData& data, const clsFile& file);
 std::string logKey(const clsLog& log, const clsInsData& data, const clsFile& file);
 
 std::vector<std::string> logKeys(const clsFile& file); // in the order of the tree

@@ -141,7 +141,7 @@ void ExportTable::addRows(const std::string& file, const std::string& key, const
                 [rows, levels](std::size_t row) { return numberOrNone(levels[row].CalcValue); });
         }
     };
-    for (const int channel : {kChannelA, kChannelB}) {
+    for (const LogChannel channel : kChannels) {
         for (const ParameterInfo& info : parameters()) {
             const ParameterSource& source = sourceOf(channel, info.parameter);
             if (!source.rowName.empty()) addLevels(std::string(source.rowName), source.rows, info.unit);
@@ -183,7 +183,7 @@ void ExportTable::addSummary(const std::string& file, const std::string& key, co
         for (int band = 0; band <= values.last(); ++band)
             put(part, member + bandPart(log, band) + "_dB", numberOrNone(values(band).CalcValue()));
     };
-    for (const int channel : {kChannelA, kChannelB}) {
+    for (const LogChannel channel : kChannels) {
         for (const ParameterInfo& info : parameters()) {
             const ParameterSource& source = sourceOf(channel, info.parameter);
             const std::string name(source.cumulativeName);

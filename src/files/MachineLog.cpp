@@ -27,12 +27,12 @@ const Locale kPoint; // figures have a decimal point whatever the user's locale
 
 struct ModeWord {
     std::string_view word;
-    int mode;
+    LogMode mode;
 };
 
 constexpr ModeWord kModeWords[] = {{"SLM", modeBroadband}, {"FULL", modeFullOctave}, {"THIRD", modeThirdOctave}};
 
-std::optional<int> modeOf(std::string_view word) {
+std::optional<LogMode> modeOf(std::string_view word) {
     for (const ModeWord& m : kModeWords) {
         if (m.word == word) return m.mode;
     }

@@ -398,7 +398,8 @@ static_assert(std::size(kPlotWords) == std::size(kDisplayOrder));
 // The parameter, channel and kind that such a name stands for.
 struct PlotName {
     Parameter parameter;
-    int channel, kind;
+    LogChannel channel;
+    FigureKind kind;
 };
 
 std::optional<PlotName> plotNameOf(std::string_view name) {
@@ -411,7 +412,8 @@ std::optional<PlotName> plotNameOf(std::string_view name) {
     const std::string_view word = name.substr(kStart.size(), name.size() - kStart.size() - kEnd);
     const auto* const found = std::find(std::begin(kPlotWords), std::end(kPlotWords), word);
     if (found == std::end(kPlotWords)) return std::nullopt;
-    return PlotName{kDisplayOrder[found - std::begin(kPlotWords)], end[1] - '0', end[3] - '0'};
+    return PlotName{kDisplayOrder[found - std::begin(kPlotWords)], static_cast<LogChannel>(end[1] - '0'),
+                    static_cast<FigureKind>(end[3] - '0')};
 }
 
 void takeDisplay(clsLog& log, std::string_view block, Values& values) {
@@ -426,8 +428,8 @@ void takeDisplay(clsLog& log, std::string_view block, Values& values) {
         told.set(name->channel, name->kind, name->parameter, true);
         plotted.set(name->channel, name->kind, name->parameter, isPlotted);
     }
-    for (const int channel : {kChannelA, kChannelB}) {
-        for (const int kind : {kCumulative, kInterval}) {
+    for (const LogChannel channel : kChannels) {
+        for (const FigureKind kind : kFigureKinds) {
             for (const Parameter parameter : kDisplayOrder)
                 setPlotted(log, channel, kind, parameter, plotted(channel, kind, parameter));
         }
@@ -440,7 +442,7 @@ public:
 
     void read() {
         if (const std::string_view mode = trimmed(valueOf(block_, "MODE")); !mode.empty()) {
-            naming([&] { log_.Mode(toInteger(mode, kPoint)); }, [&] { return placeOf("MODE", mode); });
+            naming([&] { log_.Mode(toLogMode(toInteger(mode, kPoint))); }, [&] { return placeOf("MODE", mode); });
         }
         if (const std::string_view isOn = trimmed(valueOf(block_, "ISCHANNELBON")); !isOn.empty()) {
             naming([&] { values_.set(log_.IsChannelBOn, isOn); }, [&] { return placeOf("ISCHANNELBON", isOn); });

@@ -20,7 +20,7 @@ struct FigureElement {
 };
 
 template <std::size_t N>
-constexpr std::array<FigureElement, N> figureElements(int channel, const Parameter (&order)[N]) {
+constexpr std::array<FigureElement, N> figureElements(LogChannel channel, const Parameter (&order)[N]) {
     std::array<FigureElement, N> elements{};
     for (std::size_t i = 0; i < N; ++i) {
         const ParameterSource& source = sourceOf(channel, order[i]);
@@ -70,7 +70,7 @@ struct RowElement {
 };
 
 template <std::size_t N>
-constexpr std::array<RowElement, N> rowElements(int channel, const Parameter (&order)[N]) {
+constexpr std::array<RowElement, N> rowElements(LogChannel channel, const Parameter (&order)[N]) {
     std::array<RowElement, N> elements{};
     for (std::size_t i = 0; i < N; ++i)
         elements[i] = {sourceOf(channel, order[i]).rowElement, sourceOf(channel, order[i]).rows};
@@ -89,7 +89,7 @@ inline constexpr std::array kLnNames = [] {
 }();
 
 // The name of a band's element: "f" for band 0, else "f" and the label in upper case, such as "f1.25K".
-std::string_view bandElement(int mode, int band);
+std::string_view bandElement(LogMode mode, int band);
 
 // The order of the plotted flags in "disp". It differs from the order of the parameters.
 inline constexpr Parameter kDisplayOrder[] = {
@@ -97,7 +97,7 @@ inline constexpr Parameter kDisplayOrder[] = {
     eLn(1), eLn(2), eLn(3), eLn(4), eLn(5),  eLn(6),  eLn(7),  eLn(8),    eLn(9), eLn(10), eLAvg,   eTWA};
 
 // Stores what a file says about showing a parameter. An Ln that is not in use is neither plottable nor plotted.
-inline void setPlotted(clsLog& log, int channel, int kind, Parameter parameter, bool isPlotted) {
+inline void setPlotted(clsLog& log, LogChannel channel, FigureKind kind, Parameter parameter, bool isPlotted) {
     if (const int ln = lnOf(parameter); ln != 0) {
         const bool isInUse = log.LnNumberA(ln) != 0;
         log.objLogOptions.Plottable.set(channel, kind, parameter, isInUse);

@@ -38,7 +38,7 @@ void nextRow(XmlCursor& cursor) {
 class RowReader {
 public:
     // size is the number of bytes of the range's text.
-    RowReader(const XmlDocument& document, const Locale& locale, std::size_t size, int mode, bool isChannelBOn,
+    RowReader(const XmlDocument& document, const Locale& locale, std::size_t size, LogMode mode, bool isChannelBOn,
               IntervalColumns& rows) :
         document_(document),
         text_(document.text()),
@@ -235,7 +235,7 @@ private:
 
 } // namespace
 
-XmlIntervals::XmlIntervals(std::shared_ptr<XmlDocument> document, const IntervalsBlock& block, int mode,
+XmlIntervals::XmlIntervals(std::shared_ptr<XmlDocument> document, const IntervalsBlock& block, LogMode mode,
                            const Locale& locale) :
     document_(std::move(document)), block_(block), locale_(locale), ranges_(loadRanges(mode, block.rows)) {
     for (const RowRange& range : ranges_)
@@ -256,7 +256,7 @@ std::size_t XmlIntervals::beginOf(std::int64_t row) const {
     }
 }
 
-IntervalColumns XmlIntervals::load(int mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const {
+IntervalColumns XmlIntervals::load(LogMode mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const {
     const auto range =
         std::find_if(ranges_.begin(), ranges_.end(), [&](const RowRange& r) { return r.From == from && r.To == to; });
     if (range == ranges_.end()) raiseIndexOutOfRange();
@@ -276,7 +276,7 @@ IntervalColumns XmlIntervals::load(int mode, bool isChannelBOn, std::int64_t fro
     return rows;
 }
 
-std::vector<RowRange> loadRanges(int mode, std::int64_t rows) {
+std::vector<RowRange> loadRanges(LogMode mode, std::int64_t rows) {
     constexpr std::int64_t kLeast[] = {100, 55, 30};
     constexpr std::size_t kMost = 7;
     const std::int64_t size = std::max<std::int64_t>(kLeast[mode], roundToLong(static_cast<double>(rows) / 7));

@@ -14,7 +14,8 @@ namespace kestrane {
 
 class XmlIntervals : public IntervalSource {
 public:
-    XmlIntervals(std::shared_ptr<XmlDocument> document, const IntervalsBlock& block, int mode, const Locale& locale);
+    XmlIntervals(std::shared_ptr<XmlDocument> document, const IntervalsBlock& block, LogMode mode,
+                 const Locale& locale);
 
     std::int64_t Count() const override { return block_.rows; }
 
@@ -24,7 +25,7 @@ public:
     // element occurs twice in a row, the first one counts. Figures of channel B are read only when isChannelBOn. Raises
     // 6 for a number that does not fit its type, 7 for rows that take far more memory than their text. The memory of
     // the range's text is given back to the system, so each range can be loaded only once.
-    IntervalColumns load(int mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const override;
+    IntervalColumns load(LogMode mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const override;
 
 private:
     std::size_t beginOf(std::int64_t row) const;
@@ -39,6 +40,6 @@ private:
 
 // Divides rows into ranges for loading: at most seven, each of at least 100, 55 or 30 rows (broadband, full octave,
 // third octave), except that the last one may be shorter. No range for no rows.
-std::vector<RowRange> loadRanges(int mode, std::int64_t rows);
+std::vector<RowRange> loadRanges(LogMode mode, std::int64_t rows);
 
 } // namespace kestrane

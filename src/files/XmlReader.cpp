@@ -117,7 +117,7 @@ private:
         const NodeTexts t = texts(node, {kLogTexts.begin(), kLogTexts.end()});
         log_.Name = unescapeText(document_->attribute(node, "name"));
         const std::int16_t mode = t.integer("md");
-        t.naming("md", [&] { log_.Mode(mode); });
+        t.naming("md", [&] { log_.Mode(toLogMode(mode)); });
         if (log_.Mode() == modeBroadband) log_.LocationType(locationCode(t.text("lcn")));
         log_.FullyCalculated = t.flag("calc");
         if (t.has("sl")) log_.objLogOptions.ExposureTime = t.level("sl");
@@ -261,21 +261,21 @@ private:
     void display(const XmlElement& disp) {
         std::vector<std::string> names;
         std::vector<std::string_view> views;
-        for (const int a : {1, 2}) {
-            for (const int b : {1, 2}) {
+        for (const LogChannel channel : kChannels) {
+            for (const FigureKind kind : kFigureKinds) {
                 for (const Parameter p : kDisplayOrder) {
-                    names.push_back(std::string(parameterInfo(p).displayElement) + "-" + std::to_string(a) + "-" +
-                                    std::to_string(b));
+                    names.push_back(std::string(parameterInfo(p).displayElement) + "-" + std::to_string(channel) + "-" +
+                                    std::to_string(kind));
                 }
             }
         }
         views.assign(names.begin(), names.end());
         const NodeTexts t = texts(disp, views);
         auto name = names.begin();
-        for (const int a : {1, 2}) {
-            for (const int b : {1, 2}) {
+        for (const LogChannel channel : kChannels) {
+            for (const FigureKind kind : kFigureKinds) {
                 for (const Parameter p : kDisplayOrder)
-                    setPlotted(log_, a, b, p, t.flag(*name++));
+                    setPlotted(log_, channel, kind, p, t.flag(*name++));
             }
         }
     }

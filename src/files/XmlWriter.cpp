@@ -103,7 +103,7 @@ void writeBands(clsStringBuffer& out, std::string_view open, std::string_view cl
     if (isOpen) out.append(close);
 }
 
-std::vector<Tag> bandTags(int mode) {
+std::vector<Tag> bandTags(LogMode mode) {
     std::vector<Tag> tags;
     for (int band = 0; band <= lastBand(mode); ++band)
         tags.emplace_back(bandElement(mode, band));
@@ -363,10 +363,10 @@ private:
 
 } // namespace
 
-std::string_view bandElement(int mode, int band) {
+std::string_view bandElement(LogMode mode, int band) {
     static const auto kNames = [] {
         std::array<std::vector<std::string>, 3> names;
-        for (const int m : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+        for (const LogMode m : kLogModes) {
             for (int b = 0; b <= lastBand(m); ++b) {
                 std::string name(eStr(m, b));
                 for (char& c : name)
@@ -424,11 +424,11 @@ void SetTagData(const clsDoseLogSample& sample, clsStringBuffer& out) {
 void SetTagData(const clsLogOptions& options, clsStringBuffer& out) {
     Elements put(out, kPlainLocale);
     put.open("disp");
-    for (const int a : {1, 2}) {
-        for (const int b : {1, 2}) {
-            const std::string suffix = "-" + std::to_string(a) + "-" + std::to_string(b);
+    for (const LogChannel channel : kChannels) {
+        for (const FigureKind kind : kFigureKinds) {
+            const std::string suffix = "-" + std::to_string(channel) + "-" + std::to_string(kind);
             for (const Parameter p : kDisplayOrder) {
-                put.flag(std::string(parameterInfo(p).displayElement) + suffix, options.IsPlotted(a, b, p));
+                put.flag(std::string(parameterInfo(p).displayElement) + suffix, options.IsPlotted(channel, kind, p));
             }
         }
     }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/IntervalColumns.h"
+#include "model/clsLogShared.h"
 
 #include <cstdint>
 
@@ -21,7 +22,7 @@ public:
     virtual std::int64_t Count() const = 0;
 
     // Rows from to to, both included and counted from 1, as columns. Raises what the conversion of a row's text raises.
-    virtual IntervalColumns load(int mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const = 0;
+    virtual IntervalColumns load(LogMode mode, bool isChannelBOn, std::int64_t from, std::int64_t to) const = 0;
 };
 
 } // namespace kestrane

@@ -13,7 +13,7 @@ namespace kestrane {
 
 class BandValues {
 public:
-    void setMode(int mode) { // any values held are lost
+    void setMode(LogMode mode) { // any values held are lost
         mode_ = mode;
         last_ = lastBand(mode);
         values_.clear();
@@ -52,14 +52,14 @@ private:
         return static_cast<std::size_t>(band);
     }
 
-    int mode_ = modeBroadband;
+    LogMode mode_ = modeBroadband;
     int last_ = 0;
     std::vector<clsValue> values_; // empty until non-const access asks for one of them
 };
 
 class LnValues {
 public:
-    void setMode(int mode) {
+    void setMode(LogMode mode) {
         mode_ = mode;
         lns_.clear();
     }
@@ -106,14 +106,14 @@ private:
     const BandValues& absent() const {
         static const std::array<BandValues, 3> kAbsent = [] {
             std::array<BandValues, 3> values;
-            for (const int mode : kLogModes)
+            for (const LogMode mode : kLogModes)
                 values[static_cast<std::size_t>(mode)].setMode(mode);
             return values;
         }();
         return kAbsent[static_cast<std::size_t>(mode_)];
     }
 
-    int mode_ = modeBroadband;
+    LogMode mode_ = modeBroadband;
     std::vector<BandValues> lns_; // empty until non-const access asks for one of them
 };
 

@@ -16,12 +16,12 @@ clsValue flagValue(bool flag) {
 }
 
 // True when the instrument does not record this figure, whatever number the log holds for it.
-bool isNotRecorded(const clsLog& log, int parameter) {
+bool isNotRecorded(const clsLog& log, Parameter parameter) {
     if (!log.has(Trait::NoLmin)) return false;
     return parameter == eLmin || (parameter == eLmax && log.TestLocationType() == NoiseAtWorkLocation);
 }
 
-bool hasCumulative(const clsLog& log, int channel, int parameter) {
+bool hasCumulative(const clsLog& log, LogChannel channel, Parameter parameter) {
     if (isNotRecorded(log, parameter)) return false;
     if (const int ln = lnOf(parameter); ln != 0) return IsLnCumulativeValid(log, channel, ln);
     const int last = isBanded(parameter) ? lastBand(log.Mode()) : 0;
@@ -31,7 +31,7 @@ bool hasCumulative(const clsLog& log, int channel, int parameter) {
     return false;
 }
 
-bool hasIntervalValues(const clsLog& log, int channel, int parameter) {
+bool hasIntervalValues(const clsLog& log, LogChannel channel, Parameter parameter) {
     if (isNotRecorded(log, parameter)) return false;
     const IntervalColumns& rows = log.LogIntervals.Columns();
     if (parameter == eOverload) {
@@ -59,7 +59,7 @@ constexpr WeightedCaption kWeighted[] = {{&clsLog::LeqTextA, &clsLog::LeqTextB},
                                          {&clsLog::LmaxTextA, &clsLog::LmaxTextB},
                                          {&clsLog::PeakTextA, &clsLog::PeakTextB}};
 
-std::string baseCaption(const Session& session, int parameter, int channel, const clsLog* log) {
+std::string baseCaption(const Session& session, Parameter parameter, LogChannel channel, const clsLog* log) {
     if (const int ln = lnOf(parameter); ln != 0)
         return log != nullptr ? "L" + std::to_string(log->LnNumberA(ln)) : "Ln" + std::to_string(ln);
     return log == nullptr || channel == kNoChannel ? session.labels.*parameterInfo(parameter).caption
@@ -71,21 +71,21 @@ constexpr Parameter kPercentiles[] = {eLe_Sel, eLn(1), eLn(2), eLn(3)};
 
 } // namespace
 
-Quantity intervalQuantity(int channel, int parameter) {
+Quantity intervalQuantity(LogChannel channel, Parameter parameter) {
     return sourceOf(channel, parameter).rows;
 }
 
-std::string levelCaption(const clsLog& log, int channel, int parameter) {
+std::string levelCaption(const clsLog& log, LogChannel channel, Parameter parameter) {
     if (parameter > ePeak) return log.session().labels.*parameterInfo(parameter).caption;
     const WeightedCaption& texts = kWeighted[parameter - eLeq];
     return (log.*(channel == kChannelB ? texts.channelB : texts.channelA))();
 }
 
-const Column<std::uint8_t>& overloadColumn(const IntervalColumns& rows, int channel) {
+const Column<std::uint8_t>& overloadColumn(const IntervalColumns& rows, LogChannel channel) {
     return channel == kChannelA ? rows.OverloadedA : rows.OverloadedB;
 }
 
-std::string VariableCaption(const Session& session, int parameter, int channel, std::string_view bandText,
+std::string VariableCaption(const Session& session, Parameter parameter, LogChannel channel, std::string_view bandText,
                             const clsLog* log) {
     std::string caption = baseCaption(session, parameter, channel, log);
     if (isBanded(parameter) && !bandText.empty() && bandText != kNoBand) {
@@ -99,7 +99,7 @@ std::string VariableCaption(const Session& session, int parameter, int channel, 
     return caption;
 }
 
-clsValue cumulativeValue(const clsLog& log, int channel, int parameter, int band) {
+clsValue cumulativeValue(const clsLog& log, LogChannel channel, Parameter parameter, int band) {
     if (parameter == eOverload) return flagValue(log.IsLoggingOverLoaded);
     if (channel == kChannelA && isBanded(parameter)) {
         const int ln = lnOf(parameter);
@@ -109,7 +109,7 @@ clsValue cumulativeValue(const clsLog& log, int channel, int parameter, int band
     return member == nullptr ? clsValue() : log.*member;
 }
 
-clsValue intervalValue(const clsLog& log, std::int64_t row, int channel, int parameter, int band) {
+clsValue intervalValue(const clsLog& log, std::int64_t row, LogChannel channel, Parameter parameter, int band) {
     const IntervalColumns& rows = log.LogIntervals.Columns();
     const auto at = static_cast<std::size_t>(row) - 1;
     if (parameter == eOverload) return flagValue(overloadColumn(rows, channel).at(at) != 0);
@@ -125,9 +125,9 @@ clsValue intervalValue(const clsLog& log, std::int64_t row, int channel, int par
 void SetPlottableValues(clsLog& log) {
     const PlotTable& possible = log.session().Options.objLogOptions.Plottable;
     clsLogOptions& options = log.objLogOptions;
-    for (const int channel : {kChannelA, kChannelB}) {
-        for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
-            for (const int kind : {kCumulative, kInterval}) {
+    for (const LogChannel channel : kChannels) {
+        for (const Parameter parameter : kParameters) {
+            for (const FigureKind kind : kFigureKinds) {
                 if (kind == kInterval && log.LogIntervals.Count() == 0) continue;
                 bool isPlottable = possible(channel, kind, parameter);
                 if (isPlottable) {
@@ -144,12 +144,12 @@ void SetPlottableValues(clsLog& log) {
 void RestrictToBrevik(const Session& session, clsLogOptions& options, std::string_view insName,
                       std::string_view locationType) {
     const PlotTable& s = session.Options.objLogOptions.Plottable;
-    const auto asInS = [&](int channel, Parameter parameter) {
-        for (const int kind : {kCumulative, kInterval}) {
+    const auto asInS = [&](LogChannel channel, Parameter parameter) {
+        for (const FigureKind kind : kFigureKinds) {
             options.Plottable.set(channel, kind, parameter, s(channel, kind, parameter));
         }
     };
-    const auto become = [&](int channel, Parameter parameter, bool flag) {
+    const auto become = [&](LogChannel channel, Parameter parameter, bool flag) {
         options.Plottable.set(channel, kCumulative, parameter, flag);
         options.Plottable.set(channel, kInterval, parameter, flag);
     };
@@ -184,7 +184,7 @@ void RestrictToBrevik(const Session& session, clsLogOptions& options, std::strin
     for (int ln = 1; ln <= NumberOfLns; ++ln)
         become(kChannelB, eLn(ln), false);
     asInS(kChannelB, ePeak);
-    for (const int channel : {kChannelA, kChannelB}) {
+    for (const LogChannel channel : kChannels) {
         asInS(channel, eLeq);
         asInS(channel, eLmax);
     }
@@ -194,9 +194,9 @@ clsLogOptions displayOptions(const clsLog& log) {
     clsLogOptions options = log.objLogOptions;
     if (!log.has(Trait::OffersVariants)) return options;
     RestrictToBrevik(log.session(), options, log.InsName, log.LocationType());
-    for (const int channel : {kChannelA, kChannelB}) {
-        for (const int kind : {kCumulative, kInterval}) {
-            for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+    for (const LogChannel channel : kChannels) {
+        for (const FigureKind kind : kFigureKinds) {
+            for (const Parameter parameter : kParameters) {
                 const bool isShown =
                     options.IsPlotted(channel, kind, parameter) && options.Plottable(channel, kind, parameter);
                 options.IsPlotted.set(channel, kind, parameter, isShown);

@@ -13,29 +13,28 @@ namespace kestrane {
 
 // Passed as the band text of a caption without a band.
 constexpr std::string_view kNoBand = "\u00AC";
-constexpr int kNoChannel = -1;
 
 // The caption of a parameter (1..ParameterCount). With a log and a channel, the names of levels carry the channel's
 // weighting. For Leq, Lmin, Lmax and Ln a band text other than kNoBand or the empty text is appended as " <band> Hz".
 // For a log with channel B the channel's name is added. log may be null: then the caption has no weighting and no
 // channel.
-std::string VariableCaption(const Session& session, int parameter, int channel, std::string_view bandText,
+std::string VariableCaption(const Session& session, Parameter parameter, LogChannel channel, std::string_view bandText,
                             const clsLog* log);
 
 // The caption in a log of a parameter other than an Ln; the names of levels carry the weighting of the channel (1, 2).
-std::string levelCaption(const clsLog& log, int channel, int parameter);
+std::string levelCaption(const clsLog& log, LogChannel channel, Parameter parameter);
 
 // The cumulative figure of a channel (1, 2), parameter and band (0..last; figures without bands ignore it). The
 // overload flag is -1 or 0. A quantity that the channel does not have is 0.
-clsValue cumulativeValue(const clsLog& log, int channel, int parameter, int band);
+clsValue cumulativeValue(const clsLog& log, LogChannel channel, Parameter parameter, int band);
 
 // The figure of a row, counted from 1; row must be in 1..Count, which is not checked.
-clsValue intervalValue(const clsLog& log, std::int64_t row, int channel, int parameter, int band);
+clsValue intervalValue(const clsLog& log, std::int64_t row, LogChannel channel, Parameter parameter, int band);
 
 // The quantity in which the rows keep a parameter of a channel. Quantity::End when no row has it, and for the overload
 // flag.
-Quantity intervalQuantity(int channel, int parameter);
-const Column<std::uint8_t>& overloadColumn(const IntervalColumns& rows, int channel);
+Quantity intervalQuantity(LogChannel channel, Parameter parameter);
+const Column<std::uint8_t>& overloadColumn(const IntervalColumns& rows, LogChannel channel);
 
 // Makes the log's Plottable table match its data: an entry is set when the application's options allow it and the log
 // holds a figure for it. Entries that are not plottable are no longer plotted either. While the log has no rows, the

@@ -117,7 +117,7 @@ bool lastsFiveMinutes(const clsLog& log, ExcludedRows excluded) {
     }
 }
 
-bool IsLnCumulativeValid(const clsLog& log, int channel, int ln) {
+bool IsLnCumulativeValid(const clsLog& log, LogChannel channel, int ln) {
     if (channel != kChannelA || log.LnNumberA(ln) == 0) return false;
     return log.IsZoomed ? log.IsParent5Mins : lastsFiveMinutes(log, ExcludedRows::LeftOut);
 }

@@ -28,7 +28,7 @@ bool lastsFiveMinutes(const clsLog& log, ExcludedRows excluded);
 
 // Percentile levels are shown when there are five minutes or more of data; a zoomed log goes by the log that it was cut
 // from. False unless channel is 1 and the percentile ln (1..10) is in use.
-bool IsLnCumulativeValid(const clsLog& log, int channel, int ln);
+bool IsLnCumulativeValid(const clsLog& log, LogChannel channel, int ln);
 
 // Derive Interval and IsErraticIntervals (SetInterval) or the dates of the rows (SetSampleDates) from the time stamps
 // of the rows.

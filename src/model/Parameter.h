@@ -2,10 +2,14 @@
 // known of each parameter is in Parameters.h.
 #pragma once
 
+#include <array>
+#include <cstddef>
+
 namespace kestrane {
 
 enum Parameter : int {
-    eLeq = 1,
+    kNoParameter,
+    eLeq,
     eLmin,
     eLmax,
     ePeak,
@@ -27,18 +31,30 @@ enum Parameter : int {
 
 constexpr int ParameterCount = 26;
 
+inline constexpr auto kParameters = [] {
+    std::array<Parameter, static_cast<std::size_t>(ParameterCount)> all{};
+    int number = 0;
+    for (Parameter& parameter : all)
+        parameter = static_cast<Parameter>(++number);
+    return all;
+}();
+
 // The parameter of percentile ln (1..10); and the percentile of a parameter, 0 for a parameter that is no percentile.
 constexpr Parameter eLn(int ln) {
     return static_cast<Parameter>(eLn1 + ln - 1);
 }
 
-constexpr int lnOf(int parameter) {
+constexpr int lnOf(Parameter parameter) {
     return parameter >= eLn1 && parameter <= eLn10 ? parameter - eLn1 + 1 : 0;
 }
 
-constexpr int kChannelA = 1;
-constexpr int kChannelB = 2;
-constexpr int kCumulative = 1;
-constexpr int kInterval = 2;
+enum LogChannel : int { kNoChannel = -1, kChannelA = 1, kChannelB = 2 };
+
+inline constexpr std::array kChannels = {kChannelA, kChannelB};
+
+// Of the log as a whole, or of each row.
+enum FigureKind : int { kCumulative = 1, kInterval = 2 };
+
+inline constexpr std::array kFigureKinds = {kCumulative, kInterval};
 
 } // namespace kestrane

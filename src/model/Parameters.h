@@ -127,18 +127,18 @@ constexpr const std::array<ParameterInfo, static_cast<std::size_t>(ParameterCoun
 }
 
 // 1..ParameterCount; raises 9 outside.
-constexpr const ParameterInfo& parameterInfo(int parameter) {
+constexpr const ParameterInfo& parameterInfo(Parameter parameter) {
     if (parameter < 1 || parameter > ParameterCount) raiseIndexOutOfRange();
     return parameters()[static_cast<std::size_t>(parameter) - 1];
 }
 
-constexpr const ParameterSource& sourceOf(int channel, int parameter) {
+constexpr const ParameterSource& sourceOf(LogChannel channel, Parameter parameter) {
     const ParameterInfo& info = parameterInfo(parameter);
     return channel == kChannelA ? info.A : info.B;
 }
 
 // Whether the parameter has a figure for each band on channel A: Leq, Lmin, Lmax and the Lns.
-constexpr bool isBanded(int parameter) {
+constexpr bool isBanded(Parameter parameter) {
     return parameterInfo(parameter).bands != nullptr || lnOf(parameter) != 0;
 }
 

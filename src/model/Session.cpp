@@ -58,8 +58,8 @@ Session::Session(const std::string& companyName, Locale itsLocale, SettingsStore
 
 Session::~Session() = default;
 
-Button Session::ShowMessage(const std::string& prompt, int flags, const std::string& title) {
-    return messages.show(prompt, IsIdle() ? flags : flags + kSystemModal,
+Button Session::ShowMessage(const std::string& prompt, MessageFlags flags, const std::string& title) {
+    return messages.show(prompt, IsIdle() ? flags : flags | kSystemModal,
                          title.empty() ? std::string(kApplicationTitle) : title);
 }
 

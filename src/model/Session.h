@@ -101,7 +101,7 @@ struct Session {
 
     // Shows the one message box. An empty title stands for the application's; while background work runs the box is
     // system-modal.
-    Button ShowMessage(const std::string& prompt, int flags, const std::string& title = {});
+    Button ShowMessage(const std::string& prompt, MessageFlags flags, const std::string& title = {});
 
     bool IsIdle() const; // no log of any open file is loading or recalculating
     clsFile* fileById(int fileId) const;

@@ -25,7 +25,7 @@ void clsInsData::Copy(const clsInsData& objPrevInsData, bool bCopyLogs) {
     IsBrevikE = objPrevInsData.IsBrevikE;
     IsBrevikSE = objPrevInsData.IsBrevikSE;
     insName_ = objPrevInsData.insName_;
-    for (const int mode : kLogModes)
+    for (const LogMode mode : kLogModes)
         logsOf(mode).clear();
     if (!bCopyLogs) return;
     forEachLog(objPrevInsData, [this](const clsLog& log) {
@@ -52,11 +52,11 @@ void clsInsData::append(std::unique_ptr<clsLog> objLog, int intAfter) {
     logs.insert(at, std::move(objLog));
 }
 
-const LogCollection& clsInsData::logsOf(int mode) const {
+const LogCollection& clsInsData::logsOf(LogMode mode) const {
     return mode == modeBroadband ? Locations : mode == modeFullOctave ? Octaves : ThirdOctaves;
 }
 
-LogCollection& clsInsData::logsOf(int mode) {
+LogCollection& clsInsData::logsOf(LogMode mode) {
     return const_cast<LogCollection&>(std::as_const(*this).logsOf(mode));
 }
 

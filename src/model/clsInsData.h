@@ -44,8 +44,8 @@ public:
     void append(const clsLog& objLog, int intAfter);
     void append(std::unique_ptr<clsLog> objLog, int intAfter);
 
-    LogCollection& logsOf(int mode);
-    const LogCollection& logsOf(int mode) const;
+    LogCollection& logsOf(LogMode mode);
+    const LogCollection& logsOf(LogMode mode) const;
 
     bool hasLogs() const { return !Locations.empty() || !Octaves.empty() || !ThirdOctaves.empty(); }
 
@@ -57,7 +57,7 @@ private:
 // Calls visit(log) for every log of the collection, in the order of the tree.
 template <class Visit>
 void forEachLog(const clsInsData& data, Visit&& visit) {
-    for (const int mode : kLogModes) {
+    for (const LogMode mode : kLogModes) {
         for (const auto& log : data.logsOf(mode))
             visit(*log);
     }

@@ -60,7 +60,7 @@ void clsLog::RaiseLogValuesChanged() const {
     session_.frame->LogValuesChanged(*this);
 }
 
-void clsLog::Mode(int mode) {
+void clsLog::Mode(LogMode mode) {
     objLogShared->Mode(mode);
     lnNumbers_.fill(0);
     LeqCumA.setMode(mode);

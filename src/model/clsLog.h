@@ -5,6 +5,7 @@
 
 #include "model/BackgroundWork.h"
 #include "model/BandValues.h"
+#include "model/CalcMode.h"
 #include "model/InstrumentFamilies.h"
 #include "model/clsDate.h"
 #include "model/clsDoseLogSample.h"
@@ -113,16 +114,16 @@ public:
     int FinishedRanges = 0;
 
     // How the current recalculation runs or the last one ran.
-    int RecalcMode = 0;
+    CalcMode RecalcMode = kCalcExposureTime;
     bool OverwriteStoredValues = false;
 
     void RaiseLogValuesChanged() const; // tells the frame that the figures or rows have changed
 
     bool IsOpen = false; // the tree shows the log with the open image
 
-    int Mode() const { return objLogShared->Mode(); }
+    LogMode Mode() const { return objLogShared->Mode(); }
 
-    void Mode(int mode); // the figures by band are lost; raises kErrorApplication for an unknown mode
+    void Mode(LogMode mode); // the figures by band are lost; raises kErrorApplication for an unknown mode
     std::string ModeText() const;
 
     bool IsOctaveLog() const { return Mode() != modeBroadband; }

@@ -40,7 +40,7 @@ public:
 
     void Copy(const clsLogInterval& objPrevInterval) { *this = objPrevInterval; }
 
-    int Mode() const { return objLogShared->Mode(); }
+    LogMode Mode() const { return objLogShared->Mode(); }
 
     int e(std::string_view bandText) const { return objLogShared->e(bandText); }
 

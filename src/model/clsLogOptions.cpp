@@ -23,15 +23,15 @@ constexpr FontKeys kFonts[] = {
     {&clsLogOptions::TitleFont, "CTFName", "CTFSize"},
 };
 
-constexpr unsigned plotBit(int channel, int kind) {
+constexpr unsigned plotBit(LogChannel channel, FigureKind kind) {
     return 1U << static_cast<unsigned>(2 * (channel - kChannelA) + kind - kCumulative);
 }
 
 // Calls visit(settings key, channel, kind, parameter) for every entry of the plotted table, in the order of the store.
 template <class Visit>
 void forEachPlotKey(Visit visit) {
-    for (const int channel : {kChannelA, kChannelB}) {
-        for (const int kind : {kCumulative, kInterval}) {
+    for (const LogChannel channel : kChannels) {
+        for (const FigureKind kind : kFigureKinds) {
             const std::string suffix =
                 std::string(channel == kChannelA ? "A" : "B") + "-" + (kind == kCumulative ? "C" : "I");
             for (const ParameterInfo& info : parameters()) {
@@ -43,7 +43,7 @@ void forEachPlotKey(Visit visit) {
 
 } // namespace
 
-std::size_t PlotTable::index(int channel, int kind, int parameter) {
+std::size_t PlotTable::index(LogChannel channel, FigureKind kind, Parameter parameter) {
     if (channel < 1 || channel > 2 || kind < 1 || kind > 2 || parameter < 1 || parameter > ParameterCount) {
         raiseIndexOutOfRange();
     }
@@ -54,8 +54,8 @@ std::size_t PlotTable::index(int channel, int kind, int parameter) {
 clsLogOptions::clsLogOptions() :
     NoteFont{"Courier New", 8}, LegendFont{"Arial", 8}, AxisFont{"Arial", 8}, TitleFont{"Arial", 12} {
     for (const ParameterInfo& info : parameters()) {
-        for (const int channel : {kChannelA, kChannelB}) {
-            for (const int kind : {kCumulative, kInterval}) {
+        for (const LogChannel channel : kChannels) {
+            for (const FigureKind kind : kFigureKinds) {
                 const unsigned bit = plotBit(channel, kind);
                 Plottable.set(channel, kind, info.parameter, (info.plottable & bit) != 0);
                 IsPlotted.set(channel, kind, info.parameter, (info.shown & bit) != 0);
@@ -69,7 +69,7 @@ void clsLogOptions::GetFromRegistry(const SettingsStore& store, std::vector<std:
     readSetting(store, "ChartStyle", ChartStyle, badKeys);
     readSetting(store, "LineWidth", LineWidth, badKeys);
     LineWidth = std::clamp<std::int16_t>(LineWidth, 10, 60);
-    forEachPlotKey([&](const std::string& key, int channel, int kind, int parameter) {
+    forEachPlotKey([&](const std::string& key, LogChannel channel, FigureKind kind, Parameter parameter) {
         bool isPlotted = IsPlotted(channel, kind, parameter);
         readSetting(store, key, isPlotted, badKeys);
         IsPlotted.set(channel, kind, parameter, isPlotted);
@@ -84,7 +84,7 @@ void clsLogOptions::SaveToRegistry(SettingsStore& store) const {
     writeSetting(store, "ShiftLength", ExposureTime);
     writeSetting(store, "ChartStyle", ChartStyle);
     writeSetting(store, "LineWidth", LineWidth);
-    forEachPlotKey([&](const std::string& key, int channel, int kind, int parameter) {
+    forEachPlotKey([&](const std::string& key, LogChannel channel, FigureKind kind, Parameter parameter) {
         writeSetting(store, key, IsPlotted(channel, kind, parameter));
     });
     for (const FontKeys& keys : kFonts) {

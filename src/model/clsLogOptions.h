@@ -19,14 +19,18 @@ constexpr std::int16_t eChartAs3D = 1;
 // A flag for each channel (1 A, 2 B), kind (1 cumulative, 2 interval) and parameter (1..ParameterCount).
 class PlotTable {
 public:
-    bool operator()(int channel, int kind, int parameter) const { return flags_[index(channel, kind, parameter)]; }
+    bool operator()(LogChannel channel, FigureKind kind, Parameter parameter) const {
+        return flags_[index(channel, kind, parameter)];
+    }
 
-    void set(int channel, int kind, int parameter, bool flag) { flags_[index(channel, kind, parameter)] = flag; }
+    void set(LogChannel channel, FigureKind kind, Parameter parameter, bool flag) {
+        flags_[index(channel, kind, parameter)] = flag;
+    }
 
     bool operator==(const PlotTable&) const = default;
 
 private:
-    static std::size_t index(int channel, int kind, int parameter); // raises 9 outside the table
+    static std::size_t index(LogChannel channel, FigureKind kind, Parameter parameter); // raises 9 outside the table
 
     std::bitset<4 * static_cast<std::size_t>(ParameterCount)> flags_;
 };

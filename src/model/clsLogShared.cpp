@@ -17,7 +17,7 @@ constexpr std::array<std::string_view, 33> kThirdOctaves = {
     "160",  "200",  "250",   "315", "400",  "500",  "630", "800", "1k",    "1.25k", "1.6k",
     "2k",   "2.5k", "3.15k", "4k",  "5k",   "6.3k", "8k",  "10k", "12.5k", "16k",   "20k"};
 
-std::span<const std::string_view> bandsOf(int mode) {
+std::span<const std::string_view> bandsOf(LogMode mode) {
     switch (mode) {
     case modeFullOctave:
         return kOctaves;
@@ -30,24 +30,24 @@ std::span<const std::string_view> bandsOf(int mode) {
 
 } // namespace
 
-int lastBand(int mode) {
+int lastBand(LogMode mode) {
     return static_cast<int>(bandsOf(mode).size());
 }
 
-int e(int mode, std::string_view bandText) {
+int e(LogMode mode, std::string_view bandText) {
     const auto bands = bandsOf(mode);
     if (bandText == "Last") return lastBand(mode);
     const auto found = std::find(bands.begin(), bands.end(), bandText);
     return found == bands.end() ? 0 : static_cast<int>(found - bands.begin()) + 1;
 }
 
-std::string_view eStr(int mode, int band) {
+std::string_view eStr(LogMode mode, int band) {
     return band < 1 || band > lastBand(mode) ? std::string_view() : bandsOf(mode)[static_cast<std::size_t>(band) - 1];
 }
 
-void clsLogShared::Mode(int mode) {
-    if (mode < modeBroadband || mode > modeThirdOctave) throw RuntimeError(kErrorApplication, "Invalid mode");
-    mode_ = mode;
+LogMode toLogMode(int number) {
+    if (number < modeBroadband || number > modeThirdOctave) throw RuntimeError(kErrorApplication, "Invalid mode");
+    return static_cast<LogMode>(number);
 }
 
 } // namespace kestrane

@@ -9,10 +9,11 @@
 
 namespace kestrane {
 
-constexpr int modeBroadband = 0;
-constexpr int modeFullOctave = 1;
-constexpr int modeThirdOctave = 2;
+enum LogMode : int { modeBroadband, modeFullOctave, modeThirdOctave };
+
 inline constexpr std::array kLogModes = {modeBroadband, modeFullOctave, modeThirdOctave}; // in the order of the tree
+LogMode toLogMode(int number); // raises kErrorApplication for anything but the three modes
+
 constexpr int NumberOfLns = 10;
 constexpr int kBandCount = 34; // the overall figure and the 33 bands of a third-octave log
 
@@ -23,23 +24,23 @@ constexpr std::string_view ManualOctave = "Manual";
 constexpr std::string_view LeqOctave = "Leq";
 
 // The last band of a mode: 0, 11 or 33.
-int lastBand(int mode);
+int lastBand(LogMode mode);
 
 // The band number of a label ("12.5" to "20k"), or the last band for "Last"; 0 for any other text, and always in a
 // broadband log.
-int e(int mode, std::string_view bandText);
+int e(LogMode mode, std::string_view bandText);
 
 // The label of a band; empty for band 0 and for a band that the mode does not have.
-std::string_view eStr(int mode, int band);
+std::string_view eStr(LogMode mode, int band);
 
 class clsLogShared {
 public:
     std::string LocationType; // EnvironmentLocation, NoiseAtWorkLocation or empty
     std::string OctaveType;   // AutoOctave, ManualOctave, LeqOctave or empty
 
-    int Mode() const { return mode_; }
+    LogMode Mode() const { return mode_; }
 
-    void Mode(int mode); // raises kErrorApplication and keeps its value for anything but the three modes
+    void Mode(LogMode mode) { mode_ = mode; } // raises kErrorApplication and keeps its value for anything but the three modes
 
     void Copy(const clsLogShared& objPrevLogShared) { *this = objPrevLogShared; }
 
@@ -48,7 +49,7 @@ public:
     std::string_view eStr(int band) const { return kestrane::eStr(mode_, band); }
 
 private:
-    int mode_ = modeBroadband;
+    LogMode mode_ = modeBroadband;
 };
 
 } // namespace kestrane

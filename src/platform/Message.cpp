@@ -21,7 +21,7 @@ std::string_view answerText(Button button) {
 
 } // namespace
 
-std::vector<Button> buttonsOf(int flags) {
+std::vector<Button> buttonsOf(MessageFlags flags) {
     switch (flags & kButtonsMask) {
     case kButtonsOkCancel:
         return {Button::Ok, Button::Cancel};
@@ -36,13 +36,13 @@ std::vector<Button> buttonsOf(int flags) {
     }
 }
 
-Button defaultButtonOf(int flags) {
+Button defaultButtonOf(MessageFlags flags) {
     const std::vector<Button> buttons = buttonsOf(flags);
     const std::size_t index = (flags & kDefaultThird) != 0 ? 2 : (flags & kDefaultSecond) != 0 ? 1 : 0;
     return index < buttons.size() ? buttons[index] : buttons.front();
 }
 
-Button ConsoleMessages::show(const std::string& prompt, int flags, const std::string& title) {
+Button ConsoleMessages::show(const std::string& prompt, MessageFlags flags, const std::string& title) {
     const std::vector<Button> buttons = buttonsOf(flags);
     Button taken = isOneOf(Button::Retry, buttons) ? Button::Cancel : defaultButtonOf(flags);
     if (answer_ && isOneOf(*answer_, buttons)) taken = *answer_;
@@ -55,7 +55,7 @@ Button ConsoleMessages::show(const std::string& prompt, int flags, const std::st
     return taken;
 }
 
-Button ScriptedMessages::show(const std::string& prompt, int flags, const std::string& title) {
+Button ScriptedMessages::show(const std::string& prompt, MessageFlags flags, const std::string& title) {
     Boxes.push_back({prompt, flags, title});
     if (Answers.empty()) return defaultButtonOf(flags);
     const Button answer = Answers.front();

@@ -9,25 +9,31 @@
 
 namespace kestrane {
 
-// The flags of a box: one value each for buttons, icon and default button, added together.
-constexpr int kButtonsOk = 0;
-constexpr int kButtonsOkCancel = 1;
-constexpr int kButtonsYesNoCancel = 3;
-constexpr int kButtonsYesNo = 4;
-constexpr int kButtonsRetryCancel = 5;
-constexpr int kIconStop = 16;
-constexpr int kIconQuestion = 32;
-constexpr int kIconExclamation = 48;
-constexpr int kIconInformation = 64;
-constexpr int kDefaultSecond = 256;
-constexpr int kDefaultThird = 512;
-constexpr int kSystemModal = 4096;
+// The flags of a box: one value each for buttons, icon and default button, combined with |.
+enum MessageFlags : int {
+    kButtonsOk = 0,
+    kButtonsOkCancel = 1,
+    kButtonsYesNoCancel = 3,
+    kButtonsYesNo = 4,
+    kButtonsRetryCancel = 5,
+    kIconStop = 16,
+    kIconQuestion = 32,
+    kIconExclamation = 48,
+    kIconInformation = 64,
+    kDefaultSecond = 256,
+    kDefaultThird = 512,
+    kSystemModal = 4096,
+};
+
+constexpr MessageFlags operator|(MessageFlags one, MessageFlags other) {
+    return static_cast<MessageFlags>(static_cast<int>(one) | static_cast<int>(other));
+}
 
 enum class Button { Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7 };
 
 // The buttons of a box from left to right, and the one that Enter presses.
-std::vector<Button> buttonsOf(int flags);
-Button defaultButtonOf(int flags);
+std::vector<Button> buttonsOf(MessageFlags flags);
+Button defaultButtonOf(MessageFlags flags);
 
 // Functions that ask the user for a line of text or for one entry of a list. They return nothing when the user cancels.
 using AskText = std::function<std::optional<std::string>(const std::string& prompt, const std::string& proposal)>;
@@ -37,7 +43,7 @@ using AskChoice = std::function<std::optional<std::string>(
 class MessageInterface {
 public:
     virtual ~MessageInterface() = default;
-    virtual Button show(const std::string& prompt, int flags, const std::string& title) = 0;
+    virtual Button show(const std::string& prompt, MessageFlags flags, const std::string& title) = 0;
 };
 
 // The command-line form prints "TITLE: TEXT"; for a question (a box with more than one button) it adds " -> " and the
@@ -47,7 +53,7 @@ class ConsoleMessages : public MessageInterface {
 public:
     ConsoleMessages(std::ostream& out, std::optional<Button> answer) : out_(out), answer_(answer) {}
 
-    Button show(const std::string& prompt, int flags, const std::string& title) override;
+    Button show(const std::string& prompt, MessageFlags flags, const std::string& title) override;
 
 private:
     std::ostream& out_;
@@ -59,11 +65,11 @@ class ScriptedMessages : public MessageInterface {
 public:
     struct Shown {
         std::string Prompt;
-        int Flags;
+        MessageFlags Flags;
         std::string Title;
     };
 
-    Button show(const std::string& prompt, int flags, const std::string& title) override;
+    Button show(const std::string& prompt, MessageFlags flags, const std::string& title) override;
 
     std::vector<Button> Answers;
     std::vector<Shown> Boxes;

@@ -19,11 +19,11 @@ constexpr double kFourDecibels = 4;
 constexpr Text::Id kCorrectionTexts[] = {Text::CorrectionNone, Text::Correction2StdDevs, Text::Correction4dB,
                                          Text::Correction1StdDev}; // indexed by correction
 
-double fourDecibels(int iCorrectionFactor) {
+double fourDecibels(CorrectionKind iCorrectionFactor) {
     return iCorrectionFactor == kCorrectionFourDecibels ? kFourDecibels : 0;
 }
 
-bool isDeviations(int iCorrectionFactor) {
+bool isDeviations(CorrectionKind iCorrectionFactor) {
     return iCorrectionFactor == kCorrectionTwoDeviations || iCorrectionFactor == kCorrectionOneDeviation;
 }
 
@@ -35,7 +35,7 @@ struct Protection {
     const clsHP& protector;
     const clsLog& log;
     const clsOptions& options;
-    int correction;
+    CorrectionKind correction;
 };
 
 // The European means and deviations serve in the US modes, too; that is meant. Bands without a mean are left out.
@@ -125,8 +125,8 @@ const Method* methodFor(const clsLog& log, const clsOptions& options, const clsH
 
 } // namespace
 
-int correctionOf(const Session& session, const std::string& text, std::int16_t mode) {
-    for (int correction = 0; correction < static_cast<int>(std::size(kCorrectionTexts)); ++correction)
+CorrectionKind correctionOf(const Session& session, const std::string& text, std::int16_t mode) {
+    for (const CorrectionKind correction : kCorrections)
         if (text == session.LoadText(kCorrectionTexts[correction])) return correction;
     return mode == eHPDModeEUHSE ? kCorrectionFourDecibels : kCorrectionNone;
 }
@@ -182,14 +182,15 @@ std::array<double, 10> octaveLevels(const clsLog& log) {
     return levels;
 }
 
-double assumedAttenuation(const clsHP& protector, int band, int iCorrectionFactor) {
+double assumedAttenuation(const clsHP& protector, int band, CorrectionKind iCorrectionFactor) {
     const double deviations = iCorrectionFactor == kCorrectionTwoDeviations  ? 2
                               : iCorrectionFactor == kCorrectionOneDeviation ? 1
                                                                              : 0;
     return protector.Mean(band) - deviations * protector.SD(band);
 }
 
-float APL_PAR_ENL(const clsHP& protector, const clsLog& log, const clsOptions& options, int iCorrectionFactor) {
+float APL_PAR_ENL(const clsHP& protector, const clsLog& log, const clsOptions& options,
+                  CorrectionKind iCorrectionFactor) {
     const Method* method = methodFor(log, options, protector);
     if (method == nullptr || (isDeviations(iCorrectionFactor) && method->name != kByOctaves)) return kCannotCompute;
     try {

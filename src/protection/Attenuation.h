@@ -17,15 +17,9 @@
 
 namespace kestrane {
 
-// The corrections of a result, by the numbers that the settings keep.
-constexpr int kCorrectionNone = 0;
-constexpr int kCorrectionTwoDeviations = 1; // octave data only
-constexpr int kCorrectionFourDecibels = 2;
-constexpr int kCorrectionOneDeviation = 3; // octave data only
-
 // The correction that a text of the list stands for. Any other text stands for 4 dB in the European mode and for none
 // in the US modes.
-int correctionOf(const Session& session, const std::string& text, std::int16_t mode);
+CorrectionKind correctionOf(const Session& session, const std::string& text, std::int16_t mode);
 
 bool IsSNRCalculateable(const clsLog& log); // whether a channel is weighted C
 bool IsNRRCalculateable(const clsLog& log); // whether a channel is weighted C or A
@@ -50,10 +44,11 @@ std::optional<std::int16_t> modeOfName(std::string_view name);
 std::array<double, 10> octaveLevels(const clsLog& log);
 
 // The attenuation in dB that is assumed in a band (1..8): the mean less the deviations of the correction.
-double assumedAttenuation(const clsHP& protector, int band, int iCorrectionFactor);
+double assumedAttenuation(const clsHP& protector, int band, CorrectionKind iCorrectionFactor);
 
 // The protected level in dB: APL, PAR or ENL, depending on the mode. -1 when it cannot be computed. The log must
 // already have the weighting that the method needs (Z for octave data).
-float APL_PAR_ENL(const clsHP& protector, const clsLog& log, const clsOptions& options, int iCorrectionFactor);
+float APL_PAR_ENL(const clsHP& protector, const clsLog& log, const clsOptions& options,
+                  CorrectionKind iCorrectionFactor);
 
 } // namespace kestrane

@@ -11,7 +11,7 @@
 namespace kestrane {
 
 std::vector<RankedProtector> rankProtectors(const clsLog& log, const std::vector<clsHP>& protectors,
-                                            const clsOptions& options, int iCorrectionFactor) {
+                                            const clsOptions& options, CorrectionKind iCorrectionFactor) {
     struct Place {
         Verdict verdict;
         double distance;

@@ -21,6 +21,6 @@ struct RankedProtector {
 // their order in the list. For the octave method a copy of a log that is not Z weighted is converted, and one message
 // tells the user about it. The entries point into the list.
 std::vector<RankedProtector> rankProtectors(const clsLog& log, const std::vector<clsHP>& protectors,
-                                            const clsOptions& options, int iCorrectionFactor);
+                                            const clsOptions& options, CorrectionKind iCorrectionFactor);
 
 } // namespace kestrane

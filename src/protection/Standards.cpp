@@ -140,7 +140,7 @@ int StandardFigure::Rounded() const {
 }
 
 std::vector<StandardFigure> standardFigures(const clsLog& log, const clsHP& protector, const clsOptions& options,
-                                            int iCorrectionFactor) {
+                                            CorrectionKind iCorrectionFactor) {
     Figures figures;
     const WeightedLevels levels = weightedLevels(log);
     addOctave(figures, log, protector, options.IsUSHPDMode(), kAlphas[static_cast<std::size_t>(iCorrectionFactor)]);
@@ -163,7 +163,7 @@ Verdict verdictOf(double protectedLevel, double actionLevel) {
 }
 
 StandardJudgement judgeByStandards(const clsLog& log, const clsHP& protector, const clsOptions& options,
-                                   int iCorrectionFactor, const std::string& toldMethod, float toldResult) {
+                                   CorrectionKind iCorrectionFactor, const std::string& toldMethod, float toldResult) {
     StandardJudgement judgement;
     judgement.Figures = standardFigures(log, protector, options, iCorrectionFactor);
     const std::vector<std::string_view> methods =

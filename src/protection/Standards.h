@@ -36,7 +36,7 @@ struct StandardFigure {
 // at 125 Hz for a protector without a figure at 63 Hz, and needs a figure for every band above. Its protection is the
 // one that 84 % of wearers reach; with the correction of two deviations, 98 %.
 std::vector<StandardFigure> standardFigures(const clsLog& log, const clsHP& protector, const clsOptions& options,
-                                            int iCorrectionFactor);
+                                            CorrectionKind iCorrectionFactor);
 
 // From the best to the worst, in the order in which protectors are ranked.
 enum class Verdict { Good, Acceptable, OverProtected, Insufficient, None };
@@ -61,6 +61,6 @@ struct StandardJudgement {
 
 // toldMethod and toldResult are the method and the result of the comparison; an empty text and -1 when there is none.
 StandardJudgement judgeByStandards(const clsLog& log, const clsHP& protector, const clsOptions& options,
-                                   int iCorrectionFactor, const std::string& toldMethod, float toldResult);
+                                   CorrectionKind iCorrectionFactor, const std::string& toldMethod, float toldResult);
 
 } // namespace kestrane

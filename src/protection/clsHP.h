@@ -9,6 +9,17 @@
 
 namespace kestrane {
 
+// The corrections of a result, by the numbers that the settings keep.
+enum CorrectionKind : int {
+    kCorrectionNone,
+    kCorrectionTwoDeviations, // octave data only
+    kCorrectionFourDecibels,
+    kCorrectionOneDeviation // octave data only
+};
+
+inline constexpr std::array kCorrections = {kCorrectionNone, kCorrectionTwoDeviations, kCorrectionFourDecibels,
+                                            kCorrectionOneDeviation};
+
 constexpr int kProtectorBands = 8;
 
 // The octave band of index i, 1..8: "63" to "8k".

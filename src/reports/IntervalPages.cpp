@@ -40,7 +40,7 @@ IntervalPages::IntervalPages(const clsLog& log, const PageArea& area, const Page
     if (log.IsChannelBOn) addChannel(log, kChannelB, metrics);
 }
 
-void IntervalPages::addChannel(const clsLog& log, int channel, const PageMetrics& metrics) {
+void IntervalPages::addChannel(const clsLog& log, LogChannel channel, const PageMetrics& metrics) {
     const Session& session = log.session();
     const clsLogOptions options = displayOptions(log);
     Channel added;

@@ -34,7 +34,7 @@ private:
         std::vector<FigureColumn> Columns;
     };
 
-    void addChannel(const clsLog& log, int channel, const PageMetrics& metrics);
+    void addChannel(const clsLog& log, LogChannel channel, const PageMetrics& metrics);
     void drawRow(PageDevice& device, const Channel& channel, std::size_t row, double top) const;
 
     PageArea area_;

@@ -114,7 +114,7 @@ std::string figureCaption(const clsLog& log, Parameter parameter) {
     return log.IsChannelBOn && parameter <= ePeak ? channelA + "/" + levelCaption(log, kChannelB, parameter) : channelA;
 }
 
-std::string figure(const clsLog& log, const clsLogOptions& options, int channel, Parameter parameter) {
+std::string figure(const clsLog& log, const clsLogOptions& options, LogChannel channel, Parameter parameter) {
     if (!options.Plottable(channel, kCumulative, parameter)) return {};
     const std::string text =
         cumulativeValue(log, channel, parameter, 0)

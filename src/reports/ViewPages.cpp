@@ -120,7 +120,7 @@ std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view) {
     return gridPages(view, std::move(grid));
 }
 
-std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, int channel, const DisplayChoice& choice) {
+std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, LogChannel channel, const DisplayChoice& choice) {
     const auto table = std::make_shared<IntervalTable>(view.log, channel, choice);
     PageGrid grid;
     for (std::size_t column = 0; column < table->columnCount(); ++column)

@@ -6,6 +6,7 @@
 #include "reports/PagedDocument.h"
 #include "views/ChartOnPage.h"
 #include "views/DisplayBy.h"
+#include "views/LogTab.h"
 
 #include <memory>
 
@@ -15,7 +16,7 @@ namespace kestrane {
 struct PrintedView {
     const clsFile& file;
     const clsLog& log;
-    int tab;
+    LogTab tab;
     bool IsModified;
     const PageMetrics& metrics;
 };
@@ -29,6 +30,6 @@ std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int
 std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view);
 
 // The intervals table as it is shown for a channel and a choice of band or parameter.
-std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, int channel, const DisplayChoice& choice);
+std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, LogChannel channel, const DisplayChoice& choice);
 
 } // namespace kestrane

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "model/BackgroundWork.h"
+#include "model/CalcMode.h"
 #include "model/IntervalColumns.h"
 #include "model/clsLogIntervals.h"
 #include "platform/EventPump.h"
@@ -28,7 +29,7 @@ struct ThreadError {
 
 struct LoadRequest {
     std::shared_ptr<const IntervalSource> source;
-    int Mode = 0;
+    LogMode Mode = modeBroadband;
     bool IsChannelBOn = false;
     std::int64_t first = 0, last = 0; // rows, both included, counted from 1
 };
@@ -40,14 +41,14 @@ struct LoadEvents {
 
 struct RecalcRequest {
     IntervalColumns rows; // shares the log's columns
-    int Mode = 0;
+    LogMode Mode = modeBroadband;
     bool IsChannelBOn = false;
     std::vector<RowRange> CutIntervals;
     bool IntervalsToBeIncluded = false;
     std::int32_t Interval = 0; // seconds
 
     // Part of the server's interface and only carried: the pass does not read them.
-    int iCalcMode = 0;
+    CalcMode iCalcMode = kCalcExposureTime;
     std::int16_t Criterion = 0, Exchange = 0;
     bool IsOldDoseMeter = false;
     bool OverwriteStoredValues = false;

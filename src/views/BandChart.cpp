@@ -17,7 +17,7 @@ namespace {
 
 class BandChart {
 public:
-    BandChart(const clsLog& log, std::int64_t row, const DisplayChoice& choice, int axisMode) :
+    BandChart(const clsLog& log, std::int64_t row, const DisplayChoice& choice, DisplayMode axisMode) :
         log_(log),
         session_(log.session()),
         row_(row),
@@ -43,14 +43,14 @@ public:
 private:
     bool isInterval() const { return row_ != kWholeLog; }
 
-    float figure(int channel, int parameter, int band) const {
+    float figure(LogChannel channel, Parameter parameter, int band) const {
         const clsValue value = isInterval() ? intervalValue(log_, row_, channel, parameter, band)
                                             : cumulativeValue(log_, channel, parameter, band);
         return chartValue(value.CalcValue());
     }
 
     void addBands() {
-        const int parameter = choice_.Parameter;
+        const Parameter parameter = choice_.Parameter;
         ChartSeries series;
         series.Label = VariableCaption(session_, parameter, kChannelA, kNoBand, &log_);
         std::vector<std::string> labels;
@@ -69,16 +69,16 @@ private:
         chart_.RowLabel = [](std::size_t) { return std::string(); };
         const std::string name = isInterval() ? RowTimes(log_).dateAndTime(rowIndex()) : log_.Name;
         chart_.RowName = [name](std::size_t) { return name; };
-        for (const int channel : {kChannelA, kChannelB}) {
+        for (const LogChannel channel : kChannels) {
             if (channel == kChannelB && !log_.IsChannelBOn) continue;
-            for (int parameter = 1; parameter <= ParameterCount; ++parameter)
+            for (const Parameter parameter : kParameters)
                 addParameter(channel, parameter);
         }
         setAxes();
     }
 
-    void addParameter(int channel, int parameter) {
-        const int kind = isInterval() ? kInterval : kCumulative;
+    void addParameter(LogChannel channel, Parameter parameter) {
+        const FigureKind kind = isInterval() ? kInterval : kCumulative;
         if (parameter == eOverload || !options_.IsPlotted(channel, kind, parameter)) return;
         const ParameterUnit unit = parameterInfo(parameter).unit;
         if ((unit == ParameterUnit::Decibels) != (axisMode_ == kByDecibels)) return;
@@ -135,7 +135,7 @@ private:
     const Session& session_;
     const std::int64_t row_;
     const DisplayChoice& choice_;
-    const int axisMode_;
+    const DisplayMode axisMode_;
     const clsLogOptions options_;
     ChartData chart_;
     bool hasPercent_ = false;
@@ -144,7 +144,8 @@ private:
 
 } // namespace
 
-std::optional<ChartData> bandChart(const clsLog& log, std::int64_t row, const DisplayChoice& choice, int axisMode) {
+std::optional<ChartData> bandChart(const clsLog& log, std::int64_t row, const DisplayChoice& choice,
+                                   DisplayMode axisMode) {
     return BandChart(log, row, choice, axisMode).build();
 }
 

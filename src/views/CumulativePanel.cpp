@@ -74,7 +74,7 @@ private:
         rows_.push_back({section, std::move(caption), {}, std::move(a), std::move(b)});
     }
 
-    void addNotes(int parameter) {
+    void addNotes(Parameter parameter) {
         rows_.back().A.Note = reportedNote(log_, kChannelA, parameter);
         rows_.back().B.Note = reportedNote(log_, kChannelB, parameter);
     }
@@ -98,7 +98,7 @@ private:
         return value.Format(Zeros::Shown, Reading::Computed, {}, session_.locale);
     }
 
-    std::string figure(int channel, const FigureRow& row) const {
+    std::string figure(LogChannel channel, const FigureRow& row) const {
         if (channel == kChannelB && (!log_.IsChannelBOn || row.labelB.empty())) return {};
         if (!options_.Plottable(channel, kCumulative, row.parameter)) return {};
         return format(cumulativeValue(log_, channel, row.parameter, band_));
@@ -208,7 +208,7 @@ std::string valueText(const PanelLabel& label, const std::string& unit) {
     return text;
 }
 
-std::string heardText(const Session& session, const PanelRow& row, int channel) {
+std::string heardText(const Session& session, const PanelRow& row, LogChannel channel) {
     const bool isB = channel == kChannelB;
     const PanelLabel& label = isB ? row.B : row.A;
     if (label.Text.empty()) return {};

@@ -34,7 +34,7 @@ struct PanelRow {
 
 // What a screen reader reads out for a value: caption, channel (when the row has both), value with unit and note; empty
 // for a label without a text. channel is kChannelA or kChannelB.
-std::string heardText(const Session& session, const PanelRow& row, int channel);
+std::string heardText(const Session& session, const PanelRow& row, LogChannel channel);
 
 // All rows of the panel in order. band is 0 for the overall figures, else the chosen band (1..last).
 std::vector<PanelRow> cumulativePanel(const clsLog& log, int band);

@@ -16,12 +16,12 @@ std::string bandEnding(const Session& session) {
 void addBands(std::vector<DisplayEntry>& list, const clsLog& log) {
     const std::string ending = bandEnding(log.session());
     for (int band = 1; band <= lastBand(log.Mode()); ++band)
-        list.push_back({std::string(log.eStr(band)) + ending, {std::string(log.eStr(band)), 0}});
+        list.push_back({std::string(log.eStr(band)) + ending, {std::string(log.eStr(band)), kNoParameter}});
 }
 
 void addParameters(std::vector<DisplayEntry>& list, const clsLog& log) {
     const PlotTable isPlotted = displayOptions(log).IsPlotted;
-    for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+    for (const Parameter parameter : kParameters) {
         const bool isShown = isPlotted(kChannelA, kCumulative, parameter) || isPlotted(kChannelA, kInterval, parameter);
         if (isBanded(parameter) && isShown) list.push_back({parameterText(log, parameter), {{}, parameter}});
     }
@@ -29,7 +29,7 @@ void addParameters(std::vector<DisplayEntry>& list, const clsLog& log) {
 
 } // namespace
 
-std::vector<DisplayEntry> displayByList(const clsLog& log, int mode) {
+std::vector<DisplayEntry> displayByList(const clsLog& log, DisplayMode mode) {
     if (mode != kByFreq && mode != kByParam) return {};
     std::vector<DisplayEntry> list = {{log.session().LoadText(Text::DefaultChoice), {}}};
     if (log.IsOctaveLog()) (mode == kByFreq ? addBands : addParameters)(list, log);
@@ -42,7 +42,7 @@ std::size_t placeOf(const DisplayChoice& choice, const std::vector<DisplayEntry>
     return found == list.end() ? 0 : static_cast<std::size_t>(found - list.begin());
 }
 
-std::string parameterText(const clsLog& log, int parameter) {
+std::string parameterText(const clsLog& log, Parameter parameter) {
     return VariableCaption(log.session(), parameter, kChannelA, kNoBand, &log);
 }
 

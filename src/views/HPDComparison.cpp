@@ -34,7 +34,7 @@ std::string padded(const std::string& text, std::size_t size) {
 
 class Comparison {
 public:
-    Comparison(const clsLog& log, const clsHP& protector, const clsOptions& options, int correction) :
+    Comparison(const clsLog& log, const clsHP& protector, const clsOptions& options, CorrectionKind correction) :
         log_(log), session_(log.session()), hp_(protector), options_(options), correction_(correction) {}
 
     HPDComparison build() {
@@ -176,7 +176,7 @@ private:
     const Session& session_;
     const clsHP& hp_;
     const clsOptions& options_;
-    int correction_;
+    CorrectionKind correction_;
     HPDComparison out_;
 };
 
@@ -192,7 +192,7 @@ std::string levelName(const Session& session, std::int16_t mode) {
 }
 
 HPDComparison compareWithProtector(const clsLog& log, const clsHP& protector, const clsOptions& options,
-                                   int iCorrectionFactor) {
+                                   CorrectionKind iCorrectionFactor) {
     return Comparison(log, protector, options, iCorrectionFactor).build();
 }
 

@@ -49,6 +49,6 @@ std::string levelName(const Session& session, std::int16_t mode);
 // For the octave method a copy of a log that is not Z weighted is converted, and the user gets a message. The log
 // itself is not changed.
 HPDComparison compareWithProtector(const clsLog& log, const clsHP& protector, const clsOptions& options,
-                                   int iCorrectionFactor);
+                                   CorrectionKind iCorrectionFactor);
 
 } // namespace kestrane

@@ -31,7 +31,7 @@ void appendLine(std::string& text, std::size_t columns, Cell cell) {
 
 } // namespace
 
-IntervalTable::IntervalTable(const clsLog& log, int channel, const DisplayChoice& choice) :
+IntervalTable::IntervalTable(const clsLog& log, LogChannel channel, const DisplayChoice& choice) :
     rows_(log.LogIntervals.Columns()),
     times_(log),
     channel_(log.IsChannelBOn ? channel : kChannelA),
@@ -53,7 +53,7 @@ void IntervalTable::addParameters(const clsLog& log, const std::string& bandText
     const bool hasBand = channel_ == kChannelA && !bandText.empty();
     const std::string_view captionBand = hasBand ? std::string_view(bandText) : kNoBand;
     const int band = hasBand ? log.e(bandText) : 0;
-    for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+    for (const Parameter parameter : kParameters) {
         if (!options.IsPlotted(channel_, kInterval, parameter)) continue;
         const bool isOverload = parameter == eOverload;
         columns_.push_back({VariableCaption(log.session(), parameter, channel_, captionBand, &log),
@@ -63,7 +63,7 @@ void IntervalTable::addParameters(const clsLog& log, const std::string& bandText
     }
 }
 
-void IntervalTable::addBands(const clsLog& log, int parameter) {
+void IntervalTable::addBands(const clsLog& log, Parameter parameter) {
     columns_.front().caption += " - " + parameterText(log, parameter) + ":";
     const Quantity quantity = intervalQuantity(kChannelA, parameter);
     for (int band = 0; band <= lastBand(log.Mode()); ++band) {

@@ -29,7 +29,7 @@ public:
 
     // channel is kChannelA or kChannelB; a log without channel B always shows A. A chosen parameter is always shown for
     // channel A.
-    IntervalTable(const clsLog& log, int channel, const DisplayChoice& choice);
+    IntervalTable(const clsLog& log, LogChannel channel, const DisplayChoice& choice);
 
     std::size_t rowCount() const; // may be more than the intervals: an old Tallix instrument may have more peaks
 
@@ -61,7 +61,7 @@ private:
     };
 
     void addParameters(const clsLog& log, const std::string& bandText);
-    void addBands(const clsLog& log, int parameter);
+    void addBands(const clsLog& log, Parameter parameter);
     void addPeaks(const clsLog& log);
 
     std::string intervalCell(std::size_t row, const TableColumn& column) const;
@@ -73,7 +73,7 @@ private:
     RowTimes times_;
     std::vector<clsPeak> peaks_;
     Column<std::uint8_t> overloads_;
-    int channel_ = kChannelA;
+    LogChannel channel_ = kChannelA;
     bool showsOverload_ = false;
     std::string yes_, no_;
     Locale locale_;

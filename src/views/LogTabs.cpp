@@ -70,7 +70,7 @@ std::optional<ChartData> chartOfComparison(const clsLog& log, const ChartChoice&
 
 // Indexed by LogTab. It is meant that the noise rating has no values to copy, and that no picture of the comparison is
 // saved.
-constexpr TabRow kTabs[kLogTabs] = {
+constexpr TabRow kTabs[kAllLogTabs.size()] = {
     {.Caption = Text::TabFullLog,
      .Figures = TabFigures::OfRows,
      .IsOf = hasRows,
@@ -129,7 +129,7 @@ constexpr TabRow kTabs[kLogTabs] = {
 
 } // namespace
 
-const TabRow& tabRow(int tab) {
+const TabRow& tabRow(LogTab tab) {
     return kTabs[tab];
 }
 
@@ -139,7 +139,7 @@ TabFlags enabledTabs(const clsLog& log) {
     return tabs;
 }
 
-LogPanels shownPanels(const clsLog& log, int tab) {
+LogPanels shownPanels(const clsLog& log, LogTab tab) {
     LogPanels panels = tabRow(tab).Panels;
     panels.DisplayBy = panels.DisplayBy && log.IsOctaveLog();
     panels.ByParam = panels.ByParam && log.IsOctaveLog();
@@ -148,23 +148,23 @@ LogPanels shownPanels(const clsLog& log, int tab) {
     return panels;
 }
 
-bool showsWholeFigures(const clsLog& inView, int tab) {
+bool showsWholeFigures(const clsLog& inView, LogTab tab) {
     return inView.HasWholeFigures && tabRow(tab).Figures == TabFigures::Cumulative;
 }
 
-bool IsZoomSelectable(const clsLog& opened, int tab) {
+bool IsZoomSelectable(const clsLog& opened, LogTab tab) {
     return opened.LogIntervals.Count() > 1 && tabRow(tab).IsNarrowed;
 }
 
-bool IsCutIntervalSelectable(const clsLog& inView, int tab) {
+bool IsCutIntervalSelectable(const clsLog& inView, LogTab tab) {
     return IsZoomSelectable(inView, tab);
 }
 
-bool IsCopyable(int tab, bool valuesOnly, bool hasContent) {
+bool IsCopyable(LogTab tab, bool valuesOnly, bool hasContent) {
     return hasContent && (!valuesOnly || tabRow(tab).CopiesValues);
 }
 
-std::optional<ChartData> chartOfTab(const clsLog& log, int tab, const ChartChoice& choice) {
+std::optional<ChartData> chartOfTab(const clsLog& log, LogTab tab, const ChartChoice& choice) {
     const TabRow& row = tabRow(tab);
     if (row.Chart == nullptr || (row.Figures == TabFigures::OfRows && !hasRows(log))) return std::nullopt;
     return row.Chart(log, choice);

@@ -8,6 +8,7 @@
 #include "views/ChartData.h"
 #include "views/DisplayBy.h"
 #include "views/HPDComparison.h"
+#include "views/LogTab.h"
 
 #include <array>
 #include <cstdint>
@@ -15,19 +16,7 @@
 
 namespace kestrane {
 
-enum LogTab : int {
-    eTabFullLog,
-    eTabIntervalsTable,
-    eTabIntervalsGraph,
-    eTabCumulativeGraph,
-    eTabNoiseRating,
-    eTabCompareHPD,
-    eTabCumulativeData,
-    eTabExposureCalculator
-};
-
-constexpr int kLogTabs = 8;
-using TabFlags = std::array<bool, kLogTabs>;
+using TabFlags = std::array<bool, kAllLogTabs.size()>;
 
 // Whose figures a tab shows: those of the rows, those of the whole log in view, or those of the exposure calculator,
 // which belong to the opened log.
@@ -50,7 +39,7 @@ struct LogPanels {
 // What a chart depends on, apart from the log.
 struct ChartChoice {
     DisplayChoice Choice;
-    int Axis = kByDecibels;                    // or kByPercent
+    DisplayMode Axis = kByDecibels;                    // or kByPercent
     std::int64_t Interval = 1;                 // the row that a chart of one row shows, counted from 1
     const HPDComparison* Comparison = nullptr; // null when none has been made
 };
@@ -69,29 +58,29 @@ struct TabRow {
     bool SavesPicture = false;
 };
 
-const TabRow& tabRow(int tab); // tab is a LogTab
+const TabRow& tabRow(LogTab tab); // tab is a LogTab
 
 // The tabs that a log has.
 TabFlags enabledTabs(const clsLog& log);
 
 // The panels beside a tab for a log.
-LogPanels shownPanels(const clsLog& log, int tab);
+LogPanels shownPanels(const clsLog& log, LogTab tab);
 
 // Whether the tab shows cumulative figures of the log in view that are not those of its rows (wholeFiguresLine says
 // so).
-bool showsWholeFigures(const clsLog& inView, int tab);
+bool showsWholeFigures(const clsLog& inView, LogTab tab);
 
 // Whether the user may choose a range of the opened log's rows to look at, or cut rows of the log in view out of
 // calculations. Both need more than one row, and a tab that shows rows or what is calculated from them.
-bool IsZoomSelectable(const clsLog& opened, int tab);
-bool IsCutIntervalSelectable(const clsLog& inView, int tab);
+bool IsZoomSelectable(const clsLog& opened, LogTab tab);
+bool IsCutIntervalSelectable(const clsLog& inView, LogTab tab);
 
 // Whether a tab, or with valuesOnly the values of its chart, can be copied. hasContent says that there is something on
 // it.
-bool IsCopyable(int tab, bool valuesOnly, bool hasContent);
+bool IsCopyable(LogTab tab, bool valuesOnly, bool hasContent);
 
 // The chart of a tab. Nothing when there is nothing to show, and for a tab that is no chart. Raises 9 for a row that
 // does not exist.
-std::optional<ChartData> chartOfTab(const clsLog& log, int tab, const ChartChoice& choice);
+std::optional<ChartData> chartOfTab(const clsLog& log, LogTab tab, const ChartChoice& choice);
 
 } // namespace kestrane

@@ -36,11 +36,11 @@ void LogView::ResetTabs() {
 }
 
 void LogView::drawAnew(bool LogPanels::*choice) {
-    for (int tab = 0; tab < kLogTabs; ++tab)
+    for (const LogTab tab : kAllLogTabs)
         if (tabRow(tab).Panels.*choice) drawn_[static_cast<std::size_t>(tab)] = false;
 }
 
-void LogView::chooseProtector(const clsHP& protector, int correctionFactor) {
+void LogView::chooseProtector(const clsHP& protector, CorrectionKind correctionFactor) {
     Protector = protector;
     CorrectionFactor = correctionFactor;
     drawAnew(&LogPanels::Protector);
@@ -61,7 +61,7 @@ bool LogView::takeDrawing() {
     return !std::exchange(drawn, true);
 }
 
-bool LogView::chooseTab(int tab, const clsLog& log) {
+bool LogView::chooseTab(LogTab tab, const clsLog& log) {
     if (!enabledTabs(log)[static_cast<std::size_t>(tab)]) return false;
     Tab = tab;
     const LogPanels& panels = tabRow(tab).Panels;
@@ -69,7 +69,7 @@ bool LogView::chooseTab(int tab, const clsLog& log) {
     return true;
 }
 
-bool LogView::chooseListMode(int mode) {
+bool LogView::chooseListMode(DisplayMode mode) {
     if (mode == listMode_) return false;
     listMode_ = mode;
     return chooseEntry({});
@@ -82,7 +82,7 @@ bool LogView::chooseEntry(const DisplayChoice& choice) {
     return true;
 }
 
-bool LogView::chooseAxis(int axis) {
+bool LogView::chooseAxis(DisplayMode axis) {
     Axis = axis;
     drawAnew(&LogPanels::Axis);
     return true;
@@ -105,8 +105,8 @@ bool LogView::chooseInterval(std::int64_t row) {
     return true;
 }
 
-bool LogView::chooseChannel(int channel) {
-    channel_ = chooseEntry({}) ? static_cast<int>(kChannelA) : channel;
+bool LogView::chooseChannel(LogChannel channel) {
+    channel_ = chooseEntry({}) ? kChannelA : channel;
     drawAnew(&LogPanels::Channel);
     return true;
 }

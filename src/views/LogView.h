@@ -21,9 +21,9 @@ int cumulativePanelOf(const clsLog& log, int chosen);
 class LogView {
 public:
     std::string Key; // of the log that is shown; empty for none
-    int Tab = eTabFullLog;
+    LogTab Tab = eTabFullLog;
     int Panel = 0;          // ePanelBothChannels, ePanelMainChannelA or ePanelAdvanced
-    int Axis = kByDecibels; // or kByPercent
+    DisplayMode Axis = kByDecibels; // or kByPercent
     std::int64_t IntervalRow = 1;
     bool ShowsNote = true;
     bool ShowsLegend = true;
@@ -32,7 +32,7 @@ public:
     // The protector that the log is compared with; nothing when it is still to be chosen (the user may have declined
     // to).
     std::optional<clsHP> Protector;
-    int CorrectionFactor = 0;
+    CorrectionKind CorrectionFactor = kCorrectionNone;
     bool IsComparisonDeclined = false;
 
     // Shows another log. All choices return to their defaults, except the protector when the settings keep it; the tab
@@ -43,7 +43,7 @@ public:
     // All tabs must be drawn again; channel A is chosen.
     void ResetTabs();
 
-    void chooseProtector(const clsHP& protector, int correctionFactor);
+    void chooseProtector(const clsHP& protector, CorrectionKind correctionFactor);
 
     // Forget a protector without data of the kind that the log needs, or a band or parameter that the log's list does
     // not offer; the list then goes to its default.
@@ -55,21 +55,21 @@ public:
 
     // Goes to a tab. Returns false when the log does not have it. On the tab of the cumulative panel the list offers
     // only bands.
-    bool chooseTab(int tab, const clsLog& log);
+    bool chooseTab(LogTab tab, const clsLog& log);
 
     // Each returns whether the tab in front is to be drawn again.
-    bool chooseListMode(int mode);                 // kByFreq or kByParam; the list goes to its default
+    bool chooseListMode(DisplayMode mode);                 // kByFreq or kByParam; the list goes to its default
     bool chooseEntry(const DisplayChoice& choice); // an entry of the list
-    bool chooseAxis(int axis);
+    bool chooseAxis(DisplayMode axis);
     bool choosePanel(int panel);
     void followPanelSetting(int panelSetting); // a setting that differs from the last one becomes the choice
     bool chooseInterval(std::int64_t row);     // counted from 1
     // When a band or parameter was chosen, the list goes to its default and channel A stays.
-    bool chooseChannel(int channel);
+    bool chooseChannel(LogChannel channel);
 
-    int ListMode() const { return listMode_; }
+    DisplayMode ListMode() const { return listMode_; }
 
-    int Channel() const { return channel_; }
+    LogChannel Channel() const { return channel_; }
 
     const DisplayChoice& Choice() const { return choice_; } // the entry of the list that is chosen
 
@@ -78,9 +78,9 @@ public:
 private:
     void drawAnew(bool LogPanels::*choice); // marks the tabs that offer it to be drawn again
 
-    int listMode_ = kByFreq;
+    DisplayMode listMode_ = kByFreq;
     DisplayChoice choice_;
-    int channel_ = kChannelA;
+    LogChannel channel_ = kChannelA;
     int panelSetting_ = 0; // the setting that was followed last
     TabFlags drawn_{};
 };

@@ -11,8 +11,8 @@ namespace kestrane {
 namespace {
 
 bool hasFigures(const clsLog& log) {
-    for (const int channel : {kChannelA, kChannelB}) {
-        for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+    for (const LogChannel channel : kChannels) {
+        for (const Parameter parameter : kParameters) {
             if (parameter == eOverload) continue;
             for (int band = 0; band <= lastBand(log.Mode()); ++band)
                 if (cumulativeValue(log, channel, parameter, band).CalcValue() != 0) return true;

@@ -59,21 +59,21 @@ private:
     }
 
     void addBands() {
-        const int parameter = choice_.Parameter;
+        const Parameter parameter = choice_.Parameter;
         for (int band = 0; band <= lastBand(log_.Mode()); ++band)
             addSeries(bandLabel(log_, band), parameter, rowValues(kChannelA, parameter, band));
     }
 
     void addParameters() {
-        for (const int channel : {kChannelA, kChannelB}) {
+        for (const LogChannel channel : kChannels) {
             if (channel == kChannelB && !log_.IsChannelBOn) continue;
-            for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
+            for (const Parameter parameter : kParameters) {
                 if (parameter != eOverload) addParameter(channel, parameter);
             }
         }
     }
 
-    void addParameter(int channel, int parameter) {
+    void addParameter(LogChannel channel, Parameter parameter) {
         const int band = channel == kChannelA ? log_.e(choice_.BandText) : 0;
         const std::string_view captionBand = band > 0 ? std::string_view(choice_.BandText) : kNoBand;
         const std::string caption = VariableCaption(session_, parameter, channel, captionBand, &log_);
@@ -86,12 +86,12 @@ private:
         }
     }
 
-    bool isCumulativePlotted(int channel, int parameter) const {
+    bool isCumulativePlotted(LogChannel channel, Parameter parameter) const {
         return lnOf(parameter) != 0 && log_.has(Trait::PercentilesBesideRows) &&
                options_.IsPlotted(channel, kCumulative, parameter);
     }
 
-    std::vector<float> rowValues(int channel, int parameter, int band) const {
+    std::vector<float> rowValues(LogChannel channel, Parameter parameter, int band) const {
         const Quantity quantity = intervalQuantity(channel, parameter);
         std::vector<float> values(rows_.count(), kNullValue);
         if (quantity == Quantity::End) return values;
@@ -101,7 +101,7 @@ private:
         return values;
     }
 
-    void addSeries(std::string label, int parameter, std::vector<float> values) {
+    void addSeries(std::string label, Parameter parameter, std::vector<float> values) {
         const ParameterUnit unit = parameterInfo(parameter).unit;
         hasPercent_ = hasPercent_ || unit == ParameterUnit::Percent;
         hasPa2Hours_ = hasPa2Hours_ || unit == ParameterUnit::Pa2Hours;

@@ -44,7 +44,7 @@ bool Zoom::apply(clsLog& opened) {
     clsLog& inView = isPart ? *part : opened;
     const bool isRecalculated = isPart
                                     ? session.ShowMessage(session.LoadText(Text::AskRecalculate),
-                                                          kButtonsYesNo + kIconQuestion + kDefaultSecond) == Button::Yes
+                                                          kButtonsYesNo | kIconQuestion | kDefaultSecond) == Button::Yes
                                     : session.Options.RecalcOnOpen;
     if (isRecalculated) recalculate(inView);
     if (isPart || isRecalculated) SetPlottableValues(inView);

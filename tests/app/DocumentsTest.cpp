@@ -220,7 +220,7 @@ TEST_F(DocumentsTest, ClosingAsksEverythingFirstAndSavesThen) {
         EXPECT_EQ(CloseFile(session, nullptr, ask), c.isClosed);
         ASSERT_EQ(messages.Boxes.size(), c.questions);
         EXPECT_EQ(messages.Boxes[1].Prompt, "Do you want to save the changes made to 'b.xml'");
-        EXPECT_EQ(messages.Boxes[1].Flags, kButtonsYesNoCancel + kIconQuestion);
+        EXPECT_EQ(messages.Boxes[1].Flags, kButtonsYesNoCancel | kIconQuestion);
         for (std::size_t i = 0; i < names.size(); ++i)
             EXPECT_EQ(readText(names[i]) != kOneLog, c.isSaved[i]) << names[i];
         EXPECT_EQ(session.OpenFiles.size(), c.isClosed ? 0U : 4U);

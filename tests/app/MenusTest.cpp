@@ -70,7 +70,7 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
         open.log().IntervalsLoading = true;
         enabled += answer(c.command, {true, "L1I1F1", nullptr, 0});
         open.log().IntervalsLoading = false;
-        for (const int tab : {eTabFullLog, eTabCumulativeData})
+        for (const LogTab tab : {eTabFullLog, eTabCumulativeData})
             enabled += answer(c.command, {true, "L1I1F1", &open.log(), tab});
         EXPECT_EQ(enabled, c.enabled) << static_cast<int>(c.command);
     }

@@ -15,7 +15,7 @@ struct LoggedFile : TestSession {
     clsFile file{session, folder.file("a.xml")};
     clsLog* log;
 
-    explicit LoggedFile(std::initializer_list<float> levels = {}, int mode = modeBroadband) {
+    explicit LoggedFile(std::initializer_list<float> levels = {}, LogMode mode = modeBroadband) {
         writeText(file.FileName, "measured");
         auto& data = file.InstrumentDatas.emplace_back(std::make_unique<clsInsData>(session));
         log = data->logsOf(mode).emplace_back(std::make_unique<clsLog>(session)).get();

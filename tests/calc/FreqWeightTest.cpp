@@ -10,7 +10,7 @@ namespace {
 struct OctaveLog : TestSession {
     clsLog log{session};
 
-    explicit OctaveLog(int mode = modeFullOctave) {
+    explicit OctaveLog(LogMode mode = modeFullOctave) {
         log.Mode(mode);
         log.FreqWeightA("A");
         for (int band = 0; band <= log.e("Last"); ++band) {

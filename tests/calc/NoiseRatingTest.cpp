@@ -10,7 +10,7 @@ namespace {
 struct RatedLog : TestSession {
     clsLog log{session};
 
-    explicit RatedLog(int mode) { log.Mode(mode); }
+    explicit RatedLog(LogMode mode) { log.Mode(mode); }
 
     void level(const char* band, float figure) { log.LeqCumA(band).Value(figure); }
 };
@@ -30,7 +30,7 @@ TEST(NoiseRating, TheHighestBandRatingRoundedUpIsTheLevel) {
         {"8k", 65, 73},    // 65 + 8 / 1.03 = 72.77
         {"16k", 120, 8},   // a band without constants
     };
-    for (const int mode : {modeFullOctave, modeThirdOctave}) {
+    for (const LogMode mode : {modeFullOctave, modeThirdOctave}) {
         for (const Case& c : kCases) {
             RatedLog rated(mode);
             rated.level(c.band, c.level);

@@ -90,7 +90,7 @@ TEST_F(RecalculationTest, Twa8NormalisesTheMeasuredDoseByTheWholeRun) {
 
 TEST_F(RecalculationTest, EachModeKeepsOrOverwritesWhatIsThere) {
     struct Case {
-        int mode;
+        LogMode mode;
         float lepdET, doseET, lepdMT, sel, twa;
         bool isMarked;
         int changes;
@@ -188,7 +188,7 @@ TEST_F(RecalculationTest, AnOldDoseMeterGetsItsLeqFromItsLepd) {
 }
 
 TEST_F(RecalculationTest, AFigureThatTheInstrumentMadeByAnotherCriterionSaysSo) {
-    const auto noteOf = [&](int parameter) { return reportedNote(log, kChannelA, parameter); };
+    const auto noteOf = [&](Parameter parameter) { return reportedNote(log, kChannelA, parameter); };
     log.InsName = "TR350";
     ASSERT_TRUE(log.IsHalcyrMeter());
     for (clsValue* figure : {&log.DoseETCumA, &log.DoseHourA, &log.LAvgCumA})
@@ -217,7 +217,7 @@ TEST_F(RecalculationTest, AFigureThatTheInstrumentMadeByAnotherCriterionSaysSo) 
 }
 
 TEST_F(RecalculationTest, AFigureThatIsNotOfTheExposureTimeSaysSo) {
-    const auto noteOf = [&](int parameter) { return reportedNote(log, kChannelA, parameter); };
+    const auto noteOf = [&](Parameter parameter) { return reportedNote(log, kChannelA, parameter); };
     log.InsName = "TR350";
     log.DoseETCumA.Value(70);
     RecalcValues(log, kCalcFull);
@@ -251,7 +251,7 @@ TEST_F(RecalculationTest, AHalcyrMeterKeepsItsFiguresUnlessZoomedAndHasNoExposur
     log.InsName = "TR350";
     log.IsChannelBOn = true;
     log.LeqCumB.Value(85);
-    for (const int mode : {kCalcFull, kCalcExposureTime}) {
+    for (const CalcMode mode : {kCalcFull, kCalcExposureTime}) {
         for (clsValue* value : {&log.Pa2hCumA, &log.DoseETCumA, &log.DoseHourA, &log.LepdETCumB, &log.LepdMTCumB,
                                 &log.DoseETCumB, &log.DoseHourB, &log.SELCumB}) {
             value->Value(7);
@@ -359,7 +359,7 @@ protected:
         }
     }
 
-    void recalculate(int mode) {
+    void recalculate(LogMode mode) {
         RecalcValues(log, mode);
         pump.runUntil([&] { return !log.IntervalsRecalculating; });
     }

@@ -62,7 +62,7 @@ std::string charted(Desk& desk, const char* name) {
     return chartValuesText(desk.control<chaTab>(name).chart(), {});
 }
 
-bool hasChart(Desk& desk, int tab) {
+bool hasChart(Desk& desk, LogTab tab) {
     return desk.area().currentSubWindow()->findChild<chaTab*>("chaTab" + QString::number(tab)) != nullptr;
 }
 

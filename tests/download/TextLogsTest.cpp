@@ -10,7 +10,7 @@ namespace {
 struct TextLogsTest : testing::Test, ScriptedDownload {
     bool download(const SampleInstrument& instrument) {
         connect(comm, instrument);
-        for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave})
+        for (const LogMode mode : {modeBroadband, modeFullOctave, modeThirdOctave})
             data.logsOf(mode).clear();
         return DownloadData(services, data);
     }

@@ -65,7 +65,7 @@ TEST_F(TransportTest, SilenceIsTriedAgainAndThenAsked) {
     ASSERT_EQ(messages.Boxes.size(), 2U);
     EXPECT_EQ(messages.Boxes[0].Prompt, session.LoadText(Text::AskTryAgain));
     EXPECT_EQ(messages.Boxes[0].Title, session.LoadText(Text::ErrorDownloading));
-    EXPECT_EQ(messages.Boxes[0].Flags, kButtonsRetryCancel + kIconExclamation);
+    EXPECT_EQ(messages.Boxes[0].Flags, kButtonsRetryCancel | kIconExclamation);
 }
 
 TEST_F(TransportTest, SilentCommandsCloseThePort) {

@@ -67,7 +67,7 @@ TEST(CalculationEntries, WithAZoomTheUserSaysWhichLog) {
         worked.messages.Answers = {answer};
         EXPECT_EQ(applyChanges(worked.log, zoom, {"85", "3", "03/06/2024"}, [](CalculationField) {}),
                   answer != Button::Cancel);
-        EXPECT_EQ(worked.lastBox().Flags, kButtonsYesNoCancel + kIconQuestion + kDefaultSecond);
+        EXPECT_EQ(worked.lastBox().Flags, kButtonsYesNoCancel | kIconQuestion | kDefaultSecond);
         EXPECT_EQ(worked.log.Criterion, answer == Button::Yes ? 85 : 90);
         EXPECT_EQ(zoom.Criterion, answer == Button::Cancel ? 90 : 85);
     }

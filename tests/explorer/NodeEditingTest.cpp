@@ -55,7 +55,7 @@ struct TwoFiles : TestSession {
         for (const auto& data : file(fileId).InstrumentDatas) {
             text += (text.empty() ? "" : " ") + data->InsSerial + "(";
             std::string logs;
-            for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+            for (const LogMode mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
                 for (const auto& item : data->logsOf(mode)) {
                     logs += (logs.empty() ? "" : " ") + std::string(1, logKind(mode)) + std::to_string(item->LogId) +
                             item->Name;

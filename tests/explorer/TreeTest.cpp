@@ -26,7 +26,7 @@ protected:
         clsInsData& data = *file.InstrumentDatas.back();
         data.NameX = "Site";
         data.InsSerial = "A1";
-        for (const int mode : modes) {
+        for (const LogMode mode : modes) {
             auto log = std::make_unique<clsLog>(session);
             log->Mode(mode);
             log->Name = "log";

@@ -40,7 +40,7 @@ struct ReadText : TestSession {
         isRead = ReadMachineLog(file, text, message);
     }
 
-    clsLog& log(int mode = modeBroadband) { return *file.InstrumentDatas.at(0)->logsOf(mode).at(0); }
+    clsLog& log(LogMode mode = modeBroadband) { return *file.InstrumentDatas.at(0)->logsOf(mode).at(0); }
 };
 
 TEST(MachineLog, ABroadbandLogWithBothChannels) {
@@ -93,7 +93,7 @@ TEST(MachineLog, ABroadbandLogWithBothChannels) {
 TEST(MachineLog, BandsFollowTheirOverallFigure) {
     struct Case {
         const char* word;
-        int mode, bands;
+        LogMode mode, bands;
         const char* lastBand;
     };
 

@@ -10,7 +10,7 @@ namespace {
 
 struct OldSample {
     const char* name;
-    int mode; // of its first log
+    LogMode mode; // of its first log
     std::int64_t rows;
     bool isOldStyle = true;
 };
@@ -69,7 +69,7 @@ TEST(OldSamples, ReadBackEqualWhenSaved) {
         OpenedFile again(readText(opened.file.FileName));
         ASSERT_TRUE(again.isOpen) << again.message;
         for (const auto& data : again.file.InstrumentDatas) {
-            for (const int mode : {modeBroadband, modeFullOctave}) {
+            for (const LogMode mode : {modeBroadband, modeFullOctave}) {
                 for (const auto& log : data->logsOf(mode))
                     OpenedFile::loadRows(*log);
             }

@@ -28,7 +28,7 @@ struct OpenedFile : TestSession {
         isOpen = LoadDocument(file, message);
     }
 
-    clsLog& log(int mode = modeBroadband) { return *file.InstrumentDatas.at(0)->logsOf(mode).at(0); }
+    clsLog& log(LogMode mode = modeBroadband) { return *file.InstrumentDatas.at(0)->logsOf(mode).at(0); }
 
     // Loads the rows of a log here and now.
     static void loadRows(clsLog& log) {

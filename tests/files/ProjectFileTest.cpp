@@ -20,7 +20,7 @@ struct ReadProjectText : TestSession {
         error = errorOf([&] { isRead = ReadProject(file, text); });
     }
 
-    clsLog& log(int mode = modeBroadband) { return *file.InstrumentDatas.at(0)->logsOf(mode).at(0); }
+    clsLog& log(LogMode mode = modeBroadband) { return *file.InstrumentDatas.at(0)->logsOf(mode).at(0); }
 
     // The document's text between two places, with its slashes plain.
     std::string written(std::string_view from, std::string_view to) {

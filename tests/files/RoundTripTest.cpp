@@ -137,7 +137,7 @@ TEST(RoundTrip, WhatIsSavedIsReadBack) {
         }
         RC_ASSERT(DocumentText(read.file, true) == DocumentText(saved.file, true));
         for (std::size_t i = 0; i < saved.file.InstrumentDatas.size(); ++i) {
-            for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+            for (const LogMode mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
                 const LogCollection& before = saved.file.InstrumentDatas[i]->logsOf(mode);
                 for (std::size_t n = 0; n < before.size(); ++n) {
                     const clsLog& after = *read.file.InstrumentDatas.at(i)->logsOf(mode).at(n);

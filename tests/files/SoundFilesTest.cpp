@@ -57,7 +57,7 @@ struct ReadSound : TestSession {
 
     clsInsData& data() { return *file.InstrumentDatas.at(0); }
 
-    clsLog& log(int mode = modeBroadband) { return *data().logsOf(mode).at(0); }
+    clsLog& log(LogMode mode = modeBroadband) { return *data().logsOf(mode).at(0); }
 };
 
 // A report by its tokens: those told stand at their numbers, the others are empty.

@@ -18,12 +18,12 @@ struct LoadedRows : OpenedFile {
     clsLogInterval item(std::int64_t row) { return log(mode_).LogIntervals.Item(row); }
 
 private:
-    int mode_;
+    LogMode mode_;
 };
 
 TEST(LoadRanges, AreAtMostSeven) {
     struct Case {
-        int mode;
+        LogMode mode;
         std::int64_t rows;
         std::size_t ranges;
         std::int64_t firstTo, lastFrom;

@@ -55,7 +55,7 @@ TEST_F(XmlWriterTest, WritesAnInstrumentWithItsLogsByMode) {
     data.InsSerial = "12<3";
     data.InsType = -3;
     data.FirmwareVersion = 1.2F;
-    for (const int mode : {modeThirdOctave, modeBroadband, modeFullOctave}) {
+    for (const LogMode mode : {modeThirdOctave, modeBroadband, modeFullOctave}) {
         auto item = std::make_unique<clsLog>(session);
         item->Mode(mode);
         item->Name = std::to_string(mode);

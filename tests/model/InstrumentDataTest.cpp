@@ -13,7 +13,7 @@ namespace {
 struct InstrumentDataTest : testing::Test, TestSession {
     clsInsData data{session};
 
-    std::unique_ptr<clsLog> logOf(const std::string& name, std::int16_t id, int mode = modeBroadband) {
+    std::unique_ptr<clsLog> logOf(const std::string& name, std::int16_t id, LogMode mode = modeBroadband) {
         auto log = std::make_unique<clsLog>(session);
         log->Mode(mode);
         log->Name = name;

@@ -8,19 +8,19 @@
 namespace kestrane {
 namespace {
 
-std::shared_ptr<clsLogShared> sharedOf(int mode) {
+std::shared_ptr<clsLogShared> sharedOf(LogMode mode) {
     auto shared = std::make_shared<clsLogShared>();
     shared->Mode(mode);
     return shared;
 }
 
-clsLogIntervals storeOf(int mode) {
+clsLogIntervals storeOf(LogMode mode) {
     clsLogIntervals store;
     store.Initialize(sharedOf(mode));
     return store;
 }
 
-clsLogInterval rowOf(int mode, float leq = 0) {
+clsLogInterval rowOf(LogMode mode, float leq = 0) {
     clsLogInterval row;
     row.Initialize(sharedOf(mode));
     row.LeqA(0).Value(leq);
@@ -28,7 +28,7 @@ clsLogInterval rowOf(int mode, float leq = 0) {
 }
 
 // A row in which no two figures are alike.
-clsLogInterval distinctRow(int mode) {
+clsLogInterval distinctRow(LogMode mode) {
     clsLogInterval row = rowOf(mode);
     float next = 0;
     const auto fill = [&](clsValue& value) {
@@ -120,7 +120,7 @@ TEST(LogIntervals, GrowBy5000Rows) {
 }
 
 TEST(LogIntervals, GiveRowsBackAsTheyWereCommitted) {
-    for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+    for (const LogMode mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
         clsLogIntervals store = storeOf(mode);
         store.setArraySize(3);
         const clsLogInterval row = distinctRow(mode);

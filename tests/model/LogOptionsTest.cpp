@@ -8,7 +8,7 @@ namespace {
 
 TEST(LogOptions, StartWithTheirDefaults) {
     const clsLogOptions options;
-    for (const int kind : {kCumulative, kInterval}) {
+    for (const FigureKind kind : kFigureKinds) {
         EXPECT_TRUE(options.Plottable(kChannelB, kind, eLe_Sel) && !options.IsPlotted(kChannelB, kind, eLe_Sel));
         EXPECT_TRUE(options.IsPlotted(kChannelA, kind, eLn(3)) && !options.IsPlotted(kChannelA, kind, eLn(4)));
         EXPECT_TRUE(options.Plottable(kChannelA, kind, eLn(10)) && !options.Plottable(kChannelB, kind, eLn(1)));

@@ -18,7 +18,7 @@ TEST_F(LogParametersTest, CaptionsCarryWeightBandAndChannel) {
     log.LnNumberA(2, 50);
 
     struct Case {
-        int parameter, channel;
+        Parameter parameter, channel;
         std::string_view band;
         const char *withoutLog, *ofLog, *ofTwoChannels;
     };
@@ -52,7 +52,7 @@ TEST_F(LogParametersTest, FiguresStandUnderTheirParameters) {
     EXPECT_EQ(cumulativeValue(log, kChannelA, eLmax, 11).Value(), 1);
     EXPECT_EQ(cumulativeValue(log, kChannelA, eLn(10), 2).Value(), 2);
     EXPECT_EQ(cumulativeValue(log, kChannelA, eLepdMT, 9).Value(), 3) << "without bands, any band is the figure";
-    for (const int parameter : {eLtm3, eLn1, eTWA})
+    for (const Parameter parameter : {eLtm3, eLn1, eTWA})
         EXPECT_EQ(cumulativeValue(log, kChannelB, parameter, 0).Value(), 0) << "channel B has none";
     log.IsLoggingOverLoaded = true;
     EXPECT_EQ(cumulativeValue(log, kChannelA, eOverload, 0).CalcValue(), -1);
@@ -82,9 +82,9 @@ TEST_F(LogParametersTest, OnlyWhatTheLogHoldsIsPlottable) {
     log.Ltm3CumA.Value(60);
     session.Options.objLogOptions.Plottable.set(kChannelA, kCumulative, eLtm3, false);
     SetPlottableValues(log);
-    const auto plottable = [&](int channel, int kind) {
+    const auto plottable = [&](LogChannel channel, FigureKind kind) {
         std::set<int> parameters;
-        for (int parameter = 1; parameter <= ParameterCount; ++parameter)
+        for (const Parameter parameter : kParameters)
             if (log.objLogOptions.Plottable(channel, kind, parameter)) parameters.insert(parameter);
         return parameters;
     };
@@ -129,22 +129,22 @@ TEST_F(LogParametersTest, BrevikModelsShowWhatTheyRecord) {
                           {"Brevik SE", "ENV", 's', 'n', 's'}, {"Brevik SE", "", 's', '-', '-'}};
     for (const Case& c : cases) {
         for (const bool inApplication : {false, true}) {
-            for (const int kind : {kCumulative, kInterval}) {
+            for (const FigureKind kind : kFigureKinds) {
                 clsLogOptions options;
-                for (int parameter = 1; parameter <= ParameterCount; ++parameter) {
-                    for (const int channel : {kChannelA, kChannelB}) {
+                for (const Parameter parameter : kParameters) {
+                    for (const LogChannel channel : kChannels) {
                         session.Options.objLogOptions.Plottable.set(channel, kind, parameter, inApplication);
                         options.Plottable.set(channel, kind, parameter, !inApplication);
                     }
                 }
                 RestrictToBrevik(session, options, c.name, c.location);
-                const auto expect = [&](int channel, int parameter, char rule) {
+                const auto expect = [&](LogChannel channel, Parameter parameter, char rule) {
                     const bool wanted =
                         rule == 'y' || (rule == 's' && inApplication) || (rule == '-' && !inApplication);
                     EXPECT_EQ(options.Plottable(channel, kind, parameter), wanted)
                         << c.name << c.location << ' ' << channel << kind << ' ' << parameter;
                 };
-                for (const int parameter : {eLepdET, eLepdMT, eDoseET, eDoseMT, eDoseHour, ePa2Hr}) {
+                for (const Parameter parameter : {eLepdET, eLepdMT, eDoseET, eDoseMT, eDoseHour, ePa2Hr}) {
                     expect(kChannelA, parameter, c.exposure);
                     expect(kChannelB, parameter, 'n');
                 }
@@ -157,7 +157,7 @@ TEST_F(LogParametersTest, BrevikModelsShowWhatTheyRecord) {
                     expect(kChannelA, parameter, rule);
                     expect(kChannelB, parameter, rule);
                 }
-                for (const int parameter : {eTWA, eLAvg}) {
+                for (const Parameter parameter : {eTWA, eLAvg}) {
                     expect(kChannelA, parameter, kind == kCumulative ? 'y' : '-');
                     expect(kChannelB, parameter, '-');
                 }

@@ -10,7 +10,7 @@ namespace {
 TEST(ConsoleMessages, PrintsTheBoxAndTakesTheAnswer) {
     struct Case {
         std::optional<Button> answer;
-        int flags;
+        MessageFlags flags;
         Button taken;
         const char* printed; // behind "Title: "
     };

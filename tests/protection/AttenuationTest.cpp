@@ -14,7 +14,7 @@ struct Wearer : TestSession {
     clsOptions options;
     clsHP hp;
 
-    explicit Wearer(int mode = modeBroadband) { log.Mode(mode); }
+    explicit Wearer(LogMode mode = modeBroadband) { log.Mode(mode); }
 
     void mode(std::int16_t calc, const char* method = "Auto") {
         options.HPDCalc = calc;
@@ -42,7 +42,7 @@ struct Wearer : TestSession {
         }
     }
 
-    float level(int correction = kCorrectionNone) { return APL_PAR_ENL(hp, log, options, correction); }
+    float level(CorrectionKind correction = kCorrectionNone) { return APL_PAR_ENL(hp, log, options, correction); }
 };
 
 TEST(HPDCalcMethodToUse, FollowsTheModeTheChoiceAndTheData) {

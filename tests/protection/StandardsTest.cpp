@@ -14,7 +14,7 @@ struct Worn : TestSession {
     clsOptions options;
     clsHP hp;
 
-    explicit Worn(int mode = modeBroadband) {
+    explicit Worn(LogMode mode = modeBroadband) {
         log.Mode(mode);
         hp.Name = "A";
     }
@@ -34,7 +34,7 @@ struct Worn : TestSession {
         hp.SNR = snr;
     }
 
-    double level(const std::string& method, int correction = kCorrectionNone) {
+    double level(const std::string& method, CorrectionKind correction = kCorrectionNone) {
         for (const StandardFigure& figure : standardFigures(log, hp, options, correction))
             if (figure.Method == method) return figure.Level;
         return -1;
@@ -123,7 +123,7 @@ TEST(Standards, ProtectorsAreRankedByVerdictThenByDistance) {
         hp.Name = name;
         hp.SNR = snr;
     }
-    const auto names = [&](int correction) {
+    const auto names = [&](CorrectionKind correction) {
         std::string text;
         for (const RankedProtector& ranked : rankProtectors(worn.log, list, worn.options, correction))
             text += ranked.Protector->Name + " " + std::string(verdictName(ranked.Verdict)) + "; ";

@@ -13,7 +13,7 @@ struct Yard : ShownLog {
     clsFile file{session, "/data/yard.xml"};
     clsInsData data{session};
 
-    explicit Yard(int mode = modeBroadband) : ShownLog(mode) {
+    explicit Yard(LogMode mode = modeBroadband) : ShownLog(mode) {
         log.objLogOptions.Plottable = PlotTable();
         log.StartDate = {3, 6, 2024};
         log.EndDate = {3, 6, 2024};
@@ -32,7 +32,7 @@ struct Yard : ShownLog {
         log.PeakCumA.Value(101);
         log.DoseETCumA.Value(12.34F);
         log.Pa2hCumA.Value(0.0126F);
-        for (const int parameter : {eLeq, eDoseET, ePa2Hr})
+        for (const Parameter parameter : {eLeq, eDoseET, ePa2Hr})
             log.objLogOptions.Plottable.set(kChannelA, kCumulative, parameter, true);
         log.objLogOptions.Plottable.set(kChannelA, kInterval, eLeq, true);
     }
@@ -290,7 +290,7 @@ TEST(Report, BreaksALongTitleBeforeItCutsIt) {
 // Nothing runs out of the page or over something else, whatever the texts are.
 TEST(Report, HoldsTheLongestTexts) {
     for (const bool isLandscape : {false, true}) {
-        for (const int mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
+        for (const LogMode mode : {modeBroadband, modeFullOctave, modeThirdOctave}) {
             for (const std::string& name : {std::string(5000, 'W'), std::string("a\tb\nc"),
                                             std::string("\xC3\xA9 w ") + std::string(300, 'm') + " \xC3\xA9"}) {
                 Yard yard(mode);
@@ -302,7 +302,7 @@ TEST(Report, HoldsTheLongestTexts) {
                 for (int ln = 1; ln <= NumberOfLns; ++ln)
                     log.LnNumberA(ln, static_cast<std::int16_t>(ln));
                 log.objLogOptions = clsLogOptions();
-                for (int parameter = 1; parameter <= ParameterCount; ++parameter)
+                for (const Parameter parameter : kParameters)
                     log.objLogOptions.IsPlotted.set(kChannelA, kInterval, parameter, true);
                 const RecordedMetrics metrics(isLandscape);
                 const RecordingPage page = yard.drawn(ReportForm::CumulativeAndIntervals, metrics);

@@ -12,7 +12,7 @@ namespace {
 TEST(CopyData, IsOfferedByTab) {
     std::string whole;
     std::string values;
-    for (int tab = 0; tab < kLogTabs; ++tab) {
+    for (const LogTab tab : kAllLogTabs) {
         whole += IsCopyable(tab, false, true) ? 'y' : 'n';
         values += IsCopyable(tab, true, true) ? 'y' : 'n';
         EXPECT_FALSE(IsCopyable(tab, false, false) || IsCopyable(tab, true, false)) << tab;

@@ -13,7 +13,7 @@ struct Compared : ShownLog {
     clsOptions options;
     clsHP hp;
 
-    explicit Compared(int mode = modeBroadband) : ShownLog(mode) { hp.Name = "Muff <1>"; }
+    explicit Compared(LogMode mode = modeBroadband) : ShownLog(mode) { hp.Name = "Muff <1>"; }
 
     void twoChannels(float a, float c) {
         log.IsChannelBOn = true;
@@ -25,7 +25,7 @@ struct Compared : ShownLog {
         hp.Low = 17;
     }
 
-    HPDComparison compare(int correction = kCorrectionNone) {
+    HPDComparison compare(CorrectionKind correction = kCorrectionNone) {
         return compareWithProtector(log, hp, options, correction);
     }
 };

@@ -15,14 +15,14 @@ namespace {
 std::string tabsOf(const clsLog& log) {
     std::string text;
     const TabFlags tabs = enabledTabs(log);
-    for (int tab = 0; tab < kLogTabs; ++tab)
+    for (const LogTab tab : kAllLogTabs)
         if (tabs[static_cast<std::size_t>(tab)]) text += std::to_string(tab);
     return text;
 }
 
 TEST(LogView, ALogGetsTheTabsItHasDataFor) {
     struct Case {
-        int mode;
+        DisplayMode mode;
         std::size_t rows;
         const char* tabs;
     };
@@ -93,7 +93,7 @@ TEST(LogView, PanelsFollowTheTabAndTheLog) {
     ShownLog octave(modeFullOctave);
     ShownLog broadband;
     broadband.log.IsChannelBOn = true;
-    for (int tab = 0; tab < kLogTabs; ++tab) {
+    for (const LogTab tab : kAllLogTabs) {
         const LogPanels panels = shownPanels(octave.log, tab);
         EXPECT_EQ(panels.DisplayBy, tab == 1 || tab == 2 || tab == 3 || tab == 6) << tab;
         EXPECT_EQ(panels.ByParam, tab == 1 || tab == 2 || tab == 3) << tab;

@@ -54,7 +54,7 @@ TEST(Zoom, ShowsAPartAsALogOfItsOwn) {
     window.state.View.IntervalRow = 10;
     ASSERT_TRUE(window.zoom(9, 10));
     EXPECT_EQ(window.messages.Boxes.back().Prompt, "Recalculate cumulative data?");
-    EXPECT_EQ(window.messages.Boxes.back().Flags, kButtonsYesNo + kIconQuestion + kDefaultSecond);
+    EXPECT_EQ(window.messages.Boxes.back().Flags, kButtonsYesNo | kIconQuestion | kDefaultSecond);
     clsLog& part = window.inView();
     EXPECT_NE(&part, window.opened);
     EXPECT_EQ(window.state.OpenedLog(window.session), window.opened);

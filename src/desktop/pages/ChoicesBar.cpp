@@ -34,16 +34,16 @@ void ChoicesBar::Add(QWidget& panel) {
 }
 
 QWidget& ChoicesBar::buttonsOf(const char* frame, Text::Id caption, QButtonGroup*& group,
-                               std::initializer_list<Text::Id> texts) {
+                               std::initializer_list<Choice> choices) {
     auto* const box = new QWidget;
     box->setObjectName(QLatin1String(frame));
     auto* const row = new QHBoxLayout(box);
     row->setContentsMargins(0, 0, 0, 0);
     if (caption != Text::None) row->addWidget(new QLabel(loadText(session_, caption)));
     group = new QButtonGroup(box);
-    for (const Text::Id text : texts) {
-        QRadioButton* const button = radioButton(session_, text, "", false);
-        group->addButton(button, static_cast<int>(group->buttons().size()));
+    for (const Choice& choice : choices) {
+        QRadioButton* const button = radioButton(session_, choice.Words, "", false);
+        group->addButton(button, choice.Id);
         row->addWidget(button);
     }
     return *box;
@@ -58,7 +58,8 @@ void ChoicesBar::makePanels() {
     interval->addWidget(labelOf(session_, Text::IntervalChoice, *lstInterval_));
     interval->addWidget(lstInterval_);
 
-    fraDisplayBy_ = &buttonsOf("fraDisplayBy", Text::None, optDisplayBy_, {Text::ByFrequency, Text::ByParameter});
+    fraDisplayBy_ = &buttonsOf("fraDisplayBy", Text::None, optDisplayBy_,
+                               {{kByFreq, Text::ByFrequency}, {kByParam, Text::ByParameter}});
     cboDisplayBy_ = new QComboBox;
     nameControl(*cboDisplayBy_, "cboDisplayBy", loadText(session_, Text::DisplayBy));
     cboDisplayBy_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
@@ -66,10 +67,13 @@ void ChoicesBar::makePanels() {
     displayBy.insertWidget(0, labelOf(session_, Text::DisplayLabel, *cboDisplayBy_));
     displayBy.addWidget(cboDisplayBy_);
 
-    fraAxis_ = &buttonsOf("fraAxis", Text::None, optAxis_, {Text::Decibel, Text::Percent});
-    fraTable_ = &buttonsOf("fraTable", Text::ChannelLabel, optChannelX_, {Text::ChannelA, Text::ChannelB});
+    fraAxis_ = &buttonsOf("fraAxis", Text::None, optAxis_, {{kByDecibels, Text::Decibel}, {kByPercent, Text::Percent}});
+    fraTable_ = &buttonsOf("fraTable", Text::ChannelLabel, optChannelX_,
+                           {{kChannelA, Text::ChannelA}, {kChannelB, Text::ChannelB}});
     fraDfltCum_ = &buttonsOf("fraDfltCum", Text::PanelLabel, optCumPanels_,
-                             {Text::ChannelsAAndB, Text::FullChannelA, Text::PanelAdvanced});
+                             {{ePanelBothChannels, Text::ChannelsAAndB},
+                              {ePanelMainChannelA, Text::FullChannelA},
+                              {ePanelAdvanced, Text::PanelAdvanced}});
     for (QWidget* panel : {fraInterval_, fraDisplayBy_, fraAxis_, fraTable_, fraDfltCum_})
         Add(*panel);
 }
@@ -89,7 +93,7 @@ void ChoicesBar::connectChoices() {
     };
     LogView& view = state_.View;
     connect(optDisplayBy_, &QButtonGroup::idToggled, this, onButton([&view](const clsLog&, int mode) {
-                view.chooseListMode(mode);
+                view.chooseListMode(static_cast<DisplayMode>(mode));
                 return true;
             }));
     connect(cboDisplayBy_, &QComboBox::activated, this, onLog([&view](const clsLog& log, int index) {
@@ -97,9 +101,10 @@ void ChoicesBar::connectChoices() {
                 return view.chooseEntry(list[static_cast<std::size_t>(index)].Choice);
             }));
     connect(optAxis_, &QButtonGroup::idToggled, this,
-            onButton([&view](const clsLog&, int axis) { return view.chooseAxis(kByDecibels + axis); }));
-    connect(optChannelX_, &QButtonGroup::idToggled, this,
-            onButton([&view](const clsLog&, int channel) { return view.chooseChannel(kChannelA + channel); }));
+            onButton([&view](const clsLog&, int axis) { return view.chooseAxis(static_cast<DisplayMode>(axis)); }));
+    connect(optChannelX_, &QButtonGroup::idToggled, this, onButton([&view](const clsLog&, int channel) {
+                return view.chooseChannel(static_cast<LogChannel>(channel));
+            }));
     connect(optCumPanels_, &QButtonGroup::idToggled, this,
             onButton([&view](const clsLog&, int panel) { return view.choosePanel(panel); }));
     connect(lstInterval_, &QComboBox::currentIndexChanged, this,
@@ -125,8 +130,8 @@ void ChoicesBar::ShowChoices(const clsLog& inView) {
 
     optDisplayBy_->button(kByParam)->setEnabled(panels.ByParam);
     optDisplayBy_->button(view.ListMode())->setChecked(true);
-    optAxis_->button(view.Axis - kByDecibels)->setChecked(true);
-    optChannelX_->button(view.Channel() - kChannelA)->setChecked(true);
+    optAxis_->button(view.Axis)->setChecked(true);
+    optChannelX_->button(view.Channel())->setChecked(true);
     optCumPanels_->button(ePanelBothChannels)->setVisible(inView.IsChannelBOn);
     optCumPanels_->button(cumulativePanelOf(inView, view.Panel))->setChecked(true);
     fillDisplayBy(inView);

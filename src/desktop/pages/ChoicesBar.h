@@ -32,8 +32,13 @@ signals:
     void Chosen(); // the tab in front may have to be drawn again
 
 private:
+    struct Choice {
+        int Id; // of the button in its group
+        Text::Id Words;
+    };
+
     QWidget& buttonsOf(const char* frame, Text::Id caption, QButtonGroup*& group,
-                       std::initializer_list<Text::Id> texts);
+                       std::initializer_list<Choice> choices);
     void makePanels();
     void connectChoices();
     void fillDisplayBy(const clsLog& inView);

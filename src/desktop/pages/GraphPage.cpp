@@ -14,7 +14,7 @@
 
 namespace kestrane {
 
-GraphPage::GraphPage(Session& session, ExplorerState& state, int tab) : LogPage(session, state, tab) {
+GraphPage::GraphPage(Session& session, ExplorerState& state, LogTab tab) : LogPage(session, state, tab) {
     column_ = new QVBoxLayout(this);
     column_->setContentsMargins(0, 0, 0, 0);
 }
@@ -27,7 +27,7 @@ ChartChoice GraphPage::choice() const {
 // Returns false when the user does not want to wait for a long chart in 3D.
 bool GraphPage::isWanted(const clsLog& inView, const ChartData& drawn) {
     return !tabRow(tab_).IsOverTime || !isAskedBefore3D(inView, drawn.Style) ||
-           session_.ShowMessage(session_.LoadText(Text::Ask3DTakesTime), kButtonsYesNo + kIconQuestion) == Button::Yes;
+           session_.ShowMessage(session_.LoadText(Text::Ask3DTakesTime), kButtonsYesNo | kIconQuestion) == Button::Yes;
 }
 
 void GraphPage::Draw(clsLog& inView) {

@@ -18,7 +18,7 @@ class GraphPage : public LogPage {
     Q_OBJECT
 
 public:
-    GraphPage(Session& session, ExplorerState& state, int tab);
+    GraphPage(Session& session, ExplorerState& state, LogTab tab);
 
     void Draw(clsLog& inView) override;
     bool HasContent() const override;

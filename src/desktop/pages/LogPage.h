@@ -20,7 +20,7 @@ class LogPage : public QWidget {
     Q_OBJECT
 
 public:
-    LogPage(Session& session, ExplorerState& state, int tab) : session_(session), state_(state), tab_(tab) {}
+    LogPage(Session& session, ExplorerState& state, LogTab tab) : session_(session), state_(state), tab_(tab) {}
 
     // The controls that it adds to the choices in the bar above it, shown while the page is in front. Null for none.
     virtual QWidget* Bar() { return nullptr; }
@@ -50,7 +50,7 @@ protected:
 
     Session& session_;
     ExplorerState& state_;
-    const int tab_;
+    const LogTab tab_;
 };
 
 QLabel* placeholderLabel(); // a label in the middle of an empty page that says why it is empty

@@ -24,7 +24,7 @@ constexpr std::array<IconOfFlag, 4> kIcons = {{{kIconStop, QMessageBox::Critical
 
 } // namespace
 
-Button DesktopMessages::show(const std::string& prompt, int flags, const std::string& title) {
+Button DesktopMessages::show(const std::string& prompt, MessageFlags flags, const std::string& title) {
     QMessageBox box(QApplication::activeWindow());
     box.setWindowTitle(QString::fromStdString(title));
     box.setTextFormat(Qt::PlainText);

@@ -16,7 +16,7 @@ public:
 
     // Escape, and closing the box, mean Cancel or a single OK; a box with neither can only be left by pressing a
     // button. The box lies above the active window.
-    Button show(const std::string& prompt, int flags, const std::string& title) override;
+    Button show(const std::string& prompt, MessageFlags flags, const std::string& title) override;
 
 private:
     Caption caption_;

@@ -23,7 +23,7 @@ struct BoxRun {
     bool stayedOpen = false;
 };
 
-BoxRun showBox(int flags, const std::function<void(QMessageBox&)>& act, const std::string& prompt = "Text") {
+BoxRun showBox(MessageFlags flags, const std::function<void(QMessageBox&)>& act, const std::string& prompt = "Text") {
     BoxRun run{};
     QTimer::singleShot(0, [&] {
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());

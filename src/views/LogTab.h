@@ -1,0 +1,23 @@
+// The numbers of a log's tabs. What is known of each stands in LogTabs.h.
+#pragma once
+
+#include <array>
+
+namespace kestrane {
+
+enum LogTab : int {
+    eTabFullLog,
+    eTabIntervalsTable,
+    eTabIntervalsGraph,
+    eTabCumulativeGraph,
+    eTabNoiseRating,
+    eTabCompareHPD,
+    eTabCumulativeData,
+    eTabExposureCalculator
+};
+
+inline constexpr std::array kAllLogTabs = {eTabFullLog,         eTabIntervalsTable,    eTabIntervalsGraph,
+                                           eTabCumulativeGraph, eTabNoiseRating,       eTabCompareHPD,
+                                           eTabCumulativeData,  eTabExposureCalculator};
+
+} // namespace kestrane
