@@ -49,7 +49,7 @@ double scrollSeconds(std::size_t rows) {
     BenchSession bench;
     int count = 0;
     const QApplication application(count, nullptr);
-    const clsFile& file = addDocument(bench.session, "long.xml", 0, rows);
+    const clsFile& file = addDocument(bench.session, "long.xml", modeBroadband, rows);
     grdTable table(bench.session);
     table.resize(1000, 650);
     table.SetTable(IntervalTable(*file.InstrumentDatas.front()->Locations.front(), kChannelA, {}));

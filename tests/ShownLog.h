@@ -33,7 +33,7 @@ struct ShownLog : TestSession {
         log.LogIntervals.copyData(rows, 0, 0);
     }
 
-    void plot(LogChannel channel, FigureKind kind, std::initializer_list<int> parameters) {
+    void plot(LogChannel channel, FigureKind kind, std::initializer_list<Parameter> parameters) {
         for (const Parameter parameter : parameters)
             log.objLogOptions.IsPlotted.set(channel, kind, parameter, true);
     }

@@ -40,7 +40,9 @@ public:
 
     LogMode Mode() const { return mode_; }
 
-    void Mode(LogMode mode) { mode_ = mode; } // raises kErrorApplication and keeps its value for anything but the three modes
+    void Mode(LogMode mode) {
+        mode_ = mode;
+    } // raises kErrorApplication and keeps its value for anything but the three modes
 
     void Copy(const clsLogShared& objPrevLogShared) { *this = objPrevLogShared; }
 

@@ -66,9 +66,9 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
         std::string enabled;
         enabled += answer(c.command, {});
         for (const char* key : {"", "F1", "X1F1", "L1I1F1"})
-            enabled += answer(c.command, {true, key, nullptr, 0});
+            enabled += answer(c.command, {true, key, nullptr, eTabFullLog});
         open.log().IntervalsLoading = true;
-        enabled += answer(c.command, {true, "L1I1F1", nullptr, 0});
+        enabled += answer(c.command, {true, "L1I1F1", nullptr, eTabFullLog});
         open.log().IntervalsLoading = false;
         for (const LogTab tab : {eTabFullLog, eTabCumulativeData})
             enabled += answer(c.command, {true, "L1I1F1", &open.log(), tab});
@@ -80,13 +80,14 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
     open.log().IntervalsRecalculating = true;
     EXPECT_EQ(answer(Command::FilePrint, shown), 'n');
     open.session.OpenFiles.clear();
-    EXPECT_EQ(answer(Command::FileCloseAll, {true, "", nullptr, 0}), 'n');
-    EXPECT_EQ(answer(Command::FileSave, {true, "F1", nullptr, 0}), 'n'); // of a file that has gone
+    EXPECT_EQ(answer(Command::FileCloseAll, {true, "", nullptr, eTabFullLog}), 'n');
+    EXPECT_EQ(answer(Command::FileSave, {true, "F1", nullptr, eTabFullLog}), 'n'); // of a file that has gone
 
     const std::pair<int, bool> groups[] = {{0, false}, {3, false}, {9, false}, {13, false}, {24, false}};
     for (const auto& [index, isEnabled] : groups)
-        EXPECT_EQ(IsGroupEnabled(open.session, Menu::LogPopup, index, {true, "", nullptr, 0}), isEnabled) << index;
-    EXPECT_TRUE(IsGroupEnabled(open.session, Menu::LogPopup, 13, {true, "L1I1F1", nullptr, 0}));
+        EXPECT_EQ(IsGroupEnabled(open.session, Menu::LogPopup, index, {true, "", nullptr, eTabFullLog}), isEnabled)
+            << index;
+    EXPECT_TRUE(IsGroupEnabled(open.session, Menu::LogPopup, 13, {true, "L1I1F1", nullptr, eTabFullLog}));
 }
 
 TEST(IsMenuEnabled, CopyFollowsTheActiveControlZoomAndCutTheRows) {
@@ -116,7 +117,7 @@ TEST(IsMenuEnabled, CopyFollowsTheActiveControlZoomAndCutTheRows) {
 
 TEST(IsMenuEnabled, EditingOfNodesIsForTheTree) {
     OpenFile open;
-    MenuState state = {true, "L1I1F1", nullptr, 0};
+    MenuState state = {true, "L1I1F1", nullptr, eTabFullLog};
     const auto enabled = [&] {
         std::string text;
         for (const Command command :

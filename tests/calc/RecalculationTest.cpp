@@ -90,7 +90,7 @@ TEST_F(RecalculationTest, Twa8NormalisesTheMeasuredDoseByTheWholeRun) {
 
 TEST_F(RecalculationTest, EachModeKeepsOrOverwritesWhatIsThere) {
     struct Case {
-        LogMode mode;
+        CalcMode mode;
         float lepdET, doseET, lepdMT, sel, twa;
         bool isMarked;
         int changes;
@@ -122,7 +122,7 @@ TEST_F(RecalculationTest, EachModeKeepsOrOverwritesWhatIsThere) {
         EXPECT_EQ(log.LepdETCumA.Value(), 71) << "as reported";
     }
     log.SELCumA.Value(1);
-    RecalcValues(log, 5);
+    RecalcValues(log, static_cast<CalcMode>(5));
     EXPECT_FLOAT_EQ(log.SELCumA.CalcValue(), 120.56303F) << "goes on as the mode before";
     log.LepdETCumA.Value(-4);
     log.DoseETCumA.Value(-4);
@@ -359,7 +359,7 @@ protected:
         }
     }
 
-    void recalculate(LogMode mode) {
+    void recalculate(CalcMode mode) {
         RecalcValues(log, mode);
         pump.runUntil([&] { return !log.IntervalsRecalculating; });
     }

@@ -163,8 +163,8 @@ TEST(Comparison, ConvertingTheWeightingDrawsTheLogAnew) {
     desk.command("Undo Frequency Weighting").trigger();
     desk.settle();
     EXPECT_EQ(desk.control<QLabel>("lblFrqWgt").text().toStdString(), before);
-    EXPECT_TRUE(
-        IsMenuEnabled(desk.session, Command::LogConvertWeighting, {true, "", log, desk.tabs().currentIndex(), false}));
+    EXPECT_TRUE(IsMenuEnabled(desk.session, Command::LogConvertWeighting,
+                              {true, "", log, static_cast<LogTab>(desk.tabs().currentIndex()), false}));
 }
 
 } // namespace

@@ -95,7 +95,7 @@ QStringList Desk::nodes() {
 }
 
 void Desk::clickTab(const char* caption) {
-    for (LogTab tab = 0; tab < tabs().count(); ++tab) {
+    for (int tab = 0; tab < tabs().count(); ++tab) {
         if (tabs().tabText(tab) == QLatin1String(caption))
             QTest::mouseClick(&tabs(), Qt::LeftButton, {}, tabs().tabRect(tab).center());
     }

@@ -208,7 +208,7 @@ TEST(Looks, NoTextIsCutShort) {
         const auto& table = desk.control<QTableView>("grdTable");
         EXPECT_GE(table.columnWidth(0), table.sizeHintForIndex(table.model()->index(0, 0)).width()) << sample;
         EXPECT_GE(tabs.width(), tabs.tabRect(tabs.count() - 1).right());
-        for (LogTab tab = 0; tab < tabs.count(); ++tab) {
+        for (int tab = 0; tab < tabs.count(); ++tab) {
             desk.clickTab(tabs.tabText(tab).toUtf8().constData());
             for (const QWidget* widget : desk.area().findChildren<QWidget*>()) {
                 const auto* label = qobject_cast<const QLabel*>(widget);

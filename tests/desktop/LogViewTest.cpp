@@ -81,13 +81,13 @@ TEST(Tabs, AreDrawnWhenFirstSeenAndOnlyThoseOfTheLogCanBeReached) {
     Desk desk;
     desk.openLog(kShift, "Broadband 1");
     EXPECT_EQ(desk.tabInFront(), "Full Log");
-    EXPECT_TRUE(hasChart(desk, 0));
-    EXPECT_FALSE(hasChart(desk, 3));
+    EXPECT_TRUE(hasChart(desk, eTabFullLog));
+    EXPECT_FALSE(hasChart(desk, eTabCumulativeGraph));
     EXPECT_EQ(desk.control<QTableView>("grdTable").model()->rowCount(), 0);
     desk.clickTab("Noise Rating");
     EXPECT_EQ(desk.tabInFront(), "Full Log");
     desk.clickTab("Cumultv (Graph)");
-    EXPECT_TRUE(hasChart(desk, 3));
+    EXPECT_TRUE(hasChart(desk, eTabCumulativeGraph));
     desk.clickTab("Intervals (Table)");
     EXPECT_EQ(desk.control<QTableView>("grdTable").model()->rowCount(), 480);
     desk.tabs().setFocus();

@@ -185,7 +185,7 @@ TEST(Undo, SharesTheColumnsThatTheChangeLeftAlone) {
 TEST(Undo, WaitsForBackgroundWorkAndMakesGoodARecalculationThatItCutShort) {
     OneLog one;
     clsLog& log = one.log();
-    log.RecalcMode = 4;
+    log.RecalcMode = kCalcFull;
     log.IntervalsRecalculating = true; // the figures kept are those before it ended
     ASSERT_TRUE(editLog(log, Text::StepNote, [&] { return log.Note = "x", true; }));
     EXPECT_FALSE(canExchange(&one.file(), Direction::Undo));

@@ -26,7 +26,7 @@ struct TwoFiles : TestSession {
 
     struct Collection {
         std::string serial;
-        std::vector<std::pair<int, std::string>> logs; // mode, name
+        std::vector<std::pair<LogMode, std::string>> logs; // mode, name
     };
 
     void addFile(const std::string& name, const std::vector<Collection>& collections) {

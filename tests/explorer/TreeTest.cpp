@@ -21,7 +21,7 @@ protected:
         return *session.OpenFiles.back();
     }
 
-    clsInsData& addData(clsFile& file, const std::vector<int>& modes) {
+    clsInsData& addData(clsFile& file, const std::vector<LogMode>& modes) {
         file.InstrumentDatas.push_back(std::make_unique<clsInsData>(session));
         clsInsData& data = *file.InstrumentDatas.back();
         data.NameX = "Site";

@@ -92,21 +92,23 @@ TEST(ViewPages, PrintWhatTheTabsShow) {
         return std::find(all.begin(), all.end(), line) != all.end();
     };
 
-    const auto table = lines(*tablePages({file, log, 1, false, kUpright}, kChannelA, {}));
+    const auto table = lines(*tablePages({file, log, eTabIntervalsTable, false, kUpright}, kChannelA, {}));
     EXPECT_TRUE(has(table, "Yard - Intervals (Table)"));
     EXPECT_TRUE(has(table, "Time|LAeq (CHA)"));
     EXPECT_TRUE(has(table, "03/06/24 09:01:00|70.5"));
-    const auto both = lines(*panelPages({file, log, 6, false, kUpright}, 0, ePanelBothChannels));
+    const auto both = lines(*panelPages({file, log, eTabCumulativeData, false, kUpright}, 0, ePanelBothChannels));
     EXPECT_TRUE(has(both, "Channel A|Channel B"));
     EXPECT_TRUE(has(both, "LAeq|81.3 dB|Leq|90.0 dB"));
-    EXPECT_TRUE(has(lines(*panelPages({file, log, 6, true, kUpright}, 0, ePanelMainChannelA)), "LAeq|81.3 dB"));
-    const auto exposures = lines(*exposurePages({file, log, 7, false, kUpright}));
+    EXPECT_TRUE(has(lines(*panelPages({file, log, eTabCumulativeData, true, kUpright}, 0, ePanelMainChannelA)),
+                    "LAeq|81.3 dB"));
+    const auto exposures = lines(*exposurePages({file, log, eTabExposureCalculator, false, kUpright}));
     EXPECT_TRUE(has(exposures, "1|00:00:00|press|85.0|04:00:00|82.0|0.0|Y")); // without a criterion and rate
     shown.log.Name.clear();
-    EXPECT_EQ(lines(*exposurePages({file, log, 7, false, kUpright})).front(), "Exp Calc");
+    EXPECT_EQ(lines(*exposurePages({file, log, eTabExposureCalculator, false, kUpright})).front(), "Exp Calc");
     ShownLog octave(modeFullOctave);
-    EXPECT_EQ(lines(*panelPages({file, octave.log, 6, false, kUpright}, 7, ePanelMainChannelA)).front(),
-              "Yard - Cumultv (Data) - 1k Hz");
+    EXPECT_EQ(
+        lines(*panelPages({file, octave.log, eTabCumulativeData, false, kUpright}, 7, ePanelMainChannelA)).front(),
+        "Yard - Cumultv (Data) - 1k Hz");
     EXPECT_TRUE(has(exposures, "Total|04:00:00|82.0|0.0")) << exposures[3];
 }
 

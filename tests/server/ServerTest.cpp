@@ -79,7 +79,7 @@ struct NumberedRows : IntervalSource {
 
     std::int64_t Count() const override { return count; }
 
-    IntervalColumns load(int, bool, std::int64_t from, std::int64_t to) const override {
+    IntervalColumns load(LogMode, bool, std::int64_t from, std::int64_t to) const override {
         if (from <= bad && bad <= to) throw RuntimeError(kErrorTypeMismatch, "Type mismatch");
         std::vector<float> levels;
         for (std::int64_t row = from; row <= to; ++row)

@@ -29,7 +29,7 @@ TEST(BandChart, ShowsTheLevelsOfTheWholeLogOrOfAnInterval) {
     EXPECT_EQ(chartValuesText(*whole, shown.session.locale),
               "\tLAeq (CHA)\tAmax (CHA)\tLeq (CHB)\r\n\t85.0\t\t88.0\r\n");
 
-    const auto band = bandChart(shown.log, kWholeLog, {"1k", 0}, kByDecibels);
+    const auto band = bandChart(shown.log, kWholeLog, {"1k", kNoParameter}, kByDecibels);
     EXPECT_EQ(chartValuesText(*band, shown.session.locale),
               "\tLAeq 1k Hz (CHA)\tAmax 1k Hz (CHA)\tLeq (CHB)\r\n\t77.0\t\t88.0\r\n");
 

@@ -26,7 +26,7 @@ TEST(DisplayBy, ListsLeadBackToWhatTheyName) {
     EXPECT_EQ(bands.front().Text, "Default");
     EXPECT_EQ(bands.front().Choice, DisplayChoice());
     EXPECT_EQ(bands[7].Text, "1k Hz (CHA)");
-    EXPECT_EQ(bands[7].Choice, (DisplayChoice{"1k", 0}));
+    EXPECT_EQ(bands[7].Choice, (DisplayChoice{"1k", kNoParameter}));
 
     const auto parameters = displayByList(shown.log, kByParam);
     EXPECT_EQ(textsOf(parameters), (std::vector<std::string>{"Default", "LAeq", "Amax", "L10"}));

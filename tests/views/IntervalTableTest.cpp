@@ -31,7 +31,7 @@ TEST(IntervalTable, ShowsThePlottedParametersOfTheChannel) {
                                                                 "03/06/24 09:00:00\t85,0\t\r\n"
                                                                 "03/06/24 09:01:00\t\t\r\n"
                                                                 "03/06/24 09:02:00\t1235\t\r\n");
-    const IntervalTable b(shown.log, kChannelB, {"1k", 0});
+    const IntervalTable b(shown.log, kChannelB, {"1k", kNoParameter});
     EXPECT_EQ(b.caption(1), "Cpeak (CHB)");
     EXPECT_EQ(b.cell(1, 1), "120,3");
 

@@ -22,7 +22,7 @@ std::string tabsOf(const clsLog& log) {
 
 TEST(LogView, ALogGetsTheTabsItHasDataFor) {
     struct Case {
-        DisplayMode mode;
+        LogMode mode;
         std::size_t rows;
         const char* tabs;
     };
@@ -69,7 +69,7 @@ TEST(LogView, KeepsTheProtectorFromLogToLogIfTheSettingsSaySo) {
     hp.SNR = 20;
     LogView view;
     view.open("L1I1F1", broadband.log, ePanelAdvanced);
-    view.chooseProtector(hp, 2);
+    view.chooseProtector(hp, kCorrectionFourDecibels);
     view.IsComparisonDeclined = true;
     view.open("L2I1F1", broadband.log, ePanelAdvanced);
     EXPECT_TRUE(view.Protector.has_value());
@@ -80,7 +80,7 @@ TEST(LogView, KeepsTheProtectorFromLogToLogIfTheSettingsSaySo) {
     EXPECT_FALSE(view.Protector.has_value()) << "no data by octaves";
 
     hp.MeanUS(1) = 10;
-    view.chooseProtector(hp, 0);
+    view.chooseProtector(hp, kCorrectionNone);
     octave.session.Options.HPDCalc = eHPDModeUSNIOSH;
     view.dropUnfitProtector(octave.log);
     EXPECT_TRUE(view.Protector.has_value());
@@ -124,7 +124,7 @@ TEST(LogView, ATabIsDrawnOnceUntilSomethingChanges) {
 
     EXPECT_FALSE(view.chooseEntry({})); // the default it has already
     EXPECT_FALSE(view.takeDrawing());
-    EXPECT_TRUE(view.chooseEntry({"1k", 0}));
+    EXPECT_TRUE(view.chooseEntry({"1k", kNoParameter}));
     EXPECT_TRUE(view.takeDrawing()); // the full log shows that band, too
     EXPECT_EQ(view.PanelBand(shown.log), 7);
 
@@ -146,7 +146,7 @@ TEST(LogView, ChannelBCannotShowABand) {
     shown.addRows(1);
     LogView view;
     view.open("O1I1F1", shown.log, ePanelBothChannels);
-    view.chooseEntry({"1k", 0});
+    view.chooseEntry({"1k", kNoParameter});
     view.chooseTab(eTabCumulativeData, shown.log);
     EXPECT_EQ(view.PanelBand(shown.log), 7);
     view.takeDrawing();

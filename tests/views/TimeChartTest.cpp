@@ -66,7 +66,7 @@ TEST(TimeChart, ShowsABandOrAllBandsOfAParameter) {
     shown.setLevel(Quantity::LeqA, 7, 0, 71.5F);
     shown.setLevel(Quantity::PeakA, 0, 0, 110);
 
-    const ChartData band = fullLogChart(&shown.log, {"1k", 0});
+    const ChartData band = fullLogChart(&shown.log, {"1k", kNoParameter});
     EXPECT_EQ(band.Title, "Yard - 1k");
     EXPECT_EQ(labels(band), (std::vector<std::string>{"LAeq 1k Hz", "Apeak"}));
     EXPECT_EQ(band.Series[0].Values[0], 71.5F);
