@@ -126,13 +126,13 @@ private:
         const double criterion = *rule.criterion;
         if (levels_.Rows.empty()) {
             if (!followsFromLeq(rule) || !out_.LAeq || log_.LogIntervals.Count() > 0) return std::nullopt;
-            return dosePart(*out_.LAeq, out_.MeasuredHours, criterion, rule.exchange);
+            return dosePart(*out_.LAeq, out_.MeasuredHours, {criterion, rule.exchange});
         }
         double sum = 0;
         for (const RowLevel& row : levels_.Rows) {
             // Compared in single precision, in which levels are kept.
             if (rule.threshold && static_cast<float>(row.Level) < static_cast<float>(*rule.threshold)) continue;
-            sum += dosePart(row.Level, row.Seconds / 3600, criterion, rule.exchange);
+            sum += dosePart(row.Level, row.Seconds / 3600, {criterion, rule.exchange});
         }
         return sum;
     }
@@ -145,7 +145,7 @@ private:
         out.ProjectedDose = *out.Dose * out_.ExposureHours / out_.MeasuredHours;
         if (*out.Dose <= 0) return; // a dose of 0 has no level
         out.TWA = levelOfDose(*out.Dose, criterion, perDecade);
-        out.LAVG = averageLevelOfDose(*out.Dose, criterion, rule.exchange, out_.MeasuredHours);
+        out.LAVG = averageLevelOfDose(*out.Dose, {criterion, rule.exchange}, out_.MeasuredHours);
         if (*out.ProjectedDose > 0) out.ProjectedTWA = levelOfDose(*out.ProjectedDose, criterion, perDecade);
     }
 

@@ -78,7 +78,7 @@ public:
             const float hours = time(basis);
             // This is meant: without an exchange rate the level stands for the dose (instrument convention).
             if (log_.Exchange == 0) return leq;
-            return doseOf(leq, log_.Criterion, log_.Exchange, hours);
+            return doseOf(leq, log_.Rule(), hours);
         });
     }
 
@@ -282,7 +282,7 @@ void deriveChannelB(clsLog& log, const Calculators& calculate) {
 
 // The level of a dose by the log's criterion and exchange rate. 0 for a dose of 0; raises 6 for a negative dose.
 float twaOf(const clsLog& log, float dose) {
-    return dose == 0 ? 0 : checkedSingle(twaOfDose(dose, log.Criterion, log.Exchange));
+    return dose == 0 ? 0 : checkedSingle(twaOfDose(dose, log.Rule()));
 }
 
 // The figures that depend on the criterion level and the exchange rate, or only on the exchange rate.
@@ -311,14 +311,15 @@ bool follows(const clsLog& log, Parameter parameter, float figure, float level) 
     const float hours = log.objLogOptions.ExposureTime;
     const auto isFigure = [&](double value) { return std::abs(value - figure) <= kClose * figure; };
     if (parameter == eLepdET) return hours > 0 && isFigure(normalisedTo8Hours(level, hours));
-    const auto isDoseBy = [&](std::int16_t criterion, std::int16_t exchange) {
+    const auto isDoseBy = [&](DoseRule rule) {
         try {
-            return isFigure(exchange == 0 ? level : doseOf(level, criterion, exchange, hours));
+            return isFigure(rule.Exchange == 0 ? level : doseOf(level, rule, hours));
         } catch (const RuntimeError&) { // there is no dose
             return false;
         }
     };
-    return isDoseBy(log.Criterion, log.Exchange) || isDoseBy(log.CriterionDose, log.ExchangeDose);
+    return isDoseBy(log.Rule()) ||
+           isDoseBy({static_cast<double>(log.CriterionDose), static_cast<double>(log.ExchangeDose)});
 }
 
 // Which time a figure marked "(ET)" was made with: the 8 hours that meters go by, the log's other exposure time, or
@@ -401,13 +402,13 @@ void CompleteRecalcProcess(clsLog& log) {
     log.RaiseLogValuesChanged();
 }
 
-void setCriterion(clsLog& log, std::int16_t criterion, std::int16_t exchange) {
+void setCriterion(clsLog& log, CriterionRate chosen) {
     if (log.CriterionDose == 0) {
         log.CriterionDose = log.Criterion;
         log.ExchangeDose = log.Exchange;
     }
-    log.Criterion = criterion;
-    log.Exchange = exchange;
+    log.Criterion = chosen.Criterion;
+    log.Exchange = chosen.Exchange;
 }
 
 std::string reportedNote(const clsLog& log, LogChannel channel, Parameter parameter) {

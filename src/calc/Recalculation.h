@@ -24,9 +24,15 @@ void RecalcValues(clsLog& log, CalcMode iCalcMode, const std::function<void()>& 
 // Derives figures from the present levels, in a fixed order, and then raises the change event.
 void CompleteRecalcProcess(clsLog& log);
 
+// A criterion level and an exchange rate, dB.
+struct CriterionRate {
+    std::int16_t Criterion;
+    std::int16_t Exchange;
+};
+
 // Gives the log a criterion level and an exchange rate, in dB, and remembers those that its reported figures were made
 // with. Nothing is recalculated.
-void setCriterion(clsLog& log, std::int16_t criterion, std::int16_t exchange);
+void setCriterion(clsLog& log, CriterionRate chosen);
 
 // The note on a cumulative figure that is the instrument's own although it was made with another criterion level or
 // exchange rate than the log has now, or not with its exposure time: "as reported (85 dB, 3 dB, not for 12:00:00)".

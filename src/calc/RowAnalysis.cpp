@@ -102,7 +102,7 @@ StretchFigures stretchFigures(std::span<const AnalysedRow> rows, double criterio
     if (figures.Seconds > 0) figures.LE = soundExposureLevel(*figures.LAeq, figures.Seconds);
     if (figures.Seconds > 0 && exchange > 0) figures.Dose = 0;
     for (const AnalysedRow& row : rows) {
-        if (figures.Dose) *figures.Dose += dosePart(row.Level, row.Seconds / kSecondsOfHour, criterion, exchange);
+        if (figures.Dose) *figures.Dose += dosePart(row.Level, row.Seconds / kSecondsOfHour, {criterion, exchange});
         if (row.Lmax != 0) figures.Lmax = std::max(figures.Lmax.value_or(row.Lmax), row.Lmax);
         if (row.Lmin != 0) figures.Lmin = std::min(figures.Lmin.value_or(row.Lmin), row.Lmin);
         if (row.Peak != 0) figures.Peak = std::max(figures.Peak.value_or(row.Peak), row.Peak);

@@ -124,7 +124,7 @@ int recalc(Program& program, const RecalcOptions& options) {
     const auto chosen = openLog(program, options);
     if (!chosen) return kFailed;
     clsLog& log = *chosen->log;
-    setCriterion(log, options.criterion.value_or(log.Criterion), options.exchange.value_or(log.Exchange));
+    setCriterion(log, {options.criterion.value_or(log.Criterion), options.exchange.value_or(log.Exchange)});
     if (options.exposure) log.objLogOptions.ExposureTime = *options.exposure;
     if (!program.recalculate(log, options.mode)) return kFailed;
     return finishLog(program, *chosen, options.output);

@@ -151,7 +151,7 @@ QGroupBox* CumulativePanelView::calculationBox() {
     return box;
 }
 
-void CumulativePanelView::ShowLog(const clsLog& log, int band, int panel) {
+void CumulativePanelView::ShowLog(const clsLog& log, int band, PanelForm panel) {
     const std::vector<PanelRow> rows = cumulativePanel(log, band);
     for (const auto& [section, box] : boxes_) {
         box->setVisible(isShownIn(panel, section));
@@ -160,7 +160,7 @@ void CumulativePanelView::ShowLog(const clsLog& log, int band, int panel) {
     showEntries(log);
 }
 
-void CumulativePanelView::fillSection(PanelSection section, const std::vector<PanelRow>& rows, int panel,
+void CumulativePanelView::fillSection(PanelSection section, const std::vector<PanelRow>& rows, PanelForm panel,
                                       bool hasChannelB) {
     auto& grid = *qobject_cast<QGridLayout*>(boxes_.at(section)->layout());
     clearLayout(grid);

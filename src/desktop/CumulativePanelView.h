@@ -26,7 +26,7 @@ public:
     explicit CumulativePanelView(const Session& session, QWidget* parent = nullptr);
 
     // Shows the figures at a band in the form of the panel, and the fields as the log has them.
-    void ShowLog(const clsLog& log, int band, int panel);
+    void ShowLog(const clsLog& log, int band, PanelForm panel);
 
     CalculationEntries Entries() const;
     void FocusField(CalculationField field);
@@ -38,7 +38,7 @@ signals:
 private:
     QGroupBox* figuresBox(PanelSection section, Text::Id title);
     QGroupBox* calculationBox();
-    void fillSection(PanelSection section, const std::vector<PanelRow>& rows, int panel, bool hasChannelB);
+    void fillSection(PanelSection section, const std::vector<PanelRow>& rows, PanelForm panel, bool hasChannelB);
     void showEntries(const clsLog& log);
     void leaveUserCal();
     void compareEntries();

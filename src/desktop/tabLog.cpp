@@ -146,7 +146,7 @@ void tabLog::Redraw() {
 }
 
 void tabLog::FollowSettings(bool isRedrawn) {
-    state_.View.followPanelSetting(session_.Options.CumulativePanel);
+    state_.View.followPanelSetting(static_cast<PanelForm>(session_.Options.CumulativePanel));
     isRedrawn ? Redraw() : tabClick();
 }
 

@@ -58,7 +58,7 @@ bool isWithoutDate(const clsLog& log, const std::string& text) {
 
 void storeAndRecalculate(clsLog& log, const Changes& changes) {
     log.CalibDate = changes.userCal;
-    setCriterion(log, changes.criterion, changes.exchange);
+    setCriterion(log, {changes.criterion, changes.exchange});
     RecalcValues(log, kCalcFull);
 }
 

@@ -109,7 +109,7 @@ bool ExplorerState::takeDisplayed(const Session& session) {
         return hadLog;
     }
     if (log->IsBusy() || View.Key == DisplayedKey) return false;
-    View.open(DisplayedKey, *log, session.Options.CumulativePanel);
+    View.open(DisplayedKey, *log, static_cast<PanelForm>(session.Options.CumulativePanel));
     ZoomRange.open(*log);
     return true;
 }

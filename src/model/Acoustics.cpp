@@ -41,30 +41,31 @@ double decibelsPerDecade(double exchange) {
     return exchange / std::log10(2.0);
 }
 
-double doseOf(float level, double criterion, double exchange, double hours) {
-    const auto perDecade = static_cast<float>(decibelsPerDecade(exchange));
-    const float exponent = checkedSingle((static_cast<double>(level) - criterion) / static_cast<double>(perDecade));
+double doseOf(float level, DoseRule rule, double hours) {
+    const auto perDecade = static_cast<float>(decibelsPerDecade(rule.Exchange));
+    const float exponent =
+        checkedSingle((static_cast<double>(level) - rule.Criterion) / static_cast<double>(perDecade));
     return kPercentPerHour * hours * std::pow(10.0, static_cast<double>(exponent));
 }
 
-double twaOfDose(double dose, double criterion, double exchange) {
-    return exchange / std::log(2.0) * std::log(dose / 100) + criterion;
+double twaOfDose(double dose, DoseRule rule) {
+    return rule.Exchange / std::log(2.0) * std::log(dose / 100) + rule.Criterion;
 }
 
 double levelOfDose(double dose, double criterion, double perDecade) {
     return criterion + perDecade * std::log10(dose / 100);
 }
 
-double averageLevelOfDose(double dose, double criterion, double exchange, double hours) {
-    return criterion + decibelsPerDecade(exchange) * std::log10(dose / (kPercentPerHour * hours));
+double averageLevelOfDose(double dose, DoseRule rule, double hours) {
+    return rule.Criterion + decibelsPerDecade(rule.Exchange) * std::log10(dose / (kPercentPerHour * hours));
 }
 
-double allowedHours(double level, double criterion, double exchange) {
-    return kReferenceHours / std::exp2((level - criterion) / exchange);
+double allowedHours(double level, DoseRule rule) {
+    return kReferenceHours / std::exp2((level - rule.Criterion) / rule.Exchange);
 }
 
-double dosePart(double level, double hours, double criterion, double exchange) {
-    return 100 * hours / allowedHours(level, criterion, exchange);
+double dosePart(double level, double hours, DoseRule rule) {
+    return 100 * hours / allowedHours(level, rule);
 }
 
 double exposurePoints(double level, double hours) {

@@ -39,15 +39,22 @@ double soundExposure(double level, float hours);
 // 5 dB.
 double decibelsPerDecade(double exchange);
 
+// What a dose is made by, dB: the criterion level, which gives 100 % in 8 h, and the exchange rate, by which a level
+// must rise for the dose to double.
+struct DoseRule {
+    double Criterion;
+    double Exchange;
+};
+
 // Dose in percent of a level held for a time: 12.5 T 10^((L - criterion) / decibelsPerDecade) (ANSI S1.25; 100 at the
 // criterion level for 8 h). The number of dB per decade and the exponent are rounded to single precision (instrument
 // convention). There is no dose for an exchange rate of 0: the caller decides what to use instead. Raises 6 when the
 // exponent fits no single.
-double doseOf(float level, double criterion, double exchange, double hours);
+double doseOf(float level, DoseRule rule, double hours);
 
 // TWA, the level that gives a dose when held for 8 h: (exchange rate / ln 2) ln(D/100) + criterion (29 CFR 1910.95
 // Appendix A, with the exact factor in place of 16.61).
-double twaOfDose(double dose, double criterion, double exchange);
+double twaOfDose(double dose, DoseRule rule);
 
 // The level of a dose by a printed or rounded factor, perDecade, in dB for ten times the dose: criterion + perDecade
 // lg(D/100).
@@ -55,15 +62,15 @@ double levelOfDose(double dose, double criterion, double perDecade);
 
 // LAVG, the mean level over a time by an exchange rate: criterion + (exchange rate / lg 2) lg(D / (12.5 T)) (ANSI
 // S1.25). It equals LAeq only for an exchange rate of 3 dB.
-double averageLevelOfDose(double dose, double criterion, double exchange, double hours);
+double averageLevelOfDose(double dose, DoseRule rule, double hours);
 
 // How many hours a level may last for a dose of 100 %: 8 / 2^((L - criterion) / exchange rate) (29 CFR 1910.95 Table
 // G-16a, NIOSH 98-126). The exchange rate must not be 0.
-double allowedHours(double level, double criterion, double exchange);
+double allowedHours(double level, DoseRule rule);
 
 // The dose in percent that a level makes when it is held for a time: 100 T / allowedHours, without the roundings of
 // doseOf.
-double dosePart(double level, double hours, double criterion, double exchange);
+double dosePart(double level, double hours, DoseRule rule);
 
 // Exposure points: 100 for 85 dB over 8 h, 100 (T/8) 10^((L - 85) / 10) (HSE L108). Points of several exposures add up.
 double exposurePoints(double level, double hours);

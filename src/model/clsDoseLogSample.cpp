@@ -31,7 +31,9 @@ clsValue clsDoseLogSample::getDose() const {
     clsValue dose;
     const float hours = Duration.getTimeAsHours();
     if (Leq.Value() == 0 || Criterion == 0 || Exchange == 0 || hours == 0) return dose;
-    assign(dose, [&] { return doseOf(Leq.Value(), Criterion, Exchange, hours); });
+    assign(dose, [&] {
+        return doseOf(Leq.Value(), {static_cast<double>(Criterion), static_cast<double>(Exchange)}, hours);
+    });
     return dose;
 }
 

@@ -3,6 +3,7 @@
 // in server/, files in files/. Owned by a clsInsData; used on the owner thread only.
 #pragma once
 
+#include "model/Acoustics.h"
 #include "model/BackgroundWork.h"
 #include "model/BandValues.h"
 #include "model/CalcMode.h"
@@ -120,6 +121,8 @@ public:
     void RaiseLogValuesChanged() const; // tells the frame that the figures or rows have changed
 
     bool IsOpen = false; // the tree shows the log with the open image
+
+    DoseRule Rule() const { return {static_cast<double>(Criterion), static_cast<double>(Exchange)}; }
 
     LogMode Mode() const { return objLogShared->Mode(); }
 

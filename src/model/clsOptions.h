@@ -14,11 +14,10 @@ namespace kestrane {
 constexpr std::int16_t eDisplayFilesAsNodes = 0;
 constexpr std::int16_t eDisplayFilesBesideLogNames = 1;
 constexpr std::int16_t eHideFileNames = 2;
-// CumulativePanel
-constexpr std::int16_t ePanelBothChannels = 0;
-constexpr std::int16_t ePanelMainChannelA = 1;
-constexpr std::int16_t ePanelAdvanced = 2;
-constexpr std::int16_t ePanelHidden = 3;
+
+// What the cumulative panel shows; the setting CumulativePanel.
+enum PanelForm : std::int16_t { ePanelBothChannels, ePanelMainChannelA, ePanelAdvanced, ePanelHidden };
+
 // HPDCalc
 constexpr std::int16_t eHPDModeEUHSE = 0;
 constexpr std::int16_t eHPDModeUSOSHA = 1;

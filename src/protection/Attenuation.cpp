@@ -74,7 +74,7 @@ float byNRR(const Protection& p) {
     const double toC = weight == "C" ? 0 : 7;
     const float hours = getTime(p.log, 'h', Run::Whole, ExcludedRows::LeftOut);
     const float dose = checkedSingle(doseIn8Hours(DoseMT_NRR(p.log), hours));
-    const double twa = twaOfDose(dose, p.log.Criterion, p.log.Exchange);
+    const double twa = twaOfDose(dose, p.log.Rule());
     return checkedSingle(twa - (static_cast<double>(p.protector.NRR) - toC) * derating);
 }
 

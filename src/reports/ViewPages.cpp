@@ -82,7 +82,7 @@ std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage c
     return std::make_unique<ChartPage>(view, std::move(chart), below);
 }
 
-std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int panel) {
+std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, PanelForm panel) {
     const clsLog& log = view.log;
     const bool hasChannelB = log.IsChannelBOn && showsChannelB(panel);
     std::vector<std::string> captions = {{}, {}};

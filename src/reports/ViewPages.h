@@ -25,7 +25,7 @@ struct PrintedView {
 std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart, const std::string& below);
 
 // The labels that a form of the panel (ePanelBothChannels and so on) shows for a band.
-std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, int panel);
+std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, PanelForm panel);
 
 std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view);
 

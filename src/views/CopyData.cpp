@@ -116,7 +116,7 @@ ClipboardForms copiedValues(const ChartData& chart, const Locale& locale) {
     return copiedLines(chartValuesText(chart, locale), true);
 }
 
-ClipboardForms copiedPanel(const clsLog& log, int band, int panel) {
+ClipboardForms copiedPanel(const clsLog& log, int band, PanelForm panel) {
     std::string text;
     const bool hasChannelB = log.IsChannelBOn && showsChannelB(panel);
     for (const PanelRow& row : cumulativePanel(log, band)) {

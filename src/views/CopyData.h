@@ -18,7 +18,7 @@ ClipboardForms copiedLines(std::string text, bool hasHeading);
 // The rows of the intervals table. The HTML form also names the log and its criterion, and explains the "*".
 ClipboardForms copiedTable(const clsLog& log, const CopiedRows& rows, bool hasHeading);
 ClipboardForms copiedValues(const ChartData& chart, const Locale& locale);
-ClipboardForms copiedPanel(const clsLog& log, int band, int panel); // the figures that the panel shows
+ClipboardForms copiedPanel(const clsLog& log, int band, PanelForm panel); // the figures that the panel shows
 ClipboardForms copiedExposures(const clsLog& log);
 // Puts a line in front of the text and of the table. An empty line changes nothing, and pictures are not changed.
 ClipboardForms withLine(ClipboardForms forms, const std::string& line);

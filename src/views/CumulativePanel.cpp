@@ -224,11 +224,11 @@ std::vector<PanelRow> cumulativePanel(const clsLog& log, int band) {
     return Panel(log, band).rows();
 }
 
-bool isShownIn(int panel, PanelSection section) {
+bool isShownIn(PanelForm panel, PanelSection section) {
     return section != PanelSection::Levels || panel != ePanelAdvanced;
 }
 
-bool showsChannelB(int panel) {
+bool showsChannelB(PanelForm panel) {
     return panel != ePanelMainChannelA;
 }
 

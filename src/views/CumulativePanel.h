@@ -41,8 +41,8 @@ std::vector<PanelRow> cumulativePanel(const clsLog& log, int band);
 
 // Whether a form of the tab (ePanelBothChannels, ePanelMainChannelA or ePanelAdvanced) has a section of figures, and
 // whether it has channel B. Every form has the sections of measurement and instrument.
-bool isShownIn(int panel, PanelSection section);
-bool showsChannelB(int panel);
+bool isShownIn(PanelForm panel, PanelSection section);
+bool showsChannelB(PanelForm panel);
 
 // The labels of the panel that show a value.
 std::vector<PanelLabel> shownLabels(const clsLog& log, int band);

@@ -6,11 +6,11 @@
 
 namespace kestrane {
 
-int cumulativePanelOf(const clsLog& log, int chosen) {
+PanelForm cumulativePanelOf(const clsLog& log, PanelForm chosen) {
     return chosen == ePanelBothChannels && !log.IsChannelBOn ? static_cast<int>(ePanelMainChannelA) : chosen;
 }
 
-void LogView::open(const std::string& key, const clsLog& log, int panelSetting) {
+void LogView::open(const std::string& key, const clsLog& log, PanelForm panelSetting) {
     Key = key;
     panelSetting_ = panelSetting;
     if (panelSetting != ePanelHidden) Panel = panelSetting;
@@ -88,13 +88,13 @@ bool LogView::chooseAxis(DisplayMode axis) {
     return true;
 }
 
-bool LogView::choosePanel(int panel) {
+bool LogView::choosePanel(PanelForm panel) {
     Panel = panel;
     drawAnew(&LogPanels::FigurePanel);
     return true;
 }
 
-void LogView::followPanelSetting(int panelSetting) {
+void LogView::followPanelSetting(PanelForm panelSetting) {
     if (std::exchange(panelSetting_, panelSetting) != panelSetting && panelSetting != ePanelHidden)
         choosePanel(panelSetting);
 }

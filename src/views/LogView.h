@@ -16,13 +16,13 @@ namespace kestrane {
 
 // The form of the "Cumultv (Data)" tab for a log: the chosen one, except that a log without channel B has no form with
 // both channels.
-int cumulativePanelOf(const clsLog& log, int chosen);
+PanelForm cumulativePanelOf(const clsLog& log, PanelForm chosen);
 
 class LogView {
 public:
     std::string Key; // of the log that is shown; empty for none
     LogTab Tab = eTabFullLog;
-    int Panel = 0;          // ePanelBothChannels, ePanelMainChannelA or ePanelAdvanced
+    PanelForm Panel = ePanelBothChannels;          // ePanelBothChannels, ePanelMainChannelA or ePanelAdvanced
     DisplayMode Axis = kByDecibels; // or kByPercent
     std::int64_t IntervalRow = 1;
     bool ShowsNote = true;
@@ -37,7 +37,7 @@ public:
 
     // Shows another log. All choices return to their defaults, except the protector when the settings keep it; the tab
     // stays when the log has it.
-    void open(const std::string& key, const clsLog& log, int panelSetting);
+    void open(const std::string& key, const clsLog& log, PanelForm panelSetting);
     void close();
 
     // All tabs must be drawn again; channel A is chosen.
@@ -61,8 +61,8 @@ public:
     bool chooseListMode(DisplayMode mode);                 // kByFreq or kByParam; the list goes to its default
     bool chooseEntry(const DisplayChoice& choice); // an entry of the list
     bool chooseAxis(DisplayMode axis);
-    bool choosePanel(int panel);
-    void followPanelSetting(int panelSetting); // a setting that differs from the last one becomes the choice
+    bool choosePanel(PanelForm panel);
+    void followPanelSetting(PanelForm panelSetting); // a setting that differs from the last one becomes the choice
     bool chooseInterval(std::int64_t row);     // counted from 1
     // When a band or parameter was chosen, the list goes to its default and channel A stays.
     bool chooseChannel(LogChannel channel);
@@ -81,7 +81,7 @@ private:
     DisplayMode listMode_ = kByFreq;
     DisplayChoice choice_;
     LogChannel channel_ = kChannelA;
-    int panelSetting_ = 0; // the setting that was followed last
+    PanelForm panelSetting_ = ePanelBothChannels; // the setting that was followed last
     TabFlags drawn_{};
 };
 

@@ -113,7 +113,7 @@ TEST(Criteria, LinearBandsAreWeightedRowByRow) {
     logged.set(Quantity::LeqA, 1, 90, logged.log->e("125"));
     const Criteria criteria = criteriaOf(*logged.log, {});
     EXPECT_NEAR(*criteria.LAeq, levelOf((energyOf(90) + energyOf(73.9)) / 2), 1e-5);
-    EXPECT_NEAR(*named(criteria, "acgih").Dose, 100 * (1.0 / 60) / allowedHours(90, 85, 3), 1e-6) << "73.9 < 80";
+    EXPECT_NEAR(*named(criteria, "acgih").Dose, 100 * (1.0 / 60) / allowedHours(90, {85, 3}), 1e-6) << "73.9 < 80";
     EXPECT_EQ(named(criteria, "eu").Note, "LAeq from bands");
 }
 

@@ -195,8 +195,8 @@ TEST_F(RecalculationTest, AFigureThatTheInstrumentMadeByAnotherCriterionSaysSo) 
         figure->Value(70);
     RecalcValues(log, kCalcFull);
     EXPECT_EQ(noteOf(eDoseET), "");
-    setCriterion(log, 90, 3);
-    setCriterion(log, 80, 3);
+    setCriterion(log, {90, 3});
+    setCriterion(log, {80, 3});
     RecalcValues(log, kCalcFull);
     EXPECT_EQ(log.DoseETCumA.CalcValue(), 70);
     EXPECT_EQ(noteOf(eDoseET), "as reported (85 dB, 3 dB)");
@@ -208,11 +208,11 @@ TEST_F(RecalculationTest, AFigureThatTheInstrumentMadeByAnotherCriterionSaysSo) 
     log.objLogOptions.ExposureTime = 4;
     RecalcValues(log, kCalcExposureTime);
     EXPECT_EQ(noteOf(eDoseET), "");
-    setCriterion(log, 85, 5);
+    setCriterion(log, {85, 5});
     RecalcValues(log, kCalcFull);
     EXPECT_FLOAT_EQ(log.DoseETCumA.CalcValue(), 50) << "no longer the instrument's";
     EXPECT_EQ(noteOf(eLAvg), "as reported (85 dB, 3 dB)");
-    setCriterion(log, 85, 3);
+    setCriterion(log, {85, 3});
     EXPECT_EQ(noteOf(eLAvg) + noteOf(eDoseHour), "");
 }
 
@@ -227,7 +227,7 @@ TEST_F(RecalculationTest, AFigureThatIsNotOfTheExposureTimeSaysSo) {
     EXPECT_EQ(log.DoseETCumA.CalcValue(), 70);
     EXPECT_EQ(noteOf(eDoseET), "as reported (not for 12:00:00)");
     EXPECT_EQ(noteOf(eLepdET) + noteOf(eDoseMT), "");
-    setCriterion(log, 82, 3);
+    setCriterion(log, {82, 3});
     EXPECT_EQ(noteOf(eDoseET), "as reported (85 dB, 3 dB, not for 12:00:00)");
     RecalcValues(log, kCalcExposureTime);
     EXPECT_NEAR(log.DoseETCumA.CalcValue(), 300, 0.6); // half as long again, at 3 dB above the criterion
@@ -236,7 +236,7 @@ TEST_F(RecalculationTest, AFigureThatIsNotOfTheExposureTimeSaysSo) {
     log.CriterionDose = 0;
     RecalcValues(log, kCalcFull);
     EXPECT_EQ(noteOf(eDoseET), "");
-    setCriterion(log, 85, 3);
+    setCriterion(log, {85, 3});
     EXPECT_EQ(noteOf(eDoseET), "as reported (82 dB, 3 dB)");
 
     log.InsName = "Corvane";

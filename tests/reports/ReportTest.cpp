@@ -103,7 +103,7 @@ TEST(Report, SaysWhatItsFiguresAreNot) {
     clsLog& log = yard.log;
     log.objLogOptions.ExposureTime = 12;
     log.HasWholeFigures = true;
-    setCriterion(log, 80, 3);
+    setCriterion(log, {80, 3});
     const Lines lines = yard.drawn(ReportForm::Cumulative).lines(0);
     for (const char* line :
          {"These cumulative figures are those of the whole log.", "Exposure Time|08:00:00 (figures: 12:00:00)",

@@ -106,7 +106,7 @@ void ChoicesBar::connectChoices() {
                 return view.chooseChannel(static_cast<LogChannel>(channel));
             }));
     connect(optCumPanels_, &QButtonGroup::idToggled, this,
-            onButton([&view](const clsLog&, int panel) { return view.choosePanel(panel); }));
+            onButton([&view](const clsLog&, int panel) { return view.choosePanel(static_cast<PanelForm>(panel)); }));
     connect(lstInterval_, &QComboBox::currentIndexChanged, this,
             onLog([&view](const clsLog&, int index) { return index >= 0 && view.chooseInterval(index + 1); }));
 }
