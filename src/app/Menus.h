@@ -103,7 +103,7 @@ struct MenuState {
     bool HasExplorer = false; // there is such a window, and it is not minimised
     std::string SelectedKey;
     const clsLog* Displayed = nullptr; // the whole log on display
-    LogTab Tab = eTabFullLog;                       // the tab in front
+    LogTab Tab = eTabFullLog;          // the tab in front
     bool IsOnExposureRow = false;      // a row of the exposure calculator is the current one
     bool IsTreeActive = false;         // the tree, not the log view, had the focus last
     bool HasContent = false;           // the tab shows something that can be copied

@@ -32,8 +32,8 @@ struct SerialChoice {
 
 class SettingsDialog {
 public:
-    explicit SettingsDialog(Session& session);               // all pages: the application's settings
-    SettingsDialog(Session& session, clsOptions& options);   // only the page of the explorer
+    explicit SettingsDialog(Session& session);                      // all pages: the application's settings
+    SettingsDialog(Session& session, clsOptions& options);          // only the page of the explorer
     SettingsDialog(Session& session, clsLog& log, FigureKind kind); // only the page of logs, for one kind of figures
 
     clsOptions Edited; // with a log, its display options are in objLogOptions

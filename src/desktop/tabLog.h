@@ -97,7 +97,7 @@ private:
     QLabel* placeholder_;
     StartPage* start_;
     std::array<LogPage*, kAllLogTabs.size()> pages_{}; // indexed by LogTab
-    std::vector<GraphPage*> graphs_;         // the pages that are charts
+    std::vector<GraphPage*> graphs_;                   // the pages that are charts
     GraphPage* timeGraph_;
     ComparisonPage* comparison_;
     ExposurePage* exposures_;

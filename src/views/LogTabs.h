@@ -39,7 +39,7 @@ struct LogPanels {
 // What a chart depends on, apart from the log.
 struct ChartChoice {
     DisplayChoice Choice;
-    DisplayMode Axis = kByDecibels;                    // or kByPercent
+    DisplayMode Axis = kByDecibels;            // or kByPercent
     std::int64_t Interval = 1;                 // the row that a chart of one row shows, counted from 1
     const HPDComparison* Comparison = nullptr; // null when none has been made
 };

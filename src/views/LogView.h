@@ -22,8 +22,8 @@ class LogView {
 public:
     std::string Key; // of the log that is shown; empty for none
     LogTab Tab = eTabFullLog;
-    PanelForm Panel = ePanelBothChannels;          // ePanelBothChannels, ePanelMainChannelA or ePanelAdvanced
-    DisplayMode Axis = kByDecibels; // or kByPercent
+    PanelForm Panel = ePanelBothChannels; // ePanelBothChannels, ePanelMainChannelA or ePanelAdvanced
+    DisplayMode Axis = kByDecibels;       // or kByPercent
     std::int64_t IntervalRow = 1;
     bool ShowsNote = true;
     bool ShowsLegend = true;
@@ -58,12 +58,12 @@ public:
     bool chooseTab(LogTab tab, const clsLog& log);
 
     // Each returns whether the tab in front is to be drawn again.
-    bool chooseListMode(DisplayMode mode);                 // kByFreq or kByParam; the list goes to its default
+    bool chooseListMode(DisplayMode mode);         // kByFreq or kByParam; the list goes to its default
     bool chooseEntry(const DisplayChoice& choice); // an entry of the list
     bool chooseAxis(DisplayMode axis);
     bool choosePanel(PanelForm panel);
     void followPanelSetting(PanelForm panelSetting); // a setting that differs from the last one becomes the choice
-    bool chooseInterval(std::int64_t row);     // counted from 1
+    bool chooseInterval(std::int64_t row);           // counted from 1
     // When a band or parameter was chosen, the list goes to its default and channel A stays.
     bool chooseChannel(LogChannel channel);
 
