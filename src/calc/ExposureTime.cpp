@@ -12,7 +12,6 @@ namespace kestrane {
 namespace {
 
 constexpr double kDay = 24; // hours
-constexpr float kReferenceHours = 8;
 
 double wholeSeconds(float hours) {
     return roundHalfAway(static_cast<double>(hours) * 3600);
@@ -32,7 +31,7 @@ std::string exposureTimeText(float hours) {
 
 std::string exposureTimeLabel(const clsLog& log) {
     std::string own = exposureTimeText(log.objLogOptions.ExposureTime);
-    const std::string reference = exposureTimeText(kReferenceHours);
+    const std::string reference = exposureTimeText(static_cast<float>(kReferenceHours));
     if (log.has(Trait::GoesByExposureTime) || own == reference) return own;
     return reference + ReplaceText(log.session().LoadText(Text::FiguresMadeWithTime), "^", own);
 }

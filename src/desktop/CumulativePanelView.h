@@ -4,6 +4,7 @@
 
 #include "explorer/CalculationEntries.h"
 #include "model/Session.h"
+#include "model/clsOptions.h"
 #include "resources/TextNames.h"
 #include "views/CumulativePanel.h"
 

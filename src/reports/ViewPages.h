@@ -3,6 +3,7 @@
 
 #include "model/clsFile.h"
 #include "model/clsLog.h"
+#include "model/clsOptions.h"
 #include "reports/PagedDocument.h"
 #include "views/ChartOnPage.h"
 #include "views/DisplayBy.h"

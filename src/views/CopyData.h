@@ -2,6 +2,7 @@
 // table, so that word processors and spreadsheets paste a table. Pictures of charts are drawn by charts/.
 #pragma once
 
+#include "model/clsOptions.h"
 #include "platform/Clipboard.h"
 #include "views/ChartData.h"
 #include "views/HPDComparison.h"

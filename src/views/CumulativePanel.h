@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/clsLog.h"
+#include "model/clsOptions.h"
 
 #include <string>
 #include <vector>

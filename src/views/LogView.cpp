@@ -7,7 +7,7 @@
 namespace kestrane {
 
 PanelForm cumulativePanelOf(const clsLog& log, PanelForm chosen) {
-    return chosen == ePanelBothChannels && !log.IsChannelBOn ? static_cast<int>(ePanelMainChannelA) : chosen;
+    return chosen == ePanelBothChannels && !log.IsChannelBOn ? ePanelMainChannelA : chosen;
 }
 
 void LogView::open(const std::string& key, const clsLog& log, PanelForm panelSetting) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/clsLog.h"
+#include "model/clsOptions.h"
 #include "protection/clsHP.h"
 #include "views/DisplayBy.h"
 #include "views/LogTabs.h"

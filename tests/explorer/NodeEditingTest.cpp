@@ -20,8 +20,10 @@ constexpr std::string_view kTwo = "77(L4d T2u) 99(L5e)";
 // Two documents, F1 and F2, of two collections each: I1, I2 and I3, I4.
 struct TwoFiles : TestSession {
     TwoFiles() {
-        addFile("one.xml", {{"77", {{0, "a"}, {0, "b"}, {1, "o"}, {2, "t"}}}, {"88", {{0, "c"}}}});
-        addFile("two.xml", {{"77", {{0, "d"}, {2, "u"}}}, {"99", {{0, "e"}}}});
+        addFile("one.xml",
+                {{"77", {{modeBroadband, "a"}, {modeBroadband, "b"}, {modeFullOctave, "o"}, {modeThirdOctave, "t"}}},
+                 {"88", {{modeBroadband, "c"}}}});
+        addFile("two.xml", {{"77", {{modeBroadband, "d"}, {modeThirdOctave, "u"}}}, {"99", {{modeBroadband, "e"}}}});
     }
 
     struct Collection {

@@ -51,7 +51,7 @@ protected:
     // Two files of one collection each, with a log of every mode.
     void twoFiles() {
         for (const char* name : {"/a.xml", "/b.xml"})
-            addData(addFile(name), {0, 1, 2});
+            addData(addFile(name), {modeBroadband, modeFullOctave, modeThirdOctave});
         AssignIdentities(session, false, 0);
     }
 };
@@ -82,7 +82,7 @@ TEST_F(TreeTest, NewObjectsAndCopiesTakeTheNextIdentityWithoutMoving) {
     data.append(source, 1);
     data.Locations[2]->LogId = source.LogId; // as a copy that has kept its identity
     data.Locations[2]->Name = "copy";
-    addData(*session.OpenFiles[0], {0});
+    addData(*session.OpenFiles[0], {modeBroadband});
     addFile("/c.xml");
 
     AssignIdentities(session, true, 0);
@@ -111,7 +111,7 @@ TEST_F(TreeTest, FilesGroupByFormatInTheOrderOfOpening) {
 
 TEST_F(TreeTest, GroupsOfLogsAndTheTextOfACollection) {
     clsFile& file = addFile("/data/a.xml");
-    addData(file, {1, 0, 1});
+    addData(file, {modeFullOctave, modeBroadband, modeFullOctave});
     addData(file, {});
     AssignIdentities(session, false, 0);
     const std::vector<TreeNode> nodes = buildTree(session);

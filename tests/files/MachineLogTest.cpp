@@ -93,7 +93,8 @@ TEST(MachineLog, ABroadbandLogWithBothChannels) {
 TEST(MachineLog, BandsFollowTheirOverallFigure) {
     struct Case {
         const char* word;
-        LogMode mode, bands;
+        LogMode mode;
+        int bands;
         const char* lastBand;
     };
 

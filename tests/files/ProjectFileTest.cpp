@@ -96,7 +96,8 @@ TEST(ProjectFile, RowsPeaksExposureRowsAndDisplay) {
             "</dl-intvls><disp><leq-1-1>-1</leq-1-1><pdose-1-1>-1</pdose-1-1><overload-1-2>-1</overload-1-2>"
             "<ln2-1-2>-1</ln2-1-2><twa-2-2>-1</twa-2-2></disp>");
     EXPECT_EQ(read.log().Pa2hCumA.Value(), 0) << "that of a row is not the log's";
-    EXPECT_TRUE(ReadProjectText(project("")).log().objLogOptions.IsPlotted(1, 1, eLmin)) << "the user's own, untold";
+    EXPECT_TRUE(ReadProjectText(project("")).log().objLogOptions.IsPlotted(kChannelA, kCumulative, eLmin))
+        << "the user's own, untold";
 }
 
 TEST(ProjectFile, BandsAndRecords) {

@@ -65,7 +65,7 @@ void fillRows(clsLog& log) {
 
 std::unique_ptr<clsLog> anyLog(Session& session) {
     auto log = std::make_unique<clsLog>(session);
-    log->Mode(any(0, 2));
+    log->Mode(toLogMode(any(0, 2)));
     log->Name = anyText();
     log->Note = anyText() + "x"; // a note of a row would stand in for none
     log->IsLoggingOverLoaded = true;
@@ -108,7 +108,8 @@ std::unique_ptr<clsLog> anyLog(Session& session) {
         setAny(sample.Leq);
     }
     log->objLogOptions.IsPlotted = PlotTable();
-    log->objLogOptions.IsPlotted.set(any(1, 2), any(1, 2), *rc::gen::element<int>(eLeq, eDoseMT, eTWA, eLn(ln)), true);
+    log->objLogOptions.IsPlotted.set(static_cast<LogChannel>(any(1, 2)), static_cast<FigureKind>(any(1, 2)),
+                                     *rc::gen::element(eLeq, eDoseMT, eTWA, eLn(ln)), true);
     return log;
 }
 

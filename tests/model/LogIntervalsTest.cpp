@@ -85,11 +85,9 @@ TEST(Bands, AreNamedByMode) {
     EXPECT_EQ(e(modeFullOctave, "16") + e(modeFullOctave, "1k") + e(modeFullOctave, "16k"), 1 + 7 + 11);
     EXPECT_EQ(e(modeThirdOctave, "16") + e(modeThirdOctave, "1k") + e(modeThirdOctave, "16k"), 2 + 20 + 32);
     EXPECT_EQ(e(modeBroadband, "1k") + e(modeFullOctave, "1.25k"), 0);
-    clsLogShared shared;
-    shared.Mode(modeFullOctave);
     for (const int wrong : {-1, 3, 32767})
-        EXPECT_EQ(errorOf([&] { shared.Mode(wrong); }), kErrorApplication);
-    EXPECT_EQ(shared.Mode(), modeFullOctave);
+        EXPECT_EQ(errorOf([&] { static_cast<void>(toLogMode(wrong)); }), kErrorApplication);
+    EXPECT_EQ(toLogMode(2), modeThirdOctave);
 }
 
 TEST(LogIntervals, GrowBy5000Rows) {

@@ -19,7 +19,11 @@ TEST(LogOptions, StartWithTheirDefaults) {
     }
     for (const auto& [channel, kind, parameter] :
          {std::tuple(0, 1, 1), {3, 1, 1}, {1, 0, 1}, {1, 3, 1}, {1, 1, 0}, {1, 1, 27}}) {
-        EXPECT_EQ(errorOf([&] { static_cast<void>(options.IsPlotted(channel, kind, parameter)); }),
+        EXPECT_EQ(errorOf([&] {
+                      static_cast<void>(options.IsPlotted(static_cast<LogChannel>(channel),
+                                                          static_cast<FigureKind>(kind),
+                                                          static_cast<Parameter>(parameter)));
+                  }),
                   kErrorIndexOutOfRange);
     }
 }

@@ -18,7 +18,8 @@ TEST_F(LogParametersTest, CaptionsCarryWeightBandAndChannel) {
     log.LnNumberA(2, 50);
 
     struct Case {
-        Parameter parameter, channel;
+        Parameter parameter;
+        LogChannel channel;
         std::string_view band;
         const char *withoutLog, *ofLog, *ofTwoChannels;
     };

@@ -70,7 +70,7 @@ auto faulty(Call call, bool isClose = false) -> decltype(call()) {
 }
 
 const FileSystemCalls kFaulty = {
-    [](const char* path, MessageFlags flags, unsigned mode) {
+    [](const char* path, int flags, unsigned mode) {
         return faulty([=] { return kSystemCalls.open(path, flags, mode); });
     },
     [](int file, const void* data, unsigned long size) {
