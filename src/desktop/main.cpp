@@ -87,6 +87,7 @@ int run(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName("kestrane");
     QApplication::setApplicationDisplayName({});
+    QApplication::setDesktopFileName(KESTRANE_ID);
     QApplication::setWindowIcon(iconOf("application"));
     QtEventPump pump;
     IniSettings settings = settingsOfBrand();
