@@ -1,6 +1,7 @@
 #include "app/DownloadHPD.h"
 
 #include "platform/AtomicFile.h"
+#include "platform/Files.h"
 #include "platform/Format.h"
 #include "platform/RuntimeError.h"
 #include "platform/Trimmed.h"
@@ -35,10 +36,11 @@ std::optional<std::string> fetch(Session& session, HPDProgress& progress, bool b
     return std::nullopt;
 }
 
-// Keeps a copy of the old file. Does nothing when there is no old file.
-void keepOld(const std::string& path) {
+// Keeps a copy of the old records. Does nothing when there are none.
+void keepOld(const ProtectorCollection& collection) {
     std::error_code failed;
-    std::filesystem::copy_file(path, path + ".bak", std::filesystem::copy_options::overwrite_existing, failed);
+    std::filesystem::copy_file(sourceOf(collection), collection.File + ".bak",
+                               std::filesystem::copy_options::overwrite_existing, failed);
     if (failed && failed.value() != ENOENT) throw RuntimeError(failed.value(), failed.message());
 }
 
@@ -47,7 +49,7 @@ std::string damageOf(const Session& session, const ProtectorCollection& collecti
     const std::size_t read = collection.Protectors.size();
     const std::string line =
         read == 0 ? std::string() : ReplaceText(session.LoadText(Text::AtLine), "^", std::to_string(read + 1));
-    return fault + "\r\n\r\n" + collection.File + line;
+    return fault + "\r\n\r\n" + sourceOf(collection) + line;
 }
 
 } // namespace
@@ -56,14 +58,14 @@ bool LoadHPD(Session& session) {
     ProtectorCollection& collection = *session.protectors;
     collection.Damage.clear();
     try {
-        if (loadProtectors(collection.File, collection.Protectors)) return true;
+        if (loadProtectors(sourceOf(collection), collection.Protectors)) return true;
         collection.Damage = damageOf(session, collection, session.LoadText(Text::TextBehindEmptyLine));
         session.ShowMessage(collection.Damage, kIconExclamation);
         return true;
     } catch (const RuntimeError& error) {
         const bool isMissing = error.Number == ENOENT;
         if (!isMissing) collection.Damage = damageOf(session, collection, textOf(error));
-        session.ShowMessage(isMissing ? ReplaceText(session.LoadText(Text::FileNotFound), "^", collection.File)
+        session.ShowMessage(isMissing ? ReplaceText(session.LoadText(Text::FileNotFound), "^", sourceOf(collection))
                                       : collection.Damage,
                             kIconExclamation);
         return false;
@@ -90,7 +92,8 @@ bool DownloadHPD(Session& session, HPDProgress& progress, bool bSilent) {
     if (!body) return false;
     try {
         const std::string text = databaseText(*body);
-        keepOld(collection.File);
+        makeFolderOf(collection.File);
+        keepOld(collection);
         std::vector<clsHP> protectors;
         // A text that cannot be read raises, so it never replaces the old one.
         const bool isWhole = readProtectors(text, protectors);

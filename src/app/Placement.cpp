@@ -54,6 +54,12 @@ void savePlacement(SettingsStore& store, const Placement& placement) {
         store.write(kSettings, field.key, std::to_string(placement.*field.member * kTwipsPerPixel));
 }
 
+void movePlacement(SettingsStore& from, SettingsStore& to) {
+    for (const Field& field : kFields)
+        moveSetting(from, to, kSettings, field.key);
+    moveSetting(from, to, kSettings, kTreeWidth);
+}
+
 std::optional<int> readTreeWidth(const SettingsStore& store) {
     std::int16_t width = 0;
     try {

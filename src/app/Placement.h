@@ -20,6 +20,9 @@ struct Placement {
 std::optional<Placement> readPlacement(const SettingsStore& store);
 void savePlacement(SettingsStore& store, const Placement& placement);
 
+// Moves the placement and the width of the tree to another store, which keeps values of its own.
+void movePlacement(SettingsStore& from, SettingsStore& to);
+
 // The width of the explorer tree in pixels at 96 dpi. Nothing when the store has none or an impossible one.
 std::optional<int> readTreeWidth(const SettingsStore& store);
 void saveTreeWidth(SettingsStore& store, int width);

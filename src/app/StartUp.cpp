@@ -2,13 +2,15 @@
 
 #include "app/Documents.h"
 #include "app/DownloadHPD.h"
+#include "app/Placement.h"
 #include "model/SettingsText.h"
 #include "platform/Files.h"
+#include "platform/RuntimeError.h"
 #include "platform/Trimmed.h"
+#include "platform/UserFolders.h"
 #include "protection/ProtectorDatabase.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
@@ -81,23 +83,11 @@ std::string dataFolder() {
     return programFolder() + "../share/kestrane/";
 }
 
-std::string protectorDatabase() {
-    const char* const xdg = std::getenv("XDG_DATA_HOME");
-    const char* const home = std::getenv("HOME");
-    const std::filesystem::path data = xdg != nullptr && *xdg != '\0' ? std::filesystem::path(xdg)
-                                       : home != nullptr              ? std::filesystem::path(home) / ".local" / "share"
-                                                                      : std::filesystem::temp_directory_path();
-    const std::filesystem::path own = data / "kestrane" / kDatabaseFile;
-    std::error_code failed; // then there is no database, and loading it reports that
-    if (!std::filesystem::exists(own, failed)) {
-        std::filesystem::create_directories(own.parent_path(), failed);
-        std::filesystem::copy_file(dataFolder() + std::string(kDatabaseFile), own, failed);
-        if (failed) std::filesystem::remove(own, failed); // so that no incomplete copy is left
-        // The installed one may be read-only.
-        std::filesystem::permissions(own, std::filesystem::perms::owner_write, std::filesystem::perm_options::add,
-                                     failed);
-    }
-    return own.string();
+ProtectorCollection protectorsOfUser() {
+    ProtectorCollection collection;
+    collection.File = userDataFolder() + "kestrane/" + std::string(kDatabaseFile);
+    collection.Original = dataFolder() + std::string(kDatabaseFile);
+    return collection;
 }
 
 std::string fullPath(const std::string& name) {
@@ -119,6 +109,16 @@ std::vector<std::string> sampleFiles() {
     return names;
 }
 
+void moveState(Session& session) {
+    try {
+        for (int i = 1; i <= kRecentKeys; ++i)
+            moveSetting(session.settings, *session.state, kPreferences, recentKey(i));
+        movePlacement(session.settings, *session.state);
+    } catch (const RuntimeError&) {
+        // The folder cannot be written. What was not moved stays in the settings.
+    }
+}
+
 void readSettings(Session& session) {
     session.Options.DefaultDataDirectory = defaultDataFolder(programFolder(), session.DocumentsFolder);
     if (const std::string file = session.settings.Unreadable(); !file.empty())
@@ -127,7 +127,7 @@ void readSettings(Session& session) {
         session.ShowMessage(ReplaceText(session.LoadText(Text::SettingNotOfItsKind), "^", key), kIconExclamation);
     }
     for (int i = 1; i <= kRecentKeys; ++i) {
-        const std::string name = session.settings.read(kPreferences, recentKey(i), {});
+        const std::string name = session.state->read(kPreferences, recentKey(i), {});
         if (name.empty()) break;
         session.RecentFiles.push_back(name);
     }
@@ -135,7 +135,7 @@ void readSettings(Session& session) {
 
 void saveRecentFiles(Session& session) {
     for (std::size_t i = 0; i < session.RecentFiles.size(); ++i) {
-        session.settings.write(kPreferences, recentKey(static_cast<int>(i) + 1), session.RecentFiles[i]);
+        session.state->write(kPreferences, recentKey(static_cast<int>(i) + 1), session.RecentFiles[i]);
     }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/Session.h"
+#include "protection/ProtectorDatabase.h"
 
 #include <functional>
 #include <string>
@@ -24,9 +25,9 @@ std::string programFolder();
 // The folder of the files that are installed with the program (help, manuals), with "/" at the end.
 std::string dataFolder();
 
-// The path of the protector database in use: the user's own copy, which is made from the installed one when there is
-// none yet.
-std::string protectorDatabase();
+// The protectors of the user, not read yet. They come from the user's own file, or from the installed one as long as there
+// is no such file.
+ProtectorCollection protectorsOfUser();
 
 // The full path of a file name.
 std::string fullPath(const std::string& name);
@@ -37,6 +38,9 @@ std::string defaultDataFolder(const std::string& program, const std::string& doc
 
 // The installed sample files, ordered by name.
 std::vector<std::string> sampleFiles();
+
+// Moves recent files and placement out of the settings, where earlier versions kept them, into the state.
+void moveState(Session& session);
 
 // Reads settings and recent files. A setting that cannot be converted is reported with its key, and its default stays.
 void readSettings(Session& session);

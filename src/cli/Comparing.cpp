@@ -32,9 +32,15 @@ clsOptions comparisonOptions(const Program& program, const CompareArguments& arg
     return calculation;
 }
 
-std::optional<ProtectorCollection> openDatabase(Session& session, const std::string& database) {
+ProtectorCollection protectorsIn(const std::string& database) {
+    if (database.empty()) return protectorsOfUser();
     ProtectorCollection collection;
-    collection.File = database.empty() ? protectorDatabase() : database;
+    collection.File = database;
+    return collection;
+}
+
+std::optional<ProtectorCollection> openDatabase(Session& session, const std::string& database) {
+    ProtectorCollection collection = protectorsIn(database);
     session.protectors = &collection;
     const bool isLoaded = LoadHPD(session);
     session.protectors = nullptr;

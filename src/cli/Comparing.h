@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/Program.h"
+#include "protection/ProtectorDatabase.h"
 #include "views/HPDComparison.h"
 
 #include <CLI/CLI.hpp>
@@ -26,6 +27,9 @@ CLI::Option* addProtector(CLI::App& verb, CompareArguments& arguments);
 
 // The settings with the mode and method of the arguments.
 clsOptions comparisonOptions(const Program& program, const CompareArguments& arguments);
+
+// Returns the database of a call, still to be read; an empty name stands for that of the user.
+ProtectorCollection protectorsIn(const std::string& database);
 
 // Opens the database and loads its records. Nothing when it cannot be read; the reason has been shown.
 std::optional<ProtectorCollection> openDatabase(Session& session, const std::string& database);

@@ -145,8 +145,7 @@ int update(Program& program, const std::string& url, const std::string& database
     const QCoreApplication application(argc, nullptr); // needed for the network
     Session& session = program.session;
     if (!url.empty()) session.Options.HPDAddress = url;
-    ProtectorCollection collection;
-    collection.File = database.empty() ? protectorDatabase() : database;
+    ProtectorCollection collection = protectorsIn(database);
     session.protectors = &collection;
     QtHttp http;
     session.http = &http;

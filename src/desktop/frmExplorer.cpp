@@ -31,7 +31,7 @@ frmExplorer::frmExplorer(Session& session, QWidget* parent) : QWidget(parent), s
     splitter->addWidget(tree_);
     splitter->addWidget(log_);
     splitter->setStretchFactor(1, 1);
-    splitter->setSizes({readTreeWidth(session.settings).value_or(kTreeWidth), kLogWidth});
+    splitter->setSizes({readTreeWidth(*session.state).value_or(kTreeWidth), kLogWidth});
     splitter->setChildrenCollapsible(false);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -30,9 +30,9 @@ constexpr auto kCompany = KESTRANE_COMPANY;
 constexpr int kLook = 50; // milliseconds between two looks at the clock
 constexpr double kSplashSeconds = 2.5;
 
-IniSettings settingsOfBrand() {
+std::string nameOfSettings() {
     const std::string name = LoadSoftwareByFirm(kCompany).SettingsAppName;
-    return IniSettings::ofApplication(name.empty() ? std::string(kApplicationTitle) : name);
+    return name.empty() ? std::string(kApplicationTitle) : name;
 }
 
 bool hasDisplay() {
@@ -90,20 +90,22 @@ int run(int argc, char** argv) {
     QApplication::setDesktopFileName(KESTRANE_ID);
     QApplication::setWindowIcon(iconOf("application"));
     QtEventPump pump;
-    IniSettings settings = settingsOfBrand();
+    IniSettings settings = IniSettings::ofApplication(nameOfSettings());
+    IniSettings state = IniSettings::stateOfApplication(nameOfSettings());
     Session* texts = nullptr;
     DesktopMessages messages([&texts](Button button) { return texts->LoadText(captionOf(button)); });
     BackgroundServer server(pump);
     Session session(kCompany, systemLocale(), settings, messages, pump, clock);
     texts = &session;
     session.server = &server;
+    session.state = &state;
+    moveState(session);
     session.DocumentsFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
     QtComm comm(settings, [&session](Text::Id id) { return session.LoadText(id); });
     session.comm = &comm;
     QtHttp http;
     session.http = &http;
-    ProtectorCollection protectors;
-    protectors.File = protectorDatabase();
+    ProtectorCollection protectors = protectorsOfUser();
     session.protectors = &protectors;
 
     frmSplash splash(session);

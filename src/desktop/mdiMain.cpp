@@ -111,7 +111,7 @@ mdiMain::mdiMain(Session& session) :
     connect(QApplication::clipboard(), &QClipboard::dataChanged, this, &mdiMain::readClipboard);
 
     resize(kFirstSize);
-    if (const auto placement = readPlacement(session.settings)) {
+    if (const auto placement = readPlacement(*session.state)) {
         std::vector<Placement> screens;
         for (const QScreen* screen : QGuiApplication::screens())
             screens.push_back(placementOf(screen->availableGeometry()));
@@ -461,9 +461,8 @@ void mdiMain::closeEvent(QCloseEvent* event) {
 // The state of the tool bar is written under a key that is never read, so it is always visible at start; that is meant.
 void mdiMain::saveState() {
     try {
-        if (!isMinimized())
-            savePlacement(session_.settings, placementOf(isMaximized() ? normalGeometry() : geometry()));
-        if (treeWidth_) saveTreeWidth(session_.settings, *treeWidth_);
+        if (!isMinimized()) savePlacement(*session_.state, placementOf(isMaximized() ? normalGeometry() : geometry()));
+        if (treeWidth_) saveTreeWidth(*session_.state, *treeWidth_);
         session_.settings.write("Settings", "Preferences", settingsText(tbToolBar_->isVisible()));
         saveRecentFiles(session_);
     } catch (const RuntimeError& error) {

@@ -48,6 +48,7 @@ Session::Session(const std::string& companyName, Locale itsLocale, SettingsStore
     labels(texts),
     locale(std::move(itsLocale)),
     settings(itsSettings),
+    state(&itsSettings),
     messages(itsMessages),
     pump(itsPump),
     clock(itsClock),

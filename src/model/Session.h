@@ -82,6 +82,7 @@ struct Session {
     const LabelTexts labels;
     const Locale locale;
     SettingsStore& settings;
+    SettingsStore* state; // what the program remembers by itself; the settings until another store is given
     MessageInterface& messages;
     EventPump& pump;
     Clock& clock;

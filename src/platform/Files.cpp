@@ -74,6 +74,14 @@ bool canWriteTo(const std::string& folder) {
     return access(folder.c_str(), W_OK | X_OK) == 0;
 }
 
+void makeFolderOf(const std::string& path) {
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    if (folder.empty()) return; // the working folder
+    std::error_code failed;
+    std::filesystem::create_directories(folder, failed);
+    if (failed) raiseSystemError(failed.value());
+}
+
 bool isSameFile(const std::string& a, const std::string& b) {
     const std::string nameA = resolved(a);
     const std::string nameB = resolved(b);

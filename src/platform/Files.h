@@ -13,6 +13,9 @@ bool fileExists(const std::string& path); // a file (not a folder) of that name,
 
 bool canWriteTo(const std::string& folder); // whether files can be created in it
 
+// Creates the folder that the file is to be in, when there is none. Raises the system's error.
+void makeFolderOf(const std::string& path);
+
 // Whether both names stand for one file, through symbolic links and however they are spelled. Case makes no difference,
 // except between two files that both exist.
 bool isSameFile(const std::string& a, const std::string& b);

@@ -94,6 +94,11 @@ std::string lineOf(const clsHP& hp) {
 
 } // namespace
 
+const std::string& sourceOf(const ProtectorCollection& collection) {
+    const bool isTaken = collection.Original.empty() || fileExists(collection.File);
+    return isTaken ? collection.File : collection.Original;
+}
+
 bool readProtectors(std::string_view text, std::vector<clsHP>& protectors) {
     protectors.clear();
     while (!text.empty()) {
@@ -143,6 +148,7 @@ std::string protectorsText(const std::vector<clsHP>& protectors) {
 }
 
 void saveProtectors(const std::string& path, const std::vector<clsHP>& protectors) {
+    makeFolderOf(path);
     writeFileAtomically(path, [&](const FileSink& sink) { sink(protectorsText(protectors)); });
 }
 

@@ -13,7 +13,8 @@ namespace kestrane {
 // The protectors in use and the file that they come from. Each program has one collection, which it reaches through the
 // session.
 struct ProtectorCollection {
-    std::string File;
+    std::string File;              // where the records are kept
+    std::string Original;          // the file that is read as long as File does not exist; empty when there is none
     std::vector<clsHP> Protectors; // in the order of the file
     bool IsChanged = false;        // changed and not written yet
     // Why the file could not be read to its end; it is then not written over. Empty when it was read.
@@ -22,6 +23,9 @@ struct ProtectorCollection {
 
 constexpr std::string_view kDatabaseFile = "hpd_hml_db.txt";
 constexpr std::int64_t kErrorCorruptFile = 109;
+
+// Returns the name of the file to read.
+const std::string& sourceOf(const ProtectorCollection& collection);
 
 // Empties the collection and reads the records of a text, which are numbered from 1, up to the end or an empty line. A
 // name may contain commas. Returns false when there is text behind the empty line. Raises 109 "Corrupt file error" for
@@ -43,7 +47,8 @@ std::string keepDamagedFile(const std::string& path);
 // The records as lines, each ended by CR LF.
 std::string protectorsText(const std::vector<clsHP>& protectors);
 
-// Writes the file atomically. Raises the system's error and then leaves the old file as it was.
+// Writes the file atomically and creates its folder when there is none. Raises the system's error and then leaves the old
+// file as it was.
 void saveProtectors(const std::string& path, const std::vector<clsHP>& protectors);
 
 // The text of a downloaded body: control characters are dropped, every kind of line end becomes CR LF, and there is

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace kestrane {
 namespace {
 
@@ -84,6 +86,15 @@ TEST(DownloadHPD, ReplacesTheFileAndItsRecordsAndKeepsTheOldOne) {
     EXPECT_EQ(first.messages.Boxes.size(), 1U);
     EXPECT_EQ(first.progress.shown, 0);
     EXPECT_FALSE(std::filesystem::exists(first.protectors.File + ".bak"));
+
+    Update installed; // which is read until the user has a file of his own
+    installed.protectors.Original = std::exchange(installed.protectors.File, installed.folder.file("made/then/db.txt"));
+    EXPECT_TRUE(LoadHPD(installed.session));
+    EXPECT_FALSE(std::filesystem::exists(installed.folder.file("made")));
+    EXPECT_TRUE(installed.run());
+    EXPECT_EQ(readText(installed.protectors.File) + "\r\n", database("New", 20));
+    EXPECT_EQ(readText(installed.protectors.File + ".bak"), installed.old);
+    EXPECT_EQ(readText(installed.protectors.Original), installed.old);
 }
 
 TEST(DownloadHPD, AnyFailureLeavesTheOldDatabaseInUse) {

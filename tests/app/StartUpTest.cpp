@@ -59,6 +59,25 @@ TEST_F(StartUpTest, RecentFilesAreReadUpToTheFirstGapAndWrittenInOrder) {
     EXPECT_EQ(settings.read("Preferences", "LastFile3", ""), "/c.xml") << "keys of a higher number stay";
 }
 
+TEST_F(StartUpTest, WhatEarlierVersionsRememberedInTheSettingsIsTakenOverOnce) {
+    MemorySettings state;
+    session.state = &state;
+    settings.write("Preferences", "Company", "A");
+    const MemorySettings left = settings;
+    savePlacement(settings, {1, 2, 300, 200});
+    saveTreeWidth(settings, 250);
+    settings.write("Preferences", "LastFile1", "/a.xml");
+    moveState(session);
+    readSettings(session);
+    EXPECT_EQ(settings.Values, left.Values);
+    EXPECT_EQ(session.RecentFiles, Names{"/a.xml"});
+    EXPECT_EQ(readPlacement(state), (Placement{1, 2, 300, 200}));
+    EXPECT_EQ(readTreeWidth(state), 250);
+    settings.write("Preferences", "LastFile1", "/older.xml");
+    moveState(session);
+    EXPECT_EQ(state.read("Preferences", "LastFile1", ""), "/a.xml");
+}
+
 TEST_F(StartUpTest, DataLieWhereTheUserCanWriteAndAnUnreadableStoreIsToldOnce) {
     struct Damaged : MemorySettings {
         std::string Unreadable() const override { return "/home/a/Velmora.ini"; }

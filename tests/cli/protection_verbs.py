@@ -6,9 +6,11 @@ Usage: protection_verbs.py CLI SAMPLES
 
 import http.server
 import json
+import os
+import subprocess
 import threading
 
-from harness import InAFolder, main, run, sample
+from harness import CLI, InAFolder, main, run, sample
 
 COMPRESSOR = sample("protector-ac")  # A and C at once
 OCTAVES = sample("machine-survey-octave")
@@ -51,6 +53,27 @@ class ProtectionVerbs(InAFolder):
         with open(name, encoding="utf-8", newline="") as file:
             return file.read()
 
+    def serve(self):
+        server = http.server.HTTPServer(("127.0.0.1", 0), Server)
+        threading.Thread(target=server.serve_forever, daemon=True).start()
+        self.addCleanup(server.server_close)
+        self.addCleanup(server.shutdown)
+        return f"http://127.0.0.1:{server.server_port}"
+
+    def test_looking_protectors_up_creates_nothing_and_an_update_writes_to_the_users_folder(self):
+        def run_at_home(*words):
+            env = {**os.environ, "HOME": os.path.abspath("home"), "XDG_CONFIG_HOME": "relative", "XDG_DATA_HOME": "./relative"}
+            return subprocess.run([CLI, "--answer", "ok", *words], capture_output=True, check=True, env=env).stdout
+
+        os.mkdir("home")
+        before = sorted(os.listdir("."))
+        self.assertGreater(len(json.loads(run_at_home("protectors", "list"))), 2)
+        run_at_home("protectors", "rank", COMPRESSOR)
+        self.assertEqual((os.listdir("home"), sorted(os.listdir("."))), ([], before))
+        run_at_home("protectors", "update", "--url", self.serve() + "/db")
+        self.assertEqual(len(json.loads(run_at_home("protectors", "list"))), 20)
+        self.assertTrue(os.path.exists("home/.local/share/kestrane/hpd_hml_db.txt"))
+
     def test_a_database_is_listed_and_saved_as_it_was(self):
         records = self.json("protectors", "list", "--database", "db.txt")
         self.assertEqual([(r["HPDId"], r["Name"], r["SNR"]) for r in records], [(1, "Muff, large", 30), (2, "Octave", 0)])
@@ -81,11 +104,7 @@ class ProtectionVerbs(InAFolder):
                                       "--database", "db.txt")[0], 1)
 
     def test_an_update_replaces_the_database_or_leaves_it(self):
-        server = http.server.HTTPServer(("127.0.0.1", 0), Server)
-        threading.Thread(target=server.serve_forever, daemon=True).start()
-        self.addCleanup(server.server_close)
-        self.addCleanup(server.shutdown)
-        address = f"http://127.0.0.1:{server.server_port}"
+        address = self.serve()
         update = ["protectors", "update", "--database", "db.txt", "--url"]
         for words in ([*update, f"{address}/db"], ["--answer", "ok", *update, f"{address}/none"]):
             self.assertEqual(run(*words)[0], 1, words)

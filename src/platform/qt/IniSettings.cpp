@@ -3,9 +3,9 @@
 #include "platform/AtomicFile.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/UserFolders.h"
 
 #include <QSettings>
-#include <QStandardPaths>
 #include <QStringList>
 
 #include <cerrno>
@@ -33,8 +33,14 @@ IniSettings::IniSettings(IniSettings&&) noexcept = default;
 IniSettings::~IniSettings() = default;
 
 IniSettings IniSettings::ofApplication(const std::string& applicationName) {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    const std::string path = folder.toStdString() + '/' + applicationName + ".ini";
+    return ofUser(configFolder() + applicationName + ".ini");
+}
+
+IniSettings IniSettings::stateOfApplication(const std::string& applicationName) {
+    return ofUser(stateFolder() + "kestrane/" + applicationName + ".ini");
+}
+
+IniSettings IniSettings::ofUser(const std::string& path) {
     IniSettings settings(path);
     settings.settings_->allKeys(); // forces the file to be read to its end, which is otherwise put off
     if (settings.settings_->status() != QSettings::NoError) settings.unreadable_ = path;
@@ -62,6 +68,12 @@ std::string IniSettings::read(std::string_view section, std::string_view key, st
 void IniSettings::write(std::string_view section, std::string_view key, std::string_view text) {
     if (!unreadable_.empty()) return written_.write(section, key, text);
     settings_->setValue(keyOf(section, key), textOf(text));
+    sync();
+}
+
+void IniSettings::remove(std::string_view section, std::string_view key) {
+    if (!unreadable_.empty()) return written_.remove(section, key);
+    settings_->remove(keyOf(section, key));
     sync();
 }
 

@@ -16,6 +16,9 @@ public:
     // the values that could be read are used.
     static IniSettings ofApplication(const std::string& applicationName);
 
+    // The same for what the program remembers by itself: "kestrane/NAME.ini" in the user's state folder.
+    static IniSettings stateOfApplication(const std::string& applicationName);
+
     // A file that the caller names, created when it is missing. Raises an error when it cannot be read or created.
     static IniSettings ofFile(const std::string& path);
 
@@ -27,10 +30,14 @@ public:
     // Raises an error when the file cannot be written.
     void write(std::string_view section, std::string_view key, std::string_view text) override;
 
+    void remove(std::string_view section, std::string_view key) override;
+
     std::string Unreadable() const override { return unreadable_; }
 
 private:
     explicit IniSettings(const std::string& path);
+
+    static IniSettings ofUser(const std::string& path);
 
     void sync();
 

@@ -60,7 +60,11 @@ TEST(IniSettings, LiesInTheUsersConfigurationFolder) {
     const TemporaryFolder folder;
     const QByteArray old = qgetenv("XDG_CONFIG_HOME");
     qputenv("XDG_CONFIG_HOME", folder.file("config").c_str());
-    IniSettings::ofApplication("Some Name").write("Preferences", "K", "V");
+    IniSettings own = IniSettings::ofApplication("Some Name");
+    own.write("Preferences", "K", "V");
+    own.write("Preferences", "L", "W");
+    own.remove("Preferences", "L");
+    own.remove("Preferences", "M");
     EXPECT_EQ(readText(folder.file("config/Some Name.ini")), "[Preferences]\nK=V\n");
     const std::string damaged = "[Preferences]\nK=V\nCompany\xFF no value\n";
     writeText(folder.file("config/Damaged.ini"), damaged);
