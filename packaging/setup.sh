@@ -1,10 +1,12 @@
 #!/bin/sh
-# Installs the Debian packages of packages.txt that this machine lacks. As root, or through sudo. Prints nothing when
-# there is nothing to do.
+# Installs the Debian packages of packages.txt, or those that are named, that this machine lacks. As root, or through sudo.
+# Prints nothing when there is nothing to do.
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
+# shellcheck disable=SC2046
+[ $# -gt 0 ] || set -- $(cat "$here/packages.txt")
 missing=""
-for package in $(cat "$here/packages.txt"); do
+for package in "$@"; do
     if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
         missing="$missing $package"
     fi
