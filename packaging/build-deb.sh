@@ -11,7 +11,7 @@ packaging/setup.sh dpkg-dev debhelper
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 mkdir "$work/kestrane"
-git ls-files -z | xargs -0 cp --parents -t "$work/kestrane"
+git ls-files -z | tar -c --null -T - | tar -x -C "$work/kestrane"
 (cd "$work/kestrane" && dpkg-buildpackage -us -uc)
 find "$work" -maxdepth 1 -type f -exec mv -t "$out" {} +
 ls "$out"/*.deb

@@ -25,8 +25,8 @@ std::string programFolder();
 // The folder of the files that are installed with the program (help, manuals), with "/" at the end.
 std::string dataFolder();
 
-// The protectors of the user, not read yet. They come from the user's own file, or from the installed one as long as there
-// is no such file.
+// The protectors of the user, not read yet. They come from the user's own file, or from the installed one as long as
+// there is no such file.
 ProtectorCollection protectorsOfUser();
 
 // The full path of a file name.

@@ -31,8 +31,6 @@ constexpr double kWheelStep = 120;
 constexpr double kTouch = 0.01; // rows: a row this close to the edge of the view is in it
 constexpr int kPdfResolution = 1200;
 
-constexpr std::array<const char*, 3> kEndings = {".png", ".svg", ".pdf"};
-
 bool endsIn(const std::string& path, const char* ending) {
     return QString::fromStdString(path).endsWith(ending, Qt::CaseInsensitive);
 }
@@ -133,10 +131,6 @@ QImage chaTab::picture(const QSize& size, double ratio) const {
     QCPPainter painter(&image);
     drawChart(painter, size, onPage(), locale_);
     return image;
-}
-
-bool chaTab::isPictureName(const std::string& path) {
-    return std::any_of(kEndings.begin(), kEndings.end(), [&](const char* ending) { return endsIn(path, ending); });
 }
 
 QByteArray chaTab::pictureBytes(const std::string& path, const QSize& size) const {

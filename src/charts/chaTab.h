@@ -58,7 +58,6 @@ public:
     // Writes the picture in the format of the name's ending: .png, .svg or .pdf, in any case. The file is replaced as a
     // whole or not at all. Raises an error when it cannot be written.
     void savePicture(const std::string& path, const QSize& size) const;
-    static bool isPictureName(const std::string& path);
 
     // The visible part for a page.
     ChartOnPage onPage() const;

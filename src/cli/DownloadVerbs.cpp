@@ -39,7 +39,6 @@ class InstrumentLine {
 public:
     InstrumentLine(Program& program, const LineOptions& options, ChosenRows rows = {}) :
         program_(program), user_(program.session, clock_, program.showsProgress, std::move(rows)) {
-        program.UseOnlyPort(options.port);
         if (options.transcript.empty()) return;
         file_.open(options.transcript, std::ios::binary | std::ios::trunc);
         if (!file_) raiseSystemError(errno);
@@ -59,6 +58,7 @@ private:
 };
 
 int ports(Program& program) {
+    if (!program.reachPorts()) return kFailed;
     Json list = Json::array();
     for (const PortInfo& port : program.session.comm->Ports())
         list.push_back({{"Number", port.Number}, {"Device", port.Device}, {"Description", port.Description}});
@@ -66,6 +66,7 @@ int ports(Program& program) {
 }
 
 int identify(Program& program, const LineOptions& options) {
+    if (!program.reachPorts(options.port)) return kFailed;
     InstrumentLine line(program, options);
     clsInsData data(program.session);
     if (!IdentifyOnly(line.services(), data)) return kFailed;
@@ -77,6 +78,7 @@ int identify(Program& program, const LineOptions& options) {
 }
 
 int download(Program& program, const DownloadOptions& options) {
+    if (!program.reachPorts(options.port)) return kFailed;
     InstrumentLine line(program, options, options.rows);
     Session& session = program.session;
     if (!DownloadData(line.services(), nullptr)) return kFailed;
@@ -89,6 +91,7 @@ int download(Program& program, const DownloadOptions& options) {
 }
 
 int syncClock(Program& program, const ClockOptions& options) {
+    if (!program.reachPorts(options.port)) return kFailed;
     if (options.now) program.clock.Fixed = options.now;
     InstrumentLine line(program, options);
     clsInsData data(program.session);

@@ -14,7 +14,10 @@ using FileJob =
     std::function<bool(Program& program, clsFile& file, const std::string& name, const std::string& output)>;
 
 FileJob saveJob();
-FileJob reportJob();                             // the default report of the first log
+
+// The default report of the first log; empty when there is nothing to draw with, which has been shown.
+FileJob reportJob(Program& program);
+
 FileJob exportJob(const std::string& format);    // the rows of all logs; "csv", "xlsx" or "ndjson"
 const std::vector<std::string>& exportFormats(); // the words that exportJob accepts
 

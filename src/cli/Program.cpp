@@ -54,11 +54,9 @@ Program::Program(const GlobalOptions& options, Console& messages, EventPump& pum
     pump_(pump),
     frame_(messages),
     server_(pump),
-    comm_(settings_, [this](Text::Id id) { return session.LoadText(id); }),
     session(options.company, localeOf(options), settings_, messages_, pump, clock) {
     session.frame = &frame_;
     session.server = &server_;
-    session.comm = &comm_;
     readSettings(session);
 }
 
@@ -98,6 +96,32 @@ int Program::forEachFile(const std::vector<std::string>& names,
     }
     console.File.clear();
     return status;
+}
+
+template <class Module>
+Module* Program::moduleOf(std::unique_ptr<Module>& loaded) {
+    if (!loaded) loaded = loadModule<Module>();
+    if (!loaded)
+        session.ShowMessage(ReplaceText(session.LoadText(Text::NeedsPackage), "^", Module::kPackage), kIconStop);
+    return loaded.get();
+}
+
+Drawing* Program::drawing() {
+    return moduleOf(drawing_);
+}
+
+bool Program::reachPorts(const std::string& onlyDevice) {
+    Connection* const connection = moduleOf(connection_);
+    if (connection != nullptr) comm_ = connection->serialPorts(session, onlyDevice);
+    session.comm = comm_.get();
+    return connection != nullptr;
+}
+
+bool Program::reachServers() {
+    Connection* const connection = moduleOf(connection_);
+    if (connection != nullptr) http_ = connection->http();
+    session.http = http_.get();
+    return connection != nullptr;
 }
 
 bool Program::recalculate(clsLog& log, CalcMode mode) {

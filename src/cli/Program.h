@@ -5,10 +5,10 @@
 
 #include "cli/Console.h"
 #include "cli/Json.h"
+#include "cli/Modules.h"
 #include "cli/Outputs.h"
 #include "model/Session.h"
 #include "platform/qt/IniSettings.h"
-#include "platform/qt/QtComm.h"
 #include "server/KestraneThread.h"
 
 #include <functional>
@@ -98,13 +98,23 @@ public:
     std::ostream& out();
     int print(const Json& json); // on one line; returns kDone
 
-    void UseOnlyPort(const std::string& device) { comm_.UseOnly(device); }
+    // What draws, or null when the package that draws is not installed; that has been shown then.
+    Drawing* drawing();
+
+    // Gives the session the serial ports of the machine, or a device alone as port 1. Returns false when there is no
+    // module for them, which has been shown.
+    bool reachPorts(const std::string& onlyDevice = {});
+
+    bool reachServers(); // the same for HTTP
 
     const bool showsProgress;
     Console& console;
     ConsoleClock clock;
 
 private:
+    template <class Module>
+    Module* moduleOf(std::unique_ptr<Module>& loaded);
+
     std::string takeOutput(const std::string& output);
 
     IniSettings settings_;
@@ -112,7 +122,10 @@ private:
     EventPump& pump_;
     ConsoleFrame frame_;
     BackgroundServer server_;
-    QtComm comm_;
+    std::unique_ptr<Drawing> drawing_;
+    std::unique_ptr<Connection> connection_;
+    std::unique_ptr<Comm> comm_;
+    std::unique_ptr<Http> http_;
     std::ostream nowhere_{nullptr};
     bool isOutputTaken_ = false;
 

@@ -5,7 +5,6 @@
 #include "cli/Comparing.h"
 #include "cli/Json.h"
 #include "cli/Verbs.h"
-#include "platform/qt/QtHttp.h"
 #include "protection/ProtectorDatabase.h"
 #include "protection/Ranking.h"
 
@@ -147,8 +146,7 @@ int update(Program& program, const std::string& url, const std::string& database
     if (!url.empty()) session.Options.HPDAddress = url;
     ProtectorCollection collection = protectorsIn(database);
     session.protectors = &collection;
-    QtHttp http;
-    session.http = &http;
+    if (!program.reachServers()) return kFailed;
     HPDProgress unseen;
     return DownloadHPD(session, unseen, false) ? kDone : kFailed;
 }

@@ -2,10 +2,7 @@
 #include "cli/Interrupt.h"
 #include "cli/Jobs.h"
 #include "cli/Verbs.h"
-#include "printing/PdfFile.h"
 #include "reports/Report.h"
-
-#include <QApplication>
 
 #include <algorithm>
 #include <iostream>
@@ -18,9 +15,6 @@ namespace kestrane {
 namespace {
 
 constexpr const char* kClearLine = "\r\033[K";
-
-// The toolkit's remarks about a missing desktop are not messages of this program.
-void keepQuiet(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 struct FormName {
     const char* word;
@@ -62,42 +56,28 @@ PageProgress progressOf(const Program& program, const Interrupt& interrupt) {
 }
 
 // Returns false when the report was not written or is not complete; the reason has been shown.
-bool reportOne(Program& program, const ChosenLog& chosen, const ReportOptions& options, const std::string& output,
-               const Interrupt& interrupt) {
-    const Paper paper(a4Paper(options.isLandscape));
+bool reportOne(Program& program, Drawing& drawing, const ChosenLog& chosen, const ReportOptions& options,
+               const std::string& output, const Interrupt& interrupt) {
     const ReportSubject subject = {*chosen.file, *chosen.data, *chosen.log, isModified(*chosen.log, *chosen.log)};
-    Report document(subject, formOf(options), paper);
+    const auto layOut = [&](const PageMetrics& metrics) {
+        return std::make_unique<Report>(subject, formOf(options), metrics);
+    };
     bool isWhole = false;
     const bool isWritten = program.write(output, [&](const std::string& path) {
-        isWhole = writePdf(program.session, document, paper, path, progressOf(program, interrupt));
+        isWhole = drawing.writePdf(program.session, options.isLandscape, layOut, path, progressOf(program, interrupt));
     });
     return isWritten && isWhole;
 }
 
-// The environment that drawing needs. There must be only one at a time.
-class Toolkit {
-public:
-    Toolkit() {
-        qInstallMessageHandler(keepQuiet);
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        application_.emplace(count_, words_);
-    }
-
-private:
-    std::string name_ = "kestrane-cli";
-    char* words_[2] = {name_.data(), nullptr};
-    int count_ = 1;
-    std::optional<QApplication> application_;
-};
-
 int report(Program& program, const ReportOptions& options) {
     const auto outputs = outputsOf(options.files, options.outputs, ".pdf");
     keepFilesFrom(outputs, options.files);
-    const Toolkit toolkit;
+    Drawing* const drawing = program.drawing();
+    if (drawing == nullptr) return kFailed;
     const Interrupt interrupt;
     return program.forEachFile(options.files, [&](clsFile& file, std::size_t i) {
         const auto chosen = chooseLog(program, file, options.log);
-        if (!chosen || !reportOne(program, *chosen, options, outputs[i], interrupt)) return false;
+        if (!chosen || !reportOne(program, *drawing, *chosen, options, outputs[i], interrupt)) return false;
         if (options.files.size() > 1) program.print({{"FileName", file.FileName}, {"Output", outputs[i]}});
         return true;
     });
@@ -121,12 +101,13 @@ constexpr Verb kVerbs[] = {{"report", "print the report of a log as PDF", report
 
 } // namespace
 
-FileJob reportJob() {
-    const auto toolkit = std::make_shared<Toolkit>();
-    return [toolkit](Program& program, clsFile& file, const std::string&, const std::string& output) {
+FileJob reportJob(Program& owner) {
+    Drawing* const drawing = owner.drawing();
+    if (drawing == nullptr) return {};
+    return [drawing](Program& program, clsFile& file, const std::string&, const std::string& output) {
         const Interrupt interrupt;
         const auto chosen = chooseLog(program, file, {});
-        return chosen && reportOne(program, *chosen, {}, output, interrupt);
+        return chosen && reportOne(program, *drawing, *chosen, {}, output, interrupt);
     };
 }
 

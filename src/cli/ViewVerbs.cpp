@@ -1,5 +1,4 @@
 #include "calc/NoiseRating.h"
-#include "cli/ChartPicture.h"
 #include "cli/ChosenLog.h"
 #include "cli/Comparing.h"
 #include "cli/Json.h"
@@ -240,8 +239,10 @@ int draw(Program& program, const ChartData& data, const ChartOptions& options) {
         program.out() << chartValuesText(data, program.session.locale);
         return kDone;
     }
+    Drawing* const drawing = program.drawing();
+    if (drawing == nullptr) return kFailed;
     const bool isWritten = program.write(options.picture, [&](const std::string& path) {
-        savePicture(data, program.session.locale, path, options.size);
+        drawing->savePicture(data, program.session.locale, path, options.size);
     });
     return isWritten ? kDone : kFailed;
 }

@@ -113,8 +113,8 @@ private:
     std::map<std::string, Seen> seen_;
 };
 
-FileJob jobOf(const WatchOptions& options) {
-    if (options.work == "report") return reportJob();
+FileJob jobOf(Program& program, const WatchOptions& options) {
+    if (options.work == "report") return reportJob(program);
     return options.work == "export" ? exportJob(options.format) : saveJob();
 }
 
@@ -126,7 +126,8 @@ int watch(Program& program, const WatchOptions& options) {
                                   : options.work == "save" ? ".xml"
                                                            : "." + options.format;
     WatchedFolder folder(options, extension);
-    const FileJob job = jobOf(options);
+    const FileJob job = jobOf(program, options);
+    if (!job) return kFailed;
     for (const Interrupt interrupt; !interrupt.hasCome(); std::this_thread::sleep_for(kLook)) {
         for (const std::string& name : folder.due()) {
             if (interrupt.hasCome()) break;

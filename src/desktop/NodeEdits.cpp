@@ -3,7 +3,7 @@
 #include "desktop/frmExplorer.h"
 #include "dialogs/Words.h"
 #include "explorer/NodeRename.h"
-#include "platform/qt/QtClipboard.h"
+#include "platform/desktop/QtClipboard.h"
 
 namespace kestrane {
 

@@ -12,7 +12,7 @@
 #include "dialogs/frmFind.h"
 #include "model/SettingsText.h"
 #include "platform/RuntimeError.h"
-#include "platform/qt/QtClipboard.h"
+#include "platform/desktop/QtClipboard.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -21,8 +21,8 @@
 #include "explorer/NodeKeys.h"
 #include "model/LogTime.h"
 #include "platform/RuntimeError.h"
-#include "platform/qt/DesktopPrograms.h"
-#include "platform/qt/QtClipboard.h"
+#include "platform/desktop/DesktopPrograms.h"
+#include "platform/desktop/QtClipboard.h"
 
 #include <QDesktopServices>
 #include <QDir>

@@ -28,8 +28,7 @@ void clsStringBuffer::flush() {
 void clsStringBuffer::makeRoom(std::size_t size) {
     if (drain_ && length_ >= kDrainAt) flush();
     if (length_ + size <= buffer_.size()) return;
-    const std::size_t steps = (size / kStep + 1) * kStep;
-    buffer_.resize(buffer_.size() + (drain_ ? kDrainAt + steps : std::max(steps, buffer_.size() / 2)));
+    buffer_.resize(buffer_.size() + std::max((size / kStep + 1) * kStep, buffer_.size() / 2));
 }
 
 } // namespace kestrane

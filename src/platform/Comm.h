@@ -1,6 +1,6 @@
 // The serial line of the program: one port that is opened, written to and emptied, and the list of ports that the
 // machine has. Bytes travel as strings of one character a byte, unchanged. The programs use the Qt implementation
-// (platform/qt), tests one of their own. Touched on the owner thread only.
+// (platform/connection), tests one of their own. Touched on the owner thread only.
 #pragma once
 
 #include <cstddef>

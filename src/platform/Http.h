@@ -1,5 +1,5 @@
-// Fetching a whole resource over HTTP or HTTPS, as an interface: the programs use the one on Qt (platform/qt), a test
-// its own.
+// Fetching a whole resource over HTTP or HTTPS, as an interface: the programs use the one on Qt (platform/connection),
+// a test its own.
 #pragma once
 
 #include <cstdint>

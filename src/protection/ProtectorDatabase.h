@@ -47,8 +47,8 @@ std::string keepDamagedFile(const std::string& path);
 // The records as lines, each ended by CR LF.
 std::string protectorsText(const std::vector<clsHP>& protectors);
 
-// Writes the file atomically and creates its folder when there is none. Raises the system's error and then leaves the old
-// file as it was.
+// Writes the file atomically and creates its folder when there is none. Raises the system's error and then leaves the
+// old file as it was.
 void saveProtectors(const std::string& path, const std::vector<clsHP>& protectors);
 
 // The text of a downloaded body: control characters are dropped, every kind of line end becomes CR LF, and there is

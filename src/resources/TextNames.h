@@ -594,6 +594,7 @@ enum Id : int {
     NeedsADisplay = 8807,
     NoSuchProtector = 8808,
     SettingsNotRead = 8809,
+    NeedsPackage = 8815,
     // Exposure by the standards: criteria, limits, warnings
     IntervalsNotReadAll = 8930,
     WarnProtectorNotComputed = 8944,

@@ -617,6 +617,7 @@ constexpr TextEntry Entries[] = {
     {Text::SettingsNotRead,
      "The settings file '^' could not be read whole.  It is left as it is: what you change lasts until $ is "
      "closed."},
+    {Text::NeedsPackage, "This needs the package '^', of the same version as this program, and it is not installed."},
     // Exposure by the standards: criteria, limits, warnings
     {Text::IntervalsNotReadAll, "Some intervals of '^' could not be read."},
     {Text::WarnProtectorNotComputed, "The level under '^' cannot be computed on this spectrum."},

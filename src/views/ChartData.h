@@ -72,6 +72,9 @@ struct ChartData {
 // often are.
 std::string chartFigureText(float value, const Locale& locale);
 
+// Whether a file's name ends as that of a picture of a chart does: .png, .svg or .pdf, in any case.
+bool isPictureName(const std::string& path);
+
 // The chart's values as text. The first line has an empty cell and then the labels of the series; each further line has
 // the label of a row and its values as "#0.0##" (an empty cell for a missing value). Cells are separated by tabs, lines
 // end with CR LF. Series without a label are left out.

@@ -4,7 +4,7 @@
 #include "desktop/frmExplorer.h"
 #include "dialogs/ModalDialog.h"
 #include "download/ScriptedLine.h"
-#include "platform/qt/DesktopMessages.h"
+#include "platform/desktop/DesktopMessages.h"
 #include "protection/ProtectorDatabase.h"
 
 #include <QInputDialog>

@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """What is installed: every file belongs to one package, and a desktop finds the program, its file types and icons.
 
-Usage: installed_files.py CMAKE BUILD VERSION
+Usage: installed_files.py CMAKE BUILD VERSION SAMPLE
 """
 
 import configparser
 import os
+import re
 import struct
 import subprocess
 import sys
@@ -13,7 +14,7 @@ import tempfile
 import unittest
 import xml.etree.ElementTree
 
-CMAKE, BUILD, VERSION = sys.argv[1:]
+CMAKE, BUILD, VERSION, SAMPLE = sys.argv[1:]
 ID = "example.ordwyn.Kestrane"
 PACKAGES = ("kestrane", "kestrane-cli", "kestrane-sim", "kestrane-common")
 SIZES = (16, 22, 24, 32, 48, 64, 128, 256, 512)
@@ -53,6 +54,23 @@ class InstalledFiles(unittest.TestCase):
                               ("kestrane-common", "share/kestrane/help.html"),
                               ("kestrane-common", "share/man/man5/kestrane-xml.5")):
             self.assertIn(name, self.parts[package])
+
+    def test_the_command_line_needs_the_core_of_the_toolkit_alone_and_another_package_to_draw(self):
+        alone = os.path.join(self.folder.name, "kestrane-cli", "bin", "kestrane-cli")
+        self.assertEqual(set(re.findall(r"lib(?:Qt6|GL|EGL|X11|xcb)\w*", answer("ldd", alone).stdout)), {"libQt6Core"})
+        drawing = {"chart": ("--tab", "0", "-o", "x.png"), "report": ("-o", "x.pdf")}
+        with tempfile.TemporaryDirectory() as folder:
+            install(folder)
+            for verb, words in drawing.items():
+                output = os.path.join(folder, words[-1])
+                call = [verb, SAMPLE, *words[:-1], output]
+                result = answer(alone, *call)
+                self.assertEqual((result.returncode, os.path.exists(output)), (1, False))
+                self.assertIn("package 'kestrane'", result.stderr)
+                result = answer(f"{folder}/bin/kestrane-cli", *call)
+                self.assertEqual((result.returncode, os.path.exists(output)), (0, True), result.stderr)
+        for words in (["show", SAMPLE], ["chart", SAMPLE, "--tab", "0", "--values"], ["ports"]):
+            self.assertEqual(answer(alone, *words).returncode, 0, words)
 
     def test_the_menu_entry_and_the_catalogue_page_are_valid_and_agree(self):
         entry, page = f"{self.share}/applications/{ID}.desktop", f"{self.share}/metainfo/{ID}.metainfo.xml"

@@ -1,4 +1,4 @@
-#include "platform/qt/QtClipboard.h"
+#include "platform/desktop/QtClipboard.h"
 
 #include <QBuffer>
 #include <QClipboard>

@@ -1,4 +1,4 @@
-#include "platform/qt/QtComm.h"
+#include "platform/connection/QtComm.h"
 
 #include "ErrorOf.h"
 #include "platform/TemporaryFolder.h"

@@ -1,4 +1,4 @@
-#include "platform/qt/QtHttp.h"
+#include "platform/connection/QtHttp.h"
 
 #include <QTcpServer>
 #include <QTcpSocket>

@@ -1,4 +1,4 @@
-#include "platform/qt/QtComm.h"
+#include "platform/connection/QtComm.h"
 
 #include "platform/RuntimeError.h"
 #include "platform/SerialPorts.h"

@@ -1,4 +1,4 @@
-#include "platform/qt/DesktopMessages.h"
+#include "platform/desktop/DesktopMessages.h"
 
 #include <QApplication>
 #include <QMessageBox>

@@ -1,4 +1,4 @@
-#include "platform/qt/DesktopPrograms.h"
+#include "platform/desktop/DesktopPrograms.h"
 
 #include <QDirIterator>
 #include <QFile>
