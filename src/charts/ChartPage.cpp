@@ -8,18 +8,25 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kDots = 96; // dots per inch: the unit in which a page is laid out
-
 QCPRange rangeOf(const ChartRange& range) {
     return {range.Minimum, range.Maximum};
 }
 
 } // namespace
 
+double plotHeight(const QSize& size, const ChartOnPage& chart) {
+    ChartPlot page({}, nullptr);
+    page.setContent(std::make_shared<ChartContent>(*chart.Data), ChartLooks::ofPaper());
+    page.showParts(chart.HasLegend, chart.HasFootnote);
+    page.keepLegendWhole();
+    return page.plotHeight(size);
+}
+
 void drawChart(QCPPainter& painter, const QSize& size, const ChartOnPage& chart, const Locale& locale) {
     ChartPlot page(locale, nullptr);
     page.setContent(std::make_shared<ChartContent>(*chart.Data), ChartLooks::ofPaper());
     page.showParts(chart.HasLegend, chart.HasFootnote);
+    page.keepLegendWhole();
     if (chart.Part && page.hasAxes())
         page.setView({rangeOf(chart.Part->Rows), rangeOf(chart.Part->Primary), rangeOf(chart.Part->Secondary)});
     page.toPainter(&painter, size.width(), size.height());
@@ -30,7 +37,7 @@ void drawChart(QCPPainter& painter, const QSize& size, const ChartOnPage& chart,
 void drawChart(QPainter& painter, const QRectF& area, double unitsPerInch, const ChartOnPage& chart,
                const Locale& locale) {
     QPicture recorded;
-    const double scale = unitsPerInch / kDots;
+    const double scale = unitsPerInch / kChartDots;
     {
         QCPPainter recorder(&recorded);
         recorder.setMode(QCPPainter::pmVectorized);

@@ -12,6 +12,11 @@ class QSize;
 
 namespace kestrane {
 
+constexpr double kChartDots = 96; // dots per inch: the unit in which a chart is laid out
+
+// The height that the plot of the chart takes when the chart is drawn in this size. Both are in dots.
+double plotHeight(const QSize& size, const ChartOnPage& chart);
+
 // Fills the whole device of the painter. size is in units of which 96 are an inch.
 void drawChart(QCPPainter& painter, const QSize& size, const ChartOnPage& chart, const Locale& locale);
 

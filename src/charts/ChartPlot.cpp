@@ -210,6 +210,12 @@ void ChartPlot::updateLayout() {
     QCustomPlot::updateLayout();
 }
 
+double ChartPlot::plotHeight(const QSize& size) {
+    setViewport(QRect(QPoint(), size));
+    updateLayout();
+    return body() == nullptr ? size.height() : body()->rect().height();
+}
+
 QCPLayoutElement* ChartPlot::body() const {
     if (axisRect_) return axisRect_.get();
     return solid_.get();
@@ -254,7 +260,7 @@ void ChartPlot::placeParts() {
             room.rwidth() -= legend_->minimumSize().width() + kSpacing;
             place(legend_.get(), *middle);
         } else {
-            legend_->fitBelow(page.width(), mostHeight);
+            legend_->fitBelow(page.width(), isLegendWhole_ ? page.height() : mostHeight);
             room.rheight() -= legend_->minimumSize().height() + kSpacing;
             place(legend_.get(), *plotLayout());
         }

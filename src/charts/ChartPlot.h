@@ -30,6 +30,11 @@ public:
     void setContent(std::shared_ptr<const ChartContent> content, const ChartLooks& looks);
     void showParts(bool isLegendShown, bool isFootnoteShown);
 
+    // On paper no entry of the legend is left out, however little height that leaves to the plot.
+    void keepLegendWhole() { isLegendWhole_ = true; }
+
+    double plotHeight(const QSize& size); // pixels, in a chart of this size
+
     // Whether there are axes to zoom and to read values from: there are none without rows and in 3D.
     bool hasAxes() const { return axisRect_ != nullptr; }
 
@@ -66,6 +71,7 @@ private:
     ChartLooks looks_;
     bool isLegendShown_ = true;
     bool isFootnoteShown_ = true;
+    bool isLegendWhole_ = false;
 
     std::unique_ptr<ChartText> title_, footnote_;
     std::unique_ptr<ChartLegend> legend_;

@@ -4,6 +4,7 @@
 #include "model/Session.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace kestrane {
 
@@ -15,14 +16,8 @@ clsValue flagValue(bool flag) {
     return value;
 }
 
-// True when the instrument does not record this figure, whatever number the log holds for it.
-bool isNotRecorded(const clsLog& log, Parameter parameter) {
-    if (!log.has(Trait::NoLmin)) return false;
-    return parameter == eLmin || (parameter == eLmax && log.TestLocationType() == NoiseAtWorkLocation);
-}
-
 bool hasCumulative(const clsLog& log, LogChannel channel, Parameter parameter) {
-    if (isNotRecorded(log, parameter)) return false;
+    if (isNeverRecorded(log, parameter)) return false;
     if (const int ln = lnOf(parameter); ln != 0) return IsLnCumulativeValid(log, channel, ln);
     const int last = isBanded(parameter) ? lastBand(log.Mode()) : 0;
     for (int band = 0; band <= last; ++band) {
@@ -32,7 +27,7 @@ bool hasCumulative(const clsLog& log, LogChannel channel, Parameter parameter) {
 }
 
 bool hasIntervalValues(const clsLog& log, LogChannel channel, Parameter parameter) {
-    if (isNotRecorded(log, parameter)) return false;
+    if (isNeverRecorded(log, parameter)) return false;
     const IntervalColumns& rows = log.LogIntervals.Columns();
     if (parameter == eOverload) {
         const auto cells = rows.cells(overloadColumn(rows, channel));
@@ -70,6 +65,20 @@ constexpr Parameter kExposure[] = {eLepdET, eLepdMT, eDoseET, eDoseMT, eDoseHour
 constexpr Parameter kPercentiles[] = {eLe_Sel, eLn(1), eLn(2), eLn(3)};
 
 } // namespace
+
+bool isNeverRecorded(const clsLog& log, Parameter parameter) {
+    if (!log.has(Trait::NoLmin)) return false;
+    return parameter == eLmin || (parameter == eLmax && log.TestLocationType() == NoiseAtWorkLocation);
+}
+
+std::string pa2HoursFormat(double figure, std::string_view usual) {
+    constexpr double kSmall = 0.1;
+    constexpr int kDigits = 3;
+    constexpr int kMostDecimals = 9;
+    if (figure <= 0 || figure >= kSmall) return std::string(usual);
+    const int decimals = kDigits - 1 - static_cast<int>(std::floor(std::log10(figure)));
+    return "0." + std::string(static_cast<std::size_t>(std::min(decimals, kMostDecimals)), '0');
+}
 
 Quantity intervalQuantity(LogChannel channel, Parameter parameter) {
     return sourceOf(channel, parameter).rows;

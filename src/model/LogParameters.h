@@ -31,6 +31,13 @@ clsValue cumulativeValue(const clsLog& log, LogChannel channel, Parameter parame
 // The figure of a row, counted from 1; row must be in 1..Count, which is not checked.
 clsValue intervalValue(const clsLog& log, std::int64_t row, LogChannel channel, Parameter parameter, int band);
 
+// The format of a figure in Pa²h. It is usual, except for a figure between 0 and 0.1, of which usual would show hardly
+// more than zeros: that one gets as many decimals as three digits need ("0.0126").
+std::string pa2HoursFormat(double figure, std::string_view usual);
+
+// Whether the instrument never records this figure, whatever number the log holds for it.
+bool isNeverRecorded(const clsLog& log, Parameter parameter);
+
 // The quantity in which the rows keep a parameter of a channel. Quantity::End when no row has it, and for the overload
 // flag.
 Quantity intervalQuantity(LogChannel channel, Parameter parameter);

@@ -1,5 +1,7 @@
 #include "printing/Paper.h"
 
+#include "charts/ChartPage.h"
+
 #include <QFont>
 #include <QFontMetricsF>
 #include <QPageSize>
@@ -54,6 +56,11 @@ double Paper::textWidth(std::string_view text, const PageFont& font) const {
 double Paper::pictureWidth(const std::string& path, const PageBox& box) const {
     const Logo& logo = picture(path);
     return logo.isPicture() ? logo.sizeIn(QSizeF(box.Width, box.Height)).width() : 0;
+}
+
+double Paper::plotHeight(const ChartOnPage& chart, double width, double height) const {
+    const double scale = kCentimetre * kChartDots / kPaperDots;
+    return kestrane::plotHeight(QSizeF(width * scale, height * scale).toSize(), chart) / scale;
 }
 
 const Logo& Paper::picture(const std::string& path) const {

@@ -11,14 +11,20 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::string_view kIntervalWidth = "WWWW000.0 dB"; // the least width of a column of levels
 constexpr std::string_view kTimeWidth = "*00:00:00";
+constexpr std::string_view kDateWidth = "00/00/00 W";
+constexpr double kBlockGap = 0.8;  // cm, between two blocks
 constexpr double kHeadLines = 3.5; // heading, captions, and the space around them
 constexpr double kFootLines = 2;   // the line that explains the stars
 
 bool isAnyExcluded(const IntervalColumns& rows) {
     const auto flags = rows.cells(rows.isExcluded);
     return std::any_of(flags.begin(), flags.end(), [](std::uint8_t flag) { return flag != 0; });
+}
+
+bool isOfSeveralDays(const IntervalColumns& rows) {
+    const auto dates = rows.cells(rows.StartDate);
+    return std::any_of(dates.begin(), dates.end(), [&](double date) { return date != dates.front(); });
 }
 
 } // namespace
@@ -33,11 +39,16 @@ IntervalPages::IntervalPages(const clsLog& log, const PageArea& area, const Page
     times_(log),
     rows_(log.LogIntervals.Columns()),
     hasExcluded_(isAnyExcluded(rows_)) {
-    const double lines = area.height() / line_ - kHeadLines - (hasExcluded_ ? kFootLines : 0);
-    rowsOfPage_ = std::max<std::size_t>(1, static_cast<std::size_t>(std::max(lines, 1.0)));
-    pagesOfChannel_ = (rows_.count() + rowsOfPage_ - 1) / rowsOfPage_;
+    if (isOfSeveralDays(rows_)) date_ = metrics.textWidth(kDateWidth, kBodyFont);
     addChannel(log, kChannelA, metrics);
     if (log.IsChannelBOn) addChannel(log, kChannelB, metrics);
+    for (const Channel& channel : channels_)
+        blockWidth_ = std::max(blockWidth_, channel.Columns.back().Right);
+    blocks_ = 2 * blockWidth_ + kBlockGap <= area.width() ? 2 : 1;
+    const double lines = area.height() / line_ - kHeadLines - (hasExcluded_ ? kFootLines : 0);
+    rowsOfBlock_ = std::max<std::size_t>(1, static_cast<std::size_t>(std::max(lines, 1.0)));
+    const std::size_t rowsOfPage = blocks_ * rowsOfBlock_;
+    pagesOfChannel_ = (rows_.count() + rowsOfPage - 1) / rowsOfPage;
 }
 
 void IntervalPages::addChannel(const clsLog& log, LogChannel channel, const PageMetrics& metrics) {
@@ -46,51 +57,74 @@ void IntervalPages::addChannel(const clsLog& log, LogChannel channel, const Page
     Channel added;
     if (log.IsChannelBOn) added.Name = session.LoadText(channel == kChannelA ? Text::ChannelA : Text::ChannelB);
     const double gap = metrics.textWidth("WW", kCaptionFont);
-    double right = area_.Left + metrics.textWidth(kTimeWidth, kBodyFont);
+    double right = date_ + metrics.textWidth(kTimeWidth, kBodyFont);
     for (const LevelColumn& column : intervalColumns()) {
         if (column.isOptional && !options.IsPlotted(channel, kInterval, column.parameter)) continue;
         FigureColumn figures;
         figures.Caption = levelCaption(log, channel, column.parameter);
         if (options.Plottable(channel, kInterval, column.parameter))
             figures.Source = intervalQuantity(channel, column.parameter);
-        right += std::max(metrics.textWidth(kIntervalWidth, kBodyFont),
-                          metrics.textWidth(figures.Caption, kCaptionFont) + gap);
+        right +=
+            std::max(metrics.textWidth(kLevelWidth, kBodyFont), metrics.textWidth(figures.Caption, kCaptionFont) + gap);
         figures.Right = right;
         added.Columns.push_back(std::move(figures));
     }
     channels_.push_back(std::move(added));
 }
 
-void IntervalPages::draw(PageDevice& device, std::size_t page) const {
-    const Channel& channel = channels_[page / pagesOfChannel_];
-    const std::size_t first = page % pagesOfChannel_ * rowsOfPage_;
-    const std::size_t end = std::min(first + rowsOfPage_, rows_.count());
-    std::string heading = datedHeading(heading_, times_.longDate(first), times_.hourAndMinute(first));
-    if (!channel.Name.empty()) heading += " " + channel.Name;
-    double top = area_.Top;
-    device.text(area_.Left, top, heading, kCaptionFont);
-    top += 2 * line_;
-    device.text(area_.Left + star_, top, heading_, kCaptionFont);
-    for (const FigureColumn& column : channel.Columns)
-        device.text(column.Right, top, column.Caption, kCaptionFont, PageAlign::Right);
-    top += 1.25 * line_;
-    device.rule(area_.Left, top, channel.Columns.back().Right - area_.Left);
-    top += 0.25 * line_;
-    for (std::size_t row = first; row < end; ++row) {
-        drawRow(device, channel, row, top);
-        top += line_;
-    }
-    if (hasExcluded_ && page + 1 == count()) device.text(area_.Left, top + line_, removed_, kBodyFont);
+double IntervalPages::topOfRows() const {
+    return area_.Top + kHeadLines * line_;
 }
 
-void IntervalPages::drawRow(PageDevice& device, const Channel& channel, std::size_t row, double top) const {
-    if (rows_.isExcluded.at(row) != 0) device.text(area_.Left, top, "*", kBodyFont);
-    device.text(area_.Left + star_, top, times_.time(row), kBodyFont);
+std::size_t IntervalPages::rowsOfLastBlock() const {
+    return std::min(rows_.count() - (pagesOfChannel_ - 1) * blocks_ * rowsOfBlock_, rowsOfBlock_);
+}
+
+double IntervalPages::bottom() const {
+    return topOfRows() + (static_cast<double>(rowsOfLastBlock()) + (hasExcluded_ ? kFootLines : 0)) * line_;
+}
+
+void IntervalPages::draw(PageDevice& device, std::size_t page) const {
+    const Channel& channel = channels_[page / pagesOfChannel_];
+    const std::size_t first = page % pagesOfChannel_ * blocks_ * rowsOfBlock_;
+    std::string heading = datedHeading(heading_, times_.longDate(first), times_.hourAndMinute(first));
+    if (!channel.Name.empty()) heading += " " + channel.Name;
+    device.text(area_.Left, area_.Top, heading, kCaptionFont);
+    for (std::size_t block = 0; block < blocks_; ++block) {
+        const std::size_t begin = first + block * rowsOfBlock_;
+        if (begin >= rows_.count()) break;
+        drawBlock(device, channel, area_.Left + static_cast<double>(block) * (blockWidth_ + kBlockGap), begin,
+                  std::min(begin + rowsOfBlock_, rows_.count()));
+    }
+    if (!hasExcluded_ || page + 1 != count()) return;
+    device.text(area_.Left, topOfRows() + (static_cast<double>(rowsOfLastBlock()) + 1) * line_, removed_, kBodyFont);
+}
+
+void IntervalPages::drawBlock(PageDevice& device, const Channel& channel, double left, std::size_t first,
+                              std::size_t end) const {
+    double top = area_.Top + 2 * line_;
+    device.text(left + star_, top, heading_, kCaptionFont);
+    for (const FigureColumn& column : channel.Columns)
+        device.text(left + column.Right, top, column.Caption, kCaptionFont, PageAlign::Right);
+    device.rule(left, top + 1.25 * line_, channel.Columns.back().Right);
+    top = topOfRows();
+    for (std::size_t row = first; row < end; ++row) {
+        drawRow(device, channel, left, top, row);
+        top += line_;
+    }
+}
+
+void IntervalPages::drawRow(PageDevice& device, const Channel& channel, double left, double top,
+                            std::size_t row) const {
+    if (rows_.isExcluded.at(row) != 0) device.text(left, top, "*", kBodyFont);
+    if (date_ > 0 && row > 0 && rows_.StartDate.at(row) != rows_.StartDate.at(row - 1))
+        device.text(left + star_, top, times_.shortDate(row), kBodyFont);
+    device.text(left + star_ + date_, top, times_.time(row), kBodyFont);
     for (const FigureColumn& column : channel.Columns) {
         const float level = column.Source == Quantity::End ? 0 : rows_.level(column.Source, 0, row).CalcValue;
         if (level != 0)
-            device.text(column.Right, top, formatNumber(static_cast<double>(level), kDecibelFormat, locale_), kBodyFont,
-                        PageAlign::Right);
+            device.text(left + column.Right, top, formatNumber(static_cast<double>(level), kDecibelFormat, locale_),
+                        kBodyFont, PageAlign::Right);
     }
 }
 

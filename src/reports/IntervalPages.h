@@ -1,6 +1,7 @@
-// The pages of a report that list the rows of a log, one line for each row and one channel after the other. Nothing of
-// a page is kept: its lines are made when it is drawn, so that a log of any length is laid out at once. Shares the
-// log's columns.
+// The pages of a report that list the rows of a log, one line for each row and one channel after the other.
+// Two blocks stand side by side where the page is wide enough. A row of another day than the row before it has its
+// date. Nothing of a page is kept: its lines are made when it is drawn, so that a log of any length is laid out at
+// once. Shares the log's columns.
 #pragma once
 
 #include "model/IntervalColumns.h"
@@ -22,11 +23,13 @@ public:
 
     void draw(PageDevice& device, std::size_t page) const; // counted from 0
 
+    double bottom() const; // of what is on the last page, in centimetres from the top of the paper
+
 private:
     struct FigureColumn {
         std::string Caption;
         Quantity Source = Quantity::End; // Quantity::End when the log has no such figures
-        double Right = 0;
+        double Right = 0;                // from the left edge of the block
     };
 
     struct Channel {
@@ -35,17 +38,23 @@ private:
     };
 
     void addChannel(const clsLog& log, LogChannel channel, const PageMetrics& metrics);
-    void drawRow(PageDevice& device, const Channel& channel, std::size_t row, double top) const;
+    void drawBlock(PageDevice& device, const Channel& channel, double left, std::size_t first, std::size_t end) const;
+    void drawRow(PageDevice& device, const Channel& channel, double left, double top, std::size_t row) const;
+    std::size_t rowsOfLastBlock() const; // the highest block of the last page
+    double topOfRows() const;
 
     PageArea area_;
     double line_, star_;
+    double date_ = 0; // the space before the time for the date; 0 when all rows are of one day
     std::string heading_, removed_;
     Locale locale_;
     RowTimes times_;
     IntervalColumns rows_;
     std::vector<Channel> channels_;
     bool hasExcluded_;
-    std::size_t rowsOfPage_, pagesOfChannel_;
+    double blockWidth_ = 0; // of the widest channel
+    std::size_t blocks_;    // side by side on a page
+    std::size_t rowsOfBlock_, pagesOfChannel_;
 };
 
 } // namespace kestrane

@@ -36,6 +36,10 @@ public:
     // no such picture.
     virtual double pictureWidth(const std::string& path, const PageBox& box) const = 0;
 
+    // The height, in centimetres, that the plot of a chart will have in a box of this size, without its axes' labels,
+    // title, legend and note.
+    virtual double plotHeight(const ChartOnPage& chart, double width, double height) const = 0;
+
     bool isLandscape() const { return width() > height(); }
 };
 

@@ -1,5 +1,6 @@
 #include "reports/PageFrame.h"
 
+#include "platform/Format.h"
 #include "reports/PageText.h"
 
 #include <algorithm>
@@ -22,7 +23,8 @@ constexpr std::size_t kMostHeadLines = 3;
 
 PageFrame::PageFrame(const Session& session, const PageHeading& heading, const PageMetrics& metrics) :
     logo_(session.Options.CompanyLogoFile),
-    program_(session.LoadText(Text::ProgramAndVersion)),
+    program_(session.LoadText(Text::ProgramAndVersion) + ", " +
+             ReplaceText(session.LoadText(Text::PrintedOn), "^", formatDate(session.clock.now(), "d mmmm yyyy hh:nn"))),
     file_(printableText(heading.FileName)),
     pageOfPages_(session.LoadText(Text::PageOfPages)),
     metrics_(metrics) {

@@ -49,8 +49,8 @@ private:
     void setHead(const std::vector<std::string>& lines, double logoWidth);
 
     std::vector<HeadLine> head_;
-    std::string logo_; // path; empty when none is set or it could not be read
-    std::string program_, file_, pageOfPages_;
+    std::string logo_;                         // path; empty when none is set or it could not be read
+    std::string program_, file_, pageOfPages_; // program_ with the date of printing
     const PageMetrics& metrics_;
     PageArea body_;
 };

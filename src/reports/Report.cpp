@@ -2,6 +2,8 @@
 
 #include "model/Session.h"
 #include "reports/PageText.h"
+#include "reports/Provenance.h"
+#include "views/LogTabs.h"
 #include "views/TimeChart.h"
 
 #include <algorithm>
@@ -17,7 +19,10 @@ constexpr double kMiddleGap = 0.5;
 constexpr double kRoomToSign = 0.8; // cm, above a dotted line
 constexpr std::size_t kMostValueLines = 3;
 constexpr double kRemarkLines = 1.25;
-constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the space around them
+constexpr double kProvenanceHead = 1.5;         // lines
+constexpr std::size_t kMostProvenanceLines = 8; // of one value
+constexpr double kLeastPlotHeight = 5;          // cm
+constexpr double kCaptionLines = 3.5;           // of a table: heading, captions, and the space around them
 
 std::string titleOf(const clsLog& log) {
     const std::string kind = log.ModeText() + " " + log.session().LoadText(Text::ReportWord);
@@ -38,6 +43,14 @@ std::vector<double> columnEnds(const ReportTable& table, const PageMetrics& metr
         ends.push_back(end);
     }
     return ends;
+}
+
+// The chart of the rows; of a log without rows that of its cumulative figures, when there is one.
+ChartData chartOf(const clsLog& log) {
+    if (log.LogIntervals.Count() == 0) {
+        if (auto bars = chartOfTab(log, eTabCumulativeGraph, {})) return *std::move(bars);
+    }
+    return fullLogChart(&log, {});
 }
 
 } // namespace
@@ -61,14 +74,20 @@ Report::Report(const ReportSubject& subject, ReportForm form, const PageMetrics&
     newPage();
     placeDetails(detailLines(subject.data, log));
     const ReportTable figures = cumulativeTable(log);
-    placeChart(subject, heightOf(figures));
-    if (metrics.isLandscape()) newPage();
+    const Block origin = provenance(subject);
+    const bool isAllOnOnePage = !log.IsOctaveLog() && !includesIntervals(log, form);
+    placeChart(subject, heightOf(figures), isAllOnOnePage ? origin.Height + 2 * line_ : 0);
     placeTable(figures);
-    if (log.IsOctaveLog()) {
-        if (metrics.isLandscape()) newPage();
-        placeTable(frequencyTable(log));
+    if (log.IsOctaveLog()) placeTable(frequencyTable(log));
+    pagesBeforeIntervals_ = pages_.size();
+    if (includesIntervals(log, form)) {
+        intervals_.emplace(log, frame_.body(), metrics);
+        newPage(); // the last page of the intervals, or the one behind it
+        sharesLastPage_ = intervals_->bottom() + line_ + origin.Height <= frame_.body().Bottom;
+        if (sharesLastPage_) top_ = intervals_->bottom() + line_;
     }
-    if (includesIntervals(log, form)) intervals_.emplace(log, frame_.body(), metrics);
+    placeBlock(origin);
+    if (!intervals_) pagesBeforeIntervals_ = pages_.size();
 }
 
 void Report::newPage() {
@@ -103,31 +122,74 @@ void Report::placeDetails(const std::vector<DetailLine>& lines) {
     top_ += line_;
 }
 
+Report::Block Report::provenance(const ReportSubject& subject) const {
+    const PageArea& body = frame_.body();
+    Block block{subject.log.session().LoadText(Text::Provenance), {}, 0, kProvenanceHead * line_};
+    const std::vector<DetailLine> lines = provenanceLines(subject.file, subject.data, subject.log);
+    for (const DetailLine& line : lines)
+        block.Indent = std::max(block.Indent, metrics_.textWidth(line.Caption + "X", kBodyFont));
+    for (const DetailLine& line : lines) {
+        block.Lines.emplace_back(line.Caption,
+                                 wrappedText(metrics_, printableText(line.Value), body.width() - block.Indent,
+                                             kBodyFont, kMostProvenanceLines));
+        block.Height += static_cast<double>(block.Lines.back().second.size()) * line_;
+    }
+    return block;
+}
+
+// Places the block below everything on the page when there is room for it, else on the next page.
+void Report::placeBlock(const Block& block) {
+    const PageArea& body = frame_.body();
+    for (const PlacedText& text : pages_.back().Texts)
+        top_ = std::max(top_, text.Top + 2 * line_);
+    if (top_ + block.Height > body.Bottom) newPage();
+    place(body.Left, block.Heading, kCaptionFont);
+    pages_.back().Rules.push_back({body.Left, top_ + 1.25 * line_, body.width()});
+    top_ += kProvenanceHead * line_;
+    for (const auto& [caption, texts] : block.Lines) {
+        place(body.Left, caption, kBodyFont);
+        for (const std::string& text : texts) {
+            place(body.Left + block.Indent, text, kBodyFont);
+            top_ += line_;
+        }
+    }
+}
+
 double Report::heightOf(const ReportTable& table) const {
     const double lines = kCaptionLines + (table.Remark.empty() ? 0 : kRemarkLines);
     return (lines + static_cast<double>(table.Rows.size())) * line_;
 }
 
-// Places the chart beside the details in landscape, else below them, leaving room below it for a table when there is
-// enough.
-void Report::placeChart(const ReportSubject& subject, double below) {
-    chart_ = {std::make_shared<ChartData>(fullLogChart(&subject.log, {})), subject.ShowsLegend, subject.ShowsNote, {}};
+// Places the chart beside the details in landscape, else below them, as high as leaves room on the page for a table of
+// the height below and, where the chart does not get too low, for what comes last.
+void Report::placeChart(const ReportSubject& subject, double below, double last) {
+    chart_ = {std::make_shared<ChartData>(chartOf(subject.log)), subject.ShowsLegend, subject.ShowsNote, {}};
     const PageArea& body = frame_.body();
     if (metrics_.isLandscape()) {
         const double left = metrics_.width() / 2 + kMiddleGap / 2;
+        const double width = body.Right - left;
         const double height = std::min(kChartHeightInLandscape * metrics_.height(), body.height());
-        pages_.back().Chart = {left, body.Top, body.Right - left, height};
+        pages_.back().Chart = {left, body.Top, width, heightForPlot(width, height)};
         return;
     }
-    const double room = std::max(body.Bottom - top_ - 2 * line_ - below, kLeastChartHeight * metrics_.height());
-    const double height = std::min({kChartHeight * metrics_.height(), room, body.height()});
+    const double least = kLeastChartHeight * metrics_.height();
+    const double room = body.Bottom - top_ - 2 * line_ - below;
+    const double wanted = room - last >= least ? room - last : std::max(room, least);
+    const double height =
+        heightForPlot(body.width(), std::min({kChartHeight * metrics_.height(), wanted, body.height()}));
     if (top_ + height > body.Bottom) newPage();
     pages_.back().Chart = {body.Left, top_, body.width(), height};
     top_ += height + line_;
 }
 
-// Places a table. It is kept in one piece when there is room for it: below the last one, beside it, or on the next
-// page. A table longer than a page continues beside itself and then on the next page.
+// The height of a box, or more where its plot would be too low: a legend with many entries takes its own room.
+double Report::heightForPlot(double width, double height) const {
+    const double missing = kLeastPlotHeight - metrics_.plotHeight(chart_, width, height);
+    return missing <= 0 ? height : std::min(height + missing, frame_.body().height());
+}
+
+// Places a table. It is kept in one piece when there is room for it: below the last one (in landscape never), beside
+// it, or on the next page. A table longer than a page continues beside itself and then on the next page.
 void Report::placeTable(const ReportTable& table) {
     const PageArea& body = frame_.body();
     const std::vector<double> ends = columnEnds(table, metrics_);
@@ -145,10 +207,10 @@ void Report::placeTable(const ReportTable& table) {
         tableRight_ = left + width;
         placeCaptions(table, ends, left);
     };
-    if (top_ + height > body.Bottom) {
+    if (metrics_.isLandscape() || top_ + height > body.Bottom) {
         if (hasRoomBeside() && tableTop_ + height <= body.Bottom) {
             goBeside();
-        } else if (top_ + std::min(height, body.height()) > body.Bottom) {
+        } else if (metrics_.isLandscape() || top_ + std::min(height, body.height()) > body.Bottom) {
             newPage();
         }
     }
@@ -187,22 +249,28 @@ void Report::placeCaptions(const ReportTable& table, const std::vector<double>& 
 }
 
 std::size_t Report::pageCount() const {
-    return pages_.size() + (intervals_ ? intervals_->count() : 0);
+    return pages_.size() + (intervals_ ? intervals_->count() : 0) - (sharesLastPage_ ? 1 : 0);
 }
 
 void Report::drawPage(PageDevice& device, std::size_t page) {
     frame_.drawHead(device);
-    if (page < pages_.size()) {
-        const PlacedPage& placed = pages_[page];
-        for (const PlacedText& text : placed.Texts)
-            device.text(text.X, text.Top, text.Text, text.Font, text.Align);
-        for (const PlacedRule& rule : placed.Rules)
-            device.rule(rule.Left, rule.Top, rule.Width);
-        if (placed.Chart) device.chart(chart_, *placed.Chart);
-    } else {
-        intervals_->draw(device, page - pages_.size());
+    const std::size_t afterIntervals = pagesBeforeIntervals_ + (intervals_ ? intervals_->count() : 0);
+    const std::size_t resumed = afterIntervals - (sharesLastPage_ ? 1 : 0); // where pages_ goes on
+    if (page >= pagesBeforeIntervals_ && page < afterIntervals) intervals_->draw(device, page - pagesBeforeIntervals_);
+    if (page < pagesBeforeIntervals_) {
+        draw(device, pages_[page]);
+    } else if (page >= resumed) {
+        draw(device, pages_[pagesBeforeIntervals_ + page - resumed]);
     }
     frame_.drawFoot(device, page, pageCount());
+}
+
+void Report::draw(PageDevice& device, const PlacedPage& page) const {
+    for (const PlacedText& text : page.Texts)
+        device.text(text.X, text.Top, text.Text, text.Font, text.Align);
+    for (const PlacedRule& rule : page.Rules)
+        device.rule(rule.Left, rule.Top, rule.Width);
+    if (page.Chart) device.chart(chart_, *page.Chart);
 }
 
 } // namespace kestrane

@@ -1,5 +1,6 @@
-// The report of a log: details with lines for signing, chart, cumulative figures, the figures of its bands, and its
-// intervals. It is laid out for a paper when it is made; what it says is in ReportTables.
+// The report of a log: details with lines for signing, chart, cumulative figures, the figures of its bands, its
+// intervals, and where all of it comes from. It is laid out for a paper when it is made; what it says is in
+// ReportTables.
 #pragma once
 
 #include "model/clsFile.h"
@@ -11,6 +12,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kestrane {
@@ -61,11 +63,23 @@ private:
         std::optional<PageBox> Chart;
     };
 
+    // Captions with texts beside them, which may take several lines.
+    struct Block {
+        std::string Heading;
+        std::vector<std::pair<std::string, std::vector<std::string>>> Lines;
+        double Indent; // of the texts
+        double Height;
+    };
+
     void newPage();
     void place(double x, const std::string& text, const PageFont& font, PageAlign align = PageAlign::Left);
     void placeDetails(const std::vector<DetailLine>& lines);
+    Block provenance(const ReportSubject& subject) const;
+    void placeBlock(const Block& block);
+    void draw(PageDevice& device, const PlacedPage& page) const;
     double heightOf(const ReportTable& table) const;
-    void placeChart(const ReportSubject& subject, double below);
+    void placeChart(const ReportSubject& subject, double below, double last);
+    double heightForPlot(double width, double height) const;
     void placeTable(const ReportTable& table);
     void placeCaptions(const ReportTable& table, const std::vector<double>& ends, double left);
 
@@ -74,9 +88,11 @@ private:
     PageFrame frame_;
     const double line_;
     std::vector<PlacedPage> pages_;
-    double top_ = 0;        // of what is placed next
-    double tableTop_ = 0;   // of the last table or of its last part
-    double tableRight_ = 0; // 0 when there is no table on this page
+    std::size_t pagesBeforeIntervals_ = 0; // of pages_; the others follow the intervals
+    bool sharesLastPage_ = false;          // the first of the others is drawn on the last page of the intervals
+    double top_ = 0;                       // of what is placed next
+    double tableTop_ = 0;                  // of the last table or of its last part
+    double tableRight_ = 0;                // 0 when there is no table on this page
     ChartOnPage chart_;
     std::optional<IntervalPages> intervals_;
 };

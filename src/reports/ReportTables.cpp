@@ -15,7 +15,8 @@ namespace kestrane {
 namespace {
 
 constexpr std::string_view kLongDate = "long date";
-constexpr float kUsualHours = 8; // hours; this exposure time need not be mentioned
+constexpr std::string_view kNeverRecorded = "\u2013"; // so that it does not look like a fault
+constexpr float kUsualHours = 8;                      // hours; this exposure time need not be mentioned
 
 std::string longDate(const clsDate& date) {
     return date.Format().empty() ? std::string() : date.Format(kLongDate);
@@ -115,10 +116,12 @@ std::string figureCaption(const clsLog& log, Parameter parameter) {
 }
 
 std::string figure(const clsLog& log, const clsLogOptions& options, LogChannel channel, Parameter parameter) {
+    if (isNeverRecorded(log, parameter)) return std::string(kNeverRecorded);
     if (!options.Plottable(channel, kCumulative, parameter)) return {};
-    const std::string text =
-        cumulativeValue(log, channel, parameter, 0)
-            .Format(Zeros::Blank, Reading::Computed, reportFormat(parameterInfo(parameter).unit), log.session().locale);
+    const clsValue value = cumulativeValue(log, channel, parameter, 0);
+    const std::string_view usual = reportFormat(parameterInfo(parameter).unit);
+    const std::string format = parameter == ePa2Hr ? pa2HoursFormat(value.CalcValue(), usual) : std::string(usual);
+    const std::string text = value.Format(Zeros::Blank, Reading::Computed, format, log.session().locale);
     if (text.empty()) return text;
     const std::string note = reportedNote(log, channel, parameter);
     const std::string& weighting = channel == kChannelA ? log.FreqWeightA() : log.FreqWeightB();

@@ -94,14 +94,15 @@ private:
         return row.parameter <= ePeak ? levelCaption(log_, kChannelB, row.parameter) : std::string();
     }
 
-    std::string format(const clsValue& value) const {
-        return value.Format(Zeros::Shown, Reading::Computed, {}, session_.locale);
+    std::string format(const clsValue& value, std::string_view format = {}) const {
+        return value.Format(Zeros::Shown, Reading::Computed, format, session_.locale);
     }
 
     std::string figure(LogChannel channel, const FigureRow& row) const {
         if (channel == kChannelB && (!log_.IsChannelBOn || row.labelB.empty())) return {};
         if (!options_.Plottable(channel, kCumulative, row.parameter)) return {};
-        return format(cumulativeValue(log_, channel, row.parameter, band_));
+        const clsValue value = cumulativeValue(log_, channel, row.parameter, band_);
+        return row.parameter == ePa2Hr ? format(value, pa2HoursFormat(value.CalcValue(), {})) : format(value);
     }
 
     void reportedAverages() {

@@ -91,7 +91,10 @@ std::string IntervalTable::intervalCell(std::size_t row, const TableColumn& colu
     if (column.kind == Kind::Time) return times_.dateAndTime(row);
     if (column.kind == Kind::Overload) return overloads_.at(row) != 0 ? yes_ : no_;
     if (column.quantity == Quantity::End) return {};
-    return valueOf(rows_.level(column.quantity, column.band, row)).Format(Zeros::Blank, Reading::Computed, {}, locale_);
+    const clsValue value = valueOf(rows_.level(column.quantity, column.band, row));
+    const bool isPa2Hours = column.quantity == Quantity::Pa2hA || column.quantity == Quantity::Pa2hB;
+    return value.Format(Zeros::Blank, Reading::Computed,
+                        isPa2Hours ? pa2HoursFormat(value.CalcValue(), {}) : std::string(), locale_);
 }
 
 std::string IntervalTable::peakCell(std::size_t row, const TableColumn& column) const {

@@ -41,9 +41,14 @@ std::string RowTimes::longDate(std::size_t row) const {
     return isSet(date) ? formatDate(date, "long date") : std::string();
 }
 
-std::string RowTimes::dateAndTime(std::size_t row) const {
+std::string RowTimes::shortDate(std::size_t row) const {
     const CalendarTime date = dates_.at(row);
-    return isSet(date) ? formatDate(date, "dd/mm/yy") + " " + time(row) : time(row);
+    return isSet(date) ? formatDate(date, "dd/mm/yy") : std::string();
+}
+
+std::string RowTimes::dateAndTime(std::size_t row) const {
+    const std::string date = shortDate(row);
+    return date.empty() ? time(row) : date + " " + time(row);
 }
 
 std::string RowTimes::listText(std::size_t row) const {

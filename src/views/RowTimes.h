@@ -17,6 +17,7 @@ public:
     std::string label(std::size_t row) const; // "hh:mm" when the log's interval is whole minutes, else as time()
     std::string hourAndMinute(std::size_t row) const; // "hh:mm"
     std::string longDate(std::size_t row) const;      // "Monday 3 June 2019"; empty without a date
+    std::string shortDate(std::size_t row) const;     // "dd/mm/yy"; empty without a date
     std::string dateAndTime(std::size_t row) const;   // "dd/mm/yy hh:mm:ss"; only the time when there is no date
     std::string listText(std::size_t row) const;      // "hh:mm:ss (dd/mm)"
 

@@ -53,15 +53,27 @@ private:
     void setAxes() {
         chart_.CategoryTitle = session_.LoadText(Text::TimeColumn);
         chart_.PrimaryTitle = session_.LoadText(Text::Decibel);
-        if (!log_.FreqWeightA().empty()) chart_.PrimaryTitle += " " + log_.FreqWeightA();
+        if (hasOtherWeighting_) {
+            nameWeightings();
+        } else if (!log_.FreqWeightA().empty()) {
+            chart_.PrimaryTitle += " " + log_.FreqWeightA();
+        }
         chart_.HasSecondaryAxis = hasPercent_ || hasPa2Hours_;
         chart_.SecondaryTitle = exposureTitle(session_, hasPercent_, hasPa2Hours_);
+    }
+
+    // Says the weighting of each level whose caption does not say it. The title of an axis that levels of two
+    // weightings share says none.
+    void nameWeightings() {
+        for (std::size_t i = 0; i < chart_.Series.size(); ++i)
+            if (!unnamed_[i].empty())
+                chart_.Series[i].Label += " (" + session_.LoadText(Text::Decibel) + " " + unnamed_[i] + ")";
     }
 
     void addBands() {
         const Parameter parameter = choice_.Parameter;
         for (int band = 0; band <= lastBand(log_.Mode()); ++band)
-            addSeries(bandLabel(log_, band), parameter, rowValues(kChannelA, parameter, band));
+            addSeries(bandLabel(log_, band), kChannelA, parameter, rowValues(kChannelA, parameter, band));
     }
 
     void addParameters() {
@@ -78,10 +90,10 @@ private:
         const std::string_view captionBand = band > 0 ? std::string_view(choice_.BandText) : kNoBand;
         const std::string caption = VariableCaption(session_, parameter, channel, captionBand, &log_);
         if (options_.IsPlotted(channel, kInterval, parameter))
-            addSeries(caption, parameter, rowValues(channel, parameter, band));
+            addSeries(caption, channel, parameter, rowValues(channel, parameter, band));
         if (isCumulativePlotted(channel, parameter)) {
             const float level = chartValue(cumulativeValue(log_, channel, parameter, band).CalcValue());
-            addSeries(caption + " " + session_.LoadText(Text::OfCumulative), parameter,
+            addSeries(caption + " " + session_.LoadText(Text::OfCumulative), channel, parameter,
                       std::vector<float>(rows_.count(), level));
         }
     }
@@ -101,12 +113,16 @@ private:
         return values;
     }
 
-    void addSeries(std::string label, Parameter parameter, std::vector<float> values) {
+    void addSeries(std::string label, LogChannel channel, Parameter parameter, std::vector<float> values) {
         const ParameterUnit unit = parameterInfo(parameter).unit;
         hasPercent_ = hasPercent_ || unit == ParameterUnit::Percent;
         hasPa2Hours_ = hasPa2Hours_ || unit == ParameterUnit::Pa2Hours;
         const ChartAxis axis = unit == ParameterUnit::Decibels ? ChartAxis::Primary : ChartAxis::Secondary;
         chart_.Series.push_back({std::move(label), axis, std::move(values)});
+        const std::string& weighting = channel == kChannelA ? log_.FreqWeightA() : log_.FreqWeightB();
+        hasOtherWeighting_ =
+            hasOtherWeighting_ || (axis == ChartAxis::Primary && !weighting.empty() && weighting != log_.FreqWeightA());
+        unnamed_.push_back(axis == ChartAxis::Primary && parameter > ePeak ? weighting : std::string());
     }
 
     const clsLog& log_;
@@ -115,6 +131,8 @@ private:
     const clsLogOptions options_;
     const DisplayChoice& choice_;
     ChartData chart_;
+    std::vector<std::string> unnamed_; // by series: the weighting that its caption does not say
+    bool hasOtherWeighting_ = false;   // there are levels of another weighting than channel A's
     bool hasPercent_ = false;
     bool hasPa2Hours_ = false;
 };

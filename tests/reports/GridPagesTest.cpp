@@ -25,8 +25,10 @@ RecordingPage drawn(std::vector<std::string> captions, const Cells& cells, std::
 
 TEST(GridPages, ColumnsAreAsWideAsTheirLongestCellAndTwoCharacters) {
     const RecordingPage page = drawn({"", "Criterion", "Note"}, {{"1", "85", "press"}, {"2", "80", "a long one"}});
-    EXPECT_EQ(page.lines(0), (std::vector<std::string>{"Yard - Exp Calc", "Criterion|Note", "1|85|press",
-                                                       "2|80|a long one", "Kestrane 0.1.0|yard.xml|Page 1 of 1"}));
+    std::vector<std::string> lines = page.lines(0);
+    EXPECT_TRUE(lines.back().ends_with("|yard.xml|Page 1 of 1"));
+    lines.pop_back();
+    EXPECT_EQ(lines, (std::vector<std::string>{"Yard - Exp Calc", "Criterion|Note", "1|85|press", "2|80|a long one"}));
     EXPECT_NEAR(page.find("85")->box.Left, 1.5 + 0.3, 1e-9);
     EXPECT_NEAR(page.find("press")->box.Left, 1.5 + 0.3 + 1.1, 1e-9);
 }

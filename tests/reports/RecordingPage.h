@@ -29,6 +29,11 @@ struct RecordedMetrics : PageMetrics {
     double lineHeight(const PageFont& font) const override { return 0.3 * font.Points / 7; }
 
     double pictureWidth(const std::string&, const PageBox&) const override { return logoWidth; }
+
+    // What is around a plot takes 2 cm and the legend, of four entries a line.
+    double plotHeight(const ChartOnPage& chart, double, double height) const override {
+        return height - 2 - 0.3 * static_cast<double>((chart.Data->Series.size() + 3) / 4);
+    }
 };
 
 struct DrawnText {
@@ -49,6 +54,7 @@ public:
 
     std::vector<DrawnText> texts;
     std::vector<DrawnBox> charts, pictures;
+    std::vector<ChartOnPage> drawnCharts;
     std::vector<std::string> asked; // paths of pictures
     double pictureWidth = 0;        // of any file's picture; 0: no file has one
     std::size_t pages = 1;
@@ -76,7 +82,10 @@ public:
         return box.Height;
     }
 
-    void chart(const ChartOnPage&, const PageBox& box) override { charts.push_back({pages - 1, box}); }
+    void chart(const ChartOnPage& chart, const PageBox& box) override {
+        drawnCharts.push_back(chart);
+        charts.push_back({pages - 1, box});
+    }
 
     // The texts of a page, those of a line in one, from left to right with "|" between them.
     std::vector<std::string> lines(std::size_t page) const {

@@ -1,6 +1,7 @@
 #include "reports/Report.h"
 #include "ShownLog.h"
 #include "calc/Recalculation.h"
+#include "platform/Sha256.h"
 #include "reports/RecordingPage.h"
 
 #include <gtest/gtest.h>
@@ -54,42 +55,45 @@ TEST(Report, SaysWhatTheLogHolds) {
     Yard yard;
     const RecordingPage page = yard.drawn(ReportForm::Cumulative);
     const std::string dots(54, '.');
-    EXPECT_EQ(page.pages, 1U);
-    EXPECT_EQ(page.lines(0), (Lines{"Yard - Broadband Report",
-                                    "Log Name: |Yard",
-                                    "Instrument: |Corvane",
-                                    "Serial Number: |C50001",
-                                    "Ordwyn Calibration Due (factory calibration): ",
-                                    "Last User Calibration: |Sunday 2 June 2024",
-                                    "Log Start Date: |Monday 3 June 2024",
-                                    "Log End Date: |Monday 3 June 2024",
-                                    "Log Start Time: |09:00:00",
-                                    "Log End Time: |09:15:00",
-                                    "Log Length: |15 mins",
-                                    "Log Interval Length: |1 min",
-                                    "Log Type: |Broadband",
-                                    "Ln's Recorded: |No",
-                                    "Criterion Level: |85 dB",
-                                    "Exchange Rate: |3 dB",
-                                    "Log Location: |" + dots,
-                                    "Recorded By: |" + dots,
-                                    "Signature: |" + dots,
-                                    "Cumulative Data: Monday 3 June 2024, 09:00",
-                                    "Data",
-                                    "Frequency Weighting|A",
-                                    "Time Weighting|Fast",
-                                    "Overload Occurred|No",
-                                    "Mode:|Broadband",
-                                    "LAeq|81.0 dB",
-                                    "Apeak", // the log does not say that it was measured
-                                    "Amin",
-                                    "Amax",
-                                    "LE",
-                                    "LEP,d(ET)",
-                                    "Dose %(ET)|12.3 %",
-                                    "Dose Per Hour %",
-                                    "Pa2Hr|0.013",
-                                    "Kestrane 0.1.0|yard.xml|Page 1 of 1"}));
+    EXPECT_EQ(page.pages, 2U);
+    Lines lines = page.lines(0);
+    const std::string foot = lines.back();
+    lines.pop_back();
+    EXPECT_TRUE(foot.starts_with("Kestrane 0.1.0, printed ") && foot.ends_with("|yard.xml|Page 1 of 2")) << foot;
+    EXPECT_EQ(lines, (Lines{"Yard - Broadband Report",
+                            "Log Name: |Yard",
+                            "Instrument: |Corvane",
+                            "Serial Number: |C50001",
+                            "Ordwyn Calibration Due (factory calibration): ",
+                            "Last User Calibration: |Sunday 2 June 2024",
+                            "Log Start Date: |Monday 3 June 2024",
+                            "Log End Date: |Monday 3 June 2024",
+                            "Log Start Time: |09:00:00",
+                            "Log End Time: |09:15:00",
+                            "Log Length: |15 mins",
+                            "Log Interval Length: |1 min",
+                            "Log Type: |Broadband",
+                            "Ln's Recorded: |No",
+                            "Criterion Level: |85 dB",
+                            "Exchange Rate: |3 dB",
+                            "Log Location: |" + dots,
+                            "Recorded By: |" + dots,
+                            "Signature: |" + dots,
+                            "Cumulative Data: Monday 3 June 2024, 09:00",
+                            "Data",
+                            "Frequency Weighting|A",
+                            "Time Weighting|Fast",
+                            "Overload Occurred|No",
+                            "Mode:|Broadband",
+                            "LAeq|81.0 dB",
+                            "Apeak", // the log does not say that it was measured
+                            "Amin",
+                            "Amax",
+                            "LE",
+                            "LEP,d(ET)",
+                            "Dose %(ET)|12.3 %",
+                            "Dose Per Hour %",
+                            "Pa2Hr|0.0126"}));
     EXPECT_EQ(page.find("Log Name: ")->font, kBodyFont);
     EXPECT_EQ(page.find("Log Name: ")->box.Top, 1.5 + 2 + 1);
     EXPECT_NEAR(page.find("Log Start Date: ")->box.Top - page.find("Last User Calibration: ")->box.Top, 4 * 0.3, 1e-9);
@@ -125,26 +129,34 @@ TEST(Report, NamesBothChannelsAndTheLnsInUse) {
     log.LeqCumA(1).Value(40.25F);
     log.LmaxCumA(11).Value(55);
     const RecordingPage page = yard.drawn(ReportForm::Cumulative, Yard::kLandscape);
-    ASSERT_EQ(page.pages, 3U);
+    ASSERT_EQ(page.pages, 2U); // the bands stand beside the cumulative figures
     const Lines figures = page.lines(1);
+    const auto linesFrom = [&](const std::string& begin) {
+        return std::count_if(figures.begin(), figures.end(),
+                             [&](const std::string& line) { return line.starts_with(begin); });
+    };
     for (const char* line : {"Channel A|Channel B", "Frequency Weighting|A|C", "LAeq/LCeq|81.0 dB|88.5 dB",
                              "Apeak/Cpeak", "Dose %(ET)|12.3 %", "L10", "L90|61.2 dB"})
-        EXPECT_EQ(std::count(figures.begin(), figures.end(), line), 1) << line;
-    EXPECT_EQ(std::count(figures.begin(), figures.end(), "L0"), 0);
-    EXPECT_EQ(page.lines(2), (Lines{"Yard - Full Octave Report", "Frequency Data (Channel A)",
-                                    "Freq(Hz)|LAeq|Amin|Amax", "16|40.3 dB", "31.5", "63", "125", "250", "500", "1k",
-                                    "2k", "4k", "8k", "16k|55.0 dB", "Kestrane 0.1.0|yard.xml|Page 3 of 3"}));
-    EXPECT_EQ(yard.drawn(ReportForm::Cumulative).pages, 1U); // the bands stand beside the cumulative figures
+        EXPECT_EQ(linesFrom(line), 1) << line;
+    EXPECT_EQ(linesFrom("L0"), 0);
+    for (const char* cell : {"Frequency Data (Channel A)", "Freq(Hz)", "16", "40.3 dB", "16k", "55.0 dB"}) {
+        ASSERT_NE(page.find(cell), nullptr) << cell;
+        EXPECT_GT(page.find(cell)->box.Left, page.find("88.5 dB")->box.Left) << cell;
+    }
+    EXPECT_EQ(yard.drawn(ReportForm::Cumulative).pages, 2U);
 }
 
 TEST(Report, ChartsALogWithoutIntervalsToo) {
     Yard yard;
     clsLog empty(yard.session);
     empty.StartTime = empty.EndTime = {9, 0, 0};
+    empty.LeqCumA(0).Value(81.5F);
     for (const RecordedMetrics& metrics : {Yard::kUpright, Yard::kLandscape}) {
         Report report({yard.file, yard.data, empty}, ReportForm::Default, metrics);
         const RecordingPage page = recorded(report, metrics);
-        EXPECT_EQ(page.charts.size(), 1U);
+        ASSERT_EQ(page.charts.size(), 1U);
+        EXPECT_EQ(page.drawnCharts.front().Data->Shape, ChartShape::Bar);
+        EXPECT_EQ(page.drawnCharts.front().Data->Series[0].Values[0], 81.5F);
         EXPECT_EQ(page.faults(), "");
         EXPECT_EQ(page.find("09:00:00"), nullptr); // there is no date that it is of
     }
@@ -157,7 +169,7 @@ TEST(Report, KeepsTheFiguresOnTheFirstPage) {
     for (int ln = 1; ln <= 4; ++ln)
         yard.log.LnNumberA(ln, static_cast<std::int16_t>(ln));
     const RecordingPage page = yard.drawn(ReportForm::Cumulative);
-    EXPECT_EQ(page.pages, 1U);
+    EXPECT_EQ(page.find("L4")->page, 0U);
     EXPECT_LT(page.charts.front().box.Height, most);
     EXPECT_EQ(page.faults(), "");
 }
@@ -173,26 +185,82 @@ TEST(Report, ListsIntervalsPageAfterPage) {
     log.LogIntervals.Columns().set(log.LogIntervals.Columns().StartDate, 159, fromCivil({2024, 6, 4}));
     log.LogIntervals.Columns().set<std::uint8_t>(log.LogIntervals.Columns().isExcluded, 1, 1);
     const RecordingPage page = yard.drawn(ReportForm::CumulativeAndIntervals);
-    // 4.5 to 27.6 cm in lines of 0.3 cm: 77, of which 3.5 are for captions and 2 for the last line; so 71 rows a page
-    ASSERT_EQ(page.pages, 7U);
+    // 4.5 to 27.6 cm in lines of 0.3 cm: 77, of which 3.5 are for captions and 2 for the last line; so 71 rows a block,
+    // and two blocks a page.
+    ASSERT_EQ(page.pages, 5U);
     Lines first = page.lines(1);
-    const auto rowsFrom =
-        static_cast<std::size_t>(std::find(first.begin(), first.end(), "09:00:00|70.0 dB") - first.begin());
-    ASSERT_EQ(rowsFrom, 4U);
+    const auto rowsFrom = std::find(first.begin(), first.end(), "09:00:00|70.0 dB|10:11:00|70.0 dB") - first.begin();
+    ASSERT_EQ(rowsFrom, 4);
     EXPECT_EQ(first.size(), 4 + 71 + 1U);
-    first.resize(7);
+    first.resize(6);
     EXPECT_EQ(first,
               (Lines{"Yard - Broadband Report", "Modified Report", "Interval: Monday 3 June 2024, 09:00 Channel A",
-                     "Interval|LAeq|Amin|Amax|Apeak", "09:00:00|70.0 dB", "*|09:01:00|70.0 dB", "09:02:00|70.0 dB"}));
-    EXPECT_EQ(page.lines(2)[2], "Interval: Monday 3 June 2024, 10:11 Channel A");
-    EXPECT_EQ(page.lines(4)[2], "Interval: Monday 3 June 2024, 09:00 Channel B");
-    EXPECT_EQ(page.lines(4)[3], "Interval|Leq|Lmin|Lmax|Peak|LEP,d(ET)|LE");
-    EXPECT_EQ(page.lines(4)[5], "*|09:01:00");
-    const Lines last = page.lines(6);
-    EXPECT_EQ(last.size(), 4 + 18 + 1 + 1U);
-    EXPECT_EQ(last[last.size() - 2], "* indicates this interval has been removed from calculations");
-    EXPECT_EQ(page.find(last[last.size() - 2])->page, 6U); // and nowhere else
+                     "Interval|LAeq|Amin|Amax|Apeak|Interval|LAeq|Amin|Amax|Apeak", "09:00:00|70.0 dB|10:11:00|70.0 dB",
+                     "*|09:01:00|70.0 dB|10:12:00|70.0 dB"}));
+    EXPECT_EQ(page.lines(2)[2], "Interval: Monday 3 June 2024, 11:22 Channel A");
+    EXPECT_EQ(page.lines(2)[4 + 17], "04/06/24|11:39:00|70.0 dB") << "where the day changes";
+    EXPECT_EQ(page.lines(3)[2], "Interval: Monday 3 June 2024, 09:00 Channel B");
+    EXPECT_TRUE(page.lines(3)[3].starts_with("Interval|Leq|Lmin|Lmax|Peak|LEP,d(ET)|LE|Interval|"));
+    const DrawnText* const removed = page.find("* indicates this interval has been removed from calculations");
+    ASSERT_NE(removed, nullptr);
+    EXPECT_EQ(removed->page, 4U) << "and nowhere else";
     EXPECT_EQ(page.faults(), "");
+
+    yard.plot(kChannelA, kInterval, {eLepdET, eLe_Sel});
+    yard.log.IsChannelBOn = false;
+
+    struct Narrow : RecordedMetrics {
+        double width() const override { return 12; }
+    };
+
+    EXPECT_EQ(yard.drawn(ReportForm::CumulativeAndIntervals, Narrow()).find("11:22:00")->page, 3U) << "a single block";
+}
+
+TEST(Report, EndsWithWhereItsFiguresComeFrom) {
+    Yard yard;
+    IntervalColumns& rows = yard.log.LogIntervals.Columns();
+    for (const std::size_t row : {1, 2, 5})
+        rows.set<std::uint8_t>(rows.isExcluded, row, 1);
+    yard.log.FirmwareVersion = 1.5F;
+    yard.log.Range = "60-130";
+    yard.file.FileName = SAMPLES_DIR "/shift-dosimeter.xml";
+    const auto valueOf = [&](const std::string& caption) {
+        const RecordingPage page = yard.drawn(ReportForm::CumulativeAndIntervals);
+        EXPECT_EQ(page.faults(), "");
+        const Lines lines = page.lines(page.pages - 1);
+        const auto line = std::find_if(lines.begin(), lines.end(),
+                                       [&](const std::string& text) { return text.starts_with(caption + ": |"); });
+        return line == lines.end() ? "no line" : line->substr(caption.size() + 3);
+    };
+    EXPECT_EQ(valueOf("SHA-256 of the File"), sha256OfFile(yard.file.FileName));
+    EXPECT_EQ(valueOf("Firmware"), "1.50");
+    EXPECT_EQ(valueOf("Measuring Range"), "60-130");
+    EXPECT_EQ(valueOf("Threshold"), "no line");
+    EXPECT_EQ(valueOf("Intervals"), "15, 03/06/24 09:00:00 - 03/06/24 09:14:00");
+    EXPECT_EQ(valueOf("Left Out of Calculations"), "3 (03/06/24 09:01:00 - 03/06/24 09:02:00; 03/06/24 09:05:00)");
+    yard.file.FileName = "download";
+    EXPECT_EQ(valueOf("SHA-256 of the File"), "not saved");
+    yard.addRows(200);
+    for (std::size_t row = 0; row < 200; row += 2)
+        rows.set<std::uint8_t>(rows.isExcluded, row, 1);
+    const RecordingPage page = yard.drawn(ReportForm::Cumulative);
+    EXPECT_EQ(page.faults(), "");
+    EXPECT_TRUE(std::any_of(page.texts.begin(), page.texts.end(),
+                            [](const DrawnText& text) { return text.text.ends_with("and 60 more ranges)"); }));
+}
+
+TEST(Report, GivesThePlotOfManySeriesItsHeight) {
+    Yard yard;
+    yard.log.objLogOptions = clsLogOptions();
+    for (const Parameter parameter : kParameters) {
+        yard.log.objLogOptions.Plottable.set(kChannelA, kInterval, parameter, true);
+        yard.log.objLogOptions.IsPlotted.set(kChannelA, kInterval, parameter, true);
+    }
+    for (const RecordedMetrics& metrics : {Yard::kUpright, Yard::kLandscape}) {
+        const RecordingPage page = yard.drawn(ReportForm::Cumulative, metrics);
+        EXPECT_GE(metrics.plotHeight(page.drawnCharts.front(), 0, page.charts.front().box.Height), 5 - 1e-9);
+        EXPECT_EQ(page.faults(), "");
+    }
 }
 
 TEST(Report, HasIntervalsAsTheFormAndTheSettingsSay) {
@@ -280,7 +348,7 @@ TEST(Report, BreaksALongTitleBeforeItCutsIt) {
     std::string head;
     yard.session.Options.CompanyName = "Fen";
     for (const DrawnText& text : yard.drawn(ReportForm::Cumulative).texts) {
-        if (!text.font.IsBold || text.box.Top > 3) continue;
+        if (!text.font.IsBold || text.box.Top > 3 || text.page > 0) continue;
         head += text.text + " ";
         EXPECT_EQ(text.font.Points, 10) << text.text; // all lines alike
     }

@@ -57,6 +57,17 @@ TEST(TimeChart, AnAxisIsTitledByWhatItCarries) {
     EXPECT_EQ(fullLogChart(&shown.log, {}).PrimaryTitle, "dB");
     shown.plot(kChannelA, kInterval, {ePa2Hr});
     EXPECT_EQ(fullLogChart(&shown.log, {}).SecondaryTitle, "Pa2Hrs");
+
+    shown.log.FreqWeightA("A");
+    shown.log.FreqWeightB("C");
+    shown.log.IsChannelBOn = true;
+    shown.plot(kChannelA, kInterval, {eLepdET});
+    EXPECT_EQ(fullLogChart(&shown.log, {}).PrimaryTitle, "dB A");
+    shown.plot(kChannelB, kInterval, {eLeq, eLe_Sel});
+    const ChartData both = fullLogChart(&shown.log, {});
+    EXPECT_EQ(both.PrimaryTitle, "dB");
+    EXPECT_EQ(labels(both), (std::vector<std::string>{"LAeq (CHA)", "LEP,d(ET) (CHA) (dB A)", "Pa2Hr (CHA)",
+                                                      "LCeq (CHB)", "LE (CHB) (dB C)"}));
 }
 
 TEST(TimeChart, ShowsABandOrAllBandsOfAParameter) {
