@@ -1,6 +1,7 @@
 #include "cli/ChosenLog.h"
 #include "cli/Interrupt.h"
 #include "cli/Jobs.h"
+#include "cli/TimeArgument.h"
 #include "cli/Verbs.h"
 #include "reports/Report.h"
 
@@ -30,6 +31,7 @@ struct ReportOptions {
     std::string log;
     std::string form = kForms[0].word;
     bool isLandscape = false;
+    std::optional<CalendarTime> printDate;
     OutputArguments outputs;
 };
 
@@ -74,6 +76,7 @@ int report(Program& program, const ReportOptions& options) {
     keepFilesFrom(outputs, options.files);
     Drawing* const drawing = program.drawing();
     if (drawing == nullptr) return kFailed;
+    if (options.printDate) program.clock.Fixed = options.printDate;
     const Interrupt interrupt;
     return program.forEachFile(options.files, [&](clsFile& file, std::size_t i) {
         const auto chosen = chooseLog(program, file, options.log);
@@ -93,6 +96,8 @@ RunVerb reportVerb(CLI::App& verb) {
     verb.add_option("--form", options->form, "default (intervals as the settings say), cumulative or intervals")
         ->check(CLI::IsMember(words));
     verb.add_flag("--landscape", options->isLandscape, "on paper turned sideways");
+    verb.add_option("--print-date", "this time of printing in place of the computer's: yyyy-mm-ddThh:mm:ss")
+        ->check([options](const std::string& text) { return readTime(text, options->printDate); });
     addOutputs(verb, options->outputs, "the PDF file to write");
     return [options](Program& program) { return report(program, *options); };
 }
