@@ -7,6 +7,7 @@
 #include "printing/QtPage.h"
 
 #include <QCryptographicHash>
+#include <QHash>
 #include <QIODevice>
 #include <QPainter>
 #include <QPdfWriter>
@@ -180,11 +181,23 @@ QByteArray metadata(const Origin& origin) {
         .toUtf8();
 }
 
+// The toolkit writes the fonts of a file in the order of a hash table, which is another one each time unless it is
+// told.
+struct SameOrder {
+    SameOrder() { QHashSeed::setDeterministicGlobalSeed(); }
+
+    ~SameOrder() { QHashSeed::resetRandomGlobalSeed(); }
+
+    SameOrder(const SameOrder&) = delete;
+    SameOrder& operator=(const SameOrder&) = delete;
+};
+
 void writeDocument(const Session& session, PagedDocument& document, const Paper& paper, const FileSink& sink,
                    const PageProgress& progress) {
     const Origin origin{document.Title(),
                         session.Options.CompanyName.empty() ? session.brand.CompanyName : session.Options.CompanyName,
                         session.LoadText(Text::ProgramAndVersion), session.clock.now()};
+    const SameOrder order;
     SinkDevice file(sink, origin);
     bool isWhole = false;
     {

@@ -23,7 +23,7 @@ class Report(InAFolder):
         cumulative = self.pages(night, "--form", "cumulative")
         self.assertEqual(len(cumulative), 2)                # the second says where the figures come from
         both = self.pages(night, "--form", "intervals", "--landscape")
-        self.assertEqual(len(both), 4)                  # figures apart from the chart, and a page a channel
+        self.assertEqual(len(both), 5)                  # figures apart from the chart, a page a channel, the origin
         self.assertIn("Interval: Tuesday 11 June 2024, 22:00 Channel B", both[3])
         self.assertEqual(len(self.pages(night)), 3)
         with open("settings.ini", "w", encoding="utf-8") as settings:
