@@ -306,7 +306,7 @@ bool isOfAnotherCriterion(const clsLog& log, LogChannel channel, Parameter param
 
 // Whether a figure is what a level gives with the log's exposure time. For a dose, either the log's own criterion or
 // the one that the figure was made with will do.
-bool follows(const clsLog& log, Parameter parameter, float figure, float level) {
+bool follows(const clsLog& log, float figure, Parameter parameter, float level) {
     constexpr double kClose = 1e-4; // as a part of the figure
     const float hours = log.objLogOptions.ExposureTime;
     const auto isFigure = [&](double value) { return std::abs(value - figure) <= kClose * figure; };
@@ -334,7 +334,7 @@ MadeWith exposureTimeOf(const clsLog& log, LogChannel channel, Parameter paramet
         return MadeWith::ReferenceTime;
     const clsValue level = cumulativeValue(log, channel, eLeq, 0);
     const bool isMade =
-        follows(log, parameter, figure, level.CalcValue()) || follows(log, parameter, figure, level.Value());
+        follows(log, figure, parameter, level.CalcValue()) || follows(log, figure, parameter, level.Value());
     return isMade ? MadeWith::ExposureTime : MadeWith::AnotherTime;
 }
 

@@ -151,10 +151,10 @@ WorstStretches worstStretches(std::span<const AnalysedRow> rows, double seconds)
     return worst;
 }
 
-std::vector<Stretch> eventsOf(std::span<const AnalysedRow> rows, double level, double seconds) {
+std::vector<Stretch> eventsOf(std::span<const AnalysedRow> rows, EventRule rule) {
     const auto isLoud = [&](const AnalysedRow& row) {
         // Compared in the precision in which levels are kept.
-        return static_cast<float>(row.Level) >= static_cast<float>(level);
+        return static_cast<float>(row.Level) >= static_cast<float>(rule.Level);
     };
     std::vector<Stretch> events;
     for (std::size_t first = 0; first < rows.size();) {
@@ -165,7 +165,7 @@ std::vector<Stretch> eventsOf(std::span<const AnalysedRow> rows, double level, d
         std::size_t behind = first + 1;
         while (behind < rows.size() && isLoud(rows[behind]) && followsOn(rows[behind - 1], rows[behind]))
             ++behind;
-        if (secondsOf(rows.subspan(first, behind - first)) >= seconds) events.push_back({first, behind});
+        if (secondsOf(rows.subspan(first, behind - first)) >= rule.Seconds) events.push_back({first, behind});
         first = behind;
     }
     return events;

@@ -52,8 +52,14 @@ struct WorstStretches {
 // seconds.
 WorstStretches worstStretches(std::span<const AnalysedRow> rows, double seconds);
 
-// The stretches of rows at or above a level, without a gap, that last at least seconds.
-std::vector<Stretch> eventsOf(std::span<const AnalysedRow> rows, double level, double seconds);
+// What counts as an event: a level, dB, that is reached or exceeded for some time.
+struct EventRule {
+    double Level;
+    double Seconds; // at least
+};
+
+// The stretches of rows, without a gap, that are events.
+std::vector<Stretch> eventsOf(std::span<const AnalysedRow> rows, EventRule rule);
 
 // The level that is exceeded for percent (0..100) of the time. The levels are sorted with their lengths and
 // interpolated linearly between the middles of the rows; beyond the first and last middle the result is the highest or

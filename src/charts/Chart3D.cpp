@@ -335,7 +335,7 @@ void Chart3D::drawRibbon(QCPPainter& painter, std::size_t lane) const {
 void Chart3D::drawBlocks(QCPPainter& painter, std::size_t lane) const {
     const bool isSeriesAsRows = content_.hasSeriesAsRows();
     const double middleOfLane = (laneFront(lane) + laneBack(lane)) / 2;
-    const auto drawOne = [&](std::size_t drawn, double middle, double pitch, float value) {
+    const auto drawOne = [&](double middle, std::size_t drawn, double pitch, float value) {
         if (isNullValue(value)) return;
         const ChartAxis axis = content_.series[drawn]->Axis;
         const double half = std::min(pitch * kBlock, kWidestBlock / room_.width()) / 2;
@@ -353,13 +353,13 @@ void Chart3D::drawBlocks(QCPPainter& painter, std::size_t lane) const {
     if (isSeriesAsRows) {
         const double pitch = 1.0 / static_cast<double>(content_.series.size());
         for (std::size_t i = 0; i < content_.series.size(); ++i)
-            drawOne(i, (static_cast<double>(i) + 0.5) * pitch, pitch, content_.series[i]->Values[0]);
+            drawOne((static_cast<double>(i) + 0.5) * pitch, i, pitch, content_.series[i]->Values[0]);
         return;
     }
     const std::size_t drawn = order_[lane];
     const double pitch = 1.0 / static_cast<double>(content_.data.RowCount);
     for (std::size_t row = 0; row < content_.data.RowCount; ++row)
-        drawOne(drawn, rowPosition(static_cast<double>(row)), pitch, content_.series[drawn]->Values[row]);
+        drawOne(rowPosition(static_cast<double>(row)), drawn, pitch, content_.series[drawn]->Values[row]);
 }
 
 void Chart3D::drawBlock(QCPPainter& painter, const QColor& color, double x0, double x1, double y0, double y1, double z0,

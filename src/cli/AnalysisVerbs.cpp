@@ -115,7 +115,7 @@ Json eventsAnswer(const clsLog& log, Rows rows, const AnalysisOptions& options) 
     if (numbers.empty() || numbers.size() > 2 || (numbers.size() == 2 && numbers[1] < 0)) throw WrongWords(hint);
     const double all = exposureOf(rows);
     Json list = Json::array();
-    for (const Stretch& event : eventsOf(rows, numbers[0], numbers.size() == 2 ? numbers[1] : 0)) {
+    for (const Stretch& event : eventsOf(rows, {numbers[0], numbers.size() == 2 ? numbers[1] : 0})) {
         const Rows within = rows.subspan(event.First, event.Behind - event.First);
         const StretchFigures figures = stretchFigures(within, 0, 0);
         list.push_back(labelled({{"From", within.front().Number},

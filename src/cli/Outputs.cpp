@@ -47,9 +47,15 @@ std::vector<std::string> outputsOf(const std::vector<std::string>& files, const 
         const std::string& name =
             names.emplace_back(outputs.folder.empty() ? outputs.file : nameIn(outputs.folder, file, extension));
         const auto [other, isNew] = taken.try_emplace(name, file);
-        if (!isNew) throw WrongWords(other->second + " and " + file + " would both be written to " + name);
+        if (!isNew) throw WrongWords(bothWrittenTo(other->second, file, name));
     }
     return names;
+}
+
+std::string bothWrittenTo(const std::string& rival, const std::string& file, const std::string& output) {
+    std::string words = rival;
+    words.append(" and ").append(file).append(" would both be written to ").append(output);
+    return words;
 }
 
 void keepFilesFrom(const std::vector<std::string>& outputs, const std::vector<std::string>& files) {

@@ -28,6 +28,9 @@ bool isStandardOutput(const std::string& name);
 std::vector<std::string> outputsOf(const std::vector<std::string>& files, const OutputArguments& outputs,
                                    const std::string& extension);
 
+// What is said when two files have one output.
+std::string bothWrittenTo(const std::string& rival, const std::string& file, const std::string& output);
+
 // Raises WrongWords when an output would overwrite one of the files that are read.
 void keepFilesFrom(const std::vector<std::string>& outputs, const std::vector<std::string>& files);
 

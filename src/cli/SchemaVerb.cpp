@@ -18,29 +18,29 @@ Json embedded(std::string_view name) {
 }
 
 // Adds the definitions that a schema refers to, and those that they refer to.
-void addReferred(const Json& schema, const Json& definitions, Json& referred) {
+void addReferred(const Json& schema, Json& referred, const Json& definitions) {
     if (!schema.is_structured()) return;
     for (const auto& [key, value] : schema.items()) {
         if (key != "$ref" || !value.is_string()) {
-            addReferred(value, definitions, referred);
+            addReferred(value, referred, definitions);
             continue;
         }
         const std::string name = value.get<std::string>().substr(kReference.size());
         if (referred.contains(name)) continue;
         referred[name] = definitions.at(name);
-        addReferred(definitions.at(name), definitions, referred);
+        addReferred(definitions.at(name), referred, definitions);
     }
 }
 
 // The schema of a verb, complete without other files. Null for a verb that prints no JSON and for a word that is no
 // verb.
 Json schemaOf(const std::string& name) {
-    const Json own = name == kDefinitions ? Json(nullptr) : embedded(name);
+    Json own = name == kDefinitions ? Json(nullptr) : embedded(name);
     if (own.is_null()) return own;
     Json schema = {{"$schema", "https://json-schema.org/draft/2020-12/schema"}};
     schema.update(own);
     Json referred = Json::object();
-    addReferred(own, embedded(kDefinitions), referred);
+    addReferred(own, referred, embedded(kDefinitions));
     if (!referred.empty()) schema["$defs"] = referred;
     return schema;
 }

@@ -133,7 +133,7 @@ int watch(Program& program, const WatchOptions& options) {
             if (interrupt.hasCome()) break;
             const std::string output = folder.outputOf(name);
             if (const std::string rival = folder.rivalOf(name); !rival.empty()) {
-                program.console.tell(rival + " and " + name + " would both be written to " + output);
+                program.console.tell(bothWrittenTo(rival, name, output));
                 continue;
             }
             program.forEachFile({name}, [&](clsFile& file, std::size_t) {

@@ -46,7 +46,7 @@ fraZoom::fraZoom(const Session& session, Zoom& zoom, QWidget* parent) : QWidget(
         lstZoom_[list] = box;
         fields_[list] = field;
         connect(box, &QComboBox::activated, this,
-                [this, list](int index) { (list == 0 ? zoom_.Range.From : zoom_.Range.To) = index + 1; });
+                [this, list = list](int index) { (list == 0 ? zoom_.Range.From : zoom_.Range.To) = index + 1; });
     }
     auto* const cmdApplyZoom = new QPushButton(loadText(session, Text::ApplyZoom));
     nameControl(*cmdApplyZoom, "cmdApplyZoom", loadPlainText(session, Text::ApplyZoom));

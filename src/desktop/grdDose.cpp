@@ -336,9 +336,9 @@ bool grdDose::event(QEvent* event) {
 
 void grdDose::keyPressEvent(QKeyEvent* event) {
     const bool isBack = event->key() == Qt::Key_Backtab || (event->modifiers() & Qt::ShiftModifier) != 0;
-    if (state() == EditingState) { // the editor has passed the key on; closing it moves to the next cell
-        QTableView::keyPressEvent(event);
-    } else if (event->matches(QKeySequence::Copy)) {
+    // The editor has passed the key on; closing it moves to the next cell.
+    if (state() == EditingState) return QTableView::keyPressEvent(event);
+    if (event->matches(QKeySequence::Copy)) {
         QApplication::clipboard()->setText(QString::fromStdString(SelectionText())); // even of a single cell
     } else if (event->matches(QKeySequence::Paste)) {
         Paste();

@@ -58,8 +58,8 @@ void AttenuationBars::paintEvent(QPaintEvent*) {
     quiet.setAlphaF(0.15F);
     painter.setPen(quiet);
     const double step = kGridStep * std::ceil(scale / kGridStep / kMostGridLines);
-    for (double level = 0; level < scale; level += step)
-        painter.drawLine(QPointF(area.left(), y(level)), QPointF(area.right(), y(level)));
+    for (int line = 0; line * step < scale; ++line)
+        painter.drawLine(QPointF(area.left(), y(line * step)), QPointF(area.right(), y(line * step)));
 
     const double column = (area.width() + gap_) / kProtectorBands;
     for (std::size_t i = 0; i < bars.size(); ++i) {

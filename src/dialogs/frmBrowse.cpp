@@ -8,9 +8,9 @@
 namespace kestrane {
 
 std::string frmBrowse::AskFolder(Session& session, QWidget* parent, const std::string& start) {
-    const std::string folder = QFileDialog::getExistingDirectory(parent, loadText(session, Text::BrowseForFolder),
-                                                                 QString::fromStdString(start))
-                                   .toStdString();
+    std::string folder = QFileDialog::getExistingDirectory(parent, loadText(session, Text::BrowseForFolder),
+                                                           QString::fromStdString(start))
+                             .toStdString();
     const QFileInfo info(QString::fromStdString(folder));
     if (folder.empty() || (info.isDir() && info.isReadable() && info.isExecutable())) return folder;
     session.ShowMessage(ReplaceText(session.LoadText(Text::FolderCannotBeOpened), "^", folder), kIconExclamation,

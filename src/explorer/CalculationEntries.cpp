@@ -18,9 +18,8 @@ std::vector<std::string> choices(const int (&usual)[N], std::int16_t own) {
     std::vector<int> values(std::begin(usual), std::end(usual));
     if (own != 0 && std::find(values.begin(), values.end(), own) == values.end()) values.push_back(own);
     std::sort(values.begin(), values.end());
-    std::vector<std::string> texts;
-    for (const int value : values)
-        texts.push_back(std::to_string(value));
+    std::vector<std::string> texts(values.size());
+    std::transform(values.begin(), values.end(), texts.begin(), [](int value) { return std::to_string(value); });
     return texts;
 }
 

@@ -37,6 +37,7 @@ std::vector<RankedProtector> rankProtectors(const clsLog& log, const std::vector
         return std::tie(a.verdict, a.distance) < std::tie(b.verdict, b.distance);
     });
     std::vector<RankedProtector> ranked;
+    ranked.reserve(places.size());
     for (Place& place : places)
         ranked.push_back(std::move(place.ranked));
     return ranked;

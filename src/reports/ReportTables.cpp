@@ -121,7 +121,7 @@ std::string figure(const clsLog& log, const clsLogOptions& options, LogChannel c
     const clsValue value = cumulativeValue(log, channel, parameter, 0);
     const std::string_view usual = reportFormat(parameterInfo(parameter).unit);
     const std::string format = parameter == ePa2Hr ? pa2HoursFormat(value.CalcValue(), usual) : std::string(usual);
-    const std::string text = value.Format(Zeros::Blank, Reading::Computed, format, log.session().locale);
+    std::string text = value.Format(Zeros::Blank, Reading::Computed, format, log.session().locale);
     if (text.empty()) return text;
     const std::string note = reportedNote(log, channel, parameter);
     const std::string& weighting = channel == kChannelA ? log.FreqWeightA() : log.FreqWeightB();

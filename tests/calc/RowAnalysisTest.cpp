@@ -80,7 +80,7 @@ TEST(RowAnalysis, TheWorstStretchesHaveNoGap) {
 TEST(RowAnalysis, EventsAreLoudLongEnoughAndUnbroken) {
     const auto count = [](const std::vector<AnalysedRow>& rows, double level, double seconds) {
         std::vector<Places> places;
-        for (const Stretch& event : eventsOf(rows, level, seconds))
+        for (const Stretch& event : eventsOf(rows, {level, seconds}))
             places.push_back(placesOf(event));
         return places;
     };

@@ -95,7 +95,7 @@ QtComm::QtComm(const SettingsStore& settings, LoadText loadText) :
 }
 
 QtComm::~QtComm() {
-    Close();
+    QtComm::Close(); // of this class: nothing is left of one derived from it
 }
 
 void QtComm::UseOnly(const std::string& device) {
