@@ -93,7 +93,7 @@ for program in kestrane kestrane-cli kestrane-sim; do
     inside "$program" --version | grep -q "^$program " || fail "$program does not start"
 done
 status=0
-inside env QT_QPA_PLATFORM=offscreen timeout 5 kestrane "$sample" || status=$?
+inside env QT_QPA_PLATFORM=offscreen timeout 5 kestrane "$sample" 2>/dev/null || status=$?
 [ "$status" = 124 ] || fail "kestrane ended by itself with $status"
 
 say "Upgrade"
@@ -101,7 +101,7 @@ mkdir "$work/new" "$system/tmp/new"
 for package in "$packages"/kestrane*.deb; do
     case $package in *dbgsym*) continue ;; esac
     dpkg-deb -R "$package" "$work/new/tree"
-    sed -i "s/^\(Version: .*\)/\1+next/; s/= \([0-9.]*\))/= \1+next)/; s/<< \([0-9.]*\))/<< \1+next)/" "$work/new/tree/DEBIAN/control"
+    sed -i "s/^\(Version: .*\)/\1+next/; s/(\(=\|<<\) \([0-9.]*\))/(\1 \2+next)/g" "$work/new/tree/DEBIAN/control"
     dpkg-deb --root-owner-group -b "$work/new/tree" "$system/tmp/new" >/dev/null
     rm -rf "$work/new/tree"
 done
