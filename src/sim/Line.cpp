@@ -123,7 +123,7 @@ void Line::waitUntilRead() const {
     }
 }
 
-void Line::serve(Instrument& instrument, int baud, int stop) {
+void Line::serve(int baud, Instrument& instrument, int stop) {
     Outbox outbox(baud);
     std::array<char, 4096> buffer{};
     while (!outbox.hangsUp()) {

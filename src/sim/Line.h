@@ -19,7 +19,7 @@ public:
 
     // Serves until the file handle stop can be read or the instrument hangs up. baud 0 sends at once, without the
     // pauses between the pieces. A command that comes while an answer is being sent stops that answer.
-    void serve(Instrument& instrument, int baud, int stop);
+    void serve(int baud, Instrument& instrument, int stop);
 
 private:
     void waitUntilRead() const;

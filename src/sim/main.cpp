@@ -107,7 +107,7 @@ int serve(std::unique_ptr<Instrument> instrument, int baud, const SimOptions& op
     Line line;
     const int stop = stopHandle();
     std::cout << line.path() << std::endl;
-    line.serve(*instrument, options.baud.value_or(baud), stop);
+    line.serve(options.baud.value_or(baud), *instrument, stop);
     close(stop);
     return kDone;
 }

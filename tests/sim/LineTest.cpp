@@ -33,7 +33,7 @@ struct LineTest : testing::Test {
         ASSERT_EQ(pipe(stop), 0);
         program = open(line.path().c_str(), O_RDWR | O_NOCTTY);
         ASSERT_GE(program, 0);
-        server = std::thread([this, baud] { line.serve(instrument, baud, stop[0]); });
+        server = std::thread([this, baud] { line.serve(baud, instrument, stop[0]); });
     }
 
     ~LineTest() override {
