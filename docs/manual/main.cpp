@@ -235,6 +235,7 @@ private:
 
 int main(int argc, char** argv) {
     QHashSeed::setDeterministicGlobalSeed(); // fonts are numbered in the order of a hash table
+    qputenv("TZ", "UTC");                    // the file names the time zone, so its length would depend on it
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
     if (arguments.size() < 5) {

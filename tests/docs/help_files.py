@@ -1,6 +1,7 @@
 """The help files as they are installed: every link and picture leads somewhere, tags are closed, and the manual holds
 the pages in whole: help_files.py SHARE_FOLDER MANUAL_TOOL."""
 import html.parser
+import os
 import pathlib
 import subprocess
 import sys
@@ -48,13 +49,13 @@ for page in pages.values():
         elif anchor and anchor not in pages[name or page.path.name].anchors:
             failures.append(f"{page.path.name}: no place {target}")
 
-# Whatever the company, a whole manual under the brand's name, the same bytes each time.
+# Whatever the company, a whole manual under the brand's name, the same bytes each time and everywhere.
 sources = [page.path for page in pages.values()]
 for company, manual in (("Ordwyn Acoustics", "Kestrane.pdf"), ("Brennock", "Velmora.pdf")):
     bytes_of_runs = []
-    for _ in range(2):
+    for zone in ("UTC", "Pacific/Auckland"):
         with tempfile.TemporaryDirectory() as folder:
-            subprocess.run([tool, company, "1.2.3", folder, *sources], check=True)
+            subprocess.run([tool, company, "1.2.3", folder, *sources], check=True, env={**os.environ, "TZ": zone})
             text = subprocess.run(["pdftotext", f"{folder}/{manual}", "-"], check=True, capture_output=True, text=True)
             bytes_of_runs.append(pathlib.Path(folder, manual).read_bytes())
     if bytes_of_runs[0] != bytes_of_runs[1]:
