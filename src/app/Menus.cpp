@@ -17,19 +17,21 @@ namespace {
 constexpr MenuItem kItems[] = {
     {Menu::File, 0, Command::FileDownload, Text::CommandDownload, Text::TipDownload, "download", "Ctrl+D", 1},
     {Menu::File, 1, Command::FileOpen, Text::CommandOpen, Text::TipOpen, "open", "Ctrl+O", 2},
-    {Menu::File, 2, Command::FileMerge, Text::CommandMerge, Text::TipMerge},
-    {Menu::File, 3, Command::FileClose, Text::CommandClose, Text::TipClose, "close", "Ctrl+W"},
-    {Menu::File, 4, Command::FileCloseAll, Text::CommandCloseAll, Text::TipCloseAll, "", "Ctrl+Shift+W"},
-    {Menu::File, 6, Command::FileSave, Text::CommandSave, Text::TipSave, "save", "Ctrl+S", 3},
-    {Menu::File, 7, Command::FileSaveAs, Text::CommandSaveAs, Text::TipSaveAs, "", "Ctrl+Shift+S"},
-    {Menu::File, 9, Command::FilePrint, Text::CommandPrint, Text::TipPrint, "print", "", 4, Menu::Print},
-    {Menu::File, 10, Command::FilePrintPreview, Text::CommandPrintPreview, Text::TipPrintPreview},
-    {Menu::File, 17, Command::FileExit, Text::CommandExit, Text::TipExit, "exit", "Ctrl+Q"},
+    {Menu::File, 2, Command::FileNewAssessment, Text::CommandNewAssessment, Text::TipNewAssessment, "", "Ctrl+Shift+N"},
+    {Menu::File, 3, Command::FileMerge, Text::CommandMerge, Text::TipMerge},
+    {Menu::File, 4, Command::FileClose, Text::CommandClose, Text::TipClose, "close", "Ctrl+W"},
+    {Menu::File, 5, Command::FileCloseAll, Text::CommandCloseAll, Text::TipCloseAll, "", "Ctrl+Shift+W"},
+    {Menu::File, 7, Command::FileSave, Text::CommandSave, Text::TipSave, "save", "Ctrl+S", 3},
+    {Menu::File, 8, Command::FileSaveAs, Text::CommandSaveAs, Text::TipSaveAs, "", "Ctrl+Shift+S"},
+    {Menu::File, 10, Command::FilePrint, Text::CommandPrint, Text::TipPrint, "print", "", 4, Menu::Print},
+    {Menu::File, 11, Command::FilePrintPreview, Text::CommandPrintPreview, Text::TipPrintPreview},
+    {Menu::File, 18, Command::FileExit, Text::CommandExit, Text::TipExit, "exit", "Ctrl+Q"},
 
     {Menu::Print, 0, Command::PrintDefault, Text::CommandDefaultReport, Text::None, "", "Ctrl+P"},
     {Menu::Print, 2, Command::PrintCumulative, Text::CommandCumulativeReport},
     {Menu::Print, 3, Command::PrintIntervals, Text::CommandIntervalsReport},
-    {Menu::Print, 5, Command::PrintCurrentView, Text::CommandCurrentView},
+    {Menu::Print, 4, Command::PrintCriteria, Text::CommandCriteriaReport},
+    {Menu::Print, 6, Command::PrintCurrentView, Text::CommandCurrentView},
 
     {Menu::Edit, 0, Command::EditUndo, Text::Undo, Text::None, "", "Ctrl+Z"},
     {Menu::Edit, 1, Command::EditRedo, Text::Redo, Text::None, "", "Ctrl+Shift+Z; Ctrl+Y"},
@@ -93,6 +95,8 @@ constexpr MenuItem kItems[] = {
     {Menu::LogPopup, 16, Command::ForceRecalc, Text::CommandForceRecalc, Text::None, "", "F5"},
     {Menu::LogPopup, 17, Command::LogCompareHPD, Text::CommandCompareHPD},
     {Menu::LogPopup, 18, Command::LogConvertWeighting, Text::CommandConvertWeighting},
+    {Menu::LogPopup, 20, Command::LogAddToAssessment, Text::CommandAddToAssessment, Text::TipAddToAssessment, "",
+     "Ctrl+Shift+A"},
     {Menu::LogPopup, 24, Command::LogDisplayOptions, Text::CommandDisplayOptions, Text::None, "settings"},
 };
 
@@ -148,10 +152,14 @@ void giveFreeLetter(std::string& text, Letters& taken) {
 }
 
 constexpr auto kOnSavable = [](const Session& session, const MenuState& state) {
+    if (state.Assessment != nullptr) return true;
     return hasSelection(state) && resolve(session, state.SelectedKey).file != nullptr && session.IsIdle();
 };
 constexpr auto kOnPrintable = [](const Session& session, const MenuState& state) {
     return state.HasExplorer && state.Displayed != nullptr && session.IsIdle();
+};
+constexpr auto kOnReport = [](const Session& session, const MenuState& state) {
+    return state.Assessment != nullptr || kOnPrintable(session, state);
 };
 constexpr auto kOnFullLog = [](const Session&, const MenuState& state) {
     return state.HasExplorer && state.Displayed != nullptr && tabRow(state.Tab).IsOverTime;
@@ -162,6 +170,7 @@ constexpr auto kOnExposures = [](const Session&, const MenuState& state) {
 
 template <Direction direction>
 bool isOnStep(const Session& session, const MenuState& state) {
+    if (state.Assessment != nullptr) return state.Assessment->CanExchange(direction);
     return canExchange(documentToEdit(session, state.SelectedKey, direction), direction);
 }
 
@@ -174,7 +183,8 @@ constexpr auto kOnExplorer = [](const Session&, const MenuState& state) { return
 constexpr Rule kRules[] = {
     {Command::FileMerge,
      [](const Session& session, const MenuState& state) { return hasSelection(state) && session.IsIdle(); }},
-    {Command::FileClose, [](const Session&, const MenuState& state) { return hasSelection(state); }},
+    {Command::FileClose,
+     [](const Session&, const MenuState& state) { return state.Assessment != nullptr || hasSelection(state); }},
     {Command::FileCloseAll, [](const Session& session, const MenuState&) { return !session.OpenFiles.empty(); }},
     {Command::FileSave, kOnSavable},
     {Command::FileSaveAs, kOnSavable},
@@ -207,10 +217,11 @@ constexpr Rule kRules[] = {
      [](const Session&, const MenuState& state) {
          return state.HasExplorer && state.InView != nullptr && IsCutIntervalSelectable(*state.InView, state.Tab);
      }},
-    {Command::FilePrint, kOnPrintable},
-    {Command::FilePrintPreview, kOnPrintable},
-    {Command::PrintDefault, kOnPrintable},
+    {Command::FilePrint, kOnReport},
+    {Command::FilePrintPreview, kOnReport},
+    {Command::PrintDefault, kOnReport},
     {Command::PrintCumulative, kOnPrintable},
+    {Command::PrintCriteria, kOnPrintable},
     {Command::PrintIntervals,
      [](const Session& session, const MenuState& state) {
          return kOnPrintable(session, state) && state.Displayed->LogIntervals.Count() > 0;
@@ -247,6 +258,10 @@ constexpr Rule kRules[] = {
          return state.Displayed != nullptr && tabRow(state.Tab).SavesPicture;
      }},
     {Command::LogDelete, kOnDisplayed},
+    {Command::LogAddToAssessment,
+     [](const Session& session, const MenuState& state) {
+         return kOnDisplayed(session, state) && state.Displayed->LogIntervals.Count() > 0;
+     }},
     {Command::LogDisplayOptions, kOnDisplayed},
 };
 

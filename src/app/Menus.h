@@ -3,6 +3,7 @@
 // a menu opens or something changes; the answers are not kept.
 #pragma once
 
+#include "assessment/AssessmentDocument.h"
 #include "model/Session.h"
 #include "resources/TextNames.h"
 #include "views/LogTab.h"
@@ -72,7 +73,10 @@ enum class Command {
     LogEditNote,
     LogSavePicture,
     LogDelete,
-    LogDisplayOptions
+    LogDisplayOptions,
+    FileNewAssessment,
+    LogAddToAssessment,
+    PrintCriteria
 };
 
 // The place of a command in a menu. The items of a menu are in the order of their index, and a gap in the indexes is a
@@ -96,20 +100,21 @@ std::span<const MenuItem> menuItems();
 // possible.
 std::vector<std::string> menuTexts(const Session& session, Menu menu);
 
-constexpr int kRecentFilesIndex = 12; // the index of the recent files in the File menu
+constexpr int kRecentFilesIndex = 13; // the index of the recent files in the File menu
 
 // What the rules need to know about the explorer window in front.
 struct MenuState {
     bool HasExplorer = false; // there is such a window, and it is not minimised
     std::string SelectedKey;
-    const clsLog* Displayed = nullptr; // the whole log on display
-    LogTab Tab = eTabFullLog;          // the tab in front
-    bool IsOnExposureRow = false;      // a row of the exposure calculator is the current one
-    bool IsTreeActive = false;         // the tree, not the log view, had the focus last
-    bool HasContent = false;           // the tab shows something that can be copied
-    const clsLog* InView = nullptr;    // the log on display, or the part of it that is zoomed to
-    std::string CopiedKey{};           // the node that would be pasted; empty for none
-    bool HasClipboardFiles = false;    // the clipboard has files, which would be opened instead
+    const clsLog* Displayed = nullptr;              // the whole log on display
+    LogTab Tab = eTabFullLog;                       // the tab in front
+    bool IsOnExposureRow = false;                   // a row of the exposure calculator is the current one
+    bool IsTreeActive = false;                      // the tree, not the log view, had the focus last
+    bool HasContent = false;                        // the tab shows something that can be copied
+    const clsLog* InView = nullptr;                 // the log on display, or the part of it that is zoomed to
+    std::string CopiedKey{};                        // the node that would be pasted; empty for none
+    bool HasClipboardFiles = false;                 // the clipboard has files, which would be opened instead
+    const AssessmentDocument* Assessment = nullptr; // of the window in front, when it is an assessment
 };
 
 bool IsMenuEnabled(const Session& session, Command command, const MenuState& state);

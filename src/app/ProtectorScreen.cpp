@@ -9,6 +9,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/Trimmed.h"
 #include "protection/Attenuation.h"
+#include "protection/RankTable.h"
 #include "views/HPDComparison.h"
 
 #include <algorithm>
@@ -113,7 +114,10 @@ std::vector<std::string> ProtectorScreen::Captions() const {
         captions.push_back(session_.LoadText(Text::HMLMethod));
         captions.push_back(session_.LoadText(Text::SNRMethod));
     }
-    if (IsSelection()) captions.push_back(levelName(session_, session_.Options.HPDCalc));
+    if (IsSelection()) {
+        captions.push_back(levelName(session_, session_.Options.HPDCalc));
+        captions.push_back(session_.LoadText(Text::FigureVerdict));
+    }
     return captions;
 }
 
@@ -135,6 +139,11 @@ std::vector<ProtectorCell> ProtectorScreen::Cells(const clsHP& hp) const {
     if (IsSelection()) {
         const std::optional<float> result = level(hp);
         cells.push_back(figure(result.has_value(), result.value_or(0)));
+        const Verdict verdict =
+            judgeByStandards(*log_, hp, session_.Options, correction_, HPDCalcMethodToUse(*log_, session_.Options, hp),
+                             result.value_or(kCannotCompute))
+                .Verdict;
+        cells.push_back({verdictText(session_, verdict), static_cast<float>(verdict), verdict});
     }
     return cells;
 }

@@ -6,6 +6,7 @@
 #include "model/clsLog.h"
 #include "platform/Message.h"
 #include "protection/ProtectorDatabase.h"
+#include "protection/Standards.h"
 #include "resources/TextNames.h"
 
 #include <array>
@@ -33,6 +34,7 @@ struct ProtectorEntries {
 struct ProtectorCell {
     std::string Text;
     std::optional<float> Number;
+    std::optional<kestrane::Verdict> Verdict{}; // of a cell that says it
 };
 
 struct ProtectorChoice {
@@ -66,7 +68,8 @@ public:
 
     void ShowUS(bool isUS) { isUS_ = isUS; }
 
-    // The list: name, type, a column for each kind of data among the figures shown and, when choosing, the level.
+    // The list: name, type, a column for each kind of data among the figures shown and, when choosing, the level and
+    // the verdict.
     std::vector<std::string> Captions() const;
     std::vector<ProtectorCell> Cells(const clsHP& protector) const;
 

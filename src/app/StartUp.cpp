@@ -1,5 +1,6 @@
 #include "app/StartUp.h"
 
+#include "app/Assessments.h"
 #include "app/Documents.h"
 #include "app/DownloadHPD.h"
 #include "app/Placement.h"
@@ -104,7 +105,8 @@ std::vector<std::string> sampleFiles() {
     std::vector<std::string> names;
     std::error_code failed; // then there are no samples
     for (const auto& entry : std::filesystem::directory_iterator(dataFolder() + "samples", failed))
-        if (entry.path().extension() == ".xml") names.push_back(fullPath(entry.path().string()));
+        if (entry.path().extension() == ".xml" || isNamedAsAssessment(entry.path().string()))
+            names.push_back(fullPath(entry.path().string()));
     std::ranges::sort(names);
     return names;
 }
@@ -145,6 +147,7 @@ std::vector<std::string> Main(Session& session, const std::vector<std::string>& 
     std::vector<std::string> names = commandLineFiles(commandLineText(arguments), fileExists);
     for (std::string& name : names) {
         name = fullPath(name);
+        if (isNamedAsAssessment(name)) continue; // opened in a window of its own
         OpenFile(session, name, OpenSource::Named, &name == &names.back());
     }
     session.frame->SetPanel(Frame::Panel::Status, session.Options.CompanyName);

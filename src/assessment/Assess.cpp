@@ -3,10 +3,7 @@
 #include "assessment/Iso9612.h"
 #include "assessment/Reaches.h"
 #include "assessment/Samples.h"
-#include "calc/BandLevels.h"
 #include "model/Acoustics.h"
-#include "protection/Attenuation.h"
-#include "protection/Ranking.h"
 
 #include <algorithm>
 #include <cmath>
@@ -44,7 +41,7 @@ double squared(double x) {
 
 class GroupAssessment {
 public:
-    GroupAssessment(const Session& session, const AssessmentGroup& group, SampleSource& samples) :
+    GroupAssessment(const Session& session, const AssessmentGroup& group, const SampleSource& samples) :
         session_(session), group_(group), samples_(samples), warnings_(session, out_.Warnings) {}
 
     GroupResult build() {
@@ -271,22 +268,14 @@ private:
             warnings_.bad({}, Text::WarnLevelCannotBe, warnings_.number(*worn.Reduction));
             return std::nullopt;
         }
-        const clsLog* log = samples_.log(*worn.Spectrum, {}, warnings_, out_.Sources);
-        const clsHP* hp = samples_.protector(worn.Name);
-        if (hp == nullptr) warnings_.bad({}, Text::NoSuchProtector, worn.Name);
-        if (log == nullptr || hp == nullptr) return std::nullopt;
-        const Figure leq = aWeightedLeq(*log);
-        out_.Sources.back().Leq = leq;
-        clsOptions options = session_.Options;
-        options.HPDCalc = modeOfName(worn.Mode).value_or(eHPDModeEUHSE);
-        options.HPDCalcMethod = "Auto";
-        const RankedProtector found =
-            rankProtectors(*log, {*hp}, options, static_cast<CorrectionKind>(worn.Correction)).front();
-        result.Method = found.Method;
-        const Figure level = found.Standard                   ? found.Standard
-                             : found.Result != kCannotCompute ? Figure(found.Result)
-                                                              : std::nullopt;
-        if (leq && level) return *leq - *level;
+        const MeasuredProtector* found = samples_.protector(worn, warnings_, out_.Sources);
+        if (found == nullptr || !found->IsKnown) {
+            if (found != nullptr) warnings_.bad({}, Text::NoSuchProtector, worn.Name);
+            return std::nullopt;
+        }
+        out_.Sources.back().Leq = found->Leq;
+        result.Method = found->Method;
+        if (found->Leq && found->Level) return *found->Leq - *found->Level;
         warnings_.bad({}, Text::WarnProtectorNotComputed, worn.Name);
         return std::nullopt;
     }
@@ -302,7 +291,8 @@ private:
         std::vector<ActionResult> list;
         for (const ActionRule& rule : kActions) {
             const Figure compared = rule.isPeak ? out_.CPeak : rule.isWithProtector ? underProtector(level) : level;
-            list.push_back({session_.LoadText(rule.name), rule.limit, rule.isPeak, state(compared, rule)});
+            list.push_back({session_.LoadText(rule.name), rule.limit, rule.isPeak, state(compared, rule),
+                            rule.isWithProtector && !rule.isPeak && out_.Protected.has_value()});
         }
         return list;
     }
@@ -316,7 +306,7 @@ private:
 
     const Session& session_;
     const AssessmentGroup& group_;
-    SampleSource& samples_;
+    const SampleSource& samples_;
     GroupResult out_;
     Warnings warnings_; // writes to out_.Warnings
     Figure jobPeak_, otherPeak_;
@@ -330,8 +320,8 @@ std::string_view stateName(ActionState state) {
 }
 
 std::vector<GroupResult> assess(const Session& session, const Assessment& assessment, const std::string& path,
-                                const AssessmentData& data) {
-    SampleSource samples(path, data);
+                                const Measurements& measured) {
+    const SampleSource samples(path, measured);
     std::vector<GroupResult> results;
     for (const AssessmentGroup& group : assessment.Groups)
         results.push_back(GroupAssessment(session, group, samples).build());

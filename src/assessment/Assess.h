@@ -3,11 +3,10 @@
 // uncertainties are in dB, times in hours. A figure that cannot be computed is nothing, and a warning says why.
 #pragma once
 
-#include "assessment/Assessment.h"
+#include "assessment/Measurements.h"
 #include "model/Session.h"
 #include "protection/Standards.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -34,6 +33,7 @@ struct ActionResult {
     double Limit;
     bool IsPeak; // dB(C); else dB
     ActionState State;
+    bool IsUnderProtector = false; // it was compared with the level under the protector
 };
 
 struct ProtectedResult {
@@ -71,15 +71,10 @@ struct GroupResult {
     std::vector<SourceResult> Sources;
 };
 
-// Where the data comes from. Both functions may return null when it is not there.
-struct AssessmentData {
-    std::function<const clsFile*(const std::string& path)> File; // with all of its rows
-    std::function<const clsHP*(const std::string& name)> Protector;
-};
-
-// path is that of the assessment, to which the paths of data files are relative. Raises nothing for data that is
-// missing or makes no sense.
+// path is that of the assessment, to which the paths of data files are relative. Figures of files that have not been
+// read are missing. Raises
+// nothing for data that is missing or makes no sense.
 std::vector<GroupResult> assess(const Session& session, const Assessment& assessment, const std::string& path,
-                                const AssessmentData& data);
+                                const Measurements& measured);
 
 } // namespace kestrane

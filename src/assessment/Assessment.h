@@ -76,4 +76,21 @@ struct Assessment {
     AssessmentJson Other;
 };
 
+// Calls visit(rows) for the samples of a group, or of an assessment, that are rows of a log, in their order.
+template <class Part, class Visit>
+void forEachSampleRows(Part& part, Visit visit) {
+    if constexpr (requires { part.Groups; }) {
+        for (auto& group : part.Groups)
+            forEachSampleRows(group, visit);
+    } else {
+        const auto visitAll = [&](auto& samples) {
+            for (auto& sample : samples)
+                if (auto* rows = std::get_if<LogRows>(&sample)) visit(*rows);
+        };
+        visitAll(part.Samples);
+        for (auto& task : part.Tasks)
+            visitAll(task.Samples);
+    }
+}
+
 } // namespace kestrane

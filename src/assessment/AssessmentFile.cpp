@@ -3,11 +3,11 @@
 #include "platform/AtomicFile.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Sha256.h"
 
 #include <algorithm>
 #include <cmath>
 #include <concepts>
+#include <filesystem>
 #include <iterator>
 #include <limits>
 #include <span>
@@ -279,20 +279,6 @@ Json writeObject(const T& object) {
     return writer.with(object.Other);
 }
 
-template <class Visit>
-void forEachFile(Assessment& assessment, Visit visit) {
-    const auto visitAll = [&](std::vector<Sample>& samples) {
-        for (Sample& sample : samples)
-            if (auto* rows = std::get_if<LogRows>(&sample)) visit(*rows);
-    };
-    for (AssessmentGroup& group : assessment.Groups) {
-        visitAll(group.Samples);
-        for (AssessmentTask& task : group.Tasks)
-            visitAll(task.Samples);
-        if (group.Protector && group.Protector->Spectrum) visit(*group.Protector->Spectrum);
-    }
-}
-
 } // namespace
 
 Assessment assessmentOfText(std::string_view text) {
@@ -329,14 +315,17 @@ std::string dataFileOf(const std::string& assessmentPath, const std::string& fil
     return assessmentPath.substr(0, assessmentPath.rfind('/') + 1) + file;
 }
 
-void keepHashes(const std::string& assessmentPath, Assessment& assessment) {
-    forEachFile(assessment, [&](LogRows& rows) {
-        if (!rows.Sha256.empty()) return;
-        try {
-            rows.Sha256 = sha256OfFile(dataFileOf(assessmentPath, rows.File));
-        } catch (const RuntimeError&) { // reported when the assessment is computed
-        }
-    });
+void moveDataFiles(Assessment& assessment, const std::string& from, const std::string& to) {
+    const std::filesystem::path folder = std::filesystem::path(to).parent_path();
+    const auto move = [&](LogRows& rows) {
+        const std::filesystem::path file = std::filesystem::path(dataFileOf(from, rows.File)).lexically_normal();
+        const std::string relative = file.lexically_relative(folder).string();
+        const bool isThere = !relative.empty() && isSameFile(dataFileOf(to, relative), file.string());
+        rows.File = isThere ? relative : file.string();
+    };
+    forEachSampleRows(assessment, move);
+    for (AssessmentGroup& group : assessment.Groups)
+        if (group.Protector && group.Protector->Spectrum) move(*group.Protector->Spectrum);
 }
 
 } // namespace kestrane

@@ -23,7 +23,8 @@ void saveAssessment(const std::string& path, const Assessment& assessment);
 // The path of a data file named in the assessment at assessmentPath.
 std::string dataFileOf(const std::string& assessmentPath, const std::string& file);
 
-// Records the hash of each data file that has none recorded yet. A file that cannot be read gets none.
-void keepHashes(const std::string& assessmentPath, Assessment& assessment);
+// Names the data files anew for an assessment that goes from one path (empty: it has none yet) to another: relative to
+// its folder where that leads to the same file, else absolute.
+void moveDataFiles(Assessment& assessment, const std::string& from, const std::string& to);
 
 } // namespace kestrane

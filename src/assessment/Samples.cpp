@@ -1,10 +1,6 @@
 #include "assessment/Samples.h"
 
-#include "assessment/AssessmentFile.h"
-#include "assessment/LogLevels.h"
 #include "platform/Format.h"
-#include "platform/RuntimeError.h"
-#include "platform/Sha256.h"
 
 #include <algorithm>
 
@@ -45,7 +41,7 @@ std::string Warnings::number(double value) const {
 }
 
 SampleLevels SampleSource::gather(const std::vector<Sample>& samples, const std::optional<std::string>& task,
-                                  Warnings& warnings, std::vector<SourceResult>& sources) {
+                                  Warnings& warnings, std::vector<SourceResult>& sources) const {
     SampleLevels out;
     out.MeasuredHours = 0;
     for (const Sample& sample : samples) {
@@ -67,58 +63,47 @@ SampleLevels SampleSource::gather(const std::vector<Sample>& samples, const std:
     return out;
 }
 
-const std::string& SampleSource::hashOf(const std::string& file) {
-    const auto [entry, isNew] = hashes_.try_emplace(file);
-    if (isNew) {
-        try {
-            entry->second = sha256OfFile(file);
-        } catch (const RuntimeError&) { // then there is no hash
-        }
+bool SampleSource::isThere(const MeasuredLog* log, const LogRows& rows, const std::optional<std::string>& task,
+                           Warnings& warnings, std::vector<SourceResult>& sources) const {
+    SourceResult& source = sources.emplace_back(rows.File, std::string(), rows.Log, rows.From, rows.To, Figure());
+    if (log != nullptr) source.Sha256 = log->Sha256;
+    if (log == nullptr || !log->IsOpen) {
+        warnings.bad(task, log == nullptr ? Text::WarnNotReadYet : Text::WarnNotOpened, rows.File);
+        return false;
     }
-    return entry->second;
+    if (!rows.Sha256.empty() && rows.Sha256 != log->Sha256)
+        warnings.add("file-changed", task, Text::WarnFileChanged, rows.File);
+    if (log->Log.empty()) {
+        warnings.bad(task, Text::WarnNoLog, rows.Log + " (" + rows.File + ")");
+        return false;
+    }
+    source.Log = log->Log;
+    return true;
 }
 
-const clsLog* SampleSource::log(const LogRows& rows, const std::optional<std::string>& task, Warnings& warnings,
-                                std::vector<SourceResult>& sources) {
-    const std::string path = dataFileOf(path_, rows.File);
-    const std::string& hash = hashOf(path);
-    sources.push_back({rows.File, hash, rows.Log, rows.From, rows.To, {}});
-    const clsFile* file = hash.empty() ? nullptr : data_.File(path);
-    if (file == nullptr) {
-        warnings.bad(task, Text::WarnNotOpened, rows.File);
-        return nullptr;
-    }
-    if (!rows.Sha256.empty() && rows.Sha256 != hash)
-        warnings.add("file-changed", task, Text::WarnFileChanged, rows.File);
-    const clsLog* log = logOfKey(*file, rows.Log);
-    if (log == nullptr) {
-        warnings.bad(task, Text::WarnNoLog, rows.Log + " (" + rows.File + ")");
-    } else {
-        sources.back().Log = keyOfLog(*file, *log);
-    }
-    return log;
+const MeasuredProtector* SampleSource::protector(const AssessmentProtector& worn, Warnings& warnings,
+                                                 std::vector<SourceResult>& sources) const {
+    const MeasuredProtector* found = measured_.protector(path_, worn);
+    return isThere(found, *worn.Spectrum, {}, warnings, sources) ? found : nullptr;
 }
 
 void SampleSource::take(const LogRows& rows, const std::optional<std::string>& task, Warnings& warnings,
-                        std::vector<SourceResult>& sources, SampleLevels& out) {
+                        std::vector<SourceResult>& sources, SampleLevels& out) const {
     const auto isMissing = [&](Text::Id text, const std::string& word) {
         out.AreAllThere = false;
         out.MeasuredHours.reset();
         if (text != Text::None) warnings.bad(task, text, word);
     };
-    const clsLog* found = log(rows, task, warnings, sources);
-    if (found == nullptr) return isMissing(Text::None, {});
-    const std::int64_t count = found->LogIntervals.Count();
+    const MeasuredRows* found = measured_.rows(path_, rows);
+    if (!isThere(found, rows, task, warnings, sources)) return isMissing(Text::None, {});
     SourceResult& source = sources.back();
-    if (count == 0 || found->HasUnreadIntervals)
-        return isMissing(Text::WarnNoRows, source.Log + " (" + rows.File + ")");
-    const RowRange range{rows.From.value_or(1), rows.To.value_or(count)};
-    if (range.From < 1 || range.To < range.From || range.To > count)
+    if (found->Count == 0) return isMissing(Text::WarnNoRows, source.Log + " (" + rows.File + ")");
+    const RowRange range{rows.From.value_or(1), rows.To.value_or(found->Count)};
+    if (range.From < 1 || range.To < range.From || range.To > found->Count)
         return isMissing(Text::WarnRowsNotInLog, std::to_string(range.From) + "-" + std::to_string(range.To));
     source.From = range.From;
     source.To = range.To;
-    const bool isWhole = !rows.From && !rows.To;
-    const LogLevels levels = levelsOfRows(*found, isWhole ? std::nullopt : std::optional(range));
+    const LogLevels& levels = found->Levels;
     raise(out.CPeak, levels.CPeak);
     raise(out.OtherPeak, levels.OtherPeak);
     if (!levels.Leq)

@@ -4,8 +4,6 @@
 #include "assessment/Assess.h"
 #include "resources/TextNames.h"
 
-#include <map>
-
 namespace kestrane {
 
 // Whether a level in dB is possible: above 0, which stands for none, and at most 200.
@@ -40,28 +38,27 @@ struct SampleLevels {
     Figure CPeak, OtherPeak; // of their logs
 };
 
-// The samples of one assessment. Each data file is hashed only once.
+// The samples of one assessment.
 class SampleSource {
 public:
-    SampleSource(std::string path, const AssessmentData& data) : path_(std::move(path)), data_(data) {}
+    SampleSource(std::string path, const Measurements& measured) : path_(std::move(path)), measured_(measured) {}
 
     SampleLevels gather(const std::vector<Sample>& samples, const std::optional<std::string>& task, Warnings& warnings,
-                        std::vector<SourceResult>& sources);
+                        std::vector<SourceResult>& sources) const;
 
-    // The log that rows belong to; null, with a warning, when it is not there. What is known of it is added to sources.
-    const clsLog* log(const LogRows& rows, const std::optional<std::string>& task, Warnings& warnings,
-                      std::vector<SourceResult>& sources);
-
-    const clsHP* protector(const std::string& name) const { return data_.Protector(name); }
+    // What was measured of a protector on its spectrum; null when its log is not there, which has been warned of. What
+    // is known of the log is added to sources.
+    const MeasuredProtector* protector(const AssessmentProtector& worn, Warnings& warnings,
+                                       std::vector<SourceResult>& sources) const;
 
 private:
-    const std::string& hashOf(const std::string& file);
+    bool isThere(const MeasuredLog* log, const LogRows& rows, const std::optional<std::string>& task,
+                 Warnings& warnings, std::vector<SourceResult>& sources) const;
     void take(const LogRows& rows, const std::optional<std::string>& task, Warnings& warnings,
-              std::vector<SourceResult>& sources, SampleLevels& out);
+              std::vector<SourceResult>& sources, SampleLevels& out) const;
 
     std::string path_;
-    const AssessmentData& data_;
-    std::map<std::string, std::string> hashes_;
+    const Measurements& measured_;
 };
 
 } // namespace kestrane

@@ -75,4 +75,10 @@ std::optional<double> aWeightedLeq(const clsLog& log) {
     return std::nullopt;
 }
 
+bool isExposureNotAWeighted(const clsLog& log, LogChannel channel, Parameter parameter) {
+    constexpr Parameter kExposures[] = {eLepdET, eLepdMT, eDoseET, eDoseMT, eDoseHour, eLe_Sel, ePa2Hr, eLAvg, eTWA};
+    if (channel != kChannelA || std::ranges::find(kExposures, parameter) == std::end(kExposures)) return false;
+    return log.FreqWeightA() != "A" && (log.IsOctaveLog() || !log.FreqWeightA().empty());
+}
+
 } // namespace kestrane

@@ -37,4 +37,8 @@ LevelsFrom aWeightedLevels(const clsLog& log);
 // LAeq of the whole log from there, in dB. Nothing when it is absent.
 std::optional<double> aWeightedLeq(const clsLog& log);
 
+// Whether a parameter of a channel is a figure of exposure though the levels of channel A, which it is made of, are not
+// A-weighted. An octave log without a weighting counts as linear.
+bool isExposureNotAWeighted(const clsLog& log, LogChannel channel, Parameter parameter);
+
 } // namespace kestrane

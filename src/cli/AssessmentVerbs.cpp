@@ -2,15 +2,18 @@
 #include "assessment/Assess.h"
 #include "assessment/AssessmentFile.h"
 #include "assessment/Criteria.h"
-#include "assessment/LogLevels.h"
 #include "cli/ChosenLog.h"
 #include "cli/Comparing.h"
+#include "cli/Jobs.h"
 #include "cli/Json.h"
+#include "cli/Outputs.h"
 #include "cli/Verbs.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
+#include "platform/Sha256.h"
 #include "protection/ProtectorDatabase.h"
+#include "reports/AssessmentReport.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -206,7 +209,22 @@ private:
     bool isRead_ = false;
 };
 
-int assessFile(Program& program, const std::string& file) {
+// Empty for a file that cannot be read.
+std::string hashOf(const std::string& file) {
+    try {
+        return sha256OfFile(file);
+    } catch (const RuntimeError&) {
+        return {};
+    }
+}
+
+struct AssessOptions {
+    std::string file;
+    std::string report; // empty: the result is printed
+};
+
+int assessFile(Program& program, const AssessOptions& options) {
+    const std::string& file = options.file;
     Session& session = program.session;
     program.console.File = file;
     const std::string input = file == "-" ? kStandardInput : fullPath(file);
@@ -221,17 +239,37 @@ int assessFile(Program& program, const std::string& file) {
         return kFailed;
     }
     InstalledProtectors protectors(session);
-    const AssessmentData data{[&](const std::string& name) { return program.open(name); },
-                              [&](const std::string& name) { return protectors.find(name); }};
-    return program.print({{"schema", "kestrane-assessment-result/1"},
-                          {"edition", kAssessmentEdition},
-                          {"groups", listJson(assess(session, assessment, path, data), groupJson)}});
+    Measurements measured;
+    const std::vector<std::string> dataFiles = measured.unread(assessment, path);
+    if (!options.report.empty()) keepFilesFrom({options.report}, dataFiles);
+    for (const std::string& dataFile : dataFiles) {
+        const std::string hash = hashOf(dataFile);
+        const clsFile* const opened = hash.empty() ? nullptr : program.open(dataFile);
+        measured.take(session, assessment, path, dataFile, opened, hash,
+                      [&](const std::string& name) { return protectors.find(name); });
+        program.closeFiles();
+    }
+    const std::vector<GroupResult> results = assess(session, assessment, path, measured);
+    if (options.report.empty()) {
+        return program.print({{"schema", "kestrane-assessment-result/1"},
+                              {"edition", kAssessmentEdition},
+                              {"groups", listJson(results, groupJson)}});
+    }
+    const AssessmentSubject subject{session, assessment, path, measured, results};
+    const bool isWritten = writePages(
+        program, [&](const PageMetrics& paper) { return std::make_unique<AssessmentReport>(subject, paper); },
+        options.report);
+    return isWritten ? kDone : kFailed;
 }
 
 RunVerb assessVerb(CLI::App& verb) {
-    const auto file = std::make_shared<std::string>();
-    verb.add_option("FILE", *file, "an assessment; - is standard input")->required();
-    return [file](Program& program) { return assessFile(program, *file); };
+    const auto options = std::make_shared<AssessOptions>();
+    verb.add_option("FILE", options->file, "an assessment; - is standard input")->required();
+    verb.add_option("--report", options->report, "write its report to this PDF file instead; - is standard output");
+    return [options](Program& program) {
+        if (!options->report.empty()) keepFilesFrom({options->report}, {options->file});
+        return assessFile(program, *options);
+    };
 }
 
 constexpr Verb kVerbs[] = {

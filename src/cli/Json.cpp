@@ -1,5 +1,6 @@
 #include "cli/Json.h"
 
+#include "calc/BandLevels.h"
 #include "calc/Recalculation.h"
 #include "explorer/NodeKeys.h"
 #include "files/Loaders.h"
@@ -113,6 +114,8 @@ Json figuresJson(const clsLog& log) {
             if (source.cumulative == nullptr) continue;
             Json& figure = figures[std::string(source.cumulativeName)] = valueJson(log.*source.cumulative);
             if (!reportedNote(log, channel, info.parameter).empty()) figure["Reported"] = true;
+            const bool isThere = (log.*source.cumulative).CalcValue() != 0;
+            if (isThere && isExposureNotAWeighted(log, channel, info.parameter)) figure["NotAWeighted"] = true;
         }
     }
     figures["TWA8CumA"] = singleJson(TWA8CumA(log));

@@ -24,7 +24,8 @@ struct FormName {
 
 constexpr FormName kForms[] = {{"default", ReportForm::Default},
                                {"cumulative", ReportForm::Cumulative},
-                               {"intervals", ReportForm::CumulativeAndIntervals}};
+                               {"intervals", ReportForm::CumulativeAndIntervals},
+                               {"criteria", ReportForm::CumulativeAndCriteria}};
 
 struct ReportOptions {
     std::vector<std::string> files;
@@ -57,18 +58,23 @@ PageProgress progressOf(const Program& program, const Interrupt& interrupt) {
     };
 }
 
-// Returns false when the report was not written or is not complete; the reason has been shown.
+// Returns false when the pages were not written or are not complete; the reason has been shown.
+bool writePages(Program& program, Drawing& drawing, bool isLandscape, const Drawing::LayOut& layOut,
+                const std::string& output, const Interrupt& interrupt) {
+    bool isWhole = false;
+    const bool isWritten = program.write(output, [&](const std::string& path) {
+        isWhole = drawing.writePdf(program.session, isLandscape, layOut, path, progressOf(program, interrupt));
+    });
+    return isWritten && isWhole;
+}
+
 bool reportOne(Program& program, Drawing& drawing, const ChosenLog& chosen, const ReportOptions& options,
                const std::string& output, const Interrupt& interrupt) {
     const ReportSubject subject = {*chosen.file, *chosen.data, *chosen.log, isModified(*chosen.log, *chosen.log)};
     const auto layOut = [&](const PageMetrics& metrics) {
         return std::make_unique<Report>(subject, formOf(options), metrics);
     };
-    bool isWhole = false;
-    const bool isWritten = program.write(output, [&](const std::string& path) {
-        isWhole = drawing.writePdf(program.session, options.isLandscape, layOut, path, progressOf(program, interrupt));
-    });
-    return isWritten && isWhole;
+    return writePages(program, drawing, options.isLandscape, layOut, output, interrupt);
 }
 
 int report(Program& program, const ReportOptions& options) {
@@ -93,7 +99,8 @@ RunVerb reportVerb(CLI::App& verb) {
     std::vector<std::string> words;
     for (const FormName& name : kForms)
         words.emplace_back(name.word);
-    verb.add_option("--form", options->form, "default (intervals as the settings say), cumulative or intervals")
+    verb.add_option("--form", options->form,
+                    "default (intervals as the settings say), cumulative, intervals or criteria")
         ->check(CLI::IsMember(words));
     verb.add_flag("--landscape", options->isLandscape, "on paper turned sideways");
     verb.add_option("--print-date", "this time of printing in place of the computer's: yyyy-mm-ddThh:mm:ss")
@@ -114,6 +121,12 @@ FileJob reportJob(Program& owner) {
         const auto chosen = chooseLog(program, file, {});
         return chosen && reportOne(program, *drawing, *chosen, {}, output, interrupt);
     };
+}
+
+bool writePages(Program& program, const Drawing::LayOut& layOut, const std::string& output) {
+    Drawing* const drawing = program.drawing();
+    const Interrupt interrupt;
+    return drawing != nullptr && writePages(program, *drawing, false, layOut, output, interrupt);
 }
 
 std::span<const Verb> reportVerbs() {

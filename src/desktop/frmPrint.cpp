@@ -49,7 +49,8 @@ void frmPrint::ShowPreview() {
 
     constexpr Form kForms[] = {{ReportForm::Default, Text::CommandDefaultReport},
                                {ReportForm::Cumulative, Text::CommandCumulativeReport},
-                               {ReportForm::CumulativeAndIntervals, Text::CommandIntervalsReport}};
+                               {ReportForm::CumulativeAndIntervals, Text::CommandIntervalsReport},
+                               {ReportForm::CumulativeAndCriteria, Text::CommandCriteriaReport}};
     std::vector<PreviewChoice> choices;
     for (const Form& form : kForms) {
         if (form.form == ReportForm::CumulativeAndIntervals &&

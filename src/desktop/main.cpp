@@ -49,6 +49,7 @@ const char* answerWithoutDisplay(int argc, char** argv) {
             return "Usage: kestrane [FILE...]\n"
                    "\n"
                    "Opens noise measurements: .xml .zdp .zd2 .zd4 .zdf .zdo .csv .log\n"
+                   "Opens exposure assessments: .kxa\n"
                    "\n"
                    "  --help     this text\n"
                    "  --version  the version\n"
@@ -123,6 +124,7 @@ int run(int argc, char** argv) {
     frame.show();
     frame.NewExplorerWindow();
     ShowOpened(session, opened);
+    frame.OpenAssessments(opened, OpenSource::Named);
     splash.close();
     frame.showMaximized();
     const int status = QApplication::exec();

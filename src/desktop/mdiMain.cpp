@@ -4,7 +4,9 @@
 #include "app/Placement.h"
 #include "app/StartUp.h"
 #include "desktop/StartPage.h"
+#include "desktop/assessment/frmAssessment.h"
 #include "desktop/frmExplorer.h"
+#include "desktop/pages/ComparisonPage.h"
 #include "desktop/tabLog.h"
 #include "desktop/tvwTreeView.h"
 #include "dialogs/Icons.h"
@@ -89,6 +91,20 @@ void keepCloseKey(const QMdiSubWindow& window) {
         if (action->shortcuts().contains(QKeySequence("Ctrl+W"))) action->setShortcut(QKeySequence("Ctrl+F4"));
 }
 
+template <class Child>
+std::vector<Child*> childrenOf(const QMdiArea& area) {
+    std::vector<Child*> all;
+    for (const QMdiSubWindow* window : area.subWindowList())
+        if (auto* child = qobject_cast<Child*>(window->widget()); child != nullptr) all.push_back(child);
+    return all;
+}
+
+template <class Child>
+Child* activeChild(const QMdiArea& area) {
+    const QMdiSubWindow* window = area.currentSubWindow();
+    return window == nullptr || window->isMinimized() ? nullptr : qobject_cast<Child*>(window->widget());
+}
+
 } // namespace
 
 mdiMain::mdiMain(Session& session) :
@@ -107,7 +123,10 @@ mdiMain::mdiMain(Session& session) :
     waiting_.setSingleShot(true);
     waiting_.setInterval(kNextLook);
     connect(&waiting_, &QTimer::timeout, this, &mdiMain::showWaiting);
-    connect(area_, &QMdiArea::subWindowActivated, this, [this] { EnableMenusAndButtons(); });
+    connect(area_, &QMdiArea::subWindowActivated, this, [this] {
+        if (frmAssessment* const assessment = activeAssessment(); assessment != nullptr) assessment_ = assessment;
+        EnableMenusAndButtons();
+    });
     connect(QApplication::clipboard(), &QClipboard::dataChanged, this, &mdiMain::readClipboard);
 
     resize(kFirstSize);
@@ -233,9 +252,13 @@ void mdiMain::makeStatusBar() {
 void mdiMain::NewExplorerWindow() {
     auto* const explorer = new frmExplorer(session_);
     wire(*explorer);
-    QMdiSubWindow* const window = area_->addSubWindow(explorer);
+    showChild(*explorer);
+}
+
+void mdiMain::showChild(QWidget& child) {
+    QMdiSubWindow* const window = area_->addSubWindow(&child);
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->setWindowIcon(explorer->windowIcon());
+    window->setWindowIcon(child.windowIcon());
     keepCloseKey(*window);
     connect(window, &QMdiSubWindow::windowStateChanged, this, [this] { EnableMenusAndButtons(); });
     window->resize(area_->size() * 3 / 4);
@@ -254,6 +277,8 @@ void mdiMain::wire(frmExplorer& explorer) {
     connect(&explorer.LogTabs(), &tabLog::ProtectorAsked, this, [this, &explorer] {
         if (activeExplorer() == &explorer) give(Command::LogCompareHPD);
     });
+    connect(&explorer.LogTabs(), &tabLog::RankAsked, this,
+            [this, &explorer] { begin([&] { explorer.LogTabs().Comparison().ChooseByRank(); }); });
     const StartPage& start = explorer.LogTabs().Start();
     connect(&start, &StartPage::CommandAsked, this, &mdiMain::give);
     connect(&start, &StartPage::RecentAsked, this,
@@ -275,20 +300,26 @@ void mdiMain::wire(frmExplorer& explorer) {
 }
 
 std::vector<frmExplorer*> mdiMain::explorers() const {
-    std::vector<frmExplorer*> all;
-    for (const QMdiSubWindow* window : area_->subWindowList())
-        if (auto* explorer = qobject_cast<frmExplorer*>(window->widget()); explorer != nullptr) all.push_back(explorer);
-    return all;
+    return childrenOf<frmExplorer>(*area_);
 }
 
 frmExplorer* mdiMain::activeExplorer() const {
-    const QMdiSubWindow* window = area_->currentSubWindow();
-    return window == nullptr || window->isMinimized() ? nullptr : qobject_cast<frmExplorer*>(window->widget());
+    return activeChild<frmExplorer>(*area_);
+}
+
+std::vector<frmAssessment*> mdiMain::assessments() const {
+    return childrenOf<frmAssessment>(*area_);
+}
+
+frmAssessment* mdiMain::activeAssessment() const {
+    return activeChild<frmAssessment>(*area_);
 }
 
 MenuState mdiMain::menuState() const {
     const frmExplorer* explorer = activeExplorer();
     MenuState state = explorer == nullptr ? MenuState{} : explorer->StateForMenus();
+    if (const frmAssessment* assessment = activeAssessment(); assessment != nullptr)
+        state.Assessment = &assessment->Document();
     state.CopiedKey = edits_.Copied().Key;
     state.HasClipboardFiles = hasClipboardFiles_;
     return state;
@@ -319,14 +350,20 @@ void mdiMain::showTexts(Menu which) {
 }
 
 void mdiMain::showSteps() {
-    const std::string key = menuState().SelectedKey;
+    const MenuState state = menuState();
     for (const auto& [command, direction] : kSteps) {
-        const clsFile* const file = documentToEdit(session_, key, direction);
-        actions_.at(command)->setText(shown(exchangeText(session_, file, direction)));
+        const clsFile* const file =
+            state.Assessment != nullptr ? nullptr : documentToEdit(session_, state.SelectedKey, direction);
+        std::string text = exchangeText(session_, file, direction);
+        if (state.Assessment != nullptr && state.Assessment->CanExchange(direction))
+            text = exchangeText(session_, state.Assessment->Title(direction), direction);
+        actions_.at(command)->setText(shown(text));
     }
 }
 
 void mdiMain::exchange(Direction direction) {
+    if (frmAssessment* const assessment = activeAssessment(); assessment != nullptr)
+        return assessment->Exchange(direction);
     std::map<frmExplorer*, std::string> before;
     for (frmExplorer* explorer : explorers())
         before[explorer] = explorer->State().BasisOfFigures(session_);
@@ -449,7 +486,9 @@ void mdiMain::dropEvent(QDropEvent* event) {
 }
 
 void mdiMain::closeEvent(QCloseEvent* event) {
-    if (!CloseFiles(session_, nullptr, saveName())) {
+    const std::vector<frmAssessment*> open = assessments();
+    const bool areClosed = std::ranges::all_of(open, &frmAssessment::MayClose);
+    if (!areClosed || !CloseFiles(session_, nullptr, saveName())) {
         event->ignore();
         return;
     }

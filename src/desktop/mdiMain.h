@@ -2,6 +2,7 @@
 // them to the explorer in front and updates the menus by the core's rules. It has no measurement data.
 #pragma once
 
+#include "app/Assessments.h"
 #include "app/Documents.h"
 #include "app/Menus.h"
 #include "app/SettingsDialog.h"
@@ -11,6 +12,7 @@
 #include "platform/MonotonicClock.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QTimer>
 
 #include <functional>
@@ -23,6 +25,7 @@ class QMenu;
 
 namespace kestrane {
 
+class frmAssessment;
 class frmExplorer;
 class frmFind;
 class frmPrint;
@@ -35,6 +38,7 @@ public:
     ~mdiMain() override;
 
     void NewExplorerWindow();
+    void OpenAssessments(const std::vector<std::string>& names, OpenSource source); // those among files
 
     void SetPanel(Panel panel, const std::string& text) override;
     void ClearPanel(Panel panel, const std::string& text) override;
@@ -68,6 +72,7 @@ private:
     void exchange(Direction direction);
     void showWaiting(); // shows logs whose rows have come
     void readClipboard();
+    void showChild(QWidget& child); // in a window of the area
     void wire(frmExplorer& explorer);
 
     bool isHeldBack(const QObject* object) const;
@@ -78,6 +83,10 @@ private:
 
     frmExplorer* activeExplorer() const; // null when there is none or it is minimised
     std::vector<frmExplorer*> explorers() const;
+    frmAssessment* activeAssessment() const; // null: another window is in front, or it is minimised
+    std::vector<frmAssessment*> assessments() const;
+    frmAssessment* showAssessment(AssessmentDocument document);
+    void addToAssessment();
     MenuState menuState() const;
     void showPopUp(Menu which, QPoint at);
 
@@ -90,12 +99,15 @@ private:
     void closeSelected();
     void closeAll();
     void deleteDisplayed();
-    frmPrint printer();     // for the explorer in front
+    frmPrint printer(); // for the explorer in front
+    void printReport(); // of the window in front
+    void showPreview();
     AskSaveName saveName(); // a function that asks the user
-    std::optional<std::string> askSaveName(const std::string& proposal);
+    std::optional<std::string> askSaveName(const std::string& proposal, Text::Id filter, const char* suffix);
     void askExposureTime();
     void showDatabase();
     bool downloadDatabase(QWidget* parent);
+    void followProtectors(); // which have changed
     void showSettings(Command command);
     void applySettings(const SettingsChanges& changes, frmExplorer* opener);
     void copyData(bool valuesOnly);
@@ -121,6 +133,7 @@ private:
     frmFind* find_ = nullptr; // created when it is first used
     NodeSearch search_;
     QPoint popUpAt_;
+    QPointer<frmAssessment> assessment_; // the one that was in front last
 };
 
 } // namespace kestrane

@@ -4,7 +4,9 @@
 #include "app/DownloadHPD.h"
 #include "app/Help.h"
 #include "app/StartUp.h"
+#include "desktop/assessment/frmAssessment.h"
 #include "desktop/frmExplorer.h"
+#include "desktop/frmPreview.h"
 #include "desktop/frmPrint.h"
 #include "desktop/mdiMain.h"
 #include "desktop/pages/ComparisonPage.h"
@@ -20,6 +22,7 @@
 #include "dialogs/frmOptions.h"
 #include "explorer/NodeKeys.h"
 #include "model/LogTime.h"
+#include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/QtClipboard.h"
@@ -91,7 +94,7 @@ template <std::size_t count>
 constexpr bool hasRowForEach(const CommandRow (&rows)[count]) {
     for (std::size_t i = 0; i < count; ++i)
         if (static_cast<std::size_t>(rows[i].command) != i) return false;
-    return count == static_cast<std::size_t>(Command::LogDisplayOptions) + 1; // the last command
+    return count == static_cast<std::size_t>(Command::PrintCriteria) + 1; // the last command
 }
 
 template <auto method, auto... arguments>
@@ -120,6 +123,7 @@ void mdiMain::begin(const std::function<void()>& work) {
 
 // Checks the rule again, because a menu may show the state of a moment ago.
 void mdiMain::give(Command command) {
+    if (frmAssessment* const assessment = activeAssessment(); assessment != nullptr) assessment->CommitEntries();
     begin([&] {
         if (IsMenuEnabled(session_, command, menuState())) run(command);
     });
@@ -137,9 +141,9 @@ void mdiMain::run(Command command) {
         {Command::FileCloseAll, onFrame<&mdiMain::closeAll>},
         {Command::FileSave, onFrame<&mdiMain::saveSelected, false>},
         {Command::FileSaveAs, onFrame<&mdiMain::saveSelected, true>},
-        {Command::FilePrint, [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::Default); }},
-        {Command::FilePrintPreview, [](mdiMain& frame, frmExplorer*) { frame.printer().ShowPreview(); }},
-        {Command::PrintDefault, [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::Default); }},
+        {Command::FilePrint, onFrame<&mdiMain::printReport>},
+        {Command::FilePrintPreview, onFrame<&mdiMain::showPreview>},
+        {Command::PrintDefault, onFrame<&mdiMain::printReport>},
         {Command::PrintCumulative,
          [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::Cumulative); }},
         {Command::PrintIntervals,
@@ -206,6 +210,11 @@ void mdiMain::run(Command command) {
         {Command::LogSavePicture, onTabs<&tabLog::SavePicture>},
         {Command::LogDelete, onFrame<&mdiMain::deleteDisplayed>},
         {Command::LogDisplayOptions, onFrame<&mdiMain::showSettings, Command::LogDisplayOptions>},
+        {Command::FileNewAssessment,
+         [](mdiMain& frame, frmExplorer*) { frame.showAssessment(NewAssessment(frame.session_)); }},
+        {Command::LogAddToAssessment, onFrame<&mdiMain::addToAssessment>},
+        {Command::PrintCriteria,
+         [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::CumulativeAndCriteria); }},
     };
     static_assert(hasRowForEach(kRows), "a row a command, in the order of the enumeration");
     kRows[static_cast<std::size_t>(command)].act(*this, activeExplorer());
@@ -213,6 +222,26 @@ void mdiMain::run(Command command) {
 
 frmPrint mdiMain::printer() {
     return {session_, *activeExplorer(), this};
+}
+
+void mdiMain::printReport() {
+    const frmAssessment* const assessment = activeAssessment();
+    if (assessment == nullptr) return printer().PrintReport(ReportForm::Default);
+    Printers printers;
+    PrintProgress progress(session_, this);
+    printDocument(
+        session_, printers, this, false, [&](const PageMetrics& paper) { return assessment->Report(paper); },
+        progress.function());
+}
+
+void mdiMain::showPreview() {
+    const frmAssessment* const assessment = activeAssessment();
+    if (assessment == nullptr) return printer().ShowPreview();
+    Printers printers;
+    frmPreview(session_,
+               {{Text::AssessmentReportTitle, [&](const PageMetrics& paper) { return assessment->Report(paper); }}},
+               printers, this)
+        .exec();
 }
 
 void mdiMain::deleteDisplayed() {
@@ -243,44 +272,89 @@ void mdiMain::synchronizeClocks() {
 }
 
 void mdiMain::openFiles() {
-    const QStringList names = QFileDialog::getOpenFileNames(this, loadText(session_, Text::OpenDataFile),
-                                                            shown(session_.Options.DefaultDataDirectory),
-                                                            fileFilter(session_.LoadText(Text::OpenFilter)));
+    const QStringList names = QFileDialog::getOpenFileNames(
+        this, loadText(session_, Text::OpenDataFile), shown(session_.Options.DefaultDataDirectory),
+        fileFilter(session_.LoadText(Text::OpenFilter) + "|" + session_.LoadText(Text::AssessmentFilter)));
     if (!names.isEmpty()) openNamed(names, OpenSource::Dialog);
 }
 
 void mdiMain::openNamed(const QStringList& paths, OpenSource source) {
-    if (explorers().empty()) NewExplorerWindow(); // so that what is opened can be seen
     std::vector<std::string> names;
     for (const QString& path : paths)
         names.push_back(path.toStdString());
+    OpenAssessments(names, source);
+    std::erase_if(names, isNamedAsAssessment);
+    if (names.empty()) return;
+    if (explorers().empty()) NewExplorerWindow(); // what is opened is to be seen
     OpenFiles(session_, names, source);
 }
 
+void mdiMain::OpenAssessments(const std::vector<std::string>& names, OpenSource source) {
+    for (const std::string& name : names) {
+        if (!isNamedAsAssessment(name)) continue;
+        const std::vector<frmAssessment*> open = assessments();
+        const auto there = std::ranges::find_if(
+            open, [&](const frmAssessment* window) { return isSameFile(window->Document().Path(), name); });
+        if (there != open.end()) {
+            area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>((*there)->parentWidget()));
+        } else if (auto document = OpenAssessment(session_, name, source); document) {
+            showAssessment(std::move(*document));
+        }
+    }
+    showRecentFiles();
+}
+
+frmAssessment* mdiMain::showAssessment(AssessmentDocument document) {
+    auto* const assessment = new frmAssessment(session_, std::move(document), [this](const std::string& proposal) {
+        return askSaveName(proposal, Text::AssessmentSaveFilter, "kxa");
+    });
+    connect(assessment, &frmAssessment::StateChanged, this, [this] { EnableMenusAndButtons(); });
+    connect(assessment, &frmAssessment::WorkAsked, this, &mdiMain::begin);
+    assessment_ = assessment;
+    showChild(*assessment);
+    assessment->Refresh();
+    return assessment;
+}
+
+// To the assessment that was in front last, or a new one.
+void mdiMain::addToAssessment() {
+    frmExplorer& explorer = *activeExplorer();
+    const auto sample = sampleOfNode(session_, explorer.State().View.Key, explorer.LogTabs().RowsInView());
+    if (!sample) return;
+    if (assessment_ == nullptr) showAssessment(NewAssessment(session_));
+    assessment_->AddSample(*sample);
+    const std::string name = assessmentName(session_, assessment_->Document());
+    Tell(ReplaceText(session_.LoadText(Text::AddedToAssessment), "^", name));
+}
+
 void mdiMain::saveSelected(bool bSaveAs) {
+    if (frmAssessment* const assessment = activeAssessment(); assessment != nullptr) return assessment->Save(bSaveAs);
     clsFile* const file = resolve(session_, menuState().SelectedKey).file;
     if (file == nullptr) return;
     SaveFile(session_, *file, bSaveAs, saveName());
 }
 
 void mdiMain::closeSelected() {
+    if (const frmAssessment* const assessment = activeAssessment(); assessment != nullptr) {
+        assessment->parentWidget()->close();
+        return;
+    }
     clsFile* const file = resolve(session_, menuState().SelectedKey).file;
     if (file == nullptr) return;
     CloseFile(session_, file, saveName());
 }
 
 AskSaveName mdiMain::saveName() {
-    return [this](const std::string& proposal) { return askSaveName(proposal); };
+    return [this](const std::string& proposal) { return askSaveName(proposal, Text::SaveFilter, "xml"); };
 }
 
-std::optional<std::string> mdiMain::askSaveName(const std::string& proposal) {
+std::optional<std::string> mdiMain::askSaveName(const std::string& proposal, Text::Id filter, const char* suffix) {
     const QString name = QFileInfo(shown(proposal)).isAbsolute()
                              ? shown(proposal)
                              : QDir(shown(session_.Options.DefaultDataDirectory)).filePath(shown(proposal));
-    QFileDialog dialog(this, loadPlainText(session_, Text::CommandSave), name,
-                       fileFilter(session_.LoadText(Text::SaveFilter)));
+    QFileDialog dialog(this, loadPlainText(session_, Text::CommandSave), name, fileFilter(session_.LoadText(filter)));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix("xml");
+    dialog.setDefaultSuffix(QLatin1String(suffix));
     dialog.selectFile(name);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return dialog.selectedFiles().front().toStdString();
@@ -294,15 +368,20 @@ void mdiMain::askExposureTime() {
 void mdiMain::showDatabase() {
     frmHPD::ShowMaintenanceScreen(
         session_, [this](QWidget* parent) { return downloadDatabase(parent); }, this);
+    followProtectors();
+}
+
+void mdiMain::followProtectors() {
     for (frmExplorer* explorer : explorers())
         explorer->LogTabs().ShowControls();
+    for (frmAssessment* assessment : assessments())
+        assessment->FollowProtectors();
 }
 
 bool mdiMain::downloadDatabase(QWidget* parent) {
     HPDProgressDialog progress(session_, parent);
     const bool isReplaced = DownloadHPD(session_, progress, false);
-    for (frmExplorer* explorer : explorers())
-        explorer->LogTabs().ShowControls();
+    followProtectors();
     return isReplaced;
 }
 
@@ -325,6 +404,8 @@ void mdiMain::applySettings(const SettingsChanges& changes, frmExplorer* opener)
     if (changes.RebuildTrees) RebuildExplorerTrees();
     for (frmExplorer* explorer : explorers())
         explorer->LogTabs().FollowSettings(changes.ResetTabs || (changes.RedrawTab && explorer == opener));
+    for (frmAssessment* assessment : assessments())
+        assessment->FollowProtectors();
     EnableMenusAndButtons();
 }
 

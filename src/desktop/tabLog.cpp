@@ -4,6 +4,7 @@
 #include "desktop/fraZoom.h"
 #include "desktop/pages/ChoicesBar.h"
 #include "desktop/pages/ComparisonPage.h"
+#include "desktop/pages/CriteriaPage.h"
 #include "desktop/pages/ExposurePage.h"
 #include "desktop/pages/FiguresPage.h"
 #include "desktop/pages/TablePage.h"
@@ -35,7 +36,8 @@ public:
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
         const int usual = QProxyStyle::pixelMetric(metric, option, widget);
-        return metric == PM_TabBarTabHSpace ? usual / 2 : usual;
+        constexpr int kNarrower = 5; // so that all tabs fit a window of 1024 pixels
+        return metric == PM_TabBarTabHSpace ? usual / kNarrower : usual;
     }
 };
 
@@ -82,8 +84,15 @@ void tabLog::makePages() {
     graphs_ = {timeGraph_, new GraphPage(session_, state_, eTabIntervalsGraph),
                new GraphPage(session_, state_, eTabCumulativeGraph), new GraphPage(session_, state_, eTabNoiseRating),
                comparison_};
-    pages_ = {graphs_[0], new TablePage(session_, state_),   graphs_[1], graphs_[2], graphs_[3],
-              graphs_[4], new FiguresPage(session_, state_), exposures_};
+    pages_ = {graphs_[0],
+              new TablePage(session_, state_),
+              graphs_[1],
+              graphs_[2],
+              graphs_[3],
+              graphs_[4],
+              new FiguresPage(session_, state_),
+              exposures_,
+              new CriteriaPage(session_, state_)};
     placeholder_ = placeholderLabel();
     start_ = new StartPage(session_);
     stack_ = new QStackedWidget;
@@ -96,6 +105,7 @@ void tabLog::makePages() {
     connect(timeGraph_, &GraphPage::ViewChanged, this, &tabLog::offerRowsInView);
     connect(comparison_, &ComparisonPage::DatabaseDownloadAsked, this, &tabLog::DatabaseDownloadAsked);
     connect(comparison_, &ComparisonPage::ProtectorAsked, this, &tabLog::ProtectorAsked);
+    connect(comparison_, &ComparisonPage::RankAsked, this, &tabLog::RankAsked);
     connect(comparison_, &ComparisonPage::ProtectorChosen, this, &tabLog::tabClick);
 }
 

@@ -57,6 +57,10 @@ public:
     std::unique_ptr<PagedDocument> CurrentView(const PageMetrics& paper) const;
     void SavePicture();
 
+    // Rows of the opened log: those that the time chart has been dragged to, where it is in front, else those of the
+    // log in view. There must be one.
+    RowRange RowsInView() const;
+
     bool IsZoomShown() const;
     void ToggleZoom(); // shows or hides the panel, which stays while a part of the log is shown
     void CutIntervals();
@@ -70,6 +74,7 @@ signals:
     void TabChanged();                                         // another tab, or other content on it
     void DatabaseDownloadAsked(QWidget* parent, bool* isDone); // isDone is set before the signal returns
     void ProtectorAsked();                                     // the frame may ignore it when it is busy
+    void RankAsked();                                          // the same
     void PopUpMenuAsked(QPoint at);                            // in screen coordinates
 
 protected:

@@ -70,14 +70,18 @@ void tabLog::ToggleZoom() {
 // The part of the time chart that the user has dragged over becomes the range of the zoom panel.
 void tabLog::offerRowsInView() {
     const clsLog* opened = state_.OpenedLog(session_);
-    if (opened == nullptr || !IsZoomShown() || &front() != timeGraph_) return;
-    const auto rows = timeGraph_->RowsInView();
-    if (!rows) return;
+    if (opened == nullptr || !IsZoomShown() || &front() != timeGraph_ || !timeGraph_->RowsInView()) return;
     Zoom& zoom = state_.ZoomRange;
-    zoom.Range = {zoom.firstRow() + static_cast<std::int64_t>(rows->first),
-                  zoom.firstRow() + static_cast<std::int64_t>(rows->second)};
+    zoom.Range = RowsInView();
     zoom.ByTime = zoom.Range.From > 1 || zoom.Range.To < opened->LogIntervals.Count();
     fraZoom_->ShowChoice();
+}
+
+RowRange tabLog::RowsInView() const {
+    const std::int64_t first = state_.ZoomRange.firstRow();
+    const auto rows = &front() == timeGraph_ ? timeGraph_->RowsInView() : std::nullopt;
+    if (rows) return {first + static_cast<std::int64_t>(rows->first), first + static_cast<std::int64_t>(rows->second)};
+    return {first, first + state_.LogInView(session_)->LogIntervals.Count() - 1};
 }
 
 void tabLog::applyZoom() {

@@ -72,6 +72,10 @@ private:
 
 } // namespace
 
+std::optional<std::string> nodeOf(const QMimeData& data) {
+    return hasNode(data) ? std::optional(data.data(kNodeFormat).toStdString()) : std::nullopt;
+}
+
 QStringList filesOf(const QMimeData* data) {
     QStringList paths;
     for (const QUrl& url : data->urls())

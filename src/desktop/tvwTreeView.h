@@ -55,6 +55,9 @@ private:
     QTreeWidgetItem* dropItem_ = nullptr; // the node below the drag
 };
 
+// The key of the node in a drag from a tree of this program; nothing when it contains anything else.
+std::optional<std::string> nodeOf(const QMimeData& data);
+
 // The paths of the files in a drag; empty when it contains anything else.
 QStringList filesOf(const QMimeData* data);
 

@@ -3,9 +3,12 @@
 #pragma once
 
 #include "app/ProtectorScreen.h"
+#include "dialogs/SignalColours.h"
 #include "dialogs/Words.h"
 
 #include <QAbstractTableModel>
+#include <QGuiApplication>
+#include <QPalette>
 
 #include <limits>
 
@@ -44,6 +47,9 @@ public:
             if (cell.Number) return *cell.Number;
             return cell.Text.empty() ? QVariant(std::numeric_limits<float>::max())
                                      : QVariant(shown(cell.Text).toCaseFolded());
+        case Qt::ForegroundRole:
+            return cell.Verdict ? QVariant(signalColour(signalOf(*cell.Verdict), QGuiApplication::palette()))
+                                : QVariant();
         case Qt::TextAlignmentRole:
             return static_cast<int>(index.column() > 1 ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
         default:

@@ -228,11 +228,15 @@ bool exchangeStep(Session& session, clsFile* file, Direction direction) {
     return true;
 }
 
+std::string exchangeText(const Session& session, Text::Id title, Direction direction) {
+    const Text::Id words = direction == Direction::Undo ? Text::UndoStep : Text::RedoStep;
+    return ReplaceText(session.LoadText(words), "^", session.LoadText(title));
+}
+
 std::string exchangeText(const Session& session, const clsFile* file, Direction direction) {
-    const bool isUndo = direction == Direction::Undo;
     const EditStep* const step = file == nullptr ? nullptr : stepOf(*file, direction);
-    if (step == nullptr) return session.LoadText(isUndo ? Text::Undo : Text::Redo);
-    return ReplaceText(session.LoadText(isUndo ? Text::UndoStep : Text::RedoStep), "^", session.LoadText(step->Title));
+    if (step != nullptr) return exchangeText(session, step->Title, direction);
+    return session.LoadText(direction == Direction::Undo ? Text::Undo : Text::Redo);
 }
 
 } // namespace kestrane

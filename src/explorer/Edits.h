@@ -70,7 +70,9 @@ bool canExchange(const clsFile* file, Direction direction);
 // nothing was changed.
 bool exchangeStep(Session& session, clsFile* file, Direction direction);
 
-// The text of the command, such as "&Undo Delete Log"; without a step, only "&Undo" or "&Redo".
+// The text of the command, such as "&Undo Delete Log", for a step by its title or for a document; without a step, only
+// "&Undo" or "&Redo".
+std::string exchangeText(const Session& session, Text::Id title, Direction direction);
 std::string exchangeText(const Session& session, const clsFile* file, Direction direction);
 
 } // namespace kestrane

@@ -9,10 +9,13 @@
 namespace kestrane {
 
 std::string sha256OfFile(const std::string& path) {
-    const auto bytes = readFile(path);
+    return sha256Of(readFile(path)->view());
+}
+
+std::string sha256Of(std::string_view bytes) {
     sha256_ctx context;
     sha256_init(&context);
-    sha256_update(&context, bytes->size(), reinterpret_cast<const std::uint8_t*>(bytes->data()));
+    sha256_update(&context, bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()));
     std::array<std::uint8_t, SHA256_DIGEST_SIZE> digest{};
     sha256_digest(&context, digest.size(), digest.data());
     std::string text;

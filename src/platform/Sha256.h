@@ -2,10 +2,12 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace kestrane {
 
-// 64 lower-case hexadecimal digits. Raises errno and its text when the file cannot be read.
-std::string sha256OfFile(const std::string& path);
+// 64 lower-case hexadecimal digits.
+std::string sha256Of(std::string_view bytes);
+std::string sha256OfFile(const std::string& path); // raises errno and its text when it cannot be read
 
 } // namespace kestrane

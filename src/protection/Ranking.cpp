@@ -31,7 +31,7 @@ std::vector<RankedProtector> rankProtectors(const clsLog& log, const std::vector
         places.push_back({judged.Verdict,
                           distance,
                           {&hp, method.empty() && judged.Chosen ? judged.Chosen->Method : method, result,
-                           judged.Chosen ? judged.Level : std::nullopt, judged.Verdict}});
+                           judged.Chosen ? judged.Level : std::nullopt, judged.Verdict, judged.Level, judged.Figures}});
     }
     std::stable_sort(places.begin(), places.end(), [](const Place& a, const Place& b) {
         return std::tie(a.verdict, a.distance) < std::tie(b.verdict, b.distance);

@@ -15,6 +15,8 @@ struct RankedProtector {
     float Result;                   // of the comparison, dB; -1 when it cannot be computed
     std::optional<double> Standard; // by the method's standard, dB, plus the 4 dB when that is the correction
     kestrane::Verdict Verdict;
+    std::optional<double> Level;         // dB, what the verdict goes by
+    std::vector<StandardFigure> Figures; // of every method
 };
 
 // Orders by verdict, protectors of the same verdict by the distance from the middle of the good range, and otherwise by

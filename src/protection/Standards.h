@@ -24,12 +24,14 @@ enum class NrrRule { AppendixB, HalfOf, Muff, FormablePlug, OtherPlug };
 // raises the level.
 double levelByNrr(NrrRule rule, double level, bool isC, double nrr);
 
+constexpr double kRealWorldAllowance = 4; // dB, of HSE
+
 struct StandardFigure {
     std::string Method; // the standard's method; it ends in " from bands" when LA and LC were computed from the bands
     double Level;
     int Rounded() const; // in whole dB, halves away from zero
 
-    double Plus4() const { return Level + 4; } // the HSE allowance for real-world wear
+    double Plus4() const { return Level + kRealWorldAllowance; }
 };
 
 // Every figure that the log and the protector allow, in the order octave bands, HML, SNR, NRR. The octave method begins

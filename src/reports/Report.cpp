@@ -56,7 +56,8 @@ ChartData chartOf(const clsLog& log) {
 } // namespace
 
 bool includesIntervals(const clsLog& log, ReportForm form) {
-    if (log.LogIntervals.Count() == 0 || form == ReportForm::Cumulative) return false;
+    if (log.LogIntervals.Count() == 0 || form == ReportForm::Cumulative || form == ReportForm::CumulativeAndCriteria)
+        return false;
     return form == ReportForm::CumulativeAndIntervals || log.session().Options.PrintIntervals;
 }
 
@@ -79,6 +80,7 @@ Report::Report(const ReportSubject& subject, ReportForm form, const PageMetrics&
     placeChart(subject, heightOf(figures), isAllOnOnePage ? origin.Height + 2 * line_ : 0);
     placeTable(figures);
     if (log.IsOctaveLog()) placeTable(frequencyTable(log));
+    if (form == ReportForm::CumulativeAndCriteria) placeCriteria(log);
     pagesBeforeIntervals_ = pages_.size();
     if (includesIntervals(log, form)) {
         intervals_.emplace(log, frame_.body(), metrics);
@@ -246,6 +248,14 @@ void Report::placeCaptions(const ReportTable& table, const std::vector<double>& 
     top_ += 1.25 * line_;
     pages_.back().Rules.push_back({left, top_, ends.back()});
     top_ += 0.25 * line_;
+}
+
+// The criteria have a page of their own when there is a level to judge by.
+void Report::placeCriteria(const clsLog& log) {
+    const ReportTable table = criteriaReportTable(log);
+    if (table.Rows.empty()) return;
+    newPage();
+    placeTable(table);
 }
 
 std::size_t Report::pageCount() const {

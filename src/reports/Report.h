@@ -17,7 +17,7 @@
 
 namespace kestrane {
 
-enum class ReportForm { Default, Cumulative, CumulativeAndIntervals };
+enum class ReportForm { Default, Cumulative, CumulativeAndIntervals, CumulativeAndCriteria };
 
 struct ReportSubject {
     const clsFile& file;
@@ -81,6 +81,7 @@ private:
     void placeChart(const ReportSubject& subject, double below, double last);
     double heightForPlot(double width, double height) const;
     void placeTable(const ReportTable& table);
+    void placeCriteria(const clsLog& log);
     void placeCaptions(const ReportTable& table, const std::vector<double>& ends, double left);
 
     const PageMetrics& metrics_;

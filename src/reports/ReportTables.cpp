@@ -1,5 +1,8 @@
 #include "reports/ReportTables.h"
 
+#include "assessment/Criteria.h"
+#include "assessment/CriteriaTable.h"
+#include "calc/BandLevels.h"
 #include "calc/ExposureTime.h"
 #include "calc/Recalculation.h"
 #include "model/LogParameters.h"
@@ -126,8 +129,11 @@ std::string figure(const clsLog& log, const clsLogOptions& options, LogChannel c
     const std::string note = reportedNote(log, channel, parameter);
     const std::string& weighting = channel == kChannelA ? log.FreqWeightA() : log.FreqWeightB();
     const bool isOtherPeak = parameter == ePeak && weighting != "C";
-    return text + (note.empty() ? note : " " + note) +
-           (isOtherPeak ? " (" + log.session().LoadText(Text::NotCWeighted) + ")" : std::string());
+    std::string figure = text + (note.empty() ? note : " " + note);
+    if (isOtherPeak) figure += " (" + log.session().LoadText(Text::NotCWeighted) + ")";
+    if (isExposureNotAWeighted(log, channel, parameter))
+        figure += " (" + log.session().LoadText(Text::NotAWeighted) + ")";
+    return figure;
 }
 
 } // namespace
@@ -198,6 +204,25 @@ ReportTable frequencyTable(const clsLog& log) {
             row.push_back(cumulativeValue(log, kChannelA, column.parameter, band)
                               .Format(Zeros::Blank, Reading::Computed, kDecibelFormat, session.locale));
         table.Rows.push_back(std::move(row));
+    }
+    return table;
+}
+
+ReportTable criteriaReportTable(const clsLog& log) {
+    // The columns of the table that there is room for, in their order.
+    constexpr CriteriaColumn kColumns[] = {CriteriaColumn::Title,         CriteriaColumn::LEX8h,
+                                           CriteriaColumn::ProjectedDose, CriteriaColumn::ProjectedTWA,
+                                           CriteriaColumn::Limits,        CriteriaColumn::Remark};
+    ReportTable table;
+    if (!criteriaOf(log, std::nullopt).LAeq) return table;
+    const CriteriaTable criteria = criteriaTable(log);
+    table.Heading = log.session().LoadText(Text::TabCriteria);
+    for (const CriteriaColumn column : kColumns)
+        table.Captions.push_back(criteria.Captions[static_cast<std::size_t>(column)]);
+    for (const auto& cells : criteria.Rows) {
+        std::vector<std::string>& row = table.Rows.emplace_back();
+        for (const CriteriaColumn column : kColumns)
+            row.push_back(cells[static_cast<std::size_t>(column)]);
     }
     return table;
 }

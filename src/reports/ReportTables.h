@@ -32,7 +32,8 @@ struct ReportTable {
 };
 
 ReportTable cumulativeTable(const clsLog& log);
-ReportTable frequencyTable(const clsLog& log); // for a log with bands
+ReportTable frequencyTable(const clsLog& log);      // for a log with bands
+ReportTable criteriaReportTable(const clsLog& log); // without rows when there is no level to judge by
 
 // A heading such as "Cumulative Data: Monday 3 June 2019, 09:00"; what is not known is left out.
 std::string datedHeading(const std::string& words, const std::string& longDate, const std::string& time);

@@ -1,5 +1,6 @@
 #include "reports/ViewPages.h"
 
+#include "assessment/CriteriaTable.h"
 #include "calc/ExposureCalculator.h"
 #include "model/Session.h"
 #include "reports/GridPages.h"
@@ -118,6 +119,18 @@ std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view) {
     PageGrid grid = gridOf(exposureCaptions(view.log.session()), std::move(cells));
     grid.TotalRows = 1;
     return gridPages(view, std::move(grid));
+}
+
+std::unique_ptr<PagedDocument> criteriaPages(const PrintedView& view) {
+    CriteriaTable table = criteriaTable(view.log);
+    return gridPages(view, gridOf(std::move(table.Captions), std::move(table.Rows)));
+}
+
+std::unique_ptr<PagedDocument> rankPages(const PrintedView& view, const RankTable& ranks) {
+    Cells cells;
+    for (const RankTable::Row& row : ranks.Rows)
+        cells.push_back(row.Cells);
+    return gridPages(view, gridOf(ranks.Captions, std::move(cells)));
 }
 
 std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, LogChannel channel, const DisplayChoice& choice) {

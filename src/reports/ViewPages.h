@@ -4,6 +4,7 @@
 #include "model/clsFile.h"
 #include "model/clsLog.h"
 #include "model/clsOptions.h"
+#include "protection/RankTable.h"
 #include "reports/PagedDocument.h"
 #include "views/ChartOnPage.h"
 #include "views/DisplayBy.h"
@@ -29,6 +30,12 @@ std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage c
 std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, PanelForm panel);
 
 std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view);
+
+// A ranking of protectors on the log.
+std::unique_ptr<PagedDocument> rankPages(const PrintedView& view, const RankTable& ranks);
+
+// The log under every exposure criterion.
+std::unique_ptr<PagedDocument> criteriaPages(const PrintedView& view);
 
 // The intervals table as it is shown for a channel and a choice of band or parameter.
 std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, LogChannel channel, const DisplayChoice& choice);

@@ -1,5 +1,6 @@
 #include "views/CumulativePanel.h"
 
+#include "calc/BandLevels.h"
 #include "calc/ExposureTime.h"
 #include "calc/Recalculation.h"
 #include "model/LogParameters.h"
@@ -77,6 +78,9 @@ private:
     void addNotes(Parameter parameter) {
         rows_.back().A.Note = reportedNote(log_, kChannelA, parameter);
         rows_.back().B.Note = reportedNote(log_, kChannelB, parameter);
+        if (!isExposureNotAWeighted(log_, kChannelA, parameter)) return;
+        std::string& note = rows_.back().A.Note;
+        note += (note.empty() ? "(" : " (") + session_.LoadText(Text::NotAWeighted) + ")";
     }
 
     std::string rowCaption(const FigureRow& row) const {

@@ -37,6 +37,27 @@ void addLevels(const HPDComparison& comparison, ChartData& chart) {
 
 } // namespace
 
+ChartData rankChart(const clsLog& log, const RankTable& ranks) {
+    constexpr std::size_t kMost = 12;
+    const Session& session = log.session();
+    ChartData chart = emptyChart(log, displayOptions(log));
+    chart.Shape = ChartShape::Bar;
+    chart.Title = session.LoadText(Text::RankChartTitle);
+    chart.PrimaryTitle = session.LoadText(Text::DecibelA);
+    chart.HasLegend = false;
+    ChartSeries levels{session.LoadText(Text::RankTold), ChartAxis::Primary, {}};
+    std::vector<std::string> names;
+    for (const RankTable::Row& row : ranks.Rows) {
+        if (!row.Level || names.size() == kMost) continue;
+        names.push_back(row.Protector->Name);
+        levels.Values.push_back(static_cast<float>(*row.Level));
+    }
+    chart.RowCount = names.size();
+    chart.RowLabel = chart.RowName = [names](std::size_t row) { return names[row]; };
+    chart.Series.push_back(std::move(levels));
+    return chart;
+}
+
 ChartData hpdChart(const clsLog& log, const HPDComparison& comparison) {
     const Session& session = log.session();
     ChartData chart = emptyChart(log, displayOptions(log));
@@ -46,6 +67,7 @@ ChartData hpdChart(const clsLog& log, const HPDComparison& comparison) {
     chart.CategoryTitle = comparison.ResultLine;
     chart.PrimaryTitle = session.LoadText(Text::DecibelA);
     if (comparison.isByOctaves()) {
+        chart.PrimaryTitle += " (" + session.LoadText(Text::BandsInDecibelZ) + ")";
         addOctaves(session, comparison, chart);
     } else {
         addLevels(comparison, chart);

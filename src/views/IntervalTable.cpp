@@ -1,5 +1,6 @@
 #include "views/IntervalTable.h"
 
+#include "calc/BandLevels.h"
 #include "model/InstrumentFamilies.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
@@ -56,9 +57,11 @@ void IntervalTable::addParameters(const clsLog& log, const std::string& bandText
     for (const Parameter parameter : kParameters) {
         if (!options.IsPlotted(channel_, kInterval, parameter)) continue;
         const bool isOverload = parameter == eOverload;
-        columns_.push_back({VariableCaption(log.session(), parameter, channel_, captionBand, &log),
-                            isOverload ? Kind::Overload : Kind::Level, intervalQuantity(channel_, parameter),
-                            isBanded(parameter) ? band : 0});
+        std::string caption = VariableCaption(log.session(), parameter, channel_, captionBand, &log);
+        if (isExposureNotAWeighted(log, channel_, parameter))
+            caption += " (" + log.session().LoadText(Text::NotAWeighted) + ")";
+        columns_.push_back({std::move(caption), isOverload ? Kind::Overload : Kind::Level,
+                            intervalQuantity(channel_, parameter), isBanded(parameter) ? band : 0});
         showsOverload_ = showsOverload_ || isOverload;
     }
 }

@@ -13,11 +13,12 @@ enum LogTab : int {
     eTabNoiseRating,
     eTabCompareHPD,
     eTabCumulativeData,
-    eTabExposureCalculator
+    eTabExposureCalculator,
+    eTabCriteria
 };
 
-inline constexpr std::array kAllLogTabs = {eTabFullLog,         eTabIntervalsTable,    eTabIntervalsGraph,
-                                           eTabCumulativeGraph, eTabNoiseRating,       eTabCompareHPD,
-                                           eTabCumulativeData,  eTabExposureCalculator};
+inline constexpr std::array kAllLogTabs = {eTabFullLog,         eTabIntervalsTable,     eTabIntervalsGraph,
+                                           eTabCumulativeGraph, eTabNoiseRating,        eTabCompareHPD,
+                                           eTabCumulativeData,  eTabExposureCalculator, eTabCriteria};
 
 } // namespace kestrane

@@ -125,6 +125,7 @@ constexpr TabRow kTabs[kAllLogTabs.size()] = {
      .Figures = TabFigures::Exposures,
      .IsOf = hasExposures,
      .Panels = {.ExposureRows = true}},
+    {.Caption = Text::TabCriteria, .Figures = TabFigures::OfRows, .IsOf = isAnyLog, .Panels = {}, .IsNarrowed = true},
 };
 
 } // namespace

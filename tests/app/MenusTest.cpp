@@ -177,7 +177,7 @@ TEST(MenuTexts, GiveEveryItemALetterOfItsOwn) {
     }
     EXPECT_EQ(menuTexts(test.session, Menu::Print),
               (std::vector<std::string>{"Default &Report", "&Cumulative Report", "Cumulative && &Intervals Report",
-                                        "Current &View"}));
+                                        "Cri&teria Report", "Current &View"}));
     EXPECT_EQ(menuTexts(test.session, Menu::Edit).back(), "Find &Next");
 }
 

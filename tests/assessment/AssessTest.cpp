@@ -44,11 +44,17 @@ struct Assessed : LoggedFile {
     }
 
     GroupResult result() {
-        const AssessmentData data{[&](const std::string&) { return &file; },
-                                  [&](const std::string& name) { return name == hp.Name ? &hp : nullptr; }};
         Assessment assessment;
         assessment.Groups.push_back(group);
-        return assess(session, assessment, folder.file("a.json"), data).front();
+        const std::string path = folder.file("a.json");
+        Measurements measured;
+        for (const std::string& dataFile : measured.unread(assessment, path)) {
+            const bool isThere = dataFile == file.FileName;
+            measured.take(session, assessment, path, dataFile, isThere ? &file : nullptr, isThere ? "ab" : "",
+                          [&](const std::string& name) { return name == hp.Name ? &hp : nullptr; });
+        }
+        EXPECT_TRUE(measured.unread(assessment, path).empty());
+        return assess(session, assessment, path, measured).front();
     }
 
     // The codes of the warnings, each with its task.

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace kestrane {
 namespace {
 
@@ -110,18 +112,22 @@ TEST(AssessmentFile, TellsWhatIsMissingOrMeansNothing) {
         EXPECT_EQ(errorOf([&] { assessmentOfText(text); }), kErrorAssessment);
 }
 
-TEST(AssessmentFile, KeepsTheHashOfEachDataFile) {
+TEST(AssessmentFile, NamesDataFilesRelativeToWhereItGoes) {
     const TemporaryFolder folder;
-    writeText(folder.file("a.xml"), "abc");
+    std::filesystem::create_directories(folder.file("data"));
+    std::filesystem::create_directories(folder.file("all/assessments"));
+    writeText(folder.file("data/a.xml"), "abc");
     Assessment assessment = assessmentOfText(kWhole);
     AssessmentGroup& group = assessment.Groups[0];
-    auto& rows = std::get<LogRows>(group.Tasks[0].Samples[1]);
-    keepHashes(folder.file("a.json"), assessment);
-    EXPECT_EQ(rows.Sha256, "ab") << "kept already";
-    EXPECT_EQ(group.Protector->Spectrum->Sha256, "") << "not there";
-    rows.Sha256.clear();
-    keepHashes(folder.file("a.json"), assessment);
-    EXPECT_EQ(rows.Sha256, "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+    LogRows& rows = std::get<LogRows>(group.Tasks[0].Samples[1]);
+    rows.File = folder.file("data/a.xml");
+    moveDataFiles(assessment, {}, folder.file("all/assessments/a.kxa"));
+    EXPECT_EQ(rows.File, "../../data/a.xml");
+    moveDataFiles(assessment, folder.file("all/assessments/a.kxa"), folder.file("data/a.kxa"));
+    EXPECT_EQ(rows.File, "a.xml");
+    std::filesystem::create_directory_symlink(folder.file("all/assessments"), folder.file("link"));
+    moveDataFiles(assessment, folder.file("data/a.kxa"), folder.file("link/a.kxa"));
+    EXPECT_EQ(rows.File, folder.file("data/a.xml")) << "../data would be that of all";
 }
 
 } // namespace

@@ -1,9 +1,12 @@
 #include "assessment/Criteria.h"
 
+#include "assessment/CriteriaTable.h"
 #include "assessment/LoggedFile.h"
 #include "model/Acoustics.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace kestrane {
 namespace {
@@ -127,6 +130,27 @@ TEST(Criteria, TheDoseOfAnInstrumentStandsUnderItsOwnSettings) {
     const Criteria criteria = criteriaOf(*logged.log, {});
     EXPECT_NE(named(criteria, "osha-hc").Note.find("42.5 %"), std::string::npos);
     EXPECT_EQ(named(criteria, "osha-pel").Note, "");
+}
+
+TEST(CriteriaTable, HasARowForEachCriterionAndTheLogsOwn) {
+    LoggedFile logged{90};
+    logged.log->Interval = 60;
+    logged.log->objLogOptions.ExposureTime = 8;
+    logged.log->Criterion = 85;
+    logged.log->Exchange = 5;
+    logged.log->Threshold = "80";
+    const CriteriaTable table = criteriaTable(*logged.log);
+    ASSERT_EQ(table.Rows.size(), 6U);
+    // A minute at 90 dB: 100/480 % of OSHA, its TWA 90 + 16.61 lg(1/480); over 8 hours 100 % and 90 dB.
+    EXPECT_EQ(table.Rows[1],
+              (std::vector<std::string>{"OSHA hearing conservation", "\u2013", "100.0", "90.0", "\u2717 50 %", "",
+                                        "0.2", "45.5", "90.0", "90.0", "80.0", "5.0"}));
+    EXPECT_EQ(table.Rows[0][1], "90.0");
+    EXPECT_EQ(table.Rows[0][4], "\u2717 80 dB  \u2717 85 dB  \u2717 87 dB");
+    EXPECT_EQ(table.Rows[5][2], "200.0") << "5 dB above 85, at a rate of 5 dB";
+    const std::string text = criteriaText(table);
+    EXPECT_EQ(std::ranges::count(text, '\n'), 7);
+    EXPECT_EQ(std::ranges::count(text, '\t'), 7 * 11);
 }
 
 } // namespace

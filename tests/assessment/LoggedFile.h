@@ -1,4 +1,4 @@
-// A document in memory with one log of rows of a minute, and a document on disk for the hash.
+// A document in memory with one log of rows of a minute.
 #pragma once
 
 #include "TestSession.h"
@@ -16,7 +16,6 @@ struct LoggedFile : TestSession {
     clsLog* log;
 
     explicit LoggedFile(std::initializer_list<float> levels = {}, LogMode mode = modeBroadband) {
-        writeText(file.FileName, "measured");
         auto& data = file.InstrumentDatas.emplace_back(std::make_unique<clsInsData>(session));
         log = data->logsOf(mode).emplace_back(std::make_unique<clsLog>(session)).get();
         log->Mode(mode);

@@ -8,6 +8,7 @@ import json
 import math
 import os
 import shutil
+import subprocess
 
 from harness import SAMPLES, InAFolder, main, run, sample
 
@@ -21,9 +22,9 @@ class AssessmentVerbs(InAFolder):
         return json.loads(out)
 
     def test_the_samples_are_computed(self):
-        group, = self.json("assess", os.path.join(SAMPLES, "assessments", "welder-tasks.json"))["groups"]
+        group, = self.json("assess", os.path.join(SAMPLES, "welder-tasks.kxa"))["groups"]
         self.assertEqual((round(group["lex8h"], 1), round(group["U"], 1)), (84.3, 3.2))
-        job, = self.json("assess", os.path.join(SAMPLES, "assessments", "foundry-job.json"))["groups"]
+        job, = self.json("assess", os.path.join(SAMPLES, "foundry-job.kxa"))["groups"]
         self.assertEqual([w["code"] for w in job["warnings"]], ["no-c-peak", "edition"])
         rows = self.json("show", SHIFT, "--intervals")["InstrumentDatas"][0]["Locations"][0]["LogIntervals"]["Items"][75:150]
         energies = [10 ** (row["LeqA"][0]["CalcValue"] / 10) for row in rows]
@@ -32,7 +33,7 @@ class AssessmentVerbs(InAFolder):
     def test_data_that_has_changed_or_gone_is_told(self):
         shutil.copy(SHIFT, "a.xml")
         shutil.copy(sample("protector-ac"), "b.xml")
-        week = os.path.join(SAMPLES, "assessments", "compressor-week.json")
+        week = os.path.join(SAMPLES, "compressor-week.kxa")
         with open(week, encoding="utf-8") as file:
             assessment = json.load(file)
         samples = assessment["groups"][0]["tasks"][0]["samples"]
@@ -52,6 +53,20 @@ class AssessmentVerbs(InAFolder):
         gone = group()
         self.assertEqual((gone["lex8h"], gone["lexw"], gone["protected"]["verdict"]), (None, None, "none"))
         self.assertEqual([w["task"] for w in gone["warnings"] if w["code"] == "bad-value"], ["In the hall"])
+
+    def test_the_report_says_what_the_groups_come_to_and_never_lies_over_data(self):
+        self.assertEqual(run("assess", os.path.join(SAMPLES, "welder-tasks.kxa"), "--report", "out.pdf"), (0, "", ""))
+        text = subprocess.run(["pdftotext", "-layout", "out.pdf", "-"], capture_output=True, check=True).stdout.decode()
+        for words in ("Welding shop, day shift", "84.3 dB ± 3.2 dB", "ISO 9612:2009", "Cutting and grinding", "Signature", "Page 1 of 1"):
+            self.assertIn(words, text)
+        shutil.copy(SHIFT, "shift-dosimeter.xml")
+        shutil.copy(os.path.join(SAMPLES, "foundry-job.kxa"), "job.kxa")
+        for name in ("job.kxa", "shift-dosimeter.xml"):
+            with open(name, "rb") as file:
+                before = file.read()
+            self.assertEqual(run("assess", "job.kxa", "--report", name)[0], 2)
+            with open(name, "rb") as file:
+                self.assertEqual(file.read(), before)
 
     def test_a_file_that_is_no_assessment_is_told_with_its_path(self):
         for text, told in (('{"schema": "kestrane-assessment/1", "groups": [{"name": 1}]}', "$.groups[0].name: "), ("{", "$: "),

@@ -100,6 +100,10 @@ const State kStates[] = {
      [](SweptDesk& desk) { desk.openLog(kSurvey, "Planer", "Compare HPD"); },
      {"Select a Hearing Protector"}},
     {"zoomed", 12, zoomIn},
+    {"an assessment",
+     6,
+     [](SweptDesk& desk) { desk.frame->OpenAssessments({desk.copyOf("welder-tasks.kxa")}, OpenSource::Named); },
+     {"Print Preview"}},
     {"minimised", 6,
      [](SweptDesk& desk) {
          desk.openLog(kShift, "Broadband 1");

@@ -11,6 +11,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPushButton>
+#include <QTableWidget>
 #include <QTimer>
 
 namespace kestrane {
@@ -98,6 +100,40 @@ TEST(Comparison, AsksForAProtectorOnceAndShowsWhatItDoes) {
     EXPECT_EQ(page.faults(), "");
     EXPECT_NE(page.lines(0).front().find("LCeq "), std::string::npos);
     EXPECT_EQ(desk.settings.read("Preferences", "Correction", ""), "2");
+}
+
+TEST(Comparison, TheRankListTakesTheBestAndEstimatesTwoTogether) {
+    ComparisonDesk desk;
+    clsHP& snr = desk.protectors.Protectors.emplace_back();
+    snr.Name = "Thin plug";
+    snr.High = snr.Medium = snr.Low = 1;
+    desk.openLog(kCompressor, "Broadband 1");
+    desk.onChoosing("HML", "cmdCancel");
+    desk.clickTab("Compare HPD");
+    desk.settleChoice(1);
+    onDialog([](QDialog& dialog) {
+        ASSERT_EQ(dialog.objectName(), "frmRank");
+        auto& ranks = control<QTableWidget>(dialog, "grdRanks");
+        ASSERT_EQ(ranks.rowCount(), 3);
+        EXPECT_EQ(ranks.item(0, 0)->text(), "HML plug");
+        EXPECT_TRUE(ranks.item(1, ranks.columnCount() - 1)->text().startsWith("\u2717")) << "the thin one";
+        EXPECT_EQ(control<chaTab>(dialog, "chart").chart().RowCount, 2U) << "the muff has no figures for this log";
+        ranks.selectRow(0);
+        auto& both = control<QLabel>(dialog, "lblBoth");
+        EXPECT_FALSE(both.text().contains("dB,"));
+        ranks.selectionModel()->select(ranks.model()->index(1, 0),
+                                       QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        const double best = ranks.item(0, 4 + 1)->text().toDouble(); // by HML
+        EXPECT_TRUE(both.text().contains(QString::number(best - 5, 'f', 1) + " dB")) << both.text().toStdString();
+        EXPECT_FALSE(control<QPushButton>(dialog, "cmdOK").isEnabled());
+        ranks.clearSelection();
+        ranks.selectRow(0);
+        click(dialog, "cmdOK");
+    });
+    click(*desk.area().currentSubWindow(), "cmdRank");
+    desk.settle();
+    ASSERT_TRUE(desk.hasChart());
+    EXPECT_TRUE(QString::fromStdString(desk.chart().CategoryTitle).startsWith("Using HML Method"));
 }
 
 TEST(Comparison, AProtectorThatDoesNotFitTheLogIsChosenAnew) {

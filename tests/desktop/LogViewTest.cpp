@@ -1,7 +1,9 @@
 #include "charts/chaTab.h"
 #include "desktop/Desk.h"
+#include "desktop/tabLog.h"
 #include "dialogs/ModalDialog.h"
 #include "files/Loaders.h"
+#include "reports/RecordingPage.h"
 
 #include <QAbstractItemView>
 #include <QClipboard>
@@ -13,6 +15,7 @@
 #include <QRadioButton>
 #include <QStyle>
 #include <QTableView>
+#include <QTableWidget>
 
 namespace kestrane {
 namespace {
@@ -101,6 +104,25 @@ TEST(Tabs, AreDrawnWhenFirstSeenAndOnlyThoseOfTheLogCanBeReached) {
     EXPECT_EQ(desk.tabInFront(), "Noise Rating");
     desk.clickNode("Broadband 1");
     EXPECT_TRUE(desk.tabs().isTabEnabled(desk.tabs().currentIndex())) << "a log is seen on a tab that it has";
+}
+
+TEST(CriteriaTab, ShowsCopiesAndPrintsEveryCriterion) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1", "Criteria");
+    ASSERT_EQ(desk.tabInFront(), "Criteria");
+    auto& grid = desk.control<QTableWidget>("grdCriteria");
+    ASSERT_EQ(grid.rowCount(), 6);
+    EXPECT_EQ(grid.item(0, 0)->text(), "EU 2003/10/EC");
+    // The rows are those of the log's LAeq, of 8 hours.
+    const clsLog& log = *desk.session.OpenFiles.front()->InstrumentDatas.front()->Locations.front();
+    EXPECT_NEAR(grid.item(0, 1)->text().toDouble(), log.LeqCumA(0).CalcValue(), 0.06);
+    grid.setFocus();
+    desk.press(QKeySequence::Copy);
+    EXPECT_TRUE(QApplication::clipboard()->text().startsWith("Criterion\tLEX,8h, dB\t"));
+    const RecordedMetrics paper;
+    const auto document = desk.area().currentSubWindow()->findChild<tabLog*>()->CurrentView(paper);
+    ASSERT_NE(document, nullptr);
+    EXPECT_EQ(recorded(*document, paper).faults(), "");
 }
 
 TEST(Table, ShowsTheRowsMarksOverloadsAndCopiesByKeyboard) {

@@ -83,7 +83,7 @@ TEST(Print, ThePreviewShowsPagesAndSavesThem) {
         click(dialog, "chkLandscape");
         EXPECT_GT(page.width(), page.height());
         EXPECT_EQ(number.maximum(), 2);
-        EXPECT_EQ(report.itemText(3), "Current View");
+        EXPECT_EQ(report.itemText(4), "Current View");
         onDialog([&](QDialog& save) {
             save.findChild<QLineEdit*>()->setText(file);
             QTest::keyClick(&save, Qt::Key_Return);

@@ -1,6 +1,6 @@
 #include "model/Acoustics.h"
 #include "protection/Attenuation.h"
-#include "protection/Ranking.h"
+#include "protection/RankTable.h"
 
 #include "TestSession.h"
 
@@ -152,6 +152,26 @@ TEST(Standards, AnOctaveLogIsJudgedFromItsBandsWhereTheComparisonHasNoMethod) {
     worn.options.HPDCalcMethod = "SNR";
     EXPECT_EQ(judgeByStandards(worn.log, worn.hp, worn.options, kCorrectionNone, "", -1).Chosen->Method,
               "SNR from bands");
+}
+
+TEST(RankTable, SaysWhatEachMethodGivesAndCountsTheTimeNotWorn) {
+    Worn worn;
+    worn.twoChannels(90, 92);
+    worn.hp.SNR = 17; // 92 less 17 is 75, at the edge of good
+    worn.hp.NRR = 20;
+    const std::vector<clsHP> list = {clsHP(), worn.hp};
+    RankTable table = rankTable(worn.log, list, worn.options, kCorrectionNone, 1);
+    ASSERT_EQ(table.Rows.size(), 2U);
+    EXPECT_EQ(table.Rows[0].Cells, (std::vector<std::string>{"A", "Earplug", "SNR", "75.0", "", "", "75.0", "77.0",
+                                                             "83.5", "87.0", "79.0", "\u2713 good"}))
+        << "NRR 20 from 90 dB(A): less 13, half of 13, and 10 less 7 for a formable plug";
+    EXPECT_EQ(table.Rows[1].Verdict, Verdict::None);
+    EXPECT_EQ(rankText(table).substr(0, 5), "Name\t");
+    table = rankTable(worn.log, list, worn.options, kCorrectionNone, 0.5);
+    EXPECT_NEAR(*table.Rows[0].Level, 87.1249, 0.0001); // 10 lg (0.5 10^7.5 + 0.5 10^9)
+    EXPECT_EQ(table.Rows[0].Verdict, Verdict::Insufficient);
+    EXPECT_EQ(table.Rows[0].Cells.back(), "\u2717 insufficient (87.1)");
+    EXPECT_NEAR(levelUnderBoth(75, 71), 66, 1e-12);
 }
 
 } // namespace

@@ -401,6 +401,17 @@ TEST(Report, GoesOnBesideItselfOnSmallPaper) {
     EXPECT_GT(page.find("20k")->box.Left, page.find("12.5")->box.Left);
 }
 
+TEST(Report, CriteriaHaveAPageOfTheirOwnInTheirReport) {
+    Yard yard;
+    const RecordingPage page = yard.drawn(ReportForm::CumulativeAndCriteria);
+    ASSERT_EQ(page.pages, 2U);
+    ASSERT_NE(page.find("OSHA PEL"), nullptr);
+    EXPECT_EQ(page.find("OSHA PEL")->page, 1U);
+    EXPECT_EQ(page.faults(), "");
+    yard.log.FreqWeightA("Z");
+    EXPECT_EQ(yard.drawn(ReportForm::CumulativeAndCriteria).pages, 1U) << "there is no level to judge by";
+}
+
 TEST(Report, StopsWhenTold) {
     Yard yard;
     yard.addRows(1000);

@@ -17,8 +17,8 @@ TEST(CopyData, IsOfferedByTab) {
         values += IsCopyable(tab, true, true) ? 'y' : 'n';
         EXPECT_FALSE(IsCopyable(tab, false, false) || IsCopyable(tab, true, false)) << tab;
     }
-    EXPECT_EQ(whole, "yyyyyyyy");
-    EXPECT_EQ(values, "ynyynynn");
+    EXPECT_EQ(whole, "yyyyyyyyy");
+    EXPECT_EQ(values, "ynyynynnn");
 }
 
 TEST(CopyData, ATableGoesOutWithoutOverloadedRowsAndEscaped) {

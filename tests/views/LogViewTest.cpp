@@ -27,8 +27,8 @@ TEST(LogView, ALogGetsTheTabsItHasDataFor) {
         const char* tabs;
     };
 
-    for (const Case& c : {Case{modeBroadband, 0, "367"}, Case{modeBroadband, 1, "012367"},
-                          Case{modeFullOctave, 0, "3467"}, Case{modeThirdOctave, 2, "0123467"}}) {
+    for (const Case& c : {Case{modeBroadband, 0, "3678"}, Case{modeBroadband, 1, "0123678"},
+                          Case{modeFullOctave, 0, "34678"}, Case{modeThirdOctave, 2, "01234678"}}) {
         ShownLog shown(c.mode);
         shown.addRows(c.rows);
         EXPECT_EQ(tabsOf(shown.log), c.tabs) << c.mode << " with " << c.rows << " rows";

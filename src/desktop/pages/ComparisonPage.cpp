@@ -1,8 +1,10 @@
 #include "desktop/pages/ComparisonPage.h"
 
 #include "charts/chaTab.h"
+#include "desktop/frmRank.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmHPD.h"
+#include "explorer/NodeKeys.h"
 #include "views/CopyData.h"
 
 #include <QBoxLayout>
@@ -28,14 +30,18 @@ ComparisonPage::ComparisonPage(Session& session, ExplorerState& state) : GraphPa
     bar_->setObjectName("fraProtector");
     QPushButton* const cmdHPD = pushButton(session, Text::HearingProtectorButton, "cmdHPD",
                                            loadPlainText(session, Text::HearingProtectorButton));
+    QPushButton* const cmdRank =
+        pushButton(session_, Text::RankButton, "cmdRank", loadPlainText(session_, Text::RankButton));
     fraHPD_ = new QLabel;
     fraHPD_->setObjectName("fraHPD");
     auto* const row = new QHBoxLayout(bar_);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(kSpacing);
     row->addWidget(cmdHPD);
+    row->addWidget(cmdRank);
     row->addWidget(fraHPD_);
     connect(cmdHPD, &QPushButton::clicked, this, &ComparisonPage::ProtectorAsked);
+    connect(cmdRank, &QPushButton::clicked, this, &ComparisonPage::RankAsked);
 }
 
 ChartChoice ComparisonPage::choice() const {
@@ -96,17 +102,29 @@ std::unique_ptr<PagedDocument> ComparisonPage::Pages(const PrintedView& printed)
 }
 
 void ComparisonPage::ChooseProtector() {
-    const clsLog* log = state_.LogInView(session_);
-    if (log == nullptr || state_.View.Tab != tab_ || session_.protectors == nullptr) return;
-    const std::string key = state_.View.Key;
     const auto download = [this](QWidget* parent) {
         bool isDone = false;
         emit DatabaseDownloadAsked(parent, &isDone);
         return isDone;
     };
     const std::string before = state_.View.Protector ? state_.View.Protector->Name : std::string();
-    const std::optional<ProtectorChoice> chosen =
-        frmHPD::ShowHPDComparisonScreen(session_, *log, before, download, window());
+    choose(
+        [&](const clsLog& log) { return frmHPD::ShowHPDComparisonScreen(session_, log, before, download, window()); });
+}
+
+void ComparisonPage::ChooseByRank() {
+    choose([this](const clsLog& log) {
+        const clsFile& file = *resolve(session_, state_.View.Key).file;
+        return frmRank::Choose(session_, file, log, state_.View.CorrectionFactor, window());
+    });
+}
+
+// By a screen, while which another log may come on view.
+void ComparisonPage::choose(const std::function<std::optional<ProtectorChoice>(const clsLog& log)>& screen) {
+    const clsLog* log = state_.LogInView(session_);
+    if (log == nullptr || state_.View.Tab != tab_ || session_.protectors == nullptr) return;
+    const std::string key = state_.View.Key;
+    const std::optional<ProtectorChoice> chosen = screen(*log);
     if (state_.View.Key != key) return;
     state_.View.IsComparisonDeclined = !chosen && !state_.View.Protector;
     if (!chosen) return;

@@ -2,8 +2,10 @@
 // a protector is chosen the page says so, and it asks for the screen to choose one unless the user has declined.
 #pragma once
 
+#include "app/ProtectorScreen.h"
 #include "desktop/pages/GraphPage.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,16 +25,19 @@ public:
     std::unique_ptr<PagedDocument> Pages(const PrintedView& printed) const override;
 
     void ChooseProtector(); // lets the user choose a protector to compare the log with
+    void ChooseByRank();    // lets the user choose from all protectors, with the best first
 
 signals:
     void DatabaseDownloadAsked(QWidget* parent, bool* isDone); // isDone is set before the signal returns
     void ProtectorAsked();                                     // the frame may ignore it when it is busy
+    void RankAsked();                                          // the same
     void ProtectorChosen();
 
 protected:
     ChartChoice choice() const override;
 
 private:
+    void choose(const std::function<std::optional<ProtectorChoice>(const clsLog& log)>& screen);
     void showFigures(const std::vector<std::pair<std::string, std::string>>& figures);
     std::string figuresLine() const;
 

@@ -1,0 +1,145 @@
+#include "app/Assessments.h"
+
+#include "assessment/AssessmentEdits.h"
+#include "assessment/AssessmentFile.h"
+#include "assessment/LogLevels.h"
+#include "explorer/NodeKeys.h"
+#include "platform/Files.h"
+#include "platform/Format.h"
+#include "platform/Sha256.h"
+#include "protection/ProtectorDatabase.h"
+#include "server/LogLoading.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace kestrane {
+
+namespace {
+
+// What goes wrong with a data file is told where its figures are missing.
+class SilentMessages : public MessageInterface {
+public:
+    Button show(const std::string&, MessageFlags flags, const std::string&) override { return defaultButtonOf(flags); }
+};
+
+const clsHP* protectorOfName(const Session& session, const std::string& name) {
+    if (session.protectors == nullptr) return nullptr;
+    const std::vector<clsHP>& list = session.protectors->Protectors;
+    const auto found = std::ranges::find(list, name, &clsHP::Name);
+    return found == list.end() ? nullptr : &*found;
+}
+
+bool isSavedAsItIs(Session& session, clsFile& file) {
+    if (!file.JustAcquired() && !IsChanged(file)) return true;
+    session.ShowMessage(ReplaceText(session.LoadText(Text::SaveLogFirst), "^", file.ShortenedFileName()),
+                        kIconInformation);
+    return false;
+}
+
+// Uses a session of its own, since what is open in windows may hold changes that the disk does not, and must not be
+// touched.
+void readFiles(Session& session, const AssessmentDocument& document, Measurements& measured,
+               const ReadProgress& progress) {
+    const std::vector<std::string> files = measured.unread(document.Now(), document.Path());
+    if (files.empty()) return;
+    SilentMessages messages;
+    Session reading(session.brand.CompanyName, session.locale, session.settings, messages, session.pump, session.clock);
+    reading.Options = session.Options;
+    reading.server = session.server;
+    for (std::size_t i = 0; i < files.size() && progress(i, files.size()); ++i) {
+        std::string hash;
+        const ReadBytes read = [&hash](const std::string& path) {
+            std::shared_ptr<FileBytes> bytes = readFile(path);
+            hash = sha256Of(bytes->view());
+            return bytes;
+        };
+        bool isOpen = OpenFile(reading, files[i], OpenSource::Named, true, read);
+        session.pump.runUntil([&] { return noLogIsBusy(reading); });
+        forEachLog(reading, [&isOpen](const clsLog& log) { isOpen = isOpen && !log.HasFailedRecalc; });
+        measured.take(session, document.Now(), document.Path(), files[i],
+                      isOpen ? reading.OpenFiles.front().get() : nullptr, hash,
+                      [&](const std::string& name) { return protectorOfName(session, name); });
+        reading.OpenFiles.clear();
+    }
+}
+
+} // namespace
+
+bool isNamedAsAssessment(const std::string& name) {
+    std::string extension = name.substr(std::min(name.rfind('.'), name.size()));
+    std::ranges::transform(extension, extension.begin(), [](unsigned char c) { return std::tolower(c); });
+    return extension == ".kxa" || extension == ".json";
+}
+
+std::optional<AssessmentDocument> OpenAssessment(Session& session, const std::string& path, OpenSource source) {
+    try {
+        AssessmentDocument document = AssessmentDocument::ofFile(path);
+        if (source != OpenSource::Named) rememberRecentFile(session, path);
+        return document;
+    } catch (const RuntimeError& error) {
+        session.ShowMessage(ReplaceText(session.LoadText(Text::UnableToOpen), "^", path) + "\r\n\r\n" + error.what(),
+                            kIconStop);
+        return std::nullopt;
+    }
+}
+
+AssessmentDocument NewAssessment(const Session& session) {
+    Assessment assessment;
+    assessment.Date = formatDate(session.clock.now(), "yyyy-mm-dd");
+    return {withGroup(session, assessment).Next, {}};
+}
+
+std::string assessmentName(const Session& session, const AssessmentDocument& document) {
+    const std::string& path = document.Path();
+    return path.empty() ? session.LoadText(Text::Untitled) : path.substr(path.rfind('/') + 1);
+}
+
+bool SaveAssessment(Session& session, AssessmentDocument& document, bool bSaveAs, const AskSaveName& askName) {
+    std::string path = document.Path();
+    if (path.empty() || bSaveAs) {
+        const std::optional<std::string> name =
+            askName(path.empty() ? session.LoadText(Text::Untitled) + ".kxa" : path);
+        if (!name || name->empty()) return false;
+        path = *name;
+    }
+    try {
+        document.Save(path);
+    } catch (const RuntimeError& error) {
+        session.ShowMessage(saveErrorText(session, error, path), kIconExclamation);
+        return false;
+    }
+    rememberRecentFile(session, path);
+    return true;
+}
+
+bool MayCloseAssessment(Session& session, AssessmentDocument& document, const AskSaveName& askName) {
+    if (!document.IsChanged()) return true;
+    const std::string question =
+        ReplaceText(session.LoadText(Text::AskSaveChanges), "^", assessmentName(session, document));
+    const Button answer = session.ShowMessage(question, kButtonsYesNoCancel | kIconQuestion);
+    return answer == Button::No || (answer == Button::Yes && SaveAssessment(session, document, false, askName));
+}
+
+void ReadDataFiles(Session& session, AssessmentDocument& document, Measurements& measured,
+                   const ReadProgress& progress) {
+    readFiles(session, document, measured, progress);
+    Assessment present = document.Now(); // also when a further sample is of a file that has been read
+    keepMeasuredHashes(present, document.Path(), measured);
+    document.Amend(std::move(present));
+}
+
+std::optional<LogSample> sampleOfNode(Session& session, const std::string& key, const std::optional<RowRange>& range) {
+    const Node node = resolve(session, key);
+    if (node.log == nullptr || !isSavedAsItIs(session, *node.file)) return std::nullopt;
+    LogSample sample;
+    sample.Name = node.log->Name;
+    sample.Rows.File = node.file->FileName;
+    sample.Rows.Log = keyOfLog(*node.file, *node.log);
+    if (!range || (range->From == 1 && range->To == node.log->LogIntervals.Count())) return sample;
+    sample.Rows.From = range->From;
+    sample.Rows.To = range->To;
+    return sample;
+}
+
+} // namespace kestrane

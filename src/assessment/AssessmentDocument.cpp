@@ -1,0 +1,57 @@
+#include "assessment/AssessmentDocument.h"
+
+#include "assessment/AssessmentFile.h"
+
+namespace kestrane {
+
+AssessmentDocument::AssessmentDocument(Assessment first, std::string path) : path_(std::move(path)) {
+    saved_ = assessmentText(first);
+    states_.push_back({Text::None, std::move(first)});
+}
+
+AssessmentDocument AssessmentDocument::ofFile(const std::string& path) {
+    return {loadAssessment(path), path};
+}
+
+bool AssessmentDocument::IsChanged() const {
+    return assessmentText(Now()) != saved_;
+}
+
+void AssessmentDocument::Change(Text::Id title, Assessment next) {
+    if (assessmentText(next) == assessmentText(Now())) return;
+    states_.erase(states_.begin() + static_cast<std::ptrdiff_t>(at_) + 1, states_.end());
+    states_.push_back({title, std::move(next)});
+    if (states_.size() > kStates) states_.pop_front();
+    at_ = states_.size() - 1;
+}
+
+void AssessmentDocument::Amend(Assessment present) {
+    const bool wasChanged = IsChanged();
+    states_[at_].assessment = std::move(present);
+    if (!wasChanged) saved_ = assessmentText(Now());
+}
+
+bool AssessmentDocument::CanExchange(Direction direction) const {
+    return direction == Direction::Undo ? at_ > 0 : at_ + 1 < states_.size();
+}
+
+Text::Id AssessmentDocument::Title(Direction direction) const {
+    return states_[direction == Direction::Undo ? at_ : at_ + 1].title;
+}
+
+void AssessmentDocument::Exchange(Direction direction) {
+    at_ = direction == Direction::Undo ? at_ - 1 : at_ + 1;
+}
+
+void AssessmentDocument::Save(const std::string& path) {
+    std::deque<State> moved = states_;
+    if (path != path_)
+        for (State& state : moved)
+            moveDataFiles(state.assessment, path_, path);
+    saveAssessment(path, moved[at_].assessment);
+    states_ = std::move(moved);
+    path_ = path;
+    saved_ = assessmentText(Now());
+}
+
+} // namespace kestrane

@@ -1,0 +1,116 @@
+#include "protection/RankTable.h"
+
+#include "calc/BandLevels.h"
+#include "model/Acoustics.h"
+#include "model/Session.h"
+#include "platform/Format.h"
+#include "protection/Attenuation.h"
+
+#include <algorithm>
+
+namespace kestrane {
+
+namespace {
+
+struct VerdictWords {
+    const char* symbol;
+    Text::Id words;
+};
+
+// By Verdict.
+constexpr VerdictWords kVerdicts[] = {{"\u2713", Text::VerdictGood},
+                                      {"\u25CB", Text::VerdictAcceptable},
+                                      {"\u25BD", Text::VerdictOver},
+                                      {"\u2717", Text::VerdictInsufficient},
+                                      {"\u2013", Text::VerdictNone}};
+
+// The standards have a column each; those of NRR that stand for a kind of protector share one.
+struct StandardColumn {
+    Text::Id caption;
+    std::string_view method; // with which its figures begin
+};
+
+constexpr StandardColumn kStandards[] = {{Text::RankOctave, "Octave"},
+                                         {Text::RankHML, "HML"},
+                                         {Text::RankSNR, "SNR"},
+                                         {Text::RankNrrB, "NRR OSHA App. B"},
+                                         {Text::RankNrrHalf, "NRR OSHA 50 %"},
+                                         {Text::RankNrrNiosh, "NRR NIOSH"}};
+
+std::string number(const Session& session, const std::optional<double>& level) {
+    return level ? formatNumber(*level, "##0.0", session.locale) : std::string();
+}
+
+// Of a plug the first of the deratings, that of formable ones.
+std::optional<double> figureOf(const std::vector<StandardFigure>& figures, std::string_view method) {
+    const auto found =
+        std::ranges::find_if(figures, [&](const StandardFigure& figure) { return figure.Method.starts_with(method); });
+    return found == figures.end() ? std::nullopt : std::optional(found->Level);
+}
+
+} // namespace
+
+std::string verdictText(const Session& session, Verdict verdict) {
+    const VerdictWords& words = kVerdicts[static_cast<std::size_t>(verdict)];
+    return std::string(words.symbol) + " " + session.LoadText(words.words);
+}
+
+double levelWhenWorn(double protectedLevel, double level, double worn) {
+    return levelOf(worn * energyOf(protectedLevel) + (1 - worn) * energyOf(level));
+}
+
+double levelUnderBoth(double first, double second) {
+    constexpr double kSecondProtector = 5; // dB
+    return std::min(first, second) - kSecondProtector;
+}
+
+RankTable rankTable(const clsLog& log, const std::vector<clsHP>& protectors, const clsOptions& options,
+                    CorrectionKind iCorrectionFactor, double worn) {
+    const Session& session = log.session();
+    RankTable table;
+    for (const Text::Id caption : {Text::ProtectorName, Text::ProtectorType, Text::RankMethod, Text::RankTold})
+        table.Captions.push_back(session.LoadText(caption));
+    for (const StandardColumn& column : kStandards)
+        table.Captions.push_back(session.LoadText(column.caption));
+    table.Captions.push_back(session.LoadText(Text::RankPlus4));
+    table.VerdictColumn = table.Captions.size();
+    table.Captions.push_back(session.LoadText(Text::FigureVerdict));
+
+    const std::optional<double> unprotected = aWeightedLeq(log);
+    for (const RankedProtector& ranked : rankProtectors(log, protectors, options, iCorrectionFactor)) {
+        const bool isTold = ranked.Result != kCannotCompute;
+        RankTable::Row row{ranked.Protector,
+                           {ranked.Protector->Name, std::string(ranked.Protector->GetTipeStr()), ranked.Method,
+                            isTold ? number(session, ranked.Result) : std::string()},
+                           ranked.Level,
+                           ranked.Verdict};
+        for (const StandardColumn& column : kStandards)
+            row.Cells.push_back(number(session, figureOf(ranked.Figures, column.method)));
+        const double allowance = iCorrectionFactor == kCorrectionFourDecibels ? 0 : kRealWorldAllowance;
+        row.Cells.push_back(
+            number(session, ranked.Standard ? std::optional(*ranked.Standard + allowance) : std::nullopt));
+        if (row.Level && worn < 1) {
+            row.Level = unprotected ? std::optional(levelWhenWorn(*row.Level, *unprotected, worn)) : std::nullopt;
+            row.Verdict = row.Level ? verdictOf(*row.Level, options.ActionLevel) : Verdict::None;
+        }
+        row.Cells.push_back(verdictText(session, row.Verdict) +
+                            (row.Level && worn < 1 ? " (" + number(session, row.Level) + ")" : std::string()));
+        table.Rows.push_back(std::move(row));
+    }
+    return table;
+}
+
+std::string rankText(const RankTable& table) {
+    std::string text;
+    const auto add = [&](const std::vector<std::string>& cells) {
+        for (const std::string& cell : cells)
+            text += (&cell == cells.data() ? "" : "\t") + cell;
+        text += "\r\n";
+    };
+    add(table.Captions);
+    for (const RankTable::Row& row : table.Rows)
+        add(row.Cells);
+    return text;
+}
+
+} // namespace kestrane

@@ -1,0 +1,43 @@
+// The protectors of a list for one log as a table of texts, with the best first: the results of the program's own
+// comparison and of each standard, and the verdict. It also estimates two protectors worn together, and one that is not
+// worn all of the time.
+#pragma once
+
+#include "protection/Ranking.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+// The verdict as a symbol and a word, such as "✓ good".
+std::string verdictText(const Session& session, Verdict verdict);
+
+struct RankTable {
+    struct Row {
+        const clsHP* Protector;
+        std::vector<std::string> Cells;
+        std::optional<double> Level; // dB, on which the verdict is based; includes the time without the protector
+        kestrane::Verdict Verdict;
+    };
+
+    std::vector<std::string> Captions;
+    std::vector<Row> Rows; // they point into the list
+    std::size_t VerdictColumn = 0;
+};
+
+// worn is the share of the time during which the protector is worn, from 0 to 1.
+RankTable rankTable(const clsLog& log, const std::vector<clsHP>& protectors, const clsOptions& options,
+                    CorrectionKind iCorrectionFactor, double worn);
+
+// The lines of the table with tabs between the cells, CR LF behind each; the captions first.
+std::string rankText(const RankTable& table);
+
+// The effective level in dB under a protector that is worn for a share of the time.
+double levelWhenWorn(double protectedLevel, double level, double worn);
+
+// The level in dB under two protectors worn together: the higher rating and 5 dB more (OSHA). This is an estimate.
+double levelUnderBoth(double first, double second);
+
+} // namespace kestrane
