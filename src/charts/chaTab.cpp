@@ -123,48 +123,49 @@ ChartOnPage chaTab::onPage() const {
     return chart;
 }
 
-QImage chaTab::picture(const QSize& size, double ratio) const {
-    QImage image((QSizeF(size) * ratio).toSize(), QImage::Format_RGB32);
+QImage chaTab::picture(const QSizeF& size, double ratio) const {
+    QImage image((size * ratio).toSize(), QImage::Format_RGB32);
     image.setDevicePixelRatio(ratio);
     image.setDotsPerMeterX(static_cast<int>(kPaperDots * ratio / 0.0254));
     image.setDotsPerMeterY(image.dotsPerMeterX());
     QCPPainter painter(&image);
-    drawChart(painter, size, onPage(), locale_);
+    drawChart(painter, size.toSize(), onPage(), locale_);
     return image;
 }
 
-QByteArray chaTab::pictureBytes(const std::string& path, const QSize& size) const {
+QByteArray chaTab::pictureBytes(const std::string& path, const QSizeF& size, double ratio) const {
+    const QSize dots = size.toSize();
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     if (endsIn(path, ".svg")) {
         QSvgGenerator svg;
         svg.setOutputDevice(&buffer);
         svg.setResolution(static_cast<int>(kPaperDots));
-        svg.setSize(size);
-        svg.setViewBox(QRect(QPoint(), size));
+        svg.setSize(dots);
+        svg.setViewBox(QRect(QPoint(), dots));
         // The toolkit writes the title to the file without escaping it.
         svg.setTitle(QString::fromStdString(content_->data.Title).toHtmlEscaped());
         QCPPainter painter(&svg);
         painter.setMode(QCPPainter::pmVectorized);
-        drawChart(painter, size, onPage(), locale_);
+        drawChart(painter, dots, onPage(), locale_);
     } else if (endsIn(path, ".pdf")) {
         QPdfWriter pdf(&buffer);
         pdf.setResolution(kPdfResolution);
         pdf.setTitle(QString::fromStdString(content_->data.Title));
-        pdf.setPageSize(QPageSize(QSizeF(size) / kPaperDots, QPageSize::Inch, {}, QPageSize::ExactMatch));
+        pdf.setPageSize(QPageSize(size / kPaperDots, QPageSize::Inch, {}, QPageSize::ExactMatch));
         pdf.setPageMargins({});
         QCPPainter painter(&pdf);
         painter.setMode(QCPPainter::pmVectorized);
         painter.scale(kPdfResolution / kPaperDots, kPdfResolution / kPaperDots);
-        drawChart(painter, size, onPage(), locale_);
+        drawChart(painter, dots, onPage(), locale_);
     } else {
-        picture(size).save(&buffer, "PNG");
+        picture(size, ratio).save(&buffer, "PNG");
     }
     return buffer.data();
 }
 
-void chaTab::savePicture(const std::string& path, const QSize& size) const {
-    const QByteArray bytes = pictureBytes(path, size);
+void chaTab::savePicture(const std::string& path, const QSizeF& size, double ratio) const {
+    const QByteArray bytes = pictureBytes(path, size, ratio);
     if (bytes.isEmpty()) throw RuntimeError(EIO, std::strerror(EIO));
     writeFileAtomically(path, [&](const FileSink& sink) {
         sink(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));

@@ -50,14 +50,14 @@ public:
     std::optional<std::pair<std::size_t, std::size_t>> rowsInView() const;
 
     // The visible part in colours for paper. size is in pixels; with a ratio of 2 there are twice as many each way.
-    QImage picture(const QSize& size, double ratio = 1) const;
+    QImage picture(const QSizeF& size, double ratio = 1) const;
 
     // The bytes of the picture in the format of the name's ending; empty when it cannot be drawn.
-    QByteArray pictureBytes(const std::string& path, const QSize& size) const;
+    QByteArray pictureBytes(const std::string& path, const QSizeF& size, double ratio = 1) const;
 
     // Writes the picture in the format of the name's ending: .png, .svg or .pdf, in any case. The file is replaced as a
     // whole or not at all. Raises an error when it cannot be written.
-    void savePicture(const std::string& path, const QSize& size) const;
+    void savePicture(const std::string& path, const QSizeF& size, double ratio = 1) const;
 
     // The visible part for a page.
     ChartOnPage onPage() const;

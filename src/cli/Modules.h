@@ -16,8 +16,9 @@
 namespace kestrane {
 
 struct PictureSize {
-    int Width = 1000; // pixels
-    int Height = 650;
+    double Width = 1000; // dots, of which 96 are an inch
+    double Height = 650;
+    double PixelsOfDot = 1; // in a picture of pixels
 };
 
 // Draws without a window.

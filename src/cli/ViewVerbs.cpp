@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <memory>
 
 namespace kestrane {
@@ -189,6 +190,8 @@ RunVerb noiseRatingVerb(CLI::App& verb) {
     return [arguments](Program& program) { return noiseRatingOf(program, *arguments); };
 }
 
+constexpr double kDotsOfInch = 96;
+
 struct ChartOptions : ChoiceOptions, CompareArguments {
     int tab = eTabFullLog; // LogTab
     std::int64_t interval = 1;
@@ -197,24 +200,29 @@ struct ChartOptions : ChoiceOptions, CompareArguments {
     bool asValues = false;
     std::string picture;
     PictureSize size;
+    int dpi = static_cast<int>(kDotsOfInch);
 };
 
-constexpr int kSmallestPicture = 50; // pixels
-constexpr int kLargestPicture = 20'000;
+constexpr double kSmallestPicture = 50; // dots
+constexpr double kLargestPicture = 20'000;
+constexpr int kLowestResolution = 36; // pixels per inch
+constexpr int kHighestResolution = 2'400;
 
-// Reads "1000x650". Returns what is wrong with the text, or an empty text.
+// "1000x650", or "16cmx9cm"; what is wrong with it, or nothing.
 std::string readSize(const std::string& text, PictureSize& size) {
-    const auto read = [](std::string_view word, int& number) {
-        const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-        return error == std::errc() && end == word.data() + word.size() && number >= kSmallestPicture &&
-               number <= kLargestPicture;
+    const auto read = [](std::string_view word, double& dots) {
+        const bool isPaper = word.ends_with("cm");
+        if (isPaper) word.remove_suffix(2);
+        const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), dots);
+        if (isPaper) dots *= kDotsOfInch / 2.54;
+        return error == std::errc() && end == word.data() + word.size() && dots >= kSmallestPicture &&
+               dots <= kLargestPicture && (isPaper || dots == std::floor(dots));
     };
     const std::size_t by = text.find('x');
     const std::string_view words = text;
     if (by != std::string::npos && read(words.substr(0, by), size.Width) && read(words.substr(by + 1), size.Height))
         return {};
-    return "width and height in pixels, such as 1000x650, each from " + std::to_string(kSmallestPicture) + " to " +
-           std::to_string(kLargestPicture);
+    return "width and height in pixels, such as 1000x650, each from 50 to 20000, or on paper, such as 16cmx9cm";
 }
 
 std::string checkPictureName(const std::string& path) {
@@ -242,7 +250,8 @@ int draw(Program& program, const ChartData& data, const ChartOptions& options) {
     Drawing* const drawing = program.drawing();
     if (drawing == nullptr) return kFailed;
     const bool isWritten = program.write(options.picture, [&](const std::string& path) {
-        drawing->savePicture(data, program.session.locale, path, options.size);
+        drawing->savePicture(data, program.session.locale, path,
+                             {options.size.Width, options.size.Height, options.dpi / kDotsOfInch});
     });
     return isWritten ? kDone : kFailed;
 }
@@ -289,8 +298,10 @@ RunVerb chartVerb(CLI::App& verb) {
     verb.add_option("--display", options->display, "what tabs 2 and 3 show: levels (dB) or dose and Pa2Hr (%)")
         ->check(CLI::IsMember({"dB", "%"}));
     verb.add_flag("--3d", options->is3D, "in 3D");
-    verb.add_option("--size", "of the picture in pixels, WIDTHxHEIGHT; without it, 1000x650")
+    verb.add_option("--size", "of the picture, in pixels or on paper: 1000x650 (without it), 16cmx9cm")
         ->check([options](const std::string& text) { return readSize(text, options->size); });
+    verb.add_option("--dpi", options->dpi, "pixels per inch of a .png picture")
+        ->check(CLI::Range(kLowestResolution, kHighestResolution));
     auto* output = verb.add_option_group("output")->require_option(1);
     addOutput(*output, options->picture, "write a picture: .png, .svg or .pdf")->check(checkPictureName);
     output->add_flag("--values", options->asValues, "print the chart's data");

@@ -107,6 +107,10 @@ class Chart(InAFolder):
                     words = subprocess.run(["pdftotext", name, "-"], capture_output=True, check=True).stdout.decode()
                     self.assertIn("Noise Rating Curves", words)
                 os.remove(name)
+        result = run("chart", sample("shift-dosimeter"), "--tab", "0", "-o", "e.png", "--size", "16cmx9cm", "--dpi", "300")
+        self.assertEqual(result, (0, "", ""))
+        with open("e.png", "rb") as file:
+            self.assertEqual(struct.unpack(">II", file.read(24)[16:24]), (1890, 1063))
 
 
 class NoiseRating(InAFolder):
