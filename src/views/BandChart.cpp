@@ -67,8 +67,8 @@ private:
     void addParameters() {
         chart_.RowCount = 1;
         chart_.RowLabel = [](std::size_t) { return std::string(); };
-        const std::string name = isInterval() ? RowTimes(log_).dateAndTime(rowIndex()) : log_.Name;
-        chart_.RowName = [name](std::size_t) { return name; };
+        std::string name = isInterval() ? RowTimes(log_).dateAndTime(rowIndex()) : log_.Name;
+        chart_.RowName = [name = std::move(name)](std::size_t) { return name; };
         for (const LogChannel channel : kChannels) {
             if (channel == kChannelB && !log_.IsChannelBOn) continue;
             for (const Parameter parameter : kParameters)
