@@ -1,6 +1,6 @@
 // Writes a document as a PDF file with searchable text, embedded fonts, and drawings instead of pixels. The file is
-// replaced as a whole or not at all. It is of the kind that archives keep, PDF/A-1b, and the same document printed at the
-// same time of the session's clock has the same bytes.
+// replaced as a whole or not at all. It is of the kind that archives keep, PDF/A-1b, and the same document printed at
+// the same time of the session's clock has the same bytes.
 #pragma once
 
 #include "model/Session.h"
