@@ -79,7 +79,7 @@ TEST(Print, ThePreviewShowsPagesAndSavesThem) {
         QTest::keyClick(&area, Qt::Key_Plus);
         EXPECT_GT(page.width(), first.width());
         report.setCurrentIndex(1);
-        EXPECT_EQ(number.maximum(), 1);
+        EXPECT_EQ(number.maximum(), 2);
         click(dialog, "chkLandscape");
         EXPECT_GT(page.width(), page.height());
         EXPECT_EQ(number.maximum(), 2);
