@@ -71,6 +71,7 @@ enum class Command {
     LogNote,
     LogLegend,
     LogEditNote,
+    LogShowTable,
     LogSavePicture,
     LogDelete,
     LogDisplayOptions,

@@ -37,8 +37,8 @@ bool endsIn(const std::string& path, const char* ending) {
 
 } // namespace
 
-chaTab::chaTab(Locale locale, QWidget* parent) :
-    QWidget(parent), locale_(std::move(locale)), plot_(new ChartPlot(locale_, this)) {
+chaTab::chaTab(Locale locale, Summary summary, QWidget* parent) :
+    QWidget(parent), locale_(std::move(locale)), summary_(std::move(summary)), plot_(new ChartPlot(locale_, this)) {
     makeChartsHeard();
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -85,10 +85,7 @@ QString chaTab::spokenDescription() const {
     QStringList reading = readOut();
     reading.removeAll(QString());
     if (!reading.isEmpty()) return reading.join(", ");
-    QStringList labels;
-    for (const ChartSeries* series : content_->series)
-        labels.append(QString::fromStdString(series->Label));
-    return (labels.join(", ") + '\n' + QString::fromStdString(content_->data.Footnote)).trimmed();
+    return summary_ ? QString::fromStdString(summary_(content_->data)) : QString();
 }
 
 void chaTab::readAt(std::optional<std::size_t> row) {

@@ -5,8 +5,8 @@
 // rectangle. Drag with Shift or with the middle button: moves. Double click: shows everything. Keys: Left and Right
 // move the read-out, Home and End take it to the ends, Escape hides it; + and - zoom, 0 shows everything.
 //
-// A screen reader gets the title as the chart's name and, as its description, the read-out while there is one, else its
-// series and its note.
+// A screen reader gets the title as the chart's name and, as its description, the read-out while there is one, else the
+// summary of the chart.
 #pragma once
 
 #include "charts/ChartPlot.h"
@@ -15,6 +15,7 @@
 #include <QImage>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,7 +27,9 @@ class chaTab : public QWidget {
     Q_OBJECT
 
 public:
-    explicit chaTab(Locale locale, QWidget* parent = nullptr);
+    using Summary = std::function<std::string(const ChartData& chart)>; // the chart in words
+
+    explicit chaTab(Locale locale, Summary summary = {}, QWidget* parent = nullptr);
     ~chaTab() override;
 
     // Shows the whole of a chart. The legend is shown as the chart says; whether the footnote is shown does not change.
@@ -84,6 +87,7 @@ private:
     void goToRow(double row);
 
     const Locale locale_;
+    const Summary summary_;
     std::shared_ptr<const ChartContent> content_;
     ChartPlot* plot_;
     bool isLegendShown_ = true;

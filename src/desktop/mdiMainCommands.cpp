@@ -207,6 +207,7 @@ void mdiMain::run(Command command) {
         {Command::LogNote, onTabs<&tabLog::ToggleNote>},
         {Command::LogLegend, onTabs<&tabLog::ToggleLegend>},
         {Command::LogEditNote, onTabs<&tabLog::EditNote>},
+        {Command::LogShowTable, onTabs<&tabLog::ShowChartTable>},
         {Command::LogSavePicture, onTabs<&tabLog::SavePicture>},
         {Command::LogDelete, onFrame<&mdiMain::deleteDisplayed>},
         {Command::LogDisplayOptions, onFrame<&mdiMain::showSettings, Command::LogDisplayOptions>},

@@ -224,6 +224,10 @@ void tabLog::SavePicture() {
     if (log != nullptr && graph != nullptr) graph->SavePicture(*log);
 }
 
+void tabLog::ShowChartTable() {
+    if (const auto* const graph = qobject_cast<GraphPage*>(&front()); graph != nullptr) graph->ShowTable();
+}
+
 void tabLog::contextMenuEvent(QContextMenuEvent* event) {
     if (state_.LogInView(session_) == nullptr) return;
     if (!isAncestorOf(QApplication::focusWidget())) tabs_->setFocus(); // its commands apply to the log

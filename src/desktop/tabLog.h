@@ -56,6 +56,7 @@ public:
     ClipboardForms CopyData(bool valuesOnly) const;
     std::unique_ptr<PagedDocument> CurrentView(const PageMetrics& paper) const;
     void SavePicture();
+    void ShowChartTable(); // in a dialog
 
     // Rows of the opened log: those that the time chart has been dragged to, where it is in front, else those of the
     // log in view. There must be one.

@@ -269,6 +269,15 @@ enum Id : int {
     RefusedCriterion = 4658,
     NotCWeighted = 4659,
     NotAWeighted = 4660,
+    // A chart in words and as a table
+    ChartSpan = 4661,
+    ChartAxes = 4662,
+    ChartSeriesFigures = 4663,
+    ChartSeriesValue = 4664,
+    ChartSeriesEmpty = 4665,
+    ChartRowsExcluded = 4666,
+    ShowChartTable = 4667,
+    ChartTableTitle = 4668,
     // Find dialog
     FindTitle = 4701,
     FindWhat = 4702,

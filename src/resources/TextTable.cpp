@@ -274,6 +274,15 @@ constexpr TextEntry Entries[] = {
     {Text::RefusedCriterion, "'^' was not taken.  A criterion level is 75, 80, 85 or 90."},
     {Text::NotCWeighted, "not C-weighted"},
     {Text::NotAWeighted, "not A-weighted"},
+    // A chart in words and as a table
+    {Text::ChartSpan, "From ^ to *, # points."},
+    {Text::ChartAxes, "Axes: ^."},
+    {Text::ChartSeriesFigures, "^: minimum *, arithmetic mean @, maximum #."},
+    {Text::ChartSeriesValue, "^: *."},
+    {Text::ChartSeriesEmpty, "^: no values."},
+    {Text::ChartRowsExcluded, "Excluded points, which do not count here: ^."},
+    {Text::ShowChartTable, "Show Values as &Table..."},
+    {Text::ChartTableTitle, "Values of ^"},
     // Find dialog
     {Text::FindTitle, "Find"},
     {Text::FindWhat, "Fi&nd what:"},

@@ -75,9 +75,25 @@ std::string chartFigureText(float value, const Locale& locale);
 // Whether a file's name ends as that of a picture of a chart does: .png, .svg or .pdf, in any case.
 bool isPictureName(const std::string& path);
 
-// The chart's values as text. The first line has an empty cell and then the labels of the series; each further line has
-// the label of a row and its values as "#0.0##" (an empty cell for a missing value). Cells are separated by tabs, lines
-// end with CR LF. Series without a label are left out.
+// The chart's values as a table. The first column has the labels of the rows and no caption. Each further column has
+// the values of a series as "#0.0##" (an empty cell for a missing value) under the label of the series. Series without
+// a label are left out. The chart must outlive the table.
+class ChartTable {
+public:
+    ChartTable(const ChartData& chart, Locale locale);
+
+    std::size_t ColumnCount() const { return series_.size() + 1; }
+
+    std::string Caption(std::size_t column) const;
+    std::string Cell(std::size_t row, std::size_t column) const; // both counted from 0
+
+private:
+    const ChartData& chart_;
+    Locale locale_;
+    std::vector<const ChartSeries*> series_;
+};
+
+// The table as text: a line of captions, then a line for each row. Cells are separated by tabs, lines end with CR LF.
 std::string chartValuesText(const ChartData& chart, const Locale& locale);
 
 } // namespace kestrane

@@ -83,11 +83,11 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
     EXPECT_EQ(answer(Command::FileCloseAll, {true, "", nullptr, eTabFullLog}), 'n');
     EXPECT_EQ(answer(Command::FileSave, {true, "F1", nullptr, eTabFullLog}), 'n'); // of a file that has gone
 
-    const std::pair<int, bool> groups[] = {{0, false}, {3, false}, {9, false}, {13, false}, {24, false}};
+    const std::pair<int, bool> groups[] = {{0, false}, {3, false}, {10, false}, {14, false}, {24, false}};
     for (const auto& [index, isEnabled] : groups)
         EXPECT_EQ(IsGroupEnabled(open.session, Menu::LogPopup, index, {true, "", nullptr, eTabFullLog}), isEnabled)
             << index;
-    EXPECT_TRUE(IsGroupEnabled(open.session, Menu::LogPopup, 13, {true, "L1I1F1", nullptr, eTabFullLog}));
+    EXPECT_TRUE(IsGroupEnabled(open.session, Menu::LogPopup, 14, {true, "L1I1F1", nullptr, eTabFullLog}));
 }
 
 TEST(IsMenuEnabled, CopyFollowsTheActiveControlZoomAndCutTheRows) {
@@ -98,9 +98,10 @@ TEST(IsMenuEnabled, CopyFollowsTheActiveControlZoomAndCutTheRows) {
     };
     MenuState state{true, "L1I1F1", &open.log(), eTabFullLog, false, false, true, &open.log()};
     EXPECT_TRUE(answer(Command::EditCopy, state) && answer(Command::EditCopyValues, state));
+    EXPECT_TRUE(answer(Command::LogShowTable, state));
     state.Tab = eTabIntervalsTable;
     EXPECT_TRUE(answer(Command::EditCopy, state));
-    EXPECT_FALSE(answer(Command::EditCopyValues, state));
+    EXPECT_FALSE(answer(Command::EditCopyValues, state) || answer(Command::LogShowTable, state));
     state.IsTreeActive = true;
     EXPECT_FALSE(answer(Command::EditCopyValues, state));
 

@@ -222,5 +222,33 @@ TEST(Copying, PutsTheTabInFrontOnTheClipboardInItsForms) {
     EXPECT_EQ(copy("Exp Calc", "Copy").count("\r\n"), 3);
 }
 
+TEST(Copying, TheSameValuesAreShownAsATableByOneKey) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1");
+    desk.clickTab("Full Log");
+    desk.command("Copy Values").trigger();
+    const QStringList copied = QApplication::clipboard()->text().split("\r\n", Qt::SkipEmptyParts);
+    desk.clickNode("Broadband 1"); // the key is also the tree's
+    bool isSeen = false;
+    onDialog([&](QDialog& dialog) {
+        const QAbstractItemModel& table = *control<QTableView>(dialog, "tblValues").model();
+        const auto textOf = [&](int row) {
+            QStringList cells;
+            for (int column = 0; column < table.columnCount(); ++column)
+                cells.append(table.index(row, column).data().toString());
+            return cells.join('\t');
+        };
+        EXPECT_EQ(table.rowCount(), copied.size() - 1);
+        for (const int row : {0, 1, 479})
+            EXPECT_EQ(textOf(row), copied.value(row + 1));
+        EXPECT_EQ(table.headerData(0, Qt::Horizontal).toString(), "Time");
+        EXPECT_EQ(table.headerData(1, Qt::Horizontal).toString(), "LAeq");
+        EXPECT_FALSE(table.flags(table.index(0, 1)).testFlag(Qt::ItemIsEditable));
+        isSeen = true;
+    });
+    desk.press(QKeySequence("Ctrl+Shift+T"));
+    EXPECT_TRUE(isSeen);
+}
+
 } // namespace
 } // namespace kestrane

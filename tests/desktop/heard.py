@@ -63,7 +63,11 @@ ALL = LEVELS | EXPOSURES | DETAILS
 OF_ONE_CHANNEL = {"lblLtm3", "lblLtm5", "lblLAvg", "lblLn", "lblTWA", "lblTWA8"} | DETAILS.keys() | {"lblExposureTime"}
 OF_ONE_CHANNEL -= {"lblFrqWgt", "lblTimeWgt"}
 PANELS = {"Channels A and B": "LAB", "Full Channel A": "LA", "Advanced": "AB"}  # L: with levels; channels
-CHARTS = {"Full Log", "Intervals (Graph)", "Cumultv (Graph)", "Noise Rating"}
+CHARTS = {
+    "Full Log": ["--tab", "0"],
+    "Intervals (Graph)": ["--tab", "2", "--interval", "1"],
+    "Cumultv (Graph)": ["--tab", "3"],
+}
 EDITS = ["Criterion level (dB)", "Exchange rate (dB)", "Last user calibration"]
 TABLES = {"table", "tree table"}  # of any length
 NAMED = {"push button", "radio button", "check box", "text", "combo box", "tree", "chart", "page tab"} | TABLES
@@ -236,6 +240,25 @@ def check_panel(program, sample):
         check(label in entries, f"{sample}: no entry '{label}' in {entries}")
 
 
+def check_chart(nodes, sample, tab):
+    charts = [n for n in nodes if n.get_role_name() == "chart"]
+    if not check(len(charts) == 1, f"{sample}, {tab}: {len(charts)} charts"):
+        return
+    check(charts[0].get_child_count() == 0, f"{sample}, {tab}: parts of a chart are heard")
+    summary = charts[0].get_description()
+    lines = [line.split("\t") for line in cli("chart", sample, *CHARTS[tab], "--values").splitlines()]
+    check(summary.splitlines()[0] == charts[0].get_name(), f"{sample}, {tab}: no title in '{summary}'")
+    check("Excluded" not in summary, f"{sample}: excluded rows, which this does not work out")
+    for column, label in enumerate(lines[0][1:], 1):
+        values = [float(line[column]) for line in lines[1:] if line[column]]
+        figures = [min(values), sum(values) / len(values), max(values)] if len(values) > 1 else values
+        said = re.search("^" + re.escape(label) + r": (.*)\.$", summary, re.MULTILINE)
+        numbers = [float(n) for n in re.findall(r"-?\d+(?:\.\d+)?", said[1])] if said else None
+        near = numbers is not None and len(numbers) == len(figures) and all(
+            abs(n - f) <= 0.051 for n, f in zip(numbers, figures))
+        check(near, f"{sample}, {tab}: {label} is {figures}, heard is '{said and said[0]}'")
+
+
 def check_sample(bench, sample):
     program = Program(bench, sample)
     tabs = {tab.get_name(): tab for tab in program.tabs()}
@@ -248,11 +271,8 @@ def check_sample(bench, sample):
         roles = [(n.get_role_name(), n.get_name()) for n in nodes]
         for role, name in roles:
             check(role not in NAMED or name, f"{sample}, {tab}: a {role} is mute")
-        charts = [node for node in nodes if node.get_role_name() == "chart"]
-        check(len(charts) == (tab in CHARTS), f"{sample}, {tab}: {len(charts)} charts")
-        for chart in charts:
-            check(chart.get_child_count() == 0, f"{sample}, {tab}: parts of a chart are heard")
-            check(chart.get_description(), f"{sample}, {tab}: a chart says nothing of what it shows")
+        if tab in CHARTS:
+            check_chart(nodes, sample, tab)
         if tab == "Cumultv (Data)":
             check_panel(program, sample)
     check(not {"Status", "Process", "Error"} & set(program.status()), f"{sample}: status bar {program.status()}")

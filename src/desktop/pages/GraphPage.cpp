@@ -3,7 +3,9 @@
 #include "app/Documents.h"
 #include "charts/chaTab.h"
 #include "dialogs/Words.h"
+#include "dialogs/frmChartTable.h"
 #include "platform/RuntimeError.h"
+#include "views/ChartSummary.h"
 #include "views/CopyData.h"
 #include "views/TimeChart.h"
 
@@ -32,7 +34,7 @@ bool GraphPage::isWanted(const clsLog& inView, const ChartData& drawn) {
 
 void GraphPage::Draw(clsLog& inView) {
     if (chart_ == nullptr) {
-        chart_ = new chaTab(session_.locale);
+        chart_ = new chaTab(session_.locale, [this](const ChartData& chart) { return chartSummary(session_, chart); });
         chart_->setObjectName("chaTab" + QString::number(tab_));
         connect(chart_, &chaTab::ViewChanged, this, &GraphPage::ViewChanged);
         column_->addWidget(chart_);
@@ -90,6 +92,10 @@ void GraphPage::SavePicture(const clsLog& inView) {
     } catch (const RuntimeError& error) {
         session_.ShowMessage(saveErrorText(session_, error, name.toStdString()), kIconExclamation);
     }
+}
+
+void GraphPage::ShowTable() const {
+    if (shownChart() != nullptr) ShowChartTable(session_, chart_->onPage().Data, window());
 }
 
 std::optional<std::pair<std::size_t, std::size_t>> GraphPage::RowsInView() const {
