@@ -52,7 +52,7 @@ fraZoom::fraZoom(const Session& session, Zoom& zoom, QWidget* parent) : QWidget(
     nameControl(*cmdApplyZoom, "cmdApplyZoom", loadPlainText(session, Text::ApplyZoom));
     row->addWidget(cmdApplyZoom);
     connect(cmdApplyZoom, &QPushButton::clicked, this, &fraZoom::ApplyZoom);
-    connect(optZoom_, &QButtonGroup::idClicked, this, [this](int id) {
+    onChosen(*optZoom_, [this](int id) {
         zoom_.ByTime = id == kTime;
         ShowChoice();
     });

@@ -76,7 +76,7 @@ QGroupBox* OptionsExplorerPage::behaviour() {
     layout->addLayout(calculation);
 
     fillMethods();
-    connect(optHPD_, &QButtonGroup::idClicked, this, [this] { fillMethods(); });
+    onChosen(*optHPD_, [this](int) { fillMethods(); });
     connect(cboCalcMethod_, &QComboBox::textActivated, this,
             [this](const QString& text) { keptMethod_ = text.toStdString(); });
     return fraBehaviour;

@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalBlocker>
 #include <QSlider>
 #include <QVBoxLayout>
 
@@ -99,7 +100,7 @@ QGroupBox* OptionsLogsPage::parameters() {
         const int index = parameter - 1;
         auto* const box = new QCheckBox;
         box->setObjectName("chkPlot" + QString::number(parameter));
-        connect(box, &QCheckBox::clicked, this, [this, parameter](bool isChecked) {
+        connect(box, &QCheckBox::toggled, this, [this, parameter](bool isChecked) {
             settings_.Edited.objLogOptions.IsPlotted.set(channel(), kind(), parameter, isChecked);
         });
         chkPlot_[static_cast<std::size_t>(index)] = box;
@@ -135,8 +136,8 @@ QWidget* OptionsLogsPage::choices() {
     layout->addWidget(fraCumInt);
     layout->addStretch(1);
 
-    for (const QButtonGroup* group : {optChannel_, optCumInt_})
-        connect(group, &QButtonGroup::idClicked, this, [this] { showParameters(); });
+    for (QButtonGroup* const group : {optChannel_, optCumInt_})
+        onChosen(*group, [this](int) { showParameters(); });
     return row;
 }
 
@@ -156,6 +157,7 @@ void OptionsLogsPage::showParameters() {
         box->setText(QString(caption).replace('&', "&&"));
         box->setAccessibleName(caption);
         box->setEnabled(isOffered);
+        const QSignalBlocker blocker(box); // what is shown is not a choice of the user
         box->setChecked(isOffered && settings_.Edited.objLogOptions.IsPlotted(channel(), kind(), parameter));
     }
 }
@@ -167,12 +169,11 @@ QGroupBox* OptionsLogsPage::charts() {
     auto* const layout = new QVBoxLayout(group);
     auto* const styles = new QHBoxLayout;
     const bool is3D = options.ChartStyle == eChartAs3D;
-    const QButtonGroup* const optChartLines =
+    QButtonGroup* const optChartLines =
         addButtons(*styles, {{eChartAs2D, radioButton(session, Text::ChartStyle2D, "optChartLines0", !is3D)},
                              {eChartAs3D, radioButton(session, Text::ChartStyle3D, "optChartLines1", is3D)}});
     styles->addStretch(1);
-    connect(optChartLines, &QButtonGroup::idClicked, this,
-            [&options](int style) { options.ChartStyle = static_cast<std::int16_t>(style); });
+    onChosen(*optChartLines, [&options](int style) { options.ChartStyle = static_cast<std::int16_t>(style); });
 
     auto* const slider = new QSlider(Qt::Horizontal);
     nameControl(*slider, "sliderWidth", loadPlainText(session, Text::LineWidth));

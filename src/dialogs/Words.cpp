@@ -1,11 +1,14 @@
 #include "dialogs/Words.h"
 
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStringList>
+
+#include <utility>
 
 namespace kestrane {
 
@@ -47,6 +50,12 @@ QRadioButton* radioButton(const Session& session, Text::Id id, const char* name,
     nameControl(*button, name, loadPlainText(session, id));
     button->setChecked(isChecked);
     return button;
+}
+
+void onChosen(QButtonGroup& group, std::function<void(int id)> choose) {
+    QObject::connect(&group, &QButtonGroup::idToggled, &group, [choose = std::move(choose)](int id, bool isOn) {
+        if (isOn) choose(id);
+    });
 }
 
 QPushButton* pushButton(const Session& session, Text::Id id, const char* name, const QString& spoken) {

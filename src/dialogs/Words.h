@@ -6,6 +6,9 @@
 
 #include <QString>
 
+#include <functional>
+
+class QButtonGroup;
 class QCheckBox;
 class QDialogButtonBox;
 class QLabel;
@@ -25,6 +28,11 @@ void nameControl(QWidget& control, const char* name, const QString& spoken);
 QLabel* labelOf(const Session& session, Text::Id id, QWidget& control); // its mnemonic sets the focus to the control
 QCheckBox* checkBox(const Session& session, Text::Id id, const char* name, bool isChecked);
 QRadioButton* radioButton(const Session& session, Text::Id id, const char* name, bool isChecked);
+
+// Calls choose with the number of the button that is now on, whether it was clicked or an assistive program toggled it,
+// and also when code has switched it on. choose is kept as long as the group lives.
+void onChosen(QButtonGroup& group, std::function<void(int id)> choose);
+
 // Enter does not press it.
 QPushButton* pushButton(const Session& session, Text::Id id, const char* name, const QString& spoken);
 QDialogButtonBox* okAndCancel(const Session& session); // cmdOK, the default, and cmdCancel

@@ -23,11 +23,19 @@ namespace {
 constexpr int kLines = 12;
 constexpr int kColumns = 48;
 
-QLabel* value(const char* name, const std::string& text, const QString& spoken) {
+// A click does the same as a toggle by an assistive program: it never leads to the third state, which only shows that
+// some rows are selected.
+class AllRowsBox : public QCheckBox {
+protected:
+    void nextCheckState() override { setChecked(!isChecked()); }
+};
+
+// A value beside its caption; both are read out.
+QLabel* value(const char* name, const std::string& text, const QString& caption) {
     auto* const label = new QLabel(shown(text));
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    nameControl(*label, name, spoken);
+    nameControl(*label, name, caption + ", " + label->text());
     return label;
 }
 
@@ -69,15 +77,17 @@ frmAcquire::frmAcquire(const Session& session, const AcquireList& list, QWidget*
     session_(session),
     choosing_(list),
     lstLocs_(new QListWidget),
-    chkSelectAll_(checkBox(session, Text::SelectAll, "chkSelectAll", true)),
+    chkSelectAll_(new AllRowsBox),
     chkOctaves_(checkBox(session, Text::IncludeOctaveData, "chkOctaves", choosing_.Choice().FetchOctaves)) {
     setWindowTitle(loadText(session, Text::DownloadOptions));
     fillList();
+    chkSelectAll_->setText(loadText(session, Text::SelectAll));
+    nameControl(*chkSelectAll_, "chkSelectAll", loadPlainText(session, Text::SelectAll));
     chkOctaves_->setEnabled(list.CanFetchOctaves);
     QDialogButtonBox* const buttons = buttonsOf(*this, session);
     cmdOK_ = buttons->button(QDialogButtonBox::Ok);
     connect(lstLocs_, &QListWidget::itemSelectionChanged, this, [this] { takeSelection(); });
-    connect(chkSelectAll_, &QCheckBox::clicked, this,
+    connect(chkSelectAll_, &QCheckBox::toggled, this,
             [this] { selectAll(choosing_.Selected() != AcquireDialog::Rows::All); });
     connect(chkOctaves_, &QCheckBox::toggled, this, [this](bool isChecked) {
         choosing_.FetchOctaves(isChecked);
@@ -138,6 +148,7 @@ void frmAcquire::selectAll(bool areSelected) {
 
 void frmAcquire::showState() {
     constexpr std::array kStates = {Qt::Unchecked, Qt::PartiallyChecked, Qt::Checked};
+    const QSignalBlocker blocker(chkSelectAll_);
     chkSelectAll_->setCheckState(kStates.at(static_cast<std::size_t>(choosing_.Selected())));
     cmdOK_->setEnabled(choosing_.CanAccept());
 }

@@ -45,7 +45,7 @@ QWidget* frmCutIntervals::welcomePage() {
     text->setWordWrap(true);
     QCheckBox* const chkDontShowAgain =
         checkBox(session_, Text::SkipThisPage, "chkDontShowAgain", wizard_.SkipsWelcome());
-    connect(chkDontShowAgain, &QCheckBox::clicked, this, [this](bool isChecked) { wizard_.SkipWelcome(isChecked); });
+    connect(chkDontShowAgain, &QCheckBox::toggled, this, [this](bool isChecked) { wizard_.SkipWelcome(isChecked); });
     auto* const layout = new QVBoxLayout(page);
     layout->addWidget(text);
     layout->addStretch();
@@ -86,7 +86,7 @@ QWidget* frmCutIntervals::rangePage() {
     optInclude_->addButton(radioButton(session_, Text::ExcludeFromDisplay, "optInclude1", false), kExclude);
     grid->addWidget(optInclude_->button(kInclude), 4, 0);
     grid->addWidget(optInclude_->button(kExclude), 4, 1);
-    connect(optInclude_, &QButtonGroup::idClicked, this, [this](int id) { wizard_.ToBeIncluded = id == kInclude; });
+    onChosen(*optInclude_, [this](int id) { wizard_.ToBeIncluded = id == kInclude; });
     return page;
 }
 

@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QTableView>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace kestrane {
@@ -97,6 +98,8 @@ QWidget* frmHPD::listSide() {
     txtSearch_ = new QLineEdit;
     nameControl(*txtSearch_, "txtSearch", loadPlainText(session, Text::SearchProtectors));
     txtSearch_->setClearButtonEnabled(true);
+    if (auto* const clear = txtSearch_->findChild<QToolButton*>(); clear != nullptr)
+        nameControl(*clear, "cmdClearSearch", loadPlainText(session, Text::Clear));
     lvwHPD_ = new QTableView;
     nameControl(*lvwHPD_, "lvwHPD", loadText(session, Text::ProtectorDatabaseTitle));
     lvwHPD_->setModel(&sorted_);

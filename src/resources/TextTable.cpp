@@ -73,7 +73,7 @@ constexpr TextEntry Entries[] = {
     {Text::CommandNote, "N&ote"},
     {Text::CommandLegend, "&Legend"},
     {Text::CommandInsertRowS, "&Insert Row(s)..."},
-    {Text::CommandDeleteRowS, "D&elete Row(s)..."},
+    {Text::CommandDeleteRowS, "De&lete Row(s)..."},
     // About box
     {Text::AboutTitle, "About $"},
     {Text::AboutVersion, "$$ Version %.%"},
@@ -184,7 +184,7 @@ constexpr TextEntry Entries[] = {
     {Text::RevertChanges, "&Revert Changes"},
     {Text::SaveWithTheLog, "&Save with the log"},
     {Text::IntervalTimeLabel, "Interval Time:"},
-    {Text::HearingProtectorButton, "&Hearing Protector..."},
+    {Text::HearingProtectorButton, "Hearing &Protector..."},
     {Text::RecordedOn, "Recorded on * at ^"},
     // Explorer window: protector comparison
     {Text::ProtectorComparisonTitle, "Hearing Protector Comparison:"},

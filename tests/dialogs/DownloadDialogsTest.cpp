@@ -34,7 +34,7 @@ TEST(Acquire, RowsAreChosenByClicksAndAllAtOnce) {
         EXPECT_EQ(control<QLabel>(dialog, "lblInsSerial").textFormat(), Qt::PlainText);
         EXPECT_FALSE(control<QCheckBox>(dialog, "chkOctaves").isVisible());
         auto& rows = control<QListWidget>(dialog, "lstLocs");
-        const auto& all = control<QCheckBox>(dialog, "chkSelectAll");
+        auto& all = control<QCheckBox>(dialog, "chkSelectAll");
         EXPECT_EQ(rows.selectedItems().size(), 3);
         EXPECT_EQ(all.checkState(), Qt::Checked);
         clickRow(rows, 1);
@@ -45,6 +45,12 @@ TEST(Acquire, RowsAreChosenByClicksAndAllAtOnce) {
         EXPECT_EQ(rows.selectedItems().size(), 0);
         EXPECT_EQ(all.checkState(), Qt::Unchecked);
         EXPECT_FALSE(control<QPushButton>(dialog, "cmdOK").isEnabled());
+        clickRow(rows, 2);
+        all.toggle(); // as an assistive program does
+        EXPECT_EQ(rows.selectedItems().size(), 3);
+        EXPECT_EQ(all.checkState(), Qt::Checked);
+        all.toggle();
+        EXPECT_EQ(rows.selectedItems().size(), 0);
         clickRow(rows, 2);
         click(dialog, "cmdOK");
     });

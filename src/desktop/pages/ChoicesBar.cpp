@@ -85,28 +85,22 @@ void ChoicesBar::connectChoices() {
             if (log != nullptr && choose(*log, value)) emit Chosen();
         };
     };
-    // Assistive programs toggle a button instead of clicking it.
-    const auto onButton = [&onLog](auto choose) {
-        return [handle = onLog(choose)](int id, bool isOn) {
-            if (isOn) handle(id);
-        };
-    };
     LogView& view = state_.View;
-    connect(optDisplayBy_, &QButtonGroup::idToggled, this, onButton([&view](const clsLog&, int mode) {
-                view.chooseListMode(static_cast<DisplayMode>(mode));
-                return true;
-            }));
+    onChosen(*optDisplayBy_, onLog([&view](const clsLog&, int mode) {
+        view.chooseListMode(static_cast<DisplayMode>(mode));
+        return true;
+    }));
     connect(cboDisplayBy_, &QComboBox::activated, this, onLog([&view](const clsLog& log, int index) {
                 const auto list = displayByList(log, view.ListMode());
                 return view.chooseEntry(list[static_cast<std::size_t>(index)].Choice);
             }));
-    connect(optAxis_, &QButtonGroup::idToggled, this,
-            onButton([&view](const clsLog&, int axis) { return view.chooseAxis(static_cast<DisplayMode>(axis)); }));
-    connect(optChannelX_, &QButtonGroup::idToggled, this, onButton([&view](const clsLog&, int channel) {
-                return view.chooseChannel(static_cast<LogChannel>(channel));
-            }));
-    connect(optCumPanels_, &QButtonGroup::idToggled, this,
-            onButton([&view](const clsLog&, int panel) { return view.choosePanel(static_cast<PanelForm>(panel)); }));
+    onChosen(*optAxis_,
+             onLog([&view](const clsLog&, int axis) { return view.chooseAxis(static_cast<DisplayMode>(axis)); }));
+    onChosen(*optChannelX_, onLog([&view](const clsLog&, int channel) {
+        return view.chooseChannel(static_cast<LogChannel>(channel));
+    }));
+    onChosen(*optCumPanels_,
+             onLog([&view](const clsLog&, int panel) { return view.choosePanel(static_cast<PanelForm>(panel)); }));
     connect(lstInterval_, &QComboBox::currentIndexChanged, this,
             onLog([&view](const clsLog&, int index) { return index >= 0 && view.chooseInterval(index + 1); }));
 }
