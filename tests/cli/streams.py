@@ -55,14 +55,12 @@ class Streams(InAFolder):
         self.assertEqual(run("save", DOSIMETER, "-o", "out.xml")[0], 0)
         saved = read("out.xml")
         for line in ("$K save $F -o -", "$K save - -o - < $F | cat", "$K recalc $F --mode 1 -o - | cat", "$K save $F -o /dev/stdout",
-                     "$K save $F -o >(cat); sleep 1", "$K save $F -o /dev/fd/3 3>&1 >/dev/null", "$K save $F -o - > a; cat a",
+                     "$K save $F -o >(cat > c) > /dev/null; wait $!; cat c", "$K save $F -o /dev/fd/3 3>&1 >/dev/null", "$K save $F -o - > a; cat a",
                      "echo -n > b; $K save $F -o - >> b; cat b", "mkfifo q; cat q & $K save $F -o q > /dev/null; wait"):
             status, out, err = in_a_shell(line)
             self.assertEqual((status, err), (0, ""), line)
             if "recalc" in line:
                 self.assertTrue(out.startswith(b"<?xml") and out.endswith(b">\n"), line)
-            elif ">(cat)" in line:
-                self.assertIn(saved, out)
             else:
                 self.assertEqual(out, saved, line)
         self.assertTrue(in_a_shell("$K report $F -o -")[1].startswith(b"%PDF-"))
