@@ -197,7 +197,8 @@ ExposureScale exposureScale(const Session& session, const GroupResult& group) {
     for (const ActionResult& action : group.Actions)
         if (!action.IsPeak)
             scale.Marks.push_back({at(action.Limit), formatNumber(action.Limit, "##0", session.locale), true});
-    for (double level = low; level <= high; level += kStep) {
+    for (int step = 0; low + step * kStep <= high; ++step) {
+        const double level = low + step * kStep;
         const bool isTaken = std::ranges::any_of(
             scale.Marks, [&](const ExposureScale::Mark& mark) { return std::abs(mark.At - at(level)) < at(low + 3); });
         if (!isTaken) scale.Marks.push_back({at(level), formatNumber(level, "##0", session.locale), false});

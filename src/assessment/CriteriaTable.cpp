@@ -4,6 +4,7 @@
 #include "model/Session.h"
 #include "platform/Format.h"
 #include "platform/Numbers.h"
+#include "platform/TabbedText.h"
 
 namespace kestrane {
 
@@ -88,14 +89,9 @@ CriteriaTable criteriaTable(const clsLog& log) {
 
 std::string criteriaText(const CriteriaTable& table) {
     std::string text;
-    const auto add = [&](const std::vector<std::string>& cells) {
-        for (const std::string& cell : cells)
-            text += (&cell == cells.data() ? "" : "\t") + cell;
-        text += "\r\n";
-    };
-    add(table.Captions);
+    addTabbedLine(text, table.Captions);
     for (const auto& row : table.Rows)
-        add(row);
+        addTabbedLine(text, row);
     return text;
 }
 

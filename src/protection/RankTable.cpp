@@ -4,6 +4,7 @@
 #include "model/Acoustics.h"
 #include "model/Session.h"
 #include "platform/Format.h"
+#include "platform/TabbedText.h"
 #include "protection/Attenuation.h"
 
 #include <algorithm>
@@ -102,14 +103,9 @@ RankTable rankTable(const clsLog& log, const std::vector<clsHP>& protectors, con
 
 std::string rankText(const RankTable& table) {
     std::string text;
-    const auto add = [&](const std::vector<std::string>& cells) {
-        for (const std::string& cell : cells)
-            text += (&cell == cells.data() ? "" : "\t") + cell;
-        text += "\r\n";
-    };
-    add(table.Captions);
+    addTabbedLine(text, table.Captions);
     for (const RankTable::Row& row : table.Rows)
-        add(row.Cells);
+        addTabbedLine(text, row.Cells);
     return text;
 }
 

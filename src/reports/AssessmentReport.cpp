@@ -172,10 +172,7 @@ void AssessmentReport::placeSign(const ReportBlock& block) {
 
 void AssessmentReport::drawPage(PageDevice& device, std::size_t page) {
     frame_.drawHead(device);
-    for (const PlacedText& text : pages_[page].Texts)
-        device.text(text.X, text.Top, text.Text, text.Font);
-    for (const PlacedRule& rule : pages_[page].Rules)
-        device.rule(rule.Left, rule.Top, rule.Width);
+    pages_[page].drawWords(device);
     frame_.drawFoot(device, page, pages_.size());
 }
 

@@ -5,6 +5,7 @@
 #include "reports/AssessmentTables.h"
 #include "reports/PageFrame.h"
 #include "reports/PagedDocument.h"
+#include "reports/PlacedPage.h"
 
 #include <string>
 #include <vector>
@@ -23,21 +24,6 @@ public:
     void drawPage(PageDevice& device, std::size_t page) override;
 
 private:
-    struct PlacedText {
-        double X, Top;
-        std::string Text;
-        PageFont Font;
-    };
-
-    struct PlacedRule {
-        double Left, Top, Width;
-    };
-
-    struct PlacedPage {
-        std::vector<PlacedText> Texts;
-        std::vector<PlacedRule> Rules;
-    };
-
     void newPage();
     void makeRoom(double height); // on the next page where there is none
     void place(double x, const std::string& text, const PageFont& font);

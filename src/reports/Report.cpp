@@ -142,7 +142,7 @@ Report::Block Report::provenance(const ReportSubject& subject) const {
 // Places the block below everything on the page when there is room for it, else on the next page.
 void Report::placeBlock(const Block& block) {
     const PageArea& body = frame_.body();
-    for (const PlacedText& text : pages_.back().Texts)
+    for (const PlacedPage::Words& text : pages_.back().Texts)
         top_ = std::max(top_, text.Top + 2 * line_);
     if (top_ + block.Height > body.Bottom) newPage();
     place(body.Left, block.Heading, kCaptionFont);
@@ -276,10 +276,7 @@ void Report::drawPage(PageDevice& device, std::size_t page) {
 }
 
 void Report::draw(PageDevice& device, const PlacedPage& page) const {
-    for (const PlacedText& text : page.Texts)
-        device.text(text.X, text.Top, text.Text, text.Font, text.Align);
-    for (const PlacedRule& rule : page.Rules)
-        device.rule(rule.Left, rule.Top, rule.Width);
+    page.drawWords(device);
     if (page.Chart) device.chart(chart_, *page.Chart);
 }
 

@@ -8,6 +8,7 @@
 #include "reports/IntervalPages.h"
 #include "reports/PageFrame.h"
 #include "reports/PagedDocument.h"
+#include "reports/PlacedPage.h"
 #include "reports/ReportTables.h"
 
 #include <optional>
@@ -46,23 +47,6 @@ public:
     void drawPage(PageDevice& device, std::size_t page) override;
 
 private:
-    struct PlacedText {
-        double X, Top;
-        std::string Text;
-        PageFont Font;
-        PageAlign Align;
-    };
-
-    struct PlacedRule {
-        double Left, Top, Width;
-    };
-
-    struct PlacedPage {
-        std::vector<PlacedText> Texts;
-        std::vector<PlacedRule> Rules;
-        std::optional<PageBox> Chart;
-    };
-
     // Captions with texts beside them, which may take several lines.
     struct Block {
         std::string Heading;

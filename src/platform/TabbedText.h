@@ -1,0 +1,15 @@
+// Tables as text: cells with tabs between them, CR LF behind each line.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kestrane {
+
+inline void addTabbedLine(std::string& text, const std::vector<std::string>& cells) {
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        text.append(i == 0 ? "" : "\t").append(cells[i]);
+    text += "\r\n";
+}
+
+} // namespace kestrane
