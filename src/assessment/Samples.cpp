@@ -65,7 +65,8 @@ SampleLevels SampleSource::gather(const std::vector<Sample>& samples, const std:
 
 bool SampleSource::isThere(const MeasuredLog* log, const LogRows& rows, const std::optional<std::string>& task,
                            Warnings& warnings, std::vector<SourceResult>& sources) const {
-    SourceResult& source = sources.emplace_back(rows.File, std::string(), rows.Log, rows.From, rows.To, Figure());
+    sources.push_back({rows.File, std::string(), rows.Log, rows.From, rows.To, Figure()});
+    SourceResult& source = sources.back();
     if (log != nullptr) source.Sha256 = log->Sha256;
     if (log == nullptr || !log->IsOpen) {
         warnings.bad(task, log == nullptr ? Text::WarnNotReadYet : Text::WarnNotOpened, rows.File);

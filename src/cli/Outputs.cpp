@@ -10,9 +10,10 @@ namespace kestrane {
 
 namespace {
 
-std::string nameIn(const std::string& folder, const std::string& file, const std::string& extension) {
+// The name of the file in the folder, without an extension.
+std::string nameIn(const std::string& folder, const std::string& file) {
     const std::string stem = file == "-" ? "stdin" : std::filesystem::path(file).stem().string();
-    return (std::filesystem::path(folder) / (stem + extension)).string();
+    return (std::filesystem::path(folder) / stem).string();
 }
 
 } // namespace
@@ -45,7 +46,7 @@ std::vector<std::string> outputsOf(const std::vector<std::string>& files, const 
     std::map<std::string, std::string> taken;
     for (const std::string& file : files) {
         const std::string& name =
-            names.emplace_back(outputs.folder.empty() ? outputs.file : nameIn(outputs.folder, file, extension));
+            names.emplace_back(outputs.folder.empty() ? outputs.file : nameIn(outputs.folder, file) + extension);
         const auto [other, isNew] = taken.try_emplace(name, file);
         if (!isNew) throw WrongWords(bothWrittenTo(other->second, file, name));
     }

@@ -139,11 +139,10 @@ int rank(Program& program, const CompareOptions& options) {
     return program.print(list);
 }
 
-int update(Program& program, const std::string& url, const std::string& database) {
+int update(Program& program, const std::string& database) {
     int argc = 0;
     const QCoreApplication application(argc, nullptr); // needed for the network
     Session& session = program.session;
-    if (!url.empty()) session.Options.HPDAddress = url;
     ProtectorCollection collection = protectorsIn(database);
     session.protectors = &collection;
     if (!program.reachServers()) return kFailed;
@@ -177,8 +176,11 @@ RunVerb protectorsVerb(CLI::App& verb) {
     CLI::App* saving = add("save", "load and rewrite the database",
                            [options, output](Program& program) { return save(program, options->database, *output); });
     addOutput(*saving, *output, "the file to write")->required();
-    CLI::App* updating = add("update", "replace the database by the one at an address",
-                             [options, url](Program& program) { return update(program, *url, options->database); });
+    CLI::App* updating =
+        add("update", "replace the database by the one at an address", [options, url](Program& program) {
+            if (!url->empty()) program.session.Options.HPDAddress = *url;
+            return update(program, options->database);
+        });
     updating->add_option("--url", *url, "an address, in place of the one of the settings");
     return [chosen](Program& program) { return (*chosen)(program); };
 }
