@@ -58,14 +58,26 @@ TEST(NoiseRating, ARowHoldsTheCurvesAndTheLogsOwnLevel) {
 }
 
 TEST(NoiseRating, TheCurvesThemselvesRateTheLinearOctaves) {
-    constexpr std::pair<const char*, float> kCurve40[] = {{"31.5", 82.6F}, {"63", 67.0F},  {"125", 56.8F},
-                                                          {"250", 49.2F},  {"500", 43.8F}, {"1k", 40.0F},
-                                                          {"2k", 37.1F},   {"4k", 34.9F},  {"8k", 33.2F}};
-    for (const auto& [band, level] : kCurve40) {
+    struct Curve {
+        const char* band;
+        double a, b;
+    };
+
+    for (const Curve& curve : {Curve{"31.5", 55.4, 0.681},
+                               {"63", 35.4, 0.79},
+                               {"125", 22, 0.87},
+                               {"250", 12, 0.93},
+                               {"500", 4.8, 0.974},
+                               {"1k", 0, 1},
+                               {"2k", -3.5, 1.015},
+                               {"4k", -6.1, 1.025},
+                               {"8k", -8, 1.03}}) {
+        const char* const band = curve.band;
+        const auto level = static_cast<float>(curve.a + curve.b * 80);
         RatedLog rated(modeFullOctave);
         EXPECT_FALSE(ratingByCurves(rated.log));
         rated.level(band, level);
-        EXPECT_NEAR(*ratingByCurves(rated.log), 40, 0.08) << band;
+        EXPECT_NEAR(*ratingByCurves(rated.log), 80, 1e-4) << band;
         RatedLog thirds(modeThirdOctave);
         thirds.level(band, level - 4.771213F); // a third of the energy
         const int middle = thirds.log.e(band);
@@ -86,13 +98,27 @@ TEST(NoiseRating, ABroadbandLogHasNone) {
     EXPECT_EQ(noiseRating(rated.log).Level, 0);
 }
 
-TEST(NoiseRating, AnotherLabelTakesTheConstantsAway) {
+TEST(NoiseRating, EachOctaveHasItsConstantsAndAnotherLabelNone) {
+    struct Constants {
+        const char* band;
+        float multiplier, number;
+    };
+
     clsNoiseRating row;
-    row.Frequency("2k");
-    EXPECT_EQ(row.ConstantNumber, -3.5F);
-    row.Frequency("2.5k");
-    EXPECT_EQ(row.Multiplier, 0);
-    EXPECT_EQ(row.ConstantNumber, 0);
+    for (const Constants& c : {Constants{"31.5", 0.681F, 55.4F},
+                               {"63", 0.79F, 35.4F},
+                               {"125", 0.87F, 22},
+                               {"250", 0.93F, 12},
+                               {"500", 0.93F, 4.8F},
+                               {"1k", 1, 0},
+                               {"2k", 1.015F, -3.5F},
+                               {"4k", 1.025F, -6.1F},
+                               {"8k", 1.03F, -8},
+                               {"2.5k", 0, 0}}) {
+        row.Frequency(c.band);
+        EXPECT_EQ(row.Multiplier, c.multiplier) << c.band;
+        EXPECT_EQ(row.ConstantNumber, c.number) << c.band;
+    }
 }
 
 } // namespace

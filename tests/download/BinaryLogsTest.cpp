@@ -83,6 +83,7 @@ TEST_F(BinaryLogsTest, TheOtherGenerationsHaveTheirOwnLayout) {
     EXPECT_EQ(rowText(*log, 2), "01/03/2019 00:30:00 70.13 71 72 73 0 0 76 77 78 79 80 0 81 A");
     EXPECT_EQ(figuresText(*log), "01/03/2019 01:30:00 12.5 6.25 0.75 0 72 73 74 75 0 0 110.5 66 80 55 65 0 120.25");
     EXPECT_EQ(log->Region, "");
+    EXPECT_EQ(log->TimeWeightA() + log->TimeWeightB() + log->FreqWeightB(), "SlowImpulseZ");
     EXPECT_TRUE(log->IsLoggingOverLoaded); // by its rows
     EXPECT_NE(download(brevik(106)), nullptr);
 

@@ -188,6 +188,7 @@ TEST_F(XmlWriterTest, WritesRowsInEitherForm) {
     clsLogInterval midnight = row();
     setDate(midnight.StartDate, "27/11/2024");
     log.LogIntervals.Add(midnight);
+    log.LogIntervals.Add(row()); // without a date, behind rows with one
     const std::string channelA =
         "<intvl><date>26&#47;11&#47;2024</date><time>23:59:00</time><ca><leq><f>60.5</f></leq><lmin><f16K>40</f16K>"
         "</lmin><peak>1</peak><lmintm>00:00:00</lmintm><lmaxtm>23:59:30</lmaxtm><peaktm>100:00:00</peaktm>"
@@ -201,10 +202,11 @@ TEST_F(XmlWriterTest, WritesRowsInEitherForm) {
         const std::size_t begin = text.find("<intvls>") + 8;
         return text.substr(begin, text.find("</intvls>") - begin);
     };
-    EXPECT_EQ(rows(), channelA + "</intvl><intvl><date>27&#47;11&#47;2024</date><ca>" + nothing + "</ca></intvl>");
+    EXPECT_EQ(rows(), channelA + "</intvl><intvl><date>27&#47;11&#47;2024</date><ca>" + nothing +
+                          "</ca></intvl><intvl><ca>" + nothing + "</ca></intvl>");
     log.IsChannelBOn = true;
     EXPECT_EQ(rows(), channelA + channelB + "</intvl><intvl><date>27&#47;11&#47;2024</date><ca>" + nothing +
-                          "</ca><cb></cb></intvl>");
+                          "</ca><cb></cb></intvl><intvl><ca>" + nothing + "</ca><cb></cb></intvl>");
     EXPECT_EQ(textOf(log, false).find("intvl"), std::string::npos);
 
     const auto rowText = [](const clsLogInterval& item, bool bChannelBOn, const Locale& locale) {
