@@ -12,8 +12,15 @@ namespace {
 constexpr std::size_t kHead = 5; // bytes: STX and the length
 constexpr std::size_t kTail = 3; // bytes: check field and ETX
 
+// Whether a reply is one whole frame. Its first and last byte stand nowhere else, so a piece that is missing, or one of
+// another reply that came too late for its own question, is seen.
+bool isOneFrame(std::string_view reply) {
+    constexpr char kBegin = '\x02', kEnd = '\x03';
+    return reply.rfind(kBegin) == 0 && reply.find(kEnd) == reply.size() - 1;
+}
+
 std::string_view payloadOf(std::string_view reply, std::size_t tail) {
-    if (reply.size() < kHead + tail) throw DownloadEnded{std::string(kReplyError)};
+    if (reply.size() < kHead + tail || !isOneFrame(reply)) throw DownloadEnded{std::string(kReplyError)};
     return reply.substr(kHead, reply.size() - kHead - tail);
 }
 

@@ -1,5 +1,6 @@
 // The replies of the text protocols: the payload of a frame, and its fields by position. A field that is not within the
-// payload, or is no number, ends the download, because the reply cannot be decoded.
+// payload, or is no number, ends the download, because the reply cannot be decoded. So does a reply that is not one
+// whole frame: a line that stood still for a while would else give figures of another place, or fewer of them.
 #pragma once
 
 #include "download/Transport.h"
