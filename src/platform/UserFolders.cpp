@@ -16,13 +16,14 @@ fs::path folderOf(const char* variable) {
     return value != nullptr && fs::path(value).is_absolute() ? fs::path(value) : fs::path();
 }
 
-std::string userFolder(const char* variable, const char* inHome) {
-    fs::path folder = folderOf(variable);
-    if (folder.empty()) {
+// The folder that the variable names, else the folder below the user's home.
+std::string userFolder(const char* variable, const char* folder) {
+    fs::path path = folderOf(variable);
+    if (path.empty()) {
         const fs::path home = folderOf("HOME");
-        folder = (home.empty() ? fs::temp_directory_path() : home) / inHome;
+        path = (home.empty() ? fs::temp_directory_path() : home) / folder;
     }
-    return (folder / "").string();
+    return (path / "").string();
 }
 
 } // namespace

@@ -180,7 +180,7 @@ private:
     }
 
     std::string modeText() const {
-        const std::string location = log_.LocationType();
+        std::string location = log_.LocationType();
         if (location == NoiseAtWorkLocation) return session_.LoadText(Text::LocationNaw);
         if (location == EnvironmentLocation) return session_.LoadText(Text::LocationEnv);
         return location;

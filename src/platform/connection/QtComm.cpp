@@ -92,6 +92,8 @@ QtComm::QtComm(const SettingsStore& settings, LoadText loadText) :
     QObject::connect(port_.get(), &QSerialPort::readyRead, port_.get(),
                      [this] { received_ += port_->readAll().toStdString(); });
     QObject::connect(port_.get(), &QSerialPort::errorOccurred, port_.get(), [this] { handleError(); });
+    QObject::connect(
+        port_.get(), &QSerialPort::errorOccurred, port_.get(), [this] { closeLost(); }, Qt::QueuedConnection);
 }
 
 QtComm::~QtComm() {
@@ -193,18 +195,16 @@ void QtComm::refuseOpening() const {
     refuse(EIO, loadText_(Text::NoSerialPort) + " (" + port_->errorString().toStdString() + ')');
 }
 
-// A line that has gone reports errors without end while it is open, but it cannot be closed from within its own signal.
 void QtComm::handleError() {
     constexpr std::array kLosses = {QSerialPort::ReadError, QSerialPort::WriteError, QSerialPort::ResourceError};
     const bool isLost = std::find(kLosses.begin(), kLosses.end(), port_->error()) != kLosses.end();
     if (!isLost || !port_->isOpen() || !fault_.empty()) return;
     fault_ = withMark(loadText_(Text::PortWentAway), device_);
-    QMetaObject::invokeMethod(
-        port_.get(),
-        [this] {
-            if (!fault_.empty() && port_->isOpen()) port_->close();
-        },
-        Qt::QueuedConnection);
+}
+
+// A line that has gone reports errors without end while it is open, but it cannot be closed from within its own signal.
+void QtComm::closeLost() {
+    if (!fault_.empty() && port_->isOpen()) port_->close();
 }
 
 } // namespace kestrane

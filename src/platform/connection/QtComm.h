@@ -48,6 +48,7 @@ private:
     [[noreturn]] void refuse(int error, const std::string& text) const;
     [[noreturn]] void refuseOpening() const;
     void handleError();
+    void closeLost();
 
     const SettingsStore& settings_;
     LoadText loadText_;

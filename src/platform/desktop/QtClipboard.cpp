@@ -6,6 +6,8 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include <memory>
+
 namespace kestrane {
 
 std::vector<std::string> localFiles(const QMimeData& data) {
@@ -21,12 +23,12 @@ std::vector<std::string> QtClipboard::GetClipboardFiles() const {
 }
 
 void QtClipboard::Set(const ClipboardForms& forms) {
-    auto* const data = new QMimeData;
+    auto data = std::make_unique<QMimeData>();
     if (!forms.Text.empty()) data->setText(QString::fromStdString(forms.Text));
     if (!forms.Html.empty()) data->setHtml(QString::fromStdString(forms.Html));
     if (!forms.Svg.empty()) data->setData("image/svg+xml", QByteArray::fromStdString(forms.Svg));
     if (!forms.Png.empty()) data->setImageData(QImage::fromData(QByteArray::fromStdString(forms.Png), "PNG"));
-    QGuiApplication::clipboard()->setMimeData(data);
+    QGuiApplication::clipboard()->setMimeData(data.release());
 }
 
 } // namespace kestrane
