@@ -3,7 +3,8 @@
 // walk the text itself. This file does not know what the elements mean.
 //
 // The check is that of XML 1.0 without document types: a document type declaration is refused, and with it every entity
-// but the five predefined ones.
+// but the five predefined ones. Two things that XML forbids are let through: a name may contain any character above
+// U+007F, and a version may be any word.
 #pragma once
 
 #include "platform/Files.h"

@@ -69,6 +69,8 @@ TEST(Loaders, DeclineWhatIsNotWellFormed) {
                                  "<a><!-- -- --></a>",
                                  "<a><?xml version='1.0'?></a>",
                                  " <?xml version='1.0'?><a/>",
+                                 "<?xml version='1.0' standalone='maybe'?><a/>",
+                                 "\xEF\xBB\xBF<?xml version='1.0' encoding='1x'?><a/>",
                                  laughs + "]><a>&k;</a>",
                                  "<!DOCTYPE a SYSTEM 'file:///etc/passwd'><a/>"};
     for (const std::string& text : cases) {
