@@ -70,7 +70,7 @@ Texts::Texts(Brand brand, int major, int minor, int revision, const Wording& wor
 std::string Texts::LoadText(Text::Id id) const {
     switch (UseOf(id)) {
     case TextUse::Data:
-        return load(id, {});
+        return LoadData(id);
     case TextUse::Message:
         return load(id, wording_.Messages.Words);
     default:

@@ -31,6 +31,9 @@ public:
     // The same in the language of messages, for a text that is also part of what is shown.
     std::string LoadMessage(Text::Id id) const;
 
+    // The same in English, for a text that is also shown and here goes into a file.
+    std::string LoadData(Text::Id id) const { return load(id, {}); }
+
     // What is shown is in this language from now on.
     void Show(const Language& language) { wording_.Shown = language; }
 

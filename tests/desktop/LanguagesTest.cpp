@@ -133,26 +133,58 @@ TEST(ForeignLanguage, EveryTabSpeaksIt) {
             EXPECT_EQ(englishIn(action->text() + " " + action->toolTip()), QStringList());
 }
 
-TEST(ForeignLanguage, EveryDialogSpeaksIt) {
-    const Language foreign = foreignLanguage();
-    Desk desk({}, {1024, 740}, nullptr, {foreign, foreign});
+// Opens each dialog of the log and of the program, and visits every page of it.
+void forEachDialog(Desk& desk, const std::function<void(const QDialog&, const std::string& name)>& visit) {
     desk.open("machine-survey-octave.xml");
     desk.clickNode("Planer");
     for (const Text::Id text : {Text::CommandSettings, Text::CommandExposureTime, Text::CommandAddRemoveIntervals,
                                 Text::CommandPrintPreview, Text::CommandAbout, Text::EditNote,
                                 Text::CommandConvertWeighting, Text::CommandDisplayOptions, Text::ShowChartTable}) {
+        const std::string name = desk.session.LoadText(text);
         bool isShown = false;
         onDialog([&](QDialog& dialog) {
             isShown = true;
             auto* const pages = dialog.findChild<QTabWidget*>();
             for (int page = 0; page < (pages == nullptr ? 1 : pages->count()); ++page) {
                 if (pages != nullptr) pages->setCurrentIndex(page);
-                checkTexts(dialog, desk.session.LoadText(text));
+                visit(dialog, name);
             }
         });
         commandOf(desk, text).trigger();
         QCoreApplication::processEvents();
-        EXPECT_TRUE(isShown) << desk.session.LoadText(text);
+        EXPECT_TRUE(isShown) << name;
+    }
+}
+
+TEST(ForeignLanguage, EveryDialogSpeaksIt) {
+    const Language foreign = foreignLanguage();
+    Desk desk({}, {1024, 740}, nullptr, {foreign, foreign});
+    forEachDialog(desk, [](const QDialog& dialog, const std::string& name) { checkTexts(dialog, name); });
+}
+
+QString lettersOf(const QWidget& window) {
+    static const QRegularExpression kMark("&([^&])");
+    QString letters;
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        if (!widget->isVisible() || (label != nullptr && label->buddy() == nullptr)) continue;
+        QStringList captions = textsOf(*widget).mid(3); // without the texts that have no marks
+        for (QString& caption : captions)
+            if (const auto mark = kMark.match(caption.remove("&&")); mark.hasMatch())
+                letters += mark.captured(1).toLower();
+    }
+    return letters;
+}
+
+TEST(EveryLanguage, GivesTheControlsOfADialogLettersOfTheirOwn) {
+    for (const Language& language : Languages()) {
+        Desk desk({}, {1024, 740}, nullptr, {language, language});
+        forEachDialog(desk, [&](const QDialog& dialog, const std::string& name) {
+            const QString letters = lettersOf(dialog);
+            const std::set<QChar> different(letters.begin(), letters.end());
+            EXPECT_EQ(different.size(), static_cast<std::size_t>(letters.size()))
+                << language.Name << ", " << name << ": " << letters.toStdString();
+        });
     }
 }
 
