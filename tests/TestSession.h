@@ -12,8 +12,8 @@ struct TestSession {
     SystemClock clock;
     Session session;
 
-    explicit TestSession(Locale locale = {}) :
-        session("Ordwyn Acoustics", std::move(locale), settings, messages, pump, clock) {}
+    explicit TestSession(Locale locale = {}, const Wording& wording = {}) :
+        session("Ordwyn Acoustics", std::move(locale), settings, messages, pump, clock, wording) {}
 };
 
 } // namespace kestrane

@@ -4,6 +4,11 @@
 
 namespace kestrane {
 
+std::string helpPage(const Session& session, const std::string& folder, const std::string& name) {
+    const std::string translated = folder + name + "." + std::string(session.texts.Shown().Code) + ".html";
+    return fileExists(translated) ? translated : folder + name + ".html";
+}
+
 void OpenHelpFile(Session& session, const Desktop& desktop, const std::string& path) {
     if (fileExists(path) && desktop.Open(path)) return;
     session.ShowMessage(session.LoadText(Text::NoHelpFile), kIconExclamation);

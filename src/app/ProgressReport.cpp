@@ -41,8 +41,8 @@ std::string durationText(const Session& session, double seconds) {
         *std::find_if(std::begin(kUnits), std::end(kUnits), [&](const Unit& u) { return seconds < u.below; });
     const int count =
         std::max(1, static_cast<int>(std::ceil(std::min(seconds / unit.length, 1e6) / unit.step))) * unit.step;
-    return count == 1 ? session.LoadText(unit.one)
-                      : ReplaceText(session.LoadText(unit.many), "*", std::to_string(count));
+    return count == 1 ? session.texts.LoadMessage(unit.one)
+                      : ReplaceText(session.texts.LoadMessage(unit.many), "*", std::to_string(count));
 }
 
 } // namespace

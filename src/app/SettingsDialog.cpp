@@ -134,6 +134,13 @@ std::size_t serialChoiceOf(const std::vector<SerialChoice>& choices, std::int16_
     return found == choices.end() ? 0 : static_cast<std::size_t>(found - choices.begin());
 }
 
+std::vector<LanguageChoice> languageChoices(const Session& session, Text::Id other) {
+    std::vector<LanguageChoice> choices = {{session.LoadText(other), {}}};
+    for (const Language& language : Languages())
+        choices.push_back({std::string(language.Name), std::string(language.Code)});
+    return choices;
+}
+
 std::vector<std::string> calcMethods(std::int16_t mode) {
     if (mode == eHPDModeEUHSE) return {kAutomatic, "HML", "SNR"};
     if (mode == eHPDModeUSOSHA || mode == eHPDModeUSNIOSH) return {kAutomatic, "NRR"};

@@ -77,6 +77,15 @@ std::vector<SerialChoice> serialChoices(const Session& session, std::int16_t cho
 // 0, the automatic choice, when the port is not there.
 std::size_t serialChoiceOf(const std::vector<SerialChoice>& choices, std::int16_t port);
 
+// A language to choose; an empty code stands for the choice of another: the system, or the program.
+struct LanguageChoice {
+    std::string Text;
+    std::string Code;
+};
+
+// The other choice, in the words of a text, and all languages, each by its own name.
+std::vector<LanguageChoice> languageChoices(const Session& session, Text::Id other);
+
 // The calculation methods offered in a protector calculation mode, and the one to choose there: the kept one if it is
 // offered, else "Auto".
 std::vector<std::string> calcMethods(std::int16_t mode);

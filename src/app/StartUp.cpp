@@ -111,6 +111,11 @@ std::vector<std::string> sampleFiles() {
     return names;
 }
 
+const Language& programLanguage(const SettingsStore& settings) {
+    const std::string chosen = settings.read(kPreferences, kLanguageKey, {});
+    return LanguageOf(chosen.empty() ? systemLanguage() : chosen);
+}
+
 void moveState(Session& session) {
     try {
         for (int i = 1; i <= kRecentKeys; ++i)

@@ -39,6 +39,9 @@ std::string defaultDataFolder(const std::string& program, const std::string& doc
 // The installed sample files, ordered by name.
 std::vector<std::string> sampleFiles();
 
+// The language of the program: that of the settings or, when they name none, that of the system.
+const Language& programLanguage(const SettingsStore& settings);
+
 // Moves recent files and placement out of the settings, where earlier versions kept them, into the state.
 void moveState(Session& session);
 

@@ -16,12 +16,8 @@ const AssessmentProtector* lookedFor(const AssessmentGroup& group) {
     return group.Protector && !group.Protector->Reduction && group.Protector->Spectrum ? &*group.Protector : nullptr;
 }
 
-std::string longDate(const clsDate& date) {
-    return date.Format().empty() ? std::string() : date.Format("long date");
-}
-
 MeasuredWith instrumentOf(const clsFile& file, const clsLog& log) {
-    MeasuredWith with{log.InsName, {}, longDate(log.CalibDate), longDate(log.FactoryCalibDate)};
+    MeasuredWith with{log.InsName, {}, log.CalibDate, log.FactoryCalibDate};
     for (const auto& data : file.InstrumentDatas)
         forEachLog(*data, [&](const clsLog& other) {
             if (&other == &log) with.Serial = data->InsSerial;

@@ -19,7 +19,7 @@ namespace kestrane {
 // The instrument that a log was measured with. A text is empty when it is not known.
 struct MeasuredWith {
     std::string Name, Serial;
-    std::string Calibrated, FactoryDue; // dates in words
+    clsDate Calibrated, FactoryDue;
 
     bool operator==(const MeasuredWith&) const = default;
 };

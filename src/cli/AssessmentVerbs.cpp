@@ -14,6 +14,7 @@
 #include "platform/Sha256.h"
 #include "protection/ProtectorDatabase.h"
 #include "reports/AssessmentReport.h"
+#include "reports/ReportLanguage.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -249,16 +250,20 @@ int assessFile(Program& program, const AssessOptions& options) {
                       [&](const std::string& name) { return protectors.find(name); });
         program.closeFiles();
     }
-    const std::vector<GroupResult> results = assess(session, assessment, path, measured);
     if (options.report.empty()) {
+        const std::vector<GroupResult> results = assess(session, assessment, path, measured);
         return program.print({{"schema", "kestrane-assessment-result/1"},
                               {"edition", kAssessmentEdition},
                               {"groups", listJson(results, groupJson)}});
     }
-    const AssessmentSubject subject{session, assessment, path, measured, results};
-    const bool isWritten = writePages(
-        program, [&](const PageMetrics& paper) { return std::make_unique<AssessmentReport>(subject, paper); },
-        options.report);
+    const auto layOut = [&](const PageMetrics& paper) {
+        return inReportLanguage(session, [&] {
+            const auto results = assess(session, assessment, path, measured); // the results hold words
+            const AssessmentSubject subject{session, assessment, path, measured, results};
+            return std::make_unique<AssessmentReport>(subject, paper);
+        });
+    };
+    const bool isWritten = writePages(program, layOut, options.report);
     return isWritten ? kDone : kFailed;
 }
 

@@ -55,7 +55,8 @@ std::optional<HPDComparison> compareLog(Program& program, const clsLog& log, con
                                  [&](const clsHP& record) { return record.Name == arguments.protector; });
     if (hp == protectors.end()) {
         program.session.ShowMessage(
-            ReplaceText(program.session.LoadText(Text::NoSuchProtector), "^", arguments.protector), kIconExclamation);
+            ReplaceText(program.session.texts.LoadMessage(Text::NoSuchProtector), "^", arguments.protector),
+            kIconExclamation);
         return std::nullopt;
     }
     return compareWithProtector(log, *hp, comparisonOptions(program, arguments),

@@ -54,7 +54,7 @@ Json headerJson(const clsLog& log, const std::string& key) {
         {"Key", key},
         {"Name", log.Name},
         {"Mode", log.Mode()},
-        {"ModeText", log.ModeText()},
+        {"ModeText", log.ModeWord()},
         {"LocationType", log.LocationType()},
         {"TestLocationType", log.TestLocationType()},
         {"OctaveType", log.OctaveType()},

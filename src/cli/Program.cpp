@@ -54,7 +54,7 @@ Program::Program(const GlobalOptions& options, Console& messages, EventPump& pum
     pump_(pump),
     frame_(messages),
     server_(pump),
-    session(options.company, localeOf(options), settings_, messages_, pump, clock) {
+    session(options.company, localeOf(options), settings_, messages_, pump, clock, {{}, LanguageOf(systemLanguage())}) {
     session.frame = &frame_;
     session.server = &server_;
     readSettings(session);

@@ -4,6 +4,7 @@
 #include "cli/TimeArgument.h"
 #include "cli/Verbs.h"
 #include "reports/Report.h"
+#include "reports/ReportLanguage.h"
 
 #include <algorithm>
 #include <iostream>
@@ -72,7 +73,8 @@ bool reportOne(Program& program, Drawing& drawing, const ChosenLog& chosen, cons
                const std::string& output, const Interrupt& interrupt) {
     const ReportSubject subject = {*chosen.file, *chosen.data, *chosen.log, isModified(*chosen.log, *chosen.log)};
     const auto layOut = [&](const PageMetrics& metrics) {
-        return std::make_unique<Report>(subject, formOf(options), metrics);
+        return inReportLanguage(program.session,
+                                [&] { return std::make_unique<Report>(subject, formOf(options), metrics); });
     };
     return writePages(program, drawing, options.isLandscape, layOut, output, interrupt);
 }

@@ -4,6 +4,7 @@
 #include "desktop/frmPreview.h"
 #include "desktop/tabLog.h"
 #include "explorer/NodeKeys.h"
+#include "reports/ReportLanguage.h"
 
 namespace kestrane {
 
@@ -16,7 +17,7 @@ std::unique_ptr<PagedDocument> frmPrint::report(const PageMetrics& paper, Report
     const clsLog& log = *state.LogInView(session_);
     const ReportSubject subject = {*opened.file,           *opened.data,        log, isModified(*opened.log, log),
                                    state.View.ShowsLegend, state.View.ShowsNote};
-    return std::make_unique<Report>(subject, form, paper);
+    return inReportLanguage(session_, [&] { return std::make_unique<Report>(subject, form, paper); });
 }
 
 std::unique_ptr<PagedDocument> frmPrint::view(const PageMetrics& paper) const {

@@ -15,7 +15,9 @@
 #include "server/KestraneThread.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QStandardPaths>
+#include <QTranslator>
 
 #include <cmath>
 #include <cstdlib>
@@ -82,6 +84,15 @@ void waitForSplash(Session& session, CalendarTime start) {
         session.pump.wait(std::chrono::milliseconds(kLook));
 }
 
+// The dialogs of Qt speak the language of the program as far as its translations are installed.
+void translateToolkit(QApplication& application, const Language& language) {
+    const QString name =
+        "qtbase_" + QString::fromUtf8(language.Code.data(), static_cast<qsizetype>(language.Code.size()));
+    auto* const translator = new QTranslator(&application);
+    if (translator->load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(translator);
+}
+
 int run(int argc, char** argv) {
     SystemClock clock;
     const CalendarTime start = clock.now();
@@ -96,7 +107,9 @@ int run(int argc, char** argv) {
     Session* texts = nullptr;
     DesktopMessages messages([&texts](Button button) { return texts->LoadText(captionOf(button)); });
     BackgroundServer server(pump);
-    Session session(kCompany, systemLocale(), settings, messages, pump, clock);
+    const Language& language = programLanguage(settings);
+    translateToolkit(application, language);
+    Session session(kCompany, systemLocale(), settings, messages, pump, clock, {language, language});
     texts = &session;
     session.server = &server;
     session.state = &state;
@@ -142,7 +155,8 @@ int main(int argc, char** argv) {
         return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
     }
     if (!kestrane::hasDisplay()) {
-        std::cerr << kestrane::Texts(kestrane::LoadSoftwareByFirm(KESTRANE_COMPANY), 0, 0, 0)
+        const kestrane::Language& language = kestrane::LanguageOf(kestrane::systemLanguage());
+        std::cerr << kestrane::Texts(kestrane::LoadSoftwareByFirm(KESTRANE_COMPANY), 0, 0, 0, {language, language})
                          .LoadText(kestrane::Text::NeedsADisplay)
                   << '\n';
         return EXIT_FAILURE;

@@ -184,7 +184,9 @@ void mdiMain::run(Command command) {
         {Command::WindowCascade, [](mdiMain& frame, frmExplorer*) { frame.area_->cascadeSubWindows(); }},
         {Command::WindowArrangeIcons, [](mdiMain& frame, frmExplorer*) { arrangeIcons(*frame.area_); }},
         {Command::HelpHelp,
-         [](mdiMain& frame, frmExplorer*) { OpenHelpFile(frame.session_, desktop(), dataFolder() + "help.html"); }},
+         [](mdiMain& frame, frmExplorer*) {
+             OpenHelpFile(frame.session_, desktop(), helpPage(frame.session_, dataFolder(), "help"));
+         }},
         {Command::HelpTerms,
          [](mdiMain& frame, frmExplorer*) {
              OpenHelpFile(frame.session_, desktop(), dataFolder() + "AcousticTerms.html");

@@ -54,6 +54,9 @@ OptionsSystemPage::OptionsSystemPage(SettingsDialog& settings) :
     txtLogo_(lineEdit(Text::CompanyLogo, "txtLogo", settings.Edited.CompanyLogoFile)),
     txtDataDir_(lineEdit(Text::DataFolder, "txtDataDir", settings.Edited.DefaultDataDirectory)),
     cboSerial_(new QComboBox),
+    cboLanguage_(languageBox(Text::LanguageOfProgram, "cboLanguage", Text::LanguageAsSystem, settings.Edited.Language)),
+    cboReportLanguage_(languageBox(Text::LanguageOfReports, "cboReportLanguage", Text::LanguageAsProgram,
+                                   settings.Edited.ReportLanguage)),
     chkPreventSaving_(checkBox(settings.session(), Text::PreventSavingWithoutLogs, "chkPreventSaving",
                                settings.Edited.PreventEmptySaving)),
     chkCalc_(checkBox(settings.session(), Text::RecalcOnOpen, "chkCalc", settings.Edited.RecalcOnOpen)),
@@ -63,6 +66,7 @@ OptionsSystemPage::OptionsSystemPage(SettingsDialog& settings) :
     layout->addWidget(reports());
     layout->addWidget(dataFiles());
     layout->addWidget(instrument());
+    layout->addWidget(language());
     layout->addStretch(1);
     alignLabels(findChildren<QLabel*>());
 }
@@ -73,6 +77,8 @@ void OptionsSystemPage::store() {
     options.CompanyLogoFile = txtLogo_->text().trimmed().toStdString();
     options.DefaultDataDirectory = txtDataDir_->text().trimmed().toStdString();
     options.SerialPort = ports_[static_cast<std::size_t>(cboSerial_->currentIndex())].Port;
+    options.Language = cboLanguage_->currentData().toString().toStdString();
+    options.ReportLanguage = cboReportLanguage_->currentData().toString().toStdString();
     options.PreventEmptySaving = chkPreventSaving_->isChecked();
     options.RecalcOnOpen = chkCalc_->isChecked();
     options.PrintIntervals = chkPrintIntervals_->isChecked();
@@ -125,6 +131,27 @@ QGroupBox* OptionsSystemPage::instrument() {
 
     auto* const group = new QGroupBox(loadText(session, Text::Instrument));
     form(group)->addRow(labelOf(session, Text::SerialPort, *cboSerial_), row(cboSerial_));
+    return group;
+}
+
+QComboBox* OptionsSystemPage::languageBox(Text::Id labelId, const char* name, Text::Id other,
+                                          const std::string& chosen) {
+    auto* const box = new QComboBox;
+    nameControl(*box, name, loadPlainText(settings_.session(), labelId));
+    for (const LanguageChoice& choice : languageChoices(settings_.session(), other)) {
+        box->addItem(shown(choice.Text), QString::fromStdString(choice.Code));
+        if (choice.Code == chosen) box->setCurrentIndex(box->count() - 1);
+    }
+    return box;
+}
+
+QGroupBox* OptionsSystemPage::language() {
+    const Session& session = settings_.session();
+    auto* const group = new QGroupBox(loadText(session, Text::LanguageGroup));
+    QFormLayout* const fields = form(group);
+    fields->addRow(labelOf(session, Text::LanguageOfProgram, *cboLanguage_), row(cboLanguage_));
+    fields->addRow(labelOf(session, Text::LanguageOfReports, *cboReportLanguage_), row(cboReportLanguage_));
+    cboLanguage_->setToolTip(loadText(session, Text::LanguageAtNextStart));
     return group;
 }
 

@@ -23,6 +23,8 @@ private:
     QGroupBox* reports();
     QGroupBox* dataFiles();
     QGroupBox* instrument();
+    QGroupBox* language();
+    QComboBox* languageBox(Text::Id labelId, const char* name, Text::Id other, const std::string& chosen);
     void browseLogo();
     void browseFolder();
 
@@ -31,6 +33,8 @@ private:
     QLineEdit* txtLogo_;
     QLineEdit* txtDataDir_;
     QComboBox* cboSerial_;
+    QComboBox* cboLanguage_;
+    QComboBox* cboReportLanguage_;
     QCheckBox* chkPreventSaving_;
     QCheckBox* chkCalc_;
     QCheckBox* chkPrintIntervals_;

@@ -24,7 +24,7 @@ QString loadPlainText(const Session& session, Text::Id id) {
     QString text = shown(PlainCaption(session.LoadText(id)));
     while (text.endsWith(':') || text.endsWith('.'))
         text.chop(1);
-    return text;
+    return text.trimmed(); // French has a space in front of a colon
 }
 
 void nameControl(QWidget& control, const char* name, const QString& spoken) {

@@ -217,7 +217,7 @@ std::unique_ptr<clsLog> readLog(Transport& line, const clsInsData& data, const E
     constexpr std::size_t kBehindHeader = 41;
     auto log = newLog(data, modeBroadband);
     log->Number = entry.number;
-    log->Name = line.session().LoadText(Text::BroadbandMode) + " " + std::to_string(entry.number);
+    log->Name = line.session().LoadText(Text::FileWordBroadband) + " " + std::to_string(entry.number);
     line.BeginLog(labelOf(line, Text::DownloadingCumulative, entry.number), 0);
     const std::string cumulative = askLog(line, entry.number, LogPart::Cumulative);
     const std::int32_t rows = decodeHeader(*log, TextFields(cumulative));

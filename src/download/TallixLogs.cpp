@@ -21,7 +21,7 @@ LogCollection readList(Transport& line, const clsInsData& data) {
         const std::int32_t number = list.hex(1 + i * kEntry, kDigits);
         logs.push_back(newLog(data, modeBroadband));
         logs.back()->Number = number;
-        logs.back()->Name = line.session().LoadText(Text::BroadbandMode) + " " + std::to_string(number);
+        logs.back()->Name = line.session().LoadText(Text::FileWordBroadband) + " " + std::to_string(number);
     }
     return logs;
 }

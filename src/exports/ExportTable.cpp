@@ -165,7 +165,7 @@ void ExportTable::addSummary(const std::string& file, const std::string& key, co
     put(part, "overloaded", log.IsLoggingOverLoaded || isOverloaded ? 1.0 : 0.0);
     put(part, "InsName", textOrNone(log.InsName));
     put(part, "InsSerial", textOrNone(serial));
-    put(part, "ModeText", textOrNone(log.ModeText()));
+    put(part, "ModeText", textOrNone(log.ModeWord()));
     put(part, "FreqWeightA", textOrNone(log.FreqWeightA()));
     put(part, "TimeWeightA", textOrNone(log.TimeWeightA()));
     put(part, "FreqWeightB", textOrNone(log.FreqWeightB()));

@@ -142,8 +142,8 @@ private:
 
     // Some files contain the words that are shown to the user instead of the code.
     std::string locationCode(const std::string& text) const {
-        if (text == log_.session().LoadText(Text::NoiseAtWork)) return std::string(NoiseAtWorkLocation);
-        if (text == log_.session().LoadText(Text::Environmental)) return std::string(EnvironmentLocation);
+        if (text == log_.session().LoadText(Text::FileWordNoiseAtWork)) return std::string(NoiseAtWorkLocation);
+        if (text == log_.session().LoadText(Text::FileWordEnvironmental)) return std::string(EnvironmentLocation);
         return text;
     }
 

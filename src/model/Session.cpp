@@ -1,6 +1,8 @@
 #include "model/Session.h"
 
 #include <algorithm>
+#include <array>
+#include <sstream>
 #include <utility>
 
 namespace kestrane {
@@ -8,6 +10,21 @@ namespace kestrane {
 namespace {
 
 constexpr int kVersion[] = {KESTRANE_VERSION};
+
+// The words of a text, which are as many as there is room for.
+template <std::size_t Count>
+std::array<std::string, Count> wordsOf(const std::string& text) {
+    std::array<std::string, Count> words;
+    std::istringstream in(text);
+    for (std::string& word : words)
+        in >> word;
+    return words;
+}
+
+DateWords dateWordsOf(const Texts& texts) {
+    return {wordsOf<12>(texts.LoadText(Text::MonthNames)), wordsOf<7>(texts.LoadText(Text::WeekdayNames)),
+            texts.LoadText(Text::LongDate)};
+}
 
 } // namespace
 
@@ -42,10 +59,11 @@ LabelTexts::LabelTexts(const Texts& texts) :
     Overload(texts.LoadText(Text::OverloadColumn)) {}
 
 Session::Session(const std::string& companyName, Locale itsLocale, SettingsStore& itsSettings,
-                 MessageInterface& itsMessages, EventPump& itsPump, Clock& itsClock) :
+                 MessageInterface& itsMessages, EventPump& itsPump, Clock& itsClock, const Wording& wording) :
     brand(LoadSoftwareByFirm(companyName)),
-    texts(brand, kVersion[0], kVersion[1], kVersion[2]),
+    texts(brand, kVersion[0], kVersion[1], kVersion[2], wording),
     labels(texts),
+    dateWords(dateWordsOf(texts)),
     locale(std::move(itsLocale)),
     settings(itsSettings),
     state(&itsSettings),
@@ -58,6 +76,17 @@ Session::Session(const std::string& companyName, Locale itsLocale, SettingsStore
 }
 
 Session::~Session() = default;
+
+void Session::Show(const Language& language) {
+    texts.Show(language);
+    labels = LabelTexts(texts);
+    dateWords = dateWordsOf(texts);
+}
+
+SpeakingOfReports::SpeakingOfReports(Session& session) : session_(session), before_(session.texts.Shown()) {
+    const std::string& code = session.Options.ReportLanguage;
+    if (!code.empty()) session.Show(LanguageOf(code));
+}
 
 Button Session::ShowMessage(const std::string& prompt, MessageFlags flags, const std::string& title) {
     return messages.show(prompt, IsIdle() ? flags : flags | kSystemModal,

@@ -8,6 +8,7 @@
 #include "platform/Clock.h"
 #include "platform/Comm.h"
 #include "platform/EventPump.h"
+#include "platform/Format.h"
 #include "platform/Locale.h"
 #include "platform/Message.h"
 #include "platform/Settings.h"
@@ -74,12 +75,13 @@ struct ProtectorCollection; // protection/
 
 struct Session {
     Session(const std::string& companyName, Locale locale, SettingsStore& settings, MessageInterface& messages,
-            EventPump& pump, Clock& clock);
+            EventPump& pump, Clock& clock, const Wording& wording = {});
     ~Session();
 
     const Brand brand;
-    const Texts texts;
-    const LabelTexts labels;
+    Texts texts; // these three are in the language of the program or, while SpeakingOfReports lives, in another
+    LabelTexts labels;
+    DateWords dateWords;
     const Locale locale;
     SettingsStore& settings;
     SettingsStore* state; // what the program remembers by itself; the settings until another store is given
@@ -100,6 +102,9 @@ struct Session {
 
     std::string LoadText(Text::Id id) const { return texts.LoadText(id); }
 
+    // What is shown is in this language from now on; messages stay in theirs.
+    void Show(const Language& language);
+
     // Shows the one message box. An empty title stands for the application's; while background work runs the box is
     // system-modal.
     Button ShowMessage(const std::string& prompt, MessageFlags flags, const std::string& title = {});
@@ -111,6 +116,21 @@ struct Session {
 
 private:
     Frame windowless_;
+};
+
+// Shows everything in the language of reports as long as it lives.
+class SpeakingOfReports {
+public:
+    explicit SpeakingOfReports(Session& session);
+
+    ~SpeakingOfReports() { session_.Show(before_); }
+
+    SpeakingOfReports(const SpeakingOfReports&) = delete;
+    SpeakingOfReports& operator=(const SpeakingOfReports&) = delete;
+
+private:
+    Session& session_;
+    const Language before_;
 };
 
 // Calls visit(log) for every log of the open files.

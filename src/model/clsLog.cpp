@@ -74,6 +74,11 @@ std::string clsLog::ModeText() const {
     return session_.LoadText(kIds[Mode()]);
 }
 
+std::string clsLog::ModeWord() const {
+    constexpr Text::Id kIds[] = {Text::FileWordBroadband, Text::FileWordFullOctave, Text::FileWordThirdOctave};
+    return session_.LoadText(kIds[Mode()]);
+}
+
 std::string clsLog::LocationType() const {
     return has(Trait::LocationFollowsModel) ? std::string() : objLogShared->LocationType;
 }
@@ -220,6 +225,10 @@ void clsLog::takeReportedFigures() {
 bool clsLog::Warn() const {
     constexpr std::int64_t kRows[] = {1000, 500, 300};
     return LogIntervals.Count() > kRows[Mode()];
+}
+
+std::string LongDate(const Session& session, const clsDate& date) {
+    return date.Format().empty() ? std::string() : formatDate(date.getDate(), "long date", session.dateWords);
 }
 
 std::string DurationText(const Session& session, std::int64_t hours, std::int64_t mins, std::int64_t secs) {

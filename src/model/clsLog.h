@@ -126,8 +126,9 @@ public:
 
     LogMode Mode() const { return objLogShared->Mode(); }
 
-    void Mode(LogMode mode); // the figures by band are lost; raises kErrorApplication for an unknown mode
-    std::string ModeText() const;
+    void Mode(LogMode mode);      // the figures by band are lost; raises kErrorApplication for an unknown mode
+    std::string ModeText() const; // as shown
+    std::string ModeWord() const; // as it stands in files: in English
 
     bool IsOctaveLog() const { return Mode() != modeBroadband; }
 
@@ -189,6 +190,9 @@ private:
 
     Session& session_;
 };
+
+// A date with its weekday, in the words of the session; empty when it is not set.
+std::string LongDate(const Session& session, const clsDate& date);
 
 // A duration such as "1 hour 2 mins 3 secs", without the parts that are 0.
 std::string DurationText(const Session& session, std::int64_t hours, std::int64_t mins, std::int64_t secs);

@@ -24,6 +24,8 @@ void forEachKey(Self& options, Visit visit) {
     visit("HPDCalc", options.HPDCalc);
     visit("HPDCalcMethod", options.HPDCalcMethod);
     visit("HPDActionLevel", options.ActionLevel);
+    visit(kLanguageKey, options.Language);
+    visit("ReportLanguage", options.ReportLanguage);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kestrane {
@@ -22,6 +23,9 @@ enum PanelForm : std::int16_t { ePanelBothChannels, ePanelMainChannelA, ePanelAd
 constexpr std::int16_t eHPDModeEUHSE = 0;
 constexpr std::int16_t eHPDModeUSOSHA = 1;
 constexpr std::int16_t eHPDModeUSNIOSH = 2;
+
+// The key of the language of the program. It is read before there is a session.
+inline constexpr std::string_view kLanguageKey = "Language";
 
 class clsOptions {
 public:
@@ -40,6 +44,8 @@ public:
     std::int16_t HPDCalc = eHPDModeEUHSE;
     std::string HPDCalcMethod = "Auto"; // "Auto", "HML", "SNR" or "NRR"
     std::int16_t ActionLevel = 80;      // dB; a protected level is judged by it: 80 or 85
+    std::string Language;               // of the program, by its code ("de"); empty: that of the system
+    std::string ReportLanguage;         // of reports; empty: that of the program
     clsLogOptions objLogOptions;
 
     bool IsUSHPDMode() const { return HPDCalc == eHPDModeUSOSHA || HPDCalc == eHPDModeUSNIOSH; }

@@ -1,6 +1,7 @@
 #include "platform/Format.h"
 
 #include "platform/Numbers.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -10,12 +11,6 @@
 namespace kestrane {
 
 namespace {
-
-constexpr std::array<std::string_view, 12> kMonths = {"January",   "February", "March",    "April",
-                                                      "May",       "June",     "July",     "August",
-                                                      "September", "October",  "November", "December"};
-constexpr std::array<std::string_view, 7> kWeekdays = {"Monday", "Tuesday",  "Wednesday", "Thursday",
-                                                       "Friday", "Saturday", "Sunday"};
 
 std::size_t weekdayOf(const CivilDate& date) {
     const auto daysFromMonday = static_cast<std::int64_t>(fromCivil(date) - fromCivil({1, 1, 1}));
@@ -49,16 +44,21 @@ struct DateParts {
 };
 
 // The text that a run of one letter in a date pattern stands for.
-std::string datePart(const DateParts& parts, char letter, std::size_t length) {
-    const auto name = [&](std::string_view full) { return std::string(full.substr(0, length == 3 ? 3 : full.size())); };
+std::string datePart(const DateParts& parts, char letter, std::size_t length, const DateWords& words) {
+    const auto name = [&](std::string_view full) {
+        std::size_t end = length == 3 ? 0 : full.size();
+        for (int letters = 0; letters < 3 && end < full.size(); ++letters)
+            nextCodePoint(full, end);
+        return std::string(full.substr(0, end));
+    };
     const CivilDate& date = parts.date;
     switch (letter) {
     case 'd':
         if (length < 3) return numberText(date.Day, length);
-        return name(kWeekdays.at(weekdayOf(date)));
+        return name(words.Weekdays.at(weekdayOf(date)));
     case 'm':
         if (length < 3) return numberText(date.Month, length);
-        return name(kMonths.at(static_cast<std::size_t>(date.Month - 1)));
+        return name(words.Months.at(static_cast<std::size_t>(date.Month - 1)));
     case 'y':
         return numberText(length < 3 ? date.Year % 100 : date.Year, length < 3 ? 2 : 4);
     case 'h':
@@ -117,8 +117,8 @@ std::string formatNumber(double value, std::string_view pattern, const Locale& l
     return text;
 }
 
-std::string formatDate(CalendarTime time, std::string_view pattern) {
-    if (pattern == "long date") pattern = "dddd d mmmm yyyy";
+std::string formatDate(CalendarTime time, std::string_view pattern, const DateWords& words) {
+    if (pattern == "long date") pattern = words.LongDate;
     const DateParts parts = {toCivil(time), secondsOfDay(time)};
     std::string text;
     while (!pattern.empty()) {
@@ -127,7 +127,7 @@ std::string formatDate(CalendarTime time, std::string_view pattern) {
         if (letters.find(pattern.front()) == std::string_view::npos) {
             text += pattern.substr(0, length);
         } else {
-            text += datePart(parts, pattern.front(), length);
+            text += datePart(parts, pattern.front(), length, words);
         }
         pattern.remove_prefix(length);
     }

@@ -5,6 +5,7 @@
 #include "platform/Calendar.h"
 #include "platform/Locale.h"
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -17,9 +18,19 @@ namespace kestrane {
 // empty. A value that is not a finite number is shown as 0.
 std::string formatNumber(double value, std::string_view pattern, const Locale& locale);
 
+// The words of a date, in English unless others are given. The long date is a pattern.
+struct DateWords {
+    std::array<std::string, 12> Months = {"January", "February", "March",     "April",   "May",      "June",
+                                          "July",    "August",   "September", "October", "November", "December"};
+    std::array<std::string, 7> Weekdays = {"Monday", "Tuesday",  "Wednesday", "Thursday",
+                                           "Friday", "Saturday", "Sunday"};
+    std::string LongDate = "dddd d mmmm yyyy";
+};
+
+inline const DateWords kEnglishDates;
+
 // Date patterns are made of d dd ddd dddd, m mm mmm mmmm, yy yyyy, h hh, n nn (minutes) and s ss; or "long date", which
-// gives weekday, day, month and year ("Monday 3 June 2019"). All other characters stand for themselves. Names are
-// English.
-std::string formatDate(CalendarTime time, std::string_view pattern);
+// gives weekday, day, month and year ("Monday 3 June 2019"). All other characters stand for themselves.
+std::string formatDate(CalendarTime time, std::string_view pattern, const DateWords& words = kEnglishDates);
 
 } // namespace kestrane

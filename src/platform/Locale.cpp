@@ -3,6 +3,7 @@
 #include <langinfo.h>
 #include <locale.h>
 
+#include <cstdlib>
 #include <string_view>
 
 namespace kestrane {
@@ -31,6 +32,17 @@ std::string_view behindFirstField(std::string_view format) {
 }
 
 } // namespace
+
+std::string systemLanguage() {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const char* const value = std::getenv(name);
+        if (value == nullptr || *value == '\0') continue;
+        const std::string_view locale(value);
+        const std::string_view language = locale.substr(0, locale.find_first_of("_.@-"));
+        return language.size() == 2 ? std::string(language) : std::string();
+    }
+    return {};
+}
 
 Locale systemLocale() {
     Locale result;

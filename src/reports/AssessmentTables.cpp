@@ -81,8 +81,9 @@ private:
 
     std::string instrument(const MeasuredWith& with) const {
         std::string words = with.Name + (with.Serial.empty() ? std::string() : " [" + with.Serial + "]");
-        if (!with.Calibrated.empty()) words += ", " + heading(Text::CalibratedOn, with.Calibrated);
-        if (!with.FactoryDue.empty()) words += ", " + heading(Text::FactoryDueOn, with.FactoryDue);
+        for (const auto& [of, date] :
+             {std::pair(Text::CalibratedOn, &with.Calibrated), {Text::FactoryDueOn, &with.FactoryDue}})
+            if (const std::string day = LongDate(session_, *date); !day.empty()) words += ", " + heading(of, day);
         return words;
     }
 

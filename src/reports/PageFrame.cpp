@@ -24,7 +24,8 @@ constexpr std::size_t kMostHeadLines = 3;
 PageFrame::PageFrame(const Session& session, const PageHeading& heading, const PageMetrics& metrics) :
     logo_(session.Options.CompanyLogoFile),
     program_(session.LoadText(Text::ProgramAndVersion) + ", " +
-             ReplaceText(session.LoadText(Text::PrintedOn), "^", formatDate(session.clock.now(), "d mmmm yyyy hh:nn"))),
+             ReplaceText(session.LoadText(Text::PrintedOn), "^",
+                         formatDate(session.clock.now(), session.LoadText(Text::DateOfPrinting), session.dateWords))),
     file_(printableText(heading.FileName)),
     pageOfPages_(session.LoadText(Text::PageOfPages)),
     metrics_(metrics) {

@@ -17,13 +17,8 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::string_view kLongDate = "long date";
 constexpr std::string_view kNeverRecorded = "\u2013"; // so that it does not look like a fault
 constexpr float kUsualHours = 8;                      // hours; this exposure time need not be mentioned
-
-std::string longDate(const clsDate& date) {
-    return date.Format().empty() ? std::string() : date.Format(kLongDate);
-}
 
 // Without a date there is no time either: it would be midnight only because nobody set it.
 std::string timeOf(const clsLog& log, const clsTime& time) {
@@ -51,12 +46,14 @@ constexpr DetailRow kDetails[] = {
     {Text::LogName, [](const clsInsData&, const clsLog& log) { return log.Name; }},
     {Text::Instrument, [](const clsInsData&, const clsLog& log) { return log.InsName; }},
     {Text::SerialNumber, [](const clsInsData& data, const clsLog&) { return data.InsSerial; }},
-    {Text::FactoryCalibrationDue, [](const clsInsData&, const clsLog& log) { return longDate(log.FactoryCalibDate); }},
-    {Text::LastUserCalibration, [](const clsInsData&, const clsLog& log) { return longDate(log.CalibDate); }},
+    {Text::FactoryCalibrationDue,
+     [](const clsInsData&, const clsLog& log) { return LongDate(log.session(), log.FactoryCalibDate); }},
+    {Text::LastUserCalibration,
+     [](const clsInsData&, const clsLog& log) { return LongDate(log.session(), log.CalibDate); }},
     {},
     {Text::None, nullptr, true},
-    {Text::LogStartDate, [](const clsInsData&, const clsLog& log) { return longDate(log.StartDate); }},
-    {Text::LogEndDate, [](const clsInsData&, const clsLog& log) { return longDate(log.EndDate); }},
+    {Text::LogStartDate, [](const clsInsData&, const clsLog& log) { return LongDate(log.session(), log.StartDate); }},
+    {Text::LogEndDate, [](const clsInsData&, const clsLog& log) { return LongDate(log.session(), log.EndDate); }},
     {Text::LogStartTime, [](const clsInsData&, const clsLog& log) { return timeOf(log, log.StartTime); }},
     {Text::LogEndTime, [](const clsInsData&, const clsLog& log) { return timeOf(log, log.EndTime); }},
     {Text::LogLength, [](const clsInsData&, const clsLog& log) { return LogLengthText(log); }},
@@ -162,7 +159,7 @@ ReportTable cumulativeTable(const clsLog& log) {
     const Session& session = log.session();
     const clsLogOptions options = displayOptions(log);
     ReportTable table;
-    const std::string start = longDate(log.StartDate);
+    const std::string start = LongDate(log.session(), log.StartDate);
     table.Heading =
         datedHeading(session.LoadText(Text::CumulativeData), start, start.empty() ? start : log.StartTime.hh_mm());
     table.Remark = wholeFiguresLine(log);

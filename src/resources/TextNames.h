@@ -473,6 +473,24 @@ enum Id : int {
     ExcludedOf = 5105,
     MoreRanges = 5106,
     PrintedOn = 5107,
+    // Languages
+    LanguageGroup = 5150,
+    LanguageOfProgram = 5151,
+    LanguageOfReports = 5152,
+    LanguageAsSystem = 5153,
+    LanguageAsProgram = 5154,
+    LanguageAtNextStart = 5155,
+    // Dates in words
+    MonthNames = 5156,
+    WeekdayNames = 5157,
+    LongDate = 5158,
+    DateOfPrinting = 5159,
+    // Words that stand in data files
+    FileWordBroadband = 5160,
+    FileWordFullOctave = 5161,
+    FileWordThirdOctave = 5162,
+    FileWordNoiseAtWork = 5163,
+    FileWordEnvironmental = 5164,
     // Serial port
     PortNotOpened = 5501,
     NoValidPort = 5502,

@@ -480,6 +480,24 @@ constexpr TextEntry Entries[] = {
     {Text::ExcludedOf, "^ (*)"},
     {Text::MoreRanges, "and ^ more ranges"},
     {Text::PrintedOn, "printed ^"},
+    // Languages
+    {Text::LanguageGroup, "Language"},
+    {Text::LanguageOfProgram, "La&nguage of the program:"},
+    {Text::LanguageOfReports, "Language of &reports:"},
+    {Text::LanguageAsSystem, "As the system"},
+    {Text::LanguageAsProgram, "As the program"},
+    {Text::LanguageAtNextStart, "The program changes its language when it is started the next time."},
+    // Dates in words
+    {Text::MonthNames, "January February March April May June July August September October November December"},
+    {Text::WeekdayNames, "Monday Tuesday Wednesday Thursday Friday Saturday Sunday"},
+    {Text::LongDate, "dddd d mmmm yyyy"},
+    {Text::DateOfPrinting, "d mmmm yyyy hh:nn"},
+    // Words that stand in data files
+    {Text::FileWordBroadband, "Broadband"},
+    {Text::FileWordFullOctave, "Full Octave"},
+    {Text::FileWordThirdOctave, "Third Octave"},
+    {Text::FileWordNoiseAtWork, "Noise At Work"},
+    {Text::FileWordEnvironmental, "Environmental"},
     // Serial port
     {Text::PortNotOpened, "Serial port ^ could not be opened"},
     {Text::NoValidPort, "Could not find a valid serial port on this machine"},
@@ -944,8 +962,12 @@ std::span<const TextEntry> TextTable() {
 }
 
 std::optional<std::string_view> FindText(Text::Id id) {
-    const auto* entry = std::ranges::lower_bound(Entries, id, {}, &TextEntry::Id);
-    if (entry == std::end(Entries) || entry->Id != id) return std::nullopt;
+    return FindText(Entries, id);
+}
+
+std::optional<std::string_view> FindText(std::span<const TextEntry> table, Text::Id id) {
+    const auto entry = std::ranges::lower_bound(table, id, {}, &TextEntry::Id);
+    if (entry == table.end() || entry->Id != id) return std::nullopt;
     return entry->Text;
 }
 

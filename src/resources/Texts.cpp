@@ -62,13 +62,30 @@ std::string PlainCaption(std::string_view caption) {
     return plain;
 }
 
-Texts::Texts(Brand brand, int major, int minor, int revision) :
+Texts::Texts(Brand brand, int major, int minor, int revision, const Wording& wording) :
     brand_(std::move(brand)),
-    version_(std::to_string(major) + "." + std::to_string(minor) + "." + std::to_string(revision)) {}
+    version_(std::to_string(major) + "." + std::to_string(minor) + "." + std::to_string(revision)),
+    wording_(wording) {}
 
 std::string Texts::LoadText(Text::Id id) const {
+    switch (UseOf(id)) {
+    case TextUse::Data:
+        return LoadData(id);
+    case TextUse::Message:
+        return load(id, wording_.Messages.Words);
+    default:
+        return load(id, wording_.Shown.Words);
+    }
+}
+
+std::string Texts::LoadMessage(Text::Id id) const {
+    return load(id, wording_.Messages.Words);
+}
+
+std::string Texts::load(Text::Id id, std::span<const TextEntry> words) const {
     const Text::Id mapped = IdForBrand(id, brand_.FirmIndex);
-    const std::optional<std::string_view> raw = FindText(mapped);
+    std::optional<std::string_view> raw = FindText(words, mapped);
+    if (!raw) raw = FindText(mapped);
     if (!raw) return std::to_string(mapped);
 
     // The longer tokens contain the shorter ones, so the order of replacement matters.

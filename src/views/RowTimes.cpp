@@ -1,7 +1,7 @@
 #include "views/RowTimes.h"
 
+#include "model/Session.h"
 #include "platform/Calendar.h"
-#include "platform/Format.h"
 
 namespace kestrane {
 
@@ -16,7 +16,8 @@ bool isSet(CalendarTime date) {
 RowTimes::RowTimes(const clsLog& log) :
     dates_(log.LogIntervals.Columns().StartDate),
     times_(log.LogIntervals.Columns().StartTime),
-    isWholeMinutes_(log.Interval % 60 == 0) {}
+    isWholeMinutes_(log.Interval % 60 == 0),
+    words_(&log.session().dateWords) {}
 
 clsTime RowTimes::timeOf(std::size_t row) const {
     clsTime time;
@@ -38,7 +39,7 @@ std::string RowTimes::hourAndMinute(std::size_t row) const {
 
 std::string RowTimes::longDate(std::size_t row) const {
     const CalendarTime date = dates_.at(row);
-    return isSet(date) ? formatDate(date, "long date") : std::string();
+    return isSet(date) ? formatDate(date, "long date", *words_) : std::string();
 }
 
 std::string RowTimes::shortDate(std::size_t row) const {

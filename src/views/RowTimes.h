@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/clsLog.h"
+#include "platform/Format.h"
 
 #include <string>
 
@@ -27,6 +28,7 @@ private:
     Column<double> dates_;
     Column<std::int32_t> times_;
     bool isWholeMinutes_ = false;
+    const DateWords* words_ = &kEnglishDates; // of the session
 };
 
 } // namespace kestrane

@@ -164,18 +164,22 @@ TEST(MenuItems, StandInOrderAndNoKeyServesTwoCommands) {
     }
 }
 
-TEST(MenuTexts, GiveEveryItemALetterOfItsOwn) {
+TEST(MenuTexts, GiveEveryItemALetterOfItsOwnInEveryLanguage) {
     TestSession test;
     const auto isLetterThere = [](const std::string& text) { return text.find('&') != std::string::npos; };
-    for (int menu = 0; menu <= static_cast<int>(Menu::LogPopup); ++menu) {
-        std::set<int> letters;
-        for (const std::string& text : menuTexts(test.session, static_cast<Menu>(menu))) {
-            std::string marked = ReplaceText(text, "&&", "");
-            ASSERT_TRUE(isLetterThere(marked)) << text;
-            EXPECT_TRUE(letters.insert(std::tolower(marked.at(marked.find('&') + 1))).second) << menu << ": " << text;
-            EXPECT_FALSE(isLetterThere(marked.replace(marked.find('&'), 1, ""))) << text;
+    for (const Language& language : Languages()) {
+        test.session.Show(language);
+        for (int menu = 0; menu <= static_cast<int>(Menu::LogPopup); ++menu) {
+            std::set<int> letters;
+            for (const std::string& text : menuTexts(test.session, static_cast<Menu>(menu))) {
+                std::string marked = ReplaceText(text, "&&", "");
+                ASSERT_TRUE(isLetterThere(marked)) << text;
+                EXPECT_TRUE(letters.insert(std::tolower(marked.at(marked.find('&') + 1))).second) << menu << text;
+                EXPECT_FALSE(isLetterThere(marked.replace(marked.find('&'), 1, ""))) << text;
+            }
         }
     }
+    test.session.Show({});
     EXPECT_EQ(menuTexts(test.session, Menu::Print),
               (std::vector<std::string>{"Default &Report", "&Cumulative Report", "Cumulative && &Intervals Report",
                                         "Cri&teria Report", "Current &View"}));

@@ -36,6 +36,20 @@ class Calls(InAFolder):
         for words in (["--help"], ["show", "--help"], ["--version"]):
             self.assertEqual(run(*words)[0], 0)
 
+    def test_results_are_english_and_messages_the_users(self):
+        in_german = {**os.environ, "LC_ALL": "de_DE.UTF-8"}
+        for words in (["panel", DOSIMETER], ["show", DOSIMETER], ["chart", DOSIMETER, "--tab", "full-log"], ["table", DOSIMETER],
+                      ["text", "4557", "1184"]):
+            separators = ["--decimal-separator", ".", "--date-separator", "/"]
+            english = run(*separators, *words)
+            self.assertEqual(english[0], 0, words)
+            self.assertEqual(run(*separators, *words, env=in_german), english, words)
+        for locale, message in (("de_DE.UTF-8", "Ung\u00fcltiger Bereich."), ("fr_FR.UTF-8", "Plage non valable."),
+                                ("ja_JP.UTF-8", "Invalid range.")):
+            status, out, err = run("cut", DOSIMETER, "--include", "5-2", env={**os.environ, "LC_ALL": locale})
+            self.assertEqual((status, out), (1, ""))
+            self.assertTrue(err.startswith("Kestrane: " + message), err)
+
     def test_wrong_words_end_with_2_and_write_nothing(self):
         for words in ([], ["odd"], ["show"], ["show", DOSIMETER, "--odd"], ["save", DOSIMETER], ["text", "abc"], ["merge", DOSIMETER, "-o", "out.xml"], ["merge", DOSIMETER, LONG],
                       ["merge", DOSIMETER, LONG, DOSIMETER, "-o", "out.xml"],

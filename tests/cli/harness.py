@@ -49,8 +49,8 @@ def check_output(words, out):
 
 def run(*words, **how):
     """Exit status, output and messages of a call."""
-    result = subprocess.run([CLI, "--settings", "settings.ini", *words], capture_output=True, check=False,
-                            env={**os.environ, "LC_ALL": "C"}, **how)
+    how = {"env": {**os.environ, "LC_ALL": "C"}, **how}
+    result = subprocess.run([CLI, "--settings", "settings.ini", *words], capture_output=True, check=False, **how)
     out = result.stdout.decode()
     check_output(words, out)
     return result.returncode, out, result.stderr.decode(errors="backslashreplace")

@@ -21,10 +21,10 @@ QString words(const QAction& action) {
 
 } // namespace
 
-Desk::Desk(MemorySettings store, QSize size, MessageInterface* boxes) :
+Desk::Desk(MemorySettings store, QSize size, MessageInterface* boxes, const Wording& wording) :
     settings(std::move(store)),
     server(pump),
-    session("Ordwyn Acoustics", {}, settings, boxes != nullptr ? *boxes : messages, pump, clock) {
+    session("Ordwyn Acoustics", {}, settings, boxes != nullptr ? *boxes : messages, pump, clock, wording) {
     session.server = &server;
     frame = std::make_unique<mdiMain>(session);
     if (size.isValid()) frame->resize(size);

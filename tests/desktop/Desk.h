@@ -27,7 +27,8 @@ namespace kestrane {
 class Desk {
 public:
     // boxes: shows the messages in the place of the script.
-    explicit Desk(MemorySettings store = {}, QSize size = {1024, 700}, MessageInterface* boxes = nullptr);
+    explicit Desk(MemorySettings store = {}, QSize size = {1024, 700}, MessageInterface* boxes = nullptr,
+                  const Wording& wording = {});
 
     std::string copyOf(const std::string& sample); // its path
 

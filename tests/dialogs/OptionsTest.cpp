@@ -34,6 +34,8 @@ TEST(Options, WhatIsChangedAndConfirmedIsKept) {
         EXPECT_EQ(control<QComboBox>(dialog, "cboSerial").currentText(), "COM 7");
         control<QComboBox>(dialog, "cboSerial").setCurrentText("AUTO");
         click(dialog, "chkCalc");
+        control<QComboBox>(dialog, "cboLanguage").setCurrentText("Deutsch");
+        control<QComboBox>(dialog, "cboReportLanguage").setCurrentText("Fran\u00E7ais");
         click(dialog, "optTVFiles2");
         click(dialog, "optCumPanels3");
         click(dialog, "optChannel2");
@@ -65,6 +67,8 @@ TEST(Options, WhatIsChangedAndConfirmedIsKept) {
     EXPECT_EQ(options.objLogOptions.LineWidth, 60);
     EXPECT_EQ(options.objLogOptions.ExposureTime, 7.5F);
     EXPECT_EQ(test.settings.read("Preferences", "Company", ""), "Smith & Jones");
+    EXPECT_EQ(test.settings.read("Preferences", "Language", ""), "de");
+    EXPECT_EQ(options.ReportLanguage, "fr");
 }
 
 TEST(Options, CancelAndEscapeChangeNothing) {

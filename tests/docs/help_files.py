@@ -1,5 +1,5 @@
 """The help files as they are installed: every link and picture leads somewhere, tags are closed, and the manual holds
-the pages in whole: help_files.py SHARE_FOLDER MANUAL_TOOL."""
+the English pages in whole: help_files.py SHARE_FOLDER MANUAL_TOOL."""
 import html.parser
 import os
 import pathlib
@@ -40,7 +40,8 @@ class Page(html.parser.HTMLParser):
             self.headings[-1] += data
 
 
-pages = {name: Page(share / name) for name in ("help.html", "AcousticTerms.html")}
+PRINTED = ("help.html", "AcousticTerms.html")
+pages = {name: Page(share / name) for name in (*PRINTED, "help.de.html", "help.fr.html")}
 for page in pages.values():
     for target in page.targets:
         name, _, anchor = target.partition("#")
@@ -50,7 +51,7 @@ for page in pages.values():
             failures.append(f"{page.path.name}: no place {target}")
 
 # Whatever the company, a whole manual under the brand's name, the same bytes each time and everywhere.
-sources = [page.path for page in pages.values()]
+sources = [pages[name].path for name in PRINTED]
 for company, manual in (("Ordwyn Acoustics", "Kestrane.pdf"), ("Brennock", "Velmora.pdf")):
     bytes_of_runs = []
     for zone in ("UTC", "Pacific/Auckland"):
@@ -60,7 +61,7 @@ for company, manual in (("Ordwyn Acoustics", "Kestrane.pdf"), ("Brennock", "Velm
             bytes_of_runs.append(pathlib.Path(folder, manual).read_bytes())
     if bytes_of_runs[0] != bytes_of_runs[1]:
         failures.append(f"{manual}: differs from run to run")
-    for expected in ["Manual, version 1.2.3", *(heading for page in pages.values() for heading in page.headings)]:
+    for expected in ["Manual, version 1.2.3", *(heading for name in PRINTED for heading in pages[name].headings)]:
         if text.stdout.count(expected) < (1 if expected.startswith("Manual") else 2):  # in the contents and in its place
             failures.append(f"{manual}: '{expected}' is missing")
 

@@ -70,6 +70,14 @@ TEST(FormatDate, FollowsThePattern) {
     EXPECT_EQ(formatDate(fromCivil({2000, 2, 29}), "long date"), "Tuesday 29 February 2000");
     EXPECT_EQ(formatDate(fromCivil({1899, 1, 1}), "dddd yyyy"), "Sunday 1899");
     EXPECT_EQ(formatDate(0, "dd/mm/yyyy"), "30/12/1899");
+
+    DateWords german;
+    german.Months[2] = "M\u00E4rz";
+    german.Weekdays[4] = "Freitag";
+    german.LongDate = "dddd, d. mmmm yyyy";
+    const CalendarTime march = fromCivil({2024, 3, 1});
+    EXPECT_EQ(formatDate(march, "long date", german), "Freitag, 1. M\u00E4rz 2024");
+    EXPECT_EQ(formatDate(march, "d mmm", german), "1 M\u00E4r"); // letters, not bytes
 }
 
 } // namespace

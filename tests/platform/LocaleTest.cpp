@@ -50,5 +50,24 @@ TEST(SystemLocale, TakesTheSeparatorsOfTheEnvironment) {
     }
 }
 
+TEST(SystemLanguage, IsTakenFromTheFirstVariableThatIsSet) {
+    struct Case {
+        const char *all, *messages, *lang, *language;
+    };
+
+    const Case cases[] = {{"", "", "", ""},
+                          {"", "", "de_AT.UTF-8", "de"},
+                          {"", "fr", "de_DE.UTF-8", "fr"},
+                          {"C.UTF-8", "fr_FR.UTF-8", "de_DE.UTF-8", ""},
+                          {"POSIX", "", "fr_FR", ""},
+                          {"fr_CH@euro", "", "", "fr"}};
+    for (const Case& c : cases) {
+        setenv("LC_ALL", c.all, 1);
+        setenv("LC_MESSAGES", c.messages, 1);
+        setenv("LANG", c.lang, 1);
+        EXPECT_EQ(systemLanguage(), c.language) << c.all << c.messages << c.lang;
+    }
+}
+
 } // namespace
 } // namespace kestrane

@@ -3,6 +3,7 @@
 #include "calc/Recalculation.h"
 #include "platform/Sha256.h"
 #include "reports/RecordingPage.h"
+#include "reports/ReportLanguage.h"
 
 #include <gtest/gtest.h>
 
@@ -50,6 +51,28 @@ struct Yard : ShownLog {
 };
 
 using Lines = std::vector<std::string>;
+
+TEST(Report, SpeaksTheLanguageOfReportsWhateverTheProgramSpeaks) {
+    Yard yard;
+    yard.session.Show(LanguageOf("fr"));
+    yard.session.Options.ReportLanguage = "de";
+    const auto report = inReportLanguage(yard.session, [&] {
+        return std::make_unique<Report>(ReportSubject{yard.file, yard.data, yard.log},
+                                        ReportForm::CumulativeAndIntervals, Yard::kUpright);
+    });
+    EXPECT_EQ(yard.session.LoadText(Text::CriterionLevel), "Niveau crit\u00E8re");
+    const RecordingPage page = recorded(*report, Yard::kUpright);
+    Lines lines;
+    for (std::size_t number = 0; number < page.pages; ++number)
+        for (const std::string& line : page.lines(number))
+            lines.push_back(line);
+    for (const char* line :
+         {"Kriteriumspegel: |85 dB", "Beginn, Datum: |Montag, 3. Juni 2024", "Dauer der Messung: |15 Min.",
+          "Gesamtwerte: Montag, 3. Juni 2024, 09:00", "Intervall: Montag, 3. Juni 2024, 09:00"})
+        EXPECT_NE(std::ranges::find(lines, line), lines.end()) << line;
+    EXPECT_EQ(yard.session.LoadText(Text::CriterionLevel), "Niveau crit\u00E8re");
+    EXPECT_EQ(yard.session.labels.Yes, "Oui");
+}
 
 TEST(Report, SaysWhatTheLogHolds) {
     Yard yard;

@@ -1,6 +1,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 #include "resources/TextTable.h"
 #include "resources/Texts.h"
@@ -8,8 +9,8 @@
 namespace kestrane {
 namespace {
 
-Texts TextsOf(const char* company) {
-    return Texts(LoadSoftwareByFirm(company), 3, 0, 12);
+Texts TextsOf(const char* company, const Wording& wording = {}) {
+    return Texts(LoadSoftwareByFirm(company), 3, 0, 12, wording);
 }
 
 TEST(LoadText, ExpandsTokensForEachFirm) {
@@ -44,6 +45,38 @@ TEST(LoadText, MapsIdsByFirmAndShowsMissingOnesAsNumbers) {
     EXPECT_EQ(ordwyn.LoadText(Text::Id{9999}), "9999");
     EXPECT_EQ(ordwyn.LoadText(Text::Id{0}), "0");
     EXPECT_EQ(ordwyn.LoadText(Text::Id{-1}), "-1");
+}
+
+TEST(LoadText, SpeaksTheLanguageOfTheUse) {
+    Texts texts = TextsOf("Ordwyn", {LanguageOf("de"), LanguageOf("fr")});
+    EXPECT_EQ(texts.LoadText(Text::AboutTitle), "\u00DCber Kestrane");
+    EXPECT_EQ(texts.LoadText(Text::UnableToOpen), "Impossible d\u2019ouvrir ^");
+    EXPECT_EQ(texts.LoadText(Text::NoSuchProtector), "Es gibt keinen Geh\u00F6rschutz \u201E^\u201C.");
+    EXPECT_EQ(texts.LoadMessage(Text::NoSuchProtector),
+              "Il n\u2019y a pas de protecteur auditif \u00AB\u00A0^\u00A0\u00BB.");
+    texts.Show(LanguageOf("xx"));
+    EXPECT_EQ(texts.LoadText(Text::AboutTitle), "About Kestrane");
+
+    constexpr TextEntry kOne[] = {{Text::AboutTitle, "[$]"}};
+    const Texts partly = TextsOf("Ordwyn", {{"zz", "", kOne}, {}});
+    EXPECT_EQ(partly.LoadText(Text::AboutTitle), "[Kestrane]");
+    EXPECT_EQ(partly.LoadText(Text::Yes), "Yes");
+}
+
+// What stands in files and addresses must not depend on the user's language.
+TEST(LoadText, NeverTranslatesData) {
+    std::vector<TextEntry> other;
+    for (const auto& [id, text] : TextTable())
+        other.push_back({id, "?"});
+    const Language unknown{"zz", "", other};
+    const Texts texts = TextsOf("Ordwyn", {unknown, unknown});
+    const Texts english = TextsOf("Ordwyn");
+    for (const Text::Id id :
+         {Text::FileWordBroadband, Text::FileWordFullOctave, Text::FileWordThirdOctave, Text::FileWordNoiseAtWork,
+          Text::FileWordEnvironmental, Text::OctaveWord, Text::ContactHomePage, Text::ContactProtectorDatabase,
+          Text::ContactSupport, Text::ContactDocumentReader, Text::SecondShop})
+        EXPECT_EQ(texts.LoadText(id), english.LoadText(id)) << id;
+    EXPECT_EQ(texts.LoadText(Text::BroadbandMode), "?");
 }
 
 TEST(LocaliseCaption, ReplacesPlaceholdersOnly) {

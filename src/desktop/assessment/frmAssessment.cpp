@@ -7,6 +7,7 @@
 #include "dialogs/Words.h"
 #include "protection/ProtectorDatabase.h"
 #include "reports/AssessmentReport.h"
+#include "reports/ReportLanguage.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -244,8 +245,11 @@ void frmAssessment::Exchange(Direction direction) {
 }
 
 std::unique_ptr<PagedDocument> frmAssessment::Report(const PageMetrics& paper) const {
-    const AssessmentSubject subject{session_, document_.Now(), document_.Path(), measured_, results_};
-    return std::make_unique<AssessmentReport>(subject, paper);
+    return inReportLanguage(session_, [&] {
+        const auto results = assess(session_, document_.Now(), document_.Path(), measured_); // the results hold words
+        const AssessmentSubject subject{session_, document_.Now(), document_.Path(), measured_, results};
+        return std::make_unique<AssessmentReport>(subject, paper);
+    });
 }
 
 void frmAssessment::Save(bool bSaveAs) {

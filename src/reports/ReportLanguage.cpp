@@ -1,0 +1,36 @@
+#include "reports/ReportLanguage.h"
+
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+class TranslatedDocument : public PagedDocument {
+public:
+    TranslatedDocument(Session& session, std::unique_ptr<PagedDocument> document) :
+        session_(session), document_(std::move(document)) {}
+
+    const std::string& Title() const override { return document_->Title(); }
+
+    std::size_t pageCount() const override { return document_->pageCount(); }
+
+    void drawPage(PageDevice& device, std::size_t page) override {
+        const SpeakingOfReports speaking(session_);
+        document_->drawPage(device, page);
+    }
+
+private:
+    Session& session_;
+    const std::unique_ptr<PagedDocument> document_;
+};
+
+} // namespace
+
+std::unique_ptr<PagedDocument> inReportLanguage(Session& session,
+                                                const std::function<std::unique_ptr<PagedDocument>()>& layOut) {
+    const SpeakingOfReports speaking(session);
+    return std::make_unique<TranslatedDocument>(session, layOut());
+}
+
+} // namespace kestrane

@@ -1,0 +1,192 @@
+// The window in a language that nobody speaks: every text of the table has other vowels and is longer by two fifths.
+// What still reads like English did not come from the table, and what is cut would be cut in some language.
+#include "desktop/Desk.h"
+#include "dialogs/ModalDialog.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QRegularExpression>
+#include <QTabWidget>
+#include <QTableView>
+
+#include <deque>
+#include <set>
+
+namespace kestrane {
+namespace {
+
+// Patterns, which only look like words, and the filters of file dialogs.
+bool isNoWord(const TextEntry& entry) {
+    return entry.Id == Text::LongDate || entry.Id == Text::DateOfPrinting ||
+           entry.Text.find('|') != std::string_view::npos;
+}
+
+std::string stretched(std::string_view text) {
+    static const std::map<char, std::string_view> kVowels = {
+        {'a', "\u00E1"}, {'e', "\u00E9"}, {'i', "\u00ED"}, {'o', "\u00F3"}, {'u', "\u00FA"}, {'y', "\u00FD"},
+        {'A', "\u00C1"}, {'E', "\u00C9"}, {'I', "\u00CD"}, {'O', "\u00D3"}, {'U', "\u00DA"}, {'Y', "\u00DD"}};
+    std::string result;
+    std::size_t letters = 0;
+    std::size_t behindLetters = 0;
+    for (const char c : text) {
+        const auto vowel = kVowels.find(c);
+        vowel == kVowels.end() ? result += c : result += vowel->second;
+        if (std::isalpha(static_cast<unsigned char>(c)) == 0) continue;
+        ++letters;
+        behindLetters = result.size();
+    }
+    return letters < 4 ? result : result.insert(behindLetters, letters * 2 / 5, 'l');
+}
+
+// The texts last as long as the program.
+Language foreignLanguage() {
+    static std::deque<std::string> texts;
+    static std::vector<TextEntry> words;
+    for (const TextEntry& entry : TextTable())
+        if (words.size() < TextTable().size() && !isNoWord(entry))
+            words.push_back({entry.Id, texts.emplace_back(stretched(entry.Text))});
+    return {"zz", "", words};
+}
+
+// Words that are not the program's: of the samples, of the instruments, names of standards and methods.
+const std::set<QString> kNotWords = {"Kestrane", "Ordwyn", "Broadband", "Planer",
+                                     "Corvane",  "Brevik", "Octave",    "Third"};
+
+QStringList englishIn(const QString& text) {
+    static const QRegularExpression kWord("(?<![\\p{L}/.])[A-Za-z]*[AEIOUYaeiouy][A-Za-z]*(?![\\p{L}/.])");
+    QStringList words;
+    for (auto match = kWord.globalMatch(text); match.hasNext();) {
+        const QString word = match.next().captured();
+        if (word.size() > 2 && !kNotWords.contains(word)) words.push_back(word);
+    }
+    return words;
+}
+
+QStringList textsOf(const QWidget& widget) {
+    QStringList texts = {widget.windowTitle(), widget.accessibleName(), widget.toolTip()};
+    if (const auto* label = qobject_cast<const QLabel*>(&widget)) texts.push_back(label->text());
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) texts.push_back(button->text());
+    if (const auto* group = qobject_cast<const QGroupBox*>(&widget)) texts.push_back(group->title());
+    if (const auto* tabs = qobject_cast<const QTabBar*>(&widget))
+        for (int tab = 0; tab < tabs->count(); ++tab)
+            texts.push_back(tabs->tabText(tab));
+    if (const auto* list = qobject_cast<const QComboBox*>(&widget)) texts.push_back(list->currentText());
+    if (const auto* table = qobject_cast<const QTableView*>(&widget))
+        for (int column = 0; table->model() != nullptr && column < table->model()->columnCount(); ++column)
+            texts.push_back(table->model()->headerData(column, Qt::Horizontal).toString());
+    for (const QAction* action : widget.actions())
+        texts << action->text() << action->toolTip();
+    return texts;
+}
+
+bool isCut(const QWidget& widget) {
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    const auto* button = qobject_cast<const QAbstractButton*>(&widget);
+    const bool hasText = (label != nullptr && !label->text().isEmpty() && !label->wordWrap()) ||
+                         (button != nullptr && !button->text().isEmpty());
+    return hasText && widget.width() < widget.minimumSizeHint().width();
+}
+
+void checkTexts(const QWidget& window, const std::string& where) {
+    for (const QWidget* widget : window.findChildren<QWidget*>() << const_cast<QWidget*>(&window)) {
+        if (!widget->isVisible() || widget->inherits("QCalendarView")) continue;
+        const std::string name = where + ": " + widget->objectName().toStdString();
+        for (const QString& text : textsOf(*widget))
+            EXPECT_EQ(englishIn(text), QStringList()) << name << ": " << text.toStdString();
+        EXPECT_FALSE(isCut(*widget)) << name << ": " << textsOf(*widget).join(' ').toStdString();
+    }
+    const QSize screen(1024, 768);
+    EXPECT_TRUE(window.width() <= screen.width() && window.height() <= screen.height()) << where << " is too large";
+}
+
+QAction& commandOf(Desk& desk, Text::Id text) {
+    const QString words = QString::fromStdString(PlainCaption(desk.session.LoadText(text)));
+    QList<QAction*> actions = desk.frame->actions();
+    for (const QAction* menu : desk.frame->menuBar()->actions())
+        if (menu->menu() != nullptr) actions += menu->menu()->actions();
+    for (QAction* action : actions)
+        if (action->text().remove('&') == words) return *action;
+    throw std::runtime_error(words.toStdString());
+}
+
+TEST(ForeignLanguage, EveryTabSpeaksIt) {
+    const Language foreign = foreignLanguage();
+    Desk desk({}, {1024, 740}, nullptr, {foreign, foreign});
+    checkTexts(*desk.frame, "start page");
+    for (const auto& [sample, log] :
+         {std::pair("shift-dosimeter.xml", "Broadband 1"), std::pair("machine-survey-octave.xml", "Planer"),
+          std::pair("third-octave-2000.xml", "Third Octave 1")}) {
+        desk.open(sample);
+        desk.clickNode(log);
+        for (int tab = 0; tab < desk.tabs().count(); ++tab) {
+            QTest::mouseClick(&desk.tabs(), Qt::LeftButton, {}, desk.tabs().tabRect(tab).center());
+            desk.settle();
+            checkTexts(*desk.frame, std::string(sample) + ", " + desk.tabInFront().toStdString());
+        }
+    }
+    for (const QAction* menu : desk.frame->menuBar()->actions())
+        for (const QAction* action : menu->menu()->actions())
+            EXPECT_EQ(englishIn(action->text() + " " + action->toolTip()), QStringList());
+}
+
+// Opens each dialog of the log and of the program, and visits every page of it.
+void forEachDialog(Desk& desk, const std::function<void(const QDialog&, const std::string& name)>& visit) {
+    desk.open("machine-survey-octave.xml");
+    desk.clickNode("Planer");
+    for (const Text::Id text : {Text::CommandSettings, Text::CommandExposureTime, Text::CommandAddRemoveIntervals,
+                                Text::CommandPrintPreview, Text::CommandAbout, Text::EditNote,
+                                Text::CommandConvertWeighting, Text::CommandDisplayOptions, Text::ShowChartTable}) {
+        const std::string name = desk.session.LoadText(text);
+        bool isShown = false;
+        onDialog([&](QDialog& dialog) {
+            isShown = true;
+            auto* const pages = dialog.findChild<QTabWidget*>();
+            for (int page = 0; page < (pages == nullptr ? 1 : pages->count()); ++page) {
+                if (pages != nullptr) pages->setCurrentIndex(page);
+                visit(dialog, name);
+            }
+        });
+        commandOf(desk, text).trigger();
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(isShown) << name;
+    }
+}
+
+TEST(ForeignLanguage, EveryDialogSpeaksIt) {
+    const Language foreign = foreignLanguage();
+    Desk desk({}, {1024, 740}, nullptr, {foreign, foreign});
+    forEachDialog(desk, [](const QDialog& dialog, const std::string& name) { checkTexts(dialog, name); });
+}
+
+QString lettersOf(const QWidget& window) {
+    static const QRegularExpression kMark("&([^&])");
+    QString letters;
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        if (!widget->isVisible() || (label != nullptr && label->buddy() == nullptr)) continue;
+        QStringList captions = textsOf(*widget).mid(3); // without the texts that have no marks
+        for (QString& caption : captions)
+            if (const auto mark = kMark.match(caption.remove("&&")); mark.hasMatch())
+                letters += mark.captured(1).toLower();
+    }
+    return letters;
+}
+
+TEST(EveryLanguage, GivesTheControlsOfADialogLettersOfTheirOwn) {
+    for (const Language& language : Languages()) {
+        Desk desk({}, {1024, 740}, nullptr, {language, language});
+        forEachDialog(desk, [&](const QDialog& dialog, const std::string& name) {
+            const QString letters = lettersOf(dialog);
+            const std::set<QChar> different(letters.begin(), letters.end());
+            EXPECT_EQ(different.size(), static_cast<std::size_t>(letters.size()))
+                << language.Name << ", " << name << ": " << letters.toStdString();
+        });
+    }
+}
+
+} // namespace
+} // namespace kestrane
