@@ -177,7 +177,7 @@ void frmRank::print() {
     frmPreview(session_,
                {{Text::RankTitle, [&](const PageMetrics& paper) { return rankPages(view(paper), ranks_); }},
                 {Text::RankChartTitle,
-                 [&](const PageMetrics& paper) { return chartPages(view(paper), chart_->onPage(), {}); }}},
+                 [&](const PageMetrics& paper) { return chartPages(view(paper), chart_->onPage(), ranks_.Note); }}},
                printers, this)
         .exec();
 }
