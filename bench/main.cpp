@@ -1,6 +1,7 @@
 // kestrane-bench: the program's marks for speed and memory, each beside its yardstick in the same run. Prints one line
 // a mark; the exit status is 1 when one is missed.
 //     kestrane-bench [rows]      third-octave rows of the data file, 100000 unless told
+#include "AssessmentWork.h"
 #include "ChartRedraw.h"
 #include "Measure.h"
 #include "OldFiles.h"
@@ -241,6 +242,19 @@ void measureReport(Table& table, const std::string& name) {
                "MB", true, 1);
 }
 
+void measureAssessments(Table& table, const std::string& name) {
+    constexpr std::size_t kLogs = 100, kRows = 28'800;
+    constexpr int kRuns = 2; // they are long
+    constexpr double kFrame = 16;
+    const std::vector<std::string> files = linkedFiles(name, kRows, kLogs);
+    const Compared opened = compare(
+        kRuns, [&] { return assessSeconds(files); }, [&] { return readSeconds(files); });
+    table.line("assessment over 100 logs of 28800 rows / reading them", opened.work.figure, opened.yardstick.figure,
+               "s", true, 1.1);
+    const Measured entry = measure([] { return entrySeconds(20, 20); });
+    table.line("an entry among 20 groups of 20 tasks: ms", entry.figure * kMilli, kFrame, "ms", true, 1);
+}
+
 // Copies a log into another document, and moves it there and back. What the rows share, nothing copies.
 double editSeconds(std::size_t rows) {
     BenchSession bench;
@@ -333,6 +347,7 @@ int run(std::size_t rows) {
     measureOldFiles(table);
     measureViews(table);
     measureReport(table, folder.file("report.pdf"));
+    measureAssessments(table, folder.file("assessed.xml"));
     return table.missed() == 0 ? 0 : 1;
 }
 

@@ -222,6 +222,12 @@ void rememberRecentFile(Session& session, const std::string& name) {
     if (session.RecentFiles.size() > kRecentFiles) session.RecentFiles.resize(kRecentFiles);
 }
 
+std::string fileNameOf(std::string title) {
+    std::ranges::replace_if(
+        title, [](char c) { return c == '/' || c == '\\'; }, '-');
+    return title;
+}
+
 std::string saveErrorText(const Session& session, const RuntimeError& error, const std::string& name) {
     return std::to_string(error.Number) + ": " + error.what() + "\r\n\r\n" +
            ReplaceText(session.LoadText(Text::ErrorSaving), "^", name);

@@ -50,6 +50,9 @@ using AskSaveName = std::function<std::optional<std::string>(const std::string& 
 // not saved.
 bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName);
 
+// A title or name as the last part of a file's name.
+std::string fileNameOf(std::string title);
+
 // The message about a file that could not be written.
 std::string saveErrorText(const Session& session, const RuntimeError& error, const std::string& name);
 

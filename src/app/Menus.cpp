@@ -23,9 +23,12 @@ constexpr MenuItem kItems[] = {
     {Menu::File, 5, Command::FileCloseAll, Text::CommandCloseAll, Text::TipCloseAll, "", "Ctrl+Shift+W"},
     {Menu::File, 7, Command::FileSave, Text::CommandSave, Text::TipSave, "save", "Ctrl+S", 3},
     {Menu::File, 8, Command::FileSaveAs, Text::CommandSaveAs, Text::TipSaveAs, "", "Ctrl+Shift+S"},
-    {Menu::File, 10, Command::FilePrint, Text::CommandPrint, Text::TipPrint, "print", "", 4, Menu::Print},
-    {Menu::File, 11, Command::FilePrintPreview, Text::CommandPrintPreview, Text::TipPrintPreview},
-    {Menu::File, 18, Command::FileExit, Text::CommandExit, Text::TipExit, "exit", "Ctrl+Q"},
+    {Menu::File, 10, Command::FileExport, Text::CommandExport, Text::TipExport, "", "Ctrl+Shift+E"},
+    {Menu::File, 11, Command::FileExportPicture, Text::CommandExportPicture, Text::TipExportPicture, "",
+     "Ctrl+Shift+P"},
+    {Menu::File, 13, Command::FilePrint, Text::CommandPrint, Text::TipPrint, "print", "", 4, Menu::Print},
+    {Menu::File, 14, Command::FilePrintPreview, Text::CommandPrintPreview, Text::TipPrintPreview},
+    {Menu::File, 21, Command::FileExit, Text::CommandExit, Text::TipExit, "exit", "Ctrl+Q"},
 
     {Menu::Print, 0, Command::PrintDefault, Text::CommandDefaultReport, Text::None, "", "Ctrl+P"},
     {Menu::Print, 2, Command::PrintCumulative, Text::CommandCumulativeReport},
@@ -83,7 +86,8 @@ constexpr MenuItem kItems[] = {
     {Menu::LogPopup, 3, Command::EditCopy, Text::CommandCopy, Text::TipCopy, "copy", "Ctrl+C; Ctrl+Ins"},
     {Menu::LogPopup, 4, Command::EditCopyValues, Text::CommandCopyValues, Text::TipCopyValues, "", "Ctrl+Shift+C"},
     {Menu::LogPopup, 5, Command::LogShowTable, Text::ShowChartTable, Text::None, "", "Ctrl+Shift+T"},
-    {Menu::LogPopup, 6, Command::LogSavePicture, Text::SavePictureAs, Text::None, "", "Ctrl+Shift+P"},
+    {Menu::LogPopup, 6, Command::FileExportPicture, Text::CommandExportPicture, Text::TipExportPicture, "",
+     "Ctrl+Shift+P"},
     {Menu::LogPopup, 7, Command::LogDelete, Text::CommandDelete},
     {Menu::LogPopup, 8, Command::FilePrint, Text::CommandPrint, Text::TipPrint, "print", "", 0, Menu::Print},
     {Menu::LogPopup, 10, Command::LogNote, Text::CommandNote},
@@ -113,6 +117,12 @@ bool isLogSelected(const MenuState& state) {
 bool isViewCopyable(const MenuState& state, bool valuesOnly) {
     return state.HasExplorer && state.Displayed != nullptr && !state.IsTreeActive &&
            IsCopyable(state.Tab, valuesOnly, state.HasContent);
+}
+
+bool hasLog(const Session& session) {
+    bool isThere = false;
+    forEachLog(session, [&](const clsLog&) { isThere = true; });
+    return isThere;
 }
 
 struct Rule {
@@ -259,7 +269,11 @@ constexpr Rule kRules[] = {
          return state.HasExplorer && state.Displayed != nullptr && state.HasContent &&
                 tabRow(state.Tab).Chart != nullptr;
      }},
-    {Command::LogSavePicture,
+    {Command::FileExport,
+     [](const Session& session, const MenuState& state) {
+         return state.HasExplorer && session.IsIdle() && hasLog(session);
+     }},
+    {Command::FileExportPicture,
      [](const Session&, const MenuState& state) {
          return state.Displayed != nullptr && tabRow(state.Tab).SavesPicture;
      }},

@@ -72,12 +72,13 @@ enum class Command {
     LogLegend,
     LogEditNote,
     LogShowTable,
-    LogSavePicture,
+    FileExportPicture,
     LogDelete,
     LogDisplayOptions,
     FileNewAssessment,
     LogAddToAssessment,
-    PrintCriteria
+    PrintCriteria,
+    FileExport
 };
 
 // The place of a command in a menu. The items of a menu are in the order of their index, and a gap in the indexes is a
@@ -101,7 +102,7 @@ std::span<const MenuItem> menuItems();
 // possible.
 std::vector<std::string> menuTexts(const Session& session, Menu menu);
 
-constexpr int kRecentFilesIndex = 13; // the index of the recent files in the File menu
+constexpr int kRecentFilesIndex = 16; // the index of the recent files in the File menu
 
 // What the rules need to know about the explorer window in front.
 struct MenuState {

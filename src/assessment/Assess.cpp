@@ -69,7 +69,7 @@ public:
     }
 
 private:
-    // ---- by tasks
+    // The strategy by tasks.
 
     void byTasks() {
         if (group_.Tasks.empty()) warnings_.bad({}, Text::WarnNoTasks);
@@ -156,7 +156,7 @@ private:
                           warnings_.number(*group_.EffectiveDay));
     }
 
-    // ---- by samples of a job or of whole days
+    // The strategies by samples of a job or of whole days.
 
     void bySamples() {
         const SampleLevels samples = samples_.gather(group_.Samples, {}, warnings_, out_.Sources);
@@ -206,7 +206,7 @@ private:
         return std::nullopt;
     }
 
-    // ---- peaks, the week, the protector
+    // What all strategies have: peaks, the week, the protector.
 
     static void takeHigher(Figure& highest, const Figure& figure) {
         if (figure && (!highest || *figure > *highest)) highest = figure;

@@ -71,9 +71,8 @@ struct GroupResult {
     std::vector<SourceResult> Sources;
 };
 
-// path is that of the assessment, to which the paths of data files are relative. Figures of files that have not been
-// read are missing. Raises
-// nothing for data that is missing or makes no sense.
+// Computes every group. path is that of the assessment, to which the paths of data files are relative. Figures of files
+// that have not been read are missing. Raises nothing for data that is missing or makes no sense.
 std::vector<GroupResult> assess(const Session& session, const Assessment& assessment, const std::string& path,
                                 const Measurements& measured);
 

@@ -6,7 +6,7 @@ namespace kestrane {
 
 AssessmentDocument::AssessmentDocument(Assessment first, std::string path) : path_(std::move(path)) {
     saved_ = assessmentText(first);
-    states_.push_back({Text::None, std::move(first)});
+    states_.push_back({Text::None, std::move(first), saved_});
 }
 
 AssessmentDocument AssessmentDocument::ofFile(const std::string& path) {
@@ -14,21 +14,24 @@ AssessmentDocument AssessmentDocument::ofFile(const std::string& path) {
 }
 
 bool AssessmentDocument::IsChanged() const {
-    return assessmentText(Now()) != saved_;
+    return states_[at_].text != saved_;
 }
 
 void AssessmentDocument::Change(Text::Id title, Assessment next) {
-    if (assessmentText(next) == assessmentText(Now())) return;
+    std::string text = assessmentText(next);
+    if (text == states_[at_].text) return;
     states_.erase(states_.begin() + static_cast<std::ptrdiff_t>(at_) + 1, states_.end());
-    states_.push_back({title, std::move(next)});
+    states_.push_back({title, std::move(next), std::move(text)});
     if (states_.size() > kStates) states_.pop_front();
     at_ = states_.size() - 1;
 }
 
 void AssessmentDocument::Amend(Assessment present) {
     const bool wasChanged = IsChanged();
-    states_[at_].assessment = std::move(present);
-    if (!wasChanged) saved_ = assessmentText(Now());
+    State& now = states_[at_];
+    now.text = assessmentText(present);
+    now.assessment = std::move(present);
+    if (!wasChanged) saved_ = now.text;
 }
 
 bool AssessmentDocument::CanExchange(Direction direction) const {
@@ -46,12 +49,14 @@ void AssessmentDocument::Exchange(Direction direction) {
 void AssessmentDocument::Save(const std::string& path) {
     std::deque<State> moved = states_;
     if (path != path_)
-        for (State& state : moved)
+        for (State& state : moved) {
             moveDataFiles(state.assessment, path_, path);
+            state.text = assessmentText(state.assessment);
+        }
     saveAssessment(path, moved[at_].assessment);
     states_ = std::move(moved);
     path_ = path;
-    saved_ = assessmentText(Now());
+    saved_ = states_[at_].text;
 }
 
 } // namespace kestrane

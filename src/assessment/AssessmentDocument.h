@@ -41,6 +41,7 @@ private:
     struct State {
         Text::Id title; // of the change that led here
         Assessment assessment;
+        std::string text; // of the assessment, as it would be saved
     };
 
     static constexpr std::size_t kStates = 101;

@@ -11,7 +11,7 @@ namespace kestrane {
 
 namespace {
 
-// A protector that is looked for on a spectrum.
+// The protector of a group when its reduction is to be computed from a spectrum; else null.
 const AssessmentProtector* lookedFor(const AssessmentGroup& group) {
     return group.Protector && !group.Protector->Reduction && group.Protector->Spectrum ? &*group.Protector : nullptr;
 }

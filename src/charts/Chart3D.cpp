@@ -26,8 +26,8 @@ constexpr int kEdge = 135;
 constexpr int kLevel = 106;   // lightness of a horizontal piece of ribbon
 constexpr double kSteep = 22; // how much lighter a piece is that slopes down to the right, towards the eye
 
-// The order of the series in depth. Lines: the first series is in front, and curves to compare with are behind the
-// others. Bars would hide what is behind them, so they go from the lowest to the highest.
+// The order of the series in depth. Lines: the first series is in front, and curves to compare with come last. Bars
+// would hide what is behind them, so they go from the lowest to the highest.
 std::vector<std::size_t> frontToBack(const ChartContent& content) {
     std::vector<std::size_t> order(content.series.size());
     for (std::size_t lane = 0; lane < order.size(); ++lane)
@@ -56,7 +56,8 @@ Chart3D::Chart3D(QCustomPlot* plot, const ChartContent& content, const ChartLook
     metrics_(font_),
     primary_(content.valueRange(ChartAxis::Primary)),
     secondary_(content.valueRange(ChartAxis::Secondary)),
-    lanes_(content.hasSeriesAsRows() ? 1 : content.series.size()),
+    references_(content.data.Shape == ChartShape::Line ? content.data.ReferenceSeries : 0),
+    lanes_(content.hasSeriesAsRows() ? 1 : content.series.size() - references_),
     order_(frontToBack(content)),
     categories_(content) {}
 
@@ -119,7 +120,7 @@ void Chart3D::fitRoom() {
         for (const QString& label : valueMarks(ChartAxis::Secondary).labels)
             right = std::max(right, metrics_.horizontalAdvance(label) + 2 * kGap + line);
     }
-    if (lanes_ > 1) {
+    if (lanes_ > 1 || references_ > 0) {
         for (const ChartSeries* series : content_.series)
             right =
                 std::max(right, 2 * kGap + std::min(kLaneLabel,
@@ -151,6 +152,7 @@ void Chart3D::draw(QCPPainter* painter) {
             drawBlocks(*painter, lane - 1);
         }
     }
+    drawReferences(*painter);
     drawLabels(*painter);
     drawLaneLabels(*painter);
     drawTitles(*painter);
@@ -330,6 +332,34 @@ void Chart3D::drawRibbon(QCPPainter& painter, std::size_t lane) const {
         if (!isJoined && !goesOn)
             drawPiece({points[i].x - quarter, points[i].y, false}, {points[i].x + quarter, points[i].y, false});
     }
+}
+
+void Chart3D::drawLine(QCPPainter& painter, std::size_t drawn, double z, double width) const {
+    QPolygonF line;
+    for (const Point& point : pointsOf(drawn))
+        if (!point.isGap) line << room_.at(point.x, point.y, z);
+    painter.setPen(QPen(looks_.color(content_, drawn), width));
+    painter.drawPolyline(line);
+}
+
+// Curves to compare with are lines in the plane of the front edge of the first ribbon, so that they can be compared
+// with it by eye; that edge is drawn over them again. A label that would cover the one below it is left out.
+void Chart3D::drawReferences(QCPPainter& painter) const {
+    if (references_ == 0) return;
+    const double front = laneFront(0);
+    double below = room_.at(1, 0, front).y();
+    painter.setFont(font_);
+    for (std::size_t drawn = 0; drawn < references_; ++drawn) {
+        drawLine(painter, drawn, front, 1);
+        const std::vector<Point> points = pointsOf(drawn);
+        const QPointF end = room_.at(points.back().x, points.back().y, front) + QPointF(kGap, 0);
+        if (below - end.y() < metrics_.height() * 0.8) continue;
+        below = end.y();
+        painter.setPen(QPen(looks_.QuietText));
+        painter.drawText(QRectF(end.x(), end.y() - metrics_.height() / 2.0, kLaneLabel, metrics_.height()),
+                         Qt::AlignLeft | Qt::AlignVCenter, QString::fromStdString(content_.series[drawn]->Label));
+    }
+    drawLine(painter, order_.front(), front, 2);
 }
 
 void Chart3D::drawBlocks(QCPPainter& painter, std::size_t lane) const {

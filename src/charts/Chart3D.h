@@ -50,6 +50,8 @@ private:
 
     std::vector<Point> pointsOf(std::size_t drawn) const;
     void drawRibbon(QCPPainter& painter, std::size_t lane) const;
+    void drawLine(QCPPainter& painter, std::size_t drawn, double z, double width) const;
+    void drawReferences(QCPPainter& painter) const;
     void drawBlocks(QCPPainter& painter, std::size_t lane) const;
     void drawBlock(QCPPainter& painter, const QColor& color, double x0, double x1, double y0, double y1, double z0,
                    double z1) const;
@@ -61,6 +63,7 @@ private:
     const QFont font_;
     const QFontMetrics metrics_;
     const ChartRange primary_, secondary_;
+    const std::size_t references_; // curves to compare with, which have no lane
     const std::size_t lanes_;
     const std::vector<std::size_t> order_; // the index of the series in each lane
     CategoryTicker categories_;

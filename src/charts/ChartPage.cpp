@@ -1,6 +1,7 @@
 #include "charts/ChartPage.h"
 
 #include "charts/ChartPlot.h"
+#include "views/Picture.h"
 
 #include <QPicture>
 
@@ -37,7 +38,7 @@ void drawChart(QCPPainter& painter, const QSize& size, const ChartOnPage& chart,
 void drawChart(QPainter& painter, const QRectF& area, double unitsPerInch, const ChartOnPage& chart,
                const Locale& locale) {
     QPicture recorded;
-    const double scale = unitsPerInch / kChartDots;
+    const double scale = unitsPerInch / kDotsOfInch;
     {
         QCPPainter recorder(&recorded);
         recorder.setMode(QCPPainter::pmVectorized);

@@ -12,8 +12,6 @@ class QSize;
 
 namespace kestrane {
 
-constexpr double kChartDots = 96; // dots per inch: the unit in which a chart is laid out
-
 // The height that the plot of the chart takes when the chart is drawn in this size. Both are in dots.
 double plotHeight(const QSize& size, const ChartOnPage& chart);
 

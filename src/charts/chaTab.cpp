@@ -22,8 +22,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kPaperDots = 96; // dots per inch: the unit in which a page is laid out
-constexpr double kZoom = 0.8;     // for each step
+constexpr double kZoom = 0.8; // for each step
 // Pixels: a drag that is not higher zooms only the rows, one that is not wider only the values.
 constexpr int kThinDrag = 8;
 constexpr int kShortDrag = 3; // pixels: a shorter drag counts as none
@@ -123,7 +122,7 @@ ChartOnPage chaTab::onPage() const {
 QImage chaTab::picture(const QSizeF& size, double ratio) const {
     QImage image((size * ratio).toSize(), QImage::Format_RGB32);
     image.setDevicePixelRatio(ratio);
-    image.setDotsPerMeterX(static_cast<int>(kPaperDots * ratio / 0.0254));
+    image.setDotsPerMeterX(static_cast<int>(kDotsOfInch * ratio / 0.0254));
     image.setDotsPerMeterY(image.dotsPerMeterX());
     QCPPainter painter(&image);
     drawChart(painter, size.toSize(), onPage(), locale_);
@@ -137,7 +136,7 @@ QByteArray chaTab::pictureBytes(const std::string& path, const QSizeF& size, dou
     if (endsIn(path, ".svg")) {
         QSvgGenerator svg;
         svg.setOutputDevice(&buffer);
-        svg.setResolution(static_cast<int>(kPaperDots));
+        svg.setResolution(static_cast<int>(kDotsOfInch));
         svg.setSize(dots);
         svg.setViewBox(QRect(QPoint(), dots));
         // The toolkit writes the title to the file without escaping it.
@@ -149,11 +148,11 @@ QByteArray chaTab::pictureBytes(const std::string& path, const QSizeF& size, dou
         QPdfWriter pdf(&buffer);
         pdf.setResolution(kPdfResolution);
         pdf.setTitle(QString::fromStdString(content_->data.Title));
-        pdf.setPageSize(QPageSize(size / kPaperDots, QPageSize::Inch, {}, QPageSize::ExactMatch));
+        pdf.setPageSize(QPageSize(size / kDotsOfInch, QPageSize::Inch, {}, QPageSize::ExactMatch));
         pdf.setPageMargins({});
         QCPPainter painter(&pdf);
         painter.setMode(QCPPainter::pmVectorized);
-        painter.scale(kPdfResolution / kPaperDots, kPdfResolution / kPaperDots);
+        painter.scale(kPdfResolution / kDotsOfInch, kPdfResolution / kDotsOfInch);
         drawChart(painter, dots, onPage(), locale_);
     } else {
         picture(size, ratio).save(&buffer, "PNG");
@@ -161,12 +160,16 @@ QByteArray chaTab::pictureBytes(const std::string& path, const QSizeF& size, dou
     return buffer.data();
 }
 
-void chaTab::savePicture(const std::string& path, const QSizeF& size, double ratio) const {
-    const QByteArray bytes = pictureBytes(path, size, ratio);
+void chaTab::savePicture(const std::string& path, const PictureSize& size) const {
+    const QByteArray bytes = pictureBytes(path, QSizeF(size.Width, size.Height), size.PixelsOfDot);
     if (bytes.isEmpty()) throw RuntimeError(EIO, std::strerror(EIO));
     writeFileAtomically(path, [&](const FileSink& sink) {
         sink(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
     });
+}
+
+std::function<void(const std::string& path, const PictureSize& size)> chaTab::pictureWriter() const {
+    return [this](const std::string& path, const PictureSize& size) { savePicture(path, size); };
 }
 
 void chaTab::changeEvent(QEvent* event) {

@@ -11,6 +11,7 @@
 
 #include "charts/ChartPlot.h"
 #include "views/ChartOnPage.h"
+#include "views/Picture.h"
 
 #include <QImage>
 #include <QWidget>
@@ -60,7 +61,10 @@ public:
 
     // Writes the picture in the format of the name's ending: .png, .svg or .pdf, in any case. The file is replaced as a
     // whole or not at all. Raises an error when it cannot be written.
-    void savePicture(const std::string& path, const QSizeF& size, double ratio = 1) const;
+    void savePicture(const std::string& path, const PictureSize& size) const;
+
+    // savePicture as a function, for as long as the chart exists.
+    std::function<void(const std::string& path, const PictureSize& size)> pictureWriter() const;
 
     // The visible part for a page.
     ChartOnPage onPage() const;

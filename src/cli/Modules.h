@@ -8,18 +8,13 @@
 #include "platform/Http.h"
 #include "reports/PagedDocument.h"
 #include "views/ChartData.h"
+#include "views/Picture.h"
 
 #include <functional>
 #include <memory>
 #include <string>
 
 namespace kestrane {
-
-struct PictureSize {
-    double Width = 1000; // dots, of which 96 are an inch
-    double Height = 650;
-    double PixelsOfDot = 1; // in a picture of pixels
-};
 
 // Draws without a window.
 class Drawing {

@@ -190,8 +190,6 @@ RunVerb noiseRatingVerb(CLI::App& verb) {
     return [arguments](Program& program) { return noiseRatingOf(program, *arguments); };
 }
 
-constexpr double kDotsOfInch = 96;
-
 struct ChartOptions : ChoiceOptions, CompareArguments {
     int tab = eTabFullLog; // LogTab
     std::int64_t interval = 1;
@@ -203,20 +201,15 @@ struct ChartOptions : ChoiceOptions, CompareArguments {
     int dpi = static_cast<int>(kDotsOfInch);
 };
 
-constexpr double kSmallestPicture = 50; // dots
-constexpr double kLargestPicture = 20'000;
-constexpr int kLowestResolution = 36; // pixels per inch
-constexpr int kHighestResolution = 2'400;
-
 // "1000x650", or "16cmx9cm"; what is wrong with it, or nothing.
 std::string readSize(const std::string& text, PictureSize& size) {
     const auto read = [](std::string_view word, double& dots) {
         const bool isPaper = word.ends_with("cm");
         if (isPaper) word.remove_suffix(2);
         const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), dots);
-        if (isPaper) dots *= kDotsOfInch / 2.54;
-        return error == std::errc() && end == word.data() + word.size() && dots >= kSmallestPicture &&
-               dots <= kLargestPicture && (isPaper || dots == std::floor(dots));
+        if (isPaper) dots *= kDotsOfCentimetre;
+        return error == std::errc() && end == word.data() + word.size() && isSideOfPicture(dots) &&
+               (isPaper || dots == std::floor(dots));
     };
     const std::size_t by = text.find('x');
     const std::string_view words = text;
@@ -226,7 +219,9 @@ std::string readSize(const std::string& text, PictureSize& size) {
 }
 
 std::string checkPictureName(const std::string& path) {
-    return openFileNumber(outputPath(path)) || isPictureName(path) ? "" : "a picture's name ends in .png, .svg or .pdf";
+    return openFileNumber(outputPath(path)) || !pictureEnding(path).empty()
+               ? ""
+               : "a picture's name ends in .png, .svg or .pdf";
 }
 
 std::vector<int> chartTabs() {
@@ -247,11 +242,13 @@ int draw(Program& program, const ChartData& data, const ChartOptions& options) {
         program.out() << chartValuesText(data, program.session.locale);
         return kDone;
     }
+    const PictureSize size = {options.size.Width, options.size.Height, options.dpi / kDotsOfInch};
+    if (hasTooManyPixels(options.picture, size))
+        throw WrongWords("a picture has at most " + std::to_string(static_cast<int>(kMostPixels)) + " pixels each way");
     Drawing* const drawing = program.drawing();
     if (drawing == nullptr) return kFailed;
     const bool isWritten = program.write(options.picture, [&](const std::string& path) {
-        drawing->savePicture(data, program.session.locale, path,
-                             {options.size.Width, options.size.Height, options.dpi / kDotsOfInch});
+        drawing->savePicture(data, program.session.locale, path, size);
     });
     return isWritten ? kDone : kFailed;
 }

@@ -244,8 +244,7 @@ bool frmPreview::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmPreview::savePdf() {
-    const QString start = shown(session_.Options.DefaultDataDirectory) +
-                          shown(document_->Title()).replace('/', '-').replace('\\', '-') + ".pdf";
+    const QString start = shown(session_.Options.DefaultDataDirectory + fileNameOf(document_->Title())) + ".pdf";
     QString name = QFileDialog::getSaveFileName(this, loadText(session_, Text::SaveAsPdfTitle), start,
                                                 fileFilter(session_.LoadText(Text::PdfFilter)));
     if (name.isEmpty()) return;

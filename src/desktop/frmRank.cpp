@@ -4,6 +4,7 @@
 #include "desktop/frmPreview.h"
 #include "dialogs/SignalColours.h"
 #include "dialogs/Words.h"
+#include "dialogs/frmPicture.h"
 #include "platform/Format.h"
 #include "platform/desktop/QtClipboard.h"
 #include "reports/ViewPages.h"
@@ -95,10 +96,13 @@ QWidget* frmRank::bottomBar() {
         return pushButton(session_, text, name, loadPlainText(session_, text));
     };
     QPushButton* const cmdCopy = button(Text::CommandCopy, "cmdCopy");
+    QPushButton* const cmdPicture = button(Text::CommandExportPicture, "cmdPicture");
     QPushButton* const cmdPrint = button(Text::CommandPrintPreview, "cmdPrint");
     cmdOK_ = button(Text::Ok, "cmdOK");
     QPushButton* const cmdCancel = button(Text::Cancel, "cmdCancel");
     connect(cmdCopy, &QPushButton::clicked, this, &frmRank::copy);
+    connect(cmdPicture, &QPushButton::clicked, this,
+            [this] { frmPicture::Export(session_, log_.Name, chart_->pictureWriter(), this); });
     connect(cmdPrint, &QPushButton::clicked, this, &frmRank::print);
     connect(cmdOK_, &QPushButton::clicked, this, &QDialog::accept);
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -106,6 +110,7 @@ QWidget* frmRank::bottomBar() {
     auto* const row = new QHBoxLayout(bar);
     row->setContentsMargins({});
     row->addWidget(cmdCopy);
+    row->addWidget(cmdPicture);
     row->addWidget(cmdPrint);
     row->addStretch(1);
     row->addWidget(cmdOK_);
@@ -172,7 +177,7 @@ void frmRank::print() {
     frmPreview(session_,
                {{Text::RankTitle, [&](const PageMetrics& paper) { return rankPages(view(paper), ranks_); }},
                 {Text::RankChartTitle,
-                 [&](const PageMetrics& paper) { return chartPages(view(paper), chart_->onPage(), {}); }}},
+                 [&](const PageMetrics& paper) { return chartPages(view(paper), chart_->onPage(), ranks_.Note); }}},
                printers, this)
         .exec();
 }

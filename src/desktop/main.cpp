@@ -2,6 +2,7 @@
 #include "app/Documents.h"
 #include "app/StartUp.h"
 #include "desktop/mdiMain.h"
+#include "dialogs/DialogFit.h"
 #include "dialogs/Icons.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmSplash.h"
@@ -101,6 +102,7 @@ int run(int argc, char** argv) {
     QApplication::setApplicationDisplayName({});
     QApplication::setDesktopFileName(KESTRANE_ID);
     QApplication::setWindowIcon(iconOf("application"));
+    const DialogFit fit;
     QtEventPump pump;
     IniSettings settings = IniSettings::ofApplication(nameOfSettings());
     IniSettings state = IniSettings::stateOfApplication(nameOfSettings());

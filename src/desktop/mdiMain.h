@@ -99,6 +99,7 @@ private:
     void closeSelected();
     void closeAll();
     void deleteDisplayed();
+    void exportTable();
     frmPrint printer(); // for the explorer in front
     void printReport(); // of the window in front
     void showPreview();

@@ -17,6 +17,7 @@
 #include "dialogs/Words.h"
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmExpTime.h"
+#include "dialogs/frmExport.h"
 #include "dialogs/frmFind.h"
 #include "dialogs/frmHPD.h"
 #include "dialogs/frmOptions.h"
@@ -94,7 +95,7 @@ template <std::size_t count>
 constexpr bool hasRowForEach(const CommandRow (&rows)[count]) {
     for (std::size_t i = 0; i < count; ++i)
         if (static_cast<std::size_t>(rows[i].command) != i) return false;
-    return count == static_cast<std::size_t>(Command::PrintCriteria) + 1; // the last command
+    return count == static_cast<std::size_t>(Command::FileExport) + 1; // the last command
 }
 
 template <auto method, auto... arguments>
@@ -210,7 +211,7 @@ void mdiMain::run(Command command) {
         {Command::LogLegend, onTabs<&tabLog::ToggleLegend>},
         {Command::LogEditNote, onTabs<&tabLog::EditNote>},
         {Command::LogShowTable, onTabs<&tabLog::ShowChartTable>},
-        {Command::LogSavePicture, onTabs<&tabLog::SavePicture>},
+        {Command::FileExportPicture, onTabs<&tabLog::ExportPicture>},
         {Command::LogDelete, onFrame<&mdiMain::deleteDisplayed>},
         {Command::LogDisplayOptions, onFrame<&mdiMain::showSettings, Command::LogDisplayOptions>},
         {Command::FileNewAssessment,
@@ -218,6 +219,7 @@ void mdiMain::run(Command command) {
         {Command::LogAddToAssessment, onFrame<&mdiMain::addToAssessment>},
         {Command::PrintCriteria,
          [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::CumulativeAndCriteria); }},
+        {Command::FileExport, onFrame<&mdiMain::exportTable>},
     };
     static_assert(hasRowForEach(kRows), "a row a command, in the order of the enumeration");
     kRows[static_cast<std::size_t>(command)].act(*this, activeExplorer());
@@ -225,6 +227,14 @@ void mdiMain::run(Command command) {
 
 frmPrint mdiMain::printer() {
     return {session_, *activeExplorer(), this};
+}
+
+void mdiMain::exportTable() {
+    frmExplorer& explorer = *activeExplorer();
+    const ExplorerState& state = explorer.State();
+    ExportSubject subject{state.SelectedKey, state.View.Key, state.LogInView(session_), {}};
+    if (subject.InView != nullptr) subject.Rows = explorer.LogTabs().RowsOfLogInView();
+    frmExport(session_, std::move(subject), this).exec();
 }
 
 void mdiMain::printReport() {

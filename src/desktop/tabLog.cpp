@@ -218,10 +218,10 @@ std::unique_ptr<PagedDocument> tabLog::CurrentView(const PageMetrics& paper) con
     return front().Pages({*opened.file, *log, state_.View.Tab, isModified(*opened.log, *log), paper});
 }
 
-void tabLog::SavePicture() {
+void tabLog::ExportPicture() {
     const clsLog* log = state_.LogInView(session_);
     auto* const graph = qobject_cast<GraphPage*>(&front());
-    if (log != nullptr && graph != nullptr) graph->SavePicture(*log);
+    if (log != nullptr && graph != nullptr) graph->ExportPicture(*log);
 }
 
 void tabLog::ShowChartTable() {

@@ -55,12 +55,13 @@ public:
     bool HasContent() const;
     ClipboardForms CopyData(bool valuesOnly) const;
     std::unique_ptr<PagedDocument> CurrentView(const PageMetrics& paper) const;
-    void SavePicture();
+    void ExportPicture();
     void ShowChartTable(); // in a dialog
 
-    // Rows of the opened log: those that the time chart has been dragged to, where it is in front, else those of the
-    // log in view. There must be one.
+    // The rows that the time chart has been dragged to, where it is in front, else all rows of the log in view; counted
+    // in the opened log, or in the log in view itself. There must be one.
     RowRange RowsInView() const;
+    RowRange RowsOfLogInView() const;
 
     bool IsZoomShown() const;
     void ToggleZoom(); // shows or hides the panel, which stays while a part of the log is shown

@@ -78,10 +78,15 @@ void tabLog::offerRowsInView() {
 }
 
 RowRange tabLog::RowsInView() const {
-    const std::int64_t first = state_.ZoomRange.firstRow();
+    const std::int64_t before = state_.ZoomRange.firstRow() - 1;
+    const RowRange rows = RowsOfLogInView();
+    return {before + rows.From, before + rows.To};
+}
+
+RowRange tabLog::RowsOfLogInView() const {
     const auto rows = &front() == timeGraph_ ? timeGraph_->RowsInView() : std::nullopt;
-    if (rows) return {first + static_cast<std::int64_t>(rows->first), first + static_cast<std::int64_t>(rows->second)};
-    return {first, first + state_.LogInView(session_)->LogIntervals.Count() - 1};
+    if (rows) return {static_cast<std::int64_t>(rows->first) + 1, static_cast<std::int64_t>(rows->second) + 1};
+    return {1, state_.LogInView(session_)->LogIntervals.Count()};
 }
 
 void tabLog::applyZoom() {

@@ -182,6 +182,7 @@ QGroupBox* OptionsLogsPage::charts() {
     slider->setTickInterval(kThinnest);
     slider->setTickPosition(QSlider::TicksBelow);
     slider->setValue(options.LineWidth);
+    slider->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
     auto* const preview = new LinePreview(options.LineWidth);
     connect(slider, &QSlider::valueChanged, this, [&options, preview](int width) {
         options.LineWidth = static_cast<std::int16_t>(width);

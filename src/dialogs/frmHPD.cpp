@@ -21,7 +21,7 @@ namespace {
 constexpr QPoint kOffset(33, 100); // from the window that opens it: 500 and 1500 twips
 constexpr int kLines = 34;
 constexpr int kColumns = 180;
-constexpr int kListColumns = 72;
+constexpr int kListColumns = 40;
 
 QPushButton* button(const Session& session, Text::Id caption, const char* name) {
     return pushButton(session, caption, name, loadPlainText(session, caption));

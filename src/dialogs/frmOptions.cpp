@@ -45,7 +45,8 @@ QPoint cornerOnScreen(QPoint at, QSize size) {
 frmOptions::frmOptions(const SettingsDialog& settings, QWidget* parent) :
     QDialog(parent), settings_(settings), tabSettings_(new QTabWidget), logs_(new OptionsLogsPage(settings_)) {
     const Session& session = settings_.session();
-    setWindowTitle(loadText(session, Text::Settings));
+    setWindowTitle(settings_.Mode() == SettingsMode::All ? loadText(session, Text::Settings)
+                                                         : loadPlainText(session, Text::CommandDisplayOptions));
     nameControl(*tabSettings_, "tabSettings", windowTitle());
     addPage(new OptionsSystemPage(settings_), Text::SettingsSystem, SettingsMode::All);
     addPage(new OptionsExplorerPage(settings_), Text::SettingsExplorer, SettingsMode::Explorer);

@@ -19,12 +19,12 @@ std::string csvText(const std::string& text) {
 
 } // namespace
 
-void writeCsv(const ExportTable& table, const FileSink& sink) {
+bool writeCsv(const ExportTable& table, const FileSink& sink, const ExportProgress& progress) {
     std::string line;
     for (const std::string& name : table.columns())
         line.append(line.empty() ? "" : ",").append(csvText(name));
     sink(line + '\n');
-    table.forEachLine([&](std::span<const ExportCell> cells) {
+    const auto write = [&](std::span<const ExportCell> cells) {
         line.clear();
         for (std::size_t i = 0; i < cells.size(); ++i) {
             if (i > 0) line += ',';
@@ -33,7 +33,8 @@ void writeCsv(const ExportTable& table, const FileSink& sink) {
         }
         line += '\n';
         sink(line);
-    });
+    };
+    return table.forEachLine(write, progress);
 }
 
 } // namespace kestrane

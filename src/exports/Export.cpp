@@ -5,24 +5,47 @@
 
 namespace kestrane {
 
+namespace {
+
+constexpr std::int64_t kLinesBetween = 1000; // two questions whether to go on
+
+struct Ended {}; // leaves the file as it was
+
+} // namespace
+
+std::string_view exportWord(ExportFormat format) {
+    constexpr std::string_view kWords[] = {"csv", "xlsx", "ndjson"};
+    return kWords[static_cast<std::size_t>(format)];
+}
+
 std::optional<ExportFormat> exportFormatOf(std::string_view word) {
-    if (word == "csv") return ExportFormat::Csv;
-    if (word == "xlsx") return ExportFormat::Xlsx;
-    if (word == "ndjson") return ExportFormat::Ndjson;
+    for (const ExportFormat format : kExportFormats)
+        if (exportWord(format) == word) return format;
     return std::nullopt;
 }
 
-void writeExport(const ExportTable& table, ExportFormat format, const std::string& path) {
-    writeFileAtomically(path, [&](const FileSink& sink) {
+bool writeExport(const ExportTable& table, ExportFormat format, const std::string& path,
+                 const ExportProgress& progress) {
+    const auto goesOn = [&](std::int64_t done) { return !progress || done % kLinesBetween != 0 || progress(done); };
+    const auto write = [&](const FileSink& sink) {
         switch (format) {
         case ExportFormat::Csv:
-            return writeCsv(table, sink);
+            return writeCsv(table, sink, goesOn);
         case ExportFormat::Xlsx:
-            return writeXlsx(table, sink);
+            return writeXlsx(table, sink, goesOn);
         case ExportFormat::Ndjson:
-            return writeNdjson(table, sink);
+            return writeNdjson(table, sink, goesOn);
         }
-    });
+        return false;
+    };
+    try {
+        writeFileAtomically(path, [&](const FileSink& sink) {
+            if (!write(sink)) throw Ended();
+        });
+    } catch (const Ended&) {
+        return false;
+    }
+    return true;
 }
 
 std::string numberText(double number) {

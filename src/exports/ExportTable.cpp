@@ -97,8 +97,13 @@ void ExportTable::addHead(Part& part, const std::string& file, const std::string
 }
 
 void ExportTable::addRows(const std::string& file, const std::string& key, const clsLog& log) {
-    Part part{static_cast<std::size_t>(log.LogIntervals.Count()), {}};
-    lines_ += log.LogIntervals.Count();
+    addRows(file, key, log, {1, log.LogIntervals.Count()});
+}
+
+void ExportTable::addRows(const std::string& file, const std::string& key, const clsLog& log, RowRange range) {
+    const std::int64_t count = range.To - range.From + 1;
+    Part part{static_cast<std::size_t>(range.From - 1), static_cast<std::size_t>(count), {}};
+    lines_ += count;
     addHead(part, file, key, log);
     const auto rows = std::make_shared<const IntervalColumns>(log.LogIntervals.Columns());
     const auto add = [&](const std::string& name, Fetch fetch) {
@@ -154,7 +159,7 @@ void ExportTable::addRows(const std::string& file, const std::string& key, const
 
 void ExportTable::addSummary(const std::string& file, const std::string& key, const std::string& serial,
                              const clsLog& log) {
-    Part part{1, {}};
+    Part part{0, 1, {}};
     ++lines_;
     addHead(part, file, key, log);
     const IntervalColumns& rows = log.LogIntervals.Columns();
@@ -197,16 +202,34 @@ void ExportTable::addSummary(const std::string& file, const std::string& key, co
     parts_.push_back(std::move(part));
 }
 
-void ExportTable::forEachLine(const std::function<void(std::span<const ExportCell>)>& visit) const {
+ExportTable ExportTable::withColumns(const std::function<bool(const std::string& name)>& isWanted) const {
+    ExportTable some = *this;
+    some.names_.clear();
+    some.places_.clear();
+    for (const std::string& name : names_)
+        if (isWanted(name)) some.column(name);
+    for (Part& part : some.parts_) {
+        std::erase_if(part.cells, [&](const auto& cell) { return !some.places_.contains(names_[cell.first]); });
+        for (auto& [at, fetch] : part.cells)
+            at = some.places_.at(names_[at]);
+    }
+    return some;
+}
+
+bool ExportTable::forEachLine(const std::function<void(std::span<const ExportCell>)>& visit,
+                              const std::function<bool(std::int64_t done)>& goesOn) const {
     std::vector<ExportCell> line(names_.size());
+    std::int64_t done = 0;
     for (const Part& part : parts_) {
         std::fill(line.begin(), line.end(), ExportCell());
-        for (std::size_t row = 0; row < part.lines; ++row) {
+        for (std::size_t row = part.firstRow; row < part.firstRow + part.lines; ++row) {
+            if (goesOn && !goesOn(done++)) return false;
             for (const auto& [at, fetch] : part.cells)
                 line[at] = fetch(row);
             visit(line);
         }
     }
+    return true;
 }
 
 } // namespace kestrane

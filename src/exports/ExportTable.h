@@ -27,8 +27,10 @@ class ExportTable {
 public:
     ExportTable();
 
-    // Adds the rows of a log, one line each. file and key are the names under which the log is listed.
+    // Adds the rows of a log, one line each: all of them, or those of a range, which must be in the log. file and key
+    // are the names under which the log is listed.
     void addRows(const std::string& file, const std::string& key, const clsLog& log);
+    void addRows(const std::string& file, const std::string& key, const clsLog& log, RowRange rows);
 
     // Adds a log as one line. serial is the serial number of its instrument.
     void addSummary(const std::string& file, const std::string& key, const std::string& serial, const clsLog& log);
@@ -37,13 +39,19 @@ public:
 
     std::int64_t lines() const { return lines_; }
 
-    // Calls visit for each line with its cells, one for each column.
-    void forEachLine(const std::function<void(std::span<const ExportCell>)>& visit) const;
+    // The same lines with only the columns that are wanted.
+    ExportTable withColumns(const std::function<bool(const std::string& name)>& isWanted) const;
+
+    // Calls visit for each line with its cells, one for each column. goesOn is asked before each line, with the number
+    // of lines that are done. Returns false when it ended the lines.
+    bool forEachLine(const std::function<void(std::span<const ExportCell>)>& visit,
+                     const std::function<bool(std::int64_t done)>& goesOn = {}) const;
 
 private:
     using Fetch = std::function<ExportCell(std::size_t row)>;
 
     struct Part {
+        std::size_t firstRow; // of the log, from 0
         std::size_t lines;
         std::vector<std::pair<std::size_t, Fetch>> cells; // by column
     };

@@ -22,12 +22,12 @@ std::string jsonText(std::string_view text) {
 
 } // namespace
 
-void writeNdjson(const ExportTable& table, const FileSink& sink) {
+bool writeNdjson(const ExportTable& table, const FileSink& sink, const ExportProgress& progress) {
     std::vector<std::string> members; // with the characters that precede each value
     for (const std::string& name : table.columns())
         members.push_back((members.empty() ? "{" : ",") + jsonText(name) + ':');
     std::string line;
-    table.forEachLine([&](std::span<const ExportCell> cells) {
+    const auto write = [&](std::span<const ExportCell> cells) {
         line.clear();
         for (std::size_t i = 0; i < cells.size(); ++i) {
             line += members[i];
@@ -41,7 +41,8 @@ void writeNdjson(const ExportTable& table, const FileSink& sink) {
         }
         line += "}\n";
         sink(line);
-    });
+    };
+    return table.forEachLine(write, progress);
 }
 
 } // namespace kestrane

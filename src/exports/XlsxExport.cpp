@@ -149,14 +149,16 @@ private:
 
 } // namespace
 
-void writeXlsx(const ExportTable& table, const FileSink& sink, std::int64_t rowsOfSheet) {
+bool writeXlsx(const ExportTable& table, const FileSink& sink, const ExportProgress& progress,
+               std::int64_t rowsOfSheet) {
     constexpr std::size_t kDirectory = 64 << 10; // enough for all of it, because a workbook has few parts
     const std::string folder = std::filesystem::temp_directory_path().string();
     const TemporaryFile file(folder);
     std::uintmax_t rowBytes = 0;
     {
         Workbook book(file.name(), folder, table, std::min(rowsOfSheet, kRowsOfSheet));
-        table.forEachLine([&](std::span<const ExportCell> cells) { book.addLine(cells); });
+        const auto write = [&](std::span<const ExportCell> cells) { book.addLine(cells); };
+        if (!table.forEachLine(write, progress)) return false;
         rowBytes = book.finish();
     }
     std::ifstream whole(file.name(), std::ios::binary);
@@ -168,6 +170,7 @@ void writeXlsx(const ExportTable& table, const FileSink& sink, std::int64_t rows
         end = end.substr(end.size() - std::min(end.size(), kDirectory)).append(bytes);
     }
     if (whole.bad() || bytesOfSheets(end) < rowBytes) raiseSystemError(ENOSPC); // rows are missing
+    return true;
 }
 
 } // namespace kestrane

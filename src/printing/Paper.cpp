@@ -1,6 +1,7 @@
 #include "printing/Paper.h"
 
 #include "charts/ChartPage.h"
+#include "views/Picture.h"
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -59,7 +60,7 @@ double Paper::pictureWidth(const std::string& path, const PageBox& box) const {
 }
 
 double Paper::plotHeight(const ChartOnPage& chart, double width, double height) const {
-    const double scale = kCentimetre * kChartDots / kPaperDots;
+    const double scale = kCentimetre * kDotsOfInch / kPaperDots;
     return kestrane::plotHeight(QSizeF(width * scale, height * scale).toSize(), chart) / scale;
 }
 

@@ -13,6 +13,8 @@ namespace kestrane {
 
 namespace {
 
+constexpr double kPercent = 100;
+
 struct VerdictWords {
     const char* symbol;
     Text::Id words;
@@ -56,10 +58,6 @@ std::string verdictText(const Session& session, Verdict verdict) {
     return std::string(words.symbol) + " " + session.LoadText(words.words);
 }
 
-double levelWhenWorn(double protectedLevel, double level, double worn) {
-    return levelOf(worn * energyOf(protectedLevel) + (1 - worn) * energyOf(level));
-}
-
 double levelUnderBoth(double first, double second) {
     constexpr double kSecondProtector = 5; // dB
     return std::min(first, second) - kSecondProtector;
@@ -91,13 +89,17 @@ RankTable rankTable(const clsLog& log, const std::vector<clsHP>& protectors, con
         row.Cells.push_back(
             number(session, ranked.Standard ? std::optional(*ranked.Standard + allowance) : std::nullopt));
         if (row.Level && worn < 1) {
-            row.Level = unprotected ? std::optional(levelWhenWorn(*row.Level, *unprotected, worn)) : std::nullopt;
+            row.Level =
+                unprotected ? std::optional(levelPartlyProtected(*unprotected, *row.Level, worn)) : std::nullopt;
             row.Verdict = row.Level ? verdictOf(*row.Level, options.ActionLevel) : Verdict::None;
         }
         row.Cells.push_back(verdictText(session, row.Verdict) +
                             (row.Level && worn < 1 ? " (" + number(session, row.Level) + ")" : std::string()));
         table.Rows.push_back(std::move(row));
     }
+    if (worn < 1)
+        table.Note = ReplaceText(session.LoadText(Text::RankWornNote), "^",
+                                 formatNumber(worn * kPercent, "##0", session.locale));
     return table;
 }
 
@@ -106,6 +108,7 @@ std::string rankText(const RankTable& table) {
     addTabbedLine(text, table.Captions);
     for (const RankTable::Row& row : table.Rows)
         addTabbedLine(text, row.Cells);
+    if (!table.Note.empty()) addTabbedLine(text, {table.Note});
     return text;
 }
 

@@ -25,17 +25,15 @@ struct RankTable {
     std::vector<std::string> Captions;
     std::vector<Row> Rows; // they point into the list
     std::size_t VerdictColumn = 0;
+    std::string Note; // says for how much of the time the protectors are worn; empty for all of it
 };
 
 // worn is the share of the time during which the protector is worn, from 0 to 1.
 RankTable rankTable(const clsLog& log, const std::vector<clsHP>& protectors, const clsOptions& options,
                     CorrectionKind iCorrectionFactor, double worn);
 
-// The lines of the table with tabs between the cells, CR LF behind each; the captions first.
+// The lines of the table with tabs between the cells, CR LF behind each; the captions first, the note last.
 std::string rankText(const RankTable& table);
-
-// The effective level in dB under a protector that is worn for a share of the time.
-double levelWhenWorn(double protectedLevel, double level, double worn);
 
 // The level in dB under two protectors worn together: the higher rating and 5 dB more (OSHA). This is an estimate.
 double levelUnderBoth(double first, double second);

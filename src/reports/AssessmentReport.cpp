@@ -70,7 +70,8 @@ void AssessmentReport::placeHeading(const std::string& text) {
     top_ += 1.25 * line_;
 }
 
-// Captions on the left, what they are of beside the longest. A line without a caption begins at the margin.
+// The captions are on the left, and their texts in a column beside the longest of them. A text without a caption begins
+// at the margin.
 void AssessmentReport::placeLines(const ReportBlock& block) {
     const PageArea& body = frame_.body();
     double widest = 0;
@@ -89,7 +90,8 @@ void AssessmentReport::placeLines(const ReportBlock& block) {
     }
 }
 
-// As wide as the longest cell; where all are too much for the page, the widest share what the others leave.
+// Each column is as wide as its longest cell. When that is too much for the page, the widest columns share what the
+// others leave.
 std::vector<double> AssessmentReport::widthsOf(const ReportBlock& block) const {
     const double gap = metrics_.textWidth("XX", kBodyFont);
     std::vector<double> widths;
@@ -155,7 +157,7 @@ void AssessmentReport::placeTable(const ReportBlock& block) {
     }
 }
 
-// In one piece: a caption and a line to write on for each.
+// A caption and a line to write on for each, all on the same page.
 void AssessmentReport::placeSign(const ReportBlock& block) {
     makeRoom(static_cast<double>(block.Rows.size()) * (kRoomToSign + line_) + line_);
     double widest = 0;

@@ -1,6 +1,7 @@
 #include "reports/AssessmentTables.h"
 
 #include "assessment/AssessmentShown.h"
+#include "model/Acoustics.h"
 #include "platform/Format.h"
 
 namespace kestrane {
@@ -158,7 +159,11 @@ private:
         const AssessmentProtector& worn = *group_.Protector;
         Rows rows;
         if (!worn.Name.empty()) rows.push_back({text(Text::ProtectorLabel), worn.Name});
-        rows.push_back({text(Text::WornLabel), number(worn.WornPercent, "##0")});
+        Figure hours; // of the working day; nothing for a share that cannot be
+        if (worn.WornPercent >= 0 && worn.WornPercent <= 100)
+            hours = group_.EffectiveDay.value_or(kReferenceHours) * worn.WornPercent / 100;
+        rows.push_back({text(Text::TimeWorn), ReplaceText(heading(Text::WornTime, number(worn.WornPercent, "##0")), "*",
+                                                          number(hours, "##0.0#"))});
         if (result_.Protected) rows.push_back({{}, text(adviceOf(result_.Protected->Verdict))});
         return rows;
     }

@@ -130,7 +130,9 @@ std::unique_ptr<PagedDocument> rankPages(const PrintedView& view, const RankTabl
     Cells cells;
     for (const RankTable::Row& row : ranks.Rows)
         cells.push_back(row.Cells);
-    return gridPages(view, gridOf(ranks.Captions, std::move(cells)));
+    PageGrid grid = gridOf(ranks.Captions, std::move(cells));
+    grid.Note = ranks.Note;
+    return gridPages(view, std::move(grid));
 }
 
 std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, LogChannel channel, const DisplayChoice& choice) {

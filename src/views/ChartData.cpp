@@ -2,20 +2,9 @@
 
 #include "platform/Format.h"
 
-#include <algorithm>
-#include <array>
-#include <cctype>
-#include <string_view>
 #include <utility>
 
 namespace kestrane {
-
-bool isPictureName(const std::string& path) {
-    constexpr std::array<std::string_view, 3> kEndings = {".png", ".svg", ".pdf"};
-    std::string ending = path.substr(std::min(path.rfind('.'), path.size()));
-    std::ranges::transform(ending, ending.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return std::ranges::find(kEndings, ending) != kEndings.end();
-}
 
 std::string chartFigureText(float value, const Locale& locale) {
     return formatNumber(static_cast<double>(value), std::abs(value) < 10 ? "#0.0##" : "##0.0", locale);

@@ -72,9 +72,6 @@ struct ChartData {
 // often are.
 std::string chartFigureText(float value, const Locale& locale);
 
-// Whether a file's name ends as that of a picture of a chart does: .png, .svg or .pdf, in any case.
-bool isPictureName(const std::string& path);
-
 // The chart's values as a table. The first column has the labels of the rows and no caption. Each further column has
 // the values of a series as "#0.0##" (an empty cell for a missing value) under the label of the series. Series without
 // a label are left out. The chart must outlive the table.

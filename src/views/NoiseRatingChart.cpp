@@ -3,6 +3,7 @@
 #include "calc/NoiseRating.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
+#include "platform/Format.h"
 #include "views/ChartParts.h"
 #include "views/Zoom.h"
 
@@ -23,6 +24,9 @@ std::optional<ChartData> noiseRatingChart(const clsLog& log) {
     ChartData chart = emptyChart(log, displayOptions(log));
     chart.Title = ReplaceText(session.LoadText(Text::NoiseRatingTitle), "^", log.Name);
     chart.Footnote = ReplaceText(session.LoadText(Text::NoiseRatingLevel), "^", std::to_string(rating.Level)) + "    ";
+    if (const std::optional<double> byCurves = ratingByCurves(log); byCurves)
+        addFootnote(chart, ReplaceText(session.LoadText(Text::NoiseRatingByCurves), "^",
+                                       formatNumber(*byCurves, "##0.0", session.locale)));
     addFootnote(chart, wholeFiguresLine(log));
     chart.HasLegend = false;
     chart.CategoryTitle = session.LoadText(Text::NoiseRatingCategories);

@@ -23,15 +23,9 @@ constexpr auto kShift = "shift-dosimeter.xml";
 constexpr auto kSurvey = "machine-survey-octave.xml";
 
 QString enabled(Desk& desk) {
-    constexpr const char* kCommands[] = {"Close",
-                                         "Close All",
-                                         "Save",
-                                         "Exposure Time...",
-                                         "Rename",
-                                         "Force Recalc",
-                                         "Note",
-                                         "Save Picture As...",
-                                         "Reset Explorer Window"};
+    constexpr const char* kCommands[] = {
+        "Close",        "Close All", "Save",      "Exposure Time...",  "Rename",
+        "Force Recalc", "Note",      "Export...", "Export Picture...", "Reset Explorer Window"};
     QStringList texts;
     for (const char* command : kCommands)
         if (desk.isEnabled(command)) texts.push_back(command);
@@ -43,15 +37,16 @@ TEST(Menus, OfferWhatCanBeDoneJustNow) {
     EXPECT_EQ(enabled(desk), "Reset Explorer Window");
     desk.open(kShift);
     desk.clickNode("Broadband");
-    EXPECT_EQ(enabled(desk), "Close, Close All, Save, Reset Explorer Window");
+    EXPECT_EQ(enabled(desk), "Close, Close All, Save, Export..., Reset Explorer Window");
     desk.clickNode("Foundry, day shift [360417]");
-    EXPECT_EQ(enabled(desk), "Close, Close All, Save, Rename, Reset Explorer Window");
+    EXPECT_EQ(enabled(desk), "Close, Close All, Save, Rename, Export..., Reset Explorer Window");
     desk.clickNode("Broadband 1");
     EXPECT_EQ(enabled(desk),
-              "Close, Close All, Save, Exposure Time..., Rename, Force Recalc, Note, Save Picture As..., "
+              "Close, Close All, Save, Exposure Time..., Rename, Force Recalc, Note, Export..., Export Picture..., "
               "Reset Explorer Window");
     desk.clickTab("Cumultv (Data)");
-    EXPECT_EQ(enabled(desk), "Close, Close All, Save, Exposure Time..., Rename, Force Recalc, Reset Explorer Window");
+    EXPECT_EQ(enabled(desk),
+              "Close, Close All, Save, Exposure Time..., Rename, Force Recalc, Export..., Reset Explorer Window");
     desk.area().currentSubWindow()->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();

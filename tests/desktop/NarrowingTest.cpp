@@ -1,4 +1,4 @@
-// Finding a log, narrowing it to a part, and copying what is seen.
+// Finding a log, narrowing it to a part, and copying and exporting what is seen.
 #include "charts/chaTab.h"
 #include "desktop/Desk.h"
 #include "dialogs/ModalDialog.h"
@@ -6,12 +6,13 @@
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
+#include <QListWidget>
 #include <QMimeData>
 #include <QPushButton>
-#include <QTableView>
+#include <QTableWidget>
 
 namespace kestrane {
 namespace {
@@ -248,6 +249,47 @@ TEST(Copying, TheSameValuesAreShownAsATableByOneKey) {
     });
     desk.press(QKeySequence("Ctrl+Shift+T"));
     EXPECT_TRUE(isSeen);
+}
+
+TEST(Exports, RowsInViewAndAPictureAreWrittenAsChosen) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1");
+    desk.press(QKeySequence("Ctrl+T"));
+    desk.answer({Button::No});
+    zoom(desk, 3, 5);
+    const std::string file = desk.path("view.csv");
+    onDialog([&](QDialog& dialog) {
+        auto& what = control<QComboBox>(dialog, "cboContent");
+        what.setCurrentIndex(what.findText("The rows in view"));
+        click(dialog, "cmdNone");
+        EXPECT_FALSE(control<QPushButton>(dialog, "cmdOK").isEnabled());
+        auto& columns = control<QListWidget>(dialog, "lstColumns");
+        columns.setCurrentItem(columns.findItems("LeqA_dB", Qt::MatchExactly).front());
+        QTest::keyClick(&columns, Qt::Key_Space);
+        const auto& preview = control<QTableWidget>(dialog, "grdPreview");
+        EXPECT_EQ(preview.item(0, columns.currentRow())->text(), "79.3");
+        EXPECT_TRUE(preview.isColumnHidden(0));
+        type(control<QLineEdit>(dialog, "txtName"), file.c_str());
+        click(dialog, "cmdOK");
+    });
+    desk.command("Export...").trigger();
+    EXPECT_EQ(desk.bytesOf("view.csv"), "LeqA_dB\n79.3\n77\n75.9\n");
+    EXPECT_EQ(desk.panel("Status"), QString::fromStdString("3 lines were written to '" + file + "'"));
+
+    const QString picture = QString::fromStdString(desk.path("view.png"));
+    onDialog([&](QDialog& dialog) {
+        control<QDoubleSpinBox>(dialog, "spnWidth").setValue(12.7);
+        control<QDoubleSpinBox>(dialog, "spnHeight").setValue(25.4);
+        control<QSpinBox>(dialog, "spnResolution").setValue(60);
+        EXPECT_EQ(control<QLabel>(dialog, "lblPixels").text(), "300 by 600 pixels");
+        onDialog([&](QDialog& save) {
+            save.findChild<QLineEdit*>()->setText(picture);
+            QTest::keyClick(&save, Qt::Key_Return);
+        });
+        click(dialog, "cmdOK");
+    });
+    desk.command("Export Picture...").trigger();
+    EXPECT_EQ(QImage(picture).size(), QSize(300, 600));
 }
 
 } // namespace

@@ -168,6 +168,7 @@ TEST(RankTable, SaysWhatEachMethodGivesAndCountsTheTimeNotWorn) {
     EXPECT_EQ(table.Rows[1].Verdict, Verdict::None);
     EXPECT_EQ(rankText(table).substr(0, 5), "Name\t");
     table = rankTable(worn.log, list, worn.options, kCorrectionNone, 0.5);
+    EXPECT_NE(rankText(table).find("\r\nWorn for 50 % of the time"), std::string::npos);
     EXPECT_NEAR(*table.Rows[0].Level, 87.1249, 0.0001); // 10 lg (0.5 10^7.5 + 0.5 10^9)
     EXPECT_EQ(table.Rows[0].Verdict, Verdict::Insufficient);
     EXPECT_EQ(table.Rows[0].Cells.back(), "\u2717 insufficient (87.1)");

@@ -54,6 +54,7 @@ TEST(AssessmentReport, SaysWhatTheGroupComesToAndLeavesRoomToSign) {
          {"Hall 3 - Exposure Assessment\n", "Welding shop\n", "ISO 9612:2009, By tasks\n", "Grinding\n",
           "91.0  91.0  91.0\n", "100 %\n", "88.0 dB \u00B1 3.0 dB\n", // 91 less 10 lg 2; U = 1.65 sqrt(1.5² + 1)
           "\u2717 exceeded\n", "Upper action value, week\n", "The protector fits this exposure.\n", // 73 dB
+          "100 % of the time, 8.0 h of the effective day\n",
           "\u2022 No C-weighted peak was measured.  Peaks are not compared.\n", "dose 199 % of 85 dB"})
         EXPECT_NE(text.find(words), std::string::npos) << words << text;
     EXPECT_EQ(text.find("SHA-256"), std::string::npos) << "there are no data files";

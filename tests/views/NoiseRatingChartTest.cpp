@@ -14,7 +14,7 @@ TEST(NoiseRatingChart, DrawsTheCurvesAndTheLogOnTop) {
     ASSERT_TRUE(chart);
     EXPECT_EQ(chart->Shape, ChartShape::Line);
     EXPECT_EQ(chart->Title, "Yard Noise Rating Curves");
-    EXPECT_EQ(chart->Footnote, "Noise Rating Level = 73    ");
+    EXPECT_EQ(chart->Footnote, "Noise Rating Level = 73    \nNR by the curves (ISO/R 1996:1971) = 72.5");
     EXPECT_FALSE(chart->HasLegend);
     EXPECT_EQ(chart->PrimaryRange->Maximum, 150);
     EXPECT_EQ(chart->RowCount, 9U);

@@ -26,7 +26,7 @@ public:
     void savePicture(const ChartData& chart, const Locale& locale, const std::string& path, PictureSize size) override {
         chaTab tab(locale);
         tab.setChart(chart);
-        tab.savePicture(path, QSizeF(size.Width, size.Height), size.PixelsOfDot);
+        tab.savePicture(path, size);
     }
 
     bool writePdf(const Session& session, bool isLandscape, const LayOut& layOut, const std::string& path,

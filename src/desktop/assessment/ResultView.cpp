@@ -81,7 +81,7 @@ QSize ScaleView::sizeHint() const {
     return {10 * kMargin, kScaleLines * fontMetrics().height() + 2 * kGap};
 }
 
-// From above: the words of the level, the band with the level in it, the axis with its marks.
+// From the top down there are the words of the level, the band with the level in it, and the axis with its marks.
 void ScaleView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -144,7 +144,7 @@ QSize TaskBarsView::sizeHint() const {
     return {10 * kMargin, rowHeight() * static_cast<int>(bars_.size())};
 }
 
-// A line a task: its name, the bar, and the words behind the bar.
+// Each task has a line with its name, the bar, and the words behind the bar.
 void TaskBarsView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const int line = fontMetrics().height();
@@ -178,12 +178,13 @@ ResultView::ResultView(const Session& session) : session_(session) {
     large.setBold(true);
     lblGroup_->setFont(large);
     layout->addWidget(scale_ = new ScaleView(session));
-    lblTasks_ = addLabel("lblTasks", *column_);
-    lblTasks_->setText(heading(loadText(session, Text::HeadingContributions)));
-    layout->addWidget(bars_ = new TaskBarsView(session));
     lblFigures_ = addLabel("lblFigures", *column_);
     lblActions_ = addLabel("lblActions", *column_);
     lblWarnings_ = addLabel("lblWarnings", *column_);
+    // Last, because there may be many tasks.
+    lblTasks_ = addLabel("lblTasks", *column_);
+    lblTasks_->setText(heading(loadText(session, Text::HeadingContributions)));
+    layout->addWidget(bars_ = new TaskBarsView(session));
     layout->addStretch(1);
     setWidget(column_);
     Show(nullptr);
@@ -191,7 +192,7 @@ ResultView::ResultView(const Session& session) : session_(session) {
 
 QLabel* ResultView::addLabel(const char* name, QWidget& column) {
     auto* const label = new QLabel;
-    label->setObjectName(QLatin1String(name)); // what stands there is what is heard
+    label->setObjectName(QLatin1String(name)); // without an accessible name, so that its text is read out
     label->setWordWrap(true);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     column.layout()->addWidget(label);

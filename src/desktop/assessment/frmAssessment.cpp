@@ -22,7 +22,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kManyFiles = 3; // from there on their reading can be seen and ended
+constexpr std::size_t kManyFiles = 3; // so many are read under a dialog with a Cancel button
 constexpr int kLeftWidth = 560;       // pixels
 constexpr int kRightWidth = 440;
 
@@ -122,7 +122,7 @@ void frmAssessment::later(const std::function<void()>& work) {
 void frmAssessment::apply(std::optional<AssessmentEdit> edit, const std::string& refused, Text::Id why) {
     if (!edit) {
         session_.ShowMessage(ReplaceText(session_.LoadText(why), "^", refused), kIconInformation);
-        return showAll(); // what was typed goes
+        return showAll(); // the cell or field shows its value again
     }
     document_.Change(edit->Title, std::move(edit->Next));
     Refresh();
@@ -136,7 +136,7 @@ void frmAssessment::Refresh() {
     emit StateChanged();
 }
 
-// Of many files the user sees how many are read, and can put an end to it.
+// While many files are read, a dialog shows how many there are still to come, and can be cancelled.
 void frmAssessment::readDataFiles() {
     const std::size_t files = measured_.unread(document_.Now(), document_.Path()).size();
     if (files < kManyFiles) {
@@ -225,7 +225,7 @@ void frmAssessment::AddSample(const LogSample& sample) {
     apply(withRows(session_, document_.Now(), tree_->Selected(), sample.Rows, sample.Name), {});
 }
 
-// An editor that loses the focus hands over what is in it, and that is deferred.
+// An editor hands over its entry when it loses the focus. Edits are deferred, so those that wait are made at once.
 void frmAssessment::CommitEntries() {
     QWidget* const focused = QApplication::focusWidget();
     if (qobject_cast<QLineEdit*>(focused) == nullptr || !isAncestorOf(focused)) return;
@@ -254,7 +254,7 @@ std::unique_ptr<PagedDocument> frmAssessment::Report(const PageMetrics& paper) c
 
 void frmAssessment::Save(bool bSaveAs) {
     if (!SaveAssessment(session_, document_, bSaveAs, askName_)) return;
-    Refresh(); // data files go by other names
+    Refresh(); // the names of the data files may now be relative to another folder
 }
 
 bool frmAssessment::MayClose() {

@@ -21,7 +21,8 @@ constexpr int kPlaceRole = Qt::UserRole;
 constexpr int kLeastWidth = 48; // pixels
 constexpr int kSamplesWidth = 130;
 
-// Edits what a cell is typed in as, in the cells that are typed in, and hands over what was typed.
+// The editor of a cell begins with the whole entry, not with the rounded figure that the cell shows, and reports what
+// the user has typed. Cells of computed figures have no editor.
 class CellDelegate : public QStyledItemDelegate {
 public:
     explicit CellDelegate(tvwAssessment& tree) : QStyledItemDelegate(&tree), tree_(tree) {}

@@ -1,16 +1,14 @@
 #include "desktop/pages/GraphPage.h"
 
-#include "app/Documents.h"
 #include "charts/chaTab.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmChartTable.h"
-#include "platform/RuntimeError.h"
+#include "dialogs/frmPicture.h"
 #include "views/ChartSummary.h"
 #include "views/CopyData.h"
 #include "views/TimeChart.h"
 
 #include <QBoxLayout>
-#include <QFileDialog>
 
 #include <utility>
 
@@ -78,20 +76,8 @@ std::unique_ptr<PagedDocument> GraphPage::Pages(const PrintedView& printed) cons
     return shownChart() == nullptr ? nullptr : chartPages(printed, chart_->onPage(), {});
 }
 
-void GraphPage::SavePicture(const clsLog& inView) {
-    if (shownChart() == nullptr) return;
-    const QString start =
-        shown(session_.Options.DefaultDataDirectory) + shown(inView.Name).replace('/', '-').replace('\\', '-') + ".png";
-    QString filter;
-    QString name = QFileDialog::getSaveFileName(window(), loadText(session_, Text::SavePicture), start,
-                                                fileFilter(session_.LoadText(Text::PictureFilter)), &filter);
-    if (name.isEmpty()) return;
-    if (QFileInfo(name).suffix().isEmpty()) name += filter.section("*", 1).section(')', 0, 0);
-    try {
-        chart_->savePicture(name.toStdString(), chart_->size());
-    } catch (const RuntimeError& error) {
-        session_.ShowMessage(saveErrorText(session_, error, name.toStdString()), kIconExclamation);
-    }
+void GraphPage::ExportPicture(const clsLog& inView) {
+    if (shownChart() != nullptr) frmPicture::Export(session_, inView.Name, chart_->pictureWriter(), window());
 }
 
 void GraphPage::ShowTable() const {

@@ -27,8 +27,8 @@ public:
 
     void FollowLegend(); // shows or hides it as the view says
     void FollowNote();
-    void SavePicture(const clsLog& inView); // under a name that the user chooses
-    void ShowTable() const;                 // the chart's values, in a dialog
+    void ExportPicture(const clsLog& inView); // as the user chooses
+    void ShowTable() const;                   // the chart's values, in a dialog
 
     // The first and the last visible row, counted from 0; nothing without a chart.
     std::optional<std::pair<std::size_t, std::size_t>> RowsInView() const;

@@ -1,0 +1,98 @@
+#include "dialogs/DialogFit.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <string_view>
+
+namespace kestrane {
+
+namespace {
+
+constexpr QSize kFrame(16, 48); // pixels: the border and the title that a desktop adds
+
+// Dialogs of the toolkit lay themselves out.
+bool isOurs(const QDialog& dialog) {
+    const std::string_view name = dialog.metaObject()->className();
+    return name == "QDialog" || name.starts_with("kestrane::");
+}
+
+// The row of buttons that ends the dialog; null when it ends with something else.
+QWidget* buttonsOf(const QLayout& layout) {
+    QWidget* const last = layout.itemAt(layout.count() - 1)->widget();
+    if (last == nullptr) return nullptr;
+    const bool hasButtons = qobject_cast<QDialogButtonBox*>(last) != nullptr ||
+                            last->findChild<QPushButton*>("cmdCancel") != nullptr ||
+                            last->findChild<QPushButton*>("cmdClose") != nullptr;
+    return hasButtons ? last : nullptr;
+}
+
+// Puts everything but the buttons into an area that scrolls.
+void scroll(QDialog& dialog) {
+    QLayout* const layout = dialog.layout();
+    QWidget* const buttons = buttonsOf(*layout);
+    if (buttons != nullptr) layout->removeWidget(buttons);
+    layout->setSizeConstraint(QLayout::SetDefaultConstraint);
+    auto* const content = new QWidget;
+    content->setLayout(layout); // takes it from the dialog
+    auto* const area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setWidget(content);
+    auto* const outer = new QVBoxLayout(&dialog);
+    outer->addWidget(area, 1);
+    if (buttons != nullptr) outer->addWidget(buttons);
+}
+
+// The size at which nothing has to be scrolled, as far as there is room.
+QSize wantedSize(const QDialog& dialog, QSize room) {
+    const auto* const area = dialog.findChild<QScrollArea*>({}, Qt::FindDirectChildrenOnly);
+    const QSize inside = area->widget()->sizeHint().expandedTo(area->widget()->minimumSizeHint());
+    const int bar = area->verticalScrollBar()->sizeHint().width();
+    const int below = dialog.minimumSizeHint().height() - area->minimumSizeHint().height();
+    const QMargins margins = dialog.layout()->contentsMargins();
+    return QSize(inside.width() + bar + margins.left() + margins.right(), inside.height() + below).boundedTo(room);
+}
+
+} // namespace
+
+DialogFit::DialogFit(QSize room) : room_(room) {
+    qApp->installEventFilter(this);
+}
+
+QSize DialogFit::roomFor(const QDialog& dialog) const {
+    return room_.isEmpty() ? dialog.screen()->availableSize() - kFrame : room_;
+}
+
+bool DialogFit::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::Polish && event->type() != QEvent::Show) return false;
+    auto* const dialog = qobject_cast<QDialog*>(watched);
+    if (dialog == nullptr || !isOurs(*dialog) || dialog->layout() == nullptr || dialog->layout()->count() == 0)
+        return false;
+    const QSize room = roomFor(*dialog);
+    if (event->type() == QEvent::Polish) {
+        const QSize least = dialog->minimumSizeHint();
+        const bool isScrolled = least.width() > room.width() || least.height() > room.height();
+        if (isScrolled) scroll(*dialog);
+        const QSize size = isScrolled ? wantedSize(*dialog, room) : dialog->size().boundedTo(room);
+        if (isScrolled || dialog->testAttribute(Qt::WA_Resized)) dialog->resize(size);
+        return false;
+    }
+    // A dialog takes its place beside its parent, which may be near an edge.
+    const QRect area = dialog->screen()->availableGeometry();
+    const QSize size = dialog->frameGeometry().size();
+    const QPoint corner(std::clamp(dialog->x(), area.left(), std::max(area.left(), area.right() + 1 - size.width())),
+                        std::clamp(dialog->y(), area.top(), std::max(area.top(), area.bottom() + 1 - size.height())));
+    if (corner != dialog->pos()) dialog->move(corner);
+    return false;
+}
+
+} // namespace kestrane

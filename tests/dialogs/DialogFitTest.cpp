@@ -1,0 +1,83 @@
+#include "dialogs/DialogFit.h"
+
+#include "TestSession.h"
+#include "dialogs/ModalDialog.h"
+#include "dialogs/frmCutIntervals.h"
+#include "dialogs/frmExport.h"
+#include "dialogs/frmHPD.h"
+#include "dialogs/frmOptions.h"
+#include "explorer/NodeKeys.h"
+#include "protection/ProtectorDatabase.h"
+
+#include <QAbstractScrollArea>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QSlider>
+#include <QTabWidget>
+
+namespace kestrane {
+namespace {
+
+// What a user reads or hits has the room that it needs, and the buttons that end the dialog are in view.
+void expectWhole(QDialog& dialog, QSize room, const char* what) {
+    const std::string where = std::string(what) + " in " + std::to_string(room.width());
+    EXPECT_LE(dialog.width(), room.width()) << where;
+    EXPECT_LE(dialog.height(), room.height()) << where;
+    int ends = 0;
+    for (const QWidget* widget : dialog.findChildren<QWidget*>()) {
+        const bool isControl =
+            qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+            qobject_cast<const QLineEdit*>(widget) != nullptr || qobject_cast<const QComboBox*>(widget) != nullptr ||
+            qobject_cast<const QSlider*>(widget) != nullptr || qobject_cast<const QLabel*>(widget) != nullptr;
+        if (!isControl || !widget->isVisible()) continue;
+        const std::string name = where + ": " + widget->objectName().toStdString();
+        const bool isElided = widget->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored;
+        EXPECT_TRUE(isElided || widget->width() >= widget->minimumSizeHint().width()) << name;
+        EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << name;
+        if (widget->objectName() != "cmdOK" && widget->objectName() != "cmdCancel") continue;
+        EXPECT_TRUE(dialog.rect().contains(QRect(widget->mapTo(&dialog, QPoint()), widget->size()))) << name;
+        ++ends;
+    }
+    EXPECT_GT(ends, 0) << where;
+}
+
+TEST(DialogFit, NoDialogIsLargerThanItsScreenAndNothingIsCut) {
+    TestSession test;
+    ProtectorCollection protectors;
+    protectors.Protectors.resize(3);
+    test.session.protectors = &protectors;
+    auto& file = test.session.OpenFiles.emplace_back(std::make_unique<clsFile>(test.session, "/data/a.xml"));
+    auto& data = file->InstrumentDatas.emplace_back(std::make_unique<clsInsData>(test.session));
+    clsLog& log = *data->Locations.emplace_back(std::make_unique<clsLog>(test.session));
+    log.LogIntervals.setArraySize(3);
+    AssignIdentities(test.session, false, 0);
+    const ExportSubject subject{"L1I1F1", "L1I1F1", &log, {1, 3}};
+    for (const QSize screen : {QSize(1366, 768), QSize(1024, 768), QSize(3840, 2160)}) {
+        for (const double scale : {1.0, 1.5, 2.0}) {
+            const QSize room = (QSizeF(screen) / scale).toSize();
+            const DialogFit fit(room);
+            onDialog([&](QDialog& dialog) {
+                auto& pages = control<QTabWidget>(dialog, "tabSettings");
+                for (int page = 0; page < pages.count(); ++page) {
+                    pages.setCurrentIndex(page);
+                    expectWhole(dialog, room, "settings");
+                }
+                EXPECT_GE(control<QSlider>(dialog, "sliderWidth").width(), 60);
+            });
+            frmOptions::ShowFromToolsMenu(test.session, nullptr);
+            onDialog([&](QDialog& dialog) { expectWhole(dialog, room, "display options"); });
+            frmOptions::ShowFromLogTabCtrlRightClick(test.session, log, kInterval, QPoint(5000, 5000), nullptr);
+            onDialog([&](QDialog& dialog) { expectWhole(dialog, room, "protectors"); });
+            frmHPD::ShowMaintenanceScreen(test.session, {}, nullptr);
+            onDialog([&](QDialog& dialog) { expectWhole(dialog, room, "export"); });
+            frmExport(test.session, subject, nullptr).exec();
+            onDialog([&](QDialog& dialog) { expectWhole(dialog, room, "intervals"); });
+            frmCutIntervals::getIntervals(test.session, log, nullptr);
+        }
+    }
+}
+
+} // namespace
+} // namespace kestrane
