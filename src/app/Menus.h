@@ -77,7 +77,8 @@ enum class Command {
     LogDisplayOptions,
     FileNewAssessment,
     LogAddToAssessment,
-    PrintCriteria
+    PrintCriteria,
+    ViewHistory
 };
 
 // The place of a command in a menu. The items of a menu are in the order of their index, and a gap in the indexes is a

@@ -64,6 +64,7 @@ struct LogData : CarriedLogData {
     bool IsErraticIntervals = false;
     std::vector<clsPeak> Peaks;
     std::string Note;
+    std::string CutReason; // why intervals are left out, as the user gave it; not in the data file
     clsDate FactoryCalibDate, CalibDate;
     clsTime CalibTime;
     clsDate StartDate, EndDate;

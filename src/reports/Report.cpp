@@ -151,6 +151,7 @@ void Report::placeBlock(const Block& block) {
     for (const auto& [caption, texts] : block.Lines) {
         place(body.Left, caption, kBodyFont);
         for (const std::string& text : texts) {
+            if (top_ + line_ > body.Bottom) newPage();
             place(body.Left + block.Indent, text, kBodyFont);
             top_ += line_;
         }

@@ -1,0 +1,27 @@
+#include "views/HistoryTable.h"
+
+#include "model/Session.h"
+#include "platform/TabbedText.h"
+
+namespace kestrane {
+
+HistoryTable historyTable(const clsFile& file) {
+    HistoryTable table;
+    for (const Text::Id caption : {Text::TimeColumn, Text::HistoryWhatColumn, Text::HistoryLogColumn,
+                                   Text::HistoryBeforeColumn, Text::HistoryAfterColumn, Text::HistoryReasonColumn})
+        table.Captions.push_back(file.session().LoadText(caption));
+    for (const HistoryLine& line : file.History.lines())
+        table.Rows.push_back(
+            {ReplaceText(line.Time, "T", " "), line.What, line.Log, line.Before, line.After, line.Reason});
+    return table;
+}
+
+std::string historyText(const HistoryTable& table) {
+    std::string text;
+    addTabbedLine(text, table.Captions);
+    for (const auto& row : table.Rows)
+        addTabbedLine(text, row);
+    return text;
+}
+
+} // namespace kestrane
