@@ -7,6 +7,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 #include "platform/Utf8.h"
+#include "views/HistoryTable.h"
 #include "views/RowTimes.h"
 
 #include <algorithm>
@@ -55,12 +56,6 @@ std::string exposureOf(const Source& source) {
                        figures);
 }
 
-std::string withReason(const Source& source, const std::string& text, const std::string& reason) {
-    if (reason.empty()) return text;
-    const std::string words = source.words(Text::ExcludedBecause);
-    return ReplaceText(words, "^", text).replace(words.find('*') + text.size() - 1, 1, reason);
-}
-
 std::string spanOf(const RowTimes& times, std::size_t first, std::size_t last) {
     return first == last ? times.dateAndTime(first) : times.dateAndTime(first) + " - " + times.dateAndTime(last);
 }
@@ -97,14 +92,14 @@ std::string excludedRows(const Source& source) {
     if (count == 0) return source.words(Text::NoneExcluded);
     if (left > 0) stretches += "; " + ReplaceText(source.words(Text::MoreRanges), "^", std::to_string(left));
     return withReason(
-        source, ReplaceText(ReplaceText(source.words(Text::ExcludedOf), "^", std::to_string(count)), "*", stretches),
+        source.log.session(),
+        ReplaceText(ReplaceText(source.words(Text::ExcludedOf), "^", std::to_string(count)), "*", stretches),
         source.log.CutReason);
 }
 
-std::string changeText(const Source& source, const HistoryLine& line) {
-    std::string text = ReplaceText(line.Time, "T", " ") + " " + line.What;
-    if (!line.Before.empty() || !line.After.empty()) text += ": " + line.Before + " \u2192 " + line.After;
-    text = withReason(source, text, line.Reason);
+std::string shownChange(const Source& source, const HistoryLine& line) {
+    const std::string change = changeText(source.log.session(), line);
+    const std::string text = ReplaceText(line.Time, "T", " ") + " " + line.What + (change.empty() ? "" : ": ") + change;
     return text.size() <= kLongestChange ? text : std::string(firstBytes(text, kLongestChange)) + "\u2026";
 }
 
@@ -113,7 +108,7 @@ std::vector<std::string> changesOf(const Source& source) {
     std::vector<std::string> changes;
     for (const HistoryLine& line : source.file.History.lines()) {
         const bool isSave = line.OfFile && line.What == source.words(Text::HistorySaved);
-        if (!isSave && (line.Log.empty() || line.Log == source.log.Name)) changes.push_back(changeText(source, line));
+        if (!isSave && (line.Log.empty() || line.Log == source.log.Name)) changes.push_back(shownChange(source, line));
     }
     if (changes.size() <= kMostChanges) return changes;
     const std::size_t earlier = changes.size() - kMostChanges;

@@ -16,6 +16,19 @@ HistoryTable historyTable(const clsFile& file) {
     return table;
 }
 
+std::string changeText(const Session& session, const HistoryLine& line) {
+    const bool isTold = !line.Before.empty() || !line.After.empty();
+    return withReason(session, isTold ? line.Before + " \u2192 " + line.After : std::string(), line.Reason);
+}
+
+// The text or the reason may itself contain what stands for the other.
+std::string withReason(const Session& session, const std::string& text, const std::string& reason) {
+    if (reason.empty()) return text;
+    std::string words = session.LoadText(Text::ExcludedBecause);
+    words.replace(words.find('*'), 1, reason);
+    return words.replace(words.find('^'), 1, text);
+}
+
 std::string historyText(const HistoryTable& table) {
     std::string text;
     addTabbedLine(text, table.Captions);

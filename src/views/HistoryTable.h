@@ -16,6 +16,12 @@ struct HistoryTable {
 
 HistoryTable historyTable(const clsFile& file);
 
+// What a line says beyond time, what and log: "before → after (reason: ...)". Empty when it says no more.
+std::string changeText(const Session& session, const HistoryLine& line);
+
+// A text with the reason for it, which may be empty.
+std::string withReason(const Session& session, const std::string& text, const std::string& reason);
+
 // The lines of the table with tabs between the cells, CR LF behind each; the captions first.
 std::string historyText(const HistoryTable& table);
 
