@@ -1,5 +1,6 @@
 #include "files/HistoryFile.h"
 
+#include "model/LogParameters.h"
 #include "model/Session.h"
 #include "platform/AppendedFile.h"
 #include "platform/Files.h"
@@ -8,6 +9,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace kestrane {
@@ -31,6 +33,7 @@ constexpr const char* kLogs = "Logs"; // in a line that says what the data file 
 constexpr const char* kPosition = "Position";
 constexpr const char* kCriterion = "CriterionDose";
 constexpr const char* kExchange = "ExchangeDose";
+constexpr const char* kReported = "Reported"; // names of figures
 constexpr const char* kCutReason = "CutReason";
 
 std::string textOf(const Json& json, const char* key) {
@@ -46,11 +49,37 @@ std::int16_t decibelsOf(const Json& json, const char* key) {
     return found->get<std::int16_t>();
 }
 
+// Calls visit(name, bit) for each cumulative figure that a log can have.
+template <class Visit>
+void forEachFigure(Visit&& visit) {
+    for (const LogChannel channel : kChannels)
+        for (const Parameter parameter : kParameters)
+            if (const std::string_view name = sourceOf(channel, parameter).cumulativeName; !name.empty())
+                visit(name, reportedBit(channel, parameter));
+}
+
+std::uint64_t reportedOf(const Json& json) {
+    std::uint64_t figures = 0;
+    const auto names = json.find(kReported);
+    forEachFigure([&](std::string_view name, std::uint64_t bit) {
+        if (names != json.end() && std::ranges::find(*names, name) != names->end()) figures |= bit;
+    });
+    return figures;
+}
+
+Json reportedNames(std::uint64_t figures) {
+    Json names = Json::array();
+    forEachFigure([&](std::string_view name, std::uint64_t bit) {
+        if ((figures & bit) != 0) names.push_back(name);
+    });
+    return names;
+}
+
 LogRemarks remarksOf(const Json& json) {
     const auto position = json.find(kPosition);
     const bool isPlaced = position != json.end() && position->is_number_unsigned();
     return {isPlaced ? position->get<std::size_t>() : SIZE_MAX, decibelsOf(json, kCriterion),
-            decibelsOf(json, kExchange), textOf(json, kCutReason)};
+            decibelsOf(json, kExchange), reportedOf(json), textOf(json, kCutReason)};
 }
 
 HistoryLine lineOf(const Session& session, std::string_view text) {
@@ -81,6 +110,7 @@ std::string textOf(const HistoryLine& line) {
             logs.push_back({{kPosition, log.Position},
                             {kCriterion, log.CriterionDose},
                             {kExchange, log.ExchangeDose},
+                            {kReported, reportedNames(log.ReportedFigures)},
                             {kCutReason, log.CutReason}});
     }
     return json.dump(-1, ' ', true, Json::error_handler_t::replace) + "\n"; // ASCII, as the data file is
@@ -101,12 +131,20 @@ std::shared_ptr<FileBytes> historyBytes(const Session& session, const std::strin
     return bytes;
 }
 
+std::uint64_t reportedFiguresOf(const clsLog& log) {
+    std::uint64_t figures = 0;
+    for (const LogChannel channel : kChannels)
+        for (const Parameter parameter : kParameters)
+            if (isAsReported(log, channel, parameter)) figures |= reportedBit(channel, parameter);
+    return figures;
+}
+
 std::vector<LogRemarks> remarksOf(const clsFile& file) {
     std::vector<LogRemarks> remarks;
     std::size_t position = 0;
     forEachLog(file, [&](const clsLog& log) {
         if (log.CriterionDose != 0 || !log.CutReason.empty())
-            remarks.push_back({position, log.CriterionDose, log.ExchangeDose, log.CutReason});
+            remarks.push_back({position, log.CriterionDose, log.ExchangeDose, reportedFiguresOf(log), log.CutReason});
         ++position;
     });
     return remarks;
@@ -159,6 +197,7 @@ void GiveRemarks(clsFile& file) {
         clsLog& log = *logs[remarks.Position];
         log.CriterionDose = remarks.CriterionDose;
         log.ExchangeDose = remarks.ExchangeDose;
+        log.ReportedFigures = remarks.ReportedFigures;
         log.CutReason = remarks.CutReason;
     }
 }

@@ -16,6 +16,7 @@ struct Session;
 struct LogRemarks {
     std::size_t Position = 0; // of the log in the document, in the order of the tree, from 0
     std::int16_t CriterionDose = 0, ExchangeDose = 0;
+    std::uint64_t ReportedFigures = 0;
     std::string CutReason;
 };
 

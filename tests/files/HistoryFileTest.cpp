@@ -1,6 +1,7 @@
 #include "files/HistoryFile.h"
 
 #include "files/OpenedFile.h"
+#include "model/LogParameters.h"
 #include "platform/Sha256.h"
 
 #include <gtest/gtest.h>
@@ -38,6 +39,9 @@ TEST_F(KeptHistory, ComesBackWithTheRemarksOfItsLogsAndOnlyGrows) {
     second.CriterionDose = 85;
     second.ExchangeDose = 3;
     second.CutReason = "Radio \"on\" \xC3\xA4";
+    second.DoseETCumA.Value(40); // the instrument's own
+    second.DoseMTCumA.Value(30);
+    second.DoseMTCumA.CalcValue(20); // computed since, and read back as if it had been reported
     EXPECT_EQ(FileSave(first.file), "");
     const std::string kept = readText(name);
     add("Two");
@@ -49,6 +53,9 @@ TEST_F(KeptHistory, ComesBackWithTheRemarksOfItsLogsAndOnlyGrows) {
     EXPECT_EQ(again->History.lines().back().After, sha256OfFile(first.file.FileName));
     const clsLog& log = *again->InstrumentDatas.front()->Locations.at(1);
     EXPECT_EQ(std::tuple(log.CriterionDose, log.ExchangeDose, log.CutReason), std::tuple(85, 3, second.CutReason));
+    EXPECT_EQ(log.DoseMTCumA.Value(), 20);
+    EXPECT_TRUE(isAsReported(log, kChannelA, eDoseET));
+    EXPECT_FALSE(isAsReported(log, kChannelA, eDoseMT));
     EXPECT_EQ(again->InstrumentDatas.front()->Locations.front()->CriterionDose, 0);
 }
 
