@@ -19,6 +19,11 @@ def write(name, text):
         file.write(text)
 
 
+def marked(log):
+    """The figures that are said to be the instrument's own."""
+    return [name for name, figure in log.items() if isinstance(figure, dict) and figure.get("Reported")]
+
+
 def read(name):
     with open(name, encoding="utf-8") as file:
         return file.read()
@@ -120,9 +125,10 @@ class Calls(InAFolder):
                             "<leq><f>85</f></leq><edose>70</edose><dh>10</dh></ca></log></logs></instrument-data></instruments>")
         for words, expected in (([], []), (["--criterion", "80"], ["DoseETCumA", "DoseHourA"]),
                                 (["--exposure", "12"], ["DoseETCumA"]), (["--exposure", "12", "--mode", "0"], [])):
-            log = json.loads(run("recalc", "halcyr.xml", *words)[1])
-            marked = {name: figure["Reported"] for name, figure in log.items() if isinstance(figure, dict) and "Reported" in figure}
-            self.assertEqual(marked, dict.fromkeys(expected, True), words)
+            self.assertEqual(marked(json.loads(run("recalc", "halcyr.xml", *words)[1])), expected, words)
+        for name, expected in (("halcyr.xml", ["DoseETCumA", "DoseHourA"]), (DOSIMETER, [])):    # the other computes its doses
+            run("recalc", name, "--criterion", "80", "--history", "-o", "kept.xml")
+            self.assertEqual(marked(json.loads(run("show", "kept.xml")[1])["InstrumentDatas"][0]["Locations"][0]), expected)
 
     def test_merging_adds_every_log_once_and_leaves_the_sources_alone(self):
         write("same.xml", read(DOSIMETER))     # the same instrument: no second collection
