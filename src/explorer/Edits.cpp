@@ -101,11 +101,11 @@ clsFile* otherOf(const EditStep& step, const clsFile& file) {
     return step.Joined->Source == &file ? step.Joined->Target : step.Joined->Source;
 }
 
-// Adds the line of a step that has just been done, undone or done again.
+// Adds the line of a step that has just been done, undone or done again. Only figures may still be on their way.
 void addLine(clsFile& file, const EditStep& step, std::string what) {
     HistoryLine line = historyLine(file.session(), std::move(what));
     step.describe(line);
-    file.History.add(std::move(line), &step);
+    file.History.add(std::move(line), dynamic_cast<const LogStep*>(&step));
 }
 
 void markAgain(clsFile& file, bool isOfContent) {

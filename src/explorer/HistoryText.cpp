@@ -66,7 +66,7 @@ void add(std::string& list, const std::string& caption, const std::string& value
 } // namespace
 
 void describeChange(const clsLog& before, const clsLog& after, HistoryLine& line) {
-    line.Log = after.Name;
+    if (line.Log.empty()) line.Log = after.Name; // it may have got another name since
     line.Before.clear();
     line.After.clear();
     const auto compare = [&](const std::string& caption, const std::string& was, const std::string& is) {

@@ -298,6 +298,7 @@ TEST(History, SaysWhatEveryEditChangedOnceItsFiguresAreThere) {
 
     renameNode(one.session, "L1I1F1", "Evening");
     EXPECT_EQ(last(), "Rename|Morning|Evening|");
+    EXPECT_EQ(one.file().History.lines().at(2).Log, "Morning");
     PasteNode(one.session, "L1I1F1", "I1F1", false);
     EXPECT_EQ(last(), "Paste||Evening|");
     ExplorerState state;
