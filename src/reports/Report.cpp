@@ -92,7 +92,7 @@ Report::Report(const ReportSubject& subject, ReportForm form, const PageMetrics&
     const Block closing = ownWords(log.session().Options.ReportClosing);
     const Block origin = provenance(subject);
     const double last = closing.Height + origin.Height;
-    const bool isAllOnOnePage = !log.IsOctaveLog() && !includesIntervals(log, form);
+    const bool isAllOnOnePage = !log.IsOctaveLog() && !includesIntervals(log, form) && parts.empty();
     placeChart(subject, heightOf(figures), isAllOnOnePage ? last + 2 * line_ : 0);
     placeTable(figures);
     if (log.IsOctaveLog()) placeTable(frequencyTable(log));
