@@ -144,6 +144,19 @@ std::optional<std::string> askFreeName(Session& session, const clsFile& file, co
 
 } // namespace
 
+namespace {
+
+// What the user should know of the history beside a file that has just been opened. A line that is not kept there says
+// that another program has changed the file.
+void tellOfHistory(const clsFile& file) {
+    const Session& session = file.session();
+    if (!file.History.Fault.empty()) session.frame->Tell(file.History.Fault);
+    if (file.History.lines().size() > file.History.Kept)
+        session.frame->Tell(ReplaceText(session.LoadText(Text::ChangedByOtherTold), "^", file.ShortenedFileName()));
+}
+
+} // namespace
+
 bool isNamedAsDataFile(const std::string& name) {
     const std::string extension = extensionOf(name);
     return extension == ".xml" || extension == ".zdp" || isOldExtension(extension);
@@ -159,6 +172,7 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
         session.ShowMessage(message, kIconStop);
         return false;
     }
+    tellOfHistory(file);
     file.CopyDoseLogSamples();
     // Older formats contain only the instrument's own figures. Some figures depend on others of the pass before, so
     // there are two passes, as after a download.
@@ -253,7 +267,11 @@ Saved save(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& ask
     }
     Saved saved = Saved::Yes;
     try {
-        waitFor(session, [&] { FileSave(file); });
+        std::string historyFault;
+        waitFor(session, [&] { historyFault = FileSave(file); });
+        if (!historyFault.empty())
+            session.ShowMessage(ReplaceText(session.LoadText(Text::HistoryNotSaved), "^", historyFault),
+                                kIconExclamation);
     } catch (const RuntimeError& error) {
         session.ShowMessage(saveErrorText(session, error, file.FileName), kIconExclamation);
         file.FileName = nameBefore; // there is no file with the new name

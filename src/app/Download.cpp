@@ -29,7 +29,7 @@ bool DownloadData(const DownloadServices& services, clsFile* objFile) {
         const bool wasChanged = objFile->Changed;
         auto step = std::make_unique<ArrangementStep>(*objFile, Text::StepMerge);
         takeIn(*objFile, std::move(data));
-        objFile->Edits.record(std::move(step), wasChanged);
+        recordStep(*objFile, std::move(step), wasChanged);
         AssignIdentities(session, false, objFile->FileId);
     } else {
         auto file = std::make_unique<clsFile>(session, session.LoadText(Text::Untitled));

@@ -53,6 +53,7 @@ constexpr MenuItem kItems[] = {
     {Menu::View, 6, Command::ViewIntervals, Text::CommandAddRemoveIntervals, Text::TipIntervals, "intervals", "Ctrl+I",
      13},
     {Menu::View, 7, Command::ViewExposureTime, Text::CommandExposureTime, Text::TipExposureTime, "time", "Ctrl+E", 14},
+    {Menu::View, 9, Command::ViewHistory, Text::CommandHistory, Text::TipHistory, "", "Ctrl+Shift+H"},
 
     {Menu::Tools, 0, Command::ToolsSettings, Text::CommandSettings, Text::TipSettings, "settings", "Ctrl+,"},
     {Menu::Tools, 3, Command::ToolsSynchronizeClocks, Text::CommandSynchronizeClocks, Text::TipSynchronizeClock,
@@ -241,6 +242,10 @@ constexpr Rule kRules[] = {
     {Command::ToolsDownloadHPD,
      [](const Session& session, const MenuState&) { return session.protectors != nullptr && session.http != nullptr; }},
     {Command::ViewExposureTime, [](const Session&, const MenuState& state) { return isLogSelected(state); }},
+    {Command::ViewHistory,
+     [](const Session& session, const MenuState& state) {
+         return hasSelection(state) && resolve(session, state.SelectedKey).file != nullptr;
+     }},
     {Command::WindowReset, kOnExplorer},
     {Command::ForceRecalc,
      [](const Session& session, const MenuState& state) { return isLogSelected(state) && session.IsIdle(); }},

@@ -78,7 +78,8 @@ enum class Command {
     FileNewAssessment,
     LogAddToAssessment,
     PrintCriteria,
-    FileExport
+    FileExport,
+    ViewHistory
 };
 
 // The place of a command in a menu. The items of a menu are in the order of their index, and a gap in the indexes is a

@@ -300,8 +300,7 @@ bool isOfAnotherCriterion(const clsLog& log, LogChannel channel, Parameter param
     if (log.CriterionDose == 0 || depends == std::end(kCriterionFigures)) return false;
     const bool isOther =
         log.Exchange != log.ExchangeDose || (depends->byCriterion && log.Criterion != log.CriterionDose);
-    const clsValue figure = cumulativeValue(log, channel, parameter, 0);
-    return isOther && figure.Value() != 0 && figure.CalcValue() == figure.Value();
+    return isOther && isAsReported(log, channel, parameter);
 }
 
 // Whether a figure is what a level gives with the log's exposure time. For a dose, either the log's own criterion or

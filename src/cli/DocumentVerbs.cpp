@@ -6,6 +6,7 @@
 #include "cli/Json.h"
 #include "cli/Verbs.h"
 #include "explorer/CalculationEntries.h"
+#include "explorer/Edits.h"
 #include "explorer/NodeEditing.h"
 #include "explorer/NodeKeys.h"
 #include "model/LogParameters.h"
@@ -19,16 +20,33 @@ namespace kestrane {
 
 namespace {
 
+struct DocumentOutput {
+    std::string file; // of -o; empty when not given
+    bool keepsHistory = false;
+};
+
 // Saves the file when output is given, then prints the log.
-int finishLog(Program& program, const ChosenLog& chosen, const std::string& output, bool withIntervals = false) {
-    if (!output.empty() && !program.saveAs(*chosen.file, output)) return kFailed;
+int finishLog(Program& program, const ChosenLog& chosen, const DocumentOutput& output, bool withIntervals = false) {
+    if (!output.file.empty() && !program.saveAs(*chosen.file, output.file)) return kFailed;
     writeLog(program.out(), *chosen.log, chosen.key, withIntervals);
     program.out() << '\n';
     return kDone;
 }
 
-void addDocumentOutput(CLI::App& verb, std::string& output) {
-    addOutput(verb, output, "save the document as this XML data file");
+void addHistory(CLI::App& verb, bool& keepsHistory) {
+    verb.add_flag("--history", keepsHistory,
+                  "keep the history of the document beside the output, also where it has none");
+}
+
+void addDocumentOutput(CLI::App& verb, DocumentOutput& output) {
+    addOutput(verb, output.file, "save the document as this XML data file");
+    addHistory(verb, output.keepsHistory);
+}
+
+// Opens the log of a verb that changes it.
+std::optional<ChosenLog> openToChange(Program& program, const LogArguments& arguments, const DocumentOutput& output) {
+    program.KeepsHistory = output.keepsHistory;
+    return openLog(program, arguments);
 }
 
 void printDocument(Program& program, clsFile& file, bool withIntervals = false) {
@@ -58,10 +76,12 @@ RunVerb showVerb(CLI::App& verb) {
 struct SaveOptions {
     std::vector<std::string> files;
     OutputArguments outputs;
+    bool keepsHistory = false;
 };
 
 int save(Program& program, const SaveOptions& options) {
     const auto outputs = outputsOf(options.files, options.outputs, ".xml");
+    program.KeepsHistory = options.keepsHistory;
     return program.forEachFile(options.files, [&](clsFile& file, std::size_t i) {
         if (!program.saveAs(file, outputs[i])) return false;
         printDocument(program, file);
@@ -73,15 +93,17 @@ RunVerb saveVerb(CLI::App& verb) {
     const auto options = std::make_shared<SaveOptions>();
     addFiles(verb, options->files);
     addOutputs(verb, options->outputs, "the XML data file to write");
+    addHistory(verb, options->keepsHistory);
     return [options](Program& program) { return save(program, *options); };
 }
 
 struct MergeOptions {
     std::vector<std::string> files;
-    std::string output;
+    DocumentOutput output;
 };
 
 int merge(Program& program, const MergeOptions& options) {
+    program.KeepsHistory = options.output.keepsHistory;
     std::vector<clsFile*> files;
     for (const std::string& name : options.files) {
         clsFile* const file = program.open(name);
@@ -97,7 +119,7 @@ int merge(Program& program, const MergeOptions& options) {
         const bool isAdded = PasteNode(program.session, fileKey(file), fileKey(into), false);
         if (!isAdded && !file.InstrumentDatas.empty()) return kFailed;
     }
-    if (!program.saveAs(into, options.output)) return kFailed;
+    if (!program.saveAs(into, options.output.file)) return kFailed;
     printDocument(program, into);
     return kDone;
 }
@@ -109,7 +131,8 @@ RunVerb mergeVerb(CLI::App& verb) {
     verb.add_option("FILE", options->files, "data files: the logs of all are added to those of the first")
         ->required()
         ->expected(kLeast, kMost);
-    addOutput(verb, options->output, "the XML data file to write")->required();
+    addOutput(verb, options->output.file, "the XML data file to write")->required();
+    addHistory(verb, options->output.keepsHistory);
     return [options](Program& program) { return merge(program, *options); };
 }
 
@@ -117,16 +140,20 @@ struct RecalcOptions : LogArguments {
     std::optional<std::int16_t> criterion, exchange;
     std::optional<float> exposure;
     CalcMode mode = kCalcFull;
-    std::string output;
+    DocumentOutput output;
 };
 
 int recalc(Program& program, const RecalcOptions& options) {
-    const auto chosen = openLog(program, options);
+    const auto chosen = openToChange(program, options, options.output);
     if (!chosen) return kFailed;
     clsLog& log = *chosen->log;
-    setCriterion(log, {options.criterion.value_or(log.Criterion), options.exchange.value_or(log.Exchange)});
-    if (options.exposure) log.objLogOptions.ExposureTime = *options.exposure;
-    if (!program.recalculate(log, options.mode)) return kFailed;
+    const bool isNewRule = options.criterion || options.exchange || options.exposure;
+    const bool isDone = editLog(log, isNewRule ? Text::StepCalculation : Text::StepRecalculation, [&] {
+        setCriterion(log, {options.criterion.value_or(log.Criterion), options.exchange.value_or(log.Exchange)});
+        if (options.exposure) log.objLogOptions.ExposureTime = *options.exposure;
+        return program.recalculate(log, options.mode);
+    });
+    if (!isDone) return kFailed;
     return finishLog(program, *chosen, options.output);
 }
 
@@ -188,7 +215,8 @@ RunVerb zoomVerb(CLI::App& verb) {
 }
 
 struct CutOptions : LogArguments {
-    std::string include, exclude, output;
+    std::string include, exclude, reason;
+    DocumentOutput output;
 };
 
 int cut(Program& program, const CutOptions& options) {
@@ -197,7 +225,7 @@ int cut(Program& program, const CutOptions& options) {
     if (ranges.empty()) {
         throw WrongWords("Ranges are written A-B, several with commas between: 1-10,25-30");
     }
-    const auto chosen = openLog(program, options);
+    const auto chosen = openToChange(program, options, options.output);
     if (!chosen) return kFailed;
     for (const RowRange& range : ranges) {
         if (isRangeOf(range, chosen->log->LogIntervals.Count())) continue;
@@ -206,8 +234,12 @@ int cut(Program& program, const CutOptions& options) {
             kIconExclamation);
         return kFailed;
     }
-    setIntervalSelection(*chosen->log, ranges, toBeIncluded);
-    if (!program.recalculate(*chosen->log, kCalcFull)) return kFailed;
+    const bool isDone = editLog(*chosen->log, Text::StepIntervalSelection, [&] {
+        setIntervalSelection(*chosen->log, ranges, toBeIncluded);
+        chosen->log->CutReason = options.reason;
+        return program.recalculate(*chosen->log, kCalcFull);
+    });
+    if (!isDone) return kFailed;
     return finishLog(program, *chosen, options.output);
 }
 
@@ -217,19 +249,24 @@ RunVerb cutVerb(CLI::App& verb) {
     auto* include = verb.add_option("--include", options->include, "rows to include: A-B[,C-D...]");
     auto* exclude = verb.add_option("--exclude", options->exclude, "rows to exclude: A-B[,C-D...]");
     include->excludes(exclude);
+    verb.add_option("--reason", options->reason, "why, for the history and the report");
     addDocumentOutput(verb, options->output);
     return [options](Program& program) { return cut(program, *options); };
 }
 
 struct WeightOptions : LogArguments {
-    std::string weight, output;
+    std::string weight;
+    DocumentOutput output;
     bool withIntervals = false;
 };
 
 int weight(Program& program, const WeightOptions& options) {
-    const auto chosen = openLog(program, options);
+    const auto chosen = openToChange(program, options, options.output);
     if (!chosen) return kFailed;
-    AdjustFreqWeight(*chosen->log, options.weight, options.withIntervals);
+    editLog(*chosen->log, Text::StepFrequencyWeighting, [&] {
+        AdjustFreqWeight(*chosen->log, options.weight, options.withIntervals);
+        return true;
+    });
     return finishLog(program, *chosen, options.output, options.withIntervals);
 }
 
@@ -244,6 +281,26 @@ RunVerb weightVerb(CLI::App& verb) {
     return [options](Program& program) { return weight(program, *options); };
 }
 
+int history(Program& program, const std::string& name) {
+    const clsFile* const file = program.open(name);
+    if (file == nullptr || !file->History.Fault.empty()) return kFailed;
+    Json lines = Json::array();
+    for (const HistoryLine& line : file->History.lines())
+        lines.push_back({{"Time", line.Time},
+                         {"What", line.What},
+                         {"Log", line.Log},
+                         {"Before", line.Before},
+                         {"After", line.After},
+                         {"Reason", line.Reason}});
+    return program.print(lines);
+}
+
+RunVerb historyVerb(CLI::App& verb) {
+    const auto name = std::make_shared<std::string>();
+    addFile(verb, *name);
+    return [name](Program& program) { return history(program, *name); };
+}
+
 constexpr Verb kVerbs[] = {
     {"show", "print the document", showVerb},
     {"save", "open any format and save the XML data file; print the document", saveVerb},
@@ -253,6 +310,7 @@ constexpr Verb kVerbs[] = {
     {"zoom", "print the range of rows as a log of its own, recalculated", zoomVerb},
     {"cut", "set the interval selection, recalculate, and print the log", cutVerb},
     {"weight", "convert the frequency weighting of the bands, and print the log", weightVerb},
+    {"history", "print what was changed in the document, the oldest change first", historyVerb},
 };
 
 } // namespace

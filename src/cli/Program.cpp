@@ -65,6 +65,7 @@ clsFile* Program::open(const std::string& name) {
     if (!OpenFile(session, path, OpenSource::Named, true, readInput)) return nullptr;
     pump_.runUntil([&] { return noLogIsBusy(session); });
     clsFile* const file = openFileOfName(session, path);
+    file->History.IsWanted = KeepsHistory || file->History.Kept > 0;
     bool hasFailed = false;
     forEachLog(*file, [&hasFailed](const clsLog& log) { hasFailed = hasFailed || log.HasFailedRecalc; });
     return hasFailed ? nullptr : file;

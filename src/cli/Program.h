@@ -108,6 +108,7 @@ public:
     bool reachServers(); // the same for HTTP
 
     const bool showsProgress;
+    bool KeepsHistory = false; // of every document that is saved; else of those that have a history
     Console& console;
     ConsoleClock clock;
 

@@ -1,4 +1,5 @@
 #include "cli/ChosenLog.h"
+#include "cli/Comparing.h"
 #include "cli/Interrupt.h"
 #include "cli/Jobs.h"
 #include "cli/TimeArgument.h"
@@ -28,10 +29,11 @@ constexpr FormName kForms[] = {{"default", ReportForm::Default},
                                {"intervals", ReportForm::CumulativeAndIntervals},
                                {"criteria", ReportForm::CumulativeAndCriteria}};
 
-struct ReportOptions {
+struct ReportOptions : CompareArguments {
     std::vector<std::string> files;
     std::string log;
     std::string form = kForms[0].word;
+    std::vector<std::string> with;
     bool isLandscape = false;
     std::optional<CalendarTime> printDate;
     OutputArguments outputs;
@@ -71,15 +73,24 @@ bool writePages(Program& program, Drawing& drawing, bool isLandscape, const Draw
 
 bool reportOne(Program& program, Drawing& drawing, const ChosenLog& chosen, const ReportOptions& options,
                const std::string& output, const Interrupt& interrupt) {
-    const ReportSubject subject = {*chosen.file, *chosen.data, *chosen.log, isModified(*chosen.log, *chosen.log)};
+    ReportParts parts;
+    for (const std::string& word : options.with)
+        parts.merge(partsOf(word));
+    ReportSubject subject = {*chosen.file, *chosen.data, *chosen.log, modificationOf(*chosen.log, *chosen.log)};
+    if (parts.contains(ReportPart::Protector)) {
+        subject.Comparison = compareLog(program, *chosen.log, options);
+        if (!subject.Comparison) return false;
+    }
     const auto layOut = [&](const PageMetrics& metrics) {
         return inReportLanguage(program.session,
-                                [&] { return std::make_unique<Report>(subject, formOf(options), metrics); });
+                                [&] { return std::make_unique<Report>(subject, formOf(options), metrics, parts); });
     };
     return writePages(program, drawing, options.isLandscape, layOut, output, interrupt);
 }
 
 int report(Program& program, const ReportOptions& options) {
+    const bool isCompared = std::ranges::find(options.with, "protector") != options.with.end();
+    if (isCompared && options.protector.empty()) throw WrongWords("The part 'protector' needs --protector NAME");
     const auto outputs = outputsOf(options.files, options.outputs, ".pdf");
     keepFilesFrom(outputs, options.files);
     Drawing* const drawing = program.drawing();
@@ -104,6 +115,17 @@ RunVerb reportVerb(CLI::App& verb) {
     verb.add_option("--form", options->form,
                     "default (intervals as the settings say), cumulative, intervals or criteria")
         ->check(CLI::IsMember(words));
+    std::vector<std::string> partWords;
+    for (const ReportPartRow& row : reportPartRows())
+        partWords.emplace_back(row.Word);
+    verb.add_option("--with", options->with,
+                    "what else it has, as far as the log has it: spectrum,noise-rating,"
+                    "protector,exposure,criteria,history")
+        ->delimiter(',')
+        ->check(CLI::IsMember(partWords));
+    addProtector(verb, *options);
+    addComparing(verb, *options);
+    addDatabase(verb, *options);
     verb.add_flag("--landscape", options->isLandscape, "on paper turned sideways");
     verb.add_option("--print-date", "this time of printing in place of the computer's: yyyy-mm-ddThh:mm:ss")
         ->check([options](const std::string& text) { return readTime(text, options->printDate); });

@@ -10,6 +10,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
@@ -63,8 +64,9 @@ PageProgress PrintProgress::function() {
     };
 }
 
-frmPreview::frmPreview(Session& session, std::vector<PreviewChoice> choices, Printers& printers, QWidget* parent) :
-    QDialog(parent), session_(session), choices_(std::move(choices)), printers_(printers) {
+frmPreview::frmPreview(Session& session, std::vector<PreviewChoice> choices, Printers& printers, QWidget* parent,
+                       PreviewParts* parts) :
+    QDialog(parent), session_(session), choices_(std::move(choices)), printers_(printers), parts_(parts) {
     setObjectName("frmPreview");
     setWindowTitle(withoutMnemonic(loadText(session, Text::CommandPrintPreview)).remove("..."));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
@@ -82,7 +84,11 @@ frmPreview::frmPreview(Session& session, std::vector<PreviewChoice> choices, Pri
 
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(topBar());
-    layout->addWidget(area_, 1);
+    fraParts_ = partsBox();
+    auto* const middle = new QHBoxLayout;
+    middle->addWidget(fraParts_, 0, Qt::AlignTop);
+    middle->addWidget(area_, 1);
+    layout->addLayout(middle, 1);
     layout->addWidget(bottomBar());
     resize(kFirstSize.boundedTo(screen()->availableSize() * 9 / 10));
     area_->setFocus();
@@ -137,6 +143,26 @@ QWidget* frmPreview::topBar() {
     return bar;
 }
 
+// A check box for each part. One of which there is nothing to print keeps its check for other logs.
+QWidget* frmPreview::partsBox() {
+    auto* const box = new QGroupBox(loadText(session_, Text::ReportParts));
+    box->setObjectName("fraParts");
+    auto* const column = new QVBoxLayout(box);
+    for (const ReportPartRow& row : reportPartRows()) {
+        if (parts_ == nullptr) break;
+        const std::string name = "chkPart" + std::to_string(static_cast<int>(row.Part));
+        QCheckBox* const check = checkBox(session_, row.Caption, name.c_str(), parts_->Chosen.contains(row.Part));
+        check->setEnabled(parts_->Offered.contains(row.Part));
+        connect(check, &QCheckBox::toggled, this, [this, part = row.Part](bool isChosen) {
+            if (isChosen) parts_->Chosen.insert(part);
+            if (!isChosen) parts_->Chosen.erase(part);
+            layOut();
+        });
+        column->addWidget(check);
+    }
+    return box;
+}
+
 QWidget* frmPreview::bottomBar() {
     QPushButton* const cmdSave =
         pushButton(session_, Text::CommandSaveAsPdf, "cmdSave", loadPlainText(session_, Text::CommandSaveAsPdf));
@@ -164,7 +190,9 @@ void frmPreview::showEvent(QShowEvent* event) {
 void frmPreview::layOut() {
     document_.reset(); // it refers to the paper, which is replaced
     paper_.emplace(a4Paper(chkLandscape_->isChecked()));
-    document_ = choices_[static_cast<std::size_t>(cboReport_->currentIndex())].layOut(*paper_);
+    const PreviewChoice& choice = choices_[static_cast<std::size_t>(cboReport_->currentIndex())];
+    fraParts_->setVisible(choice.HasParts && parts_ != nullptr);
+    document_ = choice.layOut(*paper_);
     const auto pages = static_cast<int>(document_->pageCount());
     const QSignalBlocker quiet(spnPage_);
     spnPage_->setMaximum(pages);

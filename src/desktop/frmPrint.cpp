@@ -4,20 +4,42 @@
 #include "desktop/frmPreview.h"
 #include "desktop/tabLog.h"
 #include "explorer/NodeKeys.h"
+#include "platform/RuntimeError.h"
 #include "reports/ReportLanguage.h"
 
 namespace kestrane {
 
+namespace {
+
+constexpr std::string_view kSection = "Reports";
+constexpr std::string_view kParts = "Parts"; // chosen in the preview last
+
+} // namespace
+
 frmPrint::frmPrint(Session& session, frmExplorer& explorer, QWidget* parent) :
     session_(session), explorer_(explorer), parent_(parent) {}
 
-std::unique_ptr<PagedDocument> frmPrint::report(const PageMetrics& paper, ReportForm form) const {
+ReportSubject frmPrint::subject() const {
     const ExplorerState& state = explorer_.State();
     const Node opened = resolve(session_, state.View.Key);
     const clsLog& log = *state.LogInView(session_);
-    const ReportSubject subject = {*opened.file,           *opened.data,        log, isModified(*opened.log, log),
-                                   state.View.ShowsLegend, state.View.ShowsNote};
-    return inReportLanguage(session_, [&] { return std::make_unique<Report>(subject, form, paper); });
+    return {*opened.file,           *opened.data,        log, modificationOf(*opened.log, log),
+            state.View.ShowsLegend, state.View.ShowsNote};
+}
+
+std::unique_ptr<PagedDocument> frmPrint::report(const PageMetrics& paper, ReportForm form) const {
+    return inReportLanguage(session_, [&] { return std::make_unique<Report>(subject(), form, paper); });
+}
+
+std::unique_ptr<PagedDocument> frmPrint::report(const PageMetrics& paper, ReportForm form, const ReportParts& parts) {
+    return inReportLanguage(session_, [&] {
+        const LogView& view = explorer_.State().View;
+        ReportSubject subject = this->subject();
+        if (!comparison_ && view.Protector && parts.contains(ReportPart::Protector))
+            comparison_ = compareWithProtector(subject.log, *view.Protector, session_.Options, view.CorrectionFactor);
+        subject.Comparison = comparison_;
+        return std::make_unique<Report>(subject, form, paper, parts);
+    });
 }
 
 std::unique_ptr<PagedDocument> frmPrint::view(const PageMetrics& paper) const {
@@ -52,16 +74,27 @@ void frmPrint::ShowPreview() {
                                {ReportForm::Cumulative, Text::CommandCumulativeReport},
                                {ReportForm::CumulativeAndIntervals, Text::CommandIntervalsReport},
                                {ReportForm::CumulativeAndCriteria, Text::CommandCriteriaReport}};
+    PreviewParts parts{{}, partsOf(session_.state->read(kSection, kParts, {}))};
+    for (const ReportPartRow& row : reportPartRows()) {
+        const bool isProtector = row.Part == ReportPart::Protector;
+        if (isProtector ? explorer_.State().View.Protector.has_value() : row.IsOf(subject()))
+            parts.Offered.insert(row.Part);
+    }
     std::vector<PreviewChoice> choices;
     for (const Form& form : kForms) {
         if (form.form == ReportForm::CumulativeAndIntervals &&
             explorer_.State().LogInView(session_)->LogIntervals.Count() == 0)
             continue;
-        choices.push_back({form.text, [this, form](const PageMetrics& paper) { return report(paper, form.form); }});
+        choices.push_back(
+            {form.text, [&, form](const PageMetrics& paper) { return report(paper, form.form, parts.Chosen); }, true});
     }
     if (explorer_.LogTabs().HasContent())
         choices.push_back({Text::CommandCurrentView, [this](const PageMetrics& paper) { return view(paper); }});
-    frmPreview(session_, std::move(choices), printers_, parent_).exec();
+    frmPreview(session_, std::move(choices), printers_, parent_, &parts).exec();
+    try {
+        session_.state->write(kSection, kParts, wordsOf(parts.Chosen));
+    } catch (const RuntimeError&) { // then they are not remembered
+    }
 }
 
 } // namespace kestrane

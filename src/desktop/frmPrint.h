@@ -19,7 +19,9 @@ public:
     void ShowPreview();
 
 private:
+    ReportSubject subject() const;
     std::unique_ptr<PagedDocument> report(const PageMetrics& paper, ReportForm form) const;
+    std::unique_ptr<PagedDocument> report(const PageMetrics& paper, ReportForm form, const ReportParts& parts);
     std::unique_ptr<PagedDocument> view(const PageMetrics& paper) const;
     void print(const LayOut& layOut);
 
@@ -27,6 +29,7 @@ private:
     frmExplorer& explorer_;
     QWidget* parent_;
     Printers printers_;
+    std::optional<HPDComparison> comparison_; // made when it is first needed, because that may show a message
 };
 
 } // namespace kestrane

@@ -106,6 +106,7 @@ private:
     AskSaveName saveName(); // a function that asks the user
     std::optional<std::string> askSaveName(const std::string& proposal, Text::Id filter, const char* suffix);
     void askExposureTime();
+    void showHistory();
     void showDatabase();
     bool downloadDatabase(QWidget* parent);
     void followProtectors(); // which have changed

@@ -6,6 +6,7 @@
 #include "app/StartUp.h"
 #include "desktop/assessment/frmAssessment.h"
 #include "desktop/frmExplorer.h"
+#include "desktop/frmHistory.h"
 #include "desktop/frmPreview.h"
 #include "desktop/frmPrint.h"
 #include "desktop/mdiMain.h"
@@ -95,7 +96,7 @@ template <std::size_t count>
 constexpr bool hasRowForEach(const CommandRow (&rows)[count]) {
     for (std::size_t i = 0; i < count; ++i)
         if (static_cast<std::size_t>(rows[i].command) != i) return false;
-    return count == static_cast<std::size_t>(Command::FileExport) + 1; // the last command
+    return count == static_cast<std::size_t>(Command::ViewHistory) + 1; // the last command
 }
 
 template <auto method, auto... arguments>
@@ -220,6 +221,7 @@ void mdiMain::run(Command command) {
         {Command::PrintCriteria,
          [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::CumulativeAndCriteria); }},
         {Command::FileExport, onFrame<&mdiMain::exportTable>},
+        {Command::ViewHistory, onFrame<&mdiMain::showHistory>},
     };
     static_assert(hasRowForEach(kRows), "a row a command, in the order of the enumeration");
     kRows[static_cast<std::size_t>(command)].act(*this, activeExplorer());
@@ -376,6 +378,11 @@ std::optional<std::string> mdiMain::askSaveName(const std::string& proposal, Tex
 void mdiMain::askExposureTime() {
     if (clsLog* log = resolve(session_, menuState().SelectedKey).log; log != nullptr)
         frmExpTime::getExpTime(session_, log->objLogOptions.ExposureTime, measuredHours(*log), *log, this);
+}
+
+void mdiMain::showHistory() {
+    if (const clsFile* file = resolve(session_, menuState().SelectedKey).file; file != nullptr)
+        ShowHistory(*file, this);
 }
 
 void mdiMain::showDatabase() {

@@ -11,7 +11,9 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTextDocument>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -21,6 +23,7 @@ namespace kestrane {
 namespace {
 
 constexpr int kPortWidth = 40; // characters
+constexpr int kTextLines = 2;  // of the company's own words that are visible at once
 
 QHBoxLayout* row(QWidget* field, QWidget* button = nullptr) {
     auto* const layout = new QHBoxLayout;
@@ -52,6 +55,9 @@ OptionsSystemPage::OptionsSystemPage(SettingsDialog& settings) :
     ports_(serialChoices(settings.session(), settings.Edited.SerialPort)),
     txtCompany_(lineEdit(Text::CompanyName, "txtCompany", settings.Edited.CompanyName)),
     txtLogo_(lineEdit(Text::CompanyLogo, "txtLogo", settings.Edited.CompanyLogoFile)),
+    txtIntroduction_(textEdit(Text::ReportIntroduction, "txtIntroduction", settings.Edited.ReportIntroduction)),
+    txtClosing_(textEdit(Text::ReportClosing, "txtClosing", settings.Edited.ReportClosing)),
+    txtFooter_(textEdit(Text::ReportFooter, "txtFooter", settings.Edited.ReportFooter)),
     txtDataDir_(lineEdit(Text::DataFolder, "txtDataDir", settings.Edited.DefaultDataDirectory)),
     cboSerial_(new QComboBox),
     cboLanguage_(languageBox(Text::LanguageOfProgram, "cboLanguage", Text::LanguageAsSystem, settings.Edited.Language)),
@@ -75,6 +81,9 @@ void OptionsSystemPage::store() {
     clsOptions& options = settings_.Edited;
     options.CompanyName = txtCompany_->text().toStdString();
     options.CompanyLogoFile = txtLogo_->text().trimmed().toStdString();
+    options.ReportIntroduction = txtIntroduction_->toPlainText().toStdString();
+    options.ReportClosing = txtClosing_->toPlainText().toStdString();
+    options.ReportFooter = txtFooter_->toPlainText().toStdString();
     options.DefaultDataDirectory = txtDataDir_->text().trimmed().toStdString();
     options.SerialPort = ports_[static_cast<std::size_t>(cboSerial_->currentIndex())].Port;
     options.Language = cboLanguage_->currentData().toString().toStdString();
@@ -92,6 +101,16 @@ QLineEdit* OptionsSystemPage::lineEdit(Text::Id labelId, const char* name, const
     return edit;
 }
 
+// A few lines. Tab goes to the next control.
+QPlainTextEdit* OptionsSystemPage::textEdit(Text::Id labelId, const char* name, const std::string& text) {
+    auto* const edit = new QPlainTextEdit(QString::fromStdString(text));
+    nameControl(*edit, name, loadPlainText(settings_.session(), labelId));
+    edit->setTabChangesFocus(true);
+    edit->setFixedHeight(edit->fontMetrics().lineSpacing() * kTextLines + 2 * edit->frameWidth() +
+                         static_cast<int>(2 * edit->document()->documentMargin()));
+    return edit;
+}
+
 QGroupBox* OptionsSystemPage::reports() {
     const Session& session = settings_.session();
     auto* const cmdBrowseFile =
@@ -102,6 +121,9 @@ QGroupBox* OptionsSystemPage::reports() {
     QFormLayout* const fields = form(group);
     fields->addRow(labelOf(session, Text::CompanyName, *txtCompany_), txtCompany_);
     fields->addRow(labelOf(session, Text::CompanyLogo, *txtLogo_), row(txtLogo_, cmdBrowseFile));
+    fields->addRow(labelOf(session, Text::ReportIntroduction, *txtIntroduction_), txtIntroduction_);
+    fields->addRow(labelOf(session, Text::ReportClosing, *txtClosing_), txtClosing_);
+    fields->addRow(labelOf(session, Text::ReportFooter, *txtFooter_), txtFooter_);
     fields->addRow(chkPrintIntervals_);
     return group;
 }

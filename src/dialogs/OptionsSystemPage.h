@@ -9,6 +9,7 @@ class QComboBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
+class QPlainTextEdit;
 
 namespace kestrane {
 
@@ -20,6 +21,7 @@ public:
 
 private:
     QLineEdit* lineEdit(Text::Id labelId, const char* name, const std::string& text);
+    QPlainTextEdit* textEdit(Text::Id labelId, const char* name, const std::string& text);
     QGroupBox* reports();
     QGroupBox* dataFiles();
     QGroupBox* instrument();
@@ -31,6 +33,7 @@ private:
     std::vector<SerialChoice> ports_;
     QLineEdit* txtCompany_;
     QLineEdit* txtLogo_;
+    QPlainTextEdit *txtIntroduction_, *txtClosing_, *txtFooter_; // of reports
     QLineEdit* txtDataDir_;
     QComboBox* cboSerial_;
     QComboBox* cboLanguage_;

@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QRadioButton>
@@ -22,6 +23,7 @@ constexpr int kBack = 0;
 constexpr int kNext = 1;
 constexpr int kExclude = 0;
 constexpr int kInclude = 1;
+constexpr int kLongestReason = 200; // characters
 
 } // namespace
 
@@ -87,6 +89,13 @@ QWidget* frmCutIntervals::rangePage() {
     grid->addWidget(optInclude_->button(kInclude), 4, 0);
     grid->addWidget(optInclude_->button(kExclude), 4, 1);
     onChosen(*optInclude_, [this](int id) { wizard_.ToBeIncluded = id == kInclude; });
+    auto* const txtReason = new QLineEdit(shown(wizard_.Reason));
+    nameControl(*txtReason, "txtReason", loadPlainText(session_, Text::CutReason));
+    txtReason->setMaxLength(kLongestReason);
+    connect(txtReason, &QLineEdit::textChanged, this,
+            [this](const QString& text) { wizard_.Reason = text.toStdString(); });
+    grid->addWidget(labelOf(session_, Text::CutReason, *txtReason), 5, 0, 1, 2);
+    grid->addWidget(txtReason, 6, 0, 1, 2);
     return page;
 }
 

@@ -3,9 +3,11 @@
 #include "model/Session.h"
 #include "model/SettingsText.h"
 #include "platform/RuntimeError.h"
+#include "platform/Trimmed.h"
 #include "views/Selection.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrane {
 
@@ -27,7 +29,7 @@ std::vector<RowRange> rangesOf(const clsLog& log) {
 } // namespace
 
 CutWizard::CutWizard(const clsLog& log) :
-    session_(log.session()), ranges_(rangesOf(log)), firstStep_(SkipsWelcome() ? 1 : 0) {
+    Reason(log.CutReason), session_(log.session()), ranges_(rangesOf(log)), firstStep_(SkipsWelcome() ? 1 : 0) {
     if (!ranges_.empty()) ToBeIncluded = log.LogIntervals.IntervalsToBeIncluded;
     goTo(firstStep_);
 }
@@ -114,8 +116,11 @@ bool CutWizard::Finish() {
 bool CutWizard::Store(clsLog& log) const {
     const std::vector<std::string> before = log.LogIntervals.CutIntervals;
     const bool wasIncluded = log.LogIntervals.IntervalsToBeIncluded;
+    const std::string reason = ranges_.empty() ? std::string() : std::string(trimmed(Reason));
+    const bool isReasonNew = std::exchange(log.CutReason, reason) != reason;
     setIntervalSelection(log, ranges_, !ranges_.empty() && ToBeIncluded.value_or(false));
-    return log.LogIntervals.CutIntervals != before || log.LogIntervals.IntervalsToBeIncluded != wasIncluded;
+    return isReasonNew || log.LogIntervals.CutIntervals != before ||
+           log.LogIntervals.IntervalsToBeIncluded != wasIncluded;
 }
 
 } // namespace kestrane

@@ -25,6 +25,8 @@ public:
     std::int64_t From = 0, To = 0;
     std::optional<bool> ToBeIncluded; // whether all ranges are included or excluded; nothing when not chosen yet
 
+    std::string Reason; // why, in the user's words; may be empty
+
     bool CanGoBack() const { return step_ > firstStep_; }
 
     bool CanClear() const { return !IsWelcome() && (!ranges_.empty() || From != 0 || To != 0); }

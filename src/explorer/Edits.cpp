@@ -1,10 +1,12 @@
 #include "explorer/Edits.h"
 
 #include "calc/Recalculation.h"
+#include "explorer/HistoryText.h"
 #include "explorer/NodeKeys.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace kestrane {
@@ -18,7 +20,7 @@ public:
         kept_.Copy(log, 0, 0);
     }
 
-    const clsLogIntervals& Rows() const { return kept_.LogIntervals; }
+    const clsLog& Kept() const { return kept_; }
 
     void exchange() override {
         clsLog present(log_.session());
@@ -28,6 +30,8 @@ public:
         if (std::exchange(isToRecalculate_, false)) RecalcValues(log_, log_.RecalcMode);
         log_.RaiseLogValuesChanged();
     }
+
+    void describe(HistoryLine& line) const override { describeChange(kept_, log_, line); }
 
 private:
     clsLog& log_;
@@ -40,6 +44,11 @@ public:
     NameStep(std::string& name, std::string kept) : EditStep(Text::StepRename), name_(name), kept_(std::move(kept)) {}
 
     void exchange() override { name_.swap(kept_); }
+
+    void describe(HistoryLine& line) const override {
+        line.Before = kept_;
+        line.After = name_;
+    }
 
 private:
     std::string& name_;
@@ -59,6 +68,11 @@ public:
     }
 
     bool isOfContent() const override { return false; }
+
+    void describe(HistoryLine& line) const override {
+        line.Before = kept_;
+        line.After = given_;
+    }
 
 private:
     clsFile& file_;
@@ -87,6 +101,13 @@ clsFile* otherOf(const EditStep& step, const clsFile& file) {
     return step.Joined->Source == &file ? step.Joined->Target : step.Joined->Source;
 }
 
+// Adds the line of a step that has just been done, undone or done again. Only figures may still be on their way.
+void addLine(clsFile& file, const EditStep& step, std::string what) {
+    HistoryLine line = historyLine(file.session(), std::move(what));
+    step.describe(line);
+    file.History.add(std::move(line), dynamic_cast<const LogStep*>(&step));
+}
+
 void markAgain(clsFile& file, bool isOfContent) {
     if (isOfContent) file.Changed = !file.Edits.isAtSaved();
 }
@@ -101,6 +122,11 @@ void markOther(const Session& session, const EditStep& step, Direction direction
 
 } // namespace
 
+void recordStep(clsFile& file, std::unique_ptr<EditStep> step, bool wasChanged) {
+    addLine(file, *step, file.session().LoadText(step->Title));
+    file.Edits.record(std::move(step), wasChanged);
+}
+
 bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change) {
     Session& session = log.session();
     clsFile* const file = ownerOf(session, log);
@@ -109,26 +135,29 @@ bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change) {
         session.ShowMessage(session.LoadText(Text::StillLoading), kIconInformation);
         return false;
     }
+    file->History.settle();
     const bool wasChanged = file->Changed;
     auto step = std::make_unique<LogStep>(log, title);
     if (!change()) return false;
     if (ownerOf(session, log) != file) return true; // the file was closed while the user was asked
-    const bool isSelectionChanged = log.LogIntervals.CutIntervals != step->Rows().CutIntervals ||
-                                    log.LogIntervals.IntervalsToBeIncluded != step->Rows().IntervalsToBeIncluded;
-    file->Edits.record(std::move(step), wasChanged);
+    const bool isSelectionChanged =
+        log.LogIntervals.CutIntervals != step->Kept().LogIntervals.CutIntervals ||
+        log.LogIntervals.IntervalsToBeIncluded != step->Kept().LogIntervals.IntervalsToBeIncluded ||
+        log.CutReason != step->Kept().CutReason;
+    recordStep(*file, std::move(step), wasChanged);
     if (isSelectionChanged) file->Changed = true; // the document text without rows does not show this change
     session.frame->EnableMenusAndButtons();
     return true;
 }
 
 void editName(clsFile& file, std::string& name, const std::string& newName) {
-    file.Edits.record(std::make_unique<NameStep>(name, std::exchange(name, newName)), file.Changed);
+    recordStep(file, std::make_unique<NameStep>(name, std::exchange(name, newName)), file.Changed);
 }
 
 void editFileName(clsFile& file, const std::string& newName) {
     std::string before = file.FileName;
     file.RenameFile(newName);
-    file.Edits.record(std::make_unique<FileNameStep>(file, std::move(before)), file.Changed);
+    recordStep(file, std::make_unique<FileNameStep>(file, std::move(before)), file.Changed);
 }
 
 ArrangementStep::ArrangementStep(clsFile& file, Text::Id title) :
@@ -158,6 +187,26 @@ void ArrangementStep::keep(std::unique_ptr<clsInsData> data) {
     }
     const clsInsData* const key = data.get();
     datas_[key] = std::move(data);
+}
+
+// The names of the logs of places that are not in others.
+std::string ArrangementStep::namesOf(const std::vector<Place>& places, const std::vector<Place>& others) {
+    std::set<const clsLog*> there;
+    for (const Place& place : others)
+        for (const auto& logs : place.logs)
+            there.insert(logs.begin(), logs.end());
+    std::string names;
+    for (const Place& place : places)
+        for (const auto& logs : place.logs)
+            for (const clsLog* const log : logs)
+                if (!there.contains(log)) names += (names.empty() ? "" : "; ") + log->Name;
+    return names;
+}
+
+void ArrangementStep::describe(HistoryLine& line) const {
+    const std::vector<Place> present = arrangementOf(file_);
+    line.Before = namesOf(kept_, present);
+    line.After = namesOf(present, kept_);
 }
 
 bool ArrangementStep::isUnchanged() const {
@@ -214,7 +263,10 @@ bool exchangeStep(Session& session, clsFile* file, Direction direction) {
     try {
         for (clsFile* const each : {file, other}) {
             if (each == nullptr) continue;
+            const EditStep& exchanged = *each->Edits.next(direction);
+            each->History.settle();
             each->Edits.exchange(direction);
+            addLine(*each, exchanged, PlainCaption(exchangeText(session, exchanged.Title, direction)));
             markAgain(*each, isOfContent);
             AssignIdentities(session, false, each->FileId);
         }

@@ -1,6 +1,7 @@
-// Changes of a document that can be undone. A command that changes a log uses editLog; one that adds, removes or moves
-// logs and collections keeps an ArrangementStep. No step holds a second copy of rows: a log that was taken out is kept
-// itself, and the copy of a log that was changed shares every column that the change did not touch.
+// Changes of a document that can be undone, and the one place where they become lines of its history. A command that
+// changes a log uses editLog; one that adds, removes or moves logs and collections keeps an ArrangementStep. No step
+// holds a second copy of rows: a log that was taken out is kept itself, and the copy of a log that was changed shares
+// every column that the change did not touch.
 #pragma once
 
 #include "model/Session.h"
@@ -15,6 +16,10 @@
 #include <vector>
 
 namespace kestrane {
+
+// Takes a step that has just been done into what can be undone in its document, and into the document's history.
+// wasChanged as for UndoStack::record.
+void recordStep(clsFile& file, std::unique_ptr<EditStep> step, bool wasChanged);
 
 // Calls change(), which changes a log; when that returns true, the log's state before the change is kept as a step of
 // its document. A log of no open document (a zoomed range) is changed without a step. Undoing later restores the whole
@@ -39,6 +44,7 @@ public:
 
     bool isUnchanged() const; // whether the document is arranged as it was
     void exchange() override;
+    void describe(HistoryLine& line) const override; // the logs that went and that came
 
     int MarkedFile = 0; // identity of another document that the step has marked as changed; 0 for none
 
@@ -51,6 +57,7 @@ private:
     };
 
     static std::vector<Place> arrangementOf(const clsFile& file);
+    static std::string namesOf(const std::vector<Place>& places, const std::vector<Place>& others);
 
     clsFile& file_;
     std::vector<Place> kept_;

@@ -205,12 +205,12 @@ void Paste::record() {
     const bool wasSourceChanged = source.Changed;
     if (sourceStep_ != nullptr && isMove_) {
         step_->Joined = sourceStep_->Joined = std::make_shared<JoinedStep>(JoinedStep{&source, &target});
-        source.Edits.record(std::move(sourceStep_), wasSourceChanged);
+        recordStep(source, std::move(sourceStep_), wasSourceChanged);
     } else if (!isSameFile() && (!wasSourceChanged || source.Edits.isMarked())) {
         step_->MarkedFile = source.FileId;
         source.Edits.mark(true);
     }
-    target.Edits.record(std::move(step_), wasTargetChanged);
+    recordStep(target, std::move(step_), wasTargetChanged);
     source.Changed = target.Changed = true;
 }
 
@@ -289,7 +289,7 @@ bool DeleteNode(Session& session, ExplorerState& state) {
         for (const PlacedLog& placed : logs)
             step->keep(takeOut(placed));
     }
-    node.file->Edits.record(std::move(step), node.file->Changed);
+    recordStep(*node.file, std::move(step), node.file->Changed);
     node.file->Changed = true;
     CutLog(session, state, key, next);
     return true;

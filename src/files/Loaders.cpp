@@ -1,5 +1,6 @@
 #include "files/Loaders.h"
 
+#include "files/HistoryFile.h"
 #include "files/MachineLog.h"
 #include "files/ProjectFile.h"
 #include "files/SoundFiles.h"
@@ -9,10 +10,12 @@
 #include "platform/AtomicFile.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/Sha256.h"
 
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <filesystem>
 #include <new>
 
 namespace kestrane {
@@ -66,6 +69,24 @@ void refuseToLoseIntervals(const clsFile& file) {
     });
 }
 
+bool isRegular(const std::string& path) {
+    std::error_code ignored;
+    return !openFileNumber(path) && std::filesystem::is_regular_file(path, ignored);
+}
+
+// The hash of the file that a save is about to replace, which may have been changed since it was opened; empty for
+// none.
+std::string hashToReplace(clsFile& file) {
+    if (!file.History.IsWanted || !isRegular(file.FileName)) return {};
+    try {
+        std::string hash = sha256OfFile(file.FileName);
+        if (file.FileName == file.History.DataFile) NoticeChange(file, hash);
+        return hash;
+    } catch (const RuntimeError&) { // it may be written to but not read
+        return {};
+    }
+}
+
 constexpr std::array<Loader, 5> kLoaders = {FileOpenCsv, FileOpenSound, FileOpenLog, FileOpenProject, FileOpenXml};
 
 struct LoaderOrder {
@@ -111,11 +132,16 @@ bool LoadDocument(clsFile& file, std::string& message, const ReadBytes& read) {
         message = unableToOpen(file) + ": " + error.what();
         return false;
     }
+    if (isRegular(file.FileName)) file.History = ReadHistory(file.session(), file.FileName);
+    const std::string hash = file.History.lastOfFile() == nullptr ? std::string() : sha256Of(bytes->view());
     bool isFirst = true;
     for (const int number : orderFor(file.FileName)) {
         std::string reason;
         const bool ok = attempt(kLoaders[static_cast<std::size_t>(number) - 1], file, bytes, reason);
-        if (ok && (isFirst || !file.InstrumentDatas.empty())) return true;
+        if (ok && (isFirst || !file.InstrumentDatas.empty())) {
+            if (!hash.empty() && !NoticeChange(file, hash)) GiveRemarks(file);
+            return true;
+        }
         if (isFirst) message = reason;
         isFirst = false;
     }
@@ -123,8 +149,9 @@ bool LoadDocument(clsFile& file, std::string& message, const ReadBytes& read) {
     return false;
 }
 
-void FileSave(clsFile& file) {
+std::string FileSave(clsFile& file) {
     refuseToLoseIntervals(file);
+    const std::string before = hashToReplace(file);
     writeFileAtomically(file.FileName, [&](const FileSink& sink) {
         clsStringBuffer out(sink);
         SetTagData(file, true, out);
@@ -135,6 +162,13 @@ void FileSave(clsFile& file) {
     file.Changed = false;
     file.Edits.markSaved();
     file.OldStyle = false;
+    if (!file.History.IsWanted || !isRegular(file.FileName)) return {};
+    try {
+        AppendHistory(file, before);
+        return {};
+    } catch (const RuntimeError& error) {
+        return error.what();
+    }
 }
 
 bool IsChanged(clsFile& file) {

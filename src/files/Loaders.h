@@ -16,13 +16,14 @@ using ReadBytes = std::function<std::shared_ptr<FileBytes>(const std::string& pa
 
 // Reads the file once and tries the loaders in the order that belongs to its extension. A loader after the first counts
 // only when it brings data; the first counts in any case, which is meant. Returns false when all loaders decline: then
-// message is that of the first loader and the document is empty. Raises nothing.
+// message is that of the first loader and the document is empty. Takes up the history beside the file. Raises nothing.
 bool LoadDocument(clsFile& file, std::string& message, const ReadBytes& read = readFile);
 
-// Writes the XML data file to FileName, atomically; after that the document counts as unchanged and as being in the
-// current format. Raises the system's error and then leaves all of this as it was; raises kErrorApplication when rows
-// have not been read, which saving would lose.
-void FileSave(clsFile& file);
+// Writes the XML data file to FileName, atomically, and then its history beside it; after that the document counts as
+// unchanged and as being in the current format. Raises the system's error and then leaves all of this as it was; raises
+// kErrorApplication when rows have not been read, which saving would lose. Returns why the history was not written;
+// empty when it was, and when there is none to be written: for a pipe, and when it is not wanted.
+std::string FileSave(clsFile& file);
 
 // Whether the document differs from what was last loaded or saved. Once true, it stays true until a save.
 bool IsChanged(clsFile& file);

@@ -118,6 +118,12 @@ clsValue cumulativeValue(const clsLog& log, LogChannel channel, Parameter parame
     return member == nullptr ? clsValue() : log.*member;
 }
 
+bool isAsReported(const clsLog& log, LogChannel channel, Parameter parameter) {
+    const clsValue figure = cumulativeValue(log, channel, parameter, 0);
+    return (log.ReportedFigures & reportedBit(channel, parameter)) != 0 && figure.Value() != 0 &&
+           figure.CalcValue() == figure.Value();
+}
+
 clsValue intervalValue(const clsLog& log, std::int64_t row, LogChannel channel, Parameter parameter, int band) {
     const IntervalColumns& rows = log.LogIntervals.Columns();
     const auto at = static_cast<std::size_t>(row) - 1;

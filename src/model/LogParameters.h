@@ -6,6 +6,7 @@
 #include "model/clsLog.h"
 #include "model/clsLogInterval.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,15 @@ std::string levelCaption(const clsLog& log, LogChannel channel, Parameter parame
 // The cumulative figure of a channel (1, 2), parameter and band (0..last; figures without bands ignore it). The
 // overload flag is -1 or 0. A quantity that the channel does not have is 0.
 clsValue cumulativeValue(const clsLog& log, LogChannel channel, Parameter parameter, int band);
+
+// The bit of a cumulative figure in LogData::ReportedFigures.
+constexpr std::uint64_t reportedBit(LogChannel channel, Parameter parameter) {
+    return std::uint64_t{1} << ((channel == kChannelA ? 0 : ParameterCount) + parameter - 1);
+}
+
+// Whether a cumulative figure is there and is the one that the instrument reported. A figure that the program computed
+// and saved is read back as if it had been reported; ReportedFigures tells the two apart.
+bool isAsReported(const clsLog& log, LogChannel channel, Parameter parameter);
 
 // The figure of a row, counted from 1; row must be in 1..Count, which is not checked.
 clsValue intervalValue(const clsLog& log, std::int64_t row, LogChannel channel, Parameter parameter, int band);

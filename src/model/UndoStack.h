@@ -13,6 +13,7 @@
 namespace kestrane {
 
 class clsFile;
+struct HistoryLine;
 
 // One step that changes two documents: each has half of it in its stack. It lives as long as both halves do: when one
 // stack has dropped its half, the other half can no longer be undone.
@@ -34,6 +35,10 @@ public:
     // Exchanges what the document has with what is kept here: the first call undoes the step, the next does it again.
     // When something prevents that it raises an error and leaves both as they were.
     virtual void exchange() = 0;
+
+    // Writes into a line of the document's history what the step changed: the log, the state before, which is kept
+    // here, and the present one.
+    virtual void describe(HistoryLine&) const {}
 
     virtual bool isOfContent() const { return true; } // whether what is saved differs before and after the step
 };

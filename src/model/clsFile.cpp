@@ -53,6 +53,9 @@ void clsFile::RenameFile(const std::string& strNewFileName) {
     }
     if (name != FileName && fileExists(name)) throw RuntimeError(EEXIST, std::strerror(EEXIST));
     if (std::rename(FileName.c_str(), name.c_str()) != 0) throw RuntimeError(errno, std::strerror(errno));
+    const std::string history = historyNameOf(name);
+    const bool isFree = !fileExists(history); // one that another document has left is never replaced
+    if (isFree && std::rename(historyNameOf(FileName).c_str(), history.c_str()) == 0) History.DataFile = name;
     FileName = name;
 }
 

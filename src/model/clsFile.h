@@ -2,6 +2,7 @@
 // text and saving are in files/. Owned by the session's OpenFiles once it has been placed there.
 #pragma once
 
+#include "model/DocumentHistory.h"
 #include "model/UndoStack.h"
 #include "model/clsInsData.h"
 
@@ -35,6 +36,7 @@ public:
     bool Changed = false;   // once set, only a save clears it
     DocumentMark SavedMark; // of the document as it was last loaded or saved
     UndoStack Edits;        // what can be undone and done again
+    DocumentHistory History;
 
     bool JustAcquired() const { return FileName == ShortenedFileName(); } // FileName holds no path
 
@@ -48,9 +50,9 @@ public:
     bool IsInCollection() const;           // whether it is among the session's OpenFiles
     std::string ShortenedFileName() const; // the part behind the last "\" or "/"
 
-    // Renames the file on disk and assigns the name; before the first save it only assigns. A name that begins with "."
-    // or holds no path is taken to be in the same folder. Raises the system's error and leaves FileName unchanged; a
-    // file that exists under the new name is never replaced (EEXIST).
+    // Renames the file on disk with its history and assigns the name; before the first save it only assigns. A name
+    // that begins with "." or holds no path is taken to be in the same folder. Raises the system's error and leaves
+    // FileName unchanged; a file that exists under the new name is never replaced (EEXIST).
     void RenameFile(const std::string& strNewFileName);
 
     // Adds a copy of a collection and its logs behind the collection with InsDataId intAfter and behind the new ones

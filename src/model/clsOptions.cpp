@@ -11,6 +11,9 @@ template <class Self, class Visit>
 void forEachKey(Self& options, Visit visit) {
     visit("Company", options.CompanyName);
     visit("CompanyLogo", options.CompanyLogoFile);
+    visit("ReportIntroduction", options.ReportIntroduction);
+    visit("ReportClosing", options.ReportClosing);
+    visit("ReportFooter", options.ReportFooter);
     visit("DataPath", options.DefaultDataDirectory);
     visit("SerialPort", options.SerialPort);
     visit("blnPrintIntervals", options.PrintIntervals);

@@ -29,8 +29,10 @@ inline constexpr std::string_view kLanguageKey = "Language";
 
 class clsOptions {
 public:
-    std::string CompanyName;     // printed on reports
-    std::string CompanyLogoFile; // path of the logo picture for reports
+    std::string CompanyName;                       // printed on reports
+    std::string CompanyLogoFile;                   // path of the logo picture for reports
+    std::string ReportIntroduction, ReportClosing; // the company's own words in reports, with line breaks
+    std::string ReportFooter;                      // at the foot of each page of a report
     std::string DefaultDataDirectory;
     std::int16_t SerialPort = 1;
     bool PrintIntervals = true; // the default report includes the intervals

@@ -8,8 +8,9 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kMostLines = 12; // of one text
-constexpr double kRoomToSign = 0.9;    // above a line to sign on
+constexpr std::size_t kMostLines = 12;       // of one text
+constexpr std::size_t kMostParagraphs = 100; // of the company's own words
+constexpr double kRoomToSign = 0.9;          // above a line to sign on
 constexpr double kSignWidth = 8;
 constexpr double kHeadingLines = 2.5; // a heading stays with so many lines of what it is of
 
@@ -31,10 +32,13 @@ AssessmentReport::AssessmentReport(const AssessmentSubject& subject, const PageM
     line_(metrics.lineHeight(kBodyFont)) {
     for (std::size_t group = 0; group < subject.assessment.Groups.size(); ++group) {
         newPage();
+        if (group == 0) placeOwnWords(subject.session.Options.ReportIntroduction);
         for (const ReportBlock& block : groupBlocks(subject, group))
             placeBlock(block);
     }
     if (pages_.empty()) newPage();
+    if (!subject.session.Options.ReportClosing.empty()) top_ += line_;
+    placeOwnWords(subject.session.Options.ReportClosing);
 }
 
 void AssessmentReport::newPage() {
@@ -48,6 +52,15 @@ void AssessmentReport::makeRoom(double height) {
 
 void AssessmentReport::place(double x, const std::string& text, const PageFont& font) {
     if (!text.empty()) pages_.back().Texts.push_back({x, top_, text, font});
+}
+
+// What the company says in all of its reports.
+void AssessmentReport::placeOwnWords(const std::string& text) {
+    ReportBlock block;
+    for (std::string& paragraph : paragraphsOf(text, kMostParagraphs))
+        block.Rows.push_back({{}, std::move(paragraph)});
+    placeLines(block);
+    if (!block.Rows.empty()) top_ += line_;
 }
 
 void AssessmentReport::placeBlock(const ReportBlock& block) {

@@ -27,6 +27,7 @@ private:
     void newPage();
     void makeRoom(double height); // on the next page where there is none
     void place(double x, const std::string& text, const PageFont& font);
+    void placeOwnWords(const std::string& text);
     void placeBlock(const ReportBlock& block);
     void placeHeading(const std::string& text);
     void placeLines(const ReportBlock& block);

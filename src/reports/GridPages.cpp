@@ -147,7 +147,7 @@ void GridPages::drawPage(PageDevice& device, std::size_t page) {
         }
         top += drawRow(device, part, row, top);
     }
-    frame_.drawFoot(device, page, pages_.size());
+    frame_.drawFoot(device, numberOf(page), lastNumber());
 }
 
 } // namespace kestrane

@@ -29,9 +29,15 @@ PageFrame::PageFrame(const Session& session, const PageHeading& heading, const P
     file_(printableText(heading.FileName)),
     pageOfPages_(session.LoadText(Text::PageOfPages)),
     metrics_(metrics) {
+    for (const std::string& line : paragraphsOf(session.Options.ReportFooter, kMostHeadLines))
+        letterhead_.push_back(fittedText(metrics, line, metrics.width() - 2 * kMargin, kBodyFont));
     body_ = wholePage();
     double logoWidth = logo_.empty() ? 0 : metrics.pictureWidth(logo_, kLogoBox);
-    if (logoWidth == 0) logoWidth = metrics.pictureWidth({}, kLogoBox);
+    if (logoWidth == 0) {
+        if (!logo_.empty()) session.frame->Tell(ReplaceText(session.LoadText(Text::LogoNotUsed), "^", logo_));
+        logo_.clear();
+        logoWidth = metrics.pictureWidth({}, kLogoBox);
+    }
     std::vector<std::string> texts;
     if (!session.Options.CompanyName.empty()) texts.push_back(printableText(session.Options.CompanyName));
     texts.push_back(printableText(heading.Title));
@@ -59,7 +65,8 @@ void PageFrame::setHead(const std::vector<std::string>& lines, double logoWidth)
 
 PageArea PageFrame::wholePage() const {
     const double foot = metrics_.height() - kMargin - metrics_.lineHeight(kBodyFont);
-    return {kMargin, kMargin, metrics_.width() - kMargin, foot - kAboveFoot};
+    const double letterhead = static_cast<double>(letterhead_.size()) * metrics_.lineHeight(kBodyFont);
+    return {kMargin, kMargin, metrics_.width() - kMargin, foot - kAboveFoot - letterhead};
 }
 
 // All lines are centred on one axis: the middle of the page, or as far from it as needed for the widest line to reach
@@ -84,6 +91,11 @@ void PageFrame::drawHead(PageDevice& device) {
 
 void PageFrame::drawFoot(PageDevice& device, std::size_t page, std::size_t pages) const {
     const double top = metrics_.height() - kMargin - metrics_.lineHeight(kBodyFont);
+    double above = body_.Bottom + kAboveFoot / 3;
+    for (const std::string& line : letterhead_) {
+        device.text((metrics_.width() - metrics_.textWidth(line, kBodyFont)) / 2, above, line, kBodyFont);
+        above += metrics_.lineHeight(kBodyFont);
+    }
     device.rule(body_.Left, top - kAboveFoot / 3, body_.width());
     device.text(body_.Left, top, program_, kBodyFont);
     const std::string number =

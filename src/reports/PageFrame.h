@@ -1,5 +1,5 @@
-// What every page of a report has around its content: logo, company and title in the head, and a foot line with the
-// program, the file and the page number. It also says where the content may be.
+// What every page of a report has around its content: logo, company and title in the head, and the company's letterhead
+// and a line with the program, the file and the page number in the foot. It also says where the content may be.
 #pragma once
 
 #include "model/Session.h"
@@ -49,6 +49,7 @@ private:
     void setHead(const std::vector<std::string>& lines, double logoWidth);
 
     std::vector<HeadLine> head_;
+    std::vector<std::string> letterhead_;      // lines above the foot
     std::string logo_;                         // path; empty when none is set or it could not be read
     std::string program_, file_, pageOfPages_; // program_ with the date of printing
     const PageMetrics& metrics_;

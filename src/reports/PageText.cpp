@@ -69,4 +69,14 @@ std::string printableText(std::string_view text) {
     return printable;
 }
 
+std::vector<std::string> paragraphsOf(std::string_view text, std::size_t most) {
+    std::vector<std::string> paragraphs;
+    while (!text.empty() && paragraphs.size() < most) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        paragraphs.push_back(printableText(line));
+    }
+    return paragraphs;
+}
+
 } // namespace kestrane

@@ -20,4 +20,7 @@ std::vector<std::string> wrappedText(const PageMetrics& metrics, std::string_vie
 // The text on one line: line breaks, tabs and other characters that cannot be printed become blanks.
 std::string printableText(std::string_view text);
 
+// The lines of a text that a user has typed, printable; what follows the last of so many is left out.
+std::vector<std::string> paragraphsOf(std::string_view text, std::size_t most);
+
 } // namespace kestrane

@@ -6,6 +6,8 @@
 #include "platform/Format.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
+#include "platform/Utf8.h"
+#include "views/HistoryTable.h"
 #include "views/RowTimes.h"
 
 #include <algorithm>
@@ -14,7 +16,9 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kMostRanges = 40; // of excluded intervals that are told one by one
+constexpr std::size_t kMostRanges = 40;     // of excluded intervals that are told one by one
+constexpr std::size_t kMostChanges = 8;     // that are told one by one, the newest
+constexpr std::size_t kLongestChange = 200; // bytes
 
 struct Source {
     const clsFile& file;
@@ -87,7 +91,30 @@ std::string excludedRows(const Source& source) {
     }
     if (count == 0) return source.words(Text::NoneExcluded);
     if (left > 0) stretches += "; " + ReplaceText(source.words(Text::MoreRanges), "^", std::to_string(left));
-    return ReplaceText(ReplaceText(source.words(Text::ExcludedOf), "^", std::to_string(count)), "*", stretches);
+    return withReason(
+        source.log.session(),
+        ReplaceText(ReplaceText(source.words(Text::ExcludedOf), "^", std::to_string(count)), "*", stretches),
+        source.log.CutReason);
+}
+
+std::string shownChange(const Source& source, const HistoryLine& line) {
+    const std::string change = changeText(source.log.session(), line);
+    const std::string text = ReplaceText(line.Time, "T", " ") + " " + line.What + (change.empty() ? "" : ": ") + change;
+    return text.size() <= kLongestChange ? text : std::string(firstBytes(text, kLongestChange)) + "\u2026";
+}
+
+// What was done to the log and to its document, the oldest first; saves are no changes.
+std::vector<std::string> changesOf(const Source& source) {
+    std::vector<std::string> changes;
+    for (const HistoryLine& line : source.file.History.lines()) {
+        const bool isSave = line.OfFile && line.What == source.words(Text::HistorySaved);
+        if (!isSave && (line.Log.empty() || line.Log == source.log.Name)) changes.push_back(shownChange(source, line));
+    }
+    if (changes.size() <= kMostChanges) return changes;
+    const std::size_t earlier = changes.size() - kMostChanges;
+    changes.erase(changes.begin(), changes.begin() + static_cast<std::ptrdiff_t>(earlier));
+    changes.push_back(ReplaceText(source.words(Text::EarlierChanges), "^", std::to_string(earlier)));
+    return changes;
 }
 
 // A row of the block. One whose value is empty is left out.
@@ -121,6 +148,11 @@ std::vector<DetailLine> provenanceLines(const clsFile& file, const clsInsData& d
         std::string value = row.value(source);
         if (!value.empty()) lines.push_back({source.words(row.caption) + ": ", std::move(value)});
     }
+    std::vector<std::string> changes = changesOf(source);
+    if (changes.empty()) changes.push_back(source.words(Text::NoHistory));
+    for (std::string& change : changes)
+        lines.push_back(
+            {&change == &changes.front() ? source.words(Text::ChangesLabel) + ": " : "", std::move(change)});
     return lines;
 }
 

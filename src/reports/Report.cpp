@@ -3,6 +3,7 @@
 #include "model/Session.h"
 #include "reports/PageText.h"
 #include "reports/Provenance.h"
+#include "views/HistoryTable.h"
 #include "views/LogTabs.h"
 #include "views/TimeChart.h"
 
@@ -22,7 +23,11 @@ constexpr double kRemarkLines = 1.25;
 constexpr double kProvenanceHead = 1.5;         // lines
 constexpr std::size_t kMostProvenanceLines = 8; // of one value
 constexpr double kLeastPlotHeight = 5;          // cm
-constexpr double kCaptionLines = 3.5;           // of a table: heading, captions, and the space around them
+constexpr double kLeastForDetails = 16;         // cm, with the chart below them
+constexpr double kLeastForDetailsInLandscape = 10;
+constexpr std::size_t kMostParagraphs = 100; // of the company's own words
+constexpr std::size_t kMostParagraphLines = 20;
+constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the space around them
 
 std::string titleOf(const clsLog& log) {
     const std::string kind = log.ModeText() + " " + log.session().LoadText(Text::ReportWord);
@@ -61,35 +66,51 @@ bool includesIntervals(const clsLog& log, ReportForm form) {
     return form == ReportForm::CumulativeAndIntervals || log.session().Options.PrintIntervals;
 }
 
-bool isModified(const clsLog& opened, const clsLog& inView) {
-    return inView.LogIntervals.Count() != opened.LogIntervals.Count() ||
-           inView.LogIntervals.IncludedCount() != inView.LogIntervals.Count();
+std::string modificationOf(const clsLog& opened, const clsLog& inView) {
+    const std::int64_t rows = inView.LogIntervals.Count();
+    const auto words = [&](Text::Id text, std::int64_t part, std::int64_t whole) {
+        return ReplaceText(ReplaceText(inView.session().LoadText(text), "^", std::to_string(part)), "*",
+                           std::to_string(whole));
+    };
+    std::string text;
+    if (rows != opened.LogIntervals.Count()) text = words(Text::ModifiedByZoom, rows, opened.LogIntervals.Count());
+    if (const std::int64_t left = rows - inView.LogIntervals.IncludedCount(); left > 0)
+        text += (text.empty() ? "" : "; ") + words(Text::ModifiedByExclusion, left, rows);
+    return text;
 }
 
-Report::Report(const ReportSubject& subject, ReportForm form, const PageMetrics& metrics) :
+Report::Report(const ReportSubject& subject, ReportForm form, const PageMetrics& metrics, const ReportParts& parts) :
     metrics_(metrics),
     title_(titleOf(subject.log)),
-    frame_(subject.log.session(), {title_, subject.file.ShortenedFileName(), subject.IsModified}, metrics),
+    frame_(subject.log.session(), {title_, subject.file.ShortenedFileName(), !subject.Modification.empty()}, metrics),
     line_(metrics.lineHeight(kBodyFont)) {
     const clsLog& log = subject.log;
     newPage();
+    placeIntroduction(subject);
     placeDetails(detailLines(subject.data, log));
     const ReportTable figures = cumulativeTable(log);
+    const Block closing = ownWords(log.session().Options.ReportClosing);
     const Block origin = provenance(subject);
-    const bool isAllOnOnePage = !log.IsOctaveLog() && !includesIntervals(log, form);
-    placeChart(subject, heightOf(figures), isAllOnOnePage ? origin.Height + 2 * line_ : 0);
+    const double last = closing.Height + origin.Height;
+    const bool isAllOnOnePage = !log.IsOctaveLog() && !includesIntervals(log, form) && parts.empty();
+    placeChart(subject, heightOf(figures), isAllOnOnePage ? last + 2 * line_ : 0);
     placeTable(figures);
     if (log.IsOctaveLog()) placeTable(frequencyTable(log));
-    if (form == ReportForm::CumulativeAndCriteria) placeCriteria(log);
+    if (form == ReportForm::CumulativeAndCriteria || parts.contains(ReportPart::Criteria)) placeCriteria(log);
     pagesBeforeIntervals_ = pages_.size();
-    if (includesIntervals(log, form)) {
-        intervals_.emplace(log, frame_.body(), metrics);
-        newPage(); // the last page of the intervals, or the one behind it
-        sharesLastPage_ = intervals_->bottom() + line_ + origin.Height <= frame_.body().Bottom;
-        if (sharesLastPage_) top_ = intervals_->bottom() + line_;
+    if (includesIntervals(log, form)) intervals_.emplace(log, frame_.body(), metrics);
+    addParts(subject, parts);
+    if (intervals_ || !parts_.empty()) newPage(); // the last page of the intervals, or the one behind all of them
+    sharesLastPage_ = intervals_ && parts_.empty() && intervals_->bottom() + line_ + last <= frame_.body().Bottom;
+    if (sharesLastPage_) top_ = intervals_->bottom() + line_;
+    placeLast(closing);
+    placeLast(origin);
+    if (!intervals_ && parts_.empty()) pagesBeforeIntervals_ = pages_.size();
+    std::size_t before = pagesBeforeIntervals_ + (intervals_ ? intervals_->count() : 0);
+    for (const auto& part : parts_) {
+        part->placeWithin(before, pageCount());
+        before += part->pageCount();
     }
-    placeBlock(origin);
-    if (!intervals_) pagesBeforeIntervals_ = pages_.size();
 }
 
 void Report::newPage() {
@@ -124,6 +145,34 @@ void Report::placeDetails(const std::vector<DetailLine>& lines) {
     top_ += line_;
 }
 
+// What is modified stands in front of everything, then the company's own words. The details go to the next page when
+// these leave too little room.
+void Report::placeIntroduction(const ReportSubject& subject) {
+    const Session& session = subject.log.session();
+    if (!subject.Modification.empty()) {
+        const std::string words = session.LoadText(Text::ModifiedReport) + ": " + subject.Modification;
+        placeLines(ownWords(withReason(session, words, subject.log.CutReason)));
+    }
+    placeLines(ownWords(session.Options.ReportIntroduction));
+    const double least = metrics_.isLandscape() ? kLeastForDetailsInLandscape : kLeastForDetails;
+    if (top_ + least > frame_.body().Bottom) newPage();
+    detailsTop_ = top_;
+}
+
+// Paragraphs over the width of the page, with a blank line behind the last.
+Report::Block Report::ownWords(const std::string& text) const {
+    Block block;
+    for (const std::string& paragraph : paragraphsOf(text, kMostParagraphs)) {
+        block.Lines.emplace_back(
+            std::string(), wrappedText(metrics_, paragraph, frame_.body().width(), kBodyFont, kMostParagraphLines));
+        block.Height += static_cast<double>(block.Lines.back().second.size()) * line_;
+    }
+    if (block.Lines.empty()) return block;
+    block.Lines.emplace_back(std::string(), std::vector<std::string>(1));
+    block.Height += line_;
+    return block;
+}
+
 Report::Block Report::provenance(const ReportSubject& subject) const {
     const PageArea& body = frame_.body();
     Block block{subject.log.session().LoadText(Text::Provenance), {}, 0, kProvenanceHead * line_};
@@ -139,18 +188,28 @@ Report::Block Report::provenance(const ReportSubject& subject) const {
     return block;
 }
 
-// Places the block below everything on the page when there is room for it, else on the next page.
-void Report::placeBlock(const Block& block) {
+// Places a block below everything on the page when there is room for it, else on the next page.
+void Report::placeLast(const Block& block) {
+    if (block.Lines.empty()) return;
     const PageArea& body = frame_.body();
     for (const PlacedPage::Words& text : pages_.back().Texts)
         top_ = std::max(top_, text.Top + 2 * line_);
     if (top_ + block.Height > body.Bottom) newPage();
-    place(body.Left, block.Heading, kCaptionFont);
-    pages_.back().Rules.push_back({body.Left, top_ + 1.25 * line_, body.width()});
-    top_ += kProvenanceHead * line_;
+    if (!block.Heading.empty()) {
+        place(body.Left, block.Heading, kCaptionFont);
+        pages_.back().Rules.push_back({body.Left, top_ + 1.25 * line_, body.width()});
+        top_ += kProvenanceHead * line_;
+    }
+    placeLines(block);
+}
+
+void Report::placeLines(const Block& block) {
+    const PageArea& body = frame_.body();
     for (const auto& [caption, texts] : block.Lines) {
+        if (top_ + line_ > body.Bottom) newPage();
         place(body.Left, caption, kBodyFont);
         for (const std::string& text : texts) {
+            if (top_ + line_ > body.Bottom) newPage();
             place(body.Left + block.Indent, text, kBodyFont);
             top_ += line_;
         }
@@ -170,8 +229,9 @@ void Report::placeChart(const ReportSubject& subject, double below, double last)
     if (metrics_.isLandscape()) {
         const double left = metrics_.width() / 2 + kMiddleGap / 2;
         const double width = body.Right - left;
-        const double height = std::min(kChartHeightInLandscape * metrics_.height(), body.height());
-        pages_.back().Chart = {left, body.Top, width, heightForPlot(width, height)};
+        const double height = std::min(kChartHeightInLandscape * metrics_.height(), body.Bottom - detailsTop_);
+        pages_.back().Chart = {left, detailsTop_, width,
+                               std::min(heightForPlot(width, height), body.Bottom - detailsTop_)};
         return;
     }
     const double least = kLeastChartHeight * metrics_.height();
@@ -258,14 +318,37 @@ void Report::placeCriteria(const clsLog& log) {
     placeTable(table);
 }
 
+void Report::addParts(const ReportSubject& subject, const ReportParts& parts) {
+    for (const ReportPartRow& row : reportPartRows()) {
+        if (!parts.contains(row.Part) || row.Pages == nullptr || !row.IsOf(subject)) continue;
+        if (auto pages = row.Pages(subject, metrics_)) parts_.push_back(std::move(pages));
+    }
+}
+
+std::size_t Report::pagesOfParts() const {
+    std::size_t pages = 0;
+    for (const auto& part : parts_)
+        pages += part->pageCount();
+    return pages;
+}
+
 std::size_t Report::pageCount() const {
-    return pages_.size() + (intervals_ ? intervals_->count() : 0) - (sharesLastPage_ ? 1 : 0);
+    return pages_.size() + (intervals_ ? intervals_->count() : 0) + pagesOfParts() - (sharesLastPage_ ? 1 : 0);
+}
+
+void Report::drawPart(PageDevice& device, std::size_t page) const {
+    for (const auto& part : parts_) {
+        if (page < part->pageCount()) return part->drawPage(device, page);
+        page -= part->pageCount();
+    }
 }
 
 void Report::drawPage(PageDevice& device, std::size_t page) {
-    frame_.drawHead(device);
     const std::size_t afterIntervals = pagesBeforeIntervals_ + (intervals_ ? intervals_->count() : 0);
-    const std::size_t resumed = afterIntervals - (sharesLastPage_ ? 1 : 0); // where pages_ goes on
+    const std::size_t afterParts = afterIntervals + pagesOfParts();
+    if (page >= afterIntervals && page < afterParts) return drawPart(device, page - afterIntervals);
+    frame_.drawHead(device);
+    const std::size_t resumed = afterParts - (sharesLastPage_ ? 1 : 0); // where pages_ goes on
     if (page >= pagesBeforeIntervals_ && page < afterIntervals) intervals_->draw(device, page - pagesBeforeIntervals_);
     if (page < pagesBeforeIntervals_) {
         draw(device, pages_[page]);

@@ -7,6 +7,7 @@
 #include "reports/PageText.h"
 #include "views/CumulativePanel.h"
 #include "views/ExposureTable.h"
+#include "views/HistoryTable.h"
 #include "views/IntervalTable.h"
 #include "views/LogTabs.h"
 #include "views/Zoom.h"
@@ -23,11 +24,14 @@ constexpr std::size_t kMostLinesBelow = 4;
 using Cells = std::vector<std::vector<std::string>>;
 
 // The heading of a view; band 0 means that it names no band.
-PageHeading headingOf(const PrintedView& view, int band = 0) {
-    std::string title = view.log.session().LoadText(tabRow(view.tab).Caption);
+PageHeading headingOf(const PrintedView& view, std::string title, int band = 0) {
     if (!view.log.Name.empty()) title = view.log.Name + " - " + title;
     if (band > 0) title += " - " + bandLabel(view.log, band);
     return {title, view.file.ShortenedFileName(), view.IsModified};
+}
+
+PageHeading headingOf(const PrintedView& view, int band = 0) {
+    return headingOf(view, view.log.session().LoadText(tabRow(view.tab).Caption), band);
 }
 
 std::unique_ptr<PagedDocument> gridPages(const PrintedView& view, PageGrid grid, int band = 0) {
@@ -66,7 +70,7 @@ public:
             device.text(area.Left, top, text, kBodyFont);
             top += line_;
         }
-        frame_.drawFoot(device, page, pageCount());
+        frame_.drawFoot(device, numberOf(page), lastNumber());
     }
 
 private:
@@ -124,6 +128,19 @@ std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view) {
 std::unique_ptr<PagedDocument> criteriaPages(const PrintedView& view) {
     CriteriaTable table = criteriaTable(view.log);
     return gridPages(view, gridOf(std::move(table.Captions), std::move(table.Rows)));
+}
+
+// Before, after and reason are one column: it is the one that is broken into lines.
+std::unique_ptr<PagedDocument> historyPages(const PrintedView& view) {
+    const Session& session = view.log.session();
+    Cells cells;
+    for (const HistoryLine& line : view.file.History.lines())
+        cells.push_back({ReplaceText(line.Time, "T", " "), line.What, line.Log, changeText(session, line)});
+    PageGrid grid = gridOf({session.LoadText(Text::TimeColumn), session.LoadText(Text::HistoryWhatColumn),
+                            session.LoadText(Text::HistoryLogColumn), session.LoadText(Text::ChangesLabel)},
+                           std::move(cells));
+    return std::make_unique<GridPages>(session, headingOf(view, session.LoadText(Text::PartHistory)), std::move(grid),
+                                       view.metrics);
 }
 
 std::unique_ptr<PagedDocument> rankPages(const PrintedView& view, const RankTable& ranks) {

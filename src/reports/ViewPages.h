@@ -37,6 +37,9 @@ std::unique_ptr<PagedDocument> rankPages(const PrintedView& view, const RankTabl
 // The log under every exposure criterion.
 std::unique_ptr<PagedDocument> criteriaPages(const PrintedView& view);
 
+// What was changed in the document of the log.
+std::unique_ptr<PagedDocument> historyPages(const PrintedView& view);
+
 // The intervals table as it is shown for a channel and a choice of band or parameter.
 std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, LogChannel channel, const DisplayChoice& choice);
 

@@ -187,6 +187,15 @@ ProtectionGrade gradeOf(float level) {
     return level >= 65 && level <= 80 ? ProtectionGrade::Orange : ProtectionGrade::Red;
 }
 
+std::string figuresLine(const HPDComparison& comparison) {
+    std::string text;
+    for (const auto& [label, value] : comparison.Panel) {
+        if (!text.empty()) text += "    ";
+        text.append(label).append(" ").append(value);
+    }
+    return text;
+}
+
 std::string levelName(const Session& session, std::int16_t mode) {
     return session.LoadText(kLevelNames[std::clamp<int>(mode, eHPDModeEUHSE, eHPDModeUSNIOSH)]);
 }

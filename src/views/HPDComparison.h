@@ -43,6 +43,9 @@ struct HPDComparison {
     bool isByOctaves() const { return Method == kByOctaves; }
 };
 
+// The labels and values of the panel on one line.
+std::string figuresLine(const HPDComparison& comparison);
+
 // The name of the protected level in a mode (eHPDMode...).
 std::string levelName(const Session& session, std::int16_t mode);
 

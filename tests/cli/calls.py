@@ -19,6 +19,11 @@ def write(name, text):
         file.write(text)
 
 
+def marked(log):
+    """The figures that are said to be the instrument's own."""
+    return [name for name, figure in log.items() if isinstance(figure, dict) and figure.get("Reported")]
+
+
 def read(name):
     with open(name, encoding="utf-8") as file:
         return file.read()
@@ -134,9 +139,10 @@ class Calls(InAFolder):
                             "<leq><f>85</f></leq><edose>70</edose><dh>10</dh></ca></log></logs></instrument-data></instruments>")
         for words, expected in (([], []), (["--criterion", "80"], ["DoseETCumA", "DoseHourA"]),
                                 (["--exposure", "12"], ["DoseETCumA"]), (["--exposure", "12", "--mode", "0"], [])):
-            log = json.loads(run("recalc", "halcyr.xml", *words)[1])
-            marked = {name: figure["Reported"] for name, figure in log.items() if isinstance(figure, dict) and "Reported" in figure}
-            self.assertEqual(marked, dict.fromkeys(expected, True), words)
+            self.assertEqual(marked(json.loads(run("recalc", "halcyr.xml", *words)[1])), expected, words)
+        for name, expected in (("halcyr.xml", ["DoseETCumA", "DoseHourA"]), (DOSIMETER, [])):    # the other computes its doses
+            run("recalc", name, "--criterion", "80", "--history", "-o", "kept.xml")
+            self.assertEqual(marked(json.loads(run("show", "kept.xml")[1])["InstrumentDatas"][0]["Locations"][0]), expected)
 
     def test_merging_adds_every_log_once_and_leaves_the_sources_alone(self):
         write("same.xml", read(DOSIMETER))     # the same instrument: no second collection
@@ -184,6 +190,31 @@ class Calls(InAFolder):
         self.assertEqual((status, sorted(os.listdir("."))), (1, before))
         self.assertIn("Kestrane: ", err)
         self.assertIn("<cri>80</cri>", read("out.xml"))
+
+    def test_a_history_is_kept_where_there_is_one_or_it_is_asked_for(self):
+        self.assertEqual(run("history", DOSIMETER), (0, "[]\n", ""))
+        run("cut", DOSIMETER, "--exclude", "1-2", "-o", "plain.xml")
+        self.assertFalse(os.path.exists("plain.xml.history.jsonl"))
+        run("cut", DOSIMETER, "--exclude", "1-2", "--reason", "Radio", "--history", "-o", "out.xml")
+        run("recalc", "out.xml", "--criterion", "80", "-o", "next.xml")
+        lines = json.loads(run("history", "next.xml")[1])
+        self.assertEqual([line["What"] for line in lines],
+                         ["Interval Selection", "Save", "Calculation Settings", "Save"])
+        self.assertEqual((lines[0]["Reason"], lines[0]["After"].split(";")[0]),
+                         ("Radio", "Interval Selection: Exclude From Display 1-2"))
+        self.assertIn("Criterion Level: 80 dB", lines[2]["After"])
+        with open("next.xml", "a", encoding="utf-8") as file:
+            file.write("\n")
+        status, out, err = run("history", "next.xml")
+        self.assertEqual((status, json.loads(out)[-1]["What"]), (0, "Changed by another program"))
+        self.assertIn("has been changed by another program", err)
+        write("next.xml.history.jsonl", "not ours")
+        status, out, err = run("history", "next.xml")
+        self.assertEqual((status, out), (1, ""))
+        self.assertIn("is not a history of this program", err)
+        self.assertEqual(run("save", DOSIMETER, "--history", "-o", "-")[0], 0)
+        self.assertEqual(sorted(os.listdir(".")), ["next.xml", "next.xml.history.jsonl", "out.xml",
+                                                   "out.xml.history.jsonl", "plain.xml", "settings.ini"])
 
 
 if __name__ == "__main__":

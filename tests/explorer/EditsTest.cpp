@@ -264,5 +264,52 @@ TEST(Undo, ALogThatWasDeletedComesBackAsItWasChanged) {
     EXPECT_EQ(resolve(one.session, "L1I1F1").log, nullptr);
 }
 
+TEST(History, SaysWhatEveryEditChangedOnceItsFiguresAreThere) {
+    OneLog one;
+    clsLog& log = one.log();
+    log.Name = "Morning";
+    log.Interval = 60;
+    one.messages.Answers = {Button::Yes};
+    applyChanges(log, log, {"85", "5", "01/02/2020"}, {});
+    EXPECT_TRUE(log.IntervalsRecalculating);
+    EXPECT_EQ(one.file().History.lines().back().After.find("LAeq"), std::string::npos); // they are not there yet
+    one.wait();
+    HistoryLine line = one.file().History.lines().back();
+    EXPECT_EQ(line.What + "|" + line.Log, "Calculation Settings|Morning");
+    EXPECT_TRUE(line.Before.starts_with("Criterion Level: 90 dB; Exchange Rate: 3 dB; ")) << line.Before;
+    EXPECT_TRUE(line.After.starts_with("Criterion Level: 85 dB; Exchange Rate: 5 dB; ")) << line.After;
+    EXPECT_NE(line.After.find("Leq: 80.0 dB"), std::string::npos) << line.After; // every row has 80 dB
+
+    editLog(log, Text::StepIntervalSelection, [&] {
+        setIntervalSelection(log, {{2, 3}, {5, 5}}, false);
+        log.CutReason = "Radio";
+        return true;
+    });
+    const auto last = [&] {
+        line = one.file().History.lines().back();
+        return line.What + "|" + line.Before + "|" + line.After + "|" + line.Reason;
+    };
+    EXPECT_EQ(last(),
+              "Interval Selection|Interval Selection: none|Interval Selection: Exclude From Display 2-3, 5-5|Radio");
+    one.undo();
+    EXPECT_EQ(last(),
+              "Undo Interval Selection|Interval Selection: Exclude From Display 2-3, 5-5|Interval Selection: none|");
+    EXPECT_EQ(log.CutReason, "");
+
+    renameNode(one.session, "L1I1F1", "Evening");
+    EXPECT_EQ(last(), "Rename|Morning|Evening|");
+    EXPECT_EQ(one.file().History.lines().at(2).Log, "Morning");
+    PasteNode(one.session, "L1I1F1", "I1F1", false);
+    EXPECT_EQ(last(), "Paste||Evening|");
+    ExplorerState state;
+    state.SelectedKey = "L1I1F1";
+    one.messages.Answers = {Button::Ok};
+    EXPECT_TRUE(DeleteNode(one.session, state));
+    EXPECT_EQ(last(), "Delete Log|Evening||");
+    one.undo();
+    EXPECT_EQ(last(), "Undo Delete Log||Evening|");
+    EXPECT_EQ(one.file().History.lines().size(), 7U);
+}
+
 } // namespace
 } // namespace kestrane

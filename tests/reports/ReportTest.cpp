@@ -40,7 +40,7 @@ struct Yard : ShownLog {
     }
 
     RecordingPage drawn(ReportForm form, const PageMetrics& metrics = kUpright) {
-        Report report({file, data, log, isModified(log, log)}, form, metrics);
+        Report report({file, data, log, modificationOf(log, log)}, form, metrics);
         RecordingPage page = recorded(report, metrics);
         EXPECT_EQ(page.pages, report.pageCount());
         return page;
@@ -272,6 +272,52 @@ TEST(Report, EndsWithWhereItsFiguresComeFrom) {
                             [](const DrawnText& text) { return text.text.ends_with("and 60 more ranges)"); }));
 }
 
+TEST(Report, CarriesTheWordsOfTheCompanyAndTheChosenParts) {
+    Yard yard;
+    IntervalColumns& rows = yard.log.LogIntervals.Columns();
+    rows.set<std::uint8_t>(rows.isExcluded, 3, 1);
+    yard.log.CutReason = "Radio";
+    yard.session.Options.ReportIntroduction = "To the works council";
+    yard.session.Options.ReportClosing = "Measured by the rules of our house.";
+    yard.session.Options.ReportFooter = "Fen Acoustics\nMill Lane 1";
+    HistoryLine change = historyLine(yard.session, "Note");
+    change.Before = "old";
+    change.After = std::string(400, 'w');
+    yard.file.History.add(change);
+    const ReportParts parts = partsOf("history,exposure,criteria,none,spectrum"); // a broadband log has no spectrum
+    EXPECT_EQ(wordsOf(parts), "spectrum,exposure,criteria,history");
+    for (const RecordedMetrics& metrics : {Yard::kUpright, Yard::kLandscape}) {
+        Report report({yard.file, yard.data, yard.log, modificationOf(yard.log, yard.log)},
+                      ReportForm::CumulativeAndIntervals, metrics, parts);
+        const RecordingPage page = recorded(report, metrics);
+        EXPECT_EQ(page.faults(), "");
+        ASSERT_EQ(page.pages, report.pageCount());
+        std::string titles;
+        for (std::size_t i = 0; i < page.pages; ++i) {
+            const Lines lines = page.lines(i);
+            titles += lines.front() + "|";
+            EXPECT_EQ(lines[lines.size() - 3] + lines[lines.size() - 2], "Fen AcousticsMill Lane 1");
+            EXPECT_TRUE(lines.back().ends_with("Page " + std::to_string(i + 1) + " of " + std::to_string(page.pages)));
+        }
+        EXPECT_NE(titles.find("Yard - Exp Calc|Yard - History|Yard - Broadband Report|"), std::string::npos) << titles;
+        Lines first = page.lines(0);
+        EXPECT_EQ(first[1], "Modified Report");
+        EXPECT_EQ(first[2], "Modified Report: 1 of 15 intervals are left out of the figures (reason: Radio)");
+        EXPECT_EQ(first[3], "To the works council");
+        const Lines last = page.lines(page.pages - 1);
+        const auto closing = std::ranges::find(last, yard.session.Options.ReportClosing);
+        EXPECT_LT(closing, std::ranges::find(last, "Provenance"));
+        EXPECT_TRUE(std::ranges::any_of(
+            last, [](const std::string& line) { return line.find("Note: old \u2192 www") != std::string::npos; }));
+    }
+    std::string longest; // of introductions
+    for (int i = 0; i < 300; ++i)
+        longest += std::string(500, 'x') + "\n";
+    yard.session.Options.ReportIntroduction = longest;
+    for (const RecordedMetrics& metrics : {Yard::kUpright, Yard::kLandscape})
+        EXPECT_EQ(yard.drawn(ReportForm::Cumulative, metrics).faults(), "");
+}
+
 TEST(Report, GivesThePlotOfManySeriesItsHeight) {
     Yard yard;
     yard.log.objLogOptions = clsLogOptions();
@@ -354,7 +400,7 @@ TEST(Report, TitlesKeepClearOfTheLogo) {
         yard.session.Options.CompanyLogoFile = "/logo.png";
         RecordedMetrics metrics;
         metrics.logoWidth = c.logo;
-        Report report({yard.file, yard.data, yard.log, true}, ReportForm::Cumulative, metrics);
+        Report report({yard.file, yard.data, yard.log, "in a way"}, ReportForm::Cumulative, metrics);
         RecordingPage page(metrics);
         page.pictureWidth = c.logo;
         drawPages(report, page, {});

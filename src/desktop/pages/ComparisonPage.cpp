@@ -87,18 +87,8 @@ ClipboardForms ComparisonPage::Copy(const clsLog& inView, bool valuesOnly) const
     return forms;
 }
 
-// The figures of the bar as one line.
-std::string ComparisonPage::figuresLine() const {
-    std::string text;
-    for (const auto& [label, value] : comparison_.Panel) {
-        if (!text.empty()) text += "    ";
-        text.append(label).append(" ").append(value);
-    }
-    return text;
-}
-
 std::unique_ptr<PagedDocument> ComparisonPage::Pages(const PrintedView& printed) const {
-    return shownChart() == nullptr ? nullptr : chartPages(printed, chart_->onPage(), figuresLine());
+    return shownChart() == nullptr ? nullptr : chartPages(printed, chart_->onPage(), figuresLine(comparison_));
 }
 
 void ComparisonPage::ChooseProtector() {

@@ -39,7 +39,6 @@ protected:
 private:
     void choose(const std::function<std::optional<ProtectorChoice>(const clsLog& log)>& screen);
     void showFigures(const std::vector<std::pair<std::string, std::string>>& figures);
-    std::string figuresLine() const;
 
     QWidget* bar_;
     QLabel* fraHPD_;

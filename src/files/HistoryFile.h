@@ -1,0 +1,28 @@
+// The file beside a data file that keeps the history of its document: a line of JSON for each change. Lines are only
+// ever added. A document that takes the place of another begins its history with a head line of its own, and the lines
+// in front of that stay in the file.
+#pragma once
+
+#include "model/clsFile.h"
+
+#include <string>
+
+namespace kestrane {
+
+// The history beside a data file; empty when there is none. Raises nothing: Fault says why a history cannot be used.
+DocumentHistory ReadHistory(const Session& session, const std::string& dataFile);
+
+// Notices that the data file is no longer what the history says: when its hash is another one, that becomes a line of
+// the history. Returns whether it has become one now.
+bool NoticeChange(clsFile& file, const std::string& sha256);
+
+// Gives the logs the remarks that the history keeps for the file as it is.
+void GiveRemarks(clsFile& file);
+
+// Adds the lines that are not there yet to the history beside the document's file, and one that says what was saved.
+// before is the hash of what the save has replaced; empty for none. To be called after the document has been saved.
+// Raises the system's error, or kErrorApplication with the reason why the history
+// cannot be used.
+void AppendHistory(clsFile& file, const std::string& before);
+
+} // namespace kestrane
