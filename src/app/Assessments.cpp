@@ -1,5 +1,7 @@
 #include "app/Assessments.h"
 
+#include "app/Backups.h"
+#include "app/OtherPrograms.h"
 #include "assessment/AssessmentEdits.h"
 #include "assessment/AssessmentFile.h"
 #include "assessment/LogLevels.h"
@@ -95,8 +97,29 @@ std::string assessmentName(const Session& session, const AssessmentDocument& doc
     return path.empty() ? session.LoadText(Text::Untitled) : path.substr(path.rfind('/') + 1);
 }
 
+namespace {
+
+bool isChangedByAnother(const Session& session, const AssessmentDocument& document, bool isThorough) {
+    return !session.StateFolder.empty() && hasOtherContent(document.Path(), document.OnDisk(), isThorough);
+}
+
+bool takeTheirs(Session& session, AssessmentDocument& document) {
+    std::optional<AssessmentDocument> theirs = OpenAssessment(session, document.Path(), OpenSource::Named);
+    if (!theirs) return false;
+    document = std::move(*theirs);
+    return true;
+}
+
+} // namespace
+
 bool SaveAssessment(Session& session, AssessmentDocument& document, bool bSaveAs, const AskSaveName& askName) {
     std::string path = document.Path();
+    if (!bSaveAs && isChangedByAnother(session, document, true)) {
+        const OnConflict conflict = AskAboutConflict(session, path);
+        if (conflict == OnConflict::Later) return false;
+        if (conflict == OnConflict::Theirs) return takeTheirs(session, document);
+        bSaveAs = conflict == OnConflict::SaveAs;
+    }
     if (path.empty() || bSaveAs) {
         const std::optional<std::string> name =
             askName(path.empty() ? session.LoadText(Text::Untitled) + ".kxa" : path);
@@ -104,13 +127,38 @@ bool SaveAssessment(Session& session, AssessmentDocument& document, bool bSaveAs
         path = *name;
     }
     try {
-        document.Save(path);
+        const std::string backup = SaveWithBackup(session, path, [&] {
+            document.Save(path);
+            return document.OnDisk().Hash;
+        });
+        if (!backup.empty()) session.frame->Tell(ReplaceText(session.LoadText(Text::BackupMade), "^", backup));
     } catch (const RuntimeError& error) {
         session.ShowMessage(saveErrorText(session, error, path), kIconExclamation);
         return false;
     }
     rememberRecentFile(session, path);
     return true;
+}
+
+bool LookForOtherPrograms(Session& session, AssessmentDocument& document, const AskSaveName& askName) {
+    if (!isChangedByAnother(session, document, false)) return false;
+    FileStamp now = hashedStampOf(document.Path());
+    switch (AskAboutConflict(session, document.Path())) {
+    case OnConflict::GoOn:
+        document.SetOnDisk(std::move(now));
+        document.MarkChanged();
+        return true;
+    case OnConflict::Theirs:
+        return takeTheirs(session, document);
+    case OnConflict::SaveAs:
+        if (SaveAssessment(session, document, true, askName)) return true;
+        [[fallthrough]];
+    case OnConflict::Later: // the same change is asked about once more only before saving, which compares the hash
+        now.Hash = document.OnDisk().Hash;
+        document.SetOnDisk(std::move(now));
+        return false;
+    }
+    return false;
 }
 
 bool MayCloseAssessment(Session& session, AssessmentDocument& document, const AskSaveName& askName) {

@@ -24,6 +24,10 @@ AssessmentDocument NewAssessment(const Session& session);
 // Saves it, and asks for a name when it has none. Returns false when it was not saved.
 bool SaveAssessment(Session& session, AssessmentDocument& document, bool bSaveAs, const AskSaveName& askName);
 
+// Asks about a file that another program has changed since it was read or saved. Returns true when the document or its
+// name has changed by that.
+bool LookForOtherPrograms(Session& session, AssessmentDocument& document, const AskSaveName& askName);
+
 // Offers to save changes. Returns false when the user cancels or it could not be saved.
 bool MayCloseAssessment(Session& session, AssessmentDocument& document, const AskSaveName& askName);
 

@@ -1,11 +1,16 @@
 #include "app/Documents.h"
 
+#include "app/Backups.h"
+#include "app/OtherPrograms.h"
 #include "calc/Recalculation.h"
 #include "explorer/NodeKeys.h"
 #include "files/Loaders.h"
 #include "files/XmlWriter.h"
+#include "model/SettingsText.h"
+#include "platform/FileStamp.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "platform/Sha256.h"
 #include "server/KestraneThread.h"
 #include "server/LogLoading.h"
 
@@ -99,6 +104,23 @@ std::vector<clsLog*> logsOfUnsavedRows(const clsFile& file) {
     return logs;
 }
 
+// Asks the user when another running program has the file open. A document that is open already (null) is fine.
+bool mayOpen(Session& session, clsFile* file) {
+    if (file == nullptr || HoldFile(session, *file)) return true;
+    const std::string question = ReplaceText(session.LoadText(Text::OpenElsewhere), "^", file->ShortenedFileName());
+    file->ReadOnly = session.ShowMessage(question, kButtonsYesNo | kIconQuestion) == Button::Yes;
+    return file->ReadOnly;
+}
+
+void loadRows(Session& session, int fileId) {
+    LoadWaitingIntervals(session, [&session, fileId](const clsLog&) { takeUpRows(session, fileId); });
+}
+
+void addToOpen(Session& session, std::unique_ptr<clsFile> file) {
+    session.OpenFiles.push_back(std::move(file));
+    AssignIdentities(session, true, 0);
+}
+
 void refreshWindows(Session& session) {
     session.frame->RebuildExplorerTrees();
     session.frame->EnableMenusAndButtons();
@@ -135,9 +157,11 @@ std::optional<std::string> askFreeName(Session& session, const clsFile& file, co
         std::optional<std::string> name = askName(proposal);
         if (!name || name->empty()) return std::nullopt;
         const clsFile* const other = openFileOfName(session, *name);
-        if (other == nullptr || other == &file) return name;
-        session.ShowMessage(ReplaceText(session.LoadText(Text::FileIsOpen), "^", other->ShortenedFileName()),
-                            kIconExclamation);
+        if (other == &file && !file.ReadOnly) return name;
+        if ((other == nullptr || other == &file) && !IsHeldElsewhere(session, *name)) return name;
+        const std::string open =
+            other != nullptr ? other->ShortenedFileName() : clsFile(session, *name).ShortenedFileName();
+        session.ShowMessage(ReplaceText(session.LoadText(Text::FileIsOpen), "^", open), kIconExclamation);
         proposal = *name;
     }
 }
@@ -167,7 +191,14 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
     Session& session = file.session();
     std::string message;
     bool isLoaded = false;
-    waitFor(session, [&] { isLoaded = LoadDocument(file, message, read); });
+    const ReadBytes stamping = [&](const std::string& path) {
+        const FileStamp stamp = stampOf(path); // taken before, so that a change while it is read is noticed
+        std::shared_ptr<FileBytes> bytes = read(path);
+        file.OnDisk = stamp;
+        if (stamp.IsKnown()) file.OnDisk.Hash = sha256Of(bytes->view());
+        return bytes;
+    };
+    waitFor(session, [&] { isLoaded = LoadDocument(file, message, session.StateFolder.empty() ? read : stamping); });
     if (!isLoaded) {
         session.ShowMessage(message, kIconStop);
         return false;
@@ -196,19 +227,24 @@ bool OpenFile(Session& session, const std::string& name, OpenSource source, bool
         loaded = std::make_unique<clsFile>(session, name);
         file = loaded.get();
     }
-    const bool isOpen = FileOpen(*file, read);
+    const bool isOpen = mayOpen(session, loaded.get()) && FileOpen(*file, read);
     const bool isNew = isOpen && loaded != nullptr;
-    if (isNew) {
-        session.OpenFiles.push_back(std::move(loaded));
-        AssignIdentities(session, true, 0);
-    }
+    if (isNew) addToOpen(session, std::move(loaded));
     if (source != OpenSource::Named) rememberRecentFile(session, file->FileName);
     if (blnLastFile || isNew) refreshWindows(session);
     for (const auto panel : {Frame::Panel::Status, Frame::Panel::Process, Frame::Panel::Error}) {
         session.frame->SetPanel(panel, {});
     }
-    LoadWaitingIntervals(session, [&session, id = file->FileId](const clsLog&) { takeUpRows(session, id); });
+    loadRows(session, file->FileId);
     return isOpen;
+}
+
+clsFile& TakeUp(Session& session, std::unique_ptr<clsFile> file) {
+    clsFile& open = *file;
+    addToOpen(session, std::move(file));
+    refreshWindows(session);
+    loadRows(session, open.FileId);
+    return open;
 }
 
 void OpenFiles(Session& session, const std::vector<std::string>& names, OpenSource source) {
@@ -230,10 +266,16 @@ void ShowOpened(Session& session, const std::vector<std::string>& names) {
     if (!logs.empty()) session.frame->ChooseLog(first, logs.size() == 1);
 }
 
+std::string recentFileKey(int number) {
+    return "LastFile" + std::to_string(number);
+}
+
 void rememberRecentFile(Session& session, const std::string& name) {
     std::erase_if(session.RecentFiles, [&](const std::string& recent) { return isSameFile(recent, name); });
     session.RecentFiles.insert(session.RecentFiles.begin(), name);
     if (session.RecentFiles.size() > kRecentFiles) session.RecentFiles.resize(kRecentFiles);
+    for (std::size_t i = 0; i < session.RecentFiles.size(); ++i)
+        session.state->write(kPreferences, recentFileKey(static_cast<int>(i) + 1), session.RecentFiles[i]);
 }
 
 std::string fileNameOf(std::string title) {
@@ -249,15 +291,29 @@ std::string saveErrorText(const Session& session, const RuntimeError& error, con
 
 namespace {
 
-enum class Saved { Yes, No, Failed }; // No: it is not to be saved; Failed: it could not be written
+// No: it is not to be saved; Failed: it could not be written; Theirs: the file that another program wrote is to be
+// taken
+enum class Saved { Yes, No, Failed, Theirs };
+
+OnConflict conflictOf(Session& session, const clsFile& file) {
+    bool isChanged = false;
+    waitFor(session, [&] { isChanged = hasOtherContent(file.FileName, file.OnDisk, true); });
+    return isChanged ? AskAboutConflict(session, file.FileName) : OnConflict::GoOn;
+}
 
 Saved save(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName) {
     if (session.Options.PreventEmptySaving && hasEmptyCollection(file)) {
         session.ShowMessage(session.LoadText(Text::FilesWithoutLogsNotSaved), kIconInformation);
         return Saved::No;
     }
-    const bool needsName = file.FileName.empty() || file.JustAcquired() || file.IsOldStyle() || bSaveAs;
+    bool needsName = file.FileName.empty() || file.JustAcquired() || file.IsOldStyle() || file.ReadOnly || bSaveAs;
     if (!needsName && !IsChanged(file)) return Saved::Yes;
+    if (!needsName) {
+        const OnConflict conflict = conflictOf(session, file);
+        if (conflict == OnConflict::Later) return Saved::No;
+        if (conflict == OnConflict::Theirs) return Saved::Theirs;
+        needsName = conflict == OnConflict::SaveAs;
+    }
     const std::string nameBefore = file.FileName;
     if (needsName) {
         if (file.IsOldStyle()) session.ShowMessage(session.LoadText(Text::NotCompatibleAfterSaving), kIconInformation);
@@ -267,11 +323,18 @@ Saved save(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& ask
     }
     Saved saved = Saved::Yes;
     try {
-        std::string historyFault;
-        waitFor(session, [&] { historyFault = FileSave(file); });
+        std::string backup, historyFault;
+        waitFor(session, [&] {
+            backup = SaveWithBackup(session, file.FileName, [&] {
+                historyFault = FileSave(file);
+                return file.OnDisk.Hash;
+            });
+        });
+        if (!backup.empty()) session.frame->Tell(ReplaceText(session.LoadText(Text::BackupMade), "^", backup));
         if (!historyFault.empty())
             session.ShowMessage(ReplaceText(session.LoadText(Text::HistoryNotSaved), "^", historyFault),
                                 kIconExclamation);
+        if (needsName) file.ReadOnly = !HoldFile(session, file);
     } catch (const RuntimeError& error) {
         session.ShowMessage(saveErrorText(session, error, file.FileName), kIconExclamation);
         file.FileName = nameBefore; // there is no file with the new name
@@ -285,7 +348,9 @@ Saved save(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& ask
 } // namespace
 
 bool SaveFile(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName) {
-    return save(session, file, bSaveAs, askName) == Saved::Yes;
+    const Saved saved = save(session, file, bSaveAs, askName);
+    if (saved == Saved::Theirs) TakeTheirs(session, file);
+    return saved == Saved::Yes;
 }
 
 bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askName) {
@@ -322,7 +387,7 @@ bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askNa
         Saved saved = save(session, *file, false, askName);
         while (saved == Saved::Failed)
             saved = save(session, *file, true, askName); // another place may have room for it
-        if (saved != Saved::Yes) return false;
+        if (saved == Saved::No) return false;
         if (file->FileName != nameBefore) rememberRecentFile(session, file->FileName);
     }
     return true;

@@ -7,6 +7,7 @@
 #include "platform/RuntimeError.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,6 +32,9 @@ enum class OpenSource { Dialog, Recent, Named };
 bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile,
               const ReadBytes& read = readFile);
 
+// Adds a document that FileOpen has loaded to the open files, shows it in the trees and starts loading its rows.
+clsFile& TakeUp(Session& session, std::unique_ptr<clsFile> file);
+
 // Opens files in order, and then calls ShowOpened.
 void OpenFiles(Session& session, const std::vector<std::string>& names, OpenSource source);
 
@@ -40,7 +44,10 @@ void ShowOpened(Session& session, const std::vector<std::string>& names);
 
 clsFile* openFileOfName(const Session& session, const std::string& name); // by isSameFile; null when it is not open
 
-// Puts a name at the front of the recent files and keeps the first four.
+// The key of the recent file with this number, from 1, in the state.
+std::string recentFileKey(int number);
+
+// Puts a name at the front of the recent files, keeps the first four and writes them to the state.
 void rememberRecentFile(Session& session, const std::string& name);
 
 // Asks for a name to save under, with a proposal. Returns nothing when the user cancels.

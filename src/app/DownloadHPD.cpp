@@ -36,14 +36,6 @@ std::optional<std::string> fetch(Session& session, HPDProgress& progress, bool b
     return std::nullopt;
 }
 
-// Keeps a copy of the old records. Does nothing when there are none.
-void keepOld(const ProtectorCollection& collection) {
-    std::error_code failed;
-    std::filesystem::copy_file(sourceOf(collection), collection.File + ".bak",
-                               std::filesystem::copy_options::overwrite_existing, failed);
-    if (failed && failed.value() != ENOENT) throw RuntimeError(failed.value(), failed.message());
-}
-
 // What is wrong with the file, and in which line.
 std::string damageOf(const Session& session, const ProtectorCollection& collection, const std::string& fault) {
     const std::size_t read = collection.Protectors.size();
@@ -93,12 +85,12 @@ bool DownloadHPD(Session& session, HPDProgress& progress, bool bSilent) {
     try {
         const std::string text = databaseText(*body);
         makeFolderOf(collection.File);
-        keepOld(collection);
+        keepOldDatabase(sourceOf(collection), collection.File);
         std::vector<clsHP> protectors;
         // A text that cannot be read raises, so it never replaces the old one.
         const bool isWhole = readProtectors(text, protectors);
         if (protectors.empty()) throw RuntimeError(kErrorCorruptFile, session.LoadText(Text::CorruptFileError));
-        // The next download replaces the ".bak".
+        // Backups go in time.
         if (!isWholeDatabase(collection.File)) keepDamagedFile(collection.File);
         writeFileAtomically(collection.File, [&](const FileSink& sink) { sink(text); });
         collection.Protectors = std::move(protectors);

@@ -79,7 +79,8 @@ enum class Command {
     LogAddToAssessment,
     PrintCriteria,
     FileExport,
-    ViewHistory
+    ViewHistory,
+    FileRecoverDownload
 };
 
 // The place of a command in a menu. The items of a menu are in the order of their index, and a gap in the indexes is a
@@ -103,7 +104,7 @@ std::span<const MenuItem> menuItems();
 // possible.
 std::vector<std::string> menuTexts(const Session& session, Menu menu);
 
-constexpr int kRecentFilesIndex = 16; // the index of the recent files in the File menu
+constexpr int kRecentFilesIndex = 17; // the index of the recent files in the File menu
 
 // What the rules need to know about the explorer window in front.
 struct MenuState {

@@ -13,6 +13,7 @@ using Seconds = std::chrono::duration<double>;
 
 constexpr Seconds kFirstEstimate{3}; // an estimate is shown after this time, once kLeastDone has been done since
 constexpr double kLeastDone = 0.01;
+constexpr int kTellSilence = 3; // seconds
 
 // The part of all chosen logs that has been read, 0..1; nothing when no log is being read.
 std::optional<double> doneOf(const DownloadProgress& progress) {
@@ -57,6 +58,8 @@ ProgressWords ProgressReport::WordsOf(const DownloadProgress& progress) {
         words.Percent = static_cast<int>(std::floor(*done * 100));
         words.TimeLeft = timeLeftText(*done);
     }
+    if (progress.SilentSeconds >= kTellSilence)
+        words.TimeLeft = ReplaceText(session_.LoadText(Text::NoDataFor), "^", std::to_string(progress.SilentSeconds));
     return words;
 }
 

@@ -291,6 +291,7 @@ void ProtectorScreen::Close() {
         writeSafely([this] { session_.settings.write(kPreferences, kCorrectionKey, std::to_string(correction_)); });
     } else if (collection_.IsChanged && !IsReadOnly()) {
         writeSafely([this] {
+            keepOldDatabase(collection_.File, collection_.File);
             saveProtectors(collection_.File, collection_.Protectors);
             collection_.IsChanged = false;
         });

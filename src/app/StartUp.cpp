@@ -13,17 +13,12 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 #include <system_error>
 
 namespace kestrane {
 
 namespace {
-
-constexpr int kRecentKeys = 4;
-
-std::string recentKey(int i) {
-    return "LastFile" + std::to_string(i);
-}
 
 // Takes one name off the beginning of an unquoted text. Positions count from 1, and 0 means none.
 std::string takeUnquoted(std::string& text, const std::function<bool(const std::string&)>& exists) {
@@ -74,6 +69,12 @@ std::vector<std::string> commandLineFiles(std::string text, const std::function<
     return names;
 }
 
+std::vector<std::string> namedFiles(const std::vector<std::string>& arguments) {
+    std::vector<std::string> names = commandLineFiles(commandLineText(arguments), fileExists);
+    std::ranges::transform(names, names.begin(), fullPath);
+    return names;
+}
+
 std::string programFolder() {
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -118,8 +119,8 @@ const Language& programLanguage(const SettingsStore& settings) {
 
 void moveState(Session& session) {
     try {
-        for (int i = 1; i <= kRecentKeys; ++i)
-            moveSetting(session.settings, *session.state, kPreferences, recentKey(i));
+        for (int i = 1; i <= static_cast<int>(kRecentFiles); ++i)
+            moveSetting(session.settings, *session.state, kPreferences, recentFileKey(i));
         movePlacement(session.settings, *session.state);
     } catch (const RuntimeError&) {
         // The folder cannot be written. What was not moved stays in the settings.
@@ -128,30 +129,24 @@ void moveState(Session& session) {
 
 void readSettings(Session& session) {
     session.Options.DefaultDataDirectory = defaultDataFolder(programFolder(), session.DocumentsFolder);
-    if (const std::string file = session.settings.Unreadable(); !file.empty())
-        session.ShowMessage(ReplaceText(session.LoadText(Text::SettingsNotRead), "^", file), kIconExclamation);
+    for (const std::string& file : std::set{session.settings.Unreadable(), session.state->Unreadable()})
+        if (!file.empty())
+            session.ShowMessage(ReplaceText(session.LoadText(Text::SettingsNotRead), "^", file), kIconExclamation);
     for (const std::string& key : session.Options.GetFromRegistry(session.settings)) {
         session.ShowMessage(ReplaceText(session.LoadText(Text::SettingNotOfItsKind), "^", key), kIconExclamation);
     }
-    for (int i = 1; i <= kRecentKeys; ++i) {
-        const std::string name = session.state->read(kPreferences, recentKey(i), {});
+    for (int i = 1; i <= static_cast<int>(kRecentFiles); ++i) {
+        const std::string name = session.state->read(kPreferences, recentFileKey(i), {});
         if (name.empty()) break;
         session.RecentFiles.push_back(name);
-    }
-}
-
-void saveRecentFiles(Session& session) {
-    for (std::size_t i = 0; i < session.RecentFiles.size(); ++i) {
-        session.state->write(kPreferences, recentKey(static_cast<int>(i) + 1), session.RecentFiles[i]);
     }
 }
 
 std::vector<std::string> Main(Session& session, const std::vector<std::string>& arguments) {
     readSettings(session);
     if (session.protectors != nullptr) LoadHPD(session);
-    std::vector<std::string> names = commandLineFiles(commandLineText(arguments), fileExists);
-    for (std::string& name : names) {
-        name = fullPath(name);
+    std::vector<std::string> names = namedFiles(arguments);
+    for (const std::string& name : names) {
         if (isNamedAsAssessment(name)) continue; // opened in a window of its own
         OpenFile(session, name, OpenSource::Named, &name == &names.back());
     }

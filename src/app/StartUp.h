@@ -19,6 +19,9 @@ std::string commandLineText(const std::vector<std::string>& arguments);
 // text no longer gets shorter.
 std::vector<std::string> commandLineFiles(std::string text, const std::function<bool(const std::string&)>& exists);
 
+// The full paths of the files that the arguments of the process name.
+std::vector<std::string> namedFiles(const std::vector<std::string>& arguments);
+
 // The folder of the running program, with "/" at the end.
 std::string programFolder();
 
@@ -45,9 +48,9 @@ const Language& programLanguage(const SettingsStore& settings);
 // Moves recent files and placement out of the settings, where earlier versions kept them, into the state.
 void moveState(Session& session);
 
-// Reads settings and recent files. A setting that cannot be converted is reported with its key, and its default stays.
+// Reads settings and recent files. A file that cannot be read is told. A setting that cannot be converted is reported
+// with its key, and its default stays.
 void readSettings(Session& session);
-void saveRecentFiles(Session& session);
 
 // Starts the program up to the first window: settings, recent files, the protector database, then every file that the
 // arguments name. Returns the names of these files, for the explorer that is opened afterwards.

@@ -10,7 +10,16 @@ AssessmentDocument::AssessmentDocument(Assessment first, std::string path) : pat
 }
 
 AssessmentDocument AssessmentDocument::ofFile(const std::string& path) {
-    return {loadAssessment(path), path};
+    AssessmentDocument document(loadAssessment(path), path);
+    document.onDisk_ = hashedStampOf(path);
+    return document;
+}
+
+AssessmentDocument AssessmentDocument::ofCopy(Assessment kept, std::string path, FileStamp onDisk) {
+    AssessmentDocument document(std::move(kept), std::move(path));
+    document.MarkChanged();
+    document.onDisk_ = std::move(onDisk);
+    return document;
 }
 
 bool AssessmentDocument::IsChanged() const {
@@ -56,6 +65,7 @@ void AssessmentDocument::Save(const std::string& path) {
     saveAssessment(path, moved[at_].assessment);
     states_ = std::move(moved);
     path_ = path;
+    onDisk_ = hashedStampOf(path);
     saved_ = states_[at_].text;
 }
 

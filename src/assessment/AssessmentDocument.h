@@ -3,6 +3,7 @@
 
 #include "assessment/Assessment.h"
 #include "model/UndoStack.h"
+#include "platform/FileStamp.h"
 
 #include <deque>
 #include <string>
@@ -17,9 +18,19 @@ public:
     // Raises what loadAssessment raises.
     static AssessmentDocument ofFile(const std::string& path);
 
+    // An assessment that was kept before it could be saved: it counts as changed. onDisk is of the file at path, as it
+    // was when the changes were made.
+    static AssessmentDocument ofCopy(Assessment kept, std::string path, FileStamp onDisk);
+
     const std::string& Path() const { return path_; }
 
     const Assessment& Now() const { return states_[at_].assessment; }
+
+    const FileStamp& OnDisk() const { return onDisk_; } // of the file as it was last read or saved
+
+    void SetOnDisk(FileStamp onDisk) { onDisk_ = std::move(onDisk); }
+
+    void MarkChanged() { saved_.clear(); } // it differs from its file, whatever was read or saved
 
     bool IsChanged() const; // since it was read or saved
 
@@ -47,6 +58,7 @@ private:
     static constexpr std::size_t kStates = 101;
 
     std::string path_;
+    FileStamp onDisk_;
     std::deque<State> states_;
     std::size_t at_ = 0;
     std::string saved_; // its text

@@ -1,4 +1,5 @@
 #include "app/Download.h"
+#include "app/Transcripts.h"
 #include "cli/ConsoleDownload.h"
 #include "cli/Json.h"
 #include "cli/TimeArgument.h"
@@ -21,7 +22,7 @@ struct LineOptions {
 
 struct DownloadOptions : LineOptions {
     ChosenRows rows;
-    std::string output;
+    std::string output, resume;
     bool withIntervals = false;
 };
 
@@ -29,9 +30,11 @@ struct ClockOptions : LineOptions {
     std::optional<CalendarTime> now;
 };
 
-void addLine(CLI::App& verb, LineOptions& options) {
-    verb.add_option("--port", options.port, "the device: a serial port or pseudo-terminal")->required();
+CLI::Option* addLine(CLI::App& verb, LineOptions& options) {
+    CLI::Option* const port =
+        verb.add_option("--port", options.port, "the device: a serial port or pseudo-terminal")->required();
     verb.add_option("--transcript", options.transcript, "keep what goes over the line, with times, in this file");
+    return port;
 }
 
 // The line to an instrument during one verb.
@@ -77,11 +80,17 @@ int identify(Program& program, const LineOptions& options) {
                           {"Family", familyOf(data.InsName())->name}});
 }
 
-int download(Program& program, const DownloadOptions& options) {
-    if (!program.reachPorts(options.port)) return kFailed;
+// From an instrument, or out of the transcript of a download that broke off.
+bool readLogs(Program& program, const DownloadOptions& options) {
+    if (!options.resume.empty()) return RecoverDownload(program.session, options.resume);
+    if (!program.reachPorts(options.port)) return false;
     InstrumentLine line(program, options, options.rows);
+    return DownloadData(line.services(), nullptr);
+}
+
+int download(Program& program, const DownloadOptions& options) {
     Session& session = program.session;
-    if (!DownloadData(line.services(), nullptr)) return kFailed;
+    if (!readLogs(program, options)) return kFailed;
     session.pump.runUntil([&] { return noLogIsBusy(session); });
     clsFile& file = *session.OpenFiles.back();
     if (!options.output.empty() && !program.saveAs(file, options.output)) return kFailed;
@@ -125,7 +134,13 @@ RunVerb identifyVerb(CLI::App& verb) {
 
 RunVerb downloadVerb(CLI::App& verb) {
     const auto options = std::make_shared<DownloadOptions>();
-    addLine(verb, *options);
+    CLI::Option* const port = addLine(verb, *options);
+    port->required(false);
+    CLI::Option_group* const from = verb.add_option_group("line", "where the logs come from");
+    from->add_option(port);
+    from->add_option("--resume", options->resume,
+                     "read the logs that are whole out of this transcript of a download that broke off");
+    from->require_option(1);
     verb.add_option("--logs", "all, or rows of the list of logs from 1, such as 1,3,4; without it, all")
         ->check([options](const std::string& text) { return readRows(text, options->rows); });
     addOutput(verb, options->output, "save the document as this XML data file");

@@ -6,10 +6,13 @@
 #include "dialogs/Icons.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmSplash.h"
+#include "platform/CrashReport.h"
 #include "platform/RuntimeError.h"
+#include "platform/UserFolders.h"
 #include "platform/connection/QtComm.h"
 #include "platform/connection/QtHttp.h"
 #include "platform/desktop/DesktopMessages.h"
+#include "platform/desktop/OneProcess.h"
 #include "platform/qt/IniSettings.h"
 #include "platform/qt/QtEventPump.h"
 #include "protection/ProtectorDatabase.h"
@@ -54,12 +57,47 @@ const char* answerWithoutDisplay(int argc, char** argv) {
                    "Opens noise measurements: .xml .zdp .zd2 .zd4 .zdf .zdo .csv .log\n"
                    "Opens exposure assessments: .kxa\n"
                    "\n"
-                   "  --help     this text\n"
-                   "  --version  the version\n"
+                   "A program that is running already opens the files.\n"
+                   "\n"
+                   "  --new-instance  open them in a program of their own\n"
+                   "  --help          this text\n"
+                   "  --version       the version\n"
                    "\n"
                    "kestrane-cli does the same without windows; kestrane-cli --help tells how.\n";
     }
     return nullptr;
+}
+
+// An exception that leaves an event handler would unwind the toolkit, which is not made for it.
+class Application : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (...) {
+            endByException();
+        }
+    }
+};
+
+struct Call {
+    bool IsNewInstance = false;
+    std::vector<std::string> Names; // of files, from the folder where the program was started
+};
+
+Call callOf(QStringList arguments) {
+    arguments.removeFirst();
+    Call call;
+    for (const QString& argument : arguments) {
+        if (argument == "--new-instance") {
+            call.IsNewInstance = true;
+        } else {
+            call.Names.push_back(argument.toStdString());
+        }
+    }
+    return call;
 }
 
 Text::Id captionOf(Button button) {
@@ -97,12 +135,16 @@ void translateToolkit(QApplication& application, const Language& language) {
 int run(int argc, char** argv) {
     SystemClock clock;
     const CalendarTime start = clock.now();
-    QApplication application(argc, argv);
+    installCrashReport(stateFolder() + "kestrane/", KESTRANE_VERSION_TEXT);
+    Application application(argc, argv);
     QApplication::setApplicationName("kestrane");
     QApplication::setApplicationDisplayName({});
     QApplication::setDesktopFileName(KESTRANE_ID);
     QApplication::setWindowIcon(iconOf("application"));
     const DialogFit fit;
+    const Call call = callOf(QApplication::arguments());
+    OneProcess program(stateFolder() + "kestrane/");
+    if (!call.IsNewInstance && program.HandOver(namedFiles(call.Names))) return EXIT_SUCCESS;
     QtEventPump pump;
     IniSettings settings = IniSettings::ofApplication(nameOfSettings());
     IniSettings state = IniSettings::stateOfApplication(nameOfSettings());
@@ -115,7 +157,13 @@ int run(int argc, char** argv) {
     texts = &session;
     session.server = &server;
     session.state = &state;
+    session.StateFolder = stateFolder() + "kestrane/";
     moveState(session);
+    const auto tell = [&session](const std::string& path) {
+        session.ShowMessage(ReplaceText(session.LoadText(Text::SettingsNotWritten), "^", path), kIconExclamation);
+    };
+    settings.TellOnce(tell);
+    state.TellOnce(tell);
     session.DocumentsFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
     QtComm comm(settings, [&session](Text::Id id) { return session.LoadText(id); });
     session.comm = &comm;
@@ -129,12 +177,7 @@ int run(int argc, char** argv) {
     mdiMain frame(session);
     // Unlike quit(), no window can refuse this.
     QObject::connect(&frame, &mdiMain::Closed, [] { QCoreApplication::exit(); });
-    QStringList arguments = QApplication::arguments();
-    arguments.removeFirst();
-    std::vector<std::string> names;
-    for (const QString& argument : arguments)
-        names.push_back(argument.toStdString());
-    const std::vector<std::string> opened = Main(session, names);
+    const std::vector<std::string> opened = Main(session, call.Names);
     waitForSplash(session, start);
     frame.show();
     frame.NewExplorerWindow();
@@ -142,6 +185,9 @@ int run(int argc, char** argv) {
     frame.OpenAssessments(opened, OpenSource::Named);
     splash.close();
     frame.showMaximized();
+    program.Listen([&frame](const std::vector<std::string>& paths) { frame.OpenForAnother(paths); });
+    frame.TellOfCrash();
+    frame.OfferRecovery();
     const int status = QApplication::exec();
     session.OpenFiles.clear();
     return status;

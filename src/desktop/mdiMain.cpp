@@ -13,7 +13,7 @@
 #include "dialogs/Words.h"
 #include "dialogs/frmFind.h"
 #include "model/SettingsText.h"
-#include "platform/RuntimeError.h"
+#include "platform/CrashReport.h"
 #include "platform/desktop/QtClipboard.h"
 
 #include <QApplication>
@@ -38,7 +38,8 @@ namespace {
 
 constexpr QSize kFirstSize(1180, 760);
 constexpr int kToolIcon = 22;
-constexpr int kNextLook = 50; // milliseconds until the next look
+constexpr int kNextLook = 50;     // milliseconds until the next look
+constexpr int kPlaceChosen = 500; // milliseconds without a move
 
 struct MenuTitle {
     Menu menu;
@@ -108,7 +109,9 @@ Child* activeChild(const QMdiArea& area) {
 } // namespace
 
 mdiMain::mdiMain(Session& session) :
-    session_(session), edits_(session, [this](const QStringList& paths) { openNamed(paths, OpenSource::Named); }) {
+    session_(session),
+    edits_(session, [this](const QStringList& paths) { openNamed(paths, OpenSource::Named); }),
+    recovery_(session, [this] { return openAssessments(); }) {
     setObjectName("mdiMain");
     setWindowTitle(shown(std::string(kApplicationTitle)));
     setWindowIcon(iconOf("application"));
@@ -136,12 +139,17 @@ mdiMain::mdiMain(Session& session) :
             screens.push_back(placementOf(screen->availableGeometry()));
         setGeometry(rectOf(broughtOnScreen(*placement, screens)));
     }
+    placing_.setSingleShot(true);
+    placing_.setInterval(kPlaceChosen);
+    connect(&placing_, &QTimer::timeout, this, &mdiMain::savePlace);
     session_.frame = this;
+    watchUnsaved();
     qApp->installEventFilter(this);
     readClipboard();
 }
 
 mdiMain::~mdiMain() {
+    setLastWords({});
     area_->disconnect(this); // it and its windows are destroyed after the members
     for (QMdiSubWindow* window : area_->subWindowList())
         window->disconnect(this);
@@ -271,7 +279,10 @@ void mdiMain::showChild(QWidget& child) {
 
 void mdiMain::wire(frmExplorer& explorer) {
     connect(&explorer, &frmExplorer::StateChanged, this, [this] { EnableMenusAndButtons(); });
-    connect(&explorer, &frmExplorer::TreeWidthChosen, this, [this](int width) { treeWidth_ = width; });
+    connect(&explorer, &frmExplorer::TreeWidthChosen, this, [this](int width) {
+        treeWidth_ = width;
+        placing_.start();
+    });
     connect(&explorer.LogTabs(), &tabLog::DatabaseDownloadAsked, this,
             [this](QWidget* parent, bool* isDone) { *isDone = downloadDatabase(parent); });
     connect(&explorer.LogTabs(), &tabLog::ProtectorAsked, this, [this, &explorer] {
@@ -492,6 +503,7 @@ void mdiMain::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    recovery_.End();
     saveState();
     event->accept();
     emit Closed();
@@ -499,14 +511,25 @@ void mdiMain::closeEvent(QCloseEvent* event) {
 
 // The state of the tool bar is written under a key that is never read, so it is always visible at start; that is meant.
 void mdiMain::saveState() {
-    try {
-        if (!isMinimized()) savePlacement(*session_.state, placementOf(isMaximized() ? normalGeometry() : geometry()));
-        if (treeWidth_) saveTreeWidth(*session_.state, *treeWidth_);
-        session_.settings.write("Settings", "Preferences", settingsText(tbToolBar_->isVisible()));
-        saveRecentFiles(session_);
-    } catch (const RuntimeError& error) {
-        session_.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation);
-    }
+    savePlace();
+    session_.settings.write("Settings", "Preferences", settingsText(tbToolBar_->isVisible()));
+}
+
+// The place of the window and the width of the tree. A window that is not there yet has no place that anybody chose.
+void mdiMain::savePlace() {
+    if (!isVisible() || isMinimized()) return;
+    savePlacement(*session_.state, placementOf(isMaximized() ? normalGeometry() : geometry()));
+    if (treeWidth_) saveTreeWidth(*session_.state, *treeWidth_);
+}
+
+void mdiMain::moveEvent(QMoveEvent* event) {
+    QMainWindow::moveEvent(event);
+    placing_.start();
+}
+
+void mdiMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    placing_.start();
 }
 
 } // namespace kestrane

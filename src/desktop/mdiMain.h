@@ -5,6 +5,7 @@
 #include "app/Assessments.h"
 #include "app/Documents.h"
 #include "app/Menus.h"
+#include "app/Recovery.h"
 #include "app/SettingsDialog.h"
 #include "desktop/NodeEdits.h"
 #include "explorer/Find.h"
@@ -40,6 +41,15 @@ public:
     void NewExplorerWindow();
     void OpenAssessments(const std::vector<std::string>& names, OpenSource source); // those among files
 
+    // Offers the copies of unsaved documents that programs before this one left.
+    void OfferRecovery();
+
+    // Says where the report is when a program before this one ended with a fault.
+    void TellOfCrash();
+
+    // Comes to the front and opens files for another start of the program, as soon as no dialog is in the way.
+    void OpenForAnother(const std::vector<std::string>& paths);
+
     void SetPanel(Panel panel, const std::string& text) override;
     void ClearPanel(Panel panel, const std::string& text) override;
 
@@ -51,12 +61,16 @@ public:
     void LogValuesChanged(const clsLog& log) override;
     void SetBusy(bool isBusy) override;
     bool WaitUntil(EventPump& pump, const std::string& what, const std::function<bool()>& isDone) override;
+    std::size_t Choose(const std::string& question, const std::vector<std::string>& captions) override;
 
 signals:
     void Closed(); // everything has been answered and saved: the program is to end
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override; // drops events that are held back
@@ -85,12 +99,14 @@ private:
     std::vector<frmExplorer*> explorers() const;
     frmAssessment* activeAssessment() const; // null: another window is in front, or it is minimised
     std::vector<frmAssessment*> assessments() const;
+    std::vector<const AssessmentDocument*> openAssessments() const;
     frmAssessment* showAssessment(AssessmentDocument document);
     void addToAssessment();
     MenuState menuState() const;
     void showPopUp(Menu which, QPoint at);
 
     void download(clsFile* file);
+    void recoverDownload(); // from a transcript
     void mergeIntoSelected();
     void synchronizeClocks();
     void openFiles();
@@ -116,6 +132,11 @@ private:
     void showFind();
     void findNext();
     void saveState();
+    void savePlace();            // of the window
+    void lookForOtherPrograms(); // that have changed a file that is open
+    void openHandedOver();
+    void noteOpen() const; // for a report of a fault
+    void watchUnsaved();   // copies unsaved work from time to time
 
     Session& session_;
     SteadyClock steadyClock_;
@@ -136,6 +157,11 @@ private:
     NodeSearch search_;
     QPoint popUpAt_;
     QPointer<frmAssessment> assessment_; // the one that was in front last
+    QTimer placing_;                     // until the place of the window is chosen
+    QTimer looking_;                     // for unsaved work
+    Recovery recovery_;
+    QStringList handedOver_; // paths that other starts have given
+    QTimer opening_;         // until they can be opened
 };
 
 } // namespace kestrane

@@ -4,6 +4,7 @@
 #include "app/DownloadHPD.h"
 #include "app/Help.h"
 #include "app/StartUp.h"
+#include "app/Transcripts.h"
 #include "desktop/assessment/frmAssessment.h"
 #include "desktop/frmExplorer.h"
 #include "desktop/frmHistory.h"
@@ -24,6 +25,7 @@
 #include "dialogs/frmOptions.h"
 #include "explorer/NodeKeys.h"
 #include "model/LogTime.h"
+#include "platform/CrashReport.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/desktop/DesktopPrograms.h"
@@ -96,7 +98,7 @@ template <std::size_t count>
 constexpr bool hasRowForEach(const CommandRow (&rows)[count]) {
     for (std::size_t i = 0; i < count; ++i)
         if (static_cast<std::size_t>(rows[i].command) != i) return false;
-    return count == static_cast<std::size_t>(Command::ViewHistory) + 1; // the last command
+    return count == static_cast<std::size_t>(Command::FileRecoverDownload) + 1; // the last command
 }
 
 template <auto method, auto... arguments>
@@ -121,11 +123,14 @@ void mdiMain::begin(const std::function<void()>& work) {
     if (isAtWork_ || isAnswering()) return;
     const QScopedValueRollback atWork(isAtWork_, true);
     work();
+    recovery_.Tidy();
+    noteOpen();
 }
 
 // Checks the rule again, because a menu may show the state of a moment ago.
 void mdiMain::give(Command command) {
     if (frmAssessment* const assessment = activeAssessment(); assessment != nullptr) assessment->CommitEntries();
+    noteCommand(actions_.at(command)->text().toStdString());
     begin([&] {
         if (IsMenuEnabled(session_, command, menuState())) run(command);
     });
@@ -222,6 +227,7 @@ void mdiMain::run(Command command) {
          [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::CumulativeAndCriteria); }},
         {Command::FileExport, onFrame<&mdiMain::exportTable>},
         {Command::ViewHistory, onFrame<&mdiMain::showHistory>},
+        {Command::FileRecoverDownload, onFrame<&mdiMain::recoverDownload>},
     };
     static_assert(hasRowForEach(kRows), "a row a command, in the order of the enumeration");
     kRows[static_cast<std::size_t>(command)].act(*this, activeExplorer());
@@ -271,8 +277,18 @@ void mdiMain::closeAll() {
 
 void mdiMain::download(clsFile* file) {
     DownloadDialogs dialogs(session_, steadyClock_, this);
-    if (!DownloadData({session_, *session_.comm, dialogs, steadyClock_, dialogs.Transcript()}, file))
-        dialogs.OfferTranscript();
+    KeptTranscript transcript(session_);
+    if (DownloadData({session_, *session_.comm, dialogs, steadyClock_, transcript.Sink(dialogs.Transcript())}, file))
+        return recovery_.Look(); // what was downloaded may be gone from the instrument soon
+    dialogs.OfferTranscript();
+    if (transcript.IsKept()) Tell(session_.LoadText(Text::TranscriptKept));
+}
+
+void mdiMain::recoverDownload() {
+    const QString name = QFileDialog::getOpenFileName(this, loadText(session_, Text::RecoverDownloadTitle),
+                                                      shown(transcriptFolder(session_)),
+                                                      fileFilter(session_.LoadText(Text::TranscriptFilter)));
+    if (!name.isEmpty() && RecoverDownload(session_, name.toStdString())) recovery_.Look();
 }
 
 void mdiMain::mergeIntoSelected() {

@@ -6,7 +6,10 @@
 #include <QDialogButtonBox>
 #include <QInputDialog>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
+
+#include <algorithm>
 
 namespace kestrane {
 
@@ -51,6 +54,25 @@ AskChoice choiceDialog(const Session& session, QWidget* parent) {
         dialog.setTextValue(shown(proposal));
         return run(session, dialog, prompt);
     };
+}
+
+std::size_t chooseAnswer(const Session& session, const std::string& question, const std::vector<std::string>& captions,
+                         QWidget* parent) {
+    QMessageBox box(QMessageBox::Question, shown(std::string(kApplicationTitle)), shown(question), {}, parent);
+    box.setTextFormat(Qt::PlainText);
+    std::vector<QAbstractButton*> answers;
+    for (const std::string& caption : captions) {
+        QPushButton* const button = box.addButton(shown(caption), QMessageBox::ActionRole);
+        answers.push_back(button);
+        const std::string name = "cmdAnswer" + std::to_string(answers.size());
+        nameControl(*button, name.c_str(), shown(PlainCaption(caption)));
+    }
+    box.setDefaultButton(box.findChild<QPushButton*>("cmdAnswer1"));
+    QPushButton* const cancel = box.addButton(loadText(session, Text::Cancel), QMessageBox::RejectRole);
+    nameControl(*cancel, "cmdCancel", loadPlainText(session, Text::Cancel));
+    box.setEscapeButton(cancel);
+    box.exec();
+    return static_cast<std::size_t>(std::ranges::find(answers, box.clickedButton()) - answers.begin());
 }
 
 } // namespace kestrane

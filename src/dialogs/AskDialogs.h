@@ -11,4 +11,9 @@ namespace kestrane {
 AskText textDialog(const Session& session, QWidget* parent);
 AskChoice choiceDialog(const Session& session, QWidget* parent);
 
+// Asks a question whose answers have captions of their own, beside Cancel. Returns the place of the answer; that behind
+// the last one for Cancel. Enter gives the first answer.
+std::size_t chooseAnswer(const Session& session, const std::string& question, const std::vector<std::string>& captions,
+                         QWidget* parent);
+
 } // namespace kestrane

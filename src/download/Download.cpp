@@ -65,12 +65,12 @@ std::string textOf(const Session& session, const std::string& message) {
     return message;
 }
 
-void CloseDownload(Transport& line, DownloadUser& user, const std::string& message) {
+void CloseDownload(Transport& line, DownloadUser& user, const std::string& message, MessageFlags icon) {
     line.ClosePort();
     user.CloseProgress();
     if (message.empty()) return;
     line.transcript().Note(message);
-    line.session().ShowMessage(message, kIconStop, line.session().LoadText(Text::DownloadAborted));
+    line.session().ShowMessage(message, icon, line.session().LoadText(Text::DownloadAborted));
 }
 
 // Ends the download unless an instrument has given its name.
@@ -96,7 +96,8 @@ bool run(const DownloadServices& services, Job job) {
     const Session& session = services.session;
     const bool isCancelled = line.IsCancelled() || (!isDone && outcome.Message.empty());
     CloseDownload(line, services.user,
-                  isCancelled ? session.LoadText(Text::DownloadAborted) : textOf(session, outcome.Message));
+                  isCancelled ? session.LoadText(Text::DownloadAborted) : textOf(session, outcome.Message),
+                  isCancelled ? kIconInformation : kIconStop); // a user who cancels has made no mistake
     return isDone;
 }
 

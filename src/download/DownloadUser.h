@@ -18,6 +18,7 @@ struct DownloadProgress {
     int Logs = 0;                   // the number of logs chosen
     std::int64_t LogBytes = 0;      // of this log: received, and in all
     std::int64_t LogBytesTotal = 0;
+    int SilentSeconds = 0; // since the last byte, in a read that has no time limit
 };
 
 // A list of logs to choose from; every row is selected at first.

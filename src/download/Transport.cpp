@@ -84,6 +84,7 @@ std::string Transport::SendCommandCounted(std::string_view command, std::size_t 
     for (float last = seconds();;) {
         if (IsCancelled()) return {};
         if (take(reply)) last = seconds();
+        progress_.SilentSeconds = static_cast<int>(seconds() - last);
         if (reply.size() >= count) return reply;
         if (reply == kReplyError && seconds() > last + kSilence) return reply;
         rest();

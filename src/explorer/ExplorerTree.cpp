@@ -63,7 +63,7 @@ TreeNode instrumentNode(const clsInsData& data, const clsFile& file) {
 } // namespace
 
 std::string markOf(const clsFile& file) {
-    return file.IsUnsaved() ? "*" : "";
+    return (file.IsUnsaved() ? "*" : "") + (file.ReadOnly ? file.session().LoadText(Text::ReadOnlyMark) : "");
 }
 
 // A collection that has just been downloaded has no name of its own yet.

@@ -22,7 +22,7 @@ struct TreeNode {
 // expanded or open follows from the flags of the objects.
 std::vector<TreeNode> buildTree(const Session& session);
 
-// The mark behind the name of a document that has unsaved changes; else empty.
+// The marks behind the name of a document that has unsaved changes, and of one that is open for reading only.
 std::string markOf(const clsFile& file);
 
 // The user's name for a collection; when it has none, the name of its instrument.

@@ -8,6 +8,7 @@
 #include "files/XmlWriter.h"
 #include "model/Session.h"
 #include "platform/AtomicFile.h"
+#include "platform/FileStamp.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
@@ -149,15 +150,31 @@ bool LoadDocument(clsFile& file, std::string& message, const ReadBytes& read) {
     return false;
 }
 
+bool AreRowsRead(const clsFile& file) {
+    bool areRead = true;
+    forEachLog(file, [&](const clsLog& log) { areRead = areRead && !log.IntervalsToLoad && !log.HasUnreadIntervals; });
+    return areRead;
+}
+
+void WriteDocument(const clsFile& file, const FileSink& sink) {
+    clsStringBuffer out(sink);
+    SetTagData(file, true, out);
+    out.append("\n");
+    out.flush();
+}
+
 std::string FileSave(clsFile& file) {
     refuseToLoseIntervals(file);
     const std::string before = hashToReplace(file);
+    Sha256 hash;
     writeFileAtomically(file.FileName, [&](const FileSink& sink) {
-        clsStringBuffer out(sink);
-        SetTagData(file, true, out);
-        out.append("\n");
-        out.flush();
+        WriteDocument(file, [&](std::string_view piece) {
+            hash.add(piece);
+            sink(piece);
+        });
     });
+    file.OnDisk = stampOf(file.FileName);
+    file.OnDisk.Hash = hash.text();
     file.SavedMark = MarkOf(file);
     file.Changed = false;
     file.Edits.markSaved();

@@ -65,6 +65,12 @@ public:
         return true;
     }
 
+    // Asks a question whose answers have captions of their own, and returns the place of the answer; that behind the
+    // last one when the user does not answer.
+    virtual std::size_t Choose(const std::string& /*question*/, const std::vector<std::string>& captions) {
+        return captions.size();
+    }
+
     // The figures or rows of a log have changed: explorers that show it are to redraw it.
     virtual void LogValuesChanged(const clsLog& /*log*/) {}
 };
@@ -95,6 +101,7 @@ struct Session {
     ProtectorCollection* protectors = nullptr; // null: there is no database
 
     std::string DocumentsFolder; // of the user; empty: not known
+    std::string StateFolder;     // where the program keeps what it must not lose, with "/" at the end; empty: nowhere
     clsOptions Options;
     std::uint64_t EditTurns = 0; // counts the steps done, undone and done again in all documents
     std::vector<std::unique_ptr<clsFile>> OpenFiles;

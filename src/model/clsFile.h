@@ -5,6 +5,7 @@
 #include "model/DocumentHistory.h"
 #include "model/UndoStack.h"
 #include "model/clsInsData.h"
+#include "platform/FileStamp.h"
 
 #include <cstdint>
 #include <memory>
@@ -20,6 +21,8 @@ struct DocumentMark {
 
     bool operator==(const DocumentMark&) const = default;
 };
+
+class FileLock; // platform/
 
 class clsFile {
 public:
@@ -37,6 +40,9 @@ public:
     DocumentMark SavedMark; // of the document as it was last loaded or saved
     UndoStack Edits;        // what can be undone and done again
     DocumentHistory History;
+    FileStamp OnDisk;      // of the file as it was last read or written; not known where nobody asks for it
+    bool ReadOnly = false; // another running program has the file open, so that it is saved under other names only
+    std::shared_ptr<FileLock> Held; // tells other running programs that the file is open here
 
     bool JustAcquired() const { return FileName == ShortenedFileName(); } // FileName holds no path
 

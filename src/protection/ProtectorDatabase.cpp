@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
+#include <iterator>
 
 namespace kestrane {
 
@@ -138,6 +140,18 @@ std::string keepDamagedFile(const std::string& path) {
     std::filesystem::copy_file(path, kept, failed);
     if (failed) throw RuntimeError(failed.value(), failed.message());
     return kept;
+}
+
+void keepOldDatabase(const std::string& from, const std::string& file) {
+    if (!fileExists(from)) return;
+    const std::string newest = file + ".bak";
+    if (fileExists(newest) && readFile(newest)->view() == readFile(from)->view()) return;
+    const std::string names[] = {newest, newest + "2", newest + "3"};
+    for (std::size_t i = std::size(names) - 1; i > 0; --i)
+        if (fileExists(names[i - 1])) std::rename(names[i - 1].c_str(), names[i].c_str()); // a failure shows below
+    std::error_code failed;
+    std::filesystem::copy_file(from, newest, failed);
+    if (failed) throw RuntimeError(failed.value(), failed.message());
 }
 
 std::string protectorsText(const std::vector<clsHP>& protectors) {

@@ -44,6 +44,11 @@ bool isWholeDatabase(const std::string& path);
 // raises the system's error.
 std::string keepDamagedFile(const std::string& path);
 
+// Keeps the database at from as file + ".bak" before file is replaced; older backups become ".bak2" and ".bak3", and
+// the oldest goes. Does nothing when there is no database, or when the newest backup is the same. Raises the system's
+// error.
+void keepOldDatabase(const std::string& from, const std::string& file);
+
 // The records as lines, each ended by CR LF.
 std::string protectorsText(const std::vector<clsHP>& protectors);
 

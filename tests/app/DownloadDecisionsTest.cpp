@@ -81,6 +81,8 @@ TEST(ProgressReport, EstimatesTheTimeLeftFromTheFirstLogOn) {
     EXPECT_EQ(test.timeLeftAfter(200, 7, 200), "About 2 mins left");  // 86 s
     EXPECT_EQ(test.timeLeftAfter(4060, 2, 0), "About 10 hours left"); // 4000 s a log, nine to come
     EXPECT_EQ(test.timeLeftAfter(1060, 10, 1000), "About 5 secs left");
+    test.progress.SilentSeconds = 3;
+    EXPECT_EQ(test.words().TimeLeft, "No data for 3 s.  Check the cable and the meter.");
 }
 
 } // namespace

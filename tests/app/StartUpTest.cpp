@@ -1,4 +1,6 @@
 #include "app/StartUp.h"
+
+#include "app/Documents.h"
 #include "app/Help.h"
 #include "app/Placement.h"
 
@@ -48,13 +50,12 @@ TEST(CommandLine, IsSplitByQuotesAndByWhatExists) {
 
 class StartUpTest : public ::testing::Test, protected TestSession {};
 
-TEST_F(StartUpTest, RecentFilesAreReadUpToTheFirstGapAndWrittenInOrder) {
+TEST_F(StartUpTest, RecentFilesAreReadUpToTheFirstGapAndWrittenAtOnce) {
     settings.write("Preferences", "LastFile1", "/a.xml");
     settings.write("Preferences", "LastFile3", "/c.xml");
     readSettings(session);
     EXPECT_EQ(session.RecentFiles, Names{"/a.xml"});
-    session.RecentFiles = {"/x.xml", "/a.xml"};
-    saveRecentFiles(session);
+    rememberRecentFile(session, "/x.xml");
     EXPECT_EQ(settings.read("Preferences", "LastFile2", ""), "/a.xml");
     EXPECT_EQ(settings.read("Preferences", "LastFile3", ""), "/c.xml") << "keys of a higher number stay";
 }

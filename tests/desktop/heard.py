@@ -210,7 +210,8 @@ def check_words(nodes, where, patterns):
 
 class Program:
     def __init__(self, bench, sample):
-        self.process = bench.start([KESTRANE, sample], env=dict(os.environ))
+        state = tempfile.mkdtemp(dir=os.environ["HOME"])  # a program that was ended leaves copies of its documents
+        self.process = bench.start([KESTRANE, sample], env=dict(os.environ, XDG_STATE_HOME=state))
         desktop = Atspi.get_desktop(0)
 
         def application():

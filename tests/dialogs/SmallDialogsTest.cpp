@@ -1,9 +1,11 @@
 #include "TestSession.h"
+#include "dialogs/AskDialogs.h"
 #include "dialogs/ModalDialog.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmBrowse.h"
 #include "dialogs/frmExpTime.h"
+#include "dialogs/frmRecovery.h"
 #include "dialogs/frmSimpleEdit.h"
 #include "dialogs/frmSplash.h"
 #include "model/clsLog.h"
@@ -13,6 +15,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QTreeWidget>
 
 namespace kestrane {
 namespace {
@@ -105,6 +108,42 @@ TEST(FileFilter, IsWrittenForTheFileDialog) {
     EXPECT_EQ(fileFilter("X XML (*.xml)|*.xml|Old (*.csv;*.zdf)|*.csv;*.zdf|All Files (*.*)|*.*|"),
               "X XML (*.xml);;Old (*.csv *.zdf);;All Files (*)");
     EXPECT_EQ(fileFilter(""), "");
+}
+
+TEST(Recovery, EveryCopyGetsItsOwnChoiceAndTheRestIsKept) {
+    TestSession test;
+    test.messages.Answers = {Button::No, Button::Yes};
+    const std::vector<CopyRow> rows = {
+        {"a.xml", "2026-11-25 20:00:00", "changed", "/a.xml"}, {"b.xml", "", "", ""}, {"c.xml", "", "", ""}};
+    onDialog([&](QDialog& dialog) {
+        auto& list = control<QTreeWidget>(dialog, "lstCopies");
+        EXPECT_EQ(list.selectedItems().size(), 3) << "Enter opens all";
+        list.clearSelection();
+        list.topLevelItem(1)->setSelected(true);
+        click(dialog, "cmdDiscard");
+        EXPECT_EQ(list.topLevelItemCount(), 3) << "the question was answered with No";
+        list.clearSelection();
+        list.topLevelItem(1)->setSelected(true);
+        click(dialog, "cmdDiscard");
+        list.clearSelection();
+        list.topLevelItem(0)->setSelected(true);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+        EXPECT_EQ(list.topLevelItemCount(), 1);
+    });
+    EXPECT_EQ(frmRecovery::Ask(test.session, rows, nullptr),
+              (std::vector{CopyChoice::Open, CopyChoice::Discard, CopyChoice::KeepForLater}));
+}
+
+TEST(Recovery, AQuestionWithAnswersOfItsOwnTellsWhichWasGiven) {
+    TestSession test;
+    const std::vector<std::string> answers = {"Keep &Mine", "Take &Theirs"};
+    const auto answer = [&](const std::function<void(QDialog&)>& act) {
+        onDialog(act);
+        return chooseAnswer(test.session, "Which?", answers, nullptr);
+    };
+    EXPECT_EQ(answer([](QDialog& dialog) { click(dialog, "cmdAnswer2"); }), 1U);
+    EXPECT_EQ(answer([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); }), 0U);
+    EXPECT_EQ(answer([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }), 2U);
 }
 
 } // namespace

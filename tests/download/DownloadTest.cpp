@@ -2,12 +2,17 @@
 
 #include "app/Documents.h"
 #include "app/Download.h"
+#include "app/Transcripts.h"
 #include "files/Loaders.h"
+#include "files/XmlWriter.h"
+#include "platform/Format.h"
 #include "platform/TemporaryFolder.h"
 #include "server/LogLoading.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <random>
 
 namespace kestrane {
@@ -90,6 +95,69 @@ TEST(DownloadTest, AnyReplyIsSurvived) {
             }
         }
     }
+}
+
+std::vector<std::string> textsOfLogs(const clsFile& file) {
+    std::vector<std::string> texts;
+    forEachLog(file, [&texts](const clsLog& log) {
+        clsStringBuffer text;
+        SetTagData(log, true, text);
+        texts.push_back(text.getString());
+    });
+    return texts;
+}
+
+// A download that broke off anywhere: its transcript gives logs as they are in the whole one, or none.
+TEST(DownloadTest, WhatIsWholeIsReadOutOfATranscript) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("transcript.txt");
+    for (const SampleInstrument& instrument : instruments()) {
+        ScriptedDownload download;
+        connect(download.comm, instrument);
+        ASSERT_TRUE(DownloadData(download.services, nullptr));
+        const std::vector<std::string> whole = textsOfLogs(*download.session.OpenFiles.front());
+        const std::string& transcript = download.transcript;
+        std::size_t most = 0;
+        for (std::size_t cut = 0; cut <= transcript.size(); cut += 1 + transcript.size() / 24) {
+            writeText(path, transcript.substr(0, cut));
+            ScriptedDownload recovery;
+            if (!RecoverDownload(recovery.session, path)) {
+                EXPECT_EQ(recovery.messages.Boxes.size(), 1U);
+                EXPECT_TRUE(recovery.session.OpenFiles.empty());
+                continue;
+            }
+            const clsFile& file = *recovery.session.OpenFiles.front();
+            EXPECT_TRUE(file.JustAcquired());
+            const std::vector<std::string> texts = textsOfLogs(file);
+            for (const std::string& text : texts)
+                EXPECT_NE(std::ranges::find(whole, text), whole.end());
+            EXPECT_GE(texts.size(), most) << "more of the transcript has no fewer logs";
+            most = std::max(most, texts.size());
+        }
+        writeText(path, transcript);
+        ScriptedDownload recovery;
+        ASSERT_TRUE(RecoverDownload(recovery.session, path));
+        EXPECT_EQ(textsOfLogs(*recovery.session.OpenFiles.front()), whole);
+    }
+}
+
+TEST(DownloadTest, TheLastTranscriptsAreKept) {
+    const TemporaryFolder folder;
+    for (std::size_t i = 0; i < KeptTranscript::kKept + 3; ++i) {
+        ScriptedDownload download;
+        download.session.StateFolder = folder.file("state/");
+        download.clock.Time += static_cast<double>(i);
+        KeptTranscript kept(download.session);
+        download.services.transcript = kept.Sink(download.services.transcript);
+        connect(download.comm, brevik());
+        ASSERT_TRUE(DownloadData(download.services, nullptr));
+        EXPECT_TRUE(kept.IsKept());
+        EXPECT_EQ(readText(transcriptFolder(download.session) + formatDate(download.clock.Time, "yyyy-mm-dd hh-nn-ss") +
+                           ".txt"),
+                  download.transcript);
+    }
+    const auto files = std::filesystem::directory_iterator(folder.file("state/downloads"));
+    EXPECT_EQ(std::distance(begin(files), end(files)), static_cast<std::ptrdiff_t>(KeptTranscript::kKept));
 }
 
 struct DownloadOutcomeTest : testing::Test, ScriptedDownload {};

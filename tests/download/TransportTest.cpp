@@ -80,6 +80,9 @@ TEST_F(TransportTest, CountedRepliesWaitForTheirLength) {
             {std::chrono::minutes(10), "OR"},
             {std::chrono::minutes(10) + milliseconds(1000), "xyz"}});
     EXPECT_EQ(line.AskCounted("01", 8), "ERRORxyz");
+    answer({{milliseconds(10), "x"}, {std::chrono::seconds(10), "yz"}});
+    EXPECT_EQ(line.AskCounted("01", 3), "xyz");
+    EXPECT_EQ(user.Last.SilentSeconds, 9) << "as was shown last";
     answer({{milliseconds(10), "ERR"}, {milliseconds(500), "OR"}});
     const milliseconds before = time.Now;
     EXPECT_EQ(textOfEnd([&] { line.AskCounted("01", 8); }), kReplyError);

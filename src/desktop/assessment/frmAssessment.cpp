@@ -257,6 +257,10 @@ void frmAssessment::Save(bool bSaveAs) {
     Refresh(); // the names of the data files may now be relative to another folder
 }
 
+void frmAssessment::LookForOtherPrograms() {
+    if (kestrane::LookForOtherPrograms(session_, document_, askName_)) Refresh();
+}
+
 bool frmAssessment::MayClose() {
     return MayCloseAssessment(session_, document_, askName_);
 }

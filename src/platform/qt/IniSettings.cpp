@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace kestrane {
 
@@ -67,7 +68,9 @@ std::string IniSettings::read(std::string_view section, std::string_view key, st
 
 void IniSettings::write(std::string_view section, std::string_view key, std::string_view text) {
     if (!unreadable_.empty()) return written_.write(section, key, text);
-    settings_->setValue(keyOf(section, key), textOf(text));
+    const QString name = keyOf(section, key);
+    if (settings_->contains(name) && read(section, key, {}) == text) return;
+    settings_->setValue(name, textOf(text));
     sync();
 }
 
@@ -80,6 +83,10 @@ void IniSettings::remove(std::string_view section, std::string_view key) {
 void IniSettings::sync() {
     settings_->sync();
     if (settings_->status() == QSettings::NoError) return;
+    if (tell_) { // the values that could not be written stay in settings_
+        const std::function<void(const std::string&)> tell = std::exchange(tell_, [](const std::string&) {});
+        return tell(settings_->fileName().toStdString());
+    }
     const int error = settings_->status() == QSettings::AccessError ? EACCES : EINVAL;
     throw RuntimeError(error, std::strerror(error));
 }

@@ -1,8 +1,10 @@
-// The settings store of the programs: an INI file, through QSettings. Each write is on disk before it returns.
+// The settings store of the programs: an INI file, through QSettings. Each write is on disk before it returns, and
+// replaces the file as a whole.
 #pragma once
 
 #include "platform/Settings.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -27,7 +29,11 @@ public:
 
     std::string read(std::string_view section, std::string_view key, std::string_view defaultText) const override;
 
-    // Raises an error when the file cannot be written.
+    // From now on, a file that cannot be written raises no error. What is written is remembered as long as the store
+    // lives, and tell is called the first time with the name of the file.
+    void TellOnce(std::function<void(const std::string& path)> tell) { tell_ = std::move(tell); }
+
+    // Raises an error when the file cannot be written. Does nothing when the text is there already.
     void write(std::string_view section, std::string_view key, std::string_view text) override;
 
     void remove(std::string_view section, std::string_view key) override;
@@ -43,7 +49,8 @@ private:
 
     std::unique_ptr<QSettings> settings_;
     std::string unreadable_;
-    MemorySettings written_; // in place of an unreadable file
+    MemorySettings written_; // in place of a file that cannot be read or written
+    std::function<void(const std::string& path)> tell_;
 };
 
 } // namespace kestrane

@@ -81,5 +81,23 @@ TEST(IniSettings, LiesInTheUsersConfigurationFolder) {
     qputenv("XDG_CONFIG_HOME", old);
 }
 
+TEST(IniSettings, AFileThatCannotBeWrittenIsToldOnceAndKept) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("settings.ini");
+    IniSettings settings = IniSettings::ofFile(path);
+    settings.write("Preferences", "K", "V");
+    std::filesystem::remove(path);
+    std::filesystem::create_directories(folder.file("settings.ini/in the way"));
+    EXPECT_NO_THROW(settings.write("Preferences", "K", "V")) << "it is there already";
+    EXPECT_THROW(settings.write("Preferences", "K", "W"), RuntimeError);
+    std::vector<std::string> told;
+    settings.TellOnce([&told](const std::string& name) { told.push_back(name); });
+    settings.write("Preferences", "K", "X");
+    settings.write("Preferences", "L", "Y");
+    EXPECT_EQ(told, std::vector<std::string>{path});
+    EXPECT_EQ(settings.read("Preferences", "K", ""), "X");
+    EXPECT_EQ(settings.read("Preferences", "L", ""), "Y");
+}
+
 } // namespace
 } // namespace kestrane

@@ -1,0 +1,146 @@
+#include "app/Transcripts.h"
+
+#include "app/Documents.h"
+#include "download/Download.h"
+#include "download/ReplayedLine.h"
+#include "explorer/NodeKeys.h"
+#include "platform/Files.h"
+#include "platform/Format.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <system_error>
+#include <vector>
+
+namespace kestrane {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+void removeOldest(const std::string& folder) {
+    std::vector<fs::path> files;
+    std::error_code failed; // what cannot be removed stays
+    for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed))
+        files.push_back(at->path());
+    if (files.size() <= KeptTranscript::kKept) return;
+    std::ranges::sort(files); // their names are times
+    for (std::size_t i = 0; i < files.size() - KeptTranscript::kKept; ++i)
+        fs::remove(files[i], failed);
+}
+
+// Nobody is asked: a question whether to try again is answered with Cancel.
+class NoMessages : public MessageInterface {
+public:
+    Button show(const std::string&, MessageFlags flags, const std::string&) override {
+        const std::vector<Button> buttons = buttonsOf(flags);
+        return std::ranges::find(buttons, Button::Cancel) == buttons.end() ? defaultButtonOf(flags) : Button::Cancel;
+    }
+};
+
+// Takes the logs that were not given up yet.
+class WholeLogs : public DownloadUser {
+public:
+    void ShowProgress(const DownloadProgress& progress) override { reading_ = progress.Log; }
+
+    void CloseProgress() override {}
+
+    std::optional<AcquireChoice> ChooseLogs(const AcquireList& list) override {
+        if (!selected_) selected_.emplace(list.Rows.size(), true);
+        return AcquireChoice{*selected_, withOctaves_ && list.CanFetchOctaves};
+    }
+
+    bool IsCancelled() const override { return false; }
+
+    // Gives up the log that was being read when the transcript ended, or, before the first one, the octave logs.
+    // Returns false when nothing is left.
+    bool GiveUp() {
+        int read = std::exchange(reading_, 0);
+        if (!selected_ || read == 0) return std::exchange(withOctaves_, false) && selected_;
+        for (std::size_t i = 0; i < selected_->size(); ++i) {
+            if (!(*selected_)[i] || --read > 0) continue;
+            (*selected_)[i] = false;
+            break;
+        }
+        return std::ranges::find(*selected_, true) != selected_->end();
+    }
+
+private:
+    std::optional<std::vector<bool>> selected_;
+    bool withOctaves_ = true;
+    int reading_ = 0; // counted from 1 among those selected; 0 before the first
+};
+
+// Downloads from the transcript until every log that was chosen is whole. Returns null when none is.
+std::unique_ptr<clsInsData> readWhole(Session& reading, std::string_view transcript) {
+    WholeLogs user;
+    do {
+        ReplayedLine line(transcript);
+        const LeapingClock clock;
+        auto data = std::make_unique<clsInsData>(reading);
+        if (DownloadData({reading, line, user, clock, {}}, *data)) return data;
+    } while (user.GiveUp());
+    return nullptr;
+}
+
+} // namespace
+
+std::string transcriptFolder(const Session& session) {
+    return session.StateFolder + "downloads/";
+}
+
+TranscriptSink KeptTranscript::Sink(TranscriptSink further) {
+    return [this, further = std::move(further)](std::string_view line) {
+        if (!file_.is_open()) {
+            notes_ += line;
+            if (line.starts_with('+')) begin();
+        } else {
+            file_ << line << std::flush;
+        }
+        if (further) further(line);
+    };
+}
+
+void KeptTranscript::begin() {
+    if (session_.StateFolder.empty()) return;
+    const std::string folder = transcriptFolder(session_);
+    std::string path = folder + formatDate(session_.clock.now(), "yyyy-mm-dd hh-nn-ss");
+    while (fileExists(path + ".txt"))
+        path += "+";
+    try {
+        makeFolderOf(path);
+    } catch (const RuntimeError&) {
+        return;
+    }
+    file_.open(path + ".txt", std::ios::binary | std::ios::trunc);
+    file_ << notes_ << std::flush;
+    removeOldest(folder);
+}
+
+bool RecoverDownload(Session& session, const std::string& path) {
+    NoMessages messages;
+    Session reading(session.brand.CompanyName, session.locale, session.settings, messages, session.pump, session.clock);
+    reading.Options = session.Options;
+    reading.server = session.server;
+    std::unique_ptr<clsInsData> data;
+    try {
+        data = readWhole(reading, readFile(path)->view());
+        if (data == nullptr) {
+            session.ShowMessage(ReplaceText(session.LoadText(Text::NoWholeLog), "^", path), kIconExclamation);
+            return false;
+        }
+    } catch (const RuntimeError& error) {
+        session.ShowMessage(path + ": " + error.what(), kIconExclamation);
+        return false;
+    }
+    auto file = std::make_unique<clsFile>(session, session.LoadText(Text::IncompleteDownload));
+    file->append(*data, true, kAtEnd);
+    const std::vector<std::string> logs = logKeys(TakeUp(session, std::move(file)));
+    session.frame->ChooseLog(logs.front(), true);
+    return true;
+}
+
+} // namespace kestrane
