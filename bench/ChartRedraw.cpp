@@ -19,6 +19,8 @@ ChartData walkingLines(std::size_t rows, std::size_t series, std::int16_t style)
     chart.Title = "A week at one second";
     chart.RowCount = rows;
     chart.RowLabel = chart.RowName = [](std::size_t row) { return std::to_string(row); };
+    for (std::size_t row = 0; row < rows; ++row)
+        chart.RowBegins.push_back(static_cast<std::int64_t>(row));
     chart.ExcludedRows.assign(rows, 0);
     chart.DivisionsPerLabel = chart.DivisionsPerTick = rows / 15 + 1;
     std::uint32_t random = 1;

@@ -10,6 +10,7 @@
 #include "Windows.h"
 #include "app/Documents.h"
 #include "calc/Recalculation.h"
+#include "calc/RowAnalysis.h"
 #include "download/BinaryLogs.h"
 #include "explorer/Edits.h"
 #include "explorer/NodeEditing.h"
@@ -17,6 +18,7 @@
 #include "files/Loaders.h"
 #include "files/XmlWriter.h"
 #include "views/IntervalTable.h"
+#include "views/RangeTable.h"
 #include "views/TimeChart.h"
 
 #include <pugixml.hpp>
@@ -210,6 +212,37 @@ double tableSeconds() {
     });
 }
 
+// What the time chart is asked for: the figures of the marked half of a long log, its loudest hour, its distribution.
+void measureQuestions(Table& table) {
+    constexpr double kStrip = 50; // ms
+    constexpr double kWindow = 20;
+    constexpr double kHour = 3600;
+    const auto line = [&](const char* what, double most, auto ask) {
+        const Measured measured = measure([&] {
+            BenchSession bench;
+            const clsLog& log = addLongLog(bench.session);
+            const std::vector<AnalysedRow> rows = analysedRows(log);
+            return bestPass([&] { use(ask(log, rows)); });
+        });
+        table.line(what, measured.figure * kMilli, most, "ms", true, 1);
+    };
+    line("gather 600000 rows for these questions: ms", kStrip, [](const clsLog& log, const std::vector<AnalysedRow>&) {
+        return analysedRows(log).back().Level;
+    });
+    line("figures of half of 600000 rows and of the rest: ms", kStrip,
+         [](const clsLog& log, const std::vector<AnalysedRow>& rows) {
+             const std::int64_t half = static_cast<std::int64_t>(kBroadbandRows) / 2;
+             return static_cast<double>(rangeTable(log, rows, {half / 2, half / 2 + half}, 10).size());
+         });
+    line("loudest and quietest hour of 600000 rows: ms", kWindow,
+         [](const clsLog&, const std::vector<AnalysedRow>& rows) {
+             return static_cast<double>(worstStretches(rows, kHour).Loudest->First);
+         });
+    line("distribution of 600000 rows: ms", kStrip, [](const clsLog&, const std::vector<AnalysedRow>& rows) {
+        return distributionOf(rows, 1).front().Seconds + *levelExceeded(rows, 10);
+    });
+}
+
 void measureViews(Table& table) {
     constexpr double kFilling = 100; // ms
     constexpr double kFrame = 16;
@@ -225,6 +258,7 @@ void measureViews(Table& table) {
     table.line("start to the first window, with a sample: ms", start.figure * kMilli, kStart, "ms", true, 1);
     const Measured lines = measure([] { return redrawSeconds(kBroadbandRows, 6, eChartAs2D); });
     table.line("redraw a chart of 600000 rows, 6 series: ms", lines.figure * kMilli, kFrame, "ms", true, 1);
+    measureQuestions(table);
     const Measured ribbons = measure([] { return redrawSeconds(150, 26, eChartAs3D); });
     table.line("redraw a chart in 3D of 150 rows, 26 series: ms", ribbons.figure * kMilli, kGlance, "ms", true, 1);
 }

@@ -54,7 +54,22 @@ constexpr MenuItem kItems[] = {
     {Menu::View, 6, Command::ViewIntervals, Text::CommandAddRemoveIntervals, Text::TipIntervals, "intervals", "Ctrl+I",
      13},
     {Menu::View, 7, Command::ViewExposureTime, Text::CommandExposureTime, Text::TipExposureTime, "time", "Ctrl+E", 14},
-    {Menu::View, 9, Command::ViewHistory, Text::CommandHistory, Text::TipHistory, "", "Ctrl+Shift+H"},
+    {Menu::View, 8, Command::RangeMenu, Text::CommandRangeMenu, Text::None, "", "", 0, Menu::Range},
+    {Menu::View, 10, Command::ViewHistory, Text::CommandHistory, Text::TipHistory, "", "Ctrl+Shift+H"},
+
+    {Menu::Range, 0, Command::RangeMeasure, Text::CommandMeasureRange, Text::TipMeasureRange, "", "Ctrl+Shift+R"},
+    {Menu::Range, 2, Command::RangeExclude, Text::CommandRangeExclude, Text::None, "", "Ctrl+Shift+X"},
+    {Menu::Range, 3, Command::RangeIncludeOnly, Text::CommandRangeIncludeOnly, Text::None, "", "Ctrl+Shift+I"},
+    {Menu::Range, 4, Command::RangeZoom, Text::CommandRangeZoom, Text::None, "", "Ctrl+Shift+M"},
+    {Menu::Range, 5, Command::LogAddToAssessment, Text::CommandAddToAssessment, Text::TipAddToAssessment, "",
+     "Ctrl+Shift+A"},
+    {Menu::Range, 6, Command::RangeNote, Text::CommandRangeNote},
+    {Menu::Range, 7, Command::RangeCopy, Text::CommandRangeCopy, Text::None, "", "Ctrl+Shift+F"},
+    {Menu::Range, 9, Command::RangeLoudest, Text::WindowLoudest, Text::None, "", "Ctrl+Shift+L"},
+    {Menu::Range, 10, Command::RangeQuietest, Text::WindowQuietest, Text::None, "", "Ctrl+Shift+K"},
+    {Menu::Range, 11, Command::RangeEvents, Text::CommandEvents, Text::None, "", "Ctrl+Shift+V"},
+    {Menu::Range, 12, Command::LogDistribution, Text::CommandDistribution, Text::None, "", "Ctrl+Shift+D"},
+    {Menu::Range, 13, Command::LogCompare, Text::CommandCompareLogs, Text::None, "", "Ctrl+Shift+G"},
 
     {Menu::Tools, 0, Command::ToolsSettings, Text::CommandSettings, Text::TipSettings, "settings", "Ctrl+,"},
     {Menu::Tools, 3, Command::ToolsSynchronizeClocks, Text::CommandSynchronizeClocks, Text::TipSynchronizeClock,
@@ -104,6 +119,7 @@ constexpr MenuItem kItems[] = {
     {Menu::LogPopup, 19, Command::LogConvertWeighting, Text::CommandConvertWeighting},
     {Menu::LogPopup, 21, Command::LogAddToAssessment, Text::CommandAddToAssessment, Text::TipAddToAssessment, "",
      "Ctrl+Shift+A"},
+    {Menu::LogPopup, 22, Command::RangeMenu, Text::CommandRangeMenu, Text::None, "", "", 0, Menu::Range},
     {Menu::LogPopup, 24, Command::LogDisplayOptions, Text::CommandDisplayOptions, Text::None, "settings"},
 };
 
@@ -177,6 +193,18 @@ constexpr auto kOnReport = [](const Session& session, const MenuState& state) {
 constexpr auto kOnFullLog = [](const Session&, const MenuState& state) {
     return state.HasExplorer && state.Displayed != nullptr && tabRow(state.Tab).IsOverTime;
 };
+constexpr auto kOnChartRows = [](const Session& session, const MenuState& state) {
+    return kOnFullLog(session, state) && state.HasContent && state.InView != nullptr && !state.InView->IsBusy();
+};
+constexpr auto kOnRange = [](const Session& session, const MenuState& state) {
+    return kOnChartRows(session, state) && state.HasRange;
+};
+constexpr auto kOnCut = [](const Session&, const MenuState& state) {
+    return state.HasExplorer && state.InView != nullptr && IsCutIntervalSelectable(*state.InView, state.Tab);
+};
+constexpr auto kOnCutRange = [](const Session& session, const MenuState& state) {
+    return kOnRange(session, state) && kOnCut(session, state);
+};
 constexpr auto kOnExposures = [](const Session&, const MenuState& state) {
     return state.HasExplorer && state.Displayed != nullptr && tabRow(state.Tab).Panels.ExposureRows;
 };
@@ -228,10 +256,19 @@ constexpr Rule kRules[] = {
      [](const Session&, const MenuState& state) {
          return state.HasExplorer && state.Displayed != nullptr && IsZoomSelectable(*state.Displayed, state.Tab);
      }},
-    {Command::ViewIntervals,
-     [](const Session&, const MenuState& state) {
-         return state.HasExplorer && state.InView != nullptr && IsCutIntervalSelectable(*state.InView, state.Tab);
-     }},
+    {Command::ViewIntervals, kOnCut},
+    {Command::RangeMenu, kOnFullLog},
+    {Command::RangeMeasure, kOnFullLog},
+    {Command::RangeExclude, kOnCutRange},
+    {Command::RangeIncludeOnly, kOnCutRange},
+    {Command::RangeZoom, kOnRange},
+    {Command::RangeNote, kOnRange},
+    {Command::RangeCopy, kOnRange},
+    {Command::RangeLoudest, kOnChartRows},
+    {Command::RangeQuietest, kOnChartRows},
+    {Command::RangeEvents, kOnChartRows},
+    {Command::LogDistribution, kOnChartRows},
+    {Command::LogCompare, kOnChartRows},
     {Command::FilePrint, kOnReport},
     {Command::FilePrintPreview, kOnReport},
     {Command::PrintDefault, kOnReport},

@@ -15,7 +15,7 @@
 
 namespace kestrane {
 
-enum class Menu { File, Print, Edit, View, Tools, Window, Help, TreePopup, LogPopup };
+enum class Menu { File, Print, Edit, View, Tools, Window, Help, TreePopup, LogPopup, Range };
 
 enum class Command {
     FileDownload,
@@ -80,7 +80,19 @@ enum class Command {
     PrintCriteria,
     FileExport,
     ViewHistory,
-    FileRecoverDownload
+    FileRecoverDownload,
+    RangeMenu,
+    RangeMeasure,
+    RangeExclude,
+    RangeIncludeOnly,
+    RangeZoom,
+    RangeNote,
+    RangeCopy,
+    RangeLoudest,
+    RangeQuietest,
+    RangeEvents,
+    LogDistribution,
+    LogCompare
 };
 
 // The place of a command in a menu. The items of a menu are in the order of their index, and a gap in the indexes is a
@@ -119,6 +131,7 @@ struct MenuState {
     std::string CopiedKey{};                        // the node that would be pasted; empty for none
     bool HasClipboardFiles = false;                 // the clipboard has files, which would be opened instead
     const AssessmentDocument* Assessment = nullptr; // of the window in front, when it is an assessment
+    bool HasRange = false;                          // rows are marked on the time chart
 };
 
 bool IsMenuEnabled(const Session& session, Command command, const MenuState& state);

@@ -25,13 +25,22 @@ void endWithSeparator(std::string& folder) {
 } // namespace
 
 SettingsDialog::SettingsDialog(Session& session) :
-    Edited(session.Options), session_(session), mode_(SettingsMode::All), offered_(session.Options.objLogOptions) {}
+    Edited(session.Options),
+    Lines(readChartLines(session)),
+    session_(session),
+    mode_(SettingsMode::All),
+    offered_(session.Options.objLogOptions) {}
 
 SettingsDialog::SettingsDialog(Session& session, clsOptions& options) :
     Edited(options), session_(session), mode_(SettingsMode::Explorer), options_(&options) {}
 
 SettingsDialog::SettingsDialog(Session& session, clsLog& log, FigureKind kind) :
-    Edited(session.Options), session_(session), mode_(SettingsMode::Logs), log_(&log), kind_(kind) {
+    Edited(session.Options),
+    Lines(readChartLines(session)),
+    session_(session),
+    mode_(SettingsMode::Logs),
+    log_(&log),
+    kind_(kind) {
     Edited.objLogOptions = log.objLogOptions;
     offered_ = displayOptions(log);
 }
@@ -79,18 +88,29 @@ bool SettingsDialog::readExposureTime(const std::string& entry) {
     return true;
 }
 
-SettingsChanges SettingsDialog::confirmAll() {
-    endWithSeparator(Edited.DefaultDataDirectory);
-    const bool isDisplayed = Edited.DisplayDifferences(session_.Options) ||
-                             Edited.HPDCalc != session_.Options.HPDCalc ||
-                             Edited.HPDCalcMethod != session_.Options.HPDCalcMethod;
-    session_.Options.Copy(Edited);
+// Calls store, which writes settings. A failure is told; the settings then last until the program ends.
+void SettingsDialog::tryToStore(const std::function<void()>& store) {
     try {
-        session_.Options.SaveToRegistry(session_.settings);
+        store();
     } catch (const RuntimeError& error) {
         session_.ShowMessage(ReplaceText(session_.LoadText(Text::SettingsNotStored), "^", error.what()),
                              kIconExclamation, session_.LoadText(Text::Error));
     }
+}
+
+bool SettingsDialog::storeLines() {
+    if (Lines == readChartLines(session_)) return false;
+    tryToStore([this] { storeChartLines(session_, Lines); });
+    return true;
+}
+
+SettingsChanges SettingsDialog::confirmAll() {
+    endWithSeparator(Edited.DefaultDataDirectory);
+    const bool isDisplayed = storeLines() || Edited.DisplayDifferences(session_.Options) ||
+                             Edited.HPDCalc != session_.Options.HPDCalc ||
+                             Edited.HPDCalcMethod != session_.Options.HPDCalcMethod;
+    session_.Options.Copy(Edited);
+    tryToStore([this] { session_.Options.SaveToRegistry(session_.settings); });
     return {true, isDisplayed, false};
 }
 
@@ -101,6 +121,7 @@ SettingsChanges SettingsDialog::confirmExplorer() {
 }
 
 SettingsChanges SettingsDialog::confirmLog() {
+    const bool areLinesChanged = storeLines();
     editLog(*log_, Text::StepDisplayOptions, [&] {
         clsLogOptions& options = log_->objLogOptions;
         const float hours = std::exchange(Edited.objLogOptions.ExposureTime, options.ExposureTime);
@@ -109,7 +130,7 @@ SettingsChanges SettingsDialog::confirmLog() {
         if (hours != options.ExposureTime) changeExposureTime(*log_, hours);
         return true;
     });
-    return {false, false, true};
+    return {false, areLinesChanged, true};
 }
 
 std::vector<SerialChoice> serialChoices(const Session& session, std::int16_t chosen) {

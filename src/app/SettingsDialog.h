@@ -3,8 +3,10 @@
 #pragma once
 
 #include "model/Session.h"
+#include "views/ChartLines.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -37,6 +39,7 @@ public:
     SettingsDialog(Session& session, clsLog& log, FigureKind kind); // only the page of logs, for one kind of figures
 
     clsOptions Edited; // with a log, its display options are in objLogOptions
+    ChartLines Lines;  // of the user, for all logs; confirmed except with the page of the explorer
 
     Session& session() const { return session_; }
 
@@ -60,6 +63,8 @@ public:
 private:
     bool isUnusedLn(Parameter parameter) const; // a percentile that the log does not have
     bool readExposureTime(const std::string& entry);
+    void tryToStore(const std::function<void()>& store);
+    bool storeLines(); // returns whether they have changed
     SettingsChanges confirmAll();
     SettingsChanges confirmExplorer();
     SettingsChanges confirmLog();

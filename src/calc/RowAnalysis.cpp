@@ -5,15 +5,18 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 
 namespace kestrane {
 
 namespace {
 
+using Rows = std::span<const AnalysedRow>;
+
 constexpr double kLongestPause = 1; // seconds
 constexpr double kSecondsOfHour = 3600;
 
-double secondsOf(std::span<const AnalysedRow> rows) {
+double secondsOf(Rows rows) {
     double seconds = 0;
     for (const AnalysedRow& row : rows)
         seconds += row.Seconds;
@@ -25,15 +28,34 @@ double weightOf(const AnalysedRow& row, double seconds) {
     return seconds > 0 ? row.Seconds : 1;
 }
 
-double meanLevel(std::span<const AnalysedRow> rows) {
-    const double seconds = secondsOf(rows);
+void addExtremes(StretchFigures& figures, const AnalysedRow& row) {
+    if (row.Lmax != 0) figures.Lmax = std::max(figures.Lmax.value_or(row.Lmax), row.Lmax);
+    if (row.Lmin != 0) figures.Lmin = std::min(figures.Lmin.value_or(row.Lmin), row.Lmin);
+    if (row.Peak != 0) figures.Peak = std::max(figures.Peak.value_or(row.Peak), row.Peak);
+}
+
+// The figures of several stretches together.
+StretchFigures figuresOf(std::initializer_list<Rows> parts, double criterion, double exchange) {
+    StretchFigures figures;
+    for (const Rows& part : parts)
+        figures.Seconds += secondsOf(part);
     double energy = 0;
     double weights = 0;
-    for (const AnalysedRow& row : rows) {
-        energy += weightOf(row, seconds) * energyOf(row.Level);
-        weights += weightOf(row, seconds);
+    double dose = 0;
+    const bool hasDose = figures.Seconds > 0 && exchange > 0;
+    for (const Rows& part : parts) {
+        for (const AnalysedRow& row : part) {
+            const double weight = weightOf(row, figures.Seconds);
+            energy += weight * energyOf(row.Level);
+            weights += weight;
+            if (hasDose) dose += dosePart(row.Level, row.Seconds / kSecondsOfHour, {criterion, exchange});
+            addExtremes(figures, row);
+        }
     }
-    return levelOf(energy / weights);
+    if (weights > 0) figures.LAeq = levelOf(energy / weights);
+    if (figures.Seconds > 0) figures.LE = soundExposureLevel(*figures.LAeq, figures.Seconds);
+    if (hasDose) figures.Dose = dose;
+    return figures;
 }
 
 bool followsOn(const AnalysedRow& before, const AnalysedRow& row) {
@@ -68,6 +90,82 @@ private:
     double backSum_ = 0;
 };
 
+// Rows in the order of falling levels, those of the same level in their own order. Only the part around the level that
+// is asked for is sorted, because sorting hundreds of thousands of rows takes too long for a range that is being
+// dragged.
+class LouderFirst {
+public:
+    explicit LouderFirst(Rows rows) : rows_(rows), seconds_(secondsOf(rows)), order_(rows.size()) {
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            order_[i] = {rows[i].Level, i};
+    }
+
+    // The level at a share (0..1) of the time, interpolated between the middles of the rows.
+    double levelAt(double share) {
+        double all = 0;
+        for (const Place& place : order_)
+            all += weight(place);
+        const double wanted = all * share;
+        const auto [begin, end, passedBefore] = sortAround(wanted);
+        double passed = passedBefore;
+        double middleBefore = 0;
+        for (std::size_t i = begin; i < end; ++i) {
+            const double middle = passed + weight(order_[i]) / 2;
+            if (wanted <= middle) {
+                if (i == begin || middle == middleBefore) return order_[i].level;
+                const double part = (wanted - middleBefore) / (middle - middleBefore);
+                return order_[i - 1].level + part * (order_[i].level - order_[i - 1].level);
+            }
+            passed += weight(order_[i]);
+            middleBefore = middle;
+        }
+        return order_[end - 1].level;
+    }
+
+private:
+    struct Place {
+        double level;
+        std::size_t index;
+
+        bool operator<(const Place& other) const {
+            return level != other.level ? level > other.level : index < other.index;
+        }
+    };
+
+    struct Part {
+        std::size_t begin, end;
+        double passed; // the weight of all rows in front of it
+    };
+
+    double weight(const Place& place) const { return weightOf(rows_[place.index], seconds_); }
+
+    // Sorts a small part that has the two rows whose middles are around wanted, or the first or last row of all.
+    Part sortAround(double wanted) {
+        constexpr std::size_t kSmall = 64;
+        Part part = {0, order_.size(), 0};
+        const auto at = [this](std::size_t i) { return order_.begin() + static_cast<std::ptrdiff_t>(i); };
+        while (part.end - part.begin > kSmall) {
+            const std::size_t middle = part.begin + (part.end - part.begin) / 2;
+            std::nth_element(at(part.begin), at(middle), at(part.end));
+            double passed = part.passed;
+            for (std::size_t i = part.begin; i < middle; ++i)
+                passed += weight(order_[i]);
+            if (wanted <= passed + weight(order_[middle]) / 2) {
+                part.end = middle + 1;
+            } else {
+                part.begin = middle;
+                part.passed = passed;
+            }
+        }
+        std::sort(at(part.begin), at(part.end));
+        return part;
+    }
+
+    Rows rows_;
+    double seconds_;
+    std::vector<Place> order_;
+};
+
 // The number of a level's class. A level on the edge of two classes, in the single precision in which levels are kept,
 // belongs to the upper one.
 std::int64_t classOf(double level, double width) {
@@ -94,30 +192,54 @@ std::vector<AnalysedRow> analysedRows(const clsLog& log) {
     return counting;
 }
 
-StretchFigures stretchFigures(std::span<const AnalysedRow> rows, double criterion, double exchange) {
-    StretchFigures figures;
-    if (rows.empty()) return figures;
-    figures.Seconds = secondsOf(rows);
-    figures.LAeq = meanLevel(rows);
-    if (figures.Seconds > 0) figures.LE = soundExposureLevel(*figures.LAeq, figures.Seconds);
-    if (figures.Seconds > 0 && exchange > 0) figures.Dose = 0;
+StretchFigures stretchFigures(Rows rows, double criterion, double exchange) {
+    return figuresOf({rows}, criterion, exchange);
+}
+
+Rows rowsWithin(Rows rows, const RowRange& range) {
+    const auto isBefore = [](const AnalysedRow& row, std::int64_t number) { return row.Number < number; };
+    const auto first = std::lower_bound(rows.begin(), rows.end(), range.From, isBefore);
+    return {first, std::lower_bound(first, rows.end(), range.To + 1, isBefore)};
+}
+
+RangeFigures rangeFigures(Rows rows, const RowRange& range, double criterion, double exchange) {
+    const Rows within = rowsWithin(rows, range);
+    const auto before = static_cast<std::size_t>(within.data() - rows.data());
+    return {stretchFigures(within, criterion, exchange),
+            figuresOf({rows.first(before), rows.subspan(before + within.size())}, criterion, exchange)};
+}
+
+std::vector<RunningFigures> runningFigures(Rows rows, double criterion, double exchange) {
+    const double all = secondsOf(rows);
+    std::vector<RunningFigures> figures;
+    figures.reserve(rows.size());
+    double energy = 0;
+    double weights = 0;
+    double dose = 0;
     for (const AnalysedRow& row : rows) {
-        if (figures.Dose) *figures.Dose += dosePart(row.Level, row.Seconds / kSecondsOfHour, {criterion, exchange});
-        if (row.Lmax != 0) figures.Lmax = std::max(figures.Lmax.value_or(row.Lmax), row.Lmax);
-        if (row.Lmin != 0) figures.Lmin = std::min(figures.Lmin.value_or(row.Lmin), row.Lmin);
-        if (row.Peak != 0) figures.Peak = std::max(figures.Peak.value_or(row.Peak), row.Peak);
+        energy += weightOf(row, all) * energyOf(row.Level);
+        weights += weightOf(row, all);
+        RunningFigures now = {weights > 0 ? levelOf(energy / weights) : row.Level, {}, {}};
+        if (all > 0 && weights > 0) {
+            now.Lex8h = normalisedTo8Hours(now.LAeq, weights / kSecondsOfHour);
+            if (exchange > 0) {
+                dose += dosePart(row.Level, row.Seconds / kSecondsOfHour, {criterion, exchange});
+                now.Dose = dose;
+            }
+        }
+        figures.push_back(now);
     }
     return figures;
 }
 
-std::size_t endOfRun(std::span<const AnalysedRow> rows, std::size_t first) {
+std::size_t endOfRun(Rows rows, std::size_t first) {
     std::size_t behind = first + 1;
     while (behind < rows.size() && followsOn(rows[behind - 1], rows[behind]))
         ++behind;
     return behind;
 }
 
-WorstStretches worstStretches(std::span<const AnalysedRow> rows, double seconds) {
+WorstStretches worstStretches(Rows rows, double seconds) {
     WorstStretches worst;
     double highest = 0;
     double lowest = 0;
@@ -151,7 +273,7 @@ WorstStretches worstStretches(std::span<const AnalysedRow> rows, double seconds)
     return worst;
 }
 
-std::vector<Stretch> eventsOf(std::span<const AnalysedRow> rows, EventRule rule) {
+std::vector<Stretch> eventsOf(Rows rows, EventRule rule) {
     const auto isLoud = [&](const AnalysedRow& row) {
         // Compared in the precision in which levels are kept.
         return static_cast<float>(row.Level) >= static_cast<float>(rule.Level);
@@ -171,33 +293,12 @@ std::vector<Stretch> eventsOf(std::span<const AnalysedRow> rows, EventRule rule)
     return events;
 }
 
-std::optional<double> levelExceeded(std::span<const AnalysedRow> rows, double percent) {
+std::optional<double> levelExceeded(Rows rows, double percent) {
     if (rows.empty()) return std::nullopt;
-    std::vector<AnalysedRow> sorted(rows.begin(), rows.end());
-    std::stable_sort(sorted.begin(), sorted.end(),
-                     [](const AnalysedRow& a, const AnalysedRow& b) { return a.Level > b.Level; });
-    const double seconds = secondsOf(rows);
-    double all = 0;
-    for (const AnalysedRow& row : sorted)
-        all += weightOf(row, seconds);
-    const double wanted = all * percent / 100;
-    double passed = 0;
-    double middleBefore = 0;
-    for (std::size_t i = 0; i < sorted.size(); ++i) {
-        const double weight = weightOf(sorted[i], seconds);
-        const double middle = passed + weight / 2;
-        if (wanted <= middle) {
-            if (i == 0 || middle == middleBefore) return sorted[i].Level;
-            const double part = (wanted - middleBefore) / (middle - middleBefore);
-            return sorted[i - 1].Level + part * (sorted[i].Level - sorted[i - 1].Level);
-        }
-        passed += weight;
-        middleBefore = middle;
-    }
-    return sorted.back().Level;
+    return LouderFirst(rows).levelAt(percent / 100);
 }
 
-std::vector<LevelClass> distributionOf(std::span<const AnalysedRow> rows, double width) {
+std::vector<LevelClass> distributionOf(Rows rows, double width) {
     std::vector<LevelClass> classes;
     if (rows.empty()) return classes;
     const auto byLevel = [](const AnalysedRow& a, const AnalysedRow& b) { return a.Level < b.Level; };
@@ -214,7 +315,7 @@ std::vector<LevelClass> distributionOf(std::span<const AnalysedRow> rows, double
     return classes;
 }
 
-double exposureOf(std::span<const AnalysedRow> rows) {
+double exposureOf(Rows rows) {
     const double seconds = secondsOf(rows);
     double sum = 0;
     for (const AnalysedRow& row : rows)

@@ -35,6 +35,25 @@ struct StretchFigures {
 // The figures of a stretch. Without rows, Seconds is 0 and all other figures are nothing.
 StretchFigures stretchFigures(std::span<const AnalysedRow> rows, double criterion, double exchange);
 
+// The analysed rows whose numbers are within a range.
+std::span<const AnalysedRow> rowsWithin(std::span<const AnalysedRow> rows, const RowRange& range);
+
+// The figures of the rows within a range, and of all the others together.
+struct RangeFigures {
+    StretchFigures Range, Rest;
+};
+
+RangeFigures rangeFigures(std::span<const AnalysedRow> rows, const RowRange& range, double criterion, double exchange);
+
+// What has come together from the first row up to the end of a row.
+struct RunningFigures {
+    double LAeq;
+    std::optional<double> Lex8h; // normalised to 8 h; nothing while no time has passed
+    std::optional<double> Dose;  // percent; nothing without an exchange rate, or while no time has passed
+};
+
+std::vector<RunningFigures> runningFigures(std::span<const AnalysedRow> rows, double criterion, double exchange);
+
 // Consecutive rows, as indexes into the analysed rows: First is included, Behind is not.
 struct Stretch {
     std::size_t First, Behind;

@@ -40,6 +40,8 @@ ChartRange ChartContent::valueRange(ChartAxis axis) const {
     for (std::size_t i = 0; i < series.size(); ++i) {
         if (series[i]->Axis == axis) values.include(extents[i].ofAll());
     }
+    for (const ChartLine& line : data.Lines)
+        if (axis == ChartAxis::Primary) values.include(static_cast<float>(line.Value));
     const bool isFromZero = data.Shape == ChartShape::Bar || axis == ChartAxis::Secondary;
     return roundRange(values, isFromZero);
 }

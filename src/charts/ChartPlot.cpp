@@ -1,6 +1,8 @@
 #include "charts/ChartPlot.h"
 
 #include "charts/ExcludedShade.h"
+#include "charts/LevelLines.h"
+#include "charts/RangeBand.h"
 #include "charts/SeriesBars.h"
 #include "charts/SeriesLine.h"
 
@@ -70,6 +72,8 @@ ChartPlot::~ChartPlot() {
 void ChartPlot::clearContent() {
     clearPlottables();
     readOut_.reset();
+    rangeBand_.reset();
+    lines_.reset();
     shade_.reset();
     axisRect_.reset();
     solid_.reset();
@@ -105,6 +109,7 @@ void ChartPlot::makeAxes() {
     axisRect_->setMinimumMargins(QMargins(kMargin, kMargin / 2, 2 * kMargin, 0));
     axisRect_->setRangeZoom({});
     categories_.reset(new CategoryTicker(*content_));
+    times_.reset(content_->data.RowBegins.empty() ? nullptr : new TimeTicker(*content_));
     primaryValues_.reset(new ValueTicker(locale_));
     secondaryValues_.reset(new ValueTicker(locale_));
 
@@ -115,7 +120,11 @@ void ChartPlot::makeAxes() {
     styleAxis(primary, chart.PrimaryTitle);
     styleAxis(secondary, chart.SecondaryTitle);
     styleAxis(*axisRect_->axis(QCPAxis::atTop), {});
-    rows.setTicker(categories_);
+    if (times_) {
+        rows.setTicker(times_);
+    } else {
+        rows.setTicker(categories_);
+    }
     primary.setTicker(primaryValues_);
     secondary.setTicker(secondaryValues_);
     rows.grid()->setVisible(!content_->hasSeriesAsRows());
@@ -128,7 +137,9 @@ void ChartPlot::makeAxes() {
     top.setTicks(false);
     top.setTickLabels(false);
 
-    shade_ = std::make_unique<ExcludedShade>(&rows, *content_, looks_.Excluded);
+    shade_ = std::make_unique<ExcludedShade>(&rows, *content_, looks_);
+    lines_ = std::make_unique<LevelLines>(&primary, *content_, looks_);
+    rangeBand_ = std::make_unique<RangeBand>(&rows, looks_);
     readOut_ = std::make_unique<ReadOut>(&rows, std::pair(&primary, &secondary), *content_, looks_, locale_);
 }
 
@@ -281,7 +292,8 @@ void ChartPlot::fitLabels(const QSize& room) {
     const bool hasSecondary = content_->data.HasSecondaryAxis;
     const int sides = (hasSecondary ? 2 : 1) * 4 * metrics.height() + 2 * kMargin;
     const int width = std::max(1, room.width() - sides);
-    rows.setTickLabelRotation(categories_->fit(rows.range(), width, metrics));
+    if (times_) times_->fit(width, metrics);
+    rows.setTickLabelRotation(times_ ? 0 : categories_->fit(rows.range(), width, metrics));
     rows.setLabel(inLines(QString::fromStdString(content_->data.CategoryTitle), width, QFontMetrics(rows.labelFont())));
     const int height = std::max(1, room.height() - 4 * metrics.height());
     primaryValues_->fit(height, metrics);

@@ -9,6 +9,7 @@
 #include "charts/ChartLooks.h"
 #include "charts/ChartText.h"
 #include "charts/ReadOut.h"
+#include "charts/TimeTicker.h"
 
 #include <qcustomplot.h>
 
@@ -20,6 +21,8 @@ namespace kestrane {
 struct ChartView {
     QCPRange rows, primary, secondary;
 };
+
+class RangeBand;
 
 class ChartPlot : public QCustomPlot {
 public:
@@ -41,6 +44,8 @@ public:
     QCPAxisRect& axisArea() const { return *axisRect_; }
 
     ReadOut& readOut() const { return *readOut_; }
+
+    RangeBand& rangeBand() const { return *rangeBand_; }
 
     ChartView wholeView() const;
     ChartView view() const;
@@ -78,9 +83,11 @@ private:
     std::unique_ptr<QCPAxisRect> axisRect_; // in 2D
     std::unique_ptr<Chart3D> solid_;
 
-    std::unique_ptr<QCPLayerable> shade_;
+    std::unique_ptr<QCPLayerable> shade_, lines_;
+    std::unique_ptr<RangeBand> rangeBand_;
     std::unique_ptr<ReadOut> readOut_;
-    QSharedPointer<CategoryTicker> categories_;
+    QSharedPointer<CategoryTicker> categories_; // either this or times_ is in use
+    QSharedPointer<TimeTicker> times_;
     QSharedPointer<ValueTicker> primaryValues_, secondaryValues_;
 };
 

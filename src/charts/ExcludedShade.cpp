@@ -5,6 +5,23 @@
 
 namespace kestrane {
 
+namespace {
+
+constexpr double kHatch = 8; // pixels from one line to the next
+
+// Lines that rise to the right through a rectangle. Lines of neighbouring rectangles continue each other. They are cut
+// to the rectangle here, because not every device that is drawn on can clip.
+void addHatching(QList<QLineF>& lines, const QRectF& area) {
+    const double last = area.right() + area.bottom();
+    for (double sum = std::ceil((area.left() + area.top()) / kHatch) * kHatch; sum < last; sum += kHatch) {
+        const double from = std::max(area.left(), sum - area.bottom());
+        const double to = std::min(area.right(), sum - area.top());
+        if (from < to) lines.append(QLineF(from, sum - from, to, sum - to));
+    }
+}
+
+} // namespace
+
 std::vector<QCPRange> excludedSpans(const ChartData& chart, const QCPRange& rows, double pixels) {
     const std::vector<std::uint8_t>& excluded = chart.ExcludedRows;
     const auto count = static_cast<double>(excluded.size());
@@ -25,16 +42,21 @@ std::vector<QCPRange> excludedSpans(const ChartData& chart, const QCPRange& rows
     return spans;
 }
 
-ExcludedShade::ExcludedShade(QCPAxis* rows, const ChartContent& content, const QColor& color) :
-    QCPLayerable(rows->parentPlot(), "background"), rows_(rows), content_(content), color_(color) {}
+ExcludedShade::ExcludedShade(QCPAxis* rows, const ChartContent& content, const ChartLooks& looks) :
+    QCPLayerable(rows->parentPlot(), "background"), rows_(rows), content_(content), looks_(looks) {}
 
 void ExcludedShade::draw(QCPPainter* painter) {
     const QRect area = rows_->axisRect()->rect();
+    QList<QLineF> hatching;
     for (const QCPRange& span : excludedSpans(content_.data, rows_->range(), area.width())) {
         const double left = std::floor(rows_->coordToPixel(span.lower));
         const double right = std::max(left + 1, std::round(rows_->coordToPixel(span.upper)));
-        painter->fillRect(QRectF(left, area.top(), right - left, area.height()), color_);
+        const QRectF shaded(left, area.top(), right - left, area.height());
+        painter->fillRect(shaded, looks_.Excluded);
+        addHatching(hatching, shaded);
     }
+    painter->setPen(QPen(looks_.Frame, 1));
+    painter->drawLines(hatching);
 }
 
 } // namespace kestrane

@@ -1,7 +1,9 @@
-// The faint shade behind rows that are left out of calculations.
+// The faint shade and the hatching behind rows that are left out of calculations. The hatching can be told from a line
+// of the grid in print without colours and on dark screens.
 #pragma once
 
 #include "charts/ChartContent.h"
+#include "charts/ChartLooks.h"
 
 #include <qcustomplot.h>
 
@@ -13,7 +15,7 @@ std::vector<QCPRange> excludedSpans(const ChartData& chart, const QCPRange& rows
 
 class ExcludedShade : public QCPLayerable {
 public:
-    ExcludedShade(QCPAxis* rows, const ChartContent& content, const QColor& color);
+    ExcludedShade(QCPAxis* rows, const ChartContent& content, const ChartLooks& looks);
 
 protected:
     void applyDefaultAntialiasingHint(QCPPainter* painter) const override { painter->setAntialiasing(false); }
@@ -23,7 +25,7 @@ protected:
 private:
     QCPAxis* rows_;
     const ChartContent& content_;
-    QColor color_;
+    const ChartLooks& looks_;
 };
 
 } // namespace kestrane

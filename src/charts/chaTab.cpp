@@ -2,6 +2,7 @@
 
 #include "charts/ChartAccessible.h"
 #include "charts/ChartPage.h"
+#include "charts/RangeBand.h"
 #include "platform/AtomicFile.h"
 #include "platform/RuntimeError.h"
 
@@ -28,6 +29,7 @@ constexpr int kThinDrag = 8;
 constexpr int kShortDrag = 3; // pixels: a shorter drag counts as none
 constexpr double kWheelStep = 120;
 constexpr double kTouch = 0.01; // rows: a row this close to the edge of the view is in it
+constexpr double kGrip = 5;     // pixels: a drag that begins this close to an end of the range moves that end
 constexpr int kPdfResolution = 1200;
 
 bool endsIn(const std::string& path, const char* ending) {
@@ -50,6 +52,7 @@ chaTab::chaTab(Locale locale, Summary summary, QWidget* parent) :
     connect(plot_, &QCustomPlot::mousePress, this, [this](const QMouseEvent* event) { press(*event); });
     connect(plot_, &QCustomPlot::mouseMove, this, [this](const QMouseEvent* event) { point(*event); });
     connect(plot_, &QCustomPlot::mouseRelease, this, [this] {
+        isMarking_ = false;
         if (plot_->interactions().testFlag(QCP::iRangeDrag)) emit ViewChanged();
     });
     connect(plot_, &QCustomPlot::mouseWheel, this, [this](const QWheelEvent* event) { turnWheel(*event); });
@@ -65,6 +68,8 @@ chaTab::~chaTab() = default;
 void chaTab::setChart(ChartData chart) {
     isLegendShown_ = chart.HasLegend;
     content_ = std::make_shared<const ChartContent>(std::move(chart));
+    marked_ = MarkedRange(content_->data.RowCount);
+    spokenRange_.clear();
     drawAnew();
     setAccessibleName(QString::fromStdString(content_->data.Title));
     tellDescription(*this);
@@ -77,10 +82,12 @@ const ChartData& chaTab::chart() const {
 void chaTab::drawAnew() {
     plot_->setContent(content_, ChartLooks::ofScreen(palette(), logicalDpiY()));
     plot_->showParts(isLegendShown_, isFootnoteShown_);
+    showMarked();
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
 QString chaTab::spokenDescription() const {
+    if (!spokenRange_.isEmpty()) return spokenRange_;
     QStringList reading = readOut();
     reading.removeAll(QString());
     if (!reading.isEmpty()) return reading.join(", ");
@@ -90,6 +97,7 @@ QString chaTab::spokenDescription() const {
 void chaTab::readAt(std::optional<std::size_t> row) {
     if (row == plot_->readOut().row()) return;
     plot_->readOut().show(row);
+    spokenRange_.clear();
     tellDescription(*this);
 }
 
@@ -188,8 +196,19 @@ bool chaTab::eventFilter(QObject* watched, QEvent* event) {
 
 void chaTab::press(const QMouseEvent& event) {
     if (!plot_->hasAxes()) return;
-    const bool isMove = event.button() == Qt::MiddleButton || event.modifiers().testFlag(Qt::ShiftModifier);
-    const bool isZoom = event.button() == Qt::LeftButton && !isMove && plot_->axisArea().rect().contains(event.pos());
+    const bool isWithShift = event.modifiers().testFlag(Qt::ShiftModifier);
+    isMarking_ = isMarkable_ && isWithShift && event.button() == Qt::LeftButton &&
+                 plot_->axisArea().rect().contains(event.pos());
+    if (isMarking_) {
+        const QCPAxis& rows = *plot_->axisArea().axis(QCPAxis::atBottom);
+        const double place = rows.pixelToCoord(event.position().x());
+        marked_.takeAt(place, rows.pixelToCoord(event.position().x() + kGrip) - place);
+        showMarked();
+        emit RangeMarked();
+    }
+    const bool isMove = event.button() == Qt::MiddleButton || (isWithShift && !isMarkable_);
+    const bool isZoom =
+        event.button() == Qt::LeftButton && !isMove && !isWithShift && plot_->axisArea().rect().contains(event.pos());
     plot_->setSelectionRectMode(isZoom ? QCP::srmCustom : QCP::srmNone);
     plot_->setInteraction(QCP::iRangeDrag, isMove);
     setFocus(Qt::MouseFocusReason);
@@ -197,6 +216,14 @@ void chaTab::press(const QMouseEvent& event) {
 
 void chaTab::point(const QMouseEvent& event) {
     if (!plot_->hasAxes()) return;
+    if (isMarking_) {
+        const auto before = marked_.rows();
+        marked_.moveTo(plot_->axisArea().axis(QCPAxis::atBottom)->pixelToCoord(event.position().x()));
+        if (marked_.rows() == before) return;
+        showMarked();
+        emit RangeMarked();
+        return;
+    }
     std::optional<std::size_t> row;
     if (plot_->axisArea().rect().contains(event.pos())) {
         const double at = std::round(plot_->axisArea().axis(QCPAxis::atBottom)->pixelToCoord(event.position().x()));
@@ -271,6 +298,7 @@ void chaTab::keyPressEvent(QKeyEvent* event) {
     const double center = row ? static_cast<double>(*row) : view.rows.center();
     const bool isWide = event->modifiers().testFlag(Qt::ControlModifier);
     const int wide = std::max(1, static_cast<int>(view.rows.size() / 10));
+    if (isMarkable_ && markByKey(*event, isWide ? wide : 1)) return;
     switch (event->key()) {
     case Qt::Key_Left:
         return stepReadOut(isWide ? -wide : -1);
@@ -289,11 +317,65 @@ void chaTab::keyPressEvent(QKeyEvent* event) {
         return look(plot_->wholeView());
     case Qt::Key_Escape:
         if (row) return readAt({});
+        if (marked_.rows()) return clearMarked();
         break;
     default:
         break;
     }
     QWidget::keyPressEvent(event);
+}
+
+// Moves an end of the range, or takes hold of the other one. Returns false for a key that does neither.
+bool chaTab::markByKey(const QKeyEvent& event, int wide) {
+    const auto all = static_cast<std::int64_t>(content_->data.RowCount);
+    const std::pair<int, std::int64_t> steps[] = {
+        {Qt::Key_Left, -wide}, {Qt::Key_Right, wide}, {Qt::Key_Home, -all}, {Qt::Key_End, all}};
+    const auto* const step =
+        std::ranges::find_if(steps, [&](const auto& candidate) { return candidate.first == event.key(); });
+    if (event.key() == Qt::Key_Space && marked_.rows()) {
+        marked_.exchange();
+    } else if (event.modifiers().testFlag(Qt::ShiftModifier) && step != std::end(steps)) {
+        const double start = std::max(0.0, std::round(plot_->view().rows.center()));
+        const bool isNew = !marked_.rows();
+        // The first step only puts the cursors on the row that is read, or on the one in the middle of the view.
+        marked_.step(isNew && std::abs(step->second) < all ? 0 : step->second,
+                     plot_->readOut().row().value_or(static_cast<std::size_t>(start)));
+    } else {
+        return false;
+    }
+    readAt({});
+    bringIntoView(static_cast<double>(*marked_.movingRow()));
+    showMarked();
+    emit RangeMarked();
+    return true;
+}
+
+void chaTab::markRows(std::size_t first, std::size_t last) {
+    marked_.mark(first, last);
+    if (!marked_.rows()) return;
+    bringIntoView(static_cast<double>(last));
+    bringIntoView(static_cast<double>(first));
+    showMarked();
+    emit RangeMarked();
+}
+
+void chaTab::clearMarked() {
+    marked_.clear();
+    spokenRange_.clear();
+    showMarked();
+    emit RangeMarked();
+}
+
+void chaTab::tellRange(const QString& spoken) {
+    spokenRange_ = spoken;
+    tellDescription(*this);
+}
+
+void chaTab::showMarked() {
+    if (!plot_->hasAxes()) return;
+    const auto rows = marked_.rows();
+    if (!rows) return plot_->rangeBand().show({});
+    plot_->rangeBand().show(RangeBand::Span{rows->first, rows->second, marked_.movingRow() == rows->first});
 }
 
 // Moves the read-out by a number of rows; it begins in the middle of the view when there is none yet.
@@ -302,10 +384,16 @@ void chaTab::stepReadOut(int rows) {
     goToRow(shown ? static_cast<double>(*shown) + rows : std::round(plot_->view().rows.center()));
 }
 
-// Moves the read-out to a row, or to the nearest one that exists, and scrolls when the row is not in view.
+// Moves the read-out to a row, or to the nearest one that exists.
 void chaTab::goToRow(double row) {
     row = std::clamp(row, 0.0, static_cast<double>(content_->data.RowCount) - 1);
     readAt(static_cast<std::size_t>(row));
+    bringIntoView(row);
+}
+
+// Scrolls when a row is not in view.
+void chaTab::bringIntoView(double row) {
+    if (!plot_->hasAxes()) return;
     ChartView view = plot_->view();
     const double before = std::min(0.0, row - 0.5 - view.rows.lower);
     const double behind = std::max(0.0, row + 0.5 - view.rows.upper);

@@ -2,15 +2,20 @@
 // printer. Its menu belongs to the owner; what it shows is decided by the core.
 //
 // Wheel: zooms at the pointer; with Ctrl it zooms the values, with Shift it moves sideways. Drag: zooms into the
-// rectangle. Drag with Shift or with the middle button: moves. Double click: shows everything. Keys: Left and Right
-// move the read-out, Home and End take it to the ends, Escape hides it; + and - zoom, 0 shows everything.
+// rectangle. Drag with the middle button: moves. Double click: shows everything. Keys: Left and Right move the
+// read-out, Home and End take it to the ends, Escape hides it; + and - zoom, 0 shows everything.
 //
-// A screen reader gets the title as the chart's name and, as its description, the read-out while there is one, else the
-// summary of the chart.
+// Drag with Shift: marks a range of rows, or moves an end of the one that is marked, where the owner allows that; else
+// it moves the chart. Shift with the keys of the read-out moves one end, Space takes hold of the other, Escape clears
+// the range when there is no read-out.
+//
+// A screen reader gets the title as the chart's name and, as its description, what the owner says of the range that was
+// just marked, the read-out while there is one, else the summary of the chart.
 #pragma once
 
 #include "charts/ChartPlot.h"
 #include "views/ChartOnPage.h"
+#include "views/MarkedRange.h"
 #include "views/Picture.h"
 
 #include <QImage>
@@ -53,6 +58,17 @@ public:
     // The first and the last visible row, counted from 0; nothing without axes.
     std::optional<std::pair<std::size_t, std::size_t>> rowsInView() const;
 
+    // A range of rows can be marked from now on. Setting a chart clears it.
+    void allowMarking() { isMarkable_ = true; }
+
+    // The first and the last row that are marked, counted from 0.
+    std::optional<std::pair<std::size_t, std::size_t>> markedRows() const { return marked_.rows(); }
+
+    void markRows(std::size_t first, std::size_t last); // and scrolls to the first; tells RangeMarked
+    void clearMarked();                                 // tells RangeMarked
+
+    void tellRange(const QString& spoken); // what is said of the range until the user reads a row
+
     // The visible part in colours for paper. size is in pixels; with a ratio of 2 there are twice as many each way.
     QImage picture(const QSizeF& size, double ratio = 1) const;
 
@@ -71,6 +87,7 @@ public:
 
 signals:
     void ViewChanged(); // the user has chosen to see other rows or values
+    void RangeMarked(); // another range, or none
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -89,6 +106,9 @@ private:
     void look(ChartView view);
     void stepReadOut(int rows);
     void goToRow(double row);
+    void bringIntoView(double row);
+    bool markByKey(const QKeyEvent& event, int wide);
+    void showMarked();
 
     const Locale locale_;
     const Summary summary_;
@@ -96,6 +116,10 @@ private:
     ChartPlot* plot_;
     bool isLegendShown_ = true;
     bool isFootnoteShown_ = true;
+    bool isMarkable_ = false;
+    bool isMarking_ = false; // an end of the range follows the pointer
+    MarkedRange marked_;
+    QString spokenRange_; // empty when something else is to be said
 };
 
 } // namespace kestrane

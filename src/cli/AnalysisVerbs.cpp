@@ -58,18 +58,10 @@ Json rangeAnswer(const clsLog& log, Rows rows, const AnalysisOptions& options) {
     if (ranges.size() != 1 || !isRangeOf(ranges.front(), count))
         throw WrongWords("--range: rows A-B of 1-" + std::to_string(count));
     const RowRange range = ranges.front();
-    const auto numbered = [](const AnalysedRow& row, std::int64_t number) { return row.Number < number; };
-    const auto from = std::lower_bound(rows.begin(), rows.end(), range.From, numbered);
-    const auto behind = std::lower_bound(from, rows.end(), range.To + 1, numbered);
-    const Rows inside(from, behind);
-    std::vector<AnalysedRow> outside(rows.begin(), from);
-    outside.insert(outside.end(), behind, rows.end());
-
     const IntervalColumns& columns = log.LogIntervals.Columns();
     const auto first = static_cast<std::size_t>(range.From - 1);
     const auto last = static_cast<std::size_t>(range.To - 1);
-    const StretchFigures figures = stretchFigures(inside, log.Criterion, log.Exchange);
-    const StretchFigures rest = stretchFigures(outside, log.Criterion, log.Exchange);
+    const auto [figures, rest] = rangeFigures(rows, range, log.Criterion, log.Exchange);
     return labelled({{"From", range.From},
                      {"To", range.To},
                      {"Start", isoTime(rowBegin(columns, first))},

@@ -61,8 +61,18 @@ frmExplorer::frmExplorer(Session& session, QWidget* parent) : QWidget(parent), s
 }
 
 MenuState frmExplorer::StateForMenus() const {
-    return {true,          state_.SelectedKey, state_.OpenedLog(session_), state_.View.Tab, log_->Exposures().IsOnRow(),
-            isTreeActive_, log_->HasContent(), state_.LogInView(session_)};
+    return {true,
+            state_.SelectedKey,
+            state_.OpenedLog(session_),
+            state_.View.Tab,
+            log_->Exposures().IsOnRow(),
+            isTreeActive_,
+            log_->HasContent(),
+            state_.LogInView(session_),
+            {},
+            false,
+            nullptr,
+            log_->HasRange()};
 }
 
 // When the focus goes to something else, such as a menu, the active one of the two stays active.

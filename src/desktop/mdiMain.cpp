@@ -7,6 +7,7 @@
 #include "desktop/assessment/frmAssessment.h"
 #include "desktop/frmExplorer.h"
 #include "desktop/pages/ComparisonPage.h"
+#include "desktop/pages/TimePage.h"
 #include "desktop/tabLog.h"
 #include "desktop/tvwTreeView.h"
 #include "dialogs/Icons.h"
@@ -174,6 +175,7 @@ void mdiMain::makeActions() {
         actions_.at(command)->setChecked(true);
     }
     actions_.at(Command::ViewZoom)->setCheckable(true);
+    actions_.at(Command::RangeMeasure)->setCheckable(true);
     actions_.at(Command::EditDelete)->setShortcutContext(Qt::WidgetShortcut); // the key belongs to the tree
 }
 
@@ -290,6 +292,11 @@ void mdiMain::wire(frmExplorer& explorer) {
     });
     connect(&explorer.LogTabs(), &tabLog::RankAsked, this,
             [this, &explorer] { begin([&] { explorer.LogTabs().Comparison().ChooseByRank(); }); });
+    std::vector<QAction*> ofRange;
+    for (const MenuItem& item : menuItems())
+        if (item.menu == Menu::Range && item.command != Command::RangeMeasure)
+            ofRange.push_back(actions_.at(item.command));
+    explorer.LogTabs().TimeChart().AddButtons(ofRange);
     const StartPage& start = explorer.LogTabs().Start();
     connect(&start, &StartPage::CommandAsked, this, &mdiMain::give);
     connect(&start, &StartPage::RecentAsked, this,
@@ -344,6 +351,7 @@ void mdiMain::EnableMenusAndButtons() {
         actions_.at(Command::LogNote)->setChecked(explorer->State().View.ShowsNote);
         actions_.at(Command::LogLegend)->setChecked(explorer->State().View.ShowsLegend);
         actions_.at(Command::ViewZoom)->setChecked(explorer->LogTabs().IsZoomShown());
+        actions_.at(Command::RangeMeasure)->setChecked(explorer->State().View.ShowsRange);
     }
     for (const auto& [separator, behind] : separators_)
         separator->setVisible(IsGroupEnabled(session_, behind->menu, behind->index, state));

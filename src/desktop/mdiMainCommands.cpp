@@ -6,6 +6,7 @@
 #include "app/StartUp.h"
 #include "app/Transcripts.h"
 #include "desktop/assessment/frmAssessment.h"
+#include "desktop/frmCompare.h"
 #include "desktop/frmExplorer.h"
 #include "desktop/frmHistory.h"
 #include "desktop/frmPreview.h"
@@ -13,6 +14,7 @@
 #include "desktop/mdiMain.h"
 #include "desktop/pages/ComparisonPage.h"
 #include "desktop/pages/ExposurePage.h"
+#include "desktop/pages/TimePage.h"
 #include "desktop/tabLog.h"
 #include "dialogs/DownloadDialogs.h"
 #include "dialogs/HPDProgressDialog.h"
@@ -98,7 +100,7 @@ template <std::size_t count>
 constexpr bool hasRowForEach(const CommandRow (&rows)[count]) {
     for (std::size_t i = 0; i < count; ++i)
         if (static_cast<std::size_t>(rows[i].command) != i) return false;
-    return count == static_cast<std::size_t>(Command::FileRecoverDownload) + 1; // the last command
+    return count == static_cast<std::size_t>(Command::LogCompare) + 1; // the last command
 }
 
 template <auto method, auto... arguments>
@@ -228,6 +230,25 @@ void mdiMain::run(Command command) {
         {Command::FileExport, onFrame<&mdiMain::exportTable>},
         {Command::ViewHistory, onFrame<&mdiMain::showHistory>},
         {Command::FileRecoverDownload, onFrame<&mdiMain::recoverDownload>},
+        {Command::RangeMenu, [](mdiMain&, frmExplorer*) {}}, // it opens the others
+        {Command::RangeMeasure, onTabs<&tabLog::ToggleRange>},
+        {Command::RangeExclude, onTabs<&tabLog::ExcludeRange>},
+        {Command::RangeIncludeOnly, onTabs<&tabLog::IncludeOnlyRange>},
+        {Command::RangeZoom, onTabs<&tabLog::ZoomToRange>},
+        {Command::RangeNote, onTabs<&tabLog::NoteAtRange>},
+        {Command::RangeCopy,
+         [](mdiMain&, frmExplorer* explorer) { QtClipboard().Set(explorer->LogTabs().TimeChart().CopyFigures()); }},
+        {Command::RangeLoudest, [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().TimeChart().MarkLoudest(); }},
+        {Command::RangeQuietest,
+         [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().TimeChart().MarkQuietest(); }},
+        {Command::RangeEvents, [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().TimeChart().ShowEvents(); }},
+        {Command::LogDistribution,
+         [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().TimeChart().ShowDistribution(); }},
+        {Command::LogCompare,
+         [](mdiMain& frame, frmExplorer* explorer) {
+             const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
+             frmCompare(frame.session_, explorer->State().OpenedLog(frame.session_), copy, &frame).exec();
+         }},
     };
     static_assert(hasRowForEach(kRows), "a row a command, in the order of the enumeration");
     kRows[static_cast<std::size_t>(command)].act(*this, activeExplorer());
@@ -350,7 +371,7 @@ frmAssessment* mdiMain::showAssessment(AssessmentDocument document) {
 // To the assessment that was in front last, or a new one.
 void mdiMain::addToAssessment() {
     frmExplorer& explorer = *activeExplorer();
-    const auto sample = sampleOfNode(session_, explorer.State().View.Key, explorer.LogTabs().RowsInView());
+    const auto sample = sampleOfNode(session_, explorer.State().View.Key, explorer.LogTabs().RowsToTake());
     if (!sample) return;
     if (assessment_ == nullptr) showAssessment(NewAssessment(session_));
     assessment_->AddSample(*sample);

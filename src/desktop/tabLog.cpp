@@ -8,6 +8,7 @@
 #include "desktop/pages/ExposurePage.h"
 #include "desktop/pages/FiguresPage.h"
 #include "desktop/pages/TablePage.h"
+#include "desktop/pages/TimePage.h"
 #include "dialogs/Words.h"
 #include "explorer/NodeKeys.h"
 #include "reports/Report.h"
@@ -78,7 +79,7 @@ void tabLog::makeTabs() {
 }
 
 void tabLog::makePages() {
-    timeGraph_ = new GraphPage(session_, state_, eTabFullLog);
+    timeGraph_ = new TimePage(session_, state_);
     comparison_ = new ComparisonPage(session_, state_);
     exposures_ = new ExposurePage(session_, state_);
     graphs_ = {timeGraph_, new GraphPage(session_, state_, eTabIntervalsGraph),

@@ -11,7 +11,9 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 class QLabel;
@@ -26,6 +28,7 @@ class ExposurePage;
 class GraphPage;
 class LogPage;
 class StartPage;
+class TimePage;
 class fraZoom;
 
 class tabLog : public QWidget {
@@ -39,6 +42,8 @@ public:
     ExposurePage& Exposures() { return *exposures_; }
 
     ComparisonPage& Comparison() { return *comparison_; }
+
+    TimePage& TimeChart() { return *timeGraph_; }
 
     // Another log, or none, is to be shown.
     void ShowLog();
@@ -58,14 +63,24 @@ public:
     void ExportPicture();
     void ShowChartTable(); // in a dialog
 
-    // The rows that the time chart has been dragged to, where it is in front, else all rows of the log in view; counted
-    // in the opened log, or in the log in view itself. There must be one.
-    RowRange RowsInView() const;
+    // The rows of the log in view that the time chart has been dragged to, where it is in front, else all of them.
+    // There must be a log in view.
     RowRange RowsOfLogInView() const;
+
+    // Rows of the opened log: those that are marked on the time chart, where it is in front, else those that it has
+    // been dragged to, else those of the log in view. There must be one.
+    RowRange RowsToTake() const;
+
+    bool HasRange() const; // the time chart is in front, and rows are marked on it
 
     bool IsZoomShown() const;
     void ToggleZoom(); // shows or hides the panel, which stays while a part of the log is shown
     void CutIntervals();
+    void ToggleRange();  // shows or hides the strip under the time chart
+    void ExcludeRange(); // these are about the rows that are marked there
+    void IncludeOnlyRange();
+    void ZoomToRange();
+    void NoteAtRange();
     void ToggleNote();
     void ToggleLegend();
     void EditNote();
@@ -91,6 +106,9 @@ private:
     void showNoLog();
     void tabClick();
     void applyZoom();
+    void editSelection(const std::function<bool(clsLog&)>& change);
+    void editNote(const std::string& proposal);
+    RowRange rowsInView() const;
     void offerRowsInView();
 
     Session& session_;
@@ -105,7 +123,7 @@ private:
     StartPage* start_;
     std::array<LogPage*, kAllLogTabs.size()> pages_{}; // indexed by LogTab
     std::vector<GraphPage*> graphs_;                   // the pages that are charts
-    GraphPage* timeGraph_;
+    TimePage* timeGraph_;
     ComparisonPage* comparison_;
     ExposurePage* exposures_;
 };

@@ -2,7 +2,7 @@
 // note and the legend.
 #include "calc/Recalculation.h"
 #include "desktop/fraZoom.h"
-#include "desktop/pages/GraphPage.h"
+#include "desktop/pages/TimePage.h"
 #include "desktop/tabLog.h"
 #include "dialogs/AskDialogs.h"
 #include "dialogs/frmCutIntervals.h"
@@ -11,6 +11,7 @@
 #include "explorer/ConvertWeighting.h"
 #include "explorer/Edits.h"
 #include "explorer/NodeKeys.h"
+#include "views/Selection.h"
 
 #include <utility>
 
@@ -43,10 +44,18 @@ void tabLog::ToggleLegend() {
 }
 
 void tabLog::EditNote() {
-    clsLog* log = state_.LogInView(session_);
-    if (log == nullptr) return;
-    const std::optional<std::string> note = frmSimpleEdit::EditNote(session_, log->Note, window());
-    log = state_.OpenedLog(session_); // found again, because the pump ran in the meantime
+    if (const clsLog* const log = state_.LogInView(session_); log != nullptr) editNote(log->Note);
+}
+
+// A line of its own, which begins with the times of the range.
+void tabLog::NoteAtRange() {
+    const clsLog* const log = state_.LogInView(session_);
+    if (log != nullptr) editNote(log->Note + (log->Note.empty() ? "" : "\r\n") + timeGraph_->PlaceOfRange() + ": ");
+}
+
+void tabLog::editNote(const std::string& proposal) {
+    const std::optional<std::string> note = frmSimpleEdit::EditNote(session_, proposal, window());
+    clsLog* const log = state_.OpenedLog(session_); // found again, because the pump ran in the meantime
     if (!note || log == nullptr) return;
     editLog(*log, Text::StepNote, [&] { return std::exchange(log->Note, *note) != *note; });
     Redraw();
@@ -72,12 +81,12 @@ void tabLog::offerRowsInView() {
     const clsLog* opened = state_.OpenedLog(session_);
     if (opened == nullptr || !IsZoomShown() || &front() != timeGraph_ || !timeGraph_->RowsInView()) return;
     Zoom& zoom = state_.ZoomRange;
-    zoom.Range = RowsInView();
+    zoom.Range = rowsInView();
     zoom.ByTime = zoom.Range.From > 1 || zoom.Range.To < opened->LogIntervals.Count();
     fraZoom_->ShowChoice();
 }
 
-RowRange tabLog::RowsInView() const {
+RowRange tabLog::rowsInView() const {
     const std::int64_t before = state_.ZoomRange.firstRow() - 1;
     const RowRange rows = RowsOfLogInView();
     return {before + rows.From, before + rows.To};
@@ -93,14 +102,51 @@ void tabLog::applyZoom() {
     if (state_.ApplyZoom(session_)) ShowLog();
 }
 
+bool tabLog::HasRange() const {
+    return &front() == timeGraph_ && timeGraph_->Marked().has_value();
+}
+
+RowRange tabLog::RowsToTake() const {
+    if (!HasRange()) return rowsInView();
+    const std::int64_t before = state_.ZoomRange.firstRow() - 1;
+    const RowRange marked = *timeGraph_->Marked();
+    return {before + marked.From, before + marked.To};
+}
+
+void tabLog::ToggleRange() {
+    state_.View.ShowsRange = !state_.View.ShowsRange;
+    timeGraph_->FollowStrip();
+    emit TabChanged();
+}
+
+void tabLog::ZoomToRange() {
+    state_.ZoomRange.Range = RowsToTake();
+    state_.ZoomRange.ByTime = true;
+    applyZoom();
+}
+
+void tabLog::ExcludeRange() {
+    editSelection([range = *timeGraph_->Marked()](clsLog& log) { return excludeRows(log, range); });
+}
+
+void tabLog::IncludeOnlyRange() {
+    editSelection([range = *timeGraph_->Marked()](clsLog& log) { return includeOnly(log, range); });
+}
+
 void tabLog::CutIntervals() {
     const clsLog* before = state_.LogInView(session_);
     if (before == nullptr) return;
     const std::optional<CutWizard> wizard = frmCutIntervals::getIntervals(session_, *before, window());
-    clsLog* log = state_.LogInView(session_); // found again, because the pump ran in the meantime
-    if (!wizard || log == nullptr) return;
+    // The log in view is found again, because the pump ran in the meantime.
+    if (wizard) editSelection([&](clsLog& log) { return wizard->Store(log); });
+}
+
+// Changes which rows of the log in view count, and recalculates it.
+void tabLog::editSelection(const std::function<bool(clsLog&)>& change) {
+    clsLog* const log = state_.LogInView(session_);
+    if (log == nullptr) return;
     editLog(*log, Text::StepIntervalSelection, [&] {
-        const bool isChanged = wizard->Store(*log);
+        const bool isChanged = change(*log);
         if (isChanged) RecalcValues(*log, kCalcFull);
         return isChanged;
     });

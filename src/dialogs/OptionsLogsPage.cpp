@@ -6,6 +6,7 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFontDialog>
 #include <QFontInfo>
 #include <QGridLayout>
@@ -79,6 +80,7 @@ OptionsLogsPage::OptionsLogsPage(SettingsDialog& settings) : OptionsPage(setting
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(parameters());
     layout->addLayout(below);
+    layout->addLayout(lines());
     layout->addLayout(time);
     layout->addStretch(1);
     showParameters();
@@ -197,6 +199,36 @@ QGroupBox* OptionsLogsPage::charts() {
     layout->addLayout(width);
     layout->addStretch(1);
     return group;
+}
+
+// What is added to the chart of all rows.
+QGridLayout* OptionsLogsPage::lines() {
+    const Session& session = settings_.session();
+    ChartLines& lines = settings_.Lines;
+    auto* const limits = new QComboBox;
+    nameControl(*limits, "cboLimits", loadPlainText(session, Text::LinesLabel));
+    for (const Text::Id text : {Text::LinesNone, Text::LinesUsual, Text::LinesCriterion, Text::LinesOwn})
+        limits->addItem(loadText(session, text));
+    limits->setCurrentIndex(static_cast<int>(lines.Limits));
+    auto* const own = new QLineEdit(shown(lines.OwnLevels));
+    nameControl(*own, "txtOwnLines", loadText(session, Text::OwnLines));
+    own->setToolTip(own->accessibleName());
+    own->setEnabled(lines.Limits == LimitLines::Own);
+    QCheckBox* const running = checkBox(session, Text::RunningSeries, "chkRunning", lines.IsRunningShown);
+    connect(limits, &QComboBox::currentIndexChanged, this, [&lines, own](int index) {
+        lines.Limits = static_cast<LimitLines>(index);
+        own->setEnabled(lines.Limits == LimitLines::Own);
+    });
+    connect(own, &QLineEdit::textChanged, this,
+            [&lines](const QString& text) { lines.OwnLevels = text.toStdString(); });
+    connect(running, &QCheckBox::toggled, this, [&lines](bool isChecked) { lines.IsRunningShown = isChecked; });
+    auto* const grid = new QGridLayout;
+    grid->addWidget(labelOf(session, Text::LinesLabel, *limits), 0, 0);
+    grid->addWidget(limits, 0, 1);
+    grid->addWidget(own, 0, 2);
+    grid->addWidget(running, 1, 0, 1, 3);
+    grid->setColumnStretch(2, 1);
+    return grid;
 }
 
 QGroupBox* OptionsLogsPage::fonts() {

@@ -7,6 +7,7 @@
 
 class QButtonGroup;
 class QCheckBox;
+class QGridLayout;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -27,6 +28,7 @@ private:
     QGroupBox* parameters();
     QWidget* choices();
     QGroupBox* charts();
+    QGridLayout* lines();
     QGroupBox* fonts();
     QLineEdit* exposureTime();
     LogChannel channel() const;

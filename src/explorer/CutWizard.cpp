@@ -114,13 +114,9 @@ bool CutWizard::Finish() {
 }
 
 bool CutWizard::Store(clsLog& log) const {
-    const std::vector<std::string> before = log.LogIntervals.CutIntervals;
-    const bool wasIncluded = log.LogIntervals.IntervalsToBeIncluded;
     const std::string reason = ranges_.empty() ? std::string() : std::string(trimmed(Reason));
     const bool isReasonNew = std::exchange(log.CutReason, reason) != reason;
-    setIntervalSelection(log, ranges_, !ranges_.empty() && ToBeIncluded.value_or(false));
-    return isReasonNew || log.LogIntervals.CutIntervals != before ||
-           log.LogIntervals.IntervalsToBeIncluded != wasIncluded;
+    return setIntervalSelection(log, ranges_, !ranges_.empty() && ToBeIncluded.value_or(false)) || isReasonNew;
 }
 
 } // namespace kestrane

@@ -34,6 +34,12 @@ struct ChartSeries {
     std::vector<float> Values; // one for each row; kNullValue when there is none
 };
 
+// A line across the chart at a value of the primary axis, with its label.
+struct ChartLine {
+    double Value;
+    std::string Label;
+};
+
 struct ChartRange {
     double Minimum = 0;
     double Maximum = 0;
@@ -52,6 +58,9 @@ struct ChartData {
     std::size_t RowCount = 0;
     std::function<std::string(std::size_t row)> RowLabel;
     std::function<std::string(std::size_t row)> RowName;
+    // When each row begins, in seconds as in model/RowClock.h: the axis then has marks at round times. Empty when that is
+    // not known; the axis then has the labels of the rows.
+    std::vector<std::int64_t> RowBegins;
     std::vector<std::uint8_t> ExcludedRows; // a flag for each row that is left out of calculations; empty when none is
     std::size_t DivisionsPerLabel = 1;      // the number of rows from one label to the next
     std::size_t DivisionsPerTick = 1;       // the number of rows from one grid line to the next
@@ -64,6 +73,7 @@ struct ChartData {
     clsFont TitleFont, LegendFont, AxisFont, NoteFont;
 
     std::vector<ChartSeries> Series;
+    std::vector<ChartLine> Lines;
     // The number of series at the front that are curves to compare with, drawn faintly and labelled.
     std::size_t ReferenceSeries = 0;
 };

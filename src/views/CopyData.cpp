@@ -112,6 +112,18 @@ ClipboardForms withLine(ClipboardForms forms, const std::string& line) {
     return forms;
 }
 
+ClipboardForms copiedCells(const CellTable& table) {
+    std::string text;
+    appendLine(text, table.Captions);
+    for (std::size_t row = 0; row < table.RowCount; ++row) {
+        std::vector<std::string> cells;
+        for (std::size_t column = 0; column < table.Captions.size(); ++column)
+            cells.push_back(table.Cell(row, column));
+        appendLine(text, cells);
+    }
+    return copiedLines(std::move(text), true);
+}
+
 ClipboardForms copiedValues(const ChartData& chart, const Locale& locale) {
     return copiedLines(chartValuesText(chart, locale), true);
 }

@@ -4,6 +4,7 @@
 
 #include "model/clsOptions.h"
 #include "platform/Clipboard.h"
+#include "views/CellTable.h"
 #include "views/ChartData.h"
 #include "views/HPDComparison.h"
 #include "views/IntervalTable.h"
@@ -18,6 +19,7 @@ ClipboardForms copiedLines(std::string text, bool hasHeading);
 
 // The rows of the intervals table. The HTML form also names the log and its criterion, and explains the "*".
 ClipboardForms copiedTable(const clsLog& log, const CopiedRows& rows, bool hasHeading);
+ClipboardForms copiedCells(const CellTable& table); // with its captions as the heading
 ClipboardForms copiedValues(const ChartData& chart, const Locale& locale);
 ClipboardForms copiedPanel(const clsLog& log, int band, PanelForm panel); // the figures that the panel shows
 ClipboardForms copiedExposures(const clsLog& log);

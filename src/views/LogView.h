@@ -28,7 +28,8 @@ public:
     std::int64_t IntervalRow = 1;
     bool ShowsNote = true;
     bool ShowsLegend = true;
-    bool ShowsZoom = false; // whether its panel is shown where a zoom can be chosen
+    bool ShowsRange = false; // whether the strip with the figures of a marked range is shown
+    bool ShowsZoom = false;  // whether its panel is shown where a zoom can be chosen
 
     // The protector that the log is compared with; nothing when it is still to be chosen (the user may have declined
     // to).

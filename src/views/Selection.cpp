@@ -4,7 +4,9 @@
 #include "model/LogTime.h"
 #include "platform/RuntimeError.h"
 
+#include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace kestrane {
 
@@ -57,11 +59,37 @@ bool isRangeOf(const RowRange& range, std::int64_t rows) {
     return range.From >= 1 && range.From <= range.To && range.To <= rows;
 }
 
-void setIntervalSelection(clsLog& log, const std::vector<RowRange>& ranges, bool toBeIncluded) {
-    log.LogIntervals.CutIntervals.clear();
+bool setIntervalSelection(clsLog& log, const std::vector<RowRange>& ranges, bool toBeIncluded) {
+    std::vector<std::string> texts;
     for (const RowRange& range : ranges)
-        log.LogIntervals.CutIntervals.push_back(selectionText(range));
-    log.LogIntervals.IntervalsToBeIncluded = toBeIncluded;
+        texts.push_back(selectionText(range));
+    clsLogIntervals& rows = log.LogIntervals;
+    if (rows.CutIntervals == texts && rows.IntervalsToBeIncluded == toBeIncluded) return false;
+    rows.CutIntervals = std::move(texts);
+    rows.IntervalsToBeIncluded = toBeIncluded;
+    return true;
+}
+
+bool excludeRows(clsLog& log, const RowRange& range) {
+    const auto count = static_cast<std::size_t>(log.LogIntervals.Count());
+    const clsLogIntervals& rows = log.LogIntervals;
+    const auto before = excludedRows(selectionRanges(rows.CutIntervals), rows.IntervalsToBeIncluded, count);
+    std::vector<std::uint8_t> excluded = before;
+    excluded.resize(count);
+    std::fill(excluded.begin() + (range.From - 1), excluded.begin() + range.To, std::uint8_t{1});
+    if (excluded == before) return false;
+    std::vector<RowRange> ranges;
+    for (std::size_t row = 0; row < count; ++row) {
+        const auto number = static_cast<std::int64_t>(row) + 1;
+        if (excluded[row] == 0) continue;
+        if (ranges.empty() || ranges.back().To + 1 != number) ranges.push_back({number, number});
+        ranges.back().To = number;
+    }
+    return setIntervalSelection(log, ranges, false);
+}
+
+bool includeOnly(clsLog& log, const RowRange& range) {
+    return setIntervalSelection(log, {range}, true);
 }
 
 } // namespace kestrane

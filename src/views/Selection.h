@@ -19,7 +19,10 @@ std::vector<RowRange> parseRowRanges(std::string_view text);
 // Whether a range is not empty and lies within rows 1..rows.
 bool isRangeOf(const RowRange& range, std::int64_t rows);
 
-// Sets what is included in, or excluded from, the calculations. The figures change only at the next recalculation.
-void setIntervalSelection(clsLog& log, const std::vector<RowRange>& ranges, bool toBeIncluded);
+// Each of these sets what is included in, or excluded from, the calculations, and returns false when that changes
+// nothing. The figures change only at the next recalculation.
+bool setIntervalSelection(clsLog& log, const std::vector<RowRange>& ranges, bool toBeIncluded);
+bool excludeRows(clsLog& log, const RowRange& range); // besides those that are left out already
+bool includeOnly(clsLog& log, const RowRange& range);
 
 } // namespace kestrane

@@ -1,7 +1,9 @@
 #include "views/TimeChart.h"
 
 #include "model/LogParameters.h"
+#include "model/RowClock.h"
 #include "model/Session.h"
+#include "views/ChartLines.h"
 #include "views/ChartParts.h"
 #include "views/RowTimes.h"
 
@@ -36,6 +38,7 @@ public:
             addBands();
         }
         setAxes();
+        if (choice_ == DisplayChoice()) addChartLines(chart_, log_, readChartLines(session_));
         return std::move(chart_);
     }
 
@@ -45,6 +48,10 @@ private:
         const RowTimes times(log_);
         chart_.RowLabel = [times](std::size_t row) { return times.label(row); };
         chart_.RowName = [times](std::size_t row) { return times.dateAndTime(row); };
+        for (std::size_t row = 0; row < rows_.count(); ++row)
+            chart_.RowBegins.push_back(rowBegin(rows_, row));
+        const bool isTimeKnown = rows_.count() > 0 && chart_.RowBegins.front() != chart_.RowBegins.back();
+        if (!isTimeKnown) chart_.RowBegins.clear();
         const auto excluded = rows_.cells(rows_.isExcluded);
         chart_.ExcludedRows.assign(excluded.begin(), excluded.end());
         chart_.DivisionsPerLabel = chart_.DivisionsPerTick = rows_.count() / kMostLabels + 1;

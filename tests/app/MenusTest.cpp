@@ -114,6 +114,18 @@ TEST(IsMenuEnabled, CopyFollowsTheActiveControlZoomAndCutTheRows) {
     EXPECT_FALSE(answer(Command::ViewIntervals, state));
     state.Tab = eTabNoiseRating;
     EXPECT_FALSE(answer(Command::ViewZoom, state));
+
+    state.Tab = eTabFullLog;
+    state.InView = &open.log();
+    EXPECT_TRUE(answer(Command::LogDistribution, state) && answer(Command::RangeLoudest, state));
+    EXPECT_FALSE(answer(Command::RangeExclude, state) || answer(Command::RangeZoom, state));
+    state.HasRange = true;
+    EXPECT_TRUE(answer(Command::RangeExclude, state) && answer(Command::RangeZoom, state));
+    state.InView = &part; // a single row
+    EXPECT_FALSE(answer(Command::RangeExclude, state));
+    EXPECT_TRUE(answer(Command::RangeCopy, state));
+    part.IntervalsRecalculating = true;
+    EXPECT_FALSE(answer(Command::RangeCopy, state) || answer(Command::LogDistribution, state));
 }
 
 TEST(IsMenuEnabled, EditingOfNodesIsForTheTree) {

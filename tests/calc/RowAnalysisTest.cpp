@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace kestrane {
 namespace {
@@ -104,6 +106,23 @@ TEST(RowAnalysis, PercentilesGoByTimeBetweenTheMiddlesOfRows) {
     uneven[1].Seconds = 180; // middles at 12.5 and 62.5 %
     EXPECT_NEAR(*levelExceeded(uneven, 37.5), 75, 1e-9);
     EXPECT_FALSE(levelExceeded({}, 50));
+}
+
+TEST(RowAnalysis, APercentileOfManyRowsIsThatOfTheSortedRows) {
+    std::vector<AnalysedRow> rows;
+    for (int i = 0; i < 5000; ++i) // many of the same level, in no order
+        rows.push_back({i + 1, i * 60, 60, 40 + static_cast<double>(i * 7919 % 451) / 10});
+    std::vector<double> falling;
+    for (const AnalysedRow& row : rows)
+        falling.push_back(row.Level);
+    std::ranges::sort(falling, std::greater());
+    for (const std::size_t place : {0U, 1U, 63U, 64U, 1250U, 2499U, 2500U, 4998U, 4999U}) {
+        const double middle = (static_cast<double>(place) + 0.5) / 50;
+        EXPECT_NEAR(*levelExceeded(rows, middle), falling[place], 1e-6) << place;
+        const double between = (static_cast<double>(place) + 1) / 50;
+        const double next = falling[std::min<std::size_t>(place + 1, 4999)];
+        EXPECT_NEAR(*levelExceeded(rows, between), (falling[place] + next) / 2, 1e-6) << place;
+    }
 }
 
 TEST(RowAnalysis, ClassesBeginAtMultiplesOfTheirWidth) {

@@ -145,6 +145,43 @@ TEST(UsingAChart, DragZoomsIntoTheRectangleAndShiftMoves) {
     EXPECT_GT(shown.rows().range().size(), 70);
 }
 
+TEST(UsingAChart, ShiftMarksARangeWhereTheOwnerAllowsIt) {
+    ShownChart shown(shiftChart());
+    shown.tab.allowMarking();
+    int told = 0;
+    QObject::connect(&shown.tab, &chaTab::RangeMarked, [&told] { ++told; });
+    const auto marked = [&] { return shown.tab.markedRows().value_or(std::pair<std::size_t, std::size_t>(999, 999)); };
+    const QCPRange whole = shown.rows().range();
+    const QImage before = shown.image();
+    drag(shown, shown.at(100, 80), shown.at(200, 95), Qt::ShiftModifier);
+    EXPECT_NEAR(static_cast<double>(marked().first), 100, 1);
+    EXPECT_NEAR(static_cast<double>(marked().second), 200, 1);
+    EXPECT_EQ(shown.rows().range(), whole) << "the drag neither zooms nor moves";
+    EXPECT_GT(told, 1);
+    EXPECT_NE(shown.image().pixel(shown.at(150, 99)), before.pixel(shown.at(150, 99)));
+    EXPECT_EQ(shown.image().pixel(shown.at(250, 99)), before.pixel(shown.at(250, 99)));
+    drag(shown, shown.at(200.5, 80), shown.at(300, 80), Qt::ShiftModifier); // takes hold of the end
+    EXPECT_NEAR(static_cast<double>(marked().first), 100, 1);
+    EXPECT_NEAR(static_cast<double>(marked().second), 300, 1);
+
+    QTest::keyClick(&shown.tab, Qt::Key_Escape);
+    EXPECT_FALSE(shown.tab.markedRows());
+    QTest::keyClick(&shown.tab, Qt::Key_Home);
+    QTest::keyClick(&shown.tab, Qt::Key_Right);
+    for (int i = 0; i < 3; ++i) // the first press puts both cursors on the row that is read
+        QTest::keyClick(&shown.tab, Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ(marked(), std::pair(std::size_t{1}, std::size_t{3}));
+    QTest::keyClick(&shown.tab, Qt::Key_Space);
+    QTest::keyClick(&shown.tab, Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(marked(), std::pair(std::size_t{3}, std::size_t{479}));
+    shown.tab.tellRange("three hours");
+    EXPECT_EQ(shown.tab.spokenDescription(), "three hours");
+    QTest::keyClick(&shown.tab, Qt::Key_Left);
+    EXPECT_EQ(shown.tab.spokenDescription().left(4), "row ");
+    shown.tab.setChart(shiftChart());
+    EXPECT_FALSE(shown.tab.markedRows());
+}
+
 TEST(UsingAChart, AZoomOutlastsAChangeOfPaletteAndGoesWithTheNextChart) {
     ShownChart shown(shiftChart());
     turnWheel(shown, shown.at(100, 80), 3);

@@ -9,6 +9,7 @@
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QListWidget>
 #include <QMimeData>
 #include <QPushButton>
@@ -163,6 +164,125 @@ TEST(IntervalWizard, ExcludesARangeThatIsSavedWithTheFile) {
     desk.settle();
     EXPECT_TRUE(
         desk.session.OpenFiles.front()->InstrumentDatas.front()->Locations.front()->LogIntervals.CutIntervals.empty());
+}
+
+TEST(RangeOnTheChart, IsMeasuredExcludedZoomedAndCopied) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1");
+    auto& chart = desk.control<chaTab>("chaTab0");
+    auto& strip = desk.control<QWidget>("fraRange");
+    const auto figure = [&](const char* name) { return desk.control<QLabel>(name).accessibleName(); };
+    EXPECT_FALSE(strip.isVisible());
+    EXPECT_FALSE(desk.isEnabled("Exclude From Calculations"));
+    chart.setFocus();
+    desk.press(QKeySequence(Qt::SHIFT | Qt::Key_Home)); // from the middle of the view to the first row
+    EXPECT_TRUE(strip.isVisible());
+    EXPECT_EQ(figure("lblRangeStart"), "Start 17/09/24 07:00:00");
+    EXPECT_EQ(figure("lblRangeEnd"), "End 17/09/24 11:01:00");
+    EXPECT_TRUE(chart.spokenDescription().startsWith("Start 17/09/24 07:00:00, End "));
+
+    desk.press(QKeySequence("Ctrl+Shift+X"));
+    desk.settle();
+    clsLog& log = *desk.session.OpenFiles.front()->InstrumentDatas.front()->Locations.front();
+    EXPECT_EQ(log.LogIntervals.IncludedCount(), 480 - 241);
+    EXPECT_EQ(figure("lblRangeLeq"), "LAeq -");
+    desk.command("Undo Interval Selection").trigger();
+    desk.settle();
+    EXPECT_EQ(log.LogIntervals.IncludedCount(), 480);
+    EXPECT_NE(figure("lblRangeLeq"), "LAeq -") << "the range outlasts the change";
+    desk.press(QKeySequence("Ctrl+Shift+I"));
+    desk.settle();
+    EXPECT_EQ(log.LogIntervals.IncludedCount(), 241);
+    EXPECT_EQ(figure("lblRestLeq"), "LAeq without it -");
+
+    desk.command("Copy Figures").trigger();
+    EXPECT_TRUE(QApplication::clipboard()->text().contains("\r\nLength\t04:01:00\r\n"));
+    desk.answer({Button::No});
+    desk.press(QKeySequence("Ctrl+Shift+M"));
+    desk.settle();
+    EXPECT_EQ(desk.asked(), "Recalculate cumulative data?");
+    EXPECT_FALSE(chart.markedRows()) << "the chart shows other rows";
+    EXPECT_EQ(rowsInView(desk), 241);
+}
+
+TEST(RangeOnTheChart, TheLoudestWindowIsMarked) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1");
+    auto& window = desk.control<QComboBox>("cboWindow");
+    const auto length = [&] { return desk.control<QLabel>("lblRangeLength").accessibleName(); };
+    desk.press(QKeySequence("Ctrl+Shift+L"));
+    EXPECT_EQ(length(), "Length 00:15:00");
+    const auto loudest = *desk.control<chaTab>("chaTab0").markedRows();
+    desk.press(QKeySequence("Ctrl+Shift+K"));
+    EXPECT_NE(*desk.control<chaTab>("chaTab0").markedRows(), loudest);
+    window.setEditText("2.5");
+    desk.press(QKeySequence("Ctrl+Shift+L"));
+    EXPECT_EQ(length(), "Length 00:03:00") << "whole rows";
+    for (const char* wrong : {"481", "-1", "soon", ""}) {
+        window.setEditText(wrong);
+        desk.answer({Button::Ok});
+        desk.press(QKeySequence("Ctrl+Shift+L"));
+        EXPECT_TRUE(desk.asked().starts_with("No stretch without a gap lasts")) << wrong;
+    }
+    EXPECT_EQ(length(), "Length 00:03:00");
+    desk.press(QKeySequence("Ctrl+Shift+R"));
+    EXPECT_FALSE(desk.control<QWidget>("fraRange").isVisible());
+    EXPECT_FALSE(desk.isEnabled("Copy Figures"));
+}
+
+TEST(RangeOnTheChart, AnEventThatIsChosenIsMarked) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1");
+    onDialog([&](QDialog& dialog) {
+        auto& table = control<QTableView>(dialog, "tblEvents");
+        control<QDoubleSpinBox>(dialog, "txtLevel").setValue(200);
+        EXPECT_EQ(table.model()->rowCount(), 0);
+        control<QDoubleSpinBox>(dialog, "txtLevel").setValue(80);
+        ASSERT_GT(table.model()->rowCount(), 1);
+        QTest::keyClick(&table, Qt::Key_Down);
+        QTest::keyClick(&table, Qt::Key_Down);
+        const auto shown = desk.control<QLabel>("lblRangeStart").accessibleName();
+        EXPECT_EQ(shown, "Start " + table.model()->index(1, 0).data().toString());
+        click(dialog, "cmdCopy");
+        EXPECT_TRUE(QApplication::clipboard()->text().startsWith("Start\tLength\tLAeq\t"));
+        dialog.reject();
+    });
+    desk.press(QKeySequence("Ctrl+Shift+E"));
+    EXPECT_TRUE(desk.control<chaTab>("chaTab0").markedRows());
+}
+
+TEST(RangeOnTheChart, ItsDistributionAndOtherLogsAreSeenBesideIt) {
+    Desk desk;
+    desk.open(kSurvey);
+    desk.openLog(kShift, "Broadband 1");
+    desk.control<chaTab>("chaTab0").markRows(0, 119);
+    const auto rows = [](QDialog& dialog, const char* table) {
+        return control<QTableView>(dialog, table).model()->rowCount();
+    };
+    onDialog([&](QDialog& dialog) {
+        const auto& table = *control<QTableView>(dialog, "tblDistribution").model();
+        EXPECT_EQ(table.index(0, 3).data(), "02:00:00") << "at or above the lowest class: the whole range";
+        const int fine = rows(dialog, "tblDistribution");
+        control<QDoubleSpinBox>(dialog, "txtWidth").setValue(5);
+        EXPECT_LT(rows(dialog, "tblDistribution"), fine);
+        control<QLineEdit>(dialog, "txtPercents").setText("50");
+        click(dialog, "cmdCopy");
+        EXPECT_TRUE(QApplication::clipboard()->text().startsWith("Broadband 1\r\nL50 "));
+    });
+    desk.press(QKeySequence("Ctrl+Shift+D"));
+    onDialog([&](QDialog& dialog) {
+        EXPECT_EQ(rows(dialog, "tblCompare"), 2) << "the log on view, and the mean";
+        auto& list = control<QListWidget>(dialog, "lstLogs");
+        ASSERT_GT(list.count(), 1);
+        for (int i = 0; i < list.count(); ++i)
+            list.item(i)->setCheckState(Qt::Checked);
+        EXPECT_EQ(rows(dialog, "tblCompare"), std::min(list.count(), 8) + 1);
+        click(dialog, "optStart");
+        EXPECT_EQ(control<chaTab>(dialog, "chaCompare").chart().RowLabel(0), "00:00:00");
+        click(dialog, "optBand");
+        EXPECT_EQ(control<chaTab>(dialog, "chaCompare").chart().RowLabel(0), "AP");
+    });
+    desk.press(QKeySequence("Ctrl+Shift+G"));
 }
 
 TEST(Find, GoesFromHitToHitByButtonAndKey) {

@@ -47,6 +47,10 @@ TEST(Options, WhatIsChangedAndConfirmedIsKept) {
         EXPECT_TRUE(control<QCheckBox>(dialog, "chkPlot6").isEnabled());
         click(dialog, "optChartLines1");
         control<QSlider>(dialog, "sliderWidth").setValue(60);
+        EXPECT_FALSE(control<QLineEdit>(dialog, "txtOwnLines").isEnabled());
+        control<QComboBox>(dialog, "cboLimits").setCurrentIndex(3);
+        control<QLineEdit>(dialog, "txtOwnLines").setText("82 91.5");
+        click(dialog, "chkRunning");
         showPage(dialog, 2);
         type(control<QLineEdit>(dialog, "txtExposureTime"), " 7:30:00");
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
@@ -69,6 +73,7 @@ TEST(Options, WhatIsChangedAndConfirmedIsKept) {
     EXPECT_EQ(test.settings.read("Preferences", "Company", ""), "Smith & Jones");
     EXPECT_EQ(test.settings.read("Preferences", "Language", ""), "de");
     EXPECT_EQ(options.ReportLanguage, "fr");
+    EXPECT_EQ(readChartLines(test.session), (ChartLines{LimitLines::Own, "82 91.5", true}));
 }
 
 TEST(Options, CancelAndEscapeChangeNothing) {

@@ -57,6 +57,9 @@ class Examples(unittest.TestCase):
         lines = run(CLI, "--quiet", "export", "--summary", "--format", "ndjson", "-o", "-", *files).splitlines()
         self.assertEqual(len(lines), 3)
 
+    def test_questions_are_answered_as_the_exported_rows_say(self):
+        self.assertEqual(example("check_questions.py", "5"), "5 logs agree\n")
+
 
 if __name__ == "__main__":
     unittest.main(argv=sys.argv[:1])

@@ -1,6 +1,7 @@
 #include "views/TimeChart.h"
 
 #include "ShownLog.h"
+#include "views/ChartLines.h"
 
 #include <gtest/gtest.h>
 
@@ -134,6 +135,59 @@ TEST(TimeChart, AsksBeforeMoreThan150IntervalsIn3D) {
     shown.addRows(151);
     EXPECT_TRUE(isAskedBefore3D(shown.log, eChartAs3D));
     EXPECT_FALSE(isAskedBefore3D(shown.log, eChartAs2D));
+}
+
+TEST(ChartLines, AreThoseOfTheUserWhereTheyMeanSomething) {
+    ShownLog shown;
+    shown.addRows(3);
+    shown.log.Criterion = 90;
+    const auto lines = [&](LimitLines limits, const char* own = "") {
+        storeChartLines(shown.session, {limits, own, false});
+        std::string labels;
+        for (const ChartLine& line : fullLogChart(&shown.log, {}).Lines)
+            labels += line.Label + ", ";
+        return labels;
+    };
+    EXPECT_EQ(lines(LimitLines::None), "");
+    EXPECT_EQ(lines(LimitLines::Usual), "80 dB, 85 dB, 87 dB, ");
+    EXPECT_EQ(lines(LimitLines::Criterion), "90 dB, ");
+    EXPECT_EQ(lines(LimitLines::Own, " 78.5 x;300 -4  100"), "78.5 dB, 100 dB, ");
+    shown.log.IsChannelBOn = true;
+    shown.log.FreqWeightB("C");
+    shown.plot(kChannelA, kInterval, {ePeak});
+    EXPECT_EQ(lines(LimitLines::Usual), "80 dB, 85 dB, 87 dB, ") << "the peak that is shown is not C-weighted";
+    shown.plot(kChannelB, kInterval, {ePeak});
+    EXPECT_EQ(lines(LimitLines::Usual), "80 dB, 85 dB, 87 dB, Peak 135 dB, Peak 137 dB, Peak 140 dB, ");
+    shown.log.FreqWeightA("Z");
+    EXPECT_EQ(lines(LimitLines::Usual), "Peak 135 dB, Peak 137 dB, Peak 140 dB, ");
+    shown.settings.Values[{"Chart", "LimitLines"}] = "Purple";
+    EXPECT_EQ(readChartLines(shown.session).Limits, LimitLines::None);
+}
+
+TEST(ChartLines, TheExposureSoFarLeavesOutWhatDoesNotCount) {
+    ShownLog shown;
+    shown.log.Interval = 3600;
+    shown.log.Criterion = 85;
+    shown.log.Exchange = 3;
+    shown.addRows(4);
+    for (std::size_t row = 0; row < 4; ++row)
+        shown.setLevel(Quantity::LeqA, 0, row, row == 1 ? 120.0F : 85.0F);
+    IntervalColumns& rows = shown.log.LogIntervals.Columns();
+    rows.set(rows.isExcluded, 1, std::uint8_t{1});
+    storeChartLines(shown.session, {LimitLines::None, "", true});
+    const ChartData chart = fullLogChart(&shown.log, {});
+    ASSERT_EQ(chart.Series.size(), 3U);
+    EXPECT_EQ(chart.Series[0].Label, "LAeq so far");
+    EXPECT_EQ(chart.Series[2].Label, "Dose so far (85 dB, 3 dB)");
+    EXPECT_TRUE(isNullValue(chart.Series[0].Values[1]));
+    EXPECT_NEAR(chart.Series[0].Values[3], 85, 1e-4);
+    EXPECT_NEAR(chart.Series[1].Values[0], 75.97, 0.005); // 85 + 10 lg(1/8)
+    EXPECT_NEAR(chart.Series[1].Values[3], 80.74, 0.005); // 85 + 10 lg(3/8)
+    EXPECT_NEAR(chart.Series[2].Values[0], 12.5, 1e-4);
+    EXPECT_NEAR(chart.Series[2].Values[3], 37.5, 1e-4);
+    EXPECT_EQ(chart.SecondaryTitle, "%");
+    shown.log.Exchange = 0;
+    EXPECT_TRUE(isNullValue(fullLogChart(&shown.log, {}).Series[2].Values[3]));
 }
 
 } // namespace

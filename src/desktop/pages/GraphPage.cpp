@@ -35,7 +35,7 @@ void GraphPage::Draw(clsLog& inView) {
         chart_ = new chaTab(session_.locale, [this](const ChartData& chart) { return chartSummary(session_, chart); });
         chart_->setObjectName("chaTab" + QString::number(tab_));
         connect(chart_, &chaTab::ViewChanged, this, &GraphPage::ViewChanged);
-        column_->addWidget(chart_);
+        column_->insertWidget(0, chart_, 1);
     }
     std::optional<ChartData> drawn = chartOfTab(inView, tab_, choice());
     const bool isDrawn = drawn && isWanted(inView, *drawn);

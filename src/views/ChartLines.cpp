@@ -1,0 +1,110 @@
+#include "views/ChartLines.h"
+
+#include "calc/RowAnalysis.h"
+#include "model/LogParameters.h"
+#include "model/Session.h"
+#include "model/SettingsText.h"
+#include "views/Distribution.h"
+#include "views/RangeTable.h"
+
+#include <array>
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::string_view kSection = "Chart";
+constexpr std::string_view kLimits = "LimitLines";
+constexpr std::string_view kOwnLevels = "OwnLevels";
+constexpr std::string_view kRunning = "RunningSeries";
+constexpr std::array<std::pair<LimitLines, const char*>, 4> kNames = {{{LimitLines::None, "None"},
+                                                                       {LimitLines::Usual, "Usual"},
+                                                                       {LimitLines::Criterion, "Criterion"},
+                                                                       {LimitLines::Own, "Own"}}};
+
+// Directive 2003/10/EC, Article 3.
+constexpr std::array kUsualLevels = {80.0, 85.0, 87.0};
+constexpr std::array kUsualPeaks = {135.0, 137.0, 140.0};
+constexpr double kHighestLevel = 200;
+
+void addLine(ChartData& chart, const Session& session, Text::Id text, double level) {
+    chart.Lines.push_back({level, ReplaceText(session.LoadText(text), "^", shortNumber(session, level))});
+}
+
+bool hasCPeak(const clsLog& log) {
+    const clsLogOptions options = displayOptions(log);
+    return (log.FreqWeightA() == "C" && options.IsPlotted(kChannelA, kInterval, ePeak)) ||
+           (log.IsChannelBOn && log.FreqWeightB() == "C" && options.IsPlotted(kChannelB, kInterval, ePeak));
+}
+
+void addLimits(ChartData& chart, const clsLog& log, const ChartLines& lines) {
+    const Session& session = log.session();
+    const bool isAWeighted = log.FreqWeightA() == "A";
+    if (lines.Limits == LimitLines::Usual) {
+        for (const double level : kUsualLevels)
+            if (isAWeighted) addLine(chart, session, Text::LimitLine, level);
+        for (const double level : kUsualPeaks)
+            if (hasCPeak(log)) addLine(chart, session, Text::LimitLinePeak, level);
+    } else if (lines.Limits == LimitLines::Criterion && isAWeighted) {
+        addLine(chart, session, Text::LimitLine, log.Criterion);
+    } else if (lines.Limits == LimitLines::Own) {
+        for (const double level : typedNumbers(lines.OwnLevels, kHighestLevel, session.locale))
+            addLine(chart, session, Text::LimitLine, level);
+    }
+}
+
+void addRunning(ChartData& chart, const clsLog& log) {
+    const Session& session = log.session();
+    const std::vector<AnalysedRow> rows = analysedRows(log);
+    const std::vector<RunningFigures> figures = runningFigures(rows, log.Criterion, log.Exchange);
+    const std::vector<float> none(chart.RowCount, kNullValue);
+    const std::string level =
+        ReplaceText(session.LoadText(Text::RunningLAeq), "^", VariableCaption(session, eLeq, kChannelA, kNoBand, &log));
+    const std::string dose =
+        ReplaceText(ReplaceText(session.LoadText(Text::RunningDose), "^", std::to_string(log.Criterion)), "*",
+                    std::to_string(log.Exchange));
+    ChartSeries mean = {level, ChartAxis::Primary, none};
+    ChartSeries lex = {session.LoadText(Text::RunningLex), ChartAxis::Primary, none};
+    ChartSeries part = {dose, ChartAxis::Secondary, none};
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const auto row = static_cast<std::size_t>(rows[i].Number - 1);
+        mean.Values[row] = static_cast<float>(figures[i].LAeq);
+        if (figures[i].Lex8h) lex.Values[row] = static_cast<float>(*figures[i].Lex8h);
+        if (figures[i].Dose) part.Values[row] = static_cast<float>(*figures[i].Dose);
+    }
+    for (ChartSeries* series : {&mean, &lex, &part})
+        chart.Series.push_back(std::move(*series));
+    const std::string percent = session.LoadText(Text::Percent);
+    if (chart.SecondaryTitle.find(percent) == std::string::npos)
+        chart.SecondaryTitle += (chart.SecondaryTitle.empty() ? "" : " / ") + percent;
+    chart.HasSecondaryAxis = true;
+}
+
+} // namespace
+
+ChartLines readChartLines(const Session& session) {
+    ChartLines lines;
+    const std::string limits = session.settings.read(kSection, kLimits, kNames.front().second);
+    for (const auto& [value, name] : kNames)
+        if (limits == name) lines.Limits = value;
+    lines.OwnLevels = session.settings.read(kSection, kOwnLevels, {});
+    try {
+        fromSettingsText(session.settings.read(kSection, kRunning, settingsText(false)), lines.IsRunningShown);
+    } catch (const RuntimeError&) { // it is no Boolean
+    }
+    return lines;
+}
+
+void storeChartLines(Session& session, const ChartLines& lines) {
+    session.settings.write(kSection, kLimits, kNames.at(static_cast<std::size_t>(lines.Limits)).second);
+    session.settings.write(kSection, kOwnLevels, lines.OwnLevels);
+    session.settings.write(kSection, kRunning, settingsText(lines.IsRunningShown));
+}
+
+void addChartLines(ChartData& chart, const clsLog& log, const ChartLines& lines) {
+    addLimits(chart, log, lines);
+    if (lines.IsRunningShown) addRunning(chart, log);
+}
+
+} // namespace kestrane

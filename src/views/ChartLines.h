@@ -1,0 +1,30 @@
+// What a user can add to the chart of all rows: lines at levels that mean something, and the exposure that has come
+// together up to each row. Which of them is a setting of the user, for all logs.
+#pragma once
+
+#include "model/clsLog.h"
+#include "views/ChartData.h"
+
+#include <string>
+
+namespace kestrane {
+
+// Usual: the action and limit values of Directive 2003/10/EC.
+enum class LimitLines { None, Usual, Criterion, Own };
+
+struct ChartLines {
+    LimitLines Limits = LimitLines::None;
+    std::string OwnLevels; // dB, with blanks between them
+    bool IsRunningShown = false;
+
+    bool operator==(const ChartLines&) const = default;
+};
+
+ChartLines readChartLines(const Session& session);               // an entry that is not understood has its default
+void storeChartLines(Session& session, const ChartLines& lines); // raises what the settings store raises
+
+// Adds the lines to the chart of all rows of a log. The usual lines and that of the criterion level are drawn for
+// A-weighted levels only, those for peaks only where a C-weighted peak is plotted.
+void addChartLines(ChartData& chart, const clsLog& log, const ChartLines& lines);
+
+} // namespace kestrane
