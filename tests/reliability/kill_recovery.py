@@ -27,6 +27,7 @@ import xml.etree.ElementTree
 SKIPPED = 77
 PATIENCE = 60  # seconds, for the program to show something
 MOST_LOST = 30  # seconds
+FRAME = "^Kestrane - "
 OFFER = "Unsaved Work"
 IN_TREE = ["100", "650"]  # below its nodes
 
@@ -39,7 +40,8 @@ def skip(why):
 def start_display():
     read, write = os.pipe()
     try:
-        server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1366x768x24", "-nolisten", "tcp"],
+        server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1366x768x24", "-nolisten", "tcp",
+                                   "-noreset"],
                                   pass_fds=[write], stderr=subprocess.DEVNULL)
     except FileNotFoundError as error:
         skip(error)
@@ -61,7 +63,9 @@ def wait_for(what, look):
         if found := look():
             return found
         time.sleep(0.1)
-    raise SystemExit(f"FAILED: waited in vain for {what}")
+    names = [subprocess.run(["xdotool", "getwindowname", window], capture_output=True, text=True).stdout.strip()
+             for window in windows(".")]
+    raise SystemExit(f"FAILED: waited in vain for {what} among {names}")
 
 
 def press(window, *words):
@@ -97,7 +101,10 @@ class Session:
         expected = bool(self.copies())
         self.begun = len(self.edits)
         process = subprocess.Popen([self.program, str(self.file)], env=environment, stderr=subprocess.DEVNULL)
-        frame = wait_for("the window", lambda: windows("^Kestrane - "))[-1]
+        wait_for("the window", lambda: process.poll() is not None or windows(FRAME))
+        if process.poll() is not None:
+            raise SystemExit(f"FAILED: the program ended by itself with {process.returncode}")
+        frame = windows(FRAME)[-1]
         if expected:
             end = time.monotonic() + PATIENCE
             while not windows(OFFER) and time.monotonic() < end:
