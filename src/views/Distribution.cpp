@@ -47,7 +47,7 @@ std::string percentileText(const Session& session, std::span<const AnalysedRow> 
     std::string text;
     for (const double percent : percents)
         text += (text.empty() ? "" : ", ") + percentileName(session, percent) + " " +
-                levelText(session, levelExceeded(rows, percent));
+                shownLevel(session, levelExceeded(rows, percent));
     return text;
 }
 

@@ -50,9 +50,9 @@ CellTable EventTable::Table() const {
         case kLength:
             return figures.Seconds > 0 ? durationText(figures.Seconds) : std::string();
         case kLAeq:
-            return levelText(session, figures.LAeq);
+            return shownLevel(session, figures.LAeq);
         case kLmax:
-            return figures.Lmax ? levelText(session, static_cast<double>(*figures.Lmax)) : std::string();
+            return figures.Lmax ? shownLevel(session, static_cast<double>(*figures.Lmax)) : std::string();
         default:
             return shareText(session, exposureOf(rows), self.exposure_);
         }

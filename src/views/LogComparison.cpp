@@ -130,13 +130,13 @@ CellTable comparedTable(const Session& session, std::span<const ComparedLog> log
         const StretchFigures figures = stretchFigures(log.Rows, 0, 0);
         if (lines.empty()) first = figures.LAeq;
         const bool isComparable = first && figures.LAeq;
-        lines.push_back({log.Name, durationText(figures.Seconds), levelText(session, figures.LAeq),
+        lines.push_back({log.Name, durationText(figures.Seconds), shownLevel(session, figures.LAeq),
                          isComparable ? signedText(session, *figures.LAeq - *first) : std::string()});
         all.insert(all.end(), log.Rows.begin(), log.Rows.end());
     }
     const StretchFigures mean = stretchFigures(all, 0, 0);
     lines.push_back(
-        {session.LoadText(Text::CompareMean), durationText(mean.Seconds), levelText(session, mean.LAeq), {}});
+        {session.LoadText(Text::CompareMean), durationText(mean.Seconds), shownLevel(session, mean.LAeq), {}});
     const std::size_t count = lines.size();
     return {{session.LoadText(Text::FindLogs), session.LoadText(Text::RangeLength),
              VariableCaption(session, eLeq, kNoChannel, kNoBand, nullptr), session.LoadText(Text::CompareDifference)},

@@ -48,7 +48,7 @@ std::string durationText(double seconds) {
     return time.hh_mm_ss();
 }
 
-std::string levelText(const Session& session, const std::optional<double>& level) {
+std::string shownLevel(const Session& session, const std::optional<double>& level) {
     return level ? formatNumber(*level, "##0.0 dB", session.locale) : std::string();
 }
 
@@ -68,7 +68,7 @@ std::vector<RangeFigure> rangeTable(const clsLog& log, std::span<const AnalysedR
         return VariableCaption(session, parameter, kChannelA, kNoBand, &log);
     };
     const auto level = [&](const auto& value) {
-        return levelText(session, value ? std::optional<double>(*value) : std::nullopt);
+        return shownLevel(session, value ? std::optional<double>(*value) : std::nullopt);
     };
     const std::string dose =
         ReplaceText(ReplaceText(session.LoadText(Text::RangeDose), "^", std::to_string(log.Criterion)), "*",
@@ -88,7 +88,7 @@ std::vector<RangeFigure> rangeTable(const clsLog& log, std::span<const AnalysedR
         {"lblRangePeak", caption(ePeak), level(figures.Peak)},
         {"lblRangeDose", dose, doseText(session, figures.Dose)},
         {"lblRangeLn", percentileName(session, percent),
-         levelText(session, levelExceeded(rowsWithin(analysed, range), percent))},
+         shownLevel(session, levelExceeded(rowsWithin(analysed, range), percent))},
         {"lblRestLeq", without(caption(eLeq)), level(rest.LAeq)},
         {"lblRestDose", without(dose), doseText(session, rest.Dose)},
     };

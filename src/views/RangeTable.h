@@ -21,7 +21,7 @@ struct RangeFigure {
 std::string durationText(double seconds);
 
 // A level with one decimal and "dB". Nothing gives an empty text.
-std::string levelText(const Session& session, const std::optional<double>& level);
+std::string shownLevel(const Session& session, const std::optional<double>& level);
 
 std::string shortNumber(const Session& session, double number);     // without a decimal when there is none to show
 std::string percentileName(const Session& session, double percent); // "L10", "L0.1"
