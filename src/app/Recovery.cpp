@@ -5,6 +5,7 @@
 #include "app/OtherPrograms.h"
 #include "assessment/AssessmentFile.h"
 #include "explorer/NodeKeys.h"
+#include "files/HistoryFile.h"
 #include "files/Loaders.h"
 #include "files/XmlWriter.h"
 #include "platform/Format.h"
@@ -256,6 +257,7 @@ bool Recovery::openFile(const LeftCopy& copy) {
     if (!FileOpen(*file)) return false;
     if (open != nullptr) std::erase_if(session_.OpenFiles, [&](const auto& other) { return other.get() == open; });
     file->FileName = own.empty() ? copy.Note.Name : own;
+    if (!own.empty()) file->History = ReadHistory(session_, own);
     file->Changed = true;
     file->OldStyle = copy.Note.IsOldStyle;
     file->OnDisk = copy.Note.OnDisk;

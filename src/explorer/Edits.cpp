@@ -6,7 +6,6 @@
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 
 namespace kestrane {
@@ -189,24 +188,27 @@ void ArrangementStep::keep(std::unique_ptr<clsInsData> data) {
     datas_[key] = std::move(data);
 }
 
-// The names of the logs of places that are not in others.
-std::string ArrangementStep::namesOf(const std::vector<Place>& places, const std::vector<Place>& others) {
-    std::set<const clsLog*> there;
-    for (const Place& place : others)
+std::set<const clsLog*> ArrangementStep::logsOf(const std::vector<Place>& places) {
+    std::set<const clsLog*> all;
+    for (const Place& place : places)
         for (const auto& logs : place.logs)
-            there.insert(logs.begin(), logs.end());
+            all.insert(logs.begin(), logs.end());
+    return all;
+}
+
+std::string ArrangementStep::namesOf(const std::vector<Place>& places, const std::set<const clsLog*>& without) {
     std::string names;
     for (const Place& place : places)
         for (const auto& logs : place.logs)
             for (const clsLog* const log : logs)
-                if (!there.contains(log)) names += (names.empty() ? "" : "; ") + log->Name;
+                if (!without.contains(log)) names += (names.empty() ? "" : "; ") + log->Name;
     return names;
 }
 
 void ArrangementStep::describe(HistoryLine& line) const {
     const std::vector<Place> present = arrangementOf(file_);
-    line.Before = namesOf(kept_, present);
-    line.After = namesOf(present, kept_);
+    line.Before = namesOf(kept_, logsOf(present));
+    line.After = namesOf(present, logsOf(kept_));
 }
 
 bool ArrangementStep::isUnchanged() const {

@@ -10,6 +10,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -57,7 +58,8 @@ private:
     };
 
     static std::vector<Place> arrangementOf(const clsFile& file);
-    static std::string namesOf(const std::vector<Place>& places, const std::vector<Place>& others);
+    static std::set<const clsLog*> logsOf(const std::vector<Place>& places);
+    static std::string namesOf(const std::vector<Place>& places, const std::set<const clsLog*>& without);
 
     clsFile& file_;
     std::vector<Place> kept_;

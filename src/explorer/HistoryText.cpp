@@ -5,7 +5,7 @@
 #include "model/Session.h"
 #include "platform/Utf8.h"
 
-#include <vector>
+#include <array>
 
 namespace kestrane {
 
@@ -58,9 +58,8 @@ std::string figureOf(const clsLog& log, LogChannel channel, Parameter parameter)
         .Format(Zeros::Blank, Reading::Computed, reportFormat(parameterInfo(parameter).unit), log.session().locale);
 }
 
-void add(std::string& list, const std::string& caption, const std::string& value) {
-    list += (list.empty() ? "" : "; ") + caption + ": ";
-    list += value.size() <= kLongestValue ? value : std::string(firstBytes(value, kLongestValue)) + "\u2026";
+std::string shortened(const std::string& value) {
+    return value.size() <= kLongestValue ? value : std::string(firstBytes(value, kLongestValue)) + "\u2026";
 }
 
 } // namespace
@@ -69,19 +68,20 @@ void describeChange(const clsLog& before, const clsLog& after, HistoryLine& line
     if (line.Log.empty()) line.Log = after.Name; // it may have got another name since
     line.Before.clear();
     line.After.clear();
-    const auto compare = [&](const std::string& caption, const std::string& was, const std::string& is) {
-        if (was == is) return;
-        add(line.Before, caption, was);
-        add(line.After, caption, is);
+    const auto compare = [&line](const std::string& caption, const std::array<std::string, 2>& values) {
+        if (values[0] == values[1]) return;
+        const std::string begin = (line.Before.empty() ? "" : "; ") + caption + ": ";
+        line.Before += begin + shortened(values[0]);
+        line.After += begin + shortened(values[1]);
     };
     for (const Fact& fact : kFacts)
-        compare(after.session().LoadText(fact.caption), fact.value(before), fact.value(after));
+        compare(after.session().LoadText(fact.caption), {fact.value(before), fact.value(after)});
     for (const LogChannel channel : kChannels) {
         if (channel == kChannelB && !after.IsChannelBOn) continue;
         for (const Parameter parameter : kParameters) {
             if (parameter == eOverload) continue;
             compare(VariableCaption(after.session(), parameter, channel, kNoBand, &after),
-                    figureOf(before, channel, parameter), figureOf(after, channel, parameter));
+                    {figureOf(before, channel, parameter), figureOf(after, channel, parameter)});
         }
     }
     if (selectionOf(before) != selectionOf(after) || before.CutReason != after.CutReason) line.Reason = after.CutReason;

@@ -5,7 +5,6 @@
 #include "platform/AppendedFile.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "platform/Sha256.h"
 
 #include <nlohmann/json.hpp>
 
@@ -29,7 +28,8 @@ struct TextMember {
 constexpr TextMember kTexts[] = {{"Time", &HistoryLine::Time},   {"What", &HistoryLine::What},
                                  {"Log", &HistoryLine::Log},     {"Before", &HistoryLine::Before},
                                  {"After", &HistoryLine::After}, {"Reason", &HistoryLine::Reason}};
-constexpr const char* kLogs = "Logs"; // in a line that says what the data file is
+constexpr const char* kLogs = "Logs";   // in a line that says what the data file is
+constexpr const char* kSaved = "Saved"; // in such a line
 constexpr const char* kPosition = "Position";
 constexpr const char* kCriterion = "CriterionDose";
 constexpr const char* kExchange = "ExchangeDose";
@@ -94,17 +94,19 @@ HistoryLine lineOf(const Session& session, std::string_view text) {
     }
     if (const auto logs = json.find(kLogs); logs != json.end() && logs->is_array()) {
         line.OfFile.emplace();
+        if (json.value(kSaved, Json()) == true) line.What = session.LoadText(Text::HistorySaved); // in any language
         for (const Json& log : *logs)
             if (log.is_object()) line.OfFile->push_back(remarksOf(log));
     }
     return line;
 }
 
-std::string textOf(const HistoryLine& line) {
+std::string textOf(const Session& session, const HistoryLine& line) {
     Json json;
     for (const auto& [key, member] : kTexts)
         json[key] = line.*member;
     if (line.OfFile) {
+        json[kSaved] = line.What == session.LoadText(Text::HistorySaved);
         Json& logs = json[kLogs] = Json::array();
         for (const LogRemarks& log : *line.OfFile)
             logs.push_back({{kPosition, log.Position},
@@ -212,7 +214,7 @@ void AppendHistory(clsFile& file, const std::string& before) {
     if (!history.Fault.empty()) throw RuntimeError(kErrorApplication, history.Fault);
     HistoryLine saved = historyLine(file.session(), file.session().LoadText(Text::HistorySaved));
     saved.Before = before;
-    saved.After = sha256OfFile(file.FileName);
+    saved.After = file.OnDisk.Hash;
     saved.OfFile = remarksOf(file);
     history.add(std::move(saved));
 
@@ -221,7 +223,7 @@ void AppendHistory(clsFile& file, const std::string& before) {
     const std::vector<HistoryLine> lines = history.lines();
     std::string text = history.Kept == 0 ? std::string(kHead) + "\n" : std::string();
     for (std::size_t line = history.Kept; line < lines.size(); ++line)
-        text += textOf(lines[line]);
+        text += textOf(file.session(), lines[line]);
     appendLines(name, text);
     history.Kept = lines.size();
 }

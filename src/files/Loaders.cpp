@@ -79,13 +79,9 @@ bool isRegular(const std::string& path) {
 // none.
 std::string hashToReplace(clsFile& file) {
     if (!file.History.IsWanted || !isRegular(file.FileName)) return {};
-    try {
-        std::string hash = sha256OfFile(file.FileName);
-        if (file.FileName == file.History.DataFile) NoticeChange(file, hash);
-        return hash;
-    } catch (const RuntimeError&) { // it may be written to but not read
-        return {};
-    }
+    std::string hash = hashedStampOf(file.FileName).Hash; // none when it may be written to but not read
+    if (!hash.empty() && file.FileName == file.History.DataFile) NoticeChange(file, hash);
+    return hash;
 }
 
 constexpr std::array<Loader, 5> kLoaders = {FileOpenCsv, FileOpenSound, FileOpenLog, FileOpenProject, FileOpenXml};

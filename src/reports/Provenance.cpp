@@ -149,7 +149,6 @@ std::vector<DetailLine> provenanceLines(const clsFile& file, const clsInsData& d
         if (!value.empty()) lines.push_back({source.words(row.caption) + ": ", std::move(value)});
     }
     std::vector<std::string> changes = changesOf(source);
-    if (changes.empty()) changes.push_back(source.words(Text::NoHistory));
     for (std::string& change : changes)
         lines.push_back(
             {&change == &changes.front() ? source.words(Text::ChangesLabel) + ": " : "", std::move(change)});

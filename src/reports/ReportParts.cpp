@@ -29,9 +29,14 @@ std::unique_ptr<PagedDocument> chartOfPart(const ReportSubject& subject, LogTab 
                       {std::make_shared<ChartData>(*std::move(chart)), true, true, std::nullopt}, below);
 }
 
-template <LogTab tab>
-std::unique_ptr<PagedDocument> chartOf(const ReportSubject& subject, const PageMetrics& metrics) {
-    return chartOfPart(subject, tab, metrics, {}, {});
+std::unique_ptr<PagedDocument> spectrumOf(const ReportSubject& subject, const PageMetrics& metrics) {
+    ChartChoice allBands;
+    allBands.Choice.Parameter = eLeq;
+    return chartOfPart(subject, eTabCumulativeGraph, metrics, allBands, {});
+}
+
+std::unique_ptr<PagedDocument> noiseRatingOf(const ReportSubject& subject, const PageMetrics& metrics) {
+    return chartOfPart(subject, eTabNoiseRating, metrics, {}, {});
 }
 
 std::unique_ptr<PagedDocument> protectorOf(const ReportSubject& subject, const PageMetrics& metrics) {
@@ -51,10 +56,11 @@ std::unique_ptr<PagedDocument> exposureOf(const ReportSubject& subject, const Pa
 
 constexpr ReportPartRow kRows[] = {
     {ReportPart::Spectrum, "spectrum", Text::PartSpectrum,
-     [](const ReportSubject& subject) { return subject.log.IsOctaveLog(); }, chartOf<eTabCumulativeGraph>},
-    {ReportPart::NoiseRating, "noise-rating", Text::TabNoiseRating, hasTab<eTabNoiseRating>, chartOf<eTabNoiseRating>},
+     [](const ReportSubject& subject) { return subject.log.IsOctaveLog(); }, spectrumOf},
+    {ReportPart::NoiseRating, "noise-rating", Text::TabNoiseRating, hasTab<eTabNoiseRating>, noiseRatingOf},
     {ReportPart::Protector, "protector", Text::PartProtector,
-     [](const ReportSubject& subject) { return subject.Comparison.has_value(); }, protectorOf},
+     [](const ReportSubject& subject) { return subject.Comparison && !subject.Comparison->Method.empty(); },
+     protectorOf},
     {ReportPart::Exposure, "exposure", Text::TabExposureCalculator, hasTab<eTabExposureCalculator>, exposureOf},
     {ReportPart::Criteria, "criteria", Text::TabCriteria,
      [](const ReportSubject& subject) { return !criteriaReportTable(subject.log).Rows.empty(); }, nullptr},

@@ -3,7 +3,41 @@
 #include "model/Session.h"
 #include "platform/TabbedText.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace kestrane {
+
+namespace {
+
+struct PairedValue {
+    std::string_view caption, before, after; // the caption with its ": "
+};
+
+std::vector<std::string_view> partsOf(std::string_view list) {
+    constexpr std::string_view kBetween = "; ";
+    std::vector<std::string_view> parts;
+    while (!list.empty()) {
+        parts.push_back(list.substr(0, list.find(kBetween)));
+        list.remove_prefix(std::min(parts.back().size() + kBetween.size(), list.size()));
+    }
+    return parts;
+}
+
+// The values before and after of each caption; empty when the two lists are not of the same captions.
+std::vector<PairedValue> pairedValues(const HistoryLine& line) {
+    const std::vector<std::string_view> before = partsOf(line.Before);
+    const std::vector<std::string_view> after = partsOf(line.After);
+    std::vector<PairedValue> pairs;
+    for (std::size_t i = 0; before.size() == after.size() && i < before.size(); ++i) {
+        const std::size_t end = before[i].find(": ");
+        if (end == std::string_view::npos || !after[i].starts_with(before[i].substr(0, end + 2))) return {};
+        pairs.push_back({before[i].substr(0, end + 2), before[i].substr(end + 2), after[i].substr(end + 2)});
+    }
+    return pairs;
+}
+
+} // namespace
 
 HistoryTable historyTable(const clsFile& file) {
     HistoryTable table;
@@ -17,8 +51,15 @@ HistoryTable historyTable(const clsFile& file) {
 }
 
 std::string changeText(const Session& session, const HistoryLine& line) {
-    const bool isTold = !line.Before.empty() || !line.After.empty();
-    return withReason(session, isTold ? line.Before + " \u2192 " + line.After : std::string(), line.Reason);
+    constexpr std::string_view kArrow = " \u2192 ";
+    std::string text;
+    if (const auto pairs = pairedValues(line); !pairs.empty()) {
+        for (const auto& [caption, before, after] : pairs)
+            text.append(text.empty() ? "" : "; ").append(caption).append(before).append(kArrow).append(after);
+    } else if (!line.Before.empty() || !line.After.empty()) {
+        text.append(line.Before).append(kArrow).append(line.After);
+    }
+    return withReason(session, text, line.Reason);
 }
 
 // The text or the reason may itself contain what stands for the other.

@@ -16,7 +16,8 @@ struct HistoryTable {
 
 HistoryTable historyTable(const clsFile& file);
 
-// What a line says beyond time, what and log: "before → after (reason: ...)". Empty when it says no more.
+// What a line says beyond time, what and log, each value with what it has become: "Criterion Level: 85 dB → 80 dB; ...
+// (reason: ...)". Empty when it says no more.
 std::string changeText(const Session& session, const HistoryLine& line);
 
 // A text with the reason for it, which may be empty.
