@@ -89,7 +89,9 @@ bool excludeRows(clsLog& log, const RowRange& range) {
 }
 
 bool includeOnly(clsLog& log, const RowRange& range) {
-    return setIntervalSelection(log, {range}, true);
+    if (!setIntervalSelection(log, {range}, true)) return false;
+    log.CutReason.clear(); // it was that of what was left out before
+    return true;
 }
 
 } // namespace kestrane

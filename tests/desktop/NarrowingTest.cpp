@@ -247,7 +247,7 @@ TEST(RangeOnTheChart, AnEventThatIsChosenIsMarked) {
         EXPECT_TRUE(QApplication::clipboard()->text().startsWith("Start\tLength\tLAeq\t"));
         dialog.reject();
     });
-    desk.press(QKeySequence("Ctrl+Shift+E"));
+    desk.press(QKeySequence("Ctrl+Shift+V"));
     EXPECT_TRUE(desk.control<chaTab>("chaTab0").markedRows());
 }
 

@@ -19,7 +19,7 @@ TEST(EventTable, ListsEachEventWithItsShareOfTheEnergy) {
     const auto rows = std::make_shared<const std::vector<AnalysedRow>>(analysedRows(shown.log));
     const EventTable events(shown.log, rows, {85, 0});
     EXPECT_EQ(copiedCells(events.Table()).Text, // of 4.11 units of energy, the unit a minute at 90 dB
-              "Start\tLength\tLAeq\tLAmax\tShare\r\n"
+              "Start\tLength\tLAeq\tAmax\tShare\r\n"
               "03/06/24 09:00:00\t00:01:00\t90.0 dB\t\t24.3 %\r\n"
               "03/06/24 09:02:00\t00:02:00\t90.0 dB\t101.5 dB\t48.7 %\r\n"
               "03/06/24 09:05:00\t00:01:00\t90.0 dB\t\t24.3 %\r\n");

@@ -144,7 +144,9 @@ TEST(Selection, ARangeIsLeftOutBesidesWhatWasLeftOutBefore) {
     EXPECT_EQ(intervals.CutIntervals, (Texts{"4~6", "9~9"}));
     EXPECT_FALSE(excludeRows(shown.log, {5, 6}));
 
+    shown.log.CutReason = "Break";
     EXPECT_TRUE(includeOnly(shown.log, {3, 8}));
+    EXPECT_EQ(shown.log.CutReason, "") << "it is not why these rows count";
     EXPECT_FALSE(includeOnly(shown.log, {3, 8}));
     EXPECT_TRUE(excludeRows(shown.log, {5, 10}));
     EXPECT_FALSE(intervals.IntervalsToBeIncluded);
