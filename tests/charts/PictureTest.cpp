@@ -64,9 +64,9 @@ TEST(ChartPicture, AFileThatCannotBeWrittenIsReportedAndNotLeft) {
     EXPECT_THROW(tab.savePicture("/dev/full", {640, 400}), RuntimeError);
     EXPECT_THROW(tab.savePicture(folder.file(""), {640, 400}), RuntimeError);
     EXPECT_TRUE(std::filesystem::is_empty(folder.file("")));
-    EXPECT_TRUE(isPictureName("a.b.Png"));
-    EXPECT_FALSE(isPictureName("png"));
-    EXPECT_FALSE(isPictureName("a.jpg"));
+    EXPECT_EQ(pictureEnding("a.b.Png"), ".png");
+    EXPECT_EQ(pictureEnding("png"), "");
+    EXPECT_EQ(pictureEnding("a.jpg"), "");
 }
 
 // Fonts have their size in points whatever the device's resolution; the chart on the screen stays as it is.
