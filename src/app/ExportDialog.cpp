@@ -34,7 +34,7 @@ bool isNamedAsExport(const std::filesystem::path& name) {
 ExportDialog::ExportDialog(Session& session, ExportSubject subject) : session_(session), subject_(std::move(subject)) {
     const SettingsStore& store = *session.state;
     format_ = exportFormatOf(store.read(kSection, kFormat, {})).value_or(ExportFormat::Csv);
-    folder_ = store.read(kSection, kFolder, session.Options.DefaultDataDirectory);
+    folder_ = store.read(kSection, kFolder, folderOfData());
     std::istringstream columns(store.read(kSection, kLeftOut, {}));
     for (std::string column; columns >> column;)
         leftOut_.insert(column);
@@ -42,6 +42,16 @@ ExportDialog::ExportDialog(Session& session, ExportSubject subject) : session_(s
     const std::string last = store.read(kSection, kContent, wordOf(ExportContent::LogRows));
     const auto found = std::ranges::find(contents, last, wordOf);
     ChooseContent(found != contents.end() ? *found : contents.front());
+}
+
+// The folder of the selected file, or of the first one that is saved; else that of the settings.
+std::string ExportDialog::folderOfData() const {
+    const auto folderOf = [](const clsFile& file) { return file.FileName.substr(0, file.FileName.rfind('/') + 1); };
+    const clsFile* const selected = resolve(session_, subject_.Selected).file;
+    if (selected != nullptr && !folderOf(*selected).empty()) return folderOf(*selected);
+    for (const auto& file : session_.OpenFiles)
+        if (!folderOf(*file).empty()) return folderOf(*file);
+    return session_.Options.DefaultDataDirectory;
 }
 
 std::vector<ExportDialog::Listed> ExportDialog::listed(ExportContent content) const {

@@ -66,6 +66,7 @@ private:
         RowRange Rows;
     };
 
+    std::string folderOfData() const;
     std::vector<Listed> listed(ExportContent content) const;
     void proposeName();
     std::string proposal() const;

@@ -26,7 +26,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr QSize kFirstSize(960, 640);
+constexpr QSize kFirstSize(1180, 720); // at most; the screen may be smaller
 constexpr QSize kPicture(1200, 700);
 constexpr double kPercent = 100;
 

@@ -47,6 +47,7 @@ void scroll(QDialog& dialog) {
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setWidget(content);
+    dialog.setMinimumSize(0, 0); // that of the layout which it had
     auto* const outer = new QVBoxLayout(&dialog);
     outer->addWidget(area, 1);
     if (buttons != nullptr) outer->addWidget(buttons);
@@ -79,6 +80,8 @@ bool DialogFit::eventFilter(QObject* watched, QEvent* event) {
         return false;
     const QSize room = roomFor(*dialog);
     if (event->type() == QEvent::Polish) {
+        for (QWidget* const widget : dialog->findChildren<QWidget*>())
+            widget->ensurePolished(); // their sizes may change
         const QSize least = dialog->minimumSizeHint();
         const bool isScrolled = least.width() > room.width() || least.height() > room.height();
         if (isScrolled) scroll(*dialog);

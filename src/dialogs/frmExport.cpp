@@ -126,6 +126,7 @@ QWidget* frmExport::preview() {
     grdPreview_->setTabKeyNavigation(false);
     grdPreview_->setWordWrap(false);
     grdPreview_->verticalHeader()->hide();
+    grdPreview_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     grdPreview_->horizontalHeader()->setHighlightSections(false);
     lblCounts_ = new QLabel;
     lblCounts_->setObjectName("lblCounts");

@@ -20,7 +20,7 @@ namespace {
 
 constexpr QPoint kOffset(33, 100); // from the window that opens it: 500 and 1500 twips
 constexpr int kLines = 34;
-constexpr int kColumns = 180;
+constexpr int kColumns = 220;
 constexpr int kListColumns = 40;
 
 QPushButton* button(const Session& session, Text::Id caption, const char* name) {

@@ -67,19 +67,21 @@ RankTable rankTable(const clsLog& log, const std::vector<clsHP>& protectors, con
                     CorrectionKind iCorrectionFactor, double worn) {
     const Session& session = log.session();
     RankTable table;
-    for (const Text::Id caption : {Text::ProtectorName, Text::ProtectorType, Text::RankMethod, Text::RankTold})
+    for (const Text::Id caption :
+         {Text::ProtectorName, Text::ProtectorType, Text::FigureVerdict, Text::RankMethod, Text::RankTold})
         table.Captions.push_back(session.LoadText(caption));
     for (const StandardColumn& column : kStandards)
         table.Captions.push_back(session.LoadText(column.caption));
     table.Captions.push_back(session.LoadText(Text::RankPlus4));
-    table.VerdictColumn = table.Captions.size();
-    table.Captions.push_back(session.LoadText(Text::FigureVerdict));
 
     const std::optional<double> unprotected = aWeightedLeq(log);
     for (const RankedProtector& ranked : rankProtectors(log, protectors, options, iCorrectionFactor)) {
         const bool isTold = ranked.Result != kCannotCompute;
         RankTable::Row row{ranked.Protector,
-                           {ranked.Protector->Name, std::string(ranked.Protector->GetTipeStr()), ranked.Method,
+                           {ranked.Protector->Name,
+                            std::string(ranked.Protector->GetTipeStr()),
+                            {},
+                            ranked.Method,
                             isTold ? number(session, ranked.Result) : std::string()},
                            ranked.Level,
                            ranked.Verdict};
@@ -93,8 +95,9 @@ RankTable rankTable(const clsLog& log, const std::vector<clsHP>& protectors, con
                 unprotected ? std::optional(levelPartlyProtected(*unprotected, *row.Level, worn)) : std::nullopt;
             row.Verdict = row.Level ? verdictOf(*row.Level, options.ActionLevel) : Verdict::None;
         }
-        row.Cells.push_back(verdictText(session, row.Verdict) +
-                            (row.Level && worn < 1 ? " (" + number(session, row.Level) + ")" : std::string()));
+        row.Cells[table.VerdictColumn] =
+            verdictText(session, row.Verdict) +
+            (row.Level && worn < 1 ? " (" + number(session, row.Level) + ")" : std::string());
         table.Rows.push_back(std::move(row));
     }
     if (worn < 1)

@@ -24,7 +24,7 @@ struct RankTable {
 
     std::vector<std::string> Captions;
     std::vector<Row> Rows; // they point into the list
-    std::size_t VerdictColumn = 0;
+    static constexpr std::size_t VerdictColumn = 2;
     std::string Note; // says for how much of the time the protectors are worn; empty for all of it
 };
 

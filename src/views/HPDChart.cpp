@@ -35,6 +35,16 @@ void addLevels(const HPDComparison& comparison, ChartData& chart) {
         chart.Series.push_back({bar.Label, ChartAxis::Primary, {bar.Without < 0 ? kNullValue : bar.Without}});
 }
 
+// The beginning of a name, cut between two characters, so that the names leave room for the bars.
+std::string shortName(const std::string& name) {
+    constexpr std::size_t kMost = 18; // bytes
+    if (name.size() <= kMost) return name;
+    std::size_t end = kMost - 1;
+    while ((static_cast<unsigned char>(name[end]) & 0xC0U) == 0x80U)
+        --end;
+    return name.substr(0, end) + "\u2026";
+}
+
 } // namespace
 
 ChartData rankChart(const clsLog& log, const RankTable& ranks) {
@@ -53,7 +63,8 @@ ChartData rankChart(const clsLog& log, const RankTable& ranks) {
         levels.Values.push_back(static_cast<float>(*row.Level));
     }
     chart.RowCount = names.size();
-    chart.RowLabel = chart.RowName = [names](std::size_t row) { return names[row]; };
+    chart.RowLabel = [names](std::size_t row) { return shortName(names[row]); };
+    chart.RowName = [names](std::size_t row) { return names[row]; };
     chart.Series.push_back(std::move(levels));
     return chart;
 }

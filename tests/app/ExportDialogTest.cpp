@@ -19,7 +19,6 @@ protected:
     TemporaryFolder folder;
 
     ExportTest() {
-        session.Options.DefaultDataDirectory = folder.file("");
         add("a.xml", "Press", {80, 81, 82});
         add("b.xml", "Saw", {});
         AssignIdentities(session, false, 0);

@@ -162,8 +162,8 @@ TEST(RankTable, SaysWhatEachMethodGivesAndCountsTheTimeNotWorn) {
     const std::vector<clsHP> list = {clsHP(), worn.hp};
     RankTable table = rankTable(worn.log, list, worn.options, kCorrectionNone, 1);
     ASSERT_EQ(table.Rows.size(), 2U);
-    EXPECT_EQ(table.Rows[0].Cells, (std::vector<std::string>{"A", "Earplug", "SNR", "75.0", "", "", "75.0", "77.0",
-                                                             "83.5", "87.0", "79.0", "\u2713 good"}))
+    EXPECT_EQ(table.Rows[0].Cells, (std::vector<std::string>{"A", "Earplug", "\u2713 good", "SNR", "75.0", "", "",
+                                                             "75.0", "77.0", "83.5", "87.0", "79.0"}))
         << "NRR 20 from 90 dB(A): less 13, half of 13, and 10 less 7 for a formable plug";
     EXPECT_EQ(table.Rows[1].Verdict, Verdict::None);
     EXPECT_EQ(rankText(table).substr(0, 5), "Name\t");
@@ -171,7 +171,7 @@ TEST(RankTable, SaysWhatEachMethodGivesAndCountsTheTimeNotWorn) {
     EXPECT_NE(rankText(table).find("\r\nWorn for 50 % of the time"), std::string::npos);
     EXPECT_NEAR(*table.Rows[0].Level, 87.1249, 0.0001); // 10 lg (0.5 10^7.5 + 0.5 10^9)
     EXPECT_EQ(table.Rows[0].Verdict, Verdict::Insufficient);
-    EXPECT_EQ(table.Rows[0].Cells.back(), "\u2717 insufficient (87.1)");
+    EXPECT_EQ(table.Rows[0].Cells[RankTable::VerdictColumn], "\u2717 insufficient (87.1)");
     EXPECT_NEAR(levelUnderBoth(75, 71), 66, 1e-12);
 }
 
