@@ -1,8 +1,8 @@
 #include "explorer/HistoryText.h"
 
 #include "calc/ExposureTime.h"
+#include "model/InEnglish.h"
 #include "model/LogParameters.h"
-#include "model/Session.h"
 #include "platform/Utf8.h"
 
 #include <vector>
@@ -66,6 +66,7 @@ void add(std::string& list, const std::string& caption, const std::string& value
 } // namespace
 
 void describeChange(const clsLog& before, const clsLog& after, HistoryLine& line) {
+    const InEnglish inEnglish(after.session());
     if (line.Log.empty()) line.Log = after.Name; // it may have got another name since
     line.Before.clear();
     line.After.clear();
