@@ -12,8 +12,6 @@ namespace {
 using Kind = AssessmentKind;
 using Column = AssessmentColumn;
 
-constexpr const char* kDays[] = {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
-
 AssessmentGroup& groupAt(Assessment& assessment, const AssessmentPlace& place) {
     return assessment.Groups[place.Group];
 }
@@ -192,10 +190,11 @@ AssessmentEdit withTask(const Session& session, const Assessment& assessment, st
     return edit;
 }
 
-AssessmentEdit withDay(const Assessment& assessment, std::size_t group) {
+AssessmentEdit withDay(const Session& session, const Assessment& assessment, std::size_t group) {
     const std::size_t days = assessment.Groups[group].Week.size();
     AssessmentEdit edit{Text::EditAddDay, assessment, {Kind::Day, group, {}, days}};
-    edit.Next.Groups[group].Week.emplace_back().Name = kDays[days % std::size(kDays)];
+    edit.Next.Groups[group].Week.emplace_back().Name =
+        formatDate(fromCivil({2024, 1, 1}) + static_cast<double>(days % 7), "ddd", session.dateWords); // from a Monday on
     return edit;
 }
 

@@ -50,7 +50,8 @@ std::optional<AssessmentEdit> withEntry(const Session& session, const Assessment
 
 AssessmentEdit withGroup(const Session& session, const Assessment& assessment);
 AssessmentEdit withTask(const Session& session, const Assessment& assessment, std::size_t group);
-AssessmentEdit withDay(const Assessment& assessment, std::size_t group); // with the group's own level
+AssessmentEdit withDay(const Session& session, const Assessment& assessment,
+                       std::size_t group); // with the group's own level
 
 // Adds rows as a sample to the task or group at a place. A group with tasks gets a new task of this name, whose
 // duration is still to be entered. Without a place the last group gets them, and without a group a new one.

@@ -3,6 +3,7 @@
 #include "calc/Recalculation.h"
 #include "explorer/HistoryText.h"
 #include "explorer/NodeKeys.h"
+#include "model/InEnglish.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -122,7 +123,7 @@ void markOther(const Session& session, const EditStep& step, Direction direction
 } // namespace
 
 void recordStep(clsFile& file, std::unique_ptr<EditStep> step, bool wasChanged) {
-    addLine(file, *step, file.session().LoadText(step->Title));
+    addLine(file, *step, file.session().texts.LoadData(step->Title));
     file.Edits.record(std::move(step), wasChanged);
 }
 
@@ -268,6 +269,7 @@ bool exchangeStep(Session& session, clsFile* file, Direction direction) {
             const EditStep& exchanged = *each->Edits.next(direction);
             each->History.settle();
             each->Edits.exchange(direction);
+            const InEnglish inEnglish(each->session());
             addLine(*each, exchanged, PlainCaption(exchangeText(session, exchanged.Title, direction)));
             markAgain(*each, isOfContent);
             AssignIdentities(session, false, each->FileId);

@@ -1,8 +1,8 @@
 #include "explorer/HistoryText.h"
 
 #include "calc/ExposureTime.h"
+#include "model/InEnglish.h"
 #include "model/LogParameters.h"
-#include "model/Session.h"
 #include "platform/Utf8.h"
 
 #include <array>
@@ -65,6 +65,7 @@ std::string shortened(const std::string& value) {
 } // namespace
 
 void describeChange(const clsLog& before, const clsLog& after, HistoryLine& line) {
+    const InEnglish inEnglish(after.session());
     if (line.Log.empty()) line.Log = after.Name; // it may have got another name since
     line.Before.clear();
     line.After.clear();

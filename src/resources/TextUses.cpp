@@ -12,8 +12,16 @@ namespace {
 // Words that are written into files or the settings, or compared with words from there. When one of them were
 // translated, a file would depend on the language of the user who made it.
 constexpr Text::Id kData[] = {
-    Text::FileWordBroadband,   Text::FileWordFullOctave,    Text::FileWordThirdOctave,
-    Text::FileWordNoiseAtWork, Text::FileWordEnvironmental, Text::OctaveWord,
+    Text::FileWordBroadband,
+    Text::FileWordFullOctave,
+    Text::FileWordThirdOctave,
+    Text::FileWordNoiseAtWork,
+    Text::FileWordEnvironmental,
+    Text::OctaveWord,
+    // The history of a document
+    Text::HistorySaved,
+    Text::ChangedByOther,
+    Text::UnreadableHistoryLine,
 };
 
 // Addresses and telephone numbers of both brands.
@@ -144,6 +152,25 @@ constexpr Text::Id kMessages[] = {
     Text::NeedsPackage,
     Text::IntervalsNotReadAll,
     Text::ErrorConnectingToPrinter,
+    Text::HistoryNotSaved,
+    Text::HistoryNotOurs,
+    Text::HistoryTooLarge,
+    Text::ChangedByOtherTold,
+    Text::LogoNotUsed,
+    Text::Exporting,
+    Text::ExportDone,
+    Text::ExportAskReplace,
+    Text::RecoveryAskDiscard,
+    Text::RecoveryDamaged,
+    Text::RecoveryFailed,
+    Text::ChangedByAnother,
+    Text::OpenElsewhere,
+    Text::SettingsNotWritten,
+    Text::CrashReported,
+    Text::BackupMade,
+    Text::TranscriptKept,
+    Text::NoWholeLog,
+    Text::NoDataFor,
 };
 
 constexpr auto kSortedMessages = [] {

@@ -19,6 +19,7 @@ constexpr Text::Id kLevelNames[] = {Text::APL, Text::PAR, Text::ENL}; // indexed
 // Indexed by correction.
 constexpr Text::Id kCorrectionWords[] = {Text::NoCorrection, Text::Correction2StandardDeviations,
                                          Text::Correction4Decibel, Text::Correction1StandardDeviation};
+constexpr std::string_view kOctaves = "Octave"; // the method by octave bands
 constexpr std::string_view kLevel = "##0.0 dB";
 constexpr std::string_view kPlain = "##0.0";
 
@@ -47,7 +48,7 @@ public:
             void (Comparison::*build)();
         };
 
-        constexpr std::array<Builder, 4> kBuilders = {{{"Octave", &Comparison::byOctaves},
+        constexpr std::array<Builder, 4> kBuilders = {{{kOctaves, &Comparison::byOctaves},
                                                        {"HML", &Comparison::byHML},
                                                        {"SNR", &Comparison::bySNR},
                                                        {"NRR", &Comparison::byNRR}}};
@@ -83,7 +84,10 @@ private:
         return out_.ExceedsLimit ? "   " + text(Text::ExceedingLimitValue) : std::string();
     }
 
-    std::string start() const { return ReplaceText(text(Text::UsingMethod), "^", out_.Method); }
+    std::string start() const {
+        const std::string method = out_.Method == kOctaves ? text(Text::OctaveMethod) : out_.Method;
+        return ReplaceText(text(Text::UsingMethod), "^", method);
+    }
 
     void byOctaves() {
         const std::unique_ptr<clsLog> converted = log_.FreqWeightA() == "Z" ? nullptr : convertedToZ(log_);

@@ -32,7 +32,7 @@ struct Edited : TestSession {
     Edited() {
         assessment = withTask(session, withGroup(session, assessment).Next, 0).Next;
         assessment.Groups[0].Tasks[0].Samples = {80.125, 82.0, rowsOf("/d/a.xml", 2, 60)};
-        assessment = withGroup(session, withDay(assessment, 0).Next).Next;
+        assessment = withGroup(session, withDay(session, assessment, 0).Next).Next;
         assessment.Groups[1].Strategy = Strategy::Job;
     }
 

@@ -43,7 +43,7 @@ class Calls(InAFolder):
 
     def test_results_are_english_and_messages_the_users(self):
         in_german = {**os.environ, "LC_ALL": "de_DE.UTF-8"}
-        for words in (["panel", DOSIMETER], ["show", DOSIMETER], ["chart", DOSIMETER, "--tab", "full-log"], ["table", DOSIMETER],
+        for words in (["panel", DOSIMETER], ["show", DOSIMETER], ["chart", DOSIMETER, "--tab", "3", "--values"], ["table", DOSIMETER],
                       ["text", "4557", "1184"]):
             separators = ["--decimal-separator", ".", "--date-separator", "/"]
             english = run(*separators, *words)

@@ -137,9 +137,11 @@ TEST(ForeignLanguage, EveryTabSpeaksIt) {
 void forEachDialog(Desk& desk, const std::function<void(const QDialog&, const std::string& name)>& visit) {
     desk.open("machine-survey-octave.xml");
     desk.clickNode("Planer");
-    for (const Text::Id text : {Text::CommandSettings, Text::CommandExposureTime, Text::CommandAddRemoveIntervals,
-                                Text::CommandPrintPreview, Text::CommandAbout, Text::EditNote,
-                                Text::CommandConvertWeighting, Text::CommandDisplayOptions, Text::ShowChartTable}) {
+    for (const Text::Id text :
+         {Text::CommandSettings, Text::CommandExposureTime, Text::CommandAddRemoveIntervals, Text::CommandPrintPreview,
+          Text::CommandAbout, Text::EditNote, Text::CommandConvertWeighting, Text::CommandDisplayOptions,
+          Text::ShowChartTable, Text::CommandHistory, Text::CommandExport, Text::CommandExportPicture,
+          Text::CommandEvents, Text::CommandDistribution, Text::CommandCompareLogs}) {
         const std::string name = desk.session.LoadText(text);
         bool isShown = false;
         onDialog([&](QDialog& dialog) {

@@ -296,6 +296,14 @@ TEST(History, SaysWhatEveryEditChangedOnceItsFiguresAreThere) {
               "Undo Interval Selection|Interval Selection: Exclude From Display 2-3, 5-5|Interval Selection: none|");
     EXPECT_EQ(log.CutReason, "");
 
+    one.session.Show(LanguageOf("de")); // a history is a file, and does not depend on the user's language
+    one.redo();
+    EXPECT_EQ(last(), "Redo Interval Selection|Interval Selection: none|"
+                      "Interval Selection: Exclude From Display 2-3, 5-5|Radio");
+    EXPECT_EQ(one.undoText(), "&R\u00FCckg\u00E4ngig: Intervallauswahl");
+    one.undo();
+    one.session.Show({});
+
     renameNode(one.session, "L1I1F1", "Evening");
     EXPECT_EQ(last(), "Rename|Morning|Evening|");
     EXPECT_EQ(one.file().History.lines().at(2).Log, "Morning");

@@ -40,7 +40,7 @@ TEST(LogOptions, AreKeptUnderTheirKeys) {
     options.SerialPort = 4;
     options.RecalcOnOpen = false;
     options.SaveToRegistry(store);
-    EXPECT_EQ(store.Values.size(), 15U + 3 + 104 + 8);
+    EXPECT_EQ(store.Values.size(), 20U + 3 + 104 + 8);
     const auto text = [&](const char* key) { return store.read("Preferences", key, "?"); };
     const std::pair<const char*, const char*> keys[] = {
         {"ShowLeqA-C", "True"}, {"ShowProjDoseB-I", "True"}, {"ShowLexA-C", "False"}, {"ShowTWAB-I", "False"},

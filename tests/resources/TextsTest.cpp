@@ -73,8 +73,8 @@ TEST(LoadText, NeverTranslatesData) {
     const Texts english = TextsOf("Ordwyn");
     for (const Text::Id id :
          {Text::FileWordBroadband, Text::FileWordFullOctave, Text::FileWordThirdOctave, Text::FileWordNoiseAtWork,
-          Text::FileWordEnvironmental, Text::OctaveWord, Text::ContactHomePage, Text::ContactProtectorDatabase,
-          Text::ContactSupport, Text::ContactDocumentReader, Text::SecondShop})
+          Text::FileWordEnvironmental, Text::OctaveWord, Text::HistorySaved, Text::ContactHomePage,
+          Text::ContactProtectorDatabase, Text::ContactSupport, Text::ContactDocumentReader, Text::SecondShop})
         EXPECT_EQ(texts.LoadText(id), english.LoadText(id)) << id;
     EXPECT_EQ(texts.LoadText(Text::BroadbandMode), "?");
 }

@@ -202,7 +202,7 @@ void frmAssessment::addTask() {
 }
 
 void frmAssessment::addDay() {
-    if (hasGroup()) apply(withDay(document_.Now(), group()), {});
+    if (hasGroup()) apply(withDay(session_, document_.Now(), group()), {});
 }
 
 void frmAssessment::remove() {
