@@ -130,7 +130,10 @@ double saveSeconds(const std::string& name, std::size_t rows, bool toNothing) {
     BenchSession bench;
     clsFile& file = addDocument(bench.session, name, modeThirdOctave, rows);
     return secondsOf([&] {
-        if (!toNothing) return FileSave(file);
+        if (!toNothing) {
+            FileSave(file);
+            return;
+        }
         std::size_t size = 0;
         clsStringBuffer out([&](std::string_view piece) { size += piece.size(); });
         SetTagData(file, true, out);
