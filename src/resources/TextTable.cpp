@@ -840,7 +840,7 @@ constexpr TextEntry Entries[] = {
     {Text::OwnLines, "Levels of one's own, in dB, with blanks between them"},
     {Text::LimitLine, "^ dB"},
     {Text::LimitLinePeak, "Peak ^ dB"},
-    {Text::CommandRangeMenu, "&Range on the Chart"},
+    {Text::CommandRangeMenu, "&Marked Range"},
     // File and download faults
     {Text::NoDataFor, "No data for ^ s.  Check the cable and the meter."},
     {Text::FileNotFound, "File ^ not found"},

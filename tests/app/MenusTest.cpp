@@ -181,7 +181,7 @@ TEST(MenuTexts, GiveEveryItemALetterOfItsOwnInEveryLanguage) {
     const auto isLetterThere = [](const std::string& text) { return text.find('&') != std::string::npos; };
     for (const Language& language : Languages()) {
         test.session.Show(language);
-        for (int menu = 0; menu <= static_cast<int>(Menu::LogPopup); ++menu) {
+        for (int menu = 0; menu <= static_cast<int>(Menu::Range); ++menu) {
             std::set<int> letters;
             for (const std::string& text : menuTexts(test.session, static_cast<Menu>(menu))) {
                 std::string marked = ReplaceText(text, "&&", "");
