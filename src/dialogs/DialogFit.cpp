@@ -50,6 +50,7 @@ void scroll(QDialog& dialog) {
     dialog.setMinimumSize(0, 0); // that of the layout which it had
     auto* const outer = new QVBoxLayout(&dialog);
     outer->addWidget(area, 1);
+    area->show();
     if (buttons != nullptr) outer->addWidget(buttons);
 }
 
@@ -73,22 +74,18 @@ QSize DialogFit::roomFor(const QDialog& dialog) const {
     return room_.isEmpty() ? dialog.screen()->availableSize() - kFrame : room_;
 }
 
+// At this moment its parts have been shown, so their sizes are known, and the window is not on the screen yet.
 bool DialogFit::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::Polish && event->type() != QEvent::Show) return false;
+    if (event->type() != QEvent::Show || event->spontaneous()) return false;
     auto* const dialog = qobject_cast<QDialog*>(watched);
     if (dialog == nullptr || !isOurs(*dialog) || dialog->layout() == nullptr || dialog->layout()->count() == 0)
         return false;
     const QSize room = roomFor(*dialog);
-    if (event->type() == QEvent::Polish) {
-        for (QWidget* const widget : dialog->findChildren<QWidget*>())
-            widget->ensurePolished(); // their sizes may change
-        const QSize least = dialog->minimumSizeHint();
-        const bool isScrolled = least.width() > room.width() || least.height() > room.height();
-        if (isScrolled) scroll(*dialog);
-        const QSize size = isScrolled ? wantedSize(*dialog, room) : dialog->size().boundedTo(room);
-        if (isScrolled || dialog->testAttribute(Qt::WA_Resized)) dialog->resize(size);
-        return false;
-    }
+    const QSize least = dialog->minimumSizeHint();
+    const bool isScrolled = least.width() > room.width() || least.height() > room.height();
+    if (isScrolled) scroll(*dialog);
+    dialog->resize(isScrolled ? wantedSize(*dialog, room) : dialog->size().expandedTo(least).boundedTo(room));
+
     // A dialog takes its place beside its parent, which may be near an edge.
     const QRect area = dialog->screen()->availableGeometry();
     const QSize size = dialog->frameGeometry().size();

@@ -51,13 +51,15 @@ frmOptions::frmOptions(const SettingsDialog& settings, QWidget* parent) :
     addPage(new OptionsSystemPage(settings_), Text::SettingsSystem, SettingsMode::All);
     addPage(new OptionsExplorerPage(settings_), Text::SettingsExplorer, SettingsMode::Explorer);
     addPage(logs_, Text::SettingsLogs, SettingsMode::Logs);
-    tabSettings_->setMinimumHeight(tabHeight(settings_.Mode()) / kTwipsPerPixel);
+    auto* const pages = new QHBoxLayout;
+    pages->addWidget(tabSettings_);
+    pages->addStrut(tabHeight(settings_.Mode()) / kTwipsPerPixel);
 
     QDialogButtonBox* const buttons = okAndCancel(session);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(tabSettings_);
+    layout->addLayout(pages);
     layout->addWidget(buttons);
 }
 
