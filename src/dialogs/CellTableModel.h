@@ -10,8 +10,6 @@ class QTableView;
 namespace kestrane {
 
 class CellTableModel : public QAbstractTableModel {
-    Q_OBJECT
-
 public:
     explicit CellTableModel(CellTable table, QObject* parent = nullptr);
 

@@ -20,8 +20,6 @@ namespace kestrane {
 class CellTableModel;
 
 class frmEvents : public QDialog {
-    Q_OBJECT
-
 public:
     struct Owner {
         std::function<void(const RowRange& rows)> mark; // rows of the log, counted from 1
