@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cctype>
 #include <iterator>
+#include <map>
 #include <set>
 
 namespace kestrane {
@@ -162,18 +163,46 @@ bool isLetter(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) != 0;
 }
 
-// The letters that are taken, regardless of case.
-using Letters = std::set<int>;
-
-bool take(Letters& taken, char letter) {
-    return taken.insert(std::tolower(static_cast<unsigned char>(letter))).second;
+char lowerCase(char c) {
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
 }
 
-void giveFreeLetter(std::string& text, Letters& taken) {
-    for (const bool isAtWord : {true, false}) {
+bool isAtWord(const std::string& text, std::size_t at) {
+    return at == 0 || !isLetter(text[at - 1]);
+}
+
+// The letters of a text by preference: the marked one, those at which a word begins, the others.
+std::string lettersOf(const std::string& text) {
+    const std::size_t marked = mnemonicOf(text);
+    std::string first = marked == std::string::npos ? std::string() : std::string(1, lowerCase(text[marked]));
+    std::string others;
+    for (std::size_t at = 0; at < text.size(); ++at)
+        if (isLetter(text[at])) (isAtWord(text, at) ? first : others) += lowerCase(text[at]);
+    return first + others;
+}
+
+// The number of the text that has a letter.
+using Seats = std::map<char, std::size_t>;
+
+// Gives a text a letter that is free, or one whose owner can take another. False when there is none.
+bool seat(std::size_t text, const std::vector<std::string>& letters, Seats& seats, std::set<char>& tried) {
+    for (const char letter : letters[text])
+        if (seats.emplace(letter, text).second) return true;
+    for (const char letter : letters[text]) {
+        if (!tried.insert(letter).second || !seat(seats[letter], letters, seats, tried)) continue;
+        seats[letter] = text;
+        return true;
+    }
+    return false;
+}
+
+void mark(std::string& text, char letter) {
+    const std::size_t marked = mnemonicOf(text);
+    if (marked != std::string::npos && lowerCase(text[marked]) == letter) return;
+    if (marked != std::string::npos) text.erase(marked - 1, 1);
+    for (const bool atWord : {true, false}) {
         for (std::size_t at = 0; at < text.size(); ++at) {
-            if (!isLetter(text[at]) || (isAtWord && at > 0 && isLetter(text[at - 1]))) continue;
-            if (!take(taken, text[at])) continue;
+            if (lowerCase(text[at]) != letter || (atWord && !isAtWord(text, at))) continue;
             text.insert(at, 1, kMark);
             return;
         }
@@ -340,16 +369,21 @@ std::vector<std::string> menuTexts(const Session& session, Menu menu) {
     std::vector<std::string> texts;
     for (const MenuItem& item : kItems)
         if (item.menu == menu) texts.push_back(session.LoadText(item.text));
-    Letters taken;
-    std::vector<std::string*> others;
-    for (std::string& text : texts) {
-        const std::size_t at = mnemonicOf(text);
-        if (at != std::string::npos && take(taken, text[at])) continue;
-        if (at != std::string::npos) text.erase(at - 1, 1);
-        others.push_back(&text);
+    std::vector<std::string> letters;
+    for (const std::string& text : texts)
+        letters.push_back(lettersOf(text));
+    Seats seats;
+    std::vector<std::size_t> others;
+    for (std::size_t text = 0; text < texts.size(); ++text)
+        if (mnemonicOf(texts[text]) == std::string::npos || !seats.emplace(letters[text].front(), text).second)
+            others.push_back(text);
+    for (const std::size_t text : others) {
+        std::set<char> tried;
+        const std::size_t marked = mnemonicOf(texts[text]);
+        if (!seat(text, letters, seats, tried) && marked != std::string::npos) texts[text].erase(marked - 1, 1);
     }
-    for (std::string* const text : others)
-        giveFreeLetter(*text, taken);
+    for (const auto& [letter, text] : seats)
+        mark(texts[text], letter);
     return texts;
 }
 

@@ -316,7 +316,7 @@ TEST(History, SaysWhatEveryEditChangedOnceItsFiguresAreThere) {
     EXPECT_EQ(last(), "Delete Log|Evening||");
     one.undo();
     EXPECT_EQ(last(), "Undo Delete Log||Evening|");
-    EXPECT_EQ(one.file().History.lines().size(), 7U);
+    EXPECT_EQ(one.file().History.lines().size(), 9U);
 }
 
 } // namespace
