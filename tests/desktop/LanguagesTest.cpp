@@ -46,9 +46,9 @@ std::string stretched(std::string_view text) {
 Language foreignLanguage() {
     static std::deque<std::string> texts;
     static std::vector<TextEntry> words;
-    for (const TextEntry& entry : TextTable())
-        if (words.size() < TextTable().size() && !isNoWord(entry))
-            words.push_back({entry.Id, texts.emplace_back(stretched(entry.Text))});
+    if (words.empty())
+        for (const TextEntry& entry : TextTable())
+            if (!isNoWord(entry)) words.push_back({entry.Id, texts.emplace_back(stretched(entry.Text))});
     return {"zz", "", words};
 }
 
@@ -92,7 +92,9 @@ bool isCut(const QWidget& widget) {
 }
 
 void checkTexts(const QWidget& window, const std::string& where) {
-    for (const QWidget* widget : window.findChildren<QWidget*>() << const_cast<QWidget*>(&window)) {
+    QList<const QWidget*> widgets = window.findChildren<const QWidget*>();
+    widgets.push_back(&window);
+    for (const QWidget* widget : widgets) {
         if (!widget->isVisible() || widget->inherits("QCalendarView")) continue;
         const std::string name = where + ": " + widget->objectName().toStdString();
         for (const QString& text : textsOf(*widget))
