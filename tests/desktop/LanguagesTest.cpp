@@ -103,9 +103,9 @@ void checkTexts(const QWidget& window, const std::string& where) {
     QList<const QWidget*> widgets = window.findChildren<const QWidget*>();
     widgets.push_back(&window);
     for (const QWidget* widget : widgets) {
-        const bool isOfToolkit = widget->inherits("QMdiSubWindow") || widget->parentWidget()->inherits("QTabBar") ||
-                                 widget->inherits("QMenu");
-        const bool isOfExport = widget->inherits("QTableView") && widget->window()->inherits("frmExport");
+        const bool isOfToolkit = widget->inherits("QMdiSubWindow") ||
+                                 qobject_cast<QTabBar*>(widget->parentWidget()) != nullptr || widget->inherits("QMenu");
+        const bool isOfExport = widget->inherits("QTableView") && widget->window()->objectName() == "frmExport";
         if (!widget->isVisible() || isOfToolkit || isOfExport) continue;
         const std::string name = where + ": " + widget->objectName().toStdString();
         for (const QString& text : textsOf(*widget))
