@@ -10,9 +10,11 @@
 #include "platform/Format.h"
 #include "platform/Sha256.h"
 #include "protection/ProtectorDatabase.h"
+#include "server/KestraneThread.h"
 #include "server/LogLoading.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cctype>
 
 namespace kestrane {
@@ -51,13 +53,22 @@ void readFiles(Session& session, const AssessmentDocument& document, Measurement
     reading.server = session.server;
     for (std::size_t i = 0; i < files.size() && progress(i, files.size()); ++i) {
         std::string hash;
-        const ReadBytes read = [&hash](const std::string& path) {
+        std::atomic<bool> isHashed = true;
+        std::shared_ptr<BackgroundWork> hashing;
+        // While the file is read, a worker thread hashes a copy: the reader gives the pages of the bytes back.
+        const ReadBytes read = [&](const std::string& path) {
             std::shared_ptr<FileBytes> bytes = readFile(path);
-            hash = sha256Of(bytes->view());
+            if (reading.server == nullptr) {
+                hash = sha256Of(bytes->view());
+                return bytes;
+            }
+            isHashed = false;
+            hashing = reading.server->Run([&hash, copy = std::string(bytes->view())] { hash = sha256Of(copy); },
+                                          [&isHashed] { isHashed = true; });
             return bytes;
         };
         bool isOpen = OpenFile(reading, files[i], OpenSource::Named, true, read);
-        session.pump.runUntil([&] { return noLogIsBusy(reading); });
+        session.pump.runUntil([&] { return isHashed && noLogIsBusy(reading); });
         forEachLog(reading, [&isOpen](const clsLog& log) { isOpen = isOpen && !log.HasFailedRecalc; });
         measured.take(session, document.Now(), document.Path(), files[i],
                       isOpen ? reading.OpenFiles.front().get() : nullptr, hash,

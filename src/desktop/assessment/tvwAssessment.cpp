@@ -81,7 +81,7 @@ void tvwAssessment::ShowRows(const std::vector<AssessmentRow>& rows, const Asses
     clear();
     places_.clear();
     assessment_ = &assessment;
-    addRows(invisibleRootItem(), rows);
+    addTopLevelItems(itemsOf(rows));
     expandAll();
     for (QTreeWidgetItemIterator at(this, QTreeWidgetItemIterator::HasChildren); *at != nullptr; ++at)
         if (std::ranges::find(folded, *placeOf(*at)) != folded.end()) (*at)->setExpanded(false);
@@ -90,9 +90,11 @@ void tvwAssessment::ShowRows(const std::vector<AssessmentRow>& rows, const Asses
     if (currentItem() == nullptr && topLevelItemCount() > 0) setCurrentItem(topLevelItem(0), 0);
 }
 
-void tvwAssessment::addRows(QTreeWidgetItem* parent, const std::vector<AssessmentRow>& rows) {
+// They are filled before they come into the tree, which would look at each of their texts otherwise.
+QList<QTreeWidgetItem*> tvwAssessment::itemsOf(const std::vector<AssessmentRow>& rows) {
+    QList<QTreeWidgetItem*> items;
     for (const AssessmentRow& row : rows) {
-        auto* const item = new QTreeWidgetItem(parent);
+        auto* const item = new QTreeWidgetItem;
         for (std::size_t column = 0; column < kAssessmentColumns; ++column) {
             const int at = static_cast<int>(column);
             item->setText(at, shown(row.Cells[column]));
@@ -103,8 +105,10 @@ void tvwAssessment::addRows(QTreeWidgetItem* parent, const std::vector<Assessmen
         item->setData(0, kPlaceRole, static_cast<int>(places_.size()));
         item->setFlags(item->flags() | Qt::ItemIsEditable);
         places_.push_back(row.Place);
-        addRows(item, row.Children);
+        item->addChildren(itemsOf(row.Children));
+        items.push_back(item);
     }
+    return items;
 }
 
 std::optional<AssessmentPlace> tvwAssessment::placeOf(const QTreeWidgetItem* item) const {

@@ -42,7 +42,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    void addRows(QTreeWidgetItem* parent, const std::vector<AssessmentRow>& rows);
+    QList<QTreeWidgetItem*> itemsOf(const std::vector<AssessmentRow>& rows);
     std::optional<AssessmentPlace> placeOf(const QTreeWidgetItem* item) const;
 
     const Session& session_;
