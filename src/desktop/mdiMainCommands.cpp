@@ -132,7 +132,7 @@ void mdiMain::begin(const std::function<void()>& work) {
 // Checks the rule again, because a menu may show the state of a moment ago.
 void mdiMain::give(Command command) {
     if (frmAssessment* const assessment = activeAssessment(); assessment != nullptr) assessment->CommitEntries();
-    noteCommand(actions_.at(command)->text().toStdString());
+    noteCommand(actions_.at(command)->text().remove('&').toStdString());
     begin([&] {
         if (IsMenuEnabled(session_, command, menuState())) run(command);
     });

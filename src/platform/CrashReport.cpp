@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -186,7 +187,8 @@ std::string takeCrashReport(const std::string& folder) {
     std::error_code failed;
     for (const fs::path& report : reportsIn(folder)) {
         fs::create_directories(told, failed);
-        const auto seconds = fs::last_write_time(report, failed).time_since_epoch().count();
+        const auto written = std::chrono::file_clock::to_sys(fs::last_write_time(report, failed));
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(written.time_since_epoch()).count();
         const std::string path = told + report.stem().string() + "-" + std::to_string(seconds) + ".txt";
         fs::rename(report, path, failed);
         if (!failed && newest.empty()) newest = path;

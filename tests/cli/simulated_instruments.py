@@ -141,6 +141,7 @@ with concurrent.futures.ThreadPoolExecutor(max_workers=64) as pool:
     CALLS["no clock"] = pool.submit(Call, ["sync-clock"], BREVIK)
     CALLS["rows"] = pool.submit(Call, ["download"], CORVANE, more=["--logs", "2,4", "-o", in_folder("rows.xml")])
     CALLS["no such log"] = pool.submit(Call, ["download"], CORVANE, more=["--logs", "1,99", "-o", in_folder("none.xml")])
+    CALLS["recorded text"] = pool.submit(Call, DOWNLOAD, CORVANE, more=["--transcript", in_folder("text transcript")])
     CALLS["recorded"] = pool.submit(Call, DOWNLOAD, BREVIK, more=["--transcript", in_folder("transcript")])
 CALLS = {key: future.result() for key, future in CALLS.items()}
 
@@ -429,6 +430,31 @@ class Faults(unittest.TestCase):
     def test_a_transcript_is_an_instrument(self):
         again = Call(DOWNLOAD, ["--replay", in_folder("transcript")])
         self.assertEqual(again.document["InstrumentDatas"], CALLS["recorded"].document["InstrumentDatas"])
+
+    def test_logs_that_are_whole_are_read_out_of_a_transcript(self):
+        def resumed(transcript):
+            return subprocess.run([CLI, "--settings", in_folder("settings.ini"), "--decimal-separator", ".", *DOWNLOAD,
+                                   "--resume", transcript], capture_output=True, text=True, timeout=PATIENCE)
+
+        def logs_in(document):
+            return [json.dumps(log) for data in document["InstrumentDatas"]
+                    for kind in ("Locations", "Octaves", "ThirdOctaves") for log in data[kind]]
+
+        for transcript, key in (("transcript", "recorded"), ("text transcript", "recorded text")):
+            whole = CALLS[key].document
+            self.assertEqual(json.loads(resumed(in_folder(transcript)).stdout)["InstrumentDatas"], whole["InstrumentDatas"])
+        text = open(in_folder("text transcript"), encoding="ascii").read()
+        found = 0
+        for part in (0.02, 0.5, 0.75, 0.95):  # as if the line had gone away there
+            with open(in_folder("broken"), "w", encoding="ascii") as broken:
+                broken.write(text[:int(len(text) * part)])
+            call = resumed(in_folder("broken"))
+            logs = logs_in(json.loads(call.stdout)) if call.returncode == 0 else []
+            self.assertTrue(logs or "no whole log" in call.stderr, call.stderr)
+            self.assertLessEqual(set(logs), set(logs_in(whole)))
+            self.assertGreaterEqual(len(logs), found)
+            found = len(logs)
+        self.assertGreater(found, 0)
 
 
 class Progress(unittest.TestCase):

@@ -101,10 +101,10 @@ class Session:
         expected = bool(self.copies())
         self.begun = len(self.edits)
         process = subprocess.Popen([self.program, str(self.file)], env=environment, stderr=subprocess.DEVNULL)
-        wait_for("the window", lambda: process.poll() is not None or windows(FRAME))
+        found = wait_for("the window", lambda: process.poll() is not None or windows(FRAME))
         if process.poll() is not None:
             raise SystemExit(f"FAILED: the program ended by itself with {process.returncode}")
-        frame = windows(FRAME)[-1]
+        frame = found[-1]
         if expected:
             end = time.monotonic() + PATIENCE
             while not windows(OFFER) and time.monotonic() < end:
