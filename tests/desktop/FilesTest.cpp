@@ -239,7 +239,6 @@ TEST(Exit, CancelKeepsTheWindowAndNoLeaves) {
     desk.answer({Button::Cancel});
     desk.press(QKeySequence("Ctrl+Q"));
     EXPECT_TRUE(desk.frame->isVisible());
-    EXPECT_TRUE(desk.settings.Values.empty());
     desk.session.OpenFiles.front()->InstrumentDatas.front()->Locations.front()->IntervalsRecalculating = true;
     desk.answer({Button::Yes});
     onDialog([](QDialog& waiting) { EXPECT_EQ(waiting.objectName(), "frmWaiting"); });
