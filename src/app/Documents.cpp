@@ -191,14 +191,23 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
     Session& session = file.session();
     std::string message;
     bool isLoaded = false;
+    std::shared_ptr<BackgroundWork> hashing; // while the bytes are read
+    bool isHashed = true;
     const ReadBytes stamping = [&](const std::string& path) {
         const FileStamp stamp = stampOf(path); // taken before, so that a change while it is read is noticed
         std::shared_ptr<FileBytes> bytes = read(path);
         file.OnDisk = stamp;
-        if (stamp.IsKnown()) file.OnDisk.Hash = sha256Of(bytes->view());
+        const auto hash = [&file, bytes] { file.OnDisk.Hash = sha256Of(bytes->view()); };
+        if (session.server == nullptr) {
+            hash();
+        } else {
+            isHashed = false;
+            hashing = session.server->Run(hash, [&isHashed] { isHashed = true; });
+        }
         return bytes;
     };
     waitFor(session, [&] { isLoaded = LoadDocument(file, message, session.StateFolder.empty() ? read : stamping); });
+    session.pump.runUntil([&isHashed] { return isHashed; });
     if (!isLoaded) {
         session.ShowMessage(message, kIconStop);
         return false;
