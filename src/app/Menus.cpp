@@ -369,9 +369,8 @@ std::vector<std::string> menuTexts(const Session& session, Menu menu) {
     std::vector<std::string> texts;
     for (const MenuItem& item : kItems)
         if (item.menu == menu) texts.push_back(session.LoadText(item.text));
-    std::vector<std::string> letters;
-    for (const std::string& text : texts)
-        letters.push_back(lettersOf(text));
+    std::vector<std::string> letters(texts.size());
+    std::ranges::transform(texts, letters.begin(), lettersOf);
     Seats seats;
     std::vector<std::size_t> others;
     for (std::size_t text = 0; text < texts.size(); ++text)
