@@ -129,6 +129,7 @@ TEST(IntervalWizard, ExcludesARangeThatIsSavedWithTheFile) {
         click(dialog, "optInclude1");
         select(dialog, "lstIntervals0", 61);
         select(dialog, "lstIntervals1", 90);
+        control<QLineEdit>(dialog, "txtReason").setText("Radio");
         click(dialog, "cmdFinish");
     });
     desk.press(QKeySequence("Ctrl+I"));
@@ -152,7 +153,16 @@ TEST(IntervalWizard, ExcludesARangeThatIsSavedWithTheFile) {
     desk.settle();
     desk.clickNode("Broadband 1");
     onDialog([&](QDialog& dialog) {
+        const auto& history = control<QTableWidget>(dialog, "tblHistory");
+        ASSERT_EQ(history.rowCount(), 2);
+        EXPECT_EQ(history.item(0, 1)->text() + "|" + history.item(0, 5)->text(), "Interval Selection|Radio");
+        EXPECT_EQ(history.item(1, 1)->text(), "Save");
+        dialog.reject();
+    });
+    desk.press(QKeySequence("Ctrl+Shift+H"));
+    onDialog([&](QDialog& dialog) {
         EXPECT_EQ(control<QListView>(dialog, "lstIntervals0").currentIndex().row(), 60) << "no welcome this time";
+        EXPECT_EQ(control<QLineEdit>(dialog, "txtReason").text(), "Radio") << "it is not in the data file";
         EXPECT_TRUE(control<QAbstractButton>(dialog, "optInclude1").isChecked());
         click(dialog, "cmdClear");
         desk.answer({Button::Cancel, Button::Ok});

@@ -7,7 +7,6 @@
 #include "reports/RecordingPage.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPrinterInfo>
@@ -89,9 +88,14 @@ TEST(Print, ThePreviewShowsPagesAndSavesThem) {
             QTest::keyClick(&save, Qt::Key_Return);
         });
         click(dialog, "cmdSave");
+        click(dialog, "chkPart3"); // the exposure calculator, on a page of its own
+        EXPECT_GT(number.maximum(), 2);
+        EXPECT_FALSE(control<QCheckBox>(dialog, "chkPart0").isEnabled()) << "there is no spectrum";
+        dialog.reject();
     });
     desk.command("Print Preview...").trigger();
     EXPECT_EQ(desk.asked(), "");
+    EXPECT_EQ(desk.session.state->read("Reports", "Parts", {}), "exposure");
     QProcess text;
     text.start("pdftotext", {file, "-"});
     text.waitForFinished();
