@@ -34,7 +34,8 @@ PageFrame::PageFrame(const Session& session, const PageHeading& heading, const P
     body_ = wholePage();
     double logoWidth = logo_.empty() ? 0 : metrics.pictureWidth(logo_, kLogoBox);
     if (logoWidth == 0) {
-        if (!logo_.empty()) session.frame->Tell(ReplaceText(session.LoadText(Text::LogoNotUsed), "^", logo_));
+        if (!logo_.empty() && !heading.IsPart)
+            session.frame->Tell(ReplaceText(session.LoadText(Text::LogoNotUsed), "^", logo_));
         logo_.clear();
         logoWidth = metrics.pictureWidth({}, kLogoBox);
     }

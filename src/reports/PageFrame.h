@@ -27,6 +27,7 @@ struct PageHeading {
     std::string Title;
     std::string FileName; // in the foot line
     bool IsModified = false;
+    bool IsPart = false; // of a document that has said already what is wrong with its logo
 };
 
 class PageFrame {

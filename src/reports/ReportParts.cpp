@@ -13,7 +13,7 @@ namespace kestrane {
 namespace {
 
 PrintedView viewOf(const ReportSubject& subject, LogTab tab, const PageMetrics& metrics) {
-    return {subject.file, subject.log, tab, !subject.Modification.empty(), metrics};
+    return {subject.file, subject.log, tab, !subject.Modification.empty(), metrics, true};
 }
 
 template <LogTab tab>
@@ -51,7 +51,7 @@ std::unique_ptr<PagedDocument> exposureOf(const ReportSubject& subject, const Pa
     log.Copy(subject.log, 0, 0);
     log.DoseLogIntervals = subject.log.DoseLogIntervals; // a copy of the log swaps figures of theirs
     fillExposureRows(log);
-    return exposurePages({subject.file, log, eTabExposureCalculator, false, metrics});
+    return exposurePages({subject.file, log, eTabExposureCalculator, false, metrics, true});
 }
 
 constexpr ReportPartRow kRows[] = {

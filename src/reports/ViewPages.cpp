@@ -27,7 +27,7 @@ using Cells = std::vector<std::vector<std::string>>;
 PageHeading headingOf(const PrintedView& view, std::string title, int band = 0) {
     if (!view.log.Name.empty()) title = view.log.Name + " - " + title;
     if (band > 0) title += " - " + bandLabel(view.log, band);
-    return {title, view.file.ShortenedFileName(), view.IsModified};
+    return {title, view.file.ShortenedFileName(), view.IsModified, view.IsPart};
 }
 
 PageHeading headingOf(const PrintedView& view, int band = 0) {

@@ -21,6 +21,7 @@ struct PrintedView {
     LogTab tab;
     bool IsModified;
     const PageMetrics& metrics;
+    bool IsPart = false; // of a report
 };
 
 // The chart with a text below it, which may be empty.

@@ -51,6 +51,14 @@ class Report(InAFolder):
             self.assertIn(mark, outputs[0])
         self.assertNotIn(b"/S /Transparency", outputs[0])
 
+    def test_a_logo_that_is_too_large_is_told_once_and_left_out(self):
+        with open("logo.pgm", "wb") as logo:       # 100 million pixels, of which only the head is there
+            logo.write(b"P5 10000 10000 255\n")
+        with open("settings.ini", "w", encoding="utf-8") as settings:
+            settings.write("[Preferences]\nCompanyLogo=logo.pgm\nReportFooter=Fen Acoustics\n")
+        status, out, err = run("report", sample("roadworks-selection"), "--with", "exposure,criteria", "-o", "out.pdf")
+        self.assertEqual((status, out, err.count("logo.pgm"), len(err.splitlines())), (0, "", 1, 1))
+
     def test_refusals(self):
         night = sample("night-environment")
         for words, status in (([night], 2), ([night, "--form", "long", "-o", "out.pdf"], 2), ([night, "--form", "1", "-o", "out.pdf"], 2), ([night, "-o", "none/out.pdf"], 1),
