@@ -159,7 +159,8 @@ TEST(IntervalWizard, ExcludesARangeThatIsSavedWithTheFile) {
         EXPECT_EQ(history.item(1, 1)->text(), "Save");
         dialog.reject();
     });
-    desk.press(QKeySequence("Ctrl+Shift+H"));
+    desk.command("History...").trigger();
+    goBackTo(desk);
     onDialog([&](QDialog& dialog) {
         EXPECT_EQ(control<QListView>(dialog, "lstIntervals0").currentIndex().row(), 60) << "no welcome this time";
         EXPECT_EQ(control<QLineEdit>(dialog, "txtReason").text(), "Radio") << "it is not in the data file";

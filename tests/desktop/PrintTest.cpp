@@ -69,11 +69,11 @@ TEST(Print, ThePreviewShowsPagesAndSavesThem) {
         auto& number = control<QSpinBox>(dialog, "spnPage");
         auto& report = control<QComboBox>(dialog, "cboReport");
         auto& area = control<QWidget>(dialog, "area");
-        EXPECT_EQ(number.maximum(), 3);
+        EXPECT_EQ(number.maximum(), 4);
         const QImage first = page.pixmap().toImage();
         EXPECT_GT(first.height(), first.width());
         QTest::keyClick(&area, Qt::Key_End);
-        EXPECT_EQ(number.value(), 3);
+        EXPECT_EQ(number.value(), 4);
         EXPECT_NE(page.pixmap().toImage(), first);
         QTest::keyClick(&area, Qt::Key_Plus);
         EXPECT_GT(page.width(), first.width());
