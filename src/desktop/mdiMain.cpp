@@ -133,7 +133,7 @@ mdiMain::mdiMain(Session& session) :
     });
     connect(QApplication::clipboard(), &QClipboard::dataChanged, this, &mdiMain::readClipboard);
 
-    resize(kFirstSize);
+    resize(kFirstSize.boundedTo(screen()->availableSize()));
     if (const auto placement = readPlacement(*session.state)) {
         std::vector<Placement> screens;
         for (const QScreen* screen : QGuiApplication::screens())
