@@ -17,6 +17,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QSplitter>
 #include <QTableWidget>
 
@@ -26,7 +27,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr QSize kFirstSize(1180, 720); // at most; the screen may be smaller
+constexpr QSize kFirstSize(1180, 720); // as far as the screen is larger
 constexpr QSize kPicture(1200, 700);
 constexpr double kPercent = 100;
 
@@ -65,7 +66,7 @@ frmRank::frmRank(Session& session, const clsFile& file, const clsLog& log, Corre
     layout->addWidget(topBar());
     layout->addWidget(parts, 1);
     layout->addWidget(bottomBar());
-    resize(kFirstSize);
+    resize(kFirstSize.boundedTo(screen()->availableSize() * 9 / 10));
     connect(grdRanks_, &QTableWidget::itemSelectionChanged, this, &frmRank::showSelected);
     connect(grdRanks_, &QTableWidget::itemDoubleClicked, this, &QDialog::accept);
     showRanks();

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QSplitter>
 #include <QTableView>
 #include <QToolButton>
@@ -52,7 +53,8 @@ frmHPD::frmHPD(ProtectorScreen& screen, const Download& download, QWidget* paren
     layout->addWidget(damageBar());
     layout->addWidget(sides, 1);
     layout->addWidget(buttonRow());
-    resize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kLines);
+    resize(QSize(fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kLines)
+               .boundedTo(this->screen()->availableSize() * 9 / 10));
 
     connect(lvwHPD_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] { showSelected(); });
     connect(lvwHPD_, &QTableView::doubleClicked, this, [this] {
