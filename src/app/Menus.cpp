@@ -373,6 +373,7 @@ std::vector<std::string> menuTexts(const Session& session, Menu menu) {
     std::ranges::transform(texts, letters.begin(), lettersOf);
     Seats seats;
     std::vector<std::size_t> others;
+    others.reserve(texts.size());
     for (std::size_t text = 0; text < texts.size(); ++text)
         if (mnemonicOf(texts[text]) == std::string::npos || !seats.emplace(letters[text].front(), text).second)
             others.push_back(text);
