@@ -281,6 +281,7 @@ TEST(RangeOnTheChart, ItsDistributionAndOtherLogsAreSeenBesideIt) {
         EXPECT_TRUE(QApplication::clipboard()->text().startsWith("Broadband 1\r\nL50 "));
     });
     desk.press(QKeySequence("Ctrl+Shift+D"));
+    goBackTo(desk);
     onDialog([&](QDialog& dialog) {
         EXPECT_EQ(rows(dialog, "tblCompare"), 2) << "the log on view, and the mean";
         auto& list = control<QListWidget>(dialog, "lstLogs");
