@@ -200,6 +200,7 @@ void chaTab::press(const QMouseEvent& event) {
     isMarking_ = isMarkable_ && isWithShift && event.button() == Qt::LeftButton &&
                  plot_->axisArea().rect().contains(event.pos());
     if (isMarking_) {
+        readAt({});
         const QCPAxis& rows = *plot_->axisArea().axis(QCPAxis::atBottom);
         const double place = rows.pixelToCoord(event.position().x());
         marked_.takeAt(place, rows.pixelToCoord(event.position().x() + kGrip) - place);

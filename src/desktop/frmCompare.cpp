@@ -15,6 +15,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTableView>
 
@@ -26,7 +27,7 @@ namespace kestrane {
 namespace {
 
 constexpr QSize kSize(980, 600);
-constexpr int kListWidth = 34; // characters
+constexpr int kWidestList = 360; // pixels
 constexpr int kTableLines = 7;
 
 } // namespace
@@ -42,8 +43,9 @@ frmCompare::frmCompare(const Session& session, const clsLog* first, Copy copy, Q
     table_->setMaximumHeight(fontMetrics().lineSpacing() * 2 * kTableLines);
     list_ = new QListWidget;
     nameControl(*list_, "lstLogs", loadPlainText(session, Text::CompareChoose));
-    list_->setFixedWidth(fontMetrics().averageCharWidth() * kListWidth);
     fillList(first);
+    const int room = 2 * list_->frameWidth() + list_->verticalScrollBar()->sizeHint().width();
+    list_->setFixedWidth(std::min(list_->sizeHintForColumn(0) + room, kWidestList));
 
     auto* const buttons = new QDialogButtonBox;
     QPushButton* const copyButton =

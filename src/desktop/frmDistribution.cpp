@@ -9,9 +9,11 @@
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QTableView>
 
@@ -64,6 +66,8 @@ frmDistribution::frmDistribution(const clsLog& log, std::vector<AnalysedRow> row
     showClasses();
     showPercentiles();
     resize(kSize);
+    const int wholeTable = table_->horizontalHeader()->length() + table_->verticalScrollBar()->sizeHint().width();
+    splitter->setSizes({kSize.width() - wholeTable, wholeTable});
     width_->setFocus();
 }
 

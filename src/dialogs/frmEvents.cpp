@@ -17,7 +17,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr QSize kSize(600, 440);
+constexpr QSize kSize(560, 300);
 constexpr double kMostLevel = 200;     // dB
 constexpr double kMostSeconds = 86400; // a day
 
