@@ -4,6 +4,7 @@
 #include "dialogs/Words.h"
 #include "dialogs/frmExpTime.h"
 
+#include <QAbstractItemView>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -27,6 +28,7 @@ namespace {
 constexpr int kParameterRows = 7;
 constexpr int kThinnest = 10; // twentieths of a point
 constexpr int kThickest = 60;
+constexpr int kLimitsWidth = 18; // characters
 
 struct FontRow {
     clsFont clsLogOptions::*font;
@@ -210,6 +212,9 @@ QGridLayout* OptionsLogsPage::lines() {
     for (const Text::Id text : {Text::LinesNone, Text::LinesUsual, Text::LinesCriterion, Text::LinesOwn})
         limits->addItem(loadText(session, text));
     limits->setCurrentIndex(static_cast<int>(lines.Limits));
+    limits->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // the list is as wide as its texts
+    limits->setMinimumContentsLength(kLimitsWidth);
+    limits->view()->setMinimumWidth(limits->view()->sizeHintForColumn(0) + limits->view()->frameWidth() * 2);
     auto* const own = new QLineEdit(shown(lines.OwnLevels));
     nameControl(*own, "txtOwnLines", loadText(session, Text::OwnLines));
     own->setToolTip(own->accessibleName());
@@ -227,6 +232,7 @@ QGridLayout* OptionsLogsPage::lines() {
     grid->addWidget(limits, 0, 1);
     grid->addWidget(own, 0, 2);
     grid->addWidget(running, 1, 0, 1, 3);
+    grid->setColumnStretch(1, 2);
     grid->setColumnStretch(2, 1);
     return grid;
 }
