@@ -12,8 +12,10 @@ constexpr double kHatch = 8; // pixels from one line to the next
 // Lines that rise to the right through a rectangle. Lines of neighbouring rectangles continue each other. They are cut
 // to the rectangle here, because not every device that is drawn on can clip.
 void addHatching(QList<QLineF>& lines, const QRectF& area) {
-    const double last = area.right() + area.bottom();
-    for (double sum = std::ceil((area.left() + area.top()) / kHatch) * kHatch; sum < last; sum += kHatch) {
+    const auto lineAt = [](double sum) { return static_cast<int>(std::ceil(sum / kHatch)); };
+    const int end = lineAt(area.right() + area.bottom());
+    for (int line = lineAt(area.left() + area.top()); line < end; ++line) {
+        const double sum = line * kHatch; // of x and y along the line
         const double from = std::max(area.left(), sum - area.bottom());
         const double to = std::min(area.right(), sum - area.top());
         if (from < to) lines.append(QLineF(from, sum - from, to, sum - to));

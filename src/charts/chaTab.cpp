@@ -203,7 +203,7 @@ void chaTab::press(const QMouseEvent& event) {
         readAt({});
         const QCPAxis& rows = *plot_->axisArea().axis(QCPAxis::atBottom);
         const double place = rows.pixelToCoord(event.position().x());
-        marked_.takeAt(place, rows.pixelToCoord(event.position().x() + kGrip) - place);
+        marked_.takeAt({place, rows.pixelToCoord(event.position().x() + kGrip) - place});
         showMarked();
         emit RangeMarked();
     }

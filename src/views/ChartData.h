@@ -58,8 +58,8 @@ struct ChartData {
     std::size_t RowCount = 0;
     std::function<std::string(std::size_t row)> RowLabel;
     std::function<std::string(std::size_t row)> RowName;
-    // When each row begins, in seconds as in model/RowClock.h: the axis then has marks at round times. Empty when that is
-    // not known; the axis then has the labels of the rows.
+    // When each row begins, in seconds as in model/RowClock.h: the axis then has marks at round times. Empty when that
+    // is not known; the axis then has the labels of the rows.
     std::vector<std::int64_t> RowBegins;
     std::vector<std::uint8_t> ExcludedRows; // a flag for each row that is left out of calculations; empty when none is
     std::size_t DivisionsPerLabel = 1;      // the number of rows from one label to the next

@@ -18,18 +18,18 @@ std::size_t MarkedRange::rowAt(double place) const {
     return static_cast<std::size_t>(std::clamp(std::round(place), 0.0, static_cast<double>(rowCount_) - 1));
 }
 
-void MarkedRange::takeAt(double place, double reach) {
+void MarkedRange::takeAt(const Grip& grip) {
     if (rowCount_ == 0) return;
     if (const auto marked = rows()) {
         const auto [first, last] = *marked;
-        const double fromFirst = std::abs(place - (static_cast<double>(first) - 0.5));
-        const double fromLast = std::abs(place - (static_cast<double>(last) + 0.5));
-        if (std::min(fromFirst, fromLast) <= reach) {
+        const double fromFirst = std::abs(grip.Place - (static_cast<double>(first) - 0.5));
+        const double fromLast = std::abs(grip.Place - (static_cast<double>(last) + 0.5));
+        if (std::min(fromFirst, fromLast) <= grip.Reach) {
             cursors_ = fromFirst < fromLast ? Cursors{last, first} : Cursors{first, last};
             return;
         }
     }
-    cursors_ = {rowAt(place), rowAt(place)};
+    cursors_ = {rowAt(grip.Place), rowAt(grip.Place)};
 }
 
 void MarkedRange::moveTo(double place) {

@@ -20,9 +20,13 @@ public:
 
     std::optional<std::size_t> movingRow() const; // the row of the cursor that moves
 
-    // Puts a cursor on the row at a place. When an end of the range is not further than reach from the place, that end
+    struct Grip {
+        double Place, Reach;
+    };
+
+    // Puts a cursor on the row at a place. When an end of the range is not further than its reach from there, that end
     // moves and the other stays; else both cursors are put there.
-    void takeAt(double place, double reach);
+    void takeAt(const Grip& grip);
     void moveTo(double place); // of the cursor that moves; nothing without rows
 
     // Moves the cursor by a number of rows, at most to the first or last row. When nothing is marked, both cursors are

@@ -24,9 +24,10 @@ std::string endText(const clsLog& log, std::size_t row) {
     const std::int64_t end = rowBegin(rows, row) + rowSeconds(rows, row, log.Interval);
     const RowTimes times(log);
     const std::string date = times.shortDate(row);
-    const std::string time = durationText(static_cast<double>(end % kDay));
+    std::string time = durationText(static_cast<double>(end % kDay));
     if (date.empty()) return time;
-    return formatDate(static_cast<CalendarTime>(end / kDay), "dd/mm/yy") + " " + time;
+    const std::int64_t day = end / kDay;
+    return formatDate(static_cast<CalendarTime>(day), "dd/mm/yy") + " " + time;
 }
 
 std::string lengthText(const clsLog& log, const RowRange& range, double counting) {

@@ -30,10 +30,10 @@ std::int64_t stepFor(std::int64_t passed, std::size_t most) {
     return step != kSteps.end() ? *step : (least + kDay - 1) / kDay * kDay;
 }
 
-std::string labelOf(std::int64_t time, std::int64_t step, std::int64_t& day) {
+std::string labelOf(std::int64_t time, bool hasSeconds, std::int64_t& day) {
     clsTime ofDay;
     ofDay.setTimeFromSeconds(static_cast<std::int32_t>(time % kDay));
-    std::string label = step % kMinute == 0 ? ofDay.hh_mm() : ofDay.hh_mm_ss();
+    std::string label = hasSeconds ? ofDay.hh_mm_ss() : ofDay.hh_mm();
     if (time / kDay == day || time / kDay <= kFirstDay) return label;
     day = time / kDay;
     return label + "\n" + formatDate(static_cast<CalendarTime>(day), "dd/mm/yy");
@@ -81,7 +81,8 @@ std::vector<TimeMark> timeMarks(std::span<const std::int64_t> begins, double low
         const auto passing = passingAt(begins, row, step);
         if (!passing || passing->position < lower || passing->position > upper) continue;
         const bool isLabelled = passing->position - labelled >= close;
-        marks.push_back({passing->position, isLabelled ? labelOf(passing->time, step, day) : std::string()});
+        marks.push_back(
+            {passing->position, isLabelled ? labelOf(passing->time, step % kMinute != 0, day) : std::string()});
         if (isLabelled) labelled = passing->position;
     }
     return marks;

@@ -23,25 +23,25 @@ TEST(MarkedRange, ADragMarksTheRowsThatItTouchesOrMovesAnEnd) {
     EXPECT_FALSE(range.rows());
     range.moveTo(3); // nothing has been taken hold of
     EXPECT_FALSE(range.rows());
-    range.takeAt(6.4, 0.3);
+    range.takeAt({6.4, 0.3});
     range.moveTo(2.6);
     EXPECT_EQ(range.rows(), rows(3, 6));
     EXPECT_EQ(range.movingRow(), 3U);
     range.moveTo(-20);
     EXPECT_EQ(range.rows(), rows(0, 6));
-    range.takeAt(6.6, 0.3); // the last row ends at 6.5
+    range.takeAt({6.6, 0.3}); // the last row ends at 6.5
     range.moveTo(99);
     EXPECT_EQ(range.rows(), rows(0, 9));
-    range.takeAt(-0.3, 0.3);
+    range.takeAt({-0.3, 0.3});
     range.moveTo(4);
     EXPECT_EQ(range.rows(), rows(4, 9));
-    range.takeAt(7, 0.3); // in the middle: a new one
+    range.takeAt({7, 0.3}); // in the middle: a new one
     EXPECT_EQ(range.rows(), rows(7, 7));
     range.clear();
     EXPECT_FALSE(range.rows());
 
     MarkedRange none(0);
-    none.takeAt(1, 1);
+    none.takeAt({1, 1});
     none.step(1, 0);
     none.mark(0, 3);
     EXPECT_FALSE(none.rows());
