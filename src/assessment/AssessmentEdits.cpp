@@ -193,8 +193,8 @@ AssessmentEdit withTask(const Session& session, const Assessment& assessment, st
 AssessmentEdit withDay(const Session& session, const Assessment& assessment, std::size_t group) {
     const std::size_t days = assessment.Groups[group].Week.size();
     AssessmentEdit edit{Text::EditAddDay, assessment, {Kind::Day, group, {}, days}};
-    edit.Next.Groups[group].Week.emplace_back().Name =
-        formatDate(fromCivil({2024, 1, 1}) + static_cast<double>(days % 7), "ddd", session.dateWords); // from a Monday on
+    edit.Next.Groups[group].Week.emplace_back().Name = formatDate(
+        fromCivil({2024, 1, 1}) + static_cast<double>(days % 7), "ddd", session.dateWords); // from a Monday on
     return edit;
 }
 

@@ -50,7 +50,7 @@ struct LogData : CarriedLogData {
     std::vector<clsDoseLogSample> DoseLogIntervals;
     std::vector<clsDoseLogSample> KeepDoseLogIntervals; // DoseLogIntervals as loaded
     std::int16_t CriterionDose = 0, ExchangeDose = 0;   // of the reported figures, dB; 0: those of the log
-    std::uint64_t ReportedFigures = ~std::uint64_t{0}; // by reportedBit: the figures that may be the instrument's own
+    std::uint64_t ReportedFigures = ~std::uint64_t{0};  // by reportedBit: the figures that may be the instrument's own
     clsLogOptions objLogOptions;
     std::string Name;
     std::int32_t Number = 0; // the log's number on the instrument

@@ -40,7 +40,7 @@ public:
     void Exchange(Direction direction);
     void AddSample(const LogSample& sample); // to what is selected
     void CommitEntries();                    // what is being typed counts
-    void LookForOtherPrograms(); // that have changed its file
+    void LookForOtherPrograms();             // that have changed its file
     void FollowProtectors();                 // which have changed, or how they are reckoned
 
     // Reads the data files that are needed, and computes and shows everything.
