@@ -28,9 +28,10 @@ frmEvents::frmEvents(const clsLog& log, AnalysedRows rows, Owner owner, QWidget*
     const Session& session = log.session();
     setObjectName("frmEvents");
     setWindowTitle(shown(ReplaceText(session.LoadText(Text::EventsTitle), "^", log.Name)).simplified());
-    level_ = numberBox("txtLevel", Text::EventLevel, kMostLevel, log.Criterion);
+    level_ = numberBox("txtLevel", Text::EventLevel, kMostLevel);
     level_->setDecimals(1);
-    seconds_ = numberBox("txtSeconds", Text::EventSeconds, kMostSeconds, 0);
+    level_->setValue(log.Criterion);
+    seconds_ = numberBox("txtSeconds", Text::EventSeconds, kMostSeconds);
     seconds_->setDecimals(0);
     model_ = new CellTableModel({}, this);
     table_ = readTable(*model_, "tblEvents", windowTitle());
@@ -67,11 +68,10 @@ frmEvents::frmEvents(const clsLog& log, AnalysedRows rows, Owner owner, QWidget*
     table_->setFocus();
 }
 
-QDoubleSpinBox* frmEvents::numberBox(const char* name, Text::Id label, double most, double value) {
+QDoubleSpinBox* frmEvents::numberBox(const char* name, Text::Id label, double most) {
     auto* const box = new QDoubleSpinBox;
     nameControl(*box, name, loadPlainText(log_.session(), label));
     box->setRange(0, most);
-    box->setValue(value);
     return box;
 }
 

@@ -30,7 +30,7 @@ public:
     frmEvents(const clsLog& log, AnalysedRows rows, Owner owner, QWidget* parent);
 
 private:
-    QDoubleSpinBox* numberBox(const char* name, Text::Id label, double most, double value);
+    QDoubleSpinBox* numberBox(const char* name, Text::Id label, double most);
     void find();
 
     const clsLog& log_;
