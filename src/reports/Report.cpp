@@ -269,10 +269,11 @@ void Report::placeTable(const ReportTable& table) {
         tableRight_ = left + width;
         placeCaptions(table, ends, left);
     };
-    if (metrics_.isLandscape() || top_ + height > body.Bottom) {
+    const bool isNeverBelow = metrics_.isLandscape() && top_ > body.Top;
+    if (isNeverBelow || top_ + height > body.Bottom) {
         if (hasRoomBeside() && tableTop_ + height <= body.Bottom) {
             goBeside();
-        } else if (metrics_.isLandscape() || top_ + std::min(height, body.height()) > body.Bottom) {
+        } else if (isNeverBelow || top_ + std::min(height, body.height()) > body.Bottom) {
             newPage();
         }
     }

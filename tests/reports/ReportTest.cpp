@@ -473,11 +473,14 @@ TEST(Report, GoesOnBesideItselfOnSmallPaper) {
 
 TEST(Report, CriteriaHaveAPageOfTheirOwnInTheirReport) {
     Yard yard;
-    const RecordingPage page = yard.drawn(ReportForm::CumulativeAndCriteria);
-    ASSERT_EQ(page.pages, 2U);
-    ASSERT_NE(page.find("OSHA PEL"), nullptr);
-    EXPECT_EQ(page.find("OSHA PEL")->page, 1U);
-    EXPECT_EQ(page.faults(), "");
+    // Sideways, the cumulative figures have a page of their own, too; no page is empty.
+    for (const auto& [paper, criteria] : {std::pair(Yard::kUpright, 1U), {Yard::kLandscape, 2U}}) {
+        const RecordingPage page = yard.drawn(ReportForm::CumulativeAndCriteria, paper);
+        ASSERT_EQ(page.pages, criteria + 1);
+        ASSERT_NE(page.find("OSHA PEL"), nullptr);
+        EXPECT_EQ(page.find("OSHA PEL")->page, criteria);
+        EXPECT_EQ(page.faults(), "");
+    }
     yard.log.FreqWeightA("Z");
     EXPECT_EQ(yard.drawn(ReportForm::CumulativeAndCriteria).find("OSHA PEL"), nullptr) << "no level to judge by";
 }
