@@ -505,7 +505,7 @@ constexpr TextEntry Entries[] = {
     {Text::ReportFooter, "Letterhead &footer:"},
     {Text::LogoNotUsed,
      "The company logo '^' cannot be used; it must be a picture of at most 50 million pixels and 32 MB."},
-    {Text::ReportParts, "Con&tents"},
+    {Text::ReportParts, "Contents"},
     {Text::PartSpectrum, "&Spectrum"},
     {Text::PartProtector, "Protector comparison"},
     {Text::PartHistory, "History"},
