@@ -1,6 +1,6 @@
 #!/bin/sh
 # clang-tidy over the sources of a configured build folder. Without --all, over those that the commits since BASE have
-# changed, or without BASE those of the last day of commits. Exit status: 0 clean, 1 findings.
+# changed, or without BASE those of the last three hours of commits. Exit status: 0 clean, 1 findings.
 #   packaging/tidy.sh [--all | BASE] [BUILD FOLDER]
 set -eu
 cd "$(dirname "$0")/.."
@@ -10,7 +10,7 @@ case ${1:-} in
     files=$(git ls-files 'src/*.cpp')
     ;;
 *)
-    base=${1:-$(git rev-list -1 --before="$(($(git log -1 --format=%ct) - 86400))" HEAD)}
+    base=${1:-$(git rev-list -1 --before="$(($(git log -1 --format=%ct) - 3 * 3600))" HEAD)}
     [ $# -eq 0 ] || shift
     [ -n "$base" ] || base=$(git rev-list --max-parents=0 HEAD)
     files=$(git diff --name-only --diff-filter=d "$base" -- 'src/*.cpp')

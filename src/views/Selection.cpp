@@ -60,9 +60,8 @@ bool isRangeOf(const RowRange& range, std::int64_t rows) {
 }
 
 bool setIntervalSelection(clsLog& log, const std::vector<RowRange>& ranges, bool toBeIncluded) {
-    std::vector<std::string> texts;
-    for (const RowRange& range : ranges)
-        texts.push_back(selectionText(range));
+    std::vector<std::string> texts(ranges.size());
+    std::ranges::transform(ranges, texts.begin(), selectionText);
     clsLogIntervals& rows = log.LogIntervals;
     if (rows.CutIntervals == texts && rows.IntervalsToBeIncluded == toBeIncluded) return false;
     rows.CutIntervals = std::move(texts);
