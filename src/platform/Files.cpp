@@ -119,6 +119,15 @@ std::shared_ptr<FileBytes> readFile(const std::string& path) {
     return bytes;
 }
 
+void readPieces(const std::string& path, const std::function<void(std::string_view piece)>& take) {
+    constexpr std::size_t kPiece = 1U << 20U;
+    const OpenFile file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (S_ISDIR(aboutOpen(file.handle).st_mode)) raiseSystemError(EISDIR);
+    FileBytes piece(kPiece);
+    while (const std::size_t count = fill(file.handle, piece, 0))
+        take(piece.view().substr(0, count));
+}
+
 std::shared_ptr<FileBytes> readInput(const std::string& path) {
     constexpr std::size_t kFirst = std::size_t{1} << 20;
     constexpr std::size_t kMost = std::size_t{1} << 30;

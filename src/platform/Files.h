@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -53,8 +54,11 @@ private:
 // reads as empty.
 std::shared_ptr<FileBytes> readFile(const std::string& path);
 
-// The same, but a pipe, a socket or a terminal is read to its end, however long that takes. Raises EFBIG when more than
-// 1 GiB comes.
+// The same, but passes the bytes on piece by piece, so that a large file takes no memory.
+void readPieces(const std::string& path, const std::function<void(std::string_view piece)>& take);
+
+// As readFile, but a pipe, a socket or a terminal is read to its end, however long that takes. Raises EFBIG when more
+// than 1 GiB comes.
 std::shared_ptr<FileBytes> readInput(const std::string& path);
 
 // The number of the open file that a path names ("/dev/stdin", "/dev/stdout", "/dev/stderr", "/dev/fd/N",

@@ -9,7 +9,9 @@
 namespace kestrane {
 
 std::string sha256OfFile(const std::string& path) {
-    return sha256Of(readFile(path)->view());
+    Sha256 hash;
+    readPieces(path, [&](std::string_view piece) { hash.add(piece); });
+    return hash.text();
 }
 
 std::string sha256Of(std::string_view bytes) {

@@ -1,6 +1,7 @@
 #include "platform/Files.h"
 
 #include "ErrorOf.h"
+#include "platform/Sha256.h"
 #include "platform/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -35,6 +36,15 @@ TEST(ReadFile, GivesTheBytesOrTheSystemsError) {
     EXPECT_TRUE(fileExists(folder.file("empty")));
     EXPECT_FALSE(fileExists(folder.path()));
     EXPECT_FALSE(fileExists(folder.file("none")));
+}
+
+TEST(ReadPieces, ALongFileHasTheHashOfItsText) {
+    const TemporaryFolder folder;
+    std::string text;
+    for (int i = 0; text.size() < 2'500'000; ++i)
+        text += std::to_string(i);
+    writeText(folder.file("long"), text);
+    EXPECT_EQ(sha256OfFile(folder.file("long")), sha256Of(text));
 }
 
 TEST(ReadFile, BearsAFileThatChangesItsSize) {
