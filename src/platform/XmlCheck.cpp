@@ -356,15 +356,6 @@ std::string place(std::string_view text, std::size_t position) {
 
 namespace xml {
 
-bool startsWith(const char* at, const char* end, std::string_view text) {
-    return static_cast<std::size_t>(end - at) >= text.size() && std::memcmp(at, text.data(), text.size()) == 0;
-}
-
-const char* find(const char* at, const char* end, std::string_view text) {
-    const std::size_t found = std::string_view(at, static_cast<std::size_t>(end - at)).find(text);
-    return found == std::string_view::npos ? nullptr : at + found;
-}
-
 std::optional<char32_t> reference(const char*& at, const char* end) {
     const char* const limit = at + std::min<std::ptrdiff_t>(end - at, 32);
     const char* const semicolon = std::find(at, limit, ';');
