@@ -88,11 +88,7 @@ CriteriaTable criteriaTable(const clsLog& log) {
 }
 
 std::string criteriaText(const CriteriaTable& table) {
-    std::string text;
-    addTabbedLine(text, table.Captions);
-    for (const auto& row : table.Rows)
-        addTabbedLine(text, row);
-    return text;
+    return tabbedText(table.Captions, table.Rows);
 }
 
 } // namespace kestrane

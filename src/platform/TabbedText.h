@@ -12,4 +12,14 @@ inline void addTabbedLine(std::string& text, const std::vector<std::string>& cel
     text += "\r\n";
 }
 
+// A table as such lines, its captions first.
+inline std::string tabbedText(const std::vector<std::string>& captions,
+                              const std::vector<std::vector<std::string>>& rows) {
+    std::string text;
+    addTabbedLine(text, captions);
+    for (const std::vector<std::string>& row : rows)
+        addTabbedLine(text, row);
+    return text;
+}
+
 } // namespace kestrane

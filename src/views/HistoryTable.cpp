@@ -71,11 +71,7 @@ std::string withReason(const Session& session, const std::string& text, const st
 }
 
 std::string historyText(const HistoryTable& table) {
-    std::string text;
-    addTabbedLine(text, table.Captions);
-    for (const auto& row : table.Rows)
-        addTabbedLine(text, row);
-    return text;
+    return tabbedText(table.Captions, table.Rows);
 }
 
 } // namespace kestrane
