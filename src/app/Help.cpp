@@ -1,12 +1,16 @@
 #include "app/Help.h"
 
+#include "app/HelpPages.h"
 #include "platform/Files.h"
 
 namespace kestrane {
 
 std::string helpPage(const Session& session, const std::string& folder, const std::string& name) {
-    const std::string translated = folder + name + "." + std::string(session.texts.Shown().Code) + ".html";
-    return fileExists(translated) ? translated : folder + name + ".html";
+    const std::string language = "." + std::string(session.texts.Shown().Code);
+    const std::string first(kFirstHelpTopic);
+    for (const std::string& page : {name + language, name, first + language})
+        if (fileExists(folder + page + ".html")) return folder + page + ".html";
+    return folder + first + ".html";
 }
 
 void OpenHelpFile(Session& session, const Desktop& desktop, const std::string& path) {

@@ -15,7 +15,8 @@ struct Desktop {
     std::function<bool(const std::string& address)> Open; // a path or a web page; false when nothing opened it
 };
 
-// The path of a page of the help in a folder, in the language of the program when it is there.
+// The path of a page of the help in a folder, in the language of the program when it is there. The first page stands in
+// for one that is missing.
 std::string helpPage(const Session& session, const std::string& folder, const std::string& name);
 
 void OpenHelpFile(Session& session, const Desktop& desktop, const std::string& path);

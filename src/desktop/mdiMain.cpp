@@ -3,6 +3,7 @@
 #include "app/Documents.h"
 #include "app/Placement.h"
 #include "app/StartUp.h"
+#include "desktop/HelpTopic.h"
 #include "desktop/StartPage.h"
 #include "desktop/assessment/frmAssessment.h"
 #include "desktop/frmExplorer.h"
@@ -20,6 +21,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -85,6 +87,13 @@ bool isUserInput(QEvent::Type type) {
                                        QEvent::Drop,
                                        QEvent::Close};
     return std::find(std::begin(kInput), std::end(kInput), type) != std::end(kInput);
+}
+
+// Whether an event is the key for help in a dialog that keeps the commands of the frame off.
+bool isHelpAskedInDialog(QObject* watched, QEvent& event) {
+    if (event.type() != QEvent::KeyPress || !watched->isWidgetType()) return false;
+    return QApplication::activeModalWidget() != nullptr &&
+           static_cast<QKeyEvent&>(event).matches(QKeySequence::HelpContents);
 }
 
 // Leaves Ctrl+W to closing files: an explorer window is closed with Ctrl+F4.
@@ -479,6 +488,10 @@ bool mdiMain::isHeldBack(const QObject* object) const {
 }
 
 bool mdiMain::eventFilter(QObject* watched, QEvent* event) {
+    if (isHelpAskedInDialog(watched, *event)) {
+        openHelp(helpTopicOf(qobject_cast<QWidget*>(watched)));
+        return true;
+    }
     if (!isUserInput(event->type()) || !(isBusy_ || isHeldBack(watched)))
         return QMainWindow::eventFilter(watched, event);
     event->ignore();

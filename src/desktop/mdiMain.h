@@ -128,6 +128,7 @@ private:
     void followProtectors(); // which have changed
     void showSettings(Command command);
     void applySettings(const SettingsChanges& changes, frmExplorer* opener);
+    void openHelp(std::string_view topic);
     void copyData(bool valuesOnly);
     void showFind();
     void findNext();

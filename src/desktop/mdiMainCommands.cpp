@@ -5,6 +5,7 @@
 #include "app/Help.h"
 #include "app/StartUp.h"
 #include "app/Transcripts.h"
+#include "desktop/HelpTopic.h"
 #include "desktop/assessment/frmAssessment.h"
 #include "desktop/frmCompare.h"
 #include "desktop/frmExplorer.h"
@@ -33,6 +34,7 @@
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/QtClipboard.h"
 
+#include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
@@ -193,9 +195,7 @@ void mdiMain::run(Command command) {
         {Command::WindowCascade, [](mdiMain& frame, frmExplorer*) { frame.area_->cascadeSubWindows(); }},
         {Command::WindowArrangeIcons, [](mdiMain& frame, frmExplorer*) { arrangeIcons(*frame.area_); }},
         {Command::HelpHelp,
-         [](mdiMain& frame, frmExplorer*) {
-             OpenHelpFile(frame.session_, desktop(), helpPage(frame.session_, dataFolder(), "help"));
-         }},
+         [](mdiMain& frame, frmExplorer*) { frame.openHelp(helpTopicOf(QApplication::focusWidget())); }},
         {Command::HelpTerms,
          [](mdiMain& frame, frmExplorer*) {
              OpenHelpFile(frame.session_, desktop(), dataFolder() + "AcousticTerms.html");
@@ -252,6 +252,10 @@ void mdiMain::run(Command command) {
     };
     static_assert(hasRowForEach(kRows), "a row a command, in the order of the enumeration");
     kRows[static_cast<std::size_t>(command)].act(*this, activeExplorer());
+}
+
+void mdiMain::openHelp(std::string_view topic) {
+    OpenHelpFile(session_, desktop(), helpPage(session_, dataFolder(), std::string(topic)));
 }
 
 frmPrint mdiMain::printer() {

@@ -1,5 +1,6 @@
 #include "desktop/tabLog.h"
 
+#include "app/HelpPages.h"
 #include "desktop/StartPage.h"
 #include "desktop/fraZoom.h"
 #include "desktop/pages/ChoicesBar.h"
@@ -205,6 +206,14 @@ void tabLog::showNoLog() {
 
 bool tabLog::HasContent() const {
     return state_.LogInView(session_) != nullptr && front().HasContent();
+}
+
+bool tabLog::HasLog() const {
+    return state_.LogInView(session_) != nullptr;
+}
+
+std::string_view tabLog::HelpTopic() const {
+    return helpTopic(state_.View.Tab, state_.LogInView(session_)->objLogOptions.ChartStyle == eChartAs3D);
 }
 
 ClipboardForms tabLog::CopyData(bool valuesOnly) const {

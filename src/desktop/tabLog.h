@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class QLabel;
@@ -70,6 +71,9 @@ public:
     // Rows of the opened log: those that are marked on the time chart, where it is in front, else those that it has
     // been dragged to, else those of the log in view. There must be one.
     RowRange RowsToTake() const;
+
+    bool HasLog() const;
+    std::string_view HelpTopic() const; // of the page about the tab in front; there must be a log
 
     bool HasRange() const; // the time chart is in front, and rows are marked on it
 

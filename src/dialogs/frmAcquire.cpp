@@ -50,6 +50,7 @@ QDialogButtonBox* buttonsOf(QDialog& dialog, const Session& session) {
 std::optional<int> chooseLevel(const Session& session, Text::Id title, const char* name, std::span<const int> levels,
                                int chosen, QWidget* parent) {
     QDialog dialog(parent);
+    dialog.setObjectName("frmAcquire");
     dialog.setWindowTitle(loadText(session, title));
     auto* const group = new QGroupBox(dialog.windowTitle());
     nameControl(*group, name, dialog.windowTitle());
@@ -79,6 +80,7 @@ frmAcquire::frmAcquire(const Session& session, const AcquireList& list, QWidget*
     lstLocs_(new QListWidget),
     chkSelectAll_(new AllRowsBox),
     chkOctaves_(checkBox(session, Text::IncludeOctaveData, "chkOctaves", choosing_.Choice().FetchOctaves)) {
+    setObjectName("frmAcquire");
     setWindowTitle(loadText(session, Text::DownloadOptions));
     fillList();
     chkSelectAll_->setText(loadText(session, Text::SelectAll));

@@ -34,6 +34,7 @@ CellTable cellsOf(std::shared_ptr<const ChartData> chart, const Locale& locale) 
 
 void ShowChartTable(const Session& session, std::shared_ptr<const ChartData> chart, QWidget* parent) {
     QDialog dialog(parent);
+    dialog.setObjectName("frmChartTable");
     dialog.setWindowTitle(shown(ReplaceText(session.LoadText(Text::ChartTableTitle), "^", chart->Title)).simplified());
     auto* const model = new CellTableModel(cellsOf(std::move(chart), session.locale), &dialog);
     QTableView* const table = readTable(*model, "tblValues", dialog.windowTitle());

@@ -31,6 +31,7 @@ QLineEdit* exposureTimeBox(const Session& session, float hours, QLabel& understo
 
 frmExpTime::frmExpTime(Session& session, float shiftLength, float measurementTime, QWidget* parent) :
     QDialog(parent), session_(session), measurementTime_(measurementTime) {
+    setObjectName("frmExpTime");
     setWindowTitle(loadText(session, Text::ExposureTime));
     auto* const understood = new QLabel;
     txtExposureTime_ = exposureTimeBox(session, shiftLength, *understood);

@@ -45,6 +45,7 @@ QPoint cornerOnScreen(QPoint at, QSize size) {
 frmOptions::frmOptions(const SettingsDialog& settings, QWidget* parent) :
     QDialog(parent), settings_(settings), tabSettings_(new QTabWidget), logs_(new OptionsLogsPage(settings_)) {
     const Session& session = settings_.session();
+    setObjectName("frmOptions");
     setWindowTitle(settings_.Mode() == SettingsMode::All ? loadText(session, Text::Settings)
                                                          : loadPlainText(session, Text::CommandDisplayOptions));
     nameControl(*tabSettings_, "tabSettings", windowTitle());

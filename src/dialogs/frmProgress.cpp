@@ -35,6 +35,7 @@ frmProgress::frmProgress(const Session& session, QWidget* parent) :
     lblTimeLeft_(plainLabel("lblTimeLeft")),
     chkTranscript_(checkBox(session, Text::KeepATranscript, "chkTranscript", false)),
     cmdCancel_(pushButton(session, Text::Cancel, "cmdCancel", loadPlainText(session, Text::Cancel))) {
+    setObjectName("frmProgress");
     setWindowTitle(loadText(session, Text::Downloading));
     setWindowModality(Qt::ApplicationModal);
     nameControl(*barProgress_, "barProgress", windowTitle());

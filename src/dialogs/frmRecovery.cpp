@@ -21,6 +21,7 @@ class Dialog : public QDialog {
 public:
     Dialog(Session& session, const std::vector<CopyRow>& rows, QWidget* parent) :
         QDialog(parent), choices(rows.size(), CopyChoice::KeepForLater), session_(session) {
+        setObjectName("frmRecovery");
         setWindowTitle(loadText(session, Text::RecoveryTitle));
         auto* const told = new QLabel(loadText(session, Text::RecoveryTold));
         told->setWordWrap(true);

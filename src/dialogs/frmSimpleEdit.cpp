@@ -18,6 +18,7 @@ constexpr int kColumns = 56;
 
 std::optional<std::string> frmSimpleEdit::EditNote(const Session& session, const std::string& note, QWidget* parent) {
     QDialog dialog(parent);
+    dialog.setObjectName("frmSimpleEdit");
     dialog.setWindowTitle(loadText(session, Text::ChartNote));
     auto* const edit = new QPlainTextEdit(shown(note));
     nameControl(*edit, "txtEdit", dialog.windowTitle());
