@@ -1,18 +1,15 @@
 #include "app/Backups.h"
 
 #include "platform/AtomicFile.h"
+#include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <sstream>
 #include <vector>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace kestrane {
 
@@ -54,11 +51,10 @@ void remember(const Session& session, const std::string& hash) {
     }
 }
 
-// Gives the file a second name, which costs no room and is there at once or not at all. Where the file system cannot do
-// that, the file is copied.
+// Where the file system cannot give a second name, the file is copied.
 void keepAs(const std::string& path, const std::string& backup) {
-    if (linkat(AT_FDCWD, path.c_str(), AT_FDCWD, backup.c_str(), AT_SYMLINK_FOLLOW) == 0) return;
-    if (errno == EEXIST && fileExists(backup)) return; // another program was quicker
+    if (giveSecondName(path, backup)) return;
+    if (fileExists(backup)) return; // another program was quicker
     const auto bytes = readFile(path);
     writeFileAtomically(backup, [&](const FileSink& sink) { sink(bytes->view()); });
 }

@@ -188,7 +188,7 @@ bool ExportDialog::mayWrite() const {
 }
 
 bool ExportDialog::Export(const ExportProgress& progress) {
-    if (!name_.starts_with('/')) name_.insert(0, folder_);
+    if (!std::filesystem::path(name_).is_absolute()) name_.insert(0, folder_);
     if (!std::filesystem::path(name_).has_extension()) name_ += "." + std::string(exportWord(format_));
     if (!mayWrite()) return false;
     try {
@@ -208,7 +208,7 @@ void ExportDialog::remember() const {
     std::string leftOut;
     for (const std::string& column : leftOut_)
         leftOut += (leftOut.empty() ? "" : " ") + column;
-    const std::string folder = std::filesystem::path(name_).parent_path().string();
+    const std::string folder = std::filesystem::path(name_).parent_path().generic_string();
     try {
         session_.state->write(kSection, kFormat, exportWord(format_));
         session_.state->write(kSection, kContent, wordOf(content_));

@@ -1,5 +1,6 @@
 #include "app/KeptCopies.h"
 
+#include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
@@ -7,13 +8,9 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
-
-#include <sys/stat.h>
 
 namespace kestrane {
 
@@ -80,7 +77,7 @@ std::vector<std::string> filesIn(const std::string& folder, bool (*isWanted)(con
     std::vector<std::string> files;
     std::error_code failed; // then there are none
     for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed))
-        if (isWanted(at->path())) files.push_back(at->path().string());
+        if (isWanted(at->path())) files.push_back(at->path().generic_string());
     return files;
 }
 
@@ -116,11 +113,10 @@ std::string KeptCopies::PathFor(int number, std::string_view extension) {
     if (folder_.empty()) {
         makeFolderOf(root_ + "x");
         // It gets its name when its lock is held, so that nobody takes it for one that was left.
-        std::string made = root_ + std::string(kBeingMade) + "XXXXXX";
-        if (mkdtemp(made.data()) == nullptr) raiseSystemError(errno);
+        const std::string made = makeUniqueFolder(root_ + std::string(kBeingMade));
         lock_ = FileLock::take(made + "/" + std::string(kLockName));
         const std::string folder = root_ + made.substr(root_.size() + kBeingMade.size());
-        if (std::rename(made.c_str(), folder.c_str()) != 0) raiseSystemError(errno);
+        if (const int error = renameFile(made, folder); error != 0) raiseSystemError(error);
         folder_ = folder + "/";
     }
     return folder_ + std::to_string(number) + std::string(extension);

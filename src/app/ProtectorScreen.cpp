@@ -272,7 +272,8 @@ void ProtectorScreen::writeSafely(const std::function<void()>& write) const {
 
 void ProtectorScreen::SaveReadable(const AskText& askName) const {
     const std::filesystem::path file = collection_.File;
-    const std::string proposal = (file.parent_path() / file.stem()).string() + "_readable" + file.extension().string();
+    const std::string proposal =
+        (file.parent_path() / file.stem()).generic_string() + "_readable" + file.extension().string();
     const std::optional<std::string> name = askName(session_.LoadText(Text::SaveReadableRecords), proposal);
     if (name) writeSafely([&] { kestrane::SaveReadable(session_, collection_, *name); });
 }

@@ -6,6 +6,7 @@
 #include "app/Placement.h"
 #include "model/SettingsText.h"
 #include "platform/Files.h"
+#include "platform/RunningProgram.h"
 #include "platform/RuntimeError.h"
 #include "platform/Trimmed.h"
 #include "platform/UserFolders.h"
@@ -75,14 +76,8 @@ std::vector<std::string> namedFiles(const std::vector<std::string>& arguments) {
     return names;
 }
 
-std::string programFolder() {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::string("/") : program.parent_path().string() + "/";
-}
-
 std::string dataFolder() {
-    return programFolder() + "../share/kestrane/";
+    return folderOfProgram() + "../share/kestrane/";
 }
 
 ProtectorCollection protectorsOfUser() {
@@ -93,9 +88,10 @@ ProtectorCollection protectorsOfUser() {
 }
 
 std::string fullPath(const std::string& name) {
+    if (openFileNumber(name)) return name;
     std::error_code error;
     const auto path = std::filesystem::absolute(name, error);
-    return error ? name : path.lexically_normal().string();
+    return error ? name : path.lexically_normal().generic_string();
 }
 
 std::string defaultDataFolder(const std::string& program, const std::string& documents) {
@@ -128,7 +124,7 @@ void moveState(Session& session) {
 }
 
 void readSettings(Session& session) {
-    session.Options.DefaultDataDirectory = defaultDataFolder(programFolder(), session.DocumentsFolder);
+    session.Options.DefaultDataDirectory = defaultDataFolder(folderOfProgram(), session.DocumentsFolder);
     for (const std::string& file : std::set{session.settings.Unreadable(), session.state->Unreadable()})
         if (!file.empty())
             session.ShowMessage(ReplaceText(session.LoadText(Text::SettingsNotRead), "^", file), kIconExclamation);

@@ -22,9 +22,6 @@ std::vector<std::string> commandLineFiles(std::string text, const std::function<
 // The full paths of the files that the arguments of the process name.
 std::vector<std::string> namedFiles(const std::vector<std::string>& arguments);
 
-// The folder of the running program, with "/" at the end.
-std::string programFolder();
-
 // The folder of the files that are installed with the program (help, manuals), with "/" at the end.
 std::string dataFolder();
 

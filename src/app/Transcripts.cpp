@@ -115,7 +115,7 @@ void KeptTranscript::begin() {
     } catch (const RuntimeError&) {
         return;
     }
-    file_.open(path + ".txt", std::ios::binary | std::ios::trunc);
+    file_.open(fs::path(path + ".txt"), std::ios::binary | std::ios::trunc);
     file_ << notes_ << std::flush;
     removeOldest(folder);
 }

@@ -311,7 +311,7 @@ void saveAssessment(const std::string& path, const Assessment& assessment) {
 }
 
 std::string dataFileOf(const std::string& assessmentPath, const std::string& file) {
-    if (file.starts_with('/')) return file;
+    if (std::filesystem::path(file).is_absolute()) return file;
     return assessmentPath.substr(0, assessmentPath.rfind('/') + 1) + file;
 }
 
@@ -319,9 +319,9 @@ void moveDataFiles(Assessment& assessment, const std::string& from, const std::s
     const std::filesystem::path folder = std::filesystem::path(to).parent_path();
     const auto move = [&](LogRows& rows) {
         const std::filesystem::path file = std::filesystem::path(dataFileOf(from, rows.File)).lexically_normal();
-        const std::string relative = file.lexically_relative(folder).string();
-        const bool isThere = !relative.empty() && isSameFile(dataFileOf(to, relative), file.string());
-        rows.File = isThere ? relative : file.string();
+        const std::string relative = file.lexically_relative(folder).generic_string();
+        const bool isThere = !relative.empty() && isSameFile(dataFileOf(to, relative), file.generic_string());
+        rows.File = isThere ? relative : file.generic_string();
     };
     forEachSampleRows(assessment, move);
     for (AssessmentGroup& group : assessment.Groups)

@@ -79,10 +79,9 @@ std::string hintOf(const CLI::App& app, const CLI::ParseError& error) {
     return error.what();
 }
 
-bool asksForJsonErrors(int argc, char** argv) {
-    for (int i = 1; i < argc; ++i) {
-        const std::string_view word = argv[i];
-        if (word == "--errors=json" || (word == "--errors" && i + 1 < argc && std::string_view(argv[i + 1]) == "json"))
+bool asksForJsonErrors(const std::vector<std::string>& words) {
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (words[i] == "--errors=json" || (words[i] == "--errors" && i + 1 < words.size() && words[i + 1] == "json"))
             return true;
     }
     return false;

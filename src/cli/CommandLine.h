@@ -5,6 +5,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <string>
+#include <vector>
+
 namespace kestrane {
 
 // What a call asks for.
@@ -22,6 +25,6 @@ std::string hintOf(const CLI::App& app, const CLI::ParseError& error);
 
 // Whether --errors json occurs anywhere in the call. It also applies to the message about wrong words, so it is looked
 // for before parsing.
-bool asksForJsonErrors(int argc, char** argv);
+bool asksForJsonErrors(const std::vector<std::string>& words);
 
 } // namespace kestrane

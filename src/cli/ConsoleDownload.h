@@ -4,9 +4,9 @@
 #pragma once
 
 #include "app/ProgressReport.h"
-#include "cli/Interrupt.h"
 #include "download/DownloadUser.h"
 #include "model/Session.h"
+#include "platform/Interrupt.h"
 
 #include <optional>
 #include <string>

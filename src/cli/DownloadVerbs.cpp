@@ -9,6 +9,7 @@
 #include "server/LogLoading.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 
@@ -43,7 +44,7 @@ public:
     InstrumentLine(Program& program, const LineOptions& options, ChosenRows rows = {}) :
         program_(program), user_(program.session, clock_, program.showsProgress, std::move(rows)) {
         if (options.transcript.empty()) return;
-        file_.open(options.transcript, std::ios::binary | std::ios::trunc);
+        file_.open(std::filesystem::path(options.transcript), std::ios::binary | std::ios::trunc);
         if (!file_) raiseSystemError(errno);
     }
 

@@ -1,16 +1,12 @@
 #include "cli/Modules.h"
 
-#include "app/StartUp.h"
-
-#include <dlfcn.h>
+#include "platform/RunningProgram.h"
 
 namespace kestrane {
 
 void* openModule(const char* file) {
-    const std::string path = programFolder() + KESTRANE_MODULES + file;
-    void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); // stays loaded to the end
-    if (library == nullptr) return nullptr;
-    const auto give = reinterpret_cast<void* (*)(const char*)>(dlsym(library, "kestraneModule"));
+    const auto give = reinterpret_cast<void* (*)(const char*)>(
+        functionOfLibrary(folderOfProgram() + KESTRANE_MODULES + file, "kestraneModule"));
     return give == nullptr ? nullptr : give(KESTRANE_VERSION_TEXT);
 }
 

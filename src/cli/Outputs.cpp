@@ -13,7 +13,7 @@ namespace {
 // The name of the file in the folder, without an extension.
 std::string nameIn(const std::string& folder, const std::string& file) {
     const std::string stem = file == "-" ? "stdin" : std::filesystem::path(file).stem().string();
-    return (std::filesystem::path(folder) / stem).string();
+    return (std::filesystem::path(folder) / stem).generic_string();
 }
 
 } // namespace

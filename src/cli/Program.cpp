@@ -3,6 +3,7 @@
 #include "app/Documents.h"
 #include "app/StartUp.h"
 #include "calc/Recalculation.h"
+#include "cli/Toolkit.h"
 #include "platform/Files.h"
 #include "server/LogLoading.h"
 
@@ -14,10 +15,10 @@ namespace kestrane {
 
 namespace {
 
-IniSettings settingsOf(const GlobalOptions& options) {
-    if (!options.settingsFile.empty()) return IniSettings::ofFile(options.settingsFile);
+std::unique_ptr<SettingsStore> settingsOf(const GlobalOptions& options) {
+    if (!options.settingsFile.empty()) return settingsOfFile(options.settingsFile);
     const std::string name = LoadSoftwareByFirm(options.company).SettingsAppName;
-    return IniSettings::ofApplication(name.empty() ? std::string(kApplicationTitle) : name);
+    return settingsOfApplication(name.empty() ? std::string(kApplicationTitle) : name);
 }
 
 Locale localeOf(const GlobalOptions& options) {
@@ -54,7 +55,8 @@ Program::Program(const GlobalOptions& options, Console& messages, EventPump& pum
     pump_(pump),
     frame_(messages),
     server_(pump),
-    session(options.company, localeOf(options), settings_, messages_, pump, clock, {{}, LanguageOf(systemLanguage())}) {
+    session(options.company, localeOf(options), *settings_, messages_, pump, clock,
+            {{}, LanguageOf(systemLanguage())}) {
     session.frame = &frame_;
     session.server = &server_;
     readSettings(session);

@@ -8,7 +8,6 @@
 #include "cli/Modules.h"
 #include "cli/Outputs.h"
 #include "model/Session.h"
-#include "platform/qt/IniSettings.h"
 #include "server/KestraneThread.h"
 
 #include <functional>
@@ -118,7 +117,7 @@ private:
 
     std::string takeOutput(const std::string& output);
 
-    IniSettings settings_;
+    std::unique_ptr<SettingsStore> settings_;
     ConsoleBoxes messages_;
     EventPump& pump_;
     ConsoleFrame frame_;

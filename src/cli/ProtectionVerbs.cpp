@@ -4,11 +4,10 @@
 #include "cli/ChosenLog.h"
 #include "cli/Comparing.h"
 #include "cli/Json.h"
+#include "cli/Toolkit.h"
 #include "cli/Verbs.h"
 #include "protection/ProtectorDatabase.h"
 #include "protection/Ranking.h"
-
-#include <QCoreApplication>
 
 #include <memory>
 
@@ -140,14 +139,13 @@ int rank(Program& program, const CompareOptions& options) {
 }
 
 int update(Program& program, const std::string& database) {
-    int argc = 0;
-    const QCoreApplication application(argc, nullptr); // needed for the network
     Session& session = program.session;
     ProtectorCollection collection = protectorsIn(database);
     session.protectors = &collection;
-    if (!program.reachServers()) return kFailed;
-    HPDProgress unseen;
-    return DownloadHPD(session, unseen, false) ? kDone : kFailed;
+    return withLoop([&](EventPump&) {
+        HPDProgress unseen;
+        return program.reachServers() && DownloadHPD(session, unseen, false) ? kDone : kFailed;
+    });
 }
 
 // Runs the verb of this verb that was called.

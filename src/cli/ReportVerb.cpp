@@ -1,9 +1,9 @@
 #include "cli/ChosenLog.h"
 #include "cli/Comparing.h"
-#include "cli/Interrupt.h"
 #include "cli/Jobs.h"
 #include "cli/TimeArgument.h"
 #include "cli/Verbs.h"
+#include "platform/Interrupt.h"
 #include "reports/Report.h"
 #include "reports/ReportLanguage.h"
 

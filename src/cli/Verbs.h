@@ -17,7 +17,7 @@ struct Verb {
     const char* name;
     const char* description;
     RunVerb (*prepare)(CLI::App& verb);
-    bool needsLoop = false; // the Qt event loop, which serves the serial line
+    bool needsLoop = false; // the loop of the toolkit, which serves the serial line
 };
 
 std::span<const Verb> analysisVerbs();   // questions about the rows

@@ -1,22 +1,18 @@
 #include "app/Documents.h"
 #include "app/StartUp.h"
-#include "cli/Interrupt.h"
 #include "cli/Jobs.h"
 #include "cli/Verbs.h"
+#include "platform/FileState.h"
 #include "platform/Files.h"
+#include "platform/Interrupt.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <map>
 #include <memory>
 #include <set>
 #include <thread>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace kestrane {
 
@@ -31,31 +27,6 @@ struct WatchOptions {
     std::string folder, work, format = "csv", output;
 };
 
-// The state of a file, by which a change is noticed.
-struct FileState {
-    std::int64_t size = 0, changed = 0 /* ns, of content or name */;
-
-    bool operator==(const FileState&) const = default;
-};
-
-std::optional<FileState> stateOf(const std::string& path) {
-    struct stat about {};
-
-    if (stat(path.c_str(), &about) != 0 || !S_ISREG(about.st_mode)) return std::nullopt;
-    constexpr std::int64_t kNanoseconds = 1'000'000'000;
-    const auto time = [](const timespec& t) { return t.tv_sec * kNanoseconds + t.tv_nsec; };
-    return FileState{about.st_size, std::max(time(about.st_mtim), time(about.st_ctim))};
-}
-
-// Whether a program on this machine has the file open for writing. False also when that cannot be found out.
-bool isBeingWritten(const std::string& path) {
-    const int handle = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (handle < 0) return false;
-    const bool isBusy = fcntl(handle, F_SETLEASE, F_RDLCK) != 0 && errno == EAGAIN;
-    close(handle);
-    return isBusy;
-}
-
 // The files of a folder that are waiting for work. A file is done when its output exists and is not older than the
 // file, so that a new watch continues where the last one ended.
 class WatchedFolder {
@@ -64,7 +35,7 @@ public:
         options_(options), extension_(std::move(extension)) {}
 
     std::string outputOf(const std::string& file) const {
-        return (fs::path(options_.output) / (fs::path(file).stem().string() + extension_)).string();
+        return (fs::path(options_.output) / (fs::path(file).stem().string() + extension_)).generic_string();
     }
 
     // The files that are complete and not done, sorted by name. Each is returned once for each of its states. Raises
@@ -73,8 +44,8 @@ public:
         std::vector<std::string> names;
         std::map<std::string, Seen> seen;
         for (const fs::directory_entry& entry : fs::directory_iterator(options_.folder)) {
-            const std::string path = entry.path().string();
-            const auto state = stateOf(path);
+            const std::string path = entry.path().generic_string();
+            const auto state = stateOfFile(path);
             if (!state || entry.path().filename().string().starts_with('.') || !isNamedAsDataFile(path)) continue;
             Seen& now = seen[path] = seen_.contains(path) ? seen_[path] : Seen{*state};
             now.quietLooks = now.state == *state ? now.quietLooks + 1 : 0;
@@ -104,8 +75,8 @@ private:
     };
 
     bool isDone(const std::string& path, const FileState& state) const {
-        const auto output = stateOf(outputOf(path));
-        return output && output->changed >= state.changed;
+        const auto output = stateOfFile(outputOf(path));
+        return output && output->Changed >= state.Changed;
     }
 
     const WatchOptions& options_;

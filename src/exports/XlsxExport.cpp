@@ -1,15 +1,15 @@
 #include "exports/Export.h"
+#include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <utility>
 
-#include <stdlib.h>
-#include <unistd.h>
 #include <xlsxwriter.h>
 
 namespace kestrane {
@@ -34,13 +34,9 @@ std::string cellText(std::string text) {
 // The file that the library writes; it is removed at the end.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(const std::string& folder) : name_(folder + "/kestrane-XXXXXX") {
-        const int handle = mkstemp(name_.data());
-        if (handle < 0) raiseSystemError(errno);
-        close(handle);
-    }
+    explicit TemporaryFile(const std::string& folder) : name_(makeUniqueFile(folder + "/kestrane-")) {}
 
-    ~TemporaryFile() { unlink(name_.c_str()); }
+    ~TemporaryFile() { std::remove(name_.c_str()); }
 
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -161,7 +157,7 @@ bool writeXlsx(const ExportTable& table, const FileSink& sink, const ExportProgr
         if (!table.forEachLine(write, progress)) return false;
         rowBytes = book.finish();
     }
-    std::ifstream whole(file.name(), std::ios::binary);
+    std::ifstream whole(std::filesystem::path(file.name()), std::ios::binary);
     std::array<char, kDirectory> piece;
     std::string end;
     while (whole.read(piece.data(), piece.size()) || whole.gcount() > 0) {

@@ -1,12 +1,12 @@
 #include "model/clsFile.h"
 
 #include "model/Session.h"
+#include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <utility>
 
@@ -52,10 +52,10 @@ void clsFile::RenameFile(const std::string& strNewFileName) {
         name = FileName.substr(0, lastSeparator(FileName) + 1) + name;
     }
     if (name != FileName && fileExists(name)) throw RuntimeError(EEXIST, std::strerror(EEXIST));
-    if (std::rename(FileName.c_str(), name.c_str()) != 0) throw RuntimeError(errno, std::strerror(errno));
+    if (const int error = renameFile(FileName, name); error != 0) raiseSystemError(error);
     const std::string history = historyNameOf(name);
     const bool isFree = !fileExists(history); // one that another document has left is never replaced
-    if (isFree && std::rename(historyNameOf(FileName).c_str(), history.c_str()) == 0) History.DataFile = name;
+    if (isFree && renameFile(historyNameOf(FileName), history) == 0) History.DataFile = name;
     FileName = name;
 }
 

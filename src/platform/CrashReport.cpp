@@ -1,11 +1,11 @@
 #include "platform/CrashReport.h"
 
+#include "platform/Faults.h"
+
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
-#include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
@@ -15,10 +15,6 @@
 #include <utility>
 #include <vector>
 
-#include <execinfo.h>
-#include <fcntl.h>
-#include <unistd.h>
-
 namespace kestrane {
 
 namespace {
@@ -27,8 +23,6 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kCommands = 20;
 constexpr std::size_t kReports = 5;
-constexpr int kFrames = 64;
-constexpr int kSignals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
 constexpr std::string_view kBegin = "crash-"; // of the name of a report
 constexpr std::string_view kTold = "crashes"; // the folder of the reports that were told
 
@@ -59,55 +53,33 @@ struct Known {
     std::atomic<bool> isWritten = false;
     std::thread::id owner;
     std::function<void()> lastWords;
-    alignas(16) std::array<char, 65536> stack{}; // for the handler, since a fault may be of the stack
 };
 
 Known known;
 
-// From here to report() nothing takes memory or a lock.
-void put(int file, std::string_view text) {
-    while (!text.empty()) {
-        const auto count = ::write(file, text.data(), text.size());
-        if (count <= 0) return;
-        text.remove_prefix(static_cast<std::size_t>(count));
-    }
-}
-
-// The number of a signal.
-void putNumber(int file, unsigned char number) {
-    const char digits[] = {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
-    put(file, {digits, sizeof digits});
-}
-
-// signal is 0 for an exception, of which what says more.
-void report(int signal, std::string_view what) {
+// From here on nothing takes memory or a lock.
+void report(std::string_view kind, std::string_view what) {
     if (known.isWritten.exchange(true)) return;
-    const int file = ::open(known.path.view().data(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (file < 0) return;
-    put(file, "kestrane ");
-    put(file, known.version.view());
-    put(file, signal == 0 ? "\nexception: " : "\nsignal ");
-    if (signal != 0) putNumber(file, static_cast<unsigned char>(signal));
-    put(file, what);
-    put(file, "\n\nopen files:\n");
-    put(file, known.files.view());
-    put(file, "\nlast commands, the oldest first:\n");
+    ReportFile file(known.path.view().data());
+    file.put("kestrane ");
+    file.put(known.version.view());
+    file.put("\n");
+    file.put(kind);
+    file.put(what);
+    file.put("\n\nopen files:\n");
+    file.put(known.files.view());
+    file.put("\nlast commands, the oldest first:\n");
     const std::size_t count = std::min(known.commandsNoted, kCommands);
     for (std::size_t i = known.commandsNoted - count; i < known.commandsNoted; ++i) {
-        put(file, known.commands[i % kCommands].view());
-        put(file, "\n");
+        file.put(known.commands[i % kCommands].view());
+        file.put("\n");
     }
-    put(file, "\nstack:\n");
-    void* frames[kFrames];
-    backtrace_symbols_fd(frames, backtrace(frames, kFrames), file);
-    ::fsync(file);
-    ::close(file);
+    file.put("\nstack:\n");
+    file.putStack();
 }
 
-void onFault(int signal) {
-    report(signal, {});
-    // The handler is gone by now (SA_RESETHAND), so that this ends the program as the fault would have.
-    ::raise(signal);
+void onFault(std::string_view kind) {
+    report(kind, {});
 }
 
 } // namespace
@@ -115,24 +87,10 @@ void onFault(int signal) {
 void installCrashReport(const std::string& folder, std::string_view version) {
     std::error_code ignored; // without a folder there is no report
     fs::create_directories(folder, ignored);
-    known.path.set(folder + std::string(kBegin) + std::to_string(::getpid()) + ".txt" + '\0');
+    known.path.set(folder + std::string(kBegin) + processNumber() + ".txt" + '\0');
     known.version.set(version);
     known.owner = std::this_thread::get_id();
-    void* frame = nullptr;
-    backtrace(&frame, 1); // the first call loads a library, which a handler must not
-
-    stack_t own{};
-    own.ss_sp = known.stack.data();
-    own.ss_size = known.stack.size();
-    sigaltstack(&own, nullptr);
-
-    struct sigaction action {};
-
-    action.sa_handler = onFault;
-    action.sa_flags = static_cast<int>(SA_ONSTACK | SA_RESETHAND);
-    sigemptyset(&action.sa_mask);
-    for (const int signal : kSignals)
-        sigaction(signal, &action, nullptr);
+    catchFaults(onFault);
     std::set_terminate(endByException);
 }
 
@@ -160,7 +118,7 @@ void endByException() noexcept {
     } catch (...) {
         what = "of an unknown kind";
     }
-    report(0, what);
+    report("exception: ", what);
     try {
         if (known.lastWords && std::this_thread::get_id() == known.owner) std::exchange(known.lastWords, {})();
     } catch (...) {

@@ -4,52 +4,13 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cerrno>
 #include <charconv>
-#include <cstring>
 #include <filesystem>
 #include <system_error>
-
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace kestrane {
 
 namespace {
-
-struct OpenFile {
-    explicit OpenFile(int opened) : handle(opened) {
-        if (handle < 0) raiseSystemError(errno);
-    }
-
-    ~OpenFile() { close(handle); }
-
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    int handle;
-};
-
-struct stat aboutOpen(int handle) {
-    struct stat about {};
-
-    if (fstat(handle, &about) != 0) raiseSystemError(errno);
-    return about;
-}
-
-// Reads into bytes from the offset from on, until they are full or the input ends. Returns the offset reached.
-std::size_t fill(int handle, FileBytes& bytes, std::size_t from) {
-    while (from < bytes.size()) {
-        const ssize_t count = read(handle, bytes.data() + from, bytes.size() - from);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) raiseSystemError(errno);
-        if (count == 0) break;
-        from += static_cast<std::size_t>(count);
-    }
-    return from;
-}
 
 std::string resolved(const std::string& path) {
     std::error_code error;
@@ -64,22 +25,12 @@ bool equalIgnoringCase(const std::string& a, const std::string& b) {
 
 } // namespace
 
-bool fileExists(const std::string& path) {
-    struct stat about {};
-
-    return stat(path.c_str(), &about) == 0 && !S_ISDIR(about.st_mode);
-}
-
-bool canWriteTo(const std::string& folder) {
-    return access(folder.c_str(), W_OK | X_OK) == 0;
-}
-
 void makeFolderOf(const std::string& path) {
     const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     if (folder.empty()) return; // the working folder
     std::error_code failed;
     std::filesystem::create_directories(folder, failed);
-    if (failed) raiseSystemError(failed.value());
+    if (failed) raiseSystemError(failed.default_error_condition().value());
 }
 
 bool isSameFile(const std::string& a, const std::string& b) {
@@ -91,72 +42,10 @@ bool isSameFile(const std::string& a, const std::string& b) {
     return !fileExists(a) || !fileExists(b) || std::filesystem::equivalent(a, b, error);
 }
 
-FileBytes::FileBytes(std::size_t size) : size_(size), mapped_(size) {
-    if (size == 0) return;
-    void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) raiseSystemError(errno);
-    madvise(memory, size, MADV_HUGEPAGE); // huge pages cut the time of the first touch to a third
-    data_ = static_cast<char*>(memory);
-}
-
-FileBytes::~FileBytes() {
-    if (data_ != nullptr) munmap(data_, mapped_);
-}
-
-void FileBytes::release(std::size_t from, std::size_t to) {
-    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-    const std::size_t first = (from + page - 1) / page * page;
-    const std::size_t last = std::min(to, mapped_) / page * page;
-    if (first < last) madvise(data_ + first, last - first, MADV_DONTNEED);
-}
-
-std::shared_ptr<FileBytes> readFile(const std::string& path) {
-    const OpenFile file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    const struct stat about = aboutOpen(file.handle);
-    if (S_ISDIR(about.st_mode)) raiseSystemError(EISDIR);
-    auto bytes = std::make_shared<FileBytes>(static_cast<std::size_t>(about.st_size));
-    bytes->shrink(fill(file.handle, *bytes, 0)); // the file may have been cut short since its size was read
-    return bytes;
-}
-
-void readPieces(const std::string& path, const std::function<void(std::string_view piece)>& take) {
-    constexpr std::size_t kPiece = 1U << 20U;
-    const OpenFile file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (S_ISDIR(aboutOpen(file.handle).st_mode)) raiseSystemError(EISDIR);
-    FileBytes piece(kPiece);
-    while (const std::size_t count = fill(file.handle, piece, 0))
-        take(piece.view().substr(0, count));
-}
-
-std::shared_ptr<FileBytes> readInput(const std::string& path) {
-    constexpr std::size_t kFirst = std::size_t{1} << 20;
-    constexpr std::size_t kMost = std::size_t{1} << 30;
-    const auto number = openFileNumber(path);
-
-    struct stat about {};
-
-    const bool isThere = (number ? fstat(*number, &about) : stat(path.c_str(), &about)) == 0;
-    const bool isStream = isThere && (S_ISFIFO(about.st_mode) || S_ISSOCK(about.st_mode));
-    const bool isTerminal = isThere && S_ISCHR(about.st_mode) && number && isatty(*number) != 0;
-    if (!isStream && !isTerminal) return readFile(path);
-
-    const OpenFile input(number ? fcntl(*number, F_DUPFD_CLOEXEC, 0) : open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    auto bytes = std::make_shared<FileBytes>(kFirst);
-    std::size_t size = 0;
-    while ((size = fill(input.handle, *bytes, size)) == bytes->size()) {
-        if (size >= kMost) raiseSystemError(EFBIG);
-        auto larger = std::make_shared<FileBytes>(2 * size);
-        std::memcpy(larger->data(), bytes->data(), size);
-        bytes = std::move(larger);
-    }
-    bytes->shrink(size);
-    return bytes;
-}
-
 std::optional<int> openFileNumber(std::string_view path) {
-    if (path == kStandardInput) return STDIN_FILENO;
-    if (path == kStandardOutput) return STDOUT_FILENO;
-    if (path == "/dev/stderr") return STDERR_FILENO;
+    if (path == kStandardInput) return 0;
+    if (path == kStandardOutput) return 1;
+    if (path == "/dev/stderr") return 2;
     for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"}) {
         if (!path.starts_with(folder)) continue;
         const std::string_view digits = path.substr(folder.size());

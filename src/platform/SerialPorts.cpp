@@ -1,7 +1,6 @@
 #include "platform/SerialPorts.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <map>
 
 namespace kestrane {
@@ -38,18 +37,7 @@ bool isNaturallyLess(std::string_view a, std::string_view b) {
     return a.size() - i < b.size() - j;
 }
 
-// The path of a device after all links have been followed; device itself when that fails.
-std::string trueDevice(const std::string& device) {
-    std::error_code error;
-    const auto path = std::filesystem::canonical(device, error);
-    return error ? device : path.string();
-}
-
 } // namespace
-
-std::string devicePath(const std::string& name) {
-    return name.find('/') == std::string::npos ? "/dev/" + name : name;
-}
 
 std::vector<PortInfo> numberPorts(const std::vector<PortInfo>& machine, const SettingsStore& settings) {
     std::vector<PortInfo> free = machine;
@@ -68,6 +56,10 @@ std::vector<PortInfo> numberPorts(const std::vector<PortInfo>& machine, const Se
         });
         ports.emplace(number, std::move(port));
     }
+    std::erase_if(free, [&](PortInfo& port) {
+        port.Number = ownNumberOf(port.Device);
+        return port.Number >= 1 && port.Number <= kLastPort && ports.emplace(port.Number, port).second;
+    });
     int number = 1;
     for (PortInfo& port : free) {
         while (ports.contains(number))

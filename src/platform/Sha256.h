@@ -1,6 +1,8 @@
 // The SHA-256 of a file, which tells whether its contents are still the same.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,6 +22,9 @@ public:
 
 private:
     struct Context;
+
+    std::array<std::uint8_t, 32> digest();
+
     std::unique_ptr<Context> context_;
 };
 

@@ -1,9 +1,7 @@
 #include "platform/Utf8.h"
 
 #include <array>
-#include <clocale>
 #include <cstring>
-#include <cwctype>
 
 namespace kestrane {
 
@@ -106,17 +104,6 @@ std::string_view firstBytes(std::string_view utf8, std::size_t most) {
     while (most > 0 && (static_cast<unsigned char>(utf8[most]) & 0xC0U) == 0x80U)
         --most;
     return utf8.substr(0, most);
-}
-
-std::string upperCase(std::string_view utf8) {
-    static const locale_t kLetters = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    std::string upper;
-    upper.reserve(utf8.size());
-    for (std::size_t at = 0; at < utf8.size();) {
-        const auto letter = static_cast<wint_t>(nextCodePoint(utf8, at));
-        appendUtf8(upper, static_cast<char32_t>(kLetters != nullptr ? towupper_l(letter, kLetters) : towupper(letter)));
-    }
-    return upper;
 }
 
 } // namespace kestrane

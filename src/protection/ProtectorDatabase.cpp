@@ -1,6 +1,7 @@
 #include "protection/ProtectorDatabase.h"
 
 #include "platform/AtomicFile.h"
+#include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
@@ -9,7 +10,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <iterator>
 
@@ -138,7 +138,7 @@ std::string keepDamagedFile(const std::string& path) {
         kept = first + std::to_string(next);
     std::error_code failed;
     std::filesystem::copy_file(path, kept, failed);
-    if (failed) throw RuntimeError(failed.value(), failed.message());
+    if (failed) raiseSystemError(failed.default_error_condition().value());
     return kept;
 }
 
@@ -148,10 +148,10 @@ void keepOldDatabase(const std::string& from, const std::string& file) {
     if (fileExists(newest) && readFile(newest)->view() == readFile(from)->view()) return;
     const std::string names[] = {newest, newest + "2", newest + "3"};
     for (std::size_t i = std::size(names) - 1; i > 0; --i)
-        if (fileExists(names[i - 1])) std::rename(names[i - 1].c_str(), names[i].c_str()); // a failure shows below
+        if (fileExists(names[i - 1])) static_cast<void>(renameFile(names[i - 1], names[i])); // a failure shows below
     std::error_code failed;
     std::filesystem::copy_file(from, newest, failed);
-    if (failed) throw RuntimeError(failed.value(), failed.message());
+    if (failed) raiseSystemError(failed.default_error_condition().value());
 }
 
 std::string protectorsText(const std::vector<clsHP>& protectors) {

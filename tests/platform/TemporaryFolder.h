@@ -1,7 +1,8 @@
 // A folder for the files of one test, removed with everything in it at the end.
 #pragma once
 
-#include <cstdlib>
+#include "platform/FileNames.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -12,8 +13,7 @@ namespace kestrane {
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "kestrane-test-XXXXXX").string();
-        path_ = ::mkdtemp(name.data());
+        path_ = makeUniqueFolder((std::filesystem::temp_directory_path() / "kestrane-test-").generic_string());
     }
 
     ~TemporaryFolder() {
@@ -33,11 +33,11 @@ private:
 };
 
 inline void writeText(const std::string& path, const std::string& text) {
-    std::ofstream(path, std::ios::binary) << text;
+    std::ofstream(std::filesystem::path(path), std::ios::binary) << text;
 }
 
 inline std::string readText(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(std::filesystem::path(path), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 

@@ -1,5 +1,6 @@
 #include "platform/qt/IniSettings.h"
 
+#include "platform/IniFile.h"
 #include "platform/RuntimeError.h"
 #include "platform/TemporaryFolder.h"
 
@@ -44,6 +45,20 @@ TEST(IniSettings, ReadsBackWhatWasWritten) {
     }
     EXPECT_EQ(settings.read("Settings", "Key1", ""), "another");
     EXPECT_EQ(settings.read("Settings", "Key2", "default"), "default");
+
+    // The store without the toolkit reads and writes the same file.
+    const auto plain = IniFile::ofCaller(path);
+    i = 0;
+    for (const std::string& text : texts) {
+        EXPECT_EQ(plain->read("Preferences", "Key" + std::to_string(++i), "x"), text);
+        plain->write("By itself", "A key " + std::to_string(i), text);
+    }
+    const IniSettings both = IniSettings::ofFile(path);
+    i = 0;
+    for (const std::string& text : texts) {
+        EXPECT_EQ(both.read("Preferences", "Key" + std::to_string(++i), "x"), text);
+        EXPECT_EQ(both.read("By itself", "A key " + std::to_string(i), "x"), text);
+    }
 }
 
 TEST(IniSettings, ReadsFilesWrittenByHandAndRefusesWhatItCannotUse) {

@@ -1,4 +1,4 @@
-#include "cli/Interrupt.h"
+#include "platform/Interrupt.h"
 
 #include <csignal>
 

@@ -1,0 +1,12 @@
+// A moment of the system's clock in the time of the place where the computer stands.
+#pragma once
+
+#include "platform/Calendar.h"
+
+#include <ctime>
+
+namespace kestrane {
+
+CalendarTime localTime(std::time_t moment); // whole seconds
+
+} // namespace kestrane

@@ -1,0 +1,36 @@
+#include "platform/RunningProgram.h"
+
+#include <csignal>
+#include <filesystem>
+#include <utility>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace kestrane {
+
+std::string folderOfProgram() {
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::string("/") : program.parent_path().string() + "/";
+}
+
+std::vector<std::string> programArguments(int argc, char** argv) {
+    return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
+
+void* functionOfLibrary(const std::string& path, const char* function) {
+    void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    return library == nullptr ? nullptr : dlsym(library, function);
+}
+
+// The substitute can be neither read nor written as the stream would be, so messages are lost.
+void prepareStandardStreams() {
+    for (const auto& [stream, mode] :
+         {std::pair(STDIN_FILENO, O_WRONLY), std::pair(STDOUT_FILENO, O_RDONLY), std::pair(STDERR_FILENO, O_WRONLY)})
+        if (fcntl(stream, F_GETFD) < 0) open("/dev/null", mode);
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+} // namespace kestrane
