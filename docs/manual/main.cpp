@@ -51,9 +51,8 @@ kbd, code, pre { font-family: "DejaVu Sans Mono"; font-size: 8.5pt; }
 pre { background-color: #f3f6f9; margin-left: 12px; }
 )";
 
-struct Heading {
-    QString text;
-    int level;
+struct Chapter {
+    QString title;
     int page; // from 0
 };
 
@@ -95,7 +94,7 @@ public:
         document_.setHtml("<body>" + html + "</body>");
         document_.setPageSize(QSizeF(writer_.width(), writer_.height() - millimetres(kFooter)));
         placeBlocks();
-        noteHeadings();
+        noteChapters();
     }
 
     QByteArray print() {
@@ -156,11 +155,9 @@ private:
         return pageOf(place.top()) != pageOf(place.bottom());
     }
 
-    void noteHeadings() {
-        for (QTextBlock block = document_.begin(); block.isValid(); block = block.next()) {
-            const int level = block.blockFormat().headingLevel();
-            if (level == 1 || level == 2) headings_.push_back({block.text(), level, pageOf(topOf(block))});
-        }
+    void noteChapters() {
+        for (QTextBlock block = document_.begin(); block.isValid(); block = block.next())
+            if (block.blockFormat().headingLevel() == 1) chapters_.push_back({block.text(), pageOf(topOf(block))});
     }
 
     void printTitle(QPainter& painter) const {
@@ -182,14 +179,11 @@ private:
         const int row = (writer_.height() - millimetres(kFooter)) / kRowsOfContents;
         painter.drawText(QRect(0, 0, writer_.width(), 2 * row), Qt::AlignLeft | Qt::AlignVCenter, "Contents");
         int top = 2 * row;
-        for (const Heading& heading : headings_) {
-            const bool isChapter = heading.level == 1;
-            if (isChapter) top += row / 2;
-            const QRect line(isChapter ? 0 : millimetres(6), top, writer_.width() - (isChapter ? 0 : millimetres(6)),
-                             row);
-            painter.setFont(fontOf(11, isChapter));
-            painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, heading.text);
-            painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, QString::number(heading.page + 1 + kPagesBefore));
+        painter.setFont(fontOf(11));
+        for (const Chapter& chapter : chapters_) {
+            const QRect line(0, top, writer_.width(), row);
+            painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, chapter.title);
+            painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, QString::number(chapter.page + 1 + kPagesBefore));
             top += row;
         }
         printFooter(painter, kPagesBefore);
@@ -228,7 +222,7 @@ private:
     QBuffer buffer_;
     QPdfWriter writer_;
     QTextDocument document_;
-    std::vector<Heading> headings_;
+    std::vector<Chapter> chapters_;
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "explorer/Edits.h"
 #include "explorer/ExplorerState.h"
 #include "explorer/NodeKeys.h"
+#include "resources/TextNames_w4.h"
 #include "views/LogTabs.h"
 
 #include <algorithm>
@@ -86,9 +87,10 @@ constexpr MenuItem kItems[] = {
 
     {Menu::Help, 0, Command::HelpHelp, Text::CommandHelp, Text::None, "help", "F1"},
     {Menu::Help, 1, Command::HelpTerms, Text::CommandAcousticTerms},
-    {Menu::Help, 2, Command::HelpHomePage, Text::CommandHomePage},
-    {Menu::Help, 3, Command::HelpManual, Text::CommandManual, Text::None, "manual"},
-    {Menu::Help, 5, Command::HelpAbout, Text::CommandAbout, Text::TipAbout},
+    {Menu::Help, 2, Command::HelpTour, Text::CommandTour},
+    {Menu::Help, 3, Command::HelpHomePage, Text::CommandHomePage},
+    {Menu::Help, 4, Command::HelpManual, Text::CommandManual, Text::None, "manual"},
+    {Menu::Help, 6, Command::HelpAbout, Text::CommandAbout, Text::TipAbout},
 
     {Menu::TreePopup, 0, Command::EditCut, Text::CommandCut, Text::TipCut, "cut", "Ctrl+X; Shift+Del"},
     {Menu::TreePopup, 1, Command::EditCopy, Text::CommandCopy, Text::TipCopy, "copy", "Ctrl+C; Ctrl+Ins"},
@@ -116,7 +118,7 @@ constexpr MenuItem kItems[] = {
      "Ctrl+I"},
     {Menu::LogPopup, 16, Command::ViewExposureTime, Text::CommandExposureTime, Text::TipExposureTime, "time", "Ctrl+E"},
     {Menu::LogPopup, 17, Command::ForceRecalc, Text::CommandForceRecalc, Text::None, "", "F5"},
-    {Menu::LogPopup, 18, Command::LogCompareHPD, Text::CommandCompareHPD},
+    {Menu::LogPopup, 18, Command::LogCompareHPD, Text::CommandCompareHPD, Text::HintHPD},
     {Menu::LogPopup, 19, Command::LogConvertWeighting, Text::CommandConvertWeighting},
     {Menu::LogPopup, 21, Command::LogAddToAssessment, Text::CommandAddToAssessment, Text::TipAddToAssessment, "",
      "Ctrl+Shift+A"},

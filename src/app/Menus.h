@@ -92,7 +92,8 @@ enum class Command {
     RangeQuietest,
     RangeEvents,
     LogDistribution,
-    LogCompare
+    LogCompare,
+    HelpTour
 };
 
 // The place of a command in a menu. The items of a menu are in the order of their index, and a gap in the indexes is a

@@ -11,6 +11,7 @@
 #include "platform/Trimmed.h"
 #include "platform/UserFolders.h"
 #include "protection/ProtectorDatabase.h"
+#include "resources/TextNames_w4.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -20,6 +21,19 @@
 namespace kestrane {
 
 namespace {
+
+struct SampleWords {
+    std::string_view FileName;
+    Text::Id Sentence;
+};
+
+constexpr SampleWords kSamples[] = {
+    {"brevik-short-form.xml", Text::SampleShortForm},   {"compressor-week.kxa", Text::SampleCompressor},
+    {"foundry-job.kxa", Text::SampleFoundry},           {"machine-survey-octave.xml", Text::SampleSurvey},
+    {"night-environment.xml", Text::SampleNight},       {"protector-ac.xml", Text::SampleProtector},
+    {"roadworks-selection.xml", Text::SampleRoadworks}, {"shift-dosimeter.xml", Text::SampleShift},
+    {"third-octave-2000.xml", Text::SampleThirdOctave}, {"welder-tasks.kxa", Text::SampleWelder},
+};
 
 // Takes one name off the beginning of an unquoted text. Positions count from 1, and 0 means none.
 std::string takeUnquoted(std::string& text, const std::function<bool(const std::string&)>& exists) {
@@ -106,6 +120,12 @@ std::vector<std::string> sampleFiles() {
             names.push_back(fullPath(entry.path().string()));
     std::ranges::sort(names);
     return names;
+}
+
+Text::Id sampleSentence(const std::string& path) {
+    const std::string name = std::filesystem::path(path).filename().string();
+    const auto* const row = std::ranges::find(kSamples, name, &SampleWords::FileName);
+    return row == std::end(kSamples) ? Text::None : row->Sentence;
 }
 
 const Language& programLanguage(const SettingsStore& settings) {

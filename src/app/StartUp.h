@@ -4,6 +4,7 @@
 
 #include "model/Session.h"
 #include "protection/ProtectorDatabase.h"
+#include "resources/TextNames.h"
 
 #include <functional>
 #include <string>
@@ -38,6 +39,9 @@ std::string defaultDataFolder(const std::string& program, const std::string& doc
 
 // The installed sample files, ordered by name.
 std::vector<std::string> sampleFiles();
+
+// The text that says in a sentence what a sample file is and what to try with it. Text::None for any other file.
+Text::Id sampleSentence(const std::string& path);
 
 // The language of the program: that of the settings or, when they name none, that of the system.
 const Language& programLanguage(const SettingsStore& settings);

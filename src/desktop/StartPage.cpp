@@ -3,6 +3,7 @@
 #include "app/StartUp.h"
 #include "dialogs/Icons.h"
 #include "dialogs/Words.h"
+#include "resources/TextNames_w4.h"
 
 #include <QBoxLayout>
 #include <QLabel>
@@ -12,7 +13,8 @@ namespace kestrane {
 
 namespace {
 
-constexpr int kListWidth = 260; // pixels
+constexpr int kListWidth = 240; // pixels
+constexpr int kSentenceWidth = 340;
 constexpr int kGap = 24;
 constexpr qreal kHeadingSize = 1.5; // of the usual font size
 
@@ -24,7 +26,8 @@ struct Offer {
 };
 
 constexpr Offer kOffers[] = {{Command::FileOpen, Text::CommandOpen, "open", "cmdOpen"},
-                             {Command::FileDownload, Text::CommandDownload, "download", "cmdDownload"}};
+                             {Command::FileDownload, Text::CommandDownload, "download", "cmdDownload"},
+                             {Command::HelpTour, Text::CommandTour, "help", "cmdTour"}};
 
 void enlarge(QLabel& label, qreal size) {
     QFont font = label.font();
@@ -33,7 +36,7 @@ void enlarge(QLabel& label, qreal size) {
     label.setFont(font);
 }
 
-void empty(QVBoxLayout& list) {
+void empty(QGridLayout& list) {
     while (QLayoutItem* const item = list.takeAt(0)) {
         if (item->widget() != nullptr) item->widget()->deleteLater();
         delete item;
@@ -44,33 +47,28 @@ void empty(QVBoxLayout& list) {
 
 StartPage::StartPage(const Session& session) : session_(session) {
     setObjectName("StartPage");
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);
     auto* const heading = new QLabel(loadText(session, Text::NoDataFileIsOpen));
     enlarge(*heading, kHeadingSize);
     auto* const advice = new QLabel(loadText(session, Text::OpenADataFile));
     advice->setForegroundRole(QPalette::PlaceholderText);
-    recent_ = new QVBoxLayout;
-    samples_ = new QVBoxLayout;
-    auto* const lists = new QHBoxLayout;
-    lists->setSpacing(kGap);
-    for (QVBoxLayout* list : {recent_, samples_}) {
-        list->setSpacing(0);
-        lists->addLayout(list);
-        lists->setAlignment(list, Qt::AlignTop | Qt::AlignLeft);
-    }
-
-    auto* const column = new QVBoxLayout;
+    auto* const page = new QWidget;
+    auto* const column = new QVBoxLayout(page);
     column->addStretch(1);
     column->addWidget(heading);
     column->addWidget(advice);
     column->addSpacing(kGap / 2);
     column->addWidget(commands());
-    column->addSpacing(kGap);
-    column->addLayout(lists);
+    for (QGridLayout** list : {&recent_, &samples_}) {
+        *list = new QGridLayout;
+        (*list)->setVerticalSpacing(kGap / 6);
+        column->addSpacing(kGap / 2);
+        column->addLayout(*list);
+    }
     column->addStretch(2);
-    auto* const row = new QHBoxLayout(this);
-    row->addStretch(1);
-    row->addLayout(column);
-    row->addStretch(1);
+    setWidget(page);
 }
 
 QWidget* StartPage::commands() {
@@ -92,14 +90,16 @@ void StartPage::ShowFiles() {
     fillList(*samples_, Text::Samples, "cmdSample", sampleFiles(), &StartPage::SampleAsked);
 }
 
-void StartPage::fillList(QVBoxLayout& list, Text::Id heading, const char* name, const std::vector<std::string>& paths,
+void StartPage::fillList(QGridLayout& list, Text::Id heading, const char* name, const std::vector<std::string>& paths,
                          FileAsked asked) {
     empty(list);
     if (paths.empty()) return;
     auto* const caption = new QLabel(loadText(session_, heading));
     enlarge(*caption, 1);
-    list.addWidget(caption);
+    list.addWidget(caption, 0, 0, 1, 2);
+    list.setColumnStretch(1, 1);
     for (const std::string& path : paths) {
+        const int row = static_cast<int>(&path - paths.data()) + 1;
         const QString fileName = shown(path.substr(path.find_last_of("/\\") + 1));
         auto* const button = new QPushButton(iconOf("file"), {});
         button->setText(button->fontMetrics().elidedText(fileName, Qt::ElideMiddle, kListWidth).replace("&", "&&"));
@@ -107,12 +107,19 @@ void StartPage::fillList(QVBoxLayout& list, Text::Id heading, const char* name, 
         button->setStyleSheet("text-align: left");
         button->setCursor(Qt::PointingHandCursor);
         button->setToolTip(shown(path));
-        nameControl(*button, (name + std::to_string(&path - paths.data() + 1)).c_str(), fileName);
+        nameControl(*button, (name + std::to_string(row)).c_str(), fileName);
         // Deferred, because opening may fill the list again.
         connect(
             button, &QPushButton::clicked, this, [this, asked, path] { emit(this->*asked)(shown(path)); },
             Qt::QueuedConnection);
-        list.addWidget(button);
+        list.addWidget(button, row, 0);
+        const Text::Id sentence = sampleSentence(path);
+        if (asked != &StartPage::SampleAsked || sentence == Text::None) continue;
+        auto* const words = new QLabel(loadText(session_, sentence));
+        words->setWordWrap(true);
+        words->setMinimumWidth(kSentenceWidth);
+        button->setAccessibleDescription(words->text());
+        list.addWidget(words, row, 1);
     }
 }
 

@@ -1,18 +1,18 @@
-// What an explorer window shows while no file is open: the ways to get measurements. It is one of the pages of the log
-// view; the frame does what is asked for here.
+// What an explorer window shows while no file is open: the ways to get measurements, the samples, and the tour. It is
+// one of the pages of the log view; the frame does what is asked for here.
 #pragma once
 
 #include "app/Menus.h"
 #include "model/Session.h"
 #include "resources/TextNames.h"
 
-#include <QWidget>
+#include <QScrollArea>
 
-class QVBoxLayout;
+class QGridLayout;
 
 namespace kestrane {
 
-class StartPage : public QWidget {
+class StartPage : public QScrollArea {
     Q_OBJECT
 
 public:
@@ -29,11 +29,11 @@ private:
     using FileAsked = void (StartPage::*)(const QString&);
 
     QWidget* commands();
-    void fillList(QVBoxLayout& list, Text::Id heading, const char* name, const std::vector<std::string>& paths,
+    void fillList(QGridLayout& list, Text::Id heading, const char* name, const std::vector<std::string>& paths,
                   FileAsked asked);
 
     const Session& session_;
-    QVBoxLayout *recent_, *samples_;
+    QGridLayout *recent_, *samples_;
 };
 
 } // namespace kestrane

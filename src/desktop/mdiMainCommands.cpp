@@ -9,6 +9,7 @@
 #include "desktop/assessment/frmAssessment.h"
 #include "desktop/frmCompare.h"
 #include "desktop/frmExplorer.h"
+#include "desktop/frmHelp.h"
 #include "desktop/frmHistory.h"
 #include "desktop/frmPreview.h"
 #include "desktop/frmPrint.h"
@@ -26,6 +27,7 @@
 #include "dialogs/frmFind.h"
 #include "dialogs/frmHPD.h"
 #include "dialogs/frmOptions.h"
+#include "dialogs/frmTour.h"
 #include "explorer/NodeKeys.h"
 #include "model/LogTime.h"
 #include "platform/CrashReport.h"
@@ -102,7 +104,7 @@ template <std::size_t count>
 constexpr bool hasRowForEach(const CommandRow (&rows)[count]) {
     for (std::size_t i = 0; i < count; ++i)
         if (static_cast<std::size_t>(rows[i].command) != i) return false;
-    return count == static_cast<std::size_t>(Command::LogCompare) + 1; // the last command
+    return count == static_cast<std::size_t>(Command::HelpTour) + 1; // the last command
 }
 
 template <auto method, auto... arguments>
@@ -196,10 +198,7 @@ void mdiMain::run(Command command) {
         {Command::WindowArrangeIcons, [](mdiMain& frame, frmExplorer*) { arrangeIcons(*frame.area_); }},
         {Command::HelpHelp,
          [](mdiMain& frame, frmExplorer*) { frame.openHelp(helpTopicOf(QApplication::focusWidget())); }},
-        {Command::HelpTerms,
-         [](mdiMain& frame, frmExplorer*) {
-             OpenHelpFile(frame.session_, desktop(), dataFolder() + "AcousticTerms.html");
-         }},
+        {Command::HelpTerms, [](mdiMain& frame, frmExplorer*) { frame.openHelp("AcousticTerms"); }},
         {Command::HelpHomePage,
          [](mdiMain& frame, frmExplorer*) { OpenPage(frame.session_, desktop(), frame.session_.Options.HomePage); }},
         {Command::HelpManual,
@@ -249,13 +248,28 @@ void mdiMain::run(Command command) {
              const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
              frmCompare(frame.session_, explorer->State().OpenedLog(frame.session_), copy, &frame).exec();
          }},
+        {Command::HelpTour, [](mdiMain& frame, frmExplorer*) { ShowTour(frame.session_, &frame); }},
     };
     static_assert(hasRowForEach(kRows), "a row a command, in the order of the enumeration");
     kRows[static_cast<std::size_t>(command)].act(*this, activeExplorer());
 }
 
+// In the window of the help that is open, or a new one. A dialog has one of its own, because it lets nothing else be
+// used.
 void mdiMain::openHelp(std::string_view topic) {
-    OpenHelpFile(session_, desktop(), helpPage(session_, dataFolder(), std::string(topic)));
+    const std::string folder = dataFolder() + "help/";
+    const auto show = [&](const std::string& path) {
+        QWidget* const modal = QApplication::activeModalWidget();
+        QWidget* const owner = modal != nullptr ? modal : this;
+        auto* help = owner->findChild<frmHelp*>("frmHelp", Qt::FindDirectChildrenOnly);
+        if (help == nullptr) help = new frmHelp(session_, folder, owner);
+        help->ShowPage(path);
+        help->show();
+        help->raise();
+        help->activateWindow();
+        return true;
+    };
+    OpenHelpFile(session_, {{}, show}, helpPage(session_, folder, std::string(topic)));
 }
 
 frmPrint mdiMain::printer() {

@@ -1,5 +1,7 @@
 #include "resources/TextTable.h"
 
+#include "resources/TextNames_w4.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -1063,6 +1065,54 @@ constexpr TextEntry Entries[] = {
     {Text::No, "No"},
     {Text::Error, "Error"},
     {Text::AskWeighting, "Convert to which frequency weighting (A, C or Z)?"},
+    // The tour
+    {Text::CommandTour, "&Tour"},
+    {Text::TourTitle, "A Tour of $$"},
+    {Text::TourStep, "^ of *"},
+    {Text::TourBack, "&Back"},
+    {Text::TourNext, "&Next"},
+    {Text::TourFinish, "&Finish"},
+    {Text::TourOpen, "Open or download. Every file stands in the tree on the left with its logs; the tabs on the right "
+                     "show the log that "
+                     "is selected. The arrow keys or the pointer read the chart row by row."},
+    {Text::TourRange,
+     "Look at a part. Drag with Shift along the chart: the strip below gives the level and the dose of that part, and "
+     "of the rest. From there it can be zoomed to, left out of the calculation, or listed by its events."},
+    {Text::TourFigures,
+     "Calculate with your rules. Cumultv (Data) has all figures of the log. Choose a criterion level and an exchange "
+     "rate and press Apply Changes. The tab Criteria sets the rules of the EU, OSHA, NIOSH and ACGIH side by side."},
+    {Text::TourReport, "Report. File, Print Preview shows the pages. Choose beside them what the report contains, then "
+                       "print them or save "
+                       "them as PDF. F1 explains whatever you are looking at."},
+    // The samples
+    {Text::SampleShift, "A dosimeter worn for a shift of 8 hours, a row a minute. Drag with Shift over the hammering "
+                        "from 12:45 to 13:20."},
+    {Text::SampleSurvey,
+     "Five machines in octave bands. Compare them, look at their noise ratings, choose a hearing protector."},
+    {Text::SampleRoadworks,
+     "Road works with a stretch left out of the calculation and an exposure table of four jobs."},
+    {Text::SampleNight, "A night in a garden with percentile levels, A and C weighted. Mark the quietest window."},
+    {Text::SampleProtector,
+     "A compressor hall measured A and C weighted at the same time. Rank all hearing protectors for it."},
+    {Text::SampleThirdOctave, "A road in third octaves, 2,000 rows. Look for the reversing alarm at 1 kHz."},
+    {Text::SampleShortForm, "An hour at a packing line. Change the exposure time and see which figures follow."},
+    {Text::SampleWelder,
+     "The day of a welder in three tasks. Change the hours of grinding and watch LEX,8h and its uncertainty."},
+    {Text::SampleFoundry,
+     "A job assessed from six stretches of the foundry shift. Change one and watch the uncertainty."},
+    {Text::SampleCompressor, "A working week under hearing protectors. Change how long they are worn."},
+    // The window of the help
+    {Text::HelpTitle, "Help"},
+    {Text::HelpSearch, "&Search the help:"},
+    {Text::HelpPagesFound, "Pages"},
+    {Text::HelpPageShown, "Page"},
+    {Text::HelpNothingFound, "No page has all of these words."},
+    {Text::HelpBack, "&Back"},
+    {Text::HelpForward, "&Forward"},
+    // What short words in captions stand for
+    {Text::HintLepd, "LEP,d is the daily personal noise exposure level, which newer standards call LEX,8h."},
+    {Text::HintHPD, "HPD is a hearing protection device: an earplug or an earmuff."},
+    {Text::LepdMeaning, "the daily noise exposure level, LEX,8h of newer standards"},
     // Durations
     {Text::Hours, "* hours"},
     {Text::OneHour, "1 hour"},

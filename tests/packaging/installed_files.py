@@ -51,7 +51,7 @@ class InstalledFiles(unittest.TestCase):
                               ("kestrane-sim", "bin/kestrane-sim"), ("kestrane-sim", "share/man/man1/kestrane-sim.1"),
                               ("kestrane-common", "share/kestrane/samples/shift-dosimeter.xml"),
                               ("kestrane-common", "share/kestrane/hpd_hml_db.txt"),
-                              ("kestrane-common", "share/kestrane/help.html"),
+                              ("kestrane-common", "share/kestrane/help/help.html"),
                               ("kestrane-common", "share/man/man5/kestrane-xml.5")):
             self.assertIn(name, self.parts[package])
 
