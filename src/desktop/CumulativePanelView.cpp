@@ -1,6 +1,7 @@
 #include "desktop/CumulativePanelView.h"
 
 #include "dialogs/Words.h"
+#include "views/CaptionHints.h"
 
 #include <QBoxLayout>
 #include <QComboBox>
@@ -45,8 +46,10 @@ QComboBox* numberBox(const char* name, const QString& spoken) {
     return box;
 }
 
-QLabel* captionLabel(const std::string& text) {
+QLabel* captionLabel(const Session& session, const std::string& text) {
     auto* const label = new QLabel(shown(text));
+    label->setToolTip(shown(captionHint(session, text)));
+    label->setAccessibleDescription(label->toolTip());
     label->setTextFormat(Qt::PlainText);
     label->setForegroundRole(QPalette::PlaceholderText);
     label->setWordWrap(text.size() > kLongCaption);
@@ -170,11 +173,11 @@ void CumulativePanelView::fillSection(PanelSection section, const std::vector<Pa
         const bool hasB = hasChannelB && !row.B.Name.empty() && !row.B.Text.empty();
         if (row.Section != section || (row.A.Text.empty() && !hasB)) continue;
         const bool isWide = row.A.Name == "lblLn" || !hasChannelB;
-        grid.addWidget(captionLabel(row.Caption), line, 0, Qt::AlignTop);
+        grid.addWidget(captionLabel(session_, row.Caption), line, 0, Qt::AlignTop);
         grid.addWidget(valueLabel(session_, row, kChannelA), line, 1, 1, isWide ? 3 : 1);
         if (hasB) {
             const bool isRepeated = !isOfFigures(section) && row.B.Caption == row.Caption;
-            if (!isRepeated) grid.addWidget(captionLabel(row.B.Caption), line, 2);
+            if (!isRepeated) grid.addWidget(captionLabel(session_, row.B.Caption), line, 2);
             grid.addWidget(valueLabel(session_, row, kChannelB), line, 3);
         }
         ++line;

@@ -3,6 +3,7 @@
 #include "dialogs/AskDialogs.h"
 #include "dialogs/Words.h"
 #include "platform/Format.h"
+#include "views/CaptionHints.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -182,8 +183,12 @@ QVariant ExposureModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant ExposureModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (role != Qt::DisplayRole) return QAbstractTableModel::headerData(section, orientation, role);
-    if (orientation == Qt::Horizontal) return shown(exposureCaptions(session_)[static_cast<std::size_t>(section) + 1]);
+    if (role != Qt::DisplayRole && (role != Qt::ToolTipRole || orientation != Qt::Horizontal))
+        return QAbstractTableModel::headerData(section, orientation, role);
+    if (orientation == Qt::Horizontal) {
+        const std::string caption = exposureCaptions(session_)[static_cast<std::size_t>(section) + 1];
+        return shown(role == Qt::DisplayRole ? caption : captionHint(session_, caption));
+    }
     const auto row = static_cast<std::size_t>(section);
     return row < table_.Rows.size() ? shown(table_.Rows[row][eColumnNumber]) : loadText(session_, Text::Total);
 }

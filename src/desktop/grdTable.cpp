@@ -1,6 +1,7 @@
 #include "desktop/grdTable.h"
 
 #include "dialogs/Words.h"
+#include "views/CaptionHints.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -60,12 +61,13 @@ QVariant IntervalTableModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant IntervalTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+    if (orientation != Qt::Horizontal || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
         return QAbstractTableModel::headerData(section, orientation, role);
-    return QString::fromStdString(table_.caption(static_cast<std::size_t>(section)));
+    const std::string caption = table_.caption(static_cast<std::size_t>(section));
+    return shown(role == Qt::DisplayRole ? caption : captionHint(session_, caption));
 }
 
-grdTable::grdTable(const Session& session, QWidget* parent) : QTableView(parent) {
+grdTable::grdTable(const Session& session, QWidget* parent) : QTableView(parent), model_(session) {
     nameControl(*this, "grdTable", loadText(session, Text::TabIntervalsTable));
     setModel(&model_);
     setAlternatingRowColors(true);

@@ -12,7 +12,7 @@ namespace kestrane {
 
 class IntervalTableModel : public QAbstractTableModel {
 public:
-    using QAbstractTableModel::QAbstractTableModel;
+    explicit IntervalTableModel(const Session& session) : session_(session) {}
 
     void SetTable(IntervalTable table);
 
@@ -24,6 +24,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    const Session& session_;
     IntervalTable table_;
 };
 

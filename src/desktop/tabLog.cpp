@@ -13,6 +13,7 @@
 #include "dialogs/Words.h"
 #include "explorer/NodeKeys.h"
 #include "reports/Report.h"
+#include "views/CaptionHints.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -71,7 +72,8 @@ void tabLog::makeTabs() {
     tabs_->setUsesScrollButtons(true);
     tabs_->setDrawBase(false);
     for (const LogTab tab : kAllLogTabs)
-        tabs_->addTab(loadText(session_, tabRow(tab).Caption));
+        tabs_->setTabToolTip(tabs_->addTab(loadText(session_, tabRow(tab).Caption)),
+                             shown(captionHint(session_, session_.LoadText(tabRow(tab).Caption))));
     connect(tabs_, &QTabBar::currentChanged, this, [this](int tab) {
         const clsLog* log = state_.LogInView(session_);
         if (isSetting_ || log == nullptr || !state_.View.chooseTab(static_cast<LogTab>(tab), *log)) return;

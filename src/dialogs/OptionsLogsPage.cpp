@@ -3,6 +3,7 @@
 #include "dialogs/LinePreview.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmExpTime.h"
+#include "views/CaptionHints.h"
 
 #include <QAbstractItemView>
 #include <QButtonGroup>
@@ -160,6 +161,7 @@ void OptionsLogsPage::showParameters() {
         const bool isOffered = settings_.IsOffered(channel(), kind(), parameter);
         box->setText(QString(caption).replace('&', "&&"));
         box->setAccessibleName(caption);
+        box->setToolTip(shown(captionHint(settings_.session(), caption.toStdString())));
         box->setEnabled(isOffered);
         const QSignalBlocker blocker(box); // what is shown is not a choice of the user
         box->setChecked(isOffered && settings_.Edited.objLogOptions.IsPlotted(channel(), kind(), parameter));

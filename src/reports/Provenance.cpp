@@ -7,6 +7,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 #include "platform/Utf8.h"
+#include "resources/TextNames_w4.h"
 #include "views/HistoryTable.h"
 #include "views/RowTimes.h"
 
@@ -135,6 +136,10 @@ constexpr Row kRows[] = {
     {Text::CriterionLevel, [](const Source& source) { return decibels(source.log.Criterion); }},
     {Text::ExchangeRate, [](const Source& source) { return decibels(source.log.Exchange); }},
     {Text::ExposureTime, exposureOf},
+    {Text::Lepd,
+     [](const Source& source) {
+         return source.log.LepdETCumA.CalcValue() > 0 ? source.words(Text::LepdMeaning) : std::string();
+     }},
     {Text::RowsLabel, shownRows},
     {Text::ExcludedLabel, excludedRows},
 };
