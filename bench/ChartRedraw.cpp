@@ -40,13 +40,17 @@ ChartData walkingLines(std::size_t rows, std::size_t series, std::int16_t style)
 } // namespace
 
 double redrawSeconds(std::size_t rows, std::size_t series, std::int16_t style) {
+    return redrawSeconds(walkingLines(rows, series, style));
+}
+
+double redrawSeconds(const ChartData& chart) {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     qputenv("QT_QPA_PLATFORM", "offscreen");
     int count = 0;
     const QApplication application(count, nullptr);
     chaTab tab({});
     tab.resize(1000, 650);
-    tab.setChart(walkingLines(rows, series, style));
+    tab.setChart(chart);
     tab.show();
     QApplication::processEvents();
     auto& plot = *tab.findChild<QCustomPlot*>();

@@ -19,6 +19,7 @@
 #include "files/XmlWriter.h"
 #include "views/IntervalTable.h"
 #include "views/RangeTable.h"
+#include "views/Spectrogram.h"
 #include "views/TimeChart.h"
 
 #include <pugixml.hpp>
@@ -29,6 +30,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <random>
 
 namespace kestrane::bench {
 
@@ -199,6 +201,25 @@ double chartSeconds() {
     return bestPass([&] { use(fullLogChart(&log, {}).Series.back().Values.back()); });
 }
 
+// The spectrogram of a log in thirds of octaves, with a walk of its own in each band.
+double spectrogramSeconds() {
+    BenchSession bench;
+    clsLog log(bench.session);
+    log.Mode(modeThirdOctave);
+    log.FreqWeightA("Z");
+    IntervalColumns& rows = log.LogIntervals.Columns();
+    rows.resize(kBroadbandRows, kBroadbandRows);
+    for (int band = 1; band <= log.e("Last"); ++band) {
+        float level = 60;
+        std::minstd_rand dice(static_cast<unsigned>(band));
+        for (Level& cell : rows.writeLevels(Quantity::LeqA, band)) {
+            level = std::clamp(level + static_cast<float>(dice() % 21) / 10 - 1, 30.0F, 110.0F);
+            cell = {level, level};
+        }
+    }
+    return redrawSeconds(spectrogramChart(log, "A"));
+}
+
 // Opens the table and makes a screen of its cells.
 double tableSeconds() {
     constexpr std::size_t kScreen = 60;
@@ -261,6 +282,8 @@ void measureViews(Table& table) {
     const Measured lines = measure([] { return redrawSeconds(kBroadbandRows, 6, eChartAs2D); });
     table.line("redraw a chart of 600000 rows, 6 series: ms", lines.figure * kMilli, kFrame, "ms", true, 1);
     measureQuestions(table);
+    const Measured map = measure(spectrogramSeconds);
+    table.line("redraw a spectrogram of 600000 rows, 33 bands: ms", map.figure * kMilli, kFrame, "ms", true, 1);
     const Measured ribbons = measure([] { return redrawSeconds(150, 26, eChartAs3D); });
     table.line("redraw a chart in 3D of 150 rows, 26 series: ms", ribbons.figure * kMilli, kGlance, "ms", true, 1);
 }

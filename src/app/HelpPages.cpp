@@ -36,6 +36,7 @@ constexpr HelpOfWindow kWindows[] = {
     {"frmRank", "rank"},
     {"frmRecovery", "recovery"},
     {"frmSimpleEdit", "note"},
+    {"frmSpectrogram", "spectrogram"},
 };
 
 constexpr HelpOfTab kTabs[] = {
@@ -44,7 +45,7 @@ constexpr HelpOfTab kTabs[] = {
     {eTabCumulativeData, "panel"},   {eTabExposureCalculator, "dose"}, {eTabCriteria, "criteria"},
 };
 
-constexpr std::string_view kOthers[] = {"merge", "spectrogram", "chart3d", "glossary", "examples", "limits"};
+constexpr std::string_view kOthers[] = {"merge", "chart3d", "glossary", "examples", "limits"};
 
 } // namespace
 

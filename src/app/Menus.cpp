@@ -3,8 +3,10 @@
 #include "explorer/Edits.h"
 #include "explorer/ExplorerState.h"
 #include "explorer/NodeKeys.h"
+#include "resources/TextNames_w1.h"
 #include "resources/TextNames_w4.h"
 #include "views/LogTabs.h"
+#include "views/Spectrogram.h"
 
 #include <algorithm>
 #include <cctype>
@@ -72,6 +74,7 @@ constexpr MenuItem kItems[] = {
     {Menu::Range, 11, Command::RangeEvents, Text::CommandEvents, Text::None, "", "Ctrl+Shift+V"},
     {Menu::Range, 12, Command::LogDistribution, Text::CommandDistribution, Text::None, "", "Ctrl+Shift+D"},
     {Menu::Range, 13, Command::LogCompare, Text::CommandCompareLogs, Text::None, "", "Ctrl+Shift+G"},
+    {Menu::Range, 14, Command::LogSpectrogram, Text::CommandSpectrogram, Text::None, "", "Ctrl+Shift+O"},
 
     {Menu::Tools, 0, Command::ToolsSettings, Text::CommandSettings, Text::TipSettings, "settings", "Ctrl+,"},
     {Menu::Tools, 3, Command::ToolsSynchronizeClocks, Text::CommandSynchronizeClocks, Text::TipSynchronizeClock,
@@ -300,6 +303,10 @@ constexpr Rule kRules[] = {
     {Command::RangeEvents, kOnChartRows},
     {Command::LogDistribution, kOnChartRows},
     {Command::LogCompare, kOnChartRows},
+    {Command::LogSpectrogram,
+     [](const Session& session, const MenuState& state) {
+         return kOnChartRows(session, state) && hasSpectrogram(*state.InView);
+     }},
     {Command::FilePrint, kOnReport},
     {Command::FilePrintPreview, kOnReport},
     {Command::PrintDefault, kOnReport},

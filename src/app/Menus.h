@@ -93,7 +93,8 @@ enum class Command {
     RangeEvents,
     LogDistribution,
     LogCompare,
-    HelpTour
+    HelpTour,
+    LogSpectrogram
 };
 
 // The place of a command in a menu. The items of a menu are in the order of their index, and a gap in the indexes is a

@@ -2,6 +2,7 @@
 
 #include "assessment/LogLevels.h"
 #include "assessment/Reaches.h"
+#include "calc/CriterionRules.h"
 #include "model/Acoustics.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
@@ -19,52 +20,9 @@ namespace {
 constexpr double kEnergyRate = 3;    // dB; at this rate a dose without threshold follows from LAeq
 constexpr double kLongestExact = 60; // seconds of a row, for which a dose is exact
 
-struct LimitRule {
-    Text::Id name;
-    double value;
-    bool isDose;
-};
-
-struct CriterionRule {
-    std::string_view name;
-    Text::Id title; // the number of its text
-    std::optional<double> criterion, threshold;
-    double exchange;
-    std::optional<double> perDecade; // the printed factor of TWA; nothing for the exact one
-    std::vector<LimitRule> limits;
-};
-
-constexpr double kOshaFactor = 16.61;
-constexpr double kNioshFactor = 10.0;
-
 std::vector<CriterionRule> rulesOf(const std::optional<OwnCriterion>& own) {
-    std::vector<CriterionRule> rules = {
-        {"eu",
-         Text::CriteriaEU,
-         {},
-         {},
-         3,
-         {},
-         {{Text::LimitLowerAction, 80, false}, {Text::LimitUpperAction, 85, false}, {Text::LimitValue, 87, false}}},
-        {"osha-hc",
-         Text::CriteriaOshaHearingConservation,
-         90,
-         80,
-         5,
-         kOshaFactor,
-         {{Text::LimitActionLevel, 50, true}}},
-        {"osha-pel", Text::CriteriaOshaPel, 90, 90, 5, kOshaFactor, {{Text::LimitPEL, 100, true}}},
-        {"niosh", Text::CriteriaNiosh, 85, {}, 3, kNioshFactor, {{Text::LimitREL, 100, true}}},
-        {"acgih", Text::CriteriaAcgih, 85, 80, 3, kNioshFactor, {{Text::LimitTLV, 100, true}}},
-    };
-    if (own)
-        rules.push_back({"own",
-                         Text::CriteriaOwn,
-                         own->Criterion,
-                         own->Threshold,
-                         own->Exchange,
-                         {},
-                         {{Text::LimitOwn, 100, true}}});
+    std::vector<CriterionRule> rules = criterionRules();
+    if (own) rules.push_back(ownRule(own->Criterion, own->Threshold, own->Exchange));
     return rules;
 }
 
@@ -97,42 +55,42 @@ public:
 private:
     std::string text(Text::Id id) const { return log_.session().LoadText(id); }
 
-    static bool followsFromLeq(const CriterionRule& rule) { return rule.exchange == kEnergyRate && !rule.threshold; }
+    static bool followsFromLeq(const CriterionRule& rule) { return rule.Exchange == kEnergyRate && !rule.Threshold; }
 
     CriterionFigures figures(const CriterionRule& rule) const {
         CriterionFigures out;
-        out.Name = rule.name;
-        out.Title = text(rule.title);
-        out.Criterion = rule.criterion;
-        out.Threshold = rule.threshold;
-        out.Exchange = rule.exchange;
+        out.Name = rule.Name;
+        out.Title = text(rule.Title);
+        out.Criterion = rule.Criterion;
+        out.Threshold = rule.Threshold;
+        out.Exchange = rule.Exchange;
         out.IsFromRows = !levels_.Rows.empty();
-        if (rule.exchange == kEnergyRate && out_.LAeq && out_.ExposureHours > 0)
+        if (rule.Exchange == kEnergyRate && out_.LAeq && out_.ExposureHours > 0)
             out.LEX8h = normalisedTo8Hours(*out_.LAeq, out_.ExposureHours);
-        if (rule.criterion) takeDose(out, rule);
+        if (rule.Criterion) takeDose(out, rule);
         out.Note = note(rule);
-        const bool isFound = rule.criterion ? out.Dose.has_value() : out.LEX8h.has_value();
+        const bool isFound = rule.Criterion ? out.Dose.has_value() : out.LEX8h.has_value();
         if (!isFound) out.Missing = missing(rule);
-        for (const LimitRule& limit : rule.limits) {
-            const auto& figure = limit.isDose ? out.ProjectedDose : out.LEX8h;
-            out.Limits.push_back({text(limit.name), limit.value, limit.isDose,
-                                  figure ? std::optional(reaches(*figure, limit.value)) : std::nullopt});
+        for (const LimitRule& limit : rule.Limits) {
+            const auto& figure = limit.IsDose ? out.ProjectedDose : out.LEX8h;
+            out.Limits.push_back({text(limit.Name), limit.Value, limit.IsDose,
+                                  figure ? std::optional(reaches(*figure, limit.Value)) : std::nullopt});
         }
         return out;
     }
 
     std::optional<double> dose(const CriterionRule& rule) const {
         if (out_.MeasuredHours <= 0) return std::nullopt;
-        const double criterion = *rule.criterion;
+        const double criterion = *rule.Criterion;
         if (levels_.Rows.empty()) {
             if (!followsFromLeq(rule) || !out_.LAeq || log_.LogIntervals.Count() > 0) return std::nullopt;
-            return dosePart(*out_.LAeq, out_.MeasuredHours, {criterion, rule.exchange});
+            return dosePart(*out_.LAeq, out_.MeasuredHours, {criterion, rule.Exchange});
         }
         double sum = 0;
         for (const RowLevel& row : levels_.Rows) {
             // Compared in single precision, in which levels are kept.
-            if (rule.threshold && static_cast<float>(row.Level) < static_cast<float>(*rule.threshold)) continue;
-            sum += dosePart(row.Level, row.Seconds / 3600, {criterion, rule.exchange});
+            if (rule.Threshold && static_cast<float>(row.Level) < static_cast<float>(*rule.Threshold)) continue;
+            sum += dosePart(row.Level, row.Seconds / 3600, {criterion, rule.Exchange});
         }
         return sum;
     }
@@ -140,12 +98,12 @@ private:
     void takeDose(CriterionFigures& out, const CriterionRule& rule) const {
         out.Dose = dose(rule);
         if (!out.Dose) return;
-        const double criterion = *rule.criterion;
-        const double perDecade = rule.perDecade.value_or(decibelsPerDecade(rule.exchange));
+        const double criterion = *rule.Criterion;
+        const double perDecade = rule.PerDecade.value_or(decibelsPerDecade(rule.Exchange));
         out.ProjectedDose = *out.Dose * out_.ExposureHours / out_.MeasuredHours;
         if (*out.Dose <= 0) return; // a dose of 0 has no level
         out.TWA = levelOfDose(*out.Dose, criterion, perDecade);
-        out.LAVG = averageLevelOfDose(*out.Dose, {criterion, rule.exchange}, out_.MeasuredHours);
+        out.LAVG = averageLevelOfDose(*out.Dose, {criterion, rule.Exchange}, out_.MeasuredHours);
         if (*out.ProjectedDose > 0) out.ProjectedTWA = levelOfDose(*out.ProjectedDose, criterion, perDecade);
     }
 
@@ -155,7 +113,7 @@ private:
         const auto add = [&](const std::string& words) { note += (note.empty() ? "" : "; ") + words; };
         const bool isByB = levels_.Origin == LevelsFrom::ChannelB;
         const bool isSlow = (isByB ? log_.TimeWeightB() : log_.TimeWeightA()) == "Slow";
-        if (!levels_.Rows.empty() && !followsFromLeq(rule) && rule.criterion &&
+        if (!levels_.Rows.empty() && !followsFromLeq(rule) && rule.Criterion &&
             (levels_.LongestRow > kLongestExact || !isSlow))
             add(ReplaceText(text(Text::BasisApproximate), "^", singleText(static_cast<float>(levels_.LongestRow))));
         if (isByB && out_.LAeq) add(text(Text::BasisChannelB));
@@ -168,11 +126,11 @@ private:
     // that the instrument was set to.
     std::string reportedDose(const CriterionRule& rule) const {
         if (!log_.has(Trait::KeepsReportedExposure) || log_.DoseETCumA.Value() == 0 ||
-            rule.criterion != log_.Criterion || rule.exchange != log_.Exchange)
+            rule.Criterion != log_.Criterion || rule.Exchange != log_.Exchange)
             return {};
         constexpr double kNone = -1;
         const double threshold = isNumeric(log_.Threshold, {}) ? toDouble(log_.Threshold, {}) : kNone;
-        if (threshold != rule.threshold.value_or(kNone)) return {};
+        if (threshold != rule.Threshold.value_or(kNone)) return {};
         return ReplaceText(text(Text::ReportedByInstrument), "^",
                            log_.DoseETCumA.Format(Zeros::Shown, Reading::Reported, "##0.0", log_.session().locale));
     }
@@ -180,7 +138,7 @@ private:
     std::string missing(const CriterionRule& rule) const {
         const bool hasNoRows = log_.LogIntervals.Count() == 0;
         if (levels_.Origin == LevelsFrom::Nowhere) return text(Text::NoAWeightedLevel);
-        if (hasNoRows && !followsFromLeq(rule) && rule.criterion) return text(Text::NeedsRows);
+        if (hasNoRows && !followsFromLeq(rule) && rule.Criterion) return text(Text::NeedsRows);
         return text(hasNoRows ? (out_.LAeq ? Text::NoMeasuredTime : Text::NoAWeightedLevel) : Text::NoRowsCount);
     }
 

@@ -3,6 +3,8 @@
 #include "calc/FreqWeight.h"
 #include "model/Acoustics.h"
 
+#include <algorithm>
+
 namespace kestrane {
 
 namespace {
@@ -53,6 +55,23 @@ double toWeighting(const clsLog& log, std::string_view weight, int band) {
 
 std::optional<double> leqFromBands(const clsLog& log, std::string_view weight) {
     return levelOfSum(energyOfBands(log, weight, 1, lastBand(log.Mode())));
+}
+
+std::vector<float> leqOfRowsFromBands(const clsLog& log, std::string_view weight) {
+    const IntervalColumns& rows = log.LogIntervals.Columns();
+    std::vector<double> energies;
+    for (int band = 1; band <= lastBand(log.Mode()); ++band) {
+        const std::span<const Level> levels = rows.levels(Quantity::LeqA, band);
+        if (levels.empty()) continue;
+        energies.resize(rows.count());
+        const double offset = toWeighting(log, weight, band);
+        for (std::size_t row = 0; row < levels.size(); ++row)
+            if (levels[row].CalcValue != 0) energies[row] += energyOf(levels[row].CalcValue + offset);
+    }
+    std::vector<float> leqs(energies.size());
+    std::ranges::transform(energies, leqs.begin(),
+                           [](double energy) { return energy > 0 ? static_cast<float>(levelOf(energy)) : 0; });
+    return leqs;
 }
 
 LevelsFrom aWeightedLevels(const clsLog& log) {

@@ -8,6 +8,7 @@
 #include <array>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace kestrane {
 
@@ -27,6 +28,10 @@ double toWeighting(const clsLog& log, std::string_view weight, int band);
 // The overall level under the weighting "A" or "C", in dB: the energy sum of the bands of channel A. Nothing for a
 // broadband log and for a log without levels.
 std::optional<double> leqFromBands(const clsLog& log, std::string_view weight);
+
+// The same of each row, from its bands, as single figures; 0 for a row without levels by band. Empty when no row has
+// any.
+std::vector<float> leqOfRowsFromBands(const clsLog& log, std::string_view weight);
 
 // Where the A-weighted levels of a log come from.
 enum class LevelsFrom { ChannelA, ChannelB, Bands, Nowhere };

@@ -1,6 +1,7 @@
 #include "charts/AxisTickers.h"
 
 #include "platform/Numbers.h"
+#include "views/LevelMap.h"
 
 #include <algorithm>
 #include <cmath>
@@ -107,6 +108,24 @@ int ValueTicker::getSubTickCount(double) {
 
 QString ValueTicker::getTickLabel(double tick, const QLocale&, QChar, int) {
     return numberText(tick, decimals_, locale_);
+}
+
+void BandTicker::fit(int pixels, const QFontMetrics& metrics) {
+    mostLabels_ = std::max(1.0, static_cast<double>(pixels) / metrics.height());
+}
+
+void BandTicker::generate(const QCPRange& range, const QLocale&, QChar, int, QVector<double>& ticks,
+                          QVector<double>* subTicks, QVector<QString>* tickLabels) {
+    ticks.clear();
+    if (subTicks != nullptr) subTicks->clear();
+    if (tickLabels != nullptr) tickLabels->clear();
+    const LevelMap& map = *content_.data.Map;
+    const auto step = static_cast<std::size_t>(std::ceil(range.size() / mostLabels_));
+    for (std::size_t band = 0; band < map.BandCount(); band += step) {
+        if (!range.contains(static_cast<double>(band))) continue;
+        ticks.append(static_cast<double>(band));
+        if (tickLabels != nullptr) tickLabels->append(QString::fromStdString(map.BandLabel(band)));
+    }
 }
 
 QString numberText(double value, int decimals, const Locale& locale) {

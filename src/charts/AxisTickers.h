@@ -53,6 +53,21 @@ private:
     int decimals_ = 0;
 };
 
+// The bands of a map of levels, each at its number.
+class BandTicker : public QCPAxisTicker {
+public:
+    explicit BandTicker(const ChartContent& content) : content_(content) {}
+
+    void fit(int pixels, const QFontMetrics& metrics); // to the height of the axis
+
+    void generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision, QVector<double>& ticks,
+                  QVector<double>* subTicks, QVector<QString>* tickLabels) override;
+
+private:
+    const ChartContent& content_;
+    double mostLabels_ = 1;
+};
+
 // A number of a chart as text with the given number of decimals.
 QString numberText(double value, int decimals, const Locale& locale);
 

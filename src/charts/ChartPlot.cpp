@@ -2,6 +2,7 @@
 
 #include "charts/ExcludedShade.h"
 #include "charts/LevelLines.h"
+#include "charts/LevelMapPlot.h"
 #include "charts/RangeBand.h"
 #include "charts/SeriesBars.h"
 #include "charts/SeriesLine.h"
@@ -21,6 +22,7 @@ constexpr double kMostOfHeight = 0.25; // of the page's height, for each part ab
 constexpr double kLeastRows = 4;       // the fewest rows that a zoom shows
 constexpr double kDeepestZoom = 1000;  // how many times a value axis can be enlarged
 constexpr double kFewRows = 40;
+constexpr int kScaleWidth = 14; // pixels, of the bar of colours
 const QSize kSmallest(260, 180);
 
 QCPRange within(QCPRange part, const QCPRange& whole, double least) {
@@ -75,6 +77,8 @@ void ChartPlot::clearContent() {
     rangeBand_.reset();
     lines_.reset();
     shade_.reset();
+    map_.reset();
+    scale_.reset();
     axisRect_.reset();
     solid_.reset();
     legend_.reset();
@@ -98,7 +102,11 @@ void ChartPlot::setContent(std::shared_ptr<const ChartContent> content, const Ch
         solid_ = std::make_unique<Chart3D>(this, *content_, looks_, locale_);
     } else {
         makeAxes();
-        makeSeries();
+        if (chart.Map) {
+            makeMap();
+        } else {
+            makeSeries();
+        }
         setView(wholeView());
     }
 }
@@ -141,6 +149,27 @@ void ChartPlot::makeAxes() {
     lines_ = std::make_unique<LevelLines>(&primary, *content_, looks_);
     rangeBand_ = std::make_unique<RangeBand>(&rows, looks_);
     readOut_ = std::make_unique<ReadOut>(&rows, std::pair(&primary, &secondary), *content_, looks_, locale_);
+}
+
+// The map takes the place of series; the right axis belongs to the scale of its colours.
+void ChartPlot::makeMap() {
+    const ChartData& chart = content_->data;
+    QCPAxis& bands = *axisRect_->axis(QCPAxis::atLeft);
+    bands_.reset(new BandTicker(*content_));
+    bands.setTicker(bands_);
+    axisRect_->axis(QCPAxis::atRight)->setLabel({});
+    map_ = std::make_unique<LevelMapPlot>(axisRect_->axis(QCPAxis::atBottom), &bands, *content_, looks_);
+    scale_ = std::make_unique<QCPColorScale>(this);
+    scale_->setType(QCPAxis::atRight);
+    scale_->setBarWidth(kScaleWidth);
+    scale_->setGradient(levelGradient());
+    scale_->setDataRange(rangeOf(content_->valueRange(ChartAxis::Secondary)));
+    scale_->setRangeDrag(false);
+    styleAxis(*scale_->axis(), chart.SecondaryTitle);
+    scale_->axis()->setTicker(secondaryValues_);
+    auto* const margins = new QCPMarginGroup(this); // the plot owns it
+    axisRect_->setMarginGroup(QCP::msTop | QCP::msBottom, margins);
+    scale_->setMarginGroup(QCP::msTop | QCP::msBottom, margins);
 }
 
 void ChartPlot::styleAxis(QCPAxis& axis, const std::string& title) const {
@@ -235,6 +264,7 @@ QCPLayoutElement* ChartPlot::body() const {
 std::vector<QCPLayoutElement*> ChartPlot::parts() const {
     std::vector<QCPLayoutElement*> parts = {title_.get(), legend_.get(), footnote_.get()};
     if (body() != nullptr) parts.push_back(body());
+    if (scale_) parts.push_back(scale_.get());
     return parts;
 }
 
@@ -265,6 +295,7 @@ void ChartPlot::placeParts() {
     place(middle, *plotLayout());
     // Without it the grid would be empty and leave no width for the texts.
     place(body() != nullptr ? body() : new QCPLayoutElement(this), *middle);
+    if (scale_) place(scale_.get(), *middle);
     if (body() != nullptr && isLegendShown_ && !legend_->isEmpty()) {
         if (isLegendBeside(room)) {
             legend_->fitBeside(room.height());
@@ -297,6 +328,7 @@ void ChartPlot::fitLabels(const QSize& room) {
     rows.setLabel(inLines(QString::fromStdString(content_->data.CategoryTitle), width, QFontMetrics(rows.labelFont())));
     const int height = std::max(1, room.height() - 4 * metrics.height());
     primaryValues_->fit(height, metrics);
+    if (bands_) bands_->fit(height, metrics);
     secondaryValues_->fit(height, metrics);
 }
 

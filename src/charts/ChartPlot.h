@@ -60,6 +60,7 @@ private:
     void clearContent();
     void makeAxes();
     void styleAxis(QCPAxis& axis, const std::string& title) const;
+    void makeMap();
     void makeSeries();
     void makeOne(std::size_t drawn);
 
@@ -81,14 +82,16 @@ private:
     std::unique_ptr<ChartText> title_, footnote_;
     std::unique_ptr<ChartLegend> legend_;
     std::unique_ptr<QCPAxisRect> axisRect_; // in 2D
+    std::unique_ptr<QCPColorScale> scale_;  // of a map of levels
     std::unique_ptr<Chart3D> solid_;
 
-    std::unique_ptr<QCPLayerable> shade_, lines_;
+    std::unique_ptr<QCPLayerable> shade_, lines_, map_;
     std::unique_ptr<RangeBand> rangeBand_;
     std::unique_ptr<ReadOut> readOut_;
     QSharedPointer<CategoryTicker> categories_; // either this or times_ is in use
     QSharedPointer<TimeTicker> times_;
     QSharedPointer<ValueTicker> primaryValues_, secondaryValues_;
+    QSharedPointer<BandTicker> bands_; // in place of primaryValues_, of a map of levels
 };
 
 } // namespace kestrane

@@ -8,6 +8,7 @@ namespace kestrane {
 namespace {
 
 constexpr double kHatch = 8; // pixels from one line to the next
+constexpr int kVeil = 150;   // opacity of the shade over a map of levels
 
 // Lines that rise to the right through a rectangle. Lines of neighbouring rectangles continue each other. They are cut
 // to the rectangle here, because not every device that is drawn on can clip.
@@ -45,19 +46,24 @@ std::vector<QCPRange> excludedSpans(const ChartData& chart, const QCPRange& rows
 }
 
 ExcludedShade::ExcludedShade(QCPAxis* rows, const ChartContent& content, const ChartLooks& looks) :
-    QCPLayerable(rows->parentPlot(), "background"), rows_(rows), content_(content), looks_(looks) {}
+    QCPLayerable(rows->parentPlot(), content.data.Map ? "axes" : "background"),
+    rows_(rows),
+    content_(content),
+    looks_(looks) {}
 
 void ExcludedShade::draw(QCPPainter* painter) {
     const QRect area = rows_->axisRect()->rect();
     QList<QLineF> hatching;
+    QColor shade = content_.data.Map ? looks_.Background : looks_.Excluded;
+    if (content_.data.Map) shade.setAlpha(kVeil);
     for (const QCPRange& span : excludedSpans(content_.data, rows_->range(), area.width())) {
         const double left = std::floor(rows_->coordToPixel(span.lower));
         const double right = std::max(left + 1, std::round(rows_->coordToPixel(span.upper)));
         const QRectF shaded(left, area.top(), right - left, area.height());
-        painter->fillRect(shaded, looks_.Excluded);
+        painter->fillRect(shaded, shade);
         addHatching(hatching, shaded);
     }
-    painter->setPen(QPen(looks_.Frame, 1));
+    painter->setPen(QPen(content_.data.Map ? looks_.Text : looks_.Frame, 1));
     painter->drawLines(hatching);
 }
 

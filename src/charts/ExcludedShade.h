@@ -1,5 +1,6 @@
 // The faint shade and the hatching behind rows that are left out of calculations. The hatching can be told from a line
-// of the grid in print without colours and on dark screens.
+// of the grid in print without colours and on dark screens. Over a map of levels they are drawn on top, and what is
+// below shines through.
 #pragma once
 
 #include "charts/ChartContent.h"

@@ -1,5 +1,8 @@
 #include "charts/ReadOut.h"
 
+#include "charts/LevelColours.h"
+#include "views/LevelMap.h"
+
 #include <algorithm>
 
 namespace kestrane {
@@ -27,9 +30,10 @@ ReadOut::ReadOut(QCPAxis* rows, std::pair<QCPAxis*, QCPAxis*> values, const Char
     looks_(looks),
     locale_(locale) {}
 
-void ReadOut::show(std::optional<std::size_t> row) {
-    if (row == row_) return;
+void ReadOut::show(std::optional<std::size_t> row, std::size_t band) {
+    if (row == row_ && band == band_) return;
     row_ = row;
+    band_ = band;
     layer()->replot();
 }
 
@@ -42,7 +46,20 @@ QStringList ReadOut::lines() const {
     return lines;
 }
 
+std::vector<ReadOut::Line> ReadOut::lineOfBand() const {
+    const ChartData& chart = content_.data;
+    const float level = chart.Map->LevelAt(*row_, band_);
+    if (isNullValue(level)) return {};
+    const ChartRange scale = *chart.SecondaryRange;
+    const double part = (static_cast<double>(level) - scale.Minimum) / (scale.Maximum - scale.Minimum);
+    return {
+        {QColor(levelColour(part)), QString::fromStdString(chart.Map->BandLabel(band_) + " " + chart.PrimaryTitle),
+         QString::fromStdString(chartFigureText(level, locale_)),
+         QPointF(rows_->coordToPixel(static_cast<double>(*row_)), primary_->coordToPixel(static_cast<double>(band_)))}};
+}
+
 std::vector<ReadOut::Line> ReadOut::valueLines() const {
+    if (content_.data.Map) return lineOfBand();
     std::vector<Line> lines;
     for (std::size_t i = 0; i < content_.series.size(); ++i) {
         const ChartSeries& series = *content_.series[i];

@@ -20,9 +20,13 @@ public:
 
     std::optional<std::size_t> row() const { return row_; }
 
-    void show(std::optional<std::size_t> row); // nothing hides the read-out
+    // Nothing hides the read-out. The band is that of a map of levels.
+    void show(std::optional<std::size_t> row, std::size_t band = 0);
 
-    // The lines of the box: the row's name, then the label and the value of each series that has a value in the row.
+    std::size_t band() const { return band_; }
+
+    // The lines of the box: the row's name, then the label and the value of each series that has a value in the row; of
+    // a map of levels those of the band.
     QStringList lines() const;
 
 protected:
@@ -38,6 +42,7 @@ private:
     };
 
     std::vector<Line> valueLines() const;
+    std::vector<Line> lineOfBand() const;
     void drawBox(QCPPainter* painter, double x, const std::vector<Line>& lines) const;
 
     QCPAxis* rows_;
@@ -47,6 +52,7 @@ private:
     const ChartLooks& looks_;
     Locale locale_;
     std::optional<std::size_t> row_;
+    std::size_t band_ = 0;
 };
 
 } // namespace kestrane

@@ -5,6 +5,7 @@
 #include "charts/RangeBand.h"
 #include "platform/AtomicFile.h"
 #include "platform/RuntimeError.h"
+#include "views/LevelMap.h"
 
 #include <QBuffer>
 #include <QPageSize>
@@ -95,10 +96,26 @@ QString chaTab::spokenDescription() const {
 }
 
 void chaTab::readAt(std::optional<std::size_t> row) {
-    if (row == plot_->readOut().row()) return;
-    plot_->readOut().show(row);
+    readAt(row, plot_->readOut().band());
+}
+
+void chaTab::readAt(std::optional<std::size_t> row, std::size_t band) {
+    if (row == plot_->readOut().row() && band == plot_->readOut().band()) return;
+    plot_->readOut().show(row, band);
     spokenRange_.clear();
     tellDescription(*this);
+    emit RowRead();
+}
+
+std::optional<std::size_t> chaTab::readRow() const {
+    return plot_->hasAxes() ? plot_->readOut().row() : std::nullopt;
+}
+
+// The band of a map of levels that is nearest to a place on its axis; 0 when there is no map.
+std::size_t chaTab::bandAt(double place) const {
+    const auto* const map = content_->data.Map.get();
+    const double last = map == nullptr ? 0 : static_cast<double>(map->BandCount()) - 1;
+    return static_cast<std::size_t>(std::clamp(std::round(place), 0.0, std::max(0.0, last)));
 }
 
 void chaTab::showLegend(bool isShown) {
@@ -230,7 +247,7 @@ void chaTab::point(const QMouseEvent& event) {
         const double at = std::round(plot_->axisArea().axis(QCPAxis::atBottom)->pixelToCoord(event.position().x()));
         row = static_cast<std::size_t>(std::clamp(at, 0.0, static_cast<double>(content_->data.RowCount) - 1));
     }
-    readAt(row);
+    readAt(row, bandAt(plot_->axisArea().axis(QCPAxis::atLeft)->pixelToCoord(event.position().y())));
 }
 
 void chaTab::look(ChartView view) {
@@ -305,6 +322,10 @@ void chaTab::keyPressEvent(QKeyEvent* event) {
         return stepReadOut(isWide ? -wide : -1);
     case Qt::Key_Right:
         return stepReadOut(isWide ? wide : 1);
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        if (!content_->data.Map) break;
+        return stepBand(event->key() == Qt::Key_Up ? 1 : -1);
     case Qt::Key_Plus:
     case Qt::Key_Equal:
         return zoomRows(kZoom, center);
@@ -383,6 +404,11 @@ void chaTab::showMarked() {
 void chaTab::stepReadOut(int rows) {
     const auto& shown = plot_->readOut().row();
     goToRow(shown ? static_cast<double>(*shown) + rows : std::round(plot_->view().rows.center()));
+}
+
+void chaTab::stepBand(int bands) {
+    stepReadOut(0);
+    readAt(readRow(), bandAt(static_cast<double>(plot_->readOut().band()) + bands));
 }
 
 // Moves the read-out to a row, or to the nearest one that exists.

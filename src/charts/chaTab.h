@@ -3,7 +3,8 @@
 //
 // Wheel: zooms at the pointer; with Ctrl it zooms the values, with Shift it moves sideways. Drag: zooms into the
 // rectangle. Drag with the middle button: moves. Double click: shows everything. Keys: Left and Right move the
-// read-out, Home and End take it to the ends, Escape hides it; + and - zoom, 0 shows everything.
+// read-out, Home and End take it to the ends, Escape hides it; + and - zoom, 0 shows everything. On a map of levels, Up
+// and Down move it to the next band.
 //
 // Drag with Shift: marks a range of rows, or moves an end of the one that is marked, where the owner allows that; else
 // it moves the chart. Shift with the keys of the read-out moves one end, Space takes hold of the other, Escape clears
@@ -53,6 +54,8 @@ public:
     // The lines of the read-out: the row's name, then one line for each series with its value; empty when it is hidden.
     QStringList readOut() const;
 
+    std::optional<std::size_t> readRow() const; // the row of the read-out; nothing while it is hidden
+
     QString spokenDescription() const;
 
     // The first and the last visible row, counted from 0; nothing without axes.
@@ -88,6 +91,7 @@ public:
 signals:
     void ViewChanged(); // the user has chosen to see other rows or values
     void RangeMarked(); // another range, or none
+    void RowRead();     // the read-out is on another place, or hidden
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -96,7 +100,10 @@ protected:
 
 private:
     void drawAnew();
-    void readAt(std::optional<std::size_t> row); // nothing hides the read-out
+    void readAt(std::optional<std::size_t> row); // in the same band; nothing hides the read-out
+    void readAt(std::optional<std::size_t> row, std::size_t band);
+    std::size_t bandAt(double place) const;
+    void stepBand(int bands);
 
     void press(const QMouseEvent& event);
     void point(const QMouseEvent& event);

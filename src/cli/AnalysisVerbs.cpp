@@ -1,3 +1,4 @@
+#include "calc/BandLevels.h"
 #include "calc/RowAnalysis.h"
 #include "cli/ChosenLog.h"
 #include "cli/Verbs.h"
@@ -50,6 +51,17 @@ Json labelled(Json answer, const clsLog& log) {
     return answer;
 }
 
+// The LAeq of rows from their bands; null without bands.
+Json fromBands(const clsLog& log, Rows rows) {
+    const std::vector<float> levels = leqOfRowsFromBands(log, "A");
+    std::vector<AnalysedRow> weighted;
+    for (AnalysedRow row : rows) {
+        row.Level = levels.empty() ? 0 : levels[static_cast<std::size_t>(row.Number - 1)];
+        if (row.Level != 0) weighted.push_back(row);
+    }
+    return orNull(stretchFigures(weighted, 0, 0).LAeq);
+}
+
 // ---- the questions
 
 Json rangeAnswer(const clsLog& log, Rows rows, const AnalysisOptions& options) {
@@ -62,23 +74,26 @@ Json rangeAnswer(const clsLog& log, Rows rows, const AnalysisOptions& options) {
     const auto first = static_cast<std::size_t>(range.From - 1);
     const auto last = static_cast<std::size_t>(range.To - 1);
     const auto [figures, rest] = rangeFigures(rows, range, log.Criterion, log.Exchange);
-    return labelled({{"From", range.From},
-                     {"To", range.To},
-                     {"Start", isoTime(rowBegin(columns, first))},
-                     {"End", isoTime(rowBegin(columns, last) + rowSeconds(columns, last, log.Interval))},
-                     {"Seconds", figures.Seconds},
-                     {"LAeq", orNull(figures.LAeq)},
-                     {"LE", orNull(figures.LE)},
-                     {"Lmax", orNull(figures.Lmax)},
-                     {"Lmin", orNull(figures.Lmin)},
-                     {"Peak", orNull(figures.Peak)},
-                     {"Dose", orNull(figures.Dose)},
-                     {"Rest",
-                      {{"Seconds", rest.Seconds},
-                       {"LAeq", orNull(rest.LAeq)},
-                       {"LE", orNull(rest.LE)},
-                       {"Dose", orNull(rest.Dose)}}}},
-                    log);
+    Json answer = labelled({{"From", range.From},
+                            {"To", range.To},
+                            {"Start", isoTime(rowBegin(columns, first))},
+                            {"End", isoTime(rowBegin(columns, last) + rowSeconds(columns, last, log.Interval))},
+                            {"Seconds", figures.Seconds},
+                            {"LAeq", orNull(figures.LAeq)},
+                            {"LE", orNull(figures.LE)},
+                            {"Lmax", orNull(figures.Lmax)},
+                            {"Lmin", orNull(figures.Lmin)},
+                            {"Peak", orNull(figures.Peak)},
+                            {"Dose", orNull(figures.Dose)},
+                            {"Rest",
+                             {{"Seconds", rest.Seconds},
+                              {"LAeq", orNull(rest.LAeq)},
+                              {"LE", orNull(rest.LE)},
+                              {"Dose", orNull(rest.Dose)}}}},
+                           log);
+    if (log.IsOctaveLog() && log.FreqWeightA() != "A")
+        answer["LAeqFromBands"] = fromBands(log, rowsWithin(rows, range));
+    return answer;
 }
 
 Json stretchJson(Rows rows, const std::optional<Stretch>& stretch) {

@@ -104,7 +104,7 @@ template <std::size_t count>
 constexpr bool hasRowForEach(const CommandRow (&rows)[count]) {
     for (std::size_t i = 0; i < count; ++i)
         if (static_cast<std::size_t>(rows[i].command) != i) return false;
-    return count == static_cast<std::size_t>(Command::HelpTour) + 1; // the last command
+    return count == static_cast<std::size_t>(Command::LogSpectrogram) + 1; // the last command
 }
 
 template <auto method, auto... arguments>
@@ -249,6 +249,8 @@ void mdiMain::run(Command command) {
              frmCompare(frame.session_, explorer->State().OpenedLog(frame.session_), copy, &frame).exec();
          }},
         {Command::HelpTour, [](mdiMain& frame, frmExplorer*) { ShowTour(frame.session_, &frame); }},
+        {Command::LogSpectrogram,
+         [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().TimeChart().ShowSpectrogram(); }},
     };
     static_assert(hasRowForEach(kRows), "a row a command, in the order of the enumeration");
     kRows[static_cast<std::size_t>(command)].act(*this, activeExplorer());

@@ -3,6 +3,7 @@
 #include "dialogs/LinePreview.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmExpTime.h"
+#include "resources/TextNames_w1.h"
 #include "views/CaptionHints.h"
 
 #include <QAbstractItemView>
@@ -211,7 +212,8 @@ QGridLayout* OptionsLogsPage::lines() {
     ChartLines& lines = settings_.Lines;
     auto* const limits = new QComboBox;
     nameControl(*limits, "cboLimits", loadPlainText(session, Text::LinesLabel));
-    for (const Text::Id text : {Text::LinesNone, Text::LinesUsual, Text::LinesCriterion, Text::LinesOwn})
+    for (const Text::Id text :
+         {Text::LinesNone, Text::LinesUsual, Text::LinesCriterion, Text::LinesOwn, Text::LinesCriteria})
         limits->addItem(loadText(session, text));
     limits->setCurrentIndex(static_cast<int>(lines.Limits));
     limits->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // the list is as wide as its texts
@@ -222,6 +224,7 @@ QGridLayout* OptionsLogsPage::lines() {
     own->setToolTip(own->accessibleName());
     own->setEnabled(lines.Limits == LimitLines::Own);
     QCheckBox* const running = checkBox(session, Text::RunningSeries, "chkRunning", lines.IsRunningShown);
+    QCheckBox* const bands = checkBox(session, Text::FromBandsSeries, "chkFromBands", lines.IsFromBandsShown);
     connect(limits, &QComboBox::currentIndexChanged, this, [&lines, own](int index) {
         lines.Limits = static_cast<LimitLines>(index);
         own->setEnabled(lines.Limits == LimitLines::Own);
@@ -229,11 +232,13 @@ QGridLayout* OptionsLogsPage::lines() {
     connect(own, &QLineEdit::textChanged, this,
             [&lines](const QString& text) { lines.OwnLevels = text.toStdString(); });
     connect(running, &QCheckBox::toggled, this, [&lines](bool isChecked) { lines.IsRunningShown = isChecked; });
+    connect(bands, &QCheckBox::toggled, this, [&lines](bool isChecked) { lines.IsFromBandsShown = isChecked; });
     auto* const grid = new QGridLayout;
     grid->addWidget(labelOf(session, Text::LinesLabel, *limits), 0, 0);
     grid->addWidget(limits, 0, 1);
     grid->addWidget(own, 0, 2);
     grid->addWidget(running, 1, 0, 1, 3);
+    grid->addWidget(bands, 2, 0, 1, 3);
     grid->setColumnStretch(1, 2);
     grid->setColumnStretch(2, 1);
     return grid;

@@ -1,5 +1,6 @@
 #include "resources/TextTable.h"
 
+#include "resources/TextNames_w1.h"
 #include "resources/TextNames_w4.h"
 
 #include <algorithm>
@@ -1063,6 +1064,14 @@ constexpr TextEntry Entries[] = {
     {Text::HelpButton, "&Help"},
     {Text::Yes, "Yes"},
     {Text::No, "No"},
+    // The spectrogram, lines of the chart
+    {Text::CommandSpectrogram, "Spectr&ogram..."},
+    {Text::SpectrogramTitle, "Spectrogram - ^"},
+    {Text::SpectrumAt, "Spectrum at ^"},
+    {Text::FromBandsSeries, "Show LAeq from the &bands of logs that are not A-weighted"},
+    {Text::LinesCriteria, "The limits of all criteria"},
+    {Text::LevelsOfMap, "Levels from ^ to * dB."},
+    // Faults
     {Text::Error, "Error"},
     {Text::AskWeighting, "Convert to which frequency weighting (A, C or Z)?"},
     // The tour

@@ -11,11 +11,14 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace kestrane {
+
+class LevelMap;
 
 enum class ChartShape { Line, Bar };
 
@@ -74,6 +77,9 @@ struct ChartData {
 
     std::vector<ChartSeries> Series;
     std::vector<ChartLine> Lines;
+    // Levels as colours, drawn in place of series, with the bands on the primary axis: band b from b - 0.5 to b + 0.5.
+    // SecondaryRange and SecondaryTitle are those of the scale of colours. Null for none.
+    std::shared_ptr<const LevelMap> Map;
     // The number of series at the front that are curves to compare with, drawn faintly and labelled.
     std::size_t ReferenceSeries = 0;
 };

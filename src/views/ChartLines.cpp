@@ -1,13 +1,19 @@
 #include "views/ChartLines.h"
 
+#include "calc/BandLevels.h"
+#include "calc/CriterionRules.h"
 #include "calc/RowAnalysis.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
 #include "model/SettingsText.h"
+#include "platform/Numbers.h"
+#include "views/ChartParts.h"
 #include "views/Distribution.h"
 #include "views/RangeTable.h"
 
+#include <algorithm>
 #include <array>
+#include <map>
 #include <utility>
 
 namespace kestrane {
@@ -18,10 +24,12 @@ constexpr std::string_view kSection = "Chart";
 constexpr std::string_view kLimits = "LimitLines";
 constexpr std::string_view kOwnLevels = "OwnLevels";
 constexpr std::string_view kRunning = "RunningSeries";
-constexpr std::array<std::pair<LimitLines, const char*>, 4> kNames = {{{LimitLines::None, "None"},
+constexpr std::string_view kFromBands = "LevelFromBands";
+constexpr std::array<std::pair<LimitLines, const char*>, 5> kNames = {{{LimitLines::None, "None"},
                                                                        {LimitLines::Usual, "Usual"},
                                                                        {LimitLines::Criterion, "Criterion"},
-                                                                       {LimitLines::Own, "Own"}}};
+                                                                       {LimitLines::Own, "Own"},
+                                                                       {LimitLines::Criteria, "Criteria"}}};
 
 // Directive 2003/10/EC, Article 3.
 constexpr std::array kUsualLevels = {80.0, 85.0, 87.0};
@@ -30,6 +38,23 @@ constexpr double kHighestLevel = 200;
 
 void addLine(ChartData& chart, const Session& session, Text::Id text, double level) {
     chart.Lines.push_back({level, ReplaceText(session.LoadText(text), "^", shortNumber(session, level))});
+}
+
+void addCriteria(ChartData& chart, const clsLog& log) {
+    constexpr double kSame = 100; // levels are compared in hundredths of a dB
+    std::vector<CriterionRule> rules = criterionRules();
+    if (log.Exchange > 0) rules.push_back(ownRule(log.Criterion, {}, log.Exchange));
+    std::map<double, std::string> titles; // of the criteria, by level
+    for (const CriterionRule& rule : rules) {
+        for (const LimitRule& limit : rule.Limits) {
+            std::string& title = titles[roundHalfAway(levelOfLimit(rule, limit) * kSame) / kSame];
+            title += (title.empty() ? "" : ", ") + log.session().LoadText(rule.Title);
+        }
+    }
+    for (const auto& [level, title] : titles) {
+        addLine(chart, log.session(), Text::LimitLine, level);
+        chart.Lines.back().Label += " (" + title + ")";
+    }
 }
 
 bool hasCPeak(const clsLog& log) {
@@ -48,6 +73,8 @@ void addLimits(ChartData& chart, const clsLog& log, const ChartLines& lines) {
             if (hasCPeak(log)) addLine(chart, session, Text::LimitLinePeak, level);
     } else if (lines.Limits == LimitLines::Criterion && isAWeighted) {
         addLine(chart, session, Text::LimitLine, log.Criterion);
+    } else if (lines.Limits == LimitLines::Criteria && isAWeighted) {
+        addCriteria(chart, log);
     } else if (lines.Limits == LimitLines::Own) {
         for (const double level : typedNumbers(lines.OwnLevels, kHighestLevel, session.locale))
             addLine(chart, session, Text::LimitLine, level);
@@ -81,6 +108,24 @@ void addRunning(ChartData& chart, const clsLog& log) {
     chart.HasSecondaryAxis = true;
 }
 
+void addFromBands(ChartData& chart, const clsLog& log) {
+    std::vector<float> levels = leqOfRowsFromBands(log, "A");
+    if (log.FreqWeightA() == "A" || levels.empty()) return;
+    std::ranges::transform(levels, levels.begin(), chartValue);
+    chart.Series.push_back({log.session().LoadText(Text::BasisBands), ChartAxis::Primary, std::move(levels)});
+}
+
+// A switch that is not understood is off.
+bool readSwitch(const Session& session, std::string_view key) {
+    bool isOn = false;
+    try {
+        fromSettingsText(session.settings.read(kSection, key, settingsText(false)), isOn);
+    } catch (const RuntimeError&) { // it is no Boolean
+        return false;
+    }
+    return isOn;
+}
+
 } // namespace
 
 ChartLines readChartLines(const Session& session) {
@@ -89,10 +134,8 @@ ChartLines readChartLines(const Session& session) {
     for (const auto& [value, name] : kNames)
         if (limits == name) lines.Limits = value;
     lines.OwnLevels = session.settings.read(kSection, kOwnLevels, {});
-    try {
-        fromSettingsText(session.settings.read(kSection, kRunning, settingsText(false)), lines.IsRunningShown);
-    } catch (const RuntimeError&) { // it is no Boolean
-    }
+    lines.IsRunningShown = readSwitch(session, kRunning);
+    lines.IsFromBandsShown = readSwitch(session, kFromBands);
     return lines;
 }
 
@@ -100,10 +143,12 @@ void storeChartLines(Session& session, const ChartLines& lines) {
     session.settings.write(kSection, kLimits, kNames.at(static_cast<std::size_t>(lines.Limits)).second);
     session.settings.write(kSection, kOwnLevels, lines.OwnLevels);
     session.settings.write(kSection, kRunning, settingsText(lines.IsRunningShown));
+    session.settings.write(kSection, kFromBands, settingsText(lines.IsFromBandsShown));
 }
 
 void addChartLines(ChartData& chart, const clsLog& log, const ChartLines& lines) {
     addLimits(chart, log, lines);
+    if (lines.IsFromBandsShown) addFromBands(chart, log);
     if (lines.IsRunningShown) addRunning(chart, log);
 }
 

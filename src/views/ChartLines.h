@@ -9,13 +9,15 @@
 
 namespace kestrane {
 
-// Usual: the action and limit values of Directive 2003/10/EC.
-enum class LimitLines { None, Usual, Criterion, Own };
+// Usual: the action and limit values of Directive 2003/10/EC. Criteria: the levels that reach the limits of all
+// criteria, and the criterion level of the log, each named with the criteria that it belongs to.
+enum class LimitLines { None, Usual, Criterion, Own, Criteria };
 
 struct ChartLines {
     LimitLines Limits = LimitLines::None;
     std::string OwnLevels; // dB, with blanks between them
     bool IsRunningShown = false;
+    bool IsFromBandsShown = false; // LAeq of a log with bands that is not A-weighted
 
     bool operator==(const ChartLines&) const = default;
 };

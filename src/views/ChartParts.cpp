@@ -1,8 +1,16 @@
 #include "views/ChartParts.h"
 
+#include "model/RowClock.h"
 #include "model/Session.h"
+#include "views/RowTimes.h"
 
 namespace kestrane {
+
+namespace {
+
+constexpr std::size_t kMostLabels = 15;
+
+} // namespace
 
 ChartData emptyChart(const clsLog& log, const clsLogOptions& options) {
     ChartData chart;
@@ -14,6 +22,22 @@ ChartData emptyChart(const clsLog& log, const clsLogOptions& options) {
     chart.AxisFont = options.AxisFont;
     chart.NoteFont = options.NoteFont;
     return chart;
+}
+
+void addTimeRows(ChartData& chart, const clsLog& log) {
+    const IntervalColumns& rows = log.LogIntervals.Columns();
+    chart.RowCount = rows.count();
+    const RowTimes times(log);
+    chart.RowLabel = [times](std::size_t row) { return times.label(row); };
+    chart.RowName = [times](std::size_t row) { return times.dateAndTime(row); };
+    for (std::size_t row = 0; row < rows.count(); ++row)
+        chart.RowBegins.push_back(rowBegin(rows, row));
+    const bool isTimeKnown = rows.count() > 0 && chart.RowBegins.front() != chart.RowBegins.back();
+    if (!isTimeKnown) chart.RowBegins.clear();
+    const auto excluded = rows.cells(rows.isExcluded);
+    chart.ExcludedRows.assign(excluded.begin(), excluded.end());
+    chart.DivisionsPerLabel = chart.DivisionsPerTick = rows.count() / kMostLabels + 1;
+    chart.CategoryTitle = log.session().LoadText(Text::TimeColumn);
 }
 
 void addFootnote(ChartData& chart, const std::string& line) {

@@ -12,6 +12,9 @@ namespace kestrane {
 // A chart without rows, with the log's name as its title and the looks of the options.
 ChartData emptyChart(const clsLog& log, const clsLogOptions& options);
 
+// Makes the rows of a chart those of the log: their times, the marks at the axis and the rows that are left out.
+void addTimeRows(ChartData& chart, const clsLog& log);
+
 // A figure as a chart value: 0 becomes a missing value.
 inline float chartValue(float calcValue) {
     return calcValue == 0 ? kNullValue : calcValue;

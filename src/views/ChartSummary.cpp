@@ -1,5 +1,8 @@
 #include "views/ChartSummary.h"
 
+#include "resources/TextNames_w1.h"
+#include "views/LevelMap.h"
+
 #include <algorithm>
 
 namespace kestrane {
@@ -52,6 +55,13 @@ std::string seriesSentence(const Session& session, const ChartData& chart, const
     return ReplaceText(std::move(text), "^", series.Label);
 }
 
+std::string mapSentence(const Session& session, const ChartData& chart) {
+    const ChartRange levels = chart.Map->Extent();
+    const auto figure = [&](double level) { return chartFigureText(static_cast<float>(level), session.locale); };
+    return ReplaceText(ReplaceText(session.LoadText(Text::LevelsOfMap), "^", figure(levels.Minimum)), "*",
+                       figure(levels.Maximum));
+}
+
 std::string excludedSentence(const Session& session, const ChartData& chart) {
     std::size_t excluded = 0;
     for (std::size_t row = 0; row < chart.RowCount; ++row)
@@ -74,6 +84,7 @@ std::string chartSummary(const Session& session, const ChartData& chart) {
         for (std::size_t i = 0; i < chart.Series.size(); ++i)
             if (i >= chart.ReferenceSeries && !chart.Series[i].Label.empty())
                 add(seriesSentence(session, chart, chart.Series[i]));
+        if (chart.Map) add(mapSentence(session, chart));
         add(excludedSentence(session, chart));
     }
     add(chart.Footnote);

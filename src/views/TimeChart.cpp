@@ -1,11 +1,9 @@
 #include "views/TimeChart.h"
 
 #include "model/LogParameters.h"
-#include "model/RowClock.h"
 #include "model/Session.h"
 #include "views/ChartLines.h"
 #include "views/ChartParts.h"
-#include "views/RowTimes.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,7 +13,6 @@ namespace kestrane {
 namespace {
 
 constexpr std::int64_t kMostRowsIn3D = 150;
-constexpr std::size_t kMostLabels = 15;
 
 class TimeChart {
 public:
@@ -31,7 +28,7 @@ public:
         const std::string shown = choice_.Parameter == 0 ? choice_.BandText : parameterText(log_, choice_.Parameter);
         if (!shown.empty()) chart_.Title += " - " + shown;
         chart_.Footnote = log_.Note;
-        setRows();
+        addTimeRows(chart_, log_);
         if (choice_.Parameter == 0) {
             addParameters();
         } else {
@@ -43,22 +40,7 @@ public:
     }
 
 private:
-    void setRows() {
-        chart_.RowCount = rows_.count();
-        const RowTimes times(log_);
-        chart_.RowLabel = [times](std::size_t row) { return times.label(row); };
-        chart_.RowName = [times](std::size_t row) { return times.dateAndTime(row); };
-        for (std::size_t row = 0; row < rows_.count(); ++row)
-            chart_.RowBegins.push_back(rowBegin(rows_, row));
-        const bool isTimeKnown = rows_.count() > 0 && chart_.RowBegins.front() != chart_.RowBegins.back();
-        if (!isTimeKnown) chart_.RowBegins.clear();
-        const auto excluded = rows_.cells(rows_.isExcluded);
-        chart_.ExcludedRows.assign(excluded.begin(), excluded.end());
-        chart_.DivisionsPerLabel = chart_.DivisionsPerTick = rows_.count() / kMostLabels + 1;
-    }
-
     void setAxes() {
-        chart_.CategoryTitle = session_.LoadText(Text::TimeColumn);
         chart_.PrimaryTitle = session_.LoadText(Text::Decibel);
         if (hasOtherWeighting_) {
             nameWeightings();

@@ -1,4 +1,9 @@
+#include "ShownLog.h"
+#include "charts/LevelColours.h"
 #include "charts/TestCharts.h"
+#include "views/Spectrogram.h"
+
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -29,6 +34,65 @@ TEST(ChartDrawing, OneRowOfVeryManyIsSeen) {
     EXPECT_FALSE(shown.isSeen(color, shown.at(345'678 + 10'000, 80)));
     EXPECT_TRUE(shown.isSeen(color, shown.at(50'000, 60)));
     EXPECT_FALSE(shown.isSeen(color, shown.at(125'000, 60), 5));
+}
+
+// A log in thirds of octaves, with a loud moment in one band.
+struct LevelChart : ShownLog {
+    ChartData chart;
+
+    LevelChart(std::size_t rows, std::size_t loud) : ShownLog(modeThirdOctave) {
+        addRows(rows);
+        for (std::size_t row = 0; row < rows; ++row)
+            for (const int band : {10, 11})
+                if (row < rows / 2 || row >= rows / 2 + rows / 10) setLevel(Quantity::LeqA, band, row, 50);
+        setLevel(Quantity::LeqA, 11, loud, 90);
+        IntervalColumns& columns = log.LogIntervals.Columns();
+        for (std::size_t row = rows / 10; row < rows / 5; ++row)
+            columns.set(columns.isExcluded, row, std::uint8_t{1});
+        chart = spectrogramChart(log, "A");
+    }
+};
+
+TEST(ChartDrawing, AMapOfLevelsShowsTheLoudestRowOfManyInItsBand) {
+    const LevelChart map(600'000, 345'678);
+    ShownChart shown(map.chart);
+    EXPECT_TRUE(shown.isSeen(levelColour(1), shown.at(345'678, 10)));
+    EXPECT_FALSE(shown.isSeen(levelColour(1), shown.at(345'678, 9)));
+    EXPECT_TRUE(shown.isSeen(levelColour(0), shown.at(20'000, 9)));
+    EXPECT_FALSE(shown.isSeen(levelColour(0), shown.at(330'000, 9))) << "no level";
+    EXPECT_FALSE(shown.isSeen(levelColour(0), shown.at(90'000, 9), 0)) << "veiled, because it is left out";
+    shown.plot->axisRect()->axis(QCPAxis::atBottom)->setRange(345'670, 345'690);
+    shown.plot->replot();
+    EXPECT_TRUE(shown.isSeen(levelColour(1), shown.at(345'678.4, 10)));
+    EXPECT_FALSE(shown.isSeen(levelColour(1), shown.at(345'678.7, 10)));
+
+    QTest::keyClick(&shown.tab, Qt::Key_Home);
+    for (int i = 0; i < 9; ++i)
+        QTest::keyClick(&shown.tab, Qt::Key_Up);
+    EXPECT_EQ(shown.tab.spokenDescription().toStdString(), "03/06/24 09:00:00, 100 Hz 50.0");
+    QTest::keyClick(&shown.tab, Qt::Key_Up);
+    QTest::keyClick(&shown.tab, Qt::Key_Right);
+    EXPECT_EQ(shown.tab.spokenDescription().toStdString(), "03/06/24 09:01:00, 125 Hz 50.0");
+}
+
+// The lightness L* of CIE 1976, 0 to 100.
+double lightness(QRgb colour) {
+    const auto linear = [](int part) {
+        const double share = part / 255.0;
+        return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    const double y = 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
+    return 116 * std::cbrt(y) - 16;
+}
+
+TEST(LevelColours, RiseInLightnessByEvenSteps) {
+    constexpr int kSteps = 20;
+    const double even = (lightness(levelColour(1)) - lightness(levelColour(0))) / kSteps;
+    EXPECT_GT(even * kSteps, 70) << "from dark to light";
+    for (int step = 0; step < kSteps; ++step) {
+        const double rise = lightness(levelColour((step + 1.0) / kSteps)) - lightness(levelColour(step * 1.0 / kSteps));
+        EXPECT_NEAR(rise, even, even / 4) << step;
+    }
 }
 
 TEST(ChartDrawing, SeriesStandOnTheirAxes) {

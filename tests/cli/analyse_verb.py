@@ -91,6 +91,8 @@ class Analyse(InAFolder):
         energy = sum(log["Seconds"] * 10 ** (log["LAeq"] / 10) for log in found["Logs"])
         self.assertAlmostEqual(found["Mean"], level([energy], sum(log["Seconds"] for log in found["Logs"])), 5)
         self.assertEqual(self.ask("--ln", "50", file=OCTAVE)["Weighting"], "Z")
+        whole = self.ask("--range", "1-2", file=OCTAVE)
+        self.assertLess(whole["LAeqFromBands"], whole["LAeq"], "there is more below 1 kHz than at 2 kHz")
         for words in (["--compare", "none.xml"], ["--compare", SHIFT + ":L9I9F9"], ["--log", "L9I9F9", "--ln", "5"]):
             self.ask(*words, status=1)
 

@@ -154,7 +154,7 @@ void forEachDialog(Desk& desk, const std::function<void(const QDialog&, const st
          {Text::CommandSettings, Text::CommandExposureTime, Text::CommandAddRemoveIntervals, Text::CommandPrintPreview,
           Text::CommandAbout, Text::EditNote, Text::CommandConvertWeighting, Text::CommandDisplayOptions,
           Text::ShowChartTable, Text::CommandHistory, Text::CommandExport, Text::CommandExportPicture,
-          Text::CommandEvents, Text::CommandDistribution, Text::CommandCompareLogs}) {
+          Text::CommandEvents, Text::CommandDistribution, Text::CommandCompareLogs, Text::CommandSpectrogram}) {
         const std::string name = desk.session.LoadText(text);
         bool isShown = false;
         onDialog([&](QDialog& dialog) {

@@ -297,6 +297,20 @@ TEST(RangeOnTheChart, ItsDistributionAndOtherLogsAreSeenBesideIt) {
     desk.press(QKeySequence("Ctrl+Shift+G"));
 }
 
+TEST(Spectrogram, HasTheSpectrumAtTheCursorBesideIt) {
+    Desk desk;
+    desk.open(kSurvey);
+    desk.openLog("Planer", "");
+    onDialog([&](QDialog& dialog) {
+        auto& map = control<chaTab>(dialog, "chaSpectrogram");
+        const auto& spectrum = control<chaTab>(dialog, "chaSpectrum").chart();
+        QTest::keyClick(&map, Qt::Key_End);
+        const std::string last = map.chart().RowName(map.chart().RowCount - 1);
+        EXPECT_EQ(control<chaTab>(dialog, "chaSpectrum").chart().Title, "Spectrum at " + last);
+    });
+    desk.press(QKeySequence("Ctrl+Shift+O"));
+}
+
 TEST(Find, GoesFromHitToHitByButtonAndKey) {
     Desk desk;
     desk.open(kShift);

@@ -151,6 +151,12 @@ TEST(ChartLines, AreThoseOfTheUserWhereTheyMeanSomething) {
     EXPECT_EQ(lines(LimitLines::None), "");
     EXPECT_EQ(lines(LimitLines::Usual), "80 dB, 85 dB, 87 dB, ");
     EXPECT_EQ(lines(LimitLines::Criterion), "90 dB, ");
+    shown.log.Criterion = 87;
+    shown.log.Exchange = 4;
+    EXPECT_EQ(lines(LimitLines::Criteria), "80 dB (EU 2003/10/EC), "
+                                           "85 dB (EU 2003/10/EC, OSHA hearing conservation, NIOSH 98-126, ACGIH TLV), "
+                                           "87 dB (EU 2003/10/EC, Own criterion), 90 dB (OSHA PEL), ")
+        << "half the dose at a rate of 5 dB is 90 dB less 5 dB";
     EXPECT_EQ(lines(LimitLines::Own, " 78.5 x;300 -4  100"), "78.5 dB, 100 dB, ");
     shown.log.IsChannelBOn = true;
     shown.log.FreqWeightB("C");
@@ -162,6 +168,19 @@ TEST(ChartLines, AreThoseOfTheUserWhereTheyMeanSomething) {
     EXPECT_EQ(lines(LimitLines::Usual), "Peak 135 dB, Peak 137 dB, Peak 140 dB, ");
     shown.settings.Values[{"Chart", "LimitLines"}] = "Purple";
     EXPECT_EQ(readChartLines(shown.session).Limits, LimitLines::None);
+}
+
+TEST(ChartLines, ALevelFromBandsIsAddedWhereTheLogIsNotAWeighted) {
+    ShownLog shown(modeFullOctave);
+    shown.addRows(2);
+    shown.setLevel(Quantity::LeqA, shown.log.e("63"), 1, 100);
+    storeChartLines(shown.session, {LimitLines::None, "", false, true});
+    EXPECT_TRUE(fullLogChart(&shown.log, {}).Series.empty()) << "its own level says the same";
+    shown.log.FreqWeightA("Z");
+    const ChartData chart = fullLogChart(&shown.log, {});
+    EXPECT_EQ(labels(chart), std::vector<std::string>{"LAeq from bands"});
+    EXPECT_TRUE(isNullValue(chart.Series.front().Values[0]));
+    EXPECT_NEAR(chart.Series.front().Values[1], 73.8, 1e-3);
 }
 
 TEST(ChartLines, TheExposureSoFarLeavesOutWhatDoesNotCount) {

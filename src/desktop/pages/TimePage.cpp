@@ -3,6 +3,7 @@
 #include "charts/chaTab.h"
 #include "desktop/frmDistribution.h"
 #include "desktop/frmPreview.h"
+#include "desktop/frmSpectrogram.h"
 #include "desktop/pages/RangeStrip.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmEvents.h"
@@ -133,6 +134,13 @@ void TimePage::ShowDistribution() {
     const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
     const auto printed = [this](const ChartOnPage& chart, const std::string& below) { print(chart, below); };
     frmDistribution(*log, {rows.begin(), rows.end()}, PlaceOfRange(), {copy, printed}, window()).exec();
+}
+
+void TimePage::ShowSpectrogram() {
+    const clsLog* const log = state_.LogInView(session_);
+    if (log == nullptr || shownChart() == nullptr) return;
+    const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
+    frmSpectrogram(*log, {copy, [this](const ChartOnPage& chart) { print(chart, {}); }}, window()).exec();
 }
 
 void TimePage::print(const ChartOnPage& chart, const std::string& below) const {

@@ -1,0 +1,110 @@
+#include "desktop/frmSpectrogram.h"
+
+#include "charts/chaTab.h"
+#include "dialogs/Words.h"
+#include "dialogs/frmPicture.h"
+#include "model/Session.h"
+#include "resources/TextNames_w1.h"
+#include "views/ChartSummary.h"
+#include "views/CopyData.h"
+#include "views/Spectrogram.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSplitter>
+
+#include <utility>
+
+namespace kestrane {
+
+namespace {
+
+constexpr QSize kSize(1160, 580);
+constexpr int kSpectrum = 430; // pixels of the width
+
+chaTab* newChart(const Session& session, const char* name) {
+    auto* const chart =
+        new chaTab(session.locale, [&session](const ChartData& data) { return chartSummary(session, data); });
+    chart->setObjectName(name);
+    return chart;
+}
+
+} // namespace
+
+frmSpectrogram::frmSpectrogram(const clsLog& log, Owner owner, QWidget* parent) :
+    QDialog(parent), log_(log), owner_(std::move(owner)) {
+    Session& session = log.session();
+    setObjectName("frmSpectrogram");
+    setWindowTitle(shown(ReplaceText(session.LoadText(Text::SpectrogramTitle), "^", log.Name)).simplified());
+    chart_ = newChart(session, "chaSpectrogram");
+    spectrum_ = newChart(session, "chaSpectrum");
+    auto* const splitter = new QSplitter;
+    splitter->addWidget(chart_);
+    splitter->addWidget(spectrum_);
+    splitter->setStretchFactor(0, 1);
+    splitter->setChildrenCollapsible(false);
+    splitter->setSizes({kSize.width() - kSpectrum, kSpectrum});
+
+    auto* const buttons = new QDialogButtonBox;
+    const auto add = [&](Text::Id text, const char* name, QDialogButtonBox::ButtonRole role, auto act) {
+        QPushButton* const button = pushButton(session, text, name, loadPlainText(session, text));
+        buttons->addButton(button, role);
+        connect(button, &QPushButton::clicked, this, act);
+    };
+    add(Text::CommandCopy, "cmdCopy", QDialogButtonBox::ActionRole, [this] { copy(); });
+    add(Text::CommandExportPicture, "cmdPicture", QDialogButtonBox::ActionRole,
+        [this, &session] { frmPicture::Export(session, log_.Name, chart_->pictureWriter(), this); });
+    add(Text::CommandPrint, "cmdPrint", QDialogButtonBox::ActionRole, [this] { owner_.print(chart_->onPage()); });
+    add(Text::CloseButton, "cmdClose", QDialogButtonBox::RejectRole, [this] { reject(); });
+    makeWeights();
+    auto* const fields = new QHBoxLayout;
+    fields->addWidget(labelOf(session, Text::FrequencyWeighting, *weights_));
+    fields->addWidget(weights_);
+    fields->addStretch();
+    auto* const column = new QVBoxLayout(this);
+    column->addLayout(fields);
+    column->addWidget(splitter, 1);
+    column->addWidget(buttons);
+    connect(chart_, &chaTab::RowRead, this, [this] {
+        if (const auto row = chart_->readRow()) row_ = *row;
+        showSpectrum();
+    });
+    showWeighted();
+    resize(kSize);
+    chart_->setFocus();
+}
+
+// At first the levels are shown as they were measured.
+void frmSpectrogram::makeWeights() {
+    weights_ = new QComboBox;
+    nameControl(*weights_, "cboWeight", loadPlainText(log_.session(), Text::FrequencyWeighting));
+    weights_->addItems({"Z", "A", "C"});
+    weights_->setCurrentText(log_.FreqWeightA().empty() ? "Z" : shown(log_.FreqWeightA()));
+    connect(weights_, &QComboBox::currentIndexChanged, this, &frmSpectrogram::showWeighted);
+}
+
+std::string frmSpectrogram::weight() const {
+    return weights_->currentText().toStdString();
+}
+
+void frmSpectrogram::showWeighted() {
+    chart_->setChart(spectrogramChart(log_, weight()));
+    showSpectrum();
+}
+
+void frmSpectrogram::showSpectrum() {
+    spectrum_->setChart(spectrumChart(log_, row_, weight()));
+}
+
+// The spectrogram as a picture, the spectrum as text.
+void frmSpectrogram::copy() const {
+    ClipboardForms forms = copiedValues(spectrum_->chart(), log_.session().locale);
+    forms.Png = chart_->pictureBytes(".png", chart_->size()).toStdString();
+    forms.Svg = chart_->pictureBytes(".svg", chart_->size()).toStdString();
+    owner_.copy(forms);
+}
+
+} // namespace kestrane
