@@ -37,6 +37,7 @@ constexpr HelpOfWindow kWindows[] = {
     {"frmRecovery", "recovery"},
     {"frmSimpleEdit", "note"},
     {"frmSpectrogram", "spectrogram"},
+    {"frmTour", "start"},
 };
 
 constexpr HelpOfTab kTabs[] = {

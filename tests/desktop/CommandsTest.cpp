@@ -1,6 +1,8 @@
 // Every command in every state of the window, whatever its menu item says, and behind each dialog that comes up the
 // keys that would take away what the dialog works on.
+#include "app/HelpPages.h"
 #include "desktop/Desk.h"
+#include "desktop/HelpTopic.h"
 #include "desktop/frmExplorer.h"
 #include "dialogs/ModalDialog.h"
 #include "download/ScriptedLine.h"
@@ -18,6 +20,12 @@ namespace {
 
 constexpr auto kShift = "shift-dosimeter.xml";
 constexpr auto kSurvey = "machine-survey-octave.xml";
+
+// The dialogs of the toolkit, which ask for a file or an answer, and the about box have no page of the help.
+bool needsPage(const QDialog& dialog) {
+    const QByteArray kind = dialog.metaObject()->className();
+    return (kind == "QDialog" || !kind.startsWith('Q')) && dialog.windowTitle() != "About Kestrane";
+}
 
 // Message boxes are real here. Nothing is on the serial line and in the database.
 struct SweptDesk : Desk {
@@ -50,6 +58,8 @@ struct SweptDesk : Desk {
         EXPECT_EQ(whatIsThere(), before) << "behind " << dialog->windowTitle().toStdString();
         EXPECT_TRUE(frame->isVisible());
         EXPECT_EQ(QApplication::activeModalWidget(), dialog);
+        EXPECT_TRUE(!needsPage(*dialog) || helpTopicOf(dialog) != kFirstHelpTopic)
+            << "no page of the help is about " << dialog->windowTitle().toStdString();
         const auto* const question = qobject_cast<QInputDialog*>(dialog); // which all have the program's title
         titles.insert((question != nullptr ? question->labelText() : dialog->windowTitle()).toStdString());
         looking.start(0);
