@@ -158,7 +158,11 @@ of_roadworks() {
 
 of_bands() {
     start machine-survey-octave.xml 3
-    key Right Right Right Right
+    key Right Right
+    take interval-graph
+    key Right
+    take cumulative-graph
+    key Right
     xdotool mousemove 560 400
     take noise-rating
     stop
@@ -182,6 +186,15 @@ of_bands() {
     take chart3d
     stop
     rm "$XDG_CONFIG_HOME/Velmora.ini"
+}
+
+of_spectrogram() {
+    start third-octave-2000.xml 3
+    key ctrl+shift+o
+    sleep 2
+    xdotool mousemove 300 300
+    take spectrogram
+    stop
 }
 
 of_protectors() {
@@ -238,5 +251,5 @@ of_report() {
 }
 
 parts=("${@:2}")
-[ ${#parts[@]} != 0 ] || parts=(start shift tabs roadworks bands protectors files download report)
+[ ${#parts[@]} != 0 ] || parts=(start shift tabs roadworks bands spectrogram protectors files download report)
 for part in "${parts[@]}"; do "of_$part"; done
