@@ -2,6 +2,7 @@
 // What still reads like English did not come from the table, and what is cut would be cut in some language.
 #include "desktop/Desk.h"
 #include "dialogs/ModalDialog.h"
+#include "resources/TextNames_w1.h"
 
 #include <QComboBox>
 #include <QDir>

@@ -299,11 +299,9 @@ TEST(RangeOnTheChart, ItsDistributionAndOtherLogsAreSeenBesideIt) {
 
 TEST(Spectrogram, HasTheSpectrumAtTheCursorBesideIt) {
     Desk desk;
-    desk.open(kSurvey);
-    desk.openLog("Planer", "");
+    desk.openLog(kSurvey, "Planer");
     onDialog([&](QDialog& dialog) {
         auto& map = control<chaTab>(dialog, "chaSpectrogram");
-        const auto& spectrum = control<chaTab>(dialog, "chaSpectrum").chart();
         QTest::keyClick(&map, Qt::Key_End);
         const std::string last = map.chart().RowName(map.chart().RowCount - 1);
         EXPECT_EQ(control<chaTab>(dialog, "chaSpectrum").chart().Title, "Spectrum at " + last);
