@@ -1,5 +1,8 @@
 #include "app/AcquireDialog.h"
 
+#include "resources/TextNames_w3.h"
+#include "views/RangeTable.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -8,6 +11,14 @@ namespace kestrane {
 AcquireDialog::AcquireDialog(AcquireList list) : list_(std::move(list)) {
     choice_.Selected.assign(list_.Rows.size(), true);
     FetchOctaves(true);
+}
+
+std::string AcquireDialog::RowText(const Session& session, std::size_t row) const {
+    const std::string& text = list_.Rows.at(row);
+    if (row >= list_.Seconds.size() || !list_.Seconds[row]) return text;
+    return text + "\t" +
+           ReplaceText(session.LoadText(Text::LengthOfLog), "^",
+                       durationText(static_cast<double>(*list_.Seconds[row])));
 }
 
 void AcquireDialog::Select(std::size_t row, bool isSelected) {

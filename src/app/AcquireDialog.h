@@ -3,6 +3,7 @@
 #pragma once
 
 #include "download/DownloadUser.h"
+#include "model/Session.h"
 
 #include <cstddef>
 
@@ -17,6 +18,9 @@ public:
     const AcquireList& List() const { return list_; }
 
     const AcquireChoice& Choice() const { return choice_; }
+
+    // A row of the list with the length of its log, where that is known.
+    std::string RowText(const Session& session, std::size_t row) const;
 
     void Select(std::size_t row, bool isSelected);
     void SelectAll(bool areSelected);

@@ -57,6 +57,8 @@ ProgressWords ProgressReport::WordsOf(const DownloadProgress& progress) {
         words.Log = ReplaceText(log, "*", std::to_string(progress.Logs));
         words.Percent = static_cast<int>(std::floor(*done * 100));
         words.TimeLeft = timeLeftText(*done);
+    } else {
+        begin_.reset();
     }
     if (progress.SilentSeconds >= kTellSilence)
         words.TimeLeft = ReplaceText(session_.LoadText(Text::NoDataFor), "^", std::to_string(progress.SilentSeconds));

@@ -32,12 +32,11 @@ void removeOldest(const std::string& folder) {
         fs::remove(files[i], failed);
 }
 
-// Nobody is asked: a question whether to try again is answered with Cancel.
+// Nobody is asked.
 class NoMessages : public MessageInterface {
 public:
     Button show(const std::string&, MessageFlags flags, const std::string&) override {
-        const std::vector<Button> buttons = buttonsOf(flags);
-        return std::ranges::find(buttons, Button::Cancel) == buttons.end() ? defaultButtonOf(flags) : Button::Cancel;
+        return unansweredButtonOf(flags);
     }
 };
 

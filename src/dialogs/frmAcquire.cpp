@@ -124,8 +124,8 @@ void frmAcquire::fillList() {
     nameControl(*lstLocs_, "lstLocs", loadPlainText(session_, Text::LogsOnTheInstrument));
     lstLocs_->setSelectionMode(QAbstractItemView::MultiSelection);
     lstLocs_->setUniformItemSizes(true);
-    for (const std::string& row : choosing_.List().Rows)
-        lstLocs_->addItem(shown(row));
+    for (std::size_t row = 0; row < choosing_.List().Rows.size(); ++row)
+        lstLocs_->addItem(shown(choosing_.RowText(session_, row)));
     lstLocs_->selectAll();
     const QFontMetrics metrics = lstLocs_->fontMetrics();
     lstLocs_->setMinimumSize(metrics.averageCharWidth() * kColumns, metrics.lineSpacing() * kLines);

@@ -12,6 +12,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -396,11 +397,24 @@ std::string readBlock(Transport& line, std::int32_t log, std::int64_t first, std
     return block;
 }
 
-void refuseBrokenBlock(std::int64_t size, const BinaryLayout& layout) {
+// The number of rows in a block of this size; nothing when no block can have it.
+std::optional<std::int64_t> rowsIn(std::int64_t size, const BinaryLayout& layout) {
     const auto summary = static_cast<std::int64_t>(layout.summarySize);
     const auto row = static_cast<std::int64_t>(layout.rowSize);
-    if (size == 0) return;
-    if (size < summary || (size - summary) % row != 0) throw DownloadEnded{std::string(kReplyError)};
+    if (size == 0) return 0;
+    if (size < summary || (size - summary) % row != 0) return std::nullopt;
+    return (size - summary) / row;
+}
+
+void refuseBrokenBlock(std::int64_t size, const BinaryLayout& layout) {
+    if (!rowsIn(size, layout)) throw DownloadEnded{std::string(kReplyError)};
+}
+
+// How long a log is by its directory entry, in seconds; nothing when the entry does not tell.
+std::optional<std::int64_t> secondsOf(const Entry& entry, const BinaryLayout& layout) {
+    const auto rows = rowsIn(entry.dataSize - static_cast<std::int64_t>(layout.firstData), layout);
+    if (!rows || entry.interval <= 0 || *rows > INT32_MAX / entry.interval) return std::nullopt;
+    return *rows * entry.interval;
 }
 
 std::unique_ptr<clsLog> readLog(Transport& line, const clsInsData& data, std::int32_t index, const Entry& entry,
@@ -418,17 +432,19 @@ std::unique_ptr<clsLog> readLog(Transport& line, const clsInsData& data, std::in
     return log;
 }
 
-std::string downloadLogs(Transport& line, clsInsData& data, const BinaryLayout& layout) {
+void downloadLogs(Transport& line, clsInsData& data, const BinaryLayout& layout) {
     const std::vector<Entry> entries = readDirectory(line, layout);
-    AcquireList list{data.InsName(), data.InsSerial, {}, false, false};
-    for (const Entry& entry : entries)
+    AcquireList list{data.InsName(), data.InsSerial, {}, false, false, {}};
+    for (const Entry& entry : entries) {
         list.Rows.push_back(entry.start);
+        list.Seconds.push_back(secondsOf(entry, layout));
+    }
     const AcquireChoice choice = line.ChooseLogs(list);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         if (!choice.Selected[i]) continue;
         data.Locations.push_back(readLog(line, data, static_cast<std::int32_t>(i), entries[i], layout));
+        line.EndLog(i);
     }
-    return {};
 }
 
 } // namespace
@@ -441,14 +457,14 @@ void decodeBlock(clsLog& log, std::string_view block, const BinaryLayout& layout
     decodeSummary(log, block.substr(rows), layout);
 }
 
-std::string DownloadBrevikLogs(Transport& line, clsInsData& data) {
+void DownloadBrevikLogs(Transport& line, clsInsData& data) {
     constexpr float kEarlyFirmware = 1.05F;
-    return downloadLogs(line, data, data.FirmwareVersion > kEarlyFirmware ? kBrevikLayout : kBrevikEarlyLayout);
+    downloadLogs(line, data, data.FirmwareVersion > kEarlyFirmware ? kBrevikLayout : kBrevikEarlyLayout);
 }
 
-std::string DownloadHalcyrLogs(Transport& line, clsInsData& data) {
+void DownloadHalcyrLogs(Transport& line, clsInsData& data) {
     constexpr float kEarlyFirmware = 1.0F;
-    return downloadLogs(line, data, data.FirmwareVersion > kEarlyFirmware ? kHalcyrLayout : kHalcyrEarlyLayout);
+    downloadLogs(line, data, data.FirmwareVersion > kEarlyFirmware ? kHalcyrLayout : kHalcyrEarlyLayout);
 }
 
 } // namespace kestrane

@@ -13,8 +13,8 @@ namespace kestrane {
 
 // Read the logs that the user chooses into the collection. They return an empty message, or end the download
 // (DownloadEnded).
-std::string DownloadBrevikLogs(Transport& line, clsInsData& data);
-std::string DownloadHalcyrLogs(Transport& line, clsInsData& data);
+void DownloadBrevikLogs(Transport& line, clsInsData& data);
+void DownloadHalcyrLogs(Transport& line, clsInsData& data);
 
 struct BinaryLayout;
 extern const BinaryLayout kBrevikLayout, kHalcyrLayout;

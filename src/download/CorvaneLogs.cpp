@@ -58,15 +58,22 @@ std::unique_ptr<clsLog> takeOnlyLog(clsInsData& source) {
     return nullptr;
 }
 
+void takeLog(Transport& line, clsInsData& data, std::unique_ptr<clsLog> log, const std::string& name) {
+    if (log == nullptr) return;
+    finishLog(line, *log);
+    log->SaveDoseCalc = true;
+    log->Name = name;
+    data.logsOf(log->Mode()).push_back(std::move(log));
+}
+
 } // namespace
 
-std::string DownloadCorvaneLogs(Transport& line, clsInsData& data) {
+void DownloadCorvaneLogs(Transport& line, clsInsData& data) {
     const std::vector<std::string> names = readList(line);
-    AcquireList list{data.InsName(), data.InsSerial, {}, false, false};
+    AcquireList list{data.InsName(), data.InsSerial, {}, false, false, {}};
     for (const std::string& name : names)
         list.Rows.push_back(wireText(name));
     const AcquireChoice choice = line.ChooseLogs(list);
-    std::string messages;
     bool isIdentified = false;
     for (std::size_t i = 0; i < names.size(); ++i) {
         if (!choice.Selected[i]) continue;
@@ -76,26 +83,17 @@ std::string DownloadCorvaneLogs(Transport& line, clsInsData& data) {
         clsFile file(line.session(), row);
         std::string message;
         if (!ReadMachineLog(file, reply, message)) {
-            if (!messages.empty()) messages += "\r\n";
-            messages += row;
-            messages += ": ";
-            messages += message;
-            continue;
+            line.AddMessage(row + ": " + message);
+        } else if (!file.InstrumentDatas.empty()) {
+            clsInsData& source = *file.InstrumentDatas.front();
+            if (!std::exchange(isIdentified, true)) {
+                data.InsName(cleaned(source.InsName()));
+                data.InsSerial = cleaned(source.InsSerial);
+            }
+            takeLog(line, data, takeOnlyLog(source), row);
         }
-        if (file.InstrumentDatas.empty()) continue;
-        clsInsData& source = *file.InstrumentDatas.front();
-        if (!std::exchange(isIdentified, true)) {
-            data.InsName(cleaned(source.InsName()));
-            data.InsSerial = cleaned(source.InsSerial);
-        }
-        std::unique_ptr<clsLog> log = takeOnlyLog(source);
-        if (log == nullptr) continue;
-        finishLog(line, *log);
-        log->SaveDoseCalc = true;
-        log->Name = row;
-        data.logsOf(log->Mode()).push_back(std::move(log));
+        line.EndLog(i);
     }
-    return messages;
 }
 
 } // namespace kestrane

@@ -12,6 +12,6 @@ namespace kestrane {
 // Reads the files that the user chooses into the collection, whose name and serial number become those of the first
 // file. A file that cannot be read is skipped; the message returned has a line for each such file. May end the
 // download.
-std::string DownloadCorvaneLogs(Transport& line, clsInsData& data);
+void DownloadCorvaneLogs(Transport& line, clsInsData& data);
 
 } // namespace kestrane

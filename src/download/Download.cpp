@@ -19,8 +19,8 @@ namespace kestrane {
 
 namespace {
 
-// Returns an empty message, or says which single logs could not be read.
-using Routine = std::string (*)(Transport& line, clsInsData& data);
+// Reads what is left of the user's choice. Each log is in data before it counts as read.
+using Routine = void (*)(Transport& line, clsInsData& data);
 
 struct Protocol {
     Family family;
@@ -65,12 +65,12 @@ std::string textOf(const Session& session, const std::string& message) {
     return message;
 }
 
-void CloseDownload(Transport& line, DownloadUser& user, const std::string& message, MessageFlags icon) {
+Button CloseDownload(Transport& line, DownloadUser& user, const std::string& message, MessageFlags flags) {
     line.ClosePort();
     user.CloseProgress();
-    if (message.empty()) return;
+    if (message.empty()) return Button::Ok;
     line.transcript().Note(message);
-    line.session().ShowMessage(message, icon, line.session().LoadText(Text::DownloadAborted));
+    return line.session().ShowMessage(message, flags, line.session().LoadText(Text::DownloadAborted));
 }
 
 // Ends the download unless an instrument has given its name.
@@ -87,18 +87,37 @@ const InstrumentFamily& identify(Transport& line, clsInsData& data) {
     return *family;
 }
 
-// Runs the job and closes the download with its outcome. Returns true when the job ran to its end.
+enum class Ended { Whole, BrokenOff, ToRetry };
+
+// Runs the job and closes the download with its outcome. When it has broken off while there are logs to be read, the
+// user is asked whether to try again.
 template <class Job>
-bool run(const DownloadServices& services, Job job) {
-    Transport line(services);
+Ended run(const DownloadServices& services, LogsToRead& logs, Job job) {
+    Transport line(services, logs);
     Outcome outcome = outcomeOf([&] { return job(line); });
     const bool isDone = outcome.IsDone && !line.IsCancelled();
     const Session& session = services.session;
     const bool isCancelled = line.IsCancelled() || (!isDone && outcome.Message.empty());
-    CloseDownload(line, services.user,
-                  isCancelled ? session.LoadText(Text::DownloadAborted) : textOf(session, outcome.Message),
-                  isCancelled ? kIconInformation : kIconStop); // a user who cancels has made no mistake
-    return isDone;
+    const bool canRetry = !isDone && !isCancelled && logs.IsAnythingLeft();
+    const Button answer = CloseDownload(
+        line, services.user, isCancelled ? session.LoadText(Text::DownloadAborted) : textOf(session, outcome.Message),
+        isCancelled ? kIconInformation : // a user who cancels has made no mistake
+            kIconStop | (canRetry ? kButtonsRetryCancel : kButtonsOk));
+    if (isDone) return Ended::Whole;
+    return canRetry && answer == Button::Retry ? Ended::ToRetry : Ended::BrokenOff;
+}
+
+template <class Job>
+bool runOnce(const DownloadServices& services, Job job) {
+    LogsToRead none;
+    return run(services, none, job) == Ended::Whole;
+}
+
+// Adds what another attempt has read. The collection is named by the attempt that read the first log.
+void takeIn(clsInsData& data, clsInsData& read) {
+    if (!data.hasLogs()) data.Copy(read, false);
+    for (const LogMode mode : kLogModes)
+        std::ranges::move(read.logsOf(mode), std::back_inserter(data.logsOf(mode)));
 }
 
 // While this object lives, the frame shows that it accepts no command.
@@ -131,12 +150,20 @@ std::string clockDigits(const Session& session) {
 } // namespace
 
 bool DownloadData(const DownloadServices& services, clsInsData& data) {
-    const bool isDone = run(services, [&](Transport& line) {
-        std::string messages = routineOf(identify(line, data))(line, data);
-        if (!data.hasLogs()) throw DownloadEnded{messages.empty() ? std::string(kNoLogs) : messages};
-        return messages;
-    });
-    if (isDone) {
+    LogsToRead logs;
+    Ended ended = Ended::ToRetry;
+    for (bool isFirst = true; ended == Ended::ToRetry; isFirst = false) {
+        clsInsData read(services.session);
+        ended = run(services, logs, [&](Transport& line) {
+            if (!isFirst) line.Pause();
+            routineOf(identify(line, read))(line, read);
+            if (!data.hasLogs() && !read.hasLogs())
+                throw DownloadEnded{logs.Messages.empty() ? std::string(kNoLogs) : logs.Messages};
+            return logs.Messages;
+        });
+        takeIn(data, read);
+    }
+    if (ended == Ended::Whole) {
         finishLogs(services.session, data);
         return true;
     }
@@ -146,14 +173,14 @@ bool DownloadData(const DownloadServices& services, clsInsData& data) {
 }
 
 bool IdentifyOnly(const DownloadServices& services, clsInsData& data) {
-    return run(services, [&](Transport& line) {
+    return runOnce(services, [&](Transport& line) {
         identify(line, data);
         return std::string();
     });
 }
 
 bool SynchronizeClock(const DownloadServices& services, clsInsData& data) {
-    return run(services, [&](Transport& line) {
+    return runOnce(services, [&](Transport& line) {
         findInstrument(line, data);
         if (!hasTrait(data.InsName(), Trait::TakesClockCommand))
             throw DownloadEnded{services.session.LoadText(Text::OnlyTallixClock)};

@@ -9,8 +9,9 @@
 namespace kestrane {
 
 // Identifies the instrument, lets the user choose logs and reads them into the collection, recalculated and with their
-// plottable tables. Shows a message when it fails or when single logs could not be read. Returns false when nothing was
-// downloaded; the collection then holds no logs.
+// plottable tables. Shows a message when it fails or when single logs could not be read. When it fails while logs are
+// being read, the user can try again: the same instrument is sought, and reading goes on with the log that failed.
+// Returns false when nothing was downloaded; the collection then holds no logs.
 bool DownloadData(const DownloadServices& services, clsInsData& data);
 
 // Only identifies the instrument: name, type, firmware version and serial number (familyOf gives the family). Returns

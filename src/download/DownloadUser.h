@@ -28,6 +28,7 @@ struct AcquireList {
     std::vector<std::string> Rows;
     bool HasOctaveChoice = false; // chkOctaves is shown; it is enabled and ticked only when CanFetchOctaves
     bool CanFetchOctaves = false;
+    std::vector<std::optional<std::int64_t>> Seconds; // how long each log is, where the instrument says it beforehand
 };
 
 struct AcquireChoice {

@@ -253,29 +253,34 @@ void readOctaves(Transport& line, clsInsData& data) {
     const std::string reply = line.Ask("06");
     if (count == 0) return;
     const TextFields records(dataPayload(reply));
+    LogCollection octaves;
     for (std::int32_t i = 0; i < count; ++i) {
         const TextFields record = records.from(1 + static_cast<std::size_t>(i) * kRecord);
-        data.Octaves.push_back(decodeOctaves(data, record, i + 1));
-        finishLog(line, *data.Octaves.back());
+        octaves.push_back(decodeOctaves(data, record, i + 1));
+        finishLog(line, *octaves.back());
     }
+    data.Octaves = std::move(octaves);
 }
 
 } // namespace
 
-std::string DownloadMerrowanLogs(Transport& line, clsInsData& data) {
+void DownloadMerrowanLogs(Transport& line, clsInsData& data) {
     data.InsSerial = askSerialNumber(line);
     const std::vector<Entry> entries = readList(line);
-    AcquireList list{data.InsName(), data.InsSerial, {}, true, false};
+    AcquireList list{data.InsName(), data.InsSerial, {}, true, false, {}};
     list.CanFetchOctaves = std::any_of(kOctaveModels.begin(), kOctaveModels.end(),
                                        [&](std::string_view model) { return IsModel(data.InsName(), model); });
     for (const Entry& entry : entries)
         list.Rows.push_back(entry.text);
     const AcquireChoice choice = line.ChooseLogs(list);
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (choice.Selected[i]) data.Locations.push_back(readLog(line, data, entries[i]));
+        if (!choice.Selected[i]) continue;
+        data.Locations.push_back(readLog(line, data, entries[i]));
+        line.EndLog(i);
     }
-    if (choice.FetchOctaves && list.CanFetchOctaves) readOctaves(line, data);
-    return {};
+    if (!choice.FetchOctaves || !list.CanFetchOctaves) return;
+    readOctaves(line, data);
+    line.EndOctaves();
 }
 
 } // namespace kestrane

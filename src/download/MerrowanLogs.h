@@ -11,6 +11,6 @@ namespace kestrane {
 
 // Reads the logs that the user chooses into the collection, and the octave logs when the user wants them. Returns an
 // empty message, or ends the download.
-std::string DownloadMerrowanLogs(Transport& line, clsInsData& data);
+void DownloadMerrowanLogs(Transport& line, clsInsData& data);
 
 } // namespace kestrane

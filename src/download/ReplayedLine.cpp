@@ -32,6 +32,8 @@ ReplayedLine::ReplayedLine(std::string_view transcript) {
         if (end == std::string_view::npos) break; // torn
         const std::string_view line = transcript.substr(0, transcript[end - (end > 0)] == '\r' ? end - 1 : end);
         transcript.remove_prefix(end + 1);
+        // Where the port was opened again behind a download that broke off, what was asked last had no whole answer.
+        if (line.starts_with("# port ") && !exchanges_.empty()) exchanges_.pop_back();
         const std::size_t mark = line.find_first_of("<>");
         if (!line.starts_with('+') || mark == std::string_view::npos || mark + 2 > line.size()) continue;
         std::optional<std::string> bytes = bytesOf(line.substr(mark + 2));

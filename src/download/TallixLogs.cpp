@@ -6,6 +6,8 @@
 #include "platform/Numbers.h"
 #include "platform/Trimmed.h"
 
+#include <vector>
+
 namespace kestrane {
 
 namespace {
@@ -105,30 +107,33 @@ void readRows(Transport& line, clsLog& log) {
 
 } // namespace
 
-std::string DownloadOldTallixLogs(Transport& line, clsInsData& data) {
+void DownloadOldTallixLogs(Transport& line, clsInsData& data) {
     data.InsSerial = askSerialNumber(line);
     LogCollection logs = readList(line, data);
-    AcquireList list{data.InsName(), data.InsSerial, {}, false, false};
+    AcquireList list{data.InsName(), data.InsSerial, {}, false, false, {}};
     for (const auto& log : logs)
         list.Rows.push_back(log->Name);
     const AcquireChoice choice = line.ChooseLogs(list);
-    LogCollection chosen;
+    std::vector<std::size_t> filled; // rows of the list
     for (std::size_t i = 0; i < logs.size(); ++i) {
         if (!choice.Selected[i]) continue;
         clsLog& log = *logs[i];
         line.BeginLog(line.session().LoadText(Text::DownloadingIntervals) + " " + std::to_string(log.Number) + ".", 0);
         const std::string reply = askLog(line, log.Number, LogPart::Cumulative);
         const std::int32_t rows = decodeCumulative(log, TextFields(reply));
-        if (rows == 0) continue;
+        if (rows == 0) {
+            line.EndLog(i);
+            continue;
+        }
         setRows(log, rows);
-        chosen.push_back(std::move(logs[i]));
+        filled.push_back(i);
     }
-    for (const auto& log : chosen) {
-        readRows(line, *log);
-        finishLog(line, *log);
+    for (const std::size_t i : filled) {
+        readRows(line, *logs[i]);
+        finishLog(line, *logs[i]);
+        data.Locations.push_back(std::move(logs[i]));
+        line.EndLog(i);
     }
-    data.Locations = std::move(chosen);
-    return {};
 }
 
 } // namespace kestrane

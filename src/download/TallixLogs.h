@@ -11,6 +11,6 @@ namespace kestrane {
 
 // Reads the logs that the user chooses into the collection; logs without rows are skipped. Returns an empty message, or
 // ends the download.
-std::string DownloadOldTallixLogs(Transport& line, clsInsData& data);
+void DownloadOldTallixLogs(Transport& line, clsInsData& data);
 
 } // namespace kestrane

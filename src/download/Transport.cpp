@@ -1,6 +1,7 @@
 #include "download/Transport.h"
 
 #include "platform/RuntimeError.h"
+#include "resources/TextNames_w3.h"
 
 #include <algorithm>
 #include <array>
@@ -17,6 +18,7 @@ constexpr float kSilence = 1.5F;              // seconds
 constexpr std::chrono::milliseconds kNap{20}; // between two looks at the line
 constexpr std::chrono::milliseconds kShowEvery{100};
 constexpr std::chrono::milliseconds kSending{300}; // enough for the longest frame at 2400 baud
+constexpr std::chrono::milliseconds kPause{1000};
 constexpr int kTries = 3;
 
 } // namespace
@@ -32,8 +34,13 @@ std::string FrameCommand(std::string_view command) {
     return kStx + std::string(length.data()).append(command).append(kCheckField) + kEtx;
 }
 
-Transport::Transport(const DownloadServices& services) :
+bool LogsToRead::IsAnythingLeft() const {
+    return Left && (Left->FetchOctaves || std::ranges::find(Left->Selected, true) != Left->Selected.end());
+}
+
+Transport::Transport(const DownloadServices& services, LogsToRead& logs) :
     services_(services),
+    logs_(logs),
     transcript_(services.clock, services.transcript),
     start_(services.clock.now()),
     shown_(start_ - kShowEvery) {}
@@ -93,8 +100,16 @@ std::string Transport::SendCommandCounted(std::string_view command, std::size_t 
 
 void Transport::SendOnly(std::string_view command) {
     send(FrameCommand(command));
-    const std::chrono::milliseconds sent = services_.clock.now();
-    WaitUntil([&] { return services_.clock.now() - sent >= kSending; });
+    waitFor(kSending);
+}
+
+void Transport::Pause() {
+    waitFor(kPause);
+}
+
+void Transport::waitFor(std::chrono::milliseconds time) {
+    const std::chrono::milliseconds begin = services_.clock.now();
+    WaitUntil([&] { return services_.clock.now() - begin >= time; });
 }
 
 std::string Transport::Ask(std::string_view command) {
@@ -112,6 +127,10 @@ std::string Transport::AskCounted(std::string_view command, std::size_t count) {
 }
 
 AcquireChoice Transport::ChooseLogs(const AcquireList& list) {
+    if (logs_.Left) {
+        takeUpChoice(list);
+        return *logs_.Left;
+    }
     std::optional<AcquireChoice> choice = services_.user.ChooseLogs(list);
     if (!choice) Cancel();
     if (IsCancelled()) throw DownloadEnded{};
@@ -122,8 +141,20 @@ AcquireChoice Transport::ChooseLogs(const AcquireList& list) {
         Cancel();
         throw DownloadEnded{};
     }
-    CountLogs(static_cast<int>(selected));
+    progress_.Logs = logs_.Chosen = static_cast<int>(selected);
+    logs_.List = list;
+    logs_.Left = choice;
+    logs_.Left->FetchOctaves = choice->FetchOctaves && list.CanFetchOctaves;
     return *std::move(choice);
+}
+
+// Logs are asked for by their place in the list, so only the same list gives the same logs.
+void Transport::takeUpChoice(const AcquireList& list) {
+    const AcquireList& before = logs_.List;
+    if (list.InsName != before.InsName || list.InsSerial != before.InsSerial || list.Rows != before.Rows)
+        throw DownloadEnded{session().LoadText(Text::OtherLogsOnInstrument)};
+    progress_.Logs = logs_.Chosen;
+    progress_.Log = logs_.Read;
 }
 
 void Transport::ShowLabel(const std::string& label) {
@@ -132,16 +163,25 @@ void Transport::ShowLabel(const std::string& label) {
     showProgress();
 }
 
-void Transport::CountLogs(int logs) {
-    progress_.Logs = logs;
-    progress_.Log = 0;
-}
-
 void Transport::BeginLog(const std::string& label, std::int64_t bytesTotal) {
     ++progress_.Log;
     progress_.LogBytes = 0;
     progress_.LogBytesTotal = bytesTotal;
     ShowLabel(label);
+}
+
+void Transport::EndLog(std::size_t row) {
+    logs_.Left->Selected.at(row) = false;
+    ++logs_.Read;
+}
+
+void Transport::EndOctaves() {
+    logs_.Left->FetchOctaves = false;
+}
+
+void Transport::AddMessage(const std::string& line) {
+    if (!logs_.Messages.empty()) logs_.Messages += "\r\n";
+    logs_.Messages += line;
 }
 
 void Transport::send(const std::string& frame) {

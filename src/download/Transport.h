@@ -45,9 +45,20 @@ std::string rawCommand(std::string_view bytes);
 // command, "00", ETX. No frame carries a checksum.
 std::string FrameCommand(std::string_view command);
 
+// What the user has chosen on an instrument, and what of it is still to be read. It outlives the transport, so that a
+// download that broke off can be taken up again with the log that failed.
+struct LogsToRead {
+    AcquireList List;
+    std::optional<AcquireChoice> Left; // the logs, and the octaves, that have not been read; nothing before the choice
+    int Chosen = 0, Read = 0;          // numbers of logs
+    std::string Messages;              // about logs that could not be read, a line each
+
+    bool IsAnythingLeft() const;
+};
+
 class Transport {
 public:
-    explicit Transport(const DownloadServices& services);
+    Transport(const DownloadServices& services, LogsToRead& logs);
     ~Transport(); // closes the port
     Transport(const Transport&) = delete;
     Transport& operator=(const Transport&) = delete;
@@ -82,8 +93,9 @@ public:
     std::string Ask(std::string_view command);
     std::string AskCounted(std::string_view command, std::size_t count);
 
-    // Shows the dialog that chooses logs. Ends the download when the user cancels or chooses nothing; ends it with
-    // kNoLogs when there is nothing to choose.
+    // Shows the dialog that chooses logs and returns what is to be read. When the user has chosen before, that is what
+    // is left of the choice. Ends the download when the user cancels or chooses nothing; ends it with kNoLogs when
+    // there is nothing to choose, and with a text when the list is not the one that the user chose from.
     AcquireChoice ChooseLogs(const AcquireList& list);
 
     // Runs the pump until done() is true. Ends the download when it is cancelled.
@@ -95,10 +107,14 @@ public:
         }
     }
 
+    void Pause(); // a second, in which a line that has gone away may come back
+
     void ShowLabel(const std::string& label);
-    void CountLogs(int logs); // the number of logs chosen
     // Begins the next log. bytesTotal is the number of bytes to come, 0 when it is not known.
     void BeginLog(const std::string& label, std::int64_t bytesTotal);
+    void EndLog(std::size_t row);             // the log of this row of the list is whole, and not to be read again
+    void EndOctaves();                        // the same of the octaves
+    void AddMessage(const std::string& line); // about a log that cannot be read
 
     const Transcript& transcript() const { return transcript_; }
 
@@ -111,7 +127,11 @@ private:
     void showProgress();
     float seconds() const;
 
+    void waitFor(std::chrono::milliseconds time);
+    void takeUpChoice(const AcquireList& list);
+
     DownloadServices services_;
+    LogsToRead& logs_;
     Transcript transcript_;
     DownloadProgress progress_;
     std::chrono::milliseconds start_, shown_;

@@ -42,9 +42,13 @@ Button defaultButtonOf(MessageFlags flags) {
     return index < buttons.size() ? buttons[index] : buttons.front();
 }
 
+Button unansweredButtonOf(MessageFlags flags) {
+    return isOneOf(Button::Retry, buttonsOf(flags)) ? Button::Cancel : defaultButtonOf(flags);
+}
+
 Button ConsoleMessages::show(const std::string& prompt, MessageFlags flags, const std::string& title) {
     const std::vector<Button> buttons = buttonsOf(flags);
-    Button taken = isOneOf(Button::Retry, buttons) ? Button::Cancel : defaultButtonOf(flags);
+    Button taken = unansweredButtonOf(flags);
     if (answer_ && isOneOf(*answer_, buttons)) taken = *answer_;
 
     std::string text = title + ": " + prompt;
@@ -57,7 +61,7 @@ Button ConsoleMessages::show(const std::string& prompt, MessageFlags flags, cons
 
 Button ScriptedMessages::show(const std::string& prompt, MessageFlags flags, const std::string& title) {
     Boxes.push_back({prompt, flags, title});
-    if (Answers.empty()) return defaultButtonOf(flags);
+    if (Answers.empty()) return unansweredButtonOf(flags);
     const Button answer = Answers.front();
     Answers.erase(Answers.begin());
     return answer;

@@ -35,6 +35,10 @@ enum class Button { Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7 };
 std::vector<Button> buttonsOf(MessageFlags flags);
 Button defaultButtonOf(MessageFlags flags);
 
+// What a question gets where nobody answers it: the default button, or Cancel where it offers to try again, since that
+// might go on for ever.
+Button unansweredButtonOf(MessageFlags flags);
+
 // Functions that ask the user for a line of text or for one entry of a list. They return nothing when the user cancels.
 using AskText = std::function<std::optional<std::string>(const std::string& prompt, const std::string& proposal)>;
 using AskChoice = std::function<std::optional<std::string>(
@@ -48,7 +52,7 @@ public:
 
 // The command-line form prints "TITLE: TEXT"; for a question (a box with more than one button) it adds " -> " and the
 // answer taken, in lower case. The answer is the one given to the constructor when the box has that button. Otherwise
-// it is the default button, or Cancel for a question with Retry.
+// nobody answers.
 class ConsoleMessages : public MessageInterface {
 public:
     ConsoleMessages(std::ostream& out, std::optional<Button> answer) : out_(out), answer_(answer) {}

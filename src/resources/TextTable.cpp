@@ -1,6 +1,7 @@
 #include "resources/TextTable.h"
 
 #include "resources/TextNames_w1.h"
+#include "resources/TextNames_w3.h"
 #include "resources/TextNames_w4.h"
 
 #include <algorithm>
@@ -1074,6 +1075,11 @@ constexpr TextEntry Entries[] = {
     // Faults
     {Text::Error, "Error"},
     {Text::AskWeighting, "Convert to which frequency weighting (A, C or Z)?"},
+    // Downloads, other programs, the history
+    {Text::LengthOfLog, "length ^"},
+    {Text::OtherLogsOnInstrument,
+     "The instrument is not the one that the download began with, or its logs are others now.~~Connect that instrument "
+     "again, or cancel and start a new download."},
     // The tour
     {Text::CommandTour, "&Tour"},
     {Text::TourTitle, "A Tour of $$"},

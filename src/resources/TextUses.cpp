@@ -3,6 +3,7 @@
 #include <array>
 #include <iterator>
 
+#include "resources/TextNames_w3.h"
 #include "resources/TextTable.h"
 
 namespace kestrane {
@@ -171,6 +172,7 @@ constexpr Text::Id kMessages[] = {
     Text::TranscriptKept,
     Text::NoWholeLog,
     Text::NoDataFor,
+    Text::OtherLogsOnInstrument,
 };
 
 constexpr auto kSortedMessages = [] {

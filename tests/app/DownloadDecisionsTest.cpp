@@ -9,7 +9,7 @@ namespace kestrane {
 namespace {
 
 AcquireList listOf(std::vector<std::string> rows, bool hasOctaveChoice = false, bool canFetchOctaves = false) {
-    return {"TR352", "M-9", std::move(rows), hasOctaveChoice, canFetchOctaves};
+    return {"TR352", "M-9", std::move(rows), hasOctaveChoice, canFetchOctaves, {}};
 }
 
 TEST(AcquireDialog, OctavesAreTickedWhereTheyCanBeFetched) {
@@ -25,6 +25,15 @@ TEST(AcquireDialog, OctavesAreTickedWhereTheyCanBeFetched) {
     without.FetchOctaves(true); // not offered
     EXPECT_FALSE(without.CanAccept());
     EXPECT_TRUE(AcquireDialog(listOf({})).CanAccept()); // the download then tells that there are none
+}
+
+TEST(AcquireDialog, ARowHasTheLengthOfItsLogWhereThatIsKnown) {
+    const TestSession test;
+    AcquireList list = listOf({"a", "b"});
+    EXPECT_EQ(AcquireDialog(list).RowText(test.session, 1), "b");
+    list.Seconds = {std::nullopt, 27 * 3600 + 62};
+    EXPECT_EQ(AcquireDialog(list).RowText(test.session, 0), "a");
+    EXPECT_EQ(AcquireDialog(list).RowText(test.session, 1), "b\tlength 27:01:02");
 }
 
 struct Report : TestSession {

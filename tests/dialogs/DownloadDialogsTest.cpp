@@ -28,7 +28,7 @@ void clickRow(QListWidget& list, int row) {
 
 TEST(Acquire, RowsAreChosenByClicksAndAllAtOnce) {
     TestSession test;
-    const AcquireList list = {"Brevik SE", "<b>123</b>", {"one", "two", "three"}, false, false};
+    const AcquireList list = {"Brevik SE", "<b>123</b>", {"one", "two", "three"}, false, false, {3600, std::nullopt, 60}};
     onDialog([](QDialog& dialog) {
         EXPECT_EQ(control<QLabel>(dialog, "lblInsType").text(), "Brevik SE");
         EXPECT_EQ(control<QLabel>(dialog, "lblInsSerial").textFormat(), Qt::PlainText);
@@ -42,6 +42,8 @@ TEST(Acquire, RowsAreChosenByClicksAndAllAtOnce) {
         click(dialog, "chkSelectAll");
         EXPECT_EQ(rows.selectedItems().size(), 3);
         click(dialog, "chkSelectAll");
+        EXPECT_EQ(rows.item(0)->text(), "one\tlength 01:00:00");
+        EXPECT_EQ(rows.item(1)->text(), "two");
         EXPECT_EQ(rows.selectedItems().size(), 0);
         EXPECT_EQ(all.checkState(), Qt::Unchecked);
         EXPECT_FALSE(control<QPushButton>(dialog, "cmdOK").isEnabled());
@@ -72,7 +74,7 @@ TEST(Acquire, OffersOctavesWhereTheInstrumentHasThem) {
             EXPECT_EQ(octaves.isChecked(), canFetch);
             click(dialog, "cmdOK");
         });
-        const Choice choice = frmAcquire::ChooseLogs(test.session, {"TR352", "", {"one"}, true, canFetch}, nullptr);
+        const Choice choice = frmAcquire::ChooseLogs(test.session, {"TR352", "", {"one"}, true, canFetch, {}}, nullptr);
         EXPECT_EQ(choice->FetchOctaves, canFetch);
     }
 }

@@ -54,6 +54,7 @@ TEST_F(BinaryLogsTest, ABrevikLogIsReadWhole) {
     ASSERT_NE(log, nullptr);
     EXPECT_EQ(log->Name, "23:30:00 28/02/2019");
     EXPECT_EQ(user.Lists.back().Rows, std::vector<std::string>{"23:30:00 28/02/2019"});
+    EXPECT_EQ(user.Lists.back().Seconds.front(), 2 * 3600);
     EXPECT_EQ(log->LocationType(), "IND");
     EXPECT_EQ(log->Range + " " + log->Region + " " + log->Threshold, "Medium OSHA 70");
     EXPECT_EQ(log->MeasurementTimeFromInstrument, 7200);

@@ -7,6 +7,7 @@
 #include "files/XmlWriter.h"
 #include "platform/Format.h"
 #include "platform/TemporaryFolder.h"
+#include "resources/TextNames_w3.h"
 #include "server/LogLoading.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +32,6 @@ struct Attempt : ScriptedDownload {
 
     explicit Attempt(const SampleInstrument& instrument, const Spoil& spoil = {}, std::function<bool()> cancels = {}) {
         connect(comm, instrument, spoil);
-        messages.Answers.assign(10, Button::Cancel); // nobody tries again
         user.Cancels = cancels ? std::move(cancels) : [this] { return time.Now > std::chrono::hours(1); };
         isDone = DownloadData(services, data);
         EXPECT_EQ(isDone, data.hasLogs());
@@ -139,6 +139,70 @@ TEST(DownloadTest, WhatIsWholeIsReadOutOfATranscript) {
         ASSERT_TRUE(RecoverDownload(recovery.session, path));
         EXPECT_EQ(textsOfLogs(*recovery.session.OpenFiles.front()), whole);
     }
+}
+
+// A fault anywhere among the logs, and another attempt: the document is as if nothing had happened, the logs that were
+// whole are not asked for again, and all of it can be read out of the transcript.
+TEST(DownloadTest, AnotherAttemptGoesOnWithTheLogThatFailed) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("transcript.txt");
+    std::vector<SampleInstrument> all = instruments();
+    all.push_back(binaryInstrument(230, 0, {brevikLog(false), brevikLog(false)}));
+    const auto firstBlockOf = [](int log) {
+        return bytesOf("020408") + static_cast<char>(log) + bytesOf("000000 50000000 03");
+    };
+    for (const SampleInstrument& instrument : all) {
+        ScriptedDownload unbroken;
+        connect(unbroken.comm, instrument);
+        ASSERT_TRUE(DownloadData(unbroken.services, nullptr));
+        const clsFile& whole = *unbroken.session.OpenFiles.front();
+        int takenUp = 0;
+        bool isReached = true;
+        for (int failing = 0; isReached; ++failing) {
+            isReached = false;
+            ScriptedDownload download;
+            connect(download.comm, instrument, [&](int exchange, const std::string& reply) {
+                isReached = isReached || exchange == failing;
+                return exchange == failing ? std::string(kReplyError) : reply;
+            });
+            download.messages.Answers = {Button::Retry};
+            const bool isDone = DownloadData(download.services, nullptr);
+            if (!isReached || download.messages.Boxes.front().Flags != (kIconStop | kButtonsRetryCancel)) continue;
+            ++takenUp;
+            ASSERT_TRUE(isDone) << failing;
+            const clsFile& file = *download.session.OpenFiles.front();
+            EXPECT_EQ(textsOfLogs(file), textsOfLogs(whole)) << failing;
+            EXPECT_EQ(file.InstrumentDatas.front()->InsSerial, whole.InstrumentDatas.front()->InsSerial);
+            EXPECT_EQ(download.user.Lists.size(), 1U) << "the user has chosen already";
+            const auto timesAsked = [&](int log) { return std::ranges::count(download.comm.Sent, firstBlockOf(log)); };
+            EXPECT_LE(timesAsked(0) + timesAsked(1), 3);
+            writeText(path, download.transcript);
+            ScriptedDownload recovery;
+            ASSERT_TRUE(RecoverDownload(recovery.session, path)) << failing;
+            EXPECT_EQ(textsOfLogs(*recovery.session.OpenFiles.front()), textsOfLogs(whole)) << failing;
+        }
+        EXPECT_GT(takenUp, 0);
+    }
+}
+
+TEST(DownloadTest, AnotherInstrumentIsNotReadOnInPlaceOfTheFirst) {
+    ScriptedDownload download;
+    ScriptedComm other(download.time);
+    connect(other, merrowan("TR326"));
+    bool hasFailed = false;
+    connect(download.comm, merrowan("TR322"), [&hasFailed](int exchange, const std::string& reply) {
+        hasFailed = hasFailed || exchange == 5;
+        return exchange == 5 ? std::string(kReplyError) : reply;
+    });
+    download.comm.Answer = [&, first = download.comm.Answer](const std::string& sent) {
+        other.LineSettings = download.comm.LineSettings;
+        return hasFailed ? other.Answer(sent) : first(sent);
+    };
+    download.messages.Answers = {Button::Retry, Button::Cancel};
+    EXPECT_FALSE(DownloadData(download.services, nullptr));
+    EXPECT_EQ(download.shown(), download.session.LoadText(Text::OtherLogsOnInstrument));
+    EXPECT_EQ(download.messages.Boxes.back().Flags, kIconStop | kButtonsRetryCancel);
+    EXPECT_TRUE(download.session.OpenFiles.empty());
 }
 
 TEST(DownloadTest, TheLastTranscriptsAreKept) {

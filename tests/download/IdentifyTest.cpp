@@ -9,7 +9,8 @@ namespace {
 
 struct IdentifyTest : testing::Test, ScriptedDownload {
     Identification identify() {
-        Transport line(services);
+        LogsToRead none;
+        Transport line(services, none);
         return IdentifyInstrument(line, data);
     }
 

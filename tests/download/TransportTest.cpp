@@ -9,7 +9,8 @@ namespace kestrane {
 namespace {
 
 struct TransportTest : testing::Test, ScriptedDownload {
-    Transport line{services};
+    LogsToRead logs;
+    Transport line{services, logs};
 
     TransportTest() { line.OpenPort({1, "/dev/one", ""}); }
 

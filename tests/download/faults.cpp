@@ -115,7 +115,6 @@ public:
         ScriptedDownload run;
         WatchedComm comm(run.time);
         const DownloadServices services{run.session, comm, run.user, run.time, {}};
-        run.messages.Answers.assign(4, Button::Cancel); // to the question whether to try again
         bool isWaiting = false;
         run.user.Cancels = [&] {
             isWaiting = isWaiting || comm.Longest > kPatience;
