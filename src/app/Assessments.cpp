@@ -85,16 +85,31 @@ bool isNamedAsAssessment(const std::string& name) {
     return extension == ".kxa" || extension == ".json";
 }
 
-std::optional<AssessmentDocument> OpenAssessment(Session& session, const std::string& path, OpenSource source) {
+namespace {
+
+// Returns nothing, after a message, when it cannot be read.
+std::optional<AssessmentDocument> readAssessment(Session& session, const std::string& path) {
     try {
-        AssessmentDocument document = AssessmentDocument::ofFile(path);
-        if (source != OpenSource::Named) rememberRecentFile(session, path);
-        return document;
+        return AssessmentDocument::ofFile(path);
     } catch (const RuntimeError& error) {
         session.ShowMessage(ReplaceText(session.LoadText(Text::UnableToOpen), "^", path) + "\r\n\r\n" + error.what(),
                             kIconStop);
         return std::nullopt;
     }
+}
+
+} // namespace
+
+std::optional<AssessmentDocument> OpenAssessment(Session& session, const std::string& path, OpenSource source) {
+    std::shared_ptr<FileLock> held;
+    bool isReadOnly = false;
+    if (!MayOpen(session, path, held, isReadOnly)) return std::nullopt;
+    std::optional<AssessmentDocument> document = readAssessment(session, path);
+    if (!document) return std::nullopt;
+    document->Held = std::move(held);
+    document->ReadOnly = isReadOnly;
+    if (source != OpenSource::Named) rememberRecentFile(session, path);
+    return document;
 }
 
 AssessmentDocument NewAssessment(const Session& session) {
@@ -108,6 +123,10 @@ std::string assessmentName(const Session& session, const AssessmentDocument& doc
     return path.empty() ? session.LoadText(Text::Untitled) : path.substr(path.rfind('/') + 1);
 }
 
+std::string assessmentTitle(const Session& session, const AssessmentDocument& document) {
+    return assessmentName(session, document) + (document.ReadOnly ? session.LoadText(Text::ReadOnlyMark) : "");
+}
+
 namespace {
 
 bool isChangedByAnother(const Session& session, const AssessmentDocument& document, bool isThorough) {
@@ -115,26 +134,42 @@ bool isChangedByAnother(const Session& session, const AssessmentDocument& docume
 }
 
 bool takeTheirs(Session& session, AssessmentDocument& document) {
-    std::optional<AssessmentDocument> theirs = OpenAssessment(session, document.Path(), OpenSource::Named);
+    std::optional<AssessmentDocument> theirs = readAssessment(session, document.Path());
     if (!theirs) return false;
+    theirs->Held = std::move(document.Held);
+    theirs->ReadOnly = document.ReadOnly;
     document = std::move(*theirs);
     return true;
+}
+
+// Asks until the name is not that of a file that is open elsewhere, which would be overwritten.
+std::optional<std::string> askFreeName(Session& session, const AssessmentDocument& document,
+                                       const AskSaveName& askName) {
+    std::string proposal = document.Path().empty() ? session.LoadText(Text::Untitled) + ".kxa" : document.Path();
+    while (true) {
+        std::optional<std::string> name = askName(proposal);
+        if (!name || name->empty()) return std::nullopt;
+        if ((!document.ReadOnly && isSameFile(*name, document.Path())) || !IsHeldElsewhere(session, *name)) return name;
+        session.ShowMessage(ReplaceText(session.LoadText(Text::FileIsOpen), "^", name->substr(name->rfind('/') + 1)),
+                            kIconExclamation);
+        proposal = *std::move(name);
+    }
 }
 
 } // namespace
 
 bool SaveAssessment(Session& session, AssessmentDocument& document, bool bSaveAs, const AskSaveName& askName) {
     std::string path = document.Path();
+    bSaveAs = bSaveAs || document.ReadOnly || path.empty();
     if (!bSaveAs && isChangedByAnother(session, document, true)) {
         const OnConflict conflict = AskAboutConflict(session, path);
         if (conflict == OnConflict::Later) return false;
         if (conflict == OnConflict::Theirs) return takeTheirs(session, document);
         bSaveAs = conflict == OnConflict::SaveAs;
     }
-    if (path.empty() || bSaveAs) {
-        const std::optional<std::string> name =
-            askName(path.empty() ? session.LoadText(Text::Untitled) + ".kxa" : path);
-        if (!name || name->empty()) return false;
+    if (bSaveAs) {
+        const std::optional<std::string> name = askFreeName(session, document, askName);
+        if (!name) return false;
         path = *name;
     }
     try {
@@ -147,6 +182,7 @@ bool SaveAssessment(Session& session, AssessmentDocument& document, bool bSaveAs
         session.ShowMessage(saveErrorText(session, error, path), kIconExclamation);
         return false;
     }
+    if (bSaveAs) document.ReadOnly = !HoldFile(session, path, document.Held);
     rememberRecentFile(session, path);
     return true;
 }

@@ -15,13 +15,14 @@ namespace kestrane {
 // Whether the name ends like that of an assessment.
 bool isNamedAsAssessment(const std::string& name);
 
-// Returns nothing when it cannot be read; the reason has been shown.
+// Returns nothing when it cannot be read, and the reason has been shown, or when another running program has it open
+// and the user does not want to read it only.
 std::optional<AssessmentDocument> OpenAssessment(Session& session, const std::string& path, OpenSource source);
 
 // A new assessment with today's date and one group.
 AssessmentDocument NewAssessment(const Session& session);
 
-// Saves it, and asks for a name when it has none. Returns false when it was not saved.
+// Saves it, and asks for a name when it has none or is for reading only. Returns false when it was not saved.
 bool SaveAssessment(Session& session, AssessmentDocument& document, bool bSaveAs, const AskSaveName& askName);
 
 // Asks about a file that another program has changed since it was read or saved. Returns true when the document or its
@@ -32,6 +33,9 @@ bool LookForOtherPrograms(Session& session, AssessmentDocument& document, const 
 bool MayCloseAssessment(Session& session, AssessmentDocument& document, const AskSaveName& askName);
 
 std::string assessmentName(const Session& session, const AssessmentDocument& document); // without folder
+
+// The same with the mark of what is for reading only.
+std::string assessmentTitle(const Session& session, const AssessmentDocument& document);
 
 // Is told before each data file how many have been read. Returns false when no more shall be read.
 using ReadProgress = std::function<bool(std::size_t read, std::size_t files)>;

@@ -4,6 +4,7 @@
 #include "app/OtherPrograms.h"
 #include "calc/Recalculation.h"
 #include "explorer/NodeKeys.h"
+#include "files/HistoryFile.h"
 #include "files/Loaders.h"
 #include "files/XmlWriter.h"
 #include "model/SettingsText.h"
@@ -104,14 +105,6 @@ std::vector<clsLog*> logsOfUnsavedRows(const clsFile& file) {
     return logs;
 }
 
-// Asks the user when another running program has the file open. A document that is open already (null) is fine.
-bool mayOpen(Session& session, clsFile* file) {
-    if (file == nullptr || HoldFile(session, *file)) return true;
-    const std::string question = ReplaceText(session.LoadText(Text::OpenElsewhere), "^", file->ShortenedFileName());
-    file->ReadOnly = session.ShowMessage(question, kButtonsYesNo | kIconQuestion) == Button::Yes;
-    return file->ReadOnly;
-}
-
 void loadRows(Session& session, int fileId) {
     LoadWaitingIntervals(session, [&session, fileId](const clsLog&) { takeUpRows(session, fileId); });
 }
@@ -191,13 +184,15 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
     Session& session = file.session();
     std::string message;
     bool isLoaded = false;
+    const bool isToHash = !session.StateFolder.empty() || fileExists(historyNameOf(file.FileName));
+    FileStamp stamp;                         // taken before, so that a change while it is read is noticed
     std::shared_ptr<BackgroundWork> hashing; // while the bytes are read
     bool isHashed = true;
-    const ReadBytes stamping = [&](const std::string& path) {
-        const FileStamp stamp = stampOf(path); // taken before, so that a change while it is read is noticed
+    const ReadBytes hashed = [&](const std::string& path) {
+        stamp = stampOf(path);
         std::shared_ptr<FileBytes> bytes = read(path);
-        file.OnDisk = stamp;
-        const auto hash = [&file, bytes] { file.OnDisk.Hash = sha256Of(bytes->view()); };
+        if (!isToHash) return bytes;
+        const auto hash = [&stamp, bytes] { stamp.Hash = sha256Of(bytes->view()); };
         if (session.server == nullptr) {
             hash();
         } else {
@@ -206,12 +201,14 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
         }
         return bytes;
     };
-    waitFor(session, [&] { isLoaded = LoadDocument(file, message, session.StateFolder.empty() ? read : stamping); });
+    waitFor(session, [&] { isLoaded = LoadDocument(file, message, hashed); });
     session.pump.runUntil([&isHashed] { return isHashed; });
     if (!isLoaded) {
         session.ShowMessage(message, kIconStop);
         return false;
     }
+    if (isToHash) TakeUpHistory(file, stamp.Hash);
+    if (!session.StateFolder.empty()) file.OnDisk = std::move(stamp);
     tellOfHistory(file);
     file.CopyDoseLogSamples();
     // Older formats contain only the instrument's own figures. Some figures depend on others of the pass before, so
@@ -236,7 +233,9 @@ bool OpenFile(Session& session, const std::string& name, OpenSource source, bool
         loaded = std::make_unique<clsFile>(session, name);
         file = loaded.get();
     }
-    const bool isOpen = mayOpen(session, loaded.get()) && FileOpen(*file, read);
+    const bool mayOpen =
+        loaded == nullptr || loaded->JustAcquired() || MayOpen(session, name, loaded->Held, loaded->ReadOnly);
+    const bool isOpen = mayOpen && FileOpen(*file, read);
     const bool isNew = isOpen && loaded != nullptr;
     if (isNew) addToOpen(session, std::move(loaded));
     if (source != OpenSource::Named) rememberRecentFile(session, file->FileName);

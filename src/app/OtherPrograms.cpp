@@ -22,17 +22,29 @@ std::string lockPathOf(const Session& session, const std::string& file) {
 
 } // namespace
 
-bool HoldFile(Session& session, clsFile& file) {
-    if (session.StateFolder.empty() || file.JustAcquired()) return true;
-    file.Held.reset();
+bool HoldFile(Session& session, const std::string& path, std::shared_ptr<FileLock>& held) {
+    if (session.StateFolder.empty()) return true;
+    held.reset();
     try {
-        const std::string path = lockPathOf(session, file.FileName);
-        makeFolderOf(path);
-        file.Held = FileLock::take(path);
-        return file.Held != nullptr;
+        const std::string lock = lockPathOf(session, path);
+        makeFolderOf(lock);
+        held = FileLock::take(lock);
+        return held != nullptr;
     } catch (const RuntimeError&) {
         return true;
     }
+}
+
+bool HoldFile(Session& session, clsFile& file) {
+    return file.JustAcquired() || HoldFile(session, file.FileName, file.Held);
+}
+
+bool MayOpen(Session& session, const std::string& path, std::shared_ptr<FileLock>& held, bool& isReadOnly) {
+    if (HoldFile(session, path, held)) return true;
+    const std::string question =
+        ReplaceText(session.LoadText(Text::OpenElsewhere), "^", path.substr(path.rfind('/') + 1));
+    isReadOnly = session.ShowMessage(question, kButtonsYesNo | kIconQuestion) == Button::Yes;
+    return isReadOnly;
 }
 
 bool IsHeldElsewhere(const Session& session, const std::string& path) {

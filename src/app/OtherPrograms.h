@@ -6,14 +6,21 @@
 
 #include "app/Documents.h"
 #include "model/Session.h"
+#include "platform/FileLock.h"
 
+#include <memory>
 #include <string>
 
 namespace kestrane {
 
-// Tells other running programs of this user that the file of the document is open here. Returns false when one of them
-// has it open. Where no lock can be had it returns true.
-bool HoldFile(Session& session, clsFile& file);
+// Tells other running programs of this user that the file at path is open here, for as long as held lives. Returns
+// false when one of them has it open. Where no lock can be had it returns true.
+bool HoldFile(Session& session, const std::string& path, std::shared_ptr<FileLock>& held);
+bool HoldFile(Session& session, clsFile& file); // of a document; a download that was never saved has no file
+
+// The same before a file is opened: when another running program has it open, the user is asked whether to open it for
+// reading only. Returns false when it is not to be opened.
+bool MayOpen(Session& session, const std::string& path, std::shared_ptr<FileLock>& held, bool& isReadOnly);
 
 bool IsHeldElsewhere(const Session& session, const std::string& path); // by another running program
 

@@ -272,6 +272,7 @@ bool Recovery::openAssessment(const LeftCopy& copy, const ShowAssessment& show) 
     try {
         AssessmentDocument document =
             AssessmentDocument::ofCopy(loadAssessment(copy.Path), copy.Note.File, copy.Note.OnDisk);
+        if (!document.Path().empty()) document.ReadOnly = !HoldFile(session_, document.Path(), document.Held);
         adopt(copy, &show(std::move(document)));
         return true;
     } catch (const RuntimeError& error) {

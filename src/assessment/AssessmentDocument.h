@@ -3,9 +3,11 @@
 
 #include "assessment/Assessment.h"
 #include "model/UndoStack.h"
+#include "platform/FileLock.h"
 #include "platform/FileStamp.h"
 
 #include <deque>
+#include <memory>
 #include <string>
 
 namespace kestrane {
@@ -21,6 +23,9 @@ public:
     // An assessment that was kept before it could be saved: it counts as changed. onDisk is of the file at path, as it
     // was when the changes were made.
     static AssessmentDocument ofCopy(Assessment kept, std::string path, FileStamp onDisk);
+
+    std::shared_ptr<FileLock> Held; // tells other running programs that the file is open here
+    bool ReadOnly = false;          // another one has it open, so that it is saved under other names only
 
     const std::string& Path() const { return path_; }
 

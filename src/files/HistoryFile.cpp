@@ -189,9 +189,9 @@ bool NoticeChange(clsFile& file, const std::string& sha256) {
     return true;
 }
 
-void GiveRemarks(clsFile& file) {
+void TakeUpHistory(clsFile& file, const std::string& sha256) {
     const HistoryLine* const last = file.History.lastOfFile();
-    if (last == nullptr) return;
+    if (last == nullptr || NoticeChange(file, sha256)) return;
     std::vector<clsLog*> logs;
     forEachLog(file, [&](clsLog& log) { logs.push_back(&log); });
     for (const LogRemarks& remarks : *last->OfFile) {

@@ -16,8 +16,9 @@ DocumentHistory ReadHistory(const Session& session, const std::string& dataFile)
 // the history. Returns whether it has become one now.
 bool NoticeChange(clsFile& file, const std::string& sha256);
 
-// Gives the logs the remarks that the history keeps for the file as it is.
-void GiveRemarks(clsFile& file);
+// Gives the logs of a document that has just been loaded the remarks of its history. When the file, whose hash is
+// sha256, is not the one that was saved last, they get none, and that becomes a line of the history.
+void TakeUpHistory(clsFile& file, const std::string& sha256);
 
 // Adds the lines that are not there yet to the history beside the document's file, and one that says what was saved.
 // before is the hash of what the save has replaced; empty for none. To be called after the document has been saved.

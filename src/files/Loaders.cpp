@@ -130,15 +130,11 @@ bool LoadDocument(clsFile& file, std::string& message, const ReadBytes& read) {
         return false;
     }
     if (isRegular(file.FileName)) file.History = ReadHistory(file.session(), file.FileName);
-    const std::string hash = file.History.lastOfFile() == nullptr ? std::string() : sha256Of(bytes->view());
     bool isFirst = true;
     for (const int number : orderFor(file.FileName)) {
         std::string reason;
         const bool ok = attempt(kLoaders[static_cast<std::size_t>(number) - 1], file, bytes, reason);
-        if (ok && (isFirst || !file.InstrumentDatas.empty())) {
-            if (!hash.empty() && !NoticeChange(file, hash)) GiveRemarks(file);
-            return true;
-        }
+        if (ok && (isFirst || !file.InstrumentDatas.empty())) return true;
         if (isFirst) message = reason;
         isFirst = false;
     }

@@ -17,7 +17,8 @@ using ReadBytes = std::function<std::shared_ptr<FileBytes>(const std::string& pa
 
 // Reads the file once and tries the loaders in the order that belongs to its extension. A loader after the first counts
 // only when it brings data; the first counts in any case, which is meant. Returns false when all loaders decline: then
-// message is that of the first loader and the document is empty. Takes up the history beside the file. Raises nothing.
+// message is that of the first loader and the document is empty. Reads the history beside the file, which TakeUpHistory
+// gives to the document. Raises nothing.
 bool LoadDocument(clsFile& file, std::string& message, const ReadBytes& read = readFile);
 
 // Whether all rows of the document are in memory, so that what is written of it is whole.

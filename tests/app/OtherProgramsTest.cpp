@@ -155,6 +155,32 @@ TEST_F(OtherProgramsTest, AnAssessmentIsNotSavedOverAnotherOneUnasked) {
     EXPECT_FALSE(document->IsChanged());
 }
 
+TEST_F(OtherProgramsTest, AnAssessmentThatIsOpenElsewhereIsForReadingOnly) {
+    const std::string kept = folder.file("a.kxa");
+    saveAssessment(kept, {});
+    auto first = OpenAssessment(program.session, kept, OpenSource::Named);
+    RunningProgram second(folder.file("state/"));
+    second.messages.Answers = {Button::No, Button::Yes};
+    EXPECT_FALSE(OpenAssessment(second.session, kept, OpenSource::Named));
+    auto document = OpenAssessment(second.session, kept, OpenSource::Named);
+    ASSERT_TRUE(document && document->ReadOnly);
+    int asked = 0;
+    const AskSaveName sameAtFirst = [&](const std::string&) {
+        return std::optional(++asked == 1 ? kept : folder.file("b.kxa"));
+    };
+    EXPECT_TRUE(SaveAssessment(second.session, *document, false, sameAtFirst));
+    EXPECT_EQ(asked, 2) << "that name is open elsewhere";
+    EXPECT_EQ(document->Path(), folder.file("b.kxa"));
+    EXPECT_FALSE(document->ReadOnly);
+
+    EXPECT_TRUE(SaveAssessment(program.session, *first, true, named(kept))) << "it is open here and nowhere else";
+    EXPECT_FALSE(SaveAssessment(program.session, *first, true, [&, asked = 0](const std::string&) mutable {
+        return ++asked == 1 ? std::optional(folder.file("b.kxa")) : std::nullopt;
+    }));
+    first.reset();
+    EXPECT_FALSE(OpenAssessment(second.session, kept, OpenSource::Named)->ReadOnly);
+}
+
 TEST_F(OtherProgramsTest, TheFirstSaveOverAFileOfAnotherVersionKeepsIt) {
     const auto backup = [&] { return readText(path + ".bak"); };
     clsFile& file = program.open(path);

@@ -162,7 +162,7 @@ void frmAssessment::showAll() {
     if (results_.size() != document_.Now().Groups.size())
         results_ = assess(session_, document_.Now(), document_.Path(), measured_);
     setWindowTitle(
-        shown(ReplaceText(session_.LoadText(Text::AssessmentCaption), "^", assessmentName(session_, document_)) +
+        shown(ReplaceText(session_.LoadText(Text::AssessmentCaption), "^", assessmentTitle(session_, document_)) +
               (document_.IsChanged() ? "*" : "")));
     documentForm_->Show(documentFields(document_.Now()));
     tree_->ShowRows(assessmentRows(session_, document_.Now(), document_.Path(), measured_, results_), document_.Now());

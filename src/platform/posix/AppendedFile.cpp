@@ -1,5 +1,6 @@
 #include "platform/AppendedFile.h"
 
+#include "platform/Files.h"
 #include "platform/RuntimeError.h"
 
 #include <cerrno>
@@ -57,6 +58,7 @@ void syncFolderOf(const std::string& path) {
 
 void appendLines(const std::string& path, std::string_view lines) {
     constexpr int kFlags = O_RDWR | O_CREAT | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    const bool isNew = !fileExists(path);
     const Descriptor file(::open(path.c_str(), kFlags, 0666));
 
     struct stat about {};
@@ -69,6 +71,7 @@ void appendLines(const std::string& path, std::string_view lines) {
         check(::fdatasync(file.Handle));
     } catch (const RuntimeError&) {
         static_cast<void>(::ftruncate(file.Handle, about.st_size));
+        if (isNew) ::unlink(path.c_str());
         throw;
     }
     if (about.st_size == 0) syncFolderOf(path);
