@@ -5,6 +5,8 @@
 #include "calc/Recalculation.h"
 #include "cli/Toolkit.h"
 #include "platform/Files.h"
+#include "platform/IniFile.h"
+#include "platform/UserFolders.h"
 #include "server/LogLoading.h"
 
 #include <iostream>
@@ -16,9 +18,9 @@ namespace kestrane {
 namespace {
 
 std::unique_ptr<SettingsStore> settingsOf(const GlobalOptions& options) {
-    if (!options.settingsFile.empty()) return settingsOfFile(options.settingsFile);
+    if (!options.settingsFile.empty()) return IniFile::ofCaller(options.settingsFile);
     const std::string name = LoadSoftwareByFirm(options.company).SettingsAppName;
-    return settingsOfApplication(name.empty() ? std::string(kApplicationTitle) : name);
+    return IniFile::ofUser(configFolder() + (name.empty() ? std::string(kApplicationTitle) : name) + ".ini");
 }
 
 Locale localeOf(const GlobalOptions& options) {

@@ -7,13 +7,13 @@
 #include "dialogs/Words.h"
 #include "dialogs/frmSplash.h"
 #include "platform/CrashReport.h"
+#include "platform/IniFile.h"
 #include "platform/RuntimeError.h"
 #include "platform/UserFolders.h"
 #include "platform/connection/QtComm.h"
 #include "platform/connection/QtHttp.h"
 #include "platform/desktop/DesktopMessages.h"
 #include "platform/desktop/OneProcess.h"
-#include "platform/qt/IniSettings.h"
 #include "platform/qt/QtEventPump.h"
 #include "protection/ProtectorDatabase.h"
 #include "server/KestraneThread.h"
@@ -146,26 +146,26 @@ int run(int argc, char** argv) {
     OneProcess program(stateFolder() + "kestrane/");
     if (!call.IsNewInstance && program.HandOver(namedFiles(call.Names))) return EXIT_SUCCESS;
     QtEventPump pump;
-    IniSettings settings = IniSettings::ofApplication(nameOfSettings());
-    IniSettings state = IniSettings::stateOfApplication(nameOfSettings());
+    const std::unique_ptr<IniFile> settings = IniFile::ofUser(configFolder() + nameOfSettings() + ".ini");
+    const std::unique_ptr<IniFile> state = IniFile::ofUser(stateFolder() + "kestrane/" + nameOfSettings() + ".ini");
     Session* texts = nullptr;
     DesktopMessages messages([&texts](Button button) { return texts->LoadText(captionOf(button)); });
     BackgroundServer server(pump);
-    const Language& language = programLanguage(settings);
+    const Language& language = programLanguage(*settings);
     translateToolkit(application, language);
-    Session session(kCompany, systemLocale(), settings, messages, pump, clock, {language, language});
+    Session session(kCompany, systemLocale(), *settings, messages, pump, clock, {language, language});
     texts = &session;
     session.server = &server;
-    session.state = &state;
+    session.state = state.get();
     session.StateFolder = stateFolder() + "kestrane/";
     moveState(session);
     const auto tell = [&session](const std::string& path) {
         session.ShowMessage(ReplaceText(session.LoadText(Text::SettingsNotWritten), "^", path), kIconExclamation);
     };
-    settings.TellOnce(tell);
-    state.TellOnce(tell);
+    settings->TellOnce(tell);
+    state->TellOnce(tell);
     session.DocumentsFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
-    QtComm comm(settings, [&session](Text::Id id) { return session.LoadText(id); });
+    QtComm comm(*settings, [&session](Text::Id id) { return session.LoadText(id); });
     session.comm = &comm;
     QtHttp http;
     session.http = &http;

@@ -170,19 +170,35 @@ std::string IniFile::read(std::string_view section, std::string_view key, std::s
 }
 
 void IniFile::write(std::string_view section, std::string_view key, std::string_view text) {
-    const std::pair name{std::string(section), std::string(key)};
-    if (const auto known = settings_.Values.find(name); known != settings_.Values.end() && known->second == text)
-        return;
-    if (isWhole_ && fileExists(path_)) load(); // another program may have changed something else
-    settings_.write(section, key, text);
-    save();
+    const auto known = settings_.Values.find({std::string(section), std::string(key)});
+    if (known == settings_.Values.end() || known->second != text)
+        change({std::string(section), std::string(key), std::string(text)});
 }
 
 void IniFile::remove(std::string_view section, std::string_view key) {
-    if (!settings_.Values.contains({std::string(section), std::string(key)})) return;
-    if (isWhole_ && fileExists(path_)) load();
-    settings_.remove(section, key);
-    save();
+    if (settings_.Values.contains({std::string(section), std::string(key)}))
+        change({std::string(section), std::string(key), std::nullopt});
+}
+
+void IniFile::change(Change change) {
+    unsaved_.push_back(std::move(change));
+    apply();
+    if (!isWhole_) return;
+    try {
+        if (fileExists(path_)) load(); // another program may have changed something else
+        apply();
+        save();
+        unsaved_.clear();
+    } catch (const RuntimeError&) {
+        apply();
+        if (!tell_) throw;
+        std::exchange(tell_, [](const std::string&) {})(path_);
+    }
+}
+
+void IniFile::apply() {
+    for (const auto& [section, key, text] : unsaved_)
+        text ? settings_.write(section, key, *text) : settings_.remove(section, key);
 }
 
 void IniFile::load() {
@@ -209,7 +225,6 @@ void IniFile::load() {
 }
 
 void IniFile::save() const {
-    if (!isWhole_) return;
     makeFolderOf(path_);
     writeFileAtomically(path_, [&](const FileSink& sink) {
         const std::string* section = nullptr;

@@ -29,10 +29,14 @@ TEST(IniFile, ReadsWhatTheToolkitWrites) {
     EXPECT_EQ(settings->read("General", "K", ""), "g");
 
     settings->write("Preferences", "New", "; = \001A \"q\"");
+    for (const auto& [key, text] : expected)
+        settings->write("Copies/all", key, text);
     const auto again = IniFile::ofCaller(path);
     EXPECT_EQ(again->read("Preferences", "New", ""), "; = \001A \"q\"");
     for (const auto& [key, text] : expected)
-        EXPECT_EQ(again->read("Preferences", key, "none"), text) << key;
+        EXPECT_EQ(again->read("Preferences", key, "none") + again->read("Copies/all", key, ""),
+                  text + std::string(text))
+            << key;
 }
 
 TEST(IniFile, NeverWritesOverWhatItCannotRead) {
