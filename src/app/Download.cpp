@@ -3,6 +3,7 @@
 #include "explorer/Edits.h"
 #include "explorer/NodeEditing.h"
 #include "explorer/NodeKeys.h"
+#include "resources/TextNames_w3.h"
 
 #include <algorithm>
 #include <iterator>
@@ -34,6 +35,7 @@ bool DownloadData(const DownloadServices& services, clsFile* objFile) {
     } else {
         auto file = std::make_unique<clsFile>(session, session.LoadText(Text::Untitled));
         takeIn(*file, std::move(data));
+        recordDownload(*file, Text::HistoryDownload);
         session.OpenFiles.push_back(std::move(file));
         AssignIdentities(session, true, 0);
     }

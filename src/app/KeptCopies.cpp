@@ -1,5 +1,6 @@
 #include "app/KeptCopies.h"
 
+#include "model/DocumentHistory.h"
 #include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
@@ -65,8 +66,8 @@ CopyNote readNote(const std::string& copy) {
 
 void removeCopy(const std::string& copy) {
     std::error_code ignored; // what stays is offered again, or removed with its folder
-    fs::remove(copy, ignored);
-    fs::remove(notePathOf(copy), ignored);
+    for (const std::string& path : {copy, historyNameOf(copy), notePathOf(copy)})
+        fs::remove(path, ignored);
 }
 
 bool isCopy(const fs::path& path) {
@@ -169,6 +170,7 @@ void KeptCopies::Adopt(const LeftCopy& copy, int number) {
     const std::string path = PathFor(number, fs::path(copy.Path).extension().string());
     std::error_code ignored; // the note may be missing; a copy that cannot be moved stays where it is
     fs::rename(notePathOf(copy.Path), notePathOf(path), ignored);
+    fs::rename(historyNameOf(copy.Path), historyNameOf(path), ignored);
     fs::rename(copy.Path, path, ignored);
 }
 

@@ -3,7 +3,7 @@
 // program that did not end as it should.
 //
 // A copy is a data file or an assessment ("1.xml", "2.kxa") with a note beside it ("1.json") that says whose copy it
-// is.
+// is. A data file has a history, too ("1.xml.history.jsonl"): what was done since its own file was saved.
 #pragma once
 
 #include "platform/AtomicFile.h"

@@ -10,9 +10,11 @@
 #include "files/XmlWriter.h"
 #include "platform/Format.h"
 #include "platform/RuntimeError.h"
+#include "platform/Sha256.h"
 #include "server/KestraneThread.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace kestrane {
 
@@ -23,13 +25,20 @@ struct Recovery::Task {
     std::string path;
     CopyNote note;
     std::shared_ptr<const clsFile> snapshot; // shares the columns of the rows; null for an assessment
+    std::vector<HistoryLine> history;        // what is not kept beside the document's own file
     std::string error;                       // set by the worker
 
     void write() {
         try {
-            KeptCopies::Write(path, note, [this](const FileSink& sink) {
-                snapshot != nullptr ? WriteDocument(*snapshot, sink) : sink(state.text);
+            Sha256 hash;
+            KeptCopies::Write(path, note, [&](const FileSink& sink) {
+                if (snapshot == nullptr) return sink(state.text);
+                WriteDocument(*snapshot, [&](std::string_view piece) {
+                    hash.add(piece);
+                    sink(piece);
+                });
             });
+            if (snapshot != nullptr) WriteHistoryOfCopy(path, *snapshot, history, hash.text());
         } catch (const std::exception& raised) {
             error = raised.what();
         }
@@ -63,6 +72,21 @@ std::uint64_t lastTurn(const UndoStack& edits) {
     for (const Direction direction : {Direction::Undo, Direction::Redo})
         if (const EditStep* const step = edits.next(direction); step != nullptr) turn = std::max(turn, step->Turn);
     return turn;
+}
+
+std::vector<HistoryLine> unkeptLines(const DocumentHistory& history) {
+    std::vector<HistoryLine> lines = history.lines();
+    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(history.Kept, lines.size())));
+    return lines;
+}
+
+// The history of a document that was opened from a copy: that of its own file, and what the copy adds to it. Lines that
+// say what a file is are about the copy.
+DocumentHistory historyOfCopy(const Session& session, const std::string& own, const DocumentHistory& ofCopy) {
+    DocumentHistory history = own.empty() ? DocumentHistory() : ReadHistory(session, own);
+    for (HistoryLine& line : ofCopy.lines())
+        if (!line.OfFile) history.add(std::move(line));
+    return history;
 }
 
 } // namespace
@@ -126,12 +150,15 @@ std::vector<Recovery::Task> Recovery::tasks() {
         const Entry& entry = entryOf(&document);
         if (entry.written == state) return nullptr;
         std::string path = copies_->PathFor(entry.number, extension);
-        tasks.push_back({&document, std::move(state), std::move(path), noteOf(document), nullptr, {}});
+        tasks.push_back({&document, std::move(state), std::move(path), noteOf(document), nullptr, {}, {}});
         return &tasks.back();
     };
     for (const auto& file : session_.OpenFiles) {
         if (file->IsBusy() || !AreRowsRead(*file) || !isUnsaved(*file)) continue;
-        if (Task* const task = add(*file, kDataFileCopy); task != nullptr) task->snapshot = snapshotOf(*file);
+        Task* const task = add(*file, kDataFileCopy);
+        if (task == nullptr) continue;
+        task->snapshot = snapshotOf(*file);
+        task->history = unkeptLines(file->History);
     }
     for (const AssessmentDocument* document : assessments_())
         if (document->IsChanged()) add(*document, kAssessmentCopy);
@@ -149,7 +176,7 @@ void Recovery::Look() {
     try {
         *due = tasks();
     } catch (const RuntimeError& error) { // there is no folder
-        *due = {Task{nullptr, {}, {}, {}, nullptr, error.what()}};
+        *due = {Task{nullptr, {}, {}, {}, nullptr, {}, error.what()}};
         return ended(*due);
     }
     if (due->empty()) return;
@@ -257,7 +284,7 @@ bool Recovery::openFile(const LeftCopy& copy) {
     if (!FileOpen(*file)) return false;
     if (open != nullptr) std::erase_if(session_.OpenFiles, [&](const auto& other) { return other.get() == open; });
     file->FileName = own.empty() ? copy.Note.Name : own;
-    if (!own.empty()) file->History = ReadHistory(session_, own);
+    file->History = historyOfCopy(session_, own, file->History);
     file->Changed = true;
     file->OldStyle = copy.Note.IsOldStyle;
     file->OnDisk = copy.Note.OnDisk;

@@ -3,10 +3,12 @@
 #include "app/Documents.h"
 #include "download/Download.h"
 #include "download/ReplayedLine.h"
+#include "explorer/Edits.h"
 #include "explorer/NodeKeys.h"
 #include "platform/Files.h"
 #include "platform/Format.h"
 #include "platform/RuntimeError.h"
+#include "resources/TextNames_w3.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -137,6 +139,7 @@ bool RecoverDownload(Session& session, const std::string& path) {
     }
     auto file = std::make_unique<clsFile>(session, session.LoadText(Text::IncompleteDownload));
     file->append(*data, true, kAtEnd);
+    recordDownload(*file, Text::HistoryDownloadRecovered);
     const std::vector<std::string> logs = logKeys(TakeUp(session, std::move(file)));
     session.frame->ChooseLog(logs.front(), true);
     return true;

@@ -24,7 +24,7 @@ struct LineOptions {
 struct DownloadOptions : LineOptions {
     ChosenRows rows;
     std::string output, resume;
-    bool withIntervals = false;
+    bool withIntervals = false, keepsHistory = false;
 };
 
 struct ClockOptions : LineOptions {
@@ -94,6 +94,7 @@ int download(Program& program, const DownloadOptions& options) {
     if (!readLogs(program, options)) return kFailed;
     session.pump.runUntil([&] { return noLogIsBusy(session); });
     clsFile& file = *session.OpenFiles.back();
+    file.History.IsWanted = options.keepsHistory;
     if (!options.output.empty() && !program.saveAs(file, options.output)) return kFailed;
     writeDocument(program.out(), file, options.withIntervals);
     program.out() << '\n';
@@ -145,6 +146,7 @@ RunVerb downloadVerb(CLI::App& verb) {
     verb.add_option("--logs", "all, or rows of the list of logs from 1, such as 1,3,4; without it, all")
         ->check([options](const std::string& text) { return readRows(text, options->rows); });
     addOutput(verb, options->output, "save the document as this XML data file");
+    verb.add_flag("--history", options->keepsHistory, "begin the history beside the output");
     verb.add_flag("--intervals", options->withIntervals, "with the rows of every log");
     return [options](Program& program) { return download(program, *options); };
 }

@@ -83,7 +83,7 @@ void DownloadCorvaneLogs(Transport& line, clsInsData& data) {
         clsFile file(line.session(), row);
         std::string message;
         if (!ReadMachineLog(file, reply, message)) {
-            line.AddMessage(row + ": " + message);
+            line.AddMessage(row, message);
         } else if (!file.InstrumentDatas.empty()) {
             clsInsData& source = *file.InstrumentDatas.front();
             if (!std::exchange(isIdentified, true)) {

@@ -179,9 +179,9 @@ void Transport::EndOctaves() {
     logs_.Left->FetchOctaves = false;
 }
 
-void Transport::AddMessage(const std::string& line) {
+void Transport::AddMessage(const std::string& log, const std::string& why) {
     if (!logs_.Messages.empty()) logs_.Messages += "\r\n";
-    logs_.Messages += line;
+    logs_.Messages.append(log).append(": ").append(why);
 }
 
 void Transport::send(const std::string& frame) {

@@ -112,9 +112,9 @@ public:
     void ShowLabel(const std::string& label);
     // Begins the next log. bytesTotal is the number of bytes to come, 0 when it is not known.
     void BeginLog(const std::string& label, std::int64_t bytesTotal);
-    void EndLog(std::size_t row);             // the log of this row of the list is whole, and not to be read again
-    void EndOctaves();                        // the same of the octaves
-    void AddMessage(const std::string& line); // about a log that cannot be read
+    void EndLog(std::size_t row); // the log of this row of the list is whole, and not to be read again
+    void EndOctaves();            // the same of the octaves
+    void AddMessage(const std::string& log, const std::string& why); // about a log that cannot be read
 
     const Transcript& transcript() const { return transcript_; }
 

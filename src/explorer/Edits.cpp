@@ -127,6 +127,12 @@ void recordStep(clsFile& file, std::unique_ptr<EditStep> step, bool wasChanged) 
     file.Edits.record(std::move(step), wasChanged);
 }
 
+void recordDownload(clsFile& file, Text::Id what) {
+    HistoryLine line = historyLine(file.session(), file.session().texts.LoadData(what));
+    forEachLog(file, [&line](const clsLog& log) { line.After += (line.After.empty() ? "" : "; ") + log.Name; });
+    file.History.add(std::move(line));
+}
+
 bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change) {
     Session& session = log.session();
     clsFile* const file = ownerOf(session, log);

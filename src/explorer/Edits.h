@@ -22,6 +22,9 @@ namespace kestrane {
 // wasChanged as for UndoStack::record.
 void recordStep(clsFile& file, std::unique_ptr<EditStep> step, bool wasChanged);
 
+// Begins the history of a document that has come from an instrument: what was done, and the names of the logs.
+void recordDownload(clsFile& file, Text::Id what);
+
 // Calls change(), which changes a log; when that returns true, the log's state before the change is kept as a step of
 // its document. A log of no open document (a zoomed range) is changed without a step. Undoing later restores the whole
 // log: figures, rows, selection, exposure rows and display options. While the rows of the log are still to come, the

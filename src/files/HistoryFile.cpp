@@ -3,6 +3,7 @@
 #include "model/LogParameters.h"
 #include "model/Session.h"
 #include "platform/AppendedFile.h"
+#include "platform/AtomicFile.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
 
@@ -152,6 +153,14 @@ std::vector<LogRemarks> remarksOf(const clsFile& file) {
     return remarks;
 }
 
+HistoryLine savedLine(const clsFile& file, const std::string& before, const std::string& after) {
+    HistoryLine saved = historyLine(file.session(), file.session().LoadText(Text::HistorySaved));
+    saved.Before = before;
+    saved.After = after;
+    saved.OfFile = remarksOf(file);
+    return saved;
+}
+
 std::vector<HistoryLine> linesOf(const Session& session, std::string_view text) {
     std::vector<HistoryLine> lines;
     for (std::size_t at = 0; at < text.size();) {
@@ -204,6 +213,17 @@ void TakeUpHistory(clsFile& file, const std::string& sha256) {
     }
 }
 
+void WriteHistoryOfCopy(const std::string& copy, const clsFile& document, const std::vector<HistoryLine>& lines,
+                        const std::string& sha256) {
+    const Session& session = document.session();
+    writeFileAtomically(historyNameOf(copy), [&](const FileSink& sink) {
+        sink(std::string(kHead) + "\n");
+        for (const HistoryLine& line : lines)
+            sink(textOf(session, line));
+        sink(textOf(session, savedLine(document, {}, sha256)));
+    });
+}
+
 void AppendHistory(clsFile& file, const std::string& before) {
     DocumentHistory& history = file.History;
     if (history.DataFile != file.FileName) { // it was saved under another name
@@ -212,11 +232,7 @@ void AppendHistory(clsFile& file, const std::string& before) {
         history.Fault.clear();
     }
     if (!history.Fault.empty()) throw RuntimeError(kErrorApplication, history.Fault);
-    HistoryLine saved = historyLine(file.session(), file.session().LoadText(Text::HistorySaved));
-    saved.Before = before;
-    saved.After = file.OnDisk.Hash;
-    saved.OfFile = remarksOf(file);
-    history.add(std::move(saved));
+    history.add(savedLine(file, before, file.OnDisk.Hash));
 
     const std::string name = historyNameOf(file.FileName);
     if (historyBytes(file.session(), name)->view().empty()) history.Kept = 0; // it has been removed

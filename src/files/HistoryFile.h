@@ -6,6 +6,7 @@
 #include "model/clsFile.h"
 
 #include <string>
+#include <vector>
 
 namespace kestrane {
 
@@ -19,6 +20,11 @@ bool NoticeChange(clsFile& file, const std::string& sha256);
 // Gives the logs of a document that has just been loaded the remarks of its history. When the file, whose hash is
 // sha256, is not the one that was saved last, they get none, and that becomes a line of the history.
 void TakeUpHistory(clsFile& file, const std::string& sha256);
+
+// Writes the history of a copy of a document to the file beside it, whole: the lines, and one that says that the copy,
+// whose hash is sha256, has the remarks of the document. May run on any thread. Raises the system's error.
+void WriteHistoryOfCopy(const std::string& copy, const clsFile& document, const std::vector<HistoryLine>& lines,
+                        const std::string& sha256);
 
 // Adds the lines that are not there yet to the history beside the document's file, and one that says what was saved.
 // before is the hash of what the save has replaced; empty for none. To be called after the document has been saved.

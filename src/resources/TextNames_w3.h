@@ -7,5 +7,7 @@ namespace kestrane::Text {
 
 inline constexpr Id LengthOfLog = Id(9201);
 inline constexpr Id OtherLogsOnInstrument = Id(9202);
+inline constexpr Id HistoryDownload = Id(9203);
+inline constexpr Id HistoryDownloadRecovered = Id(9204);
 
 } // namespace kestrane::Text

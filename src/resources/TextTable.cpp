@@ -1080,6 +1080,8 @@ constexpr TextEntry Entries[] = {
     {Text::OtherLogsOnInstrument,
      "The instrument is not the one that the download began with, or its logs are others now.~~Connect that instrument "
      "again, or cancel and start a new download."},
+    {Text::HistoryDownload, "Download"},
+    {Text::HistoryDownloadRecovered, "Recover Download"},
     // The tour
     {Text::CommandTour, "&Tour"},
     {Text::TourTitle, "A Tour of $$"},

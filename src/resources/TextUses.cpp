@@ -23,6 +23,8 @@ constexpr Text::Id kData[] = {
     Text::HistorySaved,
     Text::ChangedByOther,
     Text::UnreadableHistoryLine,
+    Text::HistoryDownload,
+    Text::HistoryDownloadRecovered,
 };
 
 // Addresses and telephone numbers of both brands.

@@ -23,6 +23,13 @@ bool hasFigures(const clsLog& log) {
     return false;
 }
 
+// The reason that is there was given for what was left out before.
+bool selectWithoutReason(clsLog& log, const std::vector<RowRange>& ranges, bool toBeIncluded) {
+    if (!setIntervalSelection(log, ranges, toBeIncluded)) return false;
+    log.CutReason.clear();
+    return true;
+}
+
 } // namespace
 
 std::unique_ptr<clsLog> makeZoom(const clsLog& log, std::int64_t from, std::int64_t to) {
@@ -84,13 +91,11 @@ bool excludeRows(clsLog& log, const RowRange& range) {
         if (ranges.empty() || ranges.back().To + 1 != number) ranges.push_back({number, number});
         ranges.back().To = number;
     }
-    return setIntervalSelection(log, ranges, false);
+    return selectWithoutReason(log, ranges, false);
 }
 
 bool includeOnly(clsLog& log, const RowRange& range) {
-    if (!setIntervalSelection(log, {range}, true)) return false;
-    log.CutReason.clear(); // it was that of what was left out before
-    return true;
+    return selectWithoutReason(log, {range}, true);
 }
 
 } // namespace kestrane

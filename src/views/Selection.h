@@ -23,6 +23,6 @@ bool isRangeOf(const RowRange& range, std::int64_t rows);
 // nothing. The figures change only at the next recalculation.
 bool setIntervalSelection(clsLog& log, const std::vector<RowRange>& ranges, bool toBeIncluded);
 bool excludeRows(clsLog& log, const RowRange& range); // besides those that are left out already
-bool includeOnly(clsLog& log, const RowRange& range);
+bool includeOnly(clsLog& log, const RowRange& range); // as the one before, it takes the reason of the log away
 
 } // namespace kestrane

@@ -103,6 +103,34 @@ TEST_F(RecoveryTest, WhatAKilledProgramHadChangedOpensWithItsRowsAndKnowsItsFile
     EXPECT_TRUE(kept().empty());
 }
 
+TEST_F(RecoveryTest, WhatHasNoPlaceInTheDataFileComesBack) {
+    const std::string path = written("a.xml");
+    const auto logOf = [](clsFile& file) -> clsLog& { return *file.InstrumentDatas.front()->Locations.front(); };
+    {
+        RecoveringProgram program(folder);
+        clsFile& file = program.open(path);
+        logOf(file).CutReason = "Radio";
+        program.rename(file, "saved");
+        EXPECT_TRUE(SaveFile(program.session, file, false, noName()));
+        logOf(file).CriterionDose = 85;
+        program.rename(file, "changed");
+        program.look();
+    }
+    RecoveringProgram next(folder);
+    next.settle(CopyChoice::Open);
+    clsFile& file = *next.session.OpenFiles.front();
+    EXPECT_EQ(logOf(file).CutReason, "Radio");
+    EXPECT_EQ(logOf(file).CriterionDose, 85);
+    const std::vector<HistoryLine> lines = file.History.lines();
+    ASSERT_EQ(lines.size(), 3U); // named, saved, named again
+    EXPECT_EQ(lines.back().After, "changed");
+    EXPECT_TRUE(next.frame.Told.empty());
+    EXPECT_TRUE(SaveFile(next.session, file, false, noName()));
+    EXPECT_NE(readText(path + ".history.jsonl").find("\"After\":\"changed\""), std::string::npos);
+    next.recovery->Tidy();
+    EXPECT_TRUE(kept().empty());
+}
+
 TEST_F(RecoveryTest, OnlyWhatIsUnsavedIsKeptAndEachStateIsWrittenOnce) {
     RecoveringProgram program(folder);
     clsFile& file = program.open(written("a.xml"));

@@ -128,6 +128,7 @@ TEST(DownloadTest, WhatIsWholeIsReadOutOfATranscript) {
             }
             const clsFile& file = *recovery.session.OpenFiles.front();
             EXPECT_TRUE(file.JustAcquired());
+            EXPECT_EQ(file.History.lines().at(0).What, "Recover Download");
             const std::vector<std::string> texts = textsOfLogs(file);
             for (const std::string& text : texts)
                 EXPECT_NE(std::ranges::find(whole, text), whole.end());
@@ -244,6 +245,9 @@ TEST_F(DownloadOutcomeTest, ADocumentTakesTheLogsIn) {
     clsFile& file = *session.OpenFiles.front();
     EXPECT_EQ(file.FileName, "Untitled");
     EXPECT_TRUE(file.JustAcquired());
+    const HistoryLine begin = file.History.lines().at(0);
+    EXPECT_EQ(begin.What + ": " + begin.After,
+              "Download: Broadband 1; Broadband 2; Broadband 3; Octave 1; Octave 2; Octave 3");
     ASSERT_EQ(file.InstrumentDatas.size(), 1U);
     clsInsData& first = *file.InstrumentDatas.front();
     EXPECT_EQ(first.Locations[2]->LogId, 3);

@@ -139,7 +139,11 @@ TEST(Selection, ARangeIsLeftOutBesidesWhatWasLeftOutBefore) {
     clsLogIntervals& intervals = shown.log.LogIntervals;
     using Texts = std::vector<std::string>;
     EXPECT_TRUE(excludeRows(shown.log, {4, 5}));
+    shown.log.CutReason = "Radio";
+    EXPECT_FALSE(excludeRows(shown.log, {5, 5}));
+    EXPECT_EQ(shown.log.CutReason, "Radio");
     EXPECT_TRUE(excludeRows(shown.log, {5, 6}));
+    EXPECT_EQ(shown.log.CutReason, "") << "nobody gave it for row 6";
     EXPECT_TRUE(excludeRows(shown.log, {9, 9}));
     EXPECT_EQ(intervals.CutIntervals, (Texts{"4~6", "9~9"}));
     EXPECT_FALSE(excludeRows(shown.log, {5, 6}));
