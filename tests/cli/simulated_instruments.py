@@ -126,6 +126,23 @@ FAULTS = {
     "hang-up in text": (TALLIX, "hangup=60"),
 }
 
+TWO_LOGS = family("brevik", joined("two.xml", "brevik-short-form", "brevik-short-form"))
+
+
+def plugged_in_again():
+    """Downloads from an instrument that hangs up in its second log; another one takes its place on the line."""
+    line = in_folder("line")
+    with Simulator(*TWO_LOGS, "--fault", "hangup=12000") as first:
+        os.symlink(first.device, line)
+        process = subprocess.Popen([CLI, "--settings", in_folder("line.ini"), "--decimal-separator", ".", "--answer", "retry",
+                                    *DOWNLOAD, "--port", line], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        told = process.stderr.readline()
+    with Simulator(*TWO_LOGS) as second:
+        os.remove(line)
+        os.symlink(second.device, line)
+        return told, process.communicate(timeout=PATIENCE)[0]
+
+
 CALLS = {}
 with concurrent.futures.ThreadPoolExecutor(max_workers=64) as pool:
     for key, instrument in INSTRUMENTS.items():
@@ -137,6 +154,8 @@ with concurrent.futures.ThreadPoolExecutor(max_workers=64) as pool:
         CALLS["fault", key] = pool.submit(Call, DOWNLOAD, [*instrument, "--fault", fault], interrupt_after=after)
     CALLS["interrupt"] = pool.submit(Call, DOWNLOAD, [*BREVIK, "--fault", "cut=1000"], interrupt_after=6)
     CALLS["empty"] = pool.submit(Call, ["identify"], family("corvane", in_folder("empty.xml")))
+    CALLS["two logs"] = pool.submit(Call, DOWNLOAD, TWO_LOGS)
+    CALLS["plugged in again"] = pool.submit(plugged_in_again)
     CALLS["clock"] = pool.submit(Call, ["sync-clock"], TALLIX, more=["--now", "2024-11-26T13:05:07"])
     CALLS["no clock"] = pool.submit(Call, ["sync-clock"], BREVIK)
     CALLS["rows"] = pool.submit(Call, ["download"], CORVANE, more=["--logs", "2,4", "-o", in_folder("rows.xml")])
@@ -401,6 +420,11 @@ class Faults(unittest.TestCase):
         for key in FAULTS:
             if key.startswith("noise"):
                 self.assertIn(CALLS["fault", key].status, (0, 1), key + ": " + CALLS["fault", key].errors)
+
+    def test_plugged_in_again(self):
+        told, output = CALLS["plugged in again"]
+        self.assertIn("went away: it was unplugged, or the other end hung up. -> retry", told)
+        self.assertEqual(json.loads(output)["InstrumentDatas"], CALLS["two logs"].document["InstrumentDatas"])
 
     def test_hang_up(self):
         self.ends("hang-up", ABORTED)

@@ -15,6 +15,7 @@
 #include <cstring>
 
 #include <atomic>
+#include <fstream>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -81,11 +82,7 @@ int openOr(Open open, const char* path, int flags, va_list more) {
 struct AtEnd {
     ~AtEnd() {
         const char* const path = valueOf("FAULT_COUNT");
-        if (*path == '\0') return;
-        if (std::FILE* const file = std::fopen(path, "w"); file != nullptr) {
-            std::fprintf(file, "%d\n", counted.load());
-            std::fclose(file);
-        }
+        if (*path != '\0') std::ofstream(path) << counted.load() << '\n';
     }
 } atEnd;
 

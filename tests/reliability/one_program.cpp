@@ -102,18 +102,18 @@ bool keepCopies(Program& program, const std::string& path, const std::string& na
     return program.frame.Errors.empty();
 }
 
-bool saveAssessment(Program& program, const std::string& path, const std::string& title) {
+bool saveAssessment(Program& program, const std::string& path, const std::string& name) {
     std::optional<AssessmentDocument> document = OpenAssessment(program.session, path, OpenSource::Named);
     if (!document) return false;
-    setTitle(*document, title);
+    setTitle(*document, name);
     beginFaults();
     return SaveAssessment(program.session, *document, false, kNoName);
 }
 
-bool setValue(Program&, const std::string& path, const std::string& value) {
+bool setValue(Program&, const std::string& path, const std::string& text) {
     const std::unique_ptr<IniFile> settings = IniFile::ofCaller(path);
     beginFaults();
-    settings->write("Preferences", "Value", value);
+    settings->write("Preferences", "Value", text);
     return true;
 }
 
@@ -136,8 +136,8 @@ bool step(Program& program, const std::string& path, std::optional<AssessmentDoc
     return true;
 }
 
-int doSteps(const std::string& path, const std::string& stateFolder) {
-    Program program(stateFolder);
+int doSteps(const std::string& path, const std::string& folder) {
+    Program program(folder);
     std::optional<AssessmentDocument> assessment;
     for (std::string line; std::getline(std::cin, line);) {
         program.messages.Boxes.clear();
