@@ -10,8 +10,10 @@
 #include "server/KestraneThread.h"
 #include "server/LogLoading.h"
 
+#include <expat.h>
 #include <pugixml.hpp>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -124,12 +126,45 @@ void compareElement(const XmlBytes& bytes, const XmlTag& tag, const pugi::xml_no
     }
 }
 
+// What expat says of a text; the place of the error where it refuses it.
+struct Verdict {
+    bool isAccepted = true;
+    bool hasDocumentType = false;
+    std::size_t place = 0;
+};
+
+Verdict verdictOfExpat(std::string_view text) {
+    Verdict verdict;
+    const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(XML_ParserCreate("UTF-8"),
+                                                                              XML_ParserFree);
+    XML_SetUserData(parser.get(), &verdict);
+    XML_SetStartDoctypeDeclHandler(parser.get(), [](void* user, const char*, const char*, const char*, int) {
+        static_cast<Verdict*>(user)->hasDocumentType = true;
+    });
+    verdict.isAccepted = XML_Parse(parser.get(), text.data(), static_cast<int>(text.size()), 1) == XML_STATUS_OK;
+    if (!verdict.isAccepted) verdict.place = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser.get()));
+    return verdict;
+}
+
+// The check refuses every document type, and lets two things through: any character above U+007F in a name, and any
+// word as the version.
+void compareWithExpat(std::string_view text, bool isAccepted) {
+    const Verdict verdict = verdictOfExpat(text);
+    if (verdict.isAccepted == isAccepted || verdict.hasDocumentType) return;
+    require(isAccepted, "expat refuses what the strict check refuses");
+    const auto isForeign = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+    const std::string_view rest = text.substr(std::min(verdict.place, text.size()));
+    require(std::any_of(rest.begin(), rest.end(), isForeign), "expat accepts what the strict check accepts");
+}
+
 void compareWithTree(const std::string& content) {
     const MemoryFile file(content);
     XmlBytes bytes;
     NoObserver observer;
-    if (loadXml(readFile(file.name()), bytes) || checkXml(bytes.text(), bytes.isUtf8, observer) || !bytes.isUtf8)
-        return;
+    if (loadXml(readFile(file.name()), bytes) || !bytes.isUtf8) return;
+    const bool isAccepted = !checkXml(bytes.text(), true, observer);
+    compareWithExpat(bytes.text(), isAccepted);
+    if (!isAccepted) return;
     pugi::xml_document tree;
     require(tree.load_buffer(bytes.text().data(), bytes.text().size(), pugi::parse_default, pugi::encoding_utf8),
             "pugixml accepts what the strict check accepts");
