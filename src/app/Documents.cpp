@@ -10,6 +10,7 @@
 #include "model/SettingsText.h"
 #include "platform/FileStamp.h"
 #include "platform/Files.h"
+#include "platform/OutOfMemory.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 #include "server/KestraneThread.h"
@@ -219,14 +220,9 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
     return true;
 }
 
-clsFile* openFileOfName(const Session& session, const std::string& name) {
-    const auto found = std::ranges::find_if(session.OpenFiles, [&](const auto& file) {
-        return file->JustAcquired() ? file->FileName == name : isSameFile(file->FileName, name);
-    });
-    return found == session.OpenFiles.end() ? nullptr : found->get();
-}
+namespace {
 
-bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile, const ReadBytes& read) {
+bool open(Session& session, const std::string& name, OpenSource source, bool blnLastFile, const ReadBytes& read) {
     clsFile* file = openFileOfName(session, name);
     std::unique_ptr<clsFile> loaded;
     if (file == nullptr) {
@@ -245,6 +241,29 @@ bool OpenFile(Session& session, const std::string& name, OpenSource source, bool
     }
     loadRows(session, file->FileId);
     return isOpen;
+}
+
+} // namespace
+
+clsFile* openFileOfName(const Session& session, const std::string& name) {
+    const auto found = std::ranges::find_if(session.OpenFiles, [&](const auto& file) {
+        return file->JustAcquired() ? file->FileName == name : isSameFile(file->FileName, name);
+    });
+    return found == session.OpenFiles.end() ? nullptr : found->get();
+}
+
+bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile, const ReadBytes& read) {
+    const std::size_t before = session.OpenFiles.size();
+    try {
+        return refusingWithoutMemory([&] { return open(session, name, source, blnLastFile, read); });
+    } catch (const RuntimeError& error) {
+        const bool isInTrees = session.OpenFiles.size() > before;
+        session.OpenFiles.resize(before); // a document that has not become whole is none
+        if (isInTrees) refreshWindows(session);
+        session.ShowMessage(ReplaceText(session.LoadText(Text::UnableToOpen), "^", name) + ": " + error.what(),
+                            kIconStop);
+        return false;
+    }
 }
 
 clsFile& TakeUp(Session& session, std::unique_ptr<clsFile> file) {
@@ -309,7 +328,21 @@ OnConflict conflictOf(Session& session, const clsFile& file) {
     return isChanged ? AskAboutConflict(session, file.FileName) : OnConflict::GoOn;
 }
 
-Saved save(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName) {
+// Writes the document under its name and tells what else came of it.
+void writeNamed(Session& session, clsFile& file) {
+    std::string backup, historyFault;
+    waitFor(session, [&] {
+        backup = SaveWithBackup(session, file.FileName, [&] {
+            historyFault = FileSave(file);
+            return file.OnDisk.Hash;
+        });
+    });
+    if (!backup.empty()) session.frame->Tell(ReplaceText(session.LoadText(Text::BackupMade), "^", backup));
+    if (!historyFault.empty())
+        session.ShowMessage(ReplaceText(session.LoadText(Text::HistoryNotSaved), "^", historyFault), kIconExclamation);
+}
+
+Saved saveOrRaise(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName) {
     if (session.Options.PreventEmptySaving && hasEmptyCollection(file)) {
         session.ShowMessage(session.LoadText(Text::FilesWithoutLogsNotSaved), kIconInformation);
         return Saved::No;
@@ -322,35 +355,37 @@ Saved save(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& ask
         if (conflict == OnConflict::Theirs) return Saved::Theirs;
         needsName = conflict == OnConflict::SaveAs;
     }
-    const std::string nameBefore = file.FileName;
     if (needsName) {
         if (file.IsOldStyle()) session.ShowMessage(session.LoadText(Text::NotCompatibleAfterSaving), kIconInformation);
-        const std::optional<std::string> name = askFreeName(session, file, askName);
+        std::optional<std::string> name = askFreeName(session, file, askName);
         if (!name) return Saved::No;
-        file.FileName = *name;
+        file.FileName = *std::move(name);
     }
-    Saved saved = Saved::Yes;
+    writeNamed(session, file);
+    if (needsName) {
+        file.ReadOnly = !HoldFile(session, file);
+        session.frame->RebuildExplorerTrees();
+    }
+    session.frame->EnableMenusAndButtons();
+    return Saved::Yes;
+}
+
+Saved save(Session& session, clsFile& file, bool bSaveAs, const AskSaveName& askName) {
+    std::optional<std::string> nameBefore;
+    const DocumentMark markBefore = file.SavedMark;
     try {
-        std::string backup, historyFault;
-        waitFor(session, [&] {
-            backup = SaveWithBackup(session, file.FileName, [&] {
-                historyFault = FileSave(file);
-                return file.OnDisk.Hash;
-            });
+        return refusingWithoutMemory([&] {
+            nameBefore = file.FileName;
+            return saveOrRaise(session, file, bSaveAs, askName);
         });
-        if (!backup.empty()) session.frame->Tell(ReplaceText(session.LoadText(Text::BackupMade), "^", backup));
-        if (!historyFault.empty())
-            session.ShowMessage(ReplaceText(session.LoadText(Text::HistoryNotSaved), "^", historyFault),
-                                kIconExclamation);
-        if (needsName) file.ReadOnly = !HoldFile(session, file);
     } catch (const RuntimeError& error) {
         session.ShowMessage(saveErrorText(session, error, file.FileName), kIconExclamation);
-        file.FileName = nameBefore; // there is no file with the new name
-        saved = Saved::Failed;
+        if (nameBefore) file.FileName = *std::move(nameBefore); // there is no file with the new name
+        file.SavedMark = markBefore;
+        session.frame->RebuildExplorerTrees();
+        session.frame->EnableMenusAndButtons();
+        return Saved::Failed;
     }
-    if (needsName) session.frame->RebuildExplorerTrees();
-    session.frame->EnableMenusAndButtons();
-    return saved;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "exports/Export.h"
 
+#include "platform/OutOfMemory.h"
+
 #include <array>
 #include <charconv>
 
@@ -39,8 +41,10 @@ bool writeExport(const ExportTable& table, ExportFormat format, const std::strin
         return false;
     };
     try {
-        writeFileAtomically(path, [&](const FileSink& sink) {
-            if (!write(sink)) throw Ended();
+        refusingWithoutMemory([&] {
+            writeFileAtomically(path, [&](const FileSink& sink) {
+                if (!write(sink)) throw Ended();
+            });
         });
     } catch (const Ended&) {
         return false;

@@ -10,9 +10,10 @@ Column<Level>& IntervalColumns::slot(Quantity quantity, int band) {
     std::size_t at = begins_[q];
     while (at < begins_[q + 1] && levels_[at].band < band)
         ++at;
-    for (std::size_t next = q + 1; next < begins_.size(); ++next)
+    const auto made = levels_.insert(levels_.begin() + static_cast<std::ptrdiff_t>(at), {band, {}});
+    for (std::size_t next = q + 1; next < begins_.size(); ++next) // when there is memory for it
         ++begins_[next];
-    return levels_.insert(levels_.begin() + static_cast<std::ptrdiff_t>(at), {band, {}})->column;
+    return made->column;
 }
 
 void IntervalColumns::addSlotsOf(const IntervalColumns& other) {

@@ -3,6 +3,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/Calendar.h"
 #include "platform/Format.h"
+#include "platform/OutOfMemory.h"
 #include "platform/RuntimeError.h"
 #include "printing/QtPage.h"
 
@@ -223,8 +224,10 @@ void writeDocument(const Session& session, PagedDocument& document, const Paper&
 bool writePdf(const Session& session, PagedDocument& document, const Paper& paper, const std::string& path,
               const PageProgress& progress) {
     try {
-        writeFileAtomically(path,
-                            [&](const FileSink& sink) { writeDocument(session, document, paper, sink, progress); });
+        refusingWithoutMemory([&] {
+            writeFileAtomically(path,
+                                [&](const FileSink& sink) { writeDocument(session, document, paper, sink, progress); });
+        });
         return true;
     } catch (const Cancelled&) {
         return false;

@@ -1,6 +1,6 @@
 #include "printing/Printer.h"
 
-#include "platform/RuntimeError.h"
+#include "platform/OutOfMemory.h"
 #include "printing/PdfFile.h"
 #include "printing/QtPage.h"
 
@@ -83,7 +83,7 @@ void printDocument(Session& session, Printers& printers, QWidget* parent, bool i
     try {
         QPrinter printer(QPrinter::HighResolution);
         if (isLandscape) printer.setPageOrientation(QPageLayout::Landscape);
-        if (printers.choose(printer, parent)) print(session, printer, layOut, progress);
+        if (printers.choose(printer, parent)) refusingWithoutMemory([&] { print(session, printer, layOut, progress); });
     } catch (const RuntimeError& error) {
         tell(session, error);
     }

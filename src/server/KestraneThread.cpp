@@ -1,6 +1,6 @@
 #include "server/KestraneThread.h"
 
-#include "platform/RuntimeError.h"
+#include "platform/OutOfMemory.h"
 
 #include <algorithm>
 #include <exception>
@@ -15,19 +15,27 @@ struct Held : BackgroundWork {};
 
 // Runs compute on this thread and posts deliver(result), or error when compute raises, to the pump. Does nothing when
 // the work has been dropped.
-template <class Compute, class Deliver>
-void runAndReport(EventPump& pump, const std::weak_ptr<Held>& held, Compute compute, Deliver deliver,
-                  const std::function<void(const ThreadError&)>& error) {
+// deliver and error are copied without taking memory, so that a lack of it can be reported.
+template <class Compute, class Deliver, class Error>
+void runAndReport(EventPump& pump, const std::weak_ptr<Held>& held, Compute compute, Deliver deliver, Error error) {
     if (held.expired()) return;
     ThreadError failure{0, {}, 0};
     try {
         auto result = std::make_shared<decltype(compute())>(compute());
-        pump.post([held, result, deliver] {
-            if (const auto alive = held.lock()) deliver(*result);
+        pump.post([held, result, deliver, error] {
+            const auto alive = held.lock();
+            if (!alive) return;
+            try {
+                refusingWithoutMemory([&] { deliver(*result); });
+            } catch (const RuntimeError& raised) { // the pump must not end with it
+                error({raised.Number, raised.what(), 0});
+            }
         });
         return;
     } catch (const RuntimeError& raised) {
         failure = {raised.Number, raised.what(), 0};
+    } catch (const std::bad_alloc&) {
+        failure = {kErrorOutOfMemory, "Out of memory", 0};
     } catch (const std::exception& raised) {
         failure = {kErrorApplication, raised.what(), 0};
     }
@@ -77,38 +85,42 @@ void BackgroundServer::enqueue(std::function<void()> job) {
 
 std::shared_ptr<BackgroundWork> BackgroundServer::Load(LoadRequest request, LoadEvents events) {
     auto held = std::make_shared<Held>();
-    enqueue([this, weak = std::weak_ptr(held), request = std::move(request), events = std::move(events)] {
+    const auto shared = std::make_shared<const LoadEvents>(std::move(events));
+    enqueue([this, weak = std::weak_ptr(held), request = std::move(request), shared] {
         runAndReport(
             pump_, weak,
             [&] { return request.source->load(request.Mode, request.IsChannelBOn, request.first, request.last); },
-            [deliver = events.ThreadLoadResults, first = request.first, last = request.last](IntervalColumns& rows) {
-                deliver(std::move(rows), first, last);
+            [shared, first = request.first, last = request.last](IntervalColumns& rows) {
+                shared->ThreadLoadResults(std::move(rows), first, last);
             },
-            events.Error);
+            [shared](const ThreadError& error) { shared->Error(error); });
     });
     return held;
 }
 
 std::shared_ptr<BackgroundWork> BackgroundServer::Recalculate(RecalcRequest request, RecalcEvents events) {
     auto held = std::make_shared<Held>();
-    enqueue([this, weak = std::weak_ptr(held), request = std::move(request), events = std::move(events)] {
+    const auto shared = std::make_shared<const RecalcEvents>(std::move(events));
+    enqueue([this, weak = std::weak_ptr(held), request = std::move(request), shared] {
         runAndReport(
             pump_, weak, [&] { return recalculateRows(request); },
-            [deliver = events.ThreadRecalcResults](const RecalcResults& results) { deliver(results); }, events.Error);
+            [shared](const RecalcResults& results) { shared->ThreadRecalcResults(results); },
+            [shared](const ThreadError& error) { shared->Error(error); });
     });
     return held;
 }
 
 std::shared_ptr<BackgroundWork> BackgroundServer::Run(std::function<void()> job, std::function<void()> ended) {
     auto held = std::make_shared<Held>();
-    enqueue([this, weak = std::weak_ptr(held), job = std::move(job), ended = std::move(ended)] {
+    const auto shared = std::make_shared<const std::function<void()>>(std::move(ended));
+    enqueue([this, weak = std::weak_ptr(held), job = std::move(job), shared] {
         runAndReport(
             pump_, weak,
             [&] {
                 job();
                 return true;
             },
-            [ended](bool) { ended(); }, [ended](const ThreadError&) { ended(); });
+            [shared](bool) { (*shared)(); }, [shared](const ThreadError&) { (*shared)(); });
     });
     return held;
 }

@@ -6,10 +6,11 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
-#include <filesystem>
+#include <memory>
 #include <optional>
 #include <random>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -174,13 +175,15 @@ int createUnique(const FileSystemCalls& calls, const std::string& folder, unsign
 // held by the process that writes it, and ends with that process, so such a file stays. What cannot be removed stays,
 // too.
 void removeLeftTemporaries(const std::string& folder) {
-    std::error_code ignored;
-    for (std::filesystem::directory_iterator at(folder, ignored), end; !ignored && at != end; at.increment(ignored)) {
-        const std::string name = at->path().filename().string();
+    // Walked by system calls, because std::filesystem ends the program when it lacks memory in the middle of a folder.
+    const std::unique_ptr<DIR, int (*)(DIR*)> at(opendir(folder.c_str()), closedir);
+    if (at == nullptr) return;
+    while (const dirent* const entry = readdir(at.get())) {
+        const std::string_view name = entry->d_name;
         if (!name.starts_with(kTemporaryBegin) || !name.ends_with(kTemporaryEnd)) continue;
-        const int handle = ::open(at->path().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        const int handle = openat(dirfd(at.get()), entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
         if (handle < 0) continue;
-        if (flock(handle, LOCK_EX | LOCK_NB) == 0) ::unlink(at->path().c_str());
+        if (flock(handle, LOCK_EX | LOCK_NB) == 0) unlinkat(dirfd(at.get()), entry->d_name, 0);
         ::close(handle);
     }
 }
