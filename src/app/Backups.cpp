@@ -3,11 +3,12 @@
 #include "platform/AtomicFile.h"
 #include "platform/FileNames.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <filesystem>
 #include <sstream>
 #include <vector>
 
@@ -75,7 +76,8 @@ std::string SaveWithBackup(const Session& session, const std::string& path, cons
         const std::string hash = save();
         if (!session.StateFolder.empty()) remember(session, hash);
     } catch (const RuntimeError&) {
-        if (isToBeKept) std::remove(backup.c_str()); // the file itself is still there
+        std::error_code ignored; // the file itself is still there
+        if (isToBeKept) std::filesystem::remove(pathOf(backup), ignored);
         throw;
     }
     return isToBeKept ? backup : std::string();

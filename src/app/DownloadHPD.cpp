@@ -3,6 +3,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/Files.h"
 #include "platform/Format.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Trimmed.h"
 
@@ -66,7 +67,7 @@ bool LoadHPD(Session& session) {
 
 bool SaveReadable(Session& session, const ProtectorCollection& collection, const std::string& path) {
     std::error_code none; // ignored: there may be no such file
-    if (!collection.Damage.empty() && std::filesystem::equivalent(path, collection.File, none)) {
+    if (!collection.Damage.empty() && std::filesystem::equivalent(pathOf(path), pathOf(collection.File), none)) {
         session.ShowMessage(ReplaceText(session.LoadText(Text::DamagedFileSaveAs), "^", collection.File),
                             kIconExclamation);
         return false;

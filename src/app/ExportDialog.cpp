@@ -3,6 +3,7 @@
 #include "app/Documents.h"
 #include "explorer/NodeKeys.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -141,7 +142,7 @@ void ExportDialog::proposeName() {
     const std::string ending = "." + std::string(exportWord(format_));
     if (!isNamed_) {
         name_ = folder_ + proposal() + ending;
-    } else if (std::filesystem::path name = name_; isNamedAsExport(name)) {
+    } else if (std::filesystem::path name = pathOf(name_); isNamedAsExport(name)) {
         name_ = name.replace_extension(ending).string();
     }
 }
@@ -150,8 +151,8 @@ void ExportDialog::proposeName() {
 std::string ExportDialog::proposal() const {
     const Listed& first = logs_.front();
     const bool isOneFile = std::ranges::all_of(logs_, [&](const Listed& log) { return log.File == first.File; });
-    const std::string ofFiles = isOneFile ? std::filesystem::path(first.File->FileName).stem().string()
-                                          : session_.LoadText(Text::ExportAllLogsName);
+    const std::string ofFiles =
+        isOneFile ? pathOf(first.File->FileName).stem().string() : session_.LoadText(Text::ExportAllLogsName);
     switch (content_) {
     case ExportContent::AllRows:
     case ExportContent::FileRows:
@@ -188,8 +189,8 @@ bool ExportDialog::mayWrite() const {
 }
 
 bool ExportDialog::Export(const ExportProgress& progress) {
-    if (!std::filesystem::path(name_).is_absolute()) name_.insert(0, folder_);
-    if (!std::filesystem::path(name_).has_extension()) name_ += "." + std::string(exportWord(format_));
+    if (!pathOf(name_).is_absolute()) name_.insert(0, folder_);
+    if (!pathOf(name_).has_extension()) name_ += "." + std::string(exportWord(format_));
     if (!mayWrite()) return false;
     try {
         if (!writeExport(TickedTable(), format_, name_, progress)) return false;
@@ -208,7 +209,7 @@ void ExportDialog::remember() const {
     std::string leftOut;
     for (const std::string& column : leftOut_)
         leftOut += (leftOut.empty() ? "" : " ") + column;
-    const std::string folder = std::filesystem::path(name_).parent_path().generic_string();
+    const std::string folder = pathOf(name_).parent_path().generic_string();
     try {
         session_.state->write(kSection, kFormat, exportWord(format_));
         session_.state->write(kSection, kContent, wordOf(content_));

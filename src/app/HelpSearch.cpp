@@ -2,6 +2,7 @@
 
 #include "app/Help.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -167,7 +168,7 @@ HelpPage plainHelpPage(std::string path, std::string_view html) {
 std::vector<HelpPage> helpPages(const Session& session, const std::string& folder) {
     std::set<std::string> topics;
     std::error_code failed; // then there are no pages
-    for (const auto& entry : std::filesystem::directory_iterator(folder, failed)) {
+    for (const auto& entry : std::filesystem::directory_iterator(pathOf(folder), failed)) {
         const std::string name = entry.path().filename().string();
         if (name.ends_with(kPageSuffix)) topics.insert(name.substr(0, name.find('.')));
     }

@@ -3,6 +3,7 @@
 #include "model/DocumentHistory.h"
 #include "platform/FileNames.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 
@@ -24,7 +25,7 @@ constexpr std::string_view kLockName = "lock";
 constexpr std::string_view kBeingMade = ".new-"; // the beginning of the name of a folder that has no lock yet
 
 std::string notePathOf(const std::string& copy) {
-    return fs::path(copy).replace_extension(".json").string();
+    return pathOf(copy).replace_extension(".json").string();
 }
 
 void writeNote(const std::string& copy, const CopyNote& note) {
@@ -60,14 +61,14 @@ CopyNote readNote(const std::string& copy) {
     } catch (const Json::exception&) {
     }
     note = {};
-    note.Name = fs::path(copy).filename().string();
+    note.Name = pathOf(copy).filename().string();
     return note;
 }
 
 void removeCopy(const std::string& copy) {
     std::error_code ignored; // what stays is offered again, or removed with its folder
     for (const std::string& path : {copy, historyNameOf(copy), notePathOf(copy)})
-        fs::remove(path, ignored);
+        fs::remove(pathOf(path), ignored);
 }
 
 bool isCopy(const fs::path& path) {
@@ -77,7 +78,7 @@ bool isCopy(const fs::path& path) {
 std::vector<std::string> filesIn(const std::string& folder, bool (*isWanted)(const fs::path&)) {
     std::vector<std::string> files;
     std::error_code failed; // then there are none
-    for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed))
+    for (fs::directory_iterator at(pathOf(folder), failed), end; !failed && at != end; at.increment(failed))
         if (isWanted(at->path())) files.push_back(at->path().generic_string());
     return files;
 }
@@ -85,19 +86,28 @@ std::vector<std::string> filesIn(const std::string& folder, bool (*isWanted)(con
 bool isTooOld(const std::string& copy, const CopyNote& note) {
     if (!note.IsForLater) return false;
     std::error_code failed;
-    const auto keptSince = fs::last_write_time(notePathOf(copy), failed);
+    const auto keptSince = fs::last_write_time(pathOf(notePathOf(copy)), failed);
     return !failed && fs::file_time_type::clock::now() - keptSince > std::chrono::days(KeptCopies::kDaysKept);
 }
 
 // Whether the document was saved after all, just before the program ended.
 bool isAsItsFile(const std::string& copy, const CopyNote& note) {
     std::error_code failed;
-    if (note.File.empty() || fs::file_size(note.File, failed) != fs::file_size(copy, failed) || failed) return false;
+    if (note.File.empty() || fs::file_size(pathOf(note.File), failed) != fs::file_size(pathOf(copy), failed) || failed)
+        return false;
     try {
         return sha256OfFile(note.File) == sha256OfFile(copy);
     } catch (const RuntimeError&) {
         return false;
     }
+}
+
+// Removes a folder whose lock is held, and gives the lock up. Some systems keep the file of a lock until then.
+void removeLocked(const std::string& folder, std::shared_ptr<FileLock>& lock) {
+    std::error_code ignored; // the lock is free then, and what stays is offered
+    fs::remove_all(pathOf(folder), ignored);
+    lock.reset();
+    fs::remove(pathOf(folder), ignored);
 }
 
 std::shared_ptr<FileLock> lockOf(const std::string& folder) {
@@ -138,10 +148,8 @@ void KeptCopies::Remove(int number) {
 
 void KeptCopies::RemoveAll() {
     if (folder_.empty()) return;
-    std::error_code ignored; // the lock is free then, and what stays is offered
-    fs::remove_all(folder_, ignored);
+    removeLocked(folder_, lock_);
     folder_.clear();
-    lock_.reset();
 }
 
 std::vector<LeftCopy> KeptCopies::Left() {
@@ -167,11 +175,11 @@ std::vector<LeftCopy> KeptCopies::Left() {
 }
 
 void KeptCopies::Adopt(const LeftCopy& copy, int number) {
-    const std::string path = PathFor(number, fs::path(copy.Path).extension().string());
+    const std::string path = PathFor(number, pathOf(copy.Path).extension().string());
     std::error_code ignored; // the note may be missing; a copy that cannot be moved stays where it is
-    fs::rename(notePathOf(copy.Path), notePathOf(path), ignored);
-    fs::rename(historyNameOf(copy.Path), historyNameOf(path), ignored);
-    fs::rename(copy.Path, path, ignored);
+    fs::rename(pathOf(notePathOf(copy.Path)), pathOf(notePathOf(path)), ignored);
+    fs::rename(pathOf(historyNameOf(copy.Path)), pathOf(historyNameOf(path)), ignored);
+    fs::rename(pathOf(copy.Path), pathOf(path), ignored);
 }
 
 void KeptCopies::KeepForLater(LeftCopy copy) {
@@ -188,11 +196,8 @@ void KeptCopies::Discard(const LeftCopy& copy) {
 }
 
 void KeptCopies::Release() {
-    for (const auto& [folder, lock] : left_) {
-        if (!filesIn(folder, isCopy).empty()) continue;
-        std::error_code ignored;
-        fs::remove_all(folder, ignored);
-    }
+    for (auto& [folder, lock] : left_)
+        if (filesIn(folder, isCopy).empty()) removeLocked(folder, lock);
     left_.clear();
 }
 

@@ -3,6 +3,7 @@
 #include "platform/FileLock.h"
 #include "platform/FileStamp.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 
@@ -16,7 +17,7 @@ namespace {
 // However a file is named, its lock has one name.
 std::string lockPathOf(const Session& session, const std::string& file) {
     std::error_code failed;
-    const std::filesystem::path real = std::filesystem::weakly_canonical(file, failed);
+    const std::filesystem::path real = std::filesystem::weakly_canonical(pathOf(file), failed);
     return session.StateFolder + "locks/" + sha256Of(failed ? file : real.string()) + ".lock";
 }
 

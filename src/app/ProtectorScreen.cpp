@@ -6,6 +6,7 @@
 #include "model/SettingsText.h"
 #include "platform/Format.h"
 #include "platform/Numbers.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Trimmed.h"
 #include "protection/Attenuation.h"
@@ -271,7 +272,7 @@ void ProtectorScreen::writeSafely(const std::function<void()>& write) const {
 }
 
 void ProtectorScreen::SaveReadable(const AskText& askName) const {
-    const std::filesystem::path file = collection_.File;
+    const std::filesystem::path file = pathOf(collection_.File);
     const std::string proposal =
         (file.parent_path() / file.stem()).generic_string() + "_readable" + file.extension().string();
     const std::optional<std::string> name = askName(session_.LoadText(Text::SaveReadableRecords), proposal);

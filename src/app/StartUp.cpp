@@ -6,6 +6,7 @@
 #include "app/Placement.h"
 #include "model/SettingsText.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/RunningProgram.h"
 #include "platform/RuntimeError.h"
 #include "platform/Trimmed.h"
@@ -104,7 +105,7 @@ ProtectorCollection protectorsOfUser() {
 std::string fullPath(const std::string& name) {
     if (openFileNumber(name)) return name;
     std::error_code error;
-    const auto path = std::filesystem::absolute(name, error);
+    const auto path = std::filesystem::absolute(pathOf(name), error);
     return error ? name : path.lexically_normal().generic_string();
 }
 
@@ -115,7 +116,7 @@ std::string defaultDataFolder(const std::string& program, const std::string& doc
 std::vector<std::string> sampleFiles() {
     std::vector<std::string> names;
     std::error_code failed; // then there are no samples
-    for (const auto& entry : std::filesystem::directory_iterator(dataFolder() + "samples", failed))
+    for (const auto& entry : std::filesystem::directory_iterator(pathOf(dataFolder() + "samples"), failed))
         if (entry.path().extension() == ".xml" || isNamedAsAssessment(entry.path().string()))
             names.push_back(fullPath(entry.path().string()));
     std::ranges::sort(names);
@@ -123,7 +124,7 @@ std::vector<std::string> sampleFiles() {
 }
 
 Text::Id sampleSentence(const std::string& path) {
-    const std::string name = std::filesystem::path(path).filename().string();
+    const std::string name = pathOf(path).filename().string();
     const auto* const row = std::ranges::find(kSamples, name, &SampleWords::FileName);
     return row == std::end(kSamples) ? Text::None : row->Sentence;
 }

@@ -7,6 +7,7 @@
 #include "explorer/NodeKeys.h"
 #include "platform/Files.h"
 #include "platform/Format.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "resources/TextNames_w3.h"
 
@@ -26,7 +27,7 @@ namespace fs = std::filesystem;
 void removeOldest(const std::string& folder) {
     std::vector<fs::path> files;
     std::error_code failed; // what cannot be removed stays
-    for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed))
+    for (fs::directory_iterator at(pathOf(folder), failed), end; !failed && at != end; at.increment(failed))
         files.push_back(at->path());
     if (files.size() <= KeptTranscript::kKept) return;
     std::ranges::sort(files); // their names are times
@@ -116,7 +117,7 @@ void KeptTranscript::begin() {
     } catch (const RuntimeError&) {
         return;
     }
-    file_.open(fs::path(path + ".txt"), std::ios::binary | std::ios::trunc);
+    file_.open(pathOf(path + ".txt"), std::ios::binary | std::ios::trunc);
     file_ << notes_ << std::flush;
     removeOldest(folder);
 }

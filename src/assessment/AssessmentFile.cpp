@@ -2,6 +2,7 @@
 
 #include "platform/AtomicFile.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -311,14 +312,14 @@ void saveAssessment(const std::string& path, const Assessment& assessment) {
 }
 
 std::string dataFileOf(const std::string& assessmentPath, const std::string& file) {
-    if (std::filesystem::path(file).is_absolute()) return file;
+    if (pathOf(file).is_absolute()) return file;
     return assessmentPath.substr(0, assessmentPath.rfind('/') + 1) + file;
 }
 
 void moveDataFiles(Assessment& assessment, const std::string& from, const std::string& to) {
-    const std::filesystem::path folder = std::filesystem::path(to).parent_path();
+    const std::filesystem::path folder = pathOf(to).parent_path();
     const auto move = [&](LogRows& rows) {
-        const std::filesystem::path file = std::filesystem::path(dataFileOf(from, rows.File)).lexically_normal();
+        const std::filesystem::path file = pathOf(dataFileOf(from, rows.File)).lexically_normal();
         const std::string relative = file.lexically_relative(folder).generic_string();
         const bool isThere = !relative.empty() && isSameFile(dataFileOf(to, relative), file.generic_string());
         rows.File = isThere ? relative : file.generic_string();

@@ -10,6 +10,7 @@
 #include "cli/Verbs.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 #include "protection/ProtectorDatabase.h"
@@ -230,7 +231,7 @@ int assessFile(Program& program, const AssessOptions& options) {
     program.console.File = file;
     const std::string input = file == "-" ? kStandardInput : fullPath(file);
     // Input from a pipe has no folder of its own: its paths are relative to the working folder.
-    const std::string path = std::filesystem::is_regular_file(input) && file != "-" ? input : fullPath("-");
+    const std::string path = std::filesystem::is_regular_file(pathOf(input)) && file != "-" ? input : fullPath("-");
     Assessment assessment;
     try {
         assessment = assessmentOfText(readInput(input)->view());

@@ -54,6 +54,7 @@ std::string hintOfVerb(const CLI::App& verb, const std::string& word) {
 
 void declare(CLI::App& app, Call& call) {
     app.set_version_flag("--version", "kestrane-cli " KESTRANE_VERSION_TEXT);
+    app.allow_windows_style_options(false); // a word that begins with "/" is a file, on every system
     app.require_subcommand(1);
     app.fallthrough();
     addGlobals(app, call.globals);

@@ -5,11 +5,11 @@
 #include "cli/TimeArgument.h"
 #include "cli/Verbs.h"
 #include "download/Identify.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "server/LogLoading.h"
 
 #include <cerrno>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 
@@ -44,7 +44,7 @@ public:
     InstrumentLine(Program& program, const LineOptions& options, ChosenRows rows = {}) :
         program_(program), user_(program.session, clock_, program.showsProgress, std::move(rows)) {
         if (options.transcript.empty()) return;
-        file_.open(std::filesystem::path(options.transcript), std::ios::binary | std::ios::trunc);
+        file_.open(pathOf(options.transcript), std::ios::binary | std::ios::trunc);
         if (!file_) raiseSystemError(errno);
     }
 

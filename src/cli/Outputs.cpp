@@ -2,8 +2,8 @@
 
 #include "cli/Console.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 
-#include <filesystem>
 #include <map>
 
 namespace kestrane {
@@ -12,11 +12,21 @@ namespace {
 
 // The name of the file in the folder, without an extension.
 std::string nameIn(const std::string& folder, const std::string& file) {
-    const std::string stem = file == "-" ? "stdin" : std::filesystem::path(file).stem().string();
-    return (std::filesystem::path(folder) / stem).generic_string();
+    const std::string stem = file == "-" ? "stdin" : pathOf(file).stem().string();
+    return (pathOf(folder) / pathOf(stem)).generic_string();
 }
 
 } // namespace
+
+CLI::Validator existingFolder() {
+    const auto refusalOf = [](const std::string& name) {
+        std::error_code ignored;
+        const auto about = std::filesystem::status(pathOf(name), ignored);
+        if (!std::filesystem::exists(about)) return "Directory does not exist: " + name;
+        return std::filesystem::is_directory(about) ? std::string() : "Directory is actually a file: " + name;
+    };
+    return {refusalOf, "DIR"};
+}
 
 CLI::Option* addOutput(CLI::App& verb, std::string& output, const std::string& what) {
     return verb.add_option("-o", output, what + "; - is standard output")->type_name("OUT");
@@ -27,7 +37,7 @@ void addOutputs(CLI::App& verb, OutputArguments& outputs, const std::string& wha
     addOutput(*group, outputs.file, what);
     group->add_option("-O", outputs.folder, "the folder to write an output for each file in, under the file's name")
         ->type_name("FOLDER")
-        ->check(CLI::ExistingDirectory);
+        ->check(existingFolder());
 }
 
 std::string outputPath(const std::string& name) {

@@ -16,6 +16,9 @@ struct OutputArguments {
 // Adds -o and -O, of which exactly one is required. what describes the output, such as "the PDF file to write".
 void addOutputs(CLI::App& verb, OutputArguments& outputs, const std::string& what);
 
+// Accepts the name of a folder that is there, in UTF-8 on every system.
+CLI::Validator existingFolder();
+
 // Adds -o alone.
 CLI::Option* addOutput(CLI::App& verb, std::string& output, const std::string& what);
 

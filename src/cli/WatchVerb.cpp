@@ -5,6 +5,7 @@
 #include "platform/FileState.h"
 #include "platform/Files.h"
 #include "platform/Interrupt.h"
+#include "platform/Paths.h"
 
 #include <algorithm>
 #include <chrono>
@@ -35,7 +36,7 @@ public:
         options_(options), extension_(std::move(extension)) {}
 
     std::string outputOf(const std::string& file) const {
-        return (fs::path(options_.output) / (fs::path(file).stem().string() + extension_)).generic_string();
+        return (pathOf(options_.output) / pathOf(pathOf(file).stem().string() + extension_)).generic_string();
     }
 
     // The files that are complete and not done, sorted by name. Each is returned once for each of its states. Raises
@@ -43,7 +44,7 @@ public:
     std::vector<std::string> due() {
         std::vector<std::string> names;
         std::map<std::string, Seen> seen;
-        for (const fs::directory_entry& entry : fs::directory_iterator(options_.folder)) {
+        for (const fs::directory_entry& entry : fs::directory_iterator(pathOf(options_.folder))) {
             const std::string path = entry.path().generic_string();
             const auto state = stateOfFile(path);
             if (!state || entry.path().filename().string().starts_with('.') || !isNamedAsDataFile(path)) continue;
@@ -122,7 +123,7 @@ RunVerb watchVerb(CLI::App& verb) {
     const auto options = std::make_shared<WatchOptions>();
     verb.add_option("FOLDER", options->folder, "the folder that data files come to")
         ->required()
-        ->check(CLI::ExistingDirectory);
+        ->check(existingFolder());
     verb.add_option("--do", options->work, "what is done with each: report, export or save")
         ->required()
         ->check(CLI::IsMember({"report", "export", "save"}));
@@ -131,7 +132,7 @@ RunVerb watchVerb(CLI::App& verb) {
     verb.add_option("-O", options->output, "the folder to write the outputs in")
         ->required()
         ->type_name("FOLDER")
-        ->check(CLI::ExistingDirectory);
+        ->check(existingFolder());
     return [options](Program& program) { return watch(program, *options); };
 }
 

@@ -1,5 +1,6 @@
 #include "exports/Export.h"
 #include "platform/FileNames.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -36,7 +37,10 @@ class TemporaryFile {
 public:
     explicit TemporaryFile(const std::string& folder) : name_(makeUniqueFile(folder + "/kestrane-")) {}
 
-    ~TemporaryFile() { std::remove(name_.c_str()); }
+    ~TemporaryFile() {
+        std::error_code ignored;
+        std::filesystem::remove(pathOf(name_), ignored);
+    }
 
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -157,7 +161,7 @@ bool writeXlsx(const ExportTable& table, const FileSink& sink, const ExportProgr
         if (!table.forEachLine(write, progress)) return false;
         rowBytes = book.finish();
     }
-    std::ifstream whole(std::filesystem::path(file.name()), std::ios::binary);
+    std::ifstream whole(pathOf(file.name()), std::ios::binary);
     std::array<char, kDirectory> piece;
     std::string end;
     while (whole.read(piece.data(), piece.size()) || whole.gcount() > 0) {

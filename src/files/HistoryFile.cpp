@@ -5,6 +5,7 @@
 #include "platform/AppendedFile.h"
 #include "platform/AtomicFile.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
 #include <nlohmann/json.hpp>
@@ -126,9 +127,9 @@ std::shared_ptr<FileBytes> historyBytes(const Session& session, const std::strin
         throw RuntimeError(kErrorApplication, ReplaceText(session.LoadText(text), "^", path));
     };
     std::error_code none;
-    if (!std::filesystem::exists(path, none)) return std::make_shared<FileBytes>(0);
-    if (!std::filesystem::is_regular_file(path, none)) refuse(Text::HistoryNotOurs);
-    if (std::filesystem::file_size(path, none) > kLargest) refuse(Text::HistoryTooLarge);
+    if (!std::filesystem::exists(pathOf(path), none)) return std::make_shared<FileBytes>(0);
+    if (!std::filesystem::is_regular_file(pathOf(path), none)) refuse(Text::HistoryNotOurs);
+    if (std::filesystem::file_size(pathOf(path), none) > kLargest) refuse(Text::HistoryTooLarge);
     std::shared_ptr<FileBytes> bytes = readFile(path);
     if (!kHead.starts_with(bytes->view().substr(0, bytes->view().find('\n')))) refuse(Text::HistoryNotOurs);
     return bytes;

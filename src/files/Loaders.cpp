@@ -10,6 +10,7 @@
 #include "platform/AtomicFile.h"
 #include "platform/FileStamp.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 
@@ -72,7 +73,7 @@ void refuseToLoseIntervals(const clsFile& file) {
 
 bool isRegular(const std::string& path) {
     std::error_code ignored;
-    return !openFileNumber(path) && std::filesystem::is_regular_file(path, ignored);
+    return !openFileNumber(path) && std::filesystem::is_regular_file(pathOf(path), ignored);
 }
 
 // The hash of the file that a save is about to replace, which may have been changed since it was opened; empty for

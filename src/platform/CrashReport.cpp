@@ -1,6 +1,7 @@
 #include "platform/CrashReport.h"
 
 #include "platform/Faults.h"
+#include "platform/Paths.h"
 
 #include <algorithm>
 #include <array>
@@ -57,15 +58,20 @@ struct Known {
 
 Known known;
 
-// From here on nothing takes memory or a lock.
-void report(std::string_view kind, std::string_view what) {
+struct Fault {
+    std::string_view Kind; // such as "signal 11"
+    std::string_view What; // more of an exception; empty of a fault
+};
+
+// Takes neither memory nor a lock.
+void report(const Fault& fault) {
     if (known.isWritten.exchange(true)) return;
     ReportFile file(known.path.view().data());
     file.put("kestrane ");
     file.put(known.version.view());
     file.put("\n");
-    file.put(kind);
-    file.put(what);
+    file.put(fault.Kind);
+    file.put(fault.What);
     file.put("\n\nopen files:\n");
     file.put(known.files.view());
     file.put("\nlast commands, the oldest first:\n");
@@ -79,14 +85,14 @@ void report(std::string_view kind, std::string_view what) {
 }
 
 void onFault(std::string_view kind) {
-    report(kind, {});
+    report({kind, {}});
 }
 
 } // namespace
 
 void installCrashReport(const std::string& folder, std::string_view version) {
     std::error_code ignored; // without a folder there is no report
-    fs::create_directories(folder, ignored);
+    fs::create_directories(pathOf(folder), ignored);
     known.path.set(folder + std::string(kBegin) + processNumber() + ".txt" + '\0');
     known.version.set(version);
     known.owner = std::this_thread::get_id();
@@ -118,7 +124,7 @@ void endByException() noexcept {
     } catch (...) {
         what = "of an unknown kind";
     }
-    report("exception: ", what);
+    report({"exception: ", what});
     try {
         if (known.lastWords && std::this_thread::get_id() == known.owner) std::exchange(known.lastWords, {})();
     } catch (...) {
@@ -131,7 +137,7 @@ std::string takeCrashReport(const std::string& folder) {
     const auto reportsIn = [](const std::string& place) {
         std::vector<fs::path> reports;
         std::error_code failed;
-        for (fs::directory_iterator at(place, failed), end; !failed && at != end; at.increment(failed))
+        for (fs::directory_iterator at(pathOf(place), failed), end; !failed && at != end; at.increment(failed))
             if (at->path().filename().string().starts_with(kBegin)) reports.push_back(at->path());
         const auto written = [](const fs::path& path) {
             std::error_code unknown;
@@ -144,11 +150,11 @@ std::string takeCrashReport(const std::string& folder) {
     const std::string told = folder + std::string(kTold) + "/";
     std::error_code failed;
     for (const fs::path& report : reportsIn(folder)) {
-        fs::create_directories(told, failed);
+        fs::create_directories(pathOf(told), failed);
         const auto written = std::chrono::file_clock::to_sys(fs::last_write_time(report, failed));
         const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(written.time_since_epoch()).count();
         const std::string path = told + report.stem().string() + "-" + std::to_string(seconds) + ".txt";
-        fs::rename(report, path, failed);
+        fs::rename(report, pathOf(path), failed);
         if (!failed && newest.empty()) newest = path;
     }
     const std::vector<fs::path> old = reportsIn(told);

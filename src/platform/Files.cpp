@@ -1,5 +1,6 @@
 #include "platform/Files.h"
 
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -14,7 +15,7 @@ namespace {
 
 std::string resolved(const std::string& path) {
     std::error_code error;
-    const auto name = std::filesystem::weakly_canonical(path, error);
+    const auto name = std::filesystem::weakly_canonical(pathOf(path), error);
     return error ? path : name.string();
 }
 
@@ -26,7 +27,7 @@ bool equalIgnoringCase(const std::string& a, const std::string& b) {
 } // namespace
 
 void makeFolderOf(const std::string& path) {
-    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    const std::filesystem::path folder = pathOf(path).parent_path();
     if (folder.empty()) return; // the working folder
     std::error_code failed;
     std::filesystem::create_directories(folder, failed);
@@ -39,7 +40,7 @@ bool isSameFile(const std::string& a, const std::string& b) {
     if (nameA == nameB) return true;
     if (!equalIgnoringCase(nameA, nameB)) return false;
     std::error_code error; // where names differ by case, both files exist and are two
-    return !fileExists(a) || !fileExists(b) || std::filesystem::equivalent(a, b, error);
+    return !fileExists(a) || !fileExists(b) || std::filesystem::equivalent(pathOf(a), pathOf(b), error);
 }
 
 std::optional<int> openFileNumber(std::string_view path) {

@@ -4,6 +4,7 @@
 #include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
+#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Utf8.h"
 
@@ -118,7 +119,8 @@ bool readProtectors(std::string_view text, std::vector<clsHP>& protectors) {
 bool loadProtectors(const std::string& path, std::vector<clsHP>& protectors) {
     protectors.clear();
     std::error_code unknown; // when the size is unknown, reading raises the reason
-    if (const auto size = std::filesystem::file_size(path, unknown); !unknown && size > kMostBytes) raiseCorrupt();
+    if (const auto size = std::filesystem::file_size(pathOf(path), unknown); !unknown && size > kMostBytes)
+        raiseCorrupt();
     return readProtectors(readFile(path)->view(), protectors);
 }
 
@@ -134,10 +136,10 @@ bool isWholeDatabase(const std::string& path) {
 std::string keepDamagedFile(const std::string& path) {
     const std::string first = path + ".damaged";
     std::string kept = first;
-    for (int next = 2; std::filesystem::exists(kept); ++next)
+    for (int next = 2; std::filesystem::exists(pathOf(kept)); ++next)
         kept = first + std::to_string(next);
     std::error_code failed;
-    std::filesystem::copy_file(path, kept, failed);
+    std::filesystem::copy_file(pathOf(path), pathOf(kept), failed);
     if (failed) raiseSystemError(failed.default_error_condition().value());
     return kept;
 }
@@ -150,7 +152,7 @@ void keepOldDatabase(const std::string& from, const std::string& file) {
     for (std::size_t i = std::size(names) - 1; i > 0; --i)
         if (fileExists(names[i - 1])) static_cast<void>(renameFile(names[i - 1], names[i])); // a failure shows below
     std::error_code failed;
-    std::filesystem::copy_file(from, newest, failed);
+    std::filesystem::copy_file(pathOf(from), pathOf(newest), failed);
     if (failed) raiseSystemError(failed.default_error_condition().value());
 }
 

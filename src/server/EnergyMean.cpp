@@ -1,4 +1,5 @@
-// Compiled so that the processor works on several rows at a time (see CMakeLists.txt). All numbers must be finite.
+// Compiled so that the processor works on several rows at a time (see CMakeLists.txt), where the program can choose
+// between two forms of a function when it is loaded. All numbers must be finite.
 #include "server/EnergyMean.h"
 
 #include "model/Acoustics.h"
@@ -7,7 +8,8 @@
 #include <cmath>
 #include <limits>
 
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__)
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) &&               \
+    defined(__ELF__)
 #define KESTRANE_WIDEST __attribute__((target_clones("avx2,fma", "default")))
 #else
 #define KESTRANE_WIDEST

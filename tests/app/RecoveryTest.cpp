@@ -238,7 +238,7 @@ TEST_F(RecoveryTest, ADiscardedCopyIsGoneAndOneForLaterStaysForSevenDays) {
 TEST_F(RecoveryTest, DamageIsSaidAndKept) {
     killAfterAChange(written("a.xml"));
     killAfterAChange(written("b.xml"));
-    writeText(fs::path(kept()[0]).replace_extension(".json"), "{\"name\": 7");
+    writeText(fs::path(kept()[0]).replace_extension(".json").string(), "{\"name\": 7");
     writeText(kept()[1], "<instruments><instr");
     RecoveringProgram next(folder);
     EXPECT_EQ(next.rows().size(), 2U);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/FileNames.h"
+#include "platform/Paths.h"
 
 #include <filesystem>
 #include <fstream>
@@ -33,11 +34,11 @@ private:
 };
 
 inline void writeText(const std::string& path, const std::string& text) {
-    std::ofstream(std::filesystem::path(path), std::ios::binary) << text;
+    std::ofstream(pathOf(path), std::ios::binary) << text;
 }
 
 inline std::string readText(const std::string& path) {
-    std::ifstream file(std::filesystem::path(path), std::ios::binary);
+    std::ifstream file(pathOf(path), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
