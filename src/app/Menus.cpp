@@ -4,6 +4,7 @@
 #include "explorer/ExplorerState.h"
 #include "explorer/NodeKeys.h"
 #include "resources/TextNames_w1.h"
+#include "resources/TextNames_w2.h"
 #include "resources/TextNames_w4.h"
 #include "views/LogTabs.h"
 #include "views/Spectrogram.h"
@@ -50,6 +51,7 @@ constexpr MenuItem kItems[] = {
     {Menu::Edit, 14, Command::EditDelete, Text::CommandDelete, Text::None, "", "Del"},
     {Menu::Edit, 20, Command::EditFind, Text::CommandFind, Text::TipFind, "find", "Ctrl+F", 10},
     {Menu::Edit, 21, Command::EditFindNext, Text::FindNext, Text::None, "", "F3; Ctrl+G"},
+    {Menu::Edit, 23, Command::LogEditNote, Text::EditNote},
 
     {Menu::View, 0, Command::ViewToolbar, Text::CommandToolbar, Text::TipToolbar},
     {Menu::View, 1, Command::ViewStatusBar, Text::CommandStatusBar, Text::TipStatusBar},
@@ -91,9 +93,10 @@ constexpr MenuItem kItems[] = {
     {Menu::Help, 0, Command::HelpHelp, Text::CommandHelp, Text::None, "help", "F1"},
     {Menu::Help, 1, Command::HelpTerms, Text::CommandAcousticTerms},
     {Menu::Help, 2, Command::HelpTour, Text::CommandTour},
-    {Menu::Help, 3, Command::HelpHomePage, Text::CommandHomePage},
-    {Menu::Help, 4, Command::HelpManual, Text::CommandManual, Text::None, "manual"},
-    {Menu::Help, 6, Command::HelpAbout, Text::CommandAbout, Text::TipAbout},
+    {Menu::Help, 3, Command::HelpKeys, Text::CommandKeys, Text::TipKeys, "", "Ctrl+F1"},
+    {Menu::Help, 4, Command::HelpHomePage, Text::CommandHomePage},
+    {Menu::Help, 5, Command::HelpManual, Text::CommandManual, Text::None, "manual"},
+    {Menu::Help, 7, Command::HelpAbout, Text::CommandAbout, Text::TipAbout},
 
     {Menu::TreePopup, 0, Command::EditCut, Text::CommandCut, Text::TipCut, "cut", "Ctrl+X; Shift+Del"},
     {Menu::TreePopup, 1, Command::EditCopy, Text::CommandCopy, Text::TipCopy, "copy", "Ctrl+C; Ctrl+Ins"},

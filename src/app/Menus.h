@@ -94,7 +94,8 @@ enum class Command {
     LogDistribution,
     LogCompare,
     HelpTour,
-    LogSpectrogram
+    LogSpectrogram,
+    HelpKeys
 };
 
 // The place of a command in a menu. The items of a menu are in the order of their index, and a gap in the indexes is a

@@ -26,6 +26,7 @@ void endWithSeparator(std::string& folder) {
 
 SettingsDialog::SettingsDialog(Session& session) :
     Edited(session.Options),
+    Look(readAppearance(session.settings)),
     Lines(readChartLines(session)),
     session_(session),
     mode_(SettingsMode::All),
@@ -104,14 +105,21 @@ bool SettingsDialog::storeLines() {
     return true;
 }
 
+bool SettingsDialog::storeLook() {
+    if (Look == readAppearance(session_.settings)) return false;
+    tryToStore([this] { storeAppearance(session_.settings, Look); });
+    return true;
+}
+
 SettingsChanges SettingsDialog::confirmAll() {
+    const bool isLookChanged = storeLook();
     endWithSeparator(Edited.DefaultDataDirectory);
     const bool isDisplayed = storeLines() || Edited.DisplayDifferences(session_.Options) ||
                              Edited.HPDCalc != session_.Options.HPDCalc ||
                              Edited.HPDCalcMethod != session_.Options.HPDCalcMethod;
     session_.Options.Copy(Edited);
     tryToStore([this] { session_.Options.SaveToRegistry(session_.settings); });
-    return {true, isDisplayed, false};
+    return {true, isDisplayed, false, isLookChanged};
 }
 
 SettingsChanges SettingsDialog::confirmExplorer() {

@@ -2,6 +2,7 @@
 // confirming does. The dialog edits a working copy; nothing else changes before Confirm.
 #pragma once
 
+#include "app/Appearance.h"
 #include "model/Session.h"
 #include "views/ChartLines.h"
 
@@ -20,6 +21,7 @@ struct SettingsChanges {
     bool RebuildTrees = false; // of all explorers
     bool ResetTabs = false;    // of all explorers, and the current tab is redrawn
     bool RedrawTab = false;    // the current tab of the explorer that opened the dialog
+    bool ShowLook = false;     // the whole program takes on another appearance
 
     bool operator==(const SettingsChanges&) const = default;
 };
@@ -38,8 +40,9 @@ public:
     SettingsDialog(Session& session, clsOptions& options);          // only the page of the explorer
     SettingsDialog(Session& session, clsLog& log, FigureKind kind); // only the page of logs, for one kind of figures
 
-    clsOptions Edited; // with a log, its display options are in objLogOptions
-    ChartLines Lines;  // of the user, for all logs; confirmed except with the page of the explorer
+    clsOptions Edited;                      // with a log, its display options are in objLogOptions
+    Appearance Look = Appearance::AsSystem; // of the program; confirmed with all pages only
+    ChartLines Lines;                       // of the user, for all logs; confirmed except with the page of the explorer
 
     Session& session() const { return session_; }
 
@@ -65,6 +68,7 @@ private:
     bool readExposureTime(const std::string& entry);
     void tryToStore(const std::function<void()>& store);
     bool storeLines(); // returns whether they have changed
+    bool storeLook();  // the same
     SettingsChanges confirmAll();
     SettingsChanges confirmExplorer();
     SettingsChanges confirmLog();

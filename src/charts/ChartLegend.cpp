@@ -26,7 +26,8 @@ ChartLegend::ChartLegend(QCustomPlot* plot, const ChartContent& content, const C
     const QFontMetrics metrics(font_);
     for (std::size_t i = 0; i < content.series.size(); ++i) {
         if (content.isReference(i)) continue;
-        entries_.push_back({QString::fromStdString(content.series[i]->Label), looks.linePen(content, i)});
+        entries_.push_back({QString::fromStdString(content.series[i]->Label), looks.linePen(content, i),
+                            SeriesMarks::of(content, i, looks)});
         entryWidth_ = std::max(entryWidth_, metrics.horizontalAdvance(entries_.back().label));
     }
     entryWidth_ += (isLine_ ? kSample : kBarSample) + kSampleGap + 1;
@@ -117,6 +118,9 @@ void ChartLegend::drawEntry(QCPPainter* painter, const QRect& cell, const Entry&
         pen.setWidthF(std::max(pen.widthF(), 2.0));
         painter->setPen(pen);
         painter->drawLine(QPointF(cell.left() + 1, middle), QPointF(cell.left() + sample - 1, middle));
+        if (entry.marks) entry.marks->drawShape(*painter, QPointF(cell.left() + sample / 2.0, middle));
+    } else if (entry.marks) {
+        entry.marks->fill(*painter, QRectF(cell.left(), middle - sample / 2.0, sample, sample));
     } else {
         painter->setPen(Qt::NoPen);
         painter->setBrush(entry.pen.color());

@@ -4,6 +4,7 @@
 
 #include "charts/ChartContent.h"
 #include "charts/ChartLooks.h"
+#include "charts/SeriesMarks.h"
 
 #include <qcustomplot.h>
 
@@ -30,6 +31,7 @@ private:
     struct Entry {
         QString label;
         QPen pen;
+        std::optional<SeriesMarks> marks;
     };
 
     int rowsIn(int height) const;

@@ -1,5 +1,7 @@
 #include "charts/ChartLooks.h"
 
+#include "platform/Contrast.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -21,22 +23,7 @@ constexpr double kReferenceWidth = 0.75; // points
 constexpr double kEmphasis = 1.6;        // times the line width: the line drawn over a family of curves
 
 QColor mixed(const QColor& a, const QColor& b, double share) {
-    const auto part = [share](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * share)); };
-    return {part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue())};
-}
-
-// The relative luminance of a colour, 0 to 1.
-double luminance(const QColor& color) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& a, const QColor& b) {
-    constexpr double kFlare = 0.05;
-    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
-    return (lighter + kFlare) / (darker + kFlare);
+    return QColor::fromRgb(kestrane::mixed(a.rgb(), b.rgb(), share));
 }
 
 } // namespace
@@ -46,12 +33,13 @@ ChartLooks ChartLooks::ofPaper() {
     looks.Background = Qt::white;
     looks.Text = QColor(32, 36, 42);
     looks.QuietText = QColor(92, 98, 106);
-    looks.Frame = QColor(168, 174, 180);
+    looks.Frame = QColor(140, 146, 152);
     looks.Grid = QColor(190, 190, 190);
     looks.Excluded = QColor(238, 240, 243);
     looks.Warning = QColor(255, 0, 0);
-    looks.Reference = QColor(142, 158, 180);
+    looks.Reference = QColor(128, 144, 166);
     looks.Emphasis = QColor(176, 24, 42);
+    looks.makeReadable();
     return looks;
 }
 
@@ -62,26 +50,32 @@ ChartLooks ChartLooks::ofScreen(const QPalette& palette, double dotsPerInch) {
     looks.PixelsPerPoint = dotsPerInch / 72;
     looks.Background = background;
     looks.Text = text;
-    if (background.lightness() >= text.lightness()) return looks;
-    looks.IsDark = true;
-    looks.QuietText = mixed(text, background, 0.3);
-    looks.Frame = mixed(text, background, 0.6);
-    looks.Grid = mixed(text, background, 0.7);
-    looks.Excluded = mixed(background, text, 0.09);
-    looks.Warning = QColor(255, 104, 96);
-    looks.Reference = QColor(116, 136, 166);
-    looks.Emphasis = QColor(255, 118, 118);
+    if (isDark(background.rgb())) {
+        looks.IsDark = true;
+        looks.QuietText = mixed(text, background, 0.3);
+        looks.Frame = mixed(text, background, 0.5);
+        looks.Grid = mixed(text, background, 0.7);
+        looks.Excluded = mixed(background, text, 0.09);
+        looks.Warning = QColor(255, 104, 96);
+        looks.Reference = QColor(116, 136, 166);
+        looks.Emphasis = QColor(255, 118, 118);
+    }
+    looks.makeReadable();
     return looks;
 }
 
-QColor ChartLooks::readable(const Colour& colour) const {
-    constexpr double kLeastContrast = 3;
-    constexpr double kStep = 0.05;
-    const QColor told(colour.red, colour.green, colour.blue);
-    QColor shade = told;
-    for (double share = kStep; contrast(shade, Background) < kLeastContrast && share < 1; share += kStep)
-        shade = mixed(told, IsDark ? Qt::white : Qt::black, share);
-    return shade;
+// The grid alone stays faint: it is there to be looked past, and the axes have its figures.
+void ChartLooks::makeReadable() {
+    for (QColor* text : {&Text, &QuietText, &Warning, &Emphasis})
+        *text = readable(*text, kTextContrast);
+    for (QColor* line : {&Frame, &Reference})
+        *line = readable(*line, kLineContrast);
+}
+
+// Excluded rows are a ground, too.
+QColor ChartLooks::readable(const QColor& colour, double leastContrast) const {
+    const Rgb shade = kestrane::readable(colour.rgb(), Background.rgb(), leastContrast);
+    return QColor::fromRgb(kestrane::readable(shade, Excluded.rgb(), leastContrast));
 }
 
 QColor ChartLooks::titleColor(const ChartData& chart) const {
@@ -89,7 +83,8 @@ QColor ChartLooks::titleColor(const ChartData& chart) const {
 }
 
 QColor ChartLooks::axisTitleColor(const ChartData& chart) const {
-    return chart.GradeColour ? readable(*chart.GradeColour) : Text;
+    if (!chart.GradeColour) return Text;
+    return readable(QColor(chart.GradeColour->red, chart.GradeColour->green, chart.GradeColour->blue), kTextContrast);
 }
 
 QFont ChartLooks::font(const clsFont& font) const {
@@ -103,7 +98,7 @@ QColor ChartLooks::color(const ChartContent& content, std::size_t drawn) const {
     if (content.isReference(drawn)) return Reference;
     const std::size_t own = drawn - content.data.ReferenceSeries;
     if (content.data.ReferenceSeries > 0 && own == 0) return Emphasis;
-    return (IsDark ? kOnDark : kOnLight)[own % kColors];
+    return readable((IsDark ? kOnDark : kOnLight)[own % kColors], kLineContrast);
 }
 
 QPen ChartLooks::linePen(const ChartContent& content, std::size_t drawn) const {

@@ -1,5 +1,5 @@
 // The colours, pens and fonts of charts, for a palette or for paper. The colours of series can be told apart by
-// colour-blind people.
+// colour-blind people; texts and lines have the contrast to their ground that platform/Contrast.h asks for.
 #pragma once
 
 #include "charts/ChartContent.h"
@@ -30,7 +30,8 @@ struct ChartLooks {
     QPen linePen(const ChartContent& content, std::size_t drawn) const;
 
 private:
-    QColor readable(const Colour& colour) const;
+    QColor readable(const QColor& colour, double leastContrast) const;
+    void makeReadable();
 };
 
 } // namespace kestrane

@@ -1,5 +1,7 @@
 #include "charts/SeriesBars.h"
 
+#include "platform/Contrast.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -13,7 +15,6 @@ constexpr double kLoneBar = 0.56; // the same when series are arranged like rows
 constexpr double kWidestBar = 64; // pixels
 constexpr double kFigureGap = 2;
 constexpr double kBetweenFigures = 3;
-constexpr int kDark = 128; // on a colour darker than this, white can be read
 
 } // namespace
 
@@ -25,6 +26,7 @@ SeriesBars::SeriesBars(QCPAxis* rows, QCPAxis* values, const ChartContent& conte
     locale_(locale) {
     setPen(Qt::NoPen);
     setBrush(looks.color(content, drawn));
+    if (!content.hasSeriesAsRows()) marks_ = SeriesMarks::of(content, drawn, looks);
 }
 
 void SeriesBars::draw(QCPPainter* painter) {
@@ -47,7 +49,11 @@ void SeriesBars::draw(QCPPainter* painter) {
                          QPointF(right, std::round(std::max(tip, base))));
         painter->setPen(Qt::NoPen);
         painter->setBrush(mBrush);
-        painter->drawRect(bar);
+        if (marks_) {
+            marks_->fill(*painter, bar);
+        } else {
+            painter->drawRect(bar);
+        }
         drawFigure(painter, bar, pitch, values()[i]);
     }
 }
@@ -62,11 +68,15 @@ void SeriesBars::drawFigure(QCPPainter* painter, const QRectF& bar, double pitch
     double room = pitch;
     if (place.top() < mValueAxis->axisRect()->top()) {
         place.moveTop(bar.top() + kFigureGap);
-        colour = mBrush.color().lightness() < kDark ? Qt::white : Qt::black;
+        colour = isDark(mBrush.color().rgb()) ? Qt::white : Qt::black;
         room = bar.width();
     }
     if (metrics.horizontalAdvance(text) + kBetweenFigures > room || place.bottom() > mKeyAxis->axisRect()->bottom())
         return;
+    if (marks_ && place.top() > bar.top()) { // not over a pattern
+        painter->fillRect(place & bar, marks_->Ground());
+        colour = textColor_;
+    }
     painter->setFont(font_);
     painter->setPen(QPen(colour));
     painter->drawText(place, Qt::AlignHCenter | Qt::AlignBottom, text);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "charts/ChartLooks.h"
+#include "charts/SeriesMarks.h"
 #include "charts/SeriesPlot.h"
 #include "platform/Locale.h"
 
@@ -22,6 +23,7 @@ private:
     QColor textColor_;
     QFont font_;
     Locale locale_;
+    std::optional<SeriesMarks> marks_;
 };
 
 } // namespace kestrane

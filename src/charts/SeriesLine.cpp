@@ -18,6 +18,7 @@ SeriesLine::SeriesLine(QCPAxis* rows, QCPAxis* values, const ChartContent& conte
     labelColor_(looks.QuietText),
     labelFont_(looks.font(content.data.AxisFont)) {
     setPen(looks.linePen(content, drawn));
+    marks_ = SeriesMarks::of(content, drawn, looks);
 }
 
 void SeriesLine::draw(QCPPainter* painter) {
@@ -32,7 +33,17 @@ void SeriesLine::draw(QCPPainter* painter) {
     } else {
         drawRows(painter, begin, end);
     }
+    if (marks_) drawMarks(painter, begin, end);
     if (content_.isReference(drawn_)) drawLabel(painter);
+}
+
+void SeriesLine::drawMarks(QCPPainter* painter, std::size_t begin, std::size_t end) const {
+    const std::size_t step = marks_->RowsBetween(mKeyAxis->axisRect()->width() / mKeyAxis->range().size());
+    const std::size_t first = marks_->FirstRow(step);
+    const std::size_t skipped = begin > first ? (begin - first + step - 1) / step : 0;
+    for (std::size_t row = first + skipped * step; row < end; row += step)
+        if (const float value = values()[row]; !isNullValue(value))
+            marks_->drawShape(*painter, coordsToPixels(static_cast<double>(row), static_cast<double>(value)));
 }
 
 void SeriesLine::drawRows(QCPPainter* painter, std::size_t begin, std::size_t end) const {

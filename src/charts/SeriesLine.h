@@ -4,6 +4,7 @@
 #pragma once
 
 #include "charts/ChartLooks.h"
+#include "charts/SeriesMarks.h"
 #include "charts/SeriesPlot.h"
 
 namespace kestrane {
@@ -19,10 +20,12 @@ private:
     void drawRows(QCPPainter* painter, std::size_t begin, std::size_t end) const;
     void drawRun(QCPPainter* painter, const QPolygonF& run) const;
     void drawColumns(QCPPainter* painter, double perPixel) const;
+    void drawMarks(QCPPainter* painter, std::size_t begin, std::size_t end) const;
     void drawLabel(QCPPainter* painter) const;
 
     QColor labelColor_;
     QFont labelFont_;
+    std::optional<SeriesMarks> marks_;
 };
 
 } // namespace kestrane

@@ -2,12 +2,15 @@
 
 #include "charts/ChartAccessible.h"
 #include "charts/ChartPage.h"
+#include "charts/ChartTouch.h"
 #include "charts/RangeBand.h"
 #include "platform/AtomicFile.h"
 #include "platform/RuntimeError.h"
 #include "views/LevelMap.h"
 
 #include <QBuffer>
+#include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QSvgGenerator>
@@ -61,6 +64,12 @@ chaTab::chaTab(Locale locale, Summary summary, QWidget* parent) :
         if (plot_->hasAxes()) look(plot_->wholeView());
     });
     connect(plot_->selectionRect(), &QCPSelectionRect::accepted, this, [this](const QRect& rect) { zoomInto(rect); });
+    new ChartTouch(*plot_, {[this](double pixels) { moveBy(pixels); },
+                            [this](double factor, const QPointF& at) { pinch(factor, at); },
+                            [this](const QPoint& at) {
+                                QContextMenuEvent event(QContextMenuEvent::Other, mapFromGlobal(at), at);
+                                QCoreApplication::sendEvent(this, &event);
+                            }});
     setChart({});
 }
 
@@ -284,6 +293,22 @@ void chaTab::turnWheel(const QWheelEvent& event) {
     } else {
         zoomRows(factor, area.axis(QCPAxis::atBottom)->pixelToCoord(event.position().x()));
     }
+}
+
+bool chaTab::isMargin(const QPoint& at) const {
+    return !plot_->hasAxes() || !plot_->axisArea().rect().contains(at);
+}
+
+void chaTab::moveBy(double pixels) {
+    if (!plot_->hasAxes()) return;
+    const QCPAxis& rows = *plot_->axisArea().axis(QCPAxis::atBottom);
+    ChartView view = plot_->view();
+    view.rows += rows.pixelToCoord(0) - rows.pixelToCoord(pixels);
+    look(view);
+}
+
+void chaTab::pinch(double factor, const QPointF& at) {
+    if (plot_->hasAxes()) zoomRows(1 / factor, plot_->axisArea().axis(QCPAxis::atBottom)->pixelToCoord(at.x()));
 }
 
 void chaTab::zoomRows(double factor, double center) {

@@ -6,6 +6,8 @@
 // read-out, Home and End take it to the ends, Escape hides it; + and - zoom, 0 shows everything. On a map of levels, Up
 // and Down move it to the next band.
 //
+// A finger moves along the rows, two zoom them, one that rests opens the menu.
+//
 // Drag with Shift: marks a range of rows, or moves an end of the one that is marked, where the owner allows that; else
 // it moves the chart. Shift with the keys of the read-out moves one end, Space takes hold of the other, Escape clears
 // the range when there is no read-out.
@@ -85,6 +87,11 @@ public:
     // savePicture as a function, for as long as the chart exists.
     std::function<void(const std::string& path, const PictureSize& size)> pictureWriter() const;
 
+    // Where the pointer is over the chart, and whether a place there is outside the axes, where a drag zooms nothing.
+    QWidget& Canvas() const { return *plot_; }
+
+    bool isMargin(const QPoint& at) const;
+
     // The visible part for a page.
     ChartOnPage onPage() const;
 
@@ -109,6 +116,8 @@ private:
     void point(const QMouseEvent& event);
     void turnWheel(const QWheelEvent& event);
     void zoomInto(const QRect& rect);
+    void moveBy(double pixels);
+    void pinch(double factor, const QPointF& at);
     void zoomRows(double factor, double center);
     void look(ChartView view);
     void stepReadOut(int rows);

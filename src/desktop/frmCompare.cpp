@@ -1,6 +1,7 @@
 #include "desktop/frmCompare.h"
 
 #include "charts/chaTab.h"
+#include "desktop/ChartDrag.h"
 #include "dialogs/CellTableModel.h"
 #include "dialogs/Words.h"
 #include "model/clsFile.h"
@@ -38,6 +39,7 @@ frmCompare::frmCompare(const Session& session, const clsLog* first, Copy copy, Q
     setWindowTitle(loadText(session, Text::CompareTitle));
     chart_ = new chaTab(session.locale, [&session](const ChartData& chart) { return chartSummary(session, chart); });
     chart_->setObjectName("chaCompare");
+    allowDragging(*chart_);
     model_ = new CellTableModel({}, this);
     table_ = readTable(*model_, "tblCompare", windowTitle());
     table_->setMaximumHeight(fontMetrics().lineSpacing() * 2 * kTableLines);

@@ -1,6 +1,7 @@
 #include "desktop/frmDistribution.h"
 
 #include "charts/chaTab.h"
+#include "desktop/ChartDrag.h"
 #include "dialogs/CellTableModel.h"
 #include "dialogs/Words.h"
 #include "views/ChartSummary.h"
@@ -38,6 +39,7 @@ frmDistribution::frmDistribution(const clsLog& log, std::vector<AnalysedRow> row
     setWindowTitle(shown(ReplaceText(session.LoadText(Text::DistributionTitle), "^", log.Name)).simplified());
     chart_ = new chaTab(session.locale, [&session](const ChartData& chart) { return chartSummary(session, chart); });
     chart_->setObjectName("chaDistribution");
+    allowDragging(*chart_);
     model_ = new CellTableModel({}, this);
     table_ = readTable(*model_, "tblDistribution", windowTitle());
     auto* const splitter = new QSplitter;

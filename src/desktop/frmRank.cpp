@@ -1,6 +1,7 @@
 #include "desktop/frmRank.h"
 
 #include "charts/chaTab.h"
+#include "desktop/ChartDrag.h"
 #include "desktop/frmPreview.h"
 #include "dialogs/SignalColours.h"
 #include "dialogs/Words.h"
@@ -58,6 +59,7 @@ frmRank::frmRank(Session& session, const clsFile& file, const clsLog& log, Corre
     grdRanks_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     chart_ = new chaTab(session.locale);
     chart_->setObjectName("chart");
+    allowDragging(*chart_);
     auto* const parts = new QSplitter(Qt::Vertical);
     parts->addWidget(grdRanks_);
     parts->addWidget(chart_);

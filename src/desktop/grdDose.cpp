@@ -1,6 +1,7 @@
 #include "desktop/grdDose.h"
 
 #include "dialogs/AskDialogs.h"
+#include "dialogs/SignalColours.h"
 #include "dialogs/Words.h"
 #include "platform/Format.h"
 #include "views/CaptionHints.h"
@@ -25,12 +26,6 @@ constexpr int kBar = 3; // pixels
 constexpr int kPadding = 14;
 constexpr int kFigure = 6; // characters of a computed figure
 constexpr int kTypedColumns = kExposureColumns - 1;
-
-// A red on which the text can be read, in a light and in a dark palette.
-QColor markColour() {
-    const bool isDark = QApplication::palette().color(QPalette::Base).lightness() < 128;
-    return isDark ? QColor(120, 40, 40) : QColor(255, 205, 205);
-}
 
 QVariant orNothing(bool isThere, const QVariant& value) {
     return isThere ? value : QVariant();
@@ -160,11 +155,10 @@ QVariant ExposureModel::data(const QModelIndex& index, int role) const {
                          isOfRow && isIncluded(index) ? Qt::Checked : Qt::Unchecked);
     case Qt::BackgroundRole:
         if (!levelNote(index).empty()) return QColor(HighlightColour.red, HighlightColour.green, HighlightColour.blue);
-        return orNothing(isMissing(index), markColour());
+        return orNothing(isMissing(index), faultyGround(QApplication::palette()));
     case Qt::ForegroundRole:
         if (!levelNote(index).empty()) return QColor(Qt::black);
-        return orNothing(isOfRow && !isIncluded(index),
-                         QApplication::palette().color(QPalette::Disabled, QPalette::Text));
+        return orNothing(isOfRow && !isIncluded(index), QApplication::palette().color(QPalette::PlaceholderText));
     case Qt::FontRole: {
         QFont bold;
         bold.setBold(true);

@@ -46,8 +46,7 @@ QVariant IntervalTableModel::data(const QModelIndex& index, int role) const {
         return table_.isOverloaded(row) ? QVariant(kOverload) : QVariant();
     case Qt::ForegroundRole:
         if (table_.isOverloaded(row)) return QColor(Qt::black);
-        return table_.isExcluded(row) ? QVariant(QApplication::palette().color(QPalette::Disabled, QPalette::Text))
-                                      : QVariant();
+        return table_.isExcluded(row) ? QVariant(QApplication::palette().color(QPalette::PlaceholderText)) : QVariant();
     case Qt::FontRole:
         if (!table_.isExcluded(row)) return {};
         {

@@ -4,6 +4,7 @@
 #include "desktop/mdiMain.h"
 #include "dialogs/DialogFit.h"
 #include "dialogs/Icons.h"
+#include "dialogs/Palettes.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmSplash.h"
 #include "platform/CrashReport.h"
@@ -151,6 +152,7 @@ int run(int argc, char** argv) {
     Session* texts = nullptr;
     DesktopMessages messages([&texts](Button button) { return texts->LoadText(captionOf(button)); });
     BackgroundServer server(pump);
+    showAppearance(readAppearance(*settings));
     const Language& language = programLanguage(*settings);
     translateToolkit(application, language);
     Session session(kCompany, systemLocale(), *settings, messages, pump, clock, {language, language});

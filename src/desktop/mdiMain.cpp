@@ -12,6 +12,7 @@
 #include "desktop/tabLog.h"
 #include "desktop/tvwTreeView.h"
 #include "dialogs/Icons.h"
+#include "dialogs/SignalColours.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmFind.h"
 #include "model/SettingsText.h"
@@ -28,6 +29,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QProgressDialog>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
@@ -52,6 +54,9 @@ struct MenuTitle {
 constexpr MenuTitle kTitles[] = {{Menu::File, Text::MenuFile},     {Menu::Edit, Text::MenuEdit},
                                  {Menu::View, Text::MenuView},     {Menu::Tools, Text::MenuTools},
                                  {Menu::Window, Text::MenuWindow}, {Menu::Help, Text::MenuHelp}};
+
+constexpr Command kCheckable[] = {Command::ViewToolbar, Command::ViewStatusBar, Command::LogNote,
+                                  Command::LogLegend,   Command::ViewZoom,      Command::RangeMeasure};
 
 constexpr std::pair<Command, Direction> kSteps[] = {{Command::EditUndo, Direction::Undo},
                                                     {Command::EditRedo, Direction::Redo}};
@@ -175,16 +180,21 @@ void mdiMain::makeActions() {
             action->setToolTip(loadText(session_, item.toolTip));
             action->setStatusTip(loadText(session_, item.toolTip));
         }
-        connect(action, &QAction::triggered, this, [this, command = item.command] { give(command); });
+        action->setCheckable(std::ranges::find(kCheckable, item.command) != std::end(kCheckable));
+        if (action->isCheckable()) {
+            connect(action, &QAction::toggled, this, [this, command = item.command] {
+                if (!isShowingChecks_) give(command);
+            });
+        } else {
+            connect(action, &QAction::triggered, this, [this, command = item.command] { give(command); });
+        }
         addAction(action);
         actions_[item.command] = action;
     }
-    for (const Command command : {Command::ViewToolbar, Command::ViewStatusBar, Command::LogNote, Command::LogLegend}) {
-        actions_.at(command)->setCheckable(true);
+    addStandardKeys();
+    const QScopedValueRollback showing(isShowingChecks_, true);
+    for (const Command command : {Command::ViewToolbar, Command::ViewStatusBar, Command::LogNote, Command::LogLegend})
         actions_.at(command)->setChecked(true);
-    }
-    actions_.at(Command::ViewZoom)->setCheckable(true);
-    actions_.at(Command::RangeMeasure)->setCheckable(true);
     actions_.at(Command::EditDelete)->setShortcutContext(Qt::WidgetShortcut); // the key belongs to the tree
 }
 
@@ -213,6 +223,8 @@ void mdiMain::makeMenus() {
         tbToolBar_->addAction(action);
         auto* const button = qobject_cast<QToolButton*>(tbToolBar_->widgetForAction(action));
         if (button != nullptr && action->menu() != nullptr) button->setPopupMode(QToolButton::MenuButtonPopup);
+        // An assistive program toggles the button, which would not tell the action.
+        if (action->isCheckable()) connect(button, &QToolButton::toggled, action, &QAction::setChecked);
         before = place;
     }
 }
@@ -263,9 +275,14 @@ void mdiMain::makeStatusBar() {
         statusBar()->addWidget(label, panel.stretch);
         panels_[panel.panel] = label;
     }
-    QPalette palette = panels_[Panel::Error]->palette();
-    palette.setColor(QPalette::WindowText, QColor(0xc0, 0x2a, 0x2a));
-    panels_[Panel::Error]->setPalette(palette);
+    showErrorColour();
+}
+
+// The bar gets its colours from the frame.
+void mdiMain::showErrorColour() {
+    QPalette colours;
+    colours.setColor(QPalette::WindowText, signalColour(Signal::Bad, palette()));
+    panels_.at(Panel::Error)->setPalette(colours);
 }
 
 void mdiMain::NewExplorerWindow() {
@@ -357,6 +374,7 @@ void mdiMain::EnableMenusAndButtons() {
     for (const auto& [command, action] : actions_)
         action->setEnabled(IsMenuEnabled(session_, command, state));
     if (frmExplorer* explorer = activeExplorer(); explorer != nullptr) {
+        const QScopedValueRollback showing(isShowingChecks_, true);
         actions_.at(Command::LogNote)->setChecked(explorer->State().View.ShowsNote);
         actions_.at(Command::LogLegend)->setChecked(explorer->State().View.ShowsLegend);
         actions_.at(Command::ViewZoom)->setChecked(explorer->LogTabs().IsZoomShown());
@@ -505,7 +523,7 @@ void mdiMain::showPopUp(Menu which, QPoint at) {
 }
 
 void mdiMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (!filesOf(event->mimeData()).isEmpty()) event->acceptProposedAction();
+    if (event->source() == nullptr && !filesOf(event->mimeData()).isEmpty()) event->acceptProposedAction();
 }
 
 void mdiMain::dropEvent(QDropEvent* event) {

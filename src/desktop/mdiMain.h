@@ -79,6 +79,7 @@ private:
     void makeActions();
     void makeMenus();
     void makeStatusBar();
+    void showErrorColour(); // on the colours of the window
     void fillMenu(QMenu& menu, Menu which);
     void showTexts(Menu which); // the texts of its items with their mnemonics
     void showRecentFiles();
@@ -129,11 +130,14 @@ private:
     void showSettings(Command command);
     void applySettings(const SettingsChanges& changes, frmExplorer* opener);
     void openHelp(std::string_view topic);
+    void addStandardKeys(); // those of the desktop, to our own
+    void showKeys();        // the list of them
     void copyData(bool valuesOnly);
     void showFind();
     void findNext();
     void saveState();
-    void savePlace();            // of the window
+    void savePlace(); // of the window
+    void followColours();
     void lookForOtherPrograms(); // that have changed a file that is open
     void openHandedOver();
     void noteOpen() const; // for a report of a fault
@@ -152,9 +156,10 @@ private:
     QToolBar* tbToolBar_;
     std::optional<int> treeWidth_; // pixels; nothing until the user has chosen a width
     bool isBusy_ = false;
-    bool isAtWork_ = false;   // while a command is working, including the event loops that it runs
-    QTimer waiting_;          // looks again for logs to show
-    frmFind* find_ = nullptr; // created when it is first used
+    bool isShowingChecks_ = false; // code is setting the marks of commands, which gives none
+    bool isAtWork_ = false;        // while a command is working, including the event loops that it runs
+    QTimer waiting_;               // looks again for logs to show
+    frmFind* find_ = nullptr;      // created when it is first used
     NodeSearch search_;
     QPoint popUpAt_;
     QPointer<frmAssessment> assessment_; // the one that was in front last

@@ -20,6 +20,7 @@
 #include "desktop/tabLog.h"
 #include "dialogs/DownloadDialogs.h"
 #include "dialogs/HPDProgressDialog.h"
+#include "dialogs/Palettes.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmExpTime.h"
@@ -104,7 +105,7 @@ template <std::size_t count>
 constexpr bool hasRowForEach(const CommandRow (&rows)[count]) {
     for (std::size_t i = 0; i < count; ++i)
         if (static_cast<std::size_t>(rows[i].command) != i) return false;
-    return count == static_cast<std::size_t>(Command::LogSpectrogram) + 1; // the last command
+    return count == static_cast<std::size_t>(Command::HelpKeys) + 1; // the last command
 }
 
 template <auto method, auto... arguments>
@@ -251,6 +252,7 @@ void mdiMain::run(Command command) {
         {Command::HelpTour, [](mdiMain& frame, frmExplorer*) { ShowTour(frame.session_, &frame); }},
         {Command::LogSpectrogram,
          [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().TimeChart().ShowSpectrogram(); }},
+        {Command::HelpKeys, onFrame<&mdiMain::showKeys>},
     };
     static_assert(hasRowForEach(kRows), "a row a command, in the order of the enumeration");
     kRows[static_cast<std::size_t>(command)].act(*this, activeExplorer());
@@ -478,6 +480,7 @@ void mdiMain::showSettings(Command command) {
 }
 
 void mdiMain::applySettings(const SettingsChanges& changes, frmExplorer* opener) {
+    if (changes.ShowLook) showAppearance(readAppearance(session_.settings));
     if (changes.RebuildTrees) RebuildExplorerTrees();
     for (frmExplorer* explorer : explorers())
         explorer->LogTabs().FollowSettings(changes.ResetTabs || (changes.RedrawTab && explorer == opener));

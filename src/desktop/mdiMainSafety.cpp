@@ -3,6 +3,7 @@
 #include "desktop/assessment/frmAssessment.h"
 #include "desktop/mdiMain.h"
 #include "dialogs/AskDialogs.h"
+#include "dialogs/Palettes.h"
 #include "dialogs/frmRecovery.h"
 #include "platform/CrashReport.h"
 
@@ -91,8 +92,22 @@ void mdiMain::openHandedOver() {
 // Coming to the front, the window may find that files have changed meanwhile.
 void mdiMain::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) followColours();
     if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
     QMetaObject::invokeMethod(this, &mdiMain::lookForOtherPrograms, Qt::QueuedConnection);
+}
+
+// The desktop, or the user, has chosen other colours.
+void mdiMain::followColours() {
+    keepQuietTextReadable();
+    showErrorColour();
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            for (frmAssessment* assessment : assessments())
+                assessment->Refresh();
+        },
+        Qt::QueuedConnection); // when they have the colours, too
 }
 
 void mdiMain::lookForOtherPrograms() {

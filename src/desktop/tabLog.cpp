@@ -10,6 +10,7 @@
 #include "desktop/pages/FiguresPage.h"
 #include "desktop/pages/TablePage.h"
 #include "desktop/pages/TimePage.h"
+#include "dialogs/Palettes.h"
 #include "dialogs/Words.h"
 #include "explorer/NodeKeys.h"
 #include "reports/Report.h"
@@ -19,11 +20,13 @@
 #include <QBoxLayout>
 #include <QContextMenuEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QProxyStyle>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <QTabBar>
 
 namespace kestrane {
@@ -41,6 +44,22 @@ public:
         const int usual = QProxyStyle::pixelMetric(metric, option, widget);
         constexpr int kNarrower = 5; // so that all tabs fit a window of 1024 pixels
         return metric == PM_TabBarTabHSpace ? usual / kNarrower : usual;
+    }
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                           const QWidget* widget) const override {
+        const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+        return type == CT_TabBarTab ? size.expandedTo({0, kLeastHit}) : size;
+    }
+
+    // A line under the tab in front: its shade alone is hard to see, and in high contrast there is none.
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        if (element != CE_TabBarTabShape || !option->state.testFlag(State_Selected)) return;
+        constexpr int kLine = 2; // pixels
+        const QRect line(option->rect.left(), option->rect.bottom() + 1 - kLine, option->rect.width(), kLine);
+        painter->fillRect(line, option->palette.color(QPalette::Highlight));
     }
 };
 

@@ -1,9 +1,11 @@
 #include "desktop/tvwTreeView.h"
 
+#include "app/DragFile.h"
 #include "dialogs/Icons.h"
 #include "dialogs/Words.h"
 #include "explorer/NodeKeys.h"
 #include "explorer/NodeRename.h"
+#include "platform/desktop/DragOut.h"
 
 #include <QApplication>
 #include <QDrag>
@@ -197,13 +199,15 @@ void tvwTreeView::mouseReleaseEvent(QMouseEvent* event) {
 
 void tvwTreeView::startNodeDrag() {
     auto* const drag = new QDrag(this);
-    auto* const node = new QMimeData;
+    const std::string key = dragKey_.toStdString();
+    std::optional<FileToDrag> file = dataFileOf(session_, key);
+    QMimeData* const node =
+        file ? new PromisedFile({{}, std::move(file->Name), std::move(file->Bytes)}) : new QMimeData;
     node->setData(kNodeFormat, dragKey_.toUtf8());
     node->setData(kProcessFormat, process());
     if (isMoveDrag_) node->setData(kMoveFormat, "1");
     drag->setMimeData(node);
-    if (const QTreeWidgetItem* item = itemOf(dragKey_.toStdString()); item != nullptr)
-        drag->setPixmap(item->icon(0).pixmap(kNoEntrySize));
+    if (const QTreeWidgetItem* item = itemOf(key); item != nullptr) drag->setPixmap(item->icon(0).pixmap(kNoEntrySize));
     drag->setDragCursor(iconOf("noentry").pixmap(kNoEntrySize), Qt::IgnoreAction);
     drag->exec(Qt::CopyAction | Qt::MoveAction);
     dragKey_.clear();
@@ -226,7 +230,9 @@ bool tvwTreeView::isDropTarget(const QString& sourceKey, QTreeWidgetItem* target
 }
 
 void tvwTreeView::dragEnterEvent(QDragEnterEvent* event) {
-    if (hasNode(*event->mimeData()) || !filesOf(event->mimeData()).isEmpty()) event->acceptProposedAction();
+    const bool isOurs = event->source() != nullptr; // asking for the files would write them
+    if (hasNode(*event->mimeData()) || (!isOurs && !filesOf(event->mimeData()).isEmpty()))
+        event->acceptProposedAction();
 }
 
 // The base class scrolls at the edges and expands the node on which the drag rests. What is allowed is decided here.

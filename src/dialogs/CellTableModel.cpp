@@ -1,6 +1,8 @@
 #include "dialogs/CellTableModel.h"
 
+#include "dialogs/DragOffers.h"
 #include "dialogs/Words.h"
+#include "views/CopyData.h"
 
 #include <QHeaderView>
 #include <QTableView>
@@ -48,6 +50,8 @@ QTableView* readTable(CellTableModel& model, const char* name, const QString& sp
     view->verticalHeader()->hide();
     view->horizontalHeader()->setHighlightSections(false);
     view->resizeColumnsToContents();
+    allowDragging(
+        *view, [&model] { return copiedCells(model.Table()); }, spoken.toStdString());
     if (model.rowCount({}) > 0) view->setCurrentIndex(model.index(0, 0));
     return view;
 }

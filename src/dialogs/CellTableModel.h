@@ -15,6 +15,8 @@ public:
 
     void ShowTable(CellTable table); // in place of the one before
 
+    const CellTable& Table() const { return table_; }
+
     int rowCount(const QModelIndex& parent) const override;
     int columnCount(const QModelIndex& parent) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -24,7 +26,7 @@ private:
     CellTable table_;
 };
 
-// A table that is read, not edited: Tab leaves it, and the arrow keys go through its cells.
+// A table that is read, not edited: Tab leaves it, and the arrow keys go through its cells. It can be dragged out.
 QTableView* readTable(CellTableModel& model, const char* name, const QString& spoken);
 
 } // namespace kestrane

@@ -1,6 +1,7 @@
 #include "dialogs/Icons.h"
 
 #include "dialogs/Resources.h"
+#include "platform/Contrast.h"
 
 #include <QGuiApplication>
 #include <QIconEngine>
@@ -27,9 +28,12 @@ Ink inkOf(QIcon::Mode mode) {
         const QColor text = palette.color(QPalette::HighlightedText);
         return {text, text, 1};
     }
-    const bool isDark = palette.color(QPalette::Window).lightness() < 128;
-    const QColor lines = isDark ? QColor(0xb4, 0xc0, 0xcd) : QColor(kLines);
-    const QColor accent = isDark ? QColor(0x56, 0xbd, 0xdd) : QColor(kAccent);
+    const Rgb ground = palette.color(QPalette::Window).rgb();
+    const auto ink = [ground](Rgb onLight, Rgb onDark) {
+        return QColor::fromRgb(readable(isDark(ground) ? onDark : onLight, ground, kLineContrast));
+    };
+    const QColor lines = ink(QColor(kLines).rgb(), 0xb4c0cd);
+    const QColor accent = ink(QColor(kAccent).rgb(), 0x56bddd);
     return mode == QIcon::Disabled ? Ink{lines, lines, 0.4} : Ink{lines, accent, 1};
 }
 

@@ -4,6 +4,7 @@
 #include "dialogs/Words.h"
 #include "dialogs/frmExpTime.h"
 #include "resources/TextNames_w1.h"
+#include "resources/TextNames_w2.h"
 #include "views/CaptionHints.h"
 
 #include <QAbstractItemView>
@@ -233,12 +234,15 @@ QGridLayout* OptionsLogsPage::lines() {
             [&lines](const QString& text) { lines.OwnLevels = text.toStdString(); });
     connect(running, &QCheckBox::toggled, this, [&lines](bool isChecked) { lines.IsRunningShown = isChecked; });
     connect(bands, &QCheckBox::toggled, this, [&lines](bool isChecked) { lines.IsFromBandsShown = isChecked; });
+    QCheckBox* const marks = checkBox(session, Text::MarkSeries, "chkMarks", lines.AreSeriesMarked);
+    connect(marks, &QCheckBox::toggled, this, [&lines](bool isChecked) { lines.AreSeriesMarked = isChecked; });
     auto* const grid = new QGridLayout;
     grid->addWidget(labelOf(session, Text::LinesLabel, *limits), 0, 0);
     grid->addWidget(limits, 0, 1);
     grid->addWidget(own, 0, 2);
     grid->addWidget(running, 1, 0, 1, 3);
     grid->addWidget(bands, 2, 0, 1, 3);
+    grid->addWidget(marks, 3, 0, 1, 3);
     grid->setColumnStretch(1, 2);
     grid->setColumnStretch(2, 1);
     return grid;

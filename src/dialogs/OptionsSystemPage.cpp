@@ -2,6 +2,7 @@
 
 #include "dialogs/Words.h"
 #include "dialogs/frmBrowse.h"
+#include "resources/TextNames_w2.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -63,6 +64,7 @@ OptionsSystemPage::OptionsSystemPage(SettingsDialog& settings) :
     cboLanguage_(languageBox(Text::LanguageOfProgram, "cboLanguage", Text::LanguageAsSystem, settings.Edited.Language)),
     cboReportLanguage_(languageBox(Text::LanguageOfReports, "cboReportLanguage", Text::LanguageAsProgram,
                                    settings.Edited.ReportLanguage)),
+    cboAppearance_(new QComboBox),
     chkPreventSaving_(checkBox(settings.session(), Text::PreventSavingWithoutLogs, "chkPreventSaving",
                                settings.Edited.PreventEmptySaving)),
     chkCalc_(checkBox(settings.session(), Text::RecalcOnOpen, "chkCalc", settings.Edited.RecalcOnOpen)),
@@ -72,7 +74,10 @@ OptionsSystemPage::OptionsSystemPage(SettingsDialog& settings) :
     layout->addWidget(reports());
     layout->addWidget(dataFiles());
     layout->addWidget(instrument());
-    layout->addWidget(language());
+    auto* const user = new QHBoxLayout;
+    user->addWidget(language(), 1);
+    user->addWidget(appearance(), 1);
+    layout->addLayout(user);
     layout->addStretch(1);
     alignLabels(findChildren<QLabel*>());
 }
@@ -88,6 +93,7 @@ void OptionsSystemPage::store() {
     options.SerialPort = ports_[static_cast<std::size_t>(cboSerial_->currentIndex())].Port;
     options.Language = cboLanguage_->currentData().toString().toStdString();
     options.ReportLanguage = cboReportLanguage_->currentData().toString().toStdString();
+    settings_.Look = static_cast<Appearance>(cboAppearance_->currentIndex());
     options.PreventEmptySaving = chkPreventSaving_->isChecked();
     options.RecalcOnOpen = chkCalc_->isChecked();
     options.PrintIntervals = chkPrintIntervals_->isChecked();
@@ -174,6 +180,18 @@ QGroupBox* OptionsSystemPage::language() {
     fields->addRow(labelOf(session, Text::LanguageOfProgram, *cboLanguage_), row(cboLanguage_));
     fields->addRow(labelOf(session, Text::LanguageOfReports, *cboReportLanguage_), row(cboReportLanguage_));
     cboLanguage_->setToolTip(loadText(session, Text::LanguageAtNextStart));
+    return group;
+}
+
+QGroupBox* OptionsSystemPage::appearance() {
+    const Session& session = settings_.session();
+    nameControl(*cboAppearance_, "cboAppearance", loadPlainText(session, Text::AppearanceLabel));
+    for (const Text::Id text :
+         {Text::AppearanceAsSystem, Text::AppearanceLight, Text::AppearanceDark, Text::AppearanceHighContrast})
+        cboAppearance_->addItem(loadText(session, text));
+    cboAppearance_->setCurrentIndex(static_cast<int>(settings_.Look));
+    auto* const group = new QGroupBox(loadText(session, Text::AppearanceGroup));
+    form(group)->addRow(labelOf(session, Text::AppearanceLabel, *cboAppearance_), row(cboAppearance_));
     return group;
 }
 

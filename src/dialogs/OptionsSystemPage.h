@@ -26,6 +26,7 @@ private:
     QGroupBox* dataFiles();
     QGroupBox* instrument();
     QGroupBox* language();
+    QGroupBox* appearance();
     QComboBox* languageBox(Text::Id labelId, const char* name, Text::Id other, const std::string& chosen);
     void browseLogo();
     void browseFolder();
@@ -38,6 +39,7 @@ private:
     QComboBox* cboSerial_;
     QComboBox* cboLanguage_;
     QComboBox* cboReportLanguage_;
+    QComboBox* cboAppearance_;
     QCheckBox* chkPreventSaving_;
     QCheckBox* chkCalc_;
     QCheckBox* chkPrintIntervals_;

@@ -1,16 +1,27 @@
 #include "dialogs/SignalColours.h"
 
+#include "platform/Contrast.h"
+
 #include <QPalette>
 
 namespace kestrane {
 
 QColor signalColour(Signal signal, const QPalette& palette) {
-    constexpr int kLighter = 165; // percent
-    static const QColor kColours[] = {{0x1b, 0x7a, 0x3a}, {0xa8, 0x66, 0x00}, {0xc6, 0x28, 0x28}};
+    constexpr Rgb kColours[] = {0x1b7a3a, 0xa86600, 0xc62828};
     if (signal == Signal::None) return palette.color(QPalette::Text);
-    const bool isDark = palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
-    const QColor colour = kColours[static_cast<std::size_t>(signal)];
-    return isDark ? colour.lighter(kLighter) : colour;
+    Rgb colour = kColours[static_cast<std::size_t>(signal)];
+    for (const QPalette::ColorRole ground : {QPalette::Window, QPalette::Base, QPalette::AlternateBase})
+        colour = readable(colour, palette.color(ground).rgb());
+    return QColor::fromRgb(colour);
+}
+
+QColor faultyGround(const QPalette& palette) {
+    return isDark(palette.color(QPalette::Base).rgb()) ? QColor(120, 40, 40) : QColor(255, 205, 205);
+}
+
+QColor barColour(const QPalette& palette) {
+    constexpr Rgb kBar = 0x3b78b8;
+    return QColor::fromRgb(readable(kBar, palette.color(QPalette::Window).rgb(), kLineContrast));
 }
 
 Signal signalOf(Verdict verdict) {

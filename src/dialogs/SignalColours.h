@@ -1,5 +1,5 @@
-// The colours that go with a verdict or a state, beside its symbol and word: told apart by those who see no red or
-// green, too, and readable on light and dark palettes.
+// The colours that go with a verdict, a state or a fault, beside its symbol and word: told apart by those who see no
+// red or green, too, and readable on every palette.
 #pragma once
 
 #include "protection/Standards.h"
@@ -12,7 +12,11 @@ namespace kestrane {
 
 enum class Signal { Good, Caution, Bad, None };
 
-QColor signalColour(Signal signal, const QPalette& palette); // of Signal::None that of text
+// The colour of a text on any ground of a palette; of Signal::None that of text.
+QColor signalColour(Signal signal, const QPalette& palette);
+
+QColor faultyGround(const QPalette& palette); // the ground of a cell whose entry cannot count; its text is as usual
+QColor barColour(const QPalette& palette);    // of bars and marks that stand for a level
 
 Signal signalOf(Verdict verdict);
 

@@ -17,7 +17,33 @@ std::string csvText(const std::string& text) {
     return quoted + '"';
 }
 
+// Whether a cell is a figure, which no spreadsheet takes for a formula.
+bool isFigure(std::string_view cell) {
+    if (cell.starts_with('-')) cell.remove_prefix(1);
+    return !cell.empty() && cell.find_first_not_of("0123456789.,") == std::string_view::npos;
+}
+
 } // namespace
+
+std::string csvOf(std::string_view copied) {
+    std::string csv;
+    std::string cell;
+    const auto endCell = [&] {
+        const bool isPlain = isFigure(cell) && cell.find(',') == std::string::npos;
+        csv += isPlain ? cell : csvText(cell);
+        cell.clear();
+    };
+    for (const char c : copied) {
+        if (c == '\t' || c == '\n') {
+            endCell();
+            csv += c == '\t' ? ',' : '\n';
+        } else if (c != '\r') {
+            cell += c;
+        }
+    }
+    if (!cell.empty()) endCell();
+    return csv;
+}
 
 bool writeCsv(const ExportTable& table, const FileSink& sink, const ExportProgress& progress) {
     std::string line;

@@ -26,6 +26,10 @@ using ExportProgress = std::function<bool(std::int64_t done)>;
 bool writeExport(const ExportTable& table, ExportFormat format, const std::string& path,
                  const ExportProgress& progress = {});
 
+// A table as text (tabs between cells, CR LF behind lines), as it is copied, as CSV. Figures stay as they are written,
+// with the user's decimal separator.
+std::string csvOf(std::string_view copied);
+
 // The writers of the formats. They return false when the progress, which is asked before each line, ended them.
 
 // CSV by RFC 4180 in UTF-8, with the names of the columns in the first line. A text that a spreadsheet could take for a

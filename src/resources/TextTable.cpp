@@ -1,6 +1,7 @@
 #include "resources/TextTable.h"
 
 #include "resources/TextNames_w1.h"
+#include "resources/TextNames_w2.h"
 #include "resources/TextNames_w3.h"
 #include "resources/TextNames_w4.h"
 
@@ -1074,6 +1075,24 @@ constexpr TextEntry Entries[] = {
     {Text::LevelsOfMap, "Levels from ^ to * dB."},
     // Faults
     {Text::Error, "Error"},
+    // Appearance and marks of series, in the settings
+    {Text::MarkSeries, "Mark se&ries by shapes and patterns, not by colour alone"},
+    {Text::AppearanceGroup, "Colours"},
+    {Text::AppearanceLabel, "&Appearance:"},
+    {Text::AppearanceAsSystem, "As the desktop"},
+    {Text::AppearanceLight, "Light"},
+    {Text::AppearanceDark, "Dark"},
+    {Text::AppearanceHighContrast, "High contrast"},
+    // The list of keys
+    {Text::CommandKeys, "&Keyboard Shortcuts..."},
+    {Text::TipKeys, "Lists the keys of all commands"},
+    {Text::KeysTitle, "Keyboard Shortcuts"},
+    {Text::KeysSearch, "&Search:"},
+    {Text::KeysPlace, "Where"},
+    {Text::KeysCommand, "Command"},
+    {Text::KeysKeys, "Keys"},
+    {Text::KeysMenuOfTree, "Menu of the tree"},
+    {Text::KeysMenuOfLog, "Menu of the tabs"},
     {Text::AskWeighting, "Convert to which frequency weighting (A, C or Z)?"},
     // Downloads, other programs, the history
     {Text::LengthOfLog, "length ^"},

@@ -56,6 +56,7 @@ struct ChartData {
     std::optional<Colour> GradeColour; // of the title and the axis titles, changed as far as needed to be readable
     std::string Footnote;
     bool HasLegend = true;
+    bool HasMarks = false; // series differ by shapes and patterns, too, not by colour alone
 
     // Rows are counted from 0. RowLabel is the text at the axis, RowName that of a read-out (with the date).
     std::size_t RowCount = 0;

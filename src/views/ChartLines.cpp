@@ -25,6 +25,7 @@ constexpr std::string_view kLimits = "LimitLines";
 constexpr std::string_view kOwnLevels = "OwnLevels";
 constexpr std::string_view kRunning = "RunningSeries";
 constexpr std::string_view kFromBands = "LevelFromBands";
+constexpr std::string_view kMarks = "SeriesMarks";
 constexpr std::array<std::pair<LimitLines, const char*>, 5> kNames = {{{LimitLines::None, "None"},
                                                                        {LimitLines::Usual, "Usual"},
                                                                        {LimitLines::Criterion, "Criterion"},
@@ -136,6 +137,7 @@ ChartLines readChartLines(const Session& session) {
     lines.OwnLevels = session.settings.read(kSection, kOwnLevels, {});
     lines.IsRunningShown = readSwitch(session, kRunning);
     lines.IsFromBandsShown = readSwitch(session, kFromBands);
+    lines.AreSeriesMarked = readSwitch(session, kMarks);
     return lines;
 }
 
@@ -144,6 +146,7 @@ void storeChartLines(Session& session, const ChartLines& lines) {
     session.settings.write(kSection, kOwnLevels, lines.OwnLevels);
     session.settings.write(kSection, kRunning, settingsText(lines.IsRunningShown));
     session.settings.write(kSection, kFromBands, settingsText(lines.IsFromBandsShown));
+    session.settings.write(kSection, kMarks, settingsText(lines.AreSeriesMarked));
 }
 
 void addChartLines(ChartData& chart, const clsLog& log, const ChartLines& lines) {

@@ -1,5 +1,6 @@
 // What a user can add to the chart of all rows: lines at levels that mean something, and the exposure that has come
-// together up to each row. Which of them is a setting of the user, for all logs.
+// together up to each row; and, on every chart, marks by which series differ without their colours. Which of them is a
+// setting of the user, for all logs.
 #pragma once
 
 #include "model/clsLog.h"
@@ -18,6 +19,7 @@ struct ChartLines {
     std::string OwnLevels; // dB, with blanks between them
     bool IsRunningShown = false;
     bool IsFromBandsShown = false; // LAeq of a log with bands that is not A-weighted
+    bool AreSeriesMarked = false;  // on every chart: by shapes and patterns, for print without colours
 
     bool operator==(const ChartLines&) const = default;
 };

@@ -2,6 +2,7 @@
 
 #include "model/RowClock.h"
 #include "model/Session.h"
+#include "views/ChartLines.h"
 #include "views/RowTimes.h"
 
 namespace kestrane {
@@ -17,6 +18,7 @@ ChartData emptyChart(const clsLog& log, const clsLogOptions& options) {
     chart.Title = log.Name;
     chart.Style = options.ChartStyle;
     chart.LineWidth = options.LineWidth;
+    chart.HasMarks = readChartLines(log.session()).AreSeriesMarked;
     chart.TitleFont = options.TitleFont;
     chart.LegendFont = options.LegendFont;
     chart.AxisFont = options.AxisFont;

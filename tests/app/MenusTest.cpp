@@ -174,6 +174,11 @@ TEST(MenuItems, StandInOrderAndNoKeyServesTwoCommands) {
             EXPECT_EQ(known.first->second, item.command) << key;
         }
     }
+    std::set<Command> reachable;
+    for (const MenuItem& item : menuItems())
+        reachable.insert(item.command);
+    for (int command = 0; command <= static_cast<int>(Command::HelpKeys); ++command)
+        EXPECT_TRUE(reachable.contains(static_cast<Command>(command))) << command;
 }
 
 TEST(MenuTexts, GiveEveryItemALetterOfItsOwnInEveryLanguage) {
@@ -195,7 +200,7 @@ TEST(MenuTexts, GiveEveryItemALetterOfItsOwnInEveryLanguage) {
     EXPECT_EQ(menuTexts(test.session, Menu::Print),
               (std::vector<std::string>{"Default &Report", "&Cumulative Report", "Cumulative && &Intervals Report",
                                         "Cri&teria Report", "Current &View"}));
-    EXPECT_EQ(menuTexts(test.session, Menu::Edit).back(), "Find &Next");
+    EXPECT_EQ(menuTexts(test.session, Menu::Edit).back(), "&Edit Note...");
 }
 
 } // namespace

@@ -118,18 +118,20 @@ TEST(ChartDrawing, ExcludedRowsAreShadedAndAWarningIsRed) {
     chart.IsTitleWarning = true;
     ShownChart shown(chart);
     const QRgb shade = ChartLooks::ofPaper().Excluded.rgb();
+    const QRgb red = ChartLooks::ofPaper().Warning.rgb();
     EXPECT_TRUE(shown.isSeen(shade, shown.at(25.3, 74), 0));
     EXPECT_FALSE(shown.isSeen(shade, shown.at(15.3, 74), 0));
     const QRect top(0, 0, 800, shown.plot->axisRect()->top() - 10);
-    EXPECT_GT(countOf(shown.image().copy(top), qRgb(255, 0, 0)), 3);
+    EXPECT_GT(countOf(shown.image().copy(top), red), 3);
     chart.IsTitleWarning = false;
-    EXPECT_EQ(countOf(ShownChart(chart).image().copy(top), qRgb(255, 0, 0)), 0);
+    EXPECT_EQ(countOf(ShownChart(chart).image().copy(top), red), 0);
 }
 
 TEST(ChartDrawing, TitlesInTheColourOfAGradeCanBeRead) {
     ChartData chart = chartOf(ChartShape::Bar, {{70}});
     chart.GradeColour = Colour{255, 0, 0};
-    EXPECT_EQ(ChartLooks::ofPaper().axisTitleColor(chart), QColor(255, 0, 0));
+    EXPECT_EQ(ChartLooks::ofPaper().axisTitleColor(chart).hue(), 0);
+    EXPECT_GT(ChartLooks::ofPaper().axisTitleColor(chart).red(), 220);
     ShownChart shown(chart);
     const QImage image = shown.image();
     const auto isReddish = [&](int x, int y) { // thin letters hold few pixels of the very colour
@@ -179,6 +181,31 @@ TEST(ChartDrawing, SeriesOfOneNamelessRowStandSideBySide) {
     EXPECT_FALSE(shown.isSeen(colorOf(chart, 1), shown.at(0, 75)));
     EXPECT_TRUE(shown.isSeen(colorOf(chart, 2), shown.at(1.0 / 3, 85)));
     EXPECT_EQ(shown.rows().tickVectorLabels(), QVector<QString>({"Series 0", "Series 1", "Series 2"}));
+}
+
+// Two lines of one level: what is drawn beside the line is the shape of a mark.
+TEST(ChartDrawing, SeriesDifferWithoutTheirColours) {
+    ChartData chart = chartOf(ChartShape::Line, {std::vector<float>(4, 70), std::vector<float>(4, 60)});
+    chart.LineWidth = 20;
+    const auto inked = [](ShownChart& shown, const QPoint& place, int reach) {
+        const QRect around = QRect(place, QSize(1, 1)).adjusted(-reach, -reach, reach, reach);
+        const QImage image = shown.image().convertToFormat(QImage::Format_Grayscale8).copy(around);
+        return countWhere(image, [&](int x, int y) { return qGray(image.pixel(x, y)) < 200; });
+    };
+    ShownChart plain(chart);
+    const int line = inked(plain, plain.at(1, 70), 5);
+    EXPECT_NEAR(line, inked(plain, plain.at(1, 60), 5), 4);
+    chart.HasMarks = true;
+    ShownChart marked(chart);
+    const int first = inked(marked, marked.at(1, 70), 5);
+    EXPECT_GT(first, line + 10);
+    EXPECT_NE(first, inked(marked, marked.at(1, 60), 5)) << "a circle and a square";
+
+    chart.Shape = ChartShape::Bar;
+    ShownChart bars(chart);
+    const int filled = inked(bars, bars.at(0.8, 30), 8);
+    EXPECT_EQ(filled, 17 * 17);
+    EXPECT_LT(inked(bars, bars.at(1.2, 30), 8), filled / 2 + filled / 10) << "hatched";
 }
 
 TEST(ChartDrawing, LegendAndFootnoteTakeTheirRoomAndGiveItBack) {

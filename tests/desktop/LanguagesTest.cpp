@@ -1,8 +1,11 @@
 // The window in a language that nobody speaks: every text of the table has other vowels and is longer by two fifths.
 // What still reads like English did not come from the table, and what is cut would be cut in some language.
 #include "desktop/Desk.h"
+#include "desktop/HelpTopic.h"
 #include "dialogs/ModalDialog.h"
+#include "protection/ProtectorDatabase.h"
 #include "resources/TextNames_w1.h"
+#include "resources/TextNames_w2.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -149,13 +152,17 @@ TEST(ForeignLanguage, EveryTabSpeaksIt) {
 
 // Opens each dialog of the log and of the program, and visits every page of it.
 void forEachDialog(Desk& desk, const std::function<void(const QDialog&, const std::string& name)>& visit) {
+    static ProtectorCollection protectors;
+    protectors.Protectors.resize(1);
+    desk.session.protectors = &protectors;
     desk.open("machine-survey-octave.xml");
     desk.clickNode("Planer");
     for (const Text::Id text :
-         {Text::CommandSettings, Text::CommandExposureTime, Text::CommandAddRemoveIntervals, Text::CommandPrintPreview,
-          Text::CommandAbout, Text::EditNote, Text::CommandConvertWeighting, Text::CommandDisplayOptions,
-          Text::ShowChartTable, Text::CommandHistory, Text::CommandExport, Text::CommandExportPicture,
-          Text::CommandEvents, Text::CommandDistribution, Text::CommandCompareLogs, Text::CommandSpectrogram}) {
+         {Text::CommandProtectorDatabase, Text::CommandSettings, Text::CommandExposureTime,
+          Text::CommandAddRemoveIntervals, Text::CommandPrintPreview, Text::CommandAbout, Text::EditNote,
+          Text::CommandConvertWeighting, Text::CommandDisplayOptions, Text::ShowChartTable, Text::CommandHistory,
+          Text::CommandExport, Text::CommandExportPicture, Text::CommandEvents, Text::CommandDistribution,
+          Text::CommandCompareLogs, Text::CommandSpectrogram, Text::CommandKeys}) {
         const std::string name = desk.session.LoadText(text);
         bool isShown = false;
         onDialog([&](QDialog& dialog) {
@@ -193,9 +200,21 @@ QString lettersOf(const QWidget& window) {
     return letters;
 }
 
+TEST(Help, HasAPageAboutEveryDialog) {
+    Desk desk;
+    forEachDialog(desk, [&](const QDialog& dialog, const std::string& name) {
+        const bool isQuestion = dialog.objectName().isEmpty(); // or the box about the program
+        EXPECT_EQ(helpTopicOf(&dialog) == "help", isQuestion) << name;
+    });
+}
+
 TEST(EveryLanguage, GivesTheControlsOfADialogLettersOfTheirOwn) {
     for (const Language& language : Languages()) {
         Desk desk({}, {1024, 740}, nullptr, {language, language});
+        std::set<QString> titles;
+        for (const QAction* menu : desk.frame->menuBar()->actions())
+            EXPECT_TRUE(titles.insert(menu->text().section('&', 1).left(1).toLower()).second)
+                << language.Name << ": " << menu->text().toStdString();
         forEachDialog(desk, [&](const QDialog& dialog, const std::string& name) {
             const QString letters = lettersOf(dialog);
             const std::set<QChar> different(letters.begin(), letters.end());

@@ -3,8 +3,9 @@
 
     heard.py KESTRANE KESTRANE-CLI KESTRANE-SIM SAMPLES
 
-Opens samples and compares what is heard on every tab and in the dialogs with what kestrane-cli says. The note and the
-table of a chart are opened by keys and popup menus only, which AT-SPI does not reach; they are left to the other tests.
+Opens samples and compares what is heard on every tab, in the dialogs and in the window of an assessment with what
+kestrane-cli says. The table of a chart is opened by keys and popup menus only, which AT-SPI does not reach; it is left to
+the other tests.
 Ends with 77 when no display or no accessibility bus can be had here; everything else that goes wrong is a failure.
 """
 
@@ -209,7 +210,7 @@ def check_words(nodes, where, patterns):
 
 
 class Program:
-    def __init__(self, bench, sample):
+    def __init__(self, bench, sample, is_log=True):
         state = tempfile.mkdtemp(dir=os.environ["HOME"])  # a program that was ended leaves copies of its documents
         self.process = bench.start([KESTRANE, sample], env=dict(os.environ, XDG_STATE_HOME=state))
         desktop = Atspi.get_desktop(0)
@@ -224,7 +225,11 @@ class Program:
 
         self.root = wait_for("the program", application)
         self.root.set_cache_mask(Atspi.Cache.NONE)
-        wait_for("the log", lambda: any(self.find("page tab", "Full Log")) and "Loading Completed" in self.status())
+        if is_log:
+            wait_for("the log", lambda: any(self.find("page tab", "Full Log")) and "Loading Completed" in self.status())
+        else:
+            wait_for("the assessment", lambda: any("dB" in n.get_name() for n in self.find("label")))
+            time.sleep(0.5)  # the files that it names are read
 
     def find(self, role, name=None):
         return [n for n in showing(self.root) if n.get_role_name() == role and name in (None, n.get_name())]
@@ -346,6 +351,33 @@ def check_chart(nodes, sample, tab):
         check(near, f"{sample}, {tab}: {label} is {figures}, heard is '{said and said[0]}'")
 
 
+def cells(table):
+    """The rows of a table, as the names of their cells."""
+    table = table.get_table_iface() or table
+    rows, columns = Atspi.Table.get_n_rows(table), Atspi.Table.get_n_columns(table)
+    return [[Atspi.Table.get_accessible_at(table, row, column).get_name() for column in range(columns)]
+            for row in range(rows)]
+
+
+def check_criteria(program, sample):
+    """The figures of each criterion, in its row."""
+    tables = [n for n in program.find("table") if n.get_name() == "Criteria"]
+    if not check(len(tables) == 1, f"{sample}: {len(tables)} tables of criteria"):
+        return
+    table = tables[0].get_table_iface() or tables[0]
+    heads = [Atspi.Table.get_column_header(table, i).get_name() for i in range(Atspi.Table.get_n_columns(table))]
+    check(all(heads), f"{sample}, Criteria: the columns are heard as {heads}")
+    rows = cells(tables[0])
+    for criterion in json.loads(cli("criteria", sample))["Criteria"]:
+        row = next((row for row in rows if row[0] == criterion["Title"]), None)
+        if not check(row, f"{sample}: {criterion['Title']} is not heard in {[row[0] for row in rows]}"):
+            continue
+        for figure in ("LEX8h", "Dose", "TWA"):
+            value = criterion[figure]
+            said = value is None or any(re.fullmatch(rf"{value:.1f}(\D.*)?", cell) for cell in row)
+            check(said, f"{sample}, {criterion['Title']}: {figure} is {value}, heard is {row}")
+
+
 def check_sample(bench, sample):
     program = Program(bench, sample)
     tabs = {tab.get_name(): tab for tab in program.tabs()}
@@ -360,6 +392,8 @@ def check_sample(bench, sample):
             check_chart(nodes, sample, tab)
         if tab == "Cumultv (Data)":
             check_panel(program, sample)
+        if tab == "Criteria":
+            check_criteria(program, sample)
     check(not {"Status", "Process", "Error"} & set(program.status()), f"{sample}: status bar {program.status()}")
     print(f"{sample}: {len(tabs)} tabs")
     program.end()
@@ -431,6 +465,35 @@ def check_comparison(program, sample):
         check(said and abs(float(said[1]) - bar["Level"]) <= 0.051, f"comparison: {bar}, {chart.get_description()}")
 
 
+def check_note(program):
+    program.give("Edit", "Edit Note")
+    program.check_dialog("Note", "Cancel")
+
+
+def check_toggle(program):
+    """The button of the tool bar shows and hides the panel of the zoom, whoever presses it."""
+    bar = program.find("tool bar")[0]
+    zoom = next(n for n in showing(bar) if n.get_name().startswith("Zoom"))
+    for is_shown in (True, False):
+        program.act(zoom)
+        wait_for(f"the zoom panel: {is_shown}", lambda: any(program.find("radio button", "Time")) == is_shown)
+
+
+def check_assessment(bench, assessment):
+    """The result of each group: its level with the uncertainty, and what is to be done."""
+    program = Program(bench, assessment, is_log=False)
+    nodes = list(showing(program.root))
+    check_heard(nodes, assessment)
+    heard = "\n".join(text for n in nodes for text in (n.get_name(), n.get_description()) if text)
+    group = json.loads(cli("assess", assessment))["groups"][0]
+    for what in (group["name"], f"{group['lex8h']:.1f} dB", f"{group['upper']:.1f} dB"):
+        check(what in heard, f"{assessment}: '{what}' is not heard in {heard}")
+    for action in group["actions"]:
+        check(action["name"] in heard, f"{assessment}: '{action['name']}' is not heard")
+    print("assessment")
+    program.end()
+
+
 def check_dialogs(bench, home, sample):
     simulator = bench.start([SIM, "--family", "brevik", "--from", str(pathlib.Path(SAMPLES, "brevik-short-form.xml")),
                              "--speed", "0"], stdout=subprocess.PIPE)
@@ -458,6 +521,10 @@ def check_dialogs(bench, home, sample):
     values = [f".*, {instrument[key]}" for key in ("InsName", "InsSerial")]
     program.check_dialog("Download Options", "Cancel", values)
     program.check_dialog("Download function aborted", "OK")
+    check_note(program)
+    program.give("Help", "Keyboard Shortcuts")
+    program.check_dialog("Keyboard Shortcuts", "Close")
+    check_toggle(program)
     check_zoom(program)
     check_comparison(program, sample)
     print("dialogs")
@@ -481,6 +548,7 @@ if __name__ == "__main__":
             skip("no accessibility bus")
         for sample in ("protector-ac.xml", "night-environment.xml", "brevik-short-form.xml", "shift-dosimeter.xml"):
             check_sample(bench, str(pathlib.Path(SAMPLES, sample)))
+        check_assessment(bench, str(pathlib.Path(SAMPLES, "foundry-job.kxa")))
         check_dialogs(bench, home, str(pathlib.Path(SAMPLES, DIALOG_SAMPLE)))
     print(f"{len(failures)} failures")
     sys.exit(1 if failures else 0)

@@ -2,6 +2,7 @@
 
 #include "TestSession.h"
 #include "dialogs/ModalDialog.h"
+#include "dialogs/Palettes.h"
 #include "dialogs/frmCutIntervals.h"
 #include "dialogs/frmExport.h"
 #include "dialogs/frmHPD.h"
@@ -36,6 +37,10 @@ void expectWhole(QDialog& dialog, QSize room, const char* what) {
         const bool isElided = widget->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored;
         EXPECT_TRUE(isElided || widget->width() >= widget->minimumSizeHint().width()) << name;
         EXPECT_GE(widget->height() + 1, widget->minimumSizeHint().height()) << name; // a style may lend one
+        const QWidget* const around = widget->parentWidget();
+        const bool isPart = qobject_cast<const QComboBox*>(around) != nullptr || around->inherits("QAbstractSpinBox") ||
+                            qobject_cast<const QLineEdit*>(around) != nullptr;
+        EXPECT_TRUE(isPart || qobject_cast<const QLabel*>(widget) != nullptr || widget->height() >= kLeastHit) << name;
         if (widget->objectName() != "cmdOK" && widget->objectName() != "cmdCancel") continue;
         EXPECT_TRUE(dialog.rect().contains(QRect(widget->mapTo(&dialog, QPoint()), widget->size()))) << name;
         ++ends;
@@ -44,6 +49,7 @@ void expectWhole(QDialog& dialog, QSize room, const char* what) {
 }
 
 TEST(DialogFit, NoDialogIsLargerThanItsScreenAndNothingIsCut) {
+    showAppearance(Appearance::Light);
     TestSession test;
     ProtectorCollection protectors;
     protectors.Protectors.resize(3);

@@ -51,13 +51,16 @@ TEST(Options, WhatIsChangedAndConfirmedIsKept) {
         control<QComboBox>(dialog, "cboLimits").setCurrentIndex(3);
         control<QLineEdit>(dialog, "txtOwnLines").setText("82 91.5");
         click(dialog, "chkRunning");
+        click(dialog, "chkMarks");
+        control<QComboBox>(dialog, "cboAppearance").setCurrentIndex(2);
         showPage(dialog, 2);
         type(control<QLineEdit>(dialog, "txtExposureTime"), " 7:30:00");
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(control<QLineEdit>(dialog, "txtExposureTime").text(), "07:30:00");
         QTest::keyClick(&control<QSlider>(dialog, "sliderWidth"), Qt::Key_Return);
     });
-    EXPECT_EQ(changes, (SettingsChanges{true, true, false}));
+    EXPECT_EQ(changes, (SettingsChanges{true, true, false, true}));
+    EXPECT_EQ(readAppearance(test.settings), Appearance::Dark);
     const clsOptions& options = test.session.Options;
     EXPECT_EQ(options.CompanyName, "Smith & Jones");
     EXPECT_EQ(options.SerialPort, 0);
@@ -73,7 +76,7 @@ TEST(Options, WhatIsChangedAndConfirmedIsKept) {
     EXPECT_EQ(test.settings.read("Preferences", "Company", ""), "Smith & Jones");
     EXPECT_EQ(test.settings.read("Preferences", "Language", ""), "de");
     EXPECT_EQ(options.ReportLanguage, "fr");
-    EXPECT_EQ(readChartLines(test.session), (ChartLines{LimitLines::Own, "82 91.5", true}));
+    EXPECT_EQ(readChartLines(test.session), (ChartLines{LimitLines::Own, "82 91.5", true, false, true}));
 }
 
 TEST(Options, CancelAndEscapeChangeNothing) {

@@ -20,8 +20,7 @@ constexpr int kScaleLines = 4;
 constexpr double kNameShare = 0.3; // of the width
 constexpr double kHeadingSize = 1.3;
 
-const QColor kBar(0x3b, 0x78, 0xb8);
-const QColor kBand(0x3b, 0x78, 0xb8, 0x70);
+constexpr int kBandOpacity = 0x70;
 
 Signal signalOf(ActionState state) {
     constexpr Signal kSignals[] = {Signal::Good, Signal::Caution, Signal::Bad, Signal::None};
@@ -104,11 +103,14 @@ void ScaleView::paintEvent(QPaintEvent*) {
     if (!scale_.Level) return;
     const double top = 1.25 * line + kGap;
     painter.setPen(Qt::NoPen);
+    const QColor bar = barColour(palette());
     if (scale_.From) {
-        painter.setBrush(kBand);
+        QColor band = bar;
+        band.setAlpha(kBandOpacity);
+        painter.setBrush(band);
         painter.drawRect(QRectF(x(*scale_.From), top, x(*scale_.To) - x(*scale_.From), line));
     }
-    painter.setBrush(kBar);
+    painter.setBrush(bar);
     painter.drawRect(QRectF(x(*scale_.Level) - 2, top - 3, 4, line + 6.0));
     QFont bold = font();
     bold.setBold(true);
@@ -159,7 +161,7 @@ void TaskBarsView::paintEvent(QPaintEvent*) {
         const QString name = fontMetrics().elidedText(shown(bar.Name), Qt::ElideRight, names - kGap);
         painter.drawText(QRect(0, top, names, line), Qt::AlignLeft | Qt::AlignVCenter, name);
         const int length = static_cast<int>(bar.Share.value_or(0) * room);
-        painter.fillRect(QRect(names, top, length, line), kBar);
+        painter.fillRect(QRect(names, top, length, line), barColour(palette()));
         painter.drawText(QRect(names + length + kGap, top, words, line), Qt::AlignLeft | Qt::AlignVCenter,
                          shown(bar.Words));
         top += rowHeight();

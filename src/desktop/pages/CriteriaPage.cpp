@@ -1,6 +1,7 @@
 #include "desktop/pages/CriteriaPage.h"
 
 #include "dialogs/Words.h"
+#include "platform/desktop/DragOut.h"
 #include "views/CopyData.h"
 
 #include <QHeaderView>
@@ -17,6 +18,7 @@ CriteriaPage::CriteriaPage(Session& session, ExplorerState& state) : LogPage(ses
     grid_->verticalHeader()->hide();
     grid_->horizontalHeader()->setStretchLastSection(true);
     fillWith(*grid_);
+    allowDragging(*grid_->viewport(), onSelection(*grid_));
 }
 
 void CriteriaPage::Draw(clsLog& inView) {

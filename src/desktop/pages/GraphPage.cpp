@@ -1,6 +1,7 @@
 #include "desktop/pages/GraphPage.h"
 
 #include "charts/chaTab.h"
+#include "desktop/ChartDrag.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmChartTable.h"
 #include "dialogs/frmPicture.h"
@@ -35,6 +36,7 @@ void GraphPage::Draw(clsLog& inView) {
         chart_ = new chaTab(session_.locale, [this](const ChartData& chart) { return chartSummary(session_, chart); });
         chart_->setObjectName("chaTab" + QString::number(tab_));
         connect(chart_, &chaTab::ViewChanged, this, &GraphPage::ViewChanged);
+        kestrane::allowDragging(*chart_);
         column_->insertWidget(0, chart_, 1);
     }
     std::optional<ChartData> drawn = chartOfTab(inView, tab_, choice());
@@ -66,10 +68,7 @@ bool GraphPage::HasContent() const {
 ClipboardForms GraphPage::Copy(const clsLog& inView, bool valuesOnly) const {
     if (shownChart() == nullptr) return {};
     if (valuesOnly) return withWholeFigures(copiedValues(chart_->chart(), session_.locale), inView);
-    ClipboardForms forms;
-    forms.Png = chart_->pictureBytes(".png", chart_->size()).toStdString();
-    forms.Svg = chart_->pictureBytes(".svg", chart_->size()).toStdString();
-    return forms;
+    return pictureOf(*chart_);
 }
 
 std::unique_ptr<PagedDocument> GraphPage::Pages(const PrintedView& printed) const {

@@ -1,5 +1,6 @@
 #include "desktop/pages/LogPage.h"
 
+#include "dialogs/DragOffers.h"
 #include "views/CopyData.h"
 
 #include <QBoxLayout>
@@ -13,6 +14,13 @@ void LogPage::fillWith(QWidget& content) {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(&content);
+}
+
+void LogPage::allowDragging(QWidget& part, std::function<bool(const QMouseEvent& press)> isGrip) {
+    new DragOut(part, std::move(isGrip), [this]() -> std::optional<DragOffer> {
+        const clsLog* const log = state_.LogInView(session_);
+        return log == nullptr ? std::nullopt : offerOf(Copy(*log, false), log->Name);
+    }); // the part owns it
 }
 
 ClipboardForms LogPage::withWholeFigures(ClipboardForms forms, const clsLog& inView) const {

@@ -10,9 +10,11 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class QLabel;
+class QMouseEvent;
 
 namespace kestrane {
 
@@ -44,6 +46,9 @@ signals:
 
 protected:
     void fillWith(QWidget& content);
+
+    // Lets what Copy gives be dragged out of a part of the page, as a file, too.
+    void allowDragging(QWidget& part, std::function<bool(const QMouseEvent& press)> isGrip);
 
     // Adds the line about figures that are not those of the rows in view, if the tab shows such figures.
     ClipboardForms withWholeFigures(ClipboardForms forms, const clsLog& inView) const;

@@ -1,6 +1,7 @@
 #include "desktop/pages/TablePage.h"
 
 #include "desktop/grdTable.h"
+#include "platform/desktop/DragOut.h"
 #include "views/CopyData.h"
 
 namespace kestrane {
@@ -8,6 +9,7 @@ namespace kestrane {
 TablePage::TablePage(Session& session, ExplorerState& state) : LogPage(session, state, eTabIntervalsTable) {
     table_ = new grdTable(session);
     fillWith(*table_);
+    allowDragging(*table_->viewport(), onSelection(*table_));
 }
 
 void TablePage::Draw(clsLog& inView) {

@@ -17,6 +17,13 @@ std::vector<std::string> localFiles(const QMimeData& data) {
     return paths;
 }
 
+void fillForms(QMimeData& data, const ClipboardForms& forms) {
+    if (!forms.Text.empty()) data.setText(QString::fromStdString(forms.Text));
+    if (!forms.Html.empty()) data.setHtml(QString::fromStdString(forms.Html));
+    if (!forms.Svg.empty()) data.setData("image/svg+xml", QByteArray::fromStdString(forms.Svg));
+    if (!forms.Png.empty()) data.setImageData(QImage::fromData(QByteArray::fromStdString(forms.Png), "PNG"));
+}
+
 std::vector<std::string> QtClipboard::GetClipboardFiles() const {
     const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
     return data == nullptr ? std::vector<std::string>() : localFiles(*data);
@@ -24,10 +31,7 @@ std::vector<std::string> QtClipboard::GetClipboardFiles() const {
 
 void QtClipboard::Set(const ClipboardForms& forms) {
     auto data = std::make_unique<QMimeData>();
-    if (!forms.Text.empty()) data->setText(QString::fromStdString(forms.Text));
-    if (!forms.Html.empty()) data->setHtml(QString::fromStdString(forms.Html));
-    if (!forms.Svg.empty()) data->setData("image/svg+xml", QByteArray::fromStdString(forms.Svg));
-    if (!forms.Png.empty()) data->setImageData(QImage::fromData(QByteArray::fromStdString(forms.Png), "PNG"));
+    fillForms(*data, forms);
     QGuiApplication::clipboard()->setMimeData(data.release());
 }
 

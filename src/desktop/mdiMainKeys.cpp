@@ -1,0 +1,86 @@
+// The keys of the commands: those that the desktop is used to beside our own, and the list of all.
+#include "desktop/frmKeys.h"
+#include "desktop/mdiMain.h"
+#include "dialogs/Words.h"
+#include "resources/TextNames_w2.h"
+
+#include <QAction>
+
+#include <algorithm>
+#include <set>
+
+namespace kestrane {
+
+namespace {
+
+constexpr std::pair<Menu, Text::Id> kPlaces[] = {
+    {Menu::File, Text::MenuFile},         {Menu::Print, Text::MenuFile}, {Menu::Edit, Text::MenuEdit},
+    {Menu::View, Text::MenuView},         {Menu::Range, Text::MenuView}, {Menu::Tools, Text::MenuTools},
+    {Menu::Window, Text::MenuWindow},     {Menu::Help, Text::MenuHelp},  {Menu::TreePopup, Text::KeysMenuOfTree},
+    {Menu::LogPopup, Text::KeysMenuOfLog}};
+
+// What desktops have a key for. It may be another than ours, and is then taken in addition.
+constexpr std::pair<Command, QKeySequence::StandardKey> kStandardKeys[] = {
+    {Command::FileOpen, QKeySequence::Open},
+    {Command::FileClose, QKeySequence::Close},
+    {Command::FileSave, QKeySequence::Save},
+    {Command::FileSaveAs, QKeySequence::SaveAs},
+    {Command::PrintDefault, QKeySequence::Print},
+    {Command::FileExit, QKeySequence::Quit},
+    {Command::EditUndo, QKeySequence::Undo},
+    {Command::EditRedo, QKeySequence::Redo},
+    {Command::EditCut, QKeySequence::Cut},
+    {Command::EditCopy, QKeySequence::Copy},
+    {Command::EditPaste, QKeySequence::Paste},
+    {Command::EditDelete, QKeySequence::Delete},
+    {Command::EditFind, QKeySequence::Find},
+    {Command::EditFindNext, QKeySequence::FindNext},
+    {Command::ToolsSettings, QKeySequence::Preferences},
+    {Command::WindowNew, QKeySequence::New},
+    {Command::HelpHelp, QKeySequence::HelpContents}};
+
+// The menus that lead to the items of a menu.
+std::string placeOf(const Session& session, Menu menu) {
+    const auto plain = [&session](Text::Id text) { return loadPlainText(session, text).toStdString(); };
+    const auto* const place = std::ranges::find(kPlaces, menu, &std::pair<Menu, Text::Id>::first);
+    std::string path = plain(place->second);
+    for (const MenuItem& item : menuItems())
+        if (item.subMenu == menu && item.menu != Menu::LogPopup) path += " > " + plain(item.text);
+    return path;
+}
+
+std::string textOf(const QList<QKeySequence>& keys) {
+    QStringList texts;
+    for (const QKeySequence& sequence : keys)
+        texts.push_back(sequence.toString(QKeySequence::NativeText));
+    return texts.join(", ").toStdString();
+}
+
+} // namespace
+
+void mdiMain::addStandardKeys() {
+    std::set<QKeySequence> taken;
+    for (const auto& [command, action] : actions_)
+        for (const QKeySequence& keys : action->shortcuts())
+            taken.insert(keys);
+    for (const auto& [command, standard] : kStandardKeys) {
+        QList<QKeySequence> all = actions_.at(command)->shortcuts();
+        for (const QKeySequence& keys : QKeySequence::keyBindings(standard))
+            if (taken.insert(keys).second) all.push_back(keys);
+        actions_.at(command)->setShortcuts(all);
+    }
+}
+
+// A command stands where the menus have it first.
+void mdiMain::showKeys() {
+    std::vector<KeyRow> rows;
+    std::set<Command> listed;
+    for (const MenuItem& item : menuItems()) {
+        if (item.subMenu || !listed.insert(item.command).second) continue;
+        rows.push_back({placeOf(session_, item.menu), loadPlainText(session_, item.text).toStdString(),
+                        textOf(actions_.at(item.command)->shortcuts())});
+    }
+    ShowKeys(session_, std::move(rows), this);
+}
+
+} // namespace kestrane

@@ -1,0 +1,153 @@
+#include "dialogs/Palettes.h"
+
+#include "platform/Contrast.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+namespace kestrane {
+
+namespace {
+
+struct Colours {
+    Rgb Window, Base, Alternate, Text, Button, Highlight, HighlightedText, Quiet, Disabled, Link, Visited, Tip, TipText;
+};
+
+constexpr Colours kLight = {0xefefef, 0xffffff, 0xf6f6f6, 0x17191c, 0xe6e6e6, 0x1f6fa8, 0xffffff,
+                            0x565c64, 0x8d9299, 0x0b57a4, 0x6b3fa0, 0xffffdc, 0x17191c};
+constexpr Colours kDark = {0x2b2d30, 0x1e1f22, 0x25272a, 0xe6e8ea, 0x3a3d41, 0x2a74a8, 0xffffff,
+                           0xaab0b8, 0x7d838b, 0x6cb6ff, 0xc3a6ff, 0x44474c, 0xf2f3f4};
+constexpr Colours kHighContrast = {0x000000, 0x000000, 0x101010, 0xffffff, 0x000000, 0xffe14d, 0x000000,
+                                   0xffffff, 0xb4b4b4, 0x7fdbff, 0xe0b0ff, 0x000000, 0xffff00};
+
+QPalette paletteOf(const Colours& colours) {
+    QPalette palette{QColor(colours.Button), QColor(colours.Window)};
+    const std::pair<QPalette::ColorRole, Rgb> roles[] = {
+        {QPalette::WindowText, colours.Text},         {QPalette::Base, colours.Base},
+        {QPalette::AlternateBase, colours.Alternate}, {QPalette::Text, colours.Text},
+        {QPalette::ButtonText, colours.Text},         {QPalette::BrightText, colours.HighlightedText},
+        {QPalette::Highlight, colours.Highlight},     {QPalette::HighlightedText, colours.HighlightedText},
+        {QPalette::PlaceholderText, colours.Quiet},   {QPalette::Link, colours.Link},
+        {QPalette::LinkVisited, colours.Visited},     {QPalette::ToolTipBase, colours.Tip},
+        {QPalette::ToolTipText, colours.TipText}};
+    for (const auto& [role, colour] : roles)
+        palette.setColor(role, QColor(colour));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, QColor(colours.Disabled));
+    return palette;
+}
+
+// The shade of quiet texts that can be read on the grounds of a palette.
+QColor quietOf(const QPalette& palette) {
+    const Rgb text = palette.color(QPalette::WindowText).rgb();
+    Rgb shade = mixed(text, palette.color(QPalette::Window).rgb(), 0.35);
+    for (const QPalette::ColorRole ground : {QPalette::Window, QPalette::Base, QPalette::AlternateBase})
+        shade = readable(shade, palette.color(ground).rgb());
+    return QColor::fromRgb(shade);
+}
+
+// Gives what is pressed or chosen the height that a hand needs. With edges, it draws those of what can be pressed or
+// filled in the colour of the text: shades would not be seen.
+class HandyStyle : public QProxyStyle {
+public:
+    HandyStyle(const QString& base, bool hasEdges) : QProxyStyle(QStyleFactory::create(base)), hasEdges_(hasEdges) {}
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                           const QWidget* widget) const override {
+        constexpr ContentsType kHit[] = {CT_PushButton,   CT_CheckBox, CT_RadioButton, CT_ComboBox,
+                                         CT_LineEdit,     CT_SpinBox,  CT_Slider,      CT_ToolButton,
+                                         CT_ItemViewItem, CT_MenuItem, CT_MenuBarItem};
+        QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+        if (std::ranges::find(kHit, type) != std::end(kHit) && !isSeparator(type, option))
+            size.setHeight(std::max(size.height(), kLeastHit));
+        return size;
+    }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (!hasEdges_) return;
+        constexpr PrimitiveElement kEdged[] = {
+            PE_FrameLineEdit,  PE_PanelButtonCommand, PE_IndicatorCheckBox, PE_FrameGroupBox,
+            PE_FrameTabWidget, PE_PanelButtonTool,    PE_FrameMenu,         PE_Frame};
+        const bool isRound = element == PE_IndicatorRadioButton;
+        if (isRound || std::ranges::find(kEdged, element) != std::end(kEdged)) drawEdge(*option, *painter, isRound);
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        const bool isTabInFront = hasEdges_ && element == CE_TabBarTabShape && option->state.testFlag(State_Selected);
+        if (isTabInFront) drawEdge(*option, *painter, false);
+    }
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        if (!hasEdges_) return;
+        if (control == CC_ComboBox || control == CC_SpinBox || control == CC_Slider) drawEdge(*option, *painter, false);
+    }
+
+private:
+    static bool isSeparator(ContentsType type, const QStyleOption* option) {
+        const auto* const item = type == CT_MenuItem ? qstyleoption_cast<const QStyleOptionMenuItem*>(option) : nullptr;
+        return item != nullptr && item->menuItemType == QStyleOptionMenuItem::Separator;
+    }
+
+    static void drawEdge(const QStyleOption& option, QPainter& painter, bool isRound) {
+        painter.save();
+        const bool isFocused = option.state.testFlag(State_HasFocus);
+        painter.setPen(option.palette.color(isFocused ? QPalette::Highlight : QPalette::WindowText));
+        painter.setBrush(Qt::NoBrush);
+        const QRect edge = option.rect.adjusted(0, 0, -1, -1);
+        isRound ? painter.drawEllipse(edge) : painter.drawRect(edge);
+        painter.restore();
+    }
+
+    const bool hasEdges_;
+};
+
+} // namespace
+
+QPalette paletteOf(Appearance appearance) {
+    switch (appearance) {
+    case Appearance::Light:
+        return paletteOf(kLight);
+    case Appearance::Dark:
+        return paletteOf(kDark);
+    case Appearance::HighContrast:
+        return paletteOf(kHighContrast);
+    case Appearance::AsSystem:
+        break;
+    }
+    QPalette palette; // what is not set here follows the desktop
+    palette.setColor(QPalette::PlaceholderText, quietOf(palette));
+    return palette;
+}
+
+void showAppearance(Appearance appearance) {
+    static const QString styleOfDesktop = QApplication::style()->name();
+    const bool isOfSystem = appearance == Appearance::AsSystem;
+    QApplication::setStyle(
+        new HandyStyle(isOfSystem ? styleOfDesktop : QStringLiteral("Fusion"), appearance == Appearance::HighContrast));
+    QApplication::setPalette(QPalette()); // so that nothing of the appearance before is left
+    QApplication::setPalette(paletteOf(appearance));
+}
+
+void keepQuietTextReadable() {
+    QPalette palette = QApplication::palette();
+    const QColor quiet = quietOf(palette);
+    const auto isReadable = [&](QPalette::ColorRole ground) {
+        const QColor shade = palette.color(QPalette::PlaceholderText);
+        return shade.alpha() == 255 && contrast(shade.rgb(), palette.color(ground).rgb()) >= kTextContrast;
+    };
+    if (isReadable(QPalette::Window) && isReadable(QPalette::Base)) return;
+    palette = QPalette();
+    palette.setColor(QPalette::PlaceholderText, quiet);
+    QApplication::setPalette(palette);
+}
+
+} // namespace kestrane
