@@ -17,6 +17,7 @@ constexpr HelpOfWindow kWindows[] = {
     {"fraDose", "dose"},
     {"frmAssessment", "assessment"},
     {"frmAcquire", "download"},
+    {"frmCalibration", "calibration"},
     {"frmChartTable", "chart"},
     {"frmCompare", "comparison"},
     {"frmCutIntervals", "intervals"},

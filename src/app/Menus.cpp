@@ -60,8 +60,9 @@ constexpr MenuItem kItems[] = {
     {Menu::View, 6, Command::ViewIntervals, Text::CommandAddRemoveIntervals, Text::TipIntervals, "intervals", "Ctrl+I",
      13},
     {Menu::View, 7, Command::ViewExposureTime, Text::CommandExposureTime, Text::TipExposureTime, "time", "Ctrl+E", 14},
-    {Menu::View, 8, Command::RangeMenu, Text::CommandRangeMenu, Text::None, "", "", 0, Menu::Range},
-    {Menu::View, 10, Command::ViewHistory, Text::CommandHistory, Text::TipHistory, "", "Ctrl+Shift+H"},
+    {Menu::View, 8, Command::LogCalibration, Text::CommandCalibration, Text::None, "", "Ctrl+Shift+B"},
+    {Menu::View, 9, Command::RangeMenu, Text::CommandRangeMenu, Text::None, "", "", 0, Menu::Range},
+    {Menu::View, 11, Command::ViewHistory, Text::CommandHistory, Text::TipHistory, "", "Ctrl+Shift+H"},
 
     {Menu::Range, 0, Command::RangeMeasure, Text::CommandMeasureRange, Text::TipMeasureRange, "", "Ctrl+Shift+R"},
     {Menu::Range, 2, Command::RangeExclude, Text::CommandRangeExclude, Text::None, "", "Ctrl+Shift+X"},
@@ -309,6 +310,10 @@ constexpr Rule kRules[] = {
     {Command::LogSpectrogram,
      [](const Session& session, const MenuState& state) {
          return kOnChartRows(session, state) && hasSpectrogram(*state.InView);
+     }},
+    {Command::LogCalibration,
+     [](const Session&, const MenuState& state) {
+         return state.HasExplorer && state.Displayed != nullptr && !state.Displayed->IsBusy();
      }},
     {Command::FilePrint, kOnReport},
     {Command::FilePrintPreview, kOnReport},

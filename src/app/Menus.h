@@ -95,7 +95,8 @@ enum class Command {
     LogCompare,
     HelpTour,
     LogSpectrogram,
-    HelpKeys
+    HelpKeys,
+    LogCalibration
 };
 
 // The place of a command in a menu. The items of a menu are in the order of their index, and a gap in the indexes is a

@@ -155,10 +155,11 @@ void ChartPlot::makeAxes() {
 void ChartPlot::makeMap() {
     const ChartData& chart = content_->data;
     QCPAxis& bands = *axisRect_->axis(QCPAxis::atLeft);
+    axisRect_->setMinimumMargins(QMargins(kMargin, kMargin / 2, kMargin / 2, 0));
     bands_.reset(new BandTicker(*content_));
     bands.setTicker(bands_);
     axisRect_->axis(QCPAxis::atRight)->setLabel({});
-    map_ = std::make_unique<LevelMapPlot>(axisRect_->axis(QCPAxis::atBottom), &bands, *content_, looks_);
+    map_ = std::make_unique<LevelMapPlot>(*axisRect_, *content_, looks_);
     scale_ = std::make_unique<QCPColorScale>(this);
     scale_->setType(QCPAxis::atRight);
     scale_->setBarWidth(kScaleWidth);

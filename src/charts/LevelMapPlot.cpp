@@ -19,8 +19,12 @@ double partOf(std::size_t colour) {
 
 } // namespace
 
-LevelMapPlot::LevelMapPlot(QCPAxis* rows, QCPAxis* bands, const ChartContent& content, const ChartLooks& looks) :
-    QCPLayerable(rows->parentPlot(), "main"), rows_(rows), bands_(bands), content_(content), looks_(looks) {
+LevelMapPlot::LevelMapPlot(const QCPAxisRect& area, const ChartContent& content, const ChartLooks& looks) :
+    QCPLayerable(area.parentPlot(), "main"),
+    rows_(area.axis(QCPAxis::atBottom)),
+    bands_(area.axis(QCPAxis::atLeft)),
+    content_(content),
+    looks_(looks) {
     for (std::size_t colour = 0; colour < kColours; ++colour)
         colours_.push_back(levelColour(partOf(colour)));
 }

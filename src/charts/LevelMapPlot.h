@@ -11,8 +11,8 @@ namespace kestrane {
 
 class LevelMapPlot : public QCPLayerable {
 public:
-    // The content must have a map.
-    LevelMapPlot(QCPAxis* rows, QCPAxis* bands, const ChartContent& content, const ChartLooks& looks);
+    // The content must have a map. Its rows are on the bottom axis, its bands on the left one.
+    LevelMapPlot(const QCPAxisRect& area, const ChartContent& content, const ChartLooks& looks);
 
 protected:
     void applyDefaultAntialiasingHint(QCPPainter* painter) const override { painter->setAntialiasing(false); }

@@ -33,8 +33,8 @@ constexpr int kTableLines = 7;
 
 } // namespace
 
-frmCompare::frmCompare(const Session& session, const clsLog* first, Copy copy, QWidget* parent) :
-    QDialog(parent), session_(session), copy_(std::move(copy)) {
+frmCompare::frmCompare(const Session& session, const clsLog* first, Owner owner, QWidget* parent) :
+    QDialog(parent), session_(session), owner_(std::move(owner)) {
     setObjectName("frmCompare");
     setWindowTitle(loadText(session, Text::CompareTitle));
     chart_ = new chaTab(session.locale, [&session](const ChartData& chart) { return chartSummary(session, chart); });
@@ -50,14 +50,15 @@ frmCompare::frmCompare(const Session& session, const clsLog* first, Copy copy, Q
     list_->setFixedWidth(std::min(list_->sizeHintForColumn(0) + room, kWidestList));
 
     auto* const buttons = new QDialogButtonBox;
-    QPushButton* const copyButton =
-        pushButton(session, Text::CommandCopy, "cmdCopy", loadPlainText(session, Text::CommandCopy));
-    QPushButton* const close = pushButton(session, Text::CloseButton, "cmdClose", loadText(session, Text::CloseButton));
-    buttons->addButton(copyButton, QDialogButtonBox::ActionRole);
-    buttons->addButton(close, QDialogButtonBox::RejectRole);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    connect(copyButton, &QPushButton::clicked, this,
-            [this] { copy_(copiedCells(comparedTable(session_, compared_))); });
+    const auto add = [&](Text::Id text, const char* name, QDialogButtonBox::ButtonRole role, auto act) {
+        QPushButton* const button = pushButton(session, text, name, loadPlainText(session, text));
+        buttons->addButton(button, role);
+        connect(button, &QPushButton::clicked, this, act);
+    };
+    add(Text::CommandCopy, "cmdCopy", QDialogButtonBox::ActionRole,
+        [this] { owner_.copy(copiedCells(comparedTable(session_, compared_))); });
+    add(Text::CommandPrint, "cmdPrint", QDialogButtonBox::ActionRole, [this] { owner_.print(chart_->onPage()); });
+    add(Text::CloseButton, "cmdClose", QDialogButtonBox::RejectRole, [this] { reject(); });
     auto* const left = new QVBoxLayout;
     left->addWidget(labelOf(session, Text::CompareChoose, *list_));
     left->addWidget(list_, 1);

@@ -1,8 +1,9 @@
-// Logs of the open files side by side: which of them, on which axis, as a chart and a table; copied.
+// Logs of the open files side by side: which of them, on which axis, as a chart and a table; copied and printed.
 #pragma once
 
 #include "model/Session.h"
 #include "platform/Clipboard.h"
+#include "views/ChartOnPage.h"
 #include "views/LogComparison.h"
 
 #include <QDialog>
@@ -22,10 +23,13 @@ class frmCompare : public QDialog {
     Q_OBJECT
 
 public:
-    using Copy = std::function<void(const ClipboardForms& forms)>;
+    struct Owner {
+        std::function<void(const ClipboardForms& forms)> copy;
+        std::function<void(const ChartOnPage& chart)> print;
+    };
 
     // first is the log that is chosen at first. The files must stay open as long as the dialog is.
-    frmCompare(const Session& session, const clsLog* first, Copy copy, QWidget* parent);
+    frmCompare(const Session& session, const clsLog* first, Owner owner, QWidget* parent);
 
 private:
     void fillList(const clsLog* first);
@@ -34,7 +38,7 @@ private:
     void showChosen();
 
     const Session& session_;
-    Copy copy_;
+    Owner owner_;
     std::vector<const clsLog*> offered_; // by row of the list
     std::vector<ComparedLog> compared_;
     CompareBy by_ = CompareBy::TimeOfDay;

@@ -1,7 +1,9 @@
 #include "desktop/frmSpectrogram.h"
 
 #include "charts/chaTab.h"
+#include "dialogs/CellTableModel.h"
 #include "dialogs/Words.h"
+#include "dialogs/frmChartTable.h"
 #include "dialogs/frmPicture.h"
 #include "model/Session.h"
 #include "resources/TextNames_w1.h"
@@ -15,6 +17,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSplitter>
+#include <QTableView>
 
 #include <utility>
 
@@ -22,8 +25,8 @@ namespace kestrane {
 
 namespace {
 
-constexpr QSize kSize(1160, 580);
-constexpr int kSpectrum = 430; // pixels of the width
+constexpr QSize kSize(1120, 600);
+constexpr int kSpectrum = 400; // pixels of the width
 
 chaTab* newChart(const Session& session, const char* name) {
     auto* const chart =
@@ -40,10 +43,9 @@ frmSpectrogram::frmSpectrogram(const clsLog& log, Owner owner, QWidget* parent) 
     setObjectName("frmSpectrogram");
     setWindowTitle(shown(ReplaceText(session.LoadText(Text::SpectrogramTitle), "^", log.Name)).simplified());
     chart_ = newChart(session, "chaSpectrogram");
-    spectrum_ = newChart(session, "chaSpectrum");
     auto* const splitter = new QSplitter;
     splitter->addWidget(chart_);
-    splitter->addWidget(spectrum_);
+    splitter->addWidget(spectrumColumn());
     splitter->setStretchFactor(0, 1);
     splitter->setChildrenCollapsible(false);
     splitter->setSizes({kSize.width() - kSpectrum, kSpectrum});
@@ -77,6 +79,19 @@ frmSpectrogram::frmSpectrogram(const clsLog& log, Owner owner, QWidget* parent) 
     chart_->setFocus();
 }
 
+QWidget* frmSpectrogram::spectrumColumn() {
+    spectrum_ = newChart(log_.session(), "chaSpectrum");
+    figures_ = new CellTableModel({}, this);
+    QTableView* const table = readTable(*figures_, "tblSpectrum", windowTitle());
+    auto* const column = new QSplitter(Qt::Vertical);
+    column->addWidget(spectrum_);
+    column->addWidget(table);
+    column->setStretchFactor(0, 2);
+    column->setStretchFactor(1, 1);
+    column->setChildrenCollapsible(false);
+    return column;
+}
+
 // At first the levels are shown as they were measured.
 void frmSpectrogram::makeWeights() {
     weights_ = new QComboBox;
@@ -97,6 +112,7 @@ void frmSpectrogram::showWeighted() {
 
 void frmSpectrogram::showSpectrum() {
     spectrum_->setChart(spectrumChart(log_, row_, weight()));
+    figures_->ShowTable(chartCells(spectrum_->onPage().Data, log_.session().locale));
 }
 
 // The spectrogram as a picture, the spectrum as text.

@@ -1,5 +1,5 @@
-// The spectrogram of a log with bands, and beside it the spectrum of the row at the cursor, in a weighting that the
-// user chooses; copied, saved as a picture and printed.
+// The spectrogram of a log with bands, and beside it the spectrum of the row at the cursor, as bars and as
+// figures, in a weighting that the user chooses; copied, saved as a picture and printed.
 #pragma once
 
 #include "platform/Clipboard.h"
@@ -15,6 +15,7 @@ class QComboBox;
 
 namespace kestrane {
 
+class CellTableModel;
 class chaTab;
 
 class frmSpectrogram : public QDialog {
@@ -30,6 +31,7 @@ public:
     frmSpectrogram(const clsLog& log, Owner owner, QWidget* parent);
 
 private:
+    QWidget* spectrumColumn();
     void makeWeights();
     std::string weight() const;
     void showWeighted();
@@ -42,6 +44,7 @@ private:
     QComboBox* weights_;
     chaTab* chart_;
     chaTab* spectrum_;
+    CellTableModel* figures_; // of the spectrum
 };
 
 } // namespace kestrane

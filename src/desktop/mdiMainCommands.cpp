@@ -7,7 +7,6 @@
 #include "app/Transcripts.h"
 #include "desktop/HelpTopic.h"
 #include "desktop/assessment/frmAssessment.h"
-#include "desktop/frmCompare.h"
 #include "desktop/frmExplorer.h"
 #include "desktop/frmHelp.h"
 #include "desktop/frmHistory.h"
@@ -105,7 +104,7 @@ template <std::size_t count>
 constexpr bool hasRowForEach(const CommandRow (&rows)[count]) {
     for (std::size_t i = 0; i < count; ++i)
         if (static_cast<std::size_t>(rows[i].command) != i) return false;
-    return count == static_cast<std::size_t>(Command::HelpKeys) + 1; // the last command
+    return count == static_cast<std::size_t>(Command::LogCalibration) + 1; // the last command
 }
 
 template <auto method, auto... arguments>
@@ -245,14 +244,12 @@ void mdiMain::run(Command command) {
         {Command::LogDistribution,
          [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().TimeChart().ShowDistribution(); }},
         {Command::LogCompare,
-         [](mdiMain& frame, frmExplorer* explorer) {
-             const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
-             frmCompare(frame.session_, explorer->State().OpenedLog(frame.session_), copy, &frame).exec();
-         }},
+         [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().TimeChart().ShowComparison(); }},
         {Command::HelpTour, [](mdiMain& frame, frmExplorer*) { ShowTour(frame.session_, &frame); }},
         {Command::LogSpectrogram,
          [](mdiMain&, frmExplorer* explorer) { explorer->LogTabs().TimeChart().ShowSpectrogram(); }},
         {Command::HelpKeys, onFrame<&mdiMain::showKeys>},
+        {Command::LogCalibration, onTabs<&tabLog::Calibrate>},
     };
     static_assert(hasRowForEach(kRows), "a row a command, in the order of the enumeration");
     kRows[static_cast<std::size_t>(command)].act(*this, activeExplorer());

@@ -14,6 +14,7 @@
 #include "dialogs/Words.h"
 #include "explorer/NodeKeys.h"
 #include "reports/Report.h"
+#include "views/CalibrationText.h"
 #include "views/CaptionHints.h"
 
 #include <QApplication>
@@ -76,6 +77,7 @@ tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
     column->addWidget(tabs_);
     column->addWidget(choices_);
     column->addWidget(wholeFiguresBar());
+    column->addWidget(driftBar());
     column->addWidget(stack_, 1);
     ShowLog();
 }
@@ -160,6 +162,17 @@ QWidget* tabLog::wholeFiguresBar() {
     return fraWholeFigures_;
 }
 
+QLabel* tabLog::driftBar() {
+    lblDrift_ = new QLabel;
+    lblDrift_->setObjectName("lblDriftWarning");
+    lblDrift_->setAutoFillBackground(true);
+    lblDrift_->setBackgroundRole(QPalette::ToolTipBase);
+    lblDrift_->setForegroundRole(QPalette::ToolTipText);
+    lblDrift_->setWordWrap(true);
+    lblDrift_->setMargin(kMargin / 2);
+    return lblDrift_;
+}
+
 LogPage& tabLog::front() const {
     return *pages_[static_cast<std::size_t>(state_.View.Tab)];
 }
@@ -211,12 +224,15 @@ void tabLog::ShowControls() {
         if (QWidget* const bar = page->Bar(); bar != nullptr) bar->setVisible(page == &front());
     fraZoom_->setVisible(IsZoomShown());
     fraWholeFigures_->setVisible(shownPanels(*log, state_.View.Tab).WholeFigures);
+    lblDrift_->setText(shown(calibrationWarning(*log)));
+    lblDrift_->setVisible(!lblDrift_->text().isEmpty());
     choices_->ShowChoices(*log);
 }
 
 void tabLog::showNoLog() {
     choices_->hide();
     fraWholeFigures_->hide();
+    lblDrift_->hide();
     const bool isLoading = state_.Content(session_) == LogContent::Loading;
     placeholder_->setText(isLoading ? loadText(session_, Text::StillLoading)
                                     : loadText(session_, Text::NoLogIsOnDisplay) + "\n\n" +

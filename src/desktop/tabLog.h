@@ -90,6 +90,7 @@ public:
     void EditNote();
     void FullRecalculation();
     void ConvertWeighting();
+    void Calibrate();
 
 signals:
     void TabChanged();                                         // another tab, or other content on it
@@ -106,6 +107,7 @@ private:
     void makePages();
     void makeBars();
     QWidget* wholeFiguresBar();
+    QLabel* driftBar();
     LogPage& front() const;
     void showNoLog();
     void tabClick();
@@ -122,6 +124,7 @@ private:
     ChoicesBar* choices_;
     fraZoom* fraZoom_;
     QWidget* fraWholeFigures_;
+    QLabel* lblDrift_; // the warning of the calibration
     QStackedWidget* stack_;
     QLabel* placeholder_;
     StartPage* start_;

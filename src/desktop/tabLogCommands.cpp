@@ -5,6 +5,7 @@
 #include "desktop/pages/TimePage.h"
 #include "desktop/tabLog.h"
 #include "dialogs/AskDialogs.h"
+#include "dialogs/frmCalibration.h"
 #include "dialogs/frmCutIntervals.h"
 #include "dialogs/frmSimpleEdit.h"
 #include "explorer/CalculationEntries.h"
@@ -22,6 +23,15 @@ void tabLog::ConvertWeighting() {
     clsLog* const inView = state_.LogInView(session_);
     if (displayed != nullptr && inView != nullptr)
         ConvertFrequencyWeighting(*displayed, *inView, choiceDialog(session_, window()));
+}
+
+void tabLog::Calibrate() {
+    const clsLog* const before = state_.OpenedLog(session_);
+    if (before == nullptr) return;
+    const std::optional<Calibration> typed = frmCalibration::Ask(*before, window());
+    clsLog* const displayed = state_.OpenedLog(session_); // found again, because the pump ran in the meantime
+    clsLog* const inView = state_.LogInView(session_);
+    if (typed && displayed != nullptr && inView != nullptr) setCalibration(*displayed, *inView, *typed);
 }
 
 void tabLog::FullRecalculation() {

@@ -17,7 +17,9 @@ namespace {
 
 constexpr QSize kSize(720, 480);
 
-CellTable cellsOf(std::shared_ptr<const ChartData> chart, const Locale& locale) {
+} // namespace
+
+CellTable chartCells(std::shared_ptr<const ChartData> chart, const Locale& locale) {
     const auto values = std::make_shared<ChartTable>(*chart, locale);
     CellTable table;
     table.RowCount = chart->RowCount;
@@ -30,13 +32,11 @@ CellTable cellsOf(std::shared_ptr<const ChartData> chart, const Locale& locale) 
     return table;
 }
 
-} // namespace
-
 void ShowChartTable(const Session& session, std::shared_ptr<const ChartData> chart, QWidget* parent) {
     QDialog dialog(parent);
     dialog.setObjectName("frmChartTable");
     dialog.setWindowTitle(shown(ReplaceText(session.LoadText(Text::ChartTableTitle), "^", chart->Title)).simplified());
-    auto* const model = new CellTableModel(cellsOf(std::move(chart), session.locale), &dialog);
+    auto* const model = new CellTableModel(chartCells(std::move(chart), session.locale), &dialog);
     QTableView* const table = readTable(*model, "tblValues", dialog.windowTitle());
     auto* const buttons = new QDialogButtonBox;
     QPushButton* const close = pushButton(session, Text::CloseButton, "cmdClose", loadText(session, Text::CloseButton));

@@ -146,12 +146,12 @@ bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change) {
     auto step = std::make_unique<LogStep>(log, title);
     if (!change()) return false;
     if (ownerOf(session, log) != file) return true; // the file was closed while the user was asked
-    const bool isSelectionChanged =
+    const bool isBesideText =
         log.LogIntervals.CutIntervals != step->Kept().LogIntervals.CutIntervals ||
         log.LogIntervals.IntervalsToBeIncluded != step->Kept().LogIntervals.IntervalsToBeIncluded ||
-        log.CutReason != step->Kept().CutReason;
+        log.CutReason != step->Kept().CutReason || log.UserCalibration != step->Kept().UserCalibration;
     recordStep(*file, std::move(step), wasChanged);
-    if (isSelectionChanged) file->Changed = true; // the document text without rows does not show this change
+    if (isBesideText) file->Changed = true; // the document text without rows does not show this change
     session.frame->EnableMenusAndButtons();
     return true;
 }

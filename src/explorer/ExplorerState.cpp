@@ -144,7 +144,8 @@ std::string ExplorerState::BasisOfFigures(const Session& session) const {
     if (opened == nullptr) return {};
     std::string basis = std::to_string(opened->Criterion) + '|' + std::to_string(opened->Exchange) + '|' +
                         opened->CalibDate.Format() + '|' + opened->FreqWeightA() + '|' +
-                        std::to_string(opened->LogIntervals.IntervalsToBeIncluded);
+                        std::to_string(opened->LogIntervals.IntervalsToBeIncluded) + '|' +
+                        std::to_string(opened->UserCalibration.Offset);
     for (const std::string& range : opened->LogIntervals.CutIntervals)
         basis += '|' + range;
     return basis;

@@ -4,6 +4,8 @@
 #include "model/InEnglish.h"
 #include "model/LogParameters.h"
 #include "platform/Utf8.h"
+#include "resources/TextNames_w1.h"
+#include "views/CalibrationText.h"
 
 #include <array>
 
@@ -48,6 +50,8 @@ constexpr Fact kFacts[] = {
     {Text::ExchangeRate, [](const clsLog& log) { return decibels(log.Exchange); }},
     {Text::ExposureTime, [](const clsLog& log) { return exposureTimeText(log.objLogOptions.ExposureTime); }},
     {Text::LastUserCalibration, [](const clsLog& log) { return log.CalibDate.Format(); }},
+    {Text::StepCalibration, calibrationLevels},
+    {Text::CalibrationOffsetLabel, calibrationOffset},
     {Text::StepIntervalSelection, selectionOf},
     {Text::StepNote, [](const clsLog& log) { return log.Note; }},
     {Text::StepExposureRows, exposureRowsOf},

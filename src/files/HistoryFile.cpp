@@ -11,6 +11,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 
 namespace kestrane {
@@ -38,6 +39,15 @@ constexpr const char* kExchange = "ExchangeDose";
 constexpr const char* kReported = "Reported"; // names of figures
 constexpr const char* kCutReason = "CutReason";
 
+struct CalibrationMember {
+    const char* key; // its value is in dB
+    std::int16_t Calibration::*member;
+};
+
+constexpr CalibrationMember kCalibration[] = {{"CalibrationBefore", &Calibration::Before},
+                                              {"CalibrationAfter", &Calibration::After},
+                                              {"CalibrationOffset", &Calibration::Offset}};
+
 std::string textOf(const Json& json, const char* key) {
     const auto found = json.find(key);
     return found != json.end() && found->is_string() ? found->get<std::string>() : std::string();
@@ -49,6 +59,20 @@ std::int16_t decibelsOf(const Json& json, const char* key) {
     const auto found = json.find(key);
     if (found == json.end() || !found->is_number_unsigned() || found->get<std::uint64_t>() > kHighest) return 0;
     return found->get<std::int16_t>();
+}
+
+// What is no level counts as none.
+Calibration calibrationOf(const Json& json) {
+    constexpr double kHighest = 200;
+    Calibration calibration;
+    for (const auto& [key, member] : kCalibration) {
+        const auto found = json.find(key);
+        if (found == json.end() || !found->is_number()) continue;
+        const auto decibels = found->get<double>();
+        if (std::abs(decibels) <= kHighest)
+            calibration.*member = static_cast<std::int16_t>(std::lround(decibels * kHundredths));
+    }
+    return calibration;
 }
 
 // Calls visit(name, bit) for each cumulative figure that a log can have.
@@ -80,8 +104,12 @@ Json reportedNames(std::uint64_t figures) {
 LogRemarks remarksOf(const Json& json) {
     const auto position = json.find(kPosition);
     const bool isPlaced = position != json.end() && position->is_number_unsigned();
-    return {isPlaced ? position->get<std::size_t>() : SIZE_MAX, decibelsOf(json, kCriterion),
-            decibelsOf(json, kExchange), reportedOf(json), textOf(json, kCutReason)};
+    return {isPlaced ? position->get<std::uint32_t>() : UINT32_MAX,
+            decibelsOf(json, kCriterion),
+            decibelsOf(json, kExchange),
+            calibrationOf(json),
+            reportedOf(json),
+            textOf(json, kCutReason)};
 }
 
 HistoryLine lineOf(const Session& session, std::string_view text) {
@@ -110,12 +138,15 @@ std::string textOf(const Session& session, const HistoryLine& line) {
     if (line.OfFile) {
         json[kSaved] = line.What == session.LoadText(Text::HistorySaved);
         Json& logs = json[kLogs] = Json::array();
-        for (const LogRemarks& log : *line.OfFile)
+        for (const LogRemarks& log : *line.OfFile) {
             logs.push_back({{kPosition, log.Position},
                             {kCriterion, log.CriterionDose},
                             {kExchange, log.ExchangeDose},
                             {kReported, reportedNames(log.ReportedFigures)},
                             {kCutReason, log.CutReason}});
+            for (const auto& [key, member] : kCalibration)
+                if (log.UserCalibration.*member != 0) logs.back()[key] = log.UserCalibration.*member / kHundredths;
+        }
     }
     return json.dump(-1, ' ', true, Json::error_handler_t::replace) + "\n"; // ASCII, as the data file is
 }
@@ -145,10 +176,11 @@ std::uint64_t reportedFiguresOf(const clsLog& log) {
 
 std::vector<LogRemarks> remarksOf(const clsFile& file) {
     std::vector<LogRemarks> remarks;
-    std::size_t position = 0;
+    std::uint32_t position = 0;
     forEachLog(file, [&](const clsLog& log) {
-        if (log.CriterionDose != 0 || !log.CutReason.empty())
-            remarks.push_back({position, log.CriterionDose, log.ExchangeDose, reportedFiguresOf(log), log.CutReason});
+        if (log.CriterionDose != 0 || !log.CutReason.empty() || log.UserCalibration != Calibration())
+            remarks.push_back({position, log.CriterionDose, log.ExchangeDose, log.UserCalibration,
+                               reportedFiguresOf(log), log.CutReason});
         ++position;
     });
     return remarks;
@@ -211,6 +243,7 @@ void TakeUpHistory(clsFile& file, const std::string& sha256) {
         log.ExchangeDose = remarks.ExchangeDose;
         log.ReportedFigures = remarks.ReportedFigures;
         log.CutReason = remarks.CutReason;
+        log.UserCalibration = remarks.UserCalibration;
     }
 }
 

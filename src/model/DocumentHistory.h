@@ -2,6 +2,8 @@
 // file beside the data file are read and written by files/HistoryFile.
 #pragma once
 
+#include "model/Calibration.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -14,8 +16,9 @@ struct Session;
 
 // What is known of a log and has no place in the data file.
 struct LogRemarks {
-    std::size_t Position = 0; // of the log in the document, in the order of the tree, from 0
+    std::uint32_t Position = 0; // of the log in the document, in the order of the tree, from 0
     std::int16_t CriterionDose = 0, ExchangeDose = 0;
+    Calibration UserCalibration;
     std::uint64_t ReportedFigures = 0;
     std::string CutReason;
 };

@@ -7,6 +7,7 @@
 #include "model/BackgroundWork.h"
 #include "model/BandValues.h"
 #include "model/CalcMode.h"
+#include "model/Calibration.h"
 #include "model/InstrumentFamilies.h"
 #include "model/clsDate.h"
 #include "model/clsDoseLogSample.h"
@@ -44,6 +45,7 @@ struct LogData : CarriedLogData {
     bool FullyCalculated = false;   // the cumulative values have been recalculated
     bool SaveDoseCalc = false;      // DoseLogIntervals are to be saved
     bool AreDoseRowsEdited = false; // the user has edited DoseLogIntervals
+    Calibration UserCalibration;    // not in the data file, except for what its offset did to the levels
     std::string InsName;
     float FirmwareVersion = 0;
     std::string Threshold, Range, Region; // as the instrument reported them

@@ -7,7 +7,9 @@
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 #include "platform/Utf8.h"
+#include "resources/TextNames_w1.h"
 #include "resources/TextNames_w4.h"
+#include "views/CalibrationText.h"
 #include "views/HistoryTable.h"
 #include "views/RowTimes.h"
 
@@ -118,6 +120,15 @@ std::vector<std::string> changesOf(const Source& source) {
     return changes;
 }
 
+// The levels, the offset and the warning of a drift, as sentences.
+std::string calibrationOf(const Source& source) {
+    std::string text;
+    for (const std::string& part :
+         {calibrationLevels(source.log), calibrationOffset(source.log), calibrationWarning(source.log)})
+        if (!part.empty()) text += (text.empty() ? "" : "; ") + part;
+    return text;
+}
+
 // A row of the block. One whose value is empty is left out.
 struct Row {
     Text::Id caption;
@@ -141,6 +152,7 @@ constexpr Row kRows[] = {
          return source.log.LepdETCumA.CalcValue() > 0 ? source.words(Text::LepdMeaning) : std::string();
      }},
     {Text::RowsLabel, shownRows},
+    {Text::CalibrationLabel, calibrationOf},
     {Text::ExcludedLabel, excludedRows},
 };
 

@@ -1073,6 +1073,21 @@ constexpr TextEntry Entries[] = {
     {Text::FromBandsSeries, "Show LAeq from the &bands of logs that are not A-weighted"},
     {Text::LinesCriteria, "The limits of all criteria"},
     {Text::LevelsOfMap, "Levels from ^ to * dB."},
+    // Calibration of a measurement
+    {Text::CommandCalibration, "Cali&bration..."},
+    {Text::CalibrationTitle, "Calibration - ^"},
+    {Text::StepCalibration, "Calibration"},
+    {Text::CalibrationBefore, "Level &before the measurement, dB:"},
+    {Text::CalibrationAfter, "Level &after the measurement, dB:"},
+    {Text::CalibrationOffset, "&Offset of all levels of the log, dB:"},
+    {Text::CalibrationDrift, "drift ^ dB"},
+    {Text::CalibrationDriftWarning, "The calibration drifted by ^ dB, which is more than 0.5 dB."},
+    {Text::CalibrationLevels, "^ dB before, * dB after"},
+    {Text::CalibrationOffsetApplied, "^ dB added to all levels"},
+    {Text::CalibrationFaulty, "A level is a number from 50 to 150, an offset one from -20 to 20."},
+    {Text::CalibrationLabel, "Calibration"},
+    {Text::CalibrationHint, "What the meter showed of the calibrator.  Leave empty what was not noted."},
+    {Text::CalibrationOffsetLabel, "Offset of the levels"},
     // Faults
     {Text::Error, "Error"},
     // Appearance and marks of series, in the settings

@@ -7,6 +7,8 @@
 #include "model/LogTime.h"
 #include "model/Session.h"
 #include "platform/Format.h"
+#include "resources/TextNames_w1.h"
+#include "views/CalibrationText.h"
 
 #include <algorithm>
 #include <array>
@@ -176,6 +178,12 @@ private:
         put(Text::Range, "lblRange", log_.Range);
         put(Text::Threshold, "lblThreshold", log_.Threshold);
         put(Text::LastUserCalibration, "lblUserCal", log_.CalibDate.Format());
+        if (const std::string levels = calibrationLevels(log_); !levels.empty()) {
+            put(Text::CalibrationLabel, "lblCalibration", levels);
+            rows_.back().A.IsWarning = log_.UserCalibration.DriftsTooFar();
+        }
+        if (const std::string offset = calibrationOffset(log_); !offset.empty())
+            put(Text::CalibrationOffsetLabel, "lblCalibrationOffset", offset);
         put(Text::FactoryCalibrationDue, "lblFactoryCal", log_.FactoryCalibDate.Format());
     }
 

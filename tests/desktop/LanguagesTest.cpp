@@ -162,7 +162,7 @@ void forEachDialog(Desk& desk, const std::function<void(const QDialog&, const st
           Text::CommandAddRemoveIntervals, Text::CommandPrintPreview, Text::CommandAbout, Text::EditNote,
           Text::CommandConvertWeighting, Text::CommandDisplayOptions, Text::ShowChartTable, Text::CommandHistory,
           Text::CommandExport, Text::CommandExportPicture, Text::CommandEvents, Text::CommandDistribution,
-          Text::CommandCompareLogs, Text::CommandSpectrogram, Text::CommandKeys}) {
+          Text::CommandCompareLogs, Text::CommandSpectrogram, Text::CommandKeys, Text::CommandCalibration}) {
         const std::string name = desk.session.LoadText(text);
         bool isShown = false;
         onDialog([&](QDialog& dialog) {

@@ -305,6 +305,11 @@ TEST(Spectrogram, HasTheSpectrumAtTheCursorBesideIt) {
         QTest::keyClick(&map, Qt::Key_End);
         const std::string last = map.chart().RowName(map.chart().RowCount - 1);
         EXPECT_EQ(control<chaTab>(dialog, "chaSpectrum").chart().Title, "Spectrum at " + last);
+        const auto& figures = *control<QTableView>(dialog, "tblSpectrum").model();
+        EXPECT_EQ(figures.index(0, 0).data(), "16");
+        const double linear = figures.index(0, 1).data().toDouble();
+        control<QComboBox>(dialog, "cboWeight").setCurrentText("A");
+        EXPECT_NEAR(figures.index(0, 1).data().toDouble(), linear - 56.7, 0.01);
     });
     desk.press(QKeySequence("Ctrl+Shift+O"));
 }

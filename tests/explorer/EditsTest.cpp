@@ -2,6 +2,7 @@
 
 #include "TestSession.h"
 #include "explorer/CalculationEntries.h"
+#include "explorer/CalibrationEdits.h"
 #include "explorer/ExposureEdits.h"
 #include "explorer/NodeEditing.h"
 #include "explorer/NodeKeys.h"
@@ -52,7 +53,8 @@ struct OneLog : TestSession {
 // What the commands below change.
 std::string stateOf(const clsLog& log) {
     std::string text = log.Name + "|" + std::to_string(log.Criterion) + "|" + std::to_string(log.Exchange) + "|" +
-                       log.CalibDate.Format() + "|" + std::to_string(log.DoseLogIntervals.size()) + "|";
+                       log.CalibDate.Format() + "|" + std::to_string(log.UserCalibration.Offset) + "|" +
+                       std::to_string(log.DoseLogIntervals.size()) + "|";
     for (const std::string& cut : log.LogIntervals.CutIntervals)
         text += cut + ",";
     return text + std::to_string(log.LogIntervals.IncludedCount());
@@ -74,6 +76,10 @@ TEST(Undo, TakesBackEveryCommandInTurnAndDoesItAgain) {
         {"&Undo Calculation Settings",
          [&] {
              return applyChanges(log, log, {"85", "5", "01/02/2020"}, {});
+         }},
+        {"&Undo Calibration",
+         [&] {
+             return setCalibration(log, log, {9400, 9460, 30});
          }},
         {"&Undo Calibration Date",
          [&] {
@@ -110,6 +116,39 @@ TEST(Undo, TakesBackEveryCommandInTurnAndDoesItAgain) {
         EXPECT_EQ(stateOf(log), states[i + 1]) << commands[i].title;
     }
     EXPECT_FALSE(one.redo());
+}
+
+TEST(Calibration, IsTypedAppliedNamedAndTakenBack) {
+    const auto typed = [](const char* before, const char* after, const char* offset) {
+        return typedCalibration({before, after, offset}, {});
+    };
+    EXPECT_EQ(typed(" 94", "93.98", "-0.3"), (Calibration{9400, 9398, -30}));
+    EXPECT_EQ(typed("", "", ""), Calibration());
+    EXPECT_FALSE(typed("94 dB", "", "") || typed("9.4", "", "") || typed("", "nan", "") || typed("", "", "21"));
+    EXPECT_FALSE((Calibration{9400, 9350, 0}.DriftsTooFar())) << "half a decibel is allowed";
+    EXPECT_TRUE((Calibration{9400, 9349, 0}.DriftsTooFar()));
+    EXPECT_FALSE((Calibration{0, 9349, 0}.DriftsTooFar())) << "what was not noted does not drift";
+
+    OneLog one;
+    clsLog& log = one.log();
+    log.LeqCumA(0).Value(80);
+    log.LmaxCumA(0).Value(95); // of the meter, which no row reaches
+    const auto set = [&](std::int16_t offset) { EXPECT_TRUE(setCalibration(log, log, {9400, 9460, offset})); };
+    set(30);
+    EXPECT_TRUE(one.file().Changed);
+    EXPECT_FLOAT_EQ(log.LeqCumA(0).CalcValue(), 80.3F);
+    EXPECT_FLOAT_EQ(log.LmaxCumA(0).CalcValue(), 95.3F);
+    const HistoryLine line = one.file().History.lines().back();
+    EXPECT_EQ(line.What, "Calibration");
+    EXPECT_NE(line.After.find("94.0 dB before, 94.6 dB after, drift +0.6 dB"), std::string::npos) << line.After;
+    EXPECT_NE(line.After.find("+0.3 dB added to all levels"), std::string::npos) << line.After;
+    set(-20);
+    EXPECT_FLOAT_EQ(log.LeqCumA(0).CalcValue(), 79.8F) << "the offset is that of the levels as they were measured";
+    EXPECT_FALSE(setCalibration(log, log, {9400, 9460, -20}));
+    one.undo();
+    one.undo();
+    EXPECT_EQ(log.UserCalibration, Calibration());
+    EXPECT_EQ(log.LogIntervals.Columns().level(Quantity::LeqA, 0, 9), (Level{80, 80}));
 }
 
 TEST(Undo, KeepsNoStepOfACommandThatChangedNothing) {

@@ -40,6 +40,7 @@ TEST_F(KeptHistory, ComesBackWithTheRemarksOfItsLogsAndOnlyGrows) {
     second.CriterionDose = 85;
     second.ExchangeDose = 3;
     second.CutReason = "Radio \"on\" \xC3\xA4";
+    second.UserCalibration = {9400, 9465, -30};
     second.DoseETCumA.Value(40); // the instrument's own
     second.DoseMTCumA.Value(30);
     second.DoseMTCumA.CalcValue(20); // computed since, and read back as if it had been reported
@@ -54,6 +55,7 @@ TEST_F(KeptHistory, ComesBackWithTheRemarksOfItsLogsAndOnlyGrows) {
     EXPECT_EQ(again->History.lines().back().After, sha256OfFile(first.file.FileName));
     const clsLog& log = *again->InstrumentDatas.front()->Locations.at(1);
     EXPECT_EQ(std::tuple(log.CriterionDose, log.ExchangeDose, log.CutReason), std::tuple(85, 3, second.CutReason));
+    EXPECT_EQ(log.UserCalibration, second.UserCalibration);
     EXPECT_EQ(log.DoseMTCumA.Value(), 20);
     EXPECT_TRUE(isAsReported(log, kChannelA, eDoseET));
     EXPECT_FALSE(isAsReported(log, kChannelA, eDoseMT));

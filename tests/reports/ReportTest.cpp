@@ -130,10 +130,12 @@ TEST(Report, SaysWhatItsFiguresAreNot) {
     clsLog& log = yard.log;
     log.objLogOptions.ExposureTime = 12;
     log.HasWholeFigures = true;
+    log.UserCalibration = {9400, 9460, 0};
     setCriterion(log, {80, 3});
     const Lines lines = yard.drawn(ReportForm::Cumulative).lines(0);
     for (const char* line :
-         {"These cumulative figures are those of the whole log.", "Exposure Time|08:00:00 (figures: 12:00:00)",
+         {"The calibration drifted by +0.6 dB, which is more than 0.5 dB.",
+          "These cumulative figures are those of the whole log.", "Exposure Time|08:00:00 (figures: 12:00:00)",
           "Dose %(ET)|12.3 % as reported (85 dB, 3 dB, not for 12:00:00)"})
         EXPECT_EQ(std::count(lines.begin(), lines.end(), line), 1) << line;
 }
@@ -247,6 +249,7 @@ TEST(Report, EndsWithWhereItsFiguresComeFrom) {
         rows.set<std::uint8_t>(rows.isExcluded, row, 1);
     yard.log.FirmwareVersion = 1.5F;
     yard.log.Range = "60-130";
+    yard.log.UserCalibration = {9400, 9420, -10};
     yard.file.FileName = SAMPLES_DIR "/shift-dosimeter.xml";
     const auto valueOf = [&](const std::string& caption) {
         const RecordingPage page = yard.drawn(ReportForm::CumulativeAndIntervals);
@@ -260,6 +263,7 @@ TEST(Report, EndsWithWhereItsFiguresComeFrom) {
     EXPECT_EQ(valueOf("Firmware"), "1.50");
     EXPECT_EQ(valueOf("Measuring Range"), "60-130");
     EXPECT_EQ(valueOf("Threshold"), "no line");
+    EXPECT_EQ(valueOf("Calibration"), "94.0 dB before, 94.2 dB after, drift +0.2 dB; -0.1 dB added to all levels");
     EXPECT_EQ(valueOf("Intervals"), "15, 03/06/24 09:00:00 - 03/06/24 09:14:00");
     EXPECT_EQ(valueOf("Left Out of Calculations"), "3 (03/06/24 09:01:00 - 03/06/24 09:02:00; 03/06/24 09:05:00)");
     yard.file.FileName = "download";

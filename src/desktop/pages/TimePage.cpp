@@ -1,6 +1,7 @@
 #include "desktop/pages/TimePage.h"
 
 #include "charts/chaTab.h"
+#include "desktop/frmCompare.h"
 #include "desktop/frmDistribution.h"
 #include "desktop/frmPreview.h"
 #include "desktop/frmSpectrogram.h"
@@ -134,6 +135,12 @@ void TimePage::ShowDistribution() {
     const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
     const auto printed = [this](const ChartOnPage& chart, const std::string& below) { print(chart, below); };
     frmDistribution(*log, {rows.begin(), rows.end()}, PlaceOfRange(), {copy, printed}, window()).exec();
+}
+
+void TimePage::ShowComparison() {
+    const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
+    const auto printed = [this](const ChartOnPage& chart) { print(chart, {}); };
+    frmCompare(session_, state_.OpenedLog(session_), {copy, printed}, window()).exec();
 }
 
 void TimePage::ShowSpectrogram() {

@@ -37,6 +37,7 @@ public:
     void MarkLoudest() { markWindow(&WorstStretches::Loudest); }
 
     void ShowDistribution(); // of the range, or of all rows, in a dialog
+    void ShowComparison();   // with other logs of the open files, in a dialog
     void ShowSpectrogram();  // of all rows, in a dialog
     void ShowEvents();       // in a dialog that marks the event chosen in it
 
