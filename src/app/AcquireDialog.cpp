@@ -1,6 +1,5 @@
 #include "app/AcquireDialog.h"
 
-#include "resources/TextNames_w3.h"
 #include "views/RangeTable.h"
 
 #include <algorithm>

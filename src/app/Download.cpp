@@ -3,7 +3,6 @@
 #include "explorer/Edits.h"
 #include "explorer/NodeEditing.h"
 #include "explorer/NodeKeys.h"
-#include "resources/TextNames_w3.h"
 
 #include <algorithm>
 #include <iterator>

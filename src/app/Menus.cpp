@@ -3,9 +3,6 @@
 #include "explorer/Edits.h"
 #include "explorer/ExplorerState.h"
 #include "explorer/NodeKeys.h"
-#include "resources/TextNames_w1.h"
-#include "resources/TextNames_w2.h"
-#include "resources/TextNames_w4.h"
 #include "views/LogTabs.h"
 #include "views/Spectrogram.h"
 

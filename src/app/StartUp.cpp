@@ -12,7 +12,6 @@
 #include "platform/Trimmed.h"
 #include "platform/UserFolders.h"
 #include "protection/ProtectorDatabase.h"
-#include "resources/TextNames_w4.h"
 
 #include <algorithm>
 #include <filesystem>

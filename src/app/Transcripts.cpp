@@ -9,7 +9,6 @@
 #include "platform/Format.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
-#include "resources/TextNames_w3.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -3,7 +3,6 @@
 #include "app/StartUp.h"
 #include "dialogs/Icons.h"
 #include "dialogs/Words.h"
-#include "resources/TextNames_w4.h"
 
 #include <QBoxLayout>
 #include <QLabel>

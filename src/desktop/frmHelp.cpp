@@ -1,7 +1,6 @@
 #include "desktop/frmHelp.h"
 
 #include "dialogs/Words.h"
-#include "resources/TextNames_w4.h"
 
 #include <QBoxLayout>
 #include <QImage>

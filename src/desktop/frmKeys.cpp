@@ -5,7 +5,6 @@
 #include "dialogs/Words.h"
 #include "platform/desktop/QtClipboard.h"
 #include "reports/GridPages.h"
-#include "resources/TextNames_w2.h"
 #include "views/CopyData.h"
 
 #include <QBoxLayout>

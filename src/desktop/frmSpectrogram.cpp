@@ -6,7 +6,6 @@
 #include "dialogs/frmChartTable.h"
 #include "dialogs/frmPicture.h"
 #include "model/Session.h"
-#include "resources/TextNames_w1.h"
 #include "views/ChartSummary.h"
 #include "views/CopyData.h"
 #include "views/Spectrogram.h"

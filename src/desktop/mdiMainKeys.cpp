@@ -2,7 +2,6 @@
 #include "desktop/frmKeys.h"
 #include "desktop/mdiMain.h"
 #include "dialogs/Words.h"
-#include "resources/TextNames_w2.h"
 
 #include <QAction>
 

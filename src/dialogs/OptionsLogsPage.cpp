@@ -3,8 +3,6 @@
 #include "dialogs/LinePreview.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmExpTime.h"
-#include "resources/TextNames_w1.h"
-#include "resources/TextNames_w2.h"
 #include "views/CaptionHints.h"
 
 #include <QAbstractItemView>

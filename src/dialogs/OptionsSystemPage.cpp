@@ -2,7 +2,6 @@
 
 #include "dialogs/Words.h"
 #include "dialogs/frmBrowse.h"
-#include "resources/TextNames_w2.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,7 +1,6 @@
 #include "dialogs/frmCalibration.h"
 
 #include "dialogs/Words.h"
-#include "resources/TextNames_w1.h"
 #include "views/CalibrationText.h"
 
 #include <QDialogButtonBox>

@@ -1,7 +1,6 @@
 #include "download/Transport.h"
 
 #include "platform/RuntimeError.h"
-#include "resources/TextNames_w3.h"
 
 #include <algorithm>
 #include <array>

@@ -4,7 +4,6 @@
 #include "explorer/Edits.h"
 #include "platform/Numbers.h"
 #include "platform/Trimmed.h"
-#include "resources/TextNames_w1.h"
 #include "views/CalibrationText.h"
 
 #include <cmath>

@@ -4,7 +4,6 @@
 #include "model/InEnglish.h"
 #include "model/LogParameters.h"
 #include "platform/Utf8.h"
-#include "resources/TextNames_w1.h"
 #include "views/CalibrationText.h"
 
 #include <array>

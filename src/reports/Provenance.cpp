@@ -7,8 +7,6 @@
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 #include "platform/Utf8.h"
-#include "resources/TextNames_w1.h"
-#include "resources/TextNames_w4.h"
 #include "views/CalibrationText.h"
 #include "views/HistoryTable.h"
 #include "views/RowTimes.h"

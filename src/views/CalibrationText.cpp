@@ -2,7 +2,6 @@
 
 #include "model/Session.h"
 #include "platform/Format.h"
-#include "resources/TextNames_w1.h"
 
 namespace kestrane {
 

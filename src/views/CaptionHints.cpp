@@ -1,6 +1,5 @@
 #include "views/CaptionHints.h"
 
-#include "resources/TextNames_w4.h"
 #include "views/LogTabs.h"
 
 namespace kestrane {

@@ -1,6 +1,5 @@
 #include "views/ChartSummary.h"
 
-#include "resources/TextNames_w1.h"
 #include "views/LevelMap.h"
 
 #include <algorithm>

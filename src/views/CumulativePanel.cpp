@@ -7,7 +7,6 @@
 #include "model/LogTime.h"
 #include "model/Session.h"
 #include "platform/Format.h"
-#include "resources/TextNames_w1.h"
 #include "views/CalibrationText.h"
 
 #include <algorithm>

@@ -4,8 +4,6 @@
 #include "desktop/HelpTopic.h"
 #include "dialogs/ModalDialog.h"
 #include "protection/ProtectorDatabase.h"
-#include "resources/TextNames_w1.h"
-#include "resources/TextNames_w2.h"
 
 #include <QComboBox>
 #include <QDir>

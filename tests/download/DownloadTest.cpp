@@ -7,7 +7,6 @@
 #include "files/XmlWriter.h"
 #include "platform/Format.h"
 #include "platform/TemporaryFolder.h"
-#include "resources/TextNames_w3.h"
 #include "server/LogLoading.h"
 
 #include <gtest/gtest.h>
