@@ -95,7 +95,7 @@ def percentile(rows, percent):
 
 
 def same(found, wanted):
-    return found is None and wanted is None or None not in (found, wanted) and abs(found - wanted) < 1e-3
+    return found is None and wanted is None or None not in (found, wanted) and math.isclose(found, wanted, rel_tol=1e-6, abs_tol=1e-3)
 
 
 def disagreements(path, count, dice):

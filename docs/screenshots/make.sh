@@ -179,16 +179,6 @@ of_bands() {
     key ctrl+shift+g Down space
     take comparison
     stop
-    start third-octave-2000.xml 3
-    key ctrl+shift+o
-    xdotool mousemove 300 200
-    take spectrogram
-    key Escape # hides the reading
-    back
-    key ctrl+shift+b
-    xdotool type $'94\t94.6\t'
-    take calibration
-    stop
     printf '[Preferences]\nChartStyle=1\n' >"$XDG_CONFIG_HOME/Velmora.ini"
     start machine-survey-octave.xml 3
     key Right Right
@@ -204,6 +194,11 @@ of_spectrogram() {
     sleep 2
     xdotool mousemove 300 300
     take spectrogram
+    key Escape # hides the reading
+    back
+    key ctrl+shift+b
+    xdotool type $'94\t94.6\t'
+    take calibration
     stop
 }
 
