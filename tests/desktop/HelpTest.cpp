@@ -66,11 +66,12 @@ TEST(Tour, GoesOnAndBackByKeysAndEndsBehindItsLastPicture) {
         const QString first = control<QLabel>(tour, "lblTour").text();
         EXPECT_EQ(step(), "1 of 4");
         EXPECT_FALSE(control<QAbstractButton>(tour, "cmdBack").isEnabled());
-        QTest::keyClick(&tour, Qt::Key_Right);
-        QTest::keyClick(&tour, Qt::Key_Return);
+        const auto press = [&](Qt::Key key) { QTest::keyClick(tour.windowHandle(), key); };
+        press(Qt::Key_Right);
+        press(Qt::Key_Return);
         EXPECT_EQ(step(), "3 of 4");
         EXPECT_NE(control<QLabel>(tour, "lblTour").text(), first);
-        QTest::keyClick(&tour, Qt::Key_Left);
+        press(Qt::Key_Left);
         EXPECT_EQ(step(), "2 of 4");
         for (int i = 0; i < 2; ++i)
             click(tour, "cmdNext");
