@@ -126,9 +126,10 @@ of_tabs() {
     key ctrl+comma alt+l
     take settings '^Settings$'
     back
-    key alt+e
+    key ctrl+F1
     take shortcuts
-    key Escape Escape alt+f Up Up Return # Print Preview, above Exit
+    back
+    key alt+f Up Up Return # Print Preview, above Exit
     sleep 1
     take preview
     tour report
@@ -202,6 +203,19 @@ of_spectrogram() {
     stop
 }
 
+# The same in the dark, beside the pictures of the others
+of_dark() {
+    printf '[Settings]\nAppearance=Dark\n' >"$XDG_CONFIG_HOME/Velmora.ini"
+    start shift-dosimeter.xml 3
+    xdotool mousemove 560 300
+    take full-log-dark
+    stop
+    open "$samples/welder-tasks.kxa"
+    take assessment-dark
+    stop
+    rm "$XDG_CONFIG_HOME/Velmora.ini"
+}
+
 of_protectors() {
     start protector-ac.xml 3
     key Right Right Right Right Return
@@ -256,5 +270,5 @@ of_report() {
 }
 
 parts=("${@:2}")
-[ ${#parts[@]} != 0 ] || parts=(start shift tabs roadworks bands spectrogram protectors files download report)
+[ ${#parts[@]} != 0 ] || parts=(start shift tabs roadworks bands spectrogram dark protectors files download report)
 for part in "${parts[@]}"; do "of_$part"; done

@@ -1,6 +1,5 @@
 #include "resources/TextTable.h"
 
-
 #include <algorithm>
 #include <iterator>
 
@@ -1066,7 +1065,7 @@ constexpr TextEntry Entries[] = {
     {Text::CommandSpectrogram, "Spectr&ogram..."},
     {Text::SpectrogramTitle, "Spectrogram - ^"},
     {Text::SpectrumAt, "Spectrum at ^"},
-    {Text::FromBandsSeries, "Show LAeq from the &bands of logs that are not A-weighted"},
+    {Text::FromBandsSeries, "Show LAe&q from the bands of logs that are not A-weighted"},
     {Text::LinesCriteria, "The limits of all criteria"},
     {Text::LevelsOfMap, "Levels from ^ to * dB."},
     // Calibration of a measurement
