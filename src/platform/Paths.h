@@ -1,5 +1,5 @@
-// A path of the program (UTF-8, "/" between folders) as one of the standard library, which takes the bytes of a plain text
-// for letters of another encoding on some systems. generic_string() is the way back.
+// A path of the program (UTF-8, "/" between folders) as one of the standard library, which takes the bytes of a plain
+// text for letters of another encoding on some systems. generic_string() is the way back.
 #pragma once
 
 #include <filesystem>

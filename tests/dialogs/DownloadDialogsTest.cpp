@@ -28,7 +28,8 @@ void clickRow(QListWidget& list, int row) {
 
 TEST(Acquire, RowsAreChosenByClicksAndAllAtOnce) {
     TestSession test;
-    const AcquireList list = {"Brevik SE", "<b>123</b>", {"one", "two", "three"}, false, false, {3600, std::nullopt, 60}};
+    const AcquireList list = {"Brevik SE", "<b>123</b>", {"one", "two", "three"},
+                              false,       false,        {3600, std::nullopt, 60}};
     onDialog([](QDialog& dialog) {
         EXPECT_EQ(control<QLabel>(dialog, "lblInsType").text(), "Brevik SE");
         EXPECT_EQ(control<QLabel>(dialog, "lblInsSerial").textFormat(), Qt::PlainText);
