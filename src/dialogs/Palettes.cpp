@@ -57,9 +57,9 @@ public:
 
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                            const QWidget* widget) const override {
-        constexpr ContentsType kHit[] = {CT_PushButton,   CT_CheckBox, CT_RadioButton, CT_ComboBox,
-                                         CT_LineEdit,     CT_SpinBox,  CT_Slider,      CT_ToolButton,
-                                         CT_ItemViewItem, CT_MenuItem, CT_MenuBarItem};
+        constexpr ContentsType kHit[] = {CT_PushButton,   CT_CheckBox,  CT_RadioButton, CT_ComboBox,
+                                         CT_LineEdit,     CT_SpinBox,   CT_Slider,      CT_ToolButton,
+                                         CT_ItemViewItem, CT_TabBarTab, CT_MenuItem,    CT_MenuBarItem};
         QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
         if (std::ranges::find(kHit, type) != std::end(kHit) && !isSeparator(type, option))
             size.setHeight(std::max(size.height(), kLeastHit));

@@ -753,9 +753,9 @@ constexpr TextEntry Entries[] = {
     {Text::ProtectorNeedsMore, "A protector needs the log of a spectrum, or a reduction in dB.  Add a log to the group "
                                "first, or enter the reduction."},
     {Text::ButtonAddGroup, "Add &Group"},
-    {Text::ButtonAddTask, "Add &Task"},
+    {Text::ButtonAddTask, "Add Tas&k"},
     {Text::ButtonAddDay, "Add &Day"},
-    {Text::ButtonRemove, "R&emove"},
+    {Text::ButtonRemove, "Re&move"},
     {Text::ButtonTakeFile, "Take Fi&le As It Is"},
     {Text::EditEntry, "Entry"},
     {Text::EditAddGroup, "Add Group"},
