@@ -24,7 +24,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr QSize kSize(1120, 600);
+constexpr QSize kSize(1000, 600);
 constexpr int kSpectrum = 400; // pixels of the width
 
 chaTab* newChart(const Session& session, const char* name) {

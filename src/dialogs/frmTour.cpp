@@ -4,10 +4,10 @@
 
 #include <QBoxLayout>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPixmap>
 #include <QPushButton>
-#include <QShortcut>
 
 #include <algorithm>
 #include <iterator>
@@ -55,6 +55,16 @@ public:
         next_->setFocus();
     }
 
+protected:
+    // The arrow keys turn the pages, where a button would move on to the next button.
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key != Qt::Key_Left && key != Qt::Key_Right) return QDialog::eventFilter(watched, event);
+        goTo(stop_ + (key == Qt::Key_Left ? -1 : 1));
+        return true;
+    }
+
 private:
     QLayout* buttons() {
         const auto button = [&](Text::Id text, const char* name) {
@@ -66,13 +76,13 @@ private:
         connect(back_, &QPushButton::clicked, this, [this] { goTo(stop_ - 1); });
         connect(next_, &QPushButton::clicked, this, [this] { stop_ == kLast ? accept() : goTo(stop_ + 1); });
         connect(close, &QPushButton::clicked, this, &QDialog::reject);
-        connect(new QShortcut(Qt::Key_Left, this), &QShortcut::activated, this, [this] { goTo(stop_ - 1); });
-        connect(new QShortcut(Qt::Key_Right, this), &QShortcut::activated, this, [this] { goTo(stop_ + 1); });
         auto* const row = new QHBoxLayout;
         row->addWidget(step_);
         row->addStretch(1);
-        for (QPushButton* one : {back_, next_, close})
+        for (QPushButton* one : {back_, next_, close}) {
             row->addWidget(one);
+            one->installEventFilter(this);
+        }
         return row;
     }
 

@@ -15,7 +15,7 @@ TEST(DataFileToDrag, HasTheLogAloneWithItsRowsAndItsInstrument) {
     const clsFile& file = program.open(SAMPLES_DIR "/machine-survey-octave.xml");
     const clsInsData& data = *file.InstrumentDatas.front();
     const clsLog* last = nullptr;
-    forEachLog(file, [&](const clsLog& log) { last = &log; });
+    forEachLog(data, [&](const clsLog& log) { last = &log; });
     const auto dragged = dataFileOf(program.session, logKey(*last, data, file));
     ASSERT_TRUE(dragged.has_value());
     EXPECT_EQ(dragged->Name, "machine-survey-octave, " + last->Name + ".xml");

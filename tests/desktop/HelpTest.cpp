@@ -66,7 +66,7 @@ TEST(Tour, GoesOnAndBackByKeysAndEndsBehindItsLastPicture) {
         const QString first = control<QLabel>(tour, "lblTour").text();
         EXPECT_EQ(step(), "1 of 4");
         EXPECT_FALSE(control<QAbstractButton>(tour, "cmdBack").isEnabled());
-        const auto press = [&](Qt::Key key) { QTest::keyClick(tour.windowHandle(), key); };
+        const auto press = [&](Qt::Key key) { QTest::keyClick(tour.focusWidget(), key); };
         press(Qt::Key_Right);
         press(Qt::Key_Return);
         EXPECT_EQ(step(), "3 of 4");
