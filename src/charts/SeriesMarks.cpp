@@ -71,7 +71,9 @@ void SeriesMarks::fill(QPainter& painter, const QRectF& bar) const {
     painter.setClipRect(bar, Qt::IntersectClip);
     painter.setPen(QPen(colour_, kHatchPen));
     const double span = std::max(bar.width(), bar.height());
-    for (double at = kHatch / 2; at < 2 * span; at += kHatch) {
+    const int lines = static_cast<int>(std::ceil(2 * span / kHatch - 0.5));
+    for (int line = 0; line < lines; ++line) {
+        const double at = kHatch * (line + 0.5);
         const QPointF foot = bar.bottomLeft();
         if (hatch.IsRising) painter.drawLine(bar.topLeft() + QPointF(0, at), bar.topLeft() + QPointF(at, 0));
         if (hatch.IsFalling) painter.drawLine(foot - QPointF(0, at), foot + QPointF(at, 0));
