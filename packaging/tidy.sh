@@ -17,5 +17,7 @@ case ${1:-} in
     ;;
 esac
 build=${1:-build}
+# Those of another system are not built here.
+files=$(for file in $files; do grep -qF "/$file\"" "$build/compile_commands.json" && echo "$file"; done) || true
 [ -n "$files" ] || exit 0
 echo "$files" | xargs -P "$(nproc)" -n 4 clang-tidy -p "$build" --quiet

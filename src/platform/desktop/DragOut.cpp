@@ -25,7 +25,7 @@ QString writeDragged(const DragOffer& offer) {
     static int count = 0;
     const QString folder = all.filePath(QString::number(++count));
     if (!all.isValid() || !QDir().mkpath(folder)) return {};
-    const QString path = folder + '/' + QString::fromStdString(offer.FileName);
+    QString path = folder + '/' + QString::fromStdString(offer.FileName);
     QFile file(path);
     try {
         const std::string bytes = offer.Bytes();
