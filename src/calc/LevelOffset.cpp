@@ -1,5 +1,6 @@
 #include "calc/LevelOffset.h"
 
+#include "model/Acoustics.h"
 #include "model/Parameters.h"
 
 #include <cmath>
@@ -25,7 +26,7 @@ public:
         case ParameterUnit::Percent:
             return exchange == 0 ? figure : static_cast<float>(figure * std::exp2(decibels_ / exchange));
         case ParameterUnit::Pa2Hours:
-            return static_cast<float>(figure * std::pow(10, decibels_ / 10));
+            return static_cast<float>(figure * energyOf(decibels_));
         case ParameterUnit::Flag:
             break;
         }
