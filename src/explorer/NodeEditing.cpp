@@ -71,6 +71,10 @@ std::unique_ptr<clsInsData> takeOut(clsFile& file, const clsInsData& wanted) {
     return data;
 }
 
+bool hasIdentity(const LogCollection& logs, std::int32_t identity) {
+    return std::any_of(logs.begin(), logs.end(), [identity](const auto& log) { return log->LogId == identity; });
+}
+
 // One paste, from checking it to recording its steps.
 class Paste {
 public:
@@ -192,9 +196,10 @@ void Paste::placeLogs(clsInsData& to, const std::vector<PlacedLog>& logs) {
             copy->Copy(*log, 0, 0);
             sourceStep_->keep(std::exchange(log, std::move(copy)));
         }
+        if (hasIdentity(to.logsOf(log->Mode()), log->LogId)) log->LogId = 0; // it gets another one
         const int identity = log->LogId;
         to.append(std::move(log), after);
-        if (after != kAtEnd) after = identity;
+        if (after != kAtEnd && identity != 0) after = identity;
     }
 }
 

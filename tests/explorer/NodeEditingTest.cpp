@@ -133,6 +133,13 @@ TEST(PasteNode, TakesEveryKindWhereItBelongsAndIsUndoneAndDoneAgain) {
     }
 }
 
+TEST(PasteNode, KeepsTheOrderOfMovedLogsWhoseIdentitiesAreTakenThere) {
+    TwoFiles files;
+    files.log("L4I3F2").LogId = 1; // as the first of those that come
+    ASSERT_TRUE(PasteNode(files.session, "X1F1", "L1I3F2", true));
+    EXPECT_EQ(files.outline(2), "77(L1d L6a L2b T2u) 99(L5e)");
+}
+
 TEST(PasteNode, TellsIntoWhichOtherCollectionTheLogsWent) {
     TwoFiles files;
     WatchedFrame frame;
