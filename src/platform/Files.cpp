@@ -2,10 +2,13 @@
 
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
+#include "platform/StreamBytes.h"
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <charconv>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -55,6 +58,21 @@ std::optional<int> openFileNumber(std::string_view path) {
         if (error == std::errc() && end == digits.data() + digits.size() && number >= 0) return number;
     }
     return std::nullopt;
+}
+
+std::shared_ptr<FileBytes> readStream(const FillBytes& fill) {
+    constexpr std::size_t kFirst = std::size_t{1} << 20;
+    constexpr std::size_t kMost = std::size_t{1} << 30;
+    auto bytes = std::make_shared<FileBytes>(kFirst);
+    std::size_t size = 0;
+    while ((size = fill(*bytes, size)) == bytes->size()) {
+        if (size >= kMost) raiseSystemError(EFBIG);
+        auto larger = std::make_shared<FileBytes>(2 * size);
+        std::memcpy(larger->data(), bytes->data(), size);
+        bytes = std::move(larger);
+    }
+    bytes->shrink(size);
+    return bytes;
 }
 
 } // namespace kestrane

@@ -1,10 +1,10 @@
 #include "platform/Files.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/StreamBytes.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -97,8 +97,6 @@ void readPieces(const std::string& path, const std::function<void(std::string_vi
 }
 
 std::shared_ptr<FileBytes> readInput(const std::string& path) {
-    constexpr std::size_t kFirst = std::size_t{1} << 20;
-    constexpr std::size_t kMost = std::size_t{1} << 30;
     const auto number = openFileNumber(path);
 
     struct stat about {};
@@ -109,16 +107,7 @@ std::shared_ptr<FileBytes> readInput(const std::string& path) {
     if (!isStream && !isTerminal) return readFile(path);
 
     const OpenFile input(number ? fcntl(*number, F_DUPFD_CLOEXEC, 0) : open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    auto bytes = std::make_shared<FileBytes>(kFirst);
-    std::size_t size = 0;
-    while ((size = fill(input.handle, *bytes, size)) == bytes->size()) {
-        if (size >= kMost) raiseSystemError(EFBIG);
-        auto larger = std::make_shared<FileBytes>(2 * size);
-        std::memcpy(larger->data(), bytes->data(), size);
-        bytes = std::move(larger);
-    }
-    bytes->shrink(size);
-    return bytes;
+    return readStream([&](FileBytes& bytes, std::size_t from) { return fill(input.handle, bytes, from); });
 }
 
 } // namespace kestrane

@@ -1,11 +1,11 @@
 #include "platform/Files.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/StreamBytes.h"
 #include "platform/windows/Wide.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 
 #include <io.h>
 
@@ -115,20 +115,9 @@ void readPieces(const std::string& path, const std::function<void(std::string_vi
 }
 
 std::shared_ptr<FileBytes> readInput(const std::string& path) {
-    constexpr std::size_t kFirst = std::size_t{1} << 20;
-    constexpr std::size_t kMost = std::size_t{1} << 30;
     const auto number = openFileNumber(path);
     if (!number || GetFileType(handleOf(*number)) == FILE_TYPE_DISK) return readFile(path);
-    auto bytes = std::make_shared<FileBytes>(kFirst);
-    std::size_t size = 0;
-    while ((size = fill(handleOf(*number), *bytes, size)) == bytes->size()) {
-        if (size >= kMost) raiseSystemError(EFBIG);
-        auto larger = std::make_shared<FileBytes>(2 * size);
-        std::memcpy(larger->data(), bytes->data(), size);
-        bytes = std::move(larger);
-    }
-    bytes->shrink(size);
-    return bytes;
+    return readStream([&](FileBytes& bytes, std::size_t from) { return fill(handleOf(*number), bytes, from); });
 }
 
 } // namespace kestrane
