@@ -21,6 +21,15 @@ std::string trueDevice(const std::string& device);
 // The number that the system itself gives a port; 0 where it gives none.
 int ownNumberOf(const std::string& device);
 
+// What keeps a port from being opened, as far as it can be told without opening it: 0, an errno, and for EACCES the
+// group whose members may use the device. ENOTTY is a file that is no device.
+struct PortObstacle {
+    int Error = 0;
+    std::string Group;
+};
+
+PortObstacle obstacleOf(const std::string& device);
+
 // Numbers the ports of the machine from 1 to 255; of machine, only device and description are read. The section
 // "SerialPorts" of the store pins numbers to devices ("COM3" = a path, which may be a link); a pinned port is in the
 // result whether or not its device is there. The other ports have the numbers of their own, when those are free, or

@@ -10,11 +10,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <fcntl.h>
-#include <filesystem>
-#include <grp.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace kestrane {
 
@@ -63,18 +58,6 @@ LineSettings readLine(const std::string& text) {
 std::string withMark(std::string text, const std::string& value) {
     const std::size_t mark = text.find('^');
     return mark == std::string::npos ? text : text.replace(mark, 1, value);
-}
-
-std::string groupName(gid_t id) {
-    const group* const entry = getgrgid(id);
-    return entry == nullptr ? std::to_string(id) : entry->gr_name;
-}
-
-// The lock that keeps other programs off is that of the device, not of a link to it.
-QString canonical(const std::string& device) {
-    std::error_code error;
-    const auto path = std::filesystem::canonical(device, error);
-    return QString::fromStdString(error ? device : path.string());
 }
 
 std::vector<PortInfo> portsOfMachine() {
@@ -133,7 +116,7 @@ void QtComm::Open() {
     Close();
     fault_.clear();
     device_ = deviceOfPort();
-    port_->setPortName(canonical(device_));
+    port_->setPortName(QString::fromStdString(trueDevice(device_))); // the lock is that of the device, not of a link
     applySettings();
     if (!port_->open(QIODevice::ReadWrite)) refuseOpening();
 }
@@ -185,12 +168,10 @@ void QtComm::refuse(int error, const std::string& text) const {
 }
 
 void QtComm::refuseOpening() const {
-    struct stat status {};
-
-    if (stat(device_.c_str(), &status) != 0) refuse(errno, loadText_(Text::NoSuchDevice));
-    if (!S_ISCHR(status.st_mode)) refuse(ENOTTY, loadText_(Text::NoSerialPort));
-    if (faccessat(AT_FDCWD, device_.c_str(), R_OK | W_OK, AT_EACCESS) != 0)
-        refuse(EACCES, withMark(loadText_(Text::NoPermission), groupName(status.st_gid)));
+    const auto [error, group] = obstacleOf(device_);
+    if (error == ENOTTY) refuse(error, loadText_(Text::NoSerialPort));
+    if (!group.empty()) refuse(error, withMark(loadText_(Text::NoPermission), group));
+    if (error != 0) refuse(error, loadText_(Text::NoSuchDevice));
     if (port_->error() == QSerialPort::PermissionError) refuse(EBUSY, loadText_(Text::PortInUse));
     refuse(EIO, loadText_(Text::NoSerialPort) + " (" + port_->errorString().toStdString() + ')');
 }

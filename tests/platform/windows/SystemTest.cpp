@@ -21,6 +21,8 @@
 
 #include <cerrno>
 #include <chrono>
+#include <cstdlib>
+#include <filesystem>
 #include <thread>
 
 namespace kestrane {
@@ -163,6 +165,52 @@ TEST(WindowsSerialPorts, HaveTheNumbersOfTheSystemUnlessOneIsPinned) {
     EXPECT_EQ(listed(settings), R"(1=\\.\X 3=\\.\COM3 12=\\.\COM12 )");
     settings.write("SerialPorts", "COM1", "COM12");
     EXPECT_EQ(listed(settings), R"(1=\\.\COM12 2=\\.\X 3=\\.\COM3 )");
+    EXPECT_EQ(obstacleOf(R"(\\.\COM255)").Error, ENOENT);
+    EXPECT_EQ(obstacleOf(R"(\\.\NUL)").Error, 0);
+}
+
+TEST(WindowsConsole, InterruptsAsCancel) {
+    FreeConsole(); // that of this program alone is to be interrupted
+    ASSERT_NE(AllocConsole(), 0);
+    const Interrupt interrupt;
+    EXPECT_FALSE(interrupt.hasCome());
+    EXPECT_NE(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), 0);
+    for (int i = 0; i < 500 && !interrupt.hasCome(); ++i)
+        std::this_thread::sleep_for(milliseconds(10));
+    EXPECT_TRUE(interrupt.hasCome());
+}
+
+// What fails is done by this program once more, which does all that stands before the statement, too.
+class WindowsFaultsDeathTest : public testing::Test {
+protected:
+    const std::string place =
+        portablePath(std::filesystem::temp_directory_path().wstring()) + "kestrane-faults/"; // the same in both
+
+    void SetUp() override { std::filesystem::remove_all(place); }
+
+    void TearDown() override { std::filesystem::remove_all(place); }
+
+    void begin() const {
+        installCrashReport(place, "1.2.3");
+        noteOpenFiles("C:/data/a.xml\n");
+        noteCommand("save");
+    }
+
+    void expectReport(const char* kind) const {
+        const std::string report = contentOf(takeCrashReport(place));
+        for (const char* words : {"kestrane 1.2.3", kind, "C:/data/a.xml", "save", "stack:"})
+            EXPECT_NE(report.find(words), std::string::npos) << words << " is missing in " << report;
+    }
+};
+
+TEST_F(WindowsFaultsDeathTest, ExceptionsOfTheSystemAreReported) {
+    EXPECT_DEATH((begin(), RaiseException(EXCEPTION_ACCESS_VIOLATION, 0, 0, nullptr)), "");
+    expectReport("exception 00000000c0000005");
+}
+
+TEST_F(WindowsFaultsDeathTest, AbortsAreReported) {
+    EXPECT_DEATH((begin(), std::abort()), "");
+    expectReport("abort");
 }
 
 TEST(WindowsSystem, SaysWhereThingsAreAndHowThingsAreWritten) {
