@@ -9,6 +9,7 @@
 #include "dialogs/frmSplash.h"
 #include "platform/CrashReport.h"
 #include "platform/IniFile.h"
+#include "platform/RunningProgram.h"
 #include "platform/RuntimeError.h"
 #include "platform/UserFolders.h"
 #include "platform/connection/QtComm.h"
@@ -40,12 +41,6 @@ constexpr double kSplashSeconds = 2.5;
 std::string nameOfSettings() {
     const std::string name = LoadSoftwareByFirm(kCompany).SettingsAppName;
     return name.empty() ? std::string(kApplicationTitle) : name;
-}
-
-bool hasDisplay() {
-    const char* const platform = std::getenv("QT_QPA_PLATFORM");
-    return std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr ||
-           (platform != nullptr && std::strlen(platform) > 0);
 }
 
 // The answer to a call that only asks about the program; null for any other call.

@@ -21,4 +21,7 @@ void* functionOfLibrary(const std::string& path, const char* function);
 // that has gone is an ordinary error.
 void prepareStandardStreams();
 
+// Whether windows can be shown at all, or the toolkit was told what to do in their place.
+bool hasDisplay();
+
 } // namespace kestrane

@@ -1,6 +1,7 @@
 #include "platform/RunningProgram.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <utility>
 
@@ -31,6 +32,12 @@ void prepareStandardStreams() {
          {std::pair(STDIN_FILENO, O_WRONLY), std::pair(STDOUT_FILENO, O_RDONLY), std::pair(STDERR_FILENO, O_WRONLY)})
         if (fcntl(stream, F_GETFD) < 0) open("/dev/null", mode);
     std::signal(SIGPIPE, SIG_IGN);
+}
+
+bool hasDisplay() {
+    const char* const platform = std::getenv("QT_QPA_PLATFORM");
+    return std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr ||
+           (platform != nullptr && *platform != '\0');
 }
 
 } // namespace kestrane

@@ -42,4 +42,8 @@ void prepareStandardStreams() {
     SetConsoleCP(CP_UTF8);
 }
 
+bool hasDisplay() {
+    return true;
+}
+
 } // namespace kestrane
