@@ -37,7 +37,9 @@ struct FileSystemCalls {
     int (*unlink)(const char* path);
 };
 
-extern const FileSystemCalls kSystemCalls;
+// Those of the system.
+const FileSystemCalls& systemCalls();
+
 void writeFileAtomically(const std::string& path, const std::function<void(const FileSink&)>& content,
                          const FileSystemCalls& calls);
 

@@ -70,8 +70,8 @@ void appendLines(const std::string& path, std::string_view lines) {
         writeAll(file.Handle, text);
         check(::fdatasync(file.Handle));
     } catch (const RuntimeError&) {
-        static_cast<void>(::ftruncate(file.Handle, about.st_size));
-        if (isNew) ::unlink(path.c_str());
+        const bool isUndone = ::ftruncate(file.Handle, about.st_size) == 0;
+        if (isNew && isUndone) ::unlink(path.c_str());
         throw;
     }
     if (about.st_size == 0) syncFolderOf(path);

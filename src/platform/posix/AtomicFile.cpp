@@ -198,19 +198,22 @@ void takeAttributes(const FileSystemCalls& calls, int handle, const struct stat&
 
 } // namespace
 
-const FileSystemCalls kSystemCalls = {
-    [](const char* path, int flags, unsigned mode) { return ::open(path, flags, mode); },
-    [](int file, const void* data, unsigned long size) -> long { return ::write(file, data, size); },
-    [](int file, unsigned mode) { return ::fchmod(file, mode); },
-    ::fdatasync,
-    ::close,
-    ::rename,
-    ::fsync,
-    ::unlink,
-};
+const FileSystemCalls& systemCalls() {
+    static const FileSystemCalls kCalls = {
+        [](const char* path, int flags, unsigned mode) { return ::open(path, flags, mode); },
+        [](int file, const void* data, unsigned long size) -> long { return ::write(file, data, size); },
+        [](int file, unsigned mode) { return ::fchmod(file, mode); },
+        ::fdatasync,
+        ::close,
+        ::rename,
+        ::fsync,
+        ::unlink,
+    };
+    return kCalls;
+}
 
 void writeFileAtomically(const std::string& path, const std::function<void(const FileSink&)>& content) {
-    writeFileAtomically(path, content, kSystemCalls);
+    writeFileAtomically(path, content, systemCalls());
 }
 
 void writeFileAtomically(const std::string& path, const std::function<void(const FileSink&)>& content,

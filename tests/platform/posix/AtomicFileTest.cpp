@@ -27,7 +27,7 @@ std::string newContent(std::size_t size = 700'001) {
 }
 
 // What writing raised, 0 for nothing.
-std::int64_t write(const std::string& path, const std::string& text, const FileSystemCalls& calls = kSystemCalls) {
+std::int64_t write(const std::string& path, const std::string& text, const FileSystemCalls& calls = systemCalls()) {
     try {
         writeFileAtomically(
             path,
@@ -73,20 +73,20 @@ auto faulty(const char* name, Call call, bool isClose = false) -> decltype(call(
 
 const FileSystemCalls kFaulty = {
     [](const char* path, int flags, unsigned mode) {
-        return faulty("open", [=] { return kSystemCalls.open(path, flags, mode); });
+        return faulty("open", [=] { return systemCalls().open(path, flags, mode); });
     },
     [](int file, const void* data, unsigned long size) {
-        return faulty("write", [=] { return kSystemCalls.write(file, data, size); });
+        return faulty("write", [=] { return systemCalls().write(file, data, size); });
     },
-    [](int file, unsigned mode) { return faulty("fchmod", [=] { return kSystemCalls.fchmod(file, mode); }); },
-    [](int file) { return faulty("fdatasync", [=] { return kSystemCalls.fdatasync(file); }); },
+    [](int file, unsigned mode) { return faulty("fchmod", [=] { return systemCalls().fchmod(file, mode); }); },
+    [](int file) { return faulty("fdatasync", [=] { return systemCalls().fdatasync(file); }); },
     [](int file) {
         return faulty(
-            "close", [=] { return kSystemCalls.close(file); }, true);
+            "close", [=] { return systemCalls().close(file); }, true);
     },
-    [](const char* from, const char* to) { return faulty("rename", [=] { return kSystemCalls.rename(from, to); }); },
-    [](int file) { return faulty("fsync", [=] { return kSystemCalls.fsync(file); }); },
-    [](const char* path) { return faulty("unlink", [=] { return kSystemCalls.unlink(path); }); },
+    [](const char* from, const char* to) { return faulty("rename", [=] { return systemCalls().rename(from, to); }); },
+    [](int file) { return faulty("fsync", [=] { return systemCalls().fsync(file); }); },
+    [](const char* path) { return faulty("unlink", [=] { return systemCalls().unlink(path); }); },
 };
 
 class AtomicFile : public testing::Test {
@@ -183,13 +183,13 @@ TEST_F(AtomicFile, ASaveLeavesThoseAloneThatGoOnBesideIt) {
 
 TEST_F(AtomicFile, GathersPiecesAndGoesOnBehindShortAndInterruptedWrites) {
     static int calls = 0;
-    FileSystemCalls table = kSystemCalls;
+    FileSystemCalls table = systemCalls();
     table.write = [](int file, const void* data, unsigned long size) -> long {
         if (++calls % 2 != 0) {
             errno = EINTR;
             return -1;
         }
-        return kSystemCalls.write(file, data, std::min(size, 30'000UL));
+        return systemCalls().write(file, data, std::min(size, 30'000UL));
     };
     const std::string text = newContent();
     EXPECT_EQ(write(path, text, table), 0);
@@ -197,7 +197,7 @@ TEST_F(AtomicFile, GathersPiecesAndGoesOnBehindShortAndInterruptedWrites) {
 
     table.write = [](int file, const void* data, unsigned long size) -> long {
         ++calls;
-        return kSystemCalls.write(file, data, size);
+        return systemCalls().write(file, data, size);
     };
     calls = 0;
     writeFileAtomically(
