@@ -1,6 +1,7 @@
 #include "charts/Chart3D.h"
 
 #include "charts/ExcludedShade.h"
+#include "charts/SeriesMarks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -332,6 +333,21 @@ void Chart3D::drawRibbon(QCPPainter& painter, std::size_t lane) const {
         if (!isJoined && !goesOn)
             drawPiece({points[i].x - quarter, points[i].y, false}, {points[i].x + quarter, points[i].y, false});
     }
+    drawShapes(painter, drawn, z0);
+}
+
+// Draws the shapes by which a series differs without its colour, along the front edge of its ribbon.
+void Chart3D::drawShapes(QCPPainter& painter, std::size_t drawn, double z) const {
+    const std::optional<SeriesMarks> marks = SeriesMarks::of(content_, drawn, looks_);
+    if (!marks) return;
+    const ChartSeries& series = *content_.series[drawn];
+    const std::size_t step = marks->RowsBetween(room_.width() / static_cast<double>(content_.data.RowCount));
+    for (std::size_t row = marks->FirstRow(step); row < series.Values.size(); row += step) {
+        const float value = series.Values[row];
+        if (isNullValue(value)) continue;
+        const double height = heightOf(series.Axis, static_cast<double>(value));
+        marks->drawShape(painter, room_.at(rowPosition(static_cast<double>(row)), height, z));
+    }
 }
 
 void Chart3D::drawLine(QCPPainter& painter, std::size_t drawn, double z, double width) const {
@@ -375,8 +391,7 @@ void Chart3D::drawBlocks(QCPPainter& painter, std::size_t lane) const {
         const double z1 = middleOfLane + halfDepth;
         const double zero = heightOf(axis, 0);
         const double tip = heightOf(axis, static_cast<double>(value));
-        drawBlock(painter, looks_.color(content_, drawn), middle - half, middle + half, std::min(zero, tip),
-                  std::max(zero, tip), z0, z1);
+        drawBlock(painter, drawn, {middle - half, std::min(zero, tip)}, {middle + half, std::max(zero, tip)}, z0, z1);
         if (lanes_ == 1 && metrics_.averageCharWidth() * 6 < pitch * room_.width())
             drawFigure(painter, middle, std::max(zero, tip), z1, value);
     };
@@ -392,16 +407,23 @@ void Chart3D::drawBlocks(QCPPainter& painter, std::size_t lane) const {
         drawOne(rowPosition(static_cast<double>(row)), drawn, pitch, content_.series[drawn]->Values[row]);
 }
 
-void Chart3D::drawBlock(QCPPainter& painter, const QColor& color, double x0, double x1, double y0, double y1, double z0,
+// Draws the block between the corners of its front, at the lower left and the upper right.
+void Chart3D::drawBlock(QCPPainter& painter, std::size_t drawn, const QPointF& low, const QPointF& high, double z0,
                         double z1) const {
+    const QColor color = looks_.color(content_, drawn);
     const auto drawFace = [&](const QPolygonF& face, const QColor& shade) {
         painter.setPen(QPen(color.darker(kUnderside), 0.6));
         painter.setBrush(shade);
         painter.drawPolygon(face);
     };
-    drawFace(room_.aside(x1, y0, y1, z0, z1), color.darker(kSide));
-    drawFace(room_.level(x0, x1, y1, z0, z1), color.lighter(kTop));
-    drawFace(room_.facing(x0, y0, x1, y1, z0), color);
+    drawFace(room_.aside(high.x(), low.y(), high.y(), z0, z1), color.darker(kSide));
+    drawFace(room_.level(low.x(), high.x(), high.y(), z0, z1), color.lighter(kTop));
+    const QPolygonF front = room_.facing(low.x(), low.y(), high.x(), high.y(), z0);
+    if (const std::optional<SeriesMarks> marks = SeriesMarks::of(content_, drawn, looks_)) {
+        marks->fill(painter, front);
+    } else {
+        drawFace(front, color);
+    }
 }
 
 void Chart3D::drawFigure(QCPPainter& painter, double x, double y, double z, float value) const {

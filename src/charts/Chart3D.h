@@ -50,10 +50,11 @@ private:
 
     std::vector<Point> pointsOf(std::size_t drawn) const;
     void drawRibbon(QCPPainter& painter, std::size_t lane) const;
+    void drawShapes(QCPPainter& painter, std::size_t drawn, double z) const;
     void drawLine(QCPPainter& painter, std::size_t drawn, double z, double width) const;
     void drawReferences(QCPPainter& painter) const;
     void drawBlocks(QCPPainter& painter, std::size_t lane) const;
-    void drawBlock(QCPPainter& painter, const QColor& color, double x0, double x1, double y0, double y1, double z0,
+    void drawBlock(QCPPainter& painter, std::size_t drawn, const QPointF& low, const QPointF& high, double z0,
                    double z1) const;
     void drawFigure(QCPPainter& painter, double x, double y, double z, float value) const;
 

@@ -18,7 +18,7 @@ constexpr double kRounding = 3;
 
 ChartLegend::ChartLegend(QCustomPlot* plot, const ChartContent& content, const ChartLooks& looks) :
     QCPLayoutElement(plot),
-    isLine_(content.data.Shape == ChartShape::Line && content.data.Style == eChartAs2D),
+    isLine_(content.data.Shape == ChartShape::Line && (content.data.Style == eChartAs2D || content.data.HasMarks)),
     font_(looks.font(content.data.LegendFont)),
     text_(looks.Text),
     frame_(looks.Grid),

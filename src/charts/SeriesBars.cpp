@@ -26,7 +26,7 @@ SeriesBars::SeriesBars(QCPAxis* rows, QCPAxis* values, const ChartContent& conte
     locale_(locale) {
     setPen(Qt::NoPen);
     setBrush(looks.color(content, drawn));
-    if (!content.hasSeriesAsRows()) marks_ = SeriesMarks::of(content, drawn, looks);
+    marks_ = SeriesMarks::of(content, drawn, looks);
 }
 
 void SeriesBars::draw(QCPPainter* painter) {

@@ -1,7 +1,10 @@
 #include "charts/SeriesMarks.h"
 
+#include <QPainterPath>
+
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace kestrane {
 
@@ -39,7 +42,7 @@ constexpr Hatch kHatches[] = {{true, false, false, false}, {false, true, false, 
 } // namespace
 
 std::optional<SeriesMarks> SeriesMarks::of(const ChartContent& content, std::size_t drawn, const ChartLooks& looks) {
-    if (!content.data.HasMarks || content.isReference(drawn)) return std::nullopt;
+    if (!content.data.HasMarks || content.hasSeriesAsRows() || content.isReference(drawn)) return std::nullopt;
     SeriesMarks marks;
     marks.own_ = drawn - content.data.ReferenceSeries;
     marks.count_ = content.series.size() - content.data.ReferenceSeries;
@@ -65,24 +68,50 @@ void SeriesMarks::drawShape(QPainter& painter, const QPointF& at) const {
 // The first series is filled, the others are hatched.
 void SeriesMarks::fill(QPainter& painter, const QRectF& bar) const {
     if (own_ == 0) return painter.fillRect(bar, colour_);
-    const Hatch& hatch = kHatches[(own_ - 1) % std::size(kHatches)];
     painter.save();
     painter.fillRect(bar, ground_);
     painter.setClipRect(bar, Qt::IntersectClip);
-    painter.setPen(QPen(colour_, kHatchPen));
-    const double span = std::max(bar.width(), bar.height());
-    const int lines = static_cast<int>(std::ceil(2 * span / kHatch - 0.5));
-    for (int line = 0; line < lines; ++line) {
-        const double at = kHatch * (line + 0.5);
-        const QPointF foot = bar.bottomLeft();
-        if (hatch.IsRising) painter.drawLine(bar.topLeft() + QPointF(0, at), bar.topLeft() + QPointF(at, 0));
-        if (hatch.IsFalling) painter.drawLine(foot - QPointF(0, at), foot + QPointF(at, 0));
-        if (hatch.IsLevel) painter.drawLine(foot - QPointF(0, at), foot - QPointF(-bar.width(), at));
-        if (hatch.IsUpright) painter.drawLine(bar.topLeft() + QPointF(at, 0), foot + QPointF(at, 0));
-    }
-    painter.setBrush(Qt::NoBrush);
+    hatch(painter);
     painter.drawRect(bar.adjusted(0, 0, -1, -1));
     painter.restore();
+}
+
+void SeriesMarks::fill(QPainter& painter, const QPolygonF& face) const {
+    painter.save();
+    painter.setPen(QPen(colour_, kHatchPen));
+    painter.setBrush(own_ == 0 ? colour_ : ground_);
+    painter.drawPolygon(face);
+    if (own_ != 0) {
+        QPainterPath edge;
+        edge.addPolygon(face);
+        painter.setClipPath(edge, Qt::IntersectClip);
+        hatch(painter);
+    }
+    painter.restore();
+}
+
+// Draws the lines where the painter's clip lets them be seen. They lie on one grid, so that they stay where they are
+// whatever part of a bar is in view.
+void SeriesMarks::hatch(QPainter& painter) const {
+    const Hatch& kind = kHatches[(own_ - 1) % std::size(kHatches)];
+    const QRectF seen = painter.clipBoundingRect();
+    painter.setPen(QPen(colour_, kHatchPen));
+    painter.setBrush(Qt::NoBrush);
+    const double left = seen.left();
+    const double right = seen.right();
+    const double top = seen.top();
+    const double bottom = seen.bottom();
+    const auto drawLines = [&painter](bool isDrawn, double from, double to, const auto& lineAt) {
+        const int last = isDrawn ? static_cast<int>(std::floor(to / kHatch)) : std::numeric_limits<int>::min();
+        for (int line = static_cast<int>(std::ceil(from / kHatch)); line <= last; ++line)
+            painter.drawLine(lineAt(kHatch * line));
+    };
+    drawLines(kind.IsRising, left + top, right + bottom,
+              [&](double sum) { return QLineF(sum - bottom, bottom, sum - top, top); });
+    drawLines(kind.IsFalling, left - bottom, right - top,
+              [&](double difference) { return QLineF(difference + top, top, difference + bottom, bottom); });
+    drawLines(kind.IsLevel, top, bottom, [&](double y) { return QLineF(left, y, right, y); });
+    drawLines(kind.IsUpright, left, right, [&](double x) { return QLineF(x, top, x, bottom); });
 }
 
 std::size_t SeriesMarks::RowsBetween(double pixelsOfRow) const {

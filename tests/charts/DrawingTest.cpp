@@ -1,5 +1,6 @@
 #include "ShownLog.h"
 #include "charts/LevelColours.h"
+#include "charts/SeriesMarks.h"
 #include "charts/TestCharts.h"
 #include "views/Spectrogram.h"
 
@@ -267,6 +268,37 @@ TEST(Chart3D, WhatStandsInFrontHidesWhatIsBehind) {
     EXPECT_NEAR(countOf(together, front), countOf(picture(true, false), front), 20); // but for blended edges
     EXPECT_GT(countOf(together, back), 100);                                         // it is the taller
     EXPECT_LT(countOf(together, back), countOf(picture(false, true), back) / 2);
+}
+
+TEST(Chart3D, SeriesDifferWithoutTheirColours) {
+    const QSize size(800, 500);
+    for (const ChartShape shape : {ChartShape::Bar, ChartShape::Line}) {
+        ChartData chart = inFrontOfEachOther(shape, true, true);
+        const QImage plain = ShownChart(chart).tab.picture(size);
+        chart.HasMarks = true;
+        const QImage marked = ShownChart(chart).tab.picture(size);
+        if (shape == ChartShape::Bar) {
+            EXPECT_GE(countOf(marked, colorOf(chart, 0)), countOf(plain, colorOf(chart, 0))) << "filled";
+            EXPECT_LT(countOf(marked, colorOf(chart, 1)), countOf(plain, colorOf(chart, 1)) / 2) << "hatched";
+        } else {
+            for (const std::size_t series : {0, 1}) // the faces of a ribbon are lighter than its shapes
+                EXPECT_GT(countOf(marked, colorOf(chart, series)), countOf(plain, colorOf(chart, series)) + 100);
+        }
+    }
+}
+
+TEST(SeriesMarks, HatchWhatIsSeenOfABarHoweverLargeItIs) {
+    ChartData chart = inFrontOfEachOther(ChartShape::Bar, true, true);
+    chart.HasMarks = true;
+    const ChartContent content(std::move(chart));
+    QImage image(100, 100, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setClipRect(10, 10, 50, 50);
+    SeriesMarks::of(content, 1, ChartLooks::ofPaper())->fill(painter, QRectF(-1e8, -1e8, 2e8, 2e8));
+    const int inked = countWhere(image, [&](int x, int y) { return image.pixel(x, y) != qRgb(255, 255, 255); });
+    EXPECT_GT(inked, 50 * 50 / 8);
+    EXPECT_LT(inked, 50 * 50 / 2);
 }
 
 TEST(Chart3D, RibbonsInFrontStayWholeAndGapsStayOpen) {
