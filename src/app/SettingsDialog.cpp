@@ -2,6 +2,7 @@
 
 #include "calc/ExposureTime.h"
 #include "explorer/Edits.h"
+#include "model/Captions.h"
 #include "model/LogParameters.h"
 #include "platform/RuntimeError.h"
 
@@ -150,7 +151,7 @@ std::vector<SerialChoice> serialChoices(const Session& session, std::int16_t cho
     std::vector<SerialChoice> choices = {{session.LoadText(Text::PortAuto), 0}};
     for (const PortInfo& port : ports) {
         std::string text = ReplaceText(session.LoadText(Text::PortNumber), "^", std::to_string(port.Number));
-        if (!port.Device.empty()) text += ": " + port.Device;
+        if (!port.Device.empty()) text = captioned(session, text, port.Device);
         if (!port.Description.empty()) text += ", " + port.Description;
         choices.push_back({std::move(text), static_cast<std::int16_t>(port.Number)});
     }

@@ -1,5 +1,6 @@
 #include "assessment/AssessmentShown.h"
 
+#include "model/Captions.h"
 #include "platform/Format.h"
 #include "protection/RankTable.h"
 
@@ -168,10 +169,10 @@ std::vector<ShownAction> shownActions(const Session& session, const GroupResult&
     return shown;
 }
 
-std::vector<std::string> shownWarnings(const GroupResult& group) {
+std::vector<std::string> shownWarnings(const Session& session, const GroupResult& group) {
     std::vector<std::string> shown;
     for (const AssessmentWarning& warning : group.Warnings)
-        shown.push_back((warning.Task ? *warning.Task + ": " : std::string()) + warning.Text);
+        shown.push_back(warning.Task ? captioned(session, *warning.Task, warning.Text) : warning.Text);
     return shown;
 }
 
@@ -213,13 +214,18 @@ ExposureScale exposureScale(const Session& session, const GroupResult& group) {
     return scale;
 }
 
+std::string spokenBars(const Session& session, std::span<const TaskBar> bars) {
+    std::string text;
+    for (const TaskBar& bar : bars)
+        text += captioned(session, bar.Name, bar.Words) + ". ";
+    return text;
+}
+
 std::string spokenResult(const Session& session, const GroupResult& group) {
     std::string text = group.Name + ". ";
     for (const ShownFigure& figure : shownFigures(session, group))
-        text += figure.Caption + ": " + figure.Value + ". ";
-    for (const TaskBar& bar : taskBars(session, group))
-        text += bar.Name + ": " + bar.Words + ". ";
-    return text;
+        text += captioned(session, figure.Caption, figure.Value) + ". ";
+    return text + spokenBars(session, taskBars(session, group));
 }
 
 } // namespace kestrane

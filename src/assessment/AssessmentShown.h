@@ -6,6 +6,7 @@
 #include "assessment/AssessmentEdits.h"
 
 #include <array>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -40,7 +41,8 @@ struct ShownAction {
 // The limits of the day, then those of the week.
 std::vector<ShownAction> shownActions(const Session& session, const GroupResult& group);
 
-std::vector<std::string> shownWarnings(const GroupResult& group); // the name of the task comes first
+// The name of the task comes first.
+std::vector<std::string> shownWarnings(const Session& session, const GroupResult& group);
 
 // The contribution of a task to the day, as a bar from 0 to Share, which is a fraction of 1.
 struct TaskBar {
@@ -67,7 +69,8 @@ struct ExposureScale {
 
 ExposureScale exposureScale(const Session& session, const GroupResult& group);
 
-// The result in sentences, for a user who cannot see it.
+// The bars, and the whole result, in sentences, for a user who cannot see them.
+std::string spokenBars(const Session& session, std::span<const TaskBar> bars);
 std::string spokenResult(const Session& session, const GroupResult& group);
 
 std::string levelText(const Session& session, const Figure& level); // "84.3 dB", "–"

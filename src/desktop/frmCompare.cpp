@@ -4,6 +4,7 @@
 #include "desktop/ChartDrag.h"
 #include "dialogs/CellTableModel.h"
 #include "dialogs/Words.h"
+#include "model/Captions.h"
 #include "model/clsFile.h"
 #include "views/ChartSummary.h"
 #include "views/CopyData.h"
@@ -57,7 +58,9 @@ frmCompare::frmCompare(const Session& session, const clsLog* first, Owner owner,
     };
     add(Text::CommandCopy, "cmdCopy", QDialogButtonBox::ActionRole,
         [this] { owner_.copy(copiedCells(comparedTable(session_, compared_))); });
-    add(Text::CommandPrint, "cmdPrint", QDialogButtonBox::ActionRole, [this] { owner_.print(chart_->onPage()); });
+    add(Text::CommandPrint, "cmdPrint", QDialogButtonBox::ActionRole, [this] {
+        owner_.print({chart_->onPage(), comparedTable(session_, compared_)}, this);
+    });
     add(Text::CloseButton, "cmdClose", QDialogButtonBox::RejectRole, [this] { reject(); });
     auto* const left = new QVBoxLayout;
     left->addWidget(labelOf(session, Text::CompareChoose, *list_));
@@ -84,7 +87,7 @@ void frmCompare::fillList(const clsLog* first) {
         for (const auto& collection : file->InstrumentDatas) {
             forEachLog(*collection, [&](const clsLog& log) {
                 if (log.IsBusy() || log.LogIntervals.Count() == 0) return;
-                auto* const item = new QListWidgetItem(name + ": " + shown(log.Name), list_);
+                auto* const item = new QListWidgetItem(shown(captioned(session_, name.toStdString(), log.Name)), list_);
                 item->setCheckState(&log == first ? Qt::Checked : Qt::Unchecked);
                 offered_.push_back(&log);
             });

@@ -1,9 +1,9 @@
 // Logs of the open files side by side: which of them, on which axis, as a chart and a table; copied and printed.
 #pragma once
 
+#include "desktop/PrintedChart.h"
 #include "model/Session.h"
 #include "platform/Clipboard.h"
-#include "views/ChartOnPage.h"
 #include "views/LogComparison.h"
 
 #include <QDialog>
@@ -25,7 +25,7 @@ class frmCompare : public QDialog {
 public:
     struct Owner {
         std::function<void(const ClipboardForms& forms)> copy;
-        std::function<void(const ChartOnPage& chart)> print;
+        PrintChart print;
     };
 
     // first is the log that is chosen at first. The files must stay open as long as the dialog is.

@@ -3,6 +3,7 @@
 #include "charts/chaTab.h"
 #include "desktop/ChartDrag.h"
 #include "dialogs/CellTableModel.h"
+#include "dialogs/HandySplitter.h"
 #include "dialogs/Words.h"
 #include "views/ChartSummary.h"
 #include "views/Distribution.h"
@@ -15,7 +16,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QSplitter>
 #include <QTableView>
 
 #include <utility>
@@ -42,7 +42,7 @@ frmDistribution::frmDistribution(const clsLog& log, std::vector<AnalysedRow> row
     allowDragging(*chart_);
     model_ = new CellTableModel({}, this);
     table_ = readTable(*model_, "tblDistribution", windowTitle());
-    auto* const splitter = new QSplitter;
+    auto* const splitter = new HandySplitter;
     splitter->addWidget(chart_);
     splitter->addWidget(table_);
     splitter->setStretchFactor(0, 1);
@@ -54,11 +54,11 @@ frmDistribution::frmDistribution(const clsLog& log, std::vector<AnalysedRow> row
         buttons->addButton(button, role);
         connect(button, &QPushButton::clicked, this, act);
     };
-    add(Text::CommandCopy, "cmdCopy", QDialogButtonBox::ActionRole, [this] {
-        owner_.copy(copiedDistribution(log_, percentiles(), distributionTable(log_, rows_, width_->value())));
+    add(Text::CommandCopy, "cmdCopy", QDialogButtonBox::ActionRole,
+        [this] { owner_.copy(copiedDistribution(log_, percentiles(), table())); });
+    add(Text::CommandPrint, "cmdPrint", QDialogButtonBox::ActionRole, [this] {
+        owner_.print({chart_->onPage(), table(), percentiles()}, this);
     });
-    add(Text::CommandPrint, "cmdPrint", QDialogButtonBox::ActionRole,
-        [this] { owner_.print(chart_->onPage(), percentiles()); });
     add(Text::CloseButton, "cmdClose", QDialogButtonBox::RejectRole, [this] { reject(); });
     auto* const column = new QVBoxLayout(this);
     makeFields();
@@ -101,8 +101,12 @@ void frmDistribution::showClasses() {
     ChartData chart = distributionChart(log_, rows_, width_->value());
     if (!place_.empty()) chart.Title += " - " + place_;
     chart_->setChart(std::move(chart));
-    model_->ShowTable(distributionTable(log_, rows_, width_->value()));
+    model_->ShowTable(table());
     table_->resizeColumnsToContents();
+}
+
+CellTable frmDistribution::table() const {
+    return distributionTable(log_, rows_, width_->value());
 }
 
 std::string frmDistribution::percentiles() const {

@@ -2,9 +2,9 @@
 // class width and percentages that the user chooses; copied and printed.
 #pragma once
 
+#include "desktop/PrintedChart.h"
 #include "model/Session.h"
 #include "platform/Clipboard.h"
-#include "views/ChartOnPage.h"
 #include "views/EventTable.h"
 
 #include <QDialog>
@@ -27,7 +27,7 @@ class frmDistribution : public QDialog {
 public:
     struct Owner {
         std::function<void(const ClipboardForms& forms)> copy;
-        std::function<void(const ChartOnPage& chart, const std::string& below)> print;
+        PrintChart print;
     };
 
     // rows are analysed rows of the log, which must outlive the dialog. place says which part of the log they are;
@@ -38,6 +38,7 @@ private:
     void makeFields();
     void showClasses();
     void showPercentiles();
+    CellTable table() const;
     std::string percentiles() const;
 
     const clsLog& log_;

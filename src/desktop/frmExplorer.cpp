@@ -4,6 +4,7 @@
 #include "desktop/pages/ExposurePage.h"
 #include "desktop/tabLog.h"
 #include "desktop/tvwTreeView.h"
+#include "dialogs/HandySplitter.h"
 #include "dialogs/Icons.h"
 #include "dialogs/Words.h"
 #include "explorer/NodeKeys.h"
@@ -11,7 +12,6 @@
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QSplitter>
 
 namespace kestrane {
 
@@ -27,7 +27,7 @@ frmExplorer::frmExplorer(Session& session, QWidget* parent) : QWidget(parent), s
     setWindowIcon(iconOf("application"));
     tree_ = new tvwTreeView(session);
     log_ = new tabLog(session, state_);
-    auto* const splitter = new QSplitter;
+    auto* const splitter = new HandySplitter;
     splitter->addWidget(tree_);
     splitter->addWidget(log_);
     splitter->setStretchFactor(1, 1);

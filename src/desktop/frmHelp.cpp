@@ -1,5 +1,6 @@
 #include "desktop/frmHelp.h"
 
+#include "dialogs/HandySplitter.h"
 #include "dialogs/Words.h"
 
 #include <QBoxLayout>
@@ -9,7 +10,6 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSplitter>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QUrl>
@@ -69,7 +69,7 @@ frmHelp::frmHelp(const Session& session, const std::string& folder, QWidget* par
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setWindowTitle(loadText(session, Text::HelpTitle));
-    auto* const parts = new QSplitter;
+    auto* const parts = new HandySplitter;
     parts->addWidget(search());
     parts->addWidget(page());
     parts->setStretchFactor(1, 1);

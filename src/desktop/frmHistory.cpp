@@ -1,5 +1,6 @@
 #include "desktop/frmHistory.h"
 
+#include "dialogs/DragOffers.h"
 #include "dialogs/Words.h"
 #include "model/Session.h"
 #include "model/SettingsText.h"
@@ -87,7 +88,9 @@ void ShowHistory(const clsFile& file, QWidget* parent) {
     auto* const nothing = new QLabel(loadText(session, Text::NoHistory));
     nothing->setVisible(history.Rows.empty());
     cmdCopy->setEnabled(!history.Rows.empty());
-    const auto copy = [&] { QtClipboard().Set(copiedLines(historyText(history), true)); };
+    const auto copied = [&] { return copiedLines(historyText(history), true); };
+    const auto copy = [&] { QtClipboard().Set(copied()); };
+    allowDragging(*table, copied, dialog.windowTitle().toStdString());
     QObject::connect(cmdCopy, &QPushButton::clicked, &dialog, copy);
     QObject::connect(new QShortcut(QKeySequence::Copy, table), &QShortcut::activated, &dialog, copy);
     QObject::connect(cmdClose, &QPushButton::clicked, &dialog, &QDialog::reject);

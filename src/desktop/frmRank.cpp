@@ -3,6 +3,9 @@
 #include "charts/chaTab.h"
 #include "desktop/ChartDrag.h"
 #include "desktop/frmPreview.h"
+#include "dialogs/DragOffers.h"
+#include "dialogs/HandySplitter.h"
+#include "dialogs/Palettes.h"
 #include "dialogs/SignalColours.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmPicture.h"
@@ -19,7 +22,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
-#include <QSplitter>
 #include <QTableWidget>
 
 #include <algorithm>
@@ -56,11 +58,13 @@ frmRank::frmRank(Session& session, const clsFile& file, const clsLog& log, Corre
     grdRanks_->setTabKeyNavigation(false);
     grdRanks_->setWordWrap(false);
     grdRanks_->setAlternatingRowColors(true);
-    grdRanks_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    grdRanks_->verticalHeader()->setDefaultSectionSize(tableRowHeight(fontMetrics()));
+    allowDragging(
+        *grdRanks_, [this] { return copiedLines(rankText(ranks_), true); }, session.LoadText(Text::RankTitle));
     chart_ = new chaTab(session.locale);
     chart_->setObjectName("chart");
     allowDragging(*chart_);
-    auto* const parts = new QSplitter(Qt::Vertical);
+    auto* const parts = new HandySplitter(Qt::Vertical);
     parts->addWidget(grdRanks_);
     parts->addWidget(chart_);
     parts->setChildrenCollapsible(false);

@@ -2,6 +2,7 @@
 
 #include "charts/chaTab.h"
 #include "dialogs/CellTableModel.h"
+#include "dialogs/HandySplitter.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmChartTable.h"
 #include "dialogs/frmPicture.h"
@@ -15,7 +16,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QSplitter>
 #include <QTableView>
 
 #include <utility>
@@ -42,7 +42,7 @@ frmSpectrogram::frmSpectrogram(const clsLog& log, Owner owner, QWidget* parent) 
     setObjectName("frmSpectrogram");
     setWindowTitle(shown(ReplaceText(session.LoadText(Text::SpectrogramTitle), "^", log.Name)).simplified());
     chart_ = newChart(session, "chaSpectrogram");
-    auto* const splitter = new QSplitter;
+    auto* const splitter = new HandySplitter;
     splitter->addWidget(chart_);
     splitter->addWidget(spectrumColumn());
     splitter->setStretchFactor(0, 1);
@@ -58,7 +58,9 @@ frmSpectrogram::frmSpectrogram(const clsLog& log, Owner owner, QWidget* parent) 
     add(Text::CommandCopy, "cmdCopy", QDialogButtonBox::ActionRole, [this] { copy(); });
     add(Text::CommandExportPicture, "cmdPicture", QDialogButtonBox::ActionRole,
         [this, &session] { frmPicture::Export(session, log_.Name, chart_->pictureWriter(), this); });
-    add(Text::CommandPrint, "cmdPrint", QDialogButtonBox::ActionRole, [this] { owner_.print(chart_->onPage()); });
+    add(Text::CommandPrint, "cmdPrint", QDialogButtonBox::ActionRole, [this] {
+        owner_.print({chart_->onPage(), {}}, this);
+    });
     add(Text::CloseButton, "cmdClose", QDialogButtonBox::RejectRole, [this] { reject(); });
     makeWeights();
     auto* const fields = new QHBoxLayout;
@@ -82,7 +84,7 @@ QWidget* frmSpectrogram::spectrumColumn() {
     spectrum_ = newChart(log_.session(), "chaSpectrum");
     figures_ = new CellTableModel({}, this);
     QTableView* const table = readTable(*figures_, "tblSpectrum", windowTitle());
-    auto* const column = new QSplitter(Qt::Vertical);
+    auto* const column = new HandySplitter(Qt::Vertical);
     column->addWidget(spectrum_);
     column->addWidget(table);
     column->setStretchFactor(0, 2);

@@ -2,8 +2,8 @@
 // figures, in a weighting that the user chooses; copied, saved as a picture and printed.
 #pragma once
 
+#include "desktop/PrintedChart.h"
 #include "platform/Clipboard.h"
-#include "views/ChartOnPage.h"
 
 #include "model/clsLog.h"
 
@@ -24,7 +24,7 @@ class frmSpectrogram : public QDialog {
 public:
     struct Owner {
         std::function<void(const ClipboardForms& forms)> copy;
-        std::function<void(const ChartOnPage& chart)> print;
+        PrintChart print;
     };
 
     // The log has a spectrogram, and must outlive the dialog.

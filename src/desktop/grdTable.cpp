@@ -1,5 +1,6 @@
 #include "desktop/grdTable.h"
 
+#include "dialogs/Palettes.h"
 #include "dialogs/Words.h"
 #include "views/CaptionHints.h"
 
@@ -75,7 +76,7 @@ grdTable::grdTable(const Session& session, QWidget* parent) : QTableView(parent)
     setSelectionMode(ExtendedSelection);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    verticalHeader()->setDefaultSectionSize(tableRowHeight(fontMetrics()));
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
     connect(horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this, [this] { isSizedByUser_ = true; });

@@ -14,6 +14,7 @@
 #include "dialogs/Words.h"
 #include "explorer/NodeKeys.h"
 #include "reports/Report.h"
+#include "resources/TextNames_w1.h"
 #include "views/CalibrationText.h"
 #include "views/CaptionHints.h"
 
@@ -44,6 +45,7 @@ public:
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
         const int usual = QProxyStyle::pixelMetric(metric, option, widget);
         constexpr int kNarrower = 5; // so that all tabs fit a window of 1024 pixels
+        if (metric == PM_TabBarScrollButtonWidth) return std::max(usual, kLeastHit);
         return metric == PM_TabBarTabHSpace ? usual / kNarrower : usual;
     }
 
@@ -62,6 +64,41 @@ public:
         const QRect line(option->rect.left(), option->rect.bottom() + 1 - kLine, option->rect.width(), kLine);
         painter->fillRect(line, option->palette.color(QPalette::Highlight));
     }
+};
+
+// The captions that tabs take on, from the left, until all of them fit beside each other.
+constexpr std::array<Text::Id, kAllLogTabs.size()> kShortCaptions = {
+    Text::TabFullLog,           Text::ShortIntervalsTable,   Text::ShortIntervalsGraph,
+    Text::ShortCumulativeGraph, Text::ShortNoiseRating,      Text::ShortCompareHPD,
+    Text::ShortCumulativeData,  Text::TabExposureCalculator, Text::TabCriteria};
+
+// A caption that is shortened can be read in full as a tool tip, and is read out in full.
+class TabsOfLog : public QTabBar {
+public:
+    explicit TabsOfLog(const Session& session) {
+        setStyle(new NarrowTabs);
+        style()->setParent(this);
+        for (const LogTab tab : kAllLogTabs) {
+            whole_.append(loadText(session, tabRow(tab).Caption));
+            short_.append(loadText(session, kShortCaptions[static_cast<std::size_t>(tab)]));
+            const QString hint = shown(captionHint(session, session.LoadText(tabRow(tab).Caption)));
+            addTab(whole_.back());
+            setAccessibleTabName(tab, whole_.back());
+            setTabToolTip(tab, hint.isEmpty() ? whole_.back() : hint);
+        }
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        for (int tab = 0; tab < count(); ++tab)
+            setTabText(tab, whole_[tab]);
+        for (int tab = 0; tab < count() && sizeHint().width() > width(); ++tab)
+            setTabText(tab, short_[tab]);
+        QTabBar::resizeEvent(event);
+    }
+
+private:
+    QStringList whole_, short_;
 };
 
 } // namespace
@@ -83,18 +120,12 @@ tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
 }
 
 void tabLog::makeTabs() {
-    tabs_ = new QTabBar;
-    auto* const narrow = new NarrowTabs;
-    narrow->setParent(tabs_);
-    tabs_->setStyle(narrow);
+    tabs_ = new TabsOfLog(session_);
     nameControl(*tabs_, "tabLog", loadText(session_, Text::ViewOfTheLog));
     tabs_->setExpanding(false);
     tabs_->setFocusPolicy(Qt::StrongFocus);
     tabs_->setUsesScrollButtons(true);
     tabs_->setDrawBase(false);
-    for (const LogTab tab : kAllLogTabs)
-        tabs_->setTabToolTip(tabs_->addTab(loadText(session_, tabRow(tab).Caption)),
-                             shown(captionHint(session_, session_.LoadText(tabRow(tab).Caption))));
     connect(tabs_, &QTabBar::currentChanged, this, [this](int tab) {
         const clsLog* log = state_.LogInView(session_);
         if (isSetting_ || log == nullptr || !state_.View.chooseTab(static_cast<LogTab>(tab), *log)) return;

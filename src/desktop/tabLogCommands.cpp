@@ -12,6 +12,7 @@
 #include "explorer/ConvertWeighting.h"
 #include "explorer/Edits.h"
 #include "explorer/NodeKeys.h"
+#include "model/Captions.h"
 #include "views/Selection.h"
 
 #include <utility>
@@ -60,7 +61,8 @@ void tabLog::EditNote() {
 // A line of its own, which begins with the times of the range.
 void tabLog::NoteAtRange() {
     const clsLog* const log = state_.LogInView(session_);
-    if (log != nullptr) editNote(log->Note + (log->Note.empty() ? "" : "\r\n") + timeGraph_->PlaceOfRange() + ": ");
+    if (log != nullptr)
+        editNote(log->Note + (log->Note.empty() ? "" : "\r\n") + captioned(session_, timeGraph_->PlaceOfRange(), {}));
 }
 
 void tabLog::editNote(const std::string& proposal) {

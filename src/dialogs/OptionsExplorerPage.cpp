@@ -1,6 +1,7 @@
 #include "dialogs/OptionsExplorerPage.h"
 
 #include "dialogs/Words.h"
+#include "model/Captions.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -64,7 +65,7 @@ QGroupBox* OptionsExplorerPage::behaviour() {
     layout->addWidget(chkHPD_);
 
     auto* const calculation = new QHBoxLayout;
-    calculation->addWidget(new QLabel(loadText(session, Text::ProtectorCalculation) + ':'));
+    calculation->addWidget(new QLabel(shown(withColon(session, session.LoadText(Text::ProtectorCalculation)))));
     optHPD_ = buttons(session, *calculation, "optHPD", {Text::HSE, Text::OSHA, Text::NIOSH}, settings_.Edited.HPDCalc);
     cboCalcMethod_ = new QComboBox;
     nameControl(*cboCalcMethod_, "cboCalcMethod", loadPlainText(session, Text::MethodLabel));

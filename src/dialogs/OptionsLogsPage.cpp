@@ -3,6 +3,7 @@
 #include "dialogs/LinePreview.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmExpTime.h"
+#include "model/Captions.h"
 #include "views/CaptionHints.h"
 
 #include <QAbstractItemView>
@@ -253,8 +254,9 @@ QGroupBox* OptionsLogsPage::fonts() {
     int row = 0;
     for (const FontRow& entry : kFonts) {
         clsFont& font = settings_.Edited.objLogOptions.*entry.font;
-        auto* const button =
-            pushButton(session, entry.textId, entry.name, group->title() + ": " + loadPlainText(session, entry.textId));
+        auto* const button = pushButton(session, entry.textId, entry.name,
+                                        shown(captioned(session, session.LoadText(Text::Fonts),
+                                                        loadPlainText(session, entry.textId).toStdString())));
         auto* const sample = new QLabel;
         sample->setTextFormat(Qt::PlainText);
         sample->setMinimumWidth(fontMetrics().averageCharWidth() * 22);

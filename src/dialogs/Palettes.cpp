@@ -55,11 +55,17 @@ class HandyStyle : public QProxyStyle {
 public:
     HandyStyle(const QString& base, bool hasEdges) : QProxyStyle(QStyleFactory::create(base)), hasEdges_(hasEdges) {}
 
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+        constexpr PixelMetric kHit[] = {PM_ScrollBarExtent, PM_TabBarScrollButtonWidth, PM_TitleBarButtonSize};
+        const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+        return std::ranges::find(kHit, metric) != std::end(kHit) ? std::max(usual, kLeastHit) : usual;
+    }
+
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                            const QWidget* widget) const override {
-        constexpr ContentsType kHit[] = {CT_PushButton,   CT_CheckBox,  CT_RadioButton, CT_ComboBox,
-                                         CT_LineEdit,     CT_SpinBox,   CT_Slider,      CT_ToolButton,
-                                         CT_ItemViewItem, CT_TabBarTab, CT_MenuItem,    CT_MenuBarItem};
+        constexpr ContentsType kHit[] = {CT_PushButton, CT_CheckBox,    CT_RadioButton,  CT_ComboBox,     CT_LineEdit,
+                                         CT_SpinBox,    CT_Slider,      CT_ToolButton,   CT_ItemViewItem, CT_TabBarTab,
+                                         CT_MenuItem,   CT_MenuBarItem, CT_HeaderSection};
         QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
         if (std::ranges::find(kHit, type) != std::end(kHit) && !isSeparator(type, option))
             size.setHeight(std::max(size.height(), kLeastHit));
@@ -89,6 +95,10 @@ public:
         QProxyStyle::drawComplexControl(control, option, painter, widget);
         if (!hasEdges_) return;
         if (control == CC_ComboBox || control == CC_SpinBox || control == CC_Slider) drawEdge(*option, *painter, false);
+        if (control != CC_ScrollBar) return;
+        QStyleOption slider(*option);
+        slider.rect = subControlRect(control, option, SC_ScrollBarSlider, widget);
+        drawEdge(slider, *painter, false);
     }
 
 private:
@@ -135,6 +145,11 @@ void showAppearance(Appearance appearance) {
         new HandyStyle(isOfSystem ? styleOfDesktop : QStringLiteral("Fusion"), appearance == Appearance::HighContrast));
     QApplication::setPalette(QPalette()); // so that nothing of the appearance before is left
     QApplication::setPalette(paletteOf(appearance));
+}
+
+int tableRowHeight(const QFontMetrics& font) {
+    constexpr int kAround = 6; // pixels, above and below the text together
+    return std::max(kLeastHit, font.height() + kAround);
 }
 
 void keepQuietTextReadable() {

@@ -3,6 +3,7 @@
 
 #include "app/Appearance.h"
 
+#include <QFontMetrics>
 #include <QPalette>
 
 namespace kestrane {
@@ -11,6 +12,9 @@ namespace kestrane {
 QPalette paletteOf(Appearance appearance);
 
 inline constexpr int kLeastHit = 24; // pixels, the height of what a hand hits (WCAG 2.2, success criterion 2.5.8)
+
+// The height of the rows of a table with this font, pixels.
+int tableRowHeight(const QFontMetrics& font);
 
 // Shows the whole program in an appearance, at once.
 void showAppearance(Appearance appearance);

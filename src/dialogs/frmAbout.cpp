@@ -55,6 +55,7 @@ QLabel* contactLabel(const QString& text, ContactKind kind) {
 } // namespace
 
 frmAbout::frmAbout(const Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+    setObjectName("frmAbout");
     setWindowTitle(loadText(session, Text::AboutTitle));
     QLabel* const licence = plainLabel(loadText(session, Text::AboutLicence));
     licence->setObjectName("lblLicence");

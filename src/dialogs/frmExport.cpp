@@ -1,5 +1,7 @@
 #include "dialogs/frmExport.h"
 
+#include "dialogs/HandySplitter.h"
+#include "dialogs/Palettes.h"
 #include "dialogs/Words.h"
 
 #include <QBoxLayout>
@@ -15,7 +17,6 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalBlocker>
-#include <QSplitter>
 #include <QTableWidget>
 
 namespace kestrane {
@@ -49,7 +50,7 @@ frmExport::frmExport(Session& session, ExportSubject subject, QWidget* parent) :
     QDialog(parent), session_(session), dialog_(session, std::move(subject)) {
     setObjectName("frmExport");
     setWindowTitle(loadText(session, Text::ExportTitle));
-    auto* const parts = new QSplitter;
+    auto* const parts = new HandySplitter;
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(choices());
     layout->addWidget(parts, 1);
@@ -126,7 +127,7 @@ QWidget* frmExport::preview() {
     grdPreview_->setTabKeyNavigation(false);
     grdPreview_->setWordWrap(false);
     grdPreview_->verticalHeader()->hide();
-    grdPreview_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    grdPreview_->verticalHeader()->setDefaultSectionSize(tableRowHeight(fontMetrics()));
     grdPreview_->horizontalHeader()->setHighlightSections(false);
     lblCounts_ = new QLabel;
     lblCounts_->setObjectName("lblCounts");

@@ -1,5 +1,7 @@
 #include "dialogs/frmHPD.h"
 
+#include "dialogs/HandySplitter.h"
+#include "dialogs/Palettes.h"
 #include "dialogs/ProtectorBoxes.h"
 
 #include <QCheckBox>
@@ -10,7 +12,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
-#include <QSplitter>
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -33,19 +34,18 @@ QPushButton* button(const Session& session, Text::Id caption, const char* name) 
 frmHPD::frmHPD(ProtectorScreen& screen, const Download& download, QWidget* parent) :
     QDialog(parent), screen_(screen), download_(download), model_(screen) {
     const Session& session = screen.session();
-    setObjectName("frmHPD");
+    setObjectName(screen.IsSelection() ? "frmSelectHPD" : "frmHPD");
     setWindowTitle(loadText(session, screen.IsSelection() ? Text::SelectAProtector : Text::ProtectorDatabaseTitle));
     sorted_.setSourceModel(&model_);
     sorted_.setSortRole(ProtectorListModel::kSortRole);
     sorted_.setSortLocaleAware(true);
     sorted_.setFilterCaseSensitivity(Qt::CaseInsensitive);
 
-    auto* const sides = new QSplitter;
+    auto* const sides = new HandySplitter;
     sides->addWidget(listSide());
     sides->addWidget(boxesSide());
     sides->setChildrenCollapsible(false);
     sides->setStretchFactor(0, 1);
-    sides->setHandleWidth(fontMetrics().averageCharWidth() * 2);
     sides->widget(0)->setMinimumWidth(fontMetrics().averageCharWidth() * kListColumns);
     // The list gets all the width that the boxes do not need.
     sides->setSizes({fontMetrics().averageCharWidth() * kColumns, 1});
@@ -114,10 +114,10 @@ QWidget* frmHPD::listSide() {
     lvwHPD_->setShowGrid(false);
     lvwHPD_->setAlternatingRowColors(true);
     lvwHPD_->verticalHeader()->hide();
-    lvwHPD_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    lvwHPD_->verticalHeader()->setDefaultSectionSize(tableRowHeight(fontMetrics()));
     lvwHPD_->horizontalHeader()->setHighlightSections(false);
     lvwHPD_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    lvwHPD_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+    lvwHPD_->horizontalHeader()->setStretchLastSection(true);
     connect(txtSearch_, &QLineEdit::textChanged, this, [this](const QString& text) {
         const std::optional<std::size_t> record = selected();
         sorted_.setFilterFixedString(text);

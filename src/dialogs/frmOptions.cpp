@@ -45,9 +45,10 @@ QPoint cornerOnScreen(QPoint at, QSize size) {
 frmOptions::frmOptions(const SettingsDialog& settings, QWidget* parent) :
     QDialog(parent), settings_(settings), tabSettings_(new QTabWidget), logs_(new OptionsLogsPage(settings_)) {
     const Session& session = settings_.session();
-    setObjectName("frmOptions");
-    setWindowTitle(settings_.Mode() == SettingsMode::All ? loadText(session, Text::Settings)
-                                                         : loadPlainText(session, Text::CommandDisplayOptions));
+    const bool isOfProgram = settings_.Mode() == SettingsMode::All;
+    setObjectName(isOfProgram ? "frmOptions" : "frmDisplayOptions");
+    setWindowTitle(isOfProgram ? loadText(session, Text::Settings)
+                               : loadPlainText(session, Text::CommandDisplayOptions));
     nameControl(*tabSettings_, "tabSettings", windowTitle());
     addPage(new OptionsSystemPage(settings_), Text::SettingsSystem, SettingsMode::All);
     addPage(new OptionsExplorerPage(settings_), Text::SettingsExplorer, SettingsMode::Explorer);

@@ -2,6 +2,7 @@
 
 #include "assessment/AssessmentShown.h"
 #include "model/Acoustics.h"
+#include "model/Captions.h"
 #include "platform/Format.h"
 
 namespace kestrane {
@@ -36,10 +37,11 @@ public:
         table(Text::HeadingSources,
               {text(Text::ColumnFile), text(Text::ColumnRows), text(Text::ColumnLAeq), text(Text::ColumnHash)},
               sources());
-        blocks_.push_back({Kind::Sign,
-                           {},
-                           {},
-                           {{text(Text::Assessor)}, {text(Text::Signature) + ":"}, {text(Text::AssessmentDate)}}});
+        blocks_.push_back(
+            {Kind::Sign,
+             {},
+             {},
+             {{text(Text::Assessor)}, {withColon(session_, text(Text::Signature))}, {text(Text::AssessmentDate)}}});
         return std::move(blocks_);
     }
 
@@ -69,7 +71,7 @@ private:
         Rows rows = {{text(Text::Workplace), subject_.assessment.Workplace},
                      {text(Text::Assessor), subject_.assessment.Assessor},
                      {text(Text::AssessmentDate), subject_.assessment.Date},
-                     {text(Text::GroupForm) + ":", group_.Name},
+                     {withColon(session_, text(Text::GroupForm)), group_.Name},
                      {text(Text::WorkersLabel), group_.Workers ? std::to_string(*group_.Workers) : std::string()},
                      {text(Text::MethodOfAssessment),
                       std::string(kAssessmentEdition) + ", " + strategyText(session_, group_.Strategy)},
@@ -126,9 +128,10 @@ private:
     }
 
     Rows figures() const {
-        Rows rows = {{text(Text::FigureLex) + ":", exposureScale(session_, result_).Words}};
+        Rows rows = {{withColon(session_, text(Text::FigureLex)), exposureScale(session_, result_).Words}};
         for (const ShownFigure& figure : shownFigures(session_, result_))
-            if (figure.Caption != text(Text::FigureLex)) rows.push_back({figure.Caption + ":", figure.Value});
+            if (figure.Caption != text(Text::FigureLex))
+                rows.push_back({withColon(session_, figure.Caption), figure.Value});
         return rows;
     }
 
@@ -138,7 +141,7 @@ private:
         for (const AssessmentDay& day : group_.Week)
             days +=
                 (days.empty() ? "" : ",  ") + day.Name + " " + number(day.LEX8h ? day.LEX8h : result_.LEX8h, "##0.0");
-        blocks_.back().Rows.push_back({text(Text::Week) + ":", days});
+        blocks_.back().Rows.push_back({withColon(session_, text(Text::Week)), days});
     }
 
     Rows actions() const {
@@ -150,8 +153,10 @@ private:
 
     // Those that a mean level of a day can be held against; the others need the rows of each log.
     Rows criteria() const {
-        return {{text(Text::CriteriaEU) + ":", heading(Text::CriterionByLevel, levelText(session_, result_.LEX8h))},
-                {text(Text::CriteriaNiosh) + ":", heading(Text::CriterionByDose, number(result_.Points, "##0") + " %")},
+        return {{withColon(session_, text(Text::CriteriaEU)),
+                 heading(Text::CriterionByLevel, levelText(session_, result_.LEX8h))},
+                {withColon(session_, text(Text::CriteriaNiosh)),
+                 heading(Text::CriterionByDose, number(result_.Points, "##0") + " %")},
                 {{}, text(Text::CriteriaOfLogs)}};
     }
 
@@ -185,7 +190,7 @@ private:
 
     Rows warnings() const {
         Rows rows;
-        for (const std::string& warning : shownWarnings(result_))
+        for (const std::string& warning : shownWarnings(session_, result_))
             rows.push_back({{}, "\u2022 " + warning});
         return rows;
     }

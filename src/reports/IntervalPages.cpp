@@ -33,7 +33,8 @@ IntervalPages::IntervalPages(const clsLog& log, const PageArea& area, const Page
     area_(area),
     line_(metrics.lineHeight(kBodyFont)),
     star_(metrics.textWidth("*", kBodyFont)),
-    heading_(log.session().LoadText(Text::IntervalHeading)),
+    session_(log.session()),
+    heading_(session_.LoadText(Text::IntervalHeading)),
     removed_("*" + log.session().LoadText(Text::IntervalRemoved)),
     locale_(log.session().locale),
     times_(log),
@@ -87,7 +88,7 @@ double IntervalPages::bottom() const {
 void IntervalPages::draw(PageDevice& device, std::size_t page) const {
     const Channel& channel = channels_[page / pagesOfChannel_];
     const std::size_t first = page % pagesOfChannel_ * blocks_ * rowsOfBlock_;
-    std::string heading = datedHeading(heading_, times_.longDate(first), times_.hourAndMinute(first));
+    std::string heading = datedHeading(session_, heading_, times_.longDate(first), times_.hourAndMinute(first));
     if (!channel.Name.empty()) heading += " " + channel.Name;
     device.text(area_.Left, area_.Top, heading, kCaptionFont);
     for (std::size_t block = 0; block < blocks_; ++block) {

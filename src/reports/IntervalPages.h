@@ -46,6 +46,7 @@ private:
     PageArea area_;
     double line_, star_;
     double date_ = 0; // the space before the time for the date; 0 when all rows are of one day
+    const Session& session_;
     std::string heading_, removed_;
     Locale locale_;
     RowTimes times_;

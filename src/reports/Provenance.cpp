@@ -1,6 +1,7 @@
 #include "reports/Provenance.h"
 
 #include "calc/ExposureTime.h"
+#include "model/Captions.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
 #include "platform/Format.h"
@@ -100,7 +101,8 @@ std::string excludedRows(const Source& source) {
 
 std::string shownChange(const Source& source, const HistoryLine& line) {
     const std::string change = changeText(source.log.session(), line);
-    const std::string text = ReplaceText(line.Time, "T", " ") + " " + line.What + (change.empty() ? "" : ": ") + change;
+    std::string text = ReplaceText(line.Time, "T", " ") + " " + line.What;
+    if (!change.empty()) text = captioned(source.log.session(), text, change);
     return text.size() <= kLongestChange ? text : std::string(firstBytes(text, kLongestChange)) + "\u2026";
 }
 
@@ -161,12 +163,14 @@ std::vector<DetailLine> provenanceLines(const clsFile& file, const clsInsData& d
     std::vector<DetailLine> lines;
     for (const Row& row : kRows) {
         std::string value = row.value(source);
-        if (!value.empty()) lines.push_back({source.words(row.caption) + ": ", std::move(value)});
+        if (!value.empty())
+            lines.push_back({withColon(log.session(), source.words(row.caption)) + " ", std::move(value)});
     }
     std::vector<std::string> changes = changesOf(source);
     for (std::string& change : changes)
         lines.push_back(
-            {&change == &changes.front() ? source.words(Text::ChangesLabel) + ": " : "", std::move(change)});
+            {&change == &changes.front() ? withColon(log.session(), source.words(Text::ChangesLabel)) + " " : "",
+             std::move(change)});
     return lines;
 }
 

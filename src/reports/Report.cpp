@@ -1,5 +1,6 @@
 #include "reports/Report.h"
 
+#include "model/Captions.h"
 #include "model/Session.h"
 #include "reports/PageText.h"
 #include "reports/Provenance.h"
@@ -151,7 +152,7 @@ void Report::placeDetails(const std::vector<DetailLine>& lines) {
 void Report::placeIntroduction(const ReportSubject& subject) {
     const Session& session = subject.log.session();
     if (!subject.Modification.empty()) {
-        const std::string words = session.LoadText(Text::ModifiedReport) + ": " + subject.Modification;
+        const std::string words = captioned(session, session.LoadText(Text::ModifiedReport), subject.Modification);
         placeLines(ownWords(withReason(session, words, subject.log.CutReason)));
     }
     placeLines(ownWords(calibrationWarning(subject.log)));

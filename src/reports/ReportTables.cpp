@@ -5,6 +5,7 @@
 #include "calc/BandLevels.h"
 #include "calc/ExposureTime.h"
 #include "calc/Recalculation.h"
+#include "model/Captions.h"
 #include "model/LogParameters.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
@@ -139,16 +140,18 @@ std::span<const LevelColumn> intervalColumns() {
     return kIntervalColumns;
 }
 
-std::string datedHeading(const std::string& words, const std::string& longDate, const std::string& time) {
+std::string datedHeading(const Session& session, const std::string& words, const std::string& longDate,
+                         const std::string& time) {
     const std::string when = longDate.empty() || time.empty() ? longDate + time : longDate + ", " + time;
-    return when.empty() ? words : words + ": " + when;
+    return when.empty() ? words : captioned(session, words, when);
 }
 
 std::vector<DetailLine> detailLines(const clsInsData& data, const clsLog& log) {
     std::vector<DetailLine> lines;
     for (const DetailRow& row : kDetails) {
-        const std::string caption =
-            row.caption == Text::None ? std::string() : log.session().LoadText(row.caption) + ": ";
+        const std::string caption = row.caption == Text::None
+                                        ? std::string()
+                                        : withColon(log.session(), log.session().LoadText(row.caption)) + " ";
         lines.push_back(
             {caption, row.value == nullptr ? std::string() : row.value(data, log), row.hasSpaceAbove, row.isToSign});
     }
@@ -160,8 +163,8 @@ ReportTable cumulativeTable(const clsLog& log) {
     const clsLogOptions options = displayOptions(log);
     ReportTable table;
     const std::string start = LongDate(log.session(), log.StartDate);
-    table.Heading =
-        datedHeading(session.LoadText(Text::CumulativeData), start, start.empty() ? start : log.StartTime.hh_mm());
+    table.Heading = datedHeading(session, session.LoadText(Text::CumulativeData), start,
+                                 start.empty() ? start : log.StartTime.hh_mm());
     table.Remark = wholeFiguresLine(log);
     table.NameWidth = "XXFrequency WeightingXX";
     table.Captions =

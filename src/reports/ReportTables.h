@@ -36,7 +36,8 @@ ReportTable frequencyTable(const clsLog& log);      // for a log with bands
 ReportTable criteriaReportTable(const clsLog& log); // without rows when there is no level to judge by
 
 // A heading such as "Cumulative Data: Monday 3 June 2019, 09:00"; what is not known is left out.
-std::string datedHeading(const std::string& words, const std::string& longDate, const std::string& time);
+std::string datedHeading(const Session& session, const std::string& words, const std::string& longDate,
+                         const std::string& time);
 
 // A column of levels, in the table of the bands or in that of the intervals.
 struct LevelColumn {

@@ -152,6 +152,14 @@ std::unique_ptr<PagedDocument> rankPages(const PrintedView& view, const RankTabl
     return gridPages(view, std::move(grid));
 }
 
+std::unique_ptr<PagedDocument> cellPages(const PrintedView& view, const CellTable& table, std::string title,
+                                         std::string note) {
+    PageGrid grid{table.Captions, table.RowCount, table.Cell};
+    grid.Note = std::move(note);
+    const PageHeading heading{std::move(title), view.file.ShortenedFileName(), view.IsModified, view.IsPart};
+    return std::make_unique<GridPages>(view.log.session(), heading, std::move(grid), view.metrics);
+}
+
 std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, LogChannel channel, const DisplayChoice& choice) {
     const auto table = std::make_shared<IntervalTable>(view.log, channel, choice);
     PageGrid grid;

@@ -6,6 +6,7 @@
 #include "model/clsOptions.h"
 #include "protection/RankTable.h"
 #include "reports/PagedDocument.h"
+#include "views/CellTable.h"
 #include "views/ChartOnPage.h"
 #include "views/DisplayBy.h"
 #include "views/LogTab.h"
@@ -34,6 +35,10 @@ std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view);
 
 // A ranking of protectors on the log.
 std::unique_ptr<PagedDocument> rankPages(const PrintedView& view, const RankTable& ranks);
+
+// A table that a dialog shows, under a title, with a note above it, which may be empty.
+std::unique_ptr<PagedDocument> cellPages(const PrintedView& view, const CellTable& table, std::string title,
+                                         std::string note);
 
 // The log under every exposure criterion.
 std::unique_ptr<PagedDocument> criteriaPages(const PrintedView& view);

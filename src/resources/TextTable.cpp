@@ -1,5 +1,7 @@
 #include "resources/TextTable.h"
 
+#include "resources/TextNames_w1.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -1160,12 +1162,23 @@ constexpr TextEntry Entries[] = {
     {Text::HintHPD, "HPD is a hearing protection device: an earplug or an earmuff."},
     {Text::LepdMeaning, "the daily noise exposure level, LEX,8h of newer standards"},
     // Durations
+    {Text::WithColon, "^:"},
+    // What the print preview of a dialog offers
+    {Text::PrintedChart, "Chart"},
+    {Text::PrintedTable, "Table"},
     {Text::Hours, "* hours"},
     {Text::OneHour, "1 hour"},
     {Text::Minutes, "* mins"},
     {Text::OneMinute, "1 min"},
     {Text::Seconds, "* secs"},
     {Text::OneSecond, "1 sec"},
+    // Short captions of tabs
+    {Text::ShortIntervalsTable, "Table"},
+    {Text::ShortIntervalsGraph, "Interval"},
+    {Text::ShortCumulativeGraph, "Cumultv"},
+    {Text::ShortNoiseRating, "NR"},
+    {Text::ShortCompareHPD, "HPD"},
+    {Text::ShortCumulativeData, "Data"},
     // Quantity labels
     {Text::Peak, "Peak"},
     {Text::Lepd, "LEP,d"},

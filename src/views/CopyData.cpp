@@ -1,5 +1,6 @@
 #include "views/CopyData.h"
 
+#include "model/Captions.h"
 #include "model/Session.h"
 #include "views/CumulativePanel.h"
 #include "views/ExposureTable.h"
@@ -96,7 +97,7 @@ ClipboardForms copiedLines(std::string text, bool hasHeading) {
 ClipboardForms copiedTable(const clsLog& log, const CopiedRows& rows, bool hasHeading) {
     ClipboardForms forms = copiedLines(rows.Text, hasHeading);
     const Session& session = log.session();
-    const std::string name = log.Name.empty() ? std::string() : log.Name + ": ";
+    const std::string name = log.Name.empty() ? std::string() : withColon(session, log.Name) + " ";
     forms.Html =
         paragraph(name + session.LoadText(Text::CriterionLevel) + " " + std::to_string(log.Criterion) + " dB, " +
                   session.LoadText(Text::ExchangeRate) + " " + std::to_string(log.Exchange) + " dB") +

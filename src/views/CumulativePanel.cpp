@@ -3,6 +3,7 @@
 #include "calc/BandLevels.h"
 #include "calc/ExposureTime.h"
 #include "calc/Recalculation.h"
+#include "model/Captions.h"
 #include "model/LogParameters.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
@@ -224,8 +225,7 @@ std::string heardText(const Session& session, const PanelRow& row, LogChannel ch
     const bool isB = channel == kChannelB;
     const PanelLabel& label = isB ? row.B : row.A;
     if (label.Text.empty()) return {};
-    std::string text = PlainCaption(label.Caption);
-    if (text.ends_with(':')) text.pop_back();
+    std::string text = withoutColon(PlainCaption(label.Caption));
     if (!row.B.Name.empty()) text += ", " + session.LoadText(isB ? Text::ChannelB : Text::ChannelA);
     // Percentiles are one label with several levels, which has no unit of its own.
     const std::string unit = row.Section == PanelSection::Levels ? session.LoadText(Text::Decibel) : row.Unit;

@@ -8,6 +8,7 @@
 #include "views/CopyData.h"
 #include "views/RangeTable.h"
 
+#include <cmath>
 #include <memory>
 
 namespace kestrane {
@@ -55,6 +56,7 @@ ChartData distributionChart(const clsLog& log, std::span<const AnalysedRow> rows
     const Session& session = log.session();
     const std::vector<LevelClass> classes = distributionOf(rows, width);
     ChartData chart = emptyChart(log, displayOptions(log));
+    chart.Title = ReplaceText(session.LoadText(Text::DistributionTitle), "^", log.Name);
     chart.Style = eChartAs2D;
     chart.Shape = ChartShape::Bar;
     chart.RowCount = classes.size();
@@ -71,7 +73,7 @@ ChartData distributionChart(const clsLog& log, std::span<const AnalysedRow> rows
         labels.push_back(edgeText(session, item.Level));
         const auto value = [&](double seconds) {
             const auto percent = percentOf(seconds, classes);
-            return percent ? static_cast<float>(*percent) : kNullValue;
+            return percent ? static_cast<float>(std::round(*percent * 10) / 10) : kNullValue; // as in the table
         };
         chart.Series[0].Values.push_back(value(item.Seconds));
         chart.Series[1].Values.push_back(value(item.Above));

@@ -3,6 +3,7 @@
 #include "calc/FreqWeight.h"
 #include "calc/Recalculation.h"
 #include "model/Acoustics.h"
+#include "model/Captions.h"
 #include "model/Session.h"
 #include "platform/Format.h"
 #include "platform/Utf8.h"
@@ -105,15 +106,16 @@ private:
                                  static_cast<float>(with)});
         }
         out_.ResultLine = text(Text::OctaveBandCentreFrequency) + std::string(out_.ExceedsLimit ? 3 : 20, ' ') +
-                          out_.LevelName + ": " + resultText() + limitText();
+                          captioned(session_, out_.LevelName, resultText()) + limitText();
         footnote(log, static_cast<float>(levelOf(total)));
     }
 
     void footnote(const clsLog& log, float total) {
-        out_.Footnote.push_back(padded(log.LeqTextA() + ":", 10) + padded(number(total, kLevel), 20) +
+        out_.Footnote.push_back(padded(withColon(session_, log.LeqTextA()), 10) + padded(number(total, kLevel), 20) +
                                 padded(log.OctaveType(), 30));
-        out_.Footnote.push_back(padded(text(Text::FrequencyWeightingShort) + ":", 10) + padded(log.FreqWeightA(), 20) +
-                                padded(text(Text::TimeWeightingShort) + ":", 10) + padded(log.TimeWeightA(), 20));
+        out_.Footnote.push_back(
+            padded(withColon(session_, text(Text::FrequencyWeightingShort)), 10) + padded(log.FreqWeightA(), 20) +
+            padded(withColon(session_, text(Text::TimeWeightingShort)), 10) + padded(log.TimeWeightA(), 20));
         out_.Footnote.push_back(ReplaceText(ReplaceText(text(Text::RecordedOn), "*", log.StartDate.Format()), "^",
                                             log.StartTime.hh_mm_ss()));
         if (correction_ >= kCorrectionNone && correction_ <= kCorrectionOneDeviation)
@@ -145,7 +147,8 @@ private:
                           text(Text::ProtectorMedium) + "=" + number(hp_.Medium, kLevel) + comma +
                           text(Text::ProtectorLow) + "=" + number(hp_.Low, kLevel) + "), " + (isTight ? "" : "  ") + a +
                           "=" + number(levelA, kLevel) + comma + c + "=" + number(levelC, kLevel) +
-                          (isTight ? ": " : "   :   ") + out_.LevelName + "=" + resultText() + limitText();
+                          (isTight ? withColon(session_, {}) + " " : "   :   ") + out_.LevelName + "=" + resultText() +
+                          limitText();
     }
 
     void bySNR() {

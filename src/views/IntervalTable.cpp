@@ -1,6 +1,7 @@
 #include "views/IntervalTable.h"
 
 #include "calc/BandLevels.h"
+#include "model/Captions.h"
 #include "model/InstrumentFamilies.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
@@ -67,7 +68,7 @@ void IntervalTable::addParameters(const clsLog& log, const std::string& bandText
 }
 
 void IntervalTable::addBands(const clsLog& log, Parameter parameter) {
-    columns_.front().caption += " - " + parameterText(log, parameter) + ":";
+    columns_.front().caption += " - " + withColon(log.session(), parameterText(log, parameter));
     const Quantity quantity = intervalQuantity(kChannelA, parameter);
     for (int band = 0; band <= lastBand(log.Mode()); ++band) {
         columns_.push_back({(band == 0 ? " " : "") + bandLabel(log, band), Kind::Level, quantity, band});

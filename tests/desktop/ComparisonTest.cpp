@@ -169,7 +169,7 @@ TEST(Comparison, TwoWindowsDoNotAskAtOnce) {
     std::size_t screens = 0;
     QTimer::singleShot(100, desk.frame.get(), [&] {
         for (QWidget* window : QApplication::topLevelWidgets())
-            if (window->objectName() == "frmHPD" && window->isVisible()) ++screens;
+            if (window->objectName() == "frmSelectHPD" && window->isVisible()) ++screens;
         while (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
             dialog->reject();
     });

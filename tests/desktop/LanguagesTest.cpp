@@ -201,7 +201,7 @@ QString lettersOf(const QWidget& window) {
 TEST(Help, HasAPageAboutEveryDialog) {
     Desk desk;
     forEachDialog(desk, [&](const QDialog& dialog, const std::string& name) {
-        const bool isQuestion = dialog.objectName().isEmpty(); // or the box about the program
+        const bool isQuestion = dialog.objectName().isEmpty();
         EXPECT_EQ(helpTopicOf(&dialog) == "help", isQuestion) << name;
     });
 }

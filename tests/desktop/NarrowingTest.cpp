@@ -279,6 +279,10 @@ TEST(RangeOnTheChart, ItsDistributionAndOtherLogsAreSeenBesideIt) {
         control<QLineEdit>(dialog, "txtPercents").setText("50");
         click(dialog, "cmdCopy");
         EXPECT_TRUE(QApplication::clipboard()->text().startsWith("Broadband 1\r\nL50 "));
+        onDialog([](QDialog& preview) {
+            EXPECT_EQ(control<QComboBox>(preview, "cboReport").count(), 2) << "the chart, the table";
+        });
+        click(dialog, "cmdPrint");
     });
     desk.press(QKeySequence("Ctrl+Shift+D"));
     goBackTo(desk);

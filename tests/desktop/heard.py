@@ -4,8 +4,8 @@
     heard.py KESTRANE KESTRANE-CLI KESTRANE-SIM SAMPLES
 
 Opens samples and compares what is heard on every tab, in the dialogs and in the window of an assessment with what
-kestrane-cli says. The table of a chart is opened by keys and popup menus only, which AT-SPI does not reach; it is left to
-the other tests.
+kestrane-cli says. The table of a chart and the display options are opened by keys and popup menus only, which AT-SPI does
+not reach; they are left to the other tests.
 Ends with 77 when no display or no accessibility bus can be had here; everything else that goes wrong is a failure.
 """
 
@@ -75,6 +75,20 @@ TABLES = {"table", "tree table", "list"}  # of any length
 NAMED = {"push button", "radio button", "check box", "text", "spin button", "slider", "tree", "chart", "page tab"}
 NAMED |= TABLES
 DIALOG_SAMPLE = "protector-ac.xml"
+SPECTRUM_SAMPLE = "third-octave-2000.xml"
+# Dialogs of the menus that change nothing: the way there, the title, the button that closes it, patterns of what is heard.
+MENU_DIALOGS = [
+    (["File", "Export"], "Export", "Cancel", ["Columns", "First lines"]),
+    (["File", "Export Picture"], "Export Picture", "Cancel", ["Width.*", "Resolution.*"]),
+    (["View", "History"], "History of .*", "Close", []),
+    (["View", "Calibration"], "Calibration - .*", "Cancel", []),
+    (["View", "Marked Range", "Events"], "Events of .*", "Close", []),
+    (["View", "Marked Range", "Distribution"], "Distribution of .*", "Close", [r"L1 [\d.]+ dB, L10 [\d.]+ dB, .*"]),
+    (["View", "Marked Range", "Compare Logs"], "Compare Logs", "Close", []),
+    (["Help", "Tour"], "A Tour of .*", "Close", ["1 of 4"]),
+    (["Help", "Help"], "Help", "Close", []),
+    (["Help", "Keyboard Shortcuts"], "Keyboard Shortcuts", "Close", []),
+]
 CORRECTIONS = ["None", "2 std devs", "4dB", "1 std dev"]  # in the order of kestrane-cli
 
 failures = []
@@ -529,11 +543,18 @@ def check_dialogs(bench, home, sample):
     program.check_dialog("Download Options", "Cancel", values)
     program.check_dialog("Download function aborted", "OK")
     check_note(program)
-    program.give("Help", "Keyboard Shortcuts")
-    program.check_dialog("Keyboard Shortcuts", "Close")
+    for path, title, button, words in MENU_DIALOGS:
+        program.give(*path)
+        program.check_dialog(title, button, words)
     check_toggle(program)
     check_zoom(program)
     check_comparison(program, sample)
+    program.act(control(program.root, "push button", "Rank"))
+    program.check_dialog("Protectors by What They Leave", "Cancel", ["Worn.*"])
+    program.end()
+    program = Program(bench, str(pathlib.Path(SAMPLES, SPECTRUM_SAMPLE)))
+    program.give("View", "Marked Range", "Spectrogram")
+    program.check_dialog("Spectrogram - .*", "Close", [])
     print("dialogs")
     program.end()
 

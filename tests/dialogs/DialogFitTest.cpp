@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSlider>
 #include <QTabWidget>
 
@@ -28,6 +29,10 @@ void expectWhole(QDialog& dialog, QSize room, const char* what) {
     EXPECT_LE(dialog.height(), room.height()) << where;
     int ends = 0;
     for (const QWidget* widget : dialog.findChildren<QWidget*>()) {
+        const bool isBar = qobject_cast<const QScrollBar*>(widget) != nullptr || widget->inherits("QSplitterHandle");
+        const int narrow = std::min(widget->width(), widget->height());
+        EXPECT_TRUE(!isBar || !widget->isVisible() || narrow >= kLeastHit)
+            << where << ": " << widget->metaObject()->className();
         const bool isControl =
             qobject_cast<const QAbstractButton*>(widget) != nullptr ||
             qobject_cast<const QLineEdit*>(widget) != nullptr || qobject_cast<const QComboBox*>(widget) != nullptr ||

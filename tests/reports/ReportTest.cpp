@@ -55,23 +55,28 @@ using Lines = std::vector<std::string>;
 TEST(Report, SpeaksTheLanguageOfReportsWhateverTheProgramSpeaks) {
     Yard yard;
     yard.session.Show(LanguageOf("fr"));
-    yard.session.Options.ReportLanguage = "de";
-    const auto report = inReportLanguage(yard.session, [&] {
-        return std::make_unique<Report>(ReportSubject{yard.file, yard.data, yard.log},
-                                        ReportForm::CumulativeAndIntervals, Yard::kUpright);
-    });
-    EXPECT_EQ(yard.session.LoadText(Text::CriterionLevel), "Niveau crit\u00E8re");
-    const RecordingPage page = recorded(*report, Yard::kUpright);
-    Lines lines;
-    for (std::size_t number = 0; number < page.pages; ++number)
-        for (const std::string& line : page.lines(number))
-            lines.push_back(line);
+    const auto linesIn = [&yard](const char* language) {
+        yard.session.Options.ReportLanguage = language;
+        const auto report = inReportLanguage(yard.session, [&] {
+            return std::make_unique<Report>(ReportSubject{yard.file, yard.data, yard.log},
+                                            ReportForm::CumulativeAndIntervals, Yard::kUpright);
+        });
+        const RecordingPage page = recorded(*report, Yard::kUpright);
+        Lines lines;
+        for (std::size_t number = 0; number < page.pages; ++number)
+            for (const std::string& line : page.lines(number))
+                lines.push_back(line);
+        return lines;
+    };
+    Lines lines = linesIn("de");
     for (const char* line :
          {"Kriteriumspegel: |85 dB", "Beginn, Datum: |Montag, 3. Juni 2024", "Dauer der Messung: |15 Min.",
           "Gesamtwerte: Montag, 3. Juni 2024, 09:00", "Intervall: Montag, 3. Juni 2024, 09:00"})
         EXPECT_NE(std::ranges::find(lines, line), lines.end()) << line;
     EXPECT_EQ(yard.session.LoadText(Text::CriterionLevel), "Niveau crit\u00E8re");
     EXPECT_EQ(yard.session.labels.Yes, "Oui");
+    lines = linesIn("fr");
+    EXPECT_NE(std::ranges::find(lines, "Niveau crit\u00E8re\u00A0: |85 dB"), lines.end()) << "with its no-break space";
 }
 
 TEST(Report, SaysWhatTheLogHolds) {

@@ -58,7 +58,7 @@ QString actionsHtml(const Session& session, const GroupResult& group, const QPal
 
 QString warningsHtml(const Session& session, const GroupResult& group) {
     QString text = heading(loadText(session, Text::HeadingWarnings)) + "<ul style='margin-left: -20px'>";
-    for (const std::string& warning : shownWarnings(group))
+    for (const std::string& warning : shownWarnings(session, group))
         text += "<li>" + html(warning) + "</li>";
     return text + "</ul>";
 }
@@ -122,17 +122,14 @@ void ScaleView::paintEvent(QPaintEvent*) {
     painter.drawText(QPointF(left, line), words);
 }
 
-TaskBarsView::TaskBarsView(const Session& session) {
+TaskBarsView::TaskBarsView(const Session& session) : session_(session) {
     nameControl(*this, "bars", loadText(session, Text::HeadingContributions));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
 void TaskBarsView::Show(std::vector<TaskBar> bars) {
     bars_ = std::move(bars);
-    QString words;
-    for (const TaskBar& bar : bars_)
-        words += shown(bar.Name) + ": " + shown(bar.Words) + ". ";
-    setAccessibleDescription(words);
+    setAccessibleDescription(shown(spokenBars(session_, bars_)));
     setVisible(!bars_.empty());
     updateGeometry();
     update();

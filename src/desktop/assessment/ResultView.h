@@ -42,6 +42,7 @@ protected:
 private:
     int rowHeight() const;
 
+    const Session& session_;
     std::vector<TaskBar> bars_;
 };
 

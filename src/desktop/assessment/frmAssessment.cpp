@@ -3,6 +3,7 @@
 #include "desktop/assessment/FieldsForm.h"
 #include "desktop/assessment/ResultView.h"
 #include "desktop/assessment/tvwAssessment.h"
+#include "dialogs/HandySplitter.h"
 #include "dialogs/Icons.h"
 #include "dialogs/Words.h"
 #include "protection/ProtectorDatabase.h"
@@ -16,7 +17,6 @@
 #include <QLineEdit>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QSplitter>
 
 namespace kestrane {
 
@@ -51,7 +51,7 @@ frmAssessment::frmAssessment(Session& session, AssessmentDocument document, AskS
     column->addWidget(buttons());
     column->addWidget(tree_, 1);
     column->addWidget(boxed(loadText(session, Text::GroupForm), *groupForm_));
-    auto* const splitter = new QSplitter;
+    auto* const splitter = new HandySplitter;
     splitter->addWidget(left);
     splitter->addWidget(result_);
     splitter->setStretchFactor(0, 1);

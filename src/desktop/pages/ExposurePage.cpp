@@ -3,6 +3,7 @@
 #include "desktop/grdDose.h"
 #include "dialogs/Words.h"
 #include "explorer/Edits.h"
+#include "platform/desktop/DragOut.h"
 #include "views/CopyData.h"
 
 #include <QBoxLayout>
@@ -17,6 +18,10 @@ namespace kestrane {
 ExposurePage::ExposurePage(Session& session, ExplorerState& state) : LogPage(session, state, eTabExposureCalculator) {
     exposures_ = new grdDose(session, [this] { return state_.OpenedLog(session_); });
     fillWith(*exposures_);
+    const auto isSelected = onSelection(*exposures_);
+    allowDragging(*exposures_->viewport(), [this, isSelected](const QMouseEvent& press) {
+        return exposures_->HasSelection() && isSelected(press); // from a single cell the mouse selects
+    });
     makeBar();
     connect(exposures_, &grdDose::CurrentRowChanged, this, [this] {
         cmdDeleteRows_->setEnabled(exposures_->IsOnRow());

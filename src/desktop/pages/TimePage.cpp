@@ -13,6 +13,7 @@
 #include "platform/desktop/QtClipboard.h"
 #include "printing/Printer.h"
 #include "reports/Report.h"
+#include "resources/TextNames_w1.h"
 #include "views/RowTimes.h"
 
 #include <QBoxLayout>
@@ -133,35 +134,41 @@ void TimePage::ShowDistribution() {
         return;
     }
     const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
-    const auto printed = [this](const ChartOnPage& chart, const std::string& below) { print(chart, below); };
-    frmDistribution(*log, {rows.begin(), rows.end()}, PlaceOfRange(), {copy, printed}, window()).exec();
+    frmDistribution(*log, {rows.begin(), rows.end()}, PlaceOfRange(), {copy, printing()}, window()).exec();
 }
 
 void TimePage::ShowComparison() {
     const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
-    const auto printed = [this](const ChartOnPage& chart) { print(chart, {}); };
-    frmCompare(session_, state_.OpenedLog(session_), {copy, printed}, window()).exec();
+    frmCompare(session_, state_.OpenedLog(session_), {copy, printing()}, window()).exec();
 }
 
 void TimePage::ShowSpectrogram() {
     const clsLog* const log = state_.LogInView(session_);
     if (log == nullptr || shownChart() == nullptr) return;
     const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
-    frmSpectrogram(*log, {copy, [this](const ChartOnPage& chart) { print(chart, {}); }}, window()).exec();
+    frmSpectrogram(*log, {copy, printing()}, window()).exec();
 }
 
-void TimePage::print(const ChartOnPage& chart, const std::string& below) const {
+PrintChart TimePage::printing() const {
+    return [this](const PrintedChart& printed, QWidget* dialog) { print(printed, dialog); };
+}
+
+void TimePage::print(const PrintedChart& printed, QWidget* dialog) const {
     const Node opened = resolve(session_, state_.View.Key);
     const clsLog* const log = state_.LogInView(session_);
     if (log == nullptr || opened.log == nullptr) return;
+    const auto view = [&](const PageMetrics& paper) {
+        return PrintedView{*opened.file, *log, tab_, isModified(*opened.log, *log), paper};
+    };
+    std::vector<PreviewChoice> choices = {{Text::PrintedChart, [&](const PageMetrics& paper) {
+                                               return chartPages(view(paper), printed.Chart, printed.Below);
+                                           }}};
+    if (printed.Table.RowCount > 0)
+        choices.push_back({Text::PrintedTable, [&](const PageMetrics& paper) {
+                               return cellPages(view(paper), printed.Table, printed.Chart.Data->Title, printed.Below);
+                           }});
     Printers printers;
-    PrintProgress progress(session_, window());
-    printDocument(
-        session_, printers, window(), false,
-        [&](const PageMetrics& paper) {
-            return chartPages({*opened.file, *log, tab_, isModified(*opened.log, *log), paper}, chart, below);
-        },
-        progress.function());
+    frmPreview(session_, std::move(choices), printers, dialog).exec();
 }
 
 void TimePage::ShowEvents() {

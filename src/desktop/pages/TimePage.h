@@ -3,6 +3,7 @@
 // them.
 #pragma once
 
+#include "desktop/PrintedChart.h"
 #include "desktop/pages/GraphPage.h"
 #include "views/EventTable.h"
 #include "views/RangeTable.h"
@@ -54,7 +55,8 @@ private:
     Rows rowsOf(const clsLog& inView) const;
     void takeRange();
     void showFigures();
-    void print(const ChartOnPage& chart, const std::string& below) const;
+    PrintChart printing() const; // for a dialog
+    void print(const PrintedChart& printed, QWidget* dialog) const;
     void markWindow(std::optional<Stretch> WorstStretches::*which);
     const AnalysedRows& analysed(const clsLog& inView);
 
