@@ -81,6 +81,11 @@ mark() { # a range on the time chart, of the hammering
 of_start() {
     open
     take start
+    key alt+h Down Down Return Right # Tour
+    take tour
+    back
+    key alt+h Up Return # About, the last
+    take about '^About'
     stop
 }
 
@@ -107,6 +112,15 @@ of_shift() {
     back
     key ctrl+f
     take find
+    back
+    key ctrl+shift+t
+    take chart-table
+    back
+    key ctrl+shift+p
+    take picture
+    back
+    key Menu Up Return # Display Options, the last
+    take display-options
     stop
 }
 
