@@ -5,25 +5,9 @@ set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 mkdir -p "$1"
 folder=$(cd "$1" && pwd)
-stamp="$folder/complete-1"
+stamp="$folder/complete-2"
 [ -f "$stamp" ] && exit 0
-
-# The sources come from where this machine has its packages from.
-apt="$folder/apt"
-mkdir -p "$apt/sources" "$apt/lists/partial" "$folder/sources"
-for file in /etc/apt/sources.list /etc/apt/sources.list.d/*; do
-    [ -f "$file" ] || continue
-    case $file in
-        *.sources) sed 's/^Types:.*/Types: deb-src/' "$file" ;;
-        *) sed -n 's/^deb /deb-src /p' "$file" ;;
-    esac >"$apt/sources/$(basename "$file")"
-done
-cd "$folder/sources"
-set -- -q -o Dir::Etc::sourcelist=/dev/null -o "Dir::Etc::sourceparts=$apt/sources" -o "Dir::State::lists=$apt/lists"
-apt-get "$@" update >&2
-apt-get "$@" source --download-only libxlsxwriter >&2
-mkdir -p xlsxwriter
-tar -xzf libxlsxwriter_*.orig.tar.gz -C xlsxwriter --strip-components=1
+"$here/sources.sh" "$folder/sources" libxlsxwriter
 
 export KESTRANE_LIBRARIES="$folder"
 build() { # SOURCE, further words for cmake
@@ -33,7 +17,7 @@ build() { # SOURCE, further words for cmake
         -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$folder" "$@" >/dev/null
     cmake --build "$folder/build/$(basename "$source")" --target install >/dev/null
 }
-build "$here/libraries" -DXLSXWRITER="$folder/sources/xlsxwriter"
+build "$here/libraries" -DXLSXWRITER="$folder/sources/libxlsxwriter"
 build /usr/src/googletest -DBUILD_GMOCK=OFF
 
 # Those that are headers alone are taken as they are.

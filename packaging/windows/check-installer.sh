@@ -1,0 +1,41 @@
+#!/bin/sh
+# check-installer.sh SETUP: installs, tries, installs over it and uninstalls with Wine, without a question, in the
+# Windows of WINEPREFIX. Fails when what is installed does not work, when anything of it is left at the end, or when what
+# is the user's is not.
+set -eu
+here=$(cd "$(dirname "$0")" && pwd)
+export WINEPREFIX="${WINEPREFIX:?the folder of the Windows to install in}"
+user="$WINEPREFIX/drive_c/users/$(id -un)"
+folder="$user/AppData/Local/Programs/Kestrane"
+settings="$user/AppData/Roaming/check-installer.ini"
+wine() {
+    timeout 120 "$here/wine.sh" "$@" 2>/dev/null
+}
+fail() {
+    echo "check-installer: $*" >&2
+    exit 1
+}
+# What there is of the program: keys of the registry, shortcuts and files.
+traces() {
+    for key in Classes Microsoft\\Windows\\CurrentVersion\\Uninstall; do
+        wine reg query "HKCU\\Software\\$key" /s | grep -i kestrane || true
+    done
+    find "$user/AppData/Roaming/Microsoft" -iname '*kestrane*' 2>/dev/null || true
+    find "$folder" 2>/dev/null || true
+}
+
+[ -z "$(traces)" ] || fail "it is installed already"
+echo "[x]" >"$settings"
+wine "$1" /S || fail "it does not install"
+wine "$1" /S || fail "it does not install over itself"
+wine "$folder/bin/kestrane-cli.exe" protectors list >/dev/null || fail "the installed program does not find its data"
+traces | grep -qF 'Uninstall\Kestrane' || fail "Windows does not know of it"
+wine "$folder/uninstall.exe" /S || fail "it does not uninstall"
+for _ in $(seq 60); do # the uninstaller goes on in a copy of itself
+    [ -e "$folder" ] || break
+    sleep 1
+done
+left=$(traces)
+[ -z "$left" ] || fail "this is left: $left"
+[ -f "$settings" ] || fail "the settings are gone"
+rm "$settings"

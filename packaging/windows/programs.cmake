@@ -1,0 +1,56 @@
+# How the programs are built for Windows. The oldest Windows is 10. Files are written as they are, without a carriage return
+# before each line's end, and printf is that of the standard in place of the system's. A program without Qt needs no library
+# that the system does not have. With it, programs and modules share the libraries of the compiler, so that an error of
+# one is an error of the other.
+add_compile_definitions(_WIN32_WINNT=0x0A00 WIN32_LEAN_AND_MEAN NOMINMAX __USE_MINGW_ANSI_STDIO=1)
+string(APPEND CMAKE_EXE_LINKER_FLAGS " /usr/${triple}/lib/binmode.o")
+if(NOT KESTRANE_QT)
+  string(APPEND CMAKE_EXE_LINKER_FLAGS " -static")
+endif()
+enable_language(RC)
+
+# What Windows shows of a program: its version, its company and the icon, which is drawn at build time; and what the
+# program asks of Windows.
+function(kestrane_windows_program target description)
+  set(icon ${CMAKE_CURRENT_BINARY_DIR}/${target}.ico)
+  set(icon_line "1 ICON \"${icon}\"")
+  set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+  configure_file(${CMAKE_SOURCE_DIR}/packaging/windows/program.rc.in ${script} @ONLY)
+  set(drawing ${CMAKE_SOURCE_DIR}/src/resources/icons/application.svg)
+  add_custom_command(OUTPUT ${icon}
+    COMMAND ${CMAKE_SOURCE_DIR}/packaging/windows/icon.sh ${drawing} ${icon}
+    DEPENDS ${drawing} ${CMAKE_SOURCE_DIR}/packaging/windows/icon.sh VERBATIM)
+  set_source_files_properties(${script} PROPERTIES
+    OBJECT_DEPENDS "${icon};${CMAKE_SOURCE_DIR}/packaging/windows/program.manifest")
+  target_sources(${target} PRIVATE ${script})
+endfunction()
+
+# Qt and what it needs go beside the programs, its plugins and translations beside their folder: there it looks for them.
+if(NOT KESTRANE_QT)
+  return()
+endif()
+set(qt ${KESTRANE_LIBRARIES})
+list(FILTER qt INCLUDE REGEX "installed$")
+set(dlls)
+foreach(name libQCustomPlotQt6 Qt6Core Qt6Gui Qt6Network Qt6PrintSupport Qt6SerialPort Qt6Svg Qt6Widgets)
+  list(APPEND dlls ${qt}/bin/${name}.dll)
+endforeach()
+foreach(name libgcc_s_seh-1 libstdc++-6 libwinpthread-1 zlib1)
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}.dll
+    OUTPUT_VARIABLE dll OUTPUT_STRIP_TRAILING_WHITESPACE)
+  execute_process(COMMAND ${CMAKE_STRIP} -o ${CMAKE_BINARY_DIR}/${name}.dll ${dll})
+  list(APPEND dlls ${CMAKE_BINARY_DIR}/${name}.dll)
+endforeach()
+file(COPY ${dlls} ${qt}/bin/Qt6Test.dll DESTINATION ${CMAKE_BINARY_DIR}/bin)
+install(FILES ${dlls} DESTINATION bin)
+foreach(plugin platforms/qwindows styles/qwindowsvistastyle tls/qschannelbackend)
+  get_filename_component(kind ${plugin} DIRECTORY)
+  file(COPY ${qt}/plugins/${plugin}.dll DESTINATION ${CMAKE_BINARY_DIR}/plugins/${kind})
+  install(FILES ${qt}/plugins/${plugin}.dll DESTINATION plugins/${kind})
+endforeach()
+file(COPY ${qt}/plugins/platforms/qoffscreen.dll DESTINATION ${CMAKE_BINARY_DIR}/plugins/platforms) # for tests
+file(GLOB languages ${CMAKE_SOURCE_DIR}/src/resources/translations/*.po)
+foreach(language ${languages})
+  get_filename_component(language ${language} NAME_WE)
+  install(FILES /usr/share/qt6/translations/qtbase_${language}.qm DESTINATION translations)
+endforeach()
