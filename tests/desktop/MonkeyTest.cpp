@@ -1,0 +1,178 @@
+// The whole program used without sense (Monkey.h). After every step, what the windows show must be what the core says
+// now; now and then everything is undone and done again. The environment makes other and longer runs: the numbers
+// KESTRANE_MONKEY_SEED (those behind it are used), KESTRANE_MONKEY_SEEDS and KESTRANE_MONKEY_EVENTS;
+// KESTRANE_MONKEY_LOG names a file for all steps.
+#include "desktop/Monkey.h"
+#include "desktop/frmExplorer.h"
+#include "dialogs/Words.h"
+#include "explorer/Edits.h"
+#include "explorer/NodeKeys.h"
+#include "files/XmlWriter.h"
+#include "views/CumulativePanel.h"
+#include "views/ExposureTable.h"
+#include "views/IntervalTable.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QScrollArea>
+#include <QTableView>
+#include <QTreeWidgetItemIterator>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace kestrane {
+namespace {
+
+int numberOf(const char* variable, int otherwise) {
+    const char* const text = std::getenv(variable);
+    return text == nullptr ? otherwise : std::atoi(text);
+}
+
+// The keys and texts of the nodes, in order.
+QStringList nodesOf(const Session& session, const std::vector<TreeNode>& nodes) {
+    QStringList all;
+    for (const TreeNode& node : nodes) {
+        const Node object = resolve(session, node.Key);
+        const bool isFile = node.Key.starts_with(tFILE);
+        all.push_back(shown(node.Key + " " + node.Text + (isFile ? markOf(*object.file) : "")));
+        all += nodesOf(session, node.Children);
+    }
+    return all;
+}
+
+QStringList nodesOf(QTreeWidget& tree) {
+    QStringList all;
+    for (QTreeWidgetItemIterator at(&tree); *at != nullptr; ++at)
+        all.push_back((*at)->data(0, Qt::UserRole).toString() + " " + (*at)->text(0));
+    return all;
+}
+
+// Captions and values that the cumulative panel should have, sorted.
+QStringList figuresOf(const clsLog& log, const LogView& view) {
+    const PanelForm form = cumulativePanelOf(log, view.Panel);
+    QStringList all;
+    for (const PanelRow& row : cumulativePanel(log, view.PanelBand(log))) {
+        const bool hasB = log.IsChannelBOn && showsChannelB(form) && !row.B.Name.empty() && !row.B.Text.empty();
+        if (!isShownIn(form, row.Section) || (row.A.Text.empty() && !hasB)) continue;
+        all.push_back(shown(row.Caption + "|" + valueText(row.A, row.Unit)));
+        if (hasB) all.back() += shown("|" + valueText(row.B, row.Unit));
+    }
+    all.sort();
+    return all;
+}
+
+// Those that it has.
+QStringList figuresOn(const QWidget& panel) {
+    QStringList all;
+    for (const QGroupBox* const box : panel.findChildren<QGroupBox*>()) {
+        const auto* const grid = qobject_cast<QGridLayout*>(box->layout());
+        const auto text = [&](int row, int column) {
+            const QLayoutItem* const item = grid->itemAtPosition(row, column);
+            return item == nullptr ? QString() : qobject_cast<QLabel*>(item->widget())->text();
+        };
+        for (int row = 0; grid != nullptr && grid->itemAtPosition(row, 0) != nullptr; ++row) {
+            all.push_back(text(row, 0) + "|" + text(row, 1));
+            const bool hasB =
+                grid->itemAtPosition(row, 3) != nullptr && grid->itemAtPosition(row, 3) != grid->itemAtPosition(row, 1);
+            if (hasB) all.back() += "|" + text(row, 3);
+        }
+    }
+    all.sort();
+    return all;
+}
+
+// The first rows, the last one and some between.
+template <class Cell>
+void compareCells(const QTableView& grid, std::size_t rows, std::size_t columns, Cell cell) {
+    ASSERT_GE(grid.model()->rowCount(), static_cast<int>(rows));
+    ASSERT_EQ(grid.model()->columnCount(), static_cast<int>(columns));
+    constexpr std::size_t kCompared = 7;
+    const std::size_t every = std::max<std::size_t>(rows / kCompared, 1);
+    for (std::size_t row = 0; row < rows; row = row + every < rows || row + 1 == rows ? row + every : rows - 1) {
+        for (std::size_t column = 0; column < columns; ++column) {
+            const QModelIndex at = grid.model()->index(static_cast<int>(row), static_cast<int>(column));
+            ASSERT_EQ(at.data().toString(), shown(cell(row, column))) << "row " << row << ", column " << column;
+        }
+    }
+}
+
+void compareLog(frmExplorer& explorer, const Session& session) {
+    ExplorerState& state = explorer.State();
+    const clsLog* const log = state.LogInView(session);
+    if (log == nullptr || log->IsBusy() || state.Content(session) != LogContent::Values) return;
+    ASSERT_EQ(explorer.findChild<QTabBar*>("tabLog")->currentIndex(), state.View.Tab);
+    if (state.View.Tab == eTabCumulativeData) {
+        ASSERT_EQ(figuresOn(*explorer.findChild<QScrollArea*>("fraDefaultData")).join("; "),
+                  figuresOf(*log, state.View).join("; "));
+    } else if (state.View.Tab == eTabIntervalsTable) {
+        const IntervalTable table(*log, state.View.Channel(), state.View.Choice());
+        compareCells(*explorer.findChild<QTableView*>("grdTable"), table.rowCount(), table.columnCount(),
+                     [&](std::size_t row, std::size_t column) { return table.cell(row, column); });
+    } else if (state.View.Tab == eTabExposureCalculator) {
+        const ExposureTable table = exposureTable(*state.OpenedLog(session));
+        compareCells(*explorer.findChild<QTableView*>("grdDose"), table.Rows.size(), kExposureColumns - 1,
+                     [&](std::size_t row, std::size_t column) { return table.Rows[row][column + 1]; });
+    }
+}
+
+void compareWindows(Monkey& monkey) {
+    const Session& session = monkey.session;
+    const QStringList nodes = nodesOf(session, buildTree(session));
+    for (frmExplorer* const explorer : monkey.frame->findChildren<frmExplorer*>()) {
+        ASSERT_EQ(nodesOf(*explorer->findChild<QTreeWidget*>("tvwTreeView")).join("; "), nodes.join("; "));
+        ASSERT_EQ(explorer->windowTitle(), shown(explorer->State().Caption(session)));
+        ASSERT_NO_FATAL_FAILURE(compareLog(*explorer, session));
+    }
+}
+
+std::vector<std::string> textsOf(const Session& session) {
+    std::vector<std::string> texts;
+    for (const auto& file : session.OpenFiles)
+        texts.push_back(file->FileName + DocumentText(*file, true));
+    return texts;
+}
+
+// Undoes all steps of a document and does them again; every state must come back.
+void goBackAndForth(Monkey& monkey) {
+    Session& session = monkey.session;
+    if (session.OpenFiles.empty()) return;
+    clsFile& file = *session.OpenFiles[monkey.below(static_cast<int>(session.OpenFiles.size()))];
+    std::vector<std::vector<std::string>> states = {textsOf(session)};
+    const auto goes = [&](Direction direction) {
+        const bool isDone = exchangeStep(session, &file, direction);
+        monkey.settle();
+        return isDone;
+    };
+    while (goes(Direction::Undo))
+        states.push_back(textsOf(session));
+    for (auto state = states.rbegin() + 1; state != states.rend(); ++state) {
+        ASSERT_TRUE(goes(Direction::Redo));
+        ASSERT_EQ(textsOf(session), *state) << "there were " << states.size() - 1 << " steps";
+    }
+}
+
+class Used : public ::testing::TestWithParam<int> {};
+
+TEST_P(Used, WithoutSenseTheProgramShowsWhatTheCoreSays) {
+    const int seed = numberOf("KESTRANE_MONKEY_SEED", 0) + GetParam();
+    const int events = numberOf("KESTRANE_MONKEY_EVENTS", 150);
+    std::cout << "seed " << seed << ", " << events << " events" << std::endl;
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // what the platform lacks
+    DesktopMessages boxes([](Button) { return std::string("x"); });
+    Monkey monkey(boxes, static_cast<unsigned>(seed));
+    for (int event = 0; event < events && !HasFailure(); ++event) {
+        monkey.step();
+        compareWindows(monkey);
+        if (event % 50 == 49 && !HasFailure()) goBackAndForth(monkey);
+    }
+    if (!HasFailure()) return;
+    for (const std::string& step : monkey.log())
+        std::cout << step << '\n';
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, Used, ::testing::Range(1, 1 + numberOf("KESTRANE_MONKEY_SEEDS", 3)));
+
+} // namespace
+} // namespace kestrane
