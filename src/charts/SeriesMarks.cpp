@@ -52,16 +52,19 @@ std::optional<SeriesMarks> SeriesMarks::of(const ChartContent& content, std::siz
     return marks;
 }
 
-// Circle, square, triangle, ... filled, then the same hollow.
+// Circle, square, triangle, ... filled, then the same hollow; each with an edge of the ground around it, which sets it
+// off from what it lies on.
 void SeriesMarks::drawShape(QPainter& painter, const QPointF& at) const {
     constexpr std::size_t kShapes = 5;
     const std::size_t kind = own_ % kShapes;
     const bool isHollow = own_ / kShapes % 2 == 1;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(colour_, kOutline));
     painter.setBrush(isHollow ? ground_ : colour_);
-    kind == 0 ? painter.drawEllipse(at, size_, size_) : painter.drawPolygon(shapeOf(kind - 1, at, size_));
+    for (const QPen& edge : {QPen(ground_, 3 * kOutline), QPen(colour_, kOutline)}) {
+        painter.setPen(edge);
+        kind == 0 ? painter.drawEllipse(at, size_, size_) : painter.drawPolygon(shapeOf(kind - 1, at, size_));
+    }
     painter.restore();
 }
 

@@ -49,6 +49,34 @@ QColor quietOf(const QPalette& palette) {
     return QColor::fromRgb(shade);
 }
 
+// The signs on the buttons of an inner window, in the colour of texts: those of the toolkit are made for light windows.
+// Null for any other.
+QIcon signOf(QStyle::StandardPixmap which) {
+    constexpr int kSide = 48; // pixels; they are shown smaller
+    constexpr int kLine = 5;
+    QPixmap sign(kSide, kSide);
+    sign.fill(Qt::transparent);
+    QPainter painter(&sign);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QApplication::palette().color(QPalette::ButtonText), kLine));
+    switch (which) {
+    case QStyle::SP_TitleBarMinButton:
+        painter.drawLine(10, 36, 38, 36);
+        break;
+    case QStyle::SP_TitleBarNormalButton:
+        painter.drawRect(8, 18, 20, 20);
+        painter.drawPolyline(QPolygon({{18, 16}, {18, 9}, {39, 9}, {39, 30}, {31, 30}}));
+        break;
+    case QStyle::SP_TitleBarCloseButton:
+        painter.drawLine(11, 11, 37, 37);
+        painter.drawLine(37, 11, 11, 37);
+        break;
+    default:
+        return {};
+    }
+    return {sign};
+}
+
 // Gives what is pressed or chosen the height that a hand needs. With edges, it draws those of what can be pressed or
 // filled in the colour of the text: shades would not be seen.
 class HandyStyle : public QProxyStyle {
@@ -59,6 +87,11 @@ public:
         constexpr PixelMetric kHit[] = {PM_ScrollBarExtent, PM_TabBarScrollButtonWidth, PM_TitleBarButtonSize};
         const int usual = QProxyStyle::pixelMetric(metric, option, widget);
         return std::ranges::find(kHit, metric) != std::end(kHit) ? std::max(usual, kLeastHit) : usual;
+    }
+
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const override {
+        const QIcon sign = signOf(which);
+        return sign.isNull() ? QProxyStyle::standardIcon(which, option, widget) : sign;
     }
 
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,

@@ -78,7 +78,7 @@ DIALOG_SAMPLE = "protector-ac.xml"
 SPECTRUM_SAMPLE = "third-octave-2000.xml"
 # Dialogs of the menus that change nothing: the way there, the title, the button that closes it, patterns of what is heard.
 MENU_DIALOGS = [
-    (["File", "Export"], "Export", "Cancel", ["Columns", "First lines"]),
+    (["File", "Export"], "Export", "Cancel", ["Columns", "First rows"]),
     (["File", "Export Picture"], "Export Picture", "Cancel", ["Width.*", "Resolution.*"]),
     (["View", "History"], "History of .*", "Close", []),
     (["View", "Calibration"], "Calibration - .*", "Cancel", []),
