@@ -105,11 +105,12 @@ void Monkey::step() {
     };
 
     static constexpr Kind kKinds[] = {
-        {6, [](Monkey& m) { m.openFile(); }},         {28, [](Monkey& m) { m.giveCommand(); }},
-        {18, [](Monkey& m) { m.clickInTree(); }},     {18, [](Monkey& m) { m.pressKey(*m.frame); }},
-        {22, [](Monkey& m) { m.clickOn(*m.frame); }}, {6, [](Monkey& m) { m.drag(*m.frame); }},
-        {8, [](Monkey& m) { m.dropNode(); }},         {3, [](Monkey& m) { m.arrangeWindow(); }}};
-    int drawn = below(109);
+        {4, [](Monkey& m) { m.openFile(); }},         {22, [](Monkey& m) { m.giveCommand(); }},
+        {16, [](Monkey& m) { m.clickInTree(); }},     {10, [](Monkey& m) { m.chooseTab(); }},
+        {8, [](Monkey& m) { m.editFigures(); }},      {12, [](Monkey& m) { m.pressKey(*m.frame); }},
+        {14, [](Monkey& m) { m.clickOn(*m.frame); }}, {4, [](Monkey& m) { m.drag(*m.frame); }},
+        {6, [](Monkey& m) { m.dropNode(); }},         {2, [](Monkey& m) { m.arrangeWindow(); }}};
+    int drawn = below(98); // the sum of the weights
     for (const Kind& kind : kKinds) {
         drawn -= kind.weight;
         if (drawn >= 0) continue;
@@ -193,19 +194,38 @@ void Monkey::drag(QWidget& parent) {
     if (widget != nullptr) QTest::mouseRelease(widget, Qt::LeftButton, keys, to);
 }
 
+// Most often a log.
 void Monkey::clickInTree() {
-    if (area().currentSubWindow() == nullptr) return;
-    auto* const tree = area().currentSubWindow()->findChild<QTreeWidget*>("tvwTreeView");
-    if (tree == nullptr || !tree->isVisible()) return;
+    auto* const tree = inFront<QTreeWidget>("tvwTreeView");
+    if (tree == nullptr) return;
     QList<QTreeWidgetItem*> items;
+    const bool isAny = below(4) == 0;
     for (QTreeWidgetItemIterator at(tree); *at != nullptr; ++at)
-        items.push_back(*at);
+        if (isAny || (*at)->childCount() == 0) items.push_back(*at);
     if (items.isEmpty()) return;
     QTreeWidgetItem* const item = items[below(static_cast<int>(items.size()))];
     note("tree " + item->text(0).toStdString());
     tree->scrollToItem(item);
     QTest::mouseClick(tree->viewport(), below(10) == 0 ? Qt::RightButton : Qt::LeftButton, {},
                       tree->visualItemRect(item).center());
+}
+
+void Monkey::chooseTab() {
+    auto* const bar = inFront<QTabBar>("tabLog");
+    if (bar == nullptr) return;
+    const int tab = below(bar->count());
+    note("tab " + bar->tabText(tab).toStdString());
+    if (bar->isTabEnabled(tab)) bar->setCurrentIndex(tab);
+}
+
+// The fields of the cumulative panel that recalculate the log.
+void Monkey::editFigures() {
+    auto* const criterion = inFront<QComboBox>("cboCriterion");
+    if (criterion == nullptr) return chooseTab();
+    auto* const field = below(2) == 0 ? criterion : inFront<QComboBox>("cboExchRate");
+    field->setCurrentText(QString::number(field == criterion ? 75 + 5 * below(4) : 3 + below(3)));
+    note("figures by " + field->objectName().toStdString() + " " + field->currentText().toStdString());
+    if (auto* const apply = inFront<QAbstractButton>("cmdApplyChanges"); apply != nullptr) apply->click();
 }
 
 void Monkey::dropNode() {

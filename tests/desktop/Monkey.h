@@ -42,10 +42,20 @@ private:
     void drag(QWidget& widget);
     void dropNode();
     void clickInTree();
+    void chooseTab();
+    void editFigures();
     void arrangeWindow();
     void answerMenu(QWidget& popup);
     void answerDialog(QDialog& dialog);
     void look(); // for a dialog or a drag that waits for somebody
+
+    // In the window in front; null when it is not there or cannot be seen.
+    template <class Widget>
+    Widget* inFront(const char* name) {
+        QMdiSubWindow* const window = area().currentSubWindow();
+        auto* const found = window == nullptr ? nullptr : window->findChild<Widget*>(QLatin1String(name));
+        return found != nullptr && found->isVisible() ? found : nullptr;
+    }
 
     QWidget* anyWidgetIn(QWidget& parent);
 

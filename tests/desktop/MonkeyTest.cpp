@@ -157,7 +157,7 @@ class Used : public ::testing::TestWithParam<int> {};
 
 TEST_P(Used, WithoutSenseTheProgramShowsWhatTheCoreSays) {
     const int seed = numberOf("KESTRANE_MONKEY_SEED", 0) + GetParam();
-    const int events = numberOf("KESTRANE_MONKEY_EVENTS", 150);
+    const int events = numberOf("KESTRANE_MONKEY_EVENTS", 400);
     std::cout << "seed " << seed << ", " << events << " events" << std::endl;
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // what the platform lacks
     DesktopMessages boxes([](Button) { return std::string("x"); });
