@@ -21,7 +21,10 @@ else
     exit 1
 fi
 echo "Installing:$missing" >&2
+patience="-q -o Acquire::Retries=3 -o Acquire::http::Timeout=60"
 export DEBIAN_FRONTEND=noninteractive
-$as_root apt-get update -q >&2
 # shellcheck disable=SC2086
-$as_root apt-get install -q -y --no-install-recommends $missing >&2
+if ! { $as_root apt-get update $patience && $as_root apt-get install $patience -y --no-install-recommends $missing; } >&2; then
+    echo "These packages cannot be installed:$missing" >&2
+    exit 1
+fi
