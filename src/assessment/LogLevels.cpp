@@ -94,9 +94,10 @@ void forEachKey(const clsFile& file, Visit visit) {
 
 } // namespace
 
-LogLevels levelsOfRows(const clsLog& log, const std::optional<RowRange>& range) {
+LogLevels levelsOfRows(const clsLog& log, const std::optional<RowRange>& range,
+                       const std::optional<LevelsFrom>& origin) {
     LogLevels levels;
-    levels.Origin = aWeightedLevels(log);
+    levels.Origin = origin.value_or(aWeightedLevels(log));
     const RowRange rows = range.value_or(RowRange{1, log.LogIntervals.Count()});
     const auto first = static_cast<std::size_t>(rows.From - 1);
     const auto count = static_cast<std::size_t>(rows.To - rows.From + 1);

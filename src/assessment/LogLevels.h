@@ -28,8 +28,10 @@ struct LogLevels {
 };
 
 // The levels of a range of rows, or of all rows without a range. For all rows the peaks of the log's header are taken
-// into account, too, unless rows are excluded. The range must lie in 1..Count.
-LogLevels levelsOfRows(const clsLog& log, const std::optional<RowRange>& range = std::nullopt);
+// into account, too, unless rows are excluded. The range must lie in 1..Count. Without an origin the levels are those
+// that the log has A-weighted.
+LogLevels levelsOfRows(const clsLog& log, const std::optional<RowRange>& range = std::nullopt,
+                       const std::optional<LevelsFrom>& origin = std::nullopt);
 
 // The log that has this tree node key when the file is the only one open ("L1I1F1"), or the file's first log for an
 // empty key. Null when there is none.

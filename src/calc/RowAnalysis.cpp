@@ -14,6 +14,7 @@ namespace {
 using Rows = std::span<const AnalysedRow>;
 
 constexpr double kLongestPause = 1; // seconds
+constexpr double kLoudest = 1000;   // dB; what is beyond comes of a damaged file
 constexpr double kSecondsOfHour = 3600;
 
 double secondsOf(Rows rows) {
@@ -168,10 +169,10 @@ private:
 
 // The number of a level's class. A level on the edge of two classes, in the single precision in which levels are kept,
 // belongs to the upper one.
-std::int64_t classOf(double level, double width) {
+double classOf(double level, double width) {
     const double number = std::floor(level / width);
     const bool isOnNext = static_cast<float>((number + 1) * width) <= static_cast<float>(level);
-    return static_cast<std::int64_t>(number) + (isOnNext ? 1 : 0);
+    return number + (isOnNext ? 1 : 0);
 }
 
 } // namespace
@@ -298,17 +299,24 @@ std::optional<double> levelExceeded(Rows rows, double percent) {
     return LouderFirst(rows).levelAt(percent / 100);
 }
 
-std::vector<LevelClass> distributionOf(Rows rows, double width) {
+std::optional<std::vector<LevelClass>> distributionOf(Rows rows, double width) {
     std::vector<LevelClass> classes;
-    if (rows.empty()) return classes;
-    const auto byLevel = [](const AnalysedRow& a, const AnalysedRow& b) { return a.Level < b.Level; };
-    const auto [lowest, highest] = std::minmax_element(rows.begin(), rows.end(), byLevel);
-    const std::int64_t first = classOf(lowest->Level, width);
-    const std::int64_t last = classOf(highest->Level, width);
-    for (std::int64_t number = first; number <= last; ++number)
-        classes.push_back({static_cast<double>(number) * width, 0, 0});
+    double lowest = kLoudest;
+    double highest = -kLoudest;
+    const auto isLevel = [](const AnalysedRow& row) { return std::abs(row.Level) <= kLoudest; }; // nor is NaN one
+    for (const AnalysedRow& row : rows) {
+        if (!isLevel(row)) continue;
+        lowest = std::min(lowest, row.Level);
+        highest = std::max(highest, row.Level);
+    }
+    if (lowest > highest) return classes;
+    const double first = classOf(lowest, width);
+    const double count = classOf(highest, width) - first + 1;
+    if (count > static_cast<double>(kMostClasses)) return std::nullopt;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i)
+        classes.push_back({(first + static_cast<double>(i)) * width, 0, 0});
     for (const AnalysedRow& row : rows)
-        classes[static_cast<std::size_t>(classOf(row.Level, width) - first)].Seconds += row.Seconds;
+        if (isLevel(row)) classes[static_cast<std::size_t>(classOf(row.Level, width) - first)].Seconds += row.Seconds;
     double above = 0;
     for (auto item = classes.rbegin(); item != classes.rend(); ++item)
         item->Above = above += item->Seconds;

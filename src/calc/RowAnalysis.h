@@ -91,9 +91,12 @@ struct LevelClass {
     double Above;   // seconds at or above Level
 };
 
+constexpr std::size_t kMostClasses = 100'000;
+
 // The classes from the lowest to the highest that occurs, with the empty ones between. width is in dB and must be above
-// 0. An empty list without rows.
-std::vector<LevelClass> distributionOf(std::span<const AnalysedRow> rows, double width);
+// 0. Rows whose level no sound can have, beyond -1000 to 1000 dB, are left out. An empty list without rows. Nothing
+// when there would be more than kMostClasses, which a width of at least 0.1 dB rules out.
+std::optional<std::vector<LevelClass>> distributionOf(std::span<const AnalysedRow> rows, double width);
 
 // The sum of energy times seconds, relative to 0 dB for one second; used to express shares of the exposure.
 double exposureOf(std::span<const AnalysedRow> rows);

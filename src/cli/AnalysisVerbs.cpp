@@ -1,4 +1,4 @@
-#include "calc/BandLevels.h"
+#include "assessment/LogLevels.h"
 #include "calc/RowAnalysis.h"
 #include "cli/ChosenLog.h"
 #include "cli/Verbs.h"
@@ -51,17 +51,6 @@ Json labelled(Json answer, const clsLog& log) {
     return answer;
 }
 
-// The LAeq of rows from their bands; null without bands.
-Json fromBands(const clsLog& log, Rows rows) {
-    const std::vector<float> levels = leqOfRowsFromBands(log, "A");
-    std::vector<AnalysedRow> weighted;
-    for (AnalysedRow row : rows) {
-        row.Level = levels.empty() ? 0 : levels[static_cast<std::size_t>(row.Number - 1)];
-        if (row.Level != 0) weighted.push_back(row);
-    }
-    return orNull(stretchFigures(weighted, 0, 0).LAeq);
-}
-
 // ---- the questions
 
 Json rangeAnswer(const clsLog& log, Rows rows, const AnalysisOptions& options) {
@@ -92,7 +81,7 @@ Json rangeAnswer(const clsLog& log, Rows rows, const AnalysisOptions& options) {
                               {"Dose", orNull(rest.Dose)}}}},
                            log);
     if (log.IsOctaveLog() && log.FreqWeightA() != "A")
-        answer["LAeqFromBands"] = fromBands(log, rowsWithin(rows, range));
+        answer["LAeqFromBands"] = orNull(levelsOfRows(log, range, LevelsFrom::Bands).Leq);
     return answer;
 }
 
@@ -154,13 +143,15 @@ Json percentsAnswer(const clsLog& log, Rows rows, const AnalysisOptions& options
 
 Json distributionAnswer(const clsLog& log, Rows rows, const AnalysisOptions& options) {
     constexpr double kFinest = 0.01; // dB; levels are not known more precisely
-    const std::string hint = "--distribution: the width of the classes in dB, from 0.01";
+    const std::string hint = "--distribution: the width of the classes in dB, from 0.01 and so that at most " +
+                             std::to_string(kMostClasses) + " classes cover the levels";
     const auto widths = numbersOf(options.width, hint);
     if (widths.size() != 1 || widths[0] < kFinest) throw WrongWords(hint);
     const auto classes = distributionOf(rows, widths[0]);
+    if (!classes) throw WrongWords(hint);
     Json list = Json::array();
-    for (const LevelClass& item : classes) {
-        const double all = classes.front().Above;
+    for (const LevelClass& item : *classes) {
+        const double all = classes->front().Above;
         list.push_back(labelled({{"Level", singleJson(static_cast<float>(item.Level))},
                                  {"Seconds", item.Seconds},
                                  {"Share", all > 0 ? Json(item.Seconds / all) : Json(nullptr)},

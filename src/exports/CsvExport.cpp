@@ -7,19 +7,23 @@ namespace {
 // The first characters by which a spreadsheet takes a text for a formula.
 constexpr std::string_view kComputed = "=+-@\t\r";
 
-std::string csvText(const std::string& text) {
-    const bool isComputed = !text.empty() && kComputed.find(text.front()) != std::string_view::npos;
-    const bool needsQuotes = text.find_first_of(",\"\r\n") != std::string::npos;
-    if (!needsQuotes) return (isComputed ? "'" : "") + text;
-    std::string quoted = isComputed ? "\"'" : "\"";
+// The cell in quotes where it needs them.
+std::string csvCell(const std::string& text) {
+    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+    std::string quoted = "\"";
     for (const char c : text)
         quoted.append(c == '"' ? 2 : 1, c);
     return quoted + '"';
 }
 
+std::string csvText(const std::string& text) {
+    const bool isComputed = !text.empty() && kComputed.find(text.front()) != std::string_view::npos;
+    return csvCell((isComputed ? "'" : "") + text);
+}
+
 // Whether a cell is a figure, which no spreadsheet takes for a formula.
 bool isFigure(std::string_view cell) {
-    if (cell.starts_with('-')) cell.remove_prefix(1);
+    if (cell.starts_with('-') || cell.starts_with('+')) cell.remove_prefix(1);
     return !cell.empty() && cell.find_first_not_of("0123456789.,") == std::string_view::npos;
 }
 
@@ -29,8 +33,7 @@ std::string csvOf(std::string_view copied) {
     std::string csv;
     std::string cell;
     const auto endCell = [&] {
-        const bool isPlain = isFigure(cell) && cell.find(',') == std::string::npos;
-        csv += isPlain ? cell : csvText(cell);
+        csv += isFigure(cell) ? csvCell(cell) : csvText(cell);
         cell.clear();
     };
     for (const char c : copied) {

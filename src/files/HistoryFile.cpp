@@ -104,7 +104,8 @@ Json reportedNames(std::uint64_t figures) {
 LogRemarks remarksOf(const Json& json) {
     const auto position = json.find(kPosition);
     const bool isPlaced = position != json.end() && position->is_number_unsigned();
-    return {isPlaced ? position->get<std::uint32_t>() : UINT32_MAX,
+    const std::uint64_t place = isPlaced ? position->get<std::uint64_t>() : UINT32_MAX;
+    return {static_cast<std::uint32_t>(std::min<std::uint64_t>(place, UINT32_MAX)),
             decibelsOf(json, kCriterion),
             decibelsOf(json, kExchange),
             calibrationOf(json),

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <iterator>
 
 namespace kestrane {
@@ -147,6 +148,7 @@ std::vector<StandardFigure> standardFigures(const clsLog& log, const clsHP& prot
     addHML(figures, protector, levels);
     addSNR(figures, protector, levels);
     addNRR(figures, log, protector, levels);
+    std::erase_if(figures, [](const StandardFigure& figure) { return !std::isfinite(figure.Level); });
     return figures;
 }
 
@@ -156,6 +158,7 @@ std::string_view verdictName(Verdict verdict) {
 }
 
 Verdict verdictOf(double protectedLevel, double actionLevel) {
+    if (!std::isfinite(protectedLevel)) return Verdict::None;
     const double below = actionLevel - protectedLevel;
     if (below < -kSame) return Verdict::Insufficient;
     if (below > 15 + kSame) return Verdict::OverProtected;
@@ -174,7 +177,7 @@ StandardJudgement judgeByStandards(const clsLog& log, const clsHP& protector, co
         judgement.Chosen = *figure;
         judgement.Level = iCorrectionFactor == kCorrectionFourDecibels ? figure->Plus4() : figure->Level;
     }
-    if (!judgement.Level && toldResult != kCannotCompute) judgement.Level = toldResult;
+    if (!judgement.Level && toldResult != kCannotCompute && std::isfinite(toldResult)) judgement.Level = toldResult;
     if (judgement.Level) judgement.Verdict = verdictOf(*judgement.Level, options.ActionLevel);
     return judgement;
 }

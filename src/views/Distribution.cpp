@@ -54,7 +54,7 @@ std::string percentileText(const Session& session, std::span<const AnalysedRow> 
 
 ChartData distributionChart(const clsLog& log, std::span<const AnalysedRow> rows, double width) {
     const Session& session = log.session();
-    const std::vector<LevelClass> classes = distributionOf(rows, width);
+    const std::vector<LevelClass> classes = distributionOf(rows, width).value();
     ChartData chart = emptyChart(log, displayOptions(log));
     chart.Title = ReplaceText(session.LoadText(Text::DistributionTitle), "^", log.Name);
     chart.Style = eChartAs2D;
@@ -84,7 +84,7 @@ ChartData distributionChart(const clsLog& log, std::span<const AnalysedRow> rows
 
 CellTable distributionTable(const clsLog& log, std::span<const AnalysedRow> rows, double width) {
     const Session& session = log.session();
-    const auto classes = std::make_shared<const std::vector<LevelClass>>(distributionOf(rows, width));
+    const auto classes = std::make_shared<const std::vector<LevelClass>>(distributionOf(rows, width).value());
     const auto cell = [&session, classes](std::size_t row, std::size_t column) -> std::string {
         const LevelClass& item = (*classes)[row];
         if (column == 0) return edgeText(session, item.Level);

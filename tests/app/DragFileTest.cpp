@@ -38,9 +38,10 @@ TEST(DataFileToDrag, HasTheLogAloneWithItsRowsAndItsInstrument) {
 TEST(CopyToDrag, IsAPictureElseATable) {
     EXPECT_EQ(fileOfCopy({.Text = "x", .Html = {}, .Png = "png", .Svg = {}}, "Yard")->Name, "Yard.png");
     const auto table = fileOfCopy(
-        {.Text = "Time\tLAeq, dB\r\n09:00\t-1.5\r\n\"q\"\t=1+1\r\n", .Html = {}, .Png = {}, .Svg = {}}, "Yard 1/2");
+        {.Text = "Time\tLAeq, dB\r\n09:00\t-1.5\r\n-0,3\t+1.2\r\n\"q\"\t=1+1\r\n", .Html = {}, .Png = {}, .Svg = {}},
+        "Yard 1/2");
     EXPECT_EQ(table->Name, "Yard 1-2.csv");
-    EXPECT_EQ(table->Bytes(), "Time,\"LAeq, dB\"\n09:00,-1.5\n\"\"\"q\"\"\",'=1+1\n");
+    EXPECT_EQ(table->Bytes(), "Time,\"LAeq, dB\"\n09:00,-1.5\n\"-0,3\",+1.2\n\"\"\"q\"\"\",'=1+1\n");
     EXPECT_FALSE(fileOfCopy({}, "Yard").has_value());
 }
 

@@ -126,7 +126,7 @@ TEST(RowAnalysis, APercentileOfManyRowsIsThatOfTheSortedRows) {
 }
 
 TEST(RowAnalysis, ClassesBeginAtMultiplesOfTheirWidth) {
-    const auto classes = distributionOf(minutes({80.1F, 79.9F, 80, 85, 84.9F}), 2.5);
+    const auto classes = distributionOf(minutes({80.1F, 79.9F, 80, 85, 84.9F}), 2.5).value();
     ASSERT_EQ(classes.size(), 4U); // 77.5, 80, 82.5, 85
     const double seconds[] = {60, 120, 60, 60};
     const double above[] = {300, 240, 120, 60};
@@ -138,10 +138,12 @@ TEST(RowAnalysis, ClassesBeginAtMultiplesOfTheirWidth) {
     // A level on an edge, though neither it nor the width is what it says in binary.
     for (int tenth = 300; tenth < 1400; ++tenth) {
         const float level = static_cast<float>(tenth) / 10;
-        EXPECT_NEAR(distributionOf(minutes({level}), 0.1).front().Level, level, 1e-4) << level;
+        EXPECT_NEAR(distributionOf(minutes({level}), 0.1)->front().Level, level, 1e-4) << level;
     }
-    EXPECT_EQ(distributionOf(minutes({-3}), 5).front().Level, -5);
-    EXPECT_TRUE(distributionOf({}, 5).empty());
+    EXPECT_EQ(distributionOf(minutes({-3}), 5)->front().Level, -5);
+    EXPECT_TRUE(distributionOf({}, 5)->empty());
+    EXPECT_EQ(distributionOf(minutes({1E30F, NAN, 60, -1E30F}), 1)->size(), 1U) << "no sound has the others";
+    EXPECT_FALSE(distributionOf(minutes({-900, 900}), 0.01));
 }
 
 TEST(RowAnalysis, RowsThatAreExcludedOrAbsentTakeNoPart) {

@@ -93,6 +93,14 @@ class Analyse(InAFolder):
         self.assertEqual(self.ask("--ln", "50", file=OCTAVE)["Weighting"], "Z")
         whole = self.ask("--range", "1-2", file=OCTAVE)
         self.assertLess(whole["LAeqFromBands"], whole["LAeq"], "there is more below 1 kHz than at 2 kHz")
+        with open(OCTAVE, encoding="utf-8") as file:
+            head, rows = file.read().split("<intvls>", 1)
+        for level_of_row in ("", "<f>1E30</f>"):
+            with open("odd.xml", "w", encoding="utf-8") as file:
+                file.write(head + "<intvls>" + rows.replace("<f>78.4</f>", level_of_row, 1))
+            odd = self.ask("--range", "1-2", file="odd.xml")
+            self.assertEqual(odd["LAeqFromBands"], whole["LAeqFromBands"], "its bands count without the level over all")
+            self.assertTrue(self.ask("--distribution", "1", file="odd.xml"))
         for words in (["--compare", "none.xml"], ["--compare", SHIFT + ":L9I9F9"], ["--log", "L9I9F9", "--ln", "5"]):
             self.ask(*words, status=1)
 

@@ -78,6 +78,16 @@ TEST_F(KeptHistory, AFileThatAnotherProgramChangedIsNoticedOnOpeningAndBeforeItI
     EXPECT_EQ(first.file.History.lines().back().Before, again->History.lines().back().After);
 }
 
+TEST_F(KeptHistory, ARemarkBeyondAllLogsIsOfNone) {
+    first.log().CriterionDose = 85;
+    FileSave(first.file);
+    std::string text = readText(name);
+    const std::string place = "\"Position\":0";
+    text.replace(text.find(place), place.size(), "\"Position\":4294967296");
+    writeText(name, text);
+    EXPECT_EQ(reopened(first.file.FileName)->InstrumentDatas.front()->Locations.front()->CriterionDose, 0);
+}
+
 TEST_F(KeptHistory, ATornLineIsEndedAndNoLineIsLost) {
     FileSave(first.file);
     writeText(name, readText(name) + R"({"Time":"2026-03-02T10:15:00","Wh)");

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace kestrane {
 namespace {
 
@@ -109,7 +111,7 @@ TEST(Standards, VerdictAtEachBoundary) {
           Case{75.01, 80, Verdict::Acceptable}, Case{75, 80, Verdict::Good}, Case{70, 80, Verdict::Good},
           Case{69.99, 80, Verdict::Acceptable}, Case{65, 80, Verdict::Acceptable},
           Case{64.99, 80, Verdict::OverProtected}, Case{85, 85, Verdict::Acceptable}, Case{80, 85, Verdict::Good},
-          Case{69.9, 85, Verdict::OverProtected}})
+          Case{69.9, 85, Verdict::OverProtected}, Case{NAN, 85, Verdict::None}})
         EXPECT_EQ(verdictOf(c.level, c.action), c.verdict) << c.level << " by " << c.action;
 }
 
@@ -149,6 +151,8 @@ TEST(Standards, AnOctaveLogIsJudgedFromItsBandsWhereTheComparisonHasNoMethod) {
     ASSERT_TRUE(judged.Chosen);
     EXPECT_EQ(judged.Chosen->Method, "HML from bands");
     EXPECT_NEAR(*judged.Level, 95 - 21, 1e-4); // C-A 0: M + (H - M) / 2
+    const auto none = judgeByStandards(worn.log, worn.hp, worn.options, kCorrectionNone, "HSE", NAN);
+    EXPECT_EQ(std::pair(none.Level.has_value(), none.Verdict), std::pair(false, Verdict::None));
     worn.options.HPDCalcMethod = "SNR";
     EXPECT_EQ(judgeByStandards(worn.log, worn.hp, worn.options, kCorrectionNone, "", -1).Chosen->Method,
               "SNR from bands");
