@@ -11,8 +11,7 @@
 
 namespace kestrane {
 
-// Read the logs that the user chooses into the collection. They return an empty message, or end the download
-// (DownloadEnded).
+// Read the logs that the user chooses into the collection. They may end the download (DownloadEnded).
 void DownloadBrevikLogs(Transport& line, clsInsData& data);
 void DownloadHalcyrLogs(Transport& line, clsInsData& data);
 

@@ -10,8 +10,7 @@
 namespace kestrane {
 
 // Reads the files that the user chooses into the collection, whose name and serial number become those of the first
-// file. A file that cannot be read is skipped; the message returned has a line for each such file. May end the
-// download.
+// file. A file that cannot be read is skipped, with a message at the end of the download. May end the download.
 void DownloadCorvaneLogs(Transport& line, clsInsData& data);
 
 } // namespace kestrane

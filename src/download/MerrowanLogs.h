@@ -9,8 +9,8 @@
 
 namespace kestrane {
 
-// Reads the logs that the user chooses into the collection, and the octave logs when the user wants them. Returns an
-// empty message, or ends the download.
+// Reads the logs that the user chooses into the collection, and the octave logs when the user wants them. May end the
+// download.
 void DownloadMerrowanLogs(Transport& line, clsInsData& data);
 
 } // namespace kestrane

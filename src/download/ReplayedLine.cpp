@@ -1,5 +1,7 @@
 #include "download/ReplayedLine.h"
 
+#include "download/Transcript.h"
+
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -27,19 +29,24 @@ std::optional<std::string> bytesOf(std::string_view hex) {
 } // namespace
 
 ReplayedLine::ReplayedLine(std::string_view transcript) {
+    bool isLastOpen = false; // the last exchange may have been broken off
     while (!transcript.empty()) {
         const std::size_t end = transcript.find('\n');
         if (end == std::string_view::npos) break; // torn
         const std::string_view line = transcript.substr(0, transcript[end - (end > 0)] == '\r' ? end - 1 : end);
         transcript.remove_prefix(end + 1);
-        // Where the port was opened again behind a download that broke off, what was asked last had no whole answer.
-        if (line.starts_with("# port ") && !exchanges_.empty()) exchanges_.pop_back();
+        // Where the port was opened again behind a download that broke off, what was asked last had no whole answer,
+        // unless it belongs to a log that was whole by then.
+        const bool isReopened = line.starts_with("# port ");
+        if (isReopened && isLastOpen) exchanges_.pop_back();
+        if (isReopened || (line.starts_with("# ") && line.substr(2) == kReadToEnd)) isLastOpen = false;
         const std::size_t mark = line.find_first_of("<>");
         if (!line.starts_with('+') || mark == std::string_view::npos || mark + 2 > line.size()) continue;
         std::optional<std::string> bytes = bytesOf(line.substr(mark + 2));
         if (!bytes || bytes->empty()) continue;
         if (line[mark] == '>') {
             exchanges_.push_back({*std::move(bytes), {}});
+            isLastOpen = true;
         } else if (!exchanges_.empty()) {
             exchanges_.back().received += *bytes;
         }

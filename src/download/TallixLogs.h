@@ -9,8 +9,7 @@
 
 namespace kestrane {
 
-// Reads the logs that the user chooses into the collection; logs without rows are skipped. Returns an empty message, or
-// ends the download.
+// Reads the logs that the user chooses into the collection; logs without rows are skipped. May end the download.
 void DownloadOldTallixLogs(Transport& line, clsInsData& data);
 
 } // namespace kestrane

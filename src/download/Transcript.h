@@ -6,8 +6,8 @@
 // The number is the seconds since the download began, with three decimals; ">" marks bytes sent and "<" bytes received,
 // as pairs of upper-case hexadecimal digits. A chunk received is what was waiting when the line was looked at: a reply
 // may take many lines, and belongs to the chunk sent before it. A note extends from "# " to the end of its line. The
-// notes "# port NUMBER DEVICE" and "# settings TEXT" are about the port; other notes are for people. Lines end with a
-// line feed.
+// notes "# port NUMBER DEVICE" and "# settings TEXT" are about the port, "# read to the end" says that a log is whole;
+// other notes are for people. Lines end with a line feed.
 #pragma once
 
 #include "platform/MonotonicClock.h"
@@ -16,6 +16,9 @@
 #include <string_view>
 
 namespace kestrane {
+
+// The note that everything received so far is in a log, or the octaves, that were read to the end.
+constexpr std::string_view kReadToEnd = "read to the end";
 
 using TranscriptSink = std::function<void(std::string_view line)>; // receives a whole line, including its end
 

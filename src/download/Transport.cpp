@@ -172,10 +172,12 @@ void Transport::BeginLog(const std::string& label, std::int64_t bytesTotal) {
 void Transport::EndLog(std::size_t row) {
     logs_.Left->Selected.at(row) = false;
     ++logs_.Read;
+    transcript_.Note(kReadToEnd);
 }
 
 void Transport::EndOctaves() {
     logs_.Left->FetchOctaves = false;
+    transcript_.Note(kReadToEnd);
 }
 
 void Transport::AddMessage(const std::string& log, const std::string& why) {

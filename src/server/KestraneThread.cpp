@@ -112,15 +112,18 @@ std::shared_ptr<BackgroundWork> BackgroundServer::Recalculate(RecalcRequest requ
 
 std::shared_ptr<BackgroundWork> BackgroundServer::Run(std::function<void()> job, std::function<void()> ended) {
     auto held = std::make_shared<Held>();
-    const auto shared = std::make_shared<const std::function<void()>>(std::move(ended));
-    enqueue([this, weak = std::weak_ptr(held), job = std::move(job), shared] {
+    const auto shared = std::make_shared<std::function<void()>>(std::move(ended));
+    const auto end = [shared] { // once: when ended itself raises, that is no second end
+        if (const auto once = std::exchange(*shared, {})) once();
+    };
+    enqueue([this, weak = std::weak_ptr(held), job = std::move(job), end] {
         runAndReport(
             pump_, weak,
             [&] {
                 job();
                 return true;
             },
-            [shared](bool) { (*shared)(); }, [shared](const ThreadError&) { (*shared)(); });
+            [end](bool) { end(); }, [end](const ThreadError&) { end(); });
     });
     return held;
 }

@@ -185,6 +185,26 @@ TEST(DownloadTest, AnotherAttemptGoesOnWithTheLogThatFailed) {
     }
 }
 
+// The line goes away behind each log, before anything is asked again.
+TEST(DownloadTest, ALogThatWasWholeWhenTheLineWentAwayIsInTheTranscript) {
+    const TemporaryFolder folder;
+    const SampleInstrument instrument = binaryInstrument(230, 0, {brevikLog(false), brevikLog(false)});
+    ScriptedDownload download;
+    connect(download.comm, instrument);
+    download.services.transcript = [&](std::string_view line) {
+        download.transcript += line;
+        if (line.ends_with("to the end\n")) download.comm.FaultText = "Unplugged";
+        if (line.starts_with("# port ")) download.comm.FaultText.clear();
+    };
+    download.messages.Answers = {Button::Retry};
+    ASSERT_TRUE(DownloadData(download.services, nullptr));
+    EXPECT_EQ(download.shown(), "Unplugged");
+    writeText(folder.file("transcript.txt"), download.transcript);
+    ScriptedDownload recovery;
+    ASSERT_TRUE(RecoverDownload(recovery.session, folder.file("transcript.txt")));
+    EXPECT_EQ(textsOfLogs(*recovery.session.OpenFiles.front()), textsOfLogs(*download.session.OpenFiles.front()));
+}
+
 TEST(DownloadTest, AnotherInstrumentIsNotReadOnInPlaceOfTheFirst) {
     ScriptedDownload download;
     ScriptedComm other(download.time);

@@ -161,6 +161,18 @@ TEST_F(LoadingTest, AnErrorTextNamesTheLineWhenThereIsOne) {
     EXPECT_EQ(threadErrorText(session, 13, "Type mismatch", 7), "  Line: 7. 13: Type mismatch  ");
 }
 
+TEST_F(LoadingTest, AJobEndsOnceThoughItsEndRaises) {
+    int ends = 0;
+    const auto work = server.Run([] {},
+                                 [&ends] {
+                                     ++ends;
+                                     raiseOverflow();
+                                 });
+    pump.runUntil([&] { return ends > 0; });
+    pump.yield();
+    EXPECT_EQ(ends, 1);
+}
+
 TEST_F(LoadingTest, DroppedWorkReportsNothing) {
     bool hasReported = false;
     LoadRequest request;
