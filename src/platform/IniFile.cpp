@@ -183,14 +183,18 @@ void IniFile::remove(std::string_view section, std::string_view key) {
 void IniFile::change(Change change) {
     unsaved_.push_back(std::move(change));
     apply();
-    if (!isWhole_) return;
+    const bool wasWhole = isWhole_;
     try {
+        isWhole_ = true;
         if (fileExists(path_)) load(); // another program may have changed something else
         apply();
+        if (!isWhole_) raiseSystemError(EINVAL);
         save();
         unsaved_.clear();
     } catch (const RuntimeError&) {
         apply();
+        isWhole_ = wasWhole;
+        if (!wasWhole) return; // Unreadable() has said so
         if (!tell_) throw;
         std::exchange(tell_, [](const std::string&) {})(path_);
     }

@@ -27,8 +27,9 @@ public:
     // From now on, a file that cannot be written raises no error, but tell is called the first time with its name.
     void TellOnce(std::function<void(const std::string& path)> tell) { tell_ = std::move(tell); }
 
-    // Raise an error when the file cannot be written. Do nothing when it would stay as it is. What could not be written
-    // is remembered, and written with the next change.
+    // Raise an error when the file cannot be written, or has got lines meanwhile that are no settings and would be
+    // lost. Do nothing when it would stay as it is. What could not be written is remembered, and written with the next
+    // change.
     void write(std::string_view section, std::string_view key, std::string_view text) override;
     void remove(std::string_view section, std::string_view key) override;
 
@@ -51,7 +52,7 @@ private:
     MemorySettings settings_;     // of the file, with all changes
     std::vector<Change> unsaved_; // those that are not in the file yet, in order
     std::function<void(const std::string& path)> tell_;
-    bool isWhole_ = true; // the file was read whole
+    bool isWhole_ = true; // the file was read whole when it was opened, or last written
 };
 
 } // namespace kestrane

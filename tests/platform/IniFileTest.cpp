@@ -53,6 +53,19 @@ TEST(IniFile, NeverWritesOverWhatItCannotRead) {
     }
     EXPECT_EQ(readText(folder.file("damaged.ini")), damaged);
 
+    writeText(folder.file("later.ini"), "[Preferences]\nK=V\n");
+    const auto later = IniFile::ofUser(folder.file("later.ini"));
+    writeText(folder.file("later.ini"), damaged); // by another program
+    int told = 0;
+    later->TellOnce([&told](const std::string&) { ++told; });
+    later->write("Preferences", "Company", "A");
+    later->write("Preferences", "L", "W");
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(readText(folder.file("later.ini")), damaged);
+    writeText(folder.file("later.ini"), "[Preferences]\nK=new\n"); // mended
+    later->remove("Preferences", "L");
+    EXPECT_EQ(readText(folder.file("later.ini")), "[Preferences]\nCompany=A\nK=new\n");
+
     const auto fresh = IniFile::ofUser(folder.file("config/fresh.ini"));
     EXPECT_EQ(fresh->Unreadable(), "");
     EXPECT_FALSE(std::filesystem::exists(folder.file("config")));

@@ -23,9 +23,11 @@ bool isEnded(HANDLE file, LARGE_INTEGER size) {
 
 void appendLines(const std::string& path, std::string_view lines) {
     HANDLE opened = INVALID_HANDLE_VALUE;
+    bool isNew = false;
     const DWORD error = withPatience([&] {
         opened = CreateFileW(widePath(path).c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
                              nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        isNew = GetLastError() != ERROR_ALREADY_EXISTS;
         return opened != INVALID_HANDLE_VALUE;
     });
     if (error != 0) raiseLastError(error);
@@ -40,7 +42,8 @@ void appendLines(const std::string& path, std::string_view lines) {
         if (FlushFileBuffers(file.get()) == 0) raiseLastError();
     } catch (const RuntimeError&) {
         SetFilePointerEx(file.get(), size, nullptr, FILE_BEGIN);
-        SetEndOfFile(file.get());
+        const bool isUndone = SetEndOfFile(file.get()) != 0;
+        if (isNew && isUndone) DeleteFileW(widePath(path).c_str());
         throw;
     }
 }

@@ -6,6 +6,7 @@
 #include "platform/windows/Wide.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <random>
@@ -69,8 +70,13 @@ std::string followLinks(const std::string& path) {
     raiseSystemError(ELOOP);
 }
 
+// Whether a file is there; true when it cannot be told.
+bool mayExist(const std::wstring& path) {
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES || GetLastError() != ERROR_FILE_NOT_FOUND;
+}
+
 // A new file that is open to nobody else, under a name that is not in use. It is removed at the end of the scope unless
-// it has got another name by then.
+// it has got another name by then, or is all that is left of what was saved.
 class Temporary {
 public:
     explicit Temporary(const std::string& folder) {
@@ -90,7 +96,7 @@ public:
 
     ~Temporary() {
         close();
-        if (!isRenamed_) DeleteFileW(path_.c_str());
+        if (!isNeeded_) DeleteFileW(path_.c_str());
     }
 
     Temporary(const Temporary&) = delete;
@@ -108,10 +114,11 @@ public:
 
     void rename(const std::wstring& target, bool hasOld) {
         const DWORD error = withPatience([&] { return hasOld ? replace(target) : move(target); }, isNameHeldByOther);
+        if (error != 0 && hasOld && !mayExist(target)) keepBeside(target);
         if (isNameHeldByOther(error))
             throw RuntimeError(EACCES, "Another program has the file open and does not let it be replaced");
         if (error != 0) raiseLastError(error);
-        isRenamed_ = true;
+        isNeeded_ = true;
     }
 
 private:
@@ -120,14 +127,26 @@ private:
         file_ = INVALID_HANDLE_VALUE;
     }
 
-    // Keeps the rights and attributes of the old file. Some network drives cannot do that, and then it is moved.
+    // The old file has lost its name and the new one could not take it: leaves the new one, under a name that no later
+    // save cleans up, and says where it is.
+    [[noreturn]] void keepBeside(const std::wstring& target) {
+        isNeeded_ = true;
+        const std::wstring kept = target + L".new";
+        const bool isMoved = MoveFileExW(path_.c_str(), kept.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+        throw RuntimeError(EIO, "The old file could not be replaced; what was saved is in " +
+                                    portablePath(isMoved ? kept : path_));
+    }
+
+    // Keeps the rights and attributes of the old file. Some network drives cannot do that, and then it is moved. So it
+    // is when the old file has gone but the new one did not get its name.
     bool replace(const std::wstring& target) const {
         constexpr DWORD kHow = REPLACEFILE_IGNORE_MERGE_ERRORS;
         if (ReplaceFileW(target.c_str(), path_.c_str(), nullptr, kHow, nullptr, nullptr) != 0) return true;
         const DWORD error = GetLastError();
         const bool isUnknown = error == ERROR_NOT_SUPPORTED || error == ERROR_INVALID_FUNCTION ||
                                error == ERROR_CALL_NOT_IMPLEMENTED || error == ERROR_INVALID_PARAMETER ||
-                               error == ERROR_UNABLE_TO_MOVE_REPLACEMENT || error == ERROR_FILE_NOT_FOUND;
+                               error == ERROR_UNABLE_TO_MOVE_REPLACEMENT ||
+                               error == ERROR_UNABLE_TO_MOVE_REPLACEMENT_2 || error == ERROR_FILE_NOT_FOUND;
         return isUnknown && move(target);
     }
 
@@ -137,18 +156,29 @@ private:
 
     std::wstring path_;
     HANDLE file_ = INVALID_HANDLE_VALUE;
-    bool isRenamed_ = false;
+    bool isNeeded_ = false;
 };
 
+// Whether a file was last written longer ago than any save waits for its name.
+bool isLeft(const FILETIME& written) {
+    constexpr std::uint64_t kLongest = 10ULL * 60 * 10'000'000; // in the system's units of 100 ns
+    const auto units = [](const FILETIME& time) {
+        return (static_cast<std::uint64_t>(time.dwHighDateTime) << 32U) + time.dwLowDateTime;
+    };
+    FILETIME now{};
+    GetSystemTimeAsFileTime(&now);
+    return units(now) > units(written) + kLongest;
+}
+
 // Removes temporary files that killed saves have left in the folder. One that is still being written is open to nobody
-// else, so it stays.
+// else, so it stays; one that waits for its name is not open, and young.
 void removeLeftTemporaries(const std::string& folder) {
     const std::wstring pattern = widePath(folder + std::string(kTemporaryBegin) + "*" + std::string(kTemporaryEnd));
     WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW(pattern.c_str(), &found);
     if (search == INVALID_HANDLE_VALUE) return;
     do
-        DeleteFileW(widePath(folder + narrow(found.cFileName)).c_str());
+        if (isLeft(found.ftLastWriteTime)) DeleteFileW(widePath(folder + narrow(found.cFileName)).c_str());
     while (FindNextFileW(search, &found) != 0);
     FindClose(search);
 }

@@ -77,6 +77,17 @@ TEST_F(WindowsFiles, AreReplacedWholeAndKeepTheirAttributes) {
     EXPECT_EQ(errorOf([&] { write(folder.file("none/a.xml"), "x"); }), ENOENT);
 }
 
+TEST_F(WindowsFiles, ThatAreTemporaryAreRemovedWhenTheyAreOldOnly) {
+    const std::string old = folder.file(".kestrane-1.tmp");
+    const std::string young = folder.file(".kestrane-2.tmp"); // of a save that waits for its name
+    writeText(old, "");
+    writeText(young, "");
+    std::filesystem::last_write_time(old, std::filesystem::file_time_type::clock::now() - std::chrono::minutes(11));
+    write(path, "x");
+    EXPECT_FALSE(fileExists(old));
+    EXPECT_TRUE(fileExists(young));
+}
+
 TEST_F(WindowsFiles, ThatAreHeldForAMomentAreWaitedForAndThatIsToldIfItTakesLonger) {
     write(path, "old");
     {
