@@ -1,5 +1,6 @@
 """The help files as they are installed: every link and picture leads somewhere, every page can be reached from the first
-one, tags are closed, and the manual holds the English pages in whole: help_files.py HELP_FOLDER MANUAL_TOOL PAGE..."""
+one, tags are closed, those about a tab or dialog show it, and the manual holds the English pages in whole:
+help_files.py HELP_FOLDER MANUAL_TOOL PAGE..."""
 import html
 import html.parser
 import os
@@ -53,6 +54,9 @@ if english != set(printed):
     failures.append(f"the manual lacks or has too much: {english ^ set(printed)}")
 linked = {target.partition("#")[0] for target in pages["help.html"].targets}
 failures += [f"no link from the first page to {name}" for name in english - linked - {"help.html"}]
+for name in english - {"AcousticTerms.html", "examples.html", "glossary.html", "limits.html"}:
+    if not any(target.endswith(".png") for target in pages[name].targets):
+        failures.append(f"{name}: a tab or dialog without its picture")
 for picture in share.glob("screenshots/*.png"):
     if picture.stat().st_size > 80_000:
         failures.append(f"{picture.name}: too large")
