@@ -35,6 +35,7 @@ TEST(Acoustics, WorkedValues) {
         {"10 % by 90 and 5 dB", levelOfDose(10, 90, osha), 73.4, 0.05},
         {"50 %", levelOfDose(50, 90, osha), 85.0, 0.05},
         {"132 %", twaOfDose(132, {90, 5}), 92.0, 0.05},
+        {"200 % by 85 and 3 dB", twaOfDose(200, {85, 3}), 88.0, 1e-9},
         {"400 %", levelOfDose(400, 90, osha), 100.0, 0.05},
         {"a dose of 4 h for 8", doseIn8Hours(50, 4), 100, 1e-9},
         {"and by the hour", dosePerHour(50, 4), 12.5, 1e-9},

@@ -40,7 +40,7 @@ double secondsSince(Clock::time_point begin) {
 }
 
 struct Used {
-    long Kilobytes = 0;
+    double Megabytes = 0;
     long Handles = 0;
 };
 
@@ -48,7 +48,8 @@ Used used() {
     Used now;
     std::ifstream status("/proc/self/status");
     for (std::string word; status >> word;)
-        if (word == "VmRSS:") status >> now.Kilobytes;
+        if (word == "VmRSS:") status >> now.Megabytes; // in kilobytes
+    now.Megabytes /= 1024;
     const std::filesystem::directory_iterator handles("/proc/self/fd");
     now.Handles = std::distance(begin(handles), end(handles));
     return now;
@@ -121,12 +122,12 @@ int runFor(const std::string& samples, double seconds) {
             program.close();
         }
         const Used now = used();
-        std::printf("| %.0f | %zu | %.1f | %ld |\n", secondsSince(start), files, now.Kilobytes / 1024.0, now.Handles);
+        std::printf("| %.0f | %zu | %.1f | %ld |\n", secondsSince(start), files, now.Megabytes, now.Handles);
         std::fflush(stdout);
         if (tenth == 2) early = now;
     }
     const Used late = used();
-    const bool isFlat = late.Handles <= early.Handles && late.Kilobytes <= early.Kilobytes * kMostGrowth;
+    const bool isFlat = late.Handles <= early.Handles && late.Megabytes <= early.Megabytes * kMostGrowth;
     std::puts(isFlat ? "flat" : "GROWING");
     return isFlat ? 0 : 1;
 }
@@ -157,7 +158,7 @@ int openMany(const std::string& samples, std::size_t count) {
     });
     const Used now = used();
     std::printf("%zu files open, %ld handles, %.1f MB: tree %.1f ms, rules of all commands %.1f ms\n", nodes,
-                now.Handles, now.Kilobytes / 1024.0, tree, rules);
+                now.Handles, now.Megabytes, tree, rules);
     return nodes == count && std::max(tree, rules) <= kMostMilliseconds ? 0 : 1;
 }
 
