@@ -4,6 +4,7 @@
 #include "app/Documents.h"
 #include "calc/Recalculation.h"
 #include "files/Loaders.h"
+#include "files/XmlDocument.h"
 #include "files/XmlWriter.h"
 #include "platform/RuntimeError.h"
 #include "platform/Xml.h"
@@ -25,6 +26,8 @@
 namespace kestrane::fuzz {
 
 namespace {
+
+constexpr std::size_t kSmallPart = 16; // bytes that are read ahead
 
 // A file in memory with a name that can be opened.
 class MemoryFile {
@@ -162,7 +165,11 @@ void compareWithTree(const std::string& content) {
     XmlBytes bytes;
     NoObserver observer;
     if (loadXml(readFile(file.name()), bytes) || !bytes.isUtf8) return;
-    const bool isAccepted = !checkXml(bytes.text(), true, observer);
+    const std::optional<XmlError> error = checkXml(bytes.text(), true, observer);
+    const bool isAccepted = !error;
+    std::string reason;
+    XmlDocument::fromText(bytes.text(), reason, kSmallPart);
+    require(reason == (error ? error->Reason : ""), "a document that is read ahead has the same fault");
     compareWithExpat(bytes.text(), isAccepted);
     if (!isAccepted) return;
     pugi::xml_document tree;

@@ -16,6 +16,31 @@ class BlockFinder : public XmlObserver {
 public:
     explicit BlockFinder(const XmlDocument& document) : document_(document) {}
 
+    std::string_view mark() const override { return "<intvl>"; }
+
+    // Rows somewhere within a block.
+    std::unique_ptr<XmlObserver> ahead() override {
+        auto part = std::make_unique<BlockFinder>(document_);
+        part->blocks.emplace_back();
+        part->isWithin_ = true;
+        part->depth_ = static_cast<std::size_t>(-1); // of the block, one above the rows
+        return part;
+    }
+
+    bool take(XmlObserver& part, std::size_t depth) override {
+        if (!isWithin_ || depth != depth_ + 1) return false;
+        const IntervalsBlock& rows = static_cast<BlockFinder&>(part).blocks.front();
+        IntervalsBlock& block = blocks.back();
+        for (const Landmark& landmark : rows.landmarks)
+            block.landmarks.push_back({block.rows + landmark.row, landmark.begin});
+        block.rows += rows.rows;
+        block.hasVerbatim |= rows.hasVerbatim;
+        for (const auto& text : rows.firstTexts) {
+            if (block.firstText(text.first) == 0) block.firstTexts.push_back(text);
+        }
+        return true;
+    }
+
     void open(const XmlTag& tag, std::size_t depth) override {
         if (!isWithin_) {
             if (tag.name != "intvls") return;
@@ -29,7 +54,7 @@ public:
         }
         IntervalsBlock& block = blocks.back();
         if (depth == depth_ + 1 && tag.name == "intvl") {
-            if (block.rows++ % kLandmark == 0) block.landmarks.push_back(tag.begin);
+            if (block.rows++ % kLandmark == 0) block.landmarks.push_back({block.rows, tag.begin});
             return;
         }
         if (!tag.hasAttributes && !tag.isEmpty) note(block, tag);
@@ -67,11 +92,11 @@ private:
 
 } // namespace
 
-std::shared_ptr<XmlDocument> XmlDocument::checked(XmlBytes bytes, std::string& reason) {
+std::shared_ptr<XmlDocument> XmlDocument::checked(XmlBytes bytes, std::string& reason, std::size_t partSize) {
     auto document = std::make_shared<XmlDocument>();
     document->bytes_ = std::move(bytes);
     BlockFinder finder(*document);
-    if (const auto error = checkXml(document->text(), document->bytes_.isUtf8, finder)) {
+    if (const auto error = checkXml(document->text(), document->bytes_.isUtf8, finder, partSize)) {
         reason = error->Reason;
         return nullptr;
     }
@@ -86,14 +111,14 @@ std::shared_ptr<XmlDocument> XmlDocument::load(std::shared_ptr<FileBytes> file, 
         reason = error->Reason;
         return nullptr;
     }
-    return checked(std::move(bytes), reason);
+    return checked(std::move(bytes), reason, kXmlPart);
 }
 
-std::shared_ptr<XmlDocument> XmlDocument::fromText(std::string_view text, std::string& reason) {
+std::shared_ptr<XmlDocument> XmlDocument::fromText(std::string_view text, std::string& reason, std::size_t partSize) {
     XmlBytes bytes;
     bytes.file = std::make_shared<FileBytes>(text.size());
     std::memcpy(bytes.file->data(), text.data(), text.size());
-    return checked(std::move(bytes), reason);
+    return checked(std::move(bytes), reason, partSize);
 }
 
 void XmlDocument::hold(std::size_t from, std::size_t to) const {

@@ -26,12 +26,20 @@ inline constexpr std::array<std::string_view, 19> kLogTexts = {"md",  "lcn", "ca
                                                                "fdt", "cdt", "ctm",      "sdt", "stm", "edt", "etm",
                                                                "mti", "ol",  "interval", "th",  "rng"};
 
+// Where a row begins.
+struct Landmark {
+    std::int64_t row; // counted from 1
+    std::size_t begin;
+};
+
+constexpr std::int64_t kLandmark = 64;
+
 // The rows of one log, as found by the check.
 struct IntervalsBlock {
-    XmlElement element;                 // the whole "intvls"
-    std::int64_t rows = 0;              // the number of "intvl" children
-    std::vector<std::size_t> landmarks; // where rows 1, 1 + kLandmark, ... begin
-    bool hasVerbatim = false;           // whether it contains a comment, CDATA section or processing instruction
+    XmlElement element;              // the whole "intvls"
+    std::int64_t rows = 0;           // the number of "intvl" children
+    std::vector<Landmark> landmarks; // of the first row, and of one in at most kLandmark behind it
+    bool hasVerbatim = false;        // whether it contains a comment, CDATA section or processing instruction
 
     // Which of kLogTexts occur in the block, by index, and the position of the first opening tag of each.
     std::vector<std::pair<std::size_t, std::size_t>> firstTexts;
@@ -42,14 +50,13 @@ struct IntervalsBlock {
     }
 };
 
-constexpr std::int64_t kLandmark = 64;
-
 class XmlDocument {
 public:
     // Checks the bytes of a file. Returns nothing when they are not well-formed; reason then says why. Raises 7 when
     // there are far more blocks of rows than the size of the file accounts for.
     static std::shared_ptr<XmlDocument> load(std::shared_ptr<FileBytes> file, std::string& reason);
-    static std::shared_ptr<XmlDocument> fromText(std::string_view text, std::string& reason);
+    static std::shared_ptr<XmlDocument> fromText(std::string_view text, std::string& reason,
+                                                 std::size_t partSize = kXmlPart);
 
     const XmlBytes& bytes() const { return bytes_; }
 
@@ -92,7 +99,7 @@ public:
     void release(std::size_t from, std::size_t to) const;
 
 private:
-    static std::shared_ptr<XmlDocument> checked(XmlBytes bytes, std::string& reason);
+    static std::shared_ptr<XmlDocument> checked(XmlBytes bytes, std::string& reason, std::size_t partSize);
 
     void chargeText(std::size_t begin, std::size_t end) const {
         budget_.chargeText(text().substr(begin, end - begin), text().size());

@@ -246,10 +246,9 @@ XmlIntervals::XmlIntervals(std::shared_ptr<XmlDocument> document, const Interval
 }
 
 std::size_t XmlIntervals::beginOf(std::int64_t row) const {
-    const auto landmark = static_cast<std::size_t>((row - 1) / kLandmark);
-    XmlCursor cursor(document_->text(), block_.landmarks[landmark], block_.element.contentEnd);
-    std::int64_t at = static_cast<std::int64_t>(landmark) * kLandmark + 1;
-    for (;; ++at) {
+    const auto landmark = std::ranges::upper_bound(block_.landmarks, row, {}, &Landmark::row) - 1;
+    XmlCursor cursor(document_->text(), landmark->begin, block_.element.contentEnd);
+    for (std::int64_t at = landmark->row;; ++at) {
         nextRow(cursor);
         if (at == row) return cursor.tag().begin;
         skipElement(cursor);

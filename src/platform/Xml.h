@@ -83,11 +83,27 @@ public:
                       std::size_t depth) = 0; // the root has depth 0; close() follows for an empty element, too
     virtual void close(std::size_t begin, std::size_t end, std::size_t depth) = 0; // of the closing tag
     virtual void verbatim(std::size_t begin, std::size_t end) = 0; // a comment, CDATA section or processing instruction
+
+    // Large documents are checked by several threads: parts of them are read ahead, on the supposition that whole
+    // elements of one parent stand there. mark() is the tag that may begin such a part; without one, nothing is read
+    // ahead. ahead() is asked for the observer of a part, to which the part's elements have depths from 0 on. It is
+    // used on another thread. take() adds what it has seen, for a part whose parent has its children at depth; it
+    // returns false when the part is to be read again instead.
+    virtual std::string_view mark() const { return {}; }
+
+    virtual std::unique_ptr<XmlObserver> ahead() { return nullptr; }
+
+    virtual bool take(XmlObserver&, std::size_t /*depth*/) { return false; }
 };
 
+// The length of the parts that are read ahead, in bytes.
+constexpr std::size_t kXmlPart = std::size_t(4) << 20;
+
 // Checks a whole document. It takes 8 bytes of memory for each open element. Elements nested more than four million
-// levels deep are refused, and so are more than 100,000 attributes of one element.
-std::optional<XmlError> checkXml(std::string_view text, bool isUtf8, XmlObserver& observer);
+// levels deep are refused, and so are more than 100,000 attributes of one element. The threads that read ahead have
+// ended when it returns.
+std::optional<XmlError> checkXml(std::string_view text, bool isUtf8, XmlObserver& observer,
+                                 std::size_t partSize = kXmlPart);
 
 // Walks a stretch of checked text tag by tag. It is also safe on a stretch that begins or ends inside markup: it then
 // interprets the pieces as well as it can.

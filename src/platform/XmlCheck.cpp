@@ -4,9 +4,12 @@
 #include "platform/XmlText.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cctype>
 #include <charconv>
 #include <cstring>
+#include <deque>
+#include <thread>
 #include <utility>
 
 namespace kestrane {
@@ -23,7 +26,10 @@ using xml::reference;
 using xml::startsWith;
 
 constexpr std::size_t kDeepest = 4'000'000;
+constexpr std::size_t kDeepestAhead = 1'000;     // within a part that is read ahead
 constexpr std::size_t kMostAttributes = 100'000; // of one element
+constexpr unsigned kMostHelpers = 3;             // threads that read ahead
+constexpr std::size_t kMarkWithin = 65'536;      // bytes that are searched for the beginning of a part
 
 struct Malformed {
     const char* at;
@@ -49,11 +55,49 @@ bool isDeclared(std::string_view name, std::string_view value) {
     return isName && (name != "encoding" || std::isalpha(static_cast<unsigned char>(value.front())) != 0);
 }
 
+// A stretch of a document that is supposed to be whole elements of one parent. One thread claims it and reads it.
+struct Part {
+    const char* begin;
+    const char* end;
+    std::unique_ptr<XmlObserver> observer;
+    std::atomic<bool> isClaimed = false;
+    std::atomic<bool> isRead = false;
+    bool isWhole = false; // once it is read: the supposition holds
+};
+
+using Parts = std::deque<Part>;
+
 // Checks strictly that a text is well-formed, reading it once from front to back. Throws Malformed.
 class Checker {
 public:
-    Checker(std::string_view text, bool isUtf8, XmlObserver& observer) :
-        begin_(text.data()), at_(text.data()), end_(text.data() + text.size()), isUtf8_(isUtf8), observer_(observer) {}
+    Checker(std::string_view text, bool isUtf8, XmlObserver& observer, Parts& parts) :
+        begin_(text.data()),
+        at_(text.data()),
+        end_(text.data() + text.size()),
+        isUtf8_(isUtf8),
+        observer_(observer),
+        part_(parts.begin()),
+        partsEnd_(parts.end()) {}
+
+    // Of a part, which has no parts itself.
+    Checker(std::string_view text, bool isUtf8, const Part& part, Parts& none) :
+        begin_(text.data()),
+        at_(part.begin),
+        end_(part.end),
+        isUtf8_(isUtf8),
+        observer_(*part.observer),
+        part_(none.end()),
+        partsEnd_(none.end()),
+        deepest_(kDeepestAhead) {}
+
+    void part() {
+        while (true) {
+            text();
+            if (at_ == end_) break;
+            markup();
+        }
+        if (!open_.empty()) throw Malformed{at_, "the part ends within an element"};
+    }
 
     void document() {
         if (startsWith(at_, end_, "<?xml") && end_ - at_ > 5 && is(at_[5], kSpace)) declaration();
@@ -200,22 +244,41 @@ private:
             if (at_ == end_) {
                 throw Malformed{at_, "the element '" + std::string(openName()) + "' is not closed"};
             }
-            const char second = end_ - at_ > 1 ? at_[1] : '\0';
-            if (second == '/') {
-                closingTag();
-            } else if (second == '!') {
-                if (startsWith(at_, end_, "<!--")) {
-                    comment();
-                } else if (startsWith(at_, end_, "<![CDATA[")) {
-                    cdata();
-                } else {
-                    throw Malformed{at_, "a declaration within the root element"};
-                }
-            } else if (second == '?') {
-                instruction();
+            if (part_ == partsEnd_ || at_ < part_->begin || !jump()) markup();
+        }
+    }
+
+    // At the beginning of a part that has been read ahead, takes over what was seen there and goes behind it.
+    bool jump() {
+        while (part_ != partsEnd_ && part_->begin < at_)
+            ++part_;
+        if (part_ == partsEnd_ || part_->begin != at_) return false;
+        Part& part = *part_++;
+        if (!part.isClaimed.exchange(true)) return false;
+        part.isRead.wait(false);
+        if (!part.isWhole || open_.size() + kDeepestAhead > kDeepest) return false;
+        if (!observer_.take(*part.observer, open_.size())) return false;
+        at_ = part.end;
+        return true;
+    }
+
+    // What begins with the "<" in the content of an element.
+    void markup() {
+        const char second = end_ - at_ > 1 ? at_[1] : '\0';
+        if (second == '/') {
+            closingTag();
+        } else if (second == '!') {
+            if (startsWith(at_, end_, "<!--")) {
+                comment();
+            } else if (startsWith(at_, end_, "<![CDATA[")) {
+                cdata();
             } else {
-                element();
+                throw Malformed{at_, "a declaration within the root element"};
             }
+        } else if (second == '?') {
+            instruction();
+        } else {
+            element();
         }
     }
 
@@ -265,7 +328,7 @@ private:
             observer_.close(tag.end, tag.end, open_.size());
             return;
         }
-        if (open_.size() == kDeepest) throw Malformed{from, "elements are nested too deeply"};
+        if (open_.size() == deepest_) throw Malformed{from, "elements are nested too deeply"};
         open_.push_back(tag.begin + 1);
     }
 
@@ -318,6 +381,7 @@ private:
 
     void closingTag() {
         const char* const from = at_;
+        if (open_.empty()) throw Malformed{from, "an end tag without its beginning"}; // of a part
         const char* const opened = begin_ + open_.back();
         const char* p = at_ + 2;
         const char* q = opened;
@@ -341,8 +405,71 @@ private:
     const char* end_;
     bool isUtf8_;
     XmlObserver& observer_;
+    Parts::iterator part_; // the next one that may be jumped over
+    Parts::iterator partsEnd_;
+    std::size_t deepest_ = kDeepest;
     std::vector<std::size_t> open_;       // where the names of the open elements begin
     std::vector<std::string_view> names_; // of the attributes of one tag
+};
+
+// Cuts a document at marks into parts of a size. The first of them is left to the thread that begins at the front.
+Parts cut(std::string_view text, XmlObserver& observer, std::size_t size) {
+    Parts parts;
+    const std::string_view mark = observer.mark();
+    if (mark.empty()) return parts;
+    for (std::size_t at = size; at < text.size(); at += size) {
+        const std::size_t found = text.substr(at, std::min(size, kMarkWithin)).find(mark);
+        if (found == std::string_view::npos) continue;
+        Part& part = parts.emplace_back();
+        part.begin = part.end = text.data() + at + found;
+        part.observer = observer.ahead();
+        if (parts.size() > 1) parts[parts.size() - 2].end = part.begin;
+    }
+    if (!parts.empty()) parts.pop_back(); // where the end of the last one is, nobody knows
+    return parts;
+}
+
+// Reads the parts that nobody has claimed yet, the last one first.
+void readAhead(std::string_view text, bool isUtf8, Parts& parts) {
+    Parts none;
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+        if (part->isClaimed.exchange(true)) continue;
+        try {
+            Checker(text, isUtf8, *part, none).part();
+            part->isWhole = true;
+        } catch (...) { // the checker at the front will see what is wrong, and say it
+            part->isWhole = false;
+        }
+        part->isRead = true;
+        part->isRead.notify_one();
+    }
+}
+
+// Gives up the parts that nobody reads yet, and waits for the threads.
+class Helpers {
+public:
+    Helpers(std::string_view text, bool isUtf8, Parts& parts) : parts_(parts) {
+        const unsigned processors = std::max(2U, std::thread::hardware_concurrency());
+        try {
+            while (threads_.size() < std::min<std::size_t>({processors - 1, kMostHelpers, parts.size()}))
+                threads_.emplace_back([=, &parts] { readAhead(text, isUtf8, parts); });
+        } catch (const std::exception&) { // fewer threads do as well
+        }
+    }
+
+    ~Helpers() {
+        for (Part& part : parts_)
+            part.isClaimed = true;
+        for (std::thread& thread : threads_)
+            thread.join();
+    }
+
+    Helpers(const Helpers&) = delete;
+    Helpers& operator=(const Helpers&) = delete;
+
+private:
+    Parts& parts_;
+    std::vector<std::thread> threads_;
 };
 
 std::string place(std::string_view text, std::size_t position) {
@@ -379,9 +506,11 @@ std::optional<char32_t> reference(const char*& at, const char* end) {
 
 } // namespace xml
 
-std::optional<XmlError> checkXml(std::string_view text, bool isUtf8, XmlObserver& observer) {
+std::optional<XmlError> checkXml(std::string_view text, bool isUtf8, XmlObserver& observer, std::size_t partSize) {
+    Parts parts = cut(text, observer, partSize);
+    const Helpers helpers(text, isUtf8, parts);
     try {
-        Checker(text, isUtf8, observer).document();
+        Checker(text, isUtf8, observer, parts).document();
         return std::nullopt;
     } catch (const Malformed& malformed) {
         const auto position = static_cast<std::size_t>(malformed.at - text.data());

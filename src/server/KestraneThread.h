@@ -1,6 +1,6 @@
 // The background server: worker threads of this program, behind the interface of a companion server. A load object
 // reads one range of a log's rows, a recalculation object makes one pass over them; each reports once, as an event on
-// the pump. Dropping an object drops its results. No other folder starts threads.
+// the pump. Dropping an object drops its results. Other folders start no thread that outlives a call.
 #pragma once
 
 #include "model/BackgroundWork.h"

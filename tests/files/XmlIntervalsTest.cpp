@@ -71,6 +71,49 @@ TEST(XmlIntervals, WaitUntilTheyAreLoaded) {
     }
 }
 
+// What a check has found, in words: why it refuses, or its blocks of rows.
+std::string found(const std::string& text, std::size_t partSize) {
+    std::string result;
+    const auto document = XmlDocument::fromText(text, result, partSize);
+    for (std::size_t at = text.find("<intvls"); document && at < text.size(); at = text.find("<intvls", at + 1)) {
+        const IntervalsBlock* const block = document->blockAt(at);
+        if (block == nullptr) continue;
+        result += std::to_string(block->rows) + (block->hasVerbatim ? " verbatim " : " ") +
+                  std::to_string(block->element.contentEnd) + " " + std::to_string(block->firstText(0)) + "\n";
+        XmlCursor cursor(text, block->element.contentBegin, block->element.contentEnd);
+        std::int64_t row = 0;
+        std::size_t depth = 0;
+        for (auto kind = cursor.next(); kind != XmlCursor::Kind::End; kind = cursor.next()) {
+            if (kind == XmlCursor::Kind::Open && depth == 0 && cursor.tag().name == "intvl") {
+                ++row;
+                for (const Landmark& landmark : block->landmarks)
+                    EXPECT_TRUE(landmark.row != row || landmark.begin == cursor.tag().begin) << row;
+            }
+            if (kind == XmlCursor::Kind::Open && !cursor.tag().isEmpty) ++depth;
+            if (kind == XmlCursor::Kind::Close) --depth;
+        }
+    }
+    return result;
+}
+
+TEST(XmlIntervals, ReadingAheadFindsWhatReadingInOrderFinds) {
+    const std::string row = "<intvl><ca><peak>1</peak></ca></intvl>";
+    std::string rows;
+    for (int n = 0; n < 40; ++n)
+        rows += row + (n % 9 == 8 ? "<!-- <intvl> --><x><intvl/><md>1</md></x><![CDATA[<intvl>]]>" : row);
+    const std::string block = "<log><intvls>" + rows + "</intvls></log>";
+    const std::string text = "<a><log><intvls>" + row + row + "</intvls></log>" + block + "<intvls/>" + block + "</a>";
+    ASSERT_EQ(found(text, 100), found(text, text.size()));
+    ASSERT_NE(found(text, 100).find("76 verbatim"), std::string::npos) << found(text, 100);
+    for (const std::string slip :
+         {"<", "&", "</intvl>", "<intvl>", "-->", "<!--", "]]>", "\x01", "<intvls>", "</intvls>"}) {
+        for (std::size_t at = 3; at < text.size(); at += 41) {
+            const std::string changed = text.substr(0, at) + slip + text.substr(at);
+            ASSERT_EQ(found(changed, 100), found(changed, changed.size())) << slip << " at " << at;
+        }
+    }
+}
+
 TEST(XmlIntervals, HaveTheLocalesSeparatorInTheShortForm) {
     LoadedRows shortForm("<intvl><ca><leq>61,5</leq><lmin>0</lmin><lmax>62</lmax><ln1><f>63,5</f></ln1></ca>"
                          "<cb><leq>70</leq></cb></intvl>",
