@@ -9,7 +9,7 @@
 #include <limits>
 
 #if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) &&               \
-    defined(__ELF__)
+    !defined(__SANITIZE_THREAD__) && defined(__ELF__)
 #define KESTRANE_WIDEST __attribute__((target_clones("avx2,fma", "default")))
 #else
 #define KESTRANE_WIDEST
