@@ -13,11 +13,14 @@
 #include "platform/OutOfMemory.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
+#include "resources/TextNames_w4.h"
 #include "server/KestraneThread.h"
 #include "server/LogLoading.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cctype>
+#include <chrono>
 #include <exception>
 #include <set>
 #include <utility>
@@ -61,7 +64,8 @@ void takeUpRows(const Session& session, int fileId) {
 
 // Does long work on a worker thread and waits for it while the pump runs: the windows stay alive, but the user cannot
 // give a command. Raises what the job raises.
-void waitFor(Session& session, const std::function<void()>& job) {
+void waitFor(Session& session, const std::function<void()>& job,
+             const std::function<void(const std::function<bool()>& isDone)>& watch = {}) {
     if (session.server == nullptr) return job();
     std::exception_ptr raised;
     bool isDone = false;
@@ -75,6 +79,7 @@ void waitFor(Session& session, const std::function<void()>& job) {
             }
         },
         [&isDone] { isDone = true; });
+    if (watch) watch([&isDone] { return isDone; });
     session.pump.runUntil([&] { return isDone; });
     session.frame->SetBusy(false);
     if (raised) std::rethrow_exception(raised);
@@ -180,9 +185,30 @@ bool isNamedAsDataFile(const std::string& name) {
     return extension == ".xml" || extension == ".zdp" || isOldExtension(extension);
 }
 
+namespace {
+
+// Is raised where a file is being read, once the user does not want to wait for it any longer.
+struct GivenUp {};
+
+// Waits for the work of opening. When it is long, the user is told, and may give it up.
+void watchOpening(const clsFile& file, const std::function<bool()>& isDone, std::atomic<bool>& isGivenUp) {
+    constexpr std::chrono::seconds kPatience(1);
+    Session& session = file.session();
+    const auto begin = std::chrono::steady_clock::now();
+    session.pump.runUntil([&] { return isDone() || std::chrono::steady_clock::now() - begin > kPatience; });
+    const std::string what = ReplaceText(session.LoadText(Text::OpeningFile), "^", file.ShortenedFileName());
+    if (!isDone() && !session.frame->WaitUntil(session.pump, what, isDone)) isGivenUp = true;
+}
+
+} // namespace
+
 bool FileOpen(clsFile& file, const ReadBytes& read) {
     if (file.FileId >= 1) return true;
     Session& session = file.session();
+    std::atomic<bool> isGivenUp = false;
+    const auto between = [&isGivenUp] {
+        if (isGivenUp) throw GivenUp();
+    };
     std::string message;
     bool isLoaded = false;
     const bool isToHash = !session.StateFolder.empty() || fileExists(historyNameOf(file.FileName));
@@ -191,7 +217,7 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
     bool isHashed = true;
     const ReadBytes hashed = [&](const std::string& path) {
         stamp = stampOf(path);
-        std::shared_ptr<FileBytes> bytes = read(path);
+        std::shared_ptr<FileBytes> bytes = read ? read(path) : readFile(path, between);
         if (!isToHash) return bytes;
         const auto hash = [&stamp, bytes] { stamp.Hash = sha256Of(bytes->view()); };
         if (session.server == nullptr) {
@@ -202,8 +228,15 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
         }
         return bytes;
     };
-    waitFor(session, [&] { isLoaded = LoadDocument(file, message, hashed); });
+    try {
+        waitFor(
+            session, [&] { isLoaded = LoadDocument(file, message, hashed); },
+            [&](const auto& isDone) { watchOpening(file, isDone, isGivenUp); });
+    } catch (const GivenUp&) {
+        isLoaded = false;
+    }
     session.pump.runUntil([&isHashed] { return isHashed; });
+    if (isGivenUp) return false;
     if (!isLoaded) {
         session.ShowMessage(message, kIconStop);
         return false;

@@ -16,8 +16,9 @@ namespace kestrane {
 
 // Loads file.FileName; the figures are recalculated as the settings say, and the rows are left to background loading. A
 // document that has an identity is in memory already. When no loader accepts the file, the reason of the first one is
-// shown and false is returned.
-bool FileOpen(clsFile& file, const ReadBytes& read = readFile);
+// shown and false is returned. Without read, the file is read from its disk; a user who does not want to wait for a
+// slow one can give that up.
+bool FileOpen(clsFile& file, const ReadBytes& read = {});
 
 // Whether the name ends like that of a data file.
 bool isNamedAsDataFile(const std::string& name);
@@ -30,7 +31,7 @@ enum class OpenSource { Dialog, Recent, Named };
 // list. With blnLastFile, or when a file was added, the trees are rebuilt. The rows start loading. Returns false when
 // the file did not open.
 bool OpenFile(Session& session, const std::string& name, OpenSource source, bool blnLastFile,
-              const ReadBytes& read = readFile);
+              const ReadBytes& read = {});
 
 // Adds a document that FileOpen has loaded to the open files, shows it in the trees and starts loading its rows.
 clsFile& TakeUp(Session& session, std::unique_ptr<clsFile> file);

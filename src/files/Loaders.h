@@ -19,7 +19,9 @@ using ReadBytes = std::function<std::shared_ptr<FileBytes>(const std::string& pa
 // only when it brings data; the first counts in any case, which is meant. Returns false when all loaders decline: then
 // message is that of the first loader and the document is empty. Reads the history beside the file, which TakeUpHistory
 // gives to the document. Raises nothing.
-bool LoadDocument(clsFile& file, std::string& message, const ReadBytes& read = readFile);
+bool LoadDocument(
+    clsFile& file, std::string& message,
+    const ReadBytes& read = [](const std::string& path) { return readFile(path); });
 
 // Whether all rows of the document are in memory, so that what is written of it is whole.
 bool AreRowsRead(const clsFile& file);

@@ -51,8 +51,10 @@ private:
 };
 
 // Raises errno and its text when the file cannot be read; a folder raises EISDIR. It never waits: a pipe or a device
-// reads as empty.
-std::shared_ptr<FileBytes> readFile(const std::string& path);
+// reads as empty. between is called between pieces of 8 MiB at most; what it raises ends the reading.
+std::shared_ptr<FileBytes> readFile(const std::string& path, const std::function<void()>& between = {});
+
+constexpr std::size_t kReadAtOnce = std::size_t{8} << 20;
 
 // The same, but passes the bytes on piece by piece, so that a large file takes no memory.
 void readPieces(const std::string& path, const std::function<void(std::string_view piece)>& take);

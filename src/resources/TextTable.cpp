@@ -1,4 +1,5 @@
 #include "resources/TextTable.h"
+#include "resources/TextNames_w4.h"
 
 #include "resources/TextNames_w1.h"
 
@@ -1179,6 +1180,7 @@ constexpr TextEntry Entries[] = {
     {Text::ShortNoiseRating, "NR"},
     {Text::ShortCompareHPD, "HPD"},
     {Text::ShortCumulativeData, "Data"},
+    {Text::OpeningFile, "Opening ^..."},
     // Quantity labels
     {Text::Peak, "Peak"},
     {Text::Lepd, "LEP,d"},

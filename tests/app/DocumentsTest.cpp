@@ -9,6 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 #include <filesystem>
 
 namespace kestrane {
@@ -270,6 +273,41 @@ TEST_F(DocumentsTest, ClosingSavesWhatARunningRecalculationBrings) {
     messages.Answers = {Button::Yes};
     EXPECT_TRUE(CloseFile(session, &file, ask));
     EXPECT_NE(readText(folder.file("a.xml")).find("late"), std::string::npos);
+}
+
+// The threads that read are held up until the user has been asked.
+TEST_F(DocumentsTest, OpeningFromASlowDiskCanBeGivenUp) {
+    struct Asking : WatchedFrame {
+        std::atomic<bool> isSlow = true;
+        bool isPatient = false;
+        std::vector<std::string> asked;
+
+        bool WaitUntil(EventPump& events, const std::string& what, const std::function<bool()>& isDone) override {
+            asked.push_back(what);
+            isSlow = false;
+            if (isPatient) events.runUntil(isDone);
+            return isPatient;
+        }
+    } asking;
+
+    session.frame = &asking;
+    for (const bool isPatient : {false, true}) {
+        asking.isPatient = isPatient;
+        asking.isSlow = true;
+        std::vector<std::shared_ptr<BackgroundWork>> busy;
+        for (int i = 0; i < 2; ++i)
+            busy.push_back(server.Run(
+                [&] {
+                    while (asking.isSlow)
+                        std::this_thread::yield();
+                },
+                [] {}));
+        EXPECT_EQ(OpenFile(session, written("a.xml"), OpenSource::Named, true), isPatient);
+        EXPECT_EQ(session.OpenFiles.size(), isPatient ? 1U : 0U);
+        pump.runUntil([&] { return noLogIsBusy(session); });
+    }
+    EXPECT_EQ(asking.asked, std::vector<std::string>(2, "Opening a.xml..."));
+    EXPECT_TRUE(messages.Boxes.empty()) << "whoever gives up knows why";
 }
 
 } // namespace

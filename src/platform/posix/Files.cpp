@@ -36,9 +36,10 @@ struct stat aboutOpen(int handle) {
 }
 
 // Reads into bytes from the offset from on, until they are full or the input ends. Returns the offset reached.
-std::size_t fill(int handle, FileBytes& bytes, std::size_t from) {
+std::size_t fill(int handle, FileBytes& bytes, std::size_t from, const std::function<void()>& between = {}) {
     while (from < bytes.size()) {
-        const ssize_t count = read(handle, bytes.data() + from, bytes.size() - from);
+        if (between) between();
+        const ssize_t count = read(handle, bytes.data() + from, std::min(bytes.size() - from, kReadAtOnce));
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) raiseSystemError(errno);
         if (count == 0) break;
@@ -78,12 +79,12 @@ void FileBytes::release(std::size_t from, std::size_t to) {
     if (first < last) madvise(data_ + first, last - first, MADV_DONTNEED);
 }
 
-std::shared_ptr<FileBytes> readFile(const std::string& path) {
+std::shared_ptr<FileBytes> readFile(const std::string& path, const std::function<void()>& between) {
     const OpenFile file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     const struct stat about = aboutOpen(file.handle);
     if (S_ISDIR(about.st_mode)) raiseSystemError(EISDIR);
     auto bytes = std::make_shared<FileBytes>(static_cast<std::size_t>(about.st_size));
-    bytes->shrink(fill(file.handle, *bytes, 0)); // the file may have been cut short since its size was read
+    bytes->shrink(fill(file.handle, *bytes, 0, between)); // the file may have been cut short since its size was read
     return bytes;
 }
 

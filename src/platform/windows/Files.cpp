@@ -13,16 +13,15 @@ namespace kestrane {
 
 namespace {
 
-constexpr DWORD kAtOnce = 64U << 20U; // bytes that are read by one call
-
 HANDLE handleOf(int number) {
     return reinterpret_cast<HANDLE>(_get_osfhandle(number));
 }
 
 // Reads into bytes from the offset from on, until they are full or the input ends. Returns the offset reached.
-std::size_t fill(HANDLE file, FileBytes& bytes, std::size_t from) {
+std::size_t fill(HANDLE file, FileBytes& bytes, std::size_t from, const std::function<void()>& between = {}) {
     while (from < bytes.size()) {
-        const auto wanted = static_cast<DWORD>(std::min<std::size_t>(bytes.size() - from, kAtOnce));
+        if (between) between();
+        const auto wanted = static_cast<DWORD>(std::min(bytes.size() - from, kReadAtOnce));
         DWORD count = 0;
         if (ReadFile(file, bytes.data() + from, wanted, &count, nullptr) == 0) {
             const DWORD error = GetLastError();
@@ -54,12 +53,12 @@ Handle openFile(const std::string& path) {
 }
 
 // Reads a file of the disk from where it stands to its end.
-std::shared_ptr<FileBytes> readWhole(HANDLE file) {
+std::shared_ptr<FileBytes> readWhole(HANDLE file, const std::function<void()>& between) {
     LARGE_INTEGER size{};
     if (GetFileType(file) != FILE_TYPE_DISK) return std::make_shared<FileBytes>(0);
     if (GetFileSizeEx(file, &size) == 0) raiseLastError();
     auto bytes = std::make_shared<FileBytes>(static_cast<std::size_t>(size.QuadPart));
-    bytes->shrink(fill(file, *bytes, 0)); // the file may have been cut short since its size was read
+    bytes->shrink(fill(file, *bytes, 0, between)); // the file may have been cut short since its size was read
     return bytes;
 }
 
@@ -100,10 +99,10 @@ void FileBytes::release(std::size_t from, std::size_t to) {
     if (VirtualAlloc(data_ + first, last - first, MEM_COMMIT, PAGE_READWRITE) == nullptr) raiseSystemError(ENOMEM);
 }
 
-std::shared_ptr<FileBytes> readFile(const std::string& path) {
-    if (const auto number = openFileNumber(path)) return readWhole(handleOf(*number));
+std::shared_ptr<FileBytes> readFile(const std::string& path, const std::function<void()>& between) {
+    if (const auto number = openFileNumber(path)) return readWhole(handleOf(*number), between);
     const Handle file = openFile(path);
-    return readWhole(file.get());
+    return readWhole(file.get(), between);
 }
 
 void readPieces(const std::string& path, const std::function<void(std::string_view piece)>& take) {
