@@ -3,6 +3,7 @@
 #include "app/Backups.h"
 #include "app/OtherPrograms.h"
 #include "calc/Recalculation.h"
+#include "explorer/Edits.h"
 #include "explorer/NodeKeys.h"
 #include "files/HistoryFile.h"
 #include "files/Loaders.h"
@@ -48,15 +49,15 @@ void takeUpRows(const Session& session, int fileId) {
     forEachLog(*file, [&](clsLog& log) {
         if (std::exchange(log.RecalcWithRows, false) && !log.HasUnreadIntervals) waiting.push_back(&log);
     });
-    if (waiting.empty() || IsChanged(*file)) {
-        for (clsLog* const log : waiting)
-            RecalcValues(*log, kCalcFull);
-        return;
-    }
+    const bool wasChanged = !waiting.empty() && IsChanged(*file);
     for (clsLog* const log : waiting) {
-        RecalcValues(*log, kCalcFull, [&session, fileId] {
+        RecalcValues(*log, kCalcFull, [&session, fileId, wasChanged, log, before = KeptFigures(*log)] {
             clsFile* const ended = session.fileById(fileId);
-            if (ended == nullptr || ended->Changed || !ended->Edits.isAtSaved() || ended->IsBusy()) return;
+            if (ended == nullptr) return;
+            forEachLog(*ended, [&](const clsLog& each) {
+                if (&each == log) recordRecalculation(*ended, each, before);
+            });
+            if (wasChanged || ended->Changed || !ended->Edits.isAtSaved() || ended->IsBusy()) return;
             ended->SavedMark = MarkOf(*ended);
         });
     }
@@ -247,8 +248,12 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
     file.CopyDoseLogSamples();
     // Older formats contain only the instrument's own figures. Some figures depend on others of the pass before, so
     // there are two passes, as after a download.
+    std::vector<KeptFigures> before;
+    forEachLog(file, [&before](const clsLog& log) { before.emplace_back(log); });
     if (file.IsOldStyle()) recalculate(file, true);
     recalculate(file, file.IsOldStyle());
+    auto figures = before.begin();
+    forEachLog(file, [&](const clsLog& log) { recordRecalculation(file, log, *figures++); });
     file.SavedMark = MarkOf(file);
     return true;
 }

@@ -1,10 +1,10 @@
 #include "explorer/Edits.h"
 
 #include "calc/Recalculation.h"
-#include "explorer/HistoryText.h"
 #include "explorer/NodeKeys.h"
 #include "model/InEnglish.h"
 #include "platform/RuntimeError.h"
+#include "resources/TextNames_w4.h"
 
 #include <algorithm>
 #include <utility>
@@ -131,6 +131,11 @@ void recordDownload(clsFile& file, Text::Id what) {
     HistoryLine line = historyLine(file.session(), file.session().texts.LoadData(what));
     forEachLog(file, [&line](const clsLog& log) { line.After += (line.After.empty() ? "" : "; ") + log.Name; });
     file.History.add(std::move(line));
+}
+
+void recordRecalculation(clsFile& file, const clsLog& log, const KeptFigures& before) {
+    HistoryLine line = historyLine(file.session(), file.session().texts.LoadData(Text::HistoryRecalculatedOnOpening));
+    if (before.describe(log, line)) file.History.add(std::move(line));
 }
 
 bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change) {

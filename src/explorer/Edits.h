@@ -4,6 +4,7 @@
 // every column that the change did not touch.
 #pragma once
 
+#include "explorer/HistoryText.h"
 #include "model/Session.h"
 #include "resources/TextNames.h"
 
@@ -24,6 +25,9 @@ void recordStep(clsFile& file, std::unique_ptr<EditStep> step, bool wasChanged);
 
 // Begins the history of a document that has come from an instrument: what was done, and the names of the logs.
 void recordDownload(clsFile& file, Text::Id what);
+
+// A line for a recalculation that came with opening the document, when it has changed figures of the log.
+void recordRecalculation(clsFile& file, const clsLog& log, const KeptFigures& before);
 
 // Calls change(), which changes a log; when that returns true, the log's state before the change is kept as a step of
 // its document. A log of no open document (a zoomed range) is changed without a step. Undoing later restores the whole

@@ -56,38 +56,67 @@ constexpr Fact kFacts[] = {
     {Text::StepExposureRows, exposureRowsOf},
 };
 
+// Calls visit(channel, parameter) for each cumulative figure that a log can have.
+template <class Visit>
+void forEachFigure(const clsLog& log, Visit&& visit) {
+    for (const LogChannel channel : kChannels)
+        for (const Parameter parameter : kParameters)
+            if (parameter != eOverload && (channel != kChannelB || log.IsChannelBOn)) visit(channel, parameter);
+}
+
+std::string figureText(const clsLog& log, Parameter parameter, const clsValue& figure) {
+    return figure.Format(Zeros::Blank, Reading::Computed, reportFormat(parameterInfo(parameter).unit),
+                         log.session().locale);
+}
+
 std::string figureOf(const clsLog& log, LogChannel channel, Parameter parameter) {
-    return cumulativeValue(log, channel, parameter, 0)
-        .Format(Zeros::Blank, Reading::Computed, reportFormat(parameterInfo(parameter).unit), log.session().locale);
+    return figureText(log, parameter, cumulativeValue(log, channel, parameter, 0));
 }
 
 std::string shortened(const std::string& value) {
     return value.size() <= kLongestValue ? value : std::string(firstBytes(value, kLongestValue)) + "\u2026";
 }
 
+void compare(HistoryLine& line, const std::string& caption, const std::array<std::string, 2>& values) {
+    if (values[0] == values[1]) return;
+    const std::string begin = (line.Before.empty() ? "" : "; ") + caption + ": ";
+    line.Before += begin + shortened(values[0]);
+    line.After += begin + shortened(values[1]);
+}
+
 } // namespace
+
+KeptFigures::KeptFigures(const clsLog& log) {
+    forEachFigure(log, [&](LogChannel channel, Parameter parameter) {
+        figures_.push_back(cumulativeValue(log, channel, parameter, 0));
+    });
+}
+
+bool KeptFigures::describe(const clsLog& now, HistoryLine& line) const {
+    const InEnglish inEnglish(now.session());
+    line.Log = now.Name;
+    auto before = figures_.begin();
+    forEachFigure(now, [&](LogChannel channel, Parameter parameter) {
+        if (before == figures_.end()) return;
+        const clsValue& figure = *before++;
+        if (figure.CalcValue() == 0 || figure == cumulativeValue(now, channel, parameter, 0)) return;
+        compare(line, VariableCaption(now.session(), parameter, channel, kNoBand, &now),
+                {figureText(now, parameter, figure), figureOf(now, channel, parameter)});
+    });
+    return !line.Before.empty();
+}
 
 void describeChange(const clsLog& before, const clsLog& after, HistoryLine& line) {
     const InEnglish inEnglish(after.session());
     if (line.Log.empty()) line.Log = after.Name; // it may have got another name since
     line.Before.clear();
     line.After.clear();
-    const auto compare = [&line](const std::string& caption, const std::array<std::string, 2>& values) {
-        if (values[0] == values[1]) return;
-        const std::string begin = (line.Before.empty() ? "" : "; ") + caption + ": ";
-        line.Before += begin + shortened(values[0]);
-        line.After += begin + shortened(values[1]);
-    };
     for (const Fact& fact : kFacts)
-        compare(after.session().LoadText(fact.caption), {fact.value(before), fact.value(after)});
-    for (const LogChannel channel : kChannels) {
-        if (channel == kChannelB && !after.IsChannelBOn) continue;
-        for (const Parameter parameter : kParameters) {
-            if (parameter == eOverload) continue;
-            compare(VariableCaption(after.session(), parameter, channel, kNoBand, &after),
-                    {figureOf(before, channel, parameter), figureOf(after, channel, parameter)});
-        }
-    }
+        compare(line, after.session().LoadText(fact.caption), {fact.value(before), fact.value(after)});
+    forEachFigure(after, [&](LogChannel channel, Parameter parameter) {
+        compare(line, VariableCaption(after.session(), parameter, channel, kNoBand, &after),
+                {figureOf(before, channel, parameter), figureOf(after, channel, parameter)});
+    });
     if (selectionOf(before) != selectionOf(after) || before.CutReason != after.CutReason) line.Reason = after.CutReason;
 }
 

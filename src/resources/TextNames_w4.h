@@ -3,5 +3,6 @@
 #include "resources/TextNames.h"
 
 namespace kestrane::Text {
+inline constexpr Id HistoryRecalculatedOnOpening = Id(9205);
 inline constexpr Id OpeningFile = Id(9390);
-}
+} // namespace kestrane::Text

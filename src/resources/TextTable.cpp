@@ -1114,6 +1114,7 @@ constexpr TextEntry Entries[] = {
      "again, or cancel and start a new download."},
     {Text::HistoryDownload, "Download"},
     {Text::HistoryDownloadRecovered, "Recover Download"},
+    {Text::HistoryRecalculatedOnOpening, "Recalculation on Opening"},
     // The tour
     {Text::CommandTour, "&Tour"},
     {Text::TourTitle, "A Tour of $$"},

@@ -1,4 +1,5 @@
 // What the texts are for. A text that is in no list is shown.
+#include "resources/TextNames_w4.h"
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -24,6 +25,7 @@ constexpr Text::Id kData[] = {
     Text::UnreadableHistoryLine,
     Text::HistoryDownload,
     Text::HistoryDownloadRecovered,
+    Text::HistoryRecalculatedOnOpening,
 };
 
 // Addresses and telephone numbers of both brands.

@@ -308,6 +308,32 @@ TEST_F(DocumentsTest, OpeningFromASlowDiskCanBeGivenUp) {
     }
     EXPECT_EQ(asking.asked, std::vector<std::string>(2, "Opening a.xml..."));
     EXPECT_TRUE(messages.Boxes.empty()) << "whoever gives up knows why";
+    session.frame = &frame;
+}
+
+// The header has the figures of both rows, the selection leaves the second one out.
+TEST_F(DocumentsTest, ARecalculationOnOpeningThatChangesFiguresIsALineOfTheHistory) {
+    const std::string text =
+        "<instruments><instrument-data><instrument-detail name=\"d\"/><logs><log "
+        "name=\"a\"><ca><leq><f>85.1</f></leq></ca>"
+        "<intvls><intvl><ca><leq><f>84</f></leq></ca></intvl><intvl><ca><leq><f>86</f></leq></ca></intvl></intvls>"
+        "<cutintvls incl=\"false\"><cutintvl>2~2</cutintvl></cutintvls></log></logs></instrument-data></instruments>";
+    clsFile& file = opened("a.xml", text);
+    pump.runUntil([&] { return noLogIsBusy(session); });
+    const std::vector<HistoryLine> lines = file.History.lines();
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_EQ(lines[0].What + " of " + lines[0].Log, "Recalculation on Opening of a");
+    EXPECT_NE(lines[0].Before.find(": 85.1"), std::string::npos) << lines[0].Before;
+    EXPECT_NE(lines[0].After.find(": 84.0"), std::string::npos) << lines[0].After;
+    EXPECT_FALSE(IsChanged(file)) << "the user has changed nothing";
+    EXPECT_TRUE(opened("b.xml").History.lines().empty());
+
+    change(file);
+    EXPECT_TRUE(SaveFile(session, file, false, ask));
+    session.OpenFiles.clear();
+    EXPECT_TRUE(OpenFile(session, folder.file("a.xml"), OpenSource::Named, true));
+    pump.runUntil([&] { return noLogIsBusy(session); });
+    EXPECT_EQ(session.OpenFiles.front()->History.lines().size(), 2U) << "that line, and the save";
 }
 
 } // namespace
