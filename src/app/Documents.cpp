@@ -188,6 +188,11 @@ bool isNamedAsDataFile(const std::string& name) {
 
 namespace {
 
+// Whether the reader gives the memory of the bytes back as it goes: that of UTF-16, which it turns into UTF-8.
+bool isGivenBack(std::string_view bytes) {
+    return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+}
+
 // Is raised where a file is being read, once the user does not want to wait for it any longer.
 struct GivenUp {};
 
@@ -213,15 +218,16 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
     std::string message;
     bool isLoaded = false;
     const bool isToHash = !session.StateFolder.empty() || fileExists(historyNameOf(file.FileName));
-    FileStamp stamp;                         // taken before, so that a change while it is read is noticed
-    std::shared_ptr<BackgroundWork> hashing; // while the bytes are read
+    // The stamp is taken before, so that a change while the file is read is noticed. The hash is made while it is read.
+    const auto stamp = std::make_shared<FileStamp>();
+    std::shared_ptr<BackgroundWork> hashing;
     bool isHashed = true;
     const ReadBytes hashed = [&](const std::string& path) {
-        stamp = stampOf(path);
+        *stamp = stampOf(path);
         std::shared_ptr<FileBytes> bytes = read ? read(path) : readFile(path, between);
         if (!isToHash) return bytes;
-        const auto hash = [&stamp, bytes] { stamp.Hash = sha256Of(bytes->view()); };
-        if (session.server == nullptr) {
+        const auto hash = [stamp, bytes] { stamp->Hash = sha256Of(bytes->view()); };
+        if (session.server == nullptr || isGivenBack(bytes->view())) {
             hash();
         } else {
             isHashed = false;
@@ -242,8 +248,8 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
         session.ShowMessage(message, kIconStop);
         return false;
     }
-    if (isToHash) TakeUpHistory(file, stamp.Hash);
-    if (!session.StateFolder.empty()) file.OnDisk = std::move(stamp);
+    if (isToHash) TakeUpHistory(file, stamp->Hash);
+    if (!session.StateFolder.empty()) file.OnDisk = std::move(*stamp);
     tellOfHistory(file);
     file.CopyDoseLogSamples();
     // Older formats contain only the instrument's own figures. Some figures depend on others of the pass before, so

@@ -29,7 +29,7 @@ std::string dataFileText(const Node& node) {
 std::optional<FileToDrag> dataFileOf(const Session& session, const std::string& key) {
     const Node node = resolve(session, key);
     const bool isGroup = node.data != nullptr && node.log == nullptr && !key.starts_with(tINST);
-    if (node.file == nullptr || isGroup || node.file->IsBusy()) return std::nullopt;
+    if (node.file == nullptr || isGroup || node.file->IsBusy() || !AreRowsRead(*node.file)) return std::nullopt;
     std::string title = node.file->ShortenedFileName();
     if (title.ends_with(".xml")) title.resize(title.size() - 4);
     if (node.log != nullptr) title += ", " + node.log->Name;

@@ -37,6 +37,11 @@ private:
     double decibels_;
 };
 
+// The rate that the doses of the file were made with.
+int reportedExchange(const clsLog& log) {
+    return log.ExchangeDose == 0 ? log.Exchange : log.ExchangeDose;
+}
+
 void changeRows(clsLog& log, const Offset& offset, Quantity quantity, ParameterUnit unit) {
     IntervalColumns& rows = log.LogIntervals.Columns();
     for (int band = 0; band <= (hasBands(quantity) ? log.e("Last") : 0); ++band) {
@@ -44,7 +49,9 @@ void changeRows(clsLog& log, const Offset& offset, Quantity quantity, ParameterU
         const std::span<Level> levels = rows.writeLevels(quantity, band);
         for (std::size_t row = 0; row < levels.size(); ++row) {
             const int own = rows.Exchange.at(row);
-            levels[row].CalcValue = offset.of(levels[row].CalcValue, unit, own == 0 ? log.Exchange : own);
+            const int exchange = own == 0 ? reportedExchange(log) : own; // nothing computes a row's dose anew
+            levels[row] = {offset.of(levels[row].CalcValue, unit, exchange),
+                           offset.of(levels[row].Value, unit, exchange)};
         }
     }
 }
@@ -54,19 +61,21 @@ void changeRows(clsLog& log, const Offset& offset, Quantity quantity, ParameterU
 void addToLevels(clsLog& log, double decibels) {
     const Offset offset(decibels);
     const float before = log.LeqCumA(0).CalcValue();
-    const int exchange = log.ExchangeDose == 0 ? log.Exchange : log.ExchangeDose;
+    const auto changeValue = [&](clsValue& value, ParameterUnit unit) {
+        const bool isComputed = value.CalcValue() != value.Value();
+        const float computed = offset.of(value.CalcValue(), unit, isComputed ? log.Exchange : reportedExchange(log));
+        value.Value(offset.of(value.Value(), unit, reportedExchange(log)));
+        value.CalcValue(computed);
+    };
     for (const ParameterInfo& info : parameters()) {
-        const auto change = [&](clsValue& value) {
-            value.CalcValue(offset.of(value.CalcValue(), info.unit, exchange));
-        };
+        const auto change = [&](clsValue& value) { changeValue(value, info.unit); };
         if (info.bands != nullptr) (log.*info.bands).forEach(change);
         for (const ParameterSource* source : {&info.A, &info.B}) {
             if (source->cumulative != nullptr) change(log.*source->cumulative);
             if (source->rows != Quantity::End) changeRows(log, offset, source->rows, info.unit);
         }
     }
-    log.LnCumA.forEach(
-        [&](clsValue& value) { value.CalcValue(offset.of(value.CalcValue(), ParameterUnit::Decibels, 0)); });
+    log.LnCumA.forEach([&](clsValue& value) { changeValue(value, ParameterUnit::Decibels); });
     for (clsDoseLogSample& row : log.DoseLogIntervals)
         if (row.Leq.CalcValue() == before) row.Leq.Value(log.LeqCumA(0).CalcValue());
 }

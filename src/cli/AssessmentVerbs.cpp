@@ -90,8 +90,9 @@ Json criteriaJson(const ChosenLog& chosen, const CriteriaOptions& options) {
 int criteria(Program& program, const CriteriaOptions& options) {
     return program.forEachFile(options.files, [&](clsFile& file, std::size_t) {
         const auto chosen = chooseLog(program, file, options.log);
-        if (chosen) program.print(criteriaJson(*chosen, options));
-        return chosen.has_value();
+        if (!chosen || !hasAllRows(program, *chosen->log)) return false;
+        program.print(criteriaJson(*chosen, options));
+        return true;
     });
 }
 

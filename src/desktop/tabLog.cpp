@@ -17,6 +17,7 @@
 #include "resources/TextNames_w1.h"
 #include "views/CalibrationText.h"
 #include "views/CaptionHints.h"
+#include "views/LogWarnings.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -194,14 +195,14 @@ QWidget* tabLog::wholeFiguresBar() {
 }
 
 QLabel* tabLog::driftBar() {
-    lblDrift_ = new QLabel;
-    lblDrift_->setObjectName("lblDriftWarning");
-    lblDrift_->setAutoFillBackground(true);
-    lblDrift_->setBackgroundRole(QPalette::ToolTipBase);
-    lblDrift_->setForegroundRole(QPalette::ToolTipText);
-    lblDrift_->setWordWrap(true);
-    lblDrift_->setMargin(kMargin / 2);
-    return lblDrift_;
+    lblWarnings_ = new QLabel;
+    lblWarnings_->setObjectName("lblLogWarnings");
+    lblWarnings_->setAutoFillBackground(true);
+    lblWarnings_->setBackgroundRole(QPalette::ToolTipBase);
+    lblWarnings_->setForegroundRole(QPalette::ToolTipText);
+    lblWarnings_->setWordWrap(true);
+    lblWarnings_->setMargin(kMargin / 2);
+    return lblWarnings_;
 }
 
 LogPage& tabLog::front() const {
@@ -255,15 +256,15 @@ void tabLog::ShowControls() {
         if (QWidget* const bar = page->Bar(); bar != nullptr) bar->setVisible(page == &front());
     fraZoom_->setVisible(IsZoomShown());
     fraWholeFigures_->setVisible(shownPanels(*log, state_.View.Tab).WholeFigures);
-    lblDrift_->setText(shown(calibrationWarning(*log)));
-    lblDrift_->setVisible(!lblDrift_->text().isEmpty());
+    lblWarnings_->setText(shown(logWarnings(*log)));
+    lblWarnings_->setVisible(!lblWarnings_->text().isEmpty());
     choices_->ShowChoices(*log);
 }
 
 void tabLog::showNoLog() {
     choices_->hide();
     fraWholeFigures_->hide();
-    lblDrift_->hide();
+    lblWarnings_->hide();
     const bool isLoading = state_.Content(session_) == LogContent::Loading;
     placeholder_->setText(isLoading ? loadText(session_, Text::StillLoading)
                                     : loadText(session_, Text::NoLogIsOnDisplay) + "\n\n" +

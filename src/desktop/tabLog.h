@@ -124,7 +124,7 @@ private:
     ChoicesBar* choices_;
     fraZoom* fraZoom_;
     QWidget* fraWholeFigures_;
-    QLabel* lblDrift_; // the warning of the calibration
+    QLabel* lblWarnings_; // the warning of the calibration
     QStackedWidget* stack_;
     QLabel* placeholder_;
     StartPage* start_;

@@ -1,6 +1,7 @@
 #include "explorer/CalibrationEdits.h"
 
 #include "calc/LevelOffset.h"
+#include "calc/Recalculation.h"
 #include "explorer/Edits.h"
 #include "platform/Numbers.h"
 #include "platform/Trimmed.h"
@@ -29,6 +30,7 @@ void change(clsLog& log, const Calibration& calibration) {
     const int added = calibration.Offset - log.UserCalibration.Offset;
     log.UserCalibration = calibration;
     if (added != 0) addToLevels(log, added / kHundredths);
+    if (log.IntervalsRecalculating) RecalcValues(log, log.RecalcMode); // the pass is over the levels from before
     log.RaiseLogValuesChanged();
 }
 

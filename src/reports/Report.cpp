@@ -4,9 +4,9 @@
 #include "model/Session.h"
 #include "reports/PageText.h"
 #include "reports/Provenance.h"
-#include "views/CalibrationText.h"
 #include "views/HistoryTable.h"
 #include "views/LogTabs.h"
+#include "views/LogWarnings.h"
 #include "views/TimeChart.h"
 
 #include <algorithm>
@@ -155,7 +155,7 @@ void Report::placeIntroduction(const ReportSubject& subject) {
         const std::string words = captioned(session, session.LoadText(Text::ModifiedReport), subject.Modification);
         placeLines(ownWords(withReason(session, words, subject.log.CutReason)));
     }
-    placeLines(ownWords(calibrationWarning(subject.log)));
+    placeLines(ownWords(logWarnings(subject.log)));
     placeLines(ownWords(session.Options.ReportIntroduction));
     const double least = metrics_.isLandscape() ? kLeastForDetailsInLandscape : kLeastForDetails;
     if (top_ + least > frame_.body().Bottom) newPage();

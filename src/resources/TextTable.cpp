@@ -1182,6 +1182,7 @@ constexpr TextEntry Entries[] = {
     {Text::ShortCompareHPD, "HPD"},
     {Text::ShortCumulativeData, "Data"},
     {Text::OpeningFile, "Opening ^..."},
+    {Text::FiguresWithoutUnread, "Some intervals of this log could not be read.  Its figures are made without them."},
     // Quantity labels
     {Text::Peak, "Peak"},
     {Text::Lepd, "LEP,d"},

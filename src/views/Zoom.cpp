@@ -57,6 +57,8 @@ void Zoom::follow(const clsLog& opened) {
     if (!copy_) return;
     copy_->Name = opened.Name;
     copy_->Note = opened.Note;
+    copy_->UserCalibration.Before = opened.UserCalibration.Before;
+    copy_->UserCalibration.After = opened.UserCalibration.After;
     const bool isOtherTime = copy_->objLogOptions.ExposureTime != opened.objLogOptions.ExposureTime;
     copy_->objLogOptions.Copy(opened.objLogOptions);
     SetPlottableValues(*copy_);

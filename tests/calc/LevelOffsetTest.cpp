@@ -48,7 +48,7 @@ TEST(LevelOffset, MovesLevelsDosesAndExposuresOfLogAndRows) {
     log.DoseLogIntervals[1].Leq.Value(90);
 
     addToLevels(log, -3);
-    EXPECT_EQ(octave.at(Quantity::LeqA, 4, 1), (Level{77, 80})) << "what was reported stays";
+    EXPECT_EQ(octave.at(Quantity::LeqA, 4, 1), (Level{77, 77}));
     EXPECT_EQ(octave.at(Quantity::LeqA, 4, 0), Level()) << "absent";
     EXPECT_GT(octave.at(Quantity::PeakB, 0, 0).CalcValue, 0) << "a level that comes to 0 is not lost";
     EXPECT_LT(octave.at(Quantity::PeakB, 0, 0).CalcValue, 0.001F);
@@ -64,6 +64,21 @@ TEST(LevelOffset, MovesLevelsDosesAndExposuresOfLogAndRows) {
     EXPECT_EQ(log.SELCumB.CalcValue(), 97);
     EXPECT_EQ(log.DoseLogIntervals[0].Leq.CalcValue(), 79) << "the level of the log";
     EXPECT_EQ(log.DoseLogIntervals[1].Leq.CalcValue(), 90) << "one that was typed";
+}
+
+TEST(LevelOffset, ChangesADoseByTheRateThatItWasMadeWith) {
+    OctaveRows octave;
+    clsLog& log = octave.log;
+    log.ExchangeDose = 5; // of the file, before the user chose 3
+    octave.set(Quantity::DoseA, 0, 0, 50);
+    log.DoseETCumA.Value(40);
+    log.DoseMTCumA.Value(40);
+    log.DoseMTCumA.CalcValue(50); // computed by the rate of now
+    addToLevels(log, 3);
+    EXPECT_NEAR(octave.at(Quantity::DoseA, 0, 0).CalcValue, 75.786, 0.001) << "50 * 2^(3/5)";
+    EXPECT_NEAR(log.DoseETCumA.CalcValue(), 60.629, 0.001);
+    EXPECT_EQ(log.DoseETCumA.Value(), log.DoseETCumA.CalcValue()) << "still the instrument's figure";
+    EXPECT_FLOAT_EQ(log.DoseMTCumA.CalcValue(), 100);
 }
 
 TEST(BandLevels, GiveTheLevelOfEachRow) {

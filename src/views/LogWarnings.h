@@ -1,0 +1,14 @@
+// What the reader of a log's figures has to know, whatever is on view: for the bar above the view and for reports.
+#pragma once
+
+#include "model/clsLog.h"
+
+#include <string>
+
+namespace kestrane {
+
+// Sentences, one a line: that rows of the log could not be read, and that the calibration drifted too far. Empty when
+// nothing is wrong.
+std::string logWarnings(const clsLog& log);
+
+} // namespace kestrane
