@@ -15,7 +15,6 @@
 #include "explorer/NodeKeys.h"
 #include "reports/Report.h"
 #include "resources/TextNames_w1.h"
-#include "views/CalibrationText.h"
 #include "views/CaptionHints.h"
 #include "views/LogWarnings.h"
 
