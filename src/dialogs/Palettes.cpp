@@ -129,7 +129,9 @@ public:
         if (!hasEdges_) return;
         if (control == CC_ComboBox || control == CC_SpinBox || control == CC_Slider) drawEdge(*option, *painter, false);
         if (control != CC_ScrollBar) return;
-        QStyleOption slider(*option);
+        QStyleOption slider;
+        slider.palette = option->palette;
+        slider.state = option->state;
         slider.rect = subControlRect(control, option, SC_ScrollBarSlider, widget);
         drawEdge(slider, *painter, false);
     }
