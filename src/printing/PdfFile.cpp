@@ -28,13 +28,13 @@ struct Cancelled {};
 
 // What a file says of itself. The same document at the same time of day has the same bytes.
 struct Origin {
-    std::string Title, Author, Program;
+    std::string Title, Author, Program, Language;
     CalendarTime Time; // local
 
     std::string date() const { return formatDate(Time, "yyyymmddhhnnss"); }
 
     std::string identity() const { // 32 hexadecimal digits
-        const std::string words = Title + "\n" + Author + "\n" + Program + "\n" + date();
+        const std::string words = Title + "\n" + Author + "\n" + Program + "\n" + Language + "\n" + date();
         return QCryptographicHash::hash(QByteArray::fromStdString(words), QCryptographicHash::Md5)
             .toHex()
             .toStdString();
@@ -150,7 +150,7 @@ std::string update(const SinkDevice& file, const Origin& origin) {
             "\n/Creator " + program + "\n/Producer " + program + "\n/CreationDate (D:" + origin.date() +
             ")\n/ModDate (D:" + origin.date() + ")\n>>\nendobj\n";
     const std::size_t rootAt = file.written() + text.size();
-    text += catalogue + "/Lang (en-GB)\n>>\nendobj\n";
+    text += catalogue + "/Lang (" + origin.Language + ")\n>>\nendobj\n";
     const std::size_t tableAt = file.written() + text.size();
     text += "xref\n" + infoNumber + " 1\n" + tenDigits(infoAt) + " 00000 n \n" + rootNumber + " 1\n" +
             tenDigits(rootAt) + " 00000 n \n";
@@ -197,7 +197,7 @@ void writeDocument(const Session& session, PagedDocument& document, const Paper&
                    const PageProgress& progress) {
     const Origin origin{document.Title(),
                         session.Options.CompanyName.empty() ? session.brand.CompanyName : session.Options.CompanyName,
-                        session.LoadText(Text::ProgramAndVersion), session.clock.now()};
+                        session.LoadText(Text::ProgramAndVersion), document.Language(), session.clock.now()};
     const SameOrder order;
     SinkDevice file(sink, origin);
     bool isWhole = false;

@@ -9,9 +9,11 @@ namespace {
 class TranslatedDocument : public PagedDocument {
 public:
     TranslatedDocument(Session& session, std::unique_ptr<PagedDocument> document) :
-        session_(session), document_(std::move(document)) {}
+        session_(session), document_(std::move(document)), language_(session.texts.Shown().Code) {}
 
     const std::string& Title() const override { return document_->Title(); }
+
+    std::string Language() const override { return language_ == "en" ? PagedDocument::Language() : language_; }
 
     std::size_t pageCount() const override { return document_->pageCount(); }
 
@@ -23,6 +25,7 @@ public:
 private:
     Session& session_;
     const std::unique_ptr<PagedDocument> document_;
+    const std::string language_;
 };
 
 } // namespace

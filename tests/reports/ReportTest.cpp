@@ -61,6 +61,7 @@ TEST(Report, SpeaksTheLanguageOfReportsWhateverTheProgramSpeaks) {
             return std::make_unique<Report>(ReportSubject{yard.file, yard.data, yard.log},
                                             ReportForm::CumulativeAndIntervals, Yard::kUpright);
         });
+        EXPECT_EQ(report->Language(), language);
         const RecordingPage page = recorded(*report, Yard::kUpright);
         Lines lines;
         for (std::size_t number = 0; number < page.pages; ++number)
