@@ -21,8 +21,8 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-constexpr std::string_view kLockName = "lock";
-constexpr std::string_view kBeingMade = ".new-"; // the beginning of the name of a folder that has no lock yet
+constexpr std::string_view kLockEnding = ".lock"; // beside the folder
+constexpr std::string_view kBeingMade = ".new-";  // the beginning of the name of a folder that has no lock yet
 
 std::string notePathOf(const std::string& copy) {
     return pathOf(copy).replace_extension(".json").string();
@@ -102,17 +102,16 @@ bool isAsItsFile(const std::string& copy, const CopyNote& note) {
     }
 }
 
-// Removes a folder whose lock is held, and gives the lock up. Some systems keep the file of a lock until then.
+// Removes a folder whose lock is held, and gives the lock up.
 void removeLocked(const std::string& folder, std::shared_ptr<FileLock>& lock) {
-    std::error_code ignored; // the lock is free then, and what stays is offered
+    std::error_code ignored; // what stays is offered, since the lock is free then
     fs::remove_all(pathOf(folder), ignored);
     lock.reset();
-    fs::remove(pathOf(folder), ignored);
 }
 
 std::shared_ptr<FileLock> lockOf(const std::string& folder) {
     try {
-        return FileLock::take(folder + "/" + std::string(kLockName));
+        return FileLock::take(folder + std::string(kLockEnding));
     } catch (const RuntimeError&) {
         return nullptr; // it cannot be told whether its program is running
     }
@@ -123,11 +122,19 @@ std::shared_ptr<FileLock> lockOf(const std::string& folder) {
 std::string KeptCopies::PathFor(int number, std::string_view extension) {
     if (folder_.empty()) {
         makeFolderOf(root_ + "x");
-        // It gets its name when its lock is held, so that nobody takes it for one that was left.
+        // It gets its name when its lock is held, so that nobody takes it for one that was left. The lock is beside it
+        // because some systems rename no folder that has an open file.
         const std::string made = makeUniqueFolder(root_ + std::string(kBeingMade));
-        lock_ = FileLock::take(made + "/" + std::string(kLockName));
         const std::string folder = root_ + made.substr(root_.size() + kBeingMade.size());
-        if (const int error = renameFile(made, folder); error != 0) raiseSystemError(error);
+        try {
+            lock_ = FileLock::take(folder + std::string(kLockEnding));
+            if (const int error = renameFile(made, folder); error != 0) raiseSystemError(error);
+        } catch (const RuntimeError&) {
+            std::error_code ignored; // the reason that is told is the one above
+            fs::remove(pathOf(made), ignored);
+            lock_.reset();
+            throw;
+        }
         folder_ = folder + "/";
     }
     return folder_ + std::to_string(number) + std::string(extension);
@@ -148,8 +155,8 @@ void KeptCopies::Remove(int number) {
 
 void KeptCopies::RemoveAll() {
     if (folder_.empty()) return;
-    removeLocked(folder_, lock_);
-    folder_.clear();
+    folder_.pop_back(); // the "/"
+    removeLocked(std::exchange(folder_, {}), lock_);
 }
 
 std::vector<LeftCopy> KeptCopies::Left() {
