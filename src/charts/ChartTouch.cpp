@@ -1,7 +1,9 @@
 #include "charts/ChartTouch.h"
 
 #include <QGestureEvent>
+#include <QGuiApplication>
 #include <QPinchGesture>
+#include <QStyleHints>
 #include <QTapAndHoldGesture>
 #include <QTouchEvent>
 #include <QWidget>
@@ -11,8 +13,10 @@ namespace kestrane {
 ChartTouch::ChartTouch(QWidget& chart, Hands hands) : QObject(&chart), chart_(chart), hands_(std::move(hands)) {
     chart.setAttribute(Qt::WA_AcceptTouchEvents);
     chart.grabGesture(Qt::PinchGesture);
-    chart.grabGesture(Qt::TapAndHoldGesture);
     chart.installEventFilter(this);
+    // The toolkit's own gesture for this would take a mouse that is held still in the middle of a drag for a finger.
+    resting_.setSingleShot(true);
+    connect(&resting_, &QTimer::timeout, this, [this] { hands_.AskMenu(restsAt_.toPoint()); });
 }
 
 // Touches are taken, so that the toolkit makes no mouse of the first finger, which would drag a rectangle.
@@ -21,6 +25,7 @@ bool ChartTouch::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::TouchBegin:
     case QEvent::TouchUpdate:
     case QEvent::TouchEnd:
+    case QEvent::TouchCancel:
         take(static_cast<QTouchEvent&>(*event));
         return true;
     case QEvent::Gesture:
@@ -33,10 +38,18 @@ bool ChartTouch::eventFilter(QObject* watched, QEvent* event) {
 
 void ChartTouch::take(QTouchEvent& event) {
     event.accept();
-    if (event.type() == QEvent::TouchBegin) hasSecond_ = false;
-    hasSecond_ = hasSecond_ || event.points().size() > 1;
-    if (event.type() != QEvent::TouchUpdate || hasSecond_) return;
+    const bool isFirst = event.type() == QEvent::TouchBegin;
+    hasSecond_ = (hasSecond_ && !isFirst) || event.points().size() > 1;
+    const bool isMoving = event.type() == QEvent::TouchUpdate && !hasSecond_;
+    if (!isFirst && !isMoving) return resting_.stop();
     const QEventPoint& finger = event.points().front();
+    if (isFirst) {
+        restsAt_ = finger.globalPosition();
+        resting_.start(QTapAndHoldGesture::timeout());
+        return;
+    }
+    if ((finger.globalPosition() - restsAt_).manhattanLength() > QGuiApplication::styleHints()->startDragDistance())
+        resting_.stop();
     if (finger.position().x() != finger.lastPosition().x())
         hands_.Move(finger.position().x() - finger.lastPosition().x());
 }
@@ -47,10 +60,6 @@ void ChartTouch::take(QGestureEvent& event) {
             hands_.Zoom(pinch->scaleFactor(), chart_.mapFromGlobal(pinch->centerPoint()));
         event.accept(Qt::PinchGesture);
     }
-    const auto* const hold = static_cast<QTapAndHoldGesture*>(event.gesture(Qt::TapAndHoldGesture));
-    if (hold == nullptr) return;
-    if (hold->state() == Qt::GestureFinished) hands_.AskMenu(hold->position().toPoint());
-    event.accept(Qt::TapAndHoldGesture);
 }
 
 } // namespace kestrane

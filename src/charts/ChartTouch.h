@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QPointF>
+#include <QTimer>
 
 #include <functional>
 
@@ -33,6 +34,8 @@ private:
     QWidget& chart_;
     Hands hands_;
     bool hasSecond_ = false; // since the first finger came down there was another
+    QTimer resting_;         // ends when the only finger has rested long enough
+    QPointF restsAt_;        // on the screen
 };
 
 } // namespace kestrane

@@ -243,6 +243,7 @@ void chaTab::press(const QMouseEvent& event) {
 
 void chaTab::point(const QMouseEvent& event) {
     if (!plot_->hasAxes()) return;
+    if (event.buttons() == Qt::NoButton) endDrag();
     if (isMarking_) {
         const auto before = marked_.rows();
         marked_.moveTo(plot_->axisArea().axis(QCPAxis::atBottom)->pixelToCoord(event.position().x()));
@@ -257,6 +258,15 @@ void chaTab::point(const QMouseEvent& event) {
         row = static_cast<std::size_t>(std::clamp(at, 0.0, static_cast<double>(content_->data.RowCount) - 1));
     }
     readAt(row, bandAt(plot_->axisArea().axis(QCPAxis::atLeft)->pixelToCoord(event.position().y())));
+}
+
+// The release of a button is not always told: a menu that opened meanwhile may have taken it.
+void chaTab::endDrag() {
+    isMarking_ = false;
+    plot_->selectionRect()->cancel();
+    if (!plot_->interactions().testFlag(QCP::iRangeDrag)) return;
+    plot_->setInteraction(QCP::iRangeDrag, false);
+    emit ViewChanged();
 }
 
 void chaTab::look(ChartView view) {

@@ -114,6 +114,7 @@ private:
 
     void press(const QMouseEvent& event);
     void point(const QMouseEvent& event);
+    void endDrag();
     void turnWheel(const QWheelEvent& event);
     void zoomInto(const QRect& rect);
     void moveBy(double pixels);

@@ -68,6 +68,11 @@ TEST(TouchingAChart, AFingerThatRestsAsksForTheMenu) {
     shown.settle();
     ASSERT_EQ(watch.places.size(), 1);
     EXPECT_LT((watch.places.front() - place).manhattanLength(), 5);
+
+    QTest::mousePress(shown.plot, Qt::LeftButton, {}, place); // a mouse that rests is in the middle of a drag
+    QTest::qWait(QTapAndHoldGesture::timeout() + 300);
+    QTest::mouseRelease(shown.plot, Qt::LeftButton, {}, place);
+    EXPECT_EQ(watch.places.size(), 1);
 }
 
 } // namespace

@@ -34,6 +34,17 @@ void drag(const ShownChart& shown, const QPoint& from, const QPoint& to, Qt::Key
     shown.settle();
 }
 
+// As a drag whose release something else has taken: the pointer goes on without a button.
+void dragAndLose(const ShownChart& shown, const QPoint& from, const QPoint& to, Qt::KeyboardModifiers keys) {
+    const auto move = [&](Qt::MouseButtons buttons, const QPoint& place) {
+        QMouseEvent event(QEvent::MouseMove, place, shown.plot->mapToGlobal(place), Qt::NoButton, buttons, keys);
+        QApplication::sendEvent(shown.plot, &event);
+    };
+    QTest::mousePress(shown.plot, Qt::LeftButton, keys, from);
+    move(Qt::LeftButton, to);
+    move(Qt::NoButton, from + QPoint(1, 1));
+}
+
 TEST(UsingAChart, TheReadOutFollowsThePointerAndTheKeys) {
     ShownChart shown(shiftChart());
     EXPECT_TRUE(shown.tab.readOut().isEmpty());
@@ -163,6 +174,10 @@ TEST(UsingAChart, ShiftMarksARangeWhereTheOwnerAllowsIt) {
     drag(shown, shown.at(200.5, 80), shown.at(300, 80), Qt::ShiftModifier); // takes hold of the end
     EXPECT_NEAR(static_cast<double>(marked().first), 100, 1);
     EXPECT_NEAR(static_cast<double>(marked().second), 300, 1);
+    dragAndLose(shown, shown.at(300.5, 80), shown.at(400, 80), Qt::ShiftModifier);
+    EXPECT_NEAR(static_cast<double>(marked().second), 400, 1) << "it follows no pointer without a button";
+    dragAndLose(shown, shown.at(20, 70), shown.at(90, 90), {});
+    EXPECT_FALSE(shown.plot->selectionRect()->isActive());
 
     QTest::keyClick(&shown.tab, Qt::Key_Escape);
     EXPECT_FALSE(shown.tab.markedRows());
