@@ -23,14 +23,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Whether a file is named as KeptTranscript names its own: by a time, with "+" for each that had the same.
+bool isTranscript(const fs::path& path) {
+    constexpr std::string_view kForm = "0000-00-00 00-00-00";
+    std::string name = path.stem().string();
+    std::ranges::replace_if(
+        name, [](char c) { return c > '0' && c <= '9'; }, '0');
+    return path.extension() == ".txt" && name.starts_with(kForm) &&
+           name.find_first_not_of('+', kForm.size()) == std::string::npos;
+}
+
+// Makes room for one more.
 void removeOldest(const std::string& folder) {
     std::vector<fs::path> files;
     std::error_code failed; // what cannot be removed stays
     for (fs::directory_iterator at(pathOf(folder), failed), end; !failed && at != end; at.increment(failed))
-        files.push_back(at->path());
-    if (files.size() <= KeptTranscript::kKept) return;
-    std::ranges::sort(files); // their names are times
-    for (std::size_t i = 0; i < files.size() - KeptTranscript::kKept; ++i)
+        if (isTranscript(at->path())) files.push_back(at->path());
+    std::ranges::sort(files, {}, [](const fs::path& path) { return path.stem(); }); // their names are times
+    for (std::size_t i = 0; i + KeptTranscript::kKept <= files.size(); ++i)
         fs::remove(files[i], failed);
 }
 
@@ -116,9 +126,9 @@ void KeptTranscript::begin() {
     } catch (const RuntimeError&) {
         return;
     }
+    removeOldest(folder); // before there is the new one, which is the oldest when the clock has been put back
     file_.open(pathOf(path + ".txt"), std::ios::binary | std::ios::trunc);
     file_ << notes_ << std::flush;
-    removeOldest(folder);
 }
 
 bool RecoverDownload(Session& session, const std::string& path) {

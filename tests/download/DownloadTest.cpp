@@ -227,10 +227,13 @@ TEST(DownloadTest, AnotherInstrumentIsNotReadOnInPlaceOfTheFirst) {
 
 TEST(DownloadTest, TheLastTranscriptsAreKept) {
     const TemporaryFolder folder;
+    std::filesystem::create_directories(folder.file("state/downloads"));
+    writeText(folder.file("state/downloads/0 notes.txt"), "the user's own");
     for (std::size_t i = 0; i < KeptTranscript::kKept + 3; ++i) {
         ScriptedDownload download;
         download.session.StateFolder = folder.file("state/");
-        download.clock.Time += static_cast<double>(i);
+        const bool isLast = i == KeptTranscript::kKept + 2;
+        download.clock.Time += isLast ? -9.0 : static_cast<double>(i); // the clock has been put back
         KeptTranscript kept(download.session);
         download.services.transcript = kept.Sink(download.services.transcript);
         connect(download.comm, brevik());
@@ -241,7 +244,8 @@ TEST(DownloadTest, TheLastTranscriptsAreKept) {
                   download.transcript);
     }
     const auto files = std::filesystem::directory_iterator(folder.file("state/downloads"));
-    EXPECT_EQ(std::distance(begin(files), end(files)), static_cast<std::ptrdiff_t>(KeptTranscript::kKept));
+    EXPECT_EQ(std::distance(begin(files), end(files)), static_cast<std::ptrdiff_t>(KeptTranscript::kKept) + 1);
+    EXPECT_TRUE(fileExists(folder.file("state/downloads/0 notes.txt")));
 }
 
 struct DownloadOutcomeTest : testing::Test, ScriptedDownload {};
