@@ -12,31 +12,7 @@
 
 namespace kestrane {
 
-namespace {
-
-// However a file is named, its lock has one name.
-std::string lockPathOf(const Session& session, const std::string& file) {
-    std::error_code failed;
-    const std::filesystem::path real = std::filesystem::weakly_canonical(pathOf(file), failed);
-    return session.StateFolder + "locks/" + sha256Of(failed ? file : real.string()) + ".lock";
-}
-
-} // namespace
-
-bool HoldFile(Session& session, const std::string& path, std::shared_ptr<FileLock>& held) {
-    if (session.StateFolder.empty()) return true;
-    held.reset();
-    try {
-        const std::string lock = lockPathOf(session, path);
-        makeFolderOf(lock);
-        held = FileLock::take(lock);
-        return held != nullptr;
-    } catch (const RuntimeError&) {
-        return true;
-    }
-}
-
-bool HoldFile(Session& session, clsFile& file) {
+bool HoldFile(const Session& session, clsFile& file) {
     return file.JustAcquired() || HoldFile(session, file.FileName, file.Held);
 }
 
@@ -46,16 +22,6 @@ bool MayOpen(Session& session, const std::string& path, std::shared_ptr<FileLock
         ReplaceText(session.LoadText(Text::OpenElsewhere), "^", path.substr(path.rfind('/') + 1));
     isReadOnly = session.ShowMessage(question, kButtonsYesNo | kIconQuestion) == Button::Yes;
     return isReadOnly;
-}
-
-bool IsHeldElsewhere(const Session& session, const std::string& path) {
-    if (session.StateFolder.empty()) return false;
-    try {
-        const std::string lock = lockPathOf(session, path);
-        return fileExists(lock) && FileLock::take(lock) == nullptr;
-    } catch (const RuntimeError&) {
-        return false;
-    }
 }
 
 OnConflict AskAboutConflict(Session& session, const std::string& path) {

@@ -1,28 +1,23 @@
 // Other programs and the files that are open here: another running copy of this program that has the same file open,
 // and any program that changes a file behind the back of its document. Nothing is watched, since that does not work on
-// network folders; the files are looked at when it matters. Needs the session's StateFolder; without one, nothing is
-// looked at.
+// network folders; the files are looked at when it matters.
 #pragma once
 
 #include "app/Documents.h"
+#include "model/FileHold.h"
 #include "model/Session.h"
-#include "platform/FileLock.h"
 
 #include <memory>
 #include <string>
 
 namespace kestrane {
 
-// Tells other running programs of this user that the file at path is open here, for as long as held lives. Returns
-// false when one of them has it open. Where no lock can be had it returns true.
-bool HoldFile(Session& session, const std::string& path, std::shared_ptr<FileLock>& held);
-bool HoldFile(Session& session, clsFile& file); // of a document; a download that was never saved has no file
+// Holds the file of a document; a download that was never saved has none.
+bool HoldFile(const Session& session, clsFile& file);
 
-// The same before a file is opened: when another running program has it open, the user is asked whether to open it for
+// Holds a file before it is opened: when another running program has it open, the user is asked whether to open it for
 // reading only. Returns false when it is not to be opened.
 bool MayOpen(Session& session, const std::string& path, std::shared_ptr<FileLock>& held, bool& isReadOnly);
-
-bool IsHeldElsewhere(const Session& session, const std::string& path); // by another running program
 
 enum class OnConflict {
     GoOn,   // the document may be saved over the file

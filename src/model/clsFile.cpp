@@ -1,9 +1,11 @@
 #include "model/clsFile.h"
 
+#include "model/FileHold.h"
 #include "model/Session.h"
 #include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
+#include "resources/TextNames_w5.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -51,12 +53,20 @@ void clsFile::RenameFile(const std::string& strNewFileName) {
     if (name.starts_with('.') || lastSeparator(name) == std::string::npos) {
         name = FileName.substr(0, lastSeparator(FileName) + 1) + name;
     }
+    const auto refuse = [this](const std::string& held) {
+        const std::string words = session_.LoadText(Text::RenameOpenElsewhere);
+        throw RuntimeError(EBUSY, ReplaceText(words, "^", held.substr(lastSeparator(held) + 1)));
+    };
+    if (ReadOnly) refuse(FileName);
     if (name != FileName && fileExists(name)) throw RuntimeError(EEXIST, std::strerror(EEXIST));
+    std::shared_ptr<FileLock> held = Held;
+    if (!HoldRenamed(session_, FileName, name, held)) refuse(name);
     if (const int error = renameFile(FileName, name); error != 0) raiseSystemError(error);
     const std::string history = historyNameOf(name);
     const bool isFree = !fileExists(history); // one that another document has left is never replaced
     if (isFree && renameFile(historyNameOf(FileName), history) == 0) History.DataFile = name;
     FileName = name;
+    Held = std::move(held);
 }
 
 void clsFile::append(const clsInsData& objInsData, bool blnCut, int intAfter) {

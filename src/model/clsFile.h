@@ -57,8 +57,8 @@ public:
     std::string ShortenedFileName() const; // the part behind the last "\" or "/"
 
     // Renames the file on disk with its history and assigns the name; before the first save it only assigns. A name
-    // that begins with "." or holds no path is taken to be in the same folder. Raises the system's error and leaves
-    // FileName unchanged; a file that exists under the new name is never replaced (EEXIST).
+    // that begins with "." or holds no path is in the same folder. Raises the system's error and leaves FileName as it
+    // was; a file is never replaced (EEXIST), and none is renamed that is open in another running program (EBUSY).
     void RenameFile(const std::string& strNewFileName);
 
     // Adds a copy of a collection and its logs behind the collection with InsDataId intAfter and behind the new ones

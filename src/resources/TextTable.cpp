@@ -2,6 +2,7 @@
 #include "resources/TextNames_w4.h"
 
 #include "resources/TextNames_w1.h"
+#include "resources/TextNames_w5.h"
 
 #include <algorithm>
 #include <iterator>
@@ -1183,6 +1184,8 @@ constexpr TextEntry Entries[] = {
     {Text::ShortCumulativeData, "Data"},
     {Text::OpeningFile, "Opening ^..."},
     {Text::FiguresWithoutUnread, "Some intervals of this log could not be read.  Its figures are made without them."},
+    // Files
+    {Text::RenameOpenElsewhere, "The file '^' is open in another running $."},
     // Quantity labels
     {Text::Peak, "Peak"},
     {Text::Lepd, "LEP,d"},

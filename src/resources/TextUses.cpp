@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 
+#include "resources/TextNames_w5.h"
 #include "resources/TextTable.h"
 
 namespace kestrane {
@@ -169,6 +170,7 @@ constexpr Text::Id kMessages[] = {
     Text::RecoveryFailed,
     Text::ChangedByAnother,
     Text::OpenElsewhere,
+    Text::RenameOpenElsewhere,
     Text::SettingsNotWritten,
     Text::CrashReported,
     Text::BackupMade,

@@ -1,5 +1,6 @@
 #include "app/OtherPrograms.h"
 
+#include "ErrorOf.h"
 #include "app/Assessments.h"
 #include "app/RunningProgram.h"
 #include "assessment/AssessmentFile.h"
@@ -50,6 +51,7 @@ TEST_F(OtherProgramsTest, SavingOverAChangedFileAsksFirst) {
 
     program.frame.Answers = {kSaveAs};
     EXPECT_TRUE(SaveFile(program.session, file, false, named(folder.file("b.xml"))));
+    EXPECT_EQ(program.session.RecentFiles, std::vector{folder.file("b.xml")});
     EXPECT_EQ(readText(path), sameLength);
     EXPECT_EQ(file.FileName, folder.file("b.xml"));
 
@@ -129,6 +131,26 @@ TEST_F(OtherProgramsTest, ASecondProgramIsToldAndOpensForReadingOnly) {
 
     program.session.OpenFiles.clear();
     EXPECT_FALSE(second.open(path).ReadOnly) << "nobody else has it open any more";
+}
+
+TEST_F(OtherProgramsTest, ARenamedFileIsHeldUnderItsNewNameOnly) {
+    clsFile& file = program.open(path);
+    const std::string renamed = folder.file("c.xml");
+    const auto isHeld = [&](const std::string& name) { return IsHeldElsewhere(program.session, name); };
+    editFileName(file, "c.xml");
+    EXPECT_TRUE(isHeld(renamed) && !isHeld(path));
+    EXPECT_TRUE(exchangeStep(program.session, &file, Direction::Undo));
+    EXPECT_TRUE(isHeld(path) && !isHeld(renamed));
+
+    RunningProgram second(folder.file("state/"));
+    second.messages.Answers = {Button::Yes};
+    EXPECT_EQ(errorOf([&] { editFileName(second.open(path), "c.xml"); }), EBUSY) << "it is open here";
+    writeText(renamed, kTwoRows);
+    clsFile& other = second.open(renamed);
+    fs::remove(renamed); // but it is still open there
+    EXPECT_EQ(errorOf([&] { editFileName(file, "c.xml"); }), EBUSY);
+    EXPECT_TRUE(isHeld(path) && fs::exists(path)) << "nothing was renamed";
+    EXPECT_EQ(other.FileName, renamed);
 }
 
 TEST_F(OtherProgramsTest, AnAssessmentIsNotSavedOverAnotherOneUnasked) {
