@@ -182,8 +182,10 @@ bool SaveAssessment(Session& session, AssessmentDocument& document, bool bSaveAs
         session.ShowMessage(saveErrorText(session, error, path), kIconExclamation);
         return false;
     }
-    if (bSaveAs) document.ReadOnly = !HoldFile(session, path, document.Held);
-    rememberRecentFile(session, path);
+    if (bSaveAs) {
+        document.ReadOnly = !HoldFile(session, path, document.Held);
+        rememberRecentFile(session, path);
+    }
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include "files/HistoryFile.h"
 #include "files/Loaders.h"
 #include "files/XmlWriter.h"
+#include "model/BusyFrame.h"
 #include "model/SettingsText.h"
 #include "platform/FileStamp.h"
 #include "platform/Files.h"
@@ -70,7 +71,7 @@ void waitFor(Session& session, const std::function<void()>& job,
     if (session.server == nullptr) return job();
     std::exception_ptr raised;
     bool isDone = false;
-    session.frame->SetBusy(true);
+    const BusyFrame busy(*session.frame);
     const auto work = session.server->Run(
         [&] {
             try {
@@ -82,7 +83,6 @@ void waitFor(Session& session, const std::function<void()>& job,
         [&isDone] { isDone = true; });
     if (watch) watch([&isDone] { return isDone; });
     session.pump.runUntil([&] { return isDone; });
-    session.frame->SetBusy(false);
     if (raised) std::rethrow_exception(raised);
 }
 
@@ -98,9 +98,8 @@ void recalculate(const clsFile& file, bool bForce) {
         return isRecalculating;
     };
     if (!isBusy()) return;
-    session.frame->SetBusy(true);
+    const BusyFrame busy(*session.frame);
     session.pump.runUntil([&] { return !isBusy(); });
-    session.frame->SetBusy(false);
 }
 
 // The logs whose exposure rows the user has edited and which are not saved with these rows.
@@ -345,8 +344,12 @@ void rememberRecentFile(Session& session, const std::string& name) {
     std::erase_if(session.RecentFiles, [&](const std::string& recent) { return isSameFile(recent, name); });
     session.RecentFiles.insert(session.RecentFiles.begin(), name);
     if (session.RecentFiles.size() > kRecentFiles) session.RecentFiles.resize(kRecentFiles);
-    for (std::size_t i = 0; i < session.RecentFiles.size(); ++i)
-        session.state->write(kPreferences, recentFileKey(static_cast<int>(i) + 1), session.RecentFiles[i]);
+    try {
+        for (std::size_t i = 0; i < session.RecentFiles.size(); ++i)
+            session.state->write(kPreferences, recentFileKey(static_cast<int>(i) + 1), session.RecentFiles[i]);
+    } catch (const RuntimeError&) {
+        // It is remembered until the program ends; what was to be opened or saved must not fail for that.
+    }
 }
 
 std::string fileNameOf(std::string title) {
@@ -408,6 +411,7 @@ Saved saveOrRaise(Session& session, clsFile& file, bool bSaveAs, const AskSaveNa
     writeNamed(session, file);
     if (needsName) {
         file.ReadOnly = !HoldFile(session, file);
+        rememberRecentFile(session, file.FileName);
         session.frame->RebuildExplorerTrees();
     }
     session.frame->EnableMenusAndButtons();
@@ -470,12 +474,10 @@ bool CloseFiles(Session& session, clsFile* objThisFile, const AskSaveName& askNa
     if (!files.empty() && !session.frame->WaitUntil(session.pump, session.LoadText(Text::SavedWhenLoaded), isIdle))
         return false;
     for (clsFile* file : files) {
-        const std::string nameBefore = file->FileName;
         Saved saved = save(session, *file, false, askName);
         while (saved == Saved::Failed)
             saved = save(session, *file, true, askName); // another place may have room for it
         if (saved == Saved::No) return false;
-        if (file->FileName != nameBefore) rememberRecentFile(session, file->FileName);
     }
     return true;
 }

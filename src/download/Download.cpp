@@ -6,6 +6,7 @@
 #include "download/Identify.h"
 #include "download/MerrowanLogs.h"
 #include "download/TallixLogs.h"
+#include "model/BusyFrame.h"
 #include "model/InstrumentFamilies.h"
 #include "model/LogParameters.h"
 #include "platform/Format.h"
@@ -119,20 +120,6 @@ void takeIn(clsInsData& data, clsInsData& read) {
     for (const LogMode mode : kLogModes)
         std::ranges::move(read.logsOf(mode), std::back_inserter(data.logsOf(mode)));
 }
-
-// While this object lives, the frame shows that it accepts no command.
-class BusyFrame {
-public:
-    explicit BusyFrame(Frame& frame) : frame_(frame) { frame_.SetBusy(true); }
-
-    ~BusyFrame() { frame_.SetBusy(false); }
-
-    BusyFrame(const BusyFrame&) = delete;
-    BusyFrame& operator=(const BusyFrame&) = delete;
-
-private:
-    Frame& frame_;
-};
 
 void finishLogs(Session& session, clsInsData& data) {
     const BusyFrame busy(*session.frame);

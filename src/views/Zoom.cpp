@@ -2,6 +2,7 @@
 
 #include "calc/ExposureTime.h"
 #include "calc/Recalculation.h"
+#include "model/BusyFrame.h"
 #include "model/LogParameters.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
@@ -13,10 +14,9 @@ namespace {
 
 void recalculate(clsLog& log) {
     Session& session = log.session();
-    session.frame->SetBusy(true);
+    const BusyFrame busy(*session.frame);
     RecalcValues(log, kCalcAfterZoom);
     session.pump.runUntil([&log] { return !log.IntervalsRecalculating; });
-    session.frame->SetBusy(false);
 }
 
 } // namespace
