@@ -48,8 +48,7 @@ std::string pictureName(const Session& session, const std::string& title, const 
     return session.Options.DefaultDataDirectory + fileNameOf(title) + choice.Ending;
 }
 
-bool exportPicture(Session& session, const PictureChoice& choice, std::string path, const SavePicture& save) {
-    if (pictureEnding(path) != choice.Ending) path += choice.Ending;
+bool exportPicture(Session& session, const PictureChoice& choice, const std::string& path, const SavePicture& save) {
     try {
         save(path, choice.Size());
     } catch (const RuntimeError& error) {

@@ -28,9 +28,9 @@ PictureChoice readPictureChoice(const SettingsStore& store);
 // The proposal for the name of a chart's picture.
 std::string pictureName(const Session& session, const std::string& title, const PictureChoice& choice);
 
-// Calls save with the name, which gets the ending of the choice where it has another, and the size; then remembers the
-// choice. Returns false, after a message, when the picture could not be written. The choice must be possible.
+// Calls save with the name, which has the ending of the choice, and the size; then remembers the choice. Returns false,
+// after a message, when the picture could not be written. The choice must be possible.
 using SavePicture = std::function<void(const std::string& path, const PictureSize& size)>;
-bool exportPicture(Session& session, const PictureChoice& choice, std::string path, const SavePicture& save);
+bool exportPicture(Session& session, const PictureChoice& choice, const std::string& path, const SavePicture& save);
 
 } // namespace kestrane

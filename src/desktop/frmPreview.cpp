@@ -1,6 +1,7 @@
 #include "desktop/frmPreview.h"
 
 #include "app/Documents.h"
+#include "dialogs/AskDialogs.h"
 #include "dialogs/Words.h"
 #include "platform/RuntimeError.h"
 #include "printing/PdfFile.h"
@@ -9,7 +10,6 @@
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
@@ -273,15 +273,14 @@ bool frmPreview::eventFilter(QObject* watched, QEvent* event) {
 
 void frmPreview::savePdf() {
     const QString start = shown(session_.Options.DefaultDataDirectory + fileNameOf(document_->Title())) + ".pdf";
-    QString name = QFileDialog::getSaveFileName(this, loadText(session_, Text::SaveAsPdfTitle), start,
-                                                fileFilter(session_.LoadText(Text::PdfFilter)));
-    if (name.isEmpty()) return;
-    if (QFileInfo(name).suffix().isEmpty()) name += ".pdf";
+    const auto name = askSaveName(session_, this, loadText(session_, Text::SaveAsPdfTitle), start,
+                                  fileFilter(session_.LoadText(Text::PdfFilter)), "pdf");
+    if (!name) return;
     PrintProgress progress(session_, this);
     try {
-        writePdf(session_, *document_, *paper_, name.toStdString(), progress.function());
+        writePdf(session_, *document_, *paper_, *name, progress.function());
     } catch (const RuntimeError& error) {
-        session_.ShowMessage(saveErrorText(session_, error, name.toStdString()), kIconExclamation);
+        session_.ShowMessage(saveErrorText(session_, error, *name), kIconExclamation);
     }
 }
 

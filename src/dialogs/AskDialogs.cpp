@@ -1,9 +1,11 @@
 #include "dialogs/AskDialogs.h"
 
 #include "dialogs/Words.h"
+#include "platform/Files.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -73,6 +75,25 @@ std::size_t chooseAnswer(const Session& session, const std::string& question, co
     box.setEscapeButton(cancel);
     box.exec();
     return static_cast<std::size_t>(std::ranges::find(answers, box.clickedButton()) - answers.begin());
+}
+
+std::optional<std::string> askSaveName(Session& session, QWidget* parent, const QString& title, const QString& proposal,
+                                       const QString& filter, const QString& ending) {
+    QString name = proposal;
+    while (true) {
+        QFileDialog dialog(parent, title, name, filter);
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setDefaultSuffix(ending);
+        dialog.selectFile(name);
+        if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+        name = dialog.selectedFiles().front();
+        if (name.endsWith('.' + ending, Qt::CaseInsensitive)) return name.toStdString();
+        name += '.' + ending; // the dialog has asked about the other name
+        const std::string path = name.toStdString();
+        const std::string question = ReplaceText(session.LoadText(Text::ExportAskReplace), "^", path);
+        if (!fileExists(path) || session.ShowMessage(question, kButtonsYesNo | kIconQuestion) == Button::Yes)
+            return path;
+    }
 }
 
 } // namespace kestrane

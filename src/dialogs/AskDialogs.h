@@ -3,6 +3,11 @@
 
 #include "model/Session.h"
 
+#include <QString>
+
+#include <optional>
+#include <string>
+
 class QWidget;
 
 namespace kestrane {
@@ -15,5 +20,11 @@ AskChoice choiceDialog(const Session& session, QWidget* parent);
 // the last one for Cancel. Enter gives the first answer.
 std::size_t chooseAnswer(const Session& session, const std::string& question, const std::vector<std::string>& captions,
                          QWidget* parent);
+
+// Asks for the name of a file that is to be written, with a proposal and a filter as the toolkit takes them. A name
+// with another ending than this one ("png") gets it, too. Returns nothing when the user cancelled, and never the name
+// of a file that the user would not have replaced.
+std::optional<std::string> askSaveName(Session& session, QWidget* parent, const QString& title, const QString& proposal,
+                                       const QString& filter, const QString& ending);
 
 } // namespace kestrane

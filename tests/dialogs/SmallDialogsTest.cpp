@@ -9,6 +9,7 @@
 #include "dialogs/frmSimpleEdit.h"
 #include "dialogs/frmSplash.h"
 #include "model/clsLog.h"
+#include "platform/TemporaryFolder.h"
 
 #include <QFileDialog>
 #include <QLabel>
@@ -19,6 +20,25 @@
 
 namespace kestrane {
 namespace {
+
+TEST(SaveName, AFileIsReplacedOnlyWhenTheUserAgreesToTheWholeName) {
+    TestSession test;
+    const TemporaryFolder folder;
+    const QString name = QString::fromStdString(folder.file("chart.v1"));
+    writeText(folder.file("chart.v1.png"), "kept");
+    test.messages.Answers = {Button::No, Button::Yes};
+    const auto enter = [&name](QDialog& dialog) {
+        auto& field = control<QLineEdit>(dialog, "fileNameEdit");
+        field.setText(name);
+        QTest::keyClick(&field, Qt::Key_Return);
+    };
+    onDialog([&](QDialog& dialog) {
+        onDialog(enter); // it asks again
+        enter(dialog);
+    });
+    EXPECT_EQ(askSaveName(test.session, nullptr, "Save", name, "PNG (*.png)", "png"), folder.file("chart.v1.png"));
+    EXPECT_EQ(test.messages.Boxes.size(), 2U);
+}
 
 TEST(ExpTime, AsksUntilTheTimeIsGood) {
     TestSession test;
