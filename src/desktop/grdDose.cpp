@@ -320,6 +320,13 @@ void grdDose::Paste() {
     tell(outcome.Refused == 0 ? std::string() : ReplaceText(session_.LoadText(Text::EntriesNotTaken), "^", refused));
 }
 
+void grdDose::CommitCell() {
+    QWidget* const editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+    if (editor == nullptr) return;
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
 // While the grid has the focus, it handles the keys for the clipboard and for editing itself.
 bool grdDose::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride) {

@@ -61,6 +61,7 @@ public:
     bool HasSelection() const;         // of more cells than just the current one
     std::string SelectionText() const; // the selected cells, with tabs between them and CR LF behind rows
     void Paste();
+    void CommitCell(); // ends the editing of a cell, if there is one, with its entry
 
 signals:
     void CurrentRowChanged();

@@ -7,6 +7,7 @@
 #include "desktop/StartPage.h"
 #include "desktop/assessment/frmAssessment.h"
 #include "desktop/frmExplorer.h"
+#include "desktop/grdDose.h"
 #include "desktop/pages/ComparisonPage.h"
 #include "desktop/pages/TimePage.h"
 #include "desktop/tabLog.h"
@@ -465,7 +466,7 @@ void mdiMain::LogValuesChanged(const clsLog& log) {
 
 // Whether a dialog waits for the user, or the user for the program.
 bool mdiMain::isAnswering() const {
-    return isBusy_ || QApplication::activeModalWidget() != nullptr;
+    return busy_ > 0 || QApplication::activeModalWidget() != nullptr;
 }
 
 // Shows logs whose rows have come. While a command is working on a view, this is postponed.
@@ -476,8 +477,7 @@ void mdiMain::showWaiting() {
 }
 
 void mdiMain::SetBusy(bool isBusy) {
-    if (isBusy == isBusy_) return;
-    isBusy_ = isBusy;
+    busy_ += isBusy ? 1 : -1;
     if (isBusy) {
         QApplication::setOverrideCursor(Qt::WaitCursor);
     } else {
@@ -510,7 +510,7 @@ bool mdiMain::eventFilter(QObject* watched, QEvent* event) {
         openHelp(helpTopicOf(qobject_cast<QWidget*>(watched)));
         return true;
     }
-    if (!isUserInput(event->type()) || !(isBusy_ || isHeldBack(watched)))
+    if (!isUserInput(event->type()) || !(busy_ > 0 || isHeldBack(watched)))
         return QMainWindow::eventFilter(watched, event);
     event->ignore();
     return true;
@@ -536,6 +536,7 @@ void mdiMain::dropEvent(QDropEvent* event) {
 }
 
 void mdiMain::closeEvent(QCloseEvent* event) {
+    commitCells();
     const std::vector<frmAssessment*> open = assessments();
     const bool areClosed = std::ranges::all_of(open, &frmAssessment::MayClose);
     if (!areClosed || !CloseFiles(session_, nullptr, saveName())) {
@@ -546,6 +547,12 @@ void mdiMain::closeEvent(QCloseEvent* event) {
     saveState();
     event->accept();
     emit Closed();
+}
+
+// What is being typed into an exposure grid counts.
+void mdiMain::commitCells() {
+    for (grdDose* grid : findChildren<grdDose*>())
+        grid->CommitCell();
 }
 
 // The state of the tool bar is written under a key that is never read, so it is always visible at start; that is meant.

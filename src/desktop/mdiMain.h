@@ -135,6 +135,7 @@ private:
     void copyData(bool valuesOnly);
     void showFind();
     void findNext();
+    void commitCells();
     void saveState();
     void savePlace(); // of the window
     void followColours();
@@ -155,7 +156,7 @@ private:
     std::map<Panel, QLabel*> panels_;
     QToolBar* tbToolBar_;
     std::optional<int> treeWidth_; // pixels; nothing until the user has chosen a width
-    bool isBusy_ = false;
+    int busy_ = 0;                 // so many have said that they are at long work
     bool isShowingChecks_ = false; // code is setting the marks of commands, which gives none
     bool isAtWork_ = false;        // while a command is working, including the event loops that it runs
     QTimer waiting_;               // looks again for logs to show

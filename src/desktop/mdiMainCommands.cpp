@@ -17,6 +17,7 @@
 #include "desktop/pages/ExposurePage.h"
 #include "desktop/pages/TimePage.h"
 #include "desktop/tabLog.h"
+#include "dialogs/AskDialogs.h"
 #include "dialogs/DownloadDialogs.h"
 #include "dialogs/HPDProgressDialog.h"
 #include "dialogs/Palettes.h"
@@ -29,6 +30,7 @@
 #include "dialogs/frmOptions.h"
 #include "dialogs/frmTour.h"
 #include "explorer/NodeKeys.h"
+#include "model/BusyFrame.h"
 #include "model/LogTime.h"
 #include "platform/CrashReport.h"
 #include "platform/Files.h"
@@ -312,6 +314,7 @@ void mdiMain::deleteDisplayed() {
 }
 
 void mdiMain::closeAll() {
+    commitCells();
     CloseFile(session_, nullptr, saveName());
 }
 
@@ -399,6 +402,7 @@ void mdiMain::addToAssessment() {
 }
 
 void mdiMain::saveSelected(bool bSaveAs) {
+    commitCells();
     if (frmAssessment* const assessment = activeAssessment(); assessment != nullptr) return assessment->Save(bSaveAs);
     clsFile* const file = resolve(session_, menuState().SelectedKey).file;
     if (file == nullptr) return;
@@ -406,6 +410,7 @@ void mdiMain::saveSelected(bool bSaveAs) {
 }
 
 void mdiMain::closeSelected() {
+    commitCells();
     if (const frmAssessment* const assessment = activeAssessment(); assessment != nullptr) {
         assessment->parentWidget()->close();
         return;
@@ -423,12 +428,8 @@ std::optional<std::string> mdiMain::askSaveName(const std::string& proposal, Tex
     const QString name = QFileInfo(shown(proposal)).isAbsolute()
                              ? shown(proposal)
                              : QDir(shown(session_.Options.DefaultDataDirectory)).filePath(shown(proposal));
-    QFileDialog dialog(this, loadPlainText(session_, Text::CommandSave), name, fileFilter(session_.LoadText(filter)));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QLatin1String(suffix));
-    dialog.selectFile(name);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    return dialog.selectedFiles().front().toStdString();
+    return kestrane::askSaveName(session_, this, loadPlainText(session_, Text::CommandSave), name,
+                                 fileFilter(session_.LoadText(filter)), QLatin1String(suffix));
 }
 
 void mdiMain::askExposureTime() {
@@ -487,9 +488,8 @@ void mdiMain::applySettings(const SettingsChanges& changes, frmExplorer* opener)
 }
 
 void mdiMain::copyData(bool valuesOnly) {
-    SetBusy(true); // a table may be long
+    const BusyFrame busy(*this); // a table may be long
     QtClipboard().Set(activeExplorer()->LogTabs().CopyData(valuesOnly));
-    SetBusy(false);
 }
 
 void mdiMain::showFind() {

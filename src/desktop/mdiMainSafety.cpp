@@ -37,8 +37,8 @@ void mdiMain::watchUnsaved() {
     connect(&opening_, &QTimer::timeout, this, &mdiMain::openHandedOver);
     looking_.setSingleShot(true);
     connect(&looking_, &QTimer::timeout, this, [this] {
-        if (!isBusy_) recovery_.Look();
-        looking_.start(isBusy_ ? kBusyAgain : std::chrono::seconds(Recovery::kSecondsBetweenLooks));
+        if (busy_ == 0) recovery_.Look();
+        looking_.start(busy_ > 0 ? kBusyAgain : std::chrono::seconds(Recovery::kSecondsBetweenLooks));
     });
     looking_.start(std::chrono::seconds(Recovery::kSecondsBetweenLooks));
 }
@@ -105,7 +105,7 @@ void mdiMain::followColours() {
         this,
         [this] {
             for (frmAssessment* assessment : assessments())
-                assessment->Refresh();
+                assessment->ShowResult();
         },
         Qt::QueuedConnection); // when they have the colours, too
 }

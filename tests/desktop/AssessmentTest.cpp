@@ -141,7 +141,9 @@ TEST(AssessmentWindow, IsOpenedSavedAndClosedLikeADataFile) {
         EXPECT_EQ(desk.bytesOf(kWelders) != before, isSaved);
     }
     desk.command("New Assessment").trigger();
-    desk.clickButton("cmdGroup");
+    auto& typed = *desk.window().findChild<QLineEdit*>("documentField1");
+    typed.setFocus();
+    type(typed, "Still being typed");
     desk.answer({Button::Cancel});
     EXPECT_FALSE(desk.frame->close());
     EXPECT_EQ(desk.asked(), "Do you want to save the changes made to 'Untitled'");

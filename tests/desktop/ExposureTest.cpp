@@ -57,6 +57,16 @@ struct ExposureDesk : Desk {
     }
 };
 
+TEST(Exposures, ACellThatIsBeingTypedCountsWhenTheWindowIsClosed) {
+    ExposureDesk desk;
+    desk.go(0, kNote);
+    QTest::keyClick(&desk.grid(), 'p');
+    QTest::keyClicks(QApplication::focusWidget(), "ress");
+    desk.answer({Button::Cancel});
+    EXPECT_FALSE(desk.frame->close());
+    EXPECT_EQ(desk.cell(0, kNote), "press");
+}
+
 TEST(Exposures, BeginWithTheLogsRowAndAreEditedLikeASpreadsheet) {
     ExposureDesk desk;
     ASSERT_EQ(desk.grid().model()->rowCount(), 2);

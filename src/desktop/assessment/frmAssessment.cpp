@@ -6,6 +6,7 @@
 #include "dialogs/HandySplitter.h"
 #include "dialogs/Icons.h"
 #include "dialogs/Words.h"
+#include "model/BusyFrame.h"
 #include "protection/ProtectorDatabase.h"
 #include "reports/AssessmentReport.h"
 #include "reports/ReportLanguage.h"
@@ -140,10 +141,9 @@ void frmAssessment::Refresh() {
 void frmAssessment::readDataFiles() {
     const std::size_t files = measured_.unread(document_.Now(), document_.Path()).size();
     if (files < kManyFiles) {
-        session_.frame->SetBusy(files > 0);
-        ReadDataFiles(session_, document_, measured_, [](std::size_t, std::size_t) { return true; });
-        session_.frame->SetBusy(false);
-        return;
+        std::optional<BusyFrame> busy;
+        if (files > 0) busy.emplace(*session_.frame);
+        return ReadDataFiles(session_, document_, measured_, [](std::size_t, std::size_t) { return true; });
     }
     QProgressDialog progress(QString(), loadPlainText(session_, Text::Cancel), 0, static_cast<int>(files), this);
     progress.setObjectName("frmReading");
@@ -176,8 +176,12 @@ void frmAssessment::showSelected() {
     cmdDay_->setEnabled(hasGroup());
     cmdRemove_->setEnabled(place.has_value());
     cmdTakeFile_->setEnabled(place && place->Kind == AssessmentKind::Rows);
-    result_->Show(hasGroup() ? &results_[group()] : nullptr);
+    ShowResult();
     if (hasGroup()) groupForm_->Show(groupFields(session_, document_.Now(), group(), protectors()));
+}
+
+void frmAssessment::ShowResult() {
+    result_->Show(group() < results_.size() ? &results_[group()] : nullptr);
 }
 
 std::vector<std::string> frmAssessment::protectors() const {
@@ -262,11 +266,11 @@ void frmAssessment::LookForOtherPrograms() {
 }
 
 bool frmAssessment::MayClose() {
+    CommitEntries();
     return MayCloseAssessment(session_, document_, askName_);
 }
 
 void frmAssessment::closeEvent(QCloseEvent* event) {
-    CommitEntries();
     MayClose() ? event->accept() : event->ignore();
 }
 

@@ -36,7 +36,7 @@ public:
     std::unique_ptr<PagedDocument> Report(const PageMetrics& paper) const;
 
     void Save(bool bSaveAs);
-    bool MayClose(); // asks to save changes
+    bool MayClose(); // asks to save changes, among them what is being typed
     void Exchange(Direction direction);
     void AddSample(const LogSample& sample); // to what is selected
     void CommitEntries();                    // what is being typed counts
@@ -45,6 +45,8 @@ public:
 
     // Reads the data files that are needed, and computes and shows everything.
     void Refresh();
+
+    void ShowResult(); // as it was computed, in the colours of the moment
 
 signals:
     void StateChanged();                               // the frame's menus follow
