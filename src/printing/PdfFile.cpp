@@ -182,6 +182,13 @@ QByteArray metadata(const Origin& origin) {
         .toUtf8();
 }
 
+// As files name a language. The English is that of Britain.
+std::string languageOf(const Session& session, const PagedDocument& document) {
+    const std::string code = document.Language();
+    const std::string language(code.empty() ? session.texts.Shown().Code : code);
+    return language == "en" ? "en-GB" : language;
+}
+
 // The toolkit writes the fonts of a file in the order of a hash table, which is another one each time unless it is
 // told.
 struct SameOrder {
@@ -197,7 +204,7 @@ void writeDocument(const Session& session, PagedDocument& document, const Paper&
                    const PageProgress& progress) {
     const Origin origin{document.Title(),
                         session.Options.CompanyName.empty() ? session.brand.CompanyName : session.Options.CompanyName,
-                        session.LoadText(Text::ProgramAndVersion), document.Language(), session.clock.now()};
+                        session.LoadText(Text::ProgramAndVersion), languageOf(session, document), session.clock.now()};
     const SameOrder order;
     SinkDevice file(sink, origin);
     bool isWhole = false;

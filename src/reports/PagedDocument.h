@@ -16,8 +16,8 @@ public:
 
     virtual const std::string& Title() const = 0;
 
-    // The language of its words, as files name languages.
-    virtual std::string Language() const { return "en-GB"; }
+    // The code of the language of its words; empty: that of the program.
+    virtual std::string Language() const { return {}; }
 
     virtual std::size_t pageCount() const = 0;                       // at least 1
     virtual void drawPage(PageDevice& device, std::size_t page) = 0; // counted from 0

@@ -13,7 +13,7 @@ public:
 
     const std::string& Title() const override { return document_->Title(); }
 
-    std::string Language() const override { return language_ == "en" ? PagedDocument::Language() : language_; }
+    std::string Language() const override { return language_; }
 
     std::size_t pageCount() const override { return document_->pageCount(); }
 
