@@ -79,6 +79,14 @@ QRect rectOf(const Placement& placement) {
     return {placement.Left, placement.Top, placement.Width, placement.Height};
 }
 
+constexpr const char* kWaiting = "frmWaiting";
+
+// Whether the dialog is open that can end a wait.
+bool isWaitingShown() {
+    const QWidget* const dialog = QApplication::activeModalWidget();
+    return dialog != nullptr && dialog->objectName() == QLatin1String(kWaiting);
+}
+
 bool isUserInput(QEvent::Type type) {
     constexpr QEvent::Type kInput[] = {QEvent::MouseButtonPress,
                                        QEvent::MouseButtonRelease,
@@ -488,7 +496,7 @@ void mdiMain::SetBusy(bool isBusy) {
 bool mdiMain::WaitUntil(EventPump& pump, const std::string& what, const std::function<bool()>& isDone) {
     if (isDone()) return true;
     QProgressDialog progress(shown(what), loadPlainText(session_, Text::Cancel), 0, 0, this);
-    nameControl(progress, "frmWaiting", progress.labelText());
+    nameControl(progress, kWaiting, progress.labelText());
     progress.setWindowTitle(windowTitle());
     progress.setWindowModality(Qt::ApplicationModal);
     progress.show();
@@ -510,7 +518,7 @@ bool mdiMain::eventFilter(QObject* watched, QEvent* event) {
         openHelp(helpTopicOf(qobject_cast<QWidget*>(watched)));
         return true;
     }
-    if (!isUserInput(event->type()) || !(busy_ > 0 || isHeldBack(watched)))
+    if (!isUserInput(event->type()) || !((busy_ > 0 && !isWaitingShown()) || isHeldBack(watched)))
         return QMainWindow::eventFilter(watched, event);
     event->ignore();
     return true;
