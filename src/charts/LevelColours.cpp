@@ -18,7 +18,7 @@ QRgb levelColour(double part) {
     const double place = std::clamp(part, 0.0, 1.0) * static_cast<double>(kStops.size() - 1);
     const auto below = std::min(static_cast<std::size_t>(place), kStops.size() - 2);
     const double share = place - static_cast<double>(below);
-    const auto mixed = [&](auto component) {
+    const auto mixed = [&](int (*component)(QRgb)) {
         const int from = component(kStops[below]);
         return static_cast<int>(std::lround(from + share * (component(kStops[below + 1]) - from)));
     };
