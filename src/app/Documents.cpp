@@ -15,7 +15,6 @@
 #include "platform/OutOfMemory.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
-#include "resources/TextNames_w4.h"
 #include "server/KestraneThread.h"
 #include "server/LogLoading.h"
 

@@ -14,7 +14,6 @@
 #include "dialogs/Words.h"
 #include "explorer/NodeKeys.h"
 #include "reports/Report.h"
-#include "resources/TextNames_w1.h"
 #include "views/CaptionHints.h"
 #include "views/LogWarnings.h"
 

@@ -4,7 +4,6 @@
 #include "explorer/NodeKeys.h"
 #include "model/InEnglish.h"
 #include "platform/RuntimeError.h"
-#include "resources/TextNames_w4.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,5 @@
 #include "model/Captions.h"
 
-#include "resources/TextNames_w1.h"
-
 namespace kestrane {
 
 std::string withColon(const Session& session, const std::string& caption) {

@@ -1157,6 +1157,21 @@ enum Id : int {
     HintLepd = 9267,
     HintHPD = 9268,
     LepdMeaning = 9269,
+    WithColon = 9300,
+    // What the print preview of a dialog offers
+    PrintedChart = 9301,
+    PrintedTable = 9302,
+    // Short captions of tabs
+    ShortIntervalsTable = 9310,
+    ShortIntervalsGraph = 9311,
+    ShortCumulativeGraph = 9312,
+    ShortNoiseRating = 9313,
+    ShortCompareHPD = 9314,
+    ShortCumulativeData = 9315,
+    HistoryRecalculatedOnOpening = 9205,
+    OpeningFile = 9390,
+    FiguresWithoutUnread = 9391,
+    RenameOpenElsewhere = 9400,
 };
 
 } // namespace kestrane::Text

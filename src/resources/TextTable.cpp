@@ -1,8 +1,4 @@
 #include "resources/TextTable.h"
-#include "resources/TextNames_w4.h"
-
-#include "resources/TextNames_w1.h"
-#include "resources/TextNames_w5.h"
 
 #include <algorithm>
 #include <iterator>

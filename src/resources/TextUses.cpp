@@ -1,5 +1,4 @@
 // What the texts are for. A text that is in no list is shown.
-#include "resources/TextNames_w4.h"
 #include <algorithm>
 #include <array>
 #include <iterator>

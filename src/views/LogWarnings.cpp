@@ -1,7 +1,6 @@
 #include "views/LogWarnings.h"
 
 #include "model/Session.h"
-#include "resources/TextNames_w4.h"
 #include "views/CalibrationText.h"
 
 namespace kestrane {

@@ -13,7 +13,6 @@
 #include "platform/desktop/QtClipboard.h"
 #include "printing/Printer.h"
 #include "reports/Report.h"
-#include "resources/TextNames_w1.h"
 #include "views/RowTimes.h"
 
 #include <QBoxLayout>
