@@ -14,7 +14,7 @@ std::string withoutColon(std::string caption) {
     if (!caption.ends_with(':')) return caption;
     caption.pop_back();
     for (const std::string_view space : {" ", "\u00A0", "\u202F"})
-        if (caption.ends_with(space)) caption.resize(caption.size() - space.size());
+        if (caption.ends_with(space)) caption.erase(caption.size() - space.size());
     return caption;
 }
 
