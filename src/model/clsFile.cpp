@@ -5,7 +5,6 @@
 #include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/RuntimeError.h"
-#include "resources/TextNames_w5.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -3,7 +3,6 @@
 #include <array>
 #include <iterator>
 
-#include "resources/TextNames_w5.h"
 #include "resources/TextTable.h"
 
 namespace kestrane {
