@@ -143,6 +143,7 @@ std::string ExposureModel::levelNote(const QModelIndex& index) const {
 }
 
 QVariant ExposureModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {}; // a view copies the current cell even when there is none
     const bool isOfRow = isRow(index);
     switch (role) {
     case Qt::DisplayRole:

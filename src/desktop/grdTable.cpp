@@ -37,6 +37,7 @@ int IntervalTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant IntervalTableModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {}; // a view copies the current cell even when there is none
     const auto row = static_cast<std::size_t>(index.row());
     switch (role) {
     case Qt::DisplayRole:

@@ -29,6 +29,7 @@ int CellTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant CellTableModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {}; // a view copies the current cell even when there is none
     if (role == Qt::TextAlignmentRole) return static_cast<int>(Qt::AlignCenter);
     if (role != Qt::DisplayRole) return {};
     return shown(table_.Cell(static_cast<std::size_t>(index.row()), static_cast<std::size_t>(index.column())));

@@ -24,7 +24,7 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count_; }
 
     QVariant data(const QModelIndex& index, int role) const override {
-        if (role != Qt::DisplayRole) return {};
+        if (role != Qt::DisplayRole || !index.isValid()) return {};
         return QString::fromStdString(times_.listText(static_cast<std::size_t>(index.row())));
     }
 

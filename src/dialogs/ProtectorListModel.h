@@ -38,6 +38,7 @@ public:
     }
 
     QVariant data(const QModelIndex& index, int role) const override {
+        if (!index.isValid()) return {}; // a view copies the current cell even when there is none
         const ProtectorCell& cell =
             cells_[static_cast<std::size_t>(index.row())][static_cast<std::size_t>(index.column())];
         switch (role) {

@@ -75,6 +75,7 @@ TEST(ProtectorList, IsSortedByFiguresAndSearched) {
         type(control<QLineEdit>(dialog, "txtSearch"), "muff");
         EXPECT_EQ(control<QLineEdit>(dialog, "txtName").text(), "Zeta muff") << "the first that is seen";
         type(control<QLineEdit>(dialog, "txtSearch"), "none");
+        QTest::keySequence(&control<QTableView>(dialog, "lvwHPD"), QKeySequence::Copy); // of no protector
         EXPECT_FALSE(control<QPushButton>(dialog, "cmdOK").isEnabled());
     });
 }
