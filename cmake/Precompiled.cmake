@@ -26,9 +26,9 @@ set(widgets_kind_links Qt6::Widgets)
 set(tests_kind ${standard_headers} <gtest/gtest.h>)
 set(tests_kind_packages GTest)
 set(tests_kind_links GTest::gtest)
-set(widget_tests_kind ${standard_headers} ${widget_headers} <QTest> <gtest/gtest.h>)
-set(widget_tests_kind_packages Qt6Widgets Qt6Test GTest)
-set(widget_tests_kind_links Qt6::Widgets Qt6::Test GTest::gtest)
+set(widget_tests_kind ${standard_headers} ${widget_headers} <gtest/gtest.h>)
+set(widget_tests_kind_packages Qt6Widgets GTest)
+set(widget_tests_kind_links Qt6::Widgets GTest::gtest)
 
 # Lets a target use the compiled headers of a kind.
 function(kestrane_precompile target kind)

@@ -111,7 +111,7 @@ TEST(ExposureEdits, PastesRowsThroughTheChecksOfACell) {
                 missing[2][eColumnExposureTime] && missing[3][eColumnLeq]);
     EXPECT_FALSE(missing[0][eColumnTime] || missing[1][eColumnLeq] || missing[3][eColumnExposureTime]);
 
-    EXPECT_EQ(pasteExposureRows(day.log, 0, eColumnNote, std::string(300, 'n') + "\n").Rows, 1U);
+    EXPECT_EQ(pasteExposureRows(day.log, 0, eColumnNote, std::string(300, 'n').append("\n")).Rows, 1U);
     EXPECT_EQ(day.log.DoseLogIntervals[0].Note.size(), 256U);
     const PasteOutcome none = pasteExposureRows(day.log, 3, eColumnLeq, "no level\nnone\n");
     EXPECT_EQ(none.Rows, 0U);

@@ -323,7 +323,7 @@ TEST(Report, CarriesTheWordsOfTheCompanyAndTheChosenParts) {
     }
     std::string longest; // of introductions
     for (int i = 0; i < 300; ++i)
-        longest += std::string(500, 'x') + "\n";
+        longest += std::string(500, 'x').append("\n");
     yard.session.Options.ReportIntroduction = longest;
     for (const RecordedMetrics& metrics : {Yard::kUpright, Yard::kLandscape})
         EXPECT_EQ(yard.drawn(ReportForm::Cumulative, metrics).faults(), "");
