@@ -283,7 +283,7 @@ void measureQuestions(Table& table) {
              return static_cast<double>(worstStretches(rows, kHour).Loudest->First);
          });
     line("distribution of 600000 rows: ms", kStrip, [](const clsLog&, const std::vector<AnalysedRow>& rows) {
-        return distributionOf(rows, 1).front().Seconds + *levelExceeded(rows, 10);
+        return distributionOf(rows, 1)->front().Seconds + *levelExceeded(rows, 10);
     });
 }
 
