@@ -273,8 +273,9 @@ bool frmPreview::eventFilter(QObject* watched, QEvent* event) {
 
 void frmPreview::savePdf() {
     const QString start = shown(session_.Options.DefaultDataDirectory + fileNameOf(document_->Title())) + ".pdf";
-    const auto name = askSaveName(session_, this, loadText(session_, Text::SaveAsPdfTitle), start,
-                                  fileFilter(session_.LoadText(Text::PdfFilter)), "pdf");
+    const auto name = askSaveName(
+        session_, this,
+        {loadText(session_, Text::SaveAsPdfTitle), start, fileFilter(session_.LoadText(Text::PdfFilter)), "pdf"});
     if (!name) return;
     PrintProgress progress(session_, this);
     try {

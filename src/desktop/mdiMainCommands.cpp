@@ -428,8 +428,9 @@ std::optional<std::string> mdiMain::askSaveName(const std::string& proposal, Tex
     const QString name = QFileInfo(shown(proposal)).isAbsolute()
                              ? shown(proposal)
                              : QDir(shown(session_.Options.DefaultDataDirectory)).filePath(shown(proposal));
-    return kestrane::askSaveName(session_, this, loadPlainText(session_, Text::CommandSave), name,
-                                 fileFilter(session_.LoadText(filter)), QLatin1String(suffix));
+    return kestrane::askSaveName(session_, this,
+                                 {loadPlainText(session_, Text::CommandSave), name,
+                                  fileFilter(session_.LoadText(filter)), QLatin1String(suffix)});
 }
 
 void mdiMain::askExposureTime() {

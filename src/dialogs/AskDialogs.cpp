@@ -77,18 +77,17 @@ std::size_t chooseAnswer(const Session& session, const std::string& question, co
     return static_cast<std::size_t>(std::ranges::find(answers, box.clickedButton()) - answers.begin());
 }
 
-std::optional<std::string> askSaveName(Session& session, QWidget* parent, const QString& title, const QString& proposal,
-                                       const QString& filter, const QString& ending) {
-    QString name = proposal;
+std::optional<std::string> askSaveName(Session& session, QWidget* parent, const SaveQuestion& asked) {
+    QString name = asked.Proposal;
     while (true) {
-        QFileDialog dialog(parent, title, name, filter);
+        QFileDialog dialog(parent, asked.Title, name, asked.Filter);
         dialog.setAcceptMode(QFileDialog::AcceptSave);
-        dialog.setDefaultSuffix(ending);
+        dialog.setDefaultSuffix(asked.Ending);
         dialog.selectFile(name);
         if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
         name = dialog.selectedFiles().front();
-        if (name.endsWith('.' + ending, Qt::CaseInsensitive)) return name.toStdString();
-        name += '.' + ending; // the dialog has asked about the other name
+        if (name.endsWith('.' + asked.Ending, Qt::CaseInsensitive)) return name.toStdString();
+        name += '.' + asked.Ending; // the dialog has asked about the other name
         const std::string path = name.toStdString();
         const std::string question = ReplaceText(session.LoadText(Text::ExportAskReplace), "^", path);
         if (!fileExists(path) || session.ShowMessage(question, kButtonsYesNo | kIconQuestion) == Button::Yes)

@@ -21,10 +21,14 @@ AskChoice choiceDialog(const Session& session, QWidget* parent);
 std::size_t chooseAnswer(const Session& session, const std::string& question, const std::vector<std::string>& captions,
                          QWidget* parent);
 
-// Asks for the name of a file that is to be written, with a proposal and a filter as the toolkit takes them. A name
-// with another ending than this one ("png") gets it, too. Returns nothing when the user cancelled, and never the name
-// of a file that the user would not have replaced.
-std::optional<std::string> askSaveName(Session& session, QWidget* parent, const QString& title, const QString& proposal,
-                                       const QString& filter, const QString& ending);
+struct SaveQuestion {
+    QString Title, Proposal;
+    QString Filter; // as the toolkit takes it
+    QString Ending; // "png"
+};
+
+// Asks for the name of a file that is to be written. A name with another ending gets the right one, too. Returns
+// nothing when the user cancelled, and never the name of a file that the user would not have replaced.
+std::optional<std::string> askSaveName(Session& session, QWidget* parent, const SaveQuestion& asked);
 
 } // namespace kestrane

@@ -108,7 +108,7 @@ void frmPicture::accept() {
         fileFilter(session_.LoadText(Text::PictureFilter)).split(";;").value(cboFormat_->currentIndex());
     const QString ending = QString::fromStdString(chosen.Ending).mid(1); // without the point
     const auto name =
-        askSaveName(session_, this, windowTitle(), shown(pictureName(session_, title_, chosen)), filter, ending);
+        askSaveName(session_, this, {windowTitle(), shown(pictureName(session_, title_, chosen)), filter, ending});
     if (name && exportPicture(session_, chosen, *name, save_)) QDialog::accept();
 }
 

@@ -4,21 +4,40 @@
 
 #include "model/Session.h"
 
+#include <utility>
+
 namespace kestrane {
 
-// Shows everything in English as long as it lives.
+// Shows everything in English as long as it lives. What was shown before is kept, so that giving it back takes no
+// memory.
 class InEnglish {
 public:
-    explicit InEnglish(Session& session) : session_(session), before_(session.texts.Shown()) { session.Show({}); }
+    explicit InEnglish(Session& session) :
+        session_(session), before_(session.texts.Shown()), labels_(session.labels), dateWords_(session.dateWords) {
+        try {
+            session.Show({});
+        } catch (...) {
+            giveBack();
+            throw;
+        }
+    }
 
-    ~InEnglish() { session_.Show(before_); }
+    ~InEnglish() { giveBack(); }
 
     InEnglish(const InEnglish&) = delete;
     InEnglish& operator=(const InEnglish&) = delete;
 
 private:
+    void giveBack() noexcept {
+        session_.texts.Show(before_);
+        session_.labels = std::move(labels_);
+        session_.dateWords = std::move(dateWords_);
+    }
+
     Session& session_;
     const Language before_;
+    LabelTexts labels_;
+    DateWords dateWords_;
 };
 
 } // namespace kestrane

@@ -88,7 +88,7 @@ double IntervalPages::bottom() const {
 void IntervalPages::draw(PageDevice& device, std::size_t page) const {
     const Channel& channel = channels_[page / pagesOfChannel_];
     const std::size_t first = page % pagesOfChannel_ * blocks_ * rowsOfBlock_;
-    std::string heading = datedHeading(session_, heading_, times_.longDate(first), times_.hourAndMinute(first));
+    std::string heading = datedHeading(session_, heading_, {times_.longDate(first), times_.hourAndMinute(first)});
     if (!channel.Name.empty()) heading += " " + channel.Name;
     device.text(area_.Left, area_.Top, heading, kCaptionFont);
     for (std::size_t block = 0; block < blocks_; ++block) {

@@ -140,9 +140,10 @@ std::span<const LevelColumn> intervalColumns() {
     return kIntervalColumns;
 }
 
-std::string datedHeading(const Session& session, const std::string& words, const std::string& longDate,
-                         const std::string& time) {
-    const std::string when = longDate.empty() || time.empty() ? longDate + time : longDate + ", " + time;
+std::string datedHeading(const Session& session, const std::string& words, std::initializer_list<std::string> times) {
+    std::string when;
+    for (const std::string& time : times)
+        when += when.empty() || time.empty() ? time : ", " + time;
     return when.empty() ? words : captioned(session, words, when);
 }
 
@@ -163,8 +164,8 @@ ReportTable cumulativeTable(const clsLog& log) {
     const clsLogOptions options = displayOptions(log);
     ReportTable table;
     const std::string start = LongDate(log.session(), log.StartDate);
-    table.Heading = datedHeading(session, session.LoadText(Text::CumulativeData), start,
-                                 start.empty() ? start : log.StartTime.hh_mm());
+    table.Heading = datedHeading(session, session.LoadText(Text::CumulativeData),
+                                 {start, start.empty() ? start : log.StartTime.hh_mm()});
     table.Remark = wholeFiguresLine(log);
     table.NameWidth = "XXFrequency WeightingXX";
     table.Captions =

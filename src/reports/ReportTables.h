@@ -5,6 +5,7 @@
 #include "model/LogParameters.h"
 #include "model/clsInsData.h"
 
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
@@ -35,9 +36,9 @@ ReportTable cumulativeTable(const clsLog& log);
 ReportTable frequencyTable(const clsLog& log);      // for a log with bands
 ReportTable criteriaReportTable(const clsLog& log); // without rows when there is no level to judge by
 
-// A heading such as "Cumulative Data: Monday 3 June 2019, 09:00"; what is not known is left out.
-std::string datedHeading(const Session& session, const std::string& words, const std::string& longDate,
-                         const std::string& time);
+// A heading such as "Cumulative Data: Monday 3 June 2019, 09:00", of the long date and the time; what is not known is
+// left out.
+std::string datedHeading(const Session& session, const std::string& words, std::initializer_list<std::string> times);
 
 // A column of levels, in the table of the bands or in that of the intervals.
 struct LevelColumn {

@@ -36,7 +36,7 @@ TEST(SaveName, AFileIsReplacedOnlyWhenTheUserAgreesToTheWholeName) {
         onDialog(enter); // it asks again
         enter(dialog);
     });
-    EXPECT_EQ(askSaveName(test.session, nullptr, "Save", name, "PNG (*.png)", "png"), folder.file("chart.v1.png"));
+    EXPECT_EQ(askSaveName(test.session, nullptr, {"Save", name, "PNG (*.png)", "png"}), folder.file("chart.v1.png"));
     EXPECT_EQ(test.messages.Boxes.size(), 2U);
 }
 
