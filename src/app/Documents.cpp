@@ -64,7 +64,8 @@ void takeUpRows(const Session& session, int fileId) {
 }
 
 // Does long work on a worker thread and waits for it while the pump runs: the windows stay alive, but the user cannot
-// give a command. Raises what the job raises.
+// give a command. Raises what the job raises, or else what watching it raises; never before the job is done, since the
+// job works on what stands in the functions that wait for it.
 void waitFor(Session& session, const std::function<void()>& job,
              const std::function<void(const std::function<bool()>& isDone)>& watch = {}) {
     if (session.server == nullptr) return job();
@@ -80,9 +81,16 @@ void waitFor(Session& session, const std::function<void()>& job,
             }
         },
         [&isDone] { isDone = true; });
-    if (watch) watch([&isDone] { return isDone; });
-    session.pump.runUntil([&] { return isDone; });
-    if (raised) std::rethrow_exception(raised);
+    std::exception_ptr raisedByWatch;
+    try {
+        if (watch) watch([&isDone] { return isDone; });
+    } catch (...) {
+        raisedByWatch = std::current_exception();
+    }
+    session.pump.runUntil([&isDone] { return isDone; });
+    for (const std::exception_ptr& each : {raised, raisedByWatch}) {
+        if (each) std::rethrow_exception(each);
+    }
 }
 
 // Recalculates the logs of a document whose rows are there and waits for the figures while the pump runs, because what

@@ -2,7 +2,7 @@
 
 #include "calc/Recalculation.h"
 #include "explorer/NodeKeys.h"
-#include "model/InEnglish.h"
+#include "model/Speaking.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -279,7 +279,7 @@ bool exchangeStep(Session& session, clsFile* file, Direction direction) {
             const EditStep& exchanged = *each->Edits.next(direction);
             each->History.settle();
             each->Edits.exchange(direction);
-            const InEnglish inEnglish(each->session());
+            const Speaking english = inEnglish(each->session());
             addLine(*each, exchanged, PlainCaption(exchangeText(session, exchanged.Title, direction)));
             markAgain(*each, isOfContent);
             AssignIdentities(session, false, each->FileId);

@@ -1,8 +1,8 @@
 #include "explorer/HistoryText.h"
 
 #include "calc/ExposureTime.h"
-#include "model/InEnglish.h"
 #include "model/LogParameters.h"
+#include "model/Speaking.h"
 #include "platform/Utf8.h"
 #include "views/CalibrationText.h"
 
@@ -93,7 +93,7 @@ KeptFigures::KeptFigures(const clsLog& log) {
 }
 
 bool KeptFigures::describe(const clsLog& now, HistoryLine& line) const {
-    const InEnglish inEnglish(now.session());
+    const Speaking english = inEnglish(now.session());
     line.Log = now.Name;
     auto before = figures_.begin();
     forEachFigure(now, [&](LogChannel channel, Parameter parameter) {
@@ -107,7 +107,7 @@ bool KeptFigures::describe(const clsLog& now, HistoryLine& line) const {
 }
 
 void describeChange(const clsLog& before, const clsLog& after, HistoryLine& line) {
-    const InEnglish inEnglish(after.session());
+    const Speaking english = inEnglish(after.session());
     if (line.Log.empty()) line.Log = after.Name; // it may have got another name since
     line.Before.clear();
     line.After.clear();

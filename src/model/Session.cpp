@@ -83,11 +83,6 @@ void Session::Show(const Language& language) {
     dateWords = dateWordsOf(texts);
 }
 
-SpeakingOfReports::SpeakingOfReports(Session& session) : session_(session), before_(session.texts.Shown()) {
-    const std::string& code = session.Options.ReportLanguage;
-    if (!code.empty()) session.Show(LanguageOf(code));
-}
-
 Button Session::ShowMessage(const std::string& prompt, MessageFlags flags, const std::string& title) {
     return messages.show(prompt, IsIdle() ? flags : flags | kSystemModal,
                          title.empty() ? std::string(kApplicationTitle) : title);

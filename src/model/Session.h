@@ -85,7 +85,7 @@ struct Session {
     ~Session();
 
     const Brand brand;
-    Texts texts; // these three are in the language of the program or, while SpeakingOfReports lives, in another
+    Texts texts; // these three are in the language of the program or, while Speaking lives, in another
     LabelTexts labels;
     DateWords dateWords;
     const Locale locale;
@@ -123,21 +123,6 @@ struct Session {
 
 private:
     Frame windowless_;
-};
-
-// Shows everything in the language of reports as long as it lives.
-class SpeakingOfReports {
-public:
-    explicit SpeakingOfReports(Session& session);
-
-    ~SpeakingOfReports() { session_.Show(before_); }
-
-    SpeakingOfReports(const SpeakingOfReports&) = delete;
-    SpeakingOfReports& operator=(const SpeakingOfReports&) = delete;
-
-private:
-    Session& session_;
-    const Language before_;
 };
 
 // Calls visit(log) for every log of the open files.

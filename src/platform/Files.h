@@ -51,7 +51,7 @@ private:
 };
 
 // Raises errno and its text when the file cannot be read; a folder raises EISDIR. It never waits: a pipe or a device
-// reads as empty. between is called between pieces of 8 MiB at most; what it raises ends the reading.
+// reads as empty. between is called in this thread between pieces of 8 MiB at most; what it raises ends the reading.
 std::shared_ptr<FileBytes> readFile(const std::string& path, const std::function<void()>& between = {});
 
 constexpr std::size_t kReadAtOnce = std::size_t{8} << 20;

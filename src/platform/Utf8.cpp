@@ -1,6 +1,10 @@
 #include "platform/Utf8.h"
 
+#include "platform/InPieces.h"
+
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstring>
 
 namespace kestrane {
@@ -32,9 +36,11 @@ std::size_t sequenceLength(const unsigned char* p, const unsigned char* end) {
     return 4;
 }
 
-} // namespace
+bool isContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
 
-bool isValidUtf8(std::string_view text) {
+bool isValidPiece(std::string_view text) {
     const auto* p = reinterpret_cast<const unsigned char*>(text.data());
     const auto* end = p + text.size();
     while (p < end) {
@@ -50,6 +56,25 @@ bool isValidUtf8(std::string_view text) {
         p += length;
     }
     return true;
+}
+
+} // namespace
+
+bool isValidUtf8(std::string_view text) {
+    constexpr std::size_t kPiece = std::size_t{4} << 20;
+    // A sequence belongs to the piece that its first byte lies in. When all pieces are valid, so is the whole.
+    const auto begin = [&](std::size_t at) {
+        const std::size_t last = std::min(at + 3, text.size());
+        while (at != 0 && at < last && isContinuation(text[at]))
+            ++at;
+        return at;
+    };
+    std::atomic<bool> isValid = true;
+    inPieces(text.size(), kPiece, [&](std::size_t from, std::size_t to) {
+        const std::size_t first = begin(from);
+        if (isValid && !isValidPiece(text.substr(first, begin(to) - first))) isValid = false;
+    });
+    return isValid;
 }
 
 void appendUtf8(std::string& out, char32_t codePoint) {
@@ -101,7 +126,7 @@ std::string toUtf8(std::string_view bytes) {
 
 std::string_view firstBytes(std::string_view utf8, std::size_t most) {
     if (utf8.size() <= most) return utf8;
-    while (most > 0 && (static_cast<unsigned char>(utf8[most]) & 0xC0U) == 0x80U)
+    while (most > 0 && isContinuation(utf8[most]))
         --most;
     return utf8.substr(0, most);
 }

@@ -1,4 +1,5 @@
 // The strict check of a document.
+#include "platform/InPieces.h"
 #include "platform/Utf8.h"
 #include "platform/Xml.h"
 #include "platform/XmlText.h"
@@ -28,7 +29,6 @@ using xml::startsWith;
 constexpr std::size_t kDeepest = 4'000'000;
 constexpr std::size_t kDeepestAhead = 1'000;     // within a part that is read ahead
 constexpr std::size_t kMostAttributes = 100'000; // of one element
-constexpr unsigned kMostHelpers = 3;             // threads that read ahead
 constexpr std::size_t kMarkWithin = 65'536;      // bytes that are searched for the beginning of a part
 
 struct Malformed {
@@ -329,7 +329,22 @@ private:
             return;
         }
         if (open_.size() == deepest_) throw Malformed{from, "elements are nested too deeply"};
-        open_.push_back(tag.begin + 1);
+        if (!plainText(tag)) open_.push_back(tag.begin + 1);
+    }
+
+    // Most elements hold nothing but plain text: such a one is left behind at once, with its end tag.
+    bool plainText(const XmlTag& tag) {
+        const char* p = at_;
+        while (p < end_ && !is(*p, kTextStop) && *p != '\xEF')
+            ++p;
+        const std::size_t endTag = tag.name.size() + 3;
+        if (static_cast<std::size_t>(end_ - p) < endTag || p[1] != '/' || p[endTag - 1] != '>' || p[0] != '<' ||
+            !std::equal(tag.name.begin(), tag.name.end(), p + 2)) {
+            return false;
+        }
+        at_ = p + endTag;
+        observer_.close(position(p), position(at_), open_.size());
+        return true;
     }
 
     void attributes(XmlTag& tag) {
@@ -449,9 +464,8 @@ void readAhead(std::string_view text, bool isUtf8, Parts& parts) {
 class Helpers {
 public:
     Helpers(std::string_view text, bool isUtf8, Parts& parts) : parts_(parts) {
-        const unsigned processors = std::max(2U, std::thread::hardware_concurrency());
         try {
-            while (threads_.size() < std::min<std::size_t>({processors - 1, kMostHelpers, parts.size()}))
+            while (threads_.size() < std::min<std::size_t>(helpersAtMost(), parts.size()))
                 threads_.emplace_back([=, &parts] { readAhead(text, isUtf8, parts); });
         } catch (const std::exception&) { // fewer threads do as well
         }

@@ -1,5 +1,7 @@
 #include "reports/ReportLanguage.h"
 
+#include "model/Speaking.h"
+
 #include <utility>
 
 namespace kestrane {
@@ -18,7 +20,7 @@ public:
     std::size_t pageCount() const override { return document_->pageCount(); }
 
     void drawPage(PageDevice& device, std::size_t page) override {
-        const SpeakingOfReports speaking(session_);
+        const Speaking language = inLanguageOfReports(session_);
         document_->drawPage(device, page);
     }
 
@@ -32,7 +34,7 @@ private:
 
 std::unique_ptr<PagedDocument> inReportLanguage(Session& session,
                                                 const std::function<std::unique_ptr<PagedDocument>()>& layOut) {
-    const SpeakingOfReports speaking(session);
+    const Speaking language = inLanguageOfReports(session);
     return std::make_unique<TranslatedDocument>(session, layOut());
 }
 

@@ -1,9 +1,11 @@
 #include "platform/Files.h"
 
+#include "platform/InPieces.h"
 #include "platform/RuntimeError.h"
 #include "platform/StreamBytes.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 
 #include <fcntl.h>
@@ -36,9 +38,8 @@ struct stat aboutOpen(int handle) {
 }
 
 // Reads into bytes from the offset from on, until they are full or the input ends. Returns the offset reached.
-std::size_t fill(int handle, FileBytes& bytes, std::size_t from, const std::function<void()>& between = {}) {
+std::size_t fill(int handle, FileBytes& bytes, std::size_t from) {
     while (from < bytes.size()) {
-        if (between) between();
         const ssize_t count = read(handle, bytes.data() + from, std::min(bytes.size() - from, kReadAtOnce));
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) raiseSystemError(errno);
@@ -84,7 +85,21 @@ std::shared_ptr<FileBytes> readFile(const std::string& path, const std::function
     const struct stat about = aboutOpen(file.handle);
     if (S_ISDIR(about.st_mode)) raiseSystemError(EISDIR);
     auto bytes = std::make_shared<FileBytes>(static_cast<std::size_t>(about.st_size));
-    bytes->shrink(fill(file.handle, *bytes, 0, between)); // the file may have been cut short since its size was read
+    std::atomic<std::size_t> end = bytes->size();
+    const auto read = [&](std::size_t from, std::size_t to) {
+        while (from < to) {
+            const ssize_t count = pread(file.handle, bytes->data() + from, to - from, static_cast<off_t>(from));
+            if (count < 0 && errno == EINTR) continue;
+            if (count < 0) raiseSystemError(errno);
+            if (count == 0) break;
+            from += static_cast<std::size_t>(count);
+        }
+        if (from == to) return;
+        for (std::size_t before = end; from < before && !end.compare_exchange_weak(before, from);) {
+        }
+    };
+    inPieces(bytes->size(), kReadAtOnce, read, between);
+    bytes->shrink(end); // the file may have been cut short since its size was read
     return bytes;
 }
 
