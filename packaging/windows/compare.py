@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""compare.py LINUX WINDOWS SAMPLES: saves and exports each sample with the kestrane-cli of both systems and compares the
-files byte by byte. Exits with 1 when any of them differ."""
+"""compare.py LINUX WINDOWS SAMPLES: saves and exports each sample with the kestrane-cli of both systems, prints its report
+where that of Windows can draw, and compares the files byte by byte. Exits with 1 when any of them differ."""
 import os
 import subprocess
 import sys
@@ -12,7 +12,9 @@ linux, windows, samples = sys.argv[1:]
 emulator = Path(__file__).parent / "wine.sh"
 programs = {"linux": [linux], "windows": [str(emulator), windows]}
 # What one call does to all files at once, since each start of Wine takes a while.
-works = [("save", ["save"], ".xml"), *((f"export {f}", ["export", "--format", f], "." + f) for f in ("csv", "ndjson", "xlsx"))]
+works = [("save", ["save"]), *((f"export {f}", ["export", "--format", f]) for f in ("csv", "ndjson", "xlsx"))]
+if (Path(windows).parent.parent / "lib/kestrane/kestrane-drawing.dll").exists():
+    works.append(("report", ["report", "--print-date", "2026-11-25T18:00:00"]))
 
 
 def run(program, words, folder, files):
@@ -35,7 +37,7 @@ def parts(path):
 files = sorted(str(p) for p in Path(samples).rglob("*") if p.suffix not in (".md", ".py", ".kxa") and p.is_file())
 compared = different = 0
 with tempfile.TemporaryDirectory() as scratch:
-    for name, words, _ in works:
+    for name, words in works:
         folders = {program: Path(scratch) / program / name.replace(" ", "-") for program in programs}
         ends = {}
         for program, folder in folders.items():

@@ -65,8 +65,8 @@ float measuredHours(const clsLog& log) {
 Desktop desktop() {
     return {[](const std::string& mimeType) { return hasProgramFor(shown(mimeType)); },
             [](const std::string& address) {
-                const bool isFile = address.starts_with('/');
-                return QDesktopServices::openUrl(isFile ? QUrl::fromLocalFile(shown(address)) : QUrl(shown(address)));
+                const QString text = shown(address);
+                return QDesktopServices::openUrl(QDir::isAbsolutePath(text) ? QUrl::fromLocalFile(text) : QUrl(text));
             }};
 }
 

@@ -4,6 +4,7 @@
 #include "printing/PdfFile.h"
 
 #include <QApplication>
+#include <QFont>
 
 #include <optional>
 #include <string_view>
@@ -15,12 +16,20 @@ namespace {
 // The toolkit's remarks about a missing desktop are not messages of this program.
 void keepQuiet(QtMsgType, const QMessageLogContext&, const QString&) {}
 
+// Fonts whose letters are as wide, for those of the settings that are missing.
+void nameStandIns() {
+    QFont::insertSubstitution("Arial", "Liberation Sans");
+    QFont::insertSubstitution("Courier New", "Liberation Mono");
+    QFont::insertSubstitution("Times New Roman", "Liberation Serif");
+}
+
 class QtDrawing : public Drawing {
 public:
     QtDrawing() {
         qInstallMessageHandler(keepQuiet);
         qputenv("QT_QPA_PLATFORM", "offscreen");
         application_.emplace(count_, words_);
+        nameStandIns();
     }
 
     void savePicture(const ChartData& chart, const Locale& locale, const std::string& path, PictureSize size) override {
