@@ -79,6 +79,7 @@ Monkey::Monkey(DesktopMessages& boxes, unsigned seed) : Desk({}, {1024, 700}, &b
     session.Options.DefaultDataDirectory = path("");
     comm_.TheirPorts.clear();
     protectors_.File = path("none.txt");
+    frame->EnableMenusAndButtons(); // there are protectors now
     QObject::connect(&looking_, &QTimer::timeout, frame.get(), [this] { look(); });
     looking_.setSingleShot(true);
     looking_.start(kLookEvery);

@@ -1,8 +1,10 @@
 // The whole program used without sense (Monkey.h). After every step, what the windows show must be what the core says
-// now; now and then everything is undone and done again. The environment makes other and longer runs: the numbers
+// now; now and then steps are undone and done again. The environment makes other and longer runs: the numbers
 // KESTRANE_MONKEY_SEED (those behind it are used), KESTRANE_MONKEY_SEEDS and KESTRANE_MONKEY_EVENTS;
 // KESTRANE_MONKEY_LOG names a file for all steps.
 #include "desktop/Monkey.h"
+
+#include "assessment/CriteriaTable.h"
 #include "desktop/frmExplorer.h"
 #include "dialogs/Words.h"
 #include "explorer/Edits.h"
@@ -21,9 +23,14 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <set>
 
 namespace kestrane {
 namespace {
+
+constexpr int kEventsToUndo = 50;     // that many events later, something is undone
+constexpr std::size_t kStepsBack = 8; // most often; the text of the document is written for each
+constexpr int kRarely = 20;           // one time in so many, all steps
 
 int numberOf(const char* variable, int otherwise) {
     const char* const text = std::getenv(variable);
@@ -83,10 +90,12 @@ QStringList figuresOn(const QWidget& panel) {
     return all;
 }
 
-// The first rows, the last one and some between.
+using Cells = std::vector<std::vector<std::string>>;
+
+// Of all rows, the first ones, the last one and some between.
 template <class Cell>
-void compareCells(const QTableView& grid, std::size_t rows, std::size_t columns, Cell cell) {
-    ASSERT_GE(grid.model()->rowCount(), static_cast<int>(rows));
+void compareCells(const QAbstractItemView& grid, std::size_t rows, std::size_t columns, Cell cell) {
+    ASSERT_EQ(grid.model()->rowCount(), static_cast<int>(rows));
     ASSERT_EQ(grid.model()->columnCount(), static_cast<int>(columns));
     constexpr std::size_t kCompared = 7;
     const std::size_t every = std::max<std::size_t>(rows / kCompared, 1);
@@ -98,22 +107,67 @@ void compareCells(const QTableView& grid, std::size_t rows, std::size_t columns,
     }
 }
 
+// first: the columns before it are not shown.
+void compareCells(const QAbstractItemView& grid, const Cells& cells, std::size_t first) {
+    compareCells(grid, cells.size(), cells.empty() ? 0 : cells.front().size() - first,
+                 [&](std::size_t row, std::size_t column) { return cells[row][column + first]; });
+}
+
+template <class Caption>
+void compareCaptions(const QAbstractItemView& grid, Caption caption) {
+    for (int column = 0; column < grid.model()->columnCount(); ++column)
+        ASSERT_EQ(grid.model()->headerData(column, Qt::Horizontal).toString(),
+                  shown(caption(static_cast<std::size_t>(column))));
+}
+
+void compareTabs(const QTabBar& bar, const clsLog& log, LogTab inFront) {
+    ASSERT_EQ(bar.currentIndex(), inFront);
+    const TabFlags enabled = enabledTabs(log);
+    for (const LogTab tab : kAllLogTabs) {
+        ASSERT_EQ(bar.isTabEnabled(tab), enabled[static_cast<std::size_t>(tab)]) << "tab " << tab;
+        ASSERT_EQ(bar.accessibleTabName(tab), loadText(log.session(), tabRow(tab).Caption));
+    }
+}
+
 void compareLog(frmExplorer& explorer, const Session& session) {
     ExplorerState& state = explorer.State();
     const clsLog* const log = state.LogInView(session);
     if (log == nullptr || log->IsBusy() || state.Content(session) != LogContent::Values) return;
-    ASSERT_EQ(explorer.findChild<QTabBar*>("tabLog")->currentIndex(), state.View.Tab);
+    ASSERT_NO_FATAL_FAILURE(compareTabs(*explorer.findChild<QTabBar*>("tabLog"), *log, state.View.Tab));
+    const auto grid = [&](const char* name) -> QAbstractItemView& {
+        return *explorer.findChild<QAbstractItemView*>(QLatin1String(name));
+    };
     if (state.View.Tab == eTabCumulativeData) {
         ASSERT_EQ(figuresOn(*explorer.findChild<QScrollArea*>("fraDefaultData")).join("; "),
                   figuresOf(*log, state.View).join("; "));
     } else if (state.View.Tab == eTabIntervalsTable) {
         const IntervalTable table(*log, state.View.Channel(), state.View.Choice());
-        compareCells(*explorer.findChild<QTableView*>("grdTable"), table.rowCount(), table.columnCount(),
+        compareCells(grid("grdTable"), table.rowCount(), table.columnCount(),
                      [&](std::size_t row, std::size_t column) { return table.cell(row, column); });
+        compareCaptions(grid("grdTable"), [&](std::size_t column) { return table.caption(column); });
     } else if (state.View.Tab == eTabExposureCalculator) {
-        const ExposureTable table = exposureTable(*state.OpenedLog(session));
-        compareCells(*explorer.findChild<QTableView*>("grdDose"), table.Rows.size(), kExposureColumns - 1,
-                     [&](std::size_t row, std::size_t column) { return table.Rows[row][column + 1]; });
+        ExposureTable table = exposureTable(*state.OpenedLog(session));
+        table.Rows.push_back(table.Totals);
+        compareCells(grid("grdDose"), table.Rows, 1);
+    } else if (state.View.Tab == eTabCriteria) {
+        const CriteriaTable table = criteriaTable(*log);
+        compareCells(grid("grdCriteria"), table.Rows, 0);
+        compareCaptions(grid("grdCriteria"), [&](std::size_t column) { return table.Captions[column]; });
+    }
+}
+
+// The window's actions for commands stand in the order of the table. What could be pasted only the window knows.
+void compareCommands(const mdiMain& frame, const Session& session, const frmExplorer& inFront) {
+    std::set<Command> seen;
+    for (const MenuItem& item : menuItems()) {
+        if (!seen.insert(item.command).second || item.command == Command::EditPaste) continue;
+        const QAction& action = *frame.actions()[static_cast<int>(seen.size()) - 1];
+        ASSERT_EQ(action.isEnabled(), IsMenuEnabled(session, item.command, inFront.StateForMenus()))
+            << action.text().toStdString();
+        if (item.command != Command::EditUndo && item.command != Command::EditRedo) continue;
+        const Direction direction = item.command == Command::EditUndo ? Direction::Undo : Direction::Redo;
+        const clsFile* const file = documentToEdit(session, inFront.StateForMenus().SelectedKey, direction);
+        ASSERT_EQ(action.text(), shown(exchangeText(session, file, direction)));
     }
 }
 
@@ -125,32 +179,44 @@ void compareWindows(Monkey& monkey) {
         ASSERT_EQ(explorer->windowTitle(), shown(explorer->State().Caption(session)));
         ASSERT_NO_FATAL_FAILURE(compareLog(*explorer, session));
     }
+    const bool isSaidToLoad = monkey.panel("Status") == loadText(session, Text::LoadingIntervals);
+    ASSERT_FALSE(isSaidToLoad && session.IsIdle());
+    const QMdiSubWindow* const front = monkey.area().currentSubWindow();
+    const auto* const explorer = front == nullptr ? nullptr : qobject_cast<frmExplorer*>(front->widget());
+    if (explorer != nullptr && !front->isMinimized()) compareCommands(*monkey.frame, session, *explorer);
+}
+
+std::string textOf(const clsFile& file) {
+    return file.FileName + DocumentText(file, true);
 }
 
 std::vector<std::string> textsOf(const Session& session) {
     std::vector<std::string> texts;
     for (const auto& file : session.OpenFiles)
-        texts.push_back(file->FileName + DocumentText(*file, true));
+        texts.push_back(textOf(*file));
     return texts;
 }
 
-// Undoes all steps of a document and does them again; every state must come back.
-void goBackAndForth(Monkey& monkey) {
+// Undoes so many steps of a document, if it has them, and does them again; every state must come back.
+void goBackAndForth(Monkey& monkey, std::size_t steps) {
     Session& session = monkey.session;
     if (session.OpenFiles.empty()) return;
     clsFile& file = *session.OpenFiles[monkey.below(static_cast<int>(session.OpenFiles.size()))];
-    std::vector<std::vector<std::string>> states = {textsOf(session)};
+    const std::vector<std::string> before = textsOf(session);
+    std::vector<std::string> states = {textOf(file)};
     const auto goes = [&](Direction direction) {
         const bool isDone = exchangeStep(session, &file, direction);
         monkey.settle();
-        return isDone;
+        compareWindows(monkey);
+        return isDone && !testing::Test::HasFailure();
     };
-    while (goes(Direction::Undo))
-        states.push_back(textsOf(session));
+    while (states.size() <= steps && goes(Direction::Undo))
+        states.push_back(textOf(file));
     for (auto state = states.rbegin() + 1; state != states.rend(); ++state) {
         ASSERT_TRUE(goes(Direction::Redo));
-        ASSERT_EQ(textsOf(session), *state) << "there were " << states.size() - 1 << " steps";
+        ASSERT_EQ(textOf(file), *state) << "there were " << states.size() - 1 << " steps";
     }
+    ASSERT_EQ(textsOf(session), before); // a step may be one of two documents
 }
 
 class Used : public ::testing::TestWithParam<int> {};
@@ -165,7 +231,8 @@ TEST_P(Used, WithoutSenseTheProgramShowsWhatTheCoreSays) {
     for (int event = 0; event < events && !HasFailure(); ++event) {
         monkey.step();
         compareWindows(monkey);
-        if (event % 50 == 49 && !HasFailure()) goBackAndForth(monkey);
+        if (event % kEventsToUndo == kEventsToUndo - 1 && !HasFailure())
+            goBackAndForth(monkey, monkey.below(kRarely) == 0 ? SIZE_MAX : kStepsBack);
     }
     if (!HasFailure()) return;
     for (const std::string& step : monkey.log())
