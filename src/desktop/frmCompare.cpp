@@ -59,7 +59,7 @@ frmCompare::frmCompare(const Session& session, const clsLog* first, Owner owner,
     add(Text::CommandCopy, "cmdCopy", QDialogButtonBox::ActionRole,
         [this] { owner_.copy(copiedCells(comparedTable(session_, compared_))); });
     add(Text::CommandPrint, "cmdPrint", QDialogButtonBox::ActionRole, [this] {
-        owner_.print({chart_->onPage(), comparedTable(session_, compared_)}, this);
+        owner_.print({chart_->onPage(), comparedTable(session_, compared_), {}, filesOfCompared()}, this);
     });
     add(Text::CloseButton, "cmdClose", QDialogButtonBox::RejectRole, [this] { reject(); });
     auto* const left = new QVBoxLayout;
@@ -89,7 +89,7 @@ void frmCompare::fillList(const clsLog* first) {
                 if (log.IsBusy() || log.LogIntervals.Count() == 0) return;
                 auto* const item = new QListWidgetItem(shown(captioned(session_, name.toStdString(), log.Name)), list_);
                 item->setCheckState(&log == first ? Qt::Checked : Qt::Unchecked);
-                offered_.push_back(&log);
+                offered_.push_back({&log, file.get()});
             });
         }
     }
@@ -119,7 +119,7 @@ QWidget* frmCompare::axes() {
 void frmCompare::choose() {
     std::vector<ComparedLog> compared;
     for (int i = 0; i < list_->count(); ++i) {
-        const clsLog* const log = offered_[static_cast<std::size_t>(i)];
+        const clsLog* const log = offered_[static_cast<std::size_t>(i)].Log;
         if (list_->item(i)->checkState() != Qt::Checked || compared.size() == kMostCompared) continue;
         const auto known =
             std::ranges::find_if(compared_, [log](const ComparedLog& before) { return before.Log == log; });
@@ -135,6 +135,18 @@ void frmCompare::choose() {
         item->setFlags(isOffered ? item->flags() | Qt::ItemIsEnabled : item->flags() & ~Qt::ItemIsEnabled);
     }
     showChosen();
+}
+
+std::string frmCompare::filesOfCompared() const {
+    std::string names;
+    const clsFile* last = nullptr;
+    for (const Offered& offered : offered_) {
+        if (offered.File == last || std::ranges::find(compared_, offered.Log, &ComparedLog::Log) == compared_.end())
+            continue;
+        last = offered.File;
+        names += (names.empty() ? "" : ", ") + last->ShortenedFileName();
+    }
+    return names;
 }
 
 void frmCompare::showChosen() {

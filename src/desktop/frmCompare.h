@@ -32,14 +32,20 @@ public:
     frmCompare(const Session& session, const clsLog* first, Owner owner, QWidget* parent);
 
 private:
+    struct Offered {
+        const clsLog* Log;
+        const clsFile* File;
+    };
+
     void fillList(const clsLog* first);
     QWidget* axes();
     void choose();
     void showChosen();
+    std::string filesOfCompared() const; // their names
 
     const Session& session_;
     Owner owner_;
-    std::vector<const clsLog*> offered_; // by row of the list
+    std::vector<Offered> offered_; // by row of the list
     std::vector<ComparedLog> compared_;
     CompareBy by_ = CompareBy::TimeOfDay;
     QListWidget* list_;

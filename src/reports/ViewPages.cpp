@@ -23,11 +23,16 @@ constexpr std::size_t kMostLinesBelow = 4;
 
 using Cells = std::vector<std::vector<std::string>>;
 
-// The heading of a view; band 0 means that it names no band.
+PageHeading headed(const PrintedView& view, std::string title) {
+    return {std::move(title), view.FileNames.empty() ? view.file.ShortenedFileName() : view.FileNames, view.IsModified,
+            view.IsPart};
+}
+
+// The heading of a view of the log; band 0 means that it names no band.
 PageHeading headingOf(const PrintedView& view, std::string title, int band = 0) {
     if (!view.log.Name.empty()) title = view.log.Name + " - " + title;
     if (band > 0) title += " - " + bandLabel(view.log, band);
-    return {title, view.file.ShortenedFileName(), view.IsModified, view.IsPart};
+    return headed(view, std::move(title));
 }
 
 PageHeading headingOf(const PrintedView& view, int band = 0) {
@@ -156,8 +161,8 @@ std::unique_ptr<PagedDocument> cellPages(const PrintedView& view, const CellTabl
                                          std::string note) {
     PageGrid grid{table.Captions, table.RowCount, table.Cell};
     grid.Note = std::move(note);
-    const PageHeading heading{std::move(title), view.file.ShortenedFileName(), view.IsModified, view.IsPart};
-    return std::make_unique<GridPages>(view.log.session(), heading, std::move(grid), view.metrics);
+    return std::make_unique<GridPages>(view.log.session(), headed(view, std::move(title)), std::move(grid),
+                                       view.metrics);
 }
 
 std::unique_ptr<PagedDocument> tablePages(const PrintedView& view, LogChannel channel, const DisplayChoice& choice) {

@@ -22,7 +22,8 @@ struct PrintedView {
     LogTab tab;
     bool IsModified;
     const PageMetrics& metrics;
-    bool IsPart = false; // of a report
+    bool IsPart = false;     // of a report
+    std::string FileNames{}; // for the foot, of what comes of several files; empty for the name of the file
 };
 
 // The chart with a text below it, which may be empty.

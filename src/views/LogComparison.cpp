@@ -26,6 +26,22 @@ std::int64_t placeOf(const ComparedLog& log, const AnalysedRow& row, CompareBy b
     return row.Begin - (by == CompareBy::Start ? first : first / kDay * kDay);
 }
 
+bool haveOneWeighting(std::span<const ComparedLog> logs) {
+    return std::ranges::all_of(
+        logs, [&](const ComparedLog& log) { return log.Log->FreqWeightA() == logs.front().Log->FreqWeightA(); });
+}
+
+// The unit of a log's levels, with their weighting when the log says it.
+std::string unitOf(const Session& session, const clsLog& log) {
+    const std::string unit = session.LoadText(Text::Decibel);
+    return log.FreqWeightA().empty() ? unit : unit + " " + log.FreqWeightA();
+}
+
+// What a log is called among those that it is compared with: when their weightings differ, each says its own.
+std::string nameOf(const Session& session, const ComparedLog& log, std::span<const ComparedLog> among) {
+    return haveOneWeighting(among) ? log.Name : log.Name + " (" + unitOf(session, *log.Log) + ")";
+}
+
 struct TimeSlots {
     double begin = 0, width = 1;
     std::size_t count = 0;
@@ -83,10 +99,10 @@ void addTimes(ChartData& chart, const Session& session, std::span<const Compared
         return durationText(isClock ? std::fmod(timeAt(row), kDay) : timeAt(row));
     };
     for (const ComparedLog& log : logs)
-        chart.Series.push_back({log.Name, ChartAxis::Primary, slotLevels(log, by, slots)});
+        chart.Series.push_back({nameOf(session, log, logs), ChartAxis::Primary, slotLevels(log, by, slots)});
 }
 
-void addBands(ChartData& chart, std::span<const ComparedLog> logs) {
+void addBands(ChartData& chart, const Session& session, std::span<const ComparedLog> logs) {
     const auto first = std::ranges::find_if(logs, [](const ComparedLog& log) { return log.Log->IsOctaveLog(); });
     if (first == logs.end()) return;
     chart.Shape = ChartShape::Bar;
@@ -95,7 +111,7 @@ void addBands(ChartData& chart, std::span<const ComparedLog> logs) {
         labels.push_back(bandLabel(*first->Log, band));
     for (const ComparedLog& log : logs) {
         if (log.Log->Mode() != first->Log->Mode()) continue;
-        ChartSeries series = {log.Name, ChartAxis::Primary, {}};
+        ChartSeries series = {nameOf(session, log, logs), ChartAxis::Primary, {}};
         for (int band = 0; band <= lastBand(log.Log->Mode()); ++band)
             series.Values.push_back(chartValue(cumulativeValue(*log.Log, kChannelA, eLeq, band).CalcValue()));
         chart.Series.push_back(std::move(series));
@@ -116,8 +132,8 @@ ChartData comparisonChart(const Session& session, std::span<const ComparedLog> l
     ChartData chart = emptyChart(*logs.front().Log, displayOptions(*logs.front().Log));
     chart.Style = eChartAs2D;
     chart.Title = session.LoadText(Text::CompareTitle);
-    chart.PrimaryTitle = session.LoadText(Text::Decibel);
-    by == CompareBy::Band ? addBands(chart, logs) : addTimes(chart, session, logs, by);
+    chart.PrimaryTitle = haveOneWeighting(logs) ? unitOf(session, *logs.front().Log) : session.LoadText(Text::Decibel);
+    by == CompareBy::Band ? addBands(chart, session, logs) : addTimes(chart, session, logs, by);
     return chart;
 }
 
@@ -129,17 +145,23 @@ CellTable comparedTable(const Session& session, std::span<const ComparedLog> log
     for (const ComparedLog& log : logs) {
         const StretchFigures figures = stretchFigures(log.Rows, 0, 0);
         if (lines.empty()) first = figures.LAeq;
-        const bool isComparable = first && figures.LAeq;
-        lines.push_back({log.Name, durationText(figures.Seconds), shownLevel(session, figures.LAeq),
+        const bool isComparable = first && figures.LAeq && log.Log->FreqWeightA() == logs.front().Log->FreqWeightA();
+        lines.push_back({nameOf(session, log, logs), durationText(figures.Seconds), shownLevel(session, figures.LAeq),
                          isComparable ? signedText(session, *figures.LAeq - *first) : std::string()});
         all.insert(all.end(), log.Rows.begin(), log.Rows.end());
     }
     const StretchFigures mean = stretchFigures(all, 0, 0);
-    lines.push_back(
-        {session.LoadText(Text::CompareMean), durationText(mean.Seconds), shownLevel(session, mean.LAeq), {}});
+    const bool isOne = haveOneWeighting(logs);
+    lines.push_back({session.LoadText(Text::CompareMean),
+                     durationText(mean.Seconds),
+                     isOne ? shownLevel(session, mean.LAeq) : std::string(),
+                     {}});
     const std::size_t count = lines.size();
-    return {{session.LoadText(Text::FindLogs), session.LoadText(Text::RangeLength),
-             VariableCaption(session, eLeq, kNoChannel, kNoBand, nullptr), session.LoadText(Text::CompareDifference)},
+    const bool isSaid = isOne && !logs.empty() && !logs.front().Log->FreqWeightA().empty();
+    const std::string level = isSaid ? levelCaption(*logs.front().Log, kChannelA, eLeq)
+                                     : VariableCaption(session, eLeq, kNoChannel, kNoBand, nullptr);
+    return {{session.LoadText(Text::FindLogs), session.LoadText(Text::RangeLength), level,
+             session.LoadText(Text::CompareDifference)},
             count,
             [lines = std::move(lines)](std::size_t row, std::size_t column) { return lines[row][column]; }};
 }

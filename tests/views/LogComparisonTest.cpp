@@ -44,10 +44,25 @@ TEST(LogComparison, PutsRowsOfDifferentLengthsOnOneAxis) {
                                                     "00:00:30\t80.0\t71.0\r\n");
     EXPECT_EQ(comparisonChart(minutes.session, logs, CompareBy::Band).RowCount, 0U);
     // (10^8 + 10^9) / 2; (10^7 + 10^7.1 + 10^7.2) / 3; and both by their 120 s and 90 s.
-    EXPECT_EQ(copiedCells(comparedTable(minutes.session, logs)).Text, "Logs\tLength\tLeq\tDifference, dB\r\n"
+    EXPECT_EQ(copiedCells(comparedTable(minutes.session, logs)).Text, "Logs\tLength\tLAeq\tDifference, dB\r\n"
                                                                       "a\t00:02:00\t87.4 dB\t0.0\r\n"
                                                                       "b\t00:01:30\t71.1 dB\t-16.3\r\n"
                                                                       "Energy mean of all\t00:03:30\t85.0 dB\t\r\n");
+}
+
+TEST(LogComparison, LevelsOfTwoWeightingsSayThemAndHaveNoDifference) {
+    OneLog one(60, {80});
+    OneLog other(60, {90});
+    one.log.FreqWeightA("A");
+    other.log.FreqWeightA("Z");
+    const std::vector<ComparedLog> logs = {one.compared("a"), other.compared("b")};
+    const ChartData chart = comparisonChart(one.session, logs, CompareBy::Start);
+    EXPECT_EQ(chart.PrimaryTitle, "dB");
+    EXPECT_EQ(chart.Series.back().Label, "b (dB Z)");
+    EXPECT_EQ(copiedCells(comparedTable(one.session, logs)).Text, "Logs\tLength\tLeq\tDifference, dB\r\n"
+                                                                  "a (dB A)\t00:01:00\t80.0 dB\t0.0\r\n"
+                                                                  "b (dB Z)\t00:01:00\t90.0 dB\t\r\n"
+                                                                  "Energy mean of all\t00:02:00\t\t\r\n");
 }
 
 TEST(LogComparison, WithoutTimesThereIsNoTimeAxis) {

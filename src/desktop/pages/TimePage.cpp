@@ -157,7 +157,9 @@ void TimePage::print(const PrintedChart& printed, QWidget* dialog) const {
     const clsLog* const log = state_.LogInView(session_);
     if (log == nullptr || opened.log == nullptr) return;
     const auto view = [&](const PageMetrics& paper) {
-        return PrintedView{*opened.file, *log, tab_, isModified(*opened.log, *log), paper};
+        const bool isOfView = printed.Files.empty();
+        return PrintedView{*opened.file, *log,  tab_,         isOfView && isModified(*opened.log, *log),
+                           paper,        false, printed.Files};
     };
     std::vector<PreviewChoice> choices = {{Text::PrintedChart, [&](const PageMetrics& paper) {
                                                return chartPages(view(paper), printed.Chart, printed.Below);
