@@ -1,7 +1,9 @@
 #include "dialogs/DialogFit.h"
 
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QBoxLayout>
+#include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QEvent>
@@ -9,6 +11,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSlider>
 
 #include <algorithm>
 #include <string_view>
@@ -18,6 +21,7 @@ namespace kestrane {
 namespace {
 
 constexpr QSize kFrame(16, 48); // pixels: the border and the title that a desktop adds
+constexpr int kRounded = 2;     // pixels that a window can lose where the scale is no whole number
 
 // Dialogs of the toolkit lay themselves out.
 bool isOurs(const QDialog& dialog) {
@@ -61,7 +65,23 @@ QSize wantedSize(const QDialog& dialog, QSize room) {
     const int bar = area->verticalScrollBar()->sizeHint().width();
     const int below = dialog.minimumSizeHint().height() - area->minimumSizeHint().height();
     const QMargins margins = dialog.layout()->contentsMargins();
-    return QSize(inside.width() + bar + margins.left() + margins.right(), inside.height() + below).boundedTo(room);
+    const int width = inside.width() + bar + margins.left() + margins.right() + kRounded;
+    return QSize(width, inside.height() + below).boundedTo(room);
+}
+
+// Keeps the wheel from taking the focus while a dialog is scrolled.
+void leaveFocus(const QDialog& dialog) {
+    for (QWidget* widget : dialog.findChildren<QWidget*>())
+        if (widget->focusPolicy() == Qt::WheelFocus) widget->setFocusPolicy(Qt::StrongFocus);
+}
+
+// Whether the wheel would change a value over which it only comes by.
+bool isChangedInPassing(const QObject& watched) {
+    const auto* const widget = qobject_cast<const QWidget*>(&watched);
+    const bool hasValue = widget != nullptr && (qobject_cast<const QComboBox*>(widget) != nullptr ||
+                                                qobject_cast<const QSlider*>(widget) != nullptr ||
+                                                qobject_cast<const QAbstractSpinBox*>(widget) != nullptr);
+    return hasValue && !widget->hasFocus();
 }
 
 } // namespace
@@ -76,10 +96,15 @@ QSize DialogFit::roomFor(const QDialog& dialog) const {
 
 // At this moment its parts have been shown, so their sizes are known, and the window is not on the screen yet.
 bool DialogFit::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Wheel && isChangedInPassing(*watched)) {
+        event->ignore(); // what is around it may scroll
+        return true;
+    }
     if (event->type() != QEvent::Show || event->spontaneous()) return false;
     auto* const dialog = qobject_cast<QDialog*>(watched);
     if (dialog == nullptr || !isOurs(*dialog) || dialog->layout() == nullptr || dialog->layout()->count() == 0)
         return false;
+    leaveFocus(*dialog);
     const QSize room = roomFor(*dialog);
     const QSize least = dialog->minimumSizeHint();
     const bool isScrolled = least.width() > room.width() || least.height() > room.height();

@@ -1,5 +1,5 @@
 // Keeps the program's dialogs within the screen, whatever its size, scale and font: what does not fit is scrolled, and
-// the buttons at the end of a dialog stay in view.
+// the buttons at the end of a dialog stay in view. The wheel scrolls, and changes a value only where the focus is.
 #pragma once
 
 #include <QObject>

@@ -39,7 +39,7 @@ QFormLayout* form(QGroupBox* group) {
     return layout;
 }
 
-// Makes the fields of all groups begin on the same vertical line.
+// Makes the fields of the groups below each other begin on the same vertical line.
 void alignLabels(const QList<QLabel*>& labels) {
     int width = 0;
     for (const QLabel* label : labels)
@@ -74,11 +74,11 @@ OptionsSystemPage::OptionsSystemPage(SettingsDialog& settings) :
     layout->addWidget(dataFiles());
     layout->addWidget(instrument());
     auto* const user = new QHBoxLayout;
-    user->addWidget(language(), 1);
-    user->addWidget(appearance(), 1);
     layout->addLayout(user);
-    layout->addStretch(1);
+    user->addWidget(language(), 1);
     alignLabels(findChildren<QLabel*>());
+    user->addWidget(appearance(), 1); // beside the others, so its label is as wide as its text
+    layout->addStretch(1);
 }
 
 void OptionsSystemPage::store() {

@@ -9,6 +9,7 @@
 #include "dialogs/frmOptions.h"
 #include "explorer/NodeKeys.h"
 #include "protection/ProtectorDatabase.h"
+#include "resources/Languages.h"
 
 #include <QAbstractScrollArea>
 #include <QComboBox>
@@ -18,6 +19,7 @@
 #include <QScrollBar>
 #include <QSlider>
 #include <QTabWidget>
+#include <QWheelEvent>
 
 namespace kestrane {
 namespace {
@@ -87,6 +89,27 @@ TEST(DialogFit, NoDialogIsLargerThanItsScreenAndNothingIsCut) {
             onDialog([&](QDialog& dialog) { expectWhole(dialog, room, "intervals"); });
             frmCutIntervals::getIntervals(test.session, log, nullptr);
         }
+    }
+}
+
+// On a screen of 1366x768 at scale 1.5, within its frame.
+TEST(DialogFit, SettingsAreScrolledUpAndDownOnlyAndTheWheelChangesNothing) {
+    showAppearance(Appearance::Light);
+    const DialogFit fit(QSize(895, 464));
+    for (const Language& language : Languages()) {
+        TestSession test({}, {language, language});
+        onDialog([&](QDialog& dialog) {
+            const auto* const area = dialog.findChild<QScrollArea*>({}, Qt::FindDirectChildrenOnly);
+            ASSERT_NE(area, nullptr);
+            EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << language.Name;
+            auto& choice = control<QComboBox>(dialog, "cboAppearance");
+            const QPointF at = choice.rect().center();
+            QWheelEvent down(at, choice.mapToGlobal(at), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(&choice, &down);
+            EXPECT_EQ(choice.currentIndex(), 0);
+            EXPECT_FALSE(down.isAccepted()) << "it is for what is around";
+        });
+        frmOptions::ShowFromToolsMenu(test.session, nullptr);
     }
 }
 
