@@ -4,6 +4,7 @@
 #include "app/Placement.h"
 #include "app/StartUp.h"
 #include "desktop/HelpTopic.h"
+#include "desktop/MessageLabel.h"
 #include "desktop/StartPage.h"
 #include "desktop/assessment/frmAssessment.h"
 #include "desktop/frmExplorer.h"
@@ -24,7 +25,6 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -277,10 +277,8 @@ void mdiMain::fillMenu(QMenu& menu, Menu which) {
 
 void mdiMain::makeStatusBar() {
     for (const PanelOf& panel : kPanels) {
-        auto* const label = new QLabel;
-        label->setObjectName(QLatin1String(panel.name)); // without an accessible name, so that its text is read out
-        label->setTextFormat(Qt::PlainText);
-        label->setMinimumWidth(1);
+        auto* const label = new MessageLabel;
+        label->setObjectName(QLatin1String(panel.name));
         statusBar()->addWidget(label, panel.stretch);
         panels_[panel.panel] = label;
     }
@@ -448,11 +446,11 @@ void mdiMain::showRecentFiles() {
 }
 
 void mdiMain::SetPanel(Panel panel, const std::string& text) {
-    panels_.at(panel)->setText(shown(text));
+    panels_.at(panel)->Show(shown(text));
 }
 
 void mdiMain::ClearPanel(Panel panel, const std::string& text) {
-    if (panels_.at(panel)->text() == shown(text)) panels_.at(panel)->clear();
+    if (panels_.at(panel)->text() == shown(text)) SetPanel(panel, {});
 }
 
 void mdiMain::RebuildExplorerTrees() {

@@ -20,7 +20,6 @@
 #include <map>
 #include <vector>
 
-class QLabel;
 class QMdiArea;
 class QMenu;
 
@@ -30,6 +29,7 @@ class frmAssessment;
 class frmExplorer;
 class frmFind;
 class frmPrint;
+class MessageLabel;
 
 class mdiMain : public QMainWindow, public Frame {
     Q_OBJECT
@@ -153,7 +153,7 @@ private:
     std::map<Menu, QMenu*> menus_;
     std::vector<QAction*> recent_;
     std::vector<std::pair<QAction*, const MenuItem*>> separators_; // of the popups, and the first item behind each
-    std::map<Panel, QLabel*> panels_;
+    std::map<Panel, MessageLabel*> panels_;
     QToolBar* tbToolBar_;
     std::optional<int> treeWidth_; // pixels; nothing until the user has chosen a width
     int busy_ = 0;                 // so many have said that they are at long work
