@@ -265,13 +265,16 @@ of_files() {
 }
 
 of_download() {
-    "$bin/kestrane-sim" --family brevik --from samples/brevik-short-form.xml >"$home/line" &
+    "$bin/kestrane-sim" --family brevik --speed 4800 --from samples/brevik-short-form.xml >"$home/line" &
     sleep 1
     printf '[SerialPorts]\nCOM3=%s\n' "$(cat "$home/line")" >"$XDG_CONFIG_HOME/Velmora.ini"
     open
     key ctrl+d
     sleep 6
     take download
+    key Return
+    sleep 2
+    take download-progress '^Downloading'
     stop
     rm "$XDG_CONFIG_HOME/Velmora.ini"
 }
