@@ -40,7 +40,7 @@ protected:
 
 private:
     void fit() {
-        setMinimumHeight(0); // the height for a width is never less
+        setMinimumHeight(0);                                    // the height for a width is never less
         setMinimumHeight(std::max(0, heightForWidth(width()))); // negative before there was any text
     }
 };
