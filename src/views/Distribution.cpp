@@ -28,6 +28,12 @@ std::optional<double> percentOf(double seconds, const std::vector<LevelClass>& c
     return all > 0 ? std::optional(kPercent * seconds / all) : std::nullopt;
 }
 
+// With the weighting of the levels, when the log says it.
+std::string classCaption(const clsLog& log) {
+    const std::string caption = log.session().LoadText(Text::LevelClass);
+    return log.FreqWeightA().empty() ? caption : caption + " " + log.FreqWeightA();
+}
+
 } // namespace
 
 std::vector<double> typedNumbers(std::string_view text, double most, const Locale& locale) {
@@ -61,8 +67,8 @@ ChartData distributionChart(const clsLog& log, std::span<const AnalysedRow> rows
     chart.Shape = ChartShape::Bar;
     chart.RowCount = classes.size();
     chart.DivisionsPerLabel = chart.DivisionsPerTick = classes.size() / kMostLabels + 1;
-    chart.CategoryTitle = session.LoadText(Text::LevelClass) + " " + log.FreqWeightA() + " (" +
-                          PlainCaption(session.LoadText(Text::ClassWidth)) + " " + edgeText(session, width) + ")";
+    chart.CategoryTitle = classCaption(log) + " (" + PlainCaption(session.LoadText(Text::ClassWidth)) + " " +
+                          edgeText(session, width) + ")";
     chart.PrimaryTitle = session.LoadText(Text::ShareInClass);
     chart.SecondaryTitle = session.LoadText(Text::ShareAtOrAbove);
     chart.HasSecondaryAxis = true;
@@ -93,9 +99,8 @@ CellTable distributionTable(const clsLog& log, std::span<const AnalysedRow> rows
         if (!percent) return {};
         return column % 2 == 1 ? durationText(seconds) : formatNumber(*percent, "##0.0", session.locale);
     };
-    return {{session.LoadText(Text::LevelClass), session.LoadText(Text::TimeInClass),
-             session.LoadText(Text::ShareInClass), session.LoadText(Text::TimeAtOrAbove),
-             session.LoadText(Text::ShareAtOrAbove)},
+    return {{classCaption(log), session.LoadText(Text::TimeInClass), session.LoadText(Text::ShareInClass),
+             session.LoadText(Text::TimeAtOrAbove), session.LoadText(Text::ShareAtOrAbove)},
             classes->size(),
             cell};
 }

@@ -41,7 +41,7 @@ TEST(Distribution, SaysHowLongTheLevelWasInEachClassAndAbove) {
     const CellTable table = distributionTable(shown.log, rows, 2);
     EXPECT_EQ(copiedDistribution(shown.log, "L50 71.0 dB", table).Text,
               "Yard\r\nL50 71.0 dB\r\n"
-              "From, dB\tIn the class\tIn the class, %\tAt or above\tAt or above, %\r\n"
+              "From, dB A\tIn the class\tIn the class, %\tAt or above\tAt or above, %\r\n"
               "70.0\t01:15:00\t62.5\t02:00:00\t100.0\r\n"
               "72.0\t00:15:00\t12.5\t00:45:00\t37.5\r\n"
               "74.0\t00:30:00\t25.0\t00:30:00\t25.0\r\n");
