@@ -7,12 +7,26 @@
 #include "platform/RuntimeError.h"
 #include "reports/ReportLanguage.h"
 
+#include <algorithm>
+
 namespace kestrane {
 
 namespace {
 
 constexpr std::string_view kSection = "Reports";
 constexpr std::string_view kParts = "Parts"; // chosen in the preview last
+
+struct ReportRow {
+    Command command;
+    ReportForm form;
+    Text::Id text;
+};
+
+constexpr ReportRow kReports[] = {
+    {Command::PrintDefault, ReportForm::Default, Text::CommandDefaultReport},
+    {Command::PrintCumulative, ReportForm::Cumulative, Text::CommandCumulativeReport},
+    {Command::PrintIntervals, ReportForm::CumulativeAndIntervals, Text::CommandIntervalsReport},
+    {Command::PrintCriteria, ReportForm::CumulativeAndCriteria, Text::CommandCriteriaReport}};
 
 } // namespace
 
@@ -51,8 +65,9 @@ void frmPrint::print(const LayOut& layOut) {
     printDocument(session_, printers_, parent_, false, layOut, progress.function());
 }
 
-void frmPrint::PrintReport(ReportForm form) {
-    print([&](const PageMetrics& paper) { return report(paper, form); });
+void frmPrint::PrintReport(Command command) {
+    const ReportRow& row = *std::ranges::find(kReports, command, &ReportRow::command);
+    print([&](const PageMetrics& paper) { return report(paper, row.form); });
 }
 
 void frmPrint::PrintGraph() {
@@ -65,15 +80,6 @@ void frmPrint::PrintGraph() {
 }
 
 void frmPrint::ShowPreview() {
-    struct Form {
-        ReportForm form;
-        Text::Id text;
-    };
-
-    constexpr Form kForms[] = {{ReportForm::Default, Text::CommandDefaultReport},
-                               {ReportForm::Cumulative, Text::CommandCumulativeReport},
-                               {ReportForm::CumulativeAndIntervals, Text::CommandIntervalsReport},
-                               {ReportForm::CumulativeAndCriteria, Text::CommandCriteriaReport}};
     PreviewParts parts{{}, partsOf(session_.state->read(kSection, kParts, {}))};
     for (const ReportPartRow& row : reportPartRows()) {
         const bool isProtector = row.Part == ReportPart::Protector;
@@ -81,12 +87,12 @@ void frmPrint::ShowPreview() {
             parts.Offered.insert(row.Part);
     }
     std::vector<PreviewChoice> choices;
-    for (const Form& form : kForms) {
-        if (form.form == ReportForm::CumulativeAndIntervals &&
+    for (const ReportRow& row : kReports) {
+        if (row.form == ReportForm::CumulativeAndIntervals &&
             explorer_.State().LogInView(session_)->LogIntervals.Count() == 0)
             continue;
         choices.push_back(
-            {form.text, [&, form](const PageMetrics& paper) { return report(paper, form.form, parts.Chosen); }, true});
+            {row.text, [&](const PageMetrics& paper) { return report(paper, row.form, parts.Chosen); }, true});
     }
     if (explorer_.LogTabs().HasContent())
         choices.push_back({Text::CommandCurrentView, [this](const PageMetrics& paper) { return view(paper); }});

@@ -2,6 +2,7 @@
 // lives as long as one command.
 #pragma once
 
+#include "app/Menus.h"
 #include "model/Session.h"
 #include "printing/Printer.h"
 #include "reports/Report.h"
@@ -14,8 +15,8 @@ class frmPrint {
 public:
     frmPrint(Session& session, frmExplorer& explorer, QWidget* parent);
 
-    void PrintReport(ReportForm form);
-    void PrintGraph(); // prints the tab in front
+    void PrintReport(Command command); // one of the commands that print a report
+    void PrintGraph();                 // prints the tab in front
     void ShowPreview();
 
 private:

@@ -160,9 +160,9 @@ void mdiMain::run(Command command) {
         {Command::FilePrintPreview, onFrame<&mdiMain::showPreview>},
         {Command::PrintDefault, onFrame<&mdiMain::printReport>},
         {Command::PrintCumulative,
-         [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::Cumulative); }},
+         [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(Command::PrintCumulative); }},
         {Command::PrintIntervals,
-         [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::CumulativeAndIntervals); }},
+         [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(Command::PrintIntervals); }},
         {Command::PrintCurrentView, [](mdiMain& frame, frmExplorer*) { frame.printer().PrintGraph(); }},
         {Command::FileExit, onFrame<&mdiMain::close>},
         {Command::EditUndo, onFrame<&mdiMain::exchange, Direction::Undo>},
@@ -227,7 +227,7 @@ void mdiMain::run(Command command) {
          [](mdiMain& frame, frmExplorer*) { frame.showAssessment(NewAssessment(frame.session_)); }},
         {Command::LogAddToAssessment, onFrame<&mdiMain::addToAssessment>},
         {Command::PrintCriteria,
-         [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(ReportForm::CumulativeAndCriteria); }},
+         [](mdiMain& frame, frmExplorer*) { frame.printer().PrintReport(Command::PrintCriteria); }},
         {Command::FileExport, onFrame<&mdiMain::exportTable>},
         {Command::ViewHistory, onFrame<&mdiMain::showHistory>},
         {Command::FileRecoverDownload, onFrame<&mdiMain::recoverDownload>},
@@ -289,7 +289,7 @@ void mdiMain::exportTable() {
 
 void mdiMain::printReport() {
     const frmAssessment* const assessment = activeAssessment();
-    if (assessment == nullptr) return printer().PrintReport(ReportForm::Default);
+    if (assessment == nullptr) return printer().PrintReport(Command::PrintDefault);
     Printers printers;
     PrintProgress progress(session_, this);
     printDocument(

@@ -53,6 +53,7 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
         {Command::LogInsertRows, "nnnnnnnn"},
         {Command::LogCompareHPD, "nnnnnnnn"},
         {Command::LogConvertWeighting, "nnnnnnnn"},
+        {Command::LogAddToAssessment, "nnnnnnnn"},
         {Command::ViewHPD, "nnnnnnnn"},
         {Command::LogDisplayOptions, "nnnnnnyy"},
         {Command::ToolsSettings, "yyyyyyyy"},
@@ -77,8 +78,14 @@ TEST(IsMenuEnabled, FollowsWhatIsOpenAndSelected) {
     const MenuState shown = {true, "L1I1F1", &open.log(), eTabFullLog};
     open.log().LogIntervals.setArraySize(1);
     EXPECT_EQ(answer(Command::PrintIntervals, shown), 'y');
+    EXPECT_EQ(answer(Command::LogAddToAssessment, shown), 'y');
     open.log().IntervalsRecalculating = true;
     EXPECT_EQ(answer(Command::FilePrint, shown), 'n');
+    clsLog octaves(open.session);
+    octaves.Mode(modeFullOctave);
+    EXPECT_EQ(answer(Command::LogConvertWeighting, {true, "O1I1F1", &octaves}), 'y');
+    octaves.IntervalsRecalculating = true;
+    EXPECT_EQ(answer(Command::LogConvertWeighting, {true, "O1I1F1", &octaves}), 'n');
     open.session.OpenFiles.clear();
     EXPECT_EQ(answer(Command::FileCloseAll, {true, "", nullptr, eTabFullLog}), 'n');
     EXPECT_EQ(answer(Command::FileSave, {true, "F1", nullptr, eTabFullLog}), 'n'); // of a file that has gone

@@ -101,6 +101,8 @@ TEST(Comparison, AsksForAProtectorOnceAndShowsWhatItDoes) {
     EXPECT_EQ(page.faults(), "");
     EXPECT_NE(page.lines(0).front().find("LCeq "), std::string::npos);
     EXPECT_EQ(desk.settings.read("Preferences", "Correction", ""), "2");
+    auto& explorer = dynamic_cast<frmExplorer&>(*desk.area().currentSubWindow()->widget());
+    EXPECT_EQ(explorer.State().View.CorrectionFactor, 2);
 }
 
 TEST(Comparison, TheRankListTakesTheBestAndEstimatesTwoTogether) {

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QTreeWidgetItemIterator>
 
 namespace kestrane {
@@ -20,6 +21,11 @@ QString words(const QAction& action) {
 }
 
 } // namespace
+
+void dragMouse(QWidget& over, QPoint to, Qt::KeyboardModifiers keys) {
+    QMouseEvent move(QEvent::MouseMove, to, over.mapToGlobal(to), Qt::NoButton, Qt::LeftButton, keys);
+    QCoreApplication::sendEvent(&over, &move);
+}
 
 Desk::Desk(MemorySettings store, QSize size, MessageInterface* boxes, const Wording& wording) :
     settings(std::move(store)),

@@ -24,6 +24,9 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 
 namespace kestrane {
 
+// Moves the mouse with the left button held. That of QTest moves the cursor, which a platform without one does not do.
+void dragMouse(QWidget& over, QPoint to, Qt::KeyboardModifiers keys = {});
+
 class Desk {
 public:
     // boxes: shows the messages in the place of the script.

@@ -92,6 +92,7 @@ TEST(Settings, TheTreeAndEveryTabFollowTheDialog) {
     Desk desk;
     desk.openLog(kShift, "Broadband 1", "Intervals (Table)");
     const auto columns = [&] { return desk.control<QAbstractItemView>("grdTable").model()->columnCount(); };
+    QAction* ofLog = nullptr;
     EXPECT_EQ(columns(), 6);
     onDialog([](QDialog& dialog) {
         click(dialog, "optTVFiles2");
@@ -103,7 +104,11 @@ TEST(Settings, TheTreeAndEveryTabFollowTheDialog) {
         click(dialog, "chkPlot1");
         click(dialog, "cmdOK");
     });
-    desk.command("Display Options...").trigger();
+    const QString text = desk.command("Display Options...").text();
+    for (QAction* const action : desk.frame->actions()) // first that of the tree, then that of the log
+        if (action->text() == text) ofLog = action;
+    ofLog->trigger();
+    EXPECT_EQ(columns(), 5);
     EXPECT_EQ(desk.tree().currentItem()->text(0), "Broadband 1");
 
     desk.clickTab("Cumultv (Data)");

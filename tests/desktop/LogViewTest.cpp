@@ -11,6 +11,7 @@
 #include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyle>
@@ -195,7 +196,13 @@ TEST(Charts, FollowTheIntervalTheAxisTheNoteAndTheLegend) {
     Desk desk;
     desk.openLog(kShift, "Broadband 1");
     auto& full = desk.control<chaTab>("chaTab0");
-    EXPECT_TRUE(full.isFootnoteShown());
+    EXPECT_TRUE(full.isFootnoteShown() && full.isLegendShown());
+    onDialog([](QDialog& dialog) {
+        control<QPlainTextEdit>(dialog, "txtEdit").setPlainText("The fan was off");
+        dialog.accept();
+    });
+    desk.command("Edit Note...").trigger();
+    EXPECT_NE(full.chart().Footnote.find("The fan was off"), std::string::npos);
     desk.command("Note").trigger();
     desk.command("Legend").trigger();
     EXPECT_FALSE(full.isFootnoteShown());

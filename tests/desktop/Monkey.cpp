@@ -190,8 +190,8 @@ void Monkey::drag(QWidget& parent) {
     const Qt::KeyboardModifiers keys = below(3) == 0 ? Qt::ControlModifier : Qt::NoModifier;
     note("drag on " + nameOf(*widget));
     QTest::mousePress(widget, Qt::LeftButton, keys, from);
-    if (widget != nullptr) QTest::mouseMove(widget, (from + to) / 2);
-    if (widget != nullptr) QTest::mouseMove(widget, to);
+    if (widget != nullptr) dragMouse(*widget, (from + to) / 2, keys);
+    if (widget != nullptr) dragMouse(*widget, to, keys);
     if (widget != nullptr) QTest::mouseRelease(widget, Qt::LeftButton, keys, to);
 }
 

@@ -108,6 +108,10 @@ TEST(ZoomPanel, TakesTheRowsThatTheTimeChartShows) {
     desk.press(Qt::Key_0);
     EXPECT_EQ(chosen(desk, "lstZoom1").left(5), "13:02");
     EXPECT_EQ(rowsInView(desk), 246);
+    EXPECT_TRUE(desk.control<QWidget>("fraWholeFigures").isVisible());
+    desk.answer({Button::Yes});
+    desk.command("Force Recalc").trigger();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !desk.control<QWidget>("fraWholeFigures").isVisible(); }));
 }
 
 TEST(IntervalWizard, ExcludesARangeThatIsSavedWithTheFile) {

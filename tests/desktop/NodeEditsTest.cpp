@@ -3,9 +3,11 @@
 #include "files/Loaders.h"
 
 #include <QClipboard>
+#include <QDrag>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QTableView>
+#include <QTimer>
 #include <QUrl>
 
 namespace kestrane {
@@ -57,6 +59,16 @@ struct TwoFilesDesk : Desk {
         QDropEvent dropped(centre(target), Qt::CopyAction, &data, Qt::LeftButton, {});
         QCoreApplication::sendEvent(tree().viewport(), &dropped);
         settle();
+    }
+
+    // Whether a node that is dragged with these keys held is to be moved.
+    bool isMovedBy(Qt::KeyboardModifiers keys) {
+        const QPoint from = centre("Broadband 1");
+        QTest::mousePress(tree().viewport(), Qt::LeftButton, keys, from);
+        QTimer::singleShot(0, &tree(), &QDrag::cancel); // where the platform has drags, they wait for an end
+        dragMouse(*tree().viewport(), from - QPoint(0, 3 * QApplication::startDragDistance()), keys);
+        QTest::mouseRelease(tree().viewport(), Qt::LeftButton, keys, from);
+        return tree().findChildren<QDrag*>().back()->mimeData()->hasFormat("application/x-kestrane-move");
     }
 
     QPoint centre(const char* text) { return tree().visualItemRect(&node(text)).center(); }
@@ -137,6 +149,8 @@ TEST(NodeEdits, TheDeleteKeyAsksAndTheNodeSelectedNextOpensOnAClick) {
 
 TEST(NodeEdits, DraggedNodesAreCopiedAndWithCtrlMovedWhereTheyBelong) {
     TwoFilesDesk desk;
+    EXPECT_TRUE(desk.isMovedBy(Qt::ControlModifier));
+    EXPECT_FALSE(desk.isMovedBy(Qt::ShiftModifier));
     EXPECT_TRUE(desk.isAllowed("L1I3F2", "Joinery, workshop [C50311]"));
     EXPECT_TRUE(desk.isAllowed("L1I3F2", "Broadband 1")) << "itself, where nothing happens";
     EXPECT_FALSE(desk.isAllowed("L1I3F2", "Full Octave"));

@@ -79,6 +79,10 @@ TEST(Print, ThePreviewShowsPagesAndSavesThem) {
         EXPECT_GT(page.width(), first.width());
         report.setCurrentIndex(1);
         EXPECT_EQ(number.maximum(), 2);
+        desk.session.Options.PrintIntervals = false; // of the default report
+        report.setCurrentIndex(2);
+        EXPECT_EQ(number.maximum(), 4) << "with intervals";
+        report.setCurrentIndex(1);
         click(dialog, "chkLandscape");
         EXPECT_GT(page.width(), page.height());
         EXPECT_EQ(number.maximum(), 2);
