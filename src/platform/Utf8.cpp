@@ -62,6 +62,7 @@ bool isValidPiece(std::string_view text) {
 
 bool isValidUtf8(std::string_view text) {
     constexpr std::size_t kPiece = std::size_t{4} << 20;
+    if (text.size() <= kPiece) return isValidPiece(text);
     // A sequence belongs to the piece that its first byte lies in. When all pieces are valid, so is the whole.
     const auto begin = [&](std::size_t at) {
         const std::size_t last = std::min(at + 3, text.size());
