@@ -6,7 +6,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -188,15 +187,7 @@ TEST(Looks, EveryControlHasANameAndIsReachedByTab) {
     }
 }
 
-// Too small for its text. A text that wraps takes the width that it gets.
-bool isCut(const QWidget& widget) {
-    const auto* label = qobject_cast<const QLabel*>(&widget);
-    const bool wraps = label != nullptr && label->wordWrap();
-    return (!wraps && widget.width() < widget.sizeHint().width()) ||
-           widget.height() < widget.minimumSizeHint().height();
-}
-
-TEST(Looks, NoTextIsCutShort) {
+TEST(Looks, PanelTimesAndTabsHaveTheirWidth) {
     Desk desk;
     for (const auto& [sample, log] : {std::pair("night-environment.xml", "Broadband 1"), std::pair(kSurvey, "Planer"),
                                       std::pair("third-octave-2000.xml", "Third Octave 1")}) {
@@ -208,17 +199,6 @@ TEST(Looks, NoTextIsCutShort) {
         const auto& table = desk.control<QTableView>("grdTable");
         EXPECT_GE(table.columnWidth(0), table.sizeHintForIndex(table.model()->index(0, 0)).width()) << sample;
         EXPECT_GE(tabs.width(), tabs.tabRect(tabs.count() - 1).right());
-        for (int tab = 0; tab < tabs.count(); ++tab) {
-            desk.clickTab(tabs.tabText(tab).toUtf8().constData());
-            for (const QWidget* widget : desk.area().findChildren<QWidget*>()) {
-                const auto* label = qobject_cast<const QLabel*>(widget);
-                const bool hasText = label != nullptr || widget->inherits("QPushButton") ||
-                                     widget->inherits("QRadioButton") || widget->inherits("QComboBox");
-                EXPECT_FALSE(hasText && widget->isVisible() && isCut(*widget))
-                    << sample << ", " << desk.tabInFront().toStdString() << ": " << widget->objectName().toStdString()
-                    << (label != nullptr ? label->text().toStdString() : "");
-            }
-        }
     }
 }
 
