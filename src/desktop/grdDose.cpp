@@ -254,8 +254,10 @@ void grdDose::ShowRows() {
 void grdDose::showRowsFrom(int row, int column) {
     const clsLog* log = log_();
     if (log == nullptr) return;
+    const bool wasOnRow = IsOnRow();
     model_.SetTable(exposureTable(*log));
     setCurrentIndex(model_.index(std::min(row, model_.rowCount() - 1), column));
+    if (IsOnRow() != wasOnRow) emit CurrentRowChanged(); // a table that is filled anew has no cell to compare with
 }
 
 bool grdDose::IsOnRow() const {

@@ -146,6 +146,15 @@ TEST(Exposures, RowsAreDeletedAndPasted) {
 
     desk.go(2, kLeq); // the totals
     EXPECT_FALSE(desk.isEnabled("Delete Row(s)..."));
+    desk.go(0, kLeq);
+    onDialog([](QDialog& dialog) {
+        type(control<QLineEdit>(dialog, "txtAnswer"), "1:2");
+        click(dialog, "cmdOK");
+    });
+    click(*desk.frame, "cmdDeleteRows");
+    desk.comeBack();
+    ASSERT_EQ(desk.grid().model()->rowCount(), 1);
+    EXPECT_FALSE(desk.isEnabled("Delete Row(s)...") || desk.control<QWidget>("cmdDeleteRows").isEnabled());
     EXPECT_TRUE(desk.isEnabled("Insert Row(s)..."));
     desk.clickTab("Full Log");
     EXPECT_FALSE(desk.isEnabled("Insert Row(s)..."));

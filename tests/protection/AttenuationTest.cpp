@@ -122,8 +122,9 @@ TEST(ProtectedLevel, ByHML) {
         float a, c, pnr;
     };
 
-    // H 32, M 25, L 17: d 0 gives 25 + 7/4 * 2, d 2 gives M, d 10 gives L
-    for (const Case& k : {Case{100, 100, 28.5F}, Case{100, 102, 25}, Case{100, 106, 21}, Case{100, 110, 17}}) {
+    // H 32, M 25, L 17: d 0 gives 25 + 7/4 * 2, d 1.5 gives 25 + 7/4 * 0.5, d 2 gives M, d 10 gives L
+    for (const Case& k : {Case{100, 100, 28.5F}, Case{100, 101.5F, 25.875F}, Case{100, 102, 25}, Case{100, 106, 21},
+                          Case{100, 110, 17}}) {
         Wearer wearer;
         wearer.twoChannels(k.a, k.c);
         wearer.setHML(32, 25, 17);
