@@ -16,6 +16,7 @@
 #include <QMimeData>
 #include <QTreeWidgetItemIterator>
 
+#include <algorithm>
 #include <fstream>
 
 namespace kestrane {
@@ -25,6 +26,7 @@ namespace {
 constexpr std::size_t kNoted = 30; // steps
 constexpr std::size_t kFiles = 6;  // open at once
 constexpr int kStepsInDialog = 5;  // at most
+constexpr int kLogs = 200;         // in a document, which doubles when it is merged into itself
 constexpr int kWindows = 12;       // of all kinds
 constexpr int kLookEvery = 2;      // milliseconds
 constexpr auto kStepsProperty = "stepsOfTheMonkey";
@@ -130,6 +132,12 @@ void Monkey::recover() {
     if (area().subWindowList().size() > kWindows) area().closeAllSubWindows();
     for (QWidget* const window : frame->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
         if (window->isWindow() && window->isVisible() && below(4) == 0) window->close();
+    const bool isTooLarge = std::ranges::any_of(session.OpenFiles, [](const auto& file) {
+        int logs = 0;
+        forEachLog(*file, [&](const clsLog&) { ++logs; });
+        return logs > kLogs;
+    });
+    if (isTooLarge) command(loadPlainText(session, Text::CommandCloseAll).toUtf8()).trigger();
     if (session.OpenFiles.empty() && below(2) == 0) openFile();
     settle();
 }

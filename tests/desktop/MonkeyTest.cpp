@@ -37,14 +37,13 @@ int numberOf(const char* variable, int otherwise) {
     return text == nullptr ? otherwise : std::atoi(text);
 }
 
-// The keys and texts of the nodes, in order.
-QStringList nodesOf(const Session& session, const std::vector<TreeNode>& nodes) {
+// The keys and texts of the nodes, in order. Those that stand outermost have the mark of their document.
+QStringList nodesOf(const Session& session, const std::vector<TreeNode>& nodes, bool isOutermost = true) {
     QStringList all;
     for (const TreeNode& node : nodes) {
-        const Node object = resolve(session, node.Key);
-        const bool isFile = node.Key.starts_with(tFILE);
-        all.push_back(shown(node.Key + " " + node.Text + (isFile ? markOf(*object.file) : "")));
-        all += nodesOf(session, node.Children);
+        const std::string mark = isOutermost ? markOf(*resolve(session, node.Key).file) : "";
+        all.push_back(shown(node.Key + " " + node.Text + mark));
+        all += nodesOf(session, node.Children, false);
     }
     return all;
 }
