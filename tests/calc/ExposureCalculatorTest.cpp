@@ -72,18 +72,6 @@ TEST(DoseTotals, AMissingLevelOrDurationEmptiesItsTotalAlone) {
     EXPECT_EQ(exposureTotalsLine(table.log)[eColumnExposureTime], "00:00:00");
 }
 
-TEST(DoseTotals, DoNotDependOnTheOrderOfRows) {
-    Table table;
-    for (const float leq : {81.0F, 97.3F, 88.8F})
-        table.add(leq, "02:00:00");
-    const DoseTotals before = doseTotals(table.log);
-    std::reverse(table.log.DoseLogIntervals.begin(), table.log.DoseLogIntervals.end());
-    const DoseTotals after = doseTotals(table.log);
-    EXPECT_FLOAT_EQ(before.Leq.Value(), after.Leq.Value());
-    EXPECT_FLOAT_EQ(before.Lex.Value(), after.Lex.Value());
-    EXPECT_FLOAT_EQ(before.Dose.Value(), after.Dose.Value());
-}
-
 TEST(ExposureRows, AnEmptyTableGetsTheLogsOwnRow) {
     Table table;
     table.log.Criterion = 80;

@@ -1,6 +1,5 @@
 #include "ErrorOf.h"
 #include "model/clsDate.h"
-#include "model/clsDoseLogSample.h"
 #include "model/clsFileInfo.h"
 #include "model/clsTime.h"
 #include "model/clsValue.h"
@@ -223,25 +222,6 @@ TEST(Time, IsReadFromThreeParts) {
     for (const char* withoutSeconds : {"1:2", "1:2:"})
         EXPECT_TRUE(read(withoutSeconds) == timeOf(1, 2, 9) && error == kErrorTypeMismatch) << withoutSeconds;
     EXPECT_TRUE(read("1:3000000000:0") == timeOf(1, 8, 9) && error == kErrorOverflow);
-}
-
-TEST(ExposureRow, ComputesItsLevelAndDose) {
-    const auto figures = [](float leq, std::int16_t criterion, std::int16_t exchange, std::int32_t hours) {
-        clsDoseLogSample row;
-        row.Leq.Value(leq);
-        row.Criterion = criterion;
-        row.Exchange = exchange;
-        row.Duration = timeOf(hours, 0, 0);
-        return row.getLex().Format(Zeros::Shown, Reading::Computed, {}, kPoint) + ' ' +
-               row.getDose().Format(Zeros::Shown, Reading::Computed, {}, kPoint);
-    };
-    EXPECT_EQ(figures(85, 85, 3, 4), "82.0 50.0");
-    EXPECT_EQ(figures(90, 85, 5, 8), "90.0 200.0");
-    EXPECT_EQ(figures(0, 85, 3, 8), "0.0 0.0");
-    EXPECT_EQ(figures(85, 0, 3, 8), "85.0 0.0");
-    EXPECT_EQ(figures(85, 85, 0, 8), "85.0 0.0");
-    EXPECT_EQ(figures(85, 85, 3, 0), "0.0 0.0");
-    EXPECT_EQ(figures(9000, 85, 3, 8), "9000 0.0") << "past what can be held";
 }
 
 TEST(FileInfo, TellsOfFilesThatExist) {

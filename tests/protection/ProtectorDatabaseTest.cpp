@@ -59,16 +59,6 @@ TEST(ReadProtectors, ABadLineEndsTheReadingWithTheRecordsBeforeIt) {
     EXPECT_EQ(protectors[0].Name.size(), 915U);
 }
 
-TEST(ProtectorsText, ReadsBackTheSame) {
-    std::vector<clsHP> protectors;
-    readProtectors(kFull + "\nBare,1" + repeated(",", 40), protectors);
-    const std::string text = protectorsText(protectors);
-    EXPECT_EQ(text, kFull + "\r\nBare,1" + repeated(",0", 40) + "\r\n");
-    std::vector<clsHP> again;
-    readProtectors(text, again);
-    EXPECT_EQ(protectorsText(again), text);
-}
-
 TEST(ReadProtectors, NamesOfAnOldFileAreRead) {
     std::vector<clsHP> protectors;
     readProtectors("Geh\xF6rschutz,1" + repeated(",", 40), protectors);

@@ -118,17 +118,5 @@ TEST(TextTable, HasWordsForEveryName) {
     EXPECT_EQ(count, std::ssize(TextTable()));
 }
 
-TEST(TextTable, FindsEveryEntryAndNothingElse) {
-    int previous = 0;
-    for (const auto& [id, text] : TextTable()) {
-        for (int missing = previous + 1; missing < id; ++missing)
-            ASSERT_FALSE(FindText(Text::Id{missing})) << missing;
-        ASSERT_EQ(FindText(id), text);
-        EXPECT_FALSE(text.empty()) << id;
-        previous = id;
-    }
-    EXPECT_FALSE(FindText(Text::Id{previous + 1}));
-}
-
 } // namespace
 } // namespace kestrane

@@ -2,24 +2,11 @@
 
 #include "ShownLog.h"
 #include "model/clsOptions.h"
-#include "views/LogTabs.h"
 
 #include <gtest/gtest.h>
 
 namespace kestrane {
 namespace {
-
-TEST(CopyData, IsOfferedByTab) {
-    std::string whole;
-    std::string values;
-    for (const LogTab tab : kAllLogTabs) {
-        whole += IsCopyable(tab, false, true) ? 'y' : 'n';
-        values += IsCopyable(tab, true, true) ? 'y' : 'n';
-        EXPECT_FALSE(IsCopyable(tab, false, false) || IsCopyable(tab, true, false)) << tab;
-    }
-    EXPECT_EQ(whole, "yyyyyyyyy");
-    EXPECT_EQ(values, "ynyynynnn");
-}
 
 TEST(CopyData, ATableGoesOutWithoutOverloadedRowsAndEscaped) {
     ShownLog shown;

@@ -35,13 +35,6 @@ TEST(DisplayBy, ListsLeadBackToWhatTheyName) {
     EXPECT_EQ(placeOf({"", eLmin}, parameters), 0U) << "not plotted on channel A";
 }
 
-TEST(DisplayBy, CaptionsOfALogWithChannelBNameTheChannel) {
-    ShownLog shown(modeThirdOctave);
-    shown.log.IsChannelBOn = true;
-    shown.plot(kChannelA, kInterval, {eLeq});
-    EXPECT_EQ(displayByList(shown.log, kByParam).back().Text, "LAeq (CHA)");
-}
-
 TEST(DisplayBy, ABroadbandLogOffersNoChoice) {
     ShownLog shown;
     shown.plot(kChannelA, kInterval, {eLeq});

@@ -27,9 +27,5 @@ TEST(NoiseRatingChart, DrawsTheCurvesAndTheLogOnTop) {
     EXPECT_TRUE(isNullValue(chart->Series.back().Values[0])); // not measured
 }
 
-TEST(NoiseRatingChart, ABroadbandLogHasNone) {
-    EXPECT_FALSE(noiseRatingChart(ShownLog().log));
-}
-
 } // namespace
 } // namespace kestrane
