@@ -285,24 +285,6 @@ TEST(Undo, FollowsAPasteWhateverIsSelectedUntilSomethingElseIsDone) {
     EXPECT_EQ(edited(Direction::Undo), &one.file());
 }
 
-TEST(Undo, ALogThatWasDeletedComesBackAsItWasChanged) {
-    OneLog one;
-    clsLog& log = one.log();
-    ASSERT_TRUE(editLog(log, Text::StepNote, [&] { return log.Note = "x", true; }));
-    ExplorerState state;
-    state.SelectedKey = "L1I1F1";
-    one.messages.Answers = {Button::Ok};
-    ASSERT_TRUE(DeleteNode(one.session, state));
-    EXPECT_EQ(one.undoText(), "&Undo Delete Log");
-    EXPECT_TRUE(one.undo());
-    EXPECT_EQ(one.log().Note, "x");
-    EXPECT_TRUE(one.undo());
-    EXPECT_EQ(one.log().Note, "");
-    EXPECT_TRUE(one.redo());
-    EXPECT_TRUE(one.redo());
-    EXPECT_EQ(resolve(one.session, "L1I1F1").log, nullptr);
-}
-
 TEST(History, SaysWhatEveryEditChangedOnceItsFiguresAreThere) {
     OneLog one;
     clsLog& log = one.log();

@@ -8,8 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <random>
-#include <set>
 
 namespace kestrane {
 namespace {
@@ -155,21 +153,6 @@ TEST(PasteNode, TellsIntoWhichOtherCollectionTheLogsWent) {
     EXPECT_EQ(frame.Told, std::vector({text, text}));
 }
 
-TEST(PasteNode, CopiesShareRowsAndNothingElse) {
-    TwoFiles files;
-    clsLog& source = files.log("T1I1F1");
-    source.LogIntervals.setArraySize(1000);
-    source.LogIntervals.Columns().setLevel(Quantity::LeqA, 5, 999, {80, 80});
-    source.Selected = true;
-    ASSERT_TRUE(PasteNode(files.session, "T1I1F1", "F2", false));
-    clsLog& copy = files.log("T3I3F2");
-    EXPECT_EQ(copy.LogIntervals.Columns().levels(Quantity::LeqA, 5).data(),
-              source.LogIntervals.Columns().levels(Quantity::LeqA, 5).data());
-    EXPECT_FALSE(copy.Selected);
-    copy.Name = "other";
-    EXPECT_EQ(source.Name, "t");
-}
-
 TEST(PasteNode, IsTakenBackWhenNoIdentityIsLeft) {
     TwoFiles files;
     files.log("L5I4F2").LogId = std::numeric_limits<std::int32_t>::max();
@@ -275,55 +258,6 @@ TEST(MovedBetweenDocuments, IsUndoneInBothOrInNeither) {
     EXPECT_FALSE(canExchange(&files.file(2), Direction::Undo));
     EXPECT_EQ(exchangeText(session, &files.file(2), Direction::Undo), "&Undo");
     EXPECT_EQ(files.outline(2), "77(L4d L1a T2u) 99(L5e)");
-}
-
-void addKeys(const std::vector<TreeNode>& nodes, std::vector<std::string>& keys) {
-    for (const TreeNode& node : nodes) {
-        keys.push_back(node.Key);
-        addKeys(node.Children, keys);
-    }
-}
-
-TEST(Editing, AnyWalkLosesNoLogAndIsUndoneToItsStart) {
-    constexpr unsigned kWalks = 300;
-    constexpr int kSteps = 25;
-    for (unsigned seed = 1; seed <= kWalks; ++seed) {
-        SCOPED_TRACE(seed);
-        std::mt19937 random(seed);
-        TwoFiles files;
-        Session& session = files.session;
-        bool isDeleted = false;
-        for (int step = 0; step < kSteps; ++step) {
-            std::vector<std::string> keys;
-            addKeys(buildTree(session), keys);
-            const std::string source = keys[random() % keys.size()];
-            const std::string target = keys[random() % keys.size()];
-            const unsigned choice = random() % 10;
-            if (choice < 6) {
-                PasteNode(session, source, target, choice < 3);
-            } else if (choice == 6) {
-                ExplorerState state;
-                state.SelectedKey = source;
-                files.messages.Answers = {Button::Ok};
-                isDeleted = DeleteNode(session, state) || isDeleted;
-            } else if (choice == 7) {
-                clsLog* const log = resolve(session, source).log;
-                if (log != nullptr) editLog(*log, Text::StepCalculation, [&] { return ++log->Criterion != 0; });
-            } else {
-                exchangeStep(session, &files.file(choice == 8 ? 1 : 2),
-                             random() % 3 == 0 ? Direction::Redo : Direction::Undo);
-            }
-            std::set<std::string> names;
-            forEachLog(session, [&](const clsLog& log) { names.insert(log.Name); });
-            ASSERT_TRUE(isDeleted || names.size() == 8);
-        }
-        while (exchangeStep(session, &files.file(1), Direction::Undo) ||
-               exchangeStep(session, &files.file(2), Direction::Undo)) {
-        }
-        ASSERT_EQ(files.outline(1), kOne);
-        ASSERT_EQ(files.outline(2), kTwo);
-        ASSERT_FALSE(files.file(1).Changed || files.file(2).Changed);
-    }
 }
 
 } // namespace
