@@ -103,20 +103,6 @@ TEST_F(DocumentsTest, AFileThatDoesNotOpenLeavesNothingButItsMessage) {
     EXPECT_EQ(session.RecentFiles, std::vector<std::string>{folder.file("none.xml")});
 }
 
-// The dose per hour follows from the dose by the measured time, which is there after the first pass only.
-TEST_F(DocumentsTest, AMachineLogIsRecalculatedWhenItIsRead) {
-    const std::string text = "Corvane 5,C50331,,,,85,3,SLM,Slow,A,OFF,,,0,60,0,OFF,0,0,0,0,0,0,0,01/03/2020,10:00:00,"
-                             "stoplog,0,01/03/2020,12:00:00,91,0,0,0,1,2,3,4,5,0,0,0,0,0,0,0,0,0,";
-    ASSERT_TRUE(OpenFile(session, written("a.log", text), OpenSource::Named, true));
-    const clsFile& file = *session.OpenFiles.back();
-    EXPECT_TRUE(file.IsOldStyle());
-    const clsLog& log = *file.InstrumentDatas.front()->Locations.front();
-    EXPECT_TRUE(log.FullyCalculated);
-    EXPECT_NEAR(log.DoseMTCumA.CalcValue(), 100, 0.5); // 6 dB above the criterion for a quarter of the day
-    EXPECT_EQ(log.DoseMTCumA.Value(), 2);
-    EXPECT_NEAR(log.DoseHourA.CalcValue(), log.DoseMTCumA.CalcValue() / 2, 0.001);
-}
-
 // What a selection leaves out does not come back with the recalculation on opening: it waits for the rows. Until then
 // the figures of the file stand, and the new ones are no change of the user's.
 TEST_F(DocumentsTest, ExcludedTimeStaysExcludedWhenAFileIsOpenedAgain) {

@@ -27,15 +27,6 @@ TEST(AcquireDialog, OctavesAreTickedWhereTheyCanBeFetched) {
     EXPECT_TRUE(AcquireDialog(listOf({})).CanAccept()); // the download then tells that there are none
 }
 
-TEST(AcquireDialog, ARowHasTheLengthOfItsLogWhereThatIsKnown) {
-    const TestSession test;
-    AcquireList list = listOf({"a", "b"});
-    EXPECT_EQ(AcquireDialog(list).RowText(test.session, 1), "b");
-    list.Seconds = {std::nullopt, 27 * 3600 + 62};
-    EXPECT_EQ(AcquireDialog(list).RowText(test.session, 0), "a");
-    EXPECT_EQ(AcquireDialog(list).RowText(test.session, 1), "b\tlength 27:01:02");
-}
-
 struct Report : TestSession {
     ScriptedTime clock;
     ProgressReport report{session, clock};

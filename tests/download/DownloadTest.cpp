@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <random>
 
 namespace kestrane {
 namespace {
@@ -66,32 +65,6 @@ TEST(DownloadTest, ErrorEndsItAtEveryExchange) {
             }
             EXPECT_FALSE(attempt.isDone) << failing;
             EXPECT_EQ(attempt.shown(), attempt.session.LoadText(Text::ErrorDownloading)) << failing;
-        }
-    }
-}
-
-// Every reply cut at every length, and with bytes changed at random.
-TEST(DownloadTest, AnyReplyIsSurvived) {
-    std::mt19937 random(7);
-    for (const SampleInstrument& instrument : instruments()) {
-        bool isReached = true;
-        for (int spoilt = 0; isReached; ++spoilt) {
-            isReached = false;
-            std::size_t size = 0;
-            for (std::size_t length = 0; length <= size; length += 1 + length / 32) {
-                const Attempt cut(instrument, [&](int exchange, const std::string& reply) {
-                    if (exchange != spoilt) return reply;
-                    isReached = true;
-                    size = reply.size();
-                    return reply.substr(0, length);
-                });
-                const Attempt garbled(instrument, [&](int exchange, std::string reply) {
-                    if (exchange != spoilt) return reply;
-                    for (int i = 0; i < 4 && !reply.empty(); ++i)
-                        reply[random() % reply.size()] = static_cast<char>(random());
-                    return reply;
-                });
-            }
         }
     }
 }

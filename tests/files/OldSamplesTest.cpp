@@ -1,5 +1,4 @@
-// The samples of older formats: each opens under its own name and any other, and is saved as a data file that reads
-// back the same.
+// The samples of older formats: each opens the same under its own name and any other.
 #include "files/OpenedFile.h"
 #include "files/XmlWriter.h"
 
@@ -56,57 +55,6 @@ TEST(OldSamples, OpenUnderAnyName) {
             ASSERT_TRUE(opened.isOpen) << sample.name << name << opened.message;
             EXPECT_EQ(opened.file.IsOldStyle(), sample.isOldStyle) << sample.name << name;
             EXPECT_TRUE(figuresOf(opened.file) == figures) << sample.name << name;
-        }
-    }
-}
-
-TEST(OldSamples, ReadBackEqualWhenSaved) {
-    for (const OldSample& sample : kSamples) {
-        OpenedFile opened(sampleText(sample), sample.name);
-        opened.file.FileName = opened.folder.file("a.xml");
-        FileSave(opened.file);
-        EXPECT_FALSE(opened.file.IsOldStyle());
-        OpenedFile again(readText(opened.file.FileName));
-        ASSERT_TRUE(again.isOpen) << again.message;
-        for (const auto& data : again.file.InstrumentDatas) {
-            for (const LogMode mode : {modeBroadband, modeFullOctave}) {
-                for (const auto& log : data->logsOf(mode))
-                    OpenedFile::loadRows(*log);
-            }
-        }
-        EXPECT_TRUE(figuresOf(again.file) == figuresOf(opened.file)) << sample.name;
-    }
-}
-
-// Cut off anywhere or with a line out of its place, a file is declined or holds no more rows than the whole one.
-TEST(OldSamples, StandAnyCutAndSwappedLines) {
-    for (const OldSample& sample : kSamples) {
-        std::string content = sampleText(sample);
-        constexpr std::size_t kLongest = 5000;
-        if (content.size() > kLongest && sample.mode == modeBroadband) { // a project: keep a few rows of it
-            const std::size_t rest =
-                content.find("<LOGSAMPLE>", content.find("<LOGSAMPLE>", content.find("<LOGSAMPLE>") + 1) + 1);
-            content.erase(rest, content.find("<DOSELOGSAMPLE>") - rest);
-            content.resize(content.find("</INSDATA>") + 10);
-        }
-        OpenedFile opened("", sample.name);
-        const auto open = [&](const std::string& text) {
-            std::filesystem::remove(opened.file.FileName); // a file system may wait for the disk when one is cut short
-            writeText(opened.file.FileName, text);
-            opened.message.clear();
-            const bool isOpen = LoadDocument(opened.file, opened.message);
-            EXPECT_EQ(isOpen, opened.message.empty()) << sample.name;
-            for (const auto& data : opened.file.InstrumentDatas) {
-                for (const auto& log : data->logsOf(sample.mode))
-                    EXPECT_LE(log->LogIntervals.Count(), sample.rows) << sample.name << text.size();
-            }
-        };
-        for (std::size_t size = 0; size <= content.size(); ++size)
-            open(content.substr(0, size));
-        for (std::size_t at = content.find('\n'); at != std::string::npos; at = content.find('\n', at + 1)) {
-            const std::size_t end = content.find('\n', at + 1);
-            if (end != std::string::npos)
-                open(content.substr(at + 1, end - at) + content.substr(0, at + 1) + content.substr(end + 1));
         }
     }
 }
