@@ -2,7 +2,6 @@
 #include "dialogs/ModalDialog.h"
 #include "download/SampleInstruments.h"
 
-#include <QLabel>
 #include <QListWidget>
 
 namespace kestrane {
@@ -68,18 +67,6 @@ TEST(Download, OpensUntitledAndMergesIntoTheSelectedDocument) {
     EXPECT_EQ(desk.session.OpenFiles.size(), 1U);
     ASSERT_EQ(desk.messages.Boxes.size(), 1U);
     EXPECT_EQ(desk.messages.Boxes[0].Prompt, desk.session.LoadText(Text::DownloadAborted));
-}
-
-TEST(Download, SynchronizingClocksLooksForAnInstrumentAndCanBeCancelled) {
-    LineDesk desk(brevik());
-    onDialog([](QDialog& progress) {
-        EXPECT_EQ(control<QLabel>(progress, "lblProgress").text(), "Identifying Instrument...");
-        click(progress, "cmdCancel");
-    });
-    desk.command("Synchronize Clocks").trigger();
-    ASSERT_EQ(desk.messages.Boxes.size(), 1U);
-    EXPECT_EQ(desk.messages.Boxes[0].Prompt, desk.session.LoadText(Text::DownloadAborted));
-    EXPECT_TRUE(desk.session.OpenFiles.empty());
 }
 
 } // namespace

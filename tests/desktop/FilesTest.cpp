@@ -203,24 +203,6 @@ TEST(CloseFiles, AnUnchangedFileClosesUnaskedAndTheOtherLogStaysOnView) {
     EXPECT_TRUE(desk.tabs().isVisible());
 }
 
-TEST(CloseFiles, CloseAllAsksForEachChangedFileBeforeAnyIsSaved) {
-    Desk desk;
-    for (const char* sample : {kShift, kSurvey})
-        desk.open(sample);
-    change(desk);
-    change(desk, "Planer");
-    const auto before = desk.bytesOf(kShift);
-    desk.answer({Button::Yes, Button::Cancel});
-    desk.press(QKeySequence("Ctrl+Shift+W"));
-    EXPECT_EQ(desk.messages.Boxes.size(), 2U);
-    EXPECT_EQ(desk.session.OpenFiles.size(), 2U);
-    EXPECT_EQ(desk.bytesOf(kShift), before);
-    desk.answer({Button::No, Button::No});
-    desk.press(QKeySequence("Ctrl+Shift+W"));
-    EXPECT_TRUE(desk.session.OpenFiles.empty());
-    EXPECT_FALSE(desk.isEnabled("Close All"));
-}
-
 TEST(CloseFiles, ClosingWhileRowsAreLoadingGivesThemUp) {
     Desk desk;
     OpenFile(desk.session, desk.copyOf("third-octave-2000.xml"), OpenSource::Named, true);

@@ -3,19 +3,15 @@
 #include "dialogs/ModalDialog.h"
 #include "dialogs/Words.h"
 #include "dialogs/frmAbout.h"
-#include "dialogs/frmBrowse.h"
 #include "dialogs/frmExpTime.h"
 #include "dialogs/frmRecovery.h"
 #include "dialogs/frmSimpleEdit.h"
-#include "dialogs/frmSplash.h"
 #include "model/clsLog.h"
 #include "platform/TemporaryFolder.h"
 
-#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QScreen>
 #include <QTreeWidget>
 
 namespace kestrane {
@@ -87,17 +83,6 @@ TEST(SimpleEdit, TheNoteKeepsItsLines) {
     EXPECT_EQ(frmSimpleEdit::EditNote(test.session, "North gate", nullptr), std::nullopt);
 }
 
-TEST(Browse, GivesTheFolderOrNothing) {
-    TestSession test;
-    onDialog([](QDialog& dialog) {
-        EXPECT_EQ(dialog.windowTitle(), "Browse for Folder");
-        dialog.accept();
-    });
-    EXPECT_EQ(frmBrowse::AskFolder(test.session, nullptr, "/usr/share"), "/usr/share");
-    onDialog([](QDialog&) {});
-    EXPECT_EQ(frmBrowse::AskFolder(test.session, nullptr, "/usr/share"), "");
-}
-
 TEST(About, TellsVersionCompanyAndLicenceAsPlainText) {
     TestSession test;
     Session session("Brennock <i>& Sons</i>", {}, test.settings, test.messages, test.pump, test.clock);
@@ -111,17 +96,6 @@ TEST(About, TellsVersionCompanyAndLicenceAsPlainText) {
     EXPECT_TRUE(all.contains("Brennock <i>& Sons</i>\nLarch Works"));
     EXPECT_TRUE(all.contains("<a href=\"mailto:support@brennock.example\">support@brennock.example</a>"));
     EXPECT_TRUE(all.contains("General Public License"));
-}
-
-TEST(Splash, StandsInTheMiddleOfTheScreen) {
-    TestSession test;
-    frmSplash splash(test.session);
-    splash.show();
-    const QPoint off = splash.geometry().center() - splash.screen()->availableGeometry().center();
-    EXPECT_LE(off.manhattanLength(), 2);
-    EXPECT_TRUE(splash.accessibleName().contains("Kestrane Version "));
-    const QImage image = splash.grab().toImage();
-    EXPECT_NE(image.pixelColor(2, 2), image.pixelColor(image.width() - 3, image.height() / 2));
 }
 
 TEST(FileFilter, IsWrittenForTheFileDialog) {
