@@ -1,12 +1,22 @@
 #include "sim/Replay.h"
 
 #include "ErrorOf.h"
-#include "SimTest.h"
+#include "download/Wire.h"
+#include "sim/Faults.h"
+
+#include <gtest/gtest.h>
 
 #include <sstream>
 
 namespace kestrane {
 namespace {
+
+std::string joined(const Reply& reply) {
+    std::string all;
+    for (const Piece& piece : reply.pieces)
+        all += piece.bytes;
+    return all;
+}
 
 ReplayedInstrument replayed(const std::string& transcript) {
     std::istringstream stream(transcript);
@@ -44,6 +54,13 @@ TEST(Replay, NotesTheLineThatIsNoTranscript) {
     }
     EXPECT_EQ(joined(replayed("").answer("a")), "");
     EXPECT_EQ(joined(replayed("+1.0 < 02\n+1.0 > \n").answer("a")), "");
+}
+
+TEST(Faults, AreToldInWords) {
+    for (const char* text : {"silence", "silence=2", "error", "error=1", "echo", "split", "noise", "cut=0", "hangup=9"})
+        EXPECT_TRUE(parseFault(text)) << text;
+    for (const char* text : {"", "cut=", "cut=-1", "cut=x", "cut=1x", "echo=1", "Silence", "=1"})
+        EXPECT_FALSE(parseFault(text)) << text;
 }
 
 } // namespace
