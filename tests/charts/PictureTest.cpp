@@ -4,11 +4,9 @@
 #include "platform/RuntimeError.h"
 #include "platform/TemporaryFolder.h"
 
-#include <QBuffer>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QXmlStreamReader>
 
 #include <gtest/gtest.h>
 
@@ -20,29 +18,6 @@ ChartData titled() {
     chart.Title = "<b>Mill & press</b>";
     chart.Footnote = "Worn on the shoulder";
     return chart;
-}
-
-TEST(ChartPicture, FilesOfEachKindAreWhole) {
-    const TemporaryFolder folder;
-    chaTab tab({});
-    tab.setChart(titled());
-    tab.savePicture(folder.file("a.png"), {640, 400});
-    EXPECT_EQ(QImage(QString::fromStdString(folder.file("a.png"))).size(), QSize(640, 400));
-
-    tab.savePicture(folder.file("a.SVG"), {640, 400});
-    QXmlStreamReader svg(QByteArray::fromStdString(readText(folder.file("a.SVG"))));
-    QString text;
-    while (!svg.atEnd()) {
-        if (svg.readNext() == QXmlStreamReader::Characters) text += svg.text();
-    }
-    EXPECT_FALSE(svg.hasError()) << svg.errorString().toStdString();
-    EXPECT_TRUE(text.contains("<b>Mill & press</b>"));
-
-    tab.savePicture(folder.file("a.pdf"), {640, 400});
-    const QString file = QString::fromStdString(folder.file("a.pdf"));
-    const std::string printed = outputOf("pdftotext", {"-layout", file, "-"});
-    for (const char* expected : {"<b>Mill & press</b>", "Worn on the shoulder", "Series 1", "Time", "r2"})
-        EXPECT_NE(printed.find(expected), std::string::npos) << expected << '\n' << printed;
 }
 
 TEST(ChartPicture, IsInThePapersColoursAndAtTheRatioAsked) {
