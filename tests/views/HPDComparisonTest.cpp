@@ -34,7 +34,7 @@ TEST(HPDComparison, GradesAtTheEdges) {
     constexpr std::pair<float, ProtectionGrade> kCases[] = {
         {70, ProtectionGrade::Green},  {75, ProtectionGrade::Green},  {69.9F, ProtectionGrade::Orange},
         {65, ProtectionGrade::Orange}, {80, ProtectionGrade::Orange}, {80.1F, ProtectionGrade::Red},
-        {64.9F, ProtectionGrade::Red}, {-1, ProtectionGrade::Red}};
+        {64.9F, ProtectionGrade::Red}, {-1, ProtectionGrade::Red},    {75.1F, ProtectionGrade::Orange}};
     for (const auto& [level, grade] : kCases)
         EXPECT_EQ(gradeOf(level), grade) << level;
 }
