@@ -40,12 +40,6 @@ def row_of_everything():
     return ("<intvl><ca>" + "".join(f"<{n}>{figures}</{n}>" for n in names) + "</ca></intvl>").encode()
 
 
-def laughs():
-    entities = b'<!ENTITY l0 "lol">' + b"".join(
-        b'<!ENTITY l%d "%s">' % (n, b"&l%d;" % (n - 1) * 10) for n in range(1, 10))
-    return [b"<!DOCTYPE a [" + entities + b"]><a>&l9;</a>"]
-
-
 def attributes(count):
     return [b"<a" + b"".join(b' a%d=""' % n for n in range(count)) + b"/>"]
 
@@ -59,8 +53,6 @@ CONTENTS = [
     ("brackets", many(b"<"), "a name is missing"),
     ("open tags", many(b"<a>"), "nested too deeply"),
     ("UTF-16", [b"\xff\xfe", *many("<a>\u4e2d".encode("utf-16-le"))], "not closed"),
-    ("billion laughs", laughs(), "document type declarations are not accepted"),
-    ("two attributes", document(b'<log name="a" name="b"/>'), "'name' stands twice"),
     ("many attributes", attributes(200_000), "too many attributes"),
     ("more attributes", [b"<a", *many(b' a=""'), b"/>"], "too many attributes"),
     ("attribute without end", [b'<a b="', *many(b"x")], "does not end"),
@@ -84,11 +76,6 @@ CONTENTS = [
                                           b"</intvls></log>"), OPENS),
     ("full rows far apart", document(b"<log><md>2</md><intvls>", many(row_of_everything() + b"<intvl/>" * 511),
                                      b"</intvls></log>"), "Out of memory"),
-    ("no number", document(b"<log><ca><leq><f>1e999</f></leq></ca></log>"), "Unable to open"),
-    ("no number in a row", document(b"<log><intvls><intvl><ca><peak>1e999</peak></ca></intvl></intvls></log>"),
-     "Overflow"),
-    ("no date", document(b"<log><sdt>99/99/9999</sdt></log>"), OPENS),
-    ("no integer", document(b"<log><cri>99999</cri></log>"), "Unable to open"),
 ]
 
 ROW = b"<LOGSAMPLE></>"
@@ -224,7 +211,7 @@ def main():
             with open(path, "wb") as file:
                 file.writelines(content)
             size = os.path.getsize(path)
-            is_late = message in ("Out of memory", "Overflow")  # of rows: the header figures stand
+            is_late = message == "Out of memory"  # of rows: the header figures stand
             check.case(name, path, size, message, status=0 if message is OPENS or is_late else 1)
         for name, extension, content, message in OLDER:
             path = os.path.join(folder, "data." + extension)
