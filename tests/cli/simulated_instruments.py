@@ -115,13 +115,8 @@ FAULTS = {
     "echo": (TALLIX, "echo"),
     "split": (BREVIK, "split"),
     "split text": (CORVANE, "split"),
-    "noise in binary": (BREVIK, "noise"),
-    "noise in text": (INSTRUMENTS["merrowan"], "noise"),
-    "noise in files": (CORVANE, "noise"),
     "cut": (CORVANE, "cut=500"),
     "cut in a frame": (TALLIX, "cut=90"),
-    "hang-up": (BREVIK, "hangup=1000"),
-    "hang-up in text": (TALLIX, "hangup=60"),
 }
 
 TWO_LOGS = family("brevik", joined("two.xml", "brevik-short-form", "brevik-short-form"))
@@ -146,9 +141,7 @@ with concurrent.futures.ThreadPoolExecutor(max_workers=64) as pool:
     for key, instrument in INSTRUMENTS.items():
         CALLS["download", key] = pool.submit(Call, DOWNLOAD, instrument, more=["-o", in_folder(key + ".xml")])
     for key, (instrument, fault) in FAULTS.items():
-        # Reads that know their length wait until they are interrupted.
-        after = 8 if key.startswith("noise") else None
-        CALLS["fault", key] = pool.submit(Call, DOWNLOAD, [*instrument, "--fault", fault], interrupt_after=after)
+        CALLS["fault", key] = pool.submit(Call, DOWNLOAD, [*instrument, "--fault", fault])
     CALLS["interrupt"] = pool.submit(Call, DOWNLOAD, [*BREVIK, "--fault", "cut=1000"], interrupt_after=6)
     CALLS["identify"] = pool.submit(Call, ["identify"], CORVANE)
     CALLS["empty"] = pool.submit(Call, ["identify"], family("corvane", in_folder("empty.xml")))
@@ -382,19 +375,10 @@ class Faults(unittest.TestCase):
             self.assertEqual(CALLS["fault", key].document["InstrumentDatas"],
                              CALLS["download", plain].document["InstrumentDatas"])
 
-    def test_noise(self):
-        for key in FAULTS:
-            if key.startswith("noise"):
-                self.assertIn(CALLS["fault", key].status, (0, 1), key + ": " + CALLS["fault", key].errors)
-
     def test_plugged_in_again(self):
         told, output = CALLS["plugged in again"]
         self.assertIn("went away: it was unplugged, or the other end hung up. -> retry", told)
         self.assertEqual(json.loads(output)["InstrumentDatas"], CALLS["two logs"].document["InstrumentDatas"])
-
-    def test_hang_up(self):
-        self.ends("hang-up", ABORTED)
-        self.ends("hang-up in text", ABORTED)
 
     def test_interrupt(self):
         call = CALLS["interrupt"]
