@@ -336,7 +336,10 @@ void mdiMain::wire(frmExplorer& explorer) {
             [this](const QString& path) { begin([&] { openNamed({path}, OpenSource::Recent); }); });
     connect(&start, &StartPage::SampleAsked, this,
             [this](const QString& path) { begin([&] { openNamed({path}, OpenSource::Named); }); });
-    connect(&explorer, &frmExplorer::TreesChanged, this, [this] { RebuildExplorerTrees(); });
+    connect(&explorer, &frmExplorer::TreesChanged, this, [this] {
+        RebuildExplorerTrees();
+        EnableMenusAndButtons(); // there is a step that can be undone
+    });
     connect(&explorer, &frmExplorer::DeleteAsked, this, [this] { give(Command::EditDelete); });
     connect(&explorer, &frmExplorer::NodeDropped, this,
             [this, &explorer](const std::string& source, const std::string& target, bool move) {

@@ -63,6 +63,7 @@ TEST(Tree, NodesAreRenamedInPlace) {
     Desk desk;
     desk.openLog(kShift, "Broadband 1");
     desk.rename("Broadband 1", "Grinder");
+    EXPECT_TRUE(desk.isEnabled("Undo Rename"));
     desk.rename("Foundry, day shift [360417]", "Foundry");
     desk.rename(kShift, "renamed.xml");
     EXPECT_EQ(desk.nodes(), QStringList({"renamed.xml", "Foundry [360417]", "Broadband", "Grinder"}));
