@@ -24,11 +24,39 @@ traces() {
     find "$folder" 2>/dev/null || true
 }
 
+# Starts the desktop program and closes its window, which ends it.
+starts() {
+    wine "$folder/bin/kestrane.exe" &
+    program=$!
+    timeout 100 xdotool search --sync --onlyvisible --name '^Kestrane - ' >/dev/null || return 1
+    while wine taskkill /im kestrane.exe >/dev/null; do # until it hears, and is gone
+        sleep 1
+    done
+    wait "$program"
+}
+
+# A display of its own, from the beginning: the first program decides whether the Windows has one.
+if command -v Xvfb >/dev/null; then
+    rm -f "$WINEPREFIX/display"
+    mkfifo "$WINEPREFIX/display"
+    Xvfb -nolisten tcp -displayfd 3 2>/dev/null 3>"$WINEPREFIX/display" &
+    server=$!
+    trap 'kill "$server"' EXIT
+    DISPLAY=:$(head -n 1 "$WINEPREFIX/display")
+    export DISPLAY
+fi
+
 [ -z "$(traces)" ] || fail "it is installed already"
 echo "[x]" >"$settings"
 wine "$1" /S || fail "it does not install"
 wine "$1" /S || fail "it does not install over itself"
 wine "$folder/bin/kestrane-cli.exe" protectors list >/dev/null || fail "the installed program does not find its data"
+if [ -f "$folder/bin/kestrane.exe" ]; then
+    wine "$folder/bin/kestrane-cli.exe" report "$here/../../samples/roadworks-selection.xml" -o "$folder/report.pdf" \
+        >/dev/null || fail "the installed program prints no report"
+    rm "$folder/report.pdf"
+    starts || fail "the desktop program does not start"
+fi
 traces | grep -qF 'Uninstall\Kestrane' || fail "Windows does not know of it"
 wine "$folder/uninstall.exe" /S || fail "it does not uninstall"
 for _ in $(seq 60); do # the uninstaller goes on in a copy of itself

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """compare.py LINUX WINDOWS SAMPLES: saves and exports each sample with the kestrane-cli of both systems, prints its report
-where that of Windows can draw, and compares the files byte by byte. Exits with 1 when any of them differ."""
+where that of Windows can draw, and compares the files byte by byte, of reports the words. Exits with 1 when any of them differ."""
 import os
 import subprocess
 import sys
@@ -27,7 +27,11 @@ def run(program, words, folder, files):
 
 
 def parts(path):
-    """The bytes of a file; of a workbook those of its parts without the one that says when it was made."""
+    """The bytes of a file; of a workbook those of its parts without the one that says when it was made; the words of a
+    report, whose letters and fonts are placed and put into the file as the system does it."""
+    if path.suffix == ".pdf":
+        words = subprocess.run(["pdftotext", str(path), "-"], capture_output=True, text=True, check=True).stdout
+        return words.replace("Z:", "").split()
     if path.suffix != ".xlsx":
         return path.read_bytes()
     with zipfile.ZipFile(path) as book:

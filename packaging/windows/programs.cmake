@@ -25,8 +25,8 @@ function(kestrane_windows_program target description)
   target_sources(${target} PRIVATE ${script})
 endfunction()
 
-# Qt and what it needs go beside the programs, its plugins and translations beside their folder: there it looks for them. kestrane-cli draws
-# without a window (qoffscreen), as tests do.
+# Qt and what it needs go beside the programs, its plugins and translations beside their folder, where qt.conf has it look
+# for them. kestrane-cli draws without a window (qoffscreen), as tests do.
 if(NOT KESTRANE_QT)
   return()
 endif()
@@ -43,7 +43,8 @@ foreach(name libgcc_s_seh-1 libstdc++-6 libwinpthread-1 zlib1)
   list(APPEND dlls ${CMAKE_BINARY_DIR}/${name}.dll)
 endforeach()
 file(COPY ${dlls} ${qt}/bin/Qt6Test.dll DESTINATION ${CMAKE_BINARY_DIR}/bin)
-install(FILES ${dlls} DESTINATION bin)
+file(WRITE ${CMAKE_BINARY_DIR}/bin/qt.conf "[Paths]\nPrefix = ..\n")
+install(FILES ${dlls} ${CMAKE_BINARY_DIR}/bin/qt.conf DESTINATION bin)
 foreach(plugin imageformats/qjpeg platforms/qoffscreen platforms/qwindows styles/qwindowsvistastyle tls/qschannelbackend)
   get_filename_component(kind ${plugin} DIRECTORY)
   file(COPY ${qt}/plugins/${plugin}.dll DESTINATION ${CMAKE_BINARY_DIR}/plugins/${kind})

@@ -29,10 +29,11 @@ build() { # PACKAGE, further words for cmake
 without() {
     printf -- '-DFEATURE_%s=OFF ' "$@"
 }
-# The header of tabletevent is not in the Debian package, and a drawing by Direct2D or OpenGL is not wanted.
+# The header of tabletevent is not in the Debian package, and a drawing by Direct2D or OpenGL is not wanted. Without
+# Direct2D, what uses DirectWrite does not link.
 # shellcheck disable=SC2046
 build qt6-base -DINPUT_opengl=no \
-    $(without concurrent dbus direct2d glib icu openssl sql tabletevent tuiotouch vulkan xml zstd) \
+    $(without concurrent dbus direct2d directwrite directwrite3 glib icu openssl sql tabletevent tuiotouch vulkan xml zstd) \
     $(without system_freetype system_harfbuzz system_jpeg system_pcre2 system_png system_zlib)
 build qt6-svg
 build qt6-serialport

@@ -6,7 +6,7 @@ namespace kestrane {
 
 void* openModule(const char* file) {
     const auto give = reinterpret_cast<void* (*)(const char*)>(
-        functionOfLibrary(folderOfProgram() + KESTRANE_MODULES + file, "kestraneModule"));
+        functionOfLibrary(folderOfProgram() + KESTRANE_MODULES + file + KESTRANE_MODULE_ENDING, "kestraneModule"));
     return give == nullptr ? nullptr : give(KESTRANE_VERSION_TEXT);
 }
 

@@ -19,7 +19,7 @@ namespace kestrane {
 // Draws without a window.
 class Drawing {
 public:
-    static constexpr const char* kFile = "kestrane-drawing.so";
+    static constexpr const char* kFile = "kestrane-drawing";
     static constexpr const char* kPackage = "kestrane";
 
     virtual ~Drawing() = default;
@@ -39,7 +39,7 @@ public:
 // Reaches instruments and servers. Needs an event loop of the toolkit.
 class Connection {
 public:
-    static constexpr const char* kFile = "kestrane-connection.so";
+    static constexpr const char* kFile = "kestrane-connection";
     static constexpr const char* kPackage = "kestrane-cli";
 
     virtual ~Connection() = default;
@@ -51,8 +51,8 @@ public:
     virtual std::unique_ptr<Http> http() = 0;
 };
 
-// Returns what the function "kestraneModule" of a module gives for this version, or null when the module is not there
-// or is of another version.
+// Returns what the function "kestraneModule" of a module gives for this version, or null when the module, named without
+// the ending of its file, is not there or is of another version.
 void* openModule(const char* file);
 
 template <class Module>
