@@ -20,6 +20,7 @@ TEST(Acoustics, WorkedValues) {
     const double osha = 16.61;
     const Worked cases[] = {
         {"80 dB, 5 h: part of a day", normalisedTo8Hours(80, 5), 78.0, 0.05},
+        {"100 dB, 80 dB for three quarters of the time", levelPartlyProtected(100, 80, 0.75), 94.108, 0.001},
         {"86 dB, 2 h", normalisedTo8Hours(86, 2), 80.0, 0.05},
         {"95 dB, 45 min", normalisedTo8Hours(95, 0.75), 84.7, 0.05},
         {"and back", levelOfNormalised(normalisedTo8Hours(95, 0.75), 0.75), 95, 1e-9},
