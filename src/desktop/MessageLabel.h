@@ -38,9 +38,15 @@ protected:
         if (event->oldSize().width() != width()) fit();
     }
 
+    void changeEvent(QEvent* event) override {
+        QLabel::changeEvent(event);
+        if (event->type() == QEvent::FontChange) fit();
+    }
+
 private:
     void fit() {
-        setMinimumHeight(0);                                    // the height for a width is never less
+        setMinimumHeight(0);                           // the height for a width is never less
+        if (width() == 1 && !text().isEmpty()) return; // that of an empty one, which says nothing: the layout comes
         setMinimumHeight(std::max(0, heightForWidth(width()))); // negative before there was any text
     }
 };

@@ -58,9 +58,7 @@ frmCompare::frmCompare(const Session& session, const clsLog* first, Owner owner,
     };
     add(Text::CommandCopy, "cmdCopy", QDialogButtonBox::ActionRole,
         [this] { owner_.copy(copiedCells(comparedTable(session_, compared_))); });
-    add(Text::CommandPrint, "cmdPrint", QDialogButtonBox::ActionRole, [this] {
-        owner_.print({chart_->onPage(), comparedTable(session_, compared_), {}, filesOfCompared()}, this);
-    });
+    add(Text::CommandPrint, "cmdPrint", QDialogButtonBox::ActionRole, [this] { owner_.print(printed(), this); });
     add(Text::CloseButton, "cmdClose", QDialogButtonBox::RejectRole, [this] { reject(); });
     auto* const left = new QVBoxLayout;
     left->addWidget(labelOf(session, Text::CompareChoose, *list_));
@@ -137,16 +135,19 @@ void frmCompare::choose() {
     showChosen();
 }
 
-std::string frmCompare::filesOfCompared() const {
+PrintedChart frmCompare::printed() const {
     std::string names;
+    int files = 0;
     const clsFile* last = nullptr;
     for (const Offered& offered : offered_) {
         if (offered.File == last || std::ranges::find(compared_, offered.Log, &ComparedLog::Log) == compared_.end())
             continue;
         last = offered.File;
+        ++files;
         names += (names.empty() ? "" : ", ") + last->ShortenedFileName();
     }
-    return names;
+    // The foot of a page has no room for many names, so they stand below the chart, too.
+    return {chart_->onPage(), comparedTable(session_, compared_), files > 1 ? names : std::string(), names};
 }
 
 void frmCompare::showChosen() {

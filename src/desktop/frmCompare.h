@@ -41,7 +41,7 @@ private:
     QWidget* axes();
     void choose();
     void showChosen();
-    std::string filesOfCompared() const; // their names
+    PrintedChart printed() const;
 
     const Session& session_;
     Owner owner_;

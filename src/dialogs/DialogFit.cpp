@@ -69,10 +69,10 @@ QSize wantedSize(const QDialog& dialog, QSize room) {
     return QSize(width, inside.height() + below).boundedTo(room);
 }
 
-// Keeps the wheel from taking the focus while a dialog is scrolled.
-void leaveFocus(const QDialog& dialog) {
-    for (QWidget* widget : dialog.findChildren<QWidget*>())
-        if (widget->focusPolicy() == Qt::WheelFocus) widget->setFocusPolicy(Qt::StrongFocus);
+// Keeps the wheel from giving the focus, which comes before the wheel itself.
+void leaveFocus(QObject& watched) {
+    auto* const widget = qobject_cast<QWidget*>(&watched);
+    if (widget != nullptr && widget->focusPolicy() == Qt::WheelFocus) widget->setFocusPolicy(Qt::StrongFocus);
 }
 
 // Whether the wheel would change a value over which it only comes by.
@@ -96,6 +96,7 @@ QSize DialogFit::roomFor(const QDialog& dialog) const {
 
 // At this moment its parts have been shown, so their sizes are known, and the window is not on the screen yet.
 bool DialogFit::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Polish) leaveFocus(*watched);
     if (event->type() == QEvent::Wheel && isChangedInPassing(*watched)) {
         event->ignore(); // what is around it may scroll
         return true;
@@ -104,7 +105,6 @@ bool DialogFit::eventFilter(QObject* watched, QEvent* event) {
     auto* const dialog = qobject_cast<QDialog*>(watched);
     if (dialog == nullptr || !isOurs(*dialog) || dialog->layout() == nullptr || dialog->layout()->count() == 0)
         return false;
-    leaveFocus(*dialog);
     const QSize room = roomFor(*dialog);
     const QSize least = dialog->minimumSizeHint();
     const bool isScrolled = least.width() > room.width() || least.height() > room.height();

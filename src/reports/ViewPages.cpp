@@ -54,8 +54,8 @@ PageGrid gridOf(std::vector<std::string> captions, Cells cells) {
 // A chart that fills its page within the margins.
 class ChartPage : public PagedDocument {
 public:
-    ChartPage(const PrintedView& view, ChartOnPage chart, const std::string& below) :
-        heading_(headingOf(view)),
+    ChartPage(const PrintedView& view, ChartOnPage chart, const std::string& below, std::string title) :
+        heading_(title.empty() ? headingOf(view) : headed(view, std::move(title))),
         frame_(view.log.session(), heading_, view.metrics),
         chart_(std::move(chart)),
         line_(view.metrics.lineHeight(kBodyFont)) {
@@ -88,8 +88,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart, const std::string& below) {
-    return std::make_unique<ChartPage>(view, std::move(chart), below);
+std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart, const std::string& below,
+                                          std::string title) {
+    return std::make_unique<ChartPage>(view, std::move(chart), below, std::move(title));
 }
 
 std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, PanelForm panel) {

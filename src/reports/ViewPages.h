@@ -26,8 +26,9 @@ struct PrintedView {
     std::string FileNames{}; // for the foot, of what comes of several files; empty for the name of the file
 };
 
-// The chart with a text below it, which may be empty.
-std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart, const std::string& below);
+// The chart with a text below it, which may be empty. Without a title, the pages are called after log and tab.
+std::unique_ptr<PagedDocument> chartPages(const PrintedView& view, ChartOnPage chart, const std::string& below,
+                                          std::string title = {});
 
 // The labels that a form of the panel (ePanelBothChannels and so on) shows for a band.
 std::unique_ptr<PagedDocument> panelPages(const PrintedView& view, int band, PanelForm panel);

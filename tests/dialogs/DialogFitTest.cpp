@@ -103,6 +103,7 @@ TEST(DialogFit, SettingsAreScrolledUpAndDownOnlyAndTheWheelChangesNothing) {
             ASSERT_NE(area, nullptr);
             EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << language.Name;
             auto& choice = control<QComboBox>(dialog, "cboAppearance");
+            EXPECT_EQ(choice.focusPolicy(), Qt::StrongFocus) << "or the wheel gives the focus first";
             const QPointF at = choice.rect().center();
             QWheelEvent down(at, choice.mapToGlobal(at), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
             QApplication::sendEvent(&choice, &down);
@@ -111,6 +112,9 @@ TEST(DialogFit, SettingsAreScrolledUpAndDownOnlyAndTheWheelChangesNothing) {
         });
         frmOptions::ShowFromToolsMenu(test.session, nullptr);
     }
+    QComboBox inWindow;
+    inWindow.show();
+    EXPECT_EQ(inWindow.focusPolicy(), Qt::StrongFocus);
 }
 
 } // namespace

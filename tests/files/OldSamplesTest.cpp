@@ -1,4 +1,5 @@
-// The samples of older formats: each opens the same under its own name and any other.
+// The samples of older formats: each opens under its own name and any other, and is saved as a data file that reads
+// back the same.
 #include "files/OpenedFile.h"
 #include "files/XmlWriter.h"
 
@@ -56,6 +57,24 @@ TEST(OldSamples, OpenUnderAnyName) {
             EXPECT_EQ(opened.file.IsOldStyle(), sample.isOldStyle) << sample.name << name;
             EXPECT_TRUE(figuresOf(opened.file) == figures) << sample.name << name;
         }
+    }
+}
+
+TEST(OldSamples, ReadBackEqualWhenSaved) {
+    for (const OldSample& sample : kSamples) {
+        OpenedFile opened(sampleText(sample), sample.name);
+        opened.file.FileName = opened.folder.file("a.xml");
+        FileSave(opened.file);
+        EXPECT_FALSE(opened.file.IsOldStyle());
+        OpenedFile again(readText(opened.file.FileName));
+        ASSERT_TRUE(again.isOpen) << again.message;
+        for (const auto& data : again.file.InstrumentDatas) {
+            for (const LogMode mode : {modeBroadband, modeFullOctave}) {
+                for (const auto& log : data->logsOf(mode))
+                    OpenedFile::loadRows(*log);
+            }
+        }
+        EXPECT_TRUE(figuresOf(again.file) == figuresOf(opened.file)) << sample.name;
     }
 }
 

@@ -162,7 +162,8 @@ void TimePage::print(const PrintedChart& printed, QWidget* dialog) const {
                            paper,        false, printed.Files};
     };
     std::vector<PreviewChoice> choices = {{Text::PrintedChart, [&](const PageMetrics& paper) {
-                                               return chartPages(view(paper), printed.Chart, printed.Below);
+                                               return chartPages(view(paper), printed.Chart, printed.Below,
+                                                                 printed.Chart.Data->Title);
                                            }}};
     if (printed.Table.RowCount > 0)
         choices.push_back({Text::PrintedTable, [&](const PageMetrics& paper) {
