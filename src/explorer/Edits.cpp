@@ -111,9 +111,9 @@ void markAgain(clsFile& file, bool isOfContent) {
     if (isOfContent) file.Changed = !file.Edits.isAtSaved();
 }
 
-void markOther(const Session& session, const EditStep& step, Direction direction) {
+void markOther(const EditStep& step, Direction direction) {
     const auto* const arrangement = dynamic_cast<const ArrangementStep*>(&step);
-    clsFile* const other = arrangement == nullptr ? nullptr : session.fileById(arrangement->MarkedFile);
+    const std::shared_ptr<clsFile> other = arrangement == nullptr ? nullptr : arrangement->Marked.lock();
     if (other == nullptr) return;
     other->Edits.mark(direction == Direction::Redo);
     other->Changed = !other->Edits.isAtSaved();
@@ -288,7 +288,7 @@ bool exchangeStep(Session& session, clsFile* file, Direction direction) {
         session.ShowMessage(std::to_string(error.Number) + ": " + error.what(), kIconExclamation);
         return false;
     }
-    markOther(session, step, direction);
+    markOther(step, direction);
     session.frame->RebuildExplorerTrees();
     session.frame->EnableMenusAndButtons();
     return true;

@@ -54,7 +54,7 @@ public:
     void exchange() override;
     void describe(HistoryLine& line) const override; // the logs that went and that came
 
-    int MarkedFile = 0; // identity of another document that the step has marked as changed; 0 for none
+    std::weak_ptr<clsFile> Marked; // another document that the step has marked as changed
 
 private:
     struct Place {

@@ -212,7 +212,7 @@ void Paste::record() {
         step_->Joined = sourceStep_->Joined = std::make_shared<JoinedStep>(JoinedStep{&source, &target});
         recordStep(source, std::move(sourceStep_), wasSourceChanged);
     } else if (!isSameFile() && (!wasSourceChanged || source.Edits.isMarked())) {
-        step_->MarkedFile = source.FileId;
+        step_->Marked = source.Life;
         source.Edits.mark(true);
     }
     recordStep(target, std::move(step_), wasTargetChanged);

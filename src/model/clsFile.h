@@ -44,6 +44,10 @@ public:
     bool ReadOnly = false; // another running program has the file open, so that it is saved under other names only
     std::shared_ptr<FileLock> Held; // tells other running programs that the file is open here
 
+    // For those who remember the document: a weak pointer to this is empty once the document is closed. FileId is then
+    // given to another one.
+    const std::shared_ptr<clsFile> Life{this, [](clsFile*) {}};
+
     bool JustAcquired() const { return FileName == ShortenedFileName(); } // FileName holds no path
 
     bool IsOldStyle() const { return OldStyle; }

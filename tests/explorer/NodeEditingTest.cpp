@@ -260,5 +260,20 @@ TEST(MovedBetweenDocuments, IsUndoneInBothOrInNeither) {
     EXPECT_EQ(files.outline(2), "77(L4d L1a T2u) 99(L5e)");
 }
 
+TEST(PasteNode, MarksNoDocumentThatHasTheIdentityOfAClosedOne) {
+    TwoFiles files;
+    Session& session = files.session;
+    ASSERT_TRUE(PasteNode(session, "L4I3F2", "F1", false)); // marks the second document
+    session.OpenFiles.pop_back();
+    session.OpenFiles.push_back(std::make_unique<clsFile>(session, "three.xml"));
+    AssignIdentities(session, true, 0);
+    files.file(2).Changed = true; // by something that cannot be undone
+    ASSERT_TRUE(exchangeStep(session, &files.file(1), Direction::Undo));
+    EXPECT_TRUE(files.file(2).Changed);
+    files.file(2).Changed = false;
+    ASSERT_TRUE(exchangeStep(session, &files.file(1), Direction::Redo));
+    EXPECT_FALSE(files.file(2).Changed);
+}
+
 } // namespace
 } // namespace kestrane
