@@ -40,9 +40,13 @@ private:
 
 class NameStep : public EditStep {
 public:
-    NameStep(std::string& name, std::string kept) : EditStep(Text::StepRename), name_(name), kept_(std::move(kept)) {}
+    NameStep(std::string& name, std::string kept, const clsLog* log) :
+        EditStep(Text::StepRename), name_(name), kept_(std::move(kept)), log_(log) {}
 
-    void exchange() override { name_.swap(kept_); }
+    void exchange() override {
+        name_.swap(kept_);
+        if (log_ != nullptr) log_->RaiseLogValuesChanged(); // its charts bear its name
+    }
 
     void describe(HistoryLine& line) const override {
         line.Before = kept_;
@@ -52,6 +56,7 @@ public:
 private:
     std::string& name_;
     std::string kept_;
+    const clsLog* const log_; // whose name it is; null for that of a collection
 };
 
 // Renames a file back. A document that has been saved under another name since then is left as it is.
@@ -160,8 +165,13 @@ bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change) {
     return true;
 }
 
-void editName(clsFile& file, std::string& name, const std::string& newName) {
-    recordStep(file, std::make_unique<NameStep>(name, std::exchange(name, newName)), file.Changed);
+void editLogName(clsFile& file, clsLog& log, const std::string& newName) {
+    recordStep(file, std::make_unique<NameStep>(log.Name, std::exchange(log.Name, newName), &log), file.Changed);
+    log.RaiseLogValuesChanged();
+}
+
+void editCollectionName(clsFile& file, clsInsData& data, const std::string& newName) {
+    recordStep(file, std::make_unique<NameStep>(data.NameX, std::exchange(data.NameX, newName), nullptr), file.Changed);
 }
 
 void editFileName(clsFile& file, const std::string& newName) {

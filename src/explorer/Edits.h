@@ -35,8 +35,9 @@ void recordRecalculation(clsFile& file, const clsLog& log, const KeptFigures& be
 // user gets a message and change is not called. Returns what change returned.
 bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change);
 
-// Renames an object of the document, as a step.
-void editName(clsFile& file, std::string& name, const std::string& newName);
+// Renames a log or a collection of the document, as a step.
+void editLogName(clsFile& file, clsLog& log, const std::string& newName);
+void editCollectionName(clsFile& file, clsInsData& data, const std::string& newName);
 
 // Renames the file, also on disk, as a step. Raises what RenameFile raises.
 void editFileName(clsFile& file, const std::string& newName);

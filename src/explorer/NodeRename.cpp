@@ -24,9 +24,9 @@ bool renameNode(Session& session, const std::string& key, const std::string& new
     if (newText.empty() || newText == editableText(session, key)) return false;
     const Node node = resolve(session, key);
     if (node.log != nullptr) {
-        editName(*node.file, node.log->Name, newText);
+        editLogName(*node.file, *node.log, newText);
     } else if (node.data != nullptr && key.starts_with(tINST)) {
-        editName(*node.file, node.data->NameX, newText);
+        editCollectionName(*node.file, *node.data, newText);
     } else if (node.file != nullptr && key.starts_with(tFILE)) {
         return renameFile(session, *node.file, newText);
     } else {

@@ -51,7 +51,7 @@ struct RunningProgram : TestSession {
     }
 
     static void rename(clsFile& file, const std::string& name) {
-        editName(file, file.InstrumentDatas.front()->NameX, name);
+        editCollectionName(file, *file.InstrumentDatas.front(), name);
     }
 
     static std::string nameIn(const clsFile& file) { return file.InstrumentDatas.front()->NameX; }

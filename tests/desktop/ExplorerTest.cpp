@@ -1,3 +1,4 @@
+#include "charts/chaTab.h"
 #include "desktop/Desk.h"
 
 #include <QDialog>
@@ -64,6 +65,10 @@ TEST(Tree, NodesAreRenamedInPlace) {
     desk.openLog(kShift, "Broadband 1");
     desk.rename("Broadband 1", "Grinder");
     EXPECT_TRUE(desk.isEnabled("Undo Rename"));
+    EXPECT_EQ(desk.control<chaTab>("chaTab0").chart().Title, "Grinder");
+    desk.command("Undo Rename").trigger();
+    EXPECT_EQ(desk.control<chaTab>("chaTab0").chart().Title, "Broadband 1");
+    desk.command("Redo Rename").trigger();
     desk.rename("Foundry, day shift [360417]", "Foundry");
     desk.rename(kShift, "renamed.xml");
     EXPECT_EQ(desk.nodes(), QStringList({"renamed.xml", "Foundry [360417]", "Broadband", "Grinder"}));

@@ -62,7 +62,7 @@ struct Program : TestSession {
     }
 
     static void name(clsFile& file, const std::string& name) {
-        editName(file, file.InstrumentDatas.front()->NameX, name);
+        editCollectionName(file, *file.InstrumentDatas.front(), name);
     }
 
     void tellAll() const {
