@@ -264,7 +264,8 @@ constexpr DialogRow kOtherDialogs[] = {
     {"criterion level", [](Desk& desk) { frmAcquire::setCriterion(desk.session, 90, desk.frame.get()); }},
     {"download",
      [](Desk& desk) {
-         DownloadDialogs dialogs(desk.session, SteadyClock(), desk.frame.get());
+         const SteadyClock clock;
+         DownloadDialogs dialogs(desk.session, clock, desk.frame.get());
          dialogs.ShowProgress({"", 4096, 1, 2, 2048, 4096, 20});
          QCoreApplication::processEvents();
      }},
