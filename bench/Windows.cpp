@@ -9,8 +9,10 @@
 
 #include <QApplication>
 #include <QScrollBar>
+#include <QTabBar>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 
 namespace kestrane::bench {
@@ -22,6 +24,12 @@ constexpr int kSteps = 50;
 void goOffscreen() {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+void chooseFirstLog(const mdiMain& frame) {
+    auto& tree = *frame.findChild<tvwTreeView*>();
+    tree.setCurrentItem(tree.topLevelItem(0)->child(0)->child(0)->child(0));
+    QApplication::processEvents();
 }
 
 } // namespace
@@ -37,11 +45,35 @@ double startSeconds(const std::string& file) {
         bench.finishWork();
         frame.show();
         frame.NewExplorerWindow();
-        auto& tree = *frame.findChild<tvwTreeView*>();
-        tree.setCurrentItem(tree.topLevelItem(0)->child(0)->child(0)->child(0));
-        QApplication::processEvents();
+        chooseFirstLog(frame);
         if (frame.grab().isNull()) std::exit(1);
     });
+}
+
+double tabSeconds(std::size_t rows) {
+    goOffscreen();
+    BenchSession bench;
+    int count = 0;
+    const QApplication application(count, nullptr);
+    addDocument(bench.session, "week.xml", modeFullOctave, rows);
+    mdiMain frame(bench.session);
+    frame.resize(1366, 768);
+    frame.show();
+    frame.NewExplorerWindow();
+    chooseFirstLog(frame);
+    auto& bar = *frame.findChild<QTabBar*>("tabLog");
+    double slowest = 0;
+    for (int tab = bar.count() - 1; tab >= 0; --tab) { // the first one is in front when the log is chosen
+        if (!bar.isTabEnabled(tab)) continue;
+        const double seconds = secondsOf([&] {
+            bar.setCurrentIndex(tab);
+            QApplication::processEvents();
+            if (frame.grab().isNull()) std::exit(1);
+        });
+        std::printf("    %s: %.0f ms\n", bar.tabText(tab).toUtf8().constData(), seconds * 1e3);
+        slowest = std::max(slowest, seconds);
+    }
+    return slowest;
 }
 
 double scrollSeconds(std::size_t rows) {

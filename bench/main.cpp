@@ -292,12 +292,15 @@ void measureViews(Table& table) {
     constexpr double kFrame = 16;
     constexpr double kGlance = 50;
     constexpr double kStart = 300;
+    constexpr double kTab = 100;
     const Measured chart = measure(chartSeconds);
     table.line("fill a chart of 600000 rows, 6 series: ms", chart.figure * kMilli, kFilling, "ms", true, 1);
     const Measured screen = measure(tableSeconds);
     table.line("open a table of 600000 rows, show a screen: ms", screen.figure * kMilli, kFrame, "ms", true, 1);
     const Measured scroll = measure([] { return scrollSeconds(kBroadbandRows); });
     table.line("scroll it in its window, slowest step: ms", scroll.figure * kMilli, kFrame, "ms", true, 1);
+    const Measured tabs = measure([] { return tabSeconds(kBroadbandRows); });
+    table.line("show a tab of an octave log of 600000 rows, slowest: ms", tabs.figure * kMilli, kTab, "ms", true, 1);
     const Measured start = measure([] { return startSeconds(BENCH_SAMPLE); });
     table.line("start to the first window, with a sample: ms", start.figure * kMilli, kStart, "ms", true, 1);
     const Measured lines = measure([] { return redrawSeconds(kBroadbandRows, 6, eChartAs2D); });

@@ -30,7 +30,8 @@ void work(Session& session, const ScratchFolder& folder, std::string_view conten
         }
         return;
     }
-    TakeUpHistory(file, "0");
+    TakeUpHistory(file);
+    CheckHistory(file, "0");
     AppendHistory(file, "");
     const std::vector<HistoryLine> after = ReadHistory(session, dataFile).lines();
     require(after.size() > before.size(), "a save is a line");

@@ -122,6 +122,32 @@ void loadRows(Session& session, int fileId) {
     LoadWaitingIntervals(session, [&session, fileId](const clsLog&) { takeUpRows(session, fileId); });
 }
 
+// The hash of the file that was opened is there.
+void takeUpHash(clsFile& file, FileStamp stamp) {
+    const Session& session = file.session();
+    if (CheckHistory(file, stamp.Hash))
+        session.frame->Tell(ReplaceText(session.LoadText(Text::ChangedByOtherTold), "^", file.ShortenedFileName()));
+    if (!session.StateFolder.empty()) file.OnDisk = std::move(stamp);
+}
+
+// Makes the hash while the document is shown already, which is busy until then.
+void hashBeside(clsFile& file, FileStamp stamp, std::shared_ptr<FileBytes> bytes) {
+    bytes->Keep(true);
+    const auto hashed = std::make_shared<FileStamp>(std::move(stamp));
+    file.Hashing = file.session().server->Run(
+        [hashed, bytes = std::move(bytes)] {
+            hashed->Hash = sha256Of(bytes->view());
+            bytes->Keep(false);
+        },
+        [&file, hashed] {
+            const auto ended = std::exchange(file.Hashing, nullptr);
+            takeUpHash(file, std::move(*hashed));
+            forEachLog(file, [](clsLog& log) { log.RaiseLogValuesChanged(); });
+            takeUpRows(file.session(), file.FileId);
+            TellWhenLoaded(file.session());
+        });
+}
+
 void addToOpen(Session& session, std::unique_ptr<clsFile> file) {
     session.OpenFiles.push_back(std::move(file));
     AssignIdentities(session, true, 0);
@@ -174,19 +200,6 @@ std::optional<std::string> askFreeName(Session& session, const clsFile& file, co
 
 } // namespace
 
-namespace {
-
-// What the user should know of the history beside a file that has just been opened. A line that is not kept there says
-// that another program has changed the file.
-void tellOfHistory(const clsFile& file) {
-    const Session& session = file.session();
-    if (!file.History.Fault.empty()) session.frame->Tell(file.History.Fault);
-    if (file.History.lines().size() > file.History.Kept)
-        session.frame->Tell(ReplaceText(session.LoadText(Text::ChangedByOtherTold), "^", file.ShortenedFileName()));
-}
-
-} // namespace
-
 bool isNamedAsDataFile(const std::string& name) {
     const std::string extension = extensionOf(name);
     return extension == ".xml" || extension == ".zdp" || isOldExtension(extension);
@@ -194,9 +207,10 @@ bool isNamedAsDataFile(const std::string& name) {
 
 namespace {
 
-// Whether the reader gives the memory of the bytes back as it goes: that of UTF-16, which it turns into UTF-8.
-bool isGivenBack(std::string_view bytes) {
-    return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+// Whether the hash of the bytes is made before they are looked at: it takes no time worth mentioning, or the reader
+// gives the memory of the bytes back as it goes, as that of UTF-16 does, which turns them into UTF-8.
+bool isHashedFirst(std::string_view bytes) {
+    return bytes.size() <= kReadAtOnce || bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
 }
 
 // Is raised where a file is being read, once the user does not want to wait for it any longer.
@@ -224,39 +238,31 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
     std::string message;
     bool isLoaded = false;
     const bool isToHash = !session.StateFolder.empty() || fileExists(historyNameOf(file.FileName));
-    // The stamp is taken before, so that a change while the file is read is noticed. The hash is made while it is read.
-    const auto stamp = std::make_shared<FileStamp>();
-    std::shared_ptr<BackgroundWork> hashing;
-    bool isHashed = true;
-    const ReadBytes hashed = [&](const std::string& path) {
-        *stamp = stampOf(path);
-        std::shared_ptr<FileBytes> bytes = read ? read(path) : readFile(path, between);
-        if (!isToHash) return bytes;
-        const auto hash = [stamp, bytes] { stamp->Hash = sha256Of(bytes->view()); };
-        if (session.server == nullptr || isGivenBack(bytes->view())) {
-            hash();
-        } else {
-            isHashed = false;
-            hashing = session.server->Run(hash, [&isHashed] { isHashed = true; });
-        }
+    // The stamp is taken before, so that a change while the file is read is noticed.
+    FileStamp stamp;
+    std::shared_ptr<FileBytes> bytes;
+    const ReadBytes kept = [&](const std::string& path) {
+        stamp = stampOf(path);
+        bytes = read ? read(path) : readFile(path, between);
+        if (isToHash && (session.server == nullptr || isHashedFirst(bytes->view())))
+            stamp.Hash = sha256Of(bytes->view());
         return bytes;
     };
     try {
         waitFor(
-            session, [&] { isLoaded = LoadDocument(file, message, hashed); },
+            session, [&] { isLoaded = LoadDocument(file, message, kept); },
             [&](const auto& isDone) { watchOpening(file, isDone, isGivenUp); });
     } catch (const GivenUp&) {
         isLoaded = false;
     }
-    session.pump.runUntil([&isHashed] { return isHashed; });
     if (isGivenUp) return false;
     if (!isLoaded) {
         session.ShowMessage(message, kIconStop);
         return false;
     }
-    if (isToHash) TakeUpHistory(file, stamp->Hash);
-    if (!session.StateFolder.empty()) file.OnDisk = std::move(*stamp);
-    tellOfHistory(file);
+    TakeUpHistory(file);
+    if (!file.History.Fault.empty()) session.frame->Tell(file.History.Fault);
+    if (!stamp.Hash.empty()) takeUpHash(file, std::move(stamp));
     file.CopyDoseLogSamples();
     // Older formats contain only the instrument's own figures. Some figures depend on others of the pass before, so
     // there are two passes, as after a download.
@@ -267,7 +273,12 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
     auto figures = before.begin();
     forEachLog(file, [&](const clsLog& log) { recordRecalculation(file, log, *figures++); });
     file.SavedMark = MarkOf(file);
+    if (isToHash && stamp.Hash.empty()) hashBeside(file, std::move(stamp), std::move(bytes));
     return true;
+}
+
+void WaitForHash(const clsFile& file) {
+    file.session().pump.runUntil([&file] { return file.Hashing == nullptr; });
 }
 
 namespace {
@@ -401,6 +412,7 @@ Saved saveOrRaise(Session& session, clsFile& file, bool bSaveAs, const AskSaveNa
         session.ShowMessage(session.LoadText(Text::FilesWithoutLogsNotSaved), kIconInformation);
         return Saved::No;
     }
+    WaitForHash(file);
     bool needsName = file.FileName.empty() || file.JustAcquired() || file.IsOldStyle() || file.ReadOnly || bSaveAs;
     if (!needsName && !IsChanged(file)) return Saved::Yes;
     if (!needsName) {

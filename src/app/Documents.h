@@ -20,6 +20,10 @@ namespace kestrane {
 // slow one can give that up.
 bool FileOpen(clsFile& file, const ReadBytes& read = {});
 
+// Waits while the pump runs until the hash of a long file is there, which FileOpen does not wait for: before that,
+// OnDisk is not known, and whether the history fits is not checked.
+void WaitForHash(const clsFile& file);
+
 // Whether the name ends like that of a data file.
 bool isNamedAsDataFile(const std::string& name);
 

@@ -282,6 +282,7 @@ bool Recovery::openFile(const LeftCopy& copy) {
     if (open != nullptr && isUnsaved(*open)) return false;
     auto file = std::make_unique<clsFile>(session_, copy.Path);
     if (!FileOpen(*file)) return false;
+    WaitForHash(*file);
     if (open != nullptr) std::erase_if(session_.OpenFiles, [&](const auto& other) { return other.get() == open; });
     file->FileName = own.empty() ? copy.Note.Name : own;
     file->History = historyOfCopy(session_, own, file->History);

@@ -146,7 +146,7 @@ bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change) {
     Session& session = log.session();
     clsFile* const file = ownerOf(session, log);
     if (file == nullptr) return change();
-    if (log.IntervalsToLoad) {
+    if (log.IntervalsToLoad || file->Hashing != nullptr) {
         session.ShowMessage(session.LoadText(Text::StillLoading), kIconInformation);
         return false;
     }

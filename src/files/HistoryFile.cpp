@@ -187,6 +187,14 @@ std::vector<LogRemarks> remarksOf(const clsFile& file) {
     return remarks;
 }
 
+void give(clsLog& log, const LogRemarks& remarks) {
+    log.CriterionDose = remarks.CriterionDose;
+    log.ExchangeDose = remarks.ExchangeDose;
+    log.ReportedFigures = remarks.ReportedFigures;
+    log.CutReason = remarks.CutReason;
+    log.UserCalibration = remarks.UserCalibration;
+}
+
 HistoryLine savedLine(const clsFile& file, const std::string& before, const std::string& after) {
     HistoryLine saved = historyLine(file.session(), file.session().LoadText(Text::HistorySaved));
     saved.Before = before;
@@ -232,20 +240,20 @@ bool NoticeChange(clsFile& file, const std::string& sha256) {
     return true;
 }
 
-void TakeUpHistory(clsFile& file, const std::string& sha256) {
+void TakeUpHistory(clsFile& file) {
     const HistoryLine* const last = file.History.lastOfFile();
-    if (last == nullptr || NoticeChange(file, sha256)) return;
+    if (last == nullptr) return;
     std::vector<clsLog*> logs;
     forEachLog(file, [&](clsLog& log) { logs.push_back(&log); });
     for (const LogRemarks& remarks : *last->OfFile) {
-        if (remarks.Position >= logs.size()) continue;
-        clsLog& log = *logs[remarks.Position];
-        log.CriterionDose = remarks.CriterionDose;
-        log.ExchangeDose = remarks.ExchangeDose;
-        log.ReportedFigures = remarks.ReportedFigures;
-        log.CutReason = remarks.CutReason;
-        log.UserCalibration = remarks.UserCalibration;
+        if (remarks.Position < logs.size()) give(*logs[remarks.Position], remarks);
     }
+}
+
+bool CheckHistory(clsFile& file, const std::string& sha256) {
+    if (!NoticeChange(file, sha256)) return false;
+    forEachLog(file, [](clsLog& log) { give(log, {}); });
+    return true;
 }
 
 void WriteHistoryOfCopy(const std::string& copy, const clsFile& document, const std::vector<HistoryLine>& lines,

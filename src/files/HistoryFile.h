@@ -17,9 +17,14 @@ DocumentHistory ReadHistory(const Session& session, const std::string& dataFile)
 // the history. Returns whether it has become one now.
 bool NoticeChange(clsFile& file, const std::string& sha256);
 
-// Gives the logs of a document that has just been loaded the remarks of its history. When the file, whose hash is
-// sha256, is not the one that was saved last, they get none, and that becomes a line of the history.
-void TakeUpHistory(clsFile& file, const std::string& sha256);
+// Gives the logs of a document that has just been loaded the remarks of its history. They are right only if the file is
+// the one that was saved last, which CheckHistory tells. No figure that is computed while a document is opened depends
+// on them.
+void TakeUpHistory(clsFile& file);
+
+// To be called with the hash of the file once that is there. When the file is not the one that was saved last, takes
+// the remarks back from the logs, makes that a line of the history, and returns true.
+bool CheckHistory(clsFile& file, const std::string& sha256);
 
 // Writes the history of a copy of a document to the file beside it, whole: the lines, and one that says that the copy,
 // whose hash is sha256, has the remarks of the document. May run on any thread. Raises the system's error.

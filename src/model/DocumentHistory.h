@@ -19,7 +19,7 @@ struct LogRemarks {
     std::uint32_t Position = 0; // of the log in the document, in the order of the tree, from 0
     std::int16_t CriterionDose = 0, ExchangeDose = 0;
     Calibration UserCalibration;
-    std::uint64_t ReportedFigures = 0;
+    std::uint64_t ReportedFigures = ~std::uint64_t{0}; // as in LogData
     std::string CutReason;
 };
 

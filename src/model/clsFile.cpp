@@ -26,6 +26,7 @@ clsFile::clsFile(Session& session, std::string fileName) :
 
 // Work proceeds from the first log to the last, so searching from the end finds a busy log soonest.
 bool clsFile::IsBusy() const {
+    if (Hashing != nullptr) return true;
     const auto isBusyLog = [](const auto& log) { return log->IsBusy(); };
     return std::any_of(InstrumentDatas.rbegin(), InstrumentDatas.rend(), [&](const auto& data) {
         return std::any_of(data->ThirdOctaves.rbegin(), data->ThirdOctaves.rend(), isBusyLog) ||

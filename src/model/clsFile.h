@@ -40,7 +40,8 @@ public:
     DocumentMark SavedMark; // of the document as it was last loaded or saved
     UndoStack Edits;        // what can be undone and done again
     DocumentHistory History;
-    FileStamp OnDisk;      // of the file as it was last read or written; not known where nobody asks for it
+    FileStamp OnDisk; // of the file as it was last read or written; not known where nobody asks for it
+    std::shared_ptr<BackgroundWork> Hashing; // makes the hash of the file, which OnDisk and the history wait for
     bool ReadOnly = false; // another running program has the file open, so that it is saved under other names only
     std::shared_ptr<FileLock> Held; // tells other running programs that the file is open here
 
@@ -56,7 +57,7 @@ public:
     // of a document whose text has come back to what it was.
     bool IsUnsaved() const { return JustAcquired() || Changed || !Edits.isAtSaved(); }
 
-    bool IsBusy() const;                   // whether a log is loading, waiting for loading or recalculating
+    bool IsBusy() const;                   // whether a log is loading, waiting for it or recalculating, or Hashing
     bool IsInCollection() const;           // whether it is among the session's OpenFiles
     std::string ShortenedFileName() const; // the part behind the last "\" or "/"
 

@@ -1,6 +1,7 @@
 // Reads whole files and answers the few questions that the program asks of the file system.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -41,13 +42,16 @@ public:
     void shrink(std::size_t size) { size_ = size < size_ ? size : size_; }
 
     // Gives the memory of [from, to) back to the system, but only the whole pages within it. Those bytes read as 0
-    // afterwards.
+    // afterwards. Does nothing while somebody else reads the bytes (Keep).
     void release(std::size_t from, std::size_t to);
+
+    void Keep(bool isKept) { isKept_ = isKept; }
 
 private:
     char* data_ = nullptr;
     std::size_t size_ = 0;
     std::size_t mapped_ = 0;
+    std::atomic<bool> isKept_ = false;
 };
 
 // Raises errno and its text when the file cannot be read; a folder raises EISDIR. It never waits: a pipe or a device

@@ -20,12 +20,16 @@ void countFinishedRange(clsLog& log, const RowsComplete& complete) {
     log.IntervalNodes.reset();
     if (complete) complete(log);
     log.RaiseLogValuesChanged();
+    TellWhenLoaded(session);
+}
+
+} // namespace
+
+void TellWhenLoaded(const Session& session) {
     if (!noLogIsBusy(session)) return;
     session.frame->SetPanel(Frame::Panel::Status, session.LoadText(Text::LoadingCompleted));
     session.frame->EnableMenusAndButtons();
 }
-
-} // namespace
 
 void LoadWaitingIntervals(Session& session, const RowsComplete& complete) {
     forEachLog(session, [&](clsLog& log) {

@@ -22,7 +22,10 @@ void CreateLoadThreads(clsLog& log, const RowsComplete& complete = {});
 // The text of an error event for the frame's panel; line 0 means that no line is known.
 std::string threadErrorText(const Session& session, std::int64_t number, const std::string& description, int line);
 
-// True when no log of any open file is loading, waiting for loading or recalculating.
+// Says in the frame's panel that all is loaded, once no open file is busy any more.
+void TellWhenLoaded(const Session& session);
+
+// True when no log of any open file is loading, waiting for loading or recalculating, and no file is being hashed.
 bool noLogIsBusy(const Session& session);
 
 } // namespace kestrane

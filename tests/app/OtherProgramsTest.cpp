@@ -5,6 +5,7 @@
 #include "app/RunningProgram.h"
 #include "assessment/AssessmentFile.h"
 #include "files/Loaders.h"
+#include "platform/Files.h"
 #include "platform/TemporaryFolder.h"
 
 #include <filesystem>
@@ -223,6 +224,34 @@ TEST_F(OtherProgramsTest, TheFirstSaveOverAFileOfAnotherVersionKeepsIt) {
     fs::create_directory(other + ".bak");
     EXPECT_FALSE(SaveFile(program.session, file, true, named(other))) << "no backup, no save";
     EXPECT_EQ(readText(other), kOther);
+}
+
+// A file above 8 MiB is hashed while its document is shown; before that nobody knows whether the history fits.
+TEST_F(OtherProgramsTest, ALongFileLosesItsRemarksWhenItsHashSaysSo) {
+    const auto logOf = [](const clsFile& file) -> clsLog& { return *file.InstrumentDatas.front()->Locations.front(); };
+    clsFile& file = program.open(path);
+    program.rename(file, "mine");
+    logOf(file).Note = std::string(kReadAtOnce, 'n');
+    logOf(file).CutReason = "Radio";
+    ASSERT_TRUE(SaveFile(program.session, file, false, noName()));
+    for (const bool isOther : {false, true}) {
+        if (isOther) writeText(path, readText(path) + "\n");
+        program.session.OpenFiles.clear();
+        program.frame.Told.clear();
+        ASSERT_TRUE(OpenFile(program.session, path, OpenSource::Named, true));
+        clsFile& opened = *program.session.OpenFiles.front();
+        EXPECT_EQ(logOf(opened).CutReason, "Radio");
+        EXPECT_FALSE(editLog(logOf(opened), Text::StepNote, [] { return true; })) << "it may have to be taken back";
+        program.pump.runUntil([&] { return noLogIsBusy(program.session); });
+        EXPECT_EQ(logOf(opened).CutReason, isOther ? "" : "Radio");
+        EXPECT_EQ(program.frame.Told.size(), isOther ? 1U : 0U);
+        EXPECT_EQ(program.frame.Status.back(), program.session.LoadText(Text::LoadingCompleted));
+        EXPECT_FALSE(IsChanged(opened));
+    }
+    program.rename(*program.session.OpenFiles.front(), "again");
+    writeBehindItsBack();
+    EXPECT_FALSE(SaveFile(program.session, *program.session.OpenFiles.front(), false, noName()))
+        << "it knows what it read";
 }
 
 } // namespace

@@ -27,7 +27,8 @@ struct KeptHistory : ::testing::Test {
     std::unique_ptr<clsFile> reopened(const std::string& path) {
         auto file = std::make_unique<clsFile>(first.session, path);
         EXPECT_TRUE(LoadDocument(*file, first.message));
-        TakeUpHistory(*file, sha256OfFile(path));
+        TakeUpHistory(*file);
+        CheckHistory(*file, sha256OfFile(path));
         return file;
     }
 

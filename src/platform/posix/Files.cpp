@@ -77,7 +77,7 @@ void FileBytes::release(std::size_t from, std::size_t to) {
     const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     const std::size_t first = (from + page - 1) / page * page;
     const std::size_t last = std::min(to, mapped_) / page * page;
-    if (first < last) madvise(data_ + first, last - first, MADV_DONTNEED);
+    if (first < last && !isKept_) madvise(data_ + first, last - first, MADV_DONTNEED);
 }
 
 std::shared_ptr<FileBytes> readFile(const std::string& path, const std::function<void()>& between) {

@@ -95,7 +95,7 @@ void FileBytes::release(std::size_t from, std::size_t to) {
     const std::size_t page = system.dwPageSize;
     const std::size_t first = (from + page - 1) / page * page;
     const std::size_t last = std::min(to, mapped_) / page * page;
-    if (first >= last || VirtualFree(data_ + first, last - first, MEM_DECOMMIT) == 0) return;
+    if (isKept_ || first >= last || VirtualFree(data_ + first, last - first, MEM_DECOMMIT) == 0) return;
     if (VirtualAlloc(data_ + first, last - first, MEM_COMMIT, PAGE_READWRITE) == nullptr) raiseSystemError(ENOMEM);
 }
 
