@@ -261,6 +261,12 @@ void changeExposureTime(clsLog& log) {
     log.RaiseLogValuesChanged();
 }
 
+// Whether the dose, the dose per hour and the exposure of channel A are those that the meter reported, whatever the
+// rows say.
+bool keepsReportedExposure(const clsLog& log) {
+    return !log.IsZoomed && log.has(Trait::KeepsReportedExposure);
+}
+
 void deriveChannelB(clsLog& log, const Calculators& calculate) {
     const Channel b = channelB(log);
     const bool isWithout = log.has(Trait::NoExposureOnChannelB);
@@ -384,7 +390,7 @@ void CompleteRecalcProcess(clsLog& log) {
     const Channel a = channelA(log);
     calculate.lepd(a.lepdMT, a.leq, Basis::Measured);
     calculate.sel(a.sel, a.leq);
-    if (log.IsZoomed || !log.has(Trait::KeepsReportedExposure)) {
+    if (!keepsReportedExposure(log)) {
         calculate.pa2h(a.pa2h, a.leq);
         calculate.dose(a.doseET, a.leq, Basis::Exposure);
         calculate.doseHour(a.doseHour, a.doseMT.CalcValue());
@@ -424,6 +430,25 @@ std::string reportedNote(const clsLog& log, LogChannel channel, Parameter parame
                                 exposureTimeText(log.objLogOptions.ExposureTime));
     }
     return madeWith.empty() ? madeWith : ReplaceText(session.LoadText(Text::AsReported), "^", madeWith);
+}
+
+bool isToBeRecalculated(const clsLog& log, LogChannel channel, Parameter parameter) {
+    constexpr double kSeen = 0.05; // dB or %; half of the last digit that is shown
+    if (log.IsBusy() || (parameter != eDoseHour && (parameter != eTWA || channel != kChannelA))) return false;
+    const Parameter dose = parameter == eTWA ? eDoseET : eDoseMT;
+    const bool isAsMeasured = isAsReported(log, channel, parameter) && isAsReported(log, channel, dose);
+    const bool isKept = parameter == eDoseHour &&
+                        (channel == kChannelA ? keepsReportedExposure(log) : log.has(Trait::NoExposureOnChannelB));
+    if (isAsMeasured || isKept) return false;
+    const float figure = cumulativeValue(log, channel, parameter, 0).CalcValue();
+    try {
+        if (parameter == eTWA) return std::abs(CalcTWACumA(log) - figure) > kSeen;
+        const float hours = getTime(log, 'h', Run::Measured, ExcludedRows::LeftOut);
+        const float measured = cumulativeValue(log, channel, dose, 0).CalcValue();
+        return hours != 0 && std::abs(dosePerHour(measured, hours) - figure) > kSeen;
+    } catch (const RuntimeError&) { // there is no such figure
+        return false;
+    }
 }
 
 void AmendedDisplayValues(const clsLog& log) {

@@ -39,6 +39,11 @@ void setCriterion(clsLog& log, CriterionRate chosen);
 // Empty for any other figure.
 std::string reportedNote(const clsLog& log, LogChannel channel, Parameter parameter);
 
+// Whether a TWA or a dose per hour is not that of the log's present dose: a pass takes them from the dose of the pass
+// before, which is meant, so that another recalculation would change them. A difference that nobody sees does not
+// count.
+bool isToBeRecalculated(const clsLog& log, LogChannel channel, Parameter parameter);
+
 // Raises the change event for a change that needs no calculation.
 void AmendedDisplayValues(const clsLog& log);
 

@@ -1,5 +1,7 @@
 #include "resources/TextTable.h"
 
+#include "resources/TextNames_w4.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -1182,6 +1184,7 @@ constexpr TextEntry Entries[] = {
     {Text::FiguresWithoutUnread, "Some intervals of this log could not be read.  Its figures are made without them."},
     // Files
     {Text::RenameOpenElsewhere, "The file '^' is open in another running $."},
+    {Text::NotUpToDate, "Not up to date with the dose: ^.  A full recalculation brings it up to date."},
     // Quantity labels
     {Text::Peak, "Peak"},
     {Text::Lepd, "LEP,d"},

@@ -1,16 +1,42 @@
 #include "views/LogWarnings.h"
 
+#include "calc/Recalculation.h"
+#include "model/Captions.h"
+#include "model/LogParameters.h"
 #include "model/Session.h"
+#include "resources/TextNames_w4.h"
 #include "views/CalibrationText.h"
+
+#include <algorithm>
 
 namespace kestrane {
 
+namespace {
+
+// Which figures do not belong to the log's dose; empty for none.
+std::string notUpToDate(const clsLog& log) {
+    std::string names;
+    for (const Parameter parameter : {eDoseHour, eTWA}) {
+        const bool isStale = std::ranges::any_of(kChannels, [&](LogChannel channel) {
+            return log.objLogOptions.Plottable(channel, kCumulative, parameter) &&
+                   isToBeRecalculated(log, channel, parameter);
+        });
+        if (isStale) names += (names.empty() ? "" : ", ") + levelCaption(log, kChannelA, parameter);
+    }
+    return names.empty() ? names : ReplaceText(log.session().LoadText(Text::NotUpToDate), "^", names);
+}
+
+} // namespace
+
 std::string logWarnings(const clsLog& log) {
+    const std::string unread =
+        log.HasUnreadIntervals ? log.session().LoadText(Text::FiguresWithoutUnread) : std::string();
     std::string warnings;
-    if (log.HasUnreadIntervals) warnings = log.session().LoadText(Text::FiguresWithoutUnread);
-    const std::string drift = calibrationWarning(log);
-    if (!warnings.empty() && !drift.empty()) warnings += '\n';
-    return warnings + drift;
+    for (const std::string& warning : {unread, calibrationWarning(log), notUpToDate(log)}) {
+        if (!warnings.empty() && !warning.empty()) warnings += '\n';
+        warnings += warning;
+    }
+    return warnings;
 }
 
 } // namespace kestrane

@@ -187,6 +187,25 @@ TEST_F(RecalculationTest, AnOldDoseMeterGetsItsLeqFromItsLepd) {
     }
 }
 
+// A pass takes both from the dose of the pass before.
+TEST_F(RecalculationTest, FiguresOfAnEarlierDoseAreToBeRecalculated) {
+    const auto areStale = [&] {
+        return std::pair(isToBeRecalculated(log, kChannelA, eTWA), isToBeRecalculated(log, kChannelA, eDoseHour));
+    };
+    RecalcValues(log, kCalcFull);
+    RecalcValues(log, kCalcFull);
+    EXPECT_EQ(areStale(), std::pair(false, false));
+    setCriterion(log, {90, 3});
+    RecalcValues(log, kCalcFull);
+    EXPECT_EQ(areStale(), std::pair(true, true));
+    RecalcValues(log, kCalcFull);
+    EXPECT_EQ(areStale(), std::pair(false, false));
+    log.InsName = "TR350"; // keeps the dose per hour that it reported
+    log.DoseHourA.Value(70);
+    RecalcValues(log, kCalcFull);
+    EXPECT_FALSE(areStale().second);
+}
+
 TEST_F(RecalculationTest, AFigureThatTheInstrumentMadeByAnotherCriterionSaysSo) {
     const auto noteOf = [&](Parameter parameter) { return reportedNote(log, kChannelA, parameter); };
     log.InsName = "TR350";

@@ -137,13 +137,17 @@ TEST(Report, SaysWhatItsFiguresAreNot) {
     log.objLogOptions.ExposureTime = 12;
     log.HasWholeFigures = true;
     log.UserCalibration = {9400, 9460, 0};
-    log.objLogOptions.Plottable.set(kChannelA, kCumulative, ePeak, true);
+    for (const Parameter parameter : {ePeak, eTWA})
+        log.objLogOptions.Plottable.set(kChannelA, kCumulative, parameter, true);
     setCriterion(log, {80, 3});
-    const Lines lines = yard.drawn(ReportForm::Cumulative).lines(0);
+    const RecordingPage page = yard.drawn(ReportForm::Cumulative);
+    Lines lines = page.lines(0);
+    std::ranges::copy(page.lines(1), std::back_inserter(lines));
     for (const char* line :
          {"The calibration drifted by +0.6 dB, which is more than 0.5 dB.",
           "These cumulative figures are those of the whole log.", "Exposure Time|08:00:00 (figures: 12:00:00)",
-          "Dose %(ET)|12.3 % as reported (85 dB, 3 dB, not for 12:00:00)", "Apeak|101.0 dB (not C-weighted)"})
+          "Dose %(ET)|12.3 % as reported (85 dB, 3 dB, not for 12:00:00)", "Apeak|101.0 dB (not C-weighted)",
+          "Not up to date with the dose: TWA.  A full recalculation brings it up to date."})
         EXPECT_EQ(std::count(lines.begin(), lines.end(), line), 1) << line;
 }
 
