@@ -13,6 +13,8 @@
 #include "views/Zoom.h"
 
 #include <algorithm>
+#include <map>
+#include <string>
 #include <utility>
 
 namespace kestrane {
@@ -128,6 +130,13 @@ std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view) {
     cells.back()[eColumnNote] = view.log.session().LoadText(Text::Total);
     PageGrid grid = gridOf(exposureCaptions(view.log.session()), std::move(cells));
     grid.TotalRows = 1;
+    std::map<std::string, std::string> rowsOfNotes;
+    for (std::size_t row = 0; row < table.LevelNotes.size(); ++row) {
+        std::string& rows = rowsOfNotes[table.LevelNotes[row]];
+        rows += (rows.empty() ? "" : ", ") + std::to_string(row + 1);
+    }
+    for (const auto& [note, rows] : rowsOfNotes)
+        if (!note.empty()) grid.Note += (grid.Note.empty() ? "" : "  ") + rows + ": " + note;
     return gridPages(view, std::move(grid));
 }
 

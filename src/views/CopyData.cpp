@@ -3,6 +3,7 @@
 #include "model/Captions.h"
 #include "model/Session.h"
 #include "views/CumulativePanel.h"
+#include "views/DisplayBy.h"
 #include "views/ExposureTable.h"
 
 namespace kestrane {
@@ -140,7 +141,8 @@ ClipboardForms copiedPanel(const clsLog& log, int band, PanelForm panel) {
         if (hasB) cells.push_back(valueText(row.B, {}));
         appendLine(text, cells);
     }
-    return copiedLines(std::move(text), false);
+    ClipboardForms forms = copiedLines(std::move(text), false);
+    return band > 0 ? withLine(std::move(forms), bandLabel(log, band)) : forms;
 }
 
 ClipboardForms copiedExposures(const clsLog& log) {

@@ -1,5 +1,6 @@
 #include "views/ExposureTable.h"
 
+#include "calc/BandLevels.h"
 #include "model/Session.h"
 #include "platform/Format.h"
 
@@ -7,6 +8,22 @@
 #include <utility>
 
 namespace kestrane {
+
+namespace {
+
+std::string levelNote(const clsLog& log, const clsDoseLogSample& row) {
+    const Session& session = log.session();
+    const auto shown = [&session](float level) { return formatNumber(level, "##0.0", session.locale); };
+    const float level = row.Leq.CalcValue();
+    const std::string reported = shown(row.Leq.Value());
+    if (shown(level) != reported && level != row.Leq.Value())
+        return ReplaceText(session.LoadText(Text::MadeOfReportedLevel), "^", reported);
+    const bool isOfLog = level == log.LeqCumA(0).CalcValue();
+    return isOfLog && isExposureNotAWeighted(log, kChannelA, eLepdET) ? session.LoadText(Text::NotAWeighted)
+                                                                      : std::string();
+}
+
+} // namespace
 
 ExposureTable exposureTable(const clsLog& log) {
     ExposureTable table;
@@ -22,10 +39,7 @@ ExposureTable exposureTable(const clsLog& log) {
         table.Rows.push_back(std::move(line));
         const double dose = row.IsIncluded ? static_cast<double>(row.getDose().Value()) : 0;
         table.Shares.push_back(day > 0 ? std::clamp(dose / day, 0.0, 1.0) : 0);
-        const std::string reported = formatNumber(row.Leq.Value(), "##0.0", log.session().locale);
-        const bool isOther = table.Rows.back()[eColumnLeq] != reported && row.Leq.CalcValue() != row.Leq.Value();
-        table.LevelNotes.push_back(
-            isOther ? ReplaceText(log.session().LoadText(Text::MadeOfReportedLevel), "^", reported) : std::string());
+        table.LevelNotes.push_back(levelNote(log, row));
     }
     table.Totals = exposureTotalsLine(log);
     return table;

@@ -61,6 +61,9 @@ TEST(ExposureEdits, ALevelThatTheRowIsNotComputedFromIsMarked) {
     EXPECT_EQ(table.Rows[0][eColumnLex], table.Rows[1][eColumnLex]);
     EXPECT_EQ(table.LevelNotes[0], "The figures of this row are made of the reported level, 85.0 dB.");
     EXPECT_EQ(table.LevelNotes[1], "");
+    day.log.FreqWeightA("C");
+    day.log.LeqCumA(0).CalcValue(85);
+    EXPECT_EQ(exposureTable(day.log).LevelNotes[1], "not A-weighted");
 }
 
 TEST(ExposureEdits, AsksForRowsUntilTheAnswerIsGood) {

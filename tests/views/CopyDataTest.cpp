@@ -33,6 +33,8 @@ TEST(CopyData, ATableGoesOutWithoutOverloadedRowsAndEscaped) {
             .Html.find("<tr><th scope=\"row\">a</th><td>&lt;b&gt; &amp; &quot;c&quot;</td><td></td></tr></table>"),
         std::string::npos);
     EXPECT_EQ(copiedLines("", true).Html.find("<tr>"), std::string::npos);
+    const ShownLog octaves(modeFullOctave);
+    EXPECT_TRUE(copiedPanel(octaves.log, 4, PanelForm{}).Text.starts_with("125 Hz\r\n"));
 }
 
 } // namespace
