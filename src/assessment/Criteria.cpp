@@ -3,7 +3,9 @@
 #include "assessment/LogLevels.h"
 #include "assessment/Reaches.h"
 #include "calc/CriterionRules.h"
+#include "calc/Recalculation.h"
 #include "model/Acoustics.h"
+#include "model/LogParameters.h"
 #include "model/LogTime.h"
 #include "model/Session.h"
 #include "platform/Numbers.h"
@@ -125,9 +127,10 @@ private:
     // The dose that the instrument itself reported. It is shown only under the criterion, exchange rate and threshold
     // that the instrument was set to.
     std::string reportedDose(const CriterionRule& rule) const {
-        if (!log_.has(Trait::KeepsReportedExposure) || log_.DoseETCumA.Value() == 0 ||
-            rule.Criterion != log_.Criterion || rule.Exchange != log_.Exchange)
-            return {};
+        const bool isReported = log_.has(Trait::KeepsReportedExposure) && log_.DoseETCumA.Value() != 0 &&
+                                (log_.ReportedFigures & reportedBit(kChannelA, eDoseET)) != 0;
+        const CriterionRate setTo = reportedRule(log_);
+        if (!isReported || rule.Criterion != setTo.Criterion || rule.Exchange != setTo.Exchange) return {};
         constexpr double kNone = -1;
         const double threshold = isNumeric(log_.Threshold, {}) ? toDouble(log_.Threshold, {}) : kNone;
         if (threshold != rule.Threshold.value_or(kNone)) return {};

@@ -1,5 +1,6 @@
 #include "calc/LevelOffset.h"
 
+#include "calc/Recalculation.h"
 #include "model/Acoustics.h"
 #include "model/Parameters.h"
 
@@ -37,19 +38,15 @@ private:
     double decibels_;
 };
 
-// The rate that the doses of the file were made with.
-int reportedExchange(const clsLog& log) {
-    return log.ExchangeDose == 0 ? log.Exchange : log.ExchangeDose;
-}
-
 void changeRows(clsLog& log, const Offset& offset, Quantity quantity, ParameterUnit unit) {
     IntervalColumns& rows = log.LogIntervals.Columns();
+    const int reported = reportedRule(log).Exchange;
     for (int band = 0; band <= (hasBands(quantity) ? log.e("Last") : 0); ++band) {
         if (rows.levels(quantity, band).empty()) continue;
         const std::span<Level> levels = rows.writeLevels(quantity, band);
         for (std::size_t row = 0; row < levels.size(); ++row) {
             const int own = rows.Exchange.at(row);
-            const int exchange = own == 0 ? reportedExchange(log) : own; // nothing computes a row's dose anew
+            const int exchange = own == 0 ? reported : own; // nothing computes a row's dose anew
             levels[row] = {offset.of(levels[row].CalcValue, unit, exchange),
                            offset.of(levels[row].Value, unit, exchange)};
         }
@@ -60,11 +57,12 @@ void changeRows(clsLog& log, const Offset& offset, Quantity quantity, ParameterU
 
 void addToLevels(clsLog& log, double decibels) {
     const Offset offset(decibels);
+    const int reported = reportedRule(log).Exchange;
     const float before = log.LeqCumA(0).CalcValue();
     const auto changeValue = [&](clsValue& value, ParameterUnit unit) {
         const bool isComputed = value.CalcValue() != value.Value();
-        const float computed = offset.of(value.CalcValue(), unit, isComputed ? log.Exchange : reportedExchange(log));
-        value.Value(offset.of(value.Value(), unit, reportedExchange(log)));
+        const float computed = offset.of(value.CalcValue(), unit, isComputed ? log.Exchange : reported);
+        value.Value(offset.of(value.Value(), unit, reported));
         value.CalcValue(computed);
     };
     for (const ParameterInfo& info : parameters()) {

@@ -408,12 +408,17 @@ void CompleteRecalcProcess(clsLog& log) {
 }
 
 void setCriterion(clsLog& log, CriterionRate chosen) {
-    if (log.CriterionDose == 0) {
-        log.CriterionDose = log.Criterion;
-        log.ExchangeDose = log.Exchange;
-    }
+    const CriterionRate reported = reportedRule(log);
+    log.CriterionDose = reported.Criterion;
+    log.ExchangeDose = reported.Exchange;
     log.Criterion = chosen.Criterion;
     log.Exchange = chosen.Exchange;
+}
+
+CriterionRate reportedRule(const clsLog& log) {
+    const bool isRemembered = log.CriterionDose != 0 || log.ExchangeDose != 0;
+    return isRemembered ? CriterionRate{log.CriterionDose, log.ExchangeDose}
+                        : CriterionRate{log.Criterion, log.Exchange};
 }
 
 std::string reportedNote(const clsLog& log, LogChannel channel, Parameter parameter) {

@@ -34,6 +34,9 @@ struct CriterionRate {
 // with. Nothing is recalculated.
 void setCriterion(clsLog& log, CriterionRate chosen);
 
+// What the log's reported figures were made with, whatever the log has now.
+CriterionRate reportedRule(const clsLog& log);
+
 // The note on a cumulative figure that is the instrument's own although it was made with another criterion level or
 // exchange rate than the log has now, or not with its exposure time: "as reported (85 dB, 3 dB, not for 12:00:00)".
 // Empty for any other figure.

@@ -2,6 +2,7 @@
 
 #include "assessment/CriteriaTable.h"
 #include "assessment/LoggedFile.h"
+#include "calc/Recalculation.h"
 #include "model/Acoustics.h"
 
 #include <gtest/gtest.h>
@@ -130,6 +131,12 @@ TEST(Criteria, TheDoseOfAnInstrumentStandsUnderItsOwnSettings) {
     const Criteria criteria = criteriaOf(*logged.log, {});
     EXPECT_NE(named(criteria, "osha-hc").Note.find("42.5 %"), std::string::npos);
     EXPECT_EQ(named(criteria, "osha-pel").Note, "");
+    setCriterion(*logged.log, {85, 3});
+    const Criteria changed = criteriaOf(*logged.log, {});
+    EXPECT_EQ(named(changed, "osha-hc").Note, named(criteria, "osha-hc").Note);
+    EXPECT_EQ(named(changed, "acgih").Note, "") << "85, 80, 3 is what the log has now";
+    logged.log->ReportedFigures = 0;
+    EXPECT_EQ(named(criteriaOf(*logged.log, {}), "osha-hc").Note, "") << "computed and saved";
 }
 
 TEST(CriteriaTable, HasARowForEachCriterionAndTheLogsOwn) {

@@ -252,7 +252,7 @@ TEST_F(RecalculationTest, AFigureThatIsNotOfTheExposureTimeSaysSo) {
     EXPECT_NEAR(log.DoseETCumA.CalcValue(), 300, 0.6); // half as long again, at 3 dB above the criterion
     EXPECT_EQ(noteOf(eDoseET), "");
     log.DoseETCumA.Value(log.DoseETCumA.CalcValue()); // saved and opened
-    log.CriterionDose = 0;
+    log.CriterionDose = log.ExchangeDose = 0;
     RecalcValues(log, kCalcFull);
     EXPECT_EQ(noteOf(eDoseET), "");
     setCriterion(log, {85, 3});
