@@ -57,7 +57,12 @@ public:
 private:
     std::string text(Text::Id id) const { return log_.session().LoadText(id); }
 
-    static bool followsFromLeq(const CriterionRule& rule) { return rule.Exchange == kEnergyRate && !rule.Threshold; }
+    // A threshold of 0 dB leaves nothing out.
+    static double thresholdOf(const CriterionRule& rule) { return rule.Threshold.value_or(0); }
+
+    static bool followsFromLeq(const CriterionRule& rule) {
+        return rule.Exchange == kEnergyRate && thresholdOf(rule) == 0;
+    }
 
     CriterionFigures figures(const CriterionRule& rule) const {
         CriterionFigures out;
@@ -131,9 +136,8 @@ private:
                                 (log_.ReportedFigures & reportedBit(kChannelA, eDoseET)) != 0;
         const CriterionRate setTo = reportedRule(log_);
         if (!isReported || rule.Criterion != setTo.Criterion || rule.Exchange != setTo.Exchange) return {};
-        constexpr double kNone = -1;
-        const double threshold = isNumeric(log_.Threshold, {}) ? toDouble(log_.Threshold, {}) : kNone;
-        if (threshold != rule.Threshold.value_or(kNone)) return {};
+        const double threshold = isNumeric(log_.Threshold, {}) ? toDouble(log_.Threshold, {}) : 0;
+        if (threshold != thresholdOf(rule)) return {};
         return ReplaceText(text(Text::ReportedByInstrument), "^",
                            log_.DoseETCumA.Format(Zeros::Shown, Reading::Reported, "##0.0", log_.session().locale));
     }

@@ -78,7 +78,8 @@ TEST(Criteria, LongRowsAndOtherTimeWeightingsSayThatTheyAreApproximate) {
     LoggedFile logged{90, 90};
     const auto notes = [&] {
         const Criteria criteria = criteriaOf(*logged.log, OwnCriterion{85, 0, 3});
-        return named(criteria, "osha-hc").Note + "|" + named(criteria, "niosh").Note + named(criteria, "eu").Note;
+        return named(criteria, "osha-hc").Note + "|" + named(criteria, "niosh").Note + named(criteria, "eu").Note +
+               named(criteria, "own").Note;
     };
     EXPECT_EQ(notes(), "|");
     logged.log->TimeWeightA("Fast");
@@ -92,8 +93,9 @@ TEST(Criteria, ALogWithoutRowsGivesWhatFollowsFromItsLevel) {
     LoggedFile logged;
     logged.log->LeqCumA(0).Value(88);
     logged.log->MeasurementTimeFromInstrument = 4 * 3600;
-    const Criteria criteria = criteriaOf(*logged.log, {});
+    const Criteria criteria = criteriaOf(*logged.log, OwnCriterion{85, 0, 3});
     EXPECT_NEAR(*named(criteria, "niosh").Dose, 100, 1e-9);
+    EXPECT_NEAR(named(criteria, "own").Dose.value_or(0), 100, 1e-9) << "a threshold of 0 dB leaves nothing out";
     EXPECT_FALSE(named(criteria, "niosh").IsFromRows);
     for (const char* name : {"osha-hc", "osha-pel", "acgih"}) {
         EXPECT_FALSE(named(criteria, name).Dose) << name;
