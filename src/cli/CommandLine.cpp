@@ -2,6 +2,8 @@
 
 #include "cli/Nearest.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace kestrane {
@@ -18,6 +20,19 @@ void addGlobals(CLI::App& app, GlobalOptions& globals) {
     app.add_flag("--quiet", globals.isQuiet, "no progress on standard error");
     app.add_option("--errors", globals.errors, "messages on standard error as text, or each as JSON on a line")
         ->check(CLI::IsMember({"text", "json"}));
+}
+
+// An empty value, such as a script's unset variable gives, would count as none: a result would not be saved, or every
+// port would be asked. Only free texts may be empty.
+void refuseEmptyValues(CLI::App& app) {
+    constexpr std::string_view kFreeTexts[] = {"--company", "--reason"};
+    for (CLI::Option* option : app.get_options()) {
+        const bool takesValue = !option->get_positional() && option->get_items_expected_min() > 0;
+        if (!takesValue || std::ranges::find(kFreeTexts, option->get_name()) != std::end(kFreeTexts)) continue;
+        option->check([](const std::string& value) { return value.empty() ? "a value is needed" : ""; });
+    }
+    for (CLI::App* sub : app.get_subcommands(nullptr))
+        refuseEmptyValues(*sub);
 }
 
 // The verb that was called, or its own verb when it has some; the program itself when no verb was called.
@@ -69,6 +84,7 @@ void declare(CLI::App& app, Call& call) {
             });
         }
     }
+    refuseEmptyValues(app);
 }
 
 std::string hintOf(const CLI::App& app, const CLI::ParseError& error) {

@@ -66,7 +66,9 @@ class Calls(InAFolder):
                       ["download", "--port", "x", "--logs", "0"], ["download", "--port", "x", "--logs", "1,,2"],
                       ["download", "--port", "x", "--logs", "some"],
                       ["sync-clock", "--port", "x", "--now", "2024-02-30T00:00:00"],
-                      ["sync-clock", "--port", "x", "--now", "2024-02-03 10:00"]):
+                      ["sync-clock", "--port", "x", "--now", "2024-02-03 10:00"],
+                      ["recalc", DOSIMETER, "-o", ""], ["merge", DOSIMETER, LONG, "-o", ""], ["identify", "--port", ""],
+                      ["download", "--resume", ""], ["analyse", DOSIMETER, "--ln", ""], ["cut", DOSIMETER, "--include", "1", "--log="]):
             status, out, err = run(*words)
             self.assertEqual((status, out), (2, ""), words)
             self.assertTrue(err, words)
