@@ -1,8 +1,10 @@
 #include "cli/CommandLine.h"
 
 #include "cli/Nearest.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
+#include <cctype>
 #include <iterator>
 #include <string_view>
 
@@ -10,11 +12,24 @@ namespace kestrane {
 
 namespace {
 
+// What is wrong with a separator: letters, digits, blanks and longer texts would change figures or dates.
+std::string checkSeparator(const std::string& text) {
+    std::size_t end = 0;
+    const bool isOne = !text.empty() && isValidUtf8(text) && (nextCodePoint(text, end), end == text.size());
+    const bool isMark = isOne && (end > 1 || std::ispunct(static_cast<unsigned char>(text.front())) != 0);
+    return isMark ? "" : "one character that is no letter, digit or blank";
+}
+
+std::string checkDecimalSeparator(const std::string& text) {
+    return text == "+" || text == "-" ? "one character that is no sign" : checkSeparator(text);
+}
+
 void addGlobals(CLI::App& app, GlobalOptions& globals) {
     app.add_option("--company", globals.company, "company name of the version data, which chooses the brand");
     app.add_option("--settings", globals.settingsFile, "the settings store: this INI file");
-    app.add_option("--decimal-separator", globals.decimalSeparator, "in place of the locale's");
-    app.add_option("--date-separator", globals.dateSeparator, "in place of the locale's");
+    app.add_option("--decimal-separator", globals.decimalSeparator, "in place of the locale's")
+        ->check(checkDecimalSeparator);
+    app.add_option("--date-separator", globals.dateSeparator, "in place of the locale's")->check(checkSeparator);
     app.add_option("--answer", globals.answer, "the button pressed on every question")
         ->check(CLI::IsMember({"yes", "no", "ok", "cancel", "retry"}));
     app.add_flag("--quiet", globals.isQuiet, "no progress on standard error");

@@ -67,6 +67,8 @@ class Calls(InAFolder):
                       ["download", "--port", "x", "--logs", "some"],
                       ["sync-clock", "--port", "x", "--now", "2024-02-30T00:00:00"],
                       ["sync-clock", "--port", "x", "--now", "2024-02-03 10:00"],
+                      ["--decimal-separator", "1", "show", DOSIMETER], ["--decimal-separator", "-", "show", DOSIMETER],
+                      ["--decimal-separator", ".,", "show", DOSIMETER], ["--date-separator", " ", "show", DOSIMETER],
                       ["recalc", DOSIMETER, "-o", ""], ["merge", DOSIMETER, LONG, "-o", ""], ["identify", "--port", ""],
                       ["download", "--resume", ""], ["analyse", DOSIMETER, "--ln", ""], ["cut", DOSIMETER, "--include", "1", "--log="]):
             status, out, err = run(*words)
@@ -133,8 +135,8 @@ class Calls(InAFolder):
         self.assertEqual(*same)
         write("dates.xml", "<instruments><instrument-data><instrument-detail/><logs><log><sdt>26.11.2024</sdt></log></logs>"
                            "</instrument-data></instruments>")
-        dates = [json.loads(run("--date-separator", c, "recalc", "dates.xml")[1])["StartDate"] for c in "/."]
-        self.assertEqual(dates, ["", "26/11/2024"])
+        dates = [json.loads(run("--date-separator", c, "recalc", "dates.xml")[1])["StartDate"] for c in "/-\u00b7."]
+        self.assertEqual(dates, ["", "", "", "26/11/2024"])
 
     def test_figures_that_are_the_instrument_s_own_are_marked(self):
         write("halcyr.xml", "<instruments><instrument-data><instrument-detail instrument-name='TR350'/><logs><log><cri>85</cri><ca>"
