@@ -13,6 +13,7 @@
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -33,22 +34,22 @@ std::string unableToOpen(const clsFile& file) {
 }
 
 bool FileOpenCsv(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string&) {
-    ReadSoundCsv(file, bytes->view());
+    ReadSoundCsv(file, behindMark(bytes->view()));
     return file.OldStyle = true;
 }
 
 bool FileOpenSound(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string&) {
-    ReadSoundFile(file, bytes->view());
+    ReadSoundFile(file, behindMark(bytes->view()));
     return file.OldStyle = true;
 }
 
 bool FileOpenLog(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string& message) {
-    return file.OldStyle = ReadMachineLog(file, bytes->view(), message);
+    return file.OldStyle = ReadMachineLog(file, behindMark(bytes->view()), message);
 }
 
 bool FileOpenProject(clsFile& file, const std::shared_ptr<FileBytes>& bytes, std::string& message) {
     file.OldStyle = false;
-    if (ReadProject(file, bytes->view())) return true;
+    if (ReadProject(file, behindMark(bytes->view()))) return true;
     message = unableToOpen(file);
     return false;
 }

@@ -207,8 +207,7 @@ void IniFile::apply() {
 
 void IniFile::load() {
     const auto bytes = readFile(path_);
-    std::string_view rest = bytes->view();
-    if (rest.starts_with("\xEF\xBB\xBF")) rest.remove_prefix(3);
+    std::string_view rest = behindMark(bytes->view());
     std::string section;
     settings_.Values.clear();
     while (!rest.empty()) {

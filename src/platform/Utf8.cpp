@@ -125,6 +125,11 @@ std::string toUtf8(std::string_view bytes) {
     return text;
 }
 
+std::string_view behindMark(std::string_view text) {
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    return text.substr(text.starts_with(kMark) ? kMark.size() : 0);
+}
+
 std::string_view firstBytes(std::string_view utf8, std::size_t most) {
     if (utf8.size() <= most) return utf8;
     while (most > 0 && isContinuation(utf8[most]))

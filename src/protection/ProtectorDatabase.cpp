@@ -104,6 +104,7 @@ const std::string& sourceOf(const ProtectorCollection& collection) {
 
 bool readProtectors(std::string_view text, std::vector<clsHP>& protectors) {
     protectors.clear();
+    text = behindMark(text);
     while (!text.empty()) {
         const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
         const std::string_view line = text.substr(0, end);

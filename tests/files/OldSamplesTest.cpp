@@ -48,6 +48,8 @@ TEST(OldSamples, OpenUnderAnyName) {
         const std::string content = sampleText(sample);
         OpenedFile own(content, sample.name);
         ASSERT_TRUE(own.isOpen) << sample.name << own.message;
+        const OpenedFile marked("\xEF\xBB\xBF" + content, sample.name); // as an editor saves it
+        EXPECT_TRUE(figuresOf(marked.file) == figuresOf(own.file)) << sample.name << marked.message;
         EXPECT_EQ(own.log(sample.mode).LogIntervals.Count(), sample.rows) << sample.name;
         const std::string figures = figuresOf(own.file);
         for (const char* name :

@@ -63,6 +63,8 @@ TEST(ReadProtectors, NamesOfAnOldFileAreRead) {
     std::vector<clsHP> protectors;
     readProtectors("Geh\xF6rschutz,1" + repeated(",", 40), protectors);
     EXPECT_EQ(protectors[0].Name, "Geh\u00F6rschutz");
+    readProtectors("\xEF\xBB\xBFPlug,1" + repeated(",", 40), protectors); // as an editor saved it
+    EXPECT_EQ(protectors[0].Name, "Plug");
 }
 
 TEST(ProtectorFile, SavesAndLoads) {
