@@ -116,6 +116,7 @@ int merge(Program& program, const MergeOptions& options) {
     clsFile& into = *files.front();
     for (std::size_t i = 1; i < files.size(); ++i) {
         const clsFile& file = *files[i];
+        into.History.IsWanted = into.History.IsWanted || file.History.IsWanted;
         const bool isAdded = PasteNode(program.session, fileKey(file), fileKey(into), false);
         if (!isAdded && !file.InstrumentDatas.empty()) return kFailed;
     }

@@ -207,6 +207,8 @@ class Calls(InAFolder):
         self.assertEqual((lines[0]["Reason"], lines[0]["After"].split(";")[0]),
                          ("Radio", "Interval Selection: Exclude From Display 1-2"))
         self.assertIn("Criterion Level: 80 dB", lines[2]["After"])
+        run("merge", LONG, "out.xml", "-o", "merged.xml")
+        self.assertIn('"CutReason":"Radio"', read("merged.xml.history.jsonl"))
         with open("next.xml", "a", encoding="utf-8") as file:
             file.write("\n")
         status, out, err = run("history", "next.xml")
@@ -217,7 +219,7 @@ class Calls(InAFolder):
         self.assertEqual((status, out), (1, ""))
         self.assertIn("is not a history of this program", err)
         self.assertEqual(run("save", DOSIMETER, "--history", "-o", "-")[0], 0)
-        self.assertEqual(sorted(os.listdir(".")), ["next.xml", "next.xml.history.jsonl", "out.xml",
+        self.assertEqual(sorted(os.listdir(".")), ["merged.xml", "merged.xml.history.jsonl", "next.xml", "next.xml.history.jsonl", "out.xml",
                                                    "out.xml.history.jsonl", "plain.xml", "settings.ini"])
 
 
