@@ -172,8 +172,8 @@ LogArguments logOfWord(const std::string& word) {
 
 // Returns false when a log is not there; the reason has been shown.
 bool addCompared(Program& program, const LogArguments& arguments, Json& logs, std::vector<AnalysedRow>& all) {
-    const auto chosen = openLog(program, arguments);
-    if (!chosen || !hasAllRows(program, *chosen->log)) return false;
+    const auto chosen = openWholeLog(program, arguments);
+    if (!chosen) return false;
     const auto rows = analysedRows(*chosen->log);
     all.insert(all.end(), rows.begin(), rows.end());
     const StretchFigures figures = stretchFigures(rows, 0, 0);
@@ -222,8 +222,8 @@ constexpr Question kQuestions[] = {
 
 int analyse(Program& program, const AnalysisOptions& options) {
     if (!options.others.empty()) return compare(program, options);
-    const auto chosen = openLog(program, options);
-    if (!chosen || !hasAllRows(program, *chosen->log)) return kFailed;
+    const auto chosen = openWholeLog(program, options);
+    if (!chosen) return kFailed;
     const auto rows = analysedRows(*chosen->log);
     const auto* const question = std::find_if(std::begin(kQuestions), std::end(kQuestions),
                                               [&](const Question& item) { return !(options.*item.words).empty(); });

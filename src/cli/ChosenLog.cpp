@@ -40,6 +40,11 @@ std::optional<ChosenLog> openLog(Program& program, const LogArguments& arguments
     return file == nullptr ? std::nullopt : chooseLog(program, *file, arguments.log);
 }
 
+std::optional<ChosenLog> openWholeLog(Program& program, const LogArguments& arguments) {
+    auto chosen = openLog(program, arguments);
+    return chosen && hasAllRows(program, *chosen->log) ? chosen : std::nullopt;
+}
+
 std::optional<ChosenLog> chooseLog(Program& program, clsFile& file, const std::string& key) {
     ChosenLog chosen;
     chosen.file = &file;

@@ -39,4 +39,7 @@ bool hasAllRows(Program& program, const clsLog& log);
 // Opens the file and finds the log. Nothing when the file does not open or has no such log; the reason has been shown.
 std::optional<ChosenLog> openLog(Program& program, const LogArguments& arguments);
 
+// The same for what is made of the rows: nothing either when the log does not have all of them (hasAllRows).
+std::optional<ChosenLog> openWholeLog(Program& program, const LogArguments& arguments);
+
 } // namespace kestrane

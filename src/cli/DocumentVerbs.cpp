@@ -46,7 +46,7 @@ void addDocumentOutput(CLI::App& verb, DocumentOutput& output) {
 // Opens the log of a verb that changes it.
 std::optional<ChosenLog> openToChange(Program& program, const LogArguments& arguments, const DocumentOutput& output) {
     program.KeepsHistory = output.keepsHistory;
-    return openLog(program, arguments);
+    return openWholeLog(program, arguments);
 }
 
 void printDocument(Program& program, clsFile& file, bool withIntervals = false) {
@@ -190,7 +190,7 @@ struct ZoomOptions : LogArguments {
 };
 
 int zoom(Program& program, const ZoomOptions& options) {
-    const auto chosen = openLog(program, options);
+    const auto chosen = openWholeLog(program, options);
     if (!chosen) return kFailed;
     const std::int64_t rows = chosen->log->LogIntervals.Count();
     if (!isRangeOf({options.from, options.to}, rows)) {

@@ -178,7 +178,9 @@ class Calls(InAFolder):
               "</intvls></log></logs></instrument-data></instruments>")
         write("loud-cut.xml", read("loud.xml").replace("<log>", '<log><cutintvls incl="False"><cutintvl>2~2</cutintvl></cutintvls>'))
         os.mkdir("folder")
-        for words, target in ((["show", "loud-cut.xml"], None), (["save", "loud-cut.xml"], "out.xml"), (["save", "unread.xml"], "out.xml"), (["merge", DOSIMETER, "unread.xml"], "out.xml"),
+        for words, target in ((["show", "loud-cut.xml"], None), (["save", "loud-cut.xml"], "out.xml"), (["save", "unread.xml"], "out.xml"), (["recalc", "unread.xml"], None),
+                              (["cut", "unread.xml", "--include", "1"], None), (["zoom", "unread.xml", "--from", "1", "--to", "1"], None),
+                              (["table", "unread.xml"], None), (["chart", "unread.xml", "--tab", "0", "--values"], None), (["merge", DOSIMETER, "unread.xml"], "out.xml"),
                               (["save", "none.xml"], "out.xml"), (["save", DOSIMETER], "none/out.xml"),
                               (["save", DOSIMETER], "folder"), (["recalc", "loud.xml"], "out.xml"),
                               (["cut", "loud.xml", "--exclude", "2"], "out.xml"),
@@ -187,6 +189,7 @@ class Calls(InAFolder):
             status, out, err = run(*words, *(["-o", target] if target else []))
             self.assertEqual((status, out), (1, ""), words)
             self.assertRegex(err, "Kestrane: |6: Overflow")
+            self.assertIn("Kestrane: ", err if "unread.xml" in words else "Kestrane: ")
             self.assertIn("<cri>80</cri>", read("out.xml"))
             self.assertEqual(sorted(os.listdir(".")), before)
         self.assertEqual(os.listdir("folder"), [])
