@@ -256,8 +256,13 @@ void grdDose::showRowsFrom(int row, int column) {
     if (log == nullptr) return;
     const bool wasOnRow = IsOnRow();
     model_.SetTable(exposureTable(*log));
-    setCurrentIndex(model_.index(std::min(row, model_.rowCount() - 1), column));
+    goTo(model_.index(std::min(row, model_.rowCount() - 1), column));
     if (IsOnRow() != wasOnRow) emit CurrentRowChanged(); // a table that is filled anew has no cell to compare with
+}
+
+// Selects the cell alone. The toolkit's own way asks which keys are held: those of the command that led here.
+void grdDose::goTo(const QModelIndex& cell) {
+    selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect);
 }
 
 bool grdDose::IsOnRow() const {
@@ -348,7 +353,8 @@ void grdDose::keyPressEvent(QKeyEvent* event) {
     // The editor has passed the key on; closing it moves to the next cell.
     if (state() == EditingState) return QTableView::keyPressEvent(event);
     if (event->matches(QKeySequence::Copy)) {
-        QApplication::clipboard()->setText(QString::fromStdString(SelectionText())); // even of a single cell
+        const std::string text = SelectionText(); // even of a single cell
+        if (!text.empty()) QApplication::clipboard()->setText(QString::fromStdString(text));
     } else if (event->matches(QKeySequence::Paste)) {
         Paste();
     } else if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
@@ -390,7 +396,7 @@ bool grdDose::stepSideways(int by) {
         const QModelIndex cell = model_.index(next / kTypedColumns, next % kTypedColumns);
         if ((cell.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)) == 0) continue;
         isStepping_ = true;
-        setCurrentIndex(cell);
+        goTo(cell);
         isStepping_ = false;
         tabbedFrom_ = from;
         return true;
@@ -401,7 +407,7 @@ bool grdDose::stepSideways(int by) {
 void grdDose::stepDown(int by) {
     const int last = std::max(0, static_cast<int>(model_.Table().Rows.size()) - 1);
     const int column = tabbedFrom_ >= 0 ? tabbedFrom_ : currentIndex().column();
-    setCurrentIndex(model_.index(std::clamp(currentIndex().row() + by, 0, last), column));
+    goTo(model_.index(std::clamp(currentIndex().row() + by, 0, last), column));
 }
 
 } // namespace kestrane

@@ -76,6 +76,7 @@ protected:
 private:
     std::size_t currentRow() const;
     void showRowsFrom(int row, int column);
+    void goTo(const QModelIndex& cell);
     bool stepSideways(int by); // to the next cell that can be edited; false when there is none
     void stepDown(int by);
     void sizeColumns();

@@ -187,6 +187,7 @@ TEST(Undo, BringsBackWhatAViewShows) {
     EXPECT_EQ(level(), "91.0");
     desk.press(QKeySequence("Ctrl+Z"));
     EXPECT_EQ(level(), before);
+    EXPECT_TRUE(grid.selectionModel()->isSelected(grid.currentIndex()));
     desk.press(QKeySequence("Ctrl+Shift+Z"));
     EXPECT_EQ(level(), "91.0");
     desk.rename("Broadband 1", "Grinder");
