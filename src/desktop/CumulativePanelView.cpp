@@ -154,13 +154,17 @@ QGroupBox* CumulativePanelView::calculationBox() {
     return box;
 }
 
+void CumulativePanelView::Follow(const clsLog* log) {
+    if (log != filled_) filled_ = nullptr;
+}
+
 void CumulativePanelView::ShowLog(const clsLog& log, int band, PanelForm panel) {
     const std::vector<PanelRow> rows = cumulativePanel(log, band);
     for (const auto& [section, box] : boxes_) {
         box->setVisible(isShownIn(panel, section));
         fillSection(section, rows, panel, log.IsChannelBOn && showsChannelB(panel));
     }
-    showEntries(log);
+    if (&log != filled_ || calculationEntries(log) != stored_) showEntries(log);
 }
 
 void CumulativePanelView::fillSection(PanelSection section, const std::vector<PanelRow>& rows, PanelForm panel,
@@ -188,6 +192,7 @@ void CumulativePanelView::fillSection(PanelSection section, const std::vector<Pa
 }
 
 void CumulativePanelView::showEntries(const clsLog& log) {
+    filled_ = &log;
     stored_ = calculationEntries(log);
     const QSignalBlocker noCriterion(cboCriterion_);
     const QSignalBlocker noExchange(cboExchRate_);

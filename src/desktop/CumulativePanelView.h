@@ -26,7 +26,11 @@ class CumulativePanelView : public QScrollArea {
 public:
     explicit CumulativePanelView(const Session& session, QWidget* parent = nullptr);
 
-    // Shows the figures at a band in the form of the panel, and the fields as the log has them.
+    // Drops what is typed into the fields for another log than this one; for any log when it is null.
+    void Follow(const clsLog* log);
+
+    // Shows the figures at a band in the form of the panel, and the fields as the log has them. What is typed into them
+    // stays while the log has the same values as before.
     void ShowLog(const clsLog& log, int band, PanelForm panel);
 
     CalculationEntries Entries() const;
@@ -51,7 +55,8 @@ private:
     QLineEdit* txtUserCal_;
     QPushButton* cmdApplyChanges_;
     QPushButton* cmdRevertChanges_;
-    CalculationEntries stored_; // as the log has them
+    CalculationEntries stored_;      // as the log has them
+    const clsLog* filled_ = nullptr; // the log that the fields are about; never dereferenced
 };
 
 } // namespace kestrane

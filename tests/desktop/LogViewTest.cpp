@@ -274,6 +274,9 @@ TEST(Calculation, RevertPutsTheEntriesBack) {
     enter(desk, "txtUserCal", "1/2/2024");
     desk.press(Qt::Key_Tab);
     EXPECT_EQ(desk.control<QLineEdit>("txtUserCal").text(), "01/02/2024");
+    choose(desk, "Advanced");
+    EXPECT_EQ(desk.control<QComboBox>("cboCriterion").currentText(), "90") << "another panel of the same log";
+    EXPECT_TRUE(desk.control<QPushButton>("cmdApplyChanges").isEnabled());
     click(*desk.frame, "cmdRevertChanges");
     EXPECT_EQ(desk.control<QComboBox>("cboCriterion").currentText(), "85");
     EXPECT_EQ(desk.control<QComboBox>("cboExchRate").currentText(), "3");

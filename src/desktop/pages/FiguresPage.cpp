@@ -13,7 +13,11 @@ FiguresPage::FiguresPage(Session& session, ExplorerState& state) : LogPage(sessi
     panels_ = new CumulativePanelView(session);
     fillWith(*panels_);
     connect(panels_, &CumulativePanelView::ApplyChanges, this, &FiguresPage::applyChanges);
-    connect(panels_, &CumulativePanelView::RevertChanges, this, &FiguresPage::drawInView);
+    connect(panels_, &CumulativePanelView::RevertChanges, this, &FiguresPage::drawAnew);
+}
+
+void FiguresPage::Follow(const clsLog* inView) {
+    panels_->Follow(inView);
 }
 
 void FiguresPage::Draw(clsLog& inView) {
@@ -21,7 +25,8 @@ void FiguresPage::Draw(clsLog& inView) {
     panels_->ShowLog(inView, view.PanelBand(inView), cumulativePanelOf(inView, view.Panel));
 }
 
-void FiguresPage::drawInView() {
+void FiguresPage::drawAnew() {
+    panels_->Follow(nullptr);
     if (clsLog* log = state_.LogInView(session_); log != nullptr) Draw(*log);
 }
 
@@ -30,7 +35,7 @@ void FiguresPage::applyChanges() {
     if (log == nullptr) return;
     const bool isChanged = kestrane::applyChanges(*state_.OpenedLog(session_), *log, panels_->Entries(),
                                                   [this](CalculationField field) { panels_->FocusField(field); });
-    if (isChanged) drawInView();
+    if (isChanged) drawAnew();
 }
 
 // Copies the selected text of a label when there is one, else everything.

@@ -13,6 +13,7 @@ class FiguresPage : public LogPage {
 public:
     FiguresPage(Session& session, ExplorerState& state);
 
+    void Follow(const clsLog* inView) override;
     void Draw(clsLog& inView) override;
 
     bool HasContent() const override { return true; }
@@ -21,7 +22,7 @@ public:
     std::unique_ptr<PagedDocument> Pages(const PrintedView& printed) const override;
 
 private:
-    void drawInView();
+    void drawAnew(); // with the fields as the log has them
     void applyChanges();
 
     CumulativePanelView* panels_;
