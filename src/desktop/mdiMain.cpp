@@ -519,8 +519,8 @@ bool mdiMain::eventFilter(QObject* watched, QEvent* event) {
         openHelp(helpTopicOf(qobject_cast<QWidget*>(watched)));
         return true;
     }
-    if (!isUserInput(event->type()) || !((busy_ > 0 && !isWaitingShown()) || isHeldBack(watched)))
-        return QMainWindow::eventFilter(watched, event);
+    const bool isDropped = isUserInput(event->type()) && ((busy_ > 0 && !isWaitingShown()) || isHeldBack(watched));
+    if (!isDropped && !isKeptFromText(*event)) return QMainWindow::eventFilter(watched, event);
     event->ignore();
     return true;
 }

@@ -91,6 +91,7 @@ private:
     void wire(frmExplorer& explorer);
 
     bool isHeldBack(const QObject* object) const;
+    static bool isKeptFromText(const QEvent& event);
     bool isAnswering() const;
     void begin(const std::function<void()>& work);
     void give(Command command);

@@ -4,6 +4,7 @@
 #include "dialogs/Words.h"
 
 #include <QAction>
+#include <QKeyEvent>
 
 #include <algorithm>
 #include <set>
@@ -56,6 +57,14 @@ std::string textOf(const QList<QKeySequence>& keys) {
 }
 
 } // namespace
+
+// Text fields take Ctrl+E, with or without Shift, as a key to the end of the line, where the End key goes, too. Here it
+// is a command, whatever has the focus; in a dialog, where it is none, the field gets it all the same.
+bool mdiMain::isKeptFromText(const QEvent& event) {
+    if (event.type() != QEvent::ShortcutOverride) return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.key() == Qt::Key_E && (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == Qt::ControlModifier;
+}
 
 void mdiMain::addStandardKeys() {
     std::set<QKeySequence> taken;
