@@ -106,8 +106,8 @@ std::string transcriptFolder(const Session& session) {
 TranscriptSink KeptTranscript::Sink(TranscriptSink further) {
     return [this, further = std::move(further)](std::string_view line) {
         if (!file_.is_open()) {
-            notes_ += line;
-            if (line.starts_with('+')) begin();
+            before_ += line;
+            if (line.starts_with('+') && line.find(" < ") != std::string_view::npos) begin();
         } else {
             file_ << line << std::flush;
         }
@@ -128,7 +128,7 @@ void KeptTranscript::begin() {
     }
     removeOldest(folder); // before there is the new one, which is the oldest when the clock has been put back
     file_.open(pathOf(path + ".txt"), std::ios::binary | std::ios::trunc);
-    file_ << notes_ << std::flush;
+    file_ << before_ << std::flush;
 }
 
 bool RecoverDownload(Session& session, const std::string& path) {

@@ -13,7 +13,8 @@ namespace kestrane {
 
 std::string transcriptFolder(const Session& session); // with "/" at the end
 
-// The transcript of one download, in a file of its own from the first byte on.
+// The transcript of one download, in a file of its own once a byte has been received: where no instrument answers there
+// is nothing to be kept.
 class KeptTranscript {
 public:
     static constexpr std::size_t kKept = 20; // the oldest are removed
@@ -31,7 +32,7 @@ private:
 
     const Session& session_;
     std::ofstream file_;
-    std::string notes_; // before the first byte
+    std::string before_; // the lines before the first byte received
 };
 
 // Reads the logs that are whole out of a transcript into a new document, which has no file yet. Returns false, after a

@@ -216,6 +216,13 @@ TEST(DownloadTest, TheLastTranscriptsAreKept) {
                            ".txt"),
                   download.transcript);
     }
+    ScriptedDownload silent; // nothing answers
+    silent.session.StateFolder = folder.file("state/");
+    KeptTranscript none(silent.session);
+    silent.services.transcript = none.Sink(silent.services.transcript);
+    EXPECT_FALSE(DownloadData(silent.services, nullptr));
+    EXPECT_NE(silent.transcript.find(" > 02010003\n"), std::string::npos);
+    EXPECT_FALSE(none.IsKept());
     const auto files = std::filesystem::directory_iterator(folder.file("state/downloads"));
     EXPECT_EQ(std::distance(begin(files), end(files)), static_cast<std::ptrdiff_t>(KeptTranscript::kKept) + 1);
     EXPECT_TRUE(fileExists(folder.file("state/downloads/0 notes.txt")));
