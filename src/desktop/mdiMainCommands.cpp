@@ -504,7 +504,9 @@ void mdiMain::findNext() {
     if (find_ == nullptr || find_->Entry().What.empty()) return showFind();
     frmExplorer* const explorer = activeExplorer();
     if (const auto key = search_.Find(buildTree(session_), find_->Entry())) return explorer->SelectNode(*key);
+    const bool isFromDialog = find_->isActiveWindow();
     session_.ShowMessage(session_.LoadText(Text::CannotFind), kIconInformation);
+    if (isFromDialog) find_->activateWindow(); // the desktop gives the focus to the frame
 }
 
 } // namespace kestrane
