@@ -75,6 +75,9 @@ TEST(AssessmentWindow, ADayIsTypedAndItsFiguresFollow) {
     desk.command("New Assessment").trigger();
     desk.settle();
     EXPECT_EQ(desk.title(), "Exposure Assessment - Untitled");
+    desk.groups().setFocus();
+    desk.press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "groupField1") << "what stands below";
     for (const char* task : {"Task 1", "Task 2", "Task 3"}) {
         desk.clickButton("cmdTask");
         desk.row(task);

@@ -43,6 +43,9 @@ frmAssessment::frmAssessment(Session& session, AssessmentDocument document, AskS
     setWindowIcon(iconOf("application"));
     documentForm_ = new FieldsForm(session, "documentField", loadText(session, Text::AssessmentForm));
     groupForm_ = new FieldsForm(session, "groupField", loadText(session, Text::GroupForm));
+    // Tab goes through the controls in the order in which they get their places, so they are there before.
+    documentForm_->Show(documentFields(document_.Now()));
+    groupForm_->Show(groupFields(session, withGroup(session, document_.Now()).Next, 0, {}));
     tree_ = new tvwAssessment(session);
     result_ = new ResultView(session);
     auto* const left = new QWidget;
