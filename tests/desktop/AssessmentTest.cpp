@@ -78,6 +78,8 @@ TEST(AssessmentWindow, ADayIsTypedAndItsFiguresFollow) {
     desk.groups().setFocus();
     desk.press(Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "groupField1") << "what stands below";
+    const QSize least = desk.window().minimumSizeHint();
+    EXPECT_TRUE(least.width() < 640 && least.height() < 320) << least.width() << " x " << least.height();
     for (const char* task : {"Task 1", "Task 2", "Task 3"}) {
         desk.clickButton("cmdTask");
         desk.row(task);

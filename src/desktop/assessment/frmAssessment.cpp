@@ -1,5 +1,6 @@
 #include "desktop/assessment/frmAssessment.h"
 
+#include "desktop/FlowLayout.h"
 #include "desktop/assessment/FieldsForm.h"
 #include "desktop/assessment/ResultView.h"
 #include "desktop/assessment/tvwAssessment.h"
@@ -18,6 +19,8 @@
 #include <QLineEdit>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 
 namespace kestrane {
 
@@ -26,6 +29,7 @@ namespace {
 constexpr std::size_t kManyFiles = 3; // so many are read under a dialog with a Cancel button
 constexpr int kLeftWidth = 560;       // pixels
 constexpr int kRightWidth = 440;
+constexpr int kGap = 6;
 
 QGroupBox* boxed(const QString& title, QWidget& content) {
     auto* const box = new QGroupBox(title);
@@ -34,6 +38,21 @@ QGroupBox* boxed(const QString& title, QWidget& content) {
     layout->addWidget(&content);
     return box;
 }
+
+// Scrolls up and down where the window is low, and is never narrower than its content.
+class ScrolledColumn : public QScrollArea {
+public:
+    explicit ScrolledColumn(QWidget* content) {
+        setFrameShape(NoFrame);
+        setWidgetResizable(true);
+        setWidget(content);
+    }
+
+    QSize minimumSizeHint() const override {
+        const int width = widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width();
+        return {width, QScrollArea::minimumSizeHint().height()};
+    }
+};
 
 } // namespace
 
@@ -56,7 +75,7 @@ frmAssessment::frmAssessment(Session& session, AssessmentDocument document, AskS
     column->addWidget(tree_, 1);
     column->addWidget(boxed(loadText(session, Text::GroupForm), *groupForm_));
     auto* const splitter = new HandySplitter;
-    splitter->addWidget(left);
+    splitter->addWidget(new ScrolledColumn(left));
     splitter->addWidget(result_);
     splitter->setStretchFactor(0, 1);
     splitter->setStretchFactor(1, 1);
@@ -106,7 +125,8 @@ QPushButton* frmAssessment::addButton(QWidget& bar, Text::Id text, const char* n
 
 QWidget* frmAssessment::buttons() {
     auto* const bar = new QWidget;
-    auto* const row = new QHBoxLayout(bar);
+    auto* const row = new FlowLayout(kGap, kGap);
+    bar->setLayout(row);
     row->setContentsMargins({});
     addButton(*bar, Text::ButtonAddGroup, "cmdGroup", &frmAssessment::addGroup);
     cmdTask_ = addButton(*bar, Text::ButtonAddTask, "cmdTask", &frmAssessment::addTask);
@@ -114,7 +134,6 @@ QWidget* frmAssessment::buttons() {
     cmdRemove_ = addButton(*bar, Text::ButtonRemove, "cmdRemove", &frmAssessment::remove);
     cmdTakeFile_ = addButton(*bar, Text::ButtonTakeFile, "cmdTakeFile", &frmAssessment::takeFile);
     addButton(*bar, Text::AskReadAgain, "cmdReadAgain", &frmAssessment::readAgain);
-    row->addStretch(1);
     return bar;
 }
 
