@@ -112,6 +112,17 @@ class Chart(InAFolder):
         with open("e.png", "rb") as file:
             self.assertEqual(struct.unpack(">II", file.read(24)[16:24]), (1890, 1063))
 
+    def test_a_name_stays_the_words_that_it_is(self):
+        tree = ElementTree.parse(sample("shift-dosimeter"))
+        tree.find(".//log").set("name", "<b>Mill & press</b>")
+        tree.write("named.xml")
+        for picture in ("a.svg", "a.pdf"):
+            self.assertEqual(run("chart", "named.xml", "--tab", "0", "-o", picture), (0, "", ""))
+        words = [text.text.strip() for text in ElementTree.parse("a.svg").iter() if text.tag.endswith("text")]
+        self.assertIn("<b>Mill & press</b>", words)
+        words = subprocess.run(["pdftotext", "a.pdf", "-"], capture_output=True, check=True).stdout.decode()
+        self.assertIn("<b>Mill & press</b>", words)
+
 
 class NoiseRating(InAFolder):
     def test_its_level_is_the_highest_rating_of_the_bands(self):
