@@ -140,7 +140,7 @@ struct TableOptions : ChoiceOptions {
 int table(Program& program, const TableOptions& options) {
     const bool isB = options.channel == "B";
     if (isB && !(options.band.empty() && options.parameter.empty())) throw WrongWords("Channel B has no bands.");
-    const auto chosen = openWholeLog(program, options);
+    const auto chosen = openLog(program, options);
     if (!chosen) return kFailed;
     const clsLog& log = *chosen->log;
     if (isB && !log.IsChannelBOn) throw WrongWords("The log has no channel B.");
@@ -261,8 +261,6 @@ int chart(Program& program, const ChartOptions& options) {
     if (const std::string hint = hintOfChoice(log, options); !hint.empty()) throw WrongWords(hint);
     const auto tab = static_cast<LogTab>(options.tab);
     const LogPanels& panels = tabRow(tab).Panels;
-    const bool isOfRows = tabRow(tab).IsOverTime || panels.IntervalList;
-    if (isOfRows && !hasAllRows(program, log)) return kFailed;
     const std::int64_t rows = log.LogIntervals.Count();
     if (panels.IntervalList && rows > 0 && !isRangeOf({options.interval, options.interval}, rows)) {
         session.ShowMessage(session.LoadText(Text::RangeInvalid), kIconExclamation);

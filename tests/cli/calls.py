@@ -180,7 +180,7 @@ class Calls(InAFolder):
         os.mkdir("folder")
         for words, target in ((["show", "loud-cut.xml"], None), (["save", "loud-cut.xml"], "out.xml"), (["save", "unread.xml"], "out.xml"), (["recalc", "unread.xml"], None),
                               (["cut", "unread.xml", "--include", "1"], None), (["zoom", "unread.xml", "--from", "1", "--to", "1"], None),
-                              (["table", "unread.xml"], None), (["chart", "unread.xml", "--tab", "0", "--values"], None), (["merge", DOSIMETER, "unread.xml"], "out.xml"),
+                              (["merge", DOSIMETER, "unread.xml"], "out.xml"),
                               (["save", "none.xml"], "out.xml"), (["save", DOSIMETER], "none/out.xml"),
                               (["save", DOSIMETER], "folder"), (["recalc", "loud.xml"], "out.xml"),
                               (["cut", "loud.xml", "--exclude", "2"], "out.xml"),
