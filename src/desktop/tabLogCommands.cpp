@@ -70,7 +70,7 @@ void tabLog::editNote(const std::string& proposal) {
     clsLog* const log = state_.OpenedLog(session_); // found again, because the pump ran in the meantime
     if (!note || log == nullptr) return;
     editLog(*log, Text::StepNote, [&] { return std::exchange(log->Note, *note) != *note; });
-    Redraw();
+    log->RaiseLogValuesChanged(); // every window that shows the log has its note
 }
 
 bool tabLog::IsZoomShown() const {

@@ -93,13 +93,16 @@ PasteOutcome pasteLines(clsLog& log, std::size_t row, int column, const std::str
     return {0, outcome.Refused + refusedCaptions};
 }
 
-// A step after which the rows count as edited by the user.
+// A step after which the rows count as edited by the user. Every window that shows the log then shows them anew, unless
+// there are none left: a table that is shown anew without rows gets one of the log's own.
 bool editRows(clsLog& log, const std::function<bool()>& change) {
-    return editLog(log, Text::StepExposureRows, [&] {
+    const bool isEdited = editLog(log, Text::StepExposureRows, [&] {
         const bool isChanged = change();
         log.AreDoseRowsEdited = log.AreDoseRowsEdited || isChanged;
         return isChanged;
     });
+    if (isEdited && !log.DoseLogIntervals.empty()) log.RaiseLogValuesChanged();
+    return isEdited;
 }
 
 } // namespace

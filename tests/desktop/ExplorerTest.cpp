@@ -1,9 +1,11 @@
 #include "charts/chaTab.h"
 #include "desktop/Desk.h"
+#include "dialogs/ModalDialog.h"
 
 #include <QDialog>
 #include <QLabel>
 #include <QMenu>
+#include <QTableView>
 
 #include <filesystem>
 
@@ -137,6 +139,22 @@ TEST(ExplorerWindows, EachHasTheSameTreeAndItsOwnLog) {
     EXPECT_EQ(imageOf(desk.node("Plane")), imageOf(desk.node("Extract fan")));
     desk.area().setActiveSubWindow(windows(desk).back());
     EXPECT_TRUE(desk.tabs().isVisible());
+}
+
+TEST(ExplorerWindows, TwoOnOneLogShowTheSameRowsAndNote) {
+    Desk desk;
+    desk.openLog(kShift, "Broadband 1", "Exp Calc");
+    const auto& first = *desk.control<QTableView>("grdDose").model();
+    desk.press(QKeySequence("Ctrl+N"));
+    desk.clickNode("Broadband 1");
+    desk.clickTab("Exp Calc");
+    QTableView& grid = desk.control<QTableView>("grdDose");
+    ASSERT_NE(grid.model(), &first);
+    grid.model()->setData(grid.model()->index(0, 4), "press", Qt::EditRole);
+    EXPECT_EQ(first.index(0, 4).data().toString(), "press");
+    click(*desk.area().currentSubWindow(), "chkSave");
+    for (const QMdiSubWindow* window : windows(desk))
+        EXPECT_TRUE(window->findChild<QAbstractButton*>("chkSave")->isChecked());
 }
 
 TEST(ExplorerWindows, TileAndCascadeArrangeThem) {

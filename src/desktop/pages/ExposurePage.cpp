@@ -44,8 +44,10 @@ void ExposurePage::makeBar() {
     connect(cmdInsertRows, &QPushButton::clicked, this, &ExposurePage::InsertRows);
     connect(cmdDeleteRows_, &QPushButton::clicked, this, &ExposurePage::DeleteRows);
     connect(chkSave_, &QCheckBox::toggled, this, [this](bool isSaved) {
-        if (clsLog* log = state_.OpenedLog(session_); log != nullptr)
-            editLog(*log, Text::StepExposureRows, [&] { return std::exchange(log->SaveDoseCalc, isSaved) != isSaved; });
+        clsLog* log = state_.OpenedLog(session_);
+        if (log == nullptr) return;
+        editLog(*log, Text::StepExposureRows, [&] { return std::exchange(log->SaveDoseCalc, isSaved) != isSaved; });
+        log->RaiseLogValuesChanged();
     });
 }
 
