@@ -39,11 +39,32 @@ QWidget* buttonsOf(const QLayout& layout) {
     return hasButtons ? last : nullptr;
 }
 
-// Puts everything but the buttons into an area that scrolls.
+// The button that Return presses; null when there is none.
+QPushButton* defaultOf(const QWidget& buttons) {
+    const auto all = buttons.findChildren<QPushButton*>();
+    const auto found = std::ranges::find_if(all, &QPushButton::isDefault);
+    return found == all.end() ? nullptr : *found;
+}
+
+// The first control that Tab reaches in the content; null when there is none.
+QWidget* firstControl(const QWidget& content) {
+    for (QWidget* at = content.nextInFocusChain(); content.isAncestorOf(at); at = at->nextInFocusChain())
+        if ((at->focusPolicy() & Qt::TabFocus) != 0 && at->isEnabledTo(&content) && at->isVisibleTo(&content))
+            return at;
+    return nullptr;
+}
+
+// Puts everything but the buttons into an area that scrolls. The buttons are taken out of the dialog for that, so that
+// Tab reaches them last, and Return presses the same one as before.
 void scroll(QDialog& dialog) {
     QLayout* const layout = dialog.layout();
     QWidget* const buttons = buttonsOf(*layout);
-    if (buttons != nullptr) layout->removeWidget(buttons);
+    QPushButton* const main = buttons != nullptr ? defaultOf(*buttons) : nullptr;
+    QWidget* const focused = dialog.focusWidget();
+    if (buttons != nullptr) {
+        layout->removeWidget(buttons);
+        buttons->setParent(nullptr);
+    }
     layout->setSizeConstraint(QLayout::SetDefaultConstraint);
     auto* const content = new QWidget;
     content->setLayout(layout); // takes it from the dialog
@@ -55,7 +76,16 @@ void scroll(QDialog& dialog) {
     auto* const outer = new QVBoxLayout(&dialog);
     outer->addWidget(area, 1);
     area->show();
-    if (buttons != nullptr) outer->addWidget(buttons);
+    if (buttons != nullptr) {
+        outer->addWidget(buttons);
+        buttons->show();
+    }
+    if (main != nullptr) {
+        main->setDefault(false);
+        main->setDefault(true);
+    }
+    if (QWidget* const first = focused != nullptr ? focused : firstControl(*content); first != nullptr)
+        first->setFocus();
 }
 
 // The size at which nothing has to be scrolled, as far as there is room.

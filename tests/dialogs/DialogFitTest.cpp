@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
@@ -102,6 +103,12 @@ TEST(DialogFit, SettingsAreScrolledUpAndDownOnlyAndTheWheelChangesNothing) {
             const auto* const area = dialog.findChild<QScrollArea*>({}, Qt::FindDirectChildrenOnly);
             ASSERT_NE(area, nullptr);
             EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << language.Name;
+            EXPECT_TRUE(area->widget()->isAncestorOf(QApplication::focusWidget())) << "not on the buttons";
+            EXPECT_TRUE(control<QPushButton>(dialog, "cmdOK").isDefault()) << "what Return does in a field";
+            const QWidget* behind = control<QWidget>(dialog, "cmdCancel").nextInFocusChain();
+            while ((behind->focusPolicy() & Qt::TabFocus) == 0)
+                behind = behind->nextInFocusChain();
+            EXPECT_EQ(behind, area) << "from the last button Tab leads to the top";
             auto& choice = control<QComboBox>(dialog, "cboAppearance");
             EXPECT_EQ(choice.focusPolicy(), Qt::StrongFocus) << "or the wheel gives the focus first";
             const QPointF at = choice.rect().center();
