@@ -21,7 +21,8 @@ ClipboardForms copiedLines(std::string text, bool hasHeading);
 ClipboardForms copiedTable(const clsLog& log, const CopiedRows& rows, bool hasHeading);
 ClipboardForms copiedCells(const CellTable& table); // with its captions as the heading
 ClipboardForms copiedValues(const ChartData& chart, const Locale& locale);
-ClipboardForms copiedPanel(const clsLog& log, int band, PanelForm panel); // the figures that the panel shows, and their band
+ClipboardForms copiedPanel(const clsLog& log, int band,
+                           PanelForm panel); // the figures that the panel shows, and their band
 ClipboardForms copiedExposures(const clsLog& log);
 // Puts a line in front of the text and of the table. An empty line changes nothing, and pictures are not changed.
 ClipboardForms withLine(ClipboardForms forms, const std::string& line);
