@@ -36,14 +36,14 @@ namespace {
 
 constexpr int kMargin = 8; // pixels
 
-// Tabs with half the usual space beside their text, so that all eight fit into a window 1024 pixels wide.
+// Tabs with less space beside their text, so that all of them fit into a window 1024 pixels wide.
 class NarrowTabs : public QProxyStyle {
 public:
     NarrowTabs() : QProxyStyle(QStyleFactory::create(QApplication::style()->name())) {}
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
         const int usual = QProxyStyle::pixelMetric(metric, option, widget);
-        constexpr int kNarrower = 5; // so that all tabs fit a window of 1024 pixels
+        constexpr int kNarrower = 5;
         if (metric == PM_TabBarScrollButtonWidth) return std::max(usual, kLeastHit);
         return metric == PM_TabBarTabHSpace ? usual / kNarrower : usual;
     }
@@ -113,7 +113,7 @@ tabLog::tabLog(Session& session, ExplorerState& state, QWidget* parent) :
     column->addWidget(tabs_);
     column->addWidget(choices_);
     column->addWidget(wholeFiguresBar());
-    column->addWidget(driftBar());
+    column->addWidget(warningsBar());
     column->addWidget(stack_, 1);
     ShowLog();
 }
@@ -192,7 +192,7 @@ QWidget* tabLog::wholeFiguresBar() {
     return fraWholeFigures_;
 }
 
-QLabel* tabLog::driftBar() {
+QLabel* tabLog::warningsBar() {
     lblWarnings_ = new QLabel;
     lblWarnings_->setObjectName("lblLogWarnings");
     lblWarnings_->setAutoFillBackground(true);

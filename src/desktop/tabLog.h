@@ -107,7 +107,7 @@ private:
     void makePages();
     void makeBars();
     QWidget* wholeFiguresBar();
-    QLabel* driftBar();
+    QLabel* warningsBar();
     LogPage& front() const;
     void showNoLog();
     void tabClick();
@@ -124,7 +124,7 @@ private:
     ChoicesBar* choices_;
     fraZoom* fraZoom_;
     QWidget* fraWholeFigures_;
-    QLabel* lblWarnings_; // the warning of the calibration
+    QLabel* lblWarnings_; // logWarnings of the log on view
     QStackedWidget* stack_;
     QLabel* placeholder_;
     StartPage* start_;

@@ -119,7 +119,7 @@ QPlainTextEdit* OptionsSystemPage::textEdit(Text::Id labelId, const char* name, 
 QGroupBox* OptionsSystemPage::reports() {
     const Session& session = settings_.session();
     auto* const cmdBrowseFile =
-        pushButton(session, Text::BrowseData, "cmdBrowseFile", loadPlainText(session, Text::CompanyLogoFile));
+        pushButton(session, Text::BrowseLogo, "cmdBrowseFile", loadPlainText(session, Text::CompanyLogoFile));
     connect(cmdBrowseFile, &QPushButton::clicked, this, [this] { browseLogo(); });
 
     auto* const group = new QGroupBox(loadText(session, Text::Reports));
@@ -136,7 +136,7 @@ QGroupBox* OptionsSystemPage::reports() {
 QGroupBox* OptionsSystemPage::dataFiles() {
     const Session& session = settings_.session();
     auto* const cmdBrowseDir =
-        pushButton(session, Text::BrowseLogo, "cmdBrowseDir", loadPlainText(session, Text::BrowseForFolder));
+        pushButton(session, Text::BrowseData, "cmdBrowseDir", loadPlainText(session, Text::BrowseForFolder));
     connect(cmdBrowseDir, &QPushButton::clicked, this, [this] { browseFolder(); });
 
     auto* const group = new QGroupBox(loadText(session, Text::DataFiles));

@@ -3,7 +3,6 @@
 #include "calc/Recalculation.h"
 #include "explorer/Edits.h"
 #include "model/Session.h"
-#include "platform/Numbers.h"
 #include "views/Zoom.h"
 
 #include <algorithm>

@@ -31,8 +31,8 @@ void recordRecalculation(clsFile& file, const clsLog& log, const KeptFigures& be
 
 // Calls change(), which changes a log; when that returns true, the log's state before the change is kept as a step of
 // its document. A log of no open document (a zoomed range) is changed without a step. Undoing later restores the whole
-// log: figures, rows, selection, exposure rows and display options. While the rows of the log are still to come, the
-// user gets a message and change is not called. Returns what change returned.
+// log: figures, rows, selection, exposure rows and display options. While the rows of the log or the hash of its file
+// are still to come, the user gets a message and change is not called. Returns what change returned.
 bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change);
 
 // Renames a log or a collection of the document, as a step.

@@ -385,7 +385,7 @@ enum Id : int {
     CompanyLogo = 5006,
     DataFolder = 5007,
     SerialPort = 5008,
-    BrowseData = 5009,
+    BrowseLogo = 5009,
     PrintIntervals = 5010,
     RecalcOnOpen = 5011,
     KeepLastProtector = 5012,
@@ -447,7 +447,7 @@ enum Id : int {
     SettingsNotStored = 5079,
     Reports = 5080,
     DataFiles = 5081,
-    BrowseLogo = 5082,
+    BrowseData = 5082,
     ShowChannelA = 5083,
     ShowChannelB = 5084,
     CumulativeFigures = 5085,
@@ -1172,6 +1172,7 @@ enum Id : int {
     OpeningFile = 9390,
     FiguresWithoutUnread = 9391,
     RenameOpenElsewhere = 9400,
+    NotUpToDate = 9460,
 };
 
 } // namespace kestrane::Text

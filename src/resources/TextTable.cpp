@@ -1,7 +1,5 @@
 #include "resources/TextTable.h"
 
-#include "resources/TextNames_w4.h"
-
 #include <algorithm>
 #include <iterator>
 
@@ -394,7 +392,7 @@ constexpr TextEntry Entries[] = {
     {Text::CompanyLogo, "Company lo&go:"},
     {Text::DataFolder, "&Data folder:"},
     {Text::SerialPort, "Serial p&ort:"},
-    {Text::BrowseData, "&Browse..."},
+    {Text::BrowseLogo, "&Browse..."},
     {Text::PrintIntervals, "Print &intervals in the default report"},
     {Text::RecalcOnOpen, "Recalc on Open"},
     {Text::KeepLastProtector, "Display Last Selected Hearing Protector"},
@@ -457,7 +455,7 @@ constexpr TextEntry Entries[] = {
     {Text::SettingsNotStored, "The settings could not be stored: ^"},
     {Text::Reports, "Reports"},
     {Text::DataFiles, "Data Files"},
-    {Text::BrowseLogo, "Bro&wse..."},
+    {Text::BrowseData, "Bro&wse..."},
     {Text::ShowChannelA, "Channel &A"},
     {Text::ShowChannelB, "Channel &B"},
     {Text::CumulativeFigures, "&Cumulative figures"},

@@ -4,7 +4,6 @@
 #include "model/Captions.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
-#include "resources/TextNames_w4.h"
 #include "views/CalibrationText.h"
 
 #include <algorithm>

@@ -13,7 +13,6 @@
 #include "platform/desktop/QtClipboard.h"
 #include "printing/Printer.h"
 #include "reports/Report.h"
-#include "views/RowTimes.h"
 
 #include <QBoxLayout>
 
@@ -24,6 +23,10 @@ namespace kestrane {
 namespace {
 
 constexpr double kSecondsOfMinute = 60;
+
+void copyOut(const ClipboardForms& forms) {
+    QtClipboard().Set(forms);
+}
 
 } // namespace
 
@@ -132,20 +135,17 @@ void TimePage::ShowDistribution() {
         session_.ShowMessage(session_.LoadText(Text::NoAvailableData), kIconInformation);
         return;
     }
-    const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
-    frmDistribution(*log, {rows.begin(), rows.end()}, PlaceOfRange(), {copy, printing()}, window()).exec();
+    frmDistribution(*log, {rows.begin(), rows.end()}, PlaceOfRange(), {copyOut, printing()}, window()).exec();
 }
 
 void TimePage::ShowComparison() {
-    const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
-    frmCompare(session_, state_.OpenedLog(session_), {copy, printing()}, window()).exec();
+    frmCompare(session_, state_.OpenedLog(session_), {copyOut, printing()}, window()).exec();
 }
 
 void TimePage::ShowSpectrogram() {
     const clsLog* const log = state_.LogInView(session_);
     if (log == nullptr || shownChart() == nullptr) return;
-    const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
-    frmSpectrogram(*log, {copy, printing()}, window()).exec();
+    frmSpectrogram(*log, {copyOut, printing()}, window()).exec();
 }
 
 PrintChart TimePage::printing() const {
@@ -179,8 +179,7 @@ void TimePage::ShowEvents() {
     const auto mark = [this](const RowRange& rows) {
         chart_->markRows(static_cast<std::size_t>(rows.From - 1), static_cast<std::size_t>(rows.To - 1));
     };
-    const auto copy = [](const ClipboardForms& forms) { QtClipboard().Set(forms); };
-    frmEvents(*log, analysed(*log), {mark, copy}, window()).exec();
+    frmEvents(*log, analysed(*log), {mark, copyOut}, window()).exec();
 }
 
 } // namespace kestrane
