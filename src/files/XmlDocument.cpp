@@ -1,7 +1,6 @@
 #include "files/XmlDocument.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace kestrane {
@@ -117,7 +116,7 @@ std::shared_ptr<XmlDocument> XmlDocument::load(std::shared_ptr<FileBytes> file, 
 std::shared_ptr<XmlDocument> XmlDocument::fromText(std::string_view text, std::string& reason, std::size_t partSize) {
     XmlBytes bytes;
     bytes.file = std::make_shared<FileBytes>(text.size());
-    std::memcpy(bytes.file->data(), text.data(), text.size());
+    std::ranges::copy(text, bytes.file->data());
     return checked(std::move(bytes), reason, partSize);
 }
 
