@@ -1,7 +1,7 @@
 # Headers of others that many sources include, compiled once for each kind of target: a whole build takes a third less.
-# A source includes what it uses all the same; builds without this (Windows, clang) find what is missing.
+# A source includes what it uses all the same; builds without this (clang) find what is missing.
 
-if(CMAKE_CROSSCOMPILING OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   set(precompile OFF)
 else()
   set(precompile ON)

@@ -1,8 +1,10 @@
 # How the programs are built for Windows. The oldest Windows is 10. Files are written as they are, without a carriage return
-# before each line's end, and printf is that of the standard in place of the system's. A program without Qt needs no library
+# before each line's end, and printf is that of the standard in place of the system's. What Qt defines is defined everywhere,
+# since headers that are compiled once (cmake/Precompiled.cmake) fit no other definitions. A program without Qt needs no library
 # that the system does not have. With it, programs and modules share the libraries of the compiler, so that an error of
 # one is an error of the other.
-add_compile_definitions(_WIN32_WINNT=0x0A00 WIN32_LEAN_AND_MEAN NOMINMAX __USE_MINGW_ANSI_STDIO=1)
+add_compile_definitions(_WIN32_WINNT=0x0A00 WIN32_LEAN_AND_MEAN NOMINMAX __USE_MINGW_ANSI_STDIO=1
+  MINGW_HAS_SECURE_API=1 UNICODE _UNICODE WIN32 WIN64 _WIN64 _ENABLE_EXTENDED_ALIGNED_STORAGE)
 string(APPEND CMAKE_EXE_LINKER_FLAGS " /usr/${triple}/lib/binmode.o")
 if(NOT KESTRANE_QT)
   string(APPEND CMAKE_EXE_LINKER_FLAGS " -static")
