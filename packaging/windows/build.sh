@@ -37,12 +37,12 @@ cmake --build "$folder/$programs" -j "$(nproc)"
 # does so would not end before the others. So there is a program that waits for a line until all are done.
 rm -f "$folder/keeper"
 mkfifo "$folder/keeper"
-"$here/wine.sh" cmd /c "set /p line=" <"$folder/keeper" >/dev/null 2>&1 &
+timeout 1500 "$here/wine.sh" cmd /c "set /p line=" <"$folder/keeper" >/dev/null 2>&1 &
 exec 9>"$folder/keeper"
-"$here/wine.sh" cmd /c exit >/dev/null 2>&1 9>&-
+timeout 120 "$here/wine.sh" cmd /c exit >/dev/null 2>&1 9>&-
 QT_QPA_PLATFORM=offscreen ctest --test-dir "$folder/$programs" --output-on-failure --timeout 300 -j "$(nproc)" 9>&-
 exec 9>&-
-wait
+wait || true
 
 (cd "$folder/$programs" && cpack --config CPackConfig.cmake >/dev/null)
 "$here/check-installer.sh" "$folder/$programs"/kestrane-*-setup.exe
