@@ -75,7 +75,8 @@ private:
         }
         const std::int64_t length = announced();
         const auto size = static_cast<std::int64_t>(body_.size());
-        return length >= 0 && size != length ? "The connection was closed early" : std::string();
+        // No more can come than is announced, so when there is more, that length is of the answer that led here.
+        return size < length ? "The connection was closed early" : std::string();
     }
 
     QNetworkReply& reply_;
