@@ -33,16 +33,13 @@ cmake -S "$root" -B "$folder/$programs" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$here/t
     -DKESTRANE_TESTS_LEFT_OUT="$(sed 's/ .*//' "$here/left-out.txt" | paste -sd :)" >/dev/null
 cmake --build "$folder/$programs" -j "$(nproc)"
 
-# The first program starts the services of Wine, which write where it writes and end with the last program: a test that
-# does so would not end before the others. So there is a program that waits for a line until all are done.
-rm -f "$folder/keeper"
-mkfifo "$folder/keeper"
-timeout 1500 "$here/wine.sh" cmd /c "set /p line=" <"$folder/keeper" >/dev/null 2>&1 &
-exec 9>"$folder/keeper"
-timeout 120 "$here/wine.sh" cmd /c exit >/dev/null 2>&1 9>&-
-QT_QPA_PLATFORM=offscreen ctest --test-dir "$folder/$programs" --output-on-failure --timeout 300 -j "$(nproc)" 9>&-
-exec 9>&-
-wait || true
+# shellcheck source=session.sh
+. "$here/session.sh"
+keep_windows
+# What ends by itself is not tried again; a start of Wine that hangs is.
+QT_QPA_PLATFORM=offscreen ctest --test-dir "$folder/$programs" --output-on-failure --timeout 180 --repeat after-timeout:2 \
+    -j "$(nproc)" 9>&-
+end_windows
 
 (cd "$folder/$programs" && cpack --config CPackConfig.cmake >/dev/null)
 "$here/check-installer.sh" "$folder/$programs"/kestrane-*-setup.exe

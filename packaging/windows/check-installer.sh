@@ -9,10 +9,11 @@ user="$WINEPREFIX/drive_c/users/$(id -un)"
 folder="$user/AppData/Local/Programs/Kestrane"
 settings="$user/AppData/Roaming/check-installer.ini"
 wine() {
-    timeout 120 "$here/wine.sh" "$@" 2>/dev/null
+    timeout 120 "$here/wine.sh" "$@" 2>/dev/null 9>&-
 }
 fail() {
     echo "check-installer: $*" >&2
+    wine wineboot --kill || true # what runs yet
     exit 1
 }
 # What there is of the program: keys of the registry, shortcuts and files.
@@ -24,11 +25,19 @@ traces() {
     find "$folder" 2>/dev/null || true
 }
 
+uninstall() {
+    wine "$folder/uninstall.exe" /S || fail "it does not uninstall"
+    for _ in $(seq 60); do # the uninstaller goes on in a copy of itself
+        [ -e "$folder" ] || break
+        sleep 1
+    done
+}
+
 # Starts the desktop program and closes its window, which ends it.
 starts() {
     wine "$folder/bin/kestrane.exe" &
     program=$!
-    timeout 100 xdotool search --sync --onlyvisible --name '^Kestrane - ' >/dev/null || return 1
+    timeout 100 xdotool search --sync --onlyvisible --name '^Kestrane - ' >/dev/null 9>&- || return 1
     while wine taskkill /im kestrane.exe >/dev/null; do # until it hears, and is gone
         sleep 1
     done
@@ -46,6 +55,12 @@ if command -v Xvfb >/dev/null; then
     export DISPLAY
 fi
 
+# shellcheck source=session.sh
+. "$here/session.sh"
+keep_windows
+if [ -f "$folder/uninstall.exe" ]; then # left by a check that failed
+    uninstall
+fi
 [ -z "$(traces)" ] || fail "it is installed already"
 echo "[x]" >"$settings"
 wine "$1" /S || fail "it does not install"
@@ -58,12 +73,9 @@ if [ -f "$folder/bin/kestrane.exe" ]; then
     starts || fail "the desktop program does not start"
 fi
 traces | grep -qF 'Uninstall\Kestrane' || fail "Windows does not know of it"
-wine "$folder/uninstall.exe" /S || fail "it does not uninstall"
-for _ in $(seq 60); do # the uninstaller goes on in a copy of itself
-    [ -e "$folder" ] || break
-    sleep 1
-done
+uninstall
 left=$(traces)
 [ -z "$left" ] || fail "this is left: $left"
 [ -f "$settings" ] || fail "the settings are gone"
 rm "$settings"
+end_windows
