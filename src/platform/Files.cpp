@@ -1,10 +1,12 @@
 #include "platform/Files.h"
 
+#include "platform/InPieces.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/StreamBytes.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cctype>
 #include <cerrno>
 #include <charconv>
@@ -72,6 +74,20 @@ std::shared_ptr<FileBytes> readStream(const FillBytes& fill) {
         bytes = std::move(larger);
     }
     bytes->shrink(size);
+    return bytes;
+}
+
+std::shared_ptr<FileBytes> readParts(std::size_t size, const ReadPart& read, const std::function<void()>& between) {
+    auto bytes = std::make_shared<FileBytes>(size);
+    std::atomic<std::size_t> end = size;
+    const auto readPiece = [&](std::size_t from, std::size_t to) {
+        const std::size_t reached = read(*bytes, from, to);
+        if (reached == to) return;
+        for (std::size_t before = end; reached < before && !end.compare_exchange_weak(before, reached);) {
+        }
+    };
+    inPieces(size, kReadAtOnce, readPiece, between);
+    bytes->shrink(end);
     return bytes;
 }
 

@@ -1,11 +1,9 @@
 #include "platform/Files.h"
 
-#include "platform/InPieces.h"
 #include "platform/RuntimeError.h"
 #include "platform/StreamBytes.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 
 #include <fcntl.h>
@@ -84,23 +82,17 @@ std::shared_ptr<FileBytes> readFile(const std::string& path, const std::function
     const OpenFile file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     const struct stat about = aboutOpen(file.handle);
     if (S_ISDIR(about.st_mode)) raiseSystemError(EISDIR);
-    auto bytes = std::make_shared<FileBytes>(static_cast<std::size_t>(about.st_size));
-    std::atomic<std::size_t> end = bytes->size();
-    const auto read = [&](std::size_t from, std::size_t to) {
+    const auto read = [&file](FileBytes& bytes, std::size_t from, std::size_t to) {
         while (from < to) {
-            const ssize_t count = pread(file.handle, bytes->data() + from, to - from, static_cast<off_t>(from));
+            const ssize_t count = pread(file.handle, bytes.data() + from, to - from, static_cast<off_t>(from));
             if (count < 0 && errno == EINTR) continue;
             if (count < 0) raiseSystemError(errno);
             if (count == 0) break;
             from += static_cast<std::size_t>(count);
         }
-        if (from == to) return;
-        for (std::size_t before = end; from < before && !end.compare_exchange_weak(before, from);) {
-        }
+        return from;
     };
-    inPieces(bytes->size(), kReadAtOnce, read, between);
-    bytes->shrink(end); // the file may have been cut short since its size was read
-    return bytes;
+    return readParts(static_cast<std::size_t>(about.st_size), read, between);
 }
 
 void readPieces(const std::string& path, const std::function<void(std::string_view piece)>& take) {

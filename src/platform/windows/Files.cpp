@@ -18,9 +18,8 @@ HANDLE handleOf(int number) {
 }
 
 // Reads into bytes from the offset from on, until they are full or the input ends. Returns the offset reached.
-std::size_t fill(HANDLE file, FileBytes& bytes, std::size_t from, const std::function<void()>& between = {}) {
+std::size_t fill(HANDLE file, FileBytes& bytes, std::size_t from) {
     while (from < bytes.size()) {
-        if (between) between();
         const auto wanted = static_cast<DWORD>(std::min(bytes.size() - from, kReadAtOnce));
         DWORD count = 0;
         if (ReadFile(file, bytes.data() + from, wanted, &count, nullptr) == 0) {
@@ -38,28 +37,55 @@ DWORD attributesOf(const std::string& path) {
     return GetFileAttributesW(widePath(path).c_str());
 }
 
-Handle openFile(const std::string& path) {
+Handle openFile(const std::string& path, DWORD flags = FILE_ATTRIBUTE_NORMAL) {
     const DWORD attributes = attributesOf(path);
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) raiseSystemError(EISDIR);
     HANDLE file = INVALID_HANDLE_VALUE;
     const DWORD error = withPatience([&] {
         constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-        file = CreateFileW(widePath(path).c_str(), GENERIC_READ, kAll, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
-                           nullptr);
+        file = CreateFileW(widePath(path).c_str(), GENERIC_READ, kAll, nullptr, OPEN_EXISTING, flags, nullptr);
         return file != INVALID_HANDLE_VALUE;
     });
     if (error != 0) raiseLastError(error);
     return Handle(file);
 }
 
-// Reads a file of the disk from where it stands to its end.
+// Reads [from, to) of a file of the disk, wherever it stands. Returns the offset reached, which is less when the file
+// ends before. Several threads can do so at once, and need not wait for each other when the file was opened as
+// FILE_FLAG_OVERLAPPED.
+std::size_t readPart(HANDLE file, FileBytes& bytes, std::size_t from, std::size_t to) {
+    const Handle done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    if (!done.isOpen()) raiseLastError();
+    while (from < to) {
+        ULARGE_INTEGER offset{};
+        offset.QuadPart = from;
+        OVERLAPPED where{};
+        where.Offset = offset.LowPart;
+        where.OffsetHigh = offset.HighPart;
+        where.hEvent = done.get();
+        DWORD count = 0;
+        if (ReadFile(file, bytes.data() + from, static_cast<DWORD>(to - from), nullptr, &where) == 0 &&
+            GetLastError() != ERROR_IO_PENDING) {
+            if (GetLastError() == ERROR_HANDLE_EOF) break;
+            raiseLastError();
+        }
+        if (GetOverlappedResult(file, &where, &count, TRUE) == 0 && GetLastError() != ERROR_HANDLE_EOF)
+            raiseLastError();
+        if (count == 0) break;
+        from += count;
+    }
+    return from;
+}
+
+// Reads a file of the disk from its beginning to its end.
 std::shared_ptr<FileBytes> readWhole(HANDLE file, const std::function<void()>& between) {
     LARGE_INTEGER size{};
     if (GetFileType(file) != FILE_TYPE_DISK) return std::make_shared<FileBytes>(0);
     if (GetFileSizeEx(file, &size) == 0) raiseLastError();
-    auto bytes = std::make_shared<FileBytes>(static_cast<std::size_t>(size.QuadPart));
-    bytes->shrink(fill(file, *bytes, 0, between)); // the file may have been cut short since its size was read
-    return bytes;
+    const auto read = [file](FileBytes& bytes, std::size_t from, std::size_t to) {
+        return readPart(file, bytes, from, to);
+    };
+    return readParts(static_cast<std::size_t>(size.QuadPart), read, between);
 }
 
 } // namespace
@@ -101,7 +127,7 @@ void FileBytes::release(std::size_t from, std::size_t to) {
 
 std::shared_ptr<FileBytes> readFile(const std::string& path, const std::function<void()>& between) {
     if (const auto number = openFileNumber(path)) return readWhole(handleOf(*number), between);
-    const Handle file = openFile(path);
+    const Handle file = openFile(path, FILE_FLAG_OVERLAPPED);
     return readWhole(file.get(), between);
 }
 
