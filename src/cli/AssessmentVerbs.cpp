@@ -117,7 +117,8 @@ RunVerb criteriaVerb(CLI::App& verb) {
     const auto options = std::make_shared<CriteriaOptions>();
     addFiles(verb, options->files);
     addLogKey(verb, options->log);
-    verb.add_option("--own", "a criterion of your own: CRITERION,THRESHOLD,EXCHANGE in dB")
+    verb.add_option("--own", "a criterion of your own, in dB")
+        ->type_name("CRITERION,THRESHOLD,EXCHANGE")
         ->check([options](const std::string& text) { return readOwn(text, options->own); });
     return [options](Program& program) { return criteria(program, *options); };
 }

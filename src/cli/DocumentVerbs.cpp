@@ -128,10 +128,9 @@ int merge(Program& program, const MergeOptions& options) {
 RunVerb mergeVerb(CLI::App& verb) {
     const auto options = std::make_shared<MergeOptions>();
     constexpr int kLeast = 2;
-    constexpr int kMost = 10000;
     verb.add_option("FILE", options->files, "data files: the logs of all are added to those of the first")
         ->required()
-        ->expected(kLeast, kMost);
+        ->expected(kLeast, CLI::detail::expected_max_vector_size);
     addOutput(verb, options->output.file, "the XML data file to write")->required();
     addHistory(verb, options->output.keepsHistory);
     return [options](Program& program) { return merge(program, *options); };

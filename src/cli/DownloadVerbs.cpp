@@ -144,6 +144,7 @@ RunVerb downloadVerb(CLI::App& verb) {
                      "read the logs that are whole out of this transcript of a download that broke off");
     from->require_option(1);
     verb.add_option("--logs", "all, or rows of the list of logs from 1, such as 1,3,4; without it, all")
+        ->type_name("ROWS")
         ->check([options](const std::string& text) { return readRows(text, options->rows); });
     addOutput(verb, options->output, "save the document as this XML data file");
     verb.add_flag("--history", options->keepsHistory, "begin the history beside the output");
@@ -155,6 +156,7 @@ RunVerb syncClockVerb(CLI::App& verb) {
     const auto options = std::make_shared<ClockOptions>();
     addLine(verb, *options);
     verb.add_option("--now", "this time in place of the computer's: yyyy-mm-ddThh:mm:ss")
+        ->type_name("TIME")
         ->check([options](const std::string& text) { return readTime(text, options->now); });
     return [options](Program& program) { return syncClock(program, *options); };
 }

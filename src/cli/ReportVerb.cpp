@@ -128,6 +128,7 @@ RunVerb reportVerb(CLI::App& verb) {
     addDatabase(verb, *options);
     verb.add_flag("--landscape", options->isLandscape, "on paper turned sideways");
     verb.add_option("--print-date", "this time of printing in place of the computer's: yyyy-mm-ddThh:mm:ss")
+        ->type_name("TIME")
         ->check([options](const std::string& text) { return readTime(text, options->printDate); });
     addOutputs(verb, options->outputs, "the PDF file to write");
     return [options](Program& program) { return report(program, *options); };

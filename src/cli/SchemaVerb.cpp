@@ -60,7 +60,8 @@ int schema(Program& program, const std::vector<std::string>& words) {
 
 RunVerb schemaVerb(CLI::App& verb) {
     const auto words = std::make_shared<std::vector<std::string>>();
-    verb.add_option("VERB", *words, "whose output, such as show or protectors list; without it, all")->expected(0, 2);
+    verb.add_option("VERB", *words, "whose output, such as show or protectors list; without it, all")
+        ->expected(0, CLI::detail::expected_max_vector_size);
     return [words](Program& program) { return schema(program, *words); };
 }
 

@@ -296,6 +296,7 @@ RunVerb chartVerb(CLI::App& verb) {
         ->check(CLI::IsMember({"dB", "%"}));
     verb.add_flag("--3d", options->is3D, "in 3D");
     verb.add_option("--size", "of the picture, in pixels or on paper: 1000x650 (without it), 16cmx9cm")
+        ->type_name("WxH")
         ->check([options](const std::string& text) { return readSize(text, options->size); });
     verb.add_option("--dpi", options->dpi, "pixels per inch of a .png picture")
         ->check(CLI::Range(kLowestResolution, kHighestResolution));
