@@ -177,7 +177,7 @@ def format_pages(docs, version, out):
 
 def program_pages(sim, docs, version, out):
     for name, what, words, text in (
-            ("kestrane", "noise measurements: exposure, charts, reports", "[\\fIFILE\\fR...]", read(docs, "desktop.md")),
+            ("kestrane", "noise measurements: exposure, charts, reports", "[\\fB\\-\\-new\\-instance\\fR] [\\fIFILE\\fR...]", read(docs, "desktop.md")),
             ("kestrane-sim", "an instrument on a pseudo-terminal, for trying downloads without a meter", "\\fIOPTIONS\\fR",
              read(docs, "try-a-download.md"))):
         title, body = text.split("\n", 1)

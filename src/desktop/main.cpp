@@ -27,15 +27,31 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <iostream>
+#include <string_view>
 
 namespace kestrane {
 
 namespace {
 
 constexpr auto kCompany = KESTRANE_COMPANY;
-constexpr int kLook = 50; // milliseconds between two looks at the clock
+constexpr std::string_view kHelp = "Usage: kestrane [--new-instance] [FILE...]\n"
+                                   "\n"
+                                   "Opens noise measurements: .xml .zdp .zd2 .zd4 .zdf .zdo .csv .log\n"
+                                   "Opens exposure assessments: .kxa\n"
+                                   "\n"
+                                   "A program that is running already opens the files.\n"
+                                   "\n"
+                                   "  --new-instance  open them in a program of their own\n"
+                                   "  --help          this text\n"
+                                   "  --version       the version\n"
+                                   "  --              what follows are files, whatever they begin with\n"
+                                   "\n"
+                                   "kestrane-cli does the same without windows; kestrane-cli --help tells how.\n";
+constexpr std::string_view kUsage = kHelp.substr(0, kHelp.find('\n') + 1);
+constexpr std::string_view kEndOfOptions = "--"; // what follows are files, whatever they begin with
+constexpr int kWrongWords = 2;                   // exit status
+constexpr int kLook = 50;                        // milliseconds between two looks at the clock
 constexpr double kSplashSeconds = 2.5;
 
 std::string nameOfSettings() {
@@ -43,25 +59,15 @@ std::string nameOfSettings() {
     return name.empty() ? std::string(kApplicationTitle) : name;
 }
 
-// The answer to a call that only asks about the program; null for any other call.
-const char* answerWithoutDisplay(int argc, char** argv) {
+// The answer to a call that only asks about the program; empty for any other call.
+std::string_view answerWithoutDisplay(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--version") == 0) return "kestrane " KESTRANE_VERSION_TEXT "\n";
-        if (std::strcmp(argv[i], "--help") == 0)
-            return "Usage: kestrane [FILE...]\n"
-                   "\n"
-                   "Opens noise measurements: .xml .zdp .zd2 .zd4 .zdf .zdo .csv .log\n"
-                   "Opens exposure assessments: .kxa\n"
-                   "\n"
-                   "A program that is running already opens the files.\n"
-                   "\n"
-                   "  --new-instance  open them in a program of their own\n"
-                   "  --help          this text\n"
-                   "  --version       the version\n"
-                   "\n"
-                   "kestrane-cli does the same without windows; kestrane-cli --help tells how.\n";
+        const std::string_view word = argv[i];
+        if (word == kEndOfOptions) break;
+        if (word == "--version") return "kestrane " KESTRANE_VERSION_TEXT "\n";
+        if (word == "--help") return kHelp;
     }
-    return nullptr;
+    return {};
 }
 
 // An exception that leaves an event handler would unwind the toolkit, which is not made for it.
@@ -80,20 +86,31 @@ public:
 
 struct Call {
     bool IsNewInstance = false;
+    std::string Unknown;            // the first word that begins as an option does and is none
     std::vector<std::string> Names; // of files, from the folder where the program was started
 };
 
-Call callOf(QStringList arguments) {
-    arguments.removeFirst();
+// Takes the words that the toolkit has left; its own ones begin with "-", too.
+Call callOf(const QStringList& arguments) {
     Call call;
-    for (const QString& argument : arguments) {
-        if (argument == "--new-instance") {
-            call.IsNewInstance = true;
-        } else {
+    bool areOptionsOver = false;
+    for (const QString& argument : arguments.sliced(1)) {
+        if (areOptionsOver || !argument.startsWith('-')) {
             call.Names.push_back(argument.toStdString());
+        } else if (argument == QLatin1StringView(kEndOfOptions)) {
+            areOptionsOver = true;
+        } else if (argument == "--new-instance") {
+            call.IsNewInstance = true;
+        } else if (call.Unknown.empty()) {
+            call.Unknown = argument.toStdString();
         }
     }
     return call;
+}
+
+int refuse(const std::string& word) {
+    std::cerr << "kestrane: no option '" << word << "'\n" << kUsage << "kestrane --help tells more.\n";
+    return kWrongWords;
 }
 
 Text::Id captionOf(Button button) {
@@ -128,17 +145,22 @@ void translateToolkit(QApplication& application, const Language& language) {
         QCoreApplication::installTranslator(translator);
 }
 
+void nameApplication() {
+    QApplication::setApplicationName("kestrane");
+    QApplication::setApplicationDisplayName({});
+    QApplication::setDesktopFileName(KESTRANE_ID);
+    QApplication::setWindowIcon(iconOf("application"));
+}
+
 int run(int argc, char** argv) {
     SystemClock clock;
     const CalendarTime start = clock.now();
     installCrashReport(stateFolder() + "kestrane/", KESTRANE_VERSION_TEXT);
     Application application(argc, argv);
-    QApplication::setApplicationName("kestrane");
-    QApplication::setApplicationDisplayName({});
-    QApplication::setDesktopFileName(KESTRANE_ID);
-    QApplication::setWindowIcon(iconOf("application"));
-    const DialogFit fit;
     const Call call = callOf(QApplication::arguments());
+    if (!call.Unknown.empty()) return refuse(call.Unknown);
+    nameApplication();
+    const DialogFit fit;
     OneProcess program(stateFolder() + "kestrane/");
     if (!call.IsNewInstance && program.HandOver(namedFiles(call.Names))) return EXIT_SUCCESS;
     QtEventPump pump;
@@ -195,7 +217,7 @@ int run(int argc, char** argv) {
 } // namespace kestrane
 
 int main(int argc, char** argv) {
-    if (const char* const answer = kestrane::answerWithoutDisplay(argc, argv)) {
+    if (const std::string_view answer = kestrane::answerWithoutDisplay(argc, argv); !answer.empty()) {
         std::cout << answer << std::flush;
         return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
     }

@@ -180,6 +180,12 @@ class Messages(InAFolder):
                 self.assertEqual((result.returncode, result.stderr), (0, b""), program)
                 self.assertIn(b"kestrane", result.stdout.lower())
         self.assertEqual(os.listdir("."), [])
+        for program in (program for program in PROGRAMS if os.path.basename(program) == "kestrane"):
+            for words, status, told in ((["-h"], 2, "Usage: kestrane "), (["x.xml", "--verion"], 2, "no option '--verion'"),
+                                        (["--", "--help"], 1, "display")):
+                environment = nowhere if status == 1 else nowhere | {"QT_QPA_PLATFORM": "offscreen"}
+                result = subprocess.run([program, *words], env=environment, capture_output=True, check=False, text=True, timeout=60)
+                self.assertEqual((result.returncode, result.stdout, told in result.stderr), (status, "", True), result.stderr)
 
 
 if __name__ == "__main__":
