@@ -27,7 +27,7 @@ if [ "$qt" = ON ]; then
     "$here/qt.sh" "$qt_folder"
     KESTRANE_LIBRARIES="$KESTRANE_LIBRARIES;$(cd "$qt_folder" && pwd)/installed"
 fi
-[ -d "$WINEPREFIX" ] || timeout 300 "$here/wine.sh" wineboot -i >/dev/null 2>&1
+[ -d "$WINEPREFIX" ] || timeout 300 "$here/wine.sh" wineboot -i >/dev/null 2>&1 || exit 1
 cmake -S "$root" -B "$folder/$programs" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" -DCMAKE_BUILD_TYPE=None \
     -DCMAKE_CXX_FLAGS="-O1" -DKESTRANE_QT=$qt -DKESTRANE_BENCH=OFF -DQT_HOST_PATH=/usr \
     -DKESTRANE_TESTS_LEFT_OUT="$(sed 's/ .*//' "$here/left-out.txt" | paste -sd :)" >/dev/null

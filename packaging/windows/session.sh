@@ -20,7 +20,7 @@ keep_windows() {
     timeout 1500 "${here:?the folder of wine.sh}/wine.sh" cmd /c "set /p line=" <"$WINEPREFIX/keeper" >/dev/null 2>&1 &
     keeper=$!
     exec 9>"$WINEPREFIX/keeper"
-    timeout 120 "$here/wine.sh" cmd /c exit >/dev/null 2>&1 9>&-
+    timeout 120 "$here/wine.sh" cmd /c exit >/dev/null 2>&1 9>&- || exit 1
 }
 
 end_windows() {

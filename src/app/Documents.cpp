@@ -262,7 +262,7 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
     }
     TakeUpHistory(file);
     if (!file.History.Fault.empty()) session.frame->Tell(file.History.Fault);
-    if (!stamp.Hash.empty()) takeUpHash(file, std::move(stamp));
+    if (!stamp.Hash.empty()) takeUpHash(file, stamp);
     file.CopyDoseLogSamples();
     // Older formats contain only the instrument's own figures. Some figures depend on others of the pass before, so
     // there are two passes, as after a download.
@@ -278,6 +278,8 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
 }
 
 void WaitForHash(const clsFile& file) {
+    if (file.Hashing == nullptr) return;
+    const BusyFrame busy(*file.session().frame);
     file.session().pump.runUntil([&file] { return file.Hashing == nullptr; });
 }
 

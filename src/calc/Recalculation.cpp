@@ -439,7 +439,8 @@ std::string reportedNote(const clsLog& log, LogChannel channel, Parameter parame
 
 bool isToBeRecalculated(const clsLog& log, LogChannel channel, Parameter parameter) {
     constexpr double kSeen = 0.05; // dB or %; half of the last digit that is shown
-    if (log.IsBusy() || (parameter != eDoseHour && (parameter != eTWA || channel != kChannelA))) return false;
+    if (log.IsBusy() || log.HasWholeFigures || (parameter != eDoseHour && (parameter != eTWA || channel != kChannelA)))
+        return false;
     const Parameter dose = parameter == eTWA ? eDoseET : eDoseMT;
     const bool isAsMeasured = isAsReported(log, channel, parameter) && isAsReported(log, channel, dose);
     const bool isKept = parameter == eDoseHour &&

@@ -119,4 +119,16 @@ bool asksForJsonErrors(const std::vector<std::string>& words) {
     return false;
 }
 
+std::vector<std::string> withEmptyValues(const std::vector<std::string>& words) {
+    std::vector<std::string> split;
+    bool areFiles = false; // behind "--"
+    for (const std::string& word : words) {
+        areFiles = areFiles || word == "--";
+        const bool isEmpty = !areFiles && word.starts_with("--") && word.find('=') == word.size() - 1;
+        split.push_back(isEmpty ? word.substr(0, word.size() - 1) : word);
+        if (isEmpty) split.emplace_back();
+    }
+    return split;
+}
+
 } // namespace kestrane

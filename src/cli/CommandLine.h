@@ -27,4 +27,7 @@ std::string hintOf(const CLI::App& app, const CLI::ParseError& error);
 // for before parsing.
 bool asksForJsonErrors(const std::vector<std::string>& words);
 
+// The words with "--name=" as two, the second of them empty: the parser would take the next word for the value.
+std::vector<std::string> withEmptyValues(const std::vector<std::string>& words);
+
 } // namespace kestrane

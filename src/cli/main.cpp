@@ -21,11 +21,12 @@ int runVerb(const Call& call, Console& console, EventPump& pump) {
     return status;
 }
 
-int parseAndRun(std::vector<std::string> words, Console& console) {
+int parseAndRun(const std::vector<std::string>& called, Console& console) {
     Call call;
     CLI::App app("Noise analysis without windows", "kestrane-cli");
     declare(app, call);
     try {
+        std::vector<std::string> words = withEmptyValues(called);
         std::ranges::reverse(words); // as the parser wants them
         app.parse(std::move(words));
     } catch (const CLI::ParseError& error) {

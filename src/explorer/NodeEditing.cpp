@@ -111,7 +111,8 @@ private:
 bool Paste::run() {
     if (!isThere(source_, sourceKey_) || !isThere(target_, targetKey_)) return false;
     if (!SittingOnValidNode(sourceKey_, targetKey_, {})) return false;
-    if (isAnyBusy(logsOf(source_, sourceKey_))) {
+    const bool isHashing = source_.file->Hashing != nullptr || target_.file->Hashing != nullptr;
+    if (isHashing || isAnyBusy(logsOf(source_, sourceKey_))) {
         session_.ShowMessage(session_.LoadText(Text::StillLoading), kIconInformation);
         return false;
     }

@@ -135,8 +135,10 @@ std::unique_ptr<PagedDocument> exposurePages(const PrintedView& view) {
         std::string& rows = rowsOfNotes[table.LevelNotes[row]];
         rows += (rows.empty() ? "" : ", ") + std::to_string(row + 1);
     }
-    for (const auto& [note, rows] : rowsOfNotes)
-        if (!note.empty()) grid.Note += (grid.Note.empty() ? "" : "  ") + rows + ": " + note;
+    for (const auto& [note, rows] : rowsOfNotes) {
+        if (note.empty()) continue;
+        grid.Note.append(grid.Note.empty() ? "" : "  ").append(rows).append(": ").append(note);
+    }
     return gridPages(view, std::move(grid));
 }
 

@@ -6,6 +6,7 @@
 #include "assessment/AssessmentFile.h"
 #include "files/Loaders.h"
 #include "platform/Files.h"
+#include "platform/Sha256.h"
 #include "platform/TemporaryFolder.h"
 
 #include <filesystem>
@@ -229,6 +230,8 @@ TEST_F(OtherProgramsTest, TheFirstSaveOverAFileOfAnotherVersionKeepsIt) {
 // A file above 8 MiB is hashed while its document is shown; before that nobody knows whether the history fits.
 TEST_F(OtherProgramsTest, ALongFileLosesItsRemarksWhenItsHashSaysSo) {
     const auto logOf = [](const clsFile& file) -> clsLog& { return *file.InstrumentDatas.front()->Locations.front(); };
+    ASSERT_TRUE(OpenFile(program.session, path, OpenSource::Named, true));
+    EXPECT_EQ(program.session.OpenFiles.front()->Hashing, nullptr) << "a short one is hashed at once";
     clsFile& file = program.open(path);
     program.rename(file, "mine");
     logOf(file).Note = std::string(kReadAtOnce, 'n');
@@ -248,6 +251,12 @@ TEST_F(OtherProgramsTest, ALongFileLosesItsRemarksWhenItsHashSaysSo) {
         EXPECT_EQ(program.frame.Status.back(), program.session.LoadText(Text::LoadingCompleted));
         EXPECT_FALSE(IsChanged(opened));
     }
+    std::string wide = "\xFF\xFE"; // the reader gives its memory back as it goes
+    for (const char letter : readText(path))
+        wide += {letter, '\0'};
+    writeText(path, wide);
+    program.session.OpenFiles.clear();
+    EXPECT_EQ(program.open(path).OnDisk.Hash, sha256Of(wide));
     program.rename(*program.session.OpenFiles.front(), "again");
     writeBehindItsBack();
     EXPECT_FALSE(SaveFile(program.session, *program.session.OpenFiles.front(), false, noName()))

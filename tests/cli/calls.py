@@ -70,7 +70,8 @@ class Calls(InAFolder):
                       ["--decimal-separator", "1", "show", DOSIMETER], ["--decimal-separator", "-", "show", DOSIMETER],
                       ["--decimal-separator", ".,", "show", DOSIMETER], ["--date-separator", " ", "show", DOSIMETER],
                       ["recalc", DOSIMETER, "-o", ""], ["merge", DOSIMETER, LONG, "-o", ""], ["identify", "--port", ""],
-                      ["download", "--resume", ""], ["analyse", DOSIMETER, "--ln", ""], ["cut", DOSIMETER, "--include", "1", "--log="]):
+                      ["download", "--resume", ""], ["analyse", DOSIMETER, "--ln", ""], ["cut", DOSIMETER, "--include", "1", "--log="],
+                      ["show", "--settings=", DOSIMETER, LONG]):
             status, out, err = run(*words)
             self.assertEqual((status, out), (2, ""), words)
             self.assertTrue(err, words)
