@@ -281,16 +281,17 @@ TEST_F(DocumentsTest, OpeningFromASlowDiskCanBeGivenUp) {
         asking.isPatient = isPatient;
         asking.isSlow = true;
         std::vector<std::shared_ptr<BackgroundWork>> busy;
+        int ended = 0;
         for (int i = 0; i < 2; ++i)
             busy.push_back(server.Run(
                 [&] {
                     while (asking.isSlow)
                         std::this_thread::yield();
                 },
-                [] {}));
+                [&ended] { ++ended; }));
         EXPECT_EQ(OpenFile(session, written("a.xml"), OpenSource::Named, true), isPatient);
         EXPECT_EQ(session.OpenFiles.size(), isPatient ? 1U : 0U);
-        pump.runUntil([&] { return noLogIsBusy(session); });
+        pump.runUntil([&] { return ended == 2 && noLogIsBusy(session); });
     }
     EXPECT_EQ(asking.asked, std::vector<std::string>(2, "Opening a.xml..."));
     EXPECT_TRUE(messages.Boxes.empty()) << "whoever gives up knows why";
