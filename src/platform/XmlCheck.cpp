@@ -10,6 +10,7 @@
 #include <charconv>
 #include <cstring>
 #include <deque>
+#include <future>
 #include <thread>
 #include <utility>
 
@@ -61,8 +62,7 @@ struct Part {
     const char* end;
     std::unique_ptr<XmlObserver> observer;
     std::atomic<bool> isClaimed = false;
-    std::atomic<bool> isRead = false;
-    bool isWhole = false; // once it is read: the supposition holds
+    std::promise<bool> isWhole; // given once it is read: whether the supposition holds
 };
 
 using Parts = std::deque<Part>;
@@ -255,8 +255,7 @@ private:
         if (part_ == partsEnd_ || part_->begin != at_) return false;
         Part& part = *part_++;
         if (!part.isClaimed.exchange(true)) return false;
-        part.isRead.wait(false);
-        if (!part.isWhole || open_.size() + kDeepestAhead > kDeepest) return false;
+        if (!part.isWhole.get_future().get() || open_.size() + kDeepestAhead > kDeepest) return false;
         if (!observer_.take(*part.observer, open_.size())) return false;
         at_ = part.end;
         return true;
@@ -449,14 +448,13 @@ void readAhead(std::string_view text, bool isUtf8, Parts& parts) {
     Parts none;
     for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
         if (part->isClaimed.exchange(true)) continue;
+        bool isWhole = false;
         try {
             Checker(text, isUtf8, *part, none).part();
-            part->isWhole = true;
+            isWhole = true;
         } catch (...) { // the checker at the front will see what is wrong, and say it
-            part->isWhole = false;
         }
-        part->isRead = true;
-        part->isRead.notify_one();
+        part->isWhole.set_value(isWhole);
     }
 }
 
