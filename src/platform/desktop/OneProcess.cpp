@@ -12,6 +12,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <thread>
+#include <utility>
 
 namespace kestrane {
 
@@ -78,15 +79,17 @@ void OneProcess::Listen(TakePaths take) {
     QObject::connect(&server, &QLocalServer::newConnection, &server, [&server, take = std::move(take)] {
         while (QLocalSocket* const socket = server.nextPendingConnection()) {
             QObject::connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-            QObject::connect(socket, &QLocalSocket::readyRead, socket, [socket, take] { receive(*socket, take); });
-            receive(*socket, take); // what came before it was connected
+            const auto read = [&server, socket, take] { receive(server, *socket, take); };
+            QObject::connect(socket, &QLocalSocket::readyRead, socket, read);
+            read(); // what came before it was connected
         }
     });
     server.listen(path);
 }
 
-// Does nothing before the paths are complete. Whatever else comes in over the socket is dropped.
-void OneProcess::receive(QLocalSocket& socket, const TakePaths& take) {
+// Does nothing before the paths are complete. Whatever else comes in over the socket is dropped. The paths are taken
+// once the socket's signal is over: opening files runs events, and the socket may go with one of them.
+void OneProcess::receive(QLocalServer& server, QLocalSocket& socket, const TakePaths& take) {
     if (socket.bytesAvailable() > kMostBytes) return socket.abort();
     QDataStream stream(&socket);
     stream.startTransaction();
@@ -98,7 +101,8 @@ void OneProcess::receive(QLocalSocket& socket, const TakePaths& take) {
     std::vector<std::string> paths;
     for (const QString& text : texts)
         paths.push_back(text.toStdString());
-    take(paths);
+    QMetaObject::invokeMethod(
+        &server, [take, paths = std::move(paths)] { take(paths); }, Qt::QueuedConnection);
 }
 
 } // namespace kestrane

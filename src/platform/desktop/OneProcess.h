@@ -32,7 +32,7 @@ public:
 
 private:
     std::string socketPath() const;
-    static void receive(QLocalSocket& socket, const TakePaths& take);
+    static void receive(QLocalServer& server, QLocalSocket& socket, const TakePaths& take);
 
     const std::string folder_;
     std::shared_ptr<FileLock> lock_; // held by the program that is asked

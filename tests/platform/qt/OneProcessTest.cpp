@@ -3,6 +3,11 @@
 #include "platform/TemporaryFolder.h"
 
 #include <QCoreApplication>
+#include <QDataStream>
+#include <QEventLoop>
+#include <QLocalSocket>
+#include <QStringList>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -25,6 +30,9 @@ protected:
         program.Listen([this](const std::vector<std::string>& paths) {
             taken.insert(taken.end(), paths.begin(), paths.end());
             taken.emplace_back("end");
+            QEventLoop opening; // opening files runs events, in which the other start goes away
+            QTimer::singleShot(50, &opening, &QEventLoop::quit);
+            opening.exec();
         });
     }
 
@@ -38,6 +46,7 @@ protected:
         while (!isDone)
             QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
         start.join();
+        QCoreApplication::processEvents();
         return isTaken;
     }
 };
@@ -48,6 +57,22 @@ TEST_F(OneProcessTest, ASecondStartGivesItsFilesToTheFirst) {
     EXPECT_TRUE(handOver({"/b c.xml", "/d\xC3\xBC.xml"}));
     EXPECT_TRUE(handOver({}));
     EXPECT_EQ(taken, (std::vector<std::string>{"/b c.xml", "/d\xC3\xBC.xml", "end", "end"}));
+}
+
+TEST_F(OneProcessTest, TheOtherStartMayGoAwayWhileItsFilesAreOpened) {
+    EXPECT_FALSE(first.HandOver({}));
+    listen(first);
+    QLocalSocket other;
+    QObject::connect(&other, &QLocalSocket::readyRead, &other, &QLocalSocket::disconnectFromServer);
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+        if (entry.is_socket()) other.connectToServer(QString::fromStdString(entry.path().string()));
+    ASSERT_TRUE(other.waitForConnected());
+    QCoreApplication::processEvents(); // it is connected before it says anything
+    QDataStream stream(&other);
+    stream << QStringList{"/a.xml"};
+    while (taken.empty())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_EQ(taken.front(), "/a.xml");
 }
 
 TEST_F(OneProcessTest, NeitherAStaleSocketNorAProgramThatDoesNotAnswerStopsAStart) {
