@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 
 #include "cli/Nearest.h"
+#include "cli/WholeNumber.h"
 #include "platform/Utf8.h"
 
 #include <algorithm>
@@ -37,17 +38,27 @@ void addGlobals(CLI::App& app, GlobalOptions& globals) {
         ->check(CLI::IsMember({"text", "json"}));
 }
 
+// Puts the digits of a whole number as the parser is to read them. Returns what is wrong with a text that is none.
+std::string asWholeNumber(std::string& text) {
+    const auto number = wholeNumber(text);
+    if (!number) return "'" + text + "' is no whole number";
+    text = std::to_string(*number);
+    return {};
+}
+
 // An empty value, such as a script's unset variable gives, would count as none: a result would not be saved, or every
-// port would be asked. Only free texts may be empty.
-void refuseEmptyValues(CLI::App& app) {
+// port would be asked. Only free texts may be empty. The parser itself would read "010" as 8 and "0x10" as 16.
+void checkValues(CLI::App& app) {
     constexpr std::string_view kFreeTexts[] = {"--company", "--reason"};
     for (CLI::Option* option : app.get_options()) {
+        const std::string type = option->get_type_name();
+        if (type.starts_with("INT") || type.starts_with("ENUM")) option->transform(CLI::Validator(asWholeNumber, ""));
         const bool takesValue = !option->get_positional() && option->get_items_expected_min() > 0;
         if (!takesValue || std::ranges::find(kFreeTexts, option->get_name()) != std::end(kFreeTexts)) continue;
         option->check([](const std::string& value) { return value.empty() ? "a value is needed" : ""; });
     }
     for (CLI::App* sub : app.get_subcommands(nullptr))
-        refuseEmptyValues(*sub);
+        checkValues(*sub);
 }
 
 // The verb that was called, or its own verb when it has some; the program itself when no verb was called.
@@ -99,7 +110,7 @@ void declare(CLI::App& app, Call& call) {
             });
         }
     }
-    refuseEmptyValues(app);
+    checkValues(app);
 }
 
 std::string hintOf(const CLI::App& app, const CLI::ParseError& error) {

@@ -4,6 +4,7 @@
 #include "cli/Json.h"
 #include "cli/TimeArgument.h"
 #include "cli/Verbs.h"
+#include "cli/WholeNumber.h"
 #include "download/Identify.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
@@ -115,10 +116,9 @@ std::string readRows(const std::string& text, ChosenRows& rows) {
     if (text == "all") return {};
     std::vector<int> numbers;
     for (const std::string& word : CLI::detail::split(text, ',')) {
-        int number = 0;
-        if (!CLI::detail::lexical_cast(word, number) || number < 1)
-            return "all, or rows of the list from 1 with commas between: 1,3,4";
-        numbers.push_back(number);
+        const auto number = wholeNumber(word);
+        if (!number || *number < 1) return "all, or rows of the list from 1 with commas between: 1,3,4";
+        numbers.push_back(*number);
     }
     rows = std::move(numbers);
     return {};

@@ -254,6 +254,7 @@ int draw(Program& program, const ChartData& data, const ChartOptions& options) {
 }
 
 int chart(Program& program, const ChartOptions& options) {
+    if (!options.picture.empty()) keepFilesFrom({options.picture}, {options.file});
     const auto chosen = openLog(program, options);
     if (!chosen) return kFailed;
     Session& session = program.session;

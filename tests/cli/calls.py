@@ -59,6 +59,7 @@ class Calls(InAFolder):
         for words in ([], ["odd"], ["show"], ["show", DOSIMETER, "--odd"], ["save", DOSIMETER], ["text", "abc"], ["merge", DOSIMETER, "-o", "out.xml"], ["merge", DOSIMETER, LONG],
                       ["merge", DOSIMETER, LONG, DOSIMETER, "-o", "out.xml"],
                       ["recalc", DOSIMETER, "--criterion", "loud", "-o", "out.xml"],
+                      ["recalc", DOSIMETER, "--criterion", "0x55", "-o", "out.xml"],
                       ["recalc", DOSIMETER, "--exposure", "0"], ["recalc", DOSIMETER, "--exposure", "730"], ["zoom", DOSIMETER, "--from", "1"],
                       ["tree", DOSIMETER, "--files-on-tree", "3"], ["--answer", "maybe", "show", DOSIMETER],
                       ["cut", DOSIMETER, "-o", "out.xml"], ["cut", DOSIMETER, "--include", "1-2;3", "-o", "out.xml"],
@@ -76,6 +77,15 @@ class Calls(InAFolder):
             self.assertEqual((status, out), (2, ""), words)
             self.assertTrue(err, words)
             self.assertFalse(os.path.exists("out.xml"), words)
+
+    def test_a_leading_zero_changes_no_number(self):
+        self.assertEqual(run("zoom", DOSIMETER, "--from", "010", "--to", " 020"), run("zoom", DOSIMETER, "--from", "10", "--to", "20"))
+
+    def test_a_picture_never_takes_the_place_of_the_file_that_it_shows(self):
+        write("a.xml", read(DOSIMETER))
+        os.symlink("a.xml", "a.png")
+        self.assertEqual(run("chart", "a.xml", "--tab", "0", "-o", "a.png")[0], 2)
+        self.assertEqual(read("a.xml"), read(DOSIMETER))
 
     def test_a_failure_ends_with_1_and_the_programs_own_text(self):
         write("bad.xml", "<instruments>")
