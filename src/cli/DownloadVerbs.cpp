@@ -1,4 +1,5 @@
 #include "app/Download.h"
+#include "app/StartUp.h"
 #include "app/Transcripts.h"
 #include "cli/ConsoleDownload.h"
 #include "cli/Json.h"
@@ -6,11 +7,13 @@
 #include "cli/Verbs.h"
 #include "cli/WholeNumber.h"
 #include "download/Identify.h"
+#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "server/LogLoading.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 
@@ -39,12 +42,21 @@ CLI::Option* addLine(CLI::App& verb, LineOptions& options) {
     return port;
 }
 
+// A transcript takes the place of an older one only.
+void refuseToReplace(const std::string& path) {
+    if (!fileExists(path)) return;
+    const auto there = readFile(path);
+    if (!there->view().empty() && there->view().front() != '#' && there->view().front() != '+')
+        throw WrongWords(path + " is there, and is no transcript");
+}
+
 // The line to an instrument during one verb.
 class InstrumentLine {
 public:
     InstrumentLine(Program& program, const LineOptions& options, ChosenRows rows = {}) :
         program_(program), user_(program.session, clock_, program.showsProgress, std::move(rows)) {
         if (options.transcript.empty()) return;
+        refuseToReplace(options.transcript);
         file_.open(pathOf(options.transcript), std::ios::binary | std::ios::trunc);
         if (!file_) raiseSystemError(errno);
     }
@@ -90,16 +102,24 @@ bool readLogs(Program& program, const DownloadOptions& options) {
     return DownloadData(line.services(), nullptr);
 }
 
+// A place where nothing can be saved is told of before a download that may take an hour.
+void requireFolderOf(const std::string& output) {
+    const auto folder = pathOf(fullPath(output)).parent_path();
+    if (!isStandardOutput(output) && !std::filesystem::is_directory(folder)) raiseSystemError(ENOENT);
+}
+
 int download(Program& program, const DownloadOptions& options) {
     Session& session = program.session;
+    if (!options.resume.empty()) keepFilesFrom({options.output}, {options.resume});
+    if (!options.output.empty()) requireFolderOf(options.output);
     if (!readLogs(program, options)) return kFailed;
     session.pump.runUntil([&] { return noLogIsBusy(session); });
     clsFile& file = *session.OpenFiles.back();
     file.History.IsWanted = options.keepsHistory;
-    if (!options.output.empty() && !program.saveAs(file, options.output)) return kFailed;
-    writeDocument(program.out(), file, options.withIntervals);
+    const bool isLost = !options.output.empty() && !program.saveAs(file, options.output);
+    writeDocument(program.out(), file, options.withIntervals || isLost);
     program.out() << '\n';
-    return kDone;
+    return isLost ? kFailed : kDone;
 }
 
 int syncClock(Program& program, const ClockOptions& options) {
@@ -140,12 +160,15 @@ RunVerb downloadVerb(CLI::App& verb) {
     port->required(false);
     CLI::Option_group* const from = verb.add_option_group("line", "where the logs come from");
     from->add_option(port);
-    from->add_option("--resume", options->resume,
-                     "read the logs that are whole out of this transcript of a download that broke off");
+    CLI::Option* const resume =
+        from->add_option("--resume", options->resume,
+                         "read all logs that are whole out of this transcript of a download that broke off");
+    resume->excludes(verb.get_option("--transcript"));
     from->require_option(1);
     verb.add_option("--logs", "all, or rows of the list of logs from 1, such as 1,3,4; without it, all")
         ->type_name("ROWS")
-        ->check([options](const std::string& text) { return readRows(text, options->rows); });
+        ->check([options](const std::string& text) { return readRows(text, options->rows); })
+        ->excludes(resume);
     addOutput(verb, options->output, "save the document as this XML data file");
     verb.add_flag("--history", options->keepsHistory, "begin the history beside the output");
     verb.add_flag("--intervals", options->withIntervals, "with the rows of every log");

@@ -60,6 +60,7 @@ Program::Program(const GlobalOptions& options, Console& messages, EventPump& pum
     session(options.company, localeOf(options), *settings_, messages_, pump, clock,
             {{}, LanguageOf(systemLanguage())}) {
     session.frame = &frame_;
+    session.state = &state_;
     session.server = &server_;
     readSettings(session);
 }

@@ -118,6 +118,7 @@ private:
     std::string takeOutput(const std::string& output);
 
     std::unique_ptr<SettingsStore> settings_;
+    MemorySettings state_; // a script's outputs are no recent files of the user
     ConsoleBoxes messages_;
     EventPump& pump_;
     ConsoleFrame frame_;

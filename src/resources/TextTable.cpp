@@ -1,5 +1,7 @@
 #include "resources/TextTable.h"
 
+#include "resources/TextNames_w4.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -510,7 +512,7 @@ constexpr TextEntry Entries[] = {
     {Text::PartProtector, "Protector comparison"},
     {Text::PartHistory, "History"},
     {Text::ModifiedByZoom, "^ of * intervals are shown"},
-    {Text::ModifiedByExclusion, "^ of * intervals are left out of the figures"},
+    {Text::ModifiedByExclusion, "^ of * intervals are excluded"},
     // Languages
     {Text::LanguageGroup, "Language"},
     {Text::LanguageOfProgram, "La&nguage of the program:"},
@@ -1183,6 +1185,7 @@ constexpr TextEntry Entries[] = {
     // Files
     {Text::RenameOpenElsewhere, "The file '^' is open in another running $."},
     {Text::NotUpToDate, "Not up to date with the dose: ^.  A full recalculation brings it up to date."},
+    {Text::EveryIntervalExcluded, "Every interval is excluded; these cumulative figures are older than that."},
     // Quantity labels
     {Text::Peak, "Peak"},
     {Text::Lepd, "LEP,d"},

@@ -4,6 +4,7 @@
 #include "model/Captions.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
+#include "resources/TextNames_w4.h"
 #include "views/CalibrationText.h"
 
 #include <algorithm>
@@ -30,8 +31,12 @@ std::string notUpToDate(const clsLog& log) {
 std::string logWarnings(const clsLog& log) {
     const std::string unread =
         log.HasUnreadIntervals ? log.session().LoadText(Text::FiguresWithoutUnread) : std::string();
+    // Nothing is computed from no interval, and what there is is not overwritten.
+    const bool isAllExcluded =
+        !log.HasWholeFigures && log.LogIntervals.Count() > 0 && log.LogIntervals.IncludedCount() == 0;
+    const std::string excluded = isAllExcluded ? log.session().LoadText(Text::EveryIntervalExcluded) : std::string();
     std::string warnings;
-    for (const std::string& warning : {unread, calibrationWarning(log), notUpToDate(log)}) {
+    for (const std::string& warning : {unread, calibrationWarning(log), notUpToDate(log), excluded}) {
         if (!warnings.empty() && !warning.empty()) warnings += '\n';
         warnings += warning;
     }

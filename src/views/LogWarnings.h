@@ -7,8 +7,8 @@
 
 namespace kestrane {
 
-// Sentences, one a line: that rows of the log could not be read, that the calibration drifted too far, and which
-// figures do not belong to the log's dose. Empty when nothing is wrong.
+// Sentences, one a line: that rows of the log could not be read, that the calibration drifted too far, which figures do
+// not belong to the log's dose, and that no interval counts. Empty when nothing is wrong.
 std::string logWarnings(const clsLog& log);
 
 } // namespace kestrane

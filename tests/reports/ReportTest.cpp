@@ -4,6 +4,7 @@
 #include "platform/Sha256.h"
 #include "reports/RecordingPage.h"
 #include "reports/ReportLanguage.h"
+#include "views/LogWarnings.h"
 
 #include <gtest/gtest.h>
 
@@ -321,7 +322,7 @@ TEST(Report, CarriesTheWordsOfTheCompanyAndTheChosenParts) {
         EXPECT_NE(titles.find("Yard - Exp Calc|Yard - History|Yard - Broadband Report|"), std::string::npos) << titles;
         Lines first = page.lines(0);
         EXPECT_EQ(first[1], "Modified Report");
-        EXPECT_EQ(first[2], "Modified Report: 1 of 15 intervals are left out of the figures (reason: Radio)");
+        EXPECT_EQ(first[2], "Modified Report: 1 of 15 intervals are excluded (reason: Radio)");
         EXPECT_EQ(first[3], "To the works council");
         const Lines last = page.lines(page.pages - 1);
         const auto closing = std::ranges::find(last, yard.session.Options.ReportClosing);
@@ -372,6 +373,10 @@ TEST(Report, HasIntervalsAsTheFormAndTheSettingsSay) {
     part.Copy(yard.log, 2, 5);
     EXPECT_FALSE(isModified(yard.log, yard.log));
     EXPECT_TRUE(isModified(yard.log, part));
+    EXPECT_EQ(logWarnings(yard.log), "");
+    yard.log.LogIntervals.CutIntervals = {"1~" + std::to_string(yard.log.LogIntervals.Count())};
+    yard.log.LogIntervals.ApplySelection();
+    EXPECT_EQ(logWarnings(yard.log), "Every interval is excluded; these cumulative figures are older than that.");
 }
 
 TEST(Report, TriesALogoOnce) {
