@@ -46,7 +46,7 @@ CLI::Option* addLine(CLI::App& verb, LineOptions& options) {
 void refuseToReplace(const std::string& path) {
     if (!fileExists(path)) return;
     const auto there = readFile(path);
-    if (!there->view().empty() && there->view().front() != '#' && there->view().front() != '+')
+    if (!there->view().empty() && !there->view().starts_with("# ") && there->view().front() != '+')
         throw WrongWords(path + " is there, and is no transcript");
 }
 
