@@ -4,6 +4,7 @@
 #include "assessment/Reaches.h"
 #include "assessment/Samples.h"
 #include "model/Acoustics.h"
+#include "resources/TextNames_w1.h"
 
 #include <algorithm>
 #include <cmath>
@@ -109,10 +110,16 @@ private:
     Figure ofDuration(const AssessmentTask& task) {
         if (!task.HoursRange) return 0;
         const auto [shortest, longest] = *task.HoursRange;
-        if (shortest >= 0 && shortest <= longest && isDuration(longest))
-            return uncertaintyOfDuration(shortest, longest);
-        warnings_.bad(task.Name, Text::WarnNoRange, warnings_.number(shortest) + "-" + warnings_.number(longest));
-        return std::nullopt;
+        const std::string range = warnings_.number(shortest) + "-" + warnings_.number(longest);
+        if (shortest < 0 || shortest > longest || !isDuration(longest)) {
+            warnings_.bad(task.Name, Text::WarnNoRange, range);
+            return std::nullopt;
+        }
+        if (isDuration(task.Hours) && (task.Hours < shortest - kSmall || task.Hours > longest + kSmall)) {
+            warnings_.bad(task.Name, Text::WarnHoursOutOfRange, warnings_.number(task.Hours), range);
+            return std::nullopt;
+        }
+        return uncertaintyOfDuration(shortest, longest);
     }
 
     void sumUp() {
@@ -300,8 +307,9 @@ private:
     ActionState state(const Figure& figure, const ActionRule& rule) const {
         if (!figure) return ActionState::NotMeasured;
         if (reaches(*figure, rule.limit)) return ActionState::Exceeded;
-        const bool isUpper = !rule.isPeak && out_.Expanded && reaches(*figure + *out_.Expanded, rule.limit);
-        return isUpper ? ActionState::WithinUncertainty : ActionState::Below;
+        if (rule.isPeak) return ActionState::Below;
+        if (!out_.Expanded) return ActionState::Undecided;
+        return reaches(*figure + *out_.Expanded, rule.limit) ? ActionState::WithinUncertainty : ActionState::Below;
     }
 
     const Session& session_;
@@ -315,7 +323,7 @@ private:
 } // namespace
 
 std::string_view stateName(ActionState state) {
-    constexpr std::string_view kNames[] = {"below", "within uncertainty", "exceeded", "not measured"};
+    constexpr std::string_view kNames[] = {"below", "within uncertainty", "exceeded", "not measured", "not measured"};
     return kNames[static_cast<std::size_t>(state)];
 }
 

@@ -25,8 +25,12 @@ struct TaskResult {
     Figure CPeak; // dB(C)
 };
 
-enum class ActionState { Below, WithinUncertainty, Exceeded, NotMeasured };
-std::string_view stateName(ActionState state); // "below", "within uncertainty", "exceeded", "not measured"
+// Undecided: the level is below, but its uncertainty is not known, so nothing says whether the upper limit is, too.
+enum class ActionState { Below, WithinUncertainty, Exceeded, NotMeasured, Undecided };
+
+// "below", "within uncertainty", "exceeded", "not measured", which also stands for undecided: readers of results know
+// these four.
+std::string_view stateName(ActionState state);
 
 struct ActionResult {
     std::string Name;

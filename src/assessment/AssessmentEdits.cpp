@@ -176,6 +176,12 @@ std::optional<AssessmentEdit> withEntry(const Session& session, const Assessment
     return edit;
 }
 
+std::string refusedPart(const Session& session, const AssessmentPlace& place, AssessmentColumn column,
+                        const std::string& entry) {
+    const bool isList = column == AssessmentColumn::Samples && (place.Kind == Kind::Group || place.Kind == Kind::Task);
+    return isList ? noLevelIn(session, entry) : entry;
+}
+
 AssessmentEdit withGroup(const Session& session, const Assessment& assessment) {
     AssessmentEdit edit{Text::EditAddGroup, assessment, groupPlace(assessment.Groups.size())};
     AssessmentGroup& group = edit.Next.Groups.emplace_back();

@@ -48,6 +48,10 @@ std::optional<AssessmentEdit> withEntry(const Session& session, const Assessment
                                         const AssessmentPlace& place, AssessmentColumn column,
                                         const std::string& entry);
 
+// Which part of an entry that was refused does not fit: a word of a list of levels, else the whole entry.
+std::string refusedPart(const Session& session, const AssessmentPlace& place, AssessmentColumn column,
+                        const std::string& entry);
+
 AssessmentEdit withGroup(const Session& session, const Assessment& assessment);
 AssessmentEdit withTask(const Session& session, const Assessment& assessment, std::size_t group);
 AssessmentEdit withDay(const Session& session, const Assessment& assessment,

@@ -280,6 +280,14 @@ Json writeObject(const T& object) {
     return writer.with(object.Other);
 }
 
+// The line and column of a byte, which is counted from 1, as most editors count them.
+std::string placeOf(std::string_view text, std::size_t byte) {
+    const std::string_view before = text.substr(0, byte == 0 ? 0 : byte - 1);
+    const auto line = std::ranges::count(before, '\n') + 1;
+    const std::size_t column = before.size() - (before.rfind('\n') + 1) + 1; // npos + 1 is 0
+    return "line " + std::to_string(line) + ", column " + std::to_string(column);
+}
+
 } // namespace
 
 Assessment assessmentOfText(std::string_view text) {
@@ -289,8 +297,10 @@ Assessment assessmentOfText(std::string_view text) {
             if (depth > kDeepest) refuse("$", "it is nested too deeply");
             return true;
         });
-    } catch (const Json::exception& error) {
-        refuse("$", error.what());
+    } catch (const Json::parse_error& error) {
+        refuse("$", "it is not JSON in UTF-8 from " + placeOf(text, error.byte) + " on");
+    } catch (const Json::out_of_range&) {
+        refuse("$", "a number is too large");
     }
     Assessment assessment;
     readObject(json, "$", assessment);

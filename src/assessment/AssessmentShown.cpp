@@ -3,6 +3,7 @@
 #include "model/Captions.h"
 #include "platform/Format.h"
 #include "protection/RankTable.h"
+#include "resources/TextNames_w1.h"
 
 #include <algorithm>
 #include <cmath>
@@ -100,7 +101,8 @@ struct StateWords {
 constexpr StateWords kStates[] = {{"\u2713", Text::StateBelow},
                                   {"\u25B2", Text::StateWithin},
                                   {"\u2717", Text::StateExceeded},
-                                  {kNone, Text::StateNotMeasured}};
+                                  {kNone, Text::StateNotMeasured},
+                                  {"?", Text::StateUndecided}};
 
 void add(std::vector<ShownAction>& shown, const Session& session, const std::vector<ActionResult>& actions,
          Text::Id of) {

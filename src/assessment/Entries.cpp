@@ -13,6 +13,7 @@ namespace kestrane {
 
 namespace {
 
+constexpr std::string_view kEnDash = "\u2013";
 constexpr std::string_view kExact = "##0.0#########";
 
 // The words of an entry, with blanks or semicolons between them.
@@ -26,6 +27,24 @@ std::vector<std::string> wordsOf(std::string_view entry) {
         words.emplace_back(entry.substr(0, end));
         entry.remove_prefix(end);
     }
+}
+
+// The two ends of a range such as "4-6", "4 6", or "4 to 6" in any language, since a word without a digit only stands
+// between them. An end is empty when nothing is on its side of the dash. Nothing when the entry is no range: nothing of
+// what was typed may go, and a dash is never a sign.
+using Ends = std::array<std::string, 2>;
+
+std::optional<Ends> endsOf(const std::string& entry) {
+    const std::string plain = ReplaceText(entry, kEnDash, "-");
+    const std::size_t dash = plain.find('-');
+    if (dash != std::string::npos) {
+        const Ends ends{trimmed(plain.substr(0, dash)), trimmed(plain.substr(dash + 1))};
+        const bool isOneRange = ends[1].find('-') == std::string::npos && !(ends[0].empty() && ends[1].empty());
+        return isOneRange ? std::optional(ends) : std::nullopt;
+    }
+    std::vector<std::string> words = wordsOf(plain);
+    if (words.size() == 3 && words[1].find_first_of("0123456789") == std::string::npos) words.erase(words.begin() + 1);
+    return words.size() == 2 ? std::optional(Ends{words[0], words[1]}) : std::nullopt;
 }
 
 } // namespace
@@ -64,16 +83,12 @@ bool takeHours(const Session& session, const std::string& entry, double& hours) 
     return true;
 }
 
-bool takeRange(const Session& session, std::string entry, std::optional<std::array<double, 2>>& range) {
+bool takeRange(const Session& session, const std::string& entry, std::optional<std::array<double, 2>>& range) {
     range.reset();
-    std::ranges::replace(entry, '-', ' ');
-    std::vector<std::string> words = wordsOf(entry);
-    if (words.empty()) return true;
-    if (words.size() == 3) words.erase(words.begin() + 1);
-    if (words.size() != 2) return false;
+    if (entry.empty()) return true;
+    const auto ends = endsOf(entry);
     std::array<double, 2> hours{};
-    for (std::size_t i = 0; i < hours.size(); ++i)
-        if (!takeHours(session, words[i], hours[i])) return false;
+    if (!ends || !takeHours(session, (*ends)[0], hours[0]) || !takeHours(session, (*ends)[1], hours[1])) return false;
     range = hours;
     return true;
 }
@@ -89,6 +104,13 @@ bool takeLevels(const Session& session, const std::string& entry, std::vector<Sa
                          [](const Sample& sample) { return std::holds_alternative<LogRows>(sample); });
     samples = std::move(taken);
     return true;
+}
+
+std::string noLevelIn(const Session& session, const std::string& entry) {
+    const std::vector<std::string> words = wordsOf(entry);
+    const auto found =
+        std::ranges::find_if(words, [&](const std::string& word) { return !typedNumber(word, session.locale); });
+    return found == words.end() ? std::string() : *found;
 }
 
 std::string levelsText(const Session& session, const std::vector<Sample>& samples) {
@@ -107,13 +129,18 @@ bool takeRow(std::string_view word, std::optional<std::int64_t>& row) {
     return error == std::errc() && end == word.data() + word.size();
 }
 
-bool takeRows(std::string entry, LogRows& rows) {
-    std::ranges::replace(entry, '-', ' ');
-    const std::vector<std::string> words = wordsOf(entry);
+bool takeRows(const std::string& entry, LogRows& rows) {
     rows.From.reset();
     rows.To.reset();
-    if (words.empty()) return true;
-    return words.size() <= 2 && takeRow(words.front(), rows.From) && takeRow(words.back(), rows.To);
+    if (entry.empty()) return true;
+    const auto ends = endsOf(entry);
+    if (!ends) {
+        const bool isRow = takeRow(entry, rows.From);
+        rows.To = rows.From;
+        return isRow;
+    }
+    const auto& [from, to] = *ends;
+    return (from.empty() || takeRow(from, rows.From)) && (to.empty() || takeRow(to, rows.To));
 }
 
 std::string rowsText(const LogRows& rows) {

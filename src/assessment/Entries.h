@@ -27,14 +27,17 @@ bool takeLevel(const Session& session, const std::string& entry, std::optional<d
 bool takeHours(const Session& session, const std::string& entry, double& hours); // such as "1.5" or "1:30"
 
 // The shortest and the longest duration, such as "4 6", "4-6" or "4 to 6".
-bool takeRange(const Session& session, std::string entry, std::optional<std::array<double, 2>>& range);
+bool takeRange(const Session& session, const std::string& entry, std::optional<std::array<double, 2>>& range);
 
 // Levels, which replace those among the samples; the samples that are rows of a log stay, behind them.
 bool takeLevels(const Session& session, const std::string& entry, std::vector<Sample>& samples);
 std::string levelsText(const Session& session, const std::vector<Sample>& samples);
 
-// A range of rows, such as "1-60", or one row; nothing stands for all rows.
-bool takeRows(std::string entry, LogRows& rows);
+// The first word of such an entry that is no number; empty when all are.
+std::string noLevelIn(const Session& session, const std::string& entry);
+
+// A range of rows, such as "1-60", "61-" to the end, "-60" from the first row, or one row; nothing stands for all rows.
+bool takeRows(const std::string& entry, LogRows& rows);
 std::string rowsText(const LogRows& rows);
 
 bool takeRow(std::string_view word, std::optional<std::int64_t>& row); // a whole number

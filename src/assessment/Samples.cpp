@@ -1,8 +1,13 @@
 #include "assessment/Samples.h"
 
 #include "platform/Format.h"
+#include "resources/TextNames_w1.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <span>
 
 namespace kestrane {
 
@@ -13,6 +18,11 @@ constexpr double kLongestDay = 24;
 
 void raise(Figure& highest, const Figure& figure) {
     if (figure && (!highest || *figure > *highest)) highest = figure;
+}
+
+// Whether a level that was taken from rows has rows of another in it: of the same log of a file of the same contents.
+bool shareRows(const SourceResult& a, const SourceResult& b) {
+    return a.Leq && b.Leq && a.Sha256 == b.Sha256 && a.Log == b.Log && *a.From <= *b.To && *b.From <= *a.To;
 }
 
 } // namespace
@@ -32,21 +42,31 @@ void Warnings::add(std::string_view code, const std::optional<std::string>& task
     if (std::find(list_.begin(), list_.end(), warning) == list_.end()) list_.push_back(std::move(warning));
 }
 
-void Warnings::bad(const std::optional<std::string>& task, Text::Id text, const std::string& first) {
-    add("bad-value", task, text, first);
+void Warnings::bad(const std::optional<std::string>& task, Text::Id text, const std::string& first,
+                   const std::string& second) {
+    add("bad-value", task, text, first, second);
 }
 
 std::string Warnings::number(double value) const {
-    return formatNumber(value, "##0.0#", session_.locale);
+    constexpr double kLargest = 1e9; // with all of its digits
+    if (std::abs(value) < kLargest) return formatNumber(value, "##0.0#", session_.locale);
+    std::array<char, 32> text{};
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
 }
 
 SampleLevels SampleSource::gather(const std::vector<Sample>& samples, const std::optional<std::string>& task,
                                   Warnings& warnings, std::vector<SourceResult>& sources) const {
     SampleLevels out;
     out.MeasuredHours = 0;
+    const std::size_t first = sources.size(); // of those that belong to these samples
     for (const Sample& sample : samples) {
         if (const auto* rows = std::get_if<LogRows>(&sample)) {
             take(*rows, task, warnings, sources, out);
+            const SourceResult& last = sources.back();
+            const std::span others(sources.begin() + static_cast<std::ptrdiff_t>(first), sources.end() - 1);
+            if (std::ranges::any_of(others, [&](const SourceResult& other) { return shareRows(other, last); }))
+                warnings.add("rows-twice", task, Text::WarnRowsTwice,
+                             std::to_string(*last.From) + "-" + std::to_string(*last.To), rows->File);
             continue;
         }
         out.MeasuredHours.reset();

@@ -22,8 +22,10 @@ public:
              const std::string& first = {}, const std::string& second = {});
 
     // The same with the code for a value that is not possible.
-    void bad(const std::optional<std::string>& task, Text::Id text, const std::string& first = {});
+    void bad(const std::optional<std::string>& task, Text::Id text, const std::string& first = {},
+             const std::string& second = {});
 
+    // A number as it stands in a warning, with at most two decimals; a very large one with its exponent.
     std::string number(double value) const;
 
 private:

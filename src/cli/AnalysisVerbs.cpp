@@ -34,13 +34,14 @@ Json orNull(const std::optional<float>& value) {
     return value ? singleJson(*value) : Json(nullptr);
 }
 
-// The numbers of a text such as "80,2.5". Raises WrongWords when one of them is not numeric.
+// The numbers of a text such as "80,2.5". Raises WrongWords when one of them is not numeric, or too large.
 std::vector<double> numbersOf(const std::string& text, const std::string& hint) {
     std::vector<double> numbers;
     std::istringstream words(text);
     for (std::string word; std::getline(words, word, ',');) {
-        if (!isNumeric(word, {})) throw WrongWords(hint);
-        numbers.push_back(toDouble(word, {}));
+        const auto number = typedNumber(word, {});
+        if (!number) throw WrongWords(hint);
+        numbers.push_back(*number);
     }
     return numbers;
 }
@@ -170,34 +171,48 @@ LogArguments logOfWord(const std::string& word) {
     return {word.substr(0, colon), word.substr(colon + 1)};
 }
 
+struct Compared {
+    Json Logs = Json::array();
+    std::vector<AnalysedRow> All;
+    std::string Weighting; // of the first log
+    bool IsOneWeighting = true;
+    std::optional<double> First; // the level that the others differ from
+};
+
 // Returns false when a log is not there; the reason has been shown.
-bool addCompared(Program& program, const LogArguments& arguments, Json& logs, std::vector<AnalysedRow>& all) {
+bool addCompared(Program& program, const LogArguments& arguments, Compared& compared) {
     const auto chosen = openWholeLog(program, arguments);
     if (!chosen) return false;
     const auto rows = analysedRows(*chosen->log);
-    all.insert(all.end(), rows.begin(), rows.end());
+    compared.All.insert(compared.All.end(), rows.begin(), rows.end());
     const StretchFigures figures = stretchFigures(rows, 0, 0);
-    const Json level = orNull(figures.LAeq);
-    const Json first = logs.empty() ? level : logs.front()["LAeq"];
-    logs.push_back(
-        labelled({{"FileName", chosen->file->FileName},
-                  {"Key", chosen->key},
-                  {"Seconds", figures.Seconds},
-                  {"LAeq", level},
-                  {"Difference", level.is_null() || first.is_null() ? Json(nullptr)
-                                                                    : Json(level.get<double>() - first.get<double>())}},
-                 *chosen->log));
+    const std::string weighting = chosen->log->FreqWeightA();
+    if (compared.Logs.empty()) {
+        compared.First = figures.LAeq;
+        compared.Weighting = weighting;
+    }
+    // Levels of two weightings have no difference and no mean.
+    const bool isComparable = weighting == compared.Weighting;
+    compared.IsOneWeighting = compared.IsOneWeighting && isComparable;
+    std::optional<double> difference;
+    if (isComparable && figures.LAeq && compared.First) difference = *figures.LAeq - *compared.First;
+    compared.Logs.push_back(labelled({{"FileName", chosen->file->FileName},
+                                      {"Key", chosen->key},
+                                      {"Seconds", figures.Seconds},
+                                      {"LAeq", orNull(figures.LAeq)},
+                                      {"Difference", orNull(difference)}},
+                                     *chosen->log));
     program.closeFiles();
     return true;
 }
 
 int compare(Program& program, const AnalysisOptions& options) {
-    Json logs = Json::array();
-    std::vector<AnalysedRow> all;
-    if (!addCompared(program, options, logs, all)) return kFailed;
+    Compared compared;
+    if (!addCompared(program, options, compared)) return kFailed;
     for (const std::string& other : options.others)
-        if (!addCompared(program, logOfWord(other), logs, all)) return kFailed;
-    return program.print({{"Logs", logs}, {"Mean", orNull(stretchFigures(all, 0, 0).LAeq)}});
+        if (!addCompared(program, logOfWord(other), compared)) return kFailed;
+    const auto mean = compared.IsOneWeighting ? stretchFigures(compared.All, 0, 0).LAeq : std::nullopt;
+    return program.print({{"Logs", compared.Logs}, {"Mean", orNull(mean)}});
 }
 
 // ---- the verb

@@ -101,7 +101,7 @@ std::string readOwn(const std::string& text, std::optional<OwnCriterion>& own) {
     std::istringstream words(text);
     std::vector<double> numbers;
     for (std::string word; std::getline(words, word, ',');)
-        numbers.push_back(isNumeric(word, {}) ? toDouble(word, {}) : -1);
+        numbers.push_back(typedNumber(word, {}).value_or(-1));
     const auto isWithin = [&](std::size_t at, double lowest, double highest) {
         return numbers[at] >= lowest && numbers[at] <= highest;
     };

@@ -5,8 +5,8 @@
 #include "dialogs/CellTableModel.h"
 #include "dialogs/HandySplitter.h"
 #include "dialogs/Words.h"
+#include "resources/TextNames_w1.h"
 #include "views/ChartSummary.h"
-#include "views/Distribution.h"
 
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
@@ -109,13 +109,19 @@ CellTable frmDistribution::table() const {
     return distributionTable(log_, rows_, width_->value());
 }
 
+TypedNumbers frmDistribution::typedPercents() const {
+    return typedNumbers(percents_->text().toStdString(), kMostPercent, log_.session().locale);
+}
+
 std::string frmDistribution::percentiles() const {
-    const Session& session = log_.session();
-    return percentileText(session, rows_, typedNumbers(percents_->text().toStdString(), kMostPercent, session.locale));
+    return percentileText(log_.session(), rows_, typedPercents().Numbers);
 }
 
 void frmDistribution::showPercentiles() {
-    levels_->setText(shown(percentiles()));
+    const std::string others = typedPercents().Others;
+    std::string text = percentiles();
+    if (!others.empty()) text += "\n" + ReplaceText(log_.session().LoadText(Text::NoPercentages), "^", others);
+    levels_->setText(shown(text));
 }
 
 } // namespace kestrane

@@ -5,6 +5,7 @@
 #include "desktop/PrintedChart.h"
 #include "model/Session.h"
 #include "platform/Clipboard.h"
+#include "views/Distribution.h"
 #include "views/EventTable.h"
 
 #include <QDialog>
@@ -39,6 +40,7 @@ private:
     void showClasses();
     void showPercentiles();
     CellTable table() const;
+    TypedNumbers typedPercents() const;
     std::string percentiles() const;
 
     const clsLog& log_;

@@ -1,5 +1,6 @@
 #include "resources/TextTable.h"
 
+#include "resources/TextNames_w1.h"
 #include "resources/TextNames_w4.h"
 
 #include <algorithm>
@@ -1184,6 +1185,12 @@ constexpr TextEntry Entries[] = {
     {Text::FiguresWithoutUnread, "Some intervals of this log could not be read.  Its figures are made without them."},
     // Files
     {Text::RenameOpenElsewhere, "The file '^' is open in another running $."},
+    // What is left open, left out or refused
+    {Text::StateUndecided, "undecided: U cannot be computed"},
+    {Text::WarnHoursOutOfRange, "The duration of ^ h is not within its own range of * h."},
+    {Text::WarnRowsTwice, "Rows ^ of * are in more than one sample, which makes the uncertainty too small."},
+    {Text::NoPercentages, "Left out, as they are no percentages: ^"},
+    {Text::NotComparedByBand, "Not in the chart, as they do not have these bands: ^"},
     {Text::NotUpToDate, "Not up to date with the dose: ^.  A full recalculation brings it up to date."},
     {Text::EveryIntervalExcluded, "Every interval is excluded; these cumulative figures are older than that."},
     // Quantity labels

@@ -77,7 +77,7 @@ void addLimits(ChartData& chart, const clsLog& log, const ChartLines& lines) {
     } else if (lines.Limits == LimitLines::Criteria && isAWeighted) {
         addCriteria(chart, log);
     } else if (lines.Limits == LimitLines::Own) {
-        for (const double level : typedNumbers(lines.OwnLevels, kHighestLevel, session.locale))
+        for (const double level : typedNumbers(lines.OwnLevels, kHighestLevel, session.locale).Numbers)
             addLine(chart, session, Text::LimitLine, level);
     }
 }

@@ -36,17 +36,21 @@ std::string classCaption(const clsLog& log) {
 
 } // namespace
 
-std::vector<double> typedNumbers(std::string_view text, double most, const Locale& locale) {
-    std::vector<double> numbers;
+TypedNumbers typedNumbers(std::string_view text, double most, const Locale& locale) {
+    TypedNumbers typed;
     constexpr std::string_view kBetween = " \t;";
     for (std::size_t at = text.find_first_not_of(kBetween); at != std::string_view::npos;
          at = text.find_first_not_of(kBetween, at)) {
         const std::string_view word = text.substr(at, text.find_first_of(kBetween, at) - at);
         const auto number = typedNumber(word, locale);
-        if (number && *number >= 0 && *number <= most) numbers.push_back(*number);
+        if (number && *number >= 0 && *number <= most) {
+            typed.Numbers.push_back(*number);
+        } else {
+            typed.Others.append(typed.Others.empty() ? "" : " ").append(word);
+        }
         at += word.size();
     }
-    return numbers;
+    return typed;
 }
 
 std::string percentileText(const Session& session, std::span<const AnalysedRow> rows,

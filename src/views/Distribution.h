@@ -18,8 +18,13 @@ namespace kestrane {
 constexpr double kFinestClass = 0.1; // dB
 constexpr double kWidestClass = 20;
 
-// The numbers of a text with blanks or semicolons between them. What is no number from 0 to most is left out.
-std::vector<double> typedNumbers(std::string_view text, double most, const Locale& locale);
+struct TypedNumbers {
+    std::vector<double> Numbers;
+    std::string Others; // the words that are none, with blanks between them
+};
+
+// The numbers from 0 to most of a text with blanks or semicolons between its words.
+TypedNumbers typedNumbers(std::string_view text, double most, const Locale& locale);
 
 // The percentages as "L10 85.3 dB, L50 70.1 dB". Without rows the levels are left out.
 std::string percentileText(const Session& session, std::span<const AnalysedRow> rows, std::span<const double> percents);

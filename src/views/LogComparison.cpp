@@ -4,6 +4,7 @@
 #include "model/LogParameters.h"
 #include "model/Session.h"
 #include "platform/Format.h"
+#include "resources/TextNames_w1.h"
 #include "views/ChartParts.h"
 #include "views/DisplayBy.h"
 #include "views/RangeTable.h"
@@ -109,13 +110,18 @@ void addBands(ChartData& chart, const Session& session, std::span<const Compared
     std::vector<std::string> labels;
     for (int band = 0; band <= lastBand(first->Log->Mode()); ++band)
         labels.push_back(bandLabel(*first->Log, band));
+    std::string others;
     for (const ComparedLog& log : logs) {
-        if (log.Log->Mode() != first->Log->Mode()) continue;
+        if (log.Log->Mode() != first->Log->Mode()) {
+            others += (others.empty() ? "" : ", ") + log.Name;
+            continue;
+        }
         ChartSeries series = {nameOf(session, log, logs), ChartAxis::Primary, {}};
         for (int band = 0; band <= lastBand(log.Log->Mode()); ++band)
             series.Values.push_back(chartValue(cumulativeValue(*log.Log, kChannelA, eLeq, band).CalcValue()));
         chart.Series.push_back(std::move(series));
     }
+    if (!others.empty()) addFootnote(chart, ReplaceText(session.LoadText(Text::NotComparedByBand), "^", others));
     chart.RowCount = labels.size();
     chart.RowLabel = chart.RowName = [labels = std::move(labels)](std::size_t row) { return labels[row]; };
 }

@@ -26,8 +26,8 @@ enum class CompareBy { TimeOfDay, Start, Band };
 
 // The level of each log, as a series. The slots of the time axis are as long as the shortest row; a slot has the energy
 // mean of the rows within it, each by the time for which it lies there. Rows of unknown length are left out. Of logs
-// with bands those are compared that have the bands of the first one. Without rows or bands the chart is empty. When
-// the frequency weightings of the logs differ, each series says its own.
+// with bands those are compared that have the bands of the first one; a footnote names the others. Without rows or
+// bands the chart is empty. When the frequency weightings of the logs differ, each series says its own.
 ChartData comparisonChart(const Session& session, std::span<const ComparedLog> logs, CompareBy by);
 
 // A row for each log: name, how long it lasted, level, difference to the level of the first. The last row has the

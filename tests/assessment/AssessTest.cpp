@@ -188,6 +188,8 @@ TEST(Assess, EachWarningOnce) {
         {"bad-value:b ", false, hours(0)},
         {"bad-value:b ", false, hours(24.1)},
         {"bad-value:b ", true, range(2, 1)},
+        {"bad-value:b ", true, range(2.7, 4)},
+        {"", true, range(8.0 / 3, 8.0 / 3)},
         {"bad-value ", true, day(-1)},
         {"bad-value ", false, [](Assessed& a) { a.group.Tasks.clear(); }},
         {"bad-value ", true,
@@ -236,20 +238,25 @@ TEST(Assess, RowsOfALogAreItsEnergyMean) {
                           Case{rowsOf(1, 5), "bad-value "}, Case{rowsOf(3, 4), "bad-value "}, Case{other, "bad-value "},
                           Case{away, "bad-value "}, Case{changed, "file-changed "}}) {
         a.group.Samples.assign(5, c.rows);
-        EXPECT_EQ(a.codes(), std::string(c.code) + "no-c-peak edition ") << c.rows.From.value_or(-1);
+        const std::string twice = c.rows.Sha256 == "00" ? "rows-twice " : "";
+        EXPECT_EQ(a.codes(), c.code + twice + "no-c-peak edition ") << c.rows.From.value_or(-1);
         EXPECT_EQ(a.result().LEX8h.has_value(), c.rows.Sha256 == "00");
     }
     a.group.Workers = 4; // five times two minutes
     a.group.Samples.assign(5, rowsOf());
-    EXPECT_EQ(a.codes(), "measured-time no-c-peak edition ");
+    EXPECT_EQ(a.codes(), "rows-twice measured-time no-c-peak edition ");
     a.group.Samples.push_back(80.0); // how long that took is not known
-    EXPECT_EQ(a.codes(), "no-c-peak edition ");
+    EXPECT_EQ(a.codes(), "rows-twice no-c-peak edition ");
+    a.group.Samples = {rowsOf(1, 1), rowsOf(2, 4)};
+    EXPECT_EQ(a.codes().find("rows-twice"), std::string::npos);
+    a.group.Samples[0] = rowsOf(1, 2);
+    EXPECT_NE(a.codes().find("rows-twice"), std::string::npos);
 }
 
 TEST(Assess, PeaksCountFromACWeightedChannelOnly) {
     Assessed a{80, 80, 80};
     a.set(Quantity::PeakA, 0, 139);
-    a.group.Tasks = {task("t", 8, {rowsOf(), rowsOf(), rowsOf()})};
+    a.group.Tasks = {task("t", 8, {rowsOf(1, 1), rowsOf(2, 2), rowsOf(3, 3)})};
     EXPECT_FALSE(a.result().CPeak);
     EXPECT_NE(a.result().Warnings[0].Text.find("139"), std::string::npos);
     EXPECT_EQ(stateOf(a.result().Actions, 135), ActionState::NotMeasured);
@@ -272,6 +279,10 @@ TEST(Assess, StatesOfTheDayAndTheWeek) {
     EXPECT_EQ(stateOf(result.Actions, 80), ActionState::Exceeded);
     EXPECT_EQ(stateOf(result.Actions, 85), ActionState::Exceeded) << "rounded to 0.01";
     EXPECT_EQ(stateOf(result.Actions, 87), ActionState::WithinUncertainty); // U = 1.65 sqrt(1.5² + 1) = 2.97
+    a.group.Tasks[0].Samples.resize(1);
+    EXPECT_EQ(stateOf(a.result().Actions, 85), ActionState::Exceeded);
+    EXPECT_EQ(stateOf(a.result().Actions, 87), ActionState::Undecided) << "fewer samples give no better verdict";
+    a.group.Tasks[0].Samples = levels({84.996, 84.996, 84.996});
     EXPECT_TRUE(result.WeekActions.empty());
     EXPECT_FALSE(result.LEXw);
     a.group.Week.assign(5, {});

@@ -66,14 +66,24 @@ TEST(AssessmentEdits, EntriesAreTakenOrRefused) {
                           Case{e.task, Column::Hours, "-1", "-1.0"},
                           Case{e.task, Column::Range, "4 - 6", "4.0 - 6.0"},
                           Case{e.task, Column::Range, "4 to 6:30", "4.0 - 6.5"},
+                          Case{e.task, Column::Range, "4.0\u20136.0", "4.0 - 6.0"},
                           Case{e.task, Column::Range, "4", "-"},
+                          Case{e.task, Column::Range, "-1 9 7", "-"},
+                          Case{e.task, Column::Range, "-4 - 6", "-"},
+                          Case{e.task, Column::Range, "1 9 7", "-"},
                           Case{e.rows, Column::Samples, "5-7", "5-7"},
                           Case{e.rows, Column::Samples, "5", "5-5"},
+                          Case{e.rows, Column::Samples, "302-", "302-"},
+                          Case{e.rows, Column::Samples, "-7", "1-7"},
+                          Case{e.rows, Column::Samples, "-", "-"},
+                          Case{e.rows, Column::Samples, "5--7", "-"},
                           Case{e.rows, Column::Samples, "", ""},
                           Case{e.rows, Column::Samples, "a-b", "-"},
                           Case{e.rows, Column::Name, "b.xml", "-"},
                           Case{e.day, Column::Samples, "84.3", "84.3"}})
         EXPECT_EQ(e.entered(c.place, c.column, c.entry), c.text) << c.entry;
+    EXPECT_EQ(refusedPart(e.session, e.job, Column::Samples, "80;8l.2 82 x"), "8l.2");
+    EXPECT_EQ(refusedPart(e.session, e.task, Column::Range, "4 x"), "4 x");
     const auto edit = withEntry(e.session, e.assessment, e.task, Column::Samples, "79 80.125");
     const std::vector<Sample>& samples = edit->Next.Groups[0].Tasks[0].Samples;
     EXPECT_EQ(std::get<double>(samples[1]), 80.125);

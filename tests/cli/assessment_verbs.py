@@ -70,9 +70,10 @@ class AssessmentVerbs(InAFolder):
 
     def test_a_file_that_is_no_assessment_is_told_with_its_path(self):
         for text, told in (('{"schema": "kestrane-assessment/1", "groups": [{"name": 1}]}', "$.groups[0].name: "), ("{", "$: "),
+                           ('{\n "title": \udcff}', "from line 2, column 11 on"), ('{"schema": 1e400}', "$: a number is too large"),
                            (None, "No such file")):
             if text:
-                with open("bad.json", "w", encoding="utf-8") as file:
+                with open("bad.json", "w", encoding="utf-8", errors="surrogateescape") as file:
                     file.write(text)
             status, out, err = run("assess", "bad.json" if text else "none.json")
             self.assertEqual((status, out), (1, ""))
@@ -86,7 +87,7 @@ class AssessmentVerbs(InAFolder):
         own, acgih = (next(c for c in first["Criteria"] if c["Name"] == name) for name in ("own", "acgih"))
         self.assertEqual(own["Dose"], acgih["Dose"])
         self.assertEqual(second["Criteria"][0]["Note"], "LAeq from bands")
-        for words in ("85,80", "85,80,0", "0,80,3", "85,x,3"):
+        for words in ("85,80", "85,80,0", "0,80,3", "85,x,3", "85,1e400,3"):
             self.assertEqual(run("criteria", SHIFT, "--own", words)[0], 2, words)
 
     def test_protectors_by_the_standards(self):

@@ -98,6 +98,16 @@ TEST(AssessmentWindow, ADayIsTypedAndItsFiguresFollow) {
     desk.enter("Task 1", Column::Hours, "long");
     EXPECT_EQ(desk.asked(), "'long' does not fit here.");
     EXPECT_EQ(desk.row("Task 1").text(static_cast<int>(Column::Hours)), "5.0");
+    desk.answer({});
+    desk.enter("Task 1", Column::Samples, "80.1 82,2 8l.6 79.6");
+    EXPECT_EQ(desk.asked(), "'8l.6' does not fit here.");
+    auto* const again = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_TRUE(again != nullptr && again->selectedText() == "8l.6") << "nothing that was typed is lost";
+    QTest::keyClicks(again, "81.6");
+    QTest::keyClick(again, Qt::Key_Return);
+    desk.settle();
+    EXPECT_EQ(desk.row("Task 1").text(static_cast<int>(Column::Samples)), "80.1  82.2  81.6  79.6");
+    desk.enter("Task 1", Column::Samples, "80");
 
     desk.enter("Task 3", Column::Samples, "85"); // what if? 10 lg ((5 10^8 + 2 10^8.6 + 0.75 10^8.5) / 8) = 82.8
     EXPECT_TRUE(desk.words("lblFigures").contains("82.8 dB"));

@@ -50,8 +50,9 @@ TEST(Distribution, SaysHowLongTheLevelWasInEachClassAndAbove) {
     EXPECT_EQ(chart.RowName(2), "74.0");
     EXPECT_NEAR(chart.Series[1].Values[1], 37.5, 1e-4);
     // Sorted: 74 74 72 71.9 71 70.5 70 70; a quarter of the time ends between the second and the third.
-    EXPECT_EQ(percentileText(shown.session, rows, typedNumbers("25; 0,5 oops 101", 100, shown.session.locale)),
-              "L25 73.0 dB, L0.5 74.0 dB");
+    const TypedNumbers typed = typedNumbers("25; 0,5 oops 101", 100, shown.session.locale);
+    EXPECT_EQ(percentileText(shown.session, rows, typed.Numbers), "L25 73.0 dB, L0.5 74.0 dB");
+    EXPECT_EQ(typed.Others, "oops 101");
 
     shown.log.Interval = 0; // nobody knows how long
     EXPECT_EQ(distributionTable(shown.log, analysedRows(shown.log), 2).Cell(0, 2), "");

@@ -65,6 +65,18 @@ TEST(LogComparison, LevelsOfTwoWeightingsSayThemAndHaveNoDifference) {
                                                                   "Energy mean of all\t00:02:00\t\t\r\n");
 }
 
+TEST(LogComparison, ByBandNamesTheLogsThatDoNotHaveTheBands) {
+    OneLog broad(60, {80});
+    OneLog octaves(60, {80});
+    OneLog thirds(60, {80});
+    octaves.log.Mode(modeFullOctave);
+    thirds.log.Mode(modeThirdOctave);
+    const std::vector<ComparedLog> logs = {broad.compared("a"), octaves.compared("b"), thirds.compared("c")};
+    const ChartData chart = comparisonChart(broad.session, logs, CompareBy::Band);
+    EXPECT_EQ(chart.Series.size(), 1U);
+    EXPECT_EQ(chart.Footnote, "Not in the chart, as they do not have these bands: a, c");
+}
+
 TEST(LogComparison, WithoutTimesThereIsNoTimeAxis) {
     OneLog untimed(0, {80, 81});
     const std::vector<ComparedLog> logs = {untimed.compared("a")};

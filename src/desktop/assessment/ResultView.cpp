@@ -23,7 +23,7 @@ constexpr double kHeadingSize = 1.3;
 constexpr int kBandOpacity = 0x70;
 
 Signal signalOf(ActionState state) {
-    constexpr Signal kSignals[] = {Signal::Good, Signal::Caution, Signal::Bad, Signal::None};
+    constexpr Signal kSignals[] = {Signal::Good, Signal::Caution, Signal::Bad, Signal::None, Signal::Caution};
     return kSignals[static_cast<std::size_t>(state)];
 }
 

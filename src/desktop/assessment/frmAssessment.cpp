@@ -89,7 +89,7 @@ frmAssessment::frmAssessment(Session& session, AssessmentDocument document, AskS
     // ended.
     connect(tree_, &tvwAssessment::Entered, this,
             [this](const AssessmentPlace& place, AssessmentColumn cell, const std::string& text) {
-                later([=, this] { apply(withEntry(session_, document_.Now(), place, cell, text), text); });
+                later([=, this] { enter(place, cell, text); });
             });
     connect(tree_, &tvwAssessment::RemoveAsked, this, [this] { later([this] { remove(); }); });
     connect(tree_, &tvwAssessment::SelectionChanged, this, &frmAssessment::showSelected);
@@ -150,6 +150,14 @@ void frmAssessment::apply(std::optional<AssessmentEdit> edit, const std::string&
     document_.Change(edit->Title, std::move(edit->Next));
     Refresh();
     tree_->Select(edit->Place);
+}
+
+// A refused entry is offered again as it was typed, since there may be a whole list in it.
+void frmAssessment::enter(const AssessmentPlace& place, AssessmentColumn column, const std::string& entry) {
+    const auto edit = withEntry(session_, document_.Now(), place, column, entry);
+    const std::string refused = edit ? std::string() : refusedPart(session_, place, column, entry);
+    apply(edit, refused);
+    if (!edit) tree_->EnterAgain(place, column, shown(entry), shown(refused));
 }
 
 void frmAssessment::Refresh() {

@@ -59,6 +59,7 @@ private:
     QWidget* buttons();
     QPushButton* addButton(QWidget& bar, Text::Id text, const char* name, void (frmAssessment::*act)());
     void apply(std::optional<AssessmentEdit> edit, const std::string& refused, Text::Id why = Text::EntryDoesNotFit);
+    void enter(const AssessmentPlace& place, AssessmentColumn column, const std::string& entry);
     void later(const std::function<void()>& work);
     void readDataFiles();
     void showAll();

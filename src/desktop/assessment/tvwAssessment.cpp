@@ -18,8 +18,11 @@ namespace kestrane {
 namespace {
 
 constexpr int kPlaceRole = Qt::UserRole;
-constexpr int kLeastWidth = 48; // pixels
+constexpr int kLeastWidth = 48;   // pixels
+constexpr int kLeastLetters = 12; // of the names, behind the indentation of the deepest row
+constexpr int kLevels = 3;
 constexpr int kSamplesWidth = 130;
+constexpr auto kRefused = "refused"; // the property of an editor with an entry that was refused
 
 // The editor of a cell begins with the whole entry, not with the rounded figure that the cell shows, and reports what
 // the user has typed. Cells of computed figures have no editor.
@@ -40,7 +43,9 @@ public:
 
     void setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const override {
         const auto& line = *qobject_cast<QLineEdit*>(editor);
-        if (line.isModified() || line.text() != tree_.EnteredText(index)) tree_.Enter(index, line.text());
+        const QVariant refused = line.property(kRefused);
+        const QString before = refused.isValid() ? refused.toString() : tree_.EnteredText(index);
+        if (line.isModified() || line.text() != before) tree_.Enter(index, line.text());
     }
 
 private:
@@ -59,7 +64,6 @@ tvwAssessment::tvwAssessment(const Session& session) : session_(session) {
     header()->setStretchLastSection(false);
     for (int column = 0; column < captions.size(); ++column)
         resizeColumnToContents(column);
-    header()->setSectionResizeMode(0, QHeaderView::Stretch);
     header()->setMinimumSectionSize(kLeastWidth);
     header()->resizeSection(1, kSamplesWidth);
     setUniformRowHeights(true);
@@ -125,6 +129,18 @@ void tvwAssessment::Select(const AssessmentPlace& place) {
         if (placeOf(*at) == place) setCurrentItem(*at, std::max(currentColumn(), 0));
 }
 
+void tvwAssessment::EnterAgain(const AssessmentPlace& place, AssessmentColumn column, const QString& entry,
+                               const QString& part) {
+    Select(place);
+    setCurrentItem(currentItem(), static_cast<int>(column));
+    editItem(currentItem(), static_cast<int>(column));
+    auto* const line = qobject_cast<QLineEdit*>(indexWidget(currentIndex()));
+    if (line == nullptr) return;
+    line->setText(entry);
+    line->setProperty(kRefused, entry);
+    line->setSelection(static_cast<int>(entry.indexOf(part)), static_cast<int>(part.size()));
+}
+
 bool tvwAssessment::IsEntered(const QModelIndex& index) const {
     return isEntered(*assessment_, *placeOf(itemFromIndex(index)), static_cast<AssessmentColumn>(index.column()));
 }
@@ -144,6 +160,14 @@ void tvwAssessment::keyPressEvent(QKeyEvent* event) {
     } else {
         QTreeWidget::keyPressEvent(event);
     }
+}
+
+// The names take the room that the other columns leave, and keep enough to be read in a narrow window, which scrolls.
+void tvwAssessment::resizeEvent(QResizeEvent* event) {
+    QTreeWidget::resizeEvent(event);
+    const int others = header()->length() - header()->sectionSize(0);
+    const int least = kLevels * indentation() + kLeastLetters * fontMetrics().averageCharWidth();
+    header()->resizeSection(0, std::max(least, viewport()->width() - others));
 }
 
 void tvwAssessment::dragEnterEvent(QDragEnterEvent* event) {

@@ -24,6 +24,10 @@ public:
     std::optional<AssessmentPlace> Selected() const;
     void Select(const AssessmentPlace& place);
 
+    // Opens the editor of a cell with an entry that was refused, of which a part is marked. It is only reported again
+    // when the user has changed it.
+    void EnterAgain(const AssessmentPlace& place, AssessmentColumn column, const QString& entry, const QString& part);
+
     // For the delegate of the cells.
     bool IsEntered(const QModelIndex& index) const;
     QString EnteredText(const QModelIndex& index) const;
@@ -37,6 +41,7 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
