@@ -375,10 +375,7 @@ void RecalcValues(clsLog& log, CalcMode iCalcMode, const std::function<void()>& 
 
 void CompleteRecalcProcess(clsLog& log) {
     const Calculators calculate(log);
-    try {
-        log.TWACumA.CalcValue(CalcTWACumA(log)); // from the exposure dose as it was before this pass; that is meant
-    } catch (const RuntimeError&) {              // the figure stays
-    }
+    updateTWA(log); // from the exposure dose as it was before this pass; that is meant
     // When the program has computed LEP,d with another exposure time, it is no longer what the meter reported.
     const bool isLepdReported =
         log.has(Trait::ReportsDoseOnly) && exposureTimeOf(log, kChannelA, eLepdET) != MadeWith::ExposureTime;
@@ -483,6 +480,13 @@ void RecalcValues(clsInsData& data, bool bForce) {
 
 float CalcTWACumA(const clsLog& log) {
     return isWeightedAorC(log.FreqWeightA()) ? twaOf(log, DoseET_NRR(log)) : 0;
+}
+
+void updateTWA(clsLog& log) {
+    try {
+        log.TWACumA.CalcValue(CalcTWACumA(log));
+    } catch (const RuntimeError&) { // the figure stays
+    }
 }
 
 float TWA8CumA(const clsLog& log) {

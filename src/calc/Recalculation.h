@@ -57,6 +57,7 @@ void AmendedDisplayValues(const clsLog& log);
 void RecalcValues(clsInsData& data, bool bForce);
 
 float CalcTWACumA(const clsLog& log); // dB; 0 unless channel A is weighted A or C; raises 6 for a negative dose
+void updateTWA(clsLog& log);          // the log's TWA from its exposure dose; stays for a negative dose
 float TWA8CumA(const clsLog& log);    // dB; the level that gives the measured dose when normalised to 8 hours
 
 // The channel's figure for calculations that need A or C weighting: channel A's, else channel B's, else 0.

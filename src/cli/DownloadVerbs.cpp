@@ -10,6 +10,7 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
+#include "resources/TextNames_w4.h"
 #include "server/LogLoading.h"
 
 #include <cerrno>
@@ -108,6 +109,17 @@ void requireFolderOf(const std::string& output) {
     if (!isStandardOutput(output) && !std::filesystem::is_directory(folder)) raiseSystemError(ENOENT);
 }
 
+// What came over the line is kept although some of its figures could not be computed; that is told.
+bool areFiguresWhole(const Program& program, const clsFile& file) {
+    bool areWhole = true;
+    forEachLog(file, [&](const clsLog& log) {
+        if (!log.HasFailedRecalc) return;
+        areWhole = false;
+        program.console.tell(ReplaceText(program.session.LoadText(Text::LogNotRecalculated), "^", log.Name));
+    });
+    return areWhole;
+}
+
 int download(Program& program, const DownloadOptions& options) {
     Session& session = program.session;
     if (!options.resume.empty()) keepFilesFrom({options.output}, {options.resume});
@@ -119,7 +131,7 @@ int download(Program& program, const DownloadOptions& options) {
     const bool isLost = !options.output.empty() && !program.saveAs(file, options.output);
     writeDocument(program.out(), file, options.withIntervals || isLost);
     program.out() << '\n';
-    return isLost ? kFailed : kDone;
+    return areFiguresWhole(program, file) && !isLost ? kDone : kFailed;
 }
 
 int syncClock(Program& program, const ClockOptions& options) {

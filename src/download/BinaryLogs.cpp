@@ -213,10 +213,16 @@ std::string stampText(std::string_view bytes, std::size_t offset) {
     return text.data();
 }
 
+// What is no time, such as the FF bytes of memory that was never written, leaves none: no row depends on it.
 void setStamp(const Session& session, const std::string& stamp, clsDate& date, clsTime* time) {
     constexpr std::size_t kDate = 10, kTime = 8;
     date.setDate(stamp.substr(stamp.size() - kDate), session.locale);
-    if (time != nullptr) time->setTime(stamp.substr(0, kTime), session.locale);
+    if (time == nullptr) return;
+    try {
+        time->setTime(stamp.substr(0, kTime), session.locale);
+    } catch (const RuntimeError&) {
+        *time = {};
+    }
 }
 
 // A level rounded to two decimals as its text "0.00" would be: halves away from zero; 0 for what is not finite.
@@ -355,7 +361,7 @@ void decodeSummary(clsLog& log, std::string_view bytes, const BinaryLayout& layo
     if (layout.summaryOverload != kNoOverload) {
         log.IsLoggingOverLoaded = wireNumber(bytes, layout.summaryOverload, 2) != 0;
     }
-    if (!layout.isHalcyr) log.TWACumA.CalcValue(CalcTWACumA(log));
+    if (!layout.isHalcyr) updateTWA(log);
 }
 
 std::string askCount() {

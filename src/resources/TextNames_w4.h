@@ -4,4 +4,5 @@
 
 namespace kestrane::Text {
 inline constexpr Id EveryIntervalExcluded = Id(9461);
+inline constexpr Id LogNotRecalculated = Id(9499);
 }

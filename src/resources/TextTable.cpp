@@ -1193,6 +1193,7 @@ constexpr TextEntry Entries[] = {
     {Text::NotComparedByBand, "Not in the chart, as they do not have these bands: ^"},
     {Text::NotUpToDate, "Not up to date with the dose: ^.  A full recalculation brings it up to date."},
     {Text::EveryIntervalExcluded, "Every interval is excluded; these cumulative figures are older than that."},
+    {Text::LogNotRecalculated, "The figures of '^' could not be recalculated."},
     // Quantity labels
     {Text::Peak, "Peak"},
     {Text::Lepd, "LEP,d"},

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
 
 namespace kestrane {
@@ -219,6 +220,23 @@ TEST_F(BinaryLogsTest, BrokenLogsAreRefusedWhole) {
     EXPECT_EQ(changed(230, 0, good, 0x1C, std::int32_t{-60}), nullptr);   // interval
     EXPECT_EQ(changed(230, 0, good, 0x38, std::int32_t{70000}), nullptr); // criterion
     EXPECT_FALSE(data.hasLogs());
+}
+
+// As memory that was never written gives it, or a meter that marks what it has not measured.
+TEST_F(BinaryLogsTest, AStampOrADoseThatIsNoneCostsNoLog) {
+    const std::array<unsigned char, 6> unwritten{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+    const clsLog* log = changed(230, 0, brevikLog(false), 0x26, unwritten);
+    ASSERT_NE(log, nullptr);
+    EXPECT_EQ(log->CalibDate.Format() + log->CalibTime.hh_mm_ss(), "00:00:00");
+    EXPECT_EQ(log->LogIntervals.Count(), 2);
+    constexpr std::size_t kDose = 160 - 0x10; // from the end of the summary
+    const double dose = -5;
+    BinaryLog negative = brevikLog(false);
+    negative.Block.replace(negative.Block.size() - kDose, sizeof dose, reinterpret_cast<const char*>(&dose),
+                           sizeof dose);
+    log = download(230, 0, negative);
+    ASSERT_NE(log, nullptr);
+    EXPECT_EQ(log->DoseETCumA.Value(), -5);
 }
 
 TEST_F(BinaryLogsTest, WhatIsAnnouncedIsNotBelieved) {
