@@ -15,9 +15,10 @@ constexpr std::string_view kNote =
     R"("sha256":"","old-style":false,"for-later":false})";
 
 void work(const ScratchFolder& state, bool isNote, std::string_view content) {
-    TestSession test;
-    BackgroundServer server(test.pump);
+    static TestSession test;
+    static BackgroundServer server(test.pump);
     test.session.server = &server;
+    test.messages.Boxes.clear();
     test.session.StateFolder = state.path("");
     const std::string copy = state.write("recovery/left/1.xml", isNote ? "<KESTRANE/>" : content);
     state.write("recovery/left/1.json", isNote ? content : kNote);

@@ -13,9 +13,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace kestrane::fuzz;
     static const ScratchFolder folder;
     const std::string path = folder.write("transcript.txt", {reinterpret_cast<const char*>(data), size});
-    TestSession test;
-    BackgroundServer server(test.pump, 1);
+    static TestSession test;
+    static BackgroundServer server(test.pump, 1);
     test.session.server = &server;
+    test.session.OpenFiles.clear();
+    test.messages.Boxes.clear();
     if (!RecoverDownload(test.session, path)) {
         require(test.session.OpenFiles.empty() && test.messages.Boxes.size() == 1,
                 "what cannot be recovered is told of");

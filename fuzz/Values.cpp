@@ -81,8 +81,8 @@ void times(const std::string& text, const Locale& locale) {
     clsTime time;
     unlessRaised([&] { return time.setTime(text, locale), 0; });
     unlessRaised([&] { return time.getTimeAsHours(); });
-    const std::string written = time.hh_mm_ss();
-    if (!written.empty()) {
+    const std::string written = time.hh_mm_ss(); // ":00" with minutes past their range
+    if (!time.hh_mm().empty() && !written.empty()) {
         clsTime back;
         back.setTime(written, locale);
         require(back == time, "a time reads back");

@@ -52,6 +52,21 @@ public:
     }
 };
 
+// A line that needs no time needs no rest between two looks at it either.
+class RestlessPump : public EventPump {
+public:
+    explicit RestlessPump(EventPump& pump) : pump_(pump) {}
+
+    void post(std::function<void()> event) override { pump_.post(std::move(event)); }
+
+    void yield() override { pump_.yield(); }
+
+    void wait(std::chrono::milliseconds) override { pump_.yield(); }
+
+private:
+    EventPump& pump_;
+};
+
 // Takes the logs that were not given up yet.
 class WholeLogs : public DownloadUser {
 public:
@@ -133,7 +148,8 @@ void KeptTranscript::begin() {
 
 bool RecoverDownload(Session& session, const std::string& path) {
     NoMessages messages;
-    Session reading(session.brand.CompanyName, session.locale, session.settings, messages, session.pump, session.clock);
+    RestlessPump pump(session.pump);
+    Session reading(session.brand.CompanyName, session.locale, session.settings, messages, pump, session.clock);
     reading.Options = session.Options;
     reading.server = session.server;
     std::unique_ptr<clsInsData> data;

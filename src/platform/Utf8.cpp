@@ -127,7 +127,9 @@ std::string toUtf8(std::string_view bytes) {
 
 std::string_view behindMark(std::string_view text) {
     constexpr std::string_view kMark = "\xEF\xBB\xBF";
-    return text.substr(text.starts_with(kMark) ? kMark.size() : 0);
+    while (text.starts_with(kMark))
+        text.remove_prefix(kMark.size());
+    return text;
 }
 
 std::string_view firstBytes(std::string_view utf8, std::size_t most) {

@@ -24,7 +24,7 @@ char32_t fromWindows1252(unsigned char byte);
 // Bytes of unknown encoding as UTF-8: as they are when they are valid UTF-8, else converted from Windows-1252.
 std::string toUtf8(std::string_view bytes);
 
-// The text without the byte order mark that some editors write in front of UTF-8.
+// The text without the byte order mark that some editors write in front of UTF-8, or several, as tools add one each.
 std::string_view behindMark(std::string_view text);
 
 // The longest beginning of a text that takes at most most bytes and ends between two characters.
