@@ -50,6 +50,8 @@ public:
         out_.Strategy = group_.Strategy;
         out_.U2 = group_.Instrument == Meter::Class1 ? kClass1Uncertainty : kOtherUncertainty;
         out_.U3 = kPositionUncertainty;
+        if (group_.Workers && *group_.Workers < 1)
+            warnings_.bad({}, Text::WarnWorkersCannotBe, std::to_string(*group_.Workers));
         if (group_.Strategy == Strategy::Task) {
             byTasks();
         } else {
@@ -197,8 +199,7 @@ private:
     }
 
     void checkMeasuredTime(const Figure& hours) {
-        if (!group_.Workers) return;
-        if (*group_.Workers < 1) return warnings_.bad({}, Text::WarnWorkersCannotBe, std::to_string(*group_.Workers));
+        if (!group_.Workers || *group_.Workers < 1) return;
         const double least = minimumMeasuredHours(*group_.Workers);
         if (!hours || *hours >= least - kSmall) return;
         warnings_.add("measured-time", {},

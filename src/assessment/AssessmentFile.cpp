@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <iterator>
 #include <limits>
+#include <set>
 #include <span>
 
 namespace kestrane {
@@ -293,8 +294,14 @@ std::string placeOf(std::string_view text, std::size_t byte) {
 Assessment assessmentOfText(std::string_view text) {
     Json json;
     try {
-        json = Json::parse(text, [](int depth, Json::parse_event_t, const Json&) {
+        std::vector<std::set<std::string>> keys; // of the objects that are open
+        json = Json::parse(text, [&keys](int depth, Json::parse_event_t event, const Json& part) {
             if (depth > kDeepest) refuse("$", "it is nested too deeply");
+            if (event == Json::parse_event_t::object_start) keys.emplace_back();
+            if (event == Json::parse_event_t::object_end) keys.pop_back();
+            const bool isTwice =
+                event == Json::parse_event_t::key && !keys.back().insert(part.get<std::string>()).second;
+            if (isTwice) refuse("$", "'" + part.get<std::string>() + "' stands twice in one object");
             return true;
         });
     } catch (const Json::parse_error& error) {

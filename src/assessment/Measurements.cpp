@@ -17,7 +17,7 @@ const AssessmentProtector* lookedFor(const AssessmentGroup& group) {
 }
 
 MeasuredWith instrumentOf(const clsFile& file, const clsLog& log) {
-    MeasuredWith with{log.InsName, {}, log.CalibDate, log.FactoryCalibDate};
+    MeasuredWith with{log.InsName, {}, log.CalibDate, log.FactoryCalibDate, log.UserCalibration};
     for (const auto& data : file.InstrumentDatas)
         forEachLog(*data, [&](const clsLog& other) {
             if (&other == &log) with.Serial = data->InsSerial;

@@ -20,6 +20,7 @@ namespace kestrane {
 struct MeasuredWith {
     std::string Name, Serial;
     clsDate Calibrated, FactoryDue;
+    kestrane::Calibration Calibration; // around the measurement
 
     bool operator==(const MeasuredWith&) const = default;
 };

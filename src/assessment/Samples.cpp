@@ -1,5 +1,8 @@
 #include "assessment/Samples.h"
 
+#include "assessment/AssessmentEdits.h"
+#include "calc/CalibrationText.h"
+#include "model/Captions.h"
 #include "platform/Format.h"
 #include "resources/TextNames_w1.h"
 
@@ -37,9 +40,18 @@ bool isDuration(double hours) {
 
 void Warnings::add(std::string_view code, const std::optional<std::string>& task, Text::Id text,
                    const std::string& first, const std::string& second) {
-    AssessmentWarning warning{std::string(code), task,
-                              ReplaceText(ReplaceText(session_.LoadText(text), "*", second), "^", first)};
+    add({std::string(code), task, ReplaceText(ReplaceText(session_.LoadText(text), "*", second), "^", first)});
+}
+
+void Warnings::add(AssessmentWarning warning) {
     if (std::find(list_.begin(), list_.end(), warning) == list_.end()) list_.push_back(std::move(warning));
+}
+
+void Warnings::addCalibration(const std::optional<std::string>& task, const LogRows& rows,
+                              const Calibration& calibration) {
+    for (const std::string& words :
+         {calibrationWarning(session_, calibration), calibrationOffset(session_, calibration)})
+        if (!words.empty()) add({"calibration", task, captioned(session_, logName(rows), words)});
 }
 
 void Warnings::bad(const std::optional<std::string>& task, Text::Id text, const std::string& first,
@@ -99,6 +111,7 @@ bool SampleSource::isThere(const MeasuredLog* log, const LogRows& rows, const st
         return false;
     }
     source.Log = log->Log;
+    warnings.addCalibration(task, rows, log->Instrument.Calibration);
     return true;
 }
 

@@ -21,6 +21,9 @@ public:
     void add(std::string_view code, const std::optional<std::string>& task, Text::Id text,
              const std::string& first = {}, const std::string& second = {});
 
+    // The same with the words of the calibration of a log, when there are any.
+    void addCalibration(const std::optional<std::string>& task, const LogRows& rows, const Calibration& calibration);
+
     // The same with the code for a value that is not possible.
     void bad(const std::optional<std::string>& task, Text::Id text, const std::string& first = {},
              const std::string& second = {});
@@ -29,6 +32,8 @@ public:
     std::string number(double value) const;
 
 private:
+    void add(AssessmentWarning warning);
+
     const Session& session_;
     std::vector<AssessmentWarning>& list_;
 };

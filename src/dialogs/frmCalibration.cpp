@@ -1,7 +1,7 @@
 #include "dialogs/frmCalibration.h"
 
+#include "calc/CalibrationText.h"
 #include "dialogs/Words.h"
-#include "views/CalibrationText.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>

@@ -1,11 +1,11 @@
 #include "explorer/CalibrationEdits.h"
 
+#include "calc/CalibrationText.h"
 #include "calc/LevelOffset.h"
 #include "calc/Recalculation.h"
 #include "explorer/Edits.h"
 #include "platform/Numbers.h"
 #include "platform/Trimmed.h"
-#include "views/CalibrationText.h"
 
 #include <cmath>
 

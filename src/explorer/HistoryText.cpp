@@ -1,10 +1,10 @@
 #include "explorer/HistoryText.h"
 
+#include "calc/CalibrationText.h"
 #include "calc/ExposureTime.h"
 #include "model/LogParameters.h"
 #include "model/Speaking.h"
 #include "platform/Utf8.h"
-#include "views/CalibrationText.h"
 
 #include <array>
 

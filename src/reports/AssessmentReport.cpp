@@ -8,7 +8,7 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kMostLines = 12;       // of one text
+constexpr std::size_t kMostLines = 1000;     // of one text, so that a list of samples is there whole
 constexpr std::size_t kMostParagraphs = 100; // of the company's own words
 constexpr double kRoomToSign = 0.9;          // above a line to sign on
 constexpr double kSignWidth = 8;
@@ -97,6 +97,7 @@ void AssessmentReport::placeLines(const ReportBlock& block) {
         makeRoom(static_cast<double>(lines.size()) * line_);
         place(body.Left, row[0], kBodyFont);
         for (const std::string& line : lines) {
+            makeRoom(line_);
             place(left, line, kBodyFont);
             top_ += line_;
         }
@@ -152,21 +153,22 @@ void AssessmentReport::placeTable(const ReportBlock& block) {
                 wrappedText(metrics_, printableText(row[column]), widths[column] - gap, kBodyFont, kMostLines));
             most = std::max(most, cells.back().size());
         }
-        if (top_ + static_cast<double>(most) * line_ > frame_.body().Bottom) {
+        // A row stays together where that is possible; one that is longer than a page goes on over the next ones.
+        const auto breakPage = [&](std::size_t lines) {
+            if (top_ + static_cast<double>(lines) * line_ <= frame_.body().Bottom) return;
             newPage();
             placeCaptions(block, widths);
-        }
-        const double top = top_;
-        double left = frame_.body().Left;
-        for (std::size_t column = 0; column < cells.size(); ++column) {
-            top_ = top;
-            for (const std::string& line : cells[column]) {
-                place(left, line, kBodyFont);
-                top_ += line_;
+        };
+        breakPage(most);
+        for (std::size_t line = 0; line < most; ++line) {
+            breakPage(1);
+            double left = frame_.body().Left;
+            for (std::size_t column = 0; column < cells.size(); ++column) {
+                if (line < cells[column].size()) place(left, cells[column][line], kBodyFont);
+                left += widths[column];
             }
-            left += widths[column];
+            top_ += line_;
         }
-        top_ = top + static_cast<double>(most) * line_;
     }
 }
 

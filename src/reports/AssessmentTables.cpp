@@ -1,6 +1,7 @@
 #include "reports/AssessmentTables.h"
 
 #include "assessment/AssessmentShown.h"
+#include "calc/CalibrationText.h"
 #include "model/Acoustics.h"
 #include "model/Captions.h"
 #include "platform/Format.h"
@@ -87,6 +88,9 @@ private:
         for (const auto& [of, date] :
              {std::pair(Text::CalibratedOn, &with.Calibrated), {Text::FactoryDueOn, &with.FactoryDue}})
             if (const std::string day = LongDate(session_, *date); !day.empty()) words += ", " + heading(of, day);
+        for (const std::string& noted :
+             {calibrationLevels(session_, with.Calibration), calibrationOffset(session_, with.Calibration)})
+            if (!noted.empty()) words += ", " + noted;
         return words;
     }
 

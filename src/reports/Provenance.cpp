@@ -1,5 +1,6 @@
 #include "reports/Provenance.h"
 
+#include "calc/CalibrationText.h"
 #include "calc/ExposureTime.h"
 #include "model/Captions.h"
 #include "model/LogParameters.h"
@@ -8,7 +9,6 @@
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 #include "platform/Utf8.h"
-#include "views/CalibrationText.h"
 #include "views/HistoryTable.h"
 #include "views/RowTimes.h"
 

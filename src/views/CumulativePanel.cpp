@@ -1,6 +1,7 @@
 #include "views/CumulativePanel.h"
 
 #include "calc/BandLevels.h"
+#include "calc/CalibrationText.h"
 #include "calc/ExposureTime.h"
 #include "calc/Recalculation.h"
 #include "model/Captions.h"
@@ -8,7 +9,6 @@
 #include "model/LogTime.h"
 #include "model/Session.h"
 #include "platform/Format.h"
-#include "views/CalibrationText.h"
 
 #include <algorithm>
 #include <array>

@@ -1,11 +1,11 @@
 #include "views/LogWarnings.h"
 
+#include "calc/CalibrationText.h"
 #include "calc/Recalculation.h"
 #include "model/Captions.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
 #include "resources/TextNames_w4.h"
-#include "views/CalibrationText.h"
 
 #include <algorithm>
 

@@ -191,6 +191,7 @@ TEST(Assess, EachWarningOnce) {
         {"bad-value:b ", true, range(2.7, 4)},
         {"", true, range(8.0 / 3, 8.0 / 3)},
         {"bad-value ", true, day(-1)},
+        {"bad-value ", true, [](Assessed& a) { a.group.Workers = 0; }},
         {"bad-value ", false, [](Assessed& a) { a.group.Tasks.clear(); }},
         {"bad-value ", true,
          [](Assessed& a) {
@@ -251,6 +252,18 @@ TEST(Assess, RowsOfALogAreItsEnergyMean) {
     EXPECT_EQ(a.codes().find("rows-twice"), std::string::npos);
     a.group.Samples[0] = rowsOf(1, 2);
     EXPECT_NE(a.codes().find("rows-twice"), std::string::npos);
+}
+
+TEST(Assess, WhatTheCalibrationDidIsToBeConsidered) {
+    Assessed a{80};
+    a.log->UserCalibration = {9400, 9300, 100};
+    a.group.Tasks = {task("t", 8, {rowsOf(), 80.0, 80.0})};
+    const auto warnings = a.result().Warnings;
+    ASSERT_EQ(a.codes(), "calibration:t calibration:t no-c-peak edition ");
+    EXPECT_EQ(warnings[0].Text, "a.xml, L1I1F1: The calibration drifted by -1.0 dB, which is more than 0.5 dB.");
+    EXPECT_EQ(warnings[1].Text, "a.xml, L1I1F1: +1.0 dB added to all levels");
+    a.log->UserCalibration = {9400, 9350, 0};
+    EXPECT_EQ(a.codes(), "no-c-peak edition ");
 }
 
 TEST(Assess, PeaksCountFromACWeightedChannelOnly) {

@@ -71,6 +71,7 @@ class AssessmentVerbs(InAFolder):
     def test_a_file_that_is_no_assessment_is_told_with_its_path(self):
         for text, told in (('{"schema": "kestrane-assessment/1", "groups": [{"name": 1}]}', "$.groups[0].name: "), ("{", "$: "),
                            ('{\n "title": \udcff}', "from line 2, column 11 on"), ('{"schema": 1e400}', "$: a number is too large"),
+                           ('{"groups": [{"name": "a", "name": "b"}]}', "$: 'name' stands twice in one object"),
                            (None, "No such file")):
             if text:
                 with open("bad.json", "w", encoding="utf-8", errors="surrogateescape") as file:

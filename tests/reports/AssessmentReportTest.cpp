@@ -68,6 +68,18 @@ TEST(AssessmentReport, SaysWhatTheGroupComesToAndLeavesRoomToSign) {
     EXPECT_GE(lastText - above, 0.8);
 }
 
+TEST(AssessmentReport, AListOfSamplesIsThereWholeHoweverLong) {
+    WelderDay day;
+    day.assessment.Groups[0].Tasks[0].Samples.assign(900, 63.5);
+    const RecordingPage page = day.drawn();
+    std::size_t levels = 0;
+    for (const DrawnText& drawn : page.texts)
+        for (std::size_t at = drawn.text.find("63.5"); at != std::string::npos; at = drawn.text.find("63.5", at + 1))
+            ++levels;
+    EXPECT_EQ(levels, 900U + 1) << "and their mean";
+    EXPECT_EQ(page.faults(), "");
+}
+
 TEST(AssessmentReport, EachGroupBeginsAPageAndALongTableGoesOnUnderItsCaptions) {
     WelderDay day;
     day.assessment.Groups.push_back(day.assessment.Groups[0]);

@@ -27,8 +27,21 @@ Signal signalOf(ActionState state) {
     return kSignals[static_cast<std::size_t>(state)];
 }
 
+// Long words may be broken anywhere, since a label is never narrower than its longest word.
 QString html(const std::string& text) {
-    return shown(text).toHtmlEscaped();
+    constexpr int kLongest = 24;
+    constexpr QChar kMayBreak(0x200B);
+    QString broken;
+    int letters = 0;
+    for (const QChar letter : shown(text)) {
+        letters = letter.isSpace() ? 0 : letters + 1;
+        if (letters > kLongest && !letter.isLowSurrogate()) {
+            broken += kMayBreak;
+            letters = 1;
+        }
+        broken += letter;
+    }
+    return broken.toHtmlEscaped();
 }
 
 QString heading(const QString& text) {

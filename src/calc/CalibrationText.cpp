@@ -1,4 +1,4 @@
-#include "views/CalibrationText.h"
+#include "calc/CalibrationText.h"
 
 #include "model/Session.h"
 #include "platform/Format.h"
@@ -25,9 +25,7 @@ std::string driftText(const Session& session, const Calibration& calibration) {
                       calibration.Drift());
 }
 
-std::string calibrationLevels(const clsLog& log) {
-    const Calibration& calibration = log.UserCalibration;
-    const Session& session = log.session();
+std::string calibrationLevels(const Session& session, const Calibration& calibration) {
     if (calibration.Before == 0 && calibration.After == 0) return {};
     const auto shown = [&](int level) {
         return level == 0 ? kNotNoted : calibrationNumber(level, false, session.locale);
@@ -38,13 +36,25 @@ std::string calibrationLevels(const clsLog& log) {
     return text;
 }
 
+std::string calibrationLevels(const clsLog& log) {
+    return calibrationLevels(log.session(), log.UserCalibration);
+}
+
+std::string calibrationOffset(const Session& session, const Calibration& calibration) {
+    const int offset = calibration.Offset;
+    return offset == 0 ? std::string() : withNumber(session, Text::CalibrationOffsetApplied, offset);
+}
+
 std::string calibrationOffset(const clsLog& log) {
-    const int offset = log.UserCalibration.Offset;
-    return offset == 0 ? std::string() : withNumber(log.session(), Text::CalibrationOffsetApplied, offset);
+    return calibrationOffset(log.session(), log.UserCalibration);
+}
+
+std::string calibrationWarning(const Session& session, const Calibration& calibration) {
+    return calibration.DriftsTooFar() ? driftText(session, calibration) : std::string();
 }
 
 std::string calibrationWarning(const clsLog& log) {
-    return log.UserCalibration.DriftsTooFar() ? driftText(log.session(), log.UserCalibration) : std::string();
+    return calibrationWarning(log.session(), log.UserCalibration);
 }
 
 } // namespace kestrane
