@@ -47,11 +47,10 @@ void Warnings::add(AssessmentWarning warning) {
     if (std::find(list_.begin(), list_.end(), warning) == list_.end()) list_.push_back(std::move(warning));
 }
 
-void Warnings::addCalibration(const std::optional<std::string>& task, const LogRows& rows,
-                              const Calibration& calibration) {
+void Warnings::addCalibration(const LogRows& rows, const Calibration& calibration) {
     for (const std::string& words :
          {calibrationWarning(session_, calibration), calibrationOffset(session_, calibration)})
-        if (!words.empty()) add({"calibration", task, captioned(session_, logName(rows), words)});
+        if (!words.empty()) add({"calibration", std::nullopt, captioned(session_, logName(rows), words)});
 }
 
 void Warnings::bad(const std::optional<std::string>& task, Text::Id text, const std::string& first,
@@ -111,7 +110,7 @@ bool SampleSource::isThere(const MeasuredLog* log, const LogRows& rows, const st
         return false;
     }
     source.Log = log->Log;
-    warnings.addCalibration(task, rows, log->Instrument.Calibration);
+    warnings.addCalibration(rows, log->Instrument.Calibration);
     return true;
 }
 

@@ -21,8 +21,8 @@ public:
     void add(std::string_view code, const std::optional<std::string>& task, Text::Id text,
              const std::string& first = {}, const std::string& second = {});
 
-    // The same with the words of the calibration of a log, when there are any.
-    void addCalibration(const std::optional<std::string>& task, const LogRows& rows, const Calibration& calibration);
+    // Adds what the calibration of a log has to say, if anything. It names the log, and so no task.
+    void addCalibration(const LogRows& rows, const Calibration& calibration);
 
     // The same with the code for a value that is not possible.
     void bad(const std::optional<std::string>& task, Text::Id text, const std::string& first = {},

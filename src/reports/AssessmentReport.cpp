@@ -36,7 +36,11 @@ AssessmentReport::AssessmentReport(const AssessmentSubject& subject, const PageM
         for (const ReportBlock& block : groupBlocks(subject, group))
             placeBlock(block);
     }
-    if (pages_.empty()) newPage();
+    if (pages_.empty()) {
+        newPage();
+        for (const ReportBlock& block : blocksWithoutGroup(subject))
+            placeBlock(block);
+    }
     if (!subject.session.Options.ReportClosing.empty()) top_ += line_;
     placeOwnWords(subject.session.Options.ReportClosing);
 }

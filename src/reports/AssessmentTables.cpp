@@ -5,6 +5,7 @@
 #include "model/Acoustics.h"
 #include "model/Captions.h"
 #include "platform/Format.h"
+#include "resources/TextNames_w1.h"
 
 namespace kestrane {
 
@@ -12,6 +13,13 @@ namespace {
 
 using Kind = enum ReportBlock::Kind;
 using Rows = std::vector<std::vector<std::string>>;
+
+Rows whereWhoWhen(const AssessmentSubject& subject) {
+    const auto text = [&](Text::Id id) { return subject.session.LoadText(id); };
+    return {{text(Text::Workplace), subject.assessment.Workplace},
+            {text(Text::Assessor), subject.assessment.Assessor},
+            {text(Text::AssessmentDate), subject.assessment.Date}};
+}
 
 class GroupBlocks {
 public:
@@ -69,15 +77,14 @@ private:
     }
 
     Rows details() const {
-        Rows rows = {{text(Text::Workplace), subject_.assessment.Workplace},
-                     {text(Text::Assessor), subject_.assessment.Assessor},
-                     {text(Text::AssessmentDate), subject_.assessment.Date},
-                     {withColon(session_, text(Text::GroupForm)), group_.Name},
+        Rows rows = whereWhoWhen(subject_);
+        rows.insert(rows.end(),
+                    {{withColon(session_, text(Text::GroupForm)), group_.Name},
                      {text(Text::WorkersLabel), group_.Workers ? std::to_string(*group_.Workers) : std::string()},
                      {text(Text::MethodOfAssessment),
                       std::string(kAssessmentEdition) + ", " + strategyText(session_, group_.Strategy)},
                      {text(Text::EffectiveDayLabel), number(group_.EffectiveDay.value_or(8), "##0.0# h")},
-                     {text(Text::MeterLabel), meterText(session_, group_.Instrument)}};
+                     {text(Text::MeterLabel), meterText(session_, group_.Instrument)}});
         for (const MeasuredWith& with : subject_.measured.instruments(group_, subject_.path))
             rows.push_back({text(Text::MeasuredWithLabel), instrument(with)});
         return rows;
@@ -219,6 +226,11 @@ private:
 };
 
 } // namespace
+
+std::vector<ReportBlock> blocksWithoutGroup(const AssessmentSubject& subject) {
+    return {{Kind::Lines, {}, {}, whereWhoWhen(subject)},
+            {Kind::Heading, subject.session.LoadText(Text::AssessmentWithoutGroup)}};
+}
 
 std::vector<ReportBlock> groupBlocks(const AssessmentSubject& subject, std::size_t group) {
     return GroupBlocks(subject, group).build();

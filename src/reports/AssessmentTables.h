@@ -32,4 +32,7 @@ struct ReportBlock {
 
 std::vector<ReportBlock> groupBlocks(const AssessmentSubject& subject, std::size_t group);
 
+// What stands in place of that when there is no group.
+std::vector<ReportBlock> blocksWithoutGroup(const AssessmentSubject& subject);
+
 } // namespace kestrane

@@ -1191,6 +1191,7 @@ constexpr TextEntry Entries[] = {
     {Text::WarnRowsTwice, "Rows ^ of * are in more than one sample, which makes the uncertainty too small."},
     {Text::NoPercentages, "Left out, as they are no percentages: ^"},
     {Text::NotComparedByBand, "Not in the chart, as they do not have these bands: ^"},
+    {Text::AssessmentWithoutGroup, "There is no group in this assessment yet."},
     {Text::NotUpToDate, "Not up to date with the dose: ^.  A full recalculation brings it up to date."},
     {Text::EveryIntervalExcluded, "Every interval is excluded; these cumulative figures are older than that."},
     {Text::LogNotRecalculated, "The figures of '^' could not be recalculated."},

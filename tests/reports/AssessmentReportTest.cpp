@@ -78,6 +78,8 @@ TEST(AssessmentReport, AListOfSamplesIsThereWholeHoweverLong) {
             ++levels;
     EXPECT_EQ(levels, 900U + 1) << "and their mean";
     EXPECT_EQ(page.faults(), "");
+    day.assessment.Groups.clear();
+    EXPECT_NE(day.text().find("Welding shop\nAssessor:\nDate:\nThere is no group"), std::string::npos) << day.text();
 }
 
 TEST(AssessmentReport, EachGroupBeginsAPageAndALongTableGoesOnUnderItsCaptions) {
