@@ -22,8 +22,13 @@ constexpr double kMostOfHeight = 0.25; // of the page's height, for each part ab
 constexpr double kLeastRows = 4;       // the fewest rows that a zoom shows
 constexpr double kDeepestZoom = 1000;  // how many times a value axis can be enlarged
 constexpr double kFewRows = 40;
-constexpr int kScaleWidth = 14; // pixels, of the bar of colours
-const QSize kSmallest(260, 180);
+constexpr int kScaleWidth = 14;  // pixels, of the bar of colours
+const QSize kSmallest(260, 180); // pixels
+constexpr int kFewestLines = 9;  // of text, in the height of the smallest chart
+constexpr int kFocus = 2;        // pixels, of the frame that shows the focus
+constexpr int kLeastPlot = 40;   // pixels: a smaller plot is not drawn
+constexpr int kPartsToSpare =
+    3; // the note, the title and the legend, in the order in which they make room for the plot
 
 QCPRange within(QCPRange part, const QCPRange& whole, double least) {
     const double size = std::clamp(part.size(), std::min(least, whole.size()), whole.size());
@@ -54,6 +59,10 @@ QString inLines(QString text, int width, const QFontMetrics& metrics) {
         text = text.mid(end).trimmed();
     }
     return lines + text;
+}
+
+void fitTitle(QCPAxis& axis, const std::string& title, int length) {
+    axis.setLabel(inLines(QString::fromStdString(title), length, QFontMetrics(axis.labelFont())));
 }
 
 } // namespace
@@ -243,12 +252,30 @@ void ChartPlot::setView(const ChartView& view) {
 }
 
 QSize ChartPlot::minimumSizeHint() const {
-    return kSmallest;
+    return kSmallest.expandedTo(QSize(0, kFewestLines * fontMetrics().height()));
 }
 
+// Where there is little room, the plot comes before the parts around it. How much the axes leave to it is known only
+// once they are laid out.
 void ChartPlot::updateLayout() {
-    if (content_) placeParts();
-    QCustomPlot::updateLayout();
+    bool hasRoom = false;
+    for (int spared = 0; !hasRoom && spared <= (isLegendWhole_ ? 0 : kPartsToSpare); ++spared) {
+        if (content_) placeParts(spared);
+        QCustomPlot::updateLayout();
+        hasRoom = body() == nullptr || std::min(body()->rect().width(), body()->rect().height()) >= kLeastPlot;
+    }
+    // In an area of less than nothing the axes would run the other way.
+    for (int i = 0; i < layerCount(); ++i)
+        layer(i)->setVisible(hasRoom);
+}
+
+// The owner has the focus, and is covered by the plot.
+void ChartPlot::paintEvent(QPaintEvent* event) {
+    QCustomPlot::paintEvent(event);
+    if (parentWidget() == nullptr || !parentWidget()->hasFocus()) return;
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), kFocus, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(rect().adjusted(kFocus / 2, kFocus / 2, -kFocus / 2, -kFocus / 2));
 }
 
 double ChartPlot::plotHeight(const QSize& size) {
@@ -269,12 +296,12 @@ std::vector<QCPLayoutElement*> ChartPlot::parts() const {
     return parts;
 }
 
-bool ChartPlot::isShown(const ChartText& text) const {
-    return !text.isEmpty() && (&text != footnote_.get() || isFootnoteShown_);
-}
-
-// Arranges the parts. Their sizes depend on that of the page, so this is done for each layout.
-void ChartPlot::placeParts() {
+// Arranges the parts, without so many of those that can be spared. Their sizes depend on that of the page, so this is
+// done for each layout.
+void ChartPlot::placeParts(int spared) {
+    const bool hasNote = spared < 1 && isFootnoteShown_ && !footnote_->isEmpty();
+    const bool hasTitle = spared < 2 && !title_->isEmpty();
+    const bool hasLegend = spared < 3 && isLegendShown_ && body() != nullptr && !legend_->isEmpty();
     for (QCPLayoutElement* part : parts()) {
         if (part->layout() != nullptr) part->layout()->take(part);
         part->setVisible(false);
@@ -285,19 +312,19 @@ void ChartPlot::placeParts() {
     const QSize page = viewport().size() - QSize(2 * kMargin, 2 * kMargin);
     const int mostHeight = static_cast<int>(page.height() * kMostOfHeight);
     QSize room = page;
-    for (ChartText* text : {title_.get(), footnote_.get()}) {
-        if (!isShown(*text)) continue;
+    for (const auto& [text, isShown] : {std::pair(title_.get(), hasTitle), std::pair(footnote_.get(), hasNote)}) {
+        if (!isShown) continue;
         text->fit(page.width(), mostHeight);
         room.rheight() -= text->minimumSize().height() + kSpacing;
     }
     auto* const middle = new QCPLayoutGrid; // the layout owns it
     middle->setColumnSpacing(kSpacing);
-    if (isShown(*title_)) place(title_.get(), *plotLayout());
+    if (hasTitle) place(title_.get(), *plotLayout());
     place(middle, *plotLayout());
     // Without it the grid would be empty and leave no width for the texts.
     place(body() != nullptr ? body() : new QCPLayoutElement(this), *middle);
     if (scale_) place(scale_.get(), *middle);
-    if (body() != nullptr && isLegendShown_ && !legend_->isEmpty()) {
+    if (hasLegend) {
         if (isLegendBeside(room)) {
             legend_->fitBeside(room.height());
             room.rwidth() -= legend_->minimumSize().width() + kSpacing;
@@ -308,7 +335,7 @@ void ChartPlot::placeParts() {
             place(legend_.get(), *plotLayout());
         }
     }
-    if (isShown(*footnote_)) place(footnote_.get(), *plotLayout());
+    if (hasNote) place(footnote_.get(), *plotLayout());
     if (axisRect_) fitLabels(room);
 }
 
@@ -324,10 +351,12 @@ void ChartPlot::fitLabels(const QSize& room) {
     const bool hasSecondary = content_->data.HasSecondaryAxis;
     const int sides = (hasSecondary ? 2 : 1) * 4 * metrics.height() + 2 * kMargin;
     const int width = std::max(1, room.width() - sides);
+    const int height = std::max(1, room.height() - 4 * metrics.height());
     if (times_) times_->fit(width, metrics);
     rows.setTickLabelRotation(times_ ? 0 : categories_->fit(rows.range(), width, metrics));
-    rows.setLabel(inLines(QString::fromStdString(content_->data.CategoryTitle), width, QFontMetrics(rows.labelFont())));
-    const int height = std::max(1, room.height() - 4 * metrics.height());
+    fitTitle(rows, content_->data.CategoryTitle, width);
+    fitTitle(*axisRect_->axis(QCPAxis::atLeft), content_->data.PrimaryTitle, height);
+    fitTitle(scale_ ? *scale_->axis() : *axisRect_->axis(QCPAxis::atRight), content_->data.SecondaryTitle, height);
     primaryValues_->fit(height, metrics);
     if (bands_) bands_->fit(height, metrics);
     secondaryValues_->fit(height, metrics);

@@ -55,6 +55,7 @@ public:
 
 protected:
     void updateLayout() override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void clearContent();
@@ -67,8 +68,7 @@ private:
     QCPLayoutElement* body() const;
 
     std::vector<QCPLayoutElement*> parts() const;
-    bool isShown(const ChartText& text) const;
-    void placeParts();
+    void placeParts(int spared);
     bool isLegendBeside(const QSize& room) const;
     void fitLabels(const QSize& room);
 

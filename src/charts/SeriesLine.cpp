@@ -16,6 +16,7 @@ SeriesLine::SeriesLine(QCPAxis* rows, QCPAxis* values, const ChartContent& conte
                        const ChartLooks& looks) :
     SeriesPlot(rows, values, content, drawn),
     labelColor_(looks.QuietText),
+    background_(looks.Background),
     labelFont_(looks.font(content.data.AxisFont)) {
     setPen(looks.linePen(content, drawn));
     marks_ = SeriesMarks::of(content, drawn, looks);
@@ -124,10 +125,13 @@ void SeriesLine::drawLabel(QCPPainter* painter) const {
     while (between * static_cast<double>(every) < metrics.height() && every < content_.data.ReferenceSeries)
         every *= 2;
     if (drawn_ % every != 0) return;
+    const double behind = mKeyAxis->coordToPixel(static_cast<double>(values().size()) - 1) + kLabelGap;
+    const int width = metrics.horizontalAdvance(mName);
+    const double last = mKeyAxis->axisRect()->right() - width - 1.0;
+    const QRectF place(std::min(behind, last), yOf(drawn_) - metrics.height() / 2.0, width, metrics.height());
+    if (last < behind) painter->fillRect(place, background_); // on the end of the line, which it interrupts
     painter->setFont(labelFont_);
     painter->setPen(QPen(labelColor_));
-    const double x = mKeyAxis->coordToPixel(static_cast<double>(values().size()) - 1) + kLabelGap;
-    const QRectF place(x, yOf(drawn_) - metrics.height() / 2.0, mKeyAxis->axisRect()->right() - x, metrics.height());
     painter->drawText(place, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextDontClip, mName);
 }
 

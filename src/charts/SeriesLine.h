@@ -23,7 +23,7 @@ private:
     void drawMarks(QCPPainter* painter, std::size_t begin, std::size_t end) const;
     void drawLabel(QCPPainter* painter) const;
 
-    QColor labelColor_;
+    QColor labelColor_, background_;
     QFont labelFont_;
     std::optional<SeriesMarks> marks_;
 };

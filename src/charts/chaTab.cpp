@@ -79,7 +79,7 @@ void chaTab::setChart(ChartData chart) {
     isLegendShown_ = chart.HasLegend;
     content_ = std::make_shared<const ChartContent>(std::move(chart));
     marked_ = MarkedRange(content_->data.RowCount);
-    spokenRange_.clear();
+    spokenFirst_.clear();
     drawAnew();
     setAccessibleName(QString::fromStdString(content_->data.Title));
     tellDescription(*this);
@@ -97,7 +97,7 @@ void chaTab::drawAnew() {
 }
 
 QString chaTab::spokenDescription() const {
-    if (!spokenRange_.isEmpty()) return spokenRange_;
+    if (!spokenFirst_.isEmpty()) return spokenFirst_;
     QStringList reading = readOut();
     reading.removeAll(QString());
     if (!reading.isEmpty()) return reading.join(", ");
@@ -111,7 +111,7 @@ void chaTab::readAt(std::optional<std::size_t> row) {
 void chaTab::readAt(std::optional<std::size_t> row, std::size_t band) {
     if (row == plot_->readOut().row() && band == plot_->readOut().band()) return;
     plot_->readOut().show(row, band);
-    spokenRange_.clear();
+    spokenFirst_.clear();
     tellDescription(*this);
     emit RowRead();
 }
@@ -218,6 +218,16 @@ void chaTab::changeEvent(QEvent* event) {
 bool chaTab::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Leave && plot_->hasAxes()) readAt({});
     return QWidget::eventFilter(watched, event);
+}
+
+void chaTab::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    plot_->update();
+}
+
+void chaTab::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    plot_->update();
 }
 
 void chaTab::press(const QMouseEvent& event) {
@@ -418,13 +428,13 @@ void chaTab::markRows(std::size_t first, std::size_t last) {
 
 void chaTab::clearMarked() {
     marked_.clear();
-    spokenRange_.clear();
+    spokenFirst_.clear();
     showMarked();
     emit RangeMarked();
 }
 
-void chaTab::tellRange(const QString& spoken) {
-    spokenRange_ = spoken;
+void chaTab::tellFirst(const QString& spoken) {
+    spokenFirst_ = spoken;
     tellDescription(*this);
 }
 
@@ -449,8 +459,8 @@ void chaTab::stepBand(int bands) {
 // Moves the read-out to a row, or to the nearest one that exists.
 void chaTab::goToRow(double row) {
     row = std::clamp(row, 0.0, static_cast<double>(content_->data.RowCount) - 1);
+    bringIntoView(row); // first, as the owner may say what is in view then
     readAt(static_cast<std::size_t>(row));
-    bringIntoView(row);
 }
 
 // Scrolls when a row is not in view.

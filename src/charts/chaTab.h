@@ -13,7 +13,7 @@
 // the range when there is no read-out.
 //
 // A screen reader gets the title as the chart's name and, as its description, what the owner says of the range that was
-// just marked, the read-out while there is one, else the summary of the chart.
+// just marked or of the part just zoomed to, the read-out while there is one, else the summary of the chart.
 #pragma once
 
 #include "charts/ChartPlot.h"
@@ -72,7 +72,7 @@ public:
     void markRows(std::size_t first, std::size_t last); // and scrolls to the first; tells RangeMarked
     void clearMarked();                                 // tells RangeMarked
 
-    void tellRange(const QString& spoken); // what is said of the range until the user reads a row
+    void tellFirst(const QString& spoken); // what is said, of a range or of the view, until the user reads a row
 
     // The visible part in colours for paper. size is in pixels; with a ratio of 2 there are twice as many each way.
     QImage picture(const QSizeF& size, double ratio = 1) const;
@@ -103,6 +103,8 @@ signals:
 protected:
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -136,7 +138,7 @@ private:
     bool isMarkable_ = false;
     bool isMarking_ = false; // an end of the range follows the pointer
     MarkedRange marked_;
-    QString spokenRange_; // empty when something else is to be said
+    QString spokenFirst_; // empty when something else is to be said
 };
 
 } // namespace kestrane

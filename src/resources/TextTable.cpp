@@ -2,6 +2,7 @@
 
 #include "resources/TextNames_w1.h"
 #include "resources/TextNames_w4.h"
+#include "resources/TextNames_w5.h"
 
 #include <algorithm>
 #include <iterator>
@@ -702,12 +703,12 @@ constexpr TextEntry Entries[] = {
     {Text::ExportTickAll, "&All"},
     {Text::ExportTickNone, "&None"},
     {Text::ExportPreviewLabel, "First &rows:"},
-    {Text::ExportCounts, "^ lines, * columns"},
+    {Text::ExportCounts, "Lines: ^, columns: *"},
     {Text::ExportNameLabel, "&Save as:"},
     {Text::ExportBrowse, "&Browse..."},
     {Text::ExportButton, "&Export"},
     {Text::Exporting, "Line ^ of *"},
-    {Text::ExportDone, "^ lines were written to '*'"},
+    {Text::ExportDone, "Lines written to '*': ^"},
     {Text::ExportAskReplace, "'^' exists already. Do you want to replace it?"},
     {Text::ExportAllLogsName, "all logs"},
     {Text::ExportSummaryName, "summary"},
@@ -974,14 +975,14 @@ constexpr TextEntry Entries[] = {
     {Text::WindowLabel, "&Window, min:"},
     {Text::WindowLoudest, "&Loudest"},
     {Text::WindowQuietest, "&Quietest"},
-    {Text::NoSuchWindow, "No stretch without a gap lasts ^ minutes."},
+    {Text::NoSuchWindow, "No stretch without a gap lasts ^ min."},
     {Text::CommandEvents, "E&vents..."},
     {Text::EventsTitle, "Events of ^"},
     {Text::EventLevel, "Le&vel, dB:"},
     // Exposure by the standards: criteria, limits, warnings
     {Text::IntervalsNotReadAll, "Some intervals of '^' could not be read."},
     {Text::EventSeconds, "For at &least, s:"},
-    {Text::EventsSummary, "^ events, * in all, # of the sound energy"},
+    {Text::EventsSummary, "Events: ^, * in all, # of the sound energy"},
     {Text::CommandDistribution, "&Distribution..."},
     {Text::DistributionTitle, "Distribution of ^"},
     {Text::ClassWidth, "Class &width, dB:"},
@@ -1194,6 +1195,13 @@ constexpr TextEntry Entries[] = {
     {Text::AssessmentWithoutGroup, "There is no group in this assessment yet."},
     {Text::NotUpToDate, "Not up to date with the dose: ^.  A full recalculation brings it up to date."},
     {Text::EveryIntervalExcluded, "Every interval is excluded; these cumulative figures are older than that."},
+    {Text::LacksIntervals, "This log has no intervals."},
+    {Text::LacksBands, "This log has no octave bands."},
+    {Text::LacksLevelsForProtectors, "This log has no levels that a hearing protector could be calculated with."},
+    {Text::ReportsDoseOnly, "This instrument reports nothing but a dose."},
+    {Text::IntervalLeftOut, "left out of the calculations"},
+    {Text::IntervalOverloaded, "overload"},
+    {Text::PartInView, "In view: ^ to *."},
     {Text::LogNotRecalculated, "The figures of '^' could not be recalculated."},
     // Quantity labels
     {Text::Peak, "Peak"},

@@ -1,5 +1,6 @@
 #include "views/ChartSummary.h"
 
+#include "resources/TextNames_w5.h"
 #include "views/LevelMap.h"
 
 #include <algorithm>
@@ -88,6 +89,13 @@ std::string chartSummary(const Session& session, const ChartData& chart) {
     }
     add(chart.Footnote);
     return summary;
+}
+
+std::string partInView(const Session& session, const ChartData& chart, std::size_t first, std::size_t last) {
+    const bool isWhole = first == 0 && last + 1 >= chart.RowCount;
+    if (isWhole || last >= chart.RowCount || chart.RowName(first).empty()) return {};
+    return ReplaceText(ReplaceText(session.LoadText(Text::PartInView), "*", chart.RowName(last)), "^",
+                       chart.RowName(first));
 }
 
 } // namespace kestrane

@@ -13,4 +13,8 @@ namespace kestrane {
 // footnote. Curves to compare with are left out.
 std::string chartSummary(const Session& session, const ChartData& chart);
 
+// Which rows are in view, by the names of the first and the last, counted from 0. Empty when all of them are, or when
+// they have no names.
+std::string partInView(const Session& session, const ChartData& chart, std::size_t first, std::size_t last);
+
 } // namespace kestrane

@@ -242,6 +242,36 @@ TEST(ChartDrawing, SmallestWindowsAndEmptyChartsAreDrawn) {
     EXPECT_FALSE(ShownChart(ChartData()).image().isNull());
 }
 
+TEST(ChartDrawing, ThePlotComesBeforeThePartsAroundItAndIsNeverUpsideDown) {
+    ChartData chart = chartOf(ChartShape::Line, {{60, 60}, {70, 70}});
+    chart.PrimaryTitle = "Sound pressure level of the band, dB re 20 µPa";
+    chart.Footnote = "Kerb of the ring road";
+    const ShownChart shown(chart);
+    for (const int height : {20, 50, 80, 150, 200}) {
+        const QImage image = shown.plot->toPixmap(400, height).toImage();
+        const bool isDrawn = countOf(image, colorOf(chart, 0)) > 0;
+        EXPECT_EQ(isDrawn, height > 100) << height;
+        EXPECT_TRUE(!isDrawn || shown.at(0, 70).y() + 5 < shown.at(0, 60).y()) << height;
+    }
+    EXPECT_TRUE(shown.plot->axisRect()->axis(QCPAxis::atLeft)->label().contains('\n'));
+}
+
+TEST(ChartDrawing, ANumberBehindALineIsWholeHoweverNarrowTheChart) {
+    ChartData chart = chartOf(ChartShape::Line, {{20, 20}, {80, 80}, {50, 50}});
+    chart.ReferenceSeries = 2;
+    for (ChartSeries& series : chart.Series)
+        series.Label = "WWWWWWWW";
+    const ShownChart shown(chart);
+    const auto ink = [&](int width) {
+        const QImage image = shown.plot->toPixmap(width, 400).toImage();
+        const QRect frame = shown.plot->axisRect()->rect();
+        const QRect label(frame.right() - 80, shown.at(1, 80).y() - 8, 78, 7); // above the line
+        return countWhere(image.copy(label),
+                          [part = image.copy(label)](int x, int y) { return qGray(part.pixel(x, y)) < 200; });
+    };
+    EXPECT_GT(ink(240), ink(1000) * 4 / 5);
+}
+
 // A chart in 3D of a series in front and one behind it, each with its values or without any.
 ChartData inFrontOfEachOther(ChartShape shape, bool hasFront, bool hasBack) {
     const std::vector<float> front = {60, 62, 61, 64};

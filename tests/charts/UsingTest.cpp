@@ -185,7 +185,7 @@ TEST(UsingAChart, ShiftMarksARangeWhereTheOwnerAllowsIt) {
     QTest::keyClick(&shown.tab, Qt::Key_Space);
     QTest::keyClick(&shown.tab, Qt::Key_End, Qt::ShiftModifier);
     EXPECT_EQ(marked(), std::pair(std::size_t{3}, std::size_t{479}));
-    shown.tab.tellRange("three hours");
+    shown.tab.tellFirst("three hours");
     EXPECT_EQ(shown.tab.spokenDescription(), "three hours");
     QTest::keyClick(&shown.tab, Qt::Key_Left);
     EXPECT_EQ(shown.tab.spokenDescription().left(4), "row ");

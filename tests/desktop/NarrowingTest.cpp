@@ -150,6 +150,8 @@ TEST(IntervalWizard, ExcludesARangeThatIsSavedWithTheFile) {
         return model.index(row - 1, 1).data(Qt::FontRole).value<QFont>().strikeOut();
     };
     EXPECT_TRUE(isStruckOut(61) && isStruckOut(90));
+    const QModelIndex left = desk.control<QTableView>("grdTable").model()->index(60, 1);
+    EXPECT_EQ(left.data(Qt::AccessibleDescriptionRole), "left out of the calculations");
     EXPECT_FALSE(isStruckOut(60) || isStruckOut(91));
 
     goBackTo(desk);
@@ -197,6 +199,10 @@ TEST(RangeOnTheChart, IsMeasuredExcludedZoomedAndCopied) {
     EXPECT_EQ(figure("lblRangeStart"), "Start 17/09/24 07:00:00");
     EXPECT_EQ(figure("lblRangeEnd"), "End 17/09/24 11:01:00");
     EXPECT_TRUE(chart.spokenDescription().startsWith("Start 17/09/24 07:00:00, End "));
+    desk.press(QKeySequence(Qt::Key_Plus));
+    EXPECT_TRUE(chart.spokenDescription().startsWith("In view: 17/09/24 ")) << chart.spokenDescription().toStdString();
+    desk.press(QKeySequence(Qt::Key_0));
+    EXPECT_TRUE(chart.spokenDescription().startsWith(chart.accessibleName()));
 
     desk.press(QKeySequence("Ctrl+Shift+X"));
     desk.settle();
@@ -444,7 +450,7 @@ TEST(Exports, RowsInViewAndAPictureAreWrittenAsChosen) {
     });
     desk.command("Export...").trigger();
     EXPECT_EQ(desk.bytesOf("view.csv"), "LeqA_dB\n79.3\n77\n75.9\n");
-    EXPECT_EQ(desk.panel("Status"), QString::fromStdString("3 lines were written to '" + file + "'"));
+    EXPECT_EQ(desk.panel("Status"), QString::fromStdString("Lines written to '" + file + "': 3"));
 
     const QString picture = QString::fromStdString(desk.path("view.png"));
     onDialog([&](QDialog& dialog) {

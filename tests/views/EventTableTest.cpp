@@ -23,11 +23,11 @@ TEST(EventTable, ListsEachEventWithItsShareOfTheEnergy) {
               "03/06/24 09:00:00\t00:01:00\t90.0 dB\t\t24.3 %\r\n"
               "03/06/24 09:02:00\t00:02:00\t90.0 dB\t101.5 dB\t48.7 %\r\n"
               "03/06/24 09:05:00\t00:01:00\t90.0 dB\t\t24.3 %\r\n");
-    EXPECT_EQ(events.Summary(), "3 events, 00:04:00 in all, 97.3 % of the sound energy");
+    EXPECT_EQ(events.Summary(), "Events: 3, 00:04:00 in all, 97.3 % of the sound energy");
     const EventTable longer(shown.log, rows, {85, 120});
     EXPECT_EQ(longer.RowsOf(0).From, 3);
     EXPECT_EQ(longer.RowsOf(0).To, 4);
-    EXPECT_EQ(EventTable(shown.log, rows, {91, 0}).Summary(), "0 events, 00:00:00 in all, 0.0 % of the sound energy");
+    EXPECT_EQ(EventTable(shown.log, rows, {91, 0}).Summary(), "Events: 0, 00:00:00 in all, 0.0 % of the sound energy");
 }
 
 TEST(Distribution, SaysHowLongTheLevelWasInEachClassAndAbove) {

@@ -35,7 +35,11 @@ void GraphPage::Draw(clsLog& inView) {
     if (chart_ == nullptr) {
         chart_ = new chaTab(session_.locale, [this](const ChartData& chart) { return chartSummary(session_, chart); });
         chart_->setObjectName("chaTab" + QString::number(tab_));
-        connect(chart_, &chaTab::ViewChanged, this, &GraphPage::ViewChanged);
+        connect(chart_, &chaTab::ViewChanged, this, [this] {
+            const auto rows = chart_->rowsInView();
+            if (rows) chart_->tellFirst(shown(partInView(session_, chart_->chart(), rows->first, rows->second)));
+            emit ViewChanged();
+        });
         kestrane::allowDragging(*chart_);
         column_->insertWidget(0, chart_, 1);
     }

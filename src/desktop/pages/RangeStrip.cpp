@@ -10,6 +10,7 @@
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QResizeEvent>
 #include <QToolButton>
 
 #include <algorithm>
@@ -35,8 +36,13 @@ QWidget* field(QLabel* label, QWidget* control) {
 
 } // namespace
 
-RangeStrip::RangeStrip(const Session& session, QWidget* parent) : QWidget(parent), session_(session) {
+RangeStrip::RangeStrip(const Session& session, QWidget* parent) : QScrollArea(parent), session_(session) {
     nameControl(*this, "fraRange", loadText(session, Text::RangeFiguresTitle));
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     hint_ = new QLabel(loadText(session, Text::RangeHint));
     hint_->setObjectName("lblRangeHint");
     hint_->setWordWrap(true);
@@ -63,12 +69,32 @@ RangeStrip::RangeStrip(const Session& session, QWidget* parent) : QWidget(parent
     buttons_ = new FlowLayout(kMargin / 2, kMargin / 2);
     buttons_->addWidget(percent_);
     buttons_->addWidget(field(labelOf(session, Text::WindowLabel, *window_), window_));
-    auto* const column = new QVBoxLayout(this);
+    auto* const content = new QWidget;
+    auto* const column = new QVBoxLayout(content);
     column->setContentsMargins(kMargin, kMargin / 2, kMargin, kMargin / 2);
     column->setSpacing(kMargin / 2);
     column->addWidget(hint_);
     column->addLayout(figures_);
     column->addLayout(buttons_);
+    setWidget(content);
+}
+
+QSize RangeStrip::sizeHint() const {
+    return {widget()->sizeHint().width(), widget()->heightForWidth(width())};
+}
+
+QSize RangeStrip::minimumSizeHint() const {
+    return {widget()->minimumSizeHint().width(), percent_->sizeHint().height() + kMargin};
+}
+
+bool RangeStrip::event(QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest) updateGeometry(); // its content has changed
+    return QScrollArea::event(event);
+}
+
+void RangeStrip::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    if (event->oldSize().width() != width()) updateGeometry();
 }
 
 void RangeStrip::ShowFigures(const std::vector<RangeFigure>& figures) {

@@ -1,11 +1,12 @@
 // The strip under the time chart: the figures of the range that is marked there, what they are asked for, and a button
-// for each command of the range. It shows what the core has decided.
+// for each command of the range. It shows what the core has decided. Where the window is too low for chart and strip,
+// the strip scrolls.
 #pragma once
 
 #include "model/Session.h"
 #include "views/RangeTable.h"
 
-#include <QWidget>
+#include <QScrollArea>
 
 #include <map>
 #include <string>
@@ -20,7 +21,7 @@ namespace kestrane {
 
 class FlowLayout;
 
-class RangeStrip : public QWidget {
+class RangeStrip : public QScrollArea {
     Q_OBJECT
 
 public:
@@ -34,8 +35,15 @@ public:
     // The length of the window that is looked for, in minutes; 0 when what was typed is no such length.
     double WindowMinutes() const;
 
+    QSize sizeHint() const override;        // the height of its content at the width that it has
+    QSize minimumSizeHint() const override; // a line of its content
+
 signals:
     void PercentChosen();
+
+protected:
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     const Session& session_;

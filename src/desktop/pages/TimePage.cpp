@@ -81,7 +81,7 @@ void TimePage::takeRange() {
     if (Marked()) state_.View.ShowsRange = true;
     showFigures();
     FollowStrip();
-    if (!figures_.empty()) chart_->tellRange(shown(spokenRange(figures_)));
+    if (!figures_.empty()) chart_->tellFirst(shown(spokenRange(figures_)));
     if (figures_.empty() == hadRange) emit Changed();
 }
 
