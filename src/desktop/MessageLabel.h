@@ -17,9 +17,11 @@ public:
         Show({});
     }
 
-    // The text is also the tool tip, and what a screen reader says: the label has no accessible name.
+    // The text is also the tool tip, and what a screen reader says: the label has no accessible name, and a description
+    // only because that of the tool tip has the marks of HTML.
     void Show(const QString& text) {
         setText(text);
+        setAccessibleDescription(text);
         setToolTip(text.isEmpty() ? text : Qt::convertFromPlainText(text)); // which is broken into lines
         setMaximumWidth(text.isEmpty() ? 1 : QWIDGETSIZE_MAX);
         fit();

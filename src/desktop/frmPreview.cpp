@@ -6,6 +6,7 @@
 #include "platform/RuntimeError.h"
 #include "printing/PdfFile.h"
 #include "printing/QtPage.h"
+#include "views/ChartSummary.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>
@@ -35,6 +36,37 @@ constexpr double kZoomStep = 1.25;
 constexpr double kSmallest = 30 / kPaperDots; // 30 to 400 pixels per inch
 constexpr double kLargest = 400 / kPaperDots;
 constexpr int kRoomBesidePage = 24;
+
+// Takes down what a page says, a line of it in each line.
+class PageWords : public PageDevice {
+public:
+    explicit PageWords(const Session& session) : session_(session) {}
+
+    QString Words() const { return shown(words_); }
+
+    void newPage() override {}
+
+    void text(double, double top, std::string_view text, const PageFont&, PageAlign) override {
+        if (!words_.empty()) words_ += top == top_ ? ", " : "\n";
+        words_ += text;
+        top_ = top;
+    }
+
+    void rule(double, double, double) override {}
+
+    double picture(const std::string&, const PageBox&) override { return 0; }
+
+    double brandPicture(const PageBox&) override { return 0; }
+
+    void chart(const ChartOnPage& chart, const PageBox& box) override {
+        text(box.Left, box.Top, chartSummary(session_, *chart.Data), {}, PageAlign::Left);
+    }
+
+private:
+    const Session& session_;
+    std::string words_;
+    double top_ = 0;
+};
 
 QString withoutMnemonic(QString text) {
     return text.remove('&');
@@ -71,7 +103,7 @@ frmPreview::frmPreview(Session& session, std::vector<PreviewChoice> choices, Pri
     setWindowTitle(withoutMnemonic(loadText(session, Text::CommandPrintPreview)).remove("..."));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     picPage_ = new QLabel;
-    nameControl(*picPage_, "picPage", loadText(session, Text::Page));
+    picPage_->setObjectName("picPage");
     picPage_->setAutoFillBackground(true);
     area_ = new QScrollArea;
     area_->setObjectName("area");
@@ -216,8 +248,21 @@ void frmPreview::showPage() {
     }
     picPage_->setPixmap(QPixmap::fromImage(image));
     picPage_->resize(size.toSize());
+    tellPage();
     cmdBack_->setEnabled(spnPage_->value() > 1);
     cmdNext_->setEnabled(spnPage_->value() < spnPage_->maximum());
+}
+
+// A screen reader says the page where the focus is.
+void frmPreview::tellPage() {
+    const auto page = static_cast<std::size_t>(spnPage_->value());
+    const std::string name = ReplaceText(session_.LoadText(Text::PageOfPages), "^", std::to_string(page));
+    const QString ofPages = shown(ReplaceText(name, "*", std::to_string(spnPage_->maximum())));
+    PageWords words(session_);
+    document_->drawPage(words, page - 1);
+    picPage_->setAccessibleName(ofPages);
+    area_->setAccessibleName(ofPages);
+    area_->setAccessibleDescription(words.Words());
 }
 
 void frmPreview::zoom(double factor) {

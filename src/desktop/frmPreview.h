@@ -67,6 +67,7 @@ private:
     QToolButton* toolButton(const char* name, Text::Id text, const char* sign);
     void layOut();
     void showPage();
+    void tellPage();
     void zoom(double factor);
     void turn(int pages);
     void savePdf();

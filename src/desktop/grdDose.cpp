@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QStyle>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -26,6 +27,10 @@ constexpr int kBar = 3; // pixels
 constexpr int kPadding = 14;
 constexpr int kFigure = 6; // characters of a computed figure
 constexpr int kTypedColumns = kExposureColumns - 1;
+
+QIcon warningSign() {
+    return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+}
 
 QVariant orNothing(bool isThere, const QVariant& value) {
     return isThere ? value : QVariant();
@@ -165,7 +170,10 @@ QVariant ExposureModel::data(const QModelIndex& index, int role) const {
         bold.setBold(true);
         return orNothing(!isOfRow, bold);
     }
+    case Qt::DecorationRole: // the ground alone would say it by its colour only
+        return orNothing(!levelNote(index).empty() || isMissing(index), warningSign());
     case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
         if (!isOfRow) return {};
         if (!levelNote(index).empty()) return shown(levelNote(index));
         if (isMissing(index)) return loadText(session_, Text::NothingThatCounts);
@@ -178,7 +186,8 @@ QVariant ExposureModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant ExposureModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (role != Qt::DisplayRole && (role != Qt::ToolTipRole || orientation != Qt::Horizontal))
+    const bool isHint = role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole;
+    if (role != Qt::DisplayRole && (!isHint || orientation != Qt::Horizontal))
         return QAbstractTableModel::headerData(section, orientation, role);
     if (orientation == Qt::Horizontal) {
         const std::string caption = exposureCaptions(session_)[static_cast<std::size_t>(section) + 1];

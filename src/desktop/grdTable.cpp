@@ -2,6 +2,7 @@
 
 #include "dialogs/Palettes.h"
 #include "dialogs/Words.h"
+#include "resources/TextNames_w5.h"
 #include "views/CaptionHints.h"
 
 #include <QApplication>
@@ -56,13 +57,17 @@ QVariant IntervalTableModel::data(const QModelIndex& index, int role) const {
             font.setStrikeOut(true);
             return font;
         }
+    case Qt::AccessibleDescriptionRole:
+        if (table_.isOverloaded(row)) return loadText(session_, Text::IntervalOverloaded);
+        return table_.isExcluded(row) ? QVariant(loadText(session_, Text::IntervalLeftOut)) : QVariant();
     default:
         return {};
     }
 }
 
 QVariant IntervalTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
+    const bool isHint = role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole;
+    if (orientation != Qt::Horizontal || (role != Qt::DisplayRole && !isHint))
         return QAbstractTableModel::headerData(section, orientation, role);
     const std::string caption = table_.caption(static_cast<std::size_t>(section));
     return shown(role == Qt::DisplayRole ? caption : captionHint(session_, caption));

@@ -71,6 +71,12 @@ constexpr std::array<Text::Id, kAllLogTabs.size()> kShortCaptions = {
     Text::ShortCumulativeGraph, Text::ShortNoiseRating,      Text::ShortCompareHPD,
     Text::ShortCumulativeData,  Text::TabExposureCalculator, Text::TabCriteria};
 
+QString hintOf(const Session& session, LogTab tab) {
+    const std::string caption = session.LoadText(tabRow(tab).Caption);
+    const std::string hint = captionHint(session, caption);
+    return shown(hint.empty() ? caption : hint);
+}
+
 // A caption that is shortened can be read in full as a tool tip, and is read out in full.
 class TabsOfLog : public QTabBar {
 public:
@@ -80,10 +86,8 @@ public:
         for (const LogTab tab : kAllLogTabs) {
             whole_.append(loadText(session, tabRow(tab).Caption));
             short_.append(loadText(session, kShortCaptions[static_cast<std::size_t>(tab)]));
-            const QString hint = shown(captionHint(session, session.LoadText(tabRow(tab).Caption)));
             addTab(whole_.back());
             setAccessibleTabName(tab, whole_.back());
-            setTabToolTip(tab, hint.isEmpty() ? whole_.back() : hint);
         }
     }
 
@@ -127,8 +131,11 @@ void tabLog::makeTabs() {
     tabs_->setDrawBase(false);
     connect(tabs_, &QTabBar::currentChanged, this, [this](int tab) {
         const clsLog* log = state_.LogInView(session_);
-        if (isSetting_ || log == nullptr || !state_.View.chooseTab(static_cast<LogTab>(tab), *log)) return;
-        tabClick();
+        if (isSetting_ || log == nullptr) return;
+        if (state_.View.chooseTab(static_cast<LogTab>(tab), *log)) return tabClick();
+        // Assistive programs can press even a tab that is disabled.
+        const QScopedValueRollback setting(isSetting_, true);
+        tabs_->setCurrentIndex(state_.View.Tab);
     });
 }
 
@@ -247,8 +254,11 @@ void tabLog::ShowControls() {
     tabs_->setVisible(log != nullptr);
     if (log == nullptr) return showNoLog();
     const TabFlags enabled = enabledTabs(*log);
-    for (const LogTab tab : kAllLogTabs)
-        tabs_->setTabEnabled(tab, enabled[static_cast<std::size_t>(tab)]);
+    for (const LogTab tab : kAllLogTabs) {
+        const bool isEnabled = enabled[static_cast<std::size_t>(tab)];
+        tabs_->setTabEnabled(tab, isEnabled);
+        tabs_->setTabToolTip(tab, isEnabled ? hintOf(session_, tab) : loadText(session_, tabRow(tab).Lack));
+    }
     tabs_->setCurrentIndex(state_.View.Tab);
     for (LogPage* page : pages_)
         if (QWidget* const bar = page->Bar(); bar != nullptr) bar->setVisible(page == &front());

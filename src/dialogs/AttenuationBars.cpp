@@ -28,7 +28,7 @@ std::array<Bar, kProtectorBands> barsOf(const clsHP& hp, bool isUS) {
 
 } // namespace
 
-AttenuationBars::AttenuationBars(QWidget* parent) : QWidget(parent) {
+AttenuationBars::AttenuationBars(QWidget* parent) : DrawnFigure(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setMinimumHeight(fontMetrics().height() * 5);
 }
@@ -43,7 +43,7 @@ void AttenuationBars::Show(const clsHP& protector, bool isUS) {
     update();
 }
 
-void AttenuationBars::paintEvent(QPaintEvent*) {
+void AttenuationBars::draw(QPainter& painter) {
     const auto bars = barsOf(protector_, isUS_);
     double scale = kLeastScale;
     for (const Bar& bar : bars)
@@ -51,7 +51,6 @@ void AttenuationBars::paintEvent(QPaintEvent*) {
     const QRectF area = QRectF(rect()).adjusted(0, 0, 0, -1);
     const auto y = [&](double level) { return area.bottom() - std::max(0.0, level) / scale * area.height(); };
 
-    QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillRect(rect(), palette().base());
     QColor quiet = palette().color(QPalette::Text);

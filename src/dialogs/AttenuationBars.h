@@ -2,13 +2,12 @@
 // a figure that does not fit the others stands out. The bars are in columns of equal width.
 #pragma once
 
+#include "dialogs/DrawnFigure.h"
 #include "protection/clsHP.h"
-
-#include <QWidget>
 
 namespace kestrane {
 
-class AttenuationBars : public QWidget {
+class AttenuationBars : public DrawnFigure {
 public:
     explicit AttenuationBars(QWidget* parent = nullptr);
 
@@ -19,7 +18,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void draw(QPainter& painter) override;
 
 private:
     clsHP protector_;

@@ -77,11 +77,14 @@ QIcon signOf(QStyle::StandardPixmap which) {
     return {sign};
 }
 
-// Gives what is pressed or chosen the height that a hand needs. With edges, it draws those of what can be pressed or
-// filled in the colour of the text: shades would not be seen.
+// How the edges of what can be pressed or filled are drawn on top of the toolkit's: not at all, in the colour of what
+// is disabled, or in the colour of the text. Shades would not be seen on dark grounds.
+enum class Edges { None, Quiet, Strong };
+
+// Gives what is pressed or chosen the height that a hand needs, and edges that are seen.
 class HandyStyle : public QProxyStyle {
 public:
-    HandyStyle(const QString& base, bool hasEdges) : QProxyStyle(QStyleFactory::create(base)), hasEdges_(hasEdges) {}
+    HandyStyle(const QString& base, Edges edges) : QProxyStyle(QStyleFactory::create(base)), edges_(edges) {}
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
         constexpr PixelMetric kHit[] = {PM_ScrollBarExtent, PM_TabBarScrollButtonWidth, PM_TitleBarButtonSize};
@@ -108,25 +111,27 @@ public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-        if (!hasEdges_) return;
-        constexpr PrimitiveElement kEdged[] = {
-            PE_FrameLineEdit,  PE_PanelButtonCommand, PE_IndicatorCheckBox, PE_FrameGroupBox,
-            PE_FrameTabWidget, PE_PanelButtonTool,    PE_FrameMenu,         PE_Frame};
+        if (edges_ == Edges::None) return;
+        constexpr PrimitiveElement kUsed[] = {PE_FrameLineEdit, PE_PanelButtonCommand, PE_IndicatorCheckBox, PE_Frame};
+        constexpr PrimitiveElement kAround[] = {PE_FrameGroupBox, PE_FrameTabWidget, PE_PanelButtonTool, PE_FrameMenu};
         const bool isRound = element == PE_IndicatorRadioButton;
-        if (isRound || std::ranges::find(kEdged, element) != std::end(kEdged)) drawEdge(*option, *painter, isRound);
+        const bool isAround = edges_ == Edges::Strong && std::ranges::find(kAround, element) != std::end(kAround);
+        if (isRound || isAround || std::ranges::find(kUsed, element) != std::end(kUsed))
+            drawEdge(*option, *painter, isRound);
     }
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
         QProxyStyle::drawControl(element, option, painter, widget);
-        const bool isTabInFront = hasEdges_ && element == CE_TabBarTabShape && option->state.testFlag(State_Selected);
+        const bool isTabInFront =
+            edges_ == Edges::Strong && element == CE_TabBarTabShape && option->state.testFlag(State_Selected);
         if (isTabInFront) drawEdge(*option, *painter, false);
     }
 
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
-        if (!hasEdges_) return;
+        if (edges_ == Edges::None) return;
         if (control == CC_ComboBox || control == CC_SpinBox || control == CC_Slider) drawEdge(*option, *painter, false);
         if (control != CC_ScrollBar) return;
         QStyleOption slider;
@@ -142,17 +147,19 @@ private:
         return item != nullptr && item->menuItemType == QStyleOptionMenuItem::Separator;
     }
 
-    static void drawEdge(const QStyleOption& option, QPainter& painter, bool isRound) {
+    void drawEdge(const QStyleOption& option, QPainter& painter, bool isRound) const {
         painter.save();
         const bool isFocused = option.state.testFlag(State_HasFocus);
-        painter.setPen(option.palette.color(isFocused ? QPalette::Highlight : QPalette::WindowText));
+        const auto group = edges_ == Edges::Quiet ? QPalette::Disabled : option.palette.currentColorGroup();
+        painter.setPen(isFocused ? option.palette.color(QPalette::Highlight)
+                                 : option.palette.color(group, QPalette::WindowText));
         painter.setBrush(Qt::NoBrush);
         const QRect edge = option.rect.adjusted(0, 0, -1, -1);
         isRound ? painter.drawEllipse(edge) : painter.drawRect(edge);
         painter.restore();
     }
 
-    const bool hasEdges_;
+    const Edges edges_;
 };
 
 } // namespace
@@ -176,8 +183,10 @@ QPalette paletteOf(Appearance appearance) {
 void showAppearance(Appearance appearance) {
     static const QString styleOfDesktop = QApplication::style()->name();
     const bool isOfSystem = appearance == Appearance::AsSystem;
-    QApplication::setStyle(
-        new HandyStyle(isOfSystem ? styleOfDesktop : QStringLiteral("Fusion"), appearance == Appearance::HighContrast));
+    const Edges edges = appearance == Appearance::HighContrast ? Edges::Strong
+                        : appearance == Appearance::Dark       ? Edges::Quiet
+                                                               : Edges::None;
+    QApplication::setStyle(new HandyStyle(isOfSystem ? styleOfDesktop : QStringLiteral("Fusion"), edges));
     QApplication::setPalette(QPalette()); // so that nothing of the appearance before is left
     QApplication::setPalette(paletteOf(appearance));
 }

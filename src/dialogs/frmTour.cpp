@@ -48,7 +48,7 @@ public:
         auto* const layout = new QVBoxLayout(this);
         layout->addWidget(picture_, 0, Qt::AlignHCenter);
         layout->addWidget(words_);
-        layout->addLayout(buttons());
+        layout->addWidget(buttons());
         layout->setSizeConstraint(QLayout::SetFixedSize);
         next_->setDefault(true); // which it can be once it is part of the dialog
         goTo(0);
@@ -66,7 +66,7 @@ protected:
     }
 
 private:
-    QLayout* buttons() {
+    QWidget* buttons() {
         const auto button = [&](Text::Id text, const char* name) {
             return pushButton(session_, text, name, loadPlainText(session_, text));
         };
@@ -76,21 +76,23 @@ private:
         connect(back_, &QPushButton::clicked, this, [this] { goTo(stop_ - 1); });
         connect(next_, &QPushButton::clicked, this, [this] { stop_ == kLast ? accept() : goTo(stop_ + 1); });
         connect(close, &QPushButton::clicked, this, &QDialog::reject);
-        auto* const row = new QHBoxLayout;
+        auto* const bar = new QWidget;
+        auto* const row = new QHBoxLayout(bar);
+        row->setContentsMargins(0, 0, 0, 0);
         row->addWidget(step_);
         row->addStretch(1);
         for (QPushButton* one : {back_, next_, close}) {
             row->addWidget(one);
             one->installEventFilter(this);
         }
-        return row;
+        return bar;
     }
 
     void goTo(int stop) {
         stop_ = std::clamp(stop, 0, kLast);
         picture_->setPixmap(QPixmap(kStops[stop_].picture));
         words_->setText(loadText(session_, kStops[stop_].words));
-        picture_->setAccessibleName(words_->text());
+        picture_->setAccessibleName(windowTitle()); // its words stand below it
         const std::string step = ReplaceText(session_.LoadText(Text::TourStep), "^", std::to_string(stop_ + 1));
         step_->setText(shown(ReplaceText(step, "*", std::to_string(kLast + 1))));
         next_->setText(loadText(session_, stop_ == kLast ? Text::TourFinish : Text::TourNext));

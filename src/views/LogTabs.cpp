@@ -3,6 +3,7 @@
 #include "calc/FreqWeight.h"
 #include "model/Session.h"
 #include "protection/ProtectorDatabase.h"
+#include "resources/TextNames_w5.h"
 #include "views/BandChart.h"
 #include "views/HPDChart.h"
 #include "views/NoiseRatingChart.h"
@@ -74,6 +75,7 @@ constexpr TabRow kTabs[kAllLogTabs.size()] = {
     {.Caption = Text::TabFullLog,
      .Figures = TabFigures::OfRows,
      .IsOf = hasRows,
+     .Lack = Text::LacksIntervals,
      .Panels = {.WholeFigures = true},
      .Chart = chartOverTime,
      .IsOverTime = true,
@@ -84,11 +86,13 @@ constexpr TabRow kTabs[kAllLogTabs.size()] = {
     {.Caption = Text::TabIntervalsTable,
      .Figures = TabFigures::OfRows,
      .IsOf = hasRows,
+     .Lack = Text::LacksIntervals,
      .Panels = {.DisplayBy = true, .ByParam = true, .Channel = true, .WholeFigures = true},
      .IsNarrowed = true},
     {.Caption = Text::TabIntervalsGraph,
      .Figures = TabFigures::OfRows,
      .IsOf = hasRows,
+     .Lack = Text::LacksIntervals,
      .Panels = {.DisplayBy = true, .ByParam = true, .Axis = true, .IntervalList = true, .WholeFigures = true},
      .Chart = chartOfRow,
      .IsNarrowed = true,
@@ -107,12 +111,14 @@ constexpr TabRow kTabs[kAllLogTabs.size()] = {
     {.Caption = Text::TabNoiseRating,
      .Figures = TabFigures::Cumulative,
      .IsOf = hasBands,
+     .Lack = Text::LacksBands,
      .Panels = {.WholeFigures = true},
      .Chart = chartOfRating,
      .SavesPicture = true},
     {.Caption = Text::TabCompareHPD,
      .Figures = TabFigures::Cumulative,
      .IsOf = canCompare,
+     .Lack = Text::LacksLevelsForProtectors,
      .Panels = {.Protector = true, .WholeFigures = true},
      .Chart = chartOfComparison,
      .CopiesValues = true},
@@ -124,6 +130,7 @@ constexpr TabRow kTabs[kAllLogTabs.size()] = {
     {.Caption = Text::TabExposureCalculator,
      .Figures = TabFigures::Exposures,
      .IsOf = hasExposures,
+     .Lack = Text::ReportsDoseOnly,
      .Panels = {.ExposureRows = true}},
     {.Caption = Text::TabCriteria, .Figures = TabFigures::OfRows, .IsOf = isAnyLog, .Panels = {}, .IsNarrowed = true},
 };

@@ -48,6 +48,7 @@ struct TabRow {
     Text::Id Caption;
     TabFigures Figures;
     bool (*IsOf)(const clsLog& log); // whether a log has this tab
+    Text::Id Lack = Text::None;      // what is said of a log that does not have it
     LogPanels Panels;                // the panels that this tab can have
     // Null when the tab is no chart.
     std::optional<ChartData> (*Chart)(const clsLog& log, const ChartChoice& choice) = nullptr;

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QIcon>
 #include <QLineEdit>
 #include <QTableView>
 
@@ -112,6 +113,14 @@ TEST(Exposures, BeginWithTheLogsRowAndAreEditedLikeASpreadsheet) {
     desk.go(3, kIncluded);
     QTest::keyClick(&desk.grid(), Qt::Key_Tab);
     EXPECT_FALSE(desk.grid().hasFocus()) << "the last cell gives the focus on";
+}
+
+TEST(Exposures, ALevelThatIsNotAWeightedIsSeenAndHeardToBe) {
+    Desk desk;
+    desk.openLog("machine-survey-octave.xml", "Compressor, idle", "Exp Calc");
+    const QModelIndex level = desk.control<QTableView>("grdDose").model()->index(0, kLeq);
+    EXPECT_TRUE(level.data(Qt::AccessibleDescriptionRole).toString().contains("not A-weighted"));
+    EXPECT_FALSE(level.data(Qt::DecorationRole).value<QIcon>().isNull()) << "not by its colour alone";
 }
 
 TEST(Exposures, RowsAreDeletedAndPasted) {

@@ -90,6 +90,9 @@ TEST(Tabs, AreDrawnWhenFirstSeenAndOnlyThoseOfTheLogCanBeReached) {
     EXPECT_EQ(desk.control<QTableView>("grdTable").model()->rowCount(), 0);
     desk.clickTab("Noise Rating");
     EXPECT_EQ(desk.tabInFront(), "Full Log");
+    desk.tabs().setCurrentIndex(eTabNoiseRating); // as an assistive program presses it
+    EXPECT_EQ(desk.tabInFront(), "Full Log");
+    EXPECT_EQ(desk.tabs().tabToolTip(eTabNoiseRating), "This log has no octave bands.");
     desk.clickTab("Cumultv (Graph)");
     EXPECT_TRUE(hasChart(desk, eTabCumulativeGraph));
     desk.clickTab("Intervals (Table)");
@@ -135,6 +138,7 @@ TEST(Table, ShowsTheRowsMarksOverloadsAndCopiesByKeyboard) {
     for (int column = 0; column < 6; ++column)
         EXPECT_EQ(cell(desk, 360, column, Qt::BackgroundRole).value<QColor>(), QColor(255, 100, 100));
     EXPECT_FALSE(cell(desk, 359, 1, Qt::BackgroundRole).isValid());
+    EXPECT_EQ(cell(desk, 360, 1, Qt::AccessibleDescriptionRole), "overload");
 
     auto& table = desk.control<QTableView>("grdTable");
     table.setFocus();

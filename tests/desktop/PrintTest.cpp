@@ -74,6 +74,8 @@ TEST(Print, ThePreviewShowsPagesAndSavesThem) {
         QTest::keyClick(&area, Qt::Key_End);
         EXPECT_EQ(number.value(), 4);
         EXPECT_NE(page.pixmap().toImage(), first);
+        EXPECT_EQ(area.accessibleName(), "Page 4 of 4");
+        EXPECT_TRUE(area.accessibleDescription().contains("Broadband 1"));
         QTest::keyClick(&area, Qt::Key_Plus);
         EXPECT_GT(page.width(), first.width());
         report.setCurrentIndex(1);

@@ -94,8 +94,7 @@ QSize ScaleView::sizeHint() const {
 }
 
 // From the top down there are the words of the level, the band with the level in it, and the axis with its marks.
-void ScaleView::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
+void ScaleView::draw(QPainter& painter) {
     painter.setRenderHint(QPainter::Antialiasing);
     const int line = fontMetrics().height();
     const double room = width() - 2.0 * kMargin;
@@ -157,8 +156,7 @@ QSize TaskBarsView::sizeHint() const {
 }
 
 // Each task has a line with its name, the bar, and the words behind the bar.
-void TaskBarsView::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
+void TaskBarsView::draw(QPainter& painter) {
     const int line = fontMetrics().height();
     int words = 0;
     for (const TaskBar& bar : bars_)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "assessment/AssessmentShown.h"
+#include "dialogs/DrawnFigure.h"
 #include "model/Session.h"
 
 #include <QScrollArea>
@@ -14,7 +15,7 @@ class QLabel;
 namespace kestrane {
 
 // LEX,8h with its band on a scale of levels, and the values that it is compared with.
-class ScaleView : public QWidget {
+class ScaleView : public DrawnFigure {
 public:
     explicit ScaleView(const Session& session);
 
@@ -22,14 +23,14 @@ public:
     QSize sizeHint() const override;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void draw(QPainter& painter) override;
 
 private:
     ExposureScale scale_;
 };
 
 // A bar for each task, as long as its share of the day.
-class TaskBarsView : public QWidget {
+class TaskBarsView : public DrawnFigure {
 public:
     explicit TaskBarsView(const Session& session);
 
@@ -37,7 +38,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void draw(QPainter& painter) override;
 
 private:
     int rowHeight() const;

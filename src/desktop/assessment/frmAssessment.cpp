@@ -44,6 +44,7 @@ class ScrolledColumn : public QScrollArea {
 public:
     explicit ScrolledColumn(QWidget* content) {
         setFrameShape(NoFrame);
+        setFocusPolicy(Qt::NoFocus); // its controls have it
         setWidgetResizable(true);
         setWidget(content);
     }

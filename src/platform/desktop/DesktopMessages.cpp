@@ -37,13 +37,13 @@ Button DesktopMessages::show(const std::string& prompt, MessageFlags flags, cons
     for (const Button button :
          buttons) { // all buttons have the same role, so that the desktop's style keeps their order
         shown.push_back(box.addButton(QString::fromStdString(caption_(button)), QMessageBox::ActionRole));
-        if (button == Button::Cancel || buttons.size() == 1) box.setEscapeButton(shown.back());
         if (button == defaultButtonOf(flags)) box.setDefaultButton(shown.back());
     }
+    box.setEscapeButton(shown.back()); // the one that does least
     box.exec();
     for (std::size_t i = 0; i < buttons.size(); ++i)
         if (shown[i] == box.clickedButton()) return buttons[i];
-    return buttons.back(); // the box was closed with the program: take the button that does least
+    return buttons.back(); // the box was closed with the program
 }
 
 } // namespace kestrane
