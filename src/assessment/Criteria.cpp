@@ -2,6 +2,7 @@
 
 #include "assessment/LogLevels.h"
 #include "assessment/Reaches.h"
+#include "calc/BandLevels.h"
 #include "calc/CriterionRules.h"
 #include "calc/Recalculation.h"
 #include "model/Acoustics.h"
@@ -124,7 +125,7 @@ private:
             (levels_.LongestRow > kLongestExact || !isSlow))
             add(ReplaceText(text(Text::BasisApproximate), "^", singleText(static_cast<float>(levels_.LongestRow))));
         if (isByB && out_.LAeq) add(text(Text::BasisChannelB));
-        if (levels_.Origin == LevelsFrom::Bands && out_.LAeq) add(text(Text::BasisBands));
+        if (levels_.Origin == LevelsFrom::Bands && out_.LAeq) add(text(nameOfLAeqFromBands(log_)));
         if (const std::string reported = reportedDose(rule); !reported.empty()) add(reported);
         return note;
     }

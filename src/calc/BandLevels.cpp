@@ -2,6 +2,7 @@
 
 #include "calc/FreqWeight.h"
 #include "model/Acoustics.h"
+#include "resources/TextNames_w3.h"
 
 #include <algorithm>
 
@@ -57,11 +58,15 @@ std::optional<double> leqFromBands(const clsLog& log, std::string_view weight) {
     return levelOfSum(energyOfBands(log, weight, 1, lastBand(log.Mode())));
 }
 
-std::vector<float> leqOfRowsFromBands(const clsLog& log, std::string_view weight) {
+Text::Id nameOfLAeqFromBands(const clsLog& log) {
+    return log.FreqWeightA().empty() ? Text::BasisUnknownBands : Text::BasisBands;
+}
+
+std::vector<float> levelsOfRowsFromBands(const clsLog& log, Quantity quantity, std::string_view weight) {
     const IntervalColumns& rows = log.LogIntervals.Columns();
     std::vector<double> energies;
     for (int band = 1; band <= lastBand(log.Mode()); ++band) {
-        const std::span<const Level> levels = rows.levels(Quantity::LeqA, band);
+        const std::span<const Level> levels = rows.levels(quantity, band);
         if (levels.empty()) continue;
         energies.resize(rows.count());
         const double offset = toWeighting(log, weight, band);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "model/clsLog.h"
+#include "resources/TextNames.h"
 
 #include <array>
 #include <optional>
@@ -29,9 +30,12 @@ double toWeighting(const clsLog& log, std::string_view weight, int band);
 // broadband log and for a log without levels.
 std::optional<double> leqFromBands(const clsLog& log, std::string_view weight);
 
-// The same of each row, from its bands, as single figures; 0 for a row without levels by band. Empty when no row has
-// any.
-std::vector<float> leqOfRowsFromBands(const clsLog& log, std::string_view weight);
+// What LAeq from bands is called: of a log of unknown weighting, the name says that its bands are taken as linear.
+Text::Id nameOfLAeqFromBands(const clsLog& log);
+
+// The level of each row, from its bands, as single figures; 0 for a row without levels by band. Empty when no row has
+// any. For Lmin and Lmax, too, it is the energy sum of the bands (instrument convention).
+std::vector<float> levelsOfRowsFromBands(const clsLog& log, Quantity quantity, std::string_view weight);
 
 // Where the A-weighted levels of a log come from.
 enum class LevelsFrom { ChannelA, ChannelB, Bands, Nowhere };

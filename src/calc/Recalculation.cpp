@@ -348,6 +348,33 @@ bool isOfAnotherExposureTime(const clsLog& log, LogChannel channel, Parameter pa
            exposureTimeOf(log, channel, parameter) == MadeWith::AnotherTime;
 }
 
+// Derives figures from the present levels, in a fixed order. With isReportedKept the dose, the dose per hour and the
+// exposure of channel A stay as the meter reported them.
+void deriveFigures(clsLog& log, bool isReportedKept) {
+    const Calculators calculate(log);
+    updateTWA(log); // from the exposure dose as it was before this pass; that is meant
+    // When the program has computed LEP,d with another exposure time, it is no longer what the meter reported.
+    const bool isLepdReported =
+        log.has(Trait::ReportsDoseOnly) && exposureTimeOf(log, kChannelA, eLepdET) != MadeWith::ExposureTime;
+    if (isLepdReported) {
+        calculate.leqFromLepd(log.LeqCumA(0), log.LepdETCumA.CalcValue());
+    } else {
+        calculate.lepd(log.LepdETCumA, log.LeqCumA(0).CalcValue(), Basis::Exposure);
+    }
+    const Channel a = channelA(log);
+    calculate.lepd(a.lepdMT, a.leq, Basis::Measured);
+    calculate.sel(a.sel, a.leq);
+    if (!isReportedKept) {
+        calculate.pa2h(a.pa2h, a.leq);
+        calculate.dose(a.doseET, a.leq, Basis::Exposure);
+        calculate.doseHour(a.doseHour, a.doseMT.CalcValue());
+    } else if (a.doseET.CalcValue() != a.doseET.Value()) { // it was computed for another exposure time
+        calculate.dose(a.doseET, a.leq, Basis::Exposure);
+    }
+    calculate.dose(a.doseMT, a.leq, Basis::Measured);
+    if (log.IsChannelBOn) deriveChannelB(log, calculate);
+}
+
 bool isWeightedAorC(const std::string& weight) {
     return weight == "A" || weight == "C";
 }
@@ -373,29 +400,17 @@ void RecalcValues(clsLog& log, CalcMode iCalcMode, const std::function<void()>& 
     CompleteRecalcProcess(log);
 }
 
+void RecalcFromBands(clsLog& log) {
+    log.OverwriteStoredValues = true;
+    sumBands(log);
+    deriveFigures(log, false);
+    deriveFigures(log, false); // what a pass takes from the dose of the pass before
+    SetPlottableValues(log);
+    log.RaiseLogValuesChanged();
+}
+
 void CompleteRecalcProcess(clsLog& log) {
-    const Calculators calculate(log);
-    updateTWA(log); // from the exposure dose as it was before this pass; that is meant
-    // When the program has computed LEP,d with another exposure time, it is no longer what the meter reported.
-    const bool isLepdReported =
-        log.has(Trait::ReportsDoseOnly) && exposureTimeOf(log, kChannelA, eLepdET) != MadeWith::ExposureTime;
-    if (isLepdReported) {
-        calculate.leqFromLepd(log.LeqCumA(0), log.LepdETCumA.CalcValue());
-    } else {
-        calculate.lepd(log.LepdETCumA, log.LeqCumA(0).CalcValue(), Basis::Exposure);
-    }
-    const Channel a = channelA(log);
-    calculate.lepd(a.lepdMT, a.leq, Basis::Measured);
-    calculate.sel(a.sel, a.leq);
-    if (!keepsReportedExposure(log)) {
-        calculate.pa2h(a.pa2h, a.leq);
-        calculate.dose(a.doseET, a.leq, Basis::Exposure);
-        calculate.doseHour(a.doseHour, a.doseMT.CalcValue());
-    } else if (a.doseET.CalcValue() != a.doseET.Value()) { // it was computed for another exposure time
-        calculate.dose(a.doseET, a.leq, Basis::Exposure);
-    }
-    calculate.dose(a.doseMT, a.leq, Basis::Measured);
-    if (log.IsChannelBOn) deriveChannelB(log, calculate);
+    deriveFigures(log, keepsReportedExposure(log));
     if (log.RecalcMode == kCalcUnmarked || log.RecalcMode == kCalcFull) {
         SetPlottableValues(log);
         log.HasWholeFigures = false;

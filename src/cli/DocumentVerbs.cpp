@@ -1,3 +1,4 @@
+#include "calc/ConvertedLog.h"
 #include "calc/ExposureTime.h"
 #include "calc/FreqWeight.h"
 #include "calc/Recalculation.h"
@@ -11,6 +12,7 @@
 #include "explorer/NodeKeys.h"
 #include "model/LogParameters.h"
 #include "platform/Numbers.h"
+#include "resources/TextNames_w3.h"
 #include "views/Selection.h"
 
 #include <algorithm>
@@ -263,10 +265,19 @@ struct WeightOptions : LogArguments {
 int weight(Program& program, const WeightOptions& options) {
     const auto chosen = openToChange(program, options, options.output);
     if (!chosen) return kFailed;
-    editLog(*chosen->log, Text::StepFrequencyWeighting, [&] {
-        AdjustFreqWeight(*chosen->log, options.weight, options.withIntervals);
+    clsLog& log = *chosen->log;
+    const std::string before = log.FreqWeightA();
+    const bool isSaved = !options.output.file.empty();
+    editLog(log, Text::StepFrequencyWeighting, [&] {
+        if (isSaved) { // a document has one weighting for all of its levels
+            convertLog(log, options.weight);
+        } else {
+            AdjustFreqWeight(log, options.weight, options.withIntervals);
+        }
         return true;
     });
+    if (!isSaved && log.IsOctaveLog() && log.FreqWeightA() != before)
+        program.session.frame->Tell(program.session.LoadText(Text::OverallNotConverted));
     return finishLog(program, *chosen, options.output, options.withIntervals);
 }
 

@@ -37,8 +37,8 @@ ReportSubject frmPrint::subject() const {
     const ExplorerState& state = explorer_.State();
     const Node opened = resolve(session_, state.View.Key);
     const clsLog& log = *state.LogInView(session_);
-    return {*opened.file,           *opened.data,        log, modificationOf(*opened.log, log),
-            state.View.ShowsLegend, state.View.ShowsNote};
+    return {*opened.file,           *opened.data,         log, modificationOf(*opened.log, log),
+            state.View.ShowsLegend, state.View.ShowsNote, {},  opened.log};
 }
 
 std::unique_ptr<PagedDocument> frmPrint::report(const PageMetrics& paper, ReportForm form) const {

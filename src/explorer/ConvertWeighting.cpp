@@ -1,6 +1,7 @@
 #include "explorer/ConvertWeighting.h"
 
-#include "calc/FreqWeight.h"
+#include "calc/ConvertedLog.h"
+#include "calc/Recalculation.h"
 #include "explorer/Edits.h"
 
 namespace kestrane {
@@ -11,13 +12,14 @@ bool ConvertFrequencyWeighting(clsLog& displayed, clsLog& inView, const AskChoic
     return editLog(displayed, Text::StepFrequencyWeighting, [&] {
         const std::optional<std::string> weight = ask(session.LoadText(Text::AskWeighting), {"A", "C", "Z"}, before);
         if (!weight || *weight == before) return false;
-        Button answer = Button::No;
-        if (displayed.LogIntervals.Count() > 0)
-            answer =
-                session.ShowMessage(session.LoadText(Text::AskConvertIntervals), kButtonsYesNoCancel | kIconQuestion);
-        if (answer == Button::Cancel) return false;
-        AdjustFreqWeight(displayed, *weight, answer == Button::Yes);
-        if (&displayed != &inView) AdjustFreqWeight(inView, *weight, answer == Button::Yes);
+        const Button answer =
+            session.ShowMessage(session.LoadText(Text::AskConvertIntervals), kButtonsYesNo | kIconQuestion);
+        if (answer != Button::Yes) return false;
+        convertLog(displayed, *weight);
+        if (&displayed != &inView) {
+            convertLog(inView, *weight);
+            RecalcValues(inView, kCalcFull);
+        }
         displayed.RaiseLogValuesChanged();
         return true;
     });

@@ -167,14 +167,6 @@ std::shared_ptr<FileBytes> historyBytes(const Session& session, const std::strin
     return bytes;
 }
 
-std::uint64_t reportedFiguresOf(const clsLog& log) {
-    std::uint64_t figures = 0;
-    for (const LogChannel channel : kChannels)
-        for (const Parameter parameter : kParameters)
-            if (isAsReported(log, channel, parameter)) figures |= reportedBit(channel, parameter);
-    return figures;
-}
-
 std::vector<LogRemarks> remarksOf(const clsFile& file) {
     std::vector<LogRemarks> remarks;
     std::uint32_t position = 0;

@@ -124,6 +124,14 @@ bool isAsReported(const clsLog& log, LogChannel channel, Parameter parameter) {
            figure.CalcValue() == figure.Value();
 }
 
+std::uint64_t reportedFiguresOf(const clsLog& log) {
+    std::uint64_t figures = 0;
+    for (const LogChannel channel : kChannels)
+        for (const Parameter parameter : kParameters)
+            if (isAsReported(log, channel, parameter)) figures |= reportedBit(channel, parameter);
+    return figures;
+}
+
 clsValue intervalValue(const clsLog& log, std::int64_t row, LogChannel channel, Parameter parameter, int band) {
     const IntervalColumns& rows = log.LogIntervals.Columns();
     const auto at = static_cast<std::size_t>(row) - 1;

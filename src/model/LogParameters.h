@@ -38,6 +38,9 @@ constexpr std::uint64_t reportedBit(LogChannel channel, Parameter parameter) {
 // and saved is read back as if it had been reported; ReportedFigures tells the two apart.
 bool isAsReported(const clsLog& log, LogChannel channel, Parameter parameter);
 
+// The bits of all figures that are so.
+std::uint64_t reportedFiguresOf(const clsLog& log);
+
 // The figure of a row, counted from 1; row must be in 1..Count, which is not checked.
 clsValue intervalValue(const clsLog& log, std::int64_t row, LogChannel channel, Parameter parameter, int band);
 

@@ -31,6 +31,7 @@ struct ReportSubject {
     bool ShowsLegend = true;    // of the chart
     bool ShowsNote = true;
     std::optional<HPDComparison> Comparison{}; // with a protector, for the part of that name
+    const clsLog* Opened = nullptr;            // the log that log is a zoomed range of; null when log is the opened one
 };
 
 // Whether a form lists the intervals of a log. The default form lists them when the settings say so; a log without

@@ -45,11 +45,13 @@ std::unique_ptr<PagedDocument> protectorOf(const ReportSubject& subject, const P
     return chartOfPart(subject, eTabCompareHPD, metrics, choice, figuresLine(*subject.Comparison));
 }
 
-// A log without rows of the calculator has the one that its tab would make.
+// The exposure calculator is that of the opened log, of which a zoomed range is no day's work. A log without rows of
+// the calculator has the one that its tab would make.
 std::unique_ptr<PagedDocument> exposureOf(const ReportSubject& subject, const PageMetrics& metrics) {
-    clsLog log(subject.log.session());
-    log.Copy(subject.log, 0, 0);
-    log.DoseLogIntervals = subject.log.DoseLogIntervals; // a copy of the log swaps figures of theirs
+    const clsLog& opened = subject.Opened != nullptr ? *subject.Opened : subject.log;
+    clsLog log(opened.session());
+    log.Copy(opened, 0, 0);
+    log.DoseLogIntervals = opened.DoseLogIntervals; // a copy of the log swaps figures of theirs
     fillExposureRows(log);
     return exposurePages({subject.file, log, eTabExposureCalculator, false, metrics, true});
 }

@@ -1,6 +1,7 @@
 #include "resources/TextTable.h"
 
 #include "resources/TextNames_w1.h"
+#include "resources/TextNames_w3.h"
 #include "resources/TextNames_w4.h"
 #include "resources/TextNames_w5.h"
 
@@ -254,7 +255,9 @@ constexpr TextEntry Entries[] = {
     {Text::EntriesNotTaken, "Entries that could not be taken: ^"},
     {Text::Total, "Total"},
     {Text::ChooseAProtector, "Choose a hearing protector to compare this log with."},
-    {Text::AskConvertIntervals, "Convert the intervals, too?"},
+    {Text::AskConvertIntervals, "The bands and intervals are converted, and the overall levels are made from the "
+                                "bands.  Peak levels, overall Ln and "
+                                "levels without bands keep their weighting.~Do you wish to continue?"},
     {Text::FiguresOfWholeLog, "These cumulative figures are those of the whole log."},
     {Text::RecalculateTheRange, "&Recalculate the Range"},
     {Text::AsReported, "as reported (^)"},
@@ -1193,6 +1196,11 @@ constexpr TextEntry Entries[] = {
     {Text::NoPercentages, "Left out, as they are no percentages: ^"},
     {Text::NotComparedByBand, "Not in the chart, as they do not have these bands: ^"},
     {Text::AssessmentWithoutGroup, "There is no group in this assessment yet."},
+    // Figures that are not what their names say
+    {Text::OverallNotConverted,
+     "The bands are converted; the overall levels are not, and still have the old weighting.  In a document that is "
+     "saved, the overall levels are those of the bands."},
+    {Text::BasisUnknownBands, "LAeq from bands, taken as linear"},
     {Text::NotUpToDate, "Not up to date with the dose: ^.  A full recalculation brings it up to date."},
     {Text::EveryIntervalExcluded, "Every interval is excluded; these cumulative figures are older than that."},
     {Text::LacksIntervals, "This log has no intervals."},

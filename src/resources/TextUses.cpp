@@ -3,6 +3,7 @@
 #include <array>
 #include <iterator>
 
+#include "resources/TextNames_w3.h"
 #include "resources/TextTable.h"
 
 namespace kestrane {
@@ -86,6 +87,7 @@ constexpr Text::Id kMessages[] = {
     Text::NoAvailableData,
     Text::SelectionError,
     Text::LogIsNotZWeighted,
+    Text::OverallNotConverted,
     Text::CannotFind,
     Text::LogsWentInto,
     Text::StepChangesOtherFile,

@@ -110,10 +110,10 @@ void addRunning(ChartData& chart, const clsLog& log) {
 }
 
 void addFromBands(ChartData& chart, const clsLog& log) {
-    std::vector<float> levels = leqOfRowsFromBands(log, "A");
+    std::vector<float> levels = levelsOfRowsFromBands(log, Quantity::LeqA, "A");
     if (log.FreqWeightA() == "A" || levels.empty()) return;
     std::ranges::transform(levels, levels.begin(), chartValue);
-    chart.Series.push_back({log.session().LoadText(Text::BasisBands), ChartAxis::Primary, std::move(levels)});
+    chart.Series.push_back({log.session().LoadText(nameOfLAeqFromBands(log)), ChartAxis::Primary, std::move(levels)});
 }
 
 // A switch that is not understood is off.

@@ -5,12 +5,33 @@
 #include "model/BusyFrame.h"
 #include "model/LogParameters.h"
 #include "model/LogTime.h"
+#include "model/Parameters.h"
 #include "model/Session.h"
 #include "views/Selection.h"
 
 namespace kestrane {
 
 namespace {
+
+// A copy of a range begins with what the meter reported of the whole log. The window says that its figures are those of
+// the whole log, so they must be what that shows: rows may be left out of it, and its weighting may be converted. What
+// the meter has not reported stays missing, so that it can be filled in from the rows.
+void takeShownFigures(clsLog& part, const clsLog& opened) {
+    const auto take = [](clsValue& figure, const clsValue& shown) {
+        figure.Value(shown.Value() != 0 ? shown.CalcValue() : 0);
+    };
+    const int last = lastBand(opened.Mode());
+    for (const ParameterInfo& info : parameters()) {
+        for (int band = 0; info.bands != nullptr && band <= last; ++band)
+            take((part.*info.bands)(band), (opened.*info.bands)(band));
+        for (const ParameterSource* source : {&info.A, &info.B})
+            if (source->cumulative != nullptr) take(part.*source->cumulative, opened.*source->cumulative);
+    }
+    for (int ln = 1; ln <= NumberOfLns; ++ln)
+        for (int band = 0; band <= last; ++band)
+            take(part.LnCumA(ln, band), opened.LnCumA(ln, band));
+    part.ReportedFigures = reportedFiguresOf(opened);
+}
 
 void recalculate(clsLog& log) {
     Session& session = log.session();
@@ -41,6 +62,7 @@ bool Zoom::apply(clsLog& opened) {
     }
     const bool isPart = range.From != 1 || range.To != rows;
     std::unique_ptr<clsLog> part = isPart ? makeZoom(opened, range.From, range.To) : nullptr;
+    if (isPart) takeShownFigures(*part, opened);
     clsLog& inView = isPart ? *part : opened;
     const bool isRecalculated = isPart
                                     ? session.ShowMessage(session.LoadText(Text::AskRecalculate),

@@ -121,6 +121,8 @@ TEST(Criteria, LinearBandsAreWeightedRowByRow) {
     EXPECT_NEAR(*criteria.LAeq, levelOf((energyOf(90) + energyOf(73.9)) / 2), 1e-5);
     EXPECT_NEAR(*named(criteria, "acgih").Dose, 100 * (1.0 / 60) / allowedHours(90, {85, 3}), 1e-6) << "73.9 < 80";
     EXPECT_EQ(named(criteria, "eu").Note, "LAeq from bands");
+    logged.log->FreqWeightA("");
+    EXPECT_EQ(named(criteriaOf(*logged.log, {}), "eu").Note, "LAeq from bands, taken as linear");
 }
 
 TEST(Criteria, TheDoseOfAnInstrumentStandsUnderItsOwnSettings) {

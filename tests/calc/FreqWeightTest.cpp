@@ -1,10 +1,12 @@
 #include "calc/FreqWeight.h"
+#include "calc/ConvertedLog.h"
 
 #include "TestSession.h"
 
 #include <gtest/gtest.h>
 
 #include <iterator>
+#include <utility>
 
 namespace kestrane {
 namespace {
@@ -90,6 +92,51 @@ TEST(AdjustFreqWeight, RowsAreConvertedWhenAskedFor) {
         EXPECT_EQ(octave.log.LnCumA(1, band).CalcValue(), 0);
         EXPECT_EQ(copy.LogIntervals.Columns().level(Quantity::LeqA, band, 0).CalcValue, 60);
     }
+}
+
+TEST(AdjustFreqWeight, ALevelAtTheOffsetIsNotLost) {
+    OctaveLog octave;
+    const int band = octave.log.e("63");
+    octave.log.FreqWeightA("Z");
+    octave.log.LeqCumA(band).Value(26.2F);
+    octave.log.LogIntervals.setArraySize(1);
+    IntervalColumns& rows = octave.log.LogIntervals.Columns();
+    rows.setLevel(Quantity::LeqA, band, 0, {26.2F, 26.2F});
+    for (const char* weight : {"A", "C", "Z"}) // 0 dB(A), 25.4 dB(C)
+        AdjustFreqWeight(octave.log, weight, true);
+    EXPECT_NEAR(octave.leq("63"), 26.2, 1e-3);
+    EXPECT_NEAR(rows.level(Quantity::LeqA, band, 0).CalcValue, 26.2, 1e-3);
+}
+
+// 63 Hz at 101.2 dB is 75 dB(A), 1 kHz at 75 dB the same: together 78.0103 dB(A), for 15 minutes.
+TEST(ConvertLog, OverallLevelsAndExposureFollowTheBands) {
+    OctaveLog octave;
+    clsLog& log = octave.log;
+    log.FreqWeightA("Z");
+    log.Criterion = 85;
+    log.LogIntervals.setArraySize(1);
+    IntervalColumns& rows = log.LogIntervals.Columns();
+    for (int band = 0; band <= log.e("Last"); ++band)
+        log.LeqCumA(band).Value(0);
+    for (const auto& [band, level] : {std::pair("63", 101.2F), std::pair("1k", 75.0F), std::pair("", 101.21F)}) {
+        log.LeqCumA(band).Value(level);
+        rows.setLevel(Quantity::LeqA, log.e(band), 0, {level, level});
+    }
+    log.PeakCumA.Value(120);
+    log.Interval = 900;
+    convertLog(log, "A");
+    EXPECT_NEAR(log.LeqCumA(0).CalcValue(), 78.0103, 1e-3);
+    EXPECT_EQ(log.LeqCumA(0).Value(), 101.21F);
+    EXPECT_NEAR(rows.level(Quantity::LeqA, 0, 0).CalcValue, 78.0103, 1e-3);
+    EXPECT_EQ(log.PeakCumA.CalcValue(), 120);
+    EXPECT_NEAR(log.LepdETCumA.CalcValue(), 78.0103, 1e-3); // for 8 h
+    EXPECT_NEAR(log.LepdMTCumA.CalcValue(), 62.9588, 1e-3); // 10 lg (0.25 / 8) = -15.0515
+    EXPECT_NEAR(log.DoseETCumA.CalcValue(), 19.8898, 1e-3); // 100 * 2^(-6.9897 / 3)
+    EXPECT_NEAR(log.DoseHourA.CalcValue(), 2.4862, 1e-3);   // an eighth of it
+    EXPECT_NEAR(log.TWACumA.CalcValue(), 78.0103, 1e-3);
+    convertLog(log, "Z");
+    EXPECT_NEAR(log.LeqCumA(0).CalcValue(), 101.2104, 1e-3); // 101.2 + 10 lg (1 + 10^-2.62)
+    EXPECT_EQ(log.TWACumA.CalcValue(), 0);
 }
 
 TEST(AdjustFreqWeight, NamesThatAreNoneAndTheLogsOwnChangeNothing) {

@@ -84,11 +84,11 @@ TEST(LevelOffset, ChangesADoseByTheRateThatItWasMadeWith) {
 TEST(BandLevels, GiveTheLevelOfEachRow) {
     OctaveRows octave;
     octave.log.FreqWeightA("Z");
-    EXPECT_TRUE(leqOfRowsFromBands(octave.log, "A").empty());
+    EXPECT_TRUE(levelsOfRowsFromBands(octave.log, Quantity::LeqA, "A").empty());
     octave.set(Quantity::LeqA, octave.log.e("1k"), 0, 80);
     octave.set(Quantity::LeqA, octave.log.e("125"), 0, 96.1F);
     octave.set(Quantity::LeqA, octave.log.e("4k"), 2, 70);
-    const std::vector<float> levels = leqOfRowsFromBands(octave.log, "A");
+    const std::vector<float> levels = levelsOfRowsFromBands(octave.log, Quantity::LeqA, "A");
     ASSERT_EQ(levels.size(), 3U);
     EXPECT_NEAR(levels[0], 83.0103, 1e-3) << "80 dB twice: 96.1 dB less 16.1 dB";
     EXPECT_EQ(levels[1], 0);

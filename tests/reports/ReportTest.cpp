@@ -6,6 +6,8 @@
 #include "reports/ReportLanguage.h"
 #include "views/LogWarnings.h"
 
+#include "views/Selection.h"
+
 #include <gtest/gtest.h>
 
 namespace kestrane {
@@ -336,6 +338,18 @@ TEST(Report, CarriesTheWordsOfTheCompanyAndTheChosenParts) {
     yard.session.Options.ReportIntroduction = longest;
     for (const RecordedMetrics& metrics : {Yard::kUpright, Yard::kLandscape})
         EXPECT_EQ(yard.drawn(ReportForm::Cumulative, metrics).faults(), "");
+}
+
+TEST(Report, TheExposureCalculatorOfARangeIsThatOfTheWholeLog) {
+    Yard yard;
+    const auto part = makeZoom(yard.log, 6, 10);
+    ReportSubject subject{yard.file, yard.data, *part};
+    subject.Opened = &yard.log;
+    Report report(subject, ReportForm::Cumulative, Yard::kUpright, partsOf("exposure"));
+    const RecordingPage page = recorded(report, Yard::kUpright);
+    const DrawnText* const begin = page.find("09:00:00");
+    ASSERT_NE(begin, nullptr);
+    EXPECT_EQ(page.lines(begin->page).front(), "Yard - Exp Calc");
 }
 
 TEST(Report, GivesThePlotOfManySeriesItsHeight) {

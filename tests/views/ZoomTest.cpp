@@ -1,6 +1,7 @@
 #include "views/Zoom.h"
 
 #include "ShownLog.h"
+#include "calc/Recalculation.h"
 #include "explorer/CalculationEntries.h"
 #include "explorer/ExplorerState.h"
 #include "explorer/NodeKeys.h"
@@ -96,6 +97,19 @@ TEST(Zoom, SaysWhoseFiguresItHasUntilTheyAreItsOwn) {
     window.opened->LeqCumA(0).Value(0);
     ASSERT_TRUE(window.zoom(9, 10));
     EXPECT_EQ(wholeFiguresLine(window.inView()), "") << "nothing was told";
+}
+
+TEST(Zoom, HasWhatTheWholeLogShowsNotWhatWasReported) {
+    Window window;
+    clsLog& log = *window.opened;
+    log.LeqCumA(0).CalcValue(80); // two loud rows are left out
+    log.DoseETCumA.Value(100);
+    log.DoseETCumA.CalcValue(31.5F);
+    setCriterion(log, {80, 3});
+    ASSERT_TRUE(window.zoom(9, 10));
+    EXPECT_EQ(window.inView().LeqCumA(0).CalcValue(), 80);
+    EXPECT_EQ(window.inView().DoseETCumA.CalcValue(), 31.5F);
+    EXPECT_EQ(reportedNote(window.inView(), kChannelA, eDoseET), "") << "it was computed";
 }
 
 TEST(Zoom, RefusesWhatCannotBeAndLeavesTheView) {
