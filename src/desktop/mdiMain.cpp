@@ -515,6 +515,7 @@ bool mdiMain::isHeldBack(const QObject* object) const {
 }
 
 bool mdiMain::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Show) leaveLettersToMenus(watched);
     if (isHelpAskedInDialog(watched, *event)) {
         openHelp(helpTopicOf(qobject_cast<QWidget*>(watched)));
         return true;

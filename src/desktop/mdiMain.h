@@ -81,6 +81,7 @@ private:
     void makeStatusBar();
     void showErrorColour(); // on the colours of the window
     void fillMenu(QMenu& menu, Menu which);
+    void leaveLettersToMenus(QObject* watched) const;
     void showTexts(Menu which); // the texts of its items with their mnemonics
     void showRecentFiles();
     void showSteps(); // the names of the steps that can be undone and done again

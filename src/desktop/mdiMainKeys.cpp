@@ -3,8 +3,12 @@
 #include "desktop/mdiMain.h"
 #include "dialogs/Words.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMenuBar>
 
 #include <algorithm>
 #include <set>
@@ -49,6 +53,12 @@ std::string placeOf(const Session& session, Menu menu) {
     return path;
 }
 
+// Takes the letter from the text of a control when it is one of those given.
+template <class Control>
+void dropLetter(Control& control, const QList<QKeySequence>& letters) {
+    if (letters.contains(QKeySequence::mnemonic(control.text()))) control.setText(control.text().remove('&'));
+}
+
 std::string textOf(const QList<QKeySequence>& keys) {
     QStringList texts;
     for (const QKeySequence& sequence : keys)
@@ -89,6 +99,19 @@ void mdiMain::showKeys() {
                         textOf(actions_.at(item.command)->shortcuts())});
     }
     ShowKeys(session_, std::move(rows), this);
+}
+
+// With Alt, a letter of the menu bar opens its menu, whatever the window below it shows.
+void mdiMain::leaveLettersToMenus(QObject* watched) const {
+    const auto* const widget = qobject_cast<QWidget*>(watched);
+    if (widget == nullptr || !area_->isAncestorOf(widget)) return;
+    QList<QKeySequence> letters;
+    for (const QAction* menu : menuBar()->actions())
+        letters.append(QKeySequence::mnemonic(menu->text()));
+    letters.removeAll(QKeySequence());
+    if (auto* const button = qobject_cast<QAbstractButton*>(watched); button != nullptr) dropLetter(*button, letters);
+    auto* const label = qobject_cast<QLabel*>(watched);
+    if (label != nullptr && label->buddy() != nullptr) dropLetter(*label, letters);
 }
 
 } // namespace kestrane

@@ -18,6 +18,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QRegularExpression>
@@ -348,6 +349,28 @@ TEST(EveryLanguage, GivesTheControlsOfADialogLettersOfTheirOwn) {
             EXPECT_EQ(different.size(), static_cast<std::size_t>(letters.size()))
                 << language.Name << ", " << name << ": " << letters.toStdString();
         });
+        Desk used({}, {1024, 740}, nullptr, {language, language});
+        const auto checkLetters = [&](const std::string& where) {
+            for (const QWidget* widget : used.area().currentSubWindow()->findChildren<QWidget*>()) {
+                const auto* const label = qobject_cast<const QLabel*>(widget);
+                const auto* const button = qobject_cast<const QAbstractButton*>(widget);
+                if (!widget->isVisible() || (button == nullptr && (label == nullptr || label->buddy() == nullptr)))
+                    continue;
+                const QString text = button != nullptr ? button->text() : label->text();
+                EXPECT_FALSE(titles.contains(QKeySequence::mnemonic(text).toString().section('+', 1).toLower()))
+                    << language.Name << ", " << where << ": " << text.toStdString();
+            }
+        };
+        checkLetters("start page");
+        used.open("third-octave-2000.xml");
+        used.clickNode("Third Octave 1");
+        used.press(QKeySequence("Ctrl+Shift+R")); // the strip of the range
+        for (int tab = 0; tab < used.tabs().count(); ++tab) {
+            if (tab == eTabCompareHPD) continue; // asks for a protector
+            used.tabs().setCurrentIndex(tab);
+            used.settle();
+            checkLetters(used.tabInFront().toStdString());
+        }
     }
 }
 
