@@ -201,44 +201,63 @@ def names_of(syntax):
     return [name for option in syntax["Options"] for name in option["Names"]]
 
 
-def choices_of(syntax):
-    found = {}
-    for _, verb in [((), syntax), *each_verb(syntax)]:
-        for option in verb["Options"]:
-            for name in option["Names"]:
-                if option["Choices"]:
-                    found.setdefault(name, option["Choices"])
-    return found
+def called(syntax):
+    """The words of each verb, "" for none, with the options that may stand behind them: global ones may stand anywhere."""
+    yield "", syntax["Options"], syntax["Verbs"]
+    own = [option for option in syntax["Options"] if option["Takes"] or option["Names"] not in (["-h", "--help"], ["--version"])]
+    for words, verb in each_verb(syntax):
+        yield " ".join(words), verb["Options"] + own, verb["Verbs"]
+
+
+def values_of(syntax):
+    """The global options that take a value, which is no verb."""
+    return [name for option in syntax["Options"] if option["Takes"] for name in option["Names"]]
 
 
 KEYS = r"""tree "$word" 2>/dev/null | grep -oE '"Key":"[LOT][0-9]+I[0-9]+F[0-9]+"' | cut -d'"' -f4"""
+FREE = ("TEXT", "OUT", "FOLDER")     # what is or may be the name of a file; other values are typed
 
 
 def bash(syntax):
-    verbs = {" ".join(words): verb for words, verb in each_verb(syntax)}
-    cases = "".join(f"        '{words}') words='{' '.join([sub['Name'] for sub in verb['Verbs']] + names_of(verb))}' ;;\n"
-                    for words, verb in verbs.items())
-    values = "".join(f"        {name}) COMPREPLY=($(compgen -W '{' '.join(choices)}' -- \"$now\")); return ;;\n"
-                     for name, choices in choices_of(syntax).items())
-    return f"""# Completion of kestrane-cli for bash. Made from the program's own parser.
+    options, verbs, values = "", "", {}     # of values: what is offered, and behind which words
+    for words, own, subs in called(syntax):
+        for option in own:
+            offer = ("logs=1" if "--log" in option["Names"] else f"words='{' '.join(option['Choices'])}'" if option["Choices"]
+                     else "return" if option["Takes"] in FREE else "compopt +o default 2>/dev/null; return")
+            if option["Takes"] and option["Names"]:
+                values.setdefault(offer, {}).update(dict.fromkeys("*" + quoted(" " + name) if option in syntax["Options"] else quoted(f"{words} {name}")
+                                                                  for name in option["Names"]))
+        options += f"        {quoted(words)}) words='{' '.join(name for option in own for name in option['Names'])}' ;;\n"
+        if subs:
+            verbs += f"        {quoted(words)}) words='{' '.join(sub['Name'] for sub in subs)}' ;;\n"
+    behind = "".join(f"    {'|'.join(places)}) {offer} ;;\n" for offer, places in values.items())
+    known = "|".join(quoted(" ".join(words)) for words, _ in each_verb(syntax))
+    return f"""# Completion of kestrane-cli for bash. Made from the program's own parser. Without words it offers files.
 _kestrane_cli() {{
-    local now="${{COMP_WORDS[COMP_CWORD]}}" before="${{COMP_WORDS[COMP_CWORD-1]}}" verb='' words word
-    for word in "${{COMP_WORDS[@]:1:COMP_CWORD-1}}"; do
+    local now="${{COMP_WORDS[COMP_CWORD]}}" before="${{COMP_WORDS[COMP_CWORD-1]}}" verb='' words='' logs='' word i
+    for ((i = 1; i < COMP_CWORD; ++i)); do
+        word="${{COMP_WORDS[i]}}"
         case "${{verb:+$verb }}$word" in
-        {'|'.join(f"'{words}'" for words in verbs)}) verb="${{verb:+$verb }}$word" ;;
+        {known}) verb="${{verb:+$verb }}$word" ;;
+        *) case "$word" in {'|'.join(values_of(syntax))}) ((++i)) ;; esac ;;
         esac
     done
-    case "$before" in
-{values}        --log) # the logs of the file that the call names
-            for word in "${{COMP_WORDS[@]:1}}"; do
-                [ -f "$word" ] && COMPREPLY+=($(compgen -W "$("${{COMP_WORDS[0]}}" {KEYS})" -- "$now"))
-            done
-            return ;;
-    esac
-    case "$verb" in
-{cases}        *) words='{' '.join([verb['Name'] for verb in syntax['Verbs']] + names_of(syntax))}' ;;
-    esac
-    COMPREPLY=($(compgen -W "$words" -- "$now"))
+    case "$verb $before" in
+{behind}    esac
+    if [ "$logs" ]; then # of the files that the call names; a name may be quoted
+        for word in "${{COMP_WORDS[@]:1}}"; do
+            word="${{word//[\\\\\\"\\']/}}"
+            word="${{word/#\~\//$HOME/}}"
+            [ -f "$word" ] && words+=" $("${{COMP_WORDS[0]}}" {KEYS})"
+        done
+    elif [ ! "$words" ] && [[ $now == -* ]]; then
+        case "$verb" in
+{options}        esac
+    elif [ ! "$words" ]; then
+        case "$verb" in
+{verbs}        esac
+    fi
+    [ "$words" ] && COMPREPLY=($(compgen -W "$words" -- "$now"))
 }}
 complete -o default -F _kestrane_cli kestrane-cli
 """
@@ -249,68 +268,76 @@ def quoted(text):
 
 
 def zsh(syntax):
-    def arguments(verb):
-        out = []
-        for option in verb["Options"]:
-            text = option["Description"].replace("[", "(").replace("]", ")").replace(":", ";")
-            value = ""
-            if option["Takes"]:
-                action = "(" + " ".join(option["Choices"]) + ")" if option["Choices"] else "_files"
-                value = f":{option['Takes'].lower()}:" + ("_kestrane_cli_logs" if "--log" in option["Names"] else action)
-            out += [quoted(f"{name}[{text}]{value}") for name in option["Names"]]
-        return " ".join(out)
-    cases = "".join(f"        {quoted(' '.join(words))}) _arguments {arguments(verb)} "
-                    + (f"'*:verb:({' '.join(sub['Name'] for sub in verb['Verbs'])})'" if verb["Verbs"] else "'*:file:_files'") + " ;;\n"
-                    for words, verb in each_verb(syntax))
-    verbs = " ".join(quoted(f"{verb['Name']}:{verb['Description']}") for verb in syntax["Verbs"])
+    def argument(option):
+        text = option["Description"].replace("[", "(").replace("]", ")").replace(":", ";")
+        action = ("_kestrane_cli_logs" if "--log" in option["Names"] else "(" + " ".join(option["Choices"]) + ")" if option["Choices"]
+                  else "_files" if option["Takes"] in FREE else " ")
+        value = f":{option['Takes'].lower()}:{action}" if option["Takes"] else ""
+        return " ".join(quoted(f"{name}[{text}]{value}") for name in option["Names"])
+
+    def verbs(subs):
+        return "verbs=(" + " ".join(quoted(f"{sub['Name']}:{sub['Description']}") for sub in subs) + "); " if subs else ""
+    cases = "".join(f"    {quoted(words)}) {verbs(subs)}_arguments {' '.join(filter(None, map(argument, own)))} "
+                    + ("'*:verb:{_describe verb verbs}'" if subs else "'*:file:_files'") + " ;;\n" for words, own, subs in called(syntax))
     known = "|".join(quoted(" ".join(words)) for words, _ in each_verb(syntax))
     return f"""#compdef kestrane-cli
 # Completion of kestrane-cli for zsh. Made from the program's own parser.
 _kestrane_cli_logs() {{
     local word keys
-    for word in $words[2,-1]; do
+    for word in ${{(Q)words[2,-1]}}; do
         [[ -f $word ]] && keys=(${{(f)"$($words[1] {KEYS})"}}) && compadd -a keys
     done
 }}
 _kestrane_cli() {{
-    local verb word
-    for word in $words[2,CURRENT-1]; do
+    local verb word i
+    local -a verbs
+    for ((i = 2; i < CURRENT; ++i)); do
+        word=$words[i]
         case "${{verb:+$verb }}$word" in
         {known}) verb="${{verb:+$verb }}$word" ;;
+        *) case "$word" in {'|'.join(values_of(syntax))}) ((++i)) ;; esac ;;
         esac
     done
     case "$verb" in
-{cases}        *) local -a verbs; verbs=({verbs}); _describe verb verbs; _arguments {arguments(syntax)} ;;
-    esac
+{cases}    esac
 }}
 _kestrane_cli "$@"
 """
 
 
 def fish(syntax):
-    lines = ["# Completion of kestrane-cli for fish. Made from the program's own parser.",
-             "function __kestrane_cli_logs", "    for word in (commandline -opc)",
-             f"        test -f \"$word\"; and kestrane-cli {KEYS}", "    end", "end"]
-
-    def options(verb, condition):
-        for option in verb["Options"]:
+    known = " ".join(quoted(" ".join(words)) for words, _ in each_verb(syntax))
+    lines = [f"""# Completion of kestrane-cli for fish. Made from the program's own parser.
+function __kestrane_cli_logs
+    for word in (commandline -opc)
+        test -f "$word"; and kestrane-cli {KEYS}
+    end
+end
+function __kestrane_cli_called # whether this verb is called, and none of its own
+    set -l verb
+    set -l before
+    for word in (commandline -opc)[2..-1]
+        if contains -- "$before" {' '.join(values_of(syntax))}
+            set word '' # its value
+        else if contains -- (string join -- ' ' $verb $word) {known}
+            set -a verb $word
+        end
+        set before $word
+    end
+    test "$verb" = "$argv"
+end"""]
+    for words, own, subs in called(syntax):
+        begin = f"complete -c kestrane-cli -n {quoted('__kestrane_cli_called ' + words)}"
+        lines += [f"{begin} -f -a {sub['Name']} -d {quoted(sub['Description'])}" for sub in subs]
+        for option in own:
             names = " ".join(f"-l {name[2:]}" if name.startswith("--") else f"-s {name[1:]}" for name in option["Names"])
-            if not names:
-                continue
             value = ""
             if option["Takes"]:
                 value = (" -x -a '(__kestrane_cli_logs)'" if "--log" in option["Names"]
-                         else f" -x -a {quoted(' '.join(option['Choices']))}" if option["Choices"] else " -r")
-            lines.append(f"complete -c kestrane-cli {condition}{names}{value} -d {quoted(option['Description'])}")
-
-    options(syntax, "")
-    for verb in syntax["Verbs"]:
-        lines.append(f"complete -c kestrane-cli -n __fish_use_subcommand -a {verb['Name']} -d {quoted(verb['Description'])}")
-    for words, verb in each_verb(syntax):
-        seen = "; and ".join(f"__fish_seen_subcommand_from {word}" for word in words)
-        for sub in verb["Verbs"]:
-            lines.append(f"complete -c kestrane-cli -n {quoted(seen)} -a {sub['Name']} -d {quoted(sub['Description'])}")
-        options(verb, f"-n {quoted(seen)} ")
+                         else f" -x -a {quoted(' '.join(option['Choices']))}" if option["Choices"]
+                         else " -r" if option["Takes"] in FREE else " -x")
+            if names:
+                lines.append(f"{begin} {names}{value} -d {quoted(option['Description'])}")
     return "\n".join(lines) + "\n"
 
 

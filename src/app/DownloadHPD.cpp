@@ -102,6 +102,7 @@ bool DownloadHPD(Session& session, HPDProgress& progress, bool bSilent) {
         session.ShowMessage(textOf(error), kIconExclamation, session.LoadText(Text::AMessageFrom));
         return false;
     }
+    if (!collection.Damage.empty()) session.ShowMessage(collection.Damage, kIconExclamation);
     if (!bSilent) session.ShowMessage(session.LoadText(Text::DownloadComplete), kIconInformation);
     return true;
 }

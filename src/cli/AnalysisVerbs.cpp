@@ -207,6 +207,7 @@ bool addCompared(Program& program, const LogArguments& arguments, Compared& comp
 }
 
 int compare(Program& program, const AnalysisOptions& options) {
+    program.console.NamesFile = true;
     Compared compared;
     if (!addCompared(program, options, compared)) return kFailed;
     for (const std::string& other : options.others)

@@ -67,11 +67,6 @@ const CLI::App& calledVerb(const CLI::App& app) {
     return called.empty() ? app : calledVerb(*called.front());
 }
 
-std::string meant(std::string_view word, const std::vector<std::string>& names) {
-    const std::string name = nearest(word, names);
-    return name.empty() ? std::string() : "; did you mean '" + name + "'?";
-}
-
 std::string hintOfOption(const CLI::App& app, const CLI::App& verb, const std::string& word) {
     const std::string name = word.substr(0, word.find('='));
     std::vector<std::string> names;

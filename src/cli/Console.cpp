@@ -47,7 +47,9 @@ void ResultBuffer::write() {
 
 void Console::tell(std::string_view text, std::optional<std::int64_t> number) const {
     if (!areErrorsJson_) {
-        std::cerr << text << '\n' << std::flush;
+        std::cerr << text << '\n';
+        if (NamesFile && text.find(File) == std::string_view::npos) std::cerr << File << '\n'; // an empty one is found
+        std::cerr << std::flush;
         return;
     }
     const Json error = {{"number", number ? Json(*number) : Json(nullptr)},

@@ -49,12 +49,14 @@ class Console {
 public:
     explicit Console(bool areErrorsJson) : areErrorsJson_(areErrorsJson) {}
 
-    // Writes one message to standard error: the text, or {"error": {"number", "text", "file"}} on one line.
+    // Writes one message to standard error: the text, with the file on a line behind it when NamesFile says so and the
+    // text does not name it; or {"error": {"number", "text", "file"}} on one line.
     void tell(std::string_view text, std::optional<std::int64_t> number = std::nullopt) const;
 
     bool areErrorsJson() const { return areErrorsJson_; }
 
-    std::string File; // the file that messages are about, as the call names it; empty for none
+    std::string File;       // the file that messages are about, as the call names it; empty for none
+    bool NamesFile = false; // the call has several files
 
 private:
     bool areErrorsJson_;

@@ -49,7 +49,7 @@ std::optional<AcquireChoice> ConsoleDownload::ChooseLogs(const AcquireList& list
 }
 
 bool ConsoleDownload::IsCancelled() const {
-    return interrupt_.hasCome();
+    return Interrupt::hasCome();
 }
 
 } // namespace kestrane

@@ -106,8 +106,10 @@ struct MergeOptions {
 
 int merge(Program& program, const MergeOptions& options) {
     program.KeepsHistory = options.output.keepsHistory;
+    program.console.NamesFile = true;
     std::vector<clsFile*> files;
     for (const std::string& name : options.files) {
+        program.console.File = name;
         clsFile* const file = program.open(name);
         if (file == nullptr) return kFailed;
         if (std::find(files.begin(), files.end(), file) != files.end()) {
@@ -115,6 +117,7 @@ int merge(Program& program, const MergeOptions& options) {
         }
         files.push_back(file);
     }
+    program.console.File.clear();
     clsFile& into = *files.front();
     for (std::size_t i = 1; i < files.size(); ++i) {
         const clsFile& file = *files[i];

@@ -41,4 +41,9 @@ std::string nearest(std::string_view word, std::span<const std::string> candidat
     return best;
 }
 
+std::string meant(std::string_view word, std::span<const std::string> candidates) {
+    const std::string name = nearest(word, candidates);
+    return name.empty() ? std::string() : "; did you mean '" + name + "'?";
+}
+
 } // namespace kestrane

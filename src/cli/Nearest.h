@@ -11,4 +11,7 @@ namespace kestrane {
 // several. Empty when every candidate takes more changes than half the letters of the word.
 std::string nearest(std::string_view word, std::span<const std::string> candidates);
 
+// The nearest candidate as the end of a message: "; did you mean 'show'?". Empty when there is none.
+std::string meant(std::string_view word, std::span<const std::string> candidates);
+
 } // namespace kestrane

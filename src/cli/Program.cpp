@@ -6,6 +6,7 @@
 #include "cli/Toolkit.h"
 #include "platform/Files.h"
 #include "platform/IniFile.h"
+#include "platform/Interrupt.h"
 #include "platform/UserFolders.h"
 #include "server/LogLoading.h"
 
@@ -17,8 +18,16 @@ namespace kestrane {
 
 namespace {
 
+std::unique_ptr<SettingsStore> settingsIn(const std::string& file) {
+    try {
+        return IniFile::ofCaller(file);
+    } catch (const RuntimeError& error) {
+        throw RuntimeError(error.Number, error.what() + (" (" + file + ")"));
+    }
+}
+
 std::unique_ptr<SettingsStore> settingsOf(const GlobalOptions& options) {
-    if (!options.settingsFile.empty()) return IniFile::ofCaller(options.settingsFile);
+    if (!options.settingsFile.empty()) return settingsIn(options.settingsFile);
     const std::string name = LoadSoftwareByFirm(options.company).SettingsAppName;
     return IniFile::ofUser(configFolder() + (name.empty() ? std::string(kApplicationTitle) : name) + ".ini");
 }
@@ -84,7 +93,9 @@ void Program::closeFiles() {
 int Program::forEachFile(const std::vector<std::string>& names,
                          const std::function<bool(clsFile&, std::size_t)>& work) {
     int status = kDone;
+    console.NamesFile = console.NamesFile || names.size() > 1;
     for (std::size_t i = 0; i < names.size(); ++i) {
+        if (Interrupt::hasCome()) return kFailed;
         console.File = names[i];
         bool isDone = false;
         try {

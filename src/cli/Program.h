@@ -79,7 +79,8 @@ public:
     clsFile* open(const std::string& name);
 
     // Opens each file, calls work for it and its index, and closes it. A file that does not open, or for which work
-    // returns false or raises an error, does not keep the other files from being worked on. Returns the exit status.
+    // returns false or raises an error, does not keep the other files from being worked on, but an interrupt does that
+    // work has caught. Returns the exit status.
     int forEachFile(const std::vector<std::string>& names, const std::function<bool(clsFile&, std::size_t)>& work);
 
     void closeFiles(); // closes all files once their background work has ended

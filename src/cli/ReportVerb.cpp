@@ -6,6 +6,7 @@
 #include "platform/Interrupt.h"
 #include "reports/Report.h"
 #include "reports/ReportLanguage.h"
+#include "resources/TextNames_w7.h"
 
 #include <algorithm>
 #include <iostream>
@@ -46,10 +47,10 @@ ReportForm formOf(const ReportOptions& options) {
 }
 
 // Shows the progress on one line of standard error when that is a terminal. An interrupt ends the report.
-PageProgress progressOf(const Program& program, const Interrupt& interrupt) {
+PageProgress progressOf(const Program& program) {
     const bool isShown = program.showsProgress && isatty(STDERR_FILENO) != 0;
-    return [&session = program.session, &interrupt, isShown](std::size_t drawn, std::size_t pages) {
-        const bool goesOn = !interrupt.hasCome();
+    return [&session = program.session, isShown](std::size_t drawn, std::size_t pages) {
+        const bool goesOn = !Interrupt::hasCome();
         if (!isShown) return goesOn;
         std::cerr << kClearLine;
         if (goesOn && drawn < pages) {
@@ -63,16 +64,21 @@ PageProgress progressOf(const Program& program, const Interrupt& interrupt) {
 
 // Returns false when the pages were not written or are not complete; the reason has been shown.
 bool writePages(Program& program, Drawing& drawing, bool isLandscape, const Drawing::LayOut& layOut,
-                const std::string& output, const Interrupt& interrupt) {
+                const std::string& output) {
     bool isWhole = false;
     const bool isWritten = program.write(output, [&](const std::string& path) {
-        isWhole = drawing.writePdf(program.session, isLandscape, layOut, path, progressOf(program, interrupt));
+        isWhole = drawing.writePdf(program.session, isLandscape, layOut, path, progressOf(program));
     });
     return isWritten && isWhole;
 }
 
+void tellInterrupt(Program& program, bool isDone) {
+    if (!isDone && Interrupt::hasCome())
+        program.session.ShowMessage(program.session.LoadText(Text::Interrupted), kIconExclamation);
+}
+
 bool reportOne(Program& program, Drawing& drawing, const ChosenLog& chosen, const ReportOptions& options,
-               const std::string& output, const Interrupt& interrupt) {
+               const std::string& output) {
     ReportParts parts;
     for (const std::string& word : options.with)
         parts.merge(partsOf(word));
@@ -85,7 +91,7 @@ bool reportOne(Program& program, Drawing& drawing, const ChosenLog& chosen, cons
         return inReportLanguage(program.session,
                                 [&] { return std::make_unique<Report>(subject, formOf(options), metrics, parts); });
     };
-    return writePages(program, drawing, options.isLandscape, layOut, output, interrupt);
+    return writePages(program, drawing, options.isLandscape, layOut, output);
 }
 
 int report(Program& program, const ReportOptions& options) {
@@ -97,12 +103,14 @@ int report(Program& program, const ReportOptions& options) {
     if (drawing == nullptr) return kFailed;
     if (options.printDate) program.clock.Fixed = options.printDate;
     const Interrupt interrupt;
-    return program.forEachFile(options.files, [&](clsFile& file, std::size_t i) {
+    const int status = program.forEachFile(options.files, [&](clsFile& file, std::size_t i) {
         const auto chosen = chooseLog(program, file, options.log);
-        if (!chosen || !reportOne(program, *drawing, *chosen, options, outputs[i], interrupt)) return false;
+        if (!chosen || !reportOne(program, *drawing, *chosen, options, outputs[i])) return false;
         if (options.files.size() > 1) program.print({{"FileName", file.FileName}, {"Output", outputs[i]}});
         return true;
     });
+    tellInterrupt(program, status == kDone);
+    return status;
 }
 
 RunVerb reportVerb(CLI::App& verb) {
@@ -122,6 +130,7 @@ RunVerb reportVerb(CLI::App& verb) {
                     "what else it has, as far as the log has it: spectrum,noise-rating,"
                     "protector,exposure,criteria,history")
         ->delimiter(',')
+        ->allow_extra_args(false) // what follows is a FILE
         ->check(CLI::IsMember(partWords));
     addProtector(verb, *options);
     addComparing(verb, *options);
@@ -144,14 +153,17 @@ FileJob reportJob(Program& owner) {
     return [drawing](Program& program, clsFile& file, const std::string&, const std::string& output) {
         const Interrupt interrupt;
         const auto chosen = chooseLog(program, file, {});
-        return chosen && reportOne(program, *drawing, *chosen, {}, output, interrupt);
+        return chosen && reportOne(program, *drawing, *chosen, {}, output);
     };
 }
 
 bool writePages(Program& program, const Drawing::LayOut& layOut, const std::string& output) {
     Drawing* const drawing = program.drawing();
+    if (drawing == nullptr) return false;
     const Interrupt interrupt;
-    return drawing != nullptr && writePages(program, *drawing, false, layOut, output, interrupt);
+    const bool isDone = writePages(program, *drawing, false, layOut, output);
+    tellInterrupt(program, isDone);
+    return isDone;
 }
 
 std::span<const Verb> reportVerbs() {

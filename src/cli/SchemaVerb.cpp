@@ -1,3 +1,4 @@
+#include "cli/Nearest.h"
 #include "cli/Schemas.h"
 #include "cli/Verbs.h"
 
@@ -54,8 +55,11 @@ int schema(Program& program, const std::vector<std::string>& words) {
     }
     const std::string name = CLI::detail::join(words, "-");
     const Json found = schemaOf(name);
-    if (found.is_null()) throw WrongWords("no verb '" + CLI::detail::join(words, " ") + "' that prints JSON");
-    return program.print(found);
+    if (!found.is_null()) return program.print(found);
+    std::vector<std::string> names;
+    for (const EmbeddedSchema& file : embeddedSchemas())
+        if (file.Name != kDefinitions) names.emplace_back(file.Name);
+    throw WrongWords("no verb '" + CLI::detail::join(words, " ") + "' that prints JSON" + meant(name, names));
 }
 
 RunVerb schemaVerb(CLI::App& verb) {

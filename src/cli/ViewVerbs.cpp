@@ -33,10 +33,15 @@ struct TreeOptions {
 
 int tree(Program& program, const TreeOptions& options) {
     if (options.filesOnTree) program.session.Options.FilesOnTreeView = *options.filesOnTree;
-    bool isOpen = true;
-    for (const std::string& name : options.files)
-        isOpen = program.open(name) != nullptr && isOpen;
-    return isOpen ? program.print(treeJson(buildTree(program.session))) : kFailed;
+    program.console.NamesFile = options.files.size() > 1;
+    bool areAllOpen = true;
+    for (const std::string& name : options.files) {
+        program.console.File = name;
+        areAllOpen = program.open(name) != nullptr && areAllOpen;
+    }
+    program.console.File.clear();
+    if (!program.session.OpenFiles.empty()) program.print(treeJson(buildTree(program.session)));
+    return areAllOpen ? kDone : kFailed;
 }
 
 RunVerb treeVerb(CLI::App& verb) {

@@ -100,9 +100,10 @@ int watch(Program& program, const WatchOptions& options) {
     WatchedFolder folder(options, extension);
     const FileJob job = jobOf(program, options);
     if (!job) return kFailed;
-    for (const Interrupt interrupt; !interrupt.hasCome(); std::this_thread::sleep_for(kLook)) {
+    program.console.NamesFile = true;
+    for (const Interrupt interrupt; !Interrupt::hasCome(); std::this_thread::sleep_for(kLook)) {
         for (const std::string& name : folder.due()) {
-            if (interrupt.hasCome()) break;
+            if (Interrupt::hasCome()) break;
             const std::string output = folder.outputOf(name);
             if (const std::string rival = folder.rivalOf(name); !rival.empty()) {
                 program.console.tell(bothWrittenTo(rival, name, output));
@@ -133,7 +134,15 @@ RunVerb watchVerb(CLI::App& verb) {
         ->required()
         ->type_name("FOLDER")
         ->check(existingFolder());
-    return [options](Program& program) { return watch(program, *options); };
+    return [options](Program& program) {
+        try {
+            return watch(program, *options);
+        } catch (const fs::filesystem_error&) { // the folder has gone
+            const std::string text = program.session.LoadText(Text::FolderCannotBeOpened);
+            program.session.ShowMessage(ReplaceText(text, "^", options->folder), kIconStop);
+            return kFailed;
+        }
+    };
 }
 
 constexpr Verb kVerbs[] = {{"watch", "work on each data file that comes to a folder", watchVerb}};

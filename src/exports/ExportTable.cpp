@@ -39,8 +39,12 @@ ExportCell numberOrNone(float value) {
     return value == 0 || !std::isfinite(value) ? ExportCell() : ExportCell(shortestDouble(value));
 }
 
+// The name of a file may hold bytes that are no UTF-8: they become U+FFFD, as in JSON.
 ExportCell textOrNone(const std::string& text) {
-    return text.empty() ? ExportCell() : ExportCell(toUtf8(text));
+    std::string shown;
+    for (std::size_t at = 0; at < text.size();)
+        appendUtf8(shown, nextCodePoint(text, at));
+    return shown.empty() ? ExportCell() : ExportCell(std::move(shown));
 }
 
 bool isAnySet(const auto& cells) {

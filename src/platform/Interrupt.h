@@ -11,7 +11,7 @@ public:
     Interrupt(const Interrupt&) = delete;
     Interrupt& operator=(const Interrupt&) = delete;
 
-    bool hasCome() const;
+    static bool hasCome(); // while an object lived
 
 private:
     void (*before_[2])(int);

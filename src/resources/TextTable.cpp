@@ -4,6 +4,7 @@
 #include "resources/TextNames_w3.h"
 #include "resources/TextNames_w4.h"
 #include "resources/TextNames_w5.h"
+#include "resources/TextNames_w7.h"
 
 #include <algorithm>
 #include <iterator>
@@ -1234,6 +1235,8 @@ constexpr TextEntry Entries[] = {
     {Text::WeightedLmin, "^min"},
     {Text::WeightedLmax, "^max"},
     {Text::WeightedPeak, "^peak"},
+    // Messages of the command line
+    {Text::Interrupted, "Interrupted before the report was written."},
     // Contact block of firm 0
     {Text::ContactHomePage, "https://www.ordwyn.example/"},
     {Text::ContactProtectorDatabase, "https://www.ordwyn.example/hpd/hpd_hml_db.txt"},

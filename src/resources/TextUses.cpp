@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "resources/TextNames_w3.h"
+#include "resources/TextNames_w7.h"
 #include "resources/TextTable.h"
 
 namespace kestrane {
@@ -52,6 +53,7 @@ constexpr Text::Id kMessages[] = {
     Text::Calculating,
     Text::CalculatingCompleted,
     Text::PrintingPage,
+    Text::Interrupted,
     Text::ReadingDataFiles,
     // Questions
     Text::AskRemoveDataset,

@@ -8,17 +8,19 @@ namespace kestrane {
 
 namespace {
 
+enum class Count { None, May, Must }; // whether "=N" stands behind a word
+
 struct FaultWord {
     std::string_view word;
     FaultKind kind;
-    bool hasCount;
+    Count count;
 };
 
 constexpr std::array kWords = {
-    FaultWord{"silence", FaultKind::Silence, true}, FaultWord{"error", FaultKind::Error, true},
-    FaultWord{"echo", FaultKind::Echo, false},      FaultWord{"split", FaultKind::Split, false},
-    FaultWord{"noise", FaultKind::Noise, false},    FaultWord{"cut", FaultKind::Cut, true},
-    FaultWord{"hangup", FaultKind::HangUp, true}};
+    FaultWord{"silence", FaultKind::Silence, Count::May}, FaultWord{"error", FaultKind::Error, Count::May},
+    FaultWord{"echo", FaultKind::Echo, Count::None},      FaultWord{"split", FaultKind::Split, Count::None},
+    FaultWord{"noise", FaultKind::Noise, Count::None},    FaultWord{"cut", FaultKind::Cut, Count::Must},
+    FaultWord{"hangup", FaultKind::HangUp, Count::Must}};
 
 } // namespace
 
@@ -28,10 +30,11 @@ std::optional<Fault> parseFault(std::string_view text) {
                                    [&](const FaultWord& w) { return w.word == text.substr(0, equals); });
     if (word == kWords.end()) return std::nullopt;
     Fault fault{word->kind};
-    if (equals == text.size()) return fault;
+    if (equals == text.size()) return word->count == Count::Must ? std::nullopt : std::optional(fault);
     const std::string_view number = text.substr(equals + 1);
     const auto result = std::from_chars(number.data(), number.data() + number.size(), fault.count);
-    const bool isGood = result.ec == std::errc() && result.ptr == number.data() + number.size() && word->hasCount;
+    const bool isGood =
+        result.ec == std::errc() && result.ptr == number.data() + number.size() && word->count != Count::None;
     return isGood ? std::optional(fault) : std::nullopt;
 }
 

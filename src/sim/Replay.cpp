@@ -62,6 +62,7 @@ ReplayedInstrument::ReplayedInstrument(std::istream& transcript) {
         }
         before = line->at;
     }
+    if (exchanges_.empty()) throw RuntimeError(kErrorApplication, "The transcript holds no command to an instrument");
 }
 
 const ReplayedInstrument::Exchange* ReplayedInstrument::find() {

@@ -12,7 +12,7 @@ namespace kestrane {
 // "# note" is skipped.
 class ReplayedInstrument : public Instrument {
 public:
-    // Raises kErrorApplication with the number of a line that is malformed.
+    // Raises kErrorApplication with the number of a line that is malformed, and when no command was sent.
     explicit ReplayedInstrument(std::istream& transcript);
 
     Reply answer(std::string_view bytes) override;

@@ -87,6 +87,12 @@ TEST(DownloadHPD, ReplacesTheFileAndItsRecordsAndKeepsTheOldOne) {
     EXPECT_EQ(first.progress.shown, 0);
     EXPECT_FALSE(std::filesystem::exists(first.protectors.File + ".bak"));
 
+    Update cut; // by an empty line
+    cut.http.answer.Body += "\n" + database("Lost", 1);
+    EXPECT_TRUE(cut.run());
+    EXPECT_EQ(cut.protectors.Protectors.size(), 20U);
+    EXPECT_TRUE(cut.messages.Boxes[1].Prompt.ends_with(cut.protectors.File + ", line 21"));
+
     Update installed; // which is read until the user has a file of his own
     installed.protectors.Original = std::exchange(installed.protectors.File, installed.folder.file("made/then/db.txt"));
     EXPECT_TRUE(LoadHPD(installed.session));

@@ -94,7 +94,7 @@ class Calls(InAFolder):
     def test_a_failure_ends_with_1_and_the_programs_own_text(self):
         write("bad.xml", "<instruments>")
         invalid = "Kestrane: The selected interval range is invalid\n"
-        for words, text in ((["show", "none.xml"], None), (["show", "bad.xml"], None), (["tree", DOSIMETER, "none.xml"], None),
+        for words, text in ((["show", "none.xml"], None), (["show", "bad.xml"], None), (["tree", "none.xml"], None),
                             (["merge", DOSIMETER, "none.xml", "-o", "out.xml"], None),
                             (["recalc", DOSIMETER, "--log", "L9I9F9"], None),
                             (["zoom", DOSIMETER, "--from", "3", "--to", "2"], invalid),
@@ -138,6 +138,9 @@ class Calls(InAFolder):
         self.assertIn("SerialPort", err)
         self.assertEqual(err.count("Kestrane: "), 1)
         self.assertEqual(before, json.loads(run("recalc", DOSIMETER)[1])["ExposureTime"])
+        os.remove("settings.ini")
+        os.mkdir("settings.ini")
+        self.assertEqual(run("tree", DOSIMETER), (1, "", "Kestrane: 21: Is a directory (settings.ini)\n"))
 
     def test_company_and_separators(self):
         brands = [run("--company", c, "text", "3003")[1] for c in ("Ordwyn Acoustics", "BRENNOCK Ltd", "Brennock of Ordwyn")]

@@ -174,6 +174,9 @@ class Export(InAFolder):
         counts = [sum(log["LogIntervals"]["Count"] for _, log in logs_of(json.loads(run("show", name)[1]))) for name in ("a.xml", "b.xml")]
         columns, lines = self.exported("a.xml", "none.xml", "b.xml", status=1)
         self.assertEqual([sum(line[0] == name for line in lines) for name in ("a.xml", "b.xml")], counts)
+        odd = os.fsdecode(b"odd\xff.xml")
+        shutil.copy("a.xml", odd)
+        self.assertEqual({self.exported(odd, "--summary", form=form)[1][0][0] for form in READERS}, {"odd\ufffd.xml"})
         os.mkdir("out")
         status, out, _ = run("export", "a.xml", "b.xml", "--format", "ndjson", "-O", "out")
         self.assertEqual((status, sorted(os.listdir("out")), out.count("\n")), (0, ["a.ndjson", "b.ndjson"], 2))

@@ -6,6 +6,7 @@ Usage: pages.py CLI PAGES MAKER SIM SAMPLES
 
 import json
 import os
+import shlex
 import shutil
 import subprocess
 import sys
@@ -46,14 +47,17 @@ class Pages(InAFolder):
             shutil.rmtree("docs")
 
     def complete(self, *words):
-        script = (f"source '{PAGES}/completions/kestrane-cli'; COMP_WORDS=({' '.join(map(repr, words))}); "
+        script = (f"source '{PAGES}/completions/kestrane-cli'; COMP_WORDS=({' '.join(map(shlex.quote, words))}); "
                   "COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _kestrane_cli; printf '%s\\n' \"${COMPREPLY[@]}\"")
         return subprocess.run(["bash", "-c", script], capture_output=True, check=True, text=True).stdout.split()
 
     def test_bash_completes_verbs_options_words_and_logs(self):
+        shutil.copy(sample("machine-survey-octave"), "a b.xml")
         for words, found in ((["re"], ["recalc", "report"]), (["show", "x", "--int"], ["--intervals"]), (["protectors", "c"], ["compare"]),
                              (["protectors", "compare", "x", "--prot"], ["--protector"]), (["export", "x", "--format", "x"], ["xlsx"]),
-                             (["recalc", sample("machine-survey-octave"), "--log", "O1"], ["O1I1F1"])):
+                             (["recalc", r"a\ b.xml", "--log", "O1"], ["O1I1F1"]), (["--answer", "yes", "sh"], ["show"]), (["show", "--qui"], ["--quiet"]),
+                             (["recalc", "--mode", ""], []), (["zoom", "--to", ""], []), (["chart", "--mode", "n"], ["niosh"]),
+                             (["show", ""], []), (["save", "-o", ""], [])):     # nothing: a file
             self.assertEqual(self.complete(CLI, *words), found)
 
 

@@ -6,10 +6,11 @@ Usage: report_verb.py CLI SAMPLES
 
 import os
 import re
+import signal
 import subprocess
 import time
 
-from harness import InAFolder, main, run, sample
+from harness import CLI, InAFolder, main, run, sample
 
 
 class Report(InAFolder):
@@ -26,6 +27,7 @@ class Report(InAFolder):
         self.assertEqual(len(both), 5)                  # figures apart from the chart, a page a channel, the origin
         self.assertIn("Interval: Tuesday 11 June 2024, 22:00 Channel B", both[3])
         self.assertEqual(len(self.pages(night)), 4)      # the plot keeps its 5 cm, so the figures have the second page
+        self.assertEqual(len(self.pages("--with", "spectrum", night)), 4)
         with open("settings.ini", "w", encoding="utf-8") as settings:
             settings.write("[Preferences]\nblnPrintIntervals=False\nCompany=Fen Acoustics\n")
         by_settings = self.pages(night)
@@ -58,6 +60,16 @@ class Report(InAFolder):
             settings.write("[Preferences]\nCompanyLogo=logo.pgm\nReportFooter=Fen Acoustics\n")
         status, out, err = run("report", sample("roadworks-selection"), "--with", "exposure,criteria", "-o", "out.pdf")
         self.assertEqual((status, out, err.count("logo.pgm"), len(err.splitlines())), (0, "", 1, 1))
+
+    def test_an_interrupt_is_told_and_leaves_nothing(self):
+        words = [CLI, "--settings", "settings.ini", "report", sample("third-octave-2000"), "--form", "intervals", "-o", "out.pdf"]
+        run("text", "1")     # the settings are there: the next temporary file is the report's
+        with subprocess.Popen(words, stderr=subprocess.PIPE, text=True, env={**os.environ, "LC_ALL": "C"}) as process:
+            while process.poll() is None and not any(name.endswith(".tmp") for name in os.listdir(".")):
+                time.sleep(0.01)
+            process.send_signal(signal.SIGINT)
+            self.assertEqual((process.wait(60), process.stderr.read()), (1, "Kestrane: Interrupted before the report was written.\n"))
+        self.assertEqual(os.listdir("."), ["settings.ini"])
 
     def test_refusals(self):
         night = sample("night-environment")

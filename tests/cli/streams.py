@@ -99,6 +99,10 @@ class Streams(InAFolder):
             for name, line in zip(("a.xml", "b.xml"), lines):     # as if it were alone
                 alone = json.loads(run(*words, name)[1])
                 self.assertEqual({**alone, "FileName": line["FileName"]}, line)
+        with open("torn.xml", "wb") as file:
+            file.write(b"<instruments>")
+        status, out, err = run("tree", "a.xml", "torn.xml", "b.xml")
+        self.assertEqual((status, len(json.loads(out)), err.splitlines()[1:]), (1, 2, ["torn.xml"]))
         self.assertEqual([json.loads(line)["Key"] for line in run("criteria", "a.xml", "a.xml", "--log", "L1I1F1")[1].splitlines()],
                          ["L1I1F1"] * 2)
 
@@ -141,6 +145,7 @@ class Streams(InAFolder):
 class Messages(InAFolder):
     def test_messages_are_json_lines_when_asked_for(self):
         for words, status, file in ((["show", DOSIMETER, "none.xml"], 1, "none.xml"), (["shwo"], 2, None),
+                                    (["tree", "none.xml", DOSIMETER], 1, "none.xml"), (["merge", DOSIMETER, "none.xml", "-o", "x"], 1, "none.xml"),
                                     (["save", DOSIMETER, "-o", "/dev/full"], 1, DOSIMETER),
                                     (["recalc", DOSIMETER, "--log", "L9I9F9"], 1, DOSIMETER),
                                     (["chart", LONG, "--tab", "0", "--3d", "--values"], 0, LONG)):
@@ -156,7 +161,7 @@ class Messages(InAFolder):
         self.assertEqual(json.loads(run("show", DOSIMETER, "--errors", "json", preexec_fn=lambda: os.close(1))[2])["error"]["number"], 9)
 
     def test_the_nearest_word_is_named(self):
-        for words, told in ((["shwo", "x"], "no verb 'shwo'; did you mean 'show'?"), (["recal"], "'recalc'"), (["protectors", "lsit"], "'list'"),
+        for words, told in ((["shwo", "x"], "no verb 'shwo'; did you mean 'show'?"), (["recal"], "'recalc'"), (["schema", "shw"], "'show'"), (["protectors", "lsit"], "'list'"),
                             (["show", "x", "--interval"], "no option '--interval'; did you mean '--intervals'?"),
                             (["show", "x", "--setings=y"], "'--settings'"), (["report", "x", "--landscap", "-o", "y"], "'--landscape'"),
                             (["chart", "x", "--tab", "0", "--value"], "'--values'"), (["frobnicate"], "no verb 'frobnicate'\n")):

@@ -25,7 +25,7 @@ class Watch(InAFolder):
             os.mkdir(folder)
 
     @contextlib.contextmanager
-    def watching(self, work, *words, end=signal.SIGTERM):
+    def watching(self, work, *words, end=signal.SIGTERM, status=0):
         with open("told", "wb") as told:
             process = subprocess.Popen([CLI, "--settings", "settings.ini", "watch", "in", "--do", work, "-O", "out", *words],
                                        stdout=subprocess.PIPE, stderr=told)
@@ -34,7 +34,7 @@ class Watch(InAFolder):
             yield lines, process
             process.send_signal(end)
             out, _ = process.communicate(timeout=PATIENCE)
-            self.assertEqual(process.returncode, 0)
+            self.assertEqual(process.returncode, status)
             check_output(["watch"], out.decode())
             lines.extend(json.loads(line) for line in out.splitlines())
         finally:
@@ -69,7 +69,7 @@ class Watch(InAFolder):
         self.assertEqual(sorted(os.path.basename(line["FileName"]) for line in lines), ["moved.xml", "slow.xml", "there.xml"])
         self.assertEqual(sorted(os.listdir("out")), ["moved.pdf", "slow.pdf", "there.pdf"])
         with open("told", encoding="utf-8") as told:
-            self.assertIn("not well formed", told.read())
+            self.assertRegex(told.read(), r"not well formed: .*\sin/bad.xml\s")
 
         before = {name: os.stat(os.path.join("out", name)).st_mtime_ns for name in os.listdir("out")}
         with self.watching("report", end=signal.SIGINT) as (lines, _):     # nothing twice, but what has changed
@@ -82,10 +82,14 @@ class Watch(InAFolder):
         shutil.copy(SHIFT, "in/a.xml")
         with self.watching("export", "--format", "ndjson"):
             self.wait_for("a.ndjson")
-        with self.watching("save"):
+        with self.watching("save", status=1) as (_, process):
             self.wait_for("a.xml")
+            shutil.rmtree("in")
+            process.wait(PATIENCE)
         with open("out/a.xml", "rb") as file:
             self.assertTrue(file.read().startswith(b"<?xml"))
+        with open("told", encoding="utf-8") as told:
+            self.assertEqual(told.read(), "Kestrane: The folder in cannot be opened\n")
 
     def test_what_cannot_be(self):
         shutil.copy(SHIFT, "in/a.xml")

@@ -21,7 +21,7 @@ Interrupt::~Interrupt() {
     std::signal(SIGTERM, before_[1]);
 }
 
-bool Interrupt::hasCome() const {
+bool Interrupt::hasCome() {
     return isInterrupted != 0;
 }
 

@@ -26,12 +26,18 @@ void* functionOfLibrary(const std::string& path, const char* function) {
     return library == nullptr ? nullptr : dlsym(library, function);
 }
 
+// A write then fails with an error, which is reported, in place of a signal that ends the program.
+void ignoreSignalsOfWrites() {
+    for (const int signal : {SIGPIPE, SIGXFSZ})
+        std::signal(signal, SIG_IGN);
+}
+
 // The substitute can be neither read nor written as the stream would be, so messages are lost.
 void prepareStandardStreams() {
     for (const auto& [stream, mode] :
          {std::pair(STDIN_FILENO, O_WRONLY), std::pair(STDOUT_FILENO, O_RDONLY), std::pair(STDERR_FILENO, O_WRONLY)})
         if (fcntl(stream, F_GETFD) < 0) open("/dev/null", mode);
-    std::signal(SIGPIPE, SIG_IGN);
+    ignoreSignalsOfWrites();
 }
 
 bool hasDisplay() {

@@ -29,7 +29,7 @@ Interrupt::~Interrupt() {
     if (--living == 0) SetConsoleCtrlHandler(interrupt, FALSE);
 }
 
-bool Interrupt::hasCome() const {
+bool Interrupt::hasCome() {
     return isInterrupted;
 }
 
