@@ -1,4 +1,3 @@
-#include "calc/ConvertedLog.h"
 #include "calc/ExposureTime.h"
 #include "calc/FreqWeight.h"
 #include "calc/Recalculation.h"
@@ -272,14 +271,10 @@ int weight(Program& program, const WeightOptions& options) {
     const std::string before = log.FreqWeightA();
     const bool isSaved = !options.output.file.empty();
     editLog(log, Text::StepFrequencyWeighting, [&] {
-        if (isSaved) { // a document has one weighting for all of its levels
-            convertLog(log, options.weight);
-        } else {
-            AdjustFreqWeight(log, options.weight, options.withIntervals);
-        }
+        AdjustFreqWeight(log, options.weight, options.withIntervals);
         return true;
     });
-    if (!isSaved && log.IsOctaveLog() && log.FreqWeightA() != before)
+    if (isSaved && log.IsOctaveLog() && log.FreqWeightA() != before)
         program.session.frame->Tell(program.session.LoadText(Text::OverallNotConverted));
     return finishLog(program, *chosen, options.output, options.withIntervals);
 }

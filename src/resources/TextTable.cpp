@@ -1199,8 +1199,8 @@ constexpr TextEntry Entries[] = {
     {Text::AssessmentWithoutGroup, "There is no group in this assessment yet."},
     // Figures that are not what their names say
     {Text::OverallNotConverted,
-     "The bands are converted; the overall levels are not, and still have the old weighting.  In a document that is "
-     "saved, the overall levels are those of the bands."},
+     "Only bands are converted.  The overall levels, and intervals that were not converted, too, keep the old "
+     "weighting."},
     {Text::BasisUnknownBands, "LAeq from bands, taken as linear"},
     {Text::NotUpToDate, "Not up to date with the dose: ^.  A full recalculation brings it up to date."},
     {Text::EveryIntervalExcluded, "Every interval is excluded; these cumulative figures are older than that."},
