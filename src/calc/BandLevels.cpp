@@ -2,6 +2,7 @@
 
 #include "calc/FreqWeight.h"
 #include "model/Acoustics.h"
+#include "model/Session.h"
 #include "resources/TextNames_w3.h"
 
 #include <algorithm>
@@ -103,6 +104,12 @@ bool isExposureNotAWeighted(const clsLog& log, LogChannel channel, Parameter par
     constexpr Parameter kExposures[] = {eLepdET, eLepdMT, eDoseET, eDoseMT, eDoseHour, eLe_Sel, ePa2Hr, eLAvg, eTWA};
     if (channel != kChannelA || std::ranges::find(kExposures, parameter) == std::end(kExposures)) return false;
     return log.FreqWeightA() != "A" && (log.IsOctaveLog() || !log.FreqWeightA().empty());
+}
+
+std::string withWeightingMark(const clsLog& log, LogChannel channel, Parameter parameter, std::string text) {
+    if (isExposureNotAWeighted(log, channel, parameter))
+        text += " (" + log.session().LoadText(Text::NotAWeighted) + ")";
+    return text;
 }
 
 } // namespace kestrane

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -49,5 +50,8 @@ std::optional<double> aWeightedLeq(const clsLog& log);
 // Whether a parameter of a channel is a figure of exposure though the levels of channel A, which it is made of, are not
 // A-weighted. An octave log without a weighting counts as linear.
 bool isExposureNotAWeighted(const clsLog& log, LogChannel channel, Parameter parameter);
+
+// A caption or figure with " (not A-weighted)" behind it where that is so.
+std::string withWeightingMark(const clsLog& log, LogChannel channel, Parameter parameter, std::string text);
 
 } // namespace kestrane

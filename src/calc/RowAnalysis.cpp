@@ -175,17 +175,28 @@ double classOf(double level, double width) {
     return number + (isOnNext ? 1 : 0);
 }
 
+// The level of each row, in dB; 0 for a row without one. Empty when no row has any.
+std::vector<float> levelsOfRows(const clsLog& log, LevelsFrom origin) {
+    if (origin == LevelsFrom::Bands) return levelsOfRowsFromBands(log, Quantity::LeqA, "A");
+    if (origin == LevelsFrom::Nowhere) return {};
+    const auto cells =
+        log.LogIntervals.Columns().levels(origin == LevelsFrom::ChannelA ? Quantity::LeqA : Quantity::LeqB, 0);
+    std::vector<float> levels(cells.size());
+    std::ranges::transform(cells, levels.begin(), [](Level level) { return level.CalcValue; });
+    return levels;
+}
+
 } // namespace
 
-std::vector<AnalysedRow> analysedRows(const clsLog& log) {
+std::vector<AnalysedRow> analysedRows(const clsLog& log, LevelsFrom origin) {
     const IntervalColumns& rows = log.LogIntervals.Columns();
-    const auto levels = rows.levels(Quantity::LeqA, 0);
+    const std::vector<float> levels = levelsOfRows(log, origin);
     std::vector<AnalysedRow> counting;
     counting.reserve(levels.size());
     for (std::size_t row = 0; row < levels.size(); ++row) {
-        if (levels[row].CalcValue == 0 || rows.isExcluded.at(row) != 0) continue;
+        if (levels[row] == 0 || rows.isExcluded.at(row) != 0) continue;
         counting.push_back({static_cast<std::int64_t>(row) + 1, rowBegin(rows, row),
-                            static_cast<double>(rowSeconds(rows, row, log.Interval)), levels[row].CalcValue,
+                            static_cast<double>(rowSeconds(rows, row, log.Interval)), levels[row],
                             rows.level(Quantity::LmaxA, 0, row).CalcValue,
                             rows.level(Quantity::LminA, 0, row).CalcValue,
                             rows.level(Quantity::PeakA, 0, row).CalcValue});

@@ -3,6 +3,7 @@
 // level are left out. Levels are those of channel A in dB, weighted as they are; no threshold is applied.
 #pragma once
 
+#include "calc/BandLevels.h"
 #include "model/clsLog.h"
 
 #include <cstdint>
@@ -20,8 +21,9 @@ struct AnalysedRow {
     float Lmax = 0, Lmin = 0, Peak = 0; // dB; 0 when absent
 };
 
-// The rows that are not left out, in order.
-std::vector<AnalysedRow> analysedRows(const clsLog& log);
+// The rows that are not left out, in order, with the levels of a channel, or A-weighted ones from their bands. A row
+// without such a level is left out.
+std::vector<AnalysedRow> analysedRows(const clsLog& log, LevelsFrom origin = LevelsFrom::ChannelA);
 
 struct StretchFigures {
     double Seconds = 0;

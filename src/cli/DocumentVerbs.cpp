@@ -12,6 +12,7 @@
 #include "model/LogParameters.h"
 #include "platform/Numbers.h"
 #include "resources/TextNames_w3.h"
+#include "views/LogWarnings.h"
 #include "views/Selection.h"
 
 #include <algorithm>
@@ -31,6 +32,7 @@ int finishLog(Program& program, const ChosenLog& chosen, const DocumentOutput& o
     if (!output.file.empty() && !program.saveAs(*chosen.file, output.file)) return kFailed;
     writeLog(program.out(), *chosen.log, chosen.key, withIntervals);
     program.out() << '\n';
+    if (const std::string stale = notUpToDate(*chosen.log); !stale.empty()) program.session.frame->Tell(stale);
     return kDone;
 }
 

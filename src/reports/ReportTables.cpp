@@ -129,9 +129,7 @@ std::string figure(const clsLog& log, const clsLogOptions& options, LogChannel c
     const bool isOtherPeak = parameter == ePeak && weighting != "C";
     std::string figure = text + (note.empty() ? note : " " + note);
     if (isOtherPeak) figure += " (" + log.session().LoadText(Text::NotCWeighted) + ")";
-    if (isExposureNotAWeighted(log, channel, parameter))
-        figure += " (" + log.session().LoadText(Text::NotAWeighted) + ")";
-    return figure;
+    return withWeightingMark(log, channel, parameter, std::move(figure));
 }
 
 } // namespace

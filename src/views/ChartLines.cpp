@@ -82,27 +82,44 @@ void addLimits(ChartData& chart, const clsLog& log, const ChartLines& lines) {
     }
 }
 
+// Where the exposure comes from: the levels of channel A, unless they are known to be weighted otherwise.
+LevelsFrom exposureLevels(const clsLog& log) {
+    return isExposureNotAWeighted(log, kChannelA, eLepdET) ? aWeightedLevels(log) : LevelsFrom::ChannelA;
+}
+
+std::string nameOfLevels(const clsLog& log, LevelsFrom origin) {
+    if (origin == LevelsFrom::Bands) return log.session().LoadText(nameOfLAeqFromBands(log));
+    const LogChannel channel = origin == LevelsFrom::ChannelB ? kChannelB : kChannelA;
+    return VariableCaption(log.session(), eLeq, channel, kNoBand, &log);
+}
+
+// Without A-weighted levels there is no exposure: only the level of channel A is shown, under its own name.
 void addRunning(ChartData& chart, const clsLog& log) {
     const Session& session = log.session();
-    const std::vector<AnalysedRow> rows = analysedRows(log);
+    const LevelsFrom found = exposureLevels(log);
+    const bool isLevelAlone = found == LevelsFrom::Nowhere;
+    const LevelsFrom origin = isLevelAlone ? LevelsFrom::ChannelA : found;
+    const std::vector<AnalysedRow> rows = analysedRows(log, origin);
     const std::vector<RunningFigures> figures = runningFigures(rows, log.Criterion, log.Exchange);
     const std::vector<float> none(chart.RowCount, kNullValue);
-    const std::string level =
-        ReplaceText(session.LoadText(Text::RunningLAeq), "^", VariableCaption(session, eLeq, kChannelA, kNoBand, &log));
+    const std::string name = nameOfLevels(log, origin);
+    const std::string basis = origin == LevelsFrom::ChannelA ? std::string() : " (" + name + ")";
     const std::string dose =
         ReplaceText(ReplaceText(session.LoadText(Text::RunningDose), "^", std::to_string(log.Criterion)), "*",
                     std::to_string(log.Exchange));
-    ChartSeries mean = {level, ChartAxis::Primary, none};
-    ChartSeries lex = {session.LoadText(Text::RunningLex), ChartAxis::Primary, none};
-    ChartSeries part = {dose, ChartAxis::Secondary, none};
+    ChartSeries mean = {ReplaceText(session.LoadText(Text::RunningLAeq), "^", name), ChartAxis::Primary, none};
+    ChartSeries lex = {session.LoadText(Text::RunningLex) + basis, ChartAxis::Primary, none};
+    ChartSeries part = {dose + basis, ChartAxis::Secondary, none};
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const auto row = static_cast<std::size_t>(rows[i].Number - 1);
         mean.Values[row] = static_cast<float>(figures[i].LAeq);
         if (figures[i].Lex8h) lex.Values[row] = static_cast<float>(*figures[i].Lex8h);
         if (figures[i].Dose) part.Values[row] = static_cast<float>(*figures[i].Dose);
     }
-    for (ChartSeries* series : {&mean, &lex, &part})
-        chart.Series.push_back(std::move(*series));
+    chart.Series.push_back(std::move(mean));
+    if (isLevelAlone) return;
+    chart.Series.push_back(std::move(lex));
+    chart.Series.push_back(std::move(part));
     const std::string percent = session.LoadText(Text::Percent);
     if (chart.SecondaryTitle.find(percent) == std::string::npos)
         chart.SecondaryTitle += (chart.SecondaryTitle.empty() ? "" : " / ") + percent;

@@ -58,9 +58,8 @@ void IntervalTable::addParameters(const clsLog& log, const std::string& bandText
     for (const Parameter parameter : kParameters) {
         if (!options.IsPlotted(channel_, kInterval, parameter)) continue;
         const bool isOverload = parameter == eOverload;
-        std::string caption = VariableCaption(log.session(), parameter, channel_, captionBand, &log);
-        if (isExposureNotAWeighted(log, channel_, parameter))
-            caption += " (" + log.session().LoadText(Text::NotAWeighted) + ")";
+        std::string caption = withWeightingMark(log, channel_, parameter,
+                                                VariableCaption(log.session(), parameter, channel_, captionBand, &log));
         columns_.push_back({std::move(caption), isOverload ? Kind::Overload : Kind::Level,
                             intervalQuantity(channel_, parameter), isBanded(parameter) ? band : 0});
         showsOverload_ = showsOverload_ || isOverload;

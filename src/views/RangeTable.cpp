@@ -1,5 +1,6 @@
 #include "views/RangeTable.h"
 
+#include "calc/BandLevels.h"
 #include "model/LogParameters.h"
 #include "model/RowClock.h"
 #include "model/Session.h"
@@ -66,14 +67,16 @@ std::vector<RangeFigure> rangeTable(const clsLog& log, std::span<const AnalysedR
     const Session& session = log.session();
     const auto [figures, rest] = rangeFigures(analysed, range, log.Criterion, log.Exchange);
     const auto caption = [&](Parameter parameter) {
-        return VariableCaption(session, parameter, kChannelA, kNoBand, &log);
+        return withWeightingMark(log, kChannelA, parameter,
+                                 VariableCaption(session, parameter, kChannelA, kNoBand, &log));
     };
     const auto level = [&](const auto& value) {
         return shownLevel(session, value ? std::optional<double>(*value) : std::nullopt);
     };
-    const std::string dose =
+    const std::string dose = withWeightingMark(
+        log, kChannelA, eDoseMT,
         ReplaceText(ReplaceText(session.LoadText(Text::RangeDose), "^", std::to_string(log.Criterion)), "*",
-                    std::to_string(log.Exchange));
+                    std::to_string(log.Exchange)));
     const auto without = [&](const std::string& figure) {
         return ReplaceText(session.LoadText(Text::RangeRest), "^", figure);
     };

@@ -114,6 +114,10 @@ TEST(RangeTable, MeasuresTheRangeAndTheRestOfTheLog) {
     const ClipboardForms copied = copiedRange(night.log, figures);
     EXPECT_TRUE(copied.Text.starts_with("Yard\r\nStart\t04/06/24 00:00:00\r\n"));
     EXPECT_NE(copied.Html.find("<th scope=\"row\">LAeq</th><td>85.0 dB</td>"), std::string::npos);
+    night.log.FreqWeightA("C");
+    EXPECT_NE(spokenRange(rangeTable(night.log, analysedRows(night.log), {4, 4}, 12.5))
+                  .find("LCeq 85.0 dB, LE (not A-weighted) 112.8 dB, Dose (85 dB, 3 dB) (not A-weighted) 2.1 %"),
+              std::string::npos);
 }
 
 TEST(RangeTable, LeavesEmptyWhatIsNotKnown) {

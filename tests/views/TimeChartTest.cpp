@@ -209,5 +209,34 @@ TEST(ChartLines, TheExposureSoFarLeavesOutWhatDoesNotCount) {
     EXPECT_TRUE(isNullValue(fullLogChart(&shown.log, {}).Series[2].Values[3]));
 }
 
+// 101.2 dB at 63 Hz are 75 dB(A).
+TEST(ChartLines, TheExposureSoFarIsMadeOfAWeightedLevels) {
+    ShownLog shown(modeFullOctave);
+    clsLog& log = shown.log;
+    log.FreqWeightA("Z");
+    log.FreqWeightB("A");
+    log.Interval = 3600;
+    log.Criterion = 85;
+    shown.addRows(1);
+    shown.setLevel(Quantity::LeqA, 0, 0, 101.2F);
+    shown.setLevel(Quantity::LeqA, log.e("63"), 0, 101.2F);
+    shown.setLevel(Quantity::LeqB, 0, 0, 85);
+    shown.plot(kChannelA, kInterval, {eDoseMT});
+    storeChartLines(shown.session, {LimitLines::None, "", true});
+    ChartData chart = fullLogChart(&log, {});
+    EXPECT_EQ(labels(chart), (std::vector<std::string>{"Dose %(MT) (not A-weighted)", "LAeq from bands so far",
+                                                       "LEX,8h so far (LAeq from bands)",
+                                                       "Dose so far (85 dB, 3 dB) (LAeq from bands)"}));
+    EXPECT_NEAR(chart.Series[2].Values[0], 65.969, 1e-3); // 75 + 10 lg(1/8)
+    EXPECT_NEAR(chart.Series[3].Values[0], 1.2402, 1e-3); // 12.5 * 2^(-10/3)
+    log.IsChannelBOn = true;
+    chart = fullLogChart(&log, {});
+    EXPECT_EQ(chart.Series[1].Label, "LAeq (CHB) so far");
+    EXPECT_NEAR(chart.Series[3].Values[0], 12.5, 1e-4);
+    shown.log.Mode(modeBroadband);
+    log.IsChannelBOn = false;
+    EXPECT_EQ(fullLogChart(&log, {}).Series.back().Label, "LZeq so far");
+}
+
 } // namespace
 } // namespace kestrane
