@@ -127,7 +127,7 @@ void takeUpHash(clsFile& file, FileStamp stamp) {
     const Session& session = file.session();
     if (CheckHistory(file, stamp.Hash))
         session.frame->Tell(ReplaceText(session.LoadText(Text::ChangedByOtherTold), "^", file.ShortenedFileName()));
-    if (!session.StateFolder.empty()) file.OnDisk = std::move(stamp);
+    if (!session.StateFolder.empty() || !isRegularFile(file.FileName)) file.OnDisk = std::move(stamp);
 }
 
 // Makes the hash while the document is shown already, which is busy until then.
@@ -237,14 +237,16 @@ bool FileOpen(clsFile& file, const ReadBytes& read) {
     };
     std::string message;
     bool isLoaded = false;
-    const bool isToHash = !session.StateFolder.empty() || fileExists(historyNameOf(file.FileName));
+    // What comes from a pipe comes once, and its hash with it.
+    const bool isStream = !isRegularFile(file.FileName);
+    const bool isToHash = isStream || !session.StateFolder.empty() || fileExists(historyNameOf(file.FileName));
     // The stamp is taken before, so that a change while the file is read is noticed.
     FileStamp stamp;
     std::shared_ptr<FileBytes> bytes;
     const ReadBytes kept = [&](const std::string& path) {
         stamp = stampOf(path);
         bytes = read ? read(path) : readFile(path, between);
-        if (isToHash && (session.server == nullptr || isHashedFirst(bytes->view())))
+        if (isToHash && (isStream || session.server == nullptr || isHashedFirst(bytes->view())))
             stamp.Hash = sha256Of(bytes->view());
         return bytes;
     };

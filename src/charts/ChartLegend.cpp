@@ -1,5 +1,7 @@
 #include "charts/ChartLegend.h"
 
+#include "charts/ChartText.h"
+
 #include <algorithm>
 
 namespace kestrane {
@@ -128,8 +130,10 @@ void ChartLegend::drawEntry(QCPPainter* painter, const QRect& cell, const Entry&
     }
     painter->setPen(QPen(text_));
     const QRect place = cell.adjusted(sample + kSampleGap, 0, 0, 0);
-    const QString label = QFontMetrics(font_).elidedText(entry.label, Qt::ElideRight, place.width());
-    painter->drawText(place, Qt::AlignVCenter | Qt::TextSingleLine, label);
+    const QFontMetricsF metrics(font_);
+    const QString label = metrics.elidedText(entry.label, Qt::ElideRight, place.width());
+    drawTextLine(*painter, QRectF(place).translated(0, (place.height() - metrics.height()) / 2), label,
+                 label.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight, Qt::AlignLeft | Qt::AlignAbsolute);
 }
 
 } // namespace kestrane

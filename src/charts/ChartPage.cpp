@@ -13,21 +13,29 @@ QCPRange rangeOf(const ChartRange& range) {
     return {range.Minimum, range.Maximum};
 }
 
+void fill(ChartPlot& page, const ChartOnPage& chart) {
+    page.setContent(std::make_shared<ChartContent>(*chart.Data), ChartLooks::ofPaper());
+    page.showParts(chart.HasLegend, chart.HasFootnote);
+    page.keepLegendWhole();
+}
+
 } // namespace
 
 double plotHeight(const QSize& size, const ChartOnPage& chart) {
     ChartPlot page({}, nullptr);
-    page.setContent(std::make_shared<ChartContent>(*chart.Data), ChartLooks::ofPaper());
-    page.showParts(chart.HasLegend, chart.HasFootnote);
-    page.keepLegendWhole();
+    fill(page, chart);
     return page.plotHeight(size);
+}
+
+bool cutsFootnote(const QSize& size, const ChartOnPage& chart) {
+    ChartPlot page({}, nullptr);
+    fill(page, chart);
+    return page.cutsFootnote(size);
 }
 
 void drawChart(QCPPainter& painter, const QSize& size, const ChartOnPage& chart, const Locale& locale) {
     ChartPlot page(locale, nullptr);
-    page.setContent(std::make_shared<ChartContent>(*chart.Data), ChartLooks::ofPaper());
-    page.showParts(chart.HasLegend, chart.HasFootnote);
-    page.keepLegendWhole();
+    fill(page, chart);
     if (chart.Part && page.hasAxes())
         page.setView({rangeOf(chart.Part->Rows), rangeOf(chart.Part->Primary), rangeOf(chart.Part->Secondary)});
     page.toPainter(&painter, size.width(), size.height());

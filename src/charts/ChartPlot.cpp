@@ -278,6 +278,12 @@ void ChartPlot::paintEvent(QPaintEvent* event) {
     painter.drawRect(rect().adjusted(kFocus / 2, kFocus / 2, -kFocus / 2, -kFocus / 2));
 }
 
+bool ChartPlot::cutsFootnote(const QSize& size) {
+    setViewport(QRect(QPoint(), size));
+    updateLayout();
+    return footnote_->visible() && footnote_->isCut();
+}
+
 double ChartPlot::plotHeight(const QSize& size) {
     setViewport(QRect(QPoint(), size));
     updateLayout();

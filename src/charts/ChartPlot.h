@@ -36,6 +36,8 @@ public:
     // On paper no entry of the legend is left out, however little height that leaves to the plot.
     void keepLegendWhole() { isLegendWhole_ = true; }
 
+    // Whether the note is shown in part only on a page of this size.
+    bool cutsFootnote(const QSize& size);
     double plotHeight(const QSize& size); // pixels, in a chart of this size
 
     // Whether there are axes to zoom and to read values from: there are none without rows and in 3D.

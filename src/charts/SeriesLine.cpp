@@ -9,6 +9,8 @@ namespace {
 
 constexpr double kVectorColumns = 2; // columns per pixel on paper
 constexpr double kLabelGap = 4;
+constexpr double kDotRadius = 1.5; // points; a dot of a millimetre is seen on paper
+constexpr double kDotOfWidth = 3;  // line widths
 
 } // namespace
 
@@ -19,6 +21,7 @@ SeriesLine::SeriesLine(QCPAxis* rows, QCPAxis* values, const ChartContent& conte
     background_(looks.Background),
     labelFont_(looks.font(content.data.AxisFont)) {
     setPen(looks.linePen(content, drawn));
+    dotRadius_ = std::max(kDotRadius * looks.PixelsPerPoint, kDotOfWidth / 2 * mPen.widthF());
     marks_ = SeriesMarks::of(content, drawn, looks);
 }
 
@@ -66,12 +69,11 @@ void SeriesLine::drawRows(QCPPainter* painter, std::size_t begin, std::size_t en
 void SeriesLine::drawRun(QCPPainter* painter, const QPolygonF& run) const {
     if (run.size() > 1) {
         painter->drawPolyline(run);
-    } else if (run.size() == 1) {
+    } else if (run.size() == 1) { // a value that has no neighbour to be joined to
         painter->save();
-        const double radius = std::max(1.0, mPen.widthF() / 2 + 0.5);
         painter->setPen(Qt::NoPen);
         painter->setBrush(mPen.color());
-        painter->drawEllipse(run.front(), radius, radius);
+        painter->drawEllipse(run.front(), dotRadius_, dotRadius_);
         painter->restore();
     }
 }

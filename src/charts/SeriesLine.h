@@ -25,6 +25,7 @@ private:
 
     QColor labelColor_, background_;
     QFont labelFont_;
+    double dotRadius_ = 0; // pixels
     std::optional<SeriesMarks> marks_;
 };
 

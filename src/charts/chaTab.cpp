@@ -35,9 +35,21 @@ constexpr double kWheelStep = 120;
 constexpr double kTouch = 0.01; // rows: a row this close to the edge of the view is in it
 constexpr double kGrip = 5;     // pixels: a drag that begins this close to an end of the range moves that end
 constexpr int kPdfResolution = 1200;
+constexpr int kSvgResolution = 2540; // hundredths of a millimetre
 
 bool endsIn(const std::string& path, const char* ending) {
     return QString::fromStdString(path).endsWith(ending, Qt::CaseInsensitive);
+}
+
+// The toolkit rounds the size of a page to whole points. Puts the size itself in its place, in as many bytes, so that
+// nothing in the file moves.
+void putPageSize(QByteArray& pdf, const QSizeF& dots) {
+    const QSizeF points = dots * (72 / kDotsOfInch);
+    QByteArray box = "/MediaBox [0 0 " + QByteArray::number(points.width(), 'f', 5) + " " +
+                     QByteArray::number(points.height(), 'f', 5);
+    const qsizetype at = pdf.indexOf("/MediaBox [0 0 ");
+    const qsizetype size = at < 0 ? 0 : pdf.indexOf(']', at) - at;
+    if (box.size() <= size) pdf.replace(at, size, box.leftJustified(size, ' '));
 }
 
 } // namespace
@@ -170,9 +182,9 @@ QByteArray chaTab::pictureBytes(const std::string& path, const QSizeF& size, dou
     if (endsIn(path, ".svg")) {
         QSvgGenerator svg;
         svg.setOutputDevice(&buffer);
-        svg.setResolution(static_cast<int>(kDotsOfInch));
-        svg.setSize(dots);
-        svg.setViewBox(QRect(QPoint(), dots));
+        svg.setResolution(kSvgResolution); // only of the size that the picture has in a document
+        svg.setSize((size / kDotsOfInch * kSvgResolution).toSize());
+        svg.setViewBox(QRectF(QPointF(), size));
         // The toolkit writes the title to the file without escaping it.
         svg.setTitle(QString::fromStdString(content_->data.Title).toHtmlEscaped());
         QCPPainter painter(&svg);
@@ -188,6 +200,8 @@ QByteArray chaTab::pictureBytes(const std::string& path, const QSizeF& size, dou
         painter.setMode(QCPPainter::pmVectorized);
         painter.scale(kPdfResolution / kDotsOfInch, kPdfResolution / kDotsOfInch);
         drawChart(painter, dots, onPage(), locale_);
+        painter.end();
+        putPageSize(buffer.buffer(), size);
     } else {
         picture(size, ratio).save(&buffer, "PNG");
     }

@@ -300,6 +300,7 @@ int history(Program& program, const std::string& name) {
         lines.push_back({{"Time", line.Time},
                          {"What", line.What},
                          {"Log", line.Log},
+                         {"Identity", line.Identity},
                          {"Before", line.Before},
                          {"After", line.After},
                          {"Reason", line.Reason}});

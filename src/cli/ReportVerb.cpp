@@ -4,6 +4,7 @@
 #include "cli/TimeArgument.h"
 #include "cli/Verbs.h"
 #include "platform/Interrupt.h"
+#include "platform/LocalTime.h"
 #include "reports/Report.h"
 #include "reports/ReportLanguage.h"
 #include "resources/TextNames_w7.h"
@@ -82,14 +83,16 @@ bool reportOne(Program& program, Drawing& drawing, const ChosenLog& chosen, cons
     ReportParts parts;
     for (const std::string& word : options.with)
         parts.merge(partsOf(word));
-    ReportSubject subject = {*chosen.file, *chosen.data, *chosen.log, modificationOf(*chosen.log, *chosen.log)};
+    ReportSubject subject = {*chosen.file, *chosen.data, *chosen.log};
     if (parts.contains(ReportPart::Protector)) {
         subject.Comparison = compareLog(program, *chosen.log, options);
         if (!subject.Comparison) return false;
     }
     const auto layOut = [&](const PageMetrics& metrics) {
-        return inReportLanguage(program.session,
-                                [&] { return std::make_unique<Report>(subject, formOf(options), metrics, parts); });
+        return inReportLanguage(program.session, [&] {
+            subject.Modification = modificationOf(*chosen.log, *chosen.log);
+            return std::make_unique<Report>(subject, formOf(options), metrics, parts);
+        });
     };
     return writePages(program, drawing, options.isLandscape, layOut, output);
 }
@@ -101,7 +104,10 @@ int report(Program& program, const ReportOptions& options) {
     keepFilesFrom(outputs, options.files);
     Drawing* const drawing = program.drawing();
     if (drawing == nullptr) return kFailed;
-    if (options.printDate) program.clock.Fixed = options.printDate;
+    if (options.printDate) {
+        program.clock.Fixed = options.printDate;
+        useUtc(); // the toolkit writes the zone of its own date into the file
+    }
     const Interrupt interrupt;
     const int status = program.forEachFile(options.files, [&](clsFile& file, std::size_t i) {
         const auto chosen = chooseLog(program, file, options.log);

@@ -2,6 +2,7 @@
 
 #include "calc/Recalculation.h"
 #include "explorer/NodeKeys.h"
+#include "model/LogIdentity.h"
 #include "model/Speaking.h"
 #include "platform/RuntimeError.h"
 
@@ -32,6 +33,8 @@ public:
 
     void describe(HistoryLine& line) const override { describeChange(kept_, log_, line); }
 
+    const clsLog* ofLog() const override { return &log_; }
+
 private:
     clsLog& log_;
     clsLog kept_;
@@ -52,6 +55,8 @@ public:
         line.Before = kept_;
         line.After = name_;
     }
+
+    const clsLog* ofLog() const override { return log_; }
 
 private:
     std::string& name_;
@@ -108,6 +113,10 @@ clsFile* otherOf(const EditStep& step, const clsFile& file) {
 // Adds the line of a step that has just been done, undone or done again. Only figures may still be on their way.
 void addLine(clsFile& file, const EditStep& step, std::string what) {
     HistoryLine line = historyLine(file.session(), std::move(what));
+    if (const clsLog* const log = step.ofLog(); log != nullptr) {
+        line.Log = log->Name;
+        line.Identity = identityOf(file, *log);
+    }
     step.describe(line);
     file.History.add(std::move(line), dynamic_cast<const LogStep*>(&step));
 }
@@ -139,7 +148,10 @@ void recordDownload(clsFile& file, Text::Id what) {
 
 void recordRecalculation(clsFile& file, const clsLog& log, const KeptFigures& before) {
     HistoryLine line = historyLine(file.session(), file.session().texts.LoadData(Text::HistoryRecalculatedOnOpening));
-    if (before.describe(log, line)) file.History.add(std::move(line));
+    if (!before.describe(log, line)) return;
+    line.Log = log.Name;
+    line.Identity = identityOf(file, log);
+    file.History.add(std::move(line));
 }
 
 bool editLog(clsLog& log, Text::Id title, const std::function<bool()>& change) {
@@ -217,19 +229,31 @@ std::set<const clsLog*> ArrangementStep::logsOf(const std::vector<Place>& places
     return all;
 }
 
-std::string ArrangementStep::namesOf(const std::vector<Place>& places, const std::set<const clsLog*>& without) {
+// A name that several logs have or had is told apart.
+std::string ArrangementStep::namesOf(const std::vector<Place>& places, const std::set<const clsLog*>& without,
+                                     const std::multiset<std::string>& all) {
     std::string names;
     for (const Place& place : places)
         for (const auto& logs : place.logs)
             for (const clsLog* const log : logs)
-                if (!without.contains(log)) names += (names.empty() ? "" : "; ") + log->Name;
+                if (!without.contains(log))
+                    names +=
+                        (names.empty() ? "" : "; ") +
+                        (all.count(log->Name) == 1 ? log->Name : toldApart(log->Name, identityOf(*place.data, *log)));
     return names;
 }
 
 void ArrangementStep::describe(HistoryLine& line) const {
     const std::vector<Place> present = arrangementOf(file_);
-    line.Before = namesOf(kept_, logsOf(present));
-    line.After = namesOf(present, logsOf(kept_));
+    const std::set<const clsLog*> before = logsOf(kept_), after = logsOf(present);
+    std::set<const clsLog*> both = before;
+    both.insert(after.begin(), after.end());
+    std::multiset<std::string> names;
+    for (const clsLog* const log : both)
+        names.insert(log->Name);
+    line.Before = namesOf(kept_, after, names);
+    line.After = namesOf(present, before, names);
+    if (line.Before.empty() && !line.After.empty()) line.Before = Source;
 }
 
 bool ArrangementStep::isUnchanged() const {

@@ -56,6 +56,7 @@ public:
     void describe(HistoryLine& line) const override; // the logs that went and that came
 
     std::weak_ptr<clsFile> Marked; // another document that the step has marked as changed
+    std::string Source;            // where the logs that came are from; empty for the same document
 
 private:
     struct Place {
@@ -67,7 +68,8 @@ private:
 
     static std::vector<Place> arrangementOf(const clsFile& file);
     static std::set<const clsLog*> logsOf(const std::vector<Place>& places);
-    static std::string namesOf(const std::vector<Place>& places, const std::set<const clsLog*>& without);
+    static std::string namesOf(const std::vector<Place>& places, const std::set<const clsLog*>& without,
+                               const std::multiset<std::string>& all);
 
     clsFile& file_;
     std::vector<Place> kept_;

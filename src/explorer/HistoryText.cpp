@@ -2,9 +2,11 @@
 
 #include "calc/CalibrationText.h"
 #include "calc/ExposureTime.h"
+#include "calc/Recalculation.h"
 #include "model/LogParameters.h"
 #include "model/Speaking.h"
 #include "platform/Utf8.h"
+#include "resources/TextNames_w2.h"
 
 #include <array>
 
@@ -65,12 +67,18 @@ void forEachFigure(const clsLog& log, Visit&& visit) {
 }
 
 std::string figureText(const clsLog& log, Parameter parameter, const clsValue& figure) {
-    return figure.Format(Zeros::Blank, Reading::Computed, reportFormat(parameterInfo(parameter).unit),
-                         log.session().locale);
+    const std::string_view usual = reportFormat(parameterInfo(parameter).unit);
+    return figure.Format(Zeros::Blank, Reading::Computed,
+                         parameter == ePa2Hr ? pa2HoursFormat(figure.CalcValue(), usual) : usual, log.session().locale);
 }
 
+// A figure that was not computed with the log's present dose is marked: it says another thing than the dose beside it.
 std::string figureOf(const clsLog& log, LogChannel channel, Parameter parameter) {
-    return figureText(log, parameter, cumulativeValue(log, channel, parameter, 0));
+    std::string text = figureText(log, parameter, cumulativeValue(log, channel, parameter, 0));
+    const bool isOfReportedDose = parameter == eTWA && !reportedNote(log, kChannelA, eDoseET).empty();
+    if (!text.empty() && (isOfReportedDose || isToBeRecalculated(log, channel, parameter)))
+        text += " (" + log.session().LoadText(Text::OfEarlierDose) + ")";
+    return text;
 }
 
 std::string shortened(const std::string& value) {
@@ -94,7 +102,6 @@ KeptFigures::KeptFigures(const clsLog& log) {
 
 bool KeptFigures::describe(const clsLog& now, HistoryLine& line) const {
     const Speaking english = inEnglish(now.session());
-    line.Log = now.Name;
     auto before = figures_.begin();
     forEachFigure(now, [&](LogChannel channel, Parameter parameter) {
         if (before == figures_.end()) return;
@@ -108,7 +115,6 @@ bool KeptFigures::describe(const clsLog& now, HistoryLine& line) const {
 
 void describeChange(const clsLog& before, const clsLog& after, HistoryLine& line) {
     const Speaking english = inEnglish(after.session());
-    if (line.Log.empty()) line.Log = after.Name; // it may have got another name since
     line.Before.clear();
     line.After.clear();
     for (const Fact& fact : kFacts)

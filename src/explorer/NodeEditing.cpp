@@ -2,10 +2,13 @@
 
 #include "explorer/Edits.h"
 #include "explorer/NodeKeys.h"
+#include "model/LogIdentity.h"
 #include "platform/RuntimeError.h"
+#include "views/LogHistory.h"
 
 #include <algorithm>
 #include <optional>
+#include <tuple>
 
 namespace kestrane {
 
@@ -75,6 +78,36 @@ bool hasIdentity(const LogCollection& logs, std::int32_t identity) {
     return std::any_of(logs.begin(), logs.end(), [identity](const auto& log) { return log->LogId == identity; });
 }
 
+// A document by its name, with the hash of its file where that is known.
+std::string sourceText(const clsFile& file) {
+    const HistoryLine* const last = file.History.lastOfFile();
+    const std::string& hash = file.OnDisk.Hash.empty() && last != nullptr ? last->After : file.OnDisk.Hash;
+    return file.ShortenedFileName() + (hash.empty() ? "" : " (SHA-256 " + hash + ")");
+}
+
+// Adds a line that is not there yet. A line may be of several logs, and logs may be pasted more than once.
+void addOnce(std::vector<HistoryLine>& lines, HistoryLine line) {
+    const auto textsOf = [](const HistoryLine& of) {
+        return std::tie(of.Time, of.What, of.Log, of.Identity, of.Before, of.After, of.Reason);
+    };
+    if (std::ranges::none_of(lines, [&](const HistoryLine& other) { return textsOf(other) == textsOf(line); }))
+        lines.push_back(std::move(line));
+}
+
+// The lines of the document's history that are of these logs, the oldest first.
+std::vector<HistoryLine> linesOf(const clsFile& file, const std::vector<PlacedLog>& logs) {
+    std::vector<HistoryLine> lines;
+    for (const PlacedLog& placed : logs) {
+        for (LogChange& change : changesOf(file, *placed.data, *placed.log)) {
+            if (change.Line.Log.empty()) continue;
+            if (change.IsCertain) change.Line.Identity = identityOf(*placed.data, *placed.log);
+            addOnce(lines, std::move(change.Line));
+        }
+    }
+    std::ranges::stable_sort(lines, {}, &HistoryLine::Time);
+    return lines;
+}
+
 // One paste, from checking it to recording its steps.
 class Paste {
 public:
@@ -103,6 +136,7 @@ private:
     const std::string& targetKey_;
     bool isMove_;
     std::vector<std::string> told_;
+    std::vector<HistoryLine> lines_; // of what came from another document, which go with it
     Node source_, target_;
     std::unique_ptr<ArrangementStep> step_,
         sourceStep_; // the step of the target's file, and that of the source's when it is another file
@@ -118,7 +152,11 @@ bool Paste::run() {
     }
     const Text::Id title = isMove_ ? Text::StepMove : sourceKey_.starts_with(tFILE) ? Text::StepMerge : Text::StepPaste;
     step_ = std::make_unique<ArrangementStep>(*target_.file, title);
-    if (!isSameFile()) sourceStep_ = std::make_unique<ArrangementStep>(*source_.file, title);
+    if (!isSameFile()) {
+        sourceStep_ = std::make_unique<ArrangementStep>(*source_.file, title);
+        step_->Source = sourceText(*source_.file);
+        lines_ = linesOf(*source_.file, logsOf(source_, sourceKey_));
+    }
     place();
     if (step_->isUnchanged() && (sourceStep_ == nullptr || sourceStep_->isUnchanged())) return false;
     try {
@@ -216,6 +254,11 @@ void Paste::record() {
         step_->Marked = source.Life;
         source.Edits.mark(true);
     }
+    std::vector<HistoryLine> lines = target.History.lines();
+    const auto known = static_cast<std::ptrdiff_t>(lines.size());
+    for (HistoryLine& line : lines_)
+        addOnce(lines, std::move(line));
+    std::for_each(lines.begin() + known, lines.end(), [&](HistoryLine& line) { target.History.add(std::move(line)); });
     recordStep(target, std::move(step_), wasTargetChanged);
     source.Changed = target.Changed = true;
 }

@@ -28,9 +28,10 @@ struct TextMember {
     std::string HistoryLine::*member;
 };
 
-constexpr TextMember kTexts[] = {{"Time", &HistoryLine::Time},   {"What", &HistoryLine::What},
-                                 {"Log", &HistoryLine::Log},     {"Before", &HistoryLine::Before},
-                                 {"After", &HistoryLine::After}, {"Reason", &HistoryLine::Reason}};
+constexpr TextMember kTexts[] = {{"Time", &HistoryLine::Time},     {"What", &HistoryLine::What},
+                                 {"Log", &HistoryLine::Log},       {"Identity", &HistoryLine::Identity},
+                                 {"Before", &HistoryLine::Before}, {"After", &HistoryLine::After},
+                                 {"Reason", &HistoryLine::Reason}};
 constexpr const char* kLogs = "Logs";   // in a line that says what the data file is
 constexpr const char* kSaved = "Saved"; // in such a line
 constexpr const char* kPosition = "Position";

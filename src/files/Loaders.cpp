@@ -10,7 +10,6 @@
 #include "platform/AtomicFile.h"
 #include "platform/FileStamp.h"
 #include "platform/Files.h"
-#include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
 #include "platform/Utf8.h"
@@ -18,7 +17,6 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <filesystem>
 #include <new>
 
 namespace kestrane {
@@ -72,15 +70,10 @@ void refuseToLoseIntervals(const clsFile& file) {
     });
 }
 
-bool isRegular(const std::string& path) {
-    std::error_code ignored;
-    return !openFileNumber(path) && std::filesystem::is_regular_file(pathOf(path), ignored);
-}
-
 // The hash of the file that a save is about to replace, which may have been changed since it was opened; empty for
 // none.
 std::string hashToReplace(clsFile& file) {
-    if (!file.History.IsWanted || !isRegular(file.FileName)) return {};
+    if (!file.History.IsWanted || !isRegularFile(file.FileName)) return {};
     std::string hash = hashedStampOf(file.FileName).Hash; // none when it may be written to but not read
     if (!hash.empty() && file.FileName == file.History.DataFile) NoticeChange(file, hash);
     return hash;
@@ -131,7 +124,7 @@ bool LoadDocument(clsFile& file, std::string& message, const ReadBytes& read) {
         message = unableToOpen(file) + ": " + error.what();
         return false;
     }
-    if (isRegular(file.FileName)) file.History = ReadHistory(file.session(), file.FileName);
+    if (isRegularFile(file.FileName)) file.History = ReadHistory(file.session(), file.FileName);
     bool isFirst = true;
     for (const int number : orderFor(file.FileName)) {
         std::string reason;
@@ -173,7 +166,7 @@ std::string FileSave(clsFile& file) {
     file.Changed = false;
     file.Edits.markSaved();
     file.OldStyle = false;
-    if (!file.History.IsWanted || !isRegular(file.FileName)) return {};
+    if (!file.History.IsWanted || !isRegularFile(file.FileName)) return {};
     try {
         AppendHistory(file, before);
         return {};

@@ -14,6 +14,7 @@ HistoryLine historyLine(const Session& session, std::string what) {
     return {.Time = formatDate(now, "yyyy-mm-dd") + "T" + formatDate(now, "hh:nn:ss"),
             .What = std::move(what),
             .Log = {},
+            .Identity = {},
             .Before = {},
             .After = {},
             .Reason = {},

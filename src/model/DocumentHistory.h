@@ -26,7 +26,8 @@ struct LogRemarks {
 struct HistoryLine {
     std::string Time; // local, "2026-03-02T10:15:00"
     std::string What;
-    std::string Log; // its name; empty for a change of the whole document
+    std::string Log;      // its name then; empty for a change of the whole document
+    std::string Identity; // of the log (model/LogIdentity); empty in lines of before there was one
     std::string Before, After, Reason;
 
     // In a line that says what the data file is: After is its SHA-256, and these are the remarks on its logs.

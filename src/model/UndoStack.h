@@ -13,6 +13,7 @@
 namespace kestrane {
 
 class clsFile;
+class clsLog;
 struct HistoryLine;
 
 // One step that changes two documents: each has half of it in its stack. It lives as long as both halves do: when one
@@ -36,9 +37,11 @@ public:
     // When something prevents that it raises an error and leaves both as they were.
     virtual void exchange() = 0;
 
-    // Writes into a line of the document's history what the step changed: the log, the state before, which is kept
-    // here, and the present one.
+    // Writes into a line of the document's history what the step changed: the state before, which is kept here, and
+    // the present one.
     virtual void describe(HistoryLine&) const {}
+
+    virtual const clsLog* ofLog() const { return nullptr; } // the log that it changes; null for another kind of step
 
     virtual bool isOfContent() const { return true; } // whether what is saved differs before and after the step
 };

@@ -62,6 +62,11 @@ std::optional<int> openFileNumber(std::string_view path) {
     return std::nullopt;
 }
 
+bool isRegularFile(const std::string& path) {
+    std::error_code ignored;
+    return !openFileNumber(path) && std::filesystem::is_regular_file(pathOf(path), ignored);
+}
+
 std::shared_ptr<FileBytes> readStream(const FillBytes& fill) {
     constexpr std::size_t kFirst = std::size_t{1} << 20;
     constexpr std::size_t kMost = std::size_t{1} << 30;

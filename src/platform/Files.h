@@ -71,6 +71,9 @@ std::shared_ptr<FileBytes> readInput(const std::string& path);
 // "/proc/self/fd/N"), whatever it is open on; nothing for any other path.
 std::optional<int> openFileNumber(std::string_view path);
 
+// Whether a path names a file on the disk, which can be read again, and not a stream, a device or a folder.
+bool isRegularFile(const std::string& path);
+
 constexpr const char* kStandardInput = "/dev/stdin";
 constexpr const char* kStandardOutput = "/dev/stdout";
 

@@ -9,4 +9,7 @@ namespace kestrane {
 
 CalendarTime localTime(std::time_t moment); // whole seconds
 
+// From now on the local time of this program is UTC. To be called before there are threads.
+void useUtc();
+
 } // namespace kestrane

@@ -15,10 +15,20 @@ namespace {
 
 constexpr qint64 kLargestFile = 32 << 20;
 constexpr qint64 kMostPixels = 50'000'000;
+constexpr int kMostOfPixel = 8;       // bytes
 constexpr QSize kSharpest(2400, 800); // 1000 dots per inch in the logo's box; a larger picture is scaled down
 
 bool isDrawing(const QByteArray& bytes) {
     return bytes.left(1024).contains("<svg");
+}
+
+// A drawing of somebody else's may be transparent, which an archive's PDF must not hold.
+QImage imageOf(QSvgRenderer& drawing) {
+    QImage image(drawing.defaultSize().scaled(kSharpest, Qt::KeepAspectRatio).expandedTo({1, 1}), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    drawing.render(&painter);
+    return image;
 }
 
 } // namespace
@@ -36,10 +46,11 @@ Logo Logo::ofFile(const std::string& path) {
     QFile file(name);
     if (!QFileInfo(name).isFile() || file.size() > kLargestFile || !file.open(QIODevice::ReadOnly)) return logo;
     if (isDrawing(file.peek(1024))) {
-        auto drawing = std::make_shared<QSvgRenderer>(file.readAll());
-        if (drawing->isValid() && !drawing->defaultSize().isEmpty()) logo.drawing_ = std::move(drawing);
+        QSvgRenderer drawing(file.readAll());
+        if (drawing.isValid() && !drawing.defaultSize().isEmpty()) logo.image_ = imageOf(drawing);
         return logo;
     }
+    QImageReader::setAllocationLimit(static_cast<int>(kMostPixels * kMostOfPixel >> 20) + 1); // megabytes
     QImageReader reader(&file);
     reader.setAutoTransform(true);
     const QSize size = reader.size();

@@ -60,8 +60,11 @@ double Paper::pictureWidth(const std::string& path, const PageBox& box) const {
 }
 
 double Paper::plotHeight(const ChartOnPage& chart, double width, double height) const {
-    const double scale = kCentimetre * kDotsOfInch / kPaperDots;
-    return kestrane::plotHeight(QSizeF(width * scale, height * scale).toSize(), chart) / scale;
+    return kestrane::plotHeight((QSizeF(width, height) * kDotsOfCentimetre).toSize(), chart) / kDotsOfCentimetre;
+}
+
+bool Paper::cutsNote(const ChartOnPage& chart, double width, double height) const {
+    return cutsFootnote((QSizeF(width, height) * kDotsOfCentimetre).toSize(), chart);
 }
 
 const Logo& Paper::picture(const std::string& path) const {

@@ -40,6 +40,7 @@ public:
     double lineHeight(const PageFont& font) const override;
     double pictureWidth(const std::string& path, const PageBox& box) const override;
     double plotHeight(const ChartOnPage& chart, double width, double height) const override;
+    bool cutsNote(const ChartOnPage& chart, double width, double height) const override;
 
     const ShapedText& shaped(std::string_view text, const PageFont& font) const; // valid until the next call
     const Logo& picture(const std::string& path) const; // an empty path stands for the picture of the brand

@@ -12,7 +12,6 @@ namespace kestrane {
 namespace {
 
 constexpr std::string_view kTimeWidth = "*00:00:00";
-constexpr std::string_view kDateWidth = "00/00/00 W";
 constexpr double kBlockGap = 0.8;  // cm, between two blocks
 constexpr double kHeadLines = 3.5; // heading, captions, and the space around them
 constexpr double kFootLines = 2;   // the line that explains the stars
@@ -22,9 +21,13 @@ bool isAnyExcluded(const IntervalColumns& rows) {
     return std::any_of(flags.begin(), flags.end(), [](std::uint8_t flag) { return flag != 0; });
 }
 
-bool isOfSeveralDays(const IntervalColumns& rows) {
+// Where the date stands when every row and every change of the day takes a line.
+std::vector<std::size_t> dateLinesOf(const IntervalColumns& rows) {
     const auto dates = rows.cells(rows.StartDate);
-    return std::any_of(dates.begin(), dates.end(), [&](double date) { return date != dates.front(); });
+    std::vector<std::size_t> lines;
+    for (std::size_t row = 1; row < dates.size(); ++row)
+        if (dates[row] != dates[row - 1]) lines.push_back(row + lines.size());
+    return lines;
 }
 
 } // namespace
@@ -39,17 +42,23 @@ IntervalPages::IntervalPages(const clsLog& log, const PageArea& area, const Page
     locale_(log.session().locale),
     times_(log),
     rows_(log.LogIntervals.Columns()),
+    dateLines_(dateLinesOf(rows_)),
     hasExcluded_(isAnyExcluded(rows_)) {
-    if (isOfSeveralDays(rows_)) date_ = metrics.textWidth(kDateWidth, kBodyFont);
     addChannel(log, kChannelA, metrics);
     if (log.IsChannelBOn) addChannel(log, kChannelB, metrics);
     for (const Channel& channel : channels_)
         blockWidth_ = std::max(blockWidth_, channel.Columns.back().Right);
     blocks_ = 2 * blockWidth_ + kBlockGap <= area.width() ? 2 : 1;
     const double lines = area.height() / line_ - kHeadLines - (hasExcluded_ ? kFootLines : 0);
-    rowsOfBlock_ = std::max<std::size_t>(1, static_cast<std::size_t>(std::max(lines, 1.0)));
-    const std::size_t rowsOfPage = blocks_ * rowsOfBlock_;
-    pagesOfChannel_ = (rows_.count() + rowsOfPage - 1) / rowsOfPage;
+    linesOfBlock_ = std::max<std::size_t>(1, static_cast<std::size_t>(std::max(lines, 1.0)));
+    const std::size_t linesOfPage = blocks_ * linesOfBlock_;
+    pagesOfChannel_ = (lineCount() + linesOfPage - 1) / linesOfPage;
+}
+
+IntervalPages::Line IntervalPages::lineAt(std::size_t number) const {
+    const auto next = std::ranges::lower_bound(dateLines_, number);
+    const auto before = static_cast<std::size_t>(next - dateLines_.begin());
+    return {number - before, next != dateLines_.end() && *next == number};
 }
 
 void IntervalPages::addChannel(const clsLog& log, LogChannel channel, const PageMetrics& metrics) {
@@ -58,7 +67,7 @@ void IntervalPages::addChannel(const clsLog& log, LogChannel channel, const Page
     Channel added;
     if (log.IsChannelBOn) added.Name = session.LoadText(channel == kChannelA ? Text::ChannelA : Text::ChannelB);
     const double gap = metrics.textWidth("WW", kCaptionFont);
-    double right = date_ + metrics.textWidth(kTimeWidth, kBodyFont);
+    double right = metrics.textWidth(kTimeWidth, kBodyFont);
     for (const LevelColumn& column : intervalColumns()) {
         if (column.isOptional && !options.IsPlotted(channel, kInterval, column.parameter)) continue;
         FigureColumn figures;
@@ -77,28 +86,29 @@ double IntervalPages::topOfRows() const {
     return area_.Top + kHeadLines * line_;
 }
 
-std::size_t IntervalPages::rowsOfLastBlock() const {
-    return std::min(rows_.count() - (pagesOfChannel_ - 1) * blocks_ * rowsOfBlock_, rowsOfBlock_);
+std::size_t IntervalPages::linesOfLastBlock() const {
+    return std::min(lineCount() - (pagesOfChannel_ - 1) * blocks_ * linesOfBlock_, linesOfBlock_);
 }
 
 double IntervalPages::bottom() const {
-    return topOfRows() + (static_cast<double>(rowsOfLastBlock()) + (hasExcluded_ ? kFootLines : 0)) * line_;
+    return topOfRows() + (static_cast<double>(linesOfLastBlock()) + (hasExcluded_ ? kFootLines : 0)) * line_;
 }
 
 void IntervalPages::draw(PageDevice& device, std::size_t page) const {
     const Channel& channel = channels_[page / pagesOfChannel_];
-    const std::size_t first = page % pagesOfChannel_ * blocks_ * rowsOfBlock_;
-    std::string heading = datedHeading(session_, heading_, {times_.longDate(first), times_.hourAndMinute(first)});
+    const std::size_t first = page % pagesOfChannel_ * blocks_ * linesOfBlock_;
+    const std::size_t row = lineAt(first).Row;
+    std::string heading = datedHeading(session_, heading_, {times_.longDate(row), times_.hourAndMinute(row)});
     if (!channel.Name.empty()) heading += " " + channel.Name;
     device.text(area_.Left, area_.Top, heading, kCaptionFont);
     for (std::size_t block = 0; block < blocks_; ++block) {
-        const std::size_t begin = first + block * rowsOfBlock_;
-        if (begin >= rows_.count()) break;
+        const std::size_t begin = first + block * linesOfBlock_;
+        if (begin >= lineCount()) break;
         drawBlock(device, channel, area_.Left + static_cast<double>(block) * (blockWidth_ + kBlockGap), begin,
-                  std::min(begin + rowsOfBlock_, rows_.count()));
+                  std::min(begin + linesOfBlock_, lineCount()));
     }
     if (!hasExcluded_ || page + 1 != count()) return;
-    device.text(area_.Left, topOfRows() + (static_cast<double>(rowsOfLastBlock()) + 1) * line_, removed_, kBodyFont);
+    device.text(area_.Left, topOfRows() + (static_cast<double>(linesOfLastBlock()) + 1) * line_, removed_, kBodyFont);
 }
 
 void IntervalPages::drawBlock(PageDevice& device, const Channel& channel, double left, std::size_t first,
@@ -109,8 +119,13 @@ void IntervalPages::drawBlock(PageDevice& device, const Channel& channel, double
         device.text(left + column.Right, top, column.Caption, kCaptionFont, PageAlign::Right);
     device.rule(left, top + 1.25 * line_, channel.Columns.back().Right);
     top = topOfRows();
-    for (std::size_t row = first; row < end; ++row) {
-        drawRow(device, channel, left, top, row);
+    for (std::size_t number = first; number < end; ++number) {
+        const Line line = lineAt(number);
+        if (line.IsDate) {
+            device.text(left + star_, top, times_.shortDate(line.Row), kBodyFont);
+        } else {
+            drawRow(device, channel, left, top, line.Row);
+        }
         top += line_;
     }
 }
@@ -118,9 +133,7 @@ void IntervalPages::drawBlock(PageDevice& device, const Channel& channel, double
 void IntervalPages::drawRow(PageDevice& device, const Channel& channel, double left, double top,
                             std::size_t row) const {
     if (rows_.isExcluded.at(row) != 0) device.text(left, top, "*", kBodyFont);
-    if (date_ > 0 && row > 0 && rows_.StartDate.at(row) != rows_.StartDate.at(row - 1))
-        device.text(left + star_, top, times_.shortDate(row), kBodyFont);
-    device.text(left + star_ + date_, top, times_.time(row), kBodyFont);
+    device.text(left + star_, top, times_.time(row), kBodyFont);
     for (const FigureColumn& column : channel.Columns) {
         const float level = column.Source == Quantity::End ? 0 : rows_.level(column.Source, 0, row).CalcValue;
         if (level != 0)

@@ -37,25 +37,34 @@ private:
         std::vector<FigureColumn> Columns;
     };
 
+    // A line of a block: a row, or the date in front of the first row of another day.
+    struct Line {
+        std::size_t Row;
+        bool IsDate;
+    };
+
+    std::size_t lineCount() const { return rows_.count() + dateLines_.size(); }
+
+    Line lineAt(std::size_t number) const;
     void addChannel(const clsLog& log, LogChannel channel, const PageMetrics& metrics);
     void drawBlock(PageDevice& device, const Channel& channel, double left, std::size_t first, std::size_t end) const;
     void drawRow(PageDevice& device, const Channel& channel, double left, double top, std::size_t row) const;
-    std::size_t rowsOfLastBlock() const; // the highest block of the last page
+    std::size_t linesOfLastBlock() const; // the highest block of the last page
     double topOfRows() const;
 
     PageArea area_;
     double line_, star_;
-    double date_ = 0; // the space before the time for the date; 0 when all rows are of one day
     const Session& session_;
     std::string heading_, removed_;
     Locale locale_;
     RowTimes times_;
     IntervalColumns rows_;
+    std::vector<std::size_t> dateLines_; // the numbers of the lines with a date
     std::vector<Channel> channels_;
     bool hasExcluded_;
     double blockWidth_ = 0; // of the widest channel
     std::size_t blocks_;    // side by side on a page
-    std::size_t rowsOfBlock_, pagesOfChannel_;
+    std::size_t linesOfBlock_, pagesOfChannel_;
 };
 
 } // namespace kestrane

@@ -40,6 +40,9 @@ public:
     // title, legend and note.
     virtual double plotHeight(const ChartOnPage& chart, double width, double height) const = 0;
 
+    // Whether a chart in a box of this size shows its note in part only.
+    virtual bool cutsNote(const ChartOnPage& chart, double width, double height) const = 0;
+
     bool isLandscape() const { return width() > height(); }
 };
 

@@ -39,10 +39,10 @@ PageFrame::PageFrame(const Session& session, const PageHeading& heading, const P
         logo_.clear();
         logoWidth = metrics.pictureWidth({}, kLogoBox);
     }
-    std::vector<std::string> texts;
-    if (!session.Options.CompanyName.empty()) texts.push_back(printableText(session.Options.CompanyName));
-    texts.push_back(printableText(heading.Title));
-    if (heading.IsModified) texts.push_back(session.LoadText(Text::ModifiedReport));
+    std::vector<HeadText> texts;
+    if (!session.Options.CompanyName.empty()) texts.push_back({printableText(session.Options.CompanyName), {}});
+    texts.push_back({printableText(heading.Title), printableText(heading.Kind)});
+    if (heading.IsModified) texts.push_back({session.LoadText(Text::ModifiedReport), {}});
     setHead(texts, logoWidth);
     double lines = 0;
     for (const HeadLine& line : head_)
@@ -51,15 +51,15 @@ PageFrame::PageFrame(const Session& session, const PageHeading& heading, const P
 }
 
 // Places the head beside the logo, in the largest font in which all lines fit.
-void PageFrame::setHead(const std::vector<std::string>& lines, double logoWidth) {
+void PageFrame::setHead(const std::vector<HeadText>& texts, double logoWidth) {
     const double room = body_.width() - logoWidth - kBesideLogo;
     PageFont font = kTitleFont;
-    for (const std::string& text : lines) {
-        while (font.Points > kLeastPoints && metrics_.textWidth(text, font) > room)
+    for (const HeadText& text : texts) {
+        while (font.Points > kLeastPoints && metrics_.textWidth(text.Text, font) > room)
             font.Points -= 1;
     }
-    for (const std::string& text : lines) {
-        for (std::string& line : wrappedText(metrics_, text, room, font, kMostHeadLines))
+    for (const HeadText& text : texts) {
+        for (std::string& line : wrappedText(metrics_, text.Text, room, font, kMostHeadLines, text.Kind))
             head_.push_back({std::move(line), font});
     }
 }

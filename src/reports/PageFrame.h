@@ -28,6 +28,7 @@ struct PageHeading {
     std::string FileName; // in the foot line
     bool IsModified = false;
     bool IsPart = false; // of a document that has said already what is wrong with its logo
+    std::string Kind{};  // the end of the title, which stays when the title is cut
 };
 
 class PageFrame {
@@ -47,7 +48,11 @@ private:
         PageFont Font;
     };
 
-    void setHead(const std::vector<std::string>& lines, double logoWidth);
+    struct HeadText {
+        std::string Text, Kind;
+    };
+
+    void setHead(const std::vector<HeadText>& texts, double logoWidth);
 
     std::vector<HeadLine> head_;
     std::vector<std::string> letterhead_;      // lines above the foot

@@ -33,6 +33,22 @@ std::size_t fittingLength(const PageMetrics& metrics, std::string_view text, std
     return characters == 0 ? 0 : ends[std::min(characters, ends.size()) - 1];
 }
 
+// The lines of a text; where the most of them do not hold it, the last one has all the rest.
+std::vector<std::string> brokenText(const PageMetrics& metrics, std::string_view text, double width,
+                                    const PageFont& font, std::size_t most) {
+    std::vector<std::string> lines;
+    while (lines.size() + 1 < most && metrics.textWidth(text, font) > width) {
+        const std::size_t longest = fittingLength(metrics, text, {}, width, font, 1);
+        const std::size_t blank = text.rfind(' ', longest);
+        const std::size_t end = blank == std::string_view::npos || blank == 0 ? longest : blank;
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(end);
+        text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    }
+    lines.emplace_back(text);
+    return lines;
+}
+
 } // namespace
 
 std::string fittedText(const PageMetrics& metrics, std::string_view text, double width, const PageFont& font) {
@@ -44,20 +60,24 @@ std::string fittedText(const PageMetrics& metrics, std::string_view text, double
 }
 
 std::vector<std::string> wrappedText(const PageMetrics& metrics, std::string_view text, double width,
-                                     const PageFont& font, std::size_t most) {
-    std::vector<std::string> lines;
-    for (;;) {
-        if (lines.size() + 1 >= most || metrics.textWidth(text, font) <= width) {
-            lines.push_back(fittedText(metrics, text, width, font));
-            return lines;
-        }
-        const std::size_t longest = fittingLength(metrics, text, {}, width, font, 1);
-        const std::size_t blank = text.rfind(' ', longest);
-        const std::size_t end = blank == std::string_view::npos || blank == 0 ? longest : blank;
-        lines.emplace_back(text.substr(0, end));
-        text.remove_prefix(end);
-        text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+                                     const PageFont& font, std::size_t most, std::string_view kept) {
+    const auto linesOf = [&](std::string_view shown) { return brokenText(metrics, shown, width, font, most); };
+    const auto isHeld = [&](const std::vector<std::string>& lines) {
+        return metrics.textWidth(lines.back(), font) <= width;
+    };
+    std::vector<std::string> lines = linesOf(text);
+    if (!isHeld(lines) && !kept.empty() && text.ends_with(kept)) {
+        const std::string_view cut = text.substr(0, text.size() - kept.size());
+        const auto shortened = [&](std::size_t end) {
+            return linesOf(std::string(cut.substr(0, end)).append(kEllipsis).append(kept));
+        };
+        const std::vector<std::size_t> ends = characterEnds(cut);
+        const auto tooLong =
+            std::partition_point(ends.begin(), ends.end(), [&](std::size_t end) { return isHeld(shortened(end)); });
+        lines = shortened(tooLong == ends.begin() ? 0 : *std::prev(tooLong));
     }
+    lines.back() = fittedText(metrics, lines.back(), width, font);
+    return lines;
 }
 
 std::string printableText(std::string_view text) {
@@ -76,6 +96,7 @@ std::vector<std::string> paragraphsOf(std::string_view text, std::size_t most) {
         text.remove_prefix(std::min(line.size() + 1, text.size()));
         paragraphs.push_back(printableText(line));
     }
+    if (!text.empty() && !paragraphs.empty()) paragraphs.back() += kEllipsis;
     return paragraphs;
 }
 

@@ -5,11 +5,13 @@
 #include "model/Captions.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
+#include "platform/Files.h"
 #include "platform/Format.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
-#include "platform/Utf8.h"
+#include "resources/TextNames_w2.h"
 #include "views/HistoryTable.h"
+#include "views/LogHistory.h"
 #include "views/RowTimes.h"
 
 #include <algorithm>
@@ -18,9 +20,9 @@ namespace kestrane {
 
 namespace {
 
-constexpr std::size_t kMostRanges = 40;     // of excluded intervals that are told one by one
-constexpr std::size_t kMostChanges = 8;     // that are told one by one, the newest
-constexpr std::size_t kLongestChange = 200; // bytes
+constexpr std::size_t kLongestValue = 150; // bytes, of what a change made of another
+constexpr std::size_t kMostRanges = 40;    // of excluded intervals that are told one by one
+constexpr std::size_t kMostChanges = 8;    // that are told one by one, the newest
 
 struct Source {
     const clsFile& file;
@@ -30,14 +32,28 @@ struct Source {
     std::string words(Text::Id text) const { return log.session().LoadText(text); }
 };
 
+// The hash of the file of which the figures are: when another program has written it since, not that of the file that
+// is there now. What came from a pipe is not there to be read again.
 std::string hashOf(const Source& source) {
-    if (source.file.JustAcquired()) return source.words(Text::NotSaved);
+    const clsFile& file = source.file;
+    if (file.JustAcquired()) return source.words(Text::NotSaved);
+    std::string hash = file.OnDisk.Hash;
+    std::string remarks;
+    const auto remark = [&](bool isTrue, Text::Id text) {
+        if (isTrue) remarks += (remarks.empty() ? " (" : "; ") + source.words(text);
+    };
     try {
-        const std::string hash = sha256OfFile(source.file.FileName);
-        return source.file.IsUnsaved() ? hash + " (" + source.words(Text::ChangedSinceSaved) + ")" : hash;
+        if (isRegularFile(file.FileName)) {
+            const std::string now = sha256OfFile(file.FileName);
+            remark(!hash.empty() && hash != now, Text::ChangedByOtherSince);
+            if (hash.empty()) hash = now;
+        }
     } catch (const RuntimeError& error) {
-        return error.what();
+        if (hash.empty()) return error.what();
     }
+    if (hash.empty()) return source.words(Text::NotSaved);
+    remark(file.IsUnsaved(), Text::ChangedSinceSaved);
+    return hash + remarks + (remarks.empty() ? "" : ")");
 }
 
 std::string firmwareOf(const Source& source) {
@@ -99,24 +115,24 @@ std::string excludedRows(const Source& source) {
         source.log.CutReason);
 }
 
-std::string shownChange(const Source& source, const HistoryLine& line) {
-    const std::string change = changeText(source.log.session(), line);
-    std::string text = ReplaceText(line.Time, "T", " ") + " " + line.What;
-    if (!change.empty()) text = captioned(source.log.session(), text, change);
-    return text.size() <= kLongestChange ? text : std::string(firstBytes(text, kLongestChange)) + "\u2026";
+// The reason stands in front of the values, so that it is there however many these are.
+std::string shownChange(const Source& source, const LogChange& change) {
+    const std::string details = changeText(change.Line, kLongestValue);
+    std::string text = withReason(source.log.session(),
+                                  ReplaceText(change.Line.Time, "T", " ") + " " + change.Line.What, change.Line.Reason);
+    if (!change.IsCertain) text += " (" + source.words(Text::OfAnotherOfItsName) + ")";
+    return details.empty() ? text : captioned(source.log.session(), text, details);
 }
 
-// What was done to the log and to its document, the oldest first; saves are no changes.
-std::vector<std::string> changesOf(const Source& source) {
+// The newest changes, and how many there were before them. A history that is there and cannot be read comes first.
+std::vector<std::string> shownChanges(const Source& source) {
+    const std::vector<LogChange> all = changesOf(source.file, source.data, source.log);
+    const std::size_t earlier = all.size() - std::min(all.size(), kMostChanges);
     std::vector<std::string> changes;
-    for (const HistoryLine& line : source.file.History.lines()) {
-        const bool isSave = line.OfFile && line.What == source.words(Text::HistorySaved);
-        if (!isSave && (line.Log.empty() || line.Log == source.log.Name)) changes.push_back(shownChange(source, line));
-    }
-    if (changes.size() <= kMostChanges) return changes;
-    const std::size_t earlier = changes.size() - kMostChanges;
-    changes.erase(changes.begin(), changes.begin() + static_cast<std::ptrdiff_t>(earlier));
-    changes.push_back(ReplaceText(source.words(Text::EarlierChanges), "^", std::to_string(earlier)));
+    if (!source.file.History.Fault.empty()) changes.push_back(source.words(Text::HistoryNotRead));
+    for (std::size_t i = earlier; i < all.size(); ++i)
+        changes.push_back(shownChange(source, all[i]));
+    if (earlier > 0) changes.push_back(ReplaceText(source.words(Text::EarlierChanges), "^", std::to_string(earlier)));
     return changes;
 }
 
@@ -137,7 +153,7 @@ struct Row {
 
 constexpr Row kRows[] = {
     {Text::ProgramLabel, [](const Source& source) { return source.words(Text::ProgramAndVersion); }},
-    {Text::DataFileLabel, [](const Source& source) { return source.file.FileName; }},
+    {Text::DataFileLabel, [](const Source& source) { return source.file.ShortenedFileName(); }},
     {Text::FileHash, hashOf},
     {Text::Instrument, [](const Source& source) { return source.log.InsName; }},
     {Text::SerialNumber, [](const Source& source) { return source.data.InsSerial; }},
@@ -166,7 +182,7 @@ std::vector<DetailLine> provenanceLines(const clsFile& file, const clsInsData& d
         if (!value.empty())
             lines.push_back({withColon(log.session(), source.words(row.caption)) + " ", std::move(value)});
     }
-    std::vector<std::string> changes = changesOf(source);
+    std::vector<std::string> changes = shownChanges(source);
     for (std::string& change : changes)
         lines.push_back(
             {&change == &changes.front() ? withColon(log.session(), source.words(Text::ChangesLabel)) + " " : "",

@@ -10,6 +10,7 @@
 #include "views/TimeChart.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace kestrane {
 
@@ -31,9 +32,10 @@ constexpr std::size_t kMostParagraphs = 100; // of the company's own words
 constexpr std::size_t kMostParagraphLines = 20;
 constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the space around them
 
-std::string titleOf(const clsLog& log) {
+// The end of the title, or the title of a log without a name.
+std::string kindOf(const clsLog& log) {
     const std::string kind = log.ModeText() + " " + log.session().LoadText(Text::ReportWord);
-    return log.Name.empty() ? kind : log.Name + " - " + kind;
+    return log.Name.empty() ? kind : " - " + kind;
 }
 
 // The right edge of each column of a table, measured from the left edge of the table.
@@ -52,9 +54,21 @@ std::vector<double> columnEnds(const ReportTable& table, const PageMetrics& metr
     return ends;
 }
 
-// The chart of the rows; of a log without rows that of its cumulative figures, when there is one.
+// The levels of the log's bands, behind that of all of them; nothing when no band has one.
+std::optional<ChartData> bandsOf(const clsLog& log) {
+    if (!log.IsOctaveLog()) return std::nullopt;
+    ChartChoice allBands;
+    allBands.Choice.Parameter = eLeq;
+    auto chart = chartOfTab(log, eTabCumulativeGraph, allBands);
+    if (!chart || std::ranges::all_of(chart->Series.front().Values | std::views::drop(1), isNullValue))
+        return std::nullopt;
+    return chart;
+}
+
+// The chart of the rows; of a log without rows that of its bands or its cumulative figures, when there is one.
 ChartData chartOf(const clsLog& log) {
     if (log.LogIntervals.Count() == 0) {
+        if (auto bands = bandsOf(log)) return *std::move(bands);
         if (auto bars = chartOfTab(log, eTabCumulativeGraph, {})) return *std::move(bars);
     }
     return fullLogChart(&log, {});
@@ -83,8 +97,10 @@ std::string modificationOf(const clsLog& opened, const clsLog& inView) {
 
 Report::Report(const ReportSubject& subject, ReportForm form, const PageMetrics& metrics, const ReportParts& parts) :
     metrics_(metrics),
-    title_(titleOf(subject.log)),
-    frame_(subject.log.session(), {title_, subject.file.ShortenedFileName(), !subject.Modification.empty()}, metrics),
+    title_(subject.log.Name + kindOf(subject.log)),
+    frame_(subject.log.session(),
+           {title_, subject.file.ShortenedFileName(), !subject.Modification.empty(), false, kindOf(subject.log)},
+           metrics),
     line_(metrics.lineHeight(kBodyFont)) {
     const clsLog& log = subject.log;
     newPage();
@@ -98,6 +114,7 @@ Report::Report(const ReportSubject& subject, ReportForm form, const PageMetrics&
     placeChart(subject, heightOf(figures), isAllOnOnePage ? last + 2 * line_ : 0);
     placeTable(figures);
     if (log.IsOctaveLog()) placeTable(frequencyTable(log));
+    placeNote(log.session());
     if (form == ReportForm::CumulativeAndCriteria || parts.contains(ReportPart::Criteria)) placeCriteria(log);
     pagesBeforeIntervals_ = pages_.size();
     if (includesIntervals(log, form)) intervals_.emplace(log, frame_.body(), metrics);
@@ -191,6 +208,18 @@ Report::Block Report::provenance(const ReportSubject& subject) const {
     return block;
 }
 
+// A note that the chart shows in part only, or that has no chart, stands below the figures, whole.
+void Report::placeNote(const Session& session) {
+    if (!chart_.HasFootnote || chart_.Data->Footnote.empty()) return;
+    const auto page = std::ranges::find_if(pages_, [](const PlacedPage& each) { return each.Chart.has_value(); });
+    if (page != pages_.end() && !metrics_.cutsNote(chart_, page->Chart->Width, page->Chart->Height)) return;
+    Block note = ownWords(chart_.Data->Footnote);
+    note.Heading = session.LoadText(Text::StepNote);
+    note.Height += kProvenanceHead * line_;
+    placeLast(note);
+    tableRight_ = 0;
+}
+
 // Places a block below everything on the page when there is room for it, else on the next page.
 void Report::placeLast(const Block& block) {
     if (block.Lines.empty()) return;
@@ -228,6 +257,7 @@ double Report::heightOf(const ReportTable& table) const {
 // the height below and, where the chart does not get too low, for what comes last.
 void Report::placeChart(const ReportSubject& subject, double below, double last) {
     chart_ = {std::make_shared<ChartData>(chartOf(subject.log)), subject.ShowsLegend, subject.ShowsNote, {}};
+    if (subject.log.LogIntervals.Count() == 0 && chart_.Data->Series.empty()) return; // there is nothing to draw
     const PageArea& body = frame_.body();
     if (metrics_.isLandscape()) {
         const double left = metrics_.width() / 2 + kMiddleGap / 2;
@@ -239,9 +269,12 @@ void Report::placeChart(const ReportSubject& subject, double below, double last)
     }
     const double least = kLeastChartHeight * metrics_.height();
     const double room = body.Bottom - top_ - 2 * line_ - below;
-    const double wanted = room - last >= least ? room - last : std::max(room, least);
-    const double height =
-        heightForPlot(body.width(), std::min({kChartHeight * metrics_.height(), wanted, body.height()}));
+    const auto heightIn = [&](double space) {
+        return heightForPlot(body.width(), std::min({kChartHeight * metrics_.height(), space, body.height()}));
+    };
+    double height = heightIn(room - last >= least ? room - last : std::max(room, least));
+    const bool isTableBehind = top_ + height + line_ + below > body.Bottom; // on the next page
+    if (isTableBehind) height = std::max(height, heightIn(body.Bottom - top_));
     if (top_ + height > body.Bottom) newPage();
     pages_.back().Chart = {body.Left, top_, body.width(), height};
     top_ += height + line_;

@@ -70,6 +70,7 @@ private:
     void placeDetails(const std::vector<DetailLine>& lines);
     Block ownWords(const std::string& text) const;
     Block provenance(const ReportSubject& subject) const;
+    void placeNote(const Session& session);
     void placeLast(const Block& block);
     void placeLines(const Block& block);
     void addParts(const ReportSubject& subject, const ReportParts& parts);

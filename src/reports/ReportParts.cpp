@@ -53,7 +53,7 @@ std::unique_ptr<PagedDocument> exposureOf(const ReportSubject& subject, const Pa
     log.Copy(opened, 0, 0);
     log.DoseLogIntervals = opened.DoseLogIntervals; // a copy of the log swaps figures of theirs
     fillExposureRows(log);
-    return exposurePages({subject.file, log, eTabExposureCalculator, false, metrics, true});
+    return exposurePages({subject.file, log, eTabExposureCalculator, !subject.Modification.empty(), metrics, true});
 }
 
 constexpr ReportPartRow kRows[] = {

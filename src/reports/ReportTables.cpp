@@ -116,10 +116,17 @@ std::string figureCaption(const clsLog& log, Parameter parameter) {
     return log.IsChannelBOn && parameter <= ePeak ? channelA + "/" + levelCaption(log, kChannelB, parameter) : channelA;
 }
 
+// Whether a dose was computed without a level: on paper it would read like a measured 0 %.
+bool isDoseOfNothing(const clsLog& log, LogChannel channel, Parameter parameter, const clsValue& value) {
+    return parameterInfo(parameter).unit == ParameterUnit::Percent && value.Value() == 0 &&
+           cumulativeValue(log, channel, eLeq, 0).CalcValue() == 0;
+}
+
 std::string figure(const clsLog& log, const clsLogOptions& options, LogChannel channel, Parameter parameter) {
     if (isNeverRecorded(log, parameter)) return std::string(kNeverRecorded);
     if (!options.Plottable(channel, kCumulative, parameter)) return {};
     const clsValue value = cumulativeValue(log, channel, parameter, 0);
+    if (isDoseOfNothing(log, channel, parameter, value)) return {};
     const std::string_view usual = reportFormat(parameterInfo(parameter).unit);
     const std::string format = parameter == ePa2Hr ? pa2HoursFormat(value.CalcValue(), usual) : std::string(usual);
     std::string text = value.Format(Zeros::Blank, Reading::Computed, format, log.session().locale);

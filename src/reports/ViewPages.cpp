@@ -9,6 +9,7 @@
 #include "views/ExposureTable.h"
 #include "views/HistoryTable.h"
 #include "views/IntervalTable.h"
+#include "views/LogHistory.h"
 #include "views/LogTabs.h"
 #include "views/Zoom.h"
 
@@ -25,16 +26,16 @@ constexpr std::size_t kMostLinesBelow = 4;
 
 using Cells = std::vector<std::vector<std::string>>;
 
-PageHeading headed(const PrintedView& view, std::string title) {
+PageHeading headed(const PrintedView& view, std::string title, std::string kind = {}) {
     return {std::move(title), view.FileNames.empty() ? view.file.ShortenedFileName() : view.FileNames, view.IsModified,
-            view.IsPart};
+            view.IsPart, std::move(kind)};
 }
 
 // The heading of a view of the log; band 0 means that it names no band.
-PageHeading headingOf(const PrintedView& view, std::string title, int band = 0) {
-    if (!view.log.Name.empty()) title = view.log.Name + " - " + title;
-    if (band > 0) title += " - " + bandLabel(view.log, band);
-    return headed(view, std::move(title));
+PageHeading headingOf(const PrintedView& view, const std::string& title, int band = 0) {
+    std::string kind = view.log.Name.empty() ? title : " - " + title;
+    if (band > 0) kind += " - " + bandLabel(view.log, band);
+    return headed(view, view.log.Name + kind, kind);
 }
 
 PageHeading headingOf(const PrintedView& view, int band = 0) {
@@ -60,6 +61,7 @@ public:
         heading_(title.empty() ? headingOf(view) : headed(view, std::move(title))),
         frame_(view.log.session(), heading_, view.metrics),
         chart_(std::move(chart)),
+        isPart_(view.IsPart),
         line_(view.metrics.lineHeight(kBodyFont)) {
         if (!below.empty())
             below_ = wrappedText(view.metrics, below, frame_.wholePage().width(), kBodyFont, kMostLinesBelow);
@@ -70,7 +72,8 @@ public:
     std::size_t pageCount() const override { return 1; }
 
     void drawPage(PageDevice& device, std::size_t page) override {
-        const PageArea area = frame_.wholePage();
+        const PageArea area = isPart_ ? frame_.body() : frame_.wholePage();
+        if (isPart_) frame_.drawHead(device);
         double top = area.Bottom - static_cast<double>(below_.size()) * line_;
         device.chart(chart_, {area.Left, area.Top, area.width(), top - area.Top});
         for (const std::string& text : below_) {
@@ -84,6 +87,7 @@ private:
     const PageHeading heading_;
     PageFrame frame_;
     const ChartOnPage chart_;
+    const bool isPart_; // of a report, which has its head on every page
     const double line_;
     std::vector<std::string> below_;
 };
@@ -151,8 +155,11 @@ std::unique_ptr<PagedDocument> criteriaPages(const PrintedView& view) {
 std::unique_ptr<PagedDocument> historyPages(const PrintedView& view) {
     const Session& session = view.log.session();
     Cells cells;
-    for (const HistoryLine& line : view.file.History.lines())
-        cells.push_back({ReplaceText(line.Time, "T", " "), line.What, line.Log, changeText(session, line)});
+    const std::vector<HistoryLine> lines = view.file.History.lines();
+    const std::vector<std::string> logs = logsOfLines(view.file, lines);
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        cells.push_back({ReplaceText(lines[i].Time, "T", " "), lines[i].What, logs[i],
+                         withReason(session, changeText(lines[i]), lines[i].Reason)});
     PageGrid grid = gridOf({session.LoadText(Text::TimeColumn), session.LoadText(Text::HistoryWhatColumn),
                             session.LoadText(Text::HistoryLogColumn), session.LoadText(Text::ChangesLabel)},
                            std::move(cells));

@@ -1,6 +1,7 @@
 #include "resources/TextTable.h"
 
 #include "resources/TextNames_w1.h"
+#include "resources/TextNames_w2.h"
 #include "resources/TextNames_w3.h"
 #include "resources/TextNames_w4.h"
 #include "resources/TextNames_w5.h"
@@ -1197,6 +1198,12 @@ constexpr TextEntry Entries[] = {
     {Text::NoPercentages, "Left out, as they are no percentages: ^"},
     {Text::NotComparedByBand, "Not in the chart, as they do not have these bands: ^"},
     {Text::AssessmentWithoutGroup, "There is no group in this assessment yet."},
+    // What a report says of its log
+    {Text::OfAnotherOfItsName, "of this log or of another one of its name"},
+    {Text::OfEarlierDose, "made with the earlier dose"},
+    {Text::ChangedByOtherSince, "another program has changed the file since"},
+    {Text::HistoryNotRead,
+     "The history beside the data file cannot be read: what was done before the file was opened is not known."},
     // Figures that are not what their names say
     {Text::OverallNotConverted,
      "Only bands are converted.  The overall levels, and intervals that were not converted, too, keep the old "

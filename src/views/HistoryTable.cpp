@@ -2,6 +2,8 @@
 
 #include "model/Session.h"
 #include "platform/TabbedText.h"
+#include "platform/Utf8.h"
+#include "views/LogHistory.h"
 
 #include <algorithm>
 #include <string_view>
@@ -44,22 +46,35 @@ HistoryTable historyTable(const clsFile& file) {
     for (const Text::Id caption : {Text::TimeColumn, Text::HistoryWhatColumn, Text::HistoryLogColumn,
                                    Text::HistoryBeforeColumn, Text::HistoryAfterColumn, Text::HistoryReasonColumn})
         table.Captions.push_back(file.session().LoadText(caption));
-    for (const HistoryLine& line : file.History.lines())
+    const std::vector<HistoryLine> lines = file.History.lines();
+    const std::vector<std::string> logs = logsOfLines(file, lines);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const HistoryLine& line = lines[i];
         table.Rows.push_back(
-            {ReplaceText(line.Time, "T", " "), line.What, line.Log, line.Before, line.After, line.Reason});
+            {ReplaceText(line.Time, "T", " "), line.What, logs[i], line.Before, line.After, line.Reason});
+    }
     return table;
 }
 
-std::string changeText(const Session& session, const HistoryLine& line) {
-    constexpr std::string_view kArrow = " \u2192 ";
+std::string changeText(const HistoryLine& line, std::size_t longestValue) {
     std::string text;
+    const auto add = [&](std::string_view value) {
+        text.append(firstBytes(value, longestValue)).append(value.size() > longestValue ? "\u2026" : "");
+    };
+    const auto addPair = [&](std::string_view before, std::string_view after) {
+        add(before);
+        text.append(" \u2192 ");
+        add(after);
+    };
     if (const auto pairs = pairedValues(line); !pairs.empty()) {
-        for (const auto& [caption, before, after] : pairs)
-            text.append(text.empty() ? "" : "; ").append(caption).append(before).append(kArrow).append(after);
+        for (const auto& [caption, before, after] : pairs) {
+            text.append(text.empty() ? "" : "; ").append(caption);
+            addPair(before, after);
+        }
     } else if (!line.Before.empty() || !line.After.empty()) {
-        text.append(line.Before).append(kArrow).append(line.After);
+        addPair(line.Before, line.After);
     }
-    return withReason(session, text, line.Reason);
+    return text;
 }
 
 // The text or the reason may itself contain what stands for the other.

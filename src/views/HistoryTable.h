@@ -16,9 +16,9 @@ struct HistoryTable {
 
 HistoryTable historyTable(const clsFile& file);
 
-// What a line says beyond time, what and log, each value with what it has become: "Criterion Level: 85 dB → 80 dB; ...
-// (reason: ...)". Empty when it says no more.
-std::string changeText(const Session& session, const HistoryLine& line);
+// What a line says beyond time, what, log and reason, each value with what it has become: "Criterion Level: 85 dB → 80
+// dB; ...". Empty when it says no more. Values longer than so many bytes are cut.
+std::string changeText(const HistoryLine& line, std::size_t longestValue = std::string::npos);
 
 // A text with the reason for it, which may be empty.
 std::string withReason(const Session& session, const std::string& text, const std::string& reason);

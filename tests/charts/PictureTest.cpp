@@ -44,6 +44,17 @@ TEST(ChartPicture, AFileThatCannotBeWrittenIsReportedAndNotLeft) {
     EXPECT_EQ(pictureEnding("a.jpg"), "");
 }
 
+TEST(ChartPicture, ADrawingHasTheSizeThatWasAskedFor) {
+    const TemporaryFolder folder;
+    chaTab tab({});
+    tab.setChart(titled());
+    const PictureSize size{16 * kDotsOfCentimetre, 9 * kDotsOfCentimetre};
+    tab.savePicture(folder.file("a.svg"), size);
+    EXPECT_NE(readText(folder.file("a.svg")).find("width=\"160mm\" height=\"90mm\""), std::string::npos);
+    tab.savePicture(folder.file("a.pdf"), size); // in points, of which 28.34646 are a centimetre
+    EXPECT_NE(readText(folder.file("a.pdf")).find("[0 0 453.54331 255.11811"), std::string::npos);
+}
+
 // Fonts have their size in points whatever the device's resolution; the chart on the screen stays as it is.
 TEST(ChartPicture, PrintsInItsRectangleAtTrueSize) {
     const TemporaryFolder folder;

@@ -240,6 +240,9 @@ class Calls(InAFolder):
         self.assertIn("Criterion Level: 80 dB", lines[2]["After"])
         run("merge", LONG, "out.xml", "-o", "merged.xml")
         self.assertIn('"CutReason":"Radio"', read("merged.xml.history.jsonl"))
+        merged = json.loads(run("history", "merged.xml")[1])                # with what was done before
+        self.assertEqual([line["What"] for line in merged[-3:]], ["Interval Selection", "Merge", "Save"])
+        self.assertEqual(merged[-2]["Before"], f"out.xml (SHA-256 {lines[1]['After']})")
         with open("next.xml", "a", encoding="utf-8") as file:
             file.write("\n")
         status, out, err = run("history", "next.xml")

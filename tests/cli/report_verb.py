@@ -4,8 +4,10 @@
 Usage: report_verb.py CLI SAMPLES
 """
 
+import hashlib
 import os
 import re
+import shutil
 import signal
 import subprocess
 import time
@@ -40,11 +42,31 @@ class Report(InAFolder):
         self.assertIn("Modified Report", excluded[0])
         self.assertEqual("".join(excluded).count("\n*"), 4 + 1)  # rows, and the line that tells what the star means
 
+    def test_where_the_figures_come_from(self):
+        run("merge", sample("shift-dosimeter"), sample("night-environment"), "--history", "-o", "m.xml")
+        run("recalc", "m.xml", "--criterion", "90", "-o", "m2.xml")
+        change = "Criterion Level: 85 dB \u2192 90 dB"
+        self.assertIn(change, self.pages("m2.xml")[-1])
+        self.assertNotIn(change, self.pages("m2.xml", "--log", "L2I2F1")[-1])   # of the same name
+        with open("m2.xml.history.jsonl", "w", encoding="utf-8") as history:
+            history.write("not ours")
+        run("report", "m2.xml", "-o", "out.pdf")
+        text = subprocess.run(["pdftotext", "out.pdf", "-"], capture_output=True, check=True).stdout.decode()
+        self.assertIn("The history beside the data file cannot be read", text)
+        with open("m2.xml", "rb") as file:
+            data = file.read()
+        self.assertEqual(run("report", "-", "-o", "out.pdf", input=data)[0], 0)
+        text = subprocess.run(["pdftotext", "out.pdf", "-"], capture_output=True, check=True).stdout.decode()
+        self.assertIn(hashlib.sha256(data).hexdigest(), text)                   # a pipe is read once
+
     def test_the_same_input_gives_the_same_bytes_for_an_archive(self):
         outputs = []
-        for name in ("one.pdf", "two.pdf"):
-            run("report", sample("roadworks-selection"), "--print-date", "2026-11-25T18:00:00", "-o", name)
-            with open(name, "rb") as file:
+        for folder, zone in (("one", "UTC"), ("two", "America/New_York")):
+            os.mkdir(folder)
+            shutil.copy(sample("roadworks-selection"), folder)
+            run("report", folder + "/roadworks-selection.xml", "--print-date", "2026-11-25T18:00:00", "-o", "out.pdf",
+                env={**os.environ, "LC_ALL": "C", "TZ": zone})
+            with open("out.pdf", "rb") as file:
                 outputs.append(file.read())
             time.sleep(1.1)
         self.assertEqual(outputs[0], outputs[1])

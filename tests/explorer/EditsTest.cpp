@@ -296,7 +296,7 @@ TEST(History, SaysWhatEveryEditChangedOnceItsFiguresAreThere) {
     EXPECT_EQ(one.file().History.lines().back().After.find("LAeq"), std::string::npos); // they are not there yet
     one.wait();
     HistoryLine line = one.file().History.lines().back();
-    EXPECT_EQ(line.What + "|" + line.Log, "Calculation Settings|Morning");
+    EXPECT_EQ(line.What + "|" + line.Log + "|" + line.Identity, "Calculation Settings|Morning|Broadband");
     EXPECT_TRUE(line.Before.starts_with("Criterion Level: 90 dB; Exchange Rate: 3 dB; ")) << line.Before;
     EXPECT_TRUE(line.After.starts_with("Criterion Level: 85 dB; Exchange Rate: 5 dB; ")) << line.After;
     EXPECT_NE(line.After.find("Leq: 80.0 dB"), std::string::npos) << line.After; // every row has 80 dB
@@ -327,16 +327,17 @@ TEST(History, SaysWhatEveryEditChangedOnceItsFiguresAreThere) {
 
     renameNode(one.session, "L1I1F1", "Evening");
     EXPECT_EQ(last(), "Rename|Morning|Evening|");
+    EXPECT_EQ(line.Log, "Evening");
     EXPECT_EQ(one.file().History.lines().at(2).Log, "Morning");
     PasteNode(one.session, "L1I1F1", "I1F1", false);
-    EXPECT_EQ(last(), "Paste||Evening|");
+    EXPECT_EQ(last(), "Paste||Evening [Broadband]|");
     ExplorerState state;
     state.SelectedKey = "L1I1F1";
     one.messages.Answers = {Button::Ok};
     EXPECT_TRUE(DeleteNode(one.session, state));
-    EXPECT_EQ(last(), "Delete Log|Evening||");
+    EXPECT_EQ(last(), "Delete Log|Evening [Broadband]||");
     one.undo();
-    EXPECT_EQ(last(), "Undo Delete Log||Evening|");
+    EXPECT_EQ(last(), "Undo Delete Log||Evening [Broadband]|");
     EXPECT_EQ(one.file().History.lines().size(), 9U);
 }
 

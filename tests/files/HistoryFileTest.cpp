@@ -48,11 +48,15 @@ TEST_F(KeptHistory, ComesBackWithTheRemarksOfItsLogsAndOnlyGrows) {
     EXPECT_EQ(FileSave(first.file), "");
     const std::string kept = readText(name);
     add("Two");
+    HistoryLine ofLog = historyLine(first.session, "Three");
+    ofLog.Identity = "A1, Broadband";
+    first.file.History.add(ofLog);
     EXPECT_EQ(FileSave(first.file), "");
     EXPECT_TRUE(readText(name).starts_with(kept));
 
     const auto again = reopened(first.file.FileName);
-    EXPECT_EQ(deeds(*again), "One|Save|Two|Save|");
+    EXPECT_EQ(deeds(*again), "One|Save|Two|Three|Save|");
+    EXPECT_EQ(again->History.lines().at(3).Identity, "A1, Broadband");
     EXPECT_EQ(again->History.lines().back().After, sha256OfFile(first.file.FileName));
     const clsLog& log = *again->InstrumentDatas.front()->Locations.at(1);
     EXPECT_EQ(std::tuple(log.CriterionDose, log.ExchangeDose, log.CutReason), std::tuple(85, 3, second.CutReason));
@@ -91,10 +95,11 @@ TEST_F(KeptHistory, ARemarkBeyondAllLogsIsOfNone) {
 
 TEST_F(KeptHistory, ATornLineIsEndedAndNoLineIsLost) {
     FileSave(first.file);
-    writeText(name, readText(name) + R"({"Time":"2026-03-02T10:15:00","Wh)");
+    writeText(name, readText(name) + R"({"Time":"2026-03-02T10:15:00","What":"Old","Log":"a"})" + "\n" +
+                        R"({"Time":"2026-03-02T10:15:00","Wh)");
     auto again = reopened(first.file.FileName);
     FileSave(*again);
-    EXPECT_EQ(deeds(*reopened(first.file.FileName)), "Save|A line that cannot be read|Save|");
+    EXPECT_EQ(deeds(*reopened(first.file.FileName)), "Save|Old|A line that cannot be read|Save|");
 
     writeText(name, R"({"schema":"kestr)"); // the power went while the file was begun
     again = reopened(first.file.FileName);

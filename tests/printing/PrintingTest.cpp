@@ -65,6 +65,8 @@ TEST(Logo, IsAPictureOfAFileOrNone) {
     writeText(folder.file("empty.png"), "");
     writeText(folder.file("a.svg"),
               "<svg xmlns='http://www.w3.org/2000/svg' width='30' height='20'><path d='M0 0h9'/></svg>");
+    writeText(folder.file("veil.svg"), "<svg xmlns='http://www.w3.org/2000/svg' width='30' height='20'>"
+                                       "<rect width='30' height='20' fill='#000' fill-opacity='0.5'/></svg>");
     writeText(folder.file("bad.svg"), "<svg");
 
     struct Case {
@@ -83,6 +85,11 @@ TEST(Logo, IsAPictureOfAFileOrNone) {
         EXPECT_NEAR(logo.draw(painter, QRectF(0, 0, 60, 20)), c.width, 0.01) << c.name;
     }
     EXPECT_TRUE(Logo::ofBrand().isPicture());
+    QImage layer(60, 20, QImage::Format_ARGB32);
+    layer.fill(Qt::transparent);
+    QPainter painter(&layer);
+    Logo::ofFile(folder.file("veil.svg")).draw(painter, QRectF(0, 0, 60, 20));
+    EXPECT_EQ(layer.pixelColor(20, 10).alpha(), 255) << "an archive's PDF holds nothing transparent";
     EXPECT_EQ(readText(folder.file("a.svg")).substr(0, 4), "<svg");
 }
 

@@ -34,6 +34,11 @@ struct RecordedMetrics : PageMetrics {
     double plotHeight(const ChartOnPage& chart, double, double height) const override {
         return height - 2 - 0.3 * static_cast<double>((chart.Data->Series.size() + 3) / 4);
     }
+
+    // There is room for three lines of a note.
+    bool cutsNote(const ChartOnPage& chart, double, double) const override {
+        return chart.HasFootnote && std::ranges::count(chart.Data->Footnote, '\n') >= 3;
+    }
 };
 
 struct DrawnText {

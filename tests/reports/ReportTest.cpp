@@ -204,6 +204,32 @@ TEST(Report, ChartsALogWithoutIntervalsToo) {
     }
 }
 
+TEST(Report, ChartsTheBandsOfALogWithoutIntervals) {
+    Yard yard(modeFullOctave);
+    clsLog empty(yard.session);
+    empty.Mode(modeFullOctave);
+    const auto shownRows = [&] {
+        Report report({yard.file, yard.data, empty}, ReportForm::Default, Yard::kUpright);
+        return recorded(report, Yard::kUpright).drawnCharts.front().Data->RowCount;
+    };
+    empty.LeqCumA(0).Value(81.5F);
+    EXPECT_EQ(shownRows(), 1U) << "no band has a level";
+    empty.LeqCumA(4).Value(70);
+    EXPECT_EQ(shownRows(), 1U + lastBand(modeFullOctave));
+}
+
+TEST(Report, HasTheWholeNoteThatItsChartCuts) {
+    Yard yard;
+    yard.log.Note = "a\nb\nc";
+    EXPECT_EQ(yard.drawn(ReportForm::Cumulative).find("c"), nullptr);
+    yard.log.Note += "\nmicrophone fell at 11:40";
+    for (const RecordedMetrics& metrics : {Yard::kUpright, Yard::kLandscape}) {
+        const RecordingPage page = yard.drawn(ReportForm::Cumulative, metrics);
+        EXPECT_NE(page.find("microphone fell at 11:40"), nullptr);
+        EXPECT_EQ(page.faults(), "");
+    }
+}
+
 // The chart is as high as the table below it lets it be.
 TEST(Report, KeepsTheFiguresOnTheFirstPage) {
     Yard yard;
@@ -240,7 +266,8 @@ TEST(Report, ListsIntervalsPageAfterPage) {
                      "Interval|LAeq|Amin|Amax|Apeak|Interval|LAeq|Amin|Amax|Apeak", "09:00:00|70.0 dB|10:11:00|70.0 dB",
                      "*|09:01:00|70.0 dB|10:12:00|70.0 dB"}));
     EXPECT_EQ(page.lines(2)[2], "Interval: Monday 3 June 2024, 11:22 Channel A");
-    EXPECT_EQ(page.lines(2)[4 + 17], "04/06/24|11:39:00|70.0 dB") << "where the day changes";
+    EXPECT_EQ(page.lines(2)[4 + 17], "04/06/24") << "where the day changes";
+    EXPECT_EQ(page.lines(2)[4 + 18], "11:39:00|70.0 dB");
     EXPECT_EQ(page.lines(3)[2], "Interval: Monday 3 June 2024, 09:00 Channel B");
     EXPECT_TRUE(page.lines(3)[3].starts_with("Interval|Leq|Lmin|Lmax|Peak|LEP,d(ET)|LE|Interval|"));
     const DrawnText* const removed = page.find("* indicates this interval has been removed from calculations");
@@ -277,6 +304,8 @@ TEST(Report, EndsWithWhereItsFiguresComeFrom) {
         return line == lines.end() ? "no line" : line->substr(caption.size() + 3);
     };
     EXPECT_EQ(valueOf("SHA-256 of the File"), sha256OfFile(yard.file.FileName));
+    yard.file.OnDisk.Hash = "0123";
+    EXPECT_EQ(valueOf("SHA-256 of the File"), "0123 (another program has changed the file since)");
     EXPECT_EQ(valueOf("Firmware"), "1.50");
     EXPECT_EQ(valueOf("Measuring Range"), "60-130");
     EXPECT_EQ(valueOf("Threshold"), "no line");
@@ -460,6 +489,11 @@ TEST(Report, BreaksALongTitleBeforeItCutsIt) {
         EXPECT_EQ(text.font.Points, 10) << text.text; // all lines alike
     }
     EXPECT_EQ(head, "Fen " + yard.log.Name + " - Broadband Report ");
+    yard.log.Name = std::string(400, 'w');
+    bool isKindThere = false;
+    for (const DrawnText& text : yard.drawn(ReportForm::Cumulative).texts)
+        isKindThere = isKindThere || text.text.ends_with("w\u2026 - Broadband Report");
+    EXPECT_TRUE(isKindThere);
 }
 
 // Nothing runs out of the page or over something else, whatever the texts are.
