@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPixmap>
 #include <QPushButton>
+#include <QScreen>
 
 #include <algorithm>
 #include <iterator>
@@ -28,6 +29,7 @@ constexpr Stop kStops[] = {{":/pictures/tour-open.png", Text::TourOpen},
 constexpr int kLast = static_cast<int>(std::size(kStops)) - 1;
 constexpr QSize kPicture(640, 416); // in pixels of a screen of usual density
 constexpr int kLinesOfWords = 4;
+constexpr int kLinesAround = 16; // of the screen's height, for what is below the picture and around the window
 
 class Tour : public QDialog {
 public:
@@ -36,7 +38,9 @@ public:
         setWindowTitle(loadText(session, Text::TourTitle));
         picture_ = new QLabel;
         picture_->setObjectName("imgTour");
-        picture_->setFixedSize(kPicture);
+        const int around = kLinesAround * fontMetrics().lineSpacing();
+        const QSize room = kPicture.scaled(screen()->availableSize() - QSize(0, around), Qt::KeepAspectRatio);
+        picture_->setFixedSize(kPicture.boundedTo(room)); // so that the words below it are seen, too
         picture_->setScaledContents(true);
         words_ = new QLabel;
         words_->setObjectName("lblTour");
