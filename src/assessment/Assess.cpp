@@ -117,10 +117,8 @@ private:
             warnings_.bad(task.Name, Text::WarnNoRange, range);
             return std::nullopt;
         }
-        if (isDuration(task.Hours) && (task.Hours < shortest - kSmall || task.Hours > longest + kSmall)) {
-            warnings_.bad(task.Name, Text::WarnHoursOutOfRange, warnings_.number(task.Hours), range);
-            return std::nullopt;
-        }
+        if (isDuration(task.Hours) && (task.Hours < shortest - kSmall || task.Hours > longest + kSmall))
+            warnings_.add("duration-range", task.Name, Text::WarnHoursOutOfRange, warnings_.number(task.Hours), range);
         return uncertaintyOfDuration(shortest, longest);
     }
 
@@ -324,7 +322,7 @@ private:
 } // namespace
 
 std::string_view stateName(ActionState state) {
-    constexpr std::string_view kNames[] = {"below", "within uncertainty", "exceeded", "not measured", "not measured"};
+    constexpr std::string_view kNames[] = {"below", "within uncertainty", "exceeded", "not measured", "below"};
     return kNames[static_cast<std::size_t>(state)];
 }
 

@@ -28,8 +28,8 @@ struct TaskResult {
 // Undecided: the level is below, but its uncertainty is not known, so nothing says whether the upper limit is, too.
 enum class ActionState { Below, WithinUncertainty, Exceeded, NotMeasured, Undecided };
 
-// "below", "within uncertainty", "exceeded", "not measured", which also stands for undecided: readers of results know
-// these four.
+// "below", which also stands for undecided, "within uncertainty", "exceeded", "not measured": readers of results know
+// these four, and see that the upper limit is not known.
 std::string_view stateName(ActionState state);
 
 struct ActionResult {

@@ -26,7 +26,7 @@ constexpr int kScaleWidth = 14;  // pixels, of the bar of colours
 const QSize kSmallest(260, 180); // pixels
 constexpr int kFewestLines = 9;  // of text, in the height of the smallest chart
 constexpr int kFocus = 2;        // pixels, of the frame that shows the focus
-constexpr int kLeastPlot = 40;   // pixels: a smaller plot is not drawn
+constexpr int kLeastPlot = 40;   // pixels: the parts around a smaller plot give way
 constexpr int kPartsToSpare =
     3; // the note, the title and the legend, in the order in which they make room for the plot
 
@@ -258,15 +258,15 @@ QSize ChartPlot::minimumSizeHint() const {
 // Where there is little room, the plot comes before the parts around it. How much the axes leave to it is known only
 // once they are laid out.
 void ChartPlot::updateLayout() {
-    bool hasRoom = false;
-    for (int spared = 0; !hasRoom && spared <= (isLegendWhole_ ? 0 : kPartsToSpare); ++spared) {
+    int side = 0; // of the plot, the shorter one
+    for (int spared = 0; side < kLeastPlot && spared <= (isLegendWhole_ ? 0 : kPartsToSpare); ++spared) {
         if (content_) placeParts(spared);
         QCustomPlot::updateLayout();
-        hasRoom = body() == nullptr || std::min(body()->rect().width(), body()->rect().height()) >= kLeastPlot;
+        side = body() == nullptr ? kLeastPlot : std::min(body()->rect().width(), body()->rect().height());
     }
     // In an area of less than nothing the axes would run the other way.
     for (int i = 0; i < layerCount(); ++i)
-        layer(i)->setVisible(hasRoom);
+        layer(i)->setVisible(side > 0);
 }
 
 // The owner has the focus, and is covered by the plot.

@@ -188,7 +188,7 @@ TEST(Assess, EachWarningOnce) {
         {"bad-value:b ", false, hours(0)},
         {"bad-value:b ", false, hours(24.1)},
         {"bad-value:b ", true, range(2, 1)},
-        {"bad-value:b ", true, range(2.7, 4)},
+        {"duration-range:b ", true, range(2.7, 4)},
         {"", true, range(8.0 / 3, 8.0 / 3)},
         {"bad-value ", true, day(-1)},
         {"bad-value ", true, [](Assessed& a) { a.group.Workers = 0; }},
