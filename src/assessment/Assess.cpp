@@ -3,6 +3,7 @@
 #include "assessment/Iso9612.h"
 #include "assessment/Reaches.h"
 #include "assessment/Samples.h"
+#include "calc/PossibleLevel.h"
 #include "model/Acoustics.h"
 #include "resources/TextNames_w1.h"
 

@@ -2,6 +2,7 @@
 
 #include "assessment/AssessmentEdits.h"
 #include "calc/CalibrationText.h"
+#include "calc/PossibleLevel.h"
 #include "model/Captions.h"
 #include "platform/Format.h"
 #include "resources/TextNames_w1.h"
@@ -16,7 +17,6 @@ namespace kestrane {
 
 namespace {
 
-constexpr double kHighestLevel = 200;
 constexpr double kLongestDay = 24;
 
 void raise(Figure& highest, const Figure& figure) {
@@ -29,10 +29,6 @@ bool shareRows(const SourceResult& a, const SourceResult& b) {
 }
 
 } // namespace
-
-bool isLevel(double level) {
-    return level > 0 && level <= kHighestLevel;
-}
 
 bool isDuration(double hours) {
     return hours > 0 && hours <= kLongestDay;

@@ -6,9 +6,6 @@
 
 namespace kestrane {
 
-// Whether a level in dB is possible: above 0, which stands for none, and at most 200.
-bool isLevel(double level);
-
 // Whether a time in hours is possible as a part of a day: above 0 and at most 24.
 bool isDuration(double hours);
 

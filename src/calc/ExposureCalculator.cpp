@@ -1,6 +1,7 @@
 #include "calc/ExposureCalculator.h"
 
 #include "calc/ExposureTime.h"
+#include "calc/PossibleLevel.h"
 #include "calc/Recalculation.h"
 #include "model/Acoustics.h"
 #include "model/Session.h"
@@ -108,7 +109,9 @@ bool takeDuration(clsTime& duration, const std::string& entry, const Locale& loc
 bool takeLevel(clsValue& level, const std::string& entry, const Locale& locale) {
     const std::optional<double> number = typedNumber(entry, locale);
     if (!number) return false;
-    level.Value(toSingle(formatNumber(*number, "##0.0", locale), locale));
+    const float rounded = toSingle(formatNumber(*number, "##0.0", locale), locale);
+    if (!isLevel(rounded)) return false; // a forgotten point would make the figures of the whole day overflow
+    level.Value(rounded);
     return true;
 }
 

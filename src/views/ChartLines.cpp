@@ -2,6 +2,7 @@
 
 #include "calc/BandLevels.h"
 #include "calc/CriterionRules.h"
+#include "calc/PossibleLevel.h"
 #include "calc/RowAnalysis.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
@@ -35,7 +36,6 @@ constexpr std::array<std::pair<LimitLines, const char*>, 5> kNames = {{{LimitLin
 // Directive 2003/10/EC, Article 3.
 constexpr std::array kUsualLevels = {80.0, 85.0, 87.0};
 constexpr std::array kUsualPeaks = {135.0, 137.0, 140.0};
-constexpr double kHighestLevel = 200;
 
 void addLine(ChartData& chart, const Session& session, Text::Id text, double level) {
     chart.Lines.push_back({level, ReplaceText(session.LoadText(text), "^", shortNumber(session, level))});

@@ -110,6 +110,9 @@ TEST(EnterExposureCell, TakesWhatFitsTheColumnAndLeavesTheRest) {
         {eColumnLeq, "91.26", "91.3"},
         {eColumnLeq, "loud", nullptr},
         {eColumnLeq, "1e999", nullptr},
+        {eColumnLeq, "914", nullptr}, // the point of 91.4 was forgotten
+        {eColumnLeq, "200", "200.0"},
+        {eColumnLeq, "0.04", nullptr},
         {eColumnLeq, "91,3", "91.3"},
         {eColumnExposureTime, "24:00:00", "24:00:00"},
         {eColumnExposureTime, "2,5", "02:30:00"},
