@@ -37,6 +37,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/QtClipboard.h"
+#include "resources/TextNames_w6.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -393,6 +394,12 @@ frmAssessment* mdiMain::showAssessment(AssessmentDocument document) {
 // To the assessment that was in front last, or a new one.
 void mdiMain::addToAssessment() {
     frmExplorer& explorer = *activeExplorer();
+    const std::string otherSelection =
+        explorer.State().ZoomRange.otherSelectionLine(*explorer.State().OpenedLog(session_));
+    if (!otherSelection.empty()) {
+        session_.ShowMessage(otherSelection + "\r\n\r\n" + session_.LoadText(Text::EndZoomFirst), kIconExclamation);
+        return;
+    }
     const auto sample = sampleOfNode(session_, explorer.State().View.Key, explorer.LogTabs().RowsToTake());
     if (!sample) return;
     if (assessment_ == nullptr) showAssessment(NewAssessment(session_));

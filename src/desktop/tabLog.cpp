@@ -36,6 +36,13 @@ namespace {
 
 constexpr int kMargin = 8; // pixels
 
+// What the reader of the figures in view has to know, a sentence a line.
+std::string warningsInView(const Session& session, const ExplorerState& state) {
+    const std::string warnings = logWarnings(*state.LogInView(session));
+    const std::string selection = state.ZoomRange.otherSelectionLine(*state.OpenedLog(session));
+    return warnings + (warnings.empty() || selection.empty() ? "" : "\n") + selection;
+}
+
 // Tabs with less space beside their text, so that all of them fit into a window 1024 pixels wide.
 class NarrowTabs : public QProxyStyle {
 public:
@@ -264,7 +271,7 @@ void tabLog::ShowControls() {
         if (QWidget* const bar = page->Bar(); bar != nullptr) bar->setVisible(page == &front());
     fraZoom_->setVisible(IsZoomShown());
     fraWholeFigures_->setVisible(shownPanels(*log, state_.View.Tab).WholeFigures);
-    lblWarnings_->setText(shown(logWarnings(*log)));
+    lblWarnings_->setText(shown(warningsInView(session_, state_)));
     lblWarnings_->setVisible(!lblWarnings_->text().isEmpty());
     choices_->ShowChoices(*log);
 }

@@ -112,7 +112,7 @@ private:
     void showNoLog();
     void tabClick();
     void applyZoom();
-    void editSelection(const std::function<bool(clsLog&)>& change);
+    void editMarked(bool (*change)(clsLog&, const RowRange&));
     void editNote(const std::string& proposal);
     RowRange rowsInView() const;
     void offerRowsInView();

@@ -19,6 +19,16 @@
 
 namespace kestrane {
 
+namespace {
+
+// Recalculates a log whose selection has changed, and says whether it has.
+bool recalculated(clsLog& log, bool isChanged) {
+    if (isChanged) RecalcValues(log, kCalcFull);
+    return isChanged;
+}
+
+} // namespace
+
 void tabLog::ConvertWeighting() {
     clsLog* const displayed = state_.OpenedLog(session_);
     clsLog* const inView = state_.LogInView(session_);
@@ -138,29 +148,33 @@ void tabLog::ZoomToRange() {
 }
 
 void tabLog::ExcludeRange() {
-    editSelection([range = *timeGraph_->Marked()](clsLog& log) { return excludeRows(log, range); });
+    editMarked(excludeRows);
 }
 
 void tabLog::IncludeOnlyRange() {
-    editSelection([range = *timeGraph_->Marked()](clsLog& log) { return includeOnly(log, range); });
+    editMarked(includeOnly);
 }
 
 void tabLog::CutIntervals() {
     const clsLog* before = state_.LogInView(session_);
     if (before == nullptr) return;
     const std::optional<CutWizard> wizard = frmCutIntervals::getIntervals(session_, *before, window());
-    // The log in view is found again, because the pump ran in the meantime.
-    if (wizard) editSelection([&](clsLog& log) { return wizard->Store(log); });
+    clsLog* const log = state_.LogInView(session_); // found again, because the pump ran in the meantime
+    if (!wizard || log == nullptr) return;
+    editLog(*log, Text::StepIntervalSelection, [&] { return recalculated(*log, wizard->Store(*log)); });
 }
 
-// Changes which rows of the log in view count, and recalculates it.
-void tabLog::editSelection(const std::function<bool(clsLog&)>& change) {
-    clsLog* const log = state_.LogInView(session_);
-    if (log == nullptr) return;
-    editLog(*log, Text::StepIntervalSelection, [&] {
-        const bool isChanged = change(*log);
-        if (isChanged) RecalcValues(*log, kCalcFull);
-        return isChanged;
+// Changes which rows count by those that are marked: in the opened log, where it can be undone and is saved, and in the
+// part of it that is zoomed to.
+void tabLog::editMarked(bool (*change)(clsLog&, const RowRange&)) {
+    clsLog* const opened = state_.OpenedLog(session_);
+    clsLog* const inView = state_.LogInView(session_);
+    if (opened == nullptr || inView == nullptr) return;
+    const RowRange rows = RowsToTake();
+    const RowRange marked = *timeGraph_->Marked();
+    editLog(*opened, Text::StepIntervalSelection, [&] {
+        if (inView != opened) recalculated(*inView, change(*inView, marked));
+        return recalculated(*opened, change(*opened, rows));
     });
 }
 

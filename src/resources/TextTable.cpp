@@ -5,6 +5,7 @@
 #include "resources/TextNames_w3.h"
 #include "resources/TextNames_w4.h"
 #include "resources/TextNames_w5.h"
+#include "resources/TextNames_w6.h"
 #include "resources/TextNames_w7.h"
 
 #include <algorithm>
@@ -1218,6 +1219,10 @@ constexpr TextEntry Entries[] = {
     {Text::IntervalLeftOut, "left out of the calculations"},
     {Text::IntervalOverloaded, "overload"},
     {Text::PartInView, "In view: ^ to *."},
+    {Text::OtherSelectionInZoom,
+     "Other intervals are left out here than in the log.  That ends with the zoom and is not saved."},
+    {Text::EndZoomFirst,
+     "An assessment goes by the log: end the zoom first, or leave the same intervals out of the log."},
     {Text::LogNotRecalculated, "The figures of '^' could not be recalculated."},
     // Quantity labels
     {Text::Peak, "Peak"},

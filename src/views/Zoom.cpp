@@ -7,6 +7,7 @@
 #include "model/LogTime.h"
 #include "model/Parameters.h"
 #include "model/Session.h"
+#include "resources/TextNames_w6.h"
 #include "views/Selection.h"
 
 namespace kestrane {
@@ -38,6 +39,15 @@ void recalculate(clsLog& log) {
     const BusyFrame busy(*session.frame);
     RecalcValues(log, kCalcAfterZoom);
     session.pump.runUntil([&log] { return !log.IntervalsRecalculating; });
+}
+
+// For each row of a range 1 when the selection of the log leaves it out, else 0.
+std::vector<std::uint8_t> leftOut(const clsLog& log, const RowRange& range) {
+    const clsLogIntervals& rows = log.LogIntervals;
+    std::vector<std::uint8_t> flags = excludedRows(selectionRanges(rows.CutIntervals), rows.IntervalsToBeIncluded,
+                                                   static_cast<std::size_t>(rows.Count()));
+    flags.resize(static_cast<std::size_t>(rows.Count()));
+    return {flags.begin() + (range.From - 1), flags.begin() + range.To};
 }
 
 } // namespace
@@ -85,6 +95,13 @@ void Zoom::follow(const clsLog& opened) {
     copy_->objLogOptions.Copy(opened.objLogOptions);
     SetPlottableValues(*copy_);
     if (isOtherTime) SetLogExposureTime(*copy_, opened.objLogOptions.ExposureTime);
+}
+
+std::string Zoom::otherSelectionLine(const clsLog& opened) const {
+    if (!copy_) return {};
+    const std::vector<std::uint8_t> ofLog = leftOut(opened, applied_);
+    const bool isSame = leftOut(*copy_, {1, copy_->LogIntervals.Count()}) == ofLog;
+    return isSame ? std::string() : opened.session().LoadText(Text::OtherSelectionInZoom);
 }
 
 void Zoom::RecalculateRange() const {

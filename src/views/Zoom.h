@@ -26,6 +26,9 @@ public:
     // the log is loading or recalculating.
     bool apply(clsLog& opened);
 
+    // The text that says that the copy leaves other rows out than the opened log; empty when it does not.
+    std::string otherSelectionLine(const clsLog& opened) const;
+
     // Recalculates the copy from its own rows; its change event says when the figures are there.
     void RecalculateRange() const;
 

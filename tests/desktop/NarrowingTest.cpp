@@ -226,6 +226,14 @@ TEST(RangeOnTheChart, IsMeasuredExcludedZoomedAndCopied) {
     EXPECT_EQ(desk.asked(), "Recalculate cumulative data?");
     EXPECT_FALSE(chart.markedRows()) << "the chart shows other rows";
     EXPECT_EQ(rowsInView(desk), 241);
+    desk.clickTab("Full Log");
+    desk.press(QKeySequence("Ctrl+Shift+L")); // 15 rows
+    desk.press(QKeySequence("Ctrl+Shift+X"));
+    desk.settle();
+    EXPECT_EQ(figure("lblRangeLeq"), "LAeq -");
+    EXPECT_EQ(log.LogIntervals.IncludedCount(), 241 - 15) << "not in the zoom alone";
+    desk.command("Undo Interval Selection").trigger();
+    EXPECT_EQ(log.LogIntervals.IncludedCount(), 241);
 }
 
 TEST(RangeOnTheChart, TheLoudestWindowIsMarked) {

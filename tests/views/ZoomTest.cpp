@@ -7,6 +7,7 @@
 #include "explorer/NodeKeys.h"
 #include "server/KestraneThread.h"
 #include "views/BandChart.h"
+#include "views/Selection.h"
 
 #include <gtest/gtest.h>
 
@@ -110,6 +111,20 @@ TEST(Zoom, HasWhatTheWholeLogShowsNotWhatWasReported) {
     EXPECT_EQ(window.inView().LeqCumA(0).CalcValue(), 80);
     EXPECT_EQ(window.inView().DoseETCumA.CalcValue(), 31.5F);
     EXPECT_EQ(reportedNote(window.inView(), kChannelA, eDoseET), "") << "it was computed";
+}
+
+TEST(Zoom, SaysWhetherItLeavesOtherRowsOutThanItsLog) {
+    Window window;
+    excludeRows(*window.opened, {4, 4});
+    ASSERT_TRUE(window.zoom(3, 6));
+    const Zoom& zoom = window.state.ZoomRange;
+    EXPECT_EQ(zoom.otherSelectionLine(*window.opened), "");
+    excludeRows(*window.opened, {9, 9}); // none of the zoom's
+    EXPECT_EQ(zoom.otherSelectionLine(*window.opened), "");
+    excludeRows(window.inView(), {3, 3});
+    EXPECT_TRUE(zoom.otherSelectionLine(*window.opened).starts_with("Other intervals are left out here"));
+    excludeRows(*window.opened, {5, 5}); // the same row
+    EXPECT_EQ(zoom.otherSelectionLine(*window.opened), "");
 }
 
 TEST(Zoom, RefusesWhatCannotBeAndLeavesTheView) {
