@@ -12,6 +12,7 @@
 #include "platform/Format.h"
 #include "platform/desktop/QtClipboard.h"
 #include "reports/ViewPages.h"
+#include "resources/TextNames_w6.h"
 #include "views/CopyData.h"
 #include "views/HPDChart.h"
 #include "views/LogTabs.h"
@@ -126,6 +127,9 @@ QWidget* frmRank::bottomBar() {
 }
 
 void frmRank::showRanks() {
+    std::vector<const clsHP*> chosen;
+    for (const std::size_t row : selected())
+        chosen.push_back(ranks_.Rows[row].Protector);
     ranks_ =
         rankTable(log_, session_.protectors->Protectors, session_.Options, correction_, spnWorn_->value() / kPercent);
     grdRanks_->clear();
@@ -145,8 +149,21 @@ void frmRank::showRanks() {
     }
     grdRanks_->resizeColumnsToContents();
     chart_->setChart(rankChart(log_, ranks_));
-    if (!ranks_.Rows.empty()) grdRanks_->selectRow(0);
+    select(chosen);
     showSelected();
+}
+
+// Selects the rows of these protectors; without any, the first row.
+void frmRank::select(const std::vector<const clsHP*>& chosen) {
+    QItemSelection rows;
+    for (std::size_t row = 0; row < ranks_.Rows.size(); ++row) {
+        const QModelIndex index = grdRanks_->model()->index(static_cast<int>(row), 0);
+        const bool isChosen = chosen.empty() ? row == 0 : std::ranges::count(chosen, ranks_.Rows[row].Protector) > 0;
+        if (isChosen) rows.select(index, index);
+    }
+    grdRanks_->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    if (!rows.isEmpty())
+        grdRanks_->setCurrentItem(grdRanks_->item(rows.indexes().front().row(), 0), QItemSelectionModel::NoUpdate);
 }
 
 std::vector<std::size_t> frmRank::selected() const {
@@ -160,12 +177,12 @@ std::vector<std::size_t> frmRank::selected() const {
 void frmRank::showSelected() {
     const std::vector<std::size_t> rows = selected();
     cmdOK_->setEnabled(rows.size() == 1);
-    const bool areTwo = rows.size() == 2 && ranks_.Rows[rows[0]].Level && ranks_.Rows[rows[1]].Level;
-    if (!areTwo) return lblBoth_->setText(loadText(session_, Text::RankChoose));
-    const double both = levelUnderBoth(*ranks_.Rows[rows[0]].Level, *ranks_.Rows[rows[1]].Level);
+    if (rows.size() != 2) return lblBoth_->setText(loadText(session_, Text::RankChoose));
+    const auto both = levelUnderBoth(ranks_, ranks_.Rows[rows[0]], ranks_.Rows[rows[1]]);
+    if (!both) return lblBoth_->setText(loadText(session_, Text::RankNotTogether));
     lblBoth_->setText(
-        shown(ReplaceText(session_.LoadText(Text::RankBoth), "^", formatNumber(both, "##0.0", session_.locale))) +
-        " - " + shown(verdictText(session_, verdictOf(both, session_.Options.ActionLevel))));
+        shown(ReplaceText(session_.LoadText(Text::RankBoth), "^", formatNumber(*both, "##0.0", session_.locale))) +
+        " - " + shown(verdictText(session_, verdictOf(*both, session_.Options.ActionLevel))));
 }
 
 // The list as text and table, and the chart as a picture.

@@ -34,6 +34,7 @@ private:
     QWidget* bottomBar();
     void showRanks();
     void showSelected();
+    void select(const std::vector<const clsHP*>& chosen);
     std::vector<std::size_t> selected() const; // rows of the table
     void copy() const;
     void print();

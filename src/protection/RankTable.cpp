@@ -51,6 +51,12 @@ std::optional<double> figureOf(const std::vector<StandardFigure>& figures, std::
     return found == figures.end() ? std::nullopt : std::optional(found->Level);
 }
 
+std::optional<double> withTimeWithout(const RankTable& table, const std::optional<double>& whileWorn) {
+    if (!whileWorn || table.Worn >= 1) return whileWorn;
+    if (!table.Unprotected) return std::nullopt;
+    return levelPartlyProtected(*table.Unprotected, *whileWorn, table.Worn);
+}
+
 } // namespace
 
 std::string verdictText(const Session& session, Verdict verdict) {
@@ -58,9 +64,11 @@ std::string verdictText(const Session& session, Verdict verdict) {
     return std::string(words.symbol) + " " + session.LoadText(words.words);
 }
 
-double levelUnderBoth(double first, double second) {
+std::optional<double> levelUnderBoth(const RankTable& table, const RankTable::Row& first,
+                                     const RankTable::Row& second) {
     constexpr double kSecondProtector = 5; // dB
-    return std::min(first, second) - kSecondProtector;
+    if (!first.WhileWorn || !second.WhileWorn || first.Protector->Tipe == second.Protector->Tipe) return std::nullopt;
+    return withTimeWithout(table, std::min(*first.WhileWorn, *second.WhileWorn) - kSecondProtector);
 }
 
 RankTable rankTable(const clsLog& log, const std::vector<clsHP>& protectors, const clsOptions& options,
@@ -74,7 +82,8 @@ RankTable rankTable(const clsLog& log, const std::vector<clsHP>& protectors, con
         table.Captions.push_back(session.LoadText(column.caption));
     table.Captions.push_back(session.LoadText(Text::RankPlus4));
 
-    const std::optional<double> unprotected = aWeightedLeq(log);
+    table.Unprotected = aWeightedLeq(log);
+    table.Worn = worn;
     for (const RankedProtector& ranked : rankProtectors(log, protectors, options, iCorrectionFactor)) {
         const bool isTold = ranked.Result != kCannotCompute;
         RankTable::Row row{ranked.Protector,
@@ -84,17 +93,15 @@ RankTable rankTable(const clsLog& log, const std::vector<clsHP>& protectors, con
                             ranked.Method,
                             isTold ? number(session, ranked.Result) : std::string()},
                            ranked.Level,
+                           withTimeWithout(table, ranked.Level),
                            ranked.Verdict};
         for (const StandardColumn& column : kStandards)
             row.Cells.push_back(number(session, figureOf(ranked.Figures, column.method)));
         const double allowance = iCorrectionFactor == kCorrectionFourDecibels ? 0 : kRealWorldAllowance;
         row.Cells.push_back(
             number(session, ranked.Standard ? std::optional(*ranked.Standard + allowance) : std::nullopt));
-        if (row.Level && worn < 1) {
-            row.Level =
-                unprotected ? std::optional(levelPartlyProtected(*unprotected, *row.Level, worn)) : std::nullopt;
+        if (row.WhileWorn && worn < 1)
             row.Verdict = row.Level ? verdictOf(*row.Level, options.ActionLevel) : Verdict::None;
-        }
         row.Cells[table.VerdictColumn] =
             verdictText(session, row.Verdict) +
             (row.Level && worn < 1 ? " (" + number(session, row.Level) + ")" : std::string());

@@ -1223,6 +1223,7 @@ constexpr TextEntry Entries[] = {
      "Other intervals are left out here than in the log.  That ends with the zoom and is not saved."},
     {Text::EndZoomFirst,
      "An assessment goes by the log: end the zoom first, or leave the same intervals out of the log."},
+    {Text::RankNotTogether, "No estimate: it takes an earplug and an earmuff, each with a level."},
     {Text::LogNotRecalculated, "The figures of '^' could not be recalculated."},
     // Quantity labels
     {Text::Peak, "Peak"},

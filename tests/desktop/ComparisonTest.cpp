@@ -9,6 +9,7 @@
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -108,7 +109,8 @@ TEST(Comparison, AsksForAProtectorOnceAndShowsWhatItDoes) {
 TEST(Comparison, TheRankListTakesTheBestAndEstimatesTwoTogether) {
     ComparisonDesk desk;
     clsHP& snr = desk.protectors.Protectors.emplace_back();
-    snr.Name = "Thin plug";
+    snr.Name = "Thin muff";
+    snr.Tipe = 1;
     snr.High = snr.Medium = snr.Low = 1;
     desk.openLog(kCompressor, "Broadband 1");
     desk.onChoosing("HML", "cmdCancel");
@@ -129,6 +131,9 @@ TEST(Comparison, TheRankListTakesTheBestAndEstimatesTwoTogether) {
         const double best = ranks.item(0, 5 + 1)->text().toDouble(); // by HML
         EXPECT_TRUE(both.text().contains(QString::number(best - 5, 'f', 1) + " dB")) << both.text().toStdString();
         EXPECT_FALSE(control<QPushButton>(dialog, "cmdOK").isEnabled());
+        control<QDoubleSpinBox>(dialog, "spnWorn").setValue(50);
+        EXPECT_EQ(ranks.selectionModel()->selectedRows().size(), 2) << "both stay chosen";
+        control<QDoubleSpinBox>(dialog, "spnWorn").setValue(100);
         ranks.clearSelection();
         ranks.selectRow(0);
         click(dialog, "cmdOK");

@@ -163,20 +163,25 @@ TEST(RankTable, SaysWhatEachMethodGivesAndCountsTheTimeNotWorn) {
     worn.twoChannels(90, 92);
     worn.hp.SNR = 17; // 92 less 17 is 75, at the edge of good
     worn.hp.NRR = 20;
-    const std::vector<clsHP> list = {clsHP(), worn.hp};
+    std::vector<clsHP> list = {clsHP(), worn.hp, worn.hp, worn.hp};
+    list[2].Tipe = 1; // a muff, 4 dB weaker
+    list[2].SNR = 13;
     RankTable table = rankTable(worn.log, list, worn.options, kCorrectionNone, 1);
-    ASSERT_EQ(table.Rows.size(), 2U);
+    ASSERT_EQ(table.Rows.size(), 4U); // the two plugs, the muff, and the one without figures
     EXPECT_EQ(table.Rows[0].Cells, (std::vector<std::string>{"A", "Earplug", "\u2713 good", "SNR", "75.0", "", "",
                                                              "75.0", "77.0", "83.5", "87.0", "79.0"}))
         << "NRR 20 from 90 dB(A): less 13, half of 13, and 10 less 7 for a formable plug";
-    EXPECT_EQ(table.Rows[1].Verdict, Verdict::None);
+    EXPECT_EQ(table.Rows[3].Verdict, Verdict::None);
+    EXPECT_EQ(levelUnderBoth(table, table.Rows[0], table.Rows[2]), 75 - 5);
+    EXPECT_FALSE(levelUnderBoth(table, table.Rows[0], table.Rows[1])) << "two plugs";
+    EXPECT_FALSE(levelUnderBoth(table, table.Rows[2], table.Rows[3]));
     EXPECT_EQ(rankText(table).substr(0, 5), "Name\t");
     table = rankTable(worn.log, list, worn.options, kCorrectionNone, 0.5);
     EXPECT_NE(rankText(table).find("\r\nWorn for 50 % of the time"), std::string::npos);
     EXPECT_NEAR(*table.Rows[0].Level, 87.1249, 0.0001); // 10 lg (0.5 10^7.5 + 0.5 10^9)
     EXPECT_EQ(table.Rows[0].Verdict, Verdict::Insufficient);
     EXPECT_EQ(table.Rows[0].Cells[RankTable::VerdictColumn], "\u2717 insufficient (87.1)");
-    EXPECT_NEAR(levelUnderBoth(75, 71), 66, 1e-12);
+    EXPECT_NEAR(*levelUnderBoth(table, table.Rows[0], table.Rows[2]), 87.0329, 0.0001); // 10 lg (0.5 10^7 + 0.5 10^9)
 }
 
 } // namespace
