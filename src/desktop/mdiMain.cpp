@@ -6,6 +6,7 @@
 #include "desktop/HelpTopic.h"
 #include "desktop/MessageLabel.h"
 #include "desktop/StartPage.h"
+#include "desktop/WindowList.h"
 #include "desktop/assessment/frmAssessment.h"
 #include "desktop/frmExplorer.h"
 #include "desktop/grdDose.h"
@@ -213,6 +214,7 @@ void mdiMain::makeMenus() {
         fillMenu(*menu, title.menu);
         menus_[title.menu] = menu;
     }
+    listWindows(*menus_.at(Menu::Window), *area_, [this](const auto& work) { begin(work); });
     for (const Menu popUp : {Menu::TreePopup, Menu::LogPopup}) {
         menus_[popUp] = new QMenu(this);
         fillMenu(*menus_[popUp], popUp);

@@ -149,6 +149,28 @@ TEST(Placement, IsSavedOnExitAndRestored) {
     EXPECT_TRUE(QGuiApplication::primaryScreen()->geometry().contains(far.frame->geometry()));
 }
 
+TEST(WindowMenu, EndsWithTheOpenWindows) {
+    Desk desk;
+    desk.open(kShift);
+    desk.command("New Assessment").trigger();
+    QMenu* menu = nullptr; // that of the windows
+    for (QMenu* const any : desk.frame->menuBar()->findChildren<QMenu*>())
+        if (any->actions().contains(&desk.command("Cascade"))) menu = any;
+    ASSERT_NE(menu, nullptr);
+    for (int turn = 0; turn < 2; ++turn) { // each time anew
+        emit menu->aboutToShow();
+        const QList<QAction*> actions = menu->actions();
+        const auto count = desk.area().subWindowList().size();
+        ASSERT_EQ(count, 2);
+        EXPECT_TRUE(actions[actions.size() - 3]->isSeparator());
+        EXPECT_EQ(actions[actions.size() - 1]->text(), "&2 " + desk.caption());
+        EXPECT_EQ(actions[actions.size() - 1]->isChecked(), true);
+        EXPECT_FALSE(actions[actions.size() - 2]->isChecked());
+        if (turn == 1) actions[actions.size() - 2]->trigger();
+    }
+    EXPECT_EQ(desk.area().currentSubWindow(), desk.area().subWindowList().front());
+}
+
 // What a person can press or type into.
 bool isControl(const QWidget& widget) {
     for (const char* kind : {"QAbstractButton", "QLineEdit", "QComboBox", "QAbstractItemView", "QTabBar"})
