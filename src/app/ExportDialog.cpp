@@ -185,7 +185,7 @@ bool ExportDialog::mayWrite() const {
     }
     return !fileExists(name_) ||
            session_.ShowMessage(ReplaceText(session_.LoadText(Text::ExportAskReplace), "^", name_),
-                                kButtonsYesNo | kIconQuestion) == Button::Yes;
+                                kButtonsYesNo | kIconQuestion | kDefaultSecond) == Button::Yes;
 }
 
 bool ExportDialog::Export(const ExportProgress& progress) {

@@ -83,14 +83,15 @@ std::optional<std::string> askSaveName(Session& session, QWidget* parent, const 
         QFileDialog dialog(parent, asked.Title, name, asked.Filter);
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setDefaultSuffix(asked.Ending);
+        dialog.setOption(QFileDialog::DontConfirmOverwrite); // it does not know of the ending
         dialog.selectFile(name);
         if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
         name = dialog.selectedFiles().front();
-        if (name.endsWith('.' + asked.Ending, Qt::CaseInsensitive)) return name.toStdString();
-        name += '.' + asked.Ending; // the dialog has asked about the other name
+        if (!name.endsWith('.' + asked.Ending, Qt::CaseInsensitive)) name += '.' + asked.Ending;
         const std::string path = name.toStdString();
         const std::string question = ReplaceText(session.LoadText(Text::ExportAskReplace), "^", path);
-        if (!fileExists(path) || session.ShowMessage(question, kButtonsYesNo | kIconQuestion) == Button::Yes)
+        if (!fileExists(path) ||
+            session.ShowMessage(question, kButtonsYesNo | kIconQuestion | kDefaultSecond) == Button::Yes)
             return path;
     }
 }

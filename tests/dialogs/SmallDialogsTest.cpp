@@ -22,6 +22,7 @@ TEST(SaveName, AFileIsReplacedOnlyWhenTheUserAgreesToTheWholeName) {
     const TemporaryFolder folder;
     const QString name = QString::fromStdString(folder.file("chart.v1"));
     writeText(folder.file("chart.v1.png"), "kept");
+    writeText(folder.file("chart.v1"), "not meant, so not asked about");
     test.messages.Answers = {Button::No, Button::Yes};
     const auto enter = [&name](QDialog& dialog) {
         auto& field = control<QLineEdit>(dialog, "fileNameEdit");
@@ -33,7 +34,8 @@ TEST(SaveName, AFileIsReplacedOnlyWhenTheUserAgreesToTheWholeName) {
         enter(dialog);
     });
     EXPECT_EQ(askSaveName(test.session, nullptr, {"Save", name, "PNG (*.png)", "png"}), folder.file("chart.v1.png"));
-    EXPECT_EQ(test.messages.Boxes.size(), 2U);
+    ASSERT_EQ(test.messages.Boxes.size(), 2U);
+    EXPECT_EQ(defaultButtonOf(test.messages.Boxes[0].Flags), Button::No);
 }
 
 TEST(ExpTime, AsksUntilTheTimeIsGood) {
