@@ -12,7 +12,6 @@
 #include "model/LogParameters.h"
 #include "platform/Numbers.h"
 #include "resources/TextNames_w3.h"
-#include "views/LogWarnings.h"
 #include "views/Selection.h"
 
 #include <algorithm>
@@ -32,7 +31,6 @@ int finishLog(Program& program, const ChosenLog& chosen, const DocumentOutput& o
     if (!output.file.empty() && !program.saveAs(*chosen.file, output.file)) return kFailed;
     writeLog(program.out(), *chosen.log, chosen.key, withIntervals);
     program.out() << '\n';
-    if (const std::string stale = notUpToDate(*chosen.log); !stale.empty()) program.session.frame->Tell(stale);
     return kDone;
 }
 
@@ -271,13 +269,13 @@ int weight(Program& program, const WeightOptions& options) {
     if (!chosen) return kFailed;
     clsLog& log = *chosen->log;
     const std::string before = log.FreqWeightA();
-    const bool isSaved = !options.output.file.empty();
+    const bool keepsRows = !options.withIntervals && log.LogIntervals.Count() > 0;
     editLog(log, Text::StepFrequencyWeighting, [&] {
         AdjustFreqWeight(log, options.weight, options.withIntervals);
         return true;
     });
-    if (isSaved && log.IsOctaveLog() && log.FreqWeightA() != before)
-        program.session.frame->Tell(program.session.LoadText(Text::OverallNotConverted));
+    if (keepsRows && !options.output.file.empty() && log.IsOctaveLog() && log.FreqWeightA() != before)
+        program.session.frame->Tell(program.session.LoadText(Text::IntervalsNotConverted));
     return finishLog(program, *chosen, options.output, options.withIntervals);
 }
 
@@ -296,11 +294,10 @@ int history(Program& program, const std::string& name) {
     const clsFile* const file = program.open(name);
     if (file == nullptr || !file->History.Fault.empty()) return kFailed;
     Json lines = Json::array();
-    for (const HistoryLine& line : file->History.lines())
+    for (const HistoryLine& line : file->History.oldestFirst())
         lines.push_back({{"Time", line.Time},
                          {"What", line.What},
                          {"Log", line.Log},
-                         {"Identity", line.Identity},
                          {"Before", line.Before},
                          {"After", line.After},
                          {"Reason", line.Reason}});

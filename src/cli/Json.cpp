@@ -116,7 +116,6 @@ Json figuresJson(const clsLog& log) {
             if (!reportedNote(log, channel, info.parameter).empty()) figure["Reported"] = true;
             const bool isThere = (log.*source.cumulative).CalcValue() != 0;
             if (isThere && isExposureNotAWeighted(log, channel, info.parameter)) figure["NotAWeighted"] = true;
-            if (isToBeRecalculated(log, channel, info.parameter)) figure["NotUpToDate"] = true;
         }
     }
     figures["TWA8CumA"] = singleJson(TWA8CumA(log));

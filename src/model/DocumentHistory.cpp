@@ -37,6 +37,12 @@ std::vector<HistoryLine> DocumentHistory::lines() const {
     return lines;
 }
 
+std::vector<HistoryLine> DocumentHistory::oldestFirst() const {
+    std::vector<HistoryLine> sorted = lines();
+    std::ranges::stable_sort(sorted, {}, &HistoryLine::Time);
+    return sorted;
+}
+
 const HistoryLine* DocumentHistory::lastOfFile() const {
     const auto found = std::find_if(lines_.rbegin(), lines_.rend(), [](const auto& line) { return line.OfFile; });
     return found == lines_.rend() ? nullptr : &*found;

@@ -45,8 +45,9 @@ public:
     // To be called before anything changes that the newest line describes, and before its step goes.
     void settle();
 
-    std::vector<HistoryLine> lines() const; // oldest first
-    const HistoryLine* lastOfFile() const;  // the newest line that says what the data file is; null for none
+    std::vector<HistoryLine> lines() const;       // as they were added
+    std::vector<HistoryLine> oldestFirst() const; // by their times: logs bring the lines of their document with them
+    const HistoryLine* lastOfFile() const;        // the newest line that says what the data file is; null for none
 
     std::string DataFile; // the data file beside which the history is kept; empty for none yet
     std::size_t Kept = 0; // so many lines, from the first, are kept there

@@ -155,7 +155,7 @@ std::unique_ptr<PagedDocument> criteriaPages(const PrintedView& view) {
 std::unique_ptr<PagedDocument> historyPages(const PrintedView& view) {
     const Session& session = view.log.session();
     Cells cells;
-    const std::vector<HistoryLine> lines = view.file.History.lines();
+    const std::vector<HistoryLine> lines = view.file.History.oldestFirst();
     const std::vector<std::string> logs = logsOfLines(view.file, lines);
     for (std::size_t i = 0; i < lines.size(); ++i)
         cells.push_back({ReplaceText(lines[i].Time, "T", " "), lines[i].What, logs[i],

@@ -5,7 +5,7 @@
 
 namespace kestrane::Text {
 
-inline constexpr Id OverallNotConverted = Id(9440);
+inline constexpr Id IntervalsNotConverted = Id(9440);
 inline constexpr Id BasisUnknownBands = Id(9441);
 
 } // namespace kestrane::Text

@@ -1206,9 +1206,8 @@ constexpr TextEntry Entries[] = {
     {Text::HistoryNotRead,
      "The history beside the data file cannot be read: what was done before the file was opened is not known."},
     // Figures that are not what their names say
-    {Text::OverallNotConverted,
-     "Only bands are converted.  The overall levels, and intervals that were not converted, too, keep the old "
-     "weighting."},
+    {Text::IntervalsNotConverted,
+     "The intervals keep the old weighting, and a recalculation brings their levels back."},
     {Text::BasisUnknownBands, "LAeq from bands, taken as linear"},
     {Text::NotUpToDate, "Not up to date with the dose: ^.  A full recalculation brings it up to date."},
     {Text::EveryIntervalExcluded, "Every interval is excluded; these cumulative figures are older than that."},

@@ -89,7 +89,7 @@ constexpr Text::Id kMessages[] = {
     Text::NoAvailableData,
     Text::SelectionError,
     Text::LogIsNotZWeighted,
-    Text::OverallNotConverted,
+    Text::IntervalsNotConverted,
     Text::CannotFind,
     Text::LogsWentInto,
     Text::StepChangesOtherFile,

@@ -46,7 +46,7 @@ HistoryTable historyTable(const clsFile& file) {
     for (const Text::Id caption : {Text::TimeColumn, Text::HistoryWhatColumn, Text::HistoryLogColumn,
                                    Text::HistoryBeforeColumn, Text::HistoryAfterColumn, Text::HistoryReasonColumn})
         table.Captions.push_back(file.session().LoadText(caption));
-    const std::vector<HistoryLine> lines = file.History.lines();
+    const std::vector<HistoryLine> lines = file.History.oldestFirst();
     const std::vector<std::string> logs = logsOfLines(file, lines);
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const HistoryLine& line = lines[i];

@@ -66,7 +66,7 @@ bool isRename(const clsFile& file, const HistoryLine& line) {
 
 std::vector<LogChange> changesOf(const clsFile& file, const clsInsData& data, const clsLog& log) {
     std::vector<Bearer> all = bearersOf(file, data, log);
-    const std::vector<HistoryLine> lines = file.History.lines();
+    const std::vector<HistoryLine> lines = file.History.oldestFirst();
     std::vector<LogChange> changes;
     for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
         if (line->OfFile && line->What == file.session().LoadText(Text::HistorySaved)) continue;

@@ -11,6 +11,9 @@
 
 namespace kestrane {
 
+namespace {
+
+// Which figures do not belong to the log's dose; empty for none.
 std::string notUpToDate(const clsLog& log) {
     std::string names;
     for (const Parameter parameter : {eDoseHour, eTWA}) {
@@ -22,6 +25,8 @@ std::string notUpToDate(const clsLog& log) {
     }
     return names.empty() ? names : ReplaceText(log.session().LoadText(Text::NotUpToDate), "^", names);
 }
+
+} // namespace
 
 std::string logWarnings(const clsLog& log) {
     const std::string unread =

@@ -11,7 +11,4 @@ namespace kestrane {
 // not belong to the log's dose, and that no interval counts. Empty when nothing is wrong.
 std::string logWarnings(const clsLog& log);
 
-// The sentence among them about figures that do not belong to the log's dose; empty when all do.
-std::string notUpToDate(const clsLog& log);
-
 } // namespace kestrane

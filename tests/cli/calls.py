@@ -166,16 +166,6 @@ class Calls(InAFolder):
             run("recalc", name, "--criterion", "80", "--history", "-o", "kept.xml")
             self.assertEqual(marked(json.loads(run("show", "kept.xml")[1])["InstrumentDatas"][0]["Locations"][0]), expected)
 
-    def test_figures_of_an_earlier_dose_are_marked(self):
-        _, out, err = run("cut", sample("protector-ac"), "--exclude", "30-84", "-o", "cut.xml")
-        self.assertTrue(json.loads(out)["DoseHourA"]["NotUpToDate"])
-        self.assertIn("Not up to date", err)
-        _, out, err = run("recalc", "cut.xml")
-        self.assertNotIn("NotUpToDate", out)
-        log = json.loads(out)
-        self.assertAlmostEqual(log["DoseHourA"]["CalcValue"], log["DoseMTCumA"]["CalcValue"] / (65 * 30 / 3600), 3)    # 65 rows of 30 s
-        self.assertEqual(err, "")
-
     def test_merging_adds_every_log_once_and_leaves_the_sources_alone(self):
         write("same.xml", read(DOSIMETER))     # the same instrument: no second collection
         status, out, err = run("merge", DOSIMETER, "same.xml", LONG, "-o", "out.xml")

@@ -199,7 +199,7 @@ NO_FIGURES = {"Plottable", "IsPlotted", "Peaks", "DoseLogIntervals", "SaveDoseCa
 def differences(program, ours, path=""):
     """Where the program's JSON differs, as texts."""
     if isinstance(ours, dict) and isinstance(program, dict):
-        program = {k: v for k, v in program.items() if k not in ("Reported", "NotAWeighted", "NotUpToDate")}  # remarks, no figures
+        program = {k: v for k, v in program.items() if k not in ("Reported", "NotAWeighted")}  # remarks, no figures
         out = [f"{path}/{k}: only {'ours' if k in ours else 'the program'}"
                for k in (ours.keys() ^ program.keys()) - NO_FIGURES]
         return out + [d for k in ours.keys() & program.keys() for d in differences(program[k], ours[k], f"{path}/{k}")]
