@@ -257,7 +257,7 @@ double Report::heightOf(const ReportTable& table) const {
 // the height below and, where the chart does not get too low, for what comes last.
 void Report::placeChart(const ReportSubject& subject, double below, double last) {
     chart_ = {std::make_shared<ChartData>(chartOf(subject.log)), subject.ShowsLegend, subject.ShowsNote, {}};
-    if (subject.log.LogIntervals.Count() == 0 && chart_.Data->Series.empty()) return; // there is nothing to draw
+    if (chart_.Data->RowCount == 0) return; // there is nothing to draw
     const PageArea& body = frame_.body();
     if (metrics_.isLandscape()) {
         const double left = metrics_.width() / 2 + kMiddleGap / 2;
