@@ -61,8 +61,9 @@ QString inLines(QString text, int width, const QFontMetrics& metrics) {
     return lines + text;
 }
 
-void fitTitle(QCPAxis& axis, const std::string& title, int length) {
-    axis.setLabel(inLines(QString::fromStdString(title), length, QFontMetrics(axis.labelFont())));
+void fitTitle(QCPAxis* axis, const std::string& title, int length) {
+    if (axis != nullptr)
+        axis->setLabel(inLines(QString::fromStdString(title), length, QFontMetrics(axis->labelFont())));
 }
 
 } // namespace
@@ -360,9 +361,9 @@ void ChartPlot::fitLabels(const QSize& room) {
     const int height = std::max(1, room.height() - 4 * metrics.height());
     if (times_) times_->fit(width, metrics);
     rows.setTickLabelRotation(times_ ? 0 : categories_->fit(rows.range(), width, metrics));
-    fitTitle(rows, content_->data.CategoryTitle, width);
-    fitTitle(*axisRect_->axis(QCPAxis::atLeft), content_->data.PrimaryTitle, height);
-    fitTitle(scale_ ? *scale_->axis() : *axisRect_->axis(QCPAxis::atRight), content_->data.SecondaryTitle, height);
+    fitTitle(&rows, content_->data.CategoryTitle, width);
+    fitTitle(axisRect_->axis(QCPAxis::atLeft), content_->data.PrimaryTitle, height);
+    fitTitle(scale_ ? scale_->axis() : axisRect_->axis(QCPAxis::atRight), content_->data.SecondaryTitle, height);
     primaryValues_->fit(height, metrics);
     if (bands_) bands_->fit(height, metrics);
     secondaryValues_->fit(height, metrics);
