@@ -1,6 +1,5 @@
 #include "protection/Attenuation.h"
 
-#include "calc/BandLevels.h"
 #include "calc/FreqWeight.h"
 #include "calc/Recalculation.h"
 #include "model/Acoustics.h"
@@ -39,12 +38,7 @@ struct Protection {
     CorrectionKind correction;
 };
 
-bool isAnyBandMeasured(const clsLog& log) {
-    return std::ranges::any_of(linearOctaves(log), [](const auto& level) { return level.has_value(); });
-}
-
-// The European means and deviations serve in the US modes, too; that is meant. Bands without a mean are left out. A
-// band at 0 counts as 0 dB, but when all are, nothing was measured.
+// The European means and deviations serve in the US modes, too; that is meant. Bands without a mean are left out.
 float byOctaves(const Protection& p) {
     const std::array<double, 10> levels = octaveLevels(p.log);
     double sum = 0;
@@ -52,7 +46,7 @@ float byOctaves(const Protection& p) {
         if (p.protector.Mean(band) == 0) continue;
         sum += energyOf(levels[static_cast<std::size_t>(band)] - assumedAttenuation(p.protector, band, p.correction));
     }
-    if (sum == 0 || !isAnyBandMeasured(p.log)) return kCannotCompute;
+    if (sum == 0) return kCannotCompute;
     return checkedSingle(levelOf(sum) + fourDecibels(p.correction));
 }
 
