@@ -110,7 +110,7 @@ bool takeLevel(clsValue& level, const std::string& entry, const Locale& locale) 
     const std::optional<double> number = typedNumber(entry, locale);
     if (!number) return false;
     const float rounded = toSingle(formatNumber(*number, "##0.0", locale), locale);
-    if (!isLevel(rounded)) return false; // a forgotten point would make the figures of the whole day overflow
+    if (rounded > kHighestLevel) return false; // a forgotten point would make the figures of the whole day overflow
     level.Value(rounded);
     return true;
 }

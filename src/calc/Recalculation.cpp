@@ -348,8 +348,8 @@ bool isOfAnotherExposureTime(const clsLog& log, LogChannel channel, Parameter pa
            exposureTimeOf(log, channel, parameter) == MadeWith::AnotherTime;
 }
 
-// Derives figures from the present levels, in a fixed order. With isReportedKept the dose, the dose per hour and the
-// exposure of channel A stay as the meter reported them.
+// Derives figures of channel A from its present levels, in a fixed order. With isReportedKept the dose, the dose per
+// hour and the exposure of channel A stay as the meter reported them.
 void deriveFigures(clsLog& log, bool isReportedKept) {
     const Calculators calculate(log);
     updateTWA(log); // from the exposure dose as it was before this pass; that is meant
@@ -372,7 +372,6 @@ void deriveFigures(clsLog& log, bool isReportedKept) {
         calculate.dose(a.doseET, a.leq, Basis::Exposure);
     }
     calculate.dose(a.doseMT, a.leq, Basis::Measured);
-    if (log.IsChannelBOn) deriveChannelB(log, calculate);
 }
 
 bool isWeightedAorC(const std::string& weight) {
@@ -401,16 +400,18 @@ void RecalcValues(clsLog& log, CalcMode iCalcMode, const std::function<void()>& 
 }
 
 void RecalcFromBands(clsLog& log) {
-    log.OverwriteStoredValues = true;
+    const bool before = std::exchange(log.OverwriteStoredValues, true);
     sumBands(log);
     deriveFigures(log, false);
     deriveFigures(log, false); // what a pass takes from the dose of the pass before
+    log.OverwriteStoredValues = before;
     SetPlottableValues(log);
     log.RaiseLogValuesChanged();
 }
 
 void CompleteRecalcProcess(clsLog& log) {
     deriveFigures(log, keepsReportedExposure(log));
+    if (log.IsChannelBOn) deriveChannelB(log, Calculators(log));
     if (log.RecalcMode == kCalcUnmarked || log.RecalcMode == kCalcFull) {
         SetPlottableValues(log);
         log.HasWholeFigures = false;

@@ -25,8 +25,8 @@ void RecalcValues(clsLog& log, CalcMode iCalcMode, const std::function<void()>& 
 void CompleteRecalcProcess(clsLog& log);
 
 // Makes the overall Leq, Lmin and Lmax of a log with bands from its bands, as for a log without rows, and derives the
-// figures from them, also those that a meter has reported itself. An overall level without bands stays. Rows are not
-// looked at.
+// figures of channel A from them, also those that a meter has reported itself. An overall level without bands stays.
+// Rows are not looked at.
 void RecalcFromBands(clsLog& log);
 
 // A criterion level and an exchange rate, dB.

@@ -1,6 +1,6 @@
 // Questions about the rows of a log, answered by pure functions: the figures of a stretch, the loudest and the quietest
 // stretch of a given length, events, percentiles, the distribution of levels. Rows that are excluded and rows without a
-// level are left out. Levels are those of channel A in dB, weighted as they are; no threshold is applied.
+// level are left out. Levels are in dB, of the weighting and channel that the caller chooses; no threshold is applied.
 #pragma once
 
 #include "calc/BandLevels.h"

@@ -259,11 +259,12 @@ QSize ChartPlot::minimumSizeHint() const {
 // Where there is little room, the plot comes before the parts around it. How much the axes leave to it is known only
 // once they are laid out.
 void ChartPlot::updateLayout() {
-    int side = 0; // of the plot, the shorter one
-    for (int spared = 0; side < kLeastPlot && spared <= (isLegendWhole_ ? 0 : kPartsToSpare); ++spared) {
+    const int least = isLegendWhole_ ? 1 : kLeastPlot; // a picture keeps its parts as long as there is a plot
+    int side = 0;                                      // of the plot, the shorter one
+    for (int spared = 0; side < least && spared <= kPartsToSpare; ++spared) {
         if (content_) placeParts(spared);
         QCustomPlot::updateLayout();
-        side = body() == nullptr ? kLeastPlot : std::min(body()->rect().width(), body()->rect().height());
+        side = body() == nullptr ? least : std::min(body()->rect().width(), body()->rect().height());
     }
     // In an area of less than nothing the axes would run the other way.
     for (int i = 0; i < layerCount(); ++i)

@@ -41,7 +41,7 @@ void addGlobals(CLI::App& app, GlobalOptions& globals) {
 // Puts the digits of a whole number as the parser is to read them. Returns what is wrong with a text that is none.
 std::string asWholeNumber(std::string& text) {
     const auto number = wholeNumber(text);
-    if (!number) return "'" + text + "' is no whole number";
+    if (!number) return "'" + text + "' is no whole number, or too large";
     text = std::to_string(*number);
     return {};
 }

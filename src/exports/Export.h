@@ -32,7 +32,7 @@ std::string csvOf(std::string_view copied);
 
 // The writers of the formats. They return false when the progress, which is asked before each line, ended them.
 
-// CSV by RFC 4180 in UTF-8, but with LF behind lines, and with the names of the columns in the first line. A text that
+// CSV like RFC 4180 in UTF-8, with LF behind lines, and with the names of the columns in the first line. A text that
 // a spreadsheet could take for a formula gets an apostrophe in front.
 bool writeCsv(const ExportTable& table, const FileSink& sink, const ExportProgress& progress = {});
 

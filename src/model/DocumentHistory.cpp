@@ -38,8 +38,20 @@ std::vector<HistoryLine> DocumentHistory::lines() const {
 }
 
 std::vector<HistoryLine> DocumentHistory::oldestFirst() const {
-    std::vector<HistoryLine> sorted = lines();
-    std::ranges::stable_sort(sorted, {}, &HistoryLine::Time);
+    struct Timed {
+        std::string Time; // of the line before, for one that could not be read
+        HistoryLine Line;
+    };
+
+    std::vector<Timed> timed;
+    for (HistoryLine& line : lines()) {
+        const std::string before = timed.empty() ? std::string() : timed.back().Time;
+        timed.push_back({line.Time.empty() ? before : line.Time, std::move(line)});
+    }
+    std::ranges::stable_sort(timed, {}, &Timed::Time);
+    std::vector<HistoryLine> sorted;
+    for (Timed& each : timed)
+        sorted.push_back(std::move(each.Line));
     return sorted;
 }
 

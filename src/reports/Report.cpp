@@ -30,7 +30,8 @@ constexpr double kLeastForDetails = 16;         // cm, with the chart below them
 constexpr double kLeastForDetailsInLandscape = 10;
 constexpr std::size_t kMostParagraphs = 100; // of the company's own words
 constexpr std::size_t kMostParagraphLines = 20;
-constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the space around them
+constexpr std::size_t kMostOfNote = 10'000; // paragraphs, and lines of one
+constexpr double kCaptionLines = 3.5;       // of a table: heading, captions, and the space around them
 
 // The end of the title, or the title of a log without a name.
 std::string kindOf(const clsLog& log) {
@@ -181,10 +182,14 @@ void Report::placeIntroduction(const ReportSubject& subject) {
 
 // Paragraphs over the width of the page, with a blank line behind the last.
 Report::Block Report::ownWords(const std::string& text) const {
+    return words(text, kMostParagraphs, kMostParagraphLines);
+}
+
+Report::Block Report::words(const std::string& text, std::size_t mostParagraphs, std::size_t mostLines) const {
     Block block;
-    for (const std::string& paragraph : paragraphsOf(text, kMostParagraphs)) {
-        block.Lines.emplace_back(
-            std::string(), wrappedText(metrics_, paragraph, frame_.body().width(), kBodyFont, kMostParagraphLines));
+    for (const std::string& paragraph : paragraphsOf(text, mostParagraphs)) {
+        block.Lines.emplace_back(std::string(),
+                                 wrappedText(metrics_, paragraph, frame_.body().width(), kBodyFont, mostLines));
         block.Height += static_cast<double>(block.Lines.back().second.size()) * line_;
     }
     if (block.Lines.empty()) return block;
@@ -213,7 +218,7 @@ void Report::placeNote(const Session& session) {
     if (!chart_.HasFootnote || chart_.Data->Footnote.empty()) return;
     const auto page = std::ranges::find_if(pages_, [](const PlacedPage& each) { return each.Chart.has_value(); });
     if (page != pages_.end() && !metrics_.cutsNote(chart_, page->Chart->Width, page->Chart->Height)) return;
-    Block note = ownWords(chart_.Data->Footnote);
+    Block note = words(chart_.Data->Footnote, kMostOfNote, kMostOfNote);
     note.Heading = session.LoadText(Text::StepNote);
     note.Height += kProvenanceHead * line_;
     placeLast(note);

@@ -69,6 +69,7 @@ private:
     void placeIntroduction(const ReportSubject& subject);
     void placeDetails(const std::vector<DetailLine>& lines);
     Block ownWords(const std::string& text) const;
+    Block words(const std::string& text, std::size_t mostParagraphs, std::size_t mostLines) const;
     Block provenance(const ReportSubject& subject) const;
     void placeNote(const Session& session);
     void placeLast(const Block& block);

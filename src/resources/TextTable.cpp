@@ -275,7 +275,7 @@ constexpr TextEntry Entries[] = {
     {Text::RefusedExchangeRate, "'^' was not taken.  An exchange rate is 3, 4 or 5."},
     {Text::RefusedDate, "'^' was not taken.  A date is day, month and year: 03/06/2024."},
     {Text::RefusedTimeOfDay, "'^' was not taken.  A time of day is 8:30 or 08:30:00."},
-    {Text::RefusedLevel, "'^' was not taken.  A level is a number of dB above 0, up to 200: 91.3."},
+    {Text::RefusedLevel, "'^' was not taken.  A level is a number of dB, up to 200: 91.3."},
     {Text::RefusedExposureTime, "'^' was not taken.  An exposure time is up to 24 hours: 2:00 or 2.5."},
     {Text::RefusedIncluded, "'^' was not taken.  A row is included (Y) or not (N)."},
     {Text::NothingThatCounts, "There is nothing here that counts."},

@@ -112,7 +112,7 @@ TEST(EnterExposureCell, TakesWhatFitsTheColumnAndLeavesTheRest) {
         {eColumnLeq, "1e999", nullptr},
         {eColumnLeq, "914", nullptr}, // the point of 91.4 was forgotten
         {eColumnLeq, "200", "200.0"},
-        {eColumnLeq, "0.04", nullptr},
+        {eColumnLeq, "0", "0.0"},
         {eColumnLeq, "91,3", "91.3"},
         {eColumnExposureTime, "24:00:00", "24:00:00"},
         {eColumnExposureTime, "2,5", "02:30:00"},

@@ -122,6 +122,8 @@ TEST(ConvertLog, OverallLevelsAndExposureFollowTheBands) {
         log.LeqCumA(band).Value(level);
         rows.setLevel(Quantity::LeqA, log.e(band), 0, {level, level});
     }
+    log.LmaxCumA(log.e("1k")).Value(90); // at another time than the row's
+    rows.setLevel(Quantity::LmaxA, log.e("1k"), 0, {80, 80});
     log.PeakCumA.Value(120);
     log.Interval = 900;
     convertLog(log, "A");
@@ -129,6 +131,7 @@ TEST(ConvertLog, OverallLevelsAndExposureFollowTheBands) {
     EXPECT_EQ(log.LeqCumA(0).Value(), 101.21F);
     EXPECT_NEAR(rows.level(Quantity::LeqA, 0, 0).CalcValue, 78.0103, 1e-3);
     EXPECT_EQ(log.PeakCumA.CalcValue(), 120);
+    EXPECT_NEAR(log.LmaxCumA(0).CalcValue(), 80, 1e-3);
     EXPECT_NEAR(log.LepdETCumA.CalcValue(), 78.0103, 1e-3); // for 8 h
     EXPECT_NEAR(log.LepdMTCumA.CalcValue(), 62.9588, 1e-3); // 10 lg (0.25 / 8) = -15.0515
     EXPECT_NEAR(log.DoseETCumA.CalcValue(), 19.8898, 1e-3); // 100 * 2^(-6.9897 / 3)

@@ -90,7 +90,7 @@ TEST(Exposures, BeginWithTheLogsRowAndAreEditedLikeASpreadsheet) {
     desk.enter("loud");
     EXPECT_EQ(desk.cell(1, kLeq), desk.cell(2, kLeq)) << "no level";
     EXPECT_EQ(desk.at(), QPoint(2, kLeq));
-    EXPECT_EQ(desk.panel("Status"), "'loud' was not taken.  A level is a number of dB above 0, up to 200: 91.3.");
+    EXPECT_EQ(desk.panel("Status"), "'loud' was not taken.  A level is a number of dB, up to 200: 91.3.");
 
     desk.go(1, kCriterion);
     desk.press(Qt::Key_F2);
