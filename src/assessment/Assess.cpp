@@ -5,7 +5,6 @@
 #include "assessment/Samples.h"
 #include "calc/PossibleLevel.h"
 #include "model/Acoustics.h"
-#include "resources/TextNames_w1.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,7 +3,6 @@
 #include "model/Captions.h"
 #include "platform/Format.h"
 #include "protection/RankTable.h"
-#include "resources/TextNames_w1.h"
 
 #include <algorithm>
 #include <cmath>

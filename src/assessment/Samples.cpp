@@ -5,7 +5,6 @@
 #include "calc/PossibleLevel.h"
 #include "model/Captions.h"
 #include "platform/Format.h"
-#include "resources/TextNames_w1.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,6 @@
 #include "calc/FreqWeight.h"
 #include "model/Acoustics.h"
 #include "model/Session.h"
-#include "resources/TextNames_w3.h"
 
 #include <algorithm>
 

@@ -11,7 +11,6 @@
 #include "explorer/NodeKeys.h"
 #include "model/LogParameters.h"
 #include "platform/Numbers.h"
-#include "resources/TextNames_w3.h"
 #include "views/Selection.h"
 
 #include <algorithm>

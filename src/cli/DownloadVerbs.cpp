@@ -10,7 +10,6 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
-#include "resources/TextNames_w4.h"
 #include "server/LogLoading.h"
 
 #include <cerrno>

@@ -7,7 +7,6 @@
 #include "platform/LocalTime.h"
 #include "reports/Report.h"
 #include "reports/ReportLanguage.h"
-#include "resources/TextNames_w7.h"
 
 #include <algorithm>
 #include <iostream>

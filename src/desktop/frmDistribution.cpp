@@ -5,7 +5,6 @@
 #include "dialogs/CellTableModel.h"
 #include "dialogs/HandySplitter.h"
 #include "dialogs/Words.h"
-#include "resources/TextNames_w1.h"
 #include "views/ChartSummary.h"
 
 #include <QDialogButtonBox>

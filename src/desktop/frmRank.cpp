@@ -12,7 +12,6 @@
 #include "platform/Format.h"
 #include "platform/desktop/QtClipboard.h"
 #include "reports/ViewPages.h"
-#include "resources/TextNames_w6.h"
 #include "views/CopyData.h"
 #include "views/HPDChart.h"
 #include "views/LogTabs.h"

@@ -2,7 +2,6 @@
 
 #include "dialogs/Palettes.h"
 #include "dialogs/Words.h"
-#include "resources/TextNames_w5.h"
 #include "views/CaptionHints.h"
 
 #include <QApplication>

@@ -37,7 +37,6 @@
 #include "platform/RuntimeError.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/QtClipboard.h"
-#include "resources/TextNames_w6.h"
 
 #include <QApplication>
 #include <QDesktopServices>

@@ -6,7 +6,6 @@
 #include "model/LogParameters.h"
 #include "model/Speaking.h"
 #include "platform/Utf8.h"
-#include "resources/TextNames_w2.h"
 
 #include <array>
 

@@ -5,7 +5,6 @@
 #include "model/Acoustics.h"
 #include "model/Captions.h"
 #include "platform/Format.h"
-#include "resources/TextNames_w1.h"
 
 namespace kestrane {
 

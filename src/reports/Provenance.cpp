@@ -9,7 +9,6 @@
 #include "platform/Format.h"
 #include "platform/RuntimeError.h"
 #include "platform/Sha256.h"
-#include "resources/TextNames_w2.h"
 #include "views/HistoryTable.h"
 #include "views/LogHistory.h"
 #include "views/RowTimes.h"

@@ -1171,8 +1171,36 @@ enum Id : int {
     HistoryRecalculatedOnOpening = 9205,
     OpeningFile = 9390,
     FiguresWithoutUnread = 9391,
+    // What stands beside figures, values and lines that are not what they seem
     RenameOpenElsewhere = 9400,
+    StateUndecided = 9401,
+    WarnHoursOutOfRange = 9402,
+    WarnRowsTwice = 9403,
+    NoPercentages = 9404,
+    NotComparedByBand = 9405,
+    AssessmentWithoutGroup = 9406,
+    OfAnotherOfItsName = 9420,
+    OfEarlierDose = 9421,
+    ChangedByOtherSince = 9422,
+    HistoryNotRead = 9423,
+    IntervalsNotConverted = 9440,
+    BasisUnknownBands = 9441,
     NotUpToDate = 9460,
+    EveryIntervalExcluded = 9461,
+    // Why a log does not have a tab
+    LacksIntervals = 9462,
+    LacksBands = 9463,
+    LacksLevelsForProtectors = 9464,
+    ReportsDoseOnly = 9465,
+    // What a screen reader says of an interval, and of a chart that was zoomed
+    IntervalLeftOut = 9466,
+    IntervalOverloaded = 9467,
+    PartInView = 9468,
+    OtherSelectionInZoom = 9481,
+    EndZoomFirst = 9482,
+    RankNotTogether = 9483,
+    LogNotRecalculated = 9499,
+    Interrupted = 9600,
 };
 
 } // namespace kestrane::Text

@@ -1,13 +1,5 @@
 #include "resources/TextTable.h"
 
-#include "resources/TextNames_w1.h"
-#include "resources/TextNames_w2.h"
-#include "resources/TextNames_w3.h"
-#include "resources/TextNames_w4.h"
-#include "resources/TextNames_w5.h"
-#include "resources/TextNames_w6.h"
-#include "resources/TextNames_w7.h"
-
 #include <algorithm>
 #include <iterator>
 

@@ -3,8 +3,6 @@
 #include <array>
 #include <iterator>
 
-#include "resources/TextNames_w3.h"
-#include "resources/TextNames_w7.h"
 #include "resources/TextTable.h"
 
 namespace kestrane {

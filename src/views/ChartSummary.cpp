@@ -1,6 +1,5 @@
 #include "views/ChartSummary.h"
 
-#include "resources/TextNames_w5.h"
 #include "views/LevelMap.h"
 
 #include <algorithm>

@@ -4,7 +4,6 @@
 #include "model/LogParameters.h"
 #include "model/Session.h"
 #include "platform/Format.h"
-#include "resources/TextNames_w1.h"
 #include "views/ChartParts.h"
 #include "views/DisplayBy.h"
 #include "views/RangeTable.h"

@@ -3,7 +3,6 @@
 #include "calc/FreqWeight.h"
 #include "model/Session.h"
 #include "protection/ProtectorDatabase.h"
-#include "resources/TextNames_w5.h"
 #include "views/BandChart.h"
 #include "views/HPDChart.h"
 #include "views/NoiseRatingChart.h"

@@ -5,7 +5,6 @@
 #include "model/Captions.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
-#include "resources/TextNames_w4.h"
 
 #include <algorithm>
 

@@ -7,7 +7,6 @@
 #include "model/LogTime.h"
 #include "model/Parameters.h"
 #include "model/Session.h"
-#include "resources/TextNames_w6.h"
 #include "views/Selection.h"
 
 namespace kestrane {
