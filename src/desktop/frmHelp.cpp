@@ -3,6 +3,7 @@
 #include "dialogs/HandySplitter.h"
 #include "dialogs/Words.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QImage>
 #include <QLabel>
@@ -146,6 +147,16 @@ QWidget* frmHelp::page() {
 void frmHelp::ShowPage(const std::string& path) {
     browser_->setExtraSelections({});
     browser_->setSource(QUrl::fromLocalFile(shown(path)));
+}
+
+void frmHelp::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) before_ = QApplication::activeWindow();
+    QDialog::showEvent(event);
+}
+
+void frmHelp::hideEvent(QHideEvent* event) {
+    QDialog::hideEvent(event);
+    if (!event->spontaneous() && before_ != nullptr && before_->isVisible()) before_->activateWindow();
 }
 
 void frmHelp::list() {

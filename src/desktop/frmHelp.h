@@ -4,6 +4,7 @@
 #include "app/HelpSearch.h"
 
 #include <QDialog>
+#include <QPointer>
 
 class QLineEdit;
 class QListWidget;
@@ -19,6 +20,10 @@ public:
     // Shows a page of the folder by its path.
     void ShowPage(const std::string& path);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
 private:
     QWidget* search();
     QWidget* page();
@@ -32,6 +37,7 @@ private:
     QLineEdit* txtSearch_;
     QListWidget* lstPages_;
     QTextBrowser* browser_;
+    QPointer<QWidget> before_; // the window that was active when the help was opened, and is so again behind it
 };
 
 } // namespace kestrane

@@ -12,6 +12,7 @@
 #include "platform/Format.h"
 #include "platform/desktop/QtClipboard.h"
 #include "reports/ViewPages.h"
+#include "views/ChartSummary.h"
 #include "views/CopyData.h"
 #include "views/HPDChart.h"
 #include "views/LogTabs.h"
@@ -61,7 +62,7 @@ frmRank::frmRank(Session& session, const clsFile& file, const clsLog& log, Corre
     grdRanks_->verticalHeader()->setDefaultSectionSize(tableRowHeight(fontMetrics()));
     allowDragging(
         *grdRanks_, [this] { return copiedLines(rankText(ranks_), true); }, session.LoadText(Text::RankTitle));
-    chart_ = new chaTab(session.locale);
+    chart_ = new chaTab(session.locale, [this](const ChartData& chart) { return chartSummary(session_, chart); });
     chart_->setObjectName("chart");
     allowDragging(*chart_);
     auto* const parts = new HandySplitter(Qt::Vertical);

@@ -102,8 +102,8 @@ tvwTreeView::tvwTreeView(const Session& session, QWidget* parent) : QTreeWidget(
     connect(this, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
         if (item != nullptr) emit NodeClick(keyOf(item));
     });
-    connect(this, &QTreeWidget::itemClicked, this,
-            [this](const QTreeWidgetItem* item) { emit NodeClick(keyOf(item)); });
+    for (const auto chosen : {&QTreeWidget::itemClicked, &QTreeWidget::itemActivated}) // by the mouse, and by Return
+        connect(this, chosen, this, [this](const QTreeWidgetItem* item) { emit NodeClick(keyOf(item)); });
 }
 
 std::vector<ShownNode> tvwTreeView::ShownNodes() const {

@@ -108,6 +108,15 @@ public:
         return size;
     }
 
+    // A box is hit above and below its words, too.
+    QRect subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const override {
+        QRect rect = QProxyStyle::subElementRect(element, option, widget);
+        if (element != SE_CheckBoxClickRect && element != SE_RadioButtonClickRect) return rect;
+        rect.setTop(option->rect.top());
+        rect.setBottom(option->rect.bottom());
+        return rect;
+    }
+
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         QProxyStyle::drawPrimitive(element, option, painter, widget);

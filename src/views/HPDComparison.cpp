@@ -7,6 +7,7 @@
 #include "model/Session.h"
 #include "platform/Format.h"
 #include "platform/Utf8.h"
+#include "protection/RankTable.h"
 
 #include <algorithm>
 #include <array>
@@ -16,6 +17,7 @@ namespace kestrane {
 namespace {
 
 constexpr float kLimit = 87;                                          // dB
+constexpr float kLoudestOrange = 80;                                  // dB
 constexpr Text::Id kLevelNames[] = {Text::APL, Text::PAR, Text::ENL}; // indexed by mode
 // Indexed by correction.
 constexpr Text::Id kCorrectionWords[] = {Text::NoCorrection, Text::Correction2StandardDeviations,
@@ -191,7 +193,17 @@ private:
 
 ProtectionGrade gradeOf(float level) {
     if (level >= 70 && level <= 75) return ProtectionGrade::Green;
-    return level >= 65 && level <= 80 ? ProtectionGrade::Orange : ProtectionGrade::Red;
+    return level >= 65 && level <= kLoudestOrange ? ProtectionGrade::Orange : ProtectionGrade::Red;
+}
+
+std::string gradeText(const Session& session, const HPDComparison& comparison) {
+    const bool isComputed = comparison.Result >= 0;
+    const Verdict outside = comparison.Result > kLoudestOrange ? Verdict::Insufficient : Verdict::OverProtected;
+    const Verdict verdict = comparison.Grade == ProtectionGrade::Green    ? Verdict::Good
+                            : comparison.Grade == ProtectionGrade::Orange ? Verdict::Acceptable
+                            : isComputed                                  ? outside
+                                                                          : Verdict::None;
+    return verdictText(session, verdict);
 }
 
 std::string figuresLine(const HPDComparison& comparison) {

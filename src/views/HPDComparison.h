@@ -46,6 +46,9 @@ struct HPDComparison {
 // The labels and values of the panel on one line.
 std::string figuresLine(const HPDComparison& comparison);
 
+// The grade in a word with its sign, for those who cannot tell its colour.
+std::string gradeText(const Session& session, const HPDComparison& comparison);
+
 // The name of the protected level in a mode (eHPDMode...).
 std::string levelName(const Session& session, std::int16_t mode);
 

@@ -12,9 +12,12 @@
 #include "resources/Languages.h"
 
 #include <QAbstractScrollArea>
+#include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -54,6 +57,21 @@ void expectWhole(QDialog& dialog, QSize room, const char* what) {
         ++ends;
     }
     EXPECT_GT(ends, 0) << where;
+}
+
+TEST(DialogFit, ABoxIsHitAboveAndBelowItsWords) {
+    showAppearance(Appearance::Light);
+    QCheckBox box("x");
+    box.resize(box.sizeHint().width(), kLeastHit);
+    for (const int y : {0, kLeastHit - 1}) {
+        const bool before = box.isChecked();
+        const QPointF at(5, y);
+        QMouseEvent press(QEvent::MouseButtonPress, at, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent release(QEvent::MouseButtonRelease, at, at, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(&box, &press);
+        QApplication::sendEvent(&box, &release);
+        EXPECT_NE(box.isChecked(), before) << y;
+    }
 }
 
 TEST(DialogFit, NoDialogIsLargerThanItsScreenAndNothingIsCut) {

@@ -37,6 +37,14 @@ TEST(HPDComparison, GradesAtTheEdges) {
         {64.9F, ProtectionGrade::Red}, {-1, ProtectionGrade::Red},    {75.1F, ProtectionGrade::Orange}};
     for (const auto& [level, grade] : kCases)
         EXPECT_EQ(gradeOf(level), grade) << level;
+    const TestSession test;
+    HPDComparison red;
+    for (const auto& [level, word] : {std::pair(-1.0F, "none"), {64.9F, "over-protected"}, {80.1F, "insufficient"}}) {
+        red.Result = level;
+        EXPECT_TRUE(gradeText(test.session, red).ends_with(word)) << level;
+    }
+    red.Grade = ProtectionGrade::Orange;
+    EXPECT_TRUE(gradeText(test.session, red).ends_with("acceptable"));
 }
 
 TEST(HPDComparison, ByHMLNamesWhatItUsed) {

@@ -59,23 +59,25 @@ void ComparisonPage::Follow(const clsLog*) {
 // Without a protector the screen to choose one opens by itself after the tab has been drawn.
 void ComparisonPage::Draw(clsLog& inView) {
     const LogView& view = state_.View;
-    showFigures({});
+    showFigures({}, {});
     if (view.Protector) {
         comparison_ = compareWithProtector(inView, *view.Protector, session_.Options, view.CorrectionFactor);
         GraphPage::Draw(inView);
-        showFigures(comparison_.Panel);
+        showFigures(comparison_.Panel, comparison_.Method.empty() ? std::string() : gradeText(session_, comparison_));
     } else if (!view.IsComparisonDeclined) {
         QMetaObject::invokeMethod(this, &ComparisonPage::ProtectorAsked, Qt::QueuedConnection);
     }
 }
 
-void ComparisonPage::showFigures(const std::vector<std::pair<std::string, std::string>>& figures) {
+void ComparisonPage::showFigures(const std::vector<std::pair<std::string, std::string>>& figures,
+                                 const std::string& grade) {
     QString text;
     for (const auto& [label, value] : figures)
         text += (text.isEmpty() ? "" : "&nbsp;&nbsp;&nbsp; ") + shown(label).toHtmlEscaped() + "&nbsp;<b>" +
                 shown(value).toHtmlEscaped() + "</b>";
+    if (!grade.empty()) text += (text.isEmpty() ? "" : "&nbsp;&nbsp;&nbsp; ") + shown(grade).toHtmlEscaped();
     fraHPD_->setText(text);
-    fraHPD_->setVisible(!figures.empty());
+    fraHPD_->setVisible(!text.isEmpty());
 }
 
 ClipboardForms ComparisonPage::Copy(const clsLog& inView, bool valuesOnly) const {

@@ -38,7 +38,7 @@ protected:
 
 private:
     void choose(const std::function<std::optional<ProtectorChoice>(const clsLog& log)>& screen);
-    void showFigures(const std::vector<std::pair<std::string, std::string>>& figures);
+    void showFigures(const std::vector<std::pair<std::string, std::string>>& figures, const std::string& grade);
 
     QWidget* bar_;
     QLabel* fraHPD_;
