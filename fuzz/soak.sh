@@ -68,5 +68,5 @@ for program in platform files server calc download app; do
     threads "$program" "build-threads/bin/test_$program"
 done
 threads "command_line" ctest --test-dir build-threads --output-on-failure \
-    -R '^cli_(view_verbs|hostile_files|simulated_instruments)$'
+    -R '^cli_(view_verbs|calls|analyse_verb)$'
 exit $status

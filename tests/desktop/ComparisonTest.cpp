@@ -157,6 +157,7 @@ TEST(Comparison, AProtectorThatDoesNotFitTheLogIsChosenAnew) {
     desk.settleChoice(2);
     EXPECT_EQ(desk.chart().Series.size(), 2U);
     EXPECT_FALSE(desk.control<QLabel>("fraHPD").isVisible());
+    EXPECT_TRUE(desk.control<QLabel>("lblGrade").isVisible());
     desk.clickTab("Cumultv (Data)");
     desk.clickTab("Compare HPD");
     EXPECT_EQ(desk.choices, 2);

@@ -39,7 +39,8 @@ TEST(HPDComparison, GradesAtTheEdges) {
         EXPECT_EQ(gradeOf(level), grade) << level;
     const TestSession test;
     HPDComparison red;
-    for (const auto& [level, word] : {std::pair(-1.0F, "none"), {64.9F, "over-protected"}, {80.1F, "insufficient"}}) {
+    for (const auto& [level, word] :
+         {std::pair(-1.0F, "computed"), {64.9F, "over-protected"}, {80.1F, "insufficient"}}) {
         red.Result = level;
         EXPECT_TRUE(gradeText(test.session, red).ends_with(word)) << level;
     }

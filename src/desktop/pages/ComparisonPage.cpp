@@ -34,12 +34,15 @@ ComparisonPage::ComparisonPage(Session& session, ExplorerState& state) : GraphPa
         pushButton(session_, Text::RankButton, "cmdRank", loadPlainText(session_, Text::RankButton));
     fraHPD_ = new QLabel;
     fraHPD_->setObjectName("fraHPD");
+    lblGrade_ = new QLabel;
+    lblGrade_->setObjectName("lblGrade");
     auto* const row = new QHBoxLayout(bar_);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(kSpacing);
     row->addWidget(cmdHPD);
     row->addWidget(cmdRank);
     row->addWidget(fraHPD_);
+    row->addWidget(lblGrade_);
     connect(cmdHPD, &QPushButton::clicked, this, &ComparisonPage::ProtectorAsked);
     connect(cmdRank, &QPushButton::clicked, this, &ComparisonPage::RankAsked);
 }
@@ -75,9 +78,10 @@ void ComparisonPage::showFigures(const std::vector<std::pair<std::string, std::s
     for (const auto& [label, value] : figures)
         text += (text.isEmpty() ? "" : "&nbsp;&nbsp;&nbsp; ") + shown(label).toHtmlEscaped() + "&nbsp;<b>" +
                 shown(value).toHtmlEscaped() + "</b>";
-    if (!grade.empty()) text += (text.isEmpty() ? "" : "&nbsp;&nbsp;&nbsp; ") + shown(grade).toHtmlEscaped();
     fraHPD_->setText(text);
-    fraHPD_->setVisible(!text.isEmpty());
+    fraHPD_->setVisible(!figures.empty());
+    lblGrade_->setText(shown(grade));
+    lblGrade_->setVisible(!grade.empty());
 }
 
 ClipboardForms ComparisonPage::Copy(const clsLog& inView, bool valuesOnly) const {

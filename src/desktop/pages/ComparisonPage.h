@@ -42,6 +42,7 @@ private:
 
     QWidget* bar_;
     QLabel* fraHPD_;
+    QLabel* lblGrade_;
     QLabel* placeholder_;
     HPDComparison comparison_; // as it was last drawn
 };
