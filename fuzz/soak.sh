@@ -25,22 +25,32 @@ row() {
     [ "$5" -eq 0 ] || status=1
 }
 
+# One of several processes that share what they learn. An input that breaks it is written down, and it goes on.
+worker() {
+    while [ "$(date +%s)" -lt "$end" ]; do
+        "build-fuzz/bin/fuzz_$1" "$kept" "fuzz/seeds/$1" "fuzz/regressions/$1" -max_total_time=$((end - $(date +%s) + 1)) \
+            -print_final_stats=1 -artifact_prefix="fuzz/found/$1-" >>"$log.$2" 2>&1 || sleep 1
+    done
+}
+
 fuzz() {
     kept=$corpus/$1
     small=$kept.small
     log=$corpus/$1.log
+    end=$(($(date +%s) + seconds))
     mkdir -p "$kept" "fuzz/regressions/$1"
-    # Several workers, each of which ends after the time; an input that breaks one is written down and the rest go on.
-    "build-fuzz/bin/fuzz_$1" "$kept" "fuzz/seeds/$1" "fuzz/regressions/$1" -max_total_time="$seconds" \
-        -fork="$(nproc)" -ignore_crashes=1 -ignore_timeouts=1 -ignore_ooms=1 -print_final_stats=1 \
-        -artifact_prefix="fuzz/found/$1-" >"$log" 2>&1 || true
-    executions=$(sed -n 's/^#\([0-9]*\):.*/\1/p' "$log" | tail -n 1)
+    rm -f "$log".*
+    for number in $(seq "$(nproc)"); do
+        worker "$1" "$number" &
+    done
+    wait
+    executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log".* | awk '{ n += $1 } END { print n + 0 }')
     rm -rf "$small"
     mkdir "$small"
     "build-fuzz/bin/fuzz_$1" -merge=1 "$small" "$kept" >/dev/null 2>&1
     rm -rf "$kept"
     mv "$small" "$kept"
-    row "$1" "$seconds" "${executions:-0}" "$(find "$kept" -type f | wc -l)" "$(find fuzz/found -name "$1-*" | wc -l)"
+    row "$1" "$seconds" "$executions" "$(find "$kept" -type f | wc -l)" "$(find fuzz/found -name "$1-*" | wc -l)"
 }
 
 # What the further words call, under ThreadSanitizer.
