@@ -44,12 +44,14 @@ std::vector<HistoryLine> DocumentHistory::oldestFirst() const {
     };
 
     std::vector<Timed> timed;
+    timed.reserve(lines_.size());
     for (HistoryLine& line : lines()) {
         const std::string before = timed.empty() ? std::string() : timed.back().Time;
         timed.push_back({line.Time.empty() ? before : line.Time, std::move(line)});
     }
     std::ranges::stable_sort(timed, {}, &Timed::Time);
     std::vector<HistoryLine> sorted;
+    sorted.reserve(timed.size());
     for (Timed& each : timed)
         sorted.push_back(std::move(each.Line));
     return sorted;

@@ -28,10 +28,9 @@ constexpr std::size_t kMostProvenanceLines = 8; // of one value
 constexpr double kLeastPlotHeight = 5;          // cm
 constexpr double kLeastForDetails = 16;         // cm, with the chart below them
 constexpr double kLeastForDetailsInLandscape = 10;
-constexpr std::size_t kMostParagraphs = 100; // of the company's own words
-constexpr std::size_t kMostParagraphLines = 20;
-constexpr std::size_t kMostOfNote = 10'000; // paragraphs, and lines of one
-constexpr double kCaptionLines = 3.5;       // of a table: heading, captions, and the space around them
+constexpr TextLimits kOwnWords{100, 20}; // of the company
+constexpr TextLimits kNote{10'000, 10'000};
+constexpr double kCaptionLines = 3.5; // of a table: heading, captions, and the space around them
 
 // The end of the title, or the title of a log without a name.
 std::string kindOf(const clsLog& log) {
@@ -61,9 +60,10 @@ std::optional<ChartData> bandsOf(const clsLog& log) {
     ChartChoice allBands;
     allBands.Choice.Parameter = eLeq;
     auto chart = chartOfTab(log, eTabCumulativeGraph, allBands);
-    if (!chart || std::ranges::all_of(chart->Series.front().Values | std::views::drop(1), isNullValue))
-        return std::nullopt;
-    return chart;
+    if (!chart) return std::nullopt;
+    const std::vector<float>& levels = chart->Series.front().Values;
+    const bool hasBands = levels.size() > 1 && !std::all_of(levels.begin() + 1, levels.end(), isNullValue);
+    return hasBands ? std::move(chart) : std::nullopt;
 }
 
 // The chart of the rows; of a log without rows that of its bands or its cumulative figures, when there is one.
@@ -182,14 +182,14 @@ void Report::placeIntroduction(const ReportSubject& subject) {
 
 // Paragraphs over the width of the page, with a blank line behind the last.
 Report::Block Report::ownWords(const std::string& text) const {
-    return words(text, kMostParagraphs, kMostParagraphLines);
+    return words(text, kOwnWords);
 }
 
-Report::Block Report::words(const std::string& text, std::size_t mostParagraphs, std::size_t mostLines) const {
+Report::Block Report::words(const std::string& text, const TextLimits& most) const {
     Block block;
-    for (const std::string& paragraph : paragraphsOf(text, mostParagraphs)) {
+    for (const std::string& paragraph : paragraphsOf(text, most.Paragraphs)) {
         block.Lines.emplace_back(std::string(),
-                                 wrappedText(metrics_, paragraph, frame_.body().width(), kBodyFont, mostLines));
+                                 wrappedText(metrics_, paragraph, frame_.body().width(), kBodyFont, most.LinesOfOne));
         block.Height += static_cast<double>(block.Lines.back().second.size()) * line_;
     }
     if (block.Lines.empty()) return block;
@@ -218,7 +218,7 @@ void Report::placeNote(const Session& session) {
     if (!chart_.HasFootnote || chart_.Data->Footnote.empty()) return;
     const auto page = std::ranges::find_if(pages_, [](const PlacedPage& each) { return each.Chart.has_value(); });
     if (page != pages_.end() && !metrics_.cutsNote(chart_, page->Chart->Width, page->Chart->Height)) return;
-    Block note = words(chart_.Data->Footnote, kMostOfNote, kMostOfNote);
+    Block note = words(chart_.Data->Footnote, kNote);
     note.Heading = session.LoadText(Text::StepNote);
     note.Height += kProvenanceHead * line_;
     placeLast(note);

@@ -45,6 +45,11 @@ inline bool isModified(const clsLog& opened, const clsLog& inView) {
     return !modificationOf(opened, inView).empty();
 }
 
+// How much of a text is printed.
+struct TextLimits {
+    std::size_t Paragraphs, LinesOfOne;
+};
+
 class Report : public PagedDocument {
 public:
     // metrics must outlive the report and must be those of the device on which it is drawn.
@@ -69,7 +74,7 @@ private:
     void placeIntroduction(const ReportSubject& subject);
     void placeDetails(const std::vector<DetailLine>& lines);
     Block ownWords(const std::string& text) const;
-    Block words(const std::string& text, std::size_t mostParagraphs, std::size_t mostLines) const;
+    Block words(const std::string& text, const TextLimits& most) const;
     Block provenance(const ReportSubject& subject) const;
     void placeNote(const Session& session);
     void placeLast(const Block& block);
