@@ -125,7 +125,7 @@ private:
             (levels_.LongestRow > kLongestExact || !isSlow))
             add(ReplaceText(text(Text::BasisApproximate), "^", singleText(static_cast<float>(levels_.LongestRow))));
         if (isByB && out_.LAeq) add(text(Text::BasisChannelB));
-        if (levels_.Origin == LevelsFrom::Bands && out_.LAeq) add(text(nameOfLAeqFromBands(log_)));
+        if (levels_.Origin == LevelsFrom::Bands && out_.LAeq) add(text(Text::BasisBands));
         if (const std::string reported = reportedDose(rule); !reported.empty()) add(reported);
         return note;
     }

@@ -1,6 +1,5 @@
 #include "calc/FreqWeight.h"
 
-#include "calc/LevelOffset.h"
 #include "model/Session.h"
 
 #include <algorithm>
@@ -34,21 +33,18 @@ struct Amounts {
     float off, on;
 };
 
-// An absent level stays absent, and a level stays one: what would become 0 becomes the least level beside it.
-float converted(float level, const Amounts& amounts) {
-    if (level == 0) return level;
-    for (const float amount : {amounts.off, amounts.on}) {
-        level += amount;
-        if (level == 0) level = kLeastLevel;
-    }
-    return level;
+void addToPresent(clsValue& value, const Amounts& amounts) {
+    for (const float amount : {amounts.off, amounts.on})
+        if (value.CalcValue() != 0) value.CalcValue(value.CalcValue() + amount);
 }
 
 void adjustRows(IntervalColumns& rows, int band, const Amounts& amounts) {
     const auto adjust = [&](Quantity quantity) {
         if (rows.levels(quantity, band).empty()) return;
-        for (Level& level : rows.writeLevels(quantity, band))
-            level.CalcValue = converted(level.CalcValue, amounts);
+        for (Level& level : rows.writeLevels(quantity, band)) {
+            for (const float amount : {amounts.off, amounts.on})
+                if (level.CalcValue != 0) level.CalcValue += amount;
+        }
     };
     for (const Quantity quantity : {Quantity::LeqA, Quantity::LminA, Quantity::LmaxA})
         adjust(quantity);
@@ -58,7 +54,7 @@ void adjustRows(IntervalColumns& rows, int band, const Amounts& amounts) {
 
 void adjustCumulative(clsLog& log, int band, const Amounts& amounts) {
     for (BandValues* values : {&log.LeqCumA, &log.LminCumA, &log.LmaxCumA})
-        (*values)(band).CalcValue(converted((*values)(band).CalcValue(), amounts));
+        addToPresent((*values)(band), amounts);
     for (int ln = 1; ln <= NumberOfLns; ++ln) {
         if (log.LnNumberA(ln) == 0) continue;
         clsValue& value = log.LnCumA(ln, band); // converted even when it is 0; that is meant

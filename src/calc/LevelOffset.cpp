@@ -10,6 +10,8 @@ namespace kestrane {
 
 namespace {
 
+constexpr float kLeastLevel = 0.0001F; // dB; 0 would mean that there is no level
+
 class Offset {
 public:
     explicit Offset(double decibels) : decibels_(decibels) {}

@@ -5,9 +5,6 @@
 
 namespace kestrane {
 
-// What a level becomes that an offset would bring to 0, since 0 means that there is no level; dB.
-constexpr float kLeastLevel = 0.0001F;
-
 // Adds decibels to every level of the log and of its rows, on both channels, and changes doses and sound exposures as
 // such levels do: Value and CalcValue, so that a figure as reported remains one, and what is made of either has the
 // offset. A dose changes by the exchange rate that it was made with. An absent figure (0) stays absent, and a level

@@ -19,7 +19,6 @@ namespace {
 constexpr double kSame = 1e-4; // dB
 
 constexpr std::string_view kFromBands = " from bands";
-constexpr std::string_view kFromUnknownBands = " from bands, taken as linear";
 // Deviations below the mean, indexed by correction: for 84 % or 98 % of wearers.
 constexpr double kAlphas[] = {1, 2, 1, 1};
 
@@ -46,8 +45,7 @@ std::optional<double> present(float level) {
 }
 
 WeightedLevels weightedLevels(const clsLog& log) {
-    const WeightedLevels bands{leqFromBands(log, "A"), leqFromBands(log, "C"),
-                               log.FreqWeightA().empty() ? kFromUnknownBands : kFromBands};
+    const WeightedLevels bands{leqFromBands(log, "A"), leqFromBands(log, "C"), kFromBands};
     if (bands.a) return bands;
     return {present(LeqFreqWA(log)), present(LeqFreqWC(log)), {}};
 }

@@ -27,7 +27,7 @@ double levelByNrr(NrrRule rule, double level, bool isC, double nrr);
 constexpr double kRealWorldAllowance = 4; // dB, of HSE
 
 struct StandardFigure {
-    std::string Method; // the standard's method; " from bands" is behind it when LA and LC are
+    std::string Method; // the standard's method; it ends in " from bands" when LA and LC were computed from the bands
     double Level;
     int Rounded() const; // in whole dB, halves away from zero
 

@@ -1,6 +1,5 @@
 #include "views/BandChart.h"
 
-#include "calc/BandLevels.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
 #include "platform/Numbers.h"
@@ -87,8 +86,7 @@ private:
         hasPa2Hours_ = hasPa2Hours_ || unit == ParameterUnit::Pa2Hours;
         const int band = channel == kChannelA ? log_.e(choice_.BandText) : 0;
         const std::string_view captionBand = band > 0 ? std::string_view(choice_.BandText) : kNoBand;
-        chart_.Series.push_back({withWeightingMark(log_, channel, parameter,
-                                                   VariableCaption(session_, parameter, channel, captionBand, &log_)),
+        chart_.Series.push_back({VariableCaption(session_, parameter, channel, captionBand, &log_),
                                  axisOf(unit),
                                  {figure(channel, parameter, band)}});
     }

@@ -1,6 +1,5 @@
 #include "views/TimeChart.h"
 
-#include "calc/BandLevels.h"
 #include "model/LogParameters.h"
 #include "model/Session.h"
 #include "views/ChartLines.h"
@@ -78,8 +77,7 @@ private:
     void addParameter(LogChannel channel, Parameter parameter) {
         const int band = channel == kChannelA ? log_.e(choice_.BandText) : 0;
         const std::string_view captionBand = band > 0 ? std::string_view(choice_.BandText) : kNoBand;
-        const std::string caption = withWeightingMark(
-            log_, channel, parameter, VariableCaption(session_, parameter, channel, captionBand, &log_));
+        const std::string caption = VariableCaption(session_, parameter, channel, captionBand, &log_);
         if (options_.IsPlotted(channel, kInterval, parameter))
             addSeries(caption, channel, parameter, rowValues(channel, parameter, band));
         if (isCumulativePlotted(channel, parameter)) {

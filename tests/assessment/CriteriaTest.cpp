@@ -122,7 +122,7 @@ TEST(Criteria, LinearBandsAreWeightedRowByRow) {
     EXPECT_NEAR(*named(criteria, "acgih").Dose, 100 * (1.0 / 60) / allowedHours(90, {85, 3}), 1e-6) << "73.9 < 80";
     EXPECT_EQ(named(criteria, "eu").Note, "LAeq from bands");
     logged.log->FreqWeightA("");
-    EXPECT_EQ(named(criteriaOf(*logged.log, {}), "eu").Note, "LAeq from bands, taken as linear");
+    EXPECT_EQ(named(criteriaOf(*logged.log, {}), "eu").Note, "LAeq from bands");
 }
 
 TEST(Criteria, TheDoseOfAnInstrumentStandsUnderItsOwnSettings) {

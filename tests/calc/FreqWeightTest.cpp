@@ -94,20 +94,6 @@ TEST(AdjustFreqWeight, RowsAreConvertedWhenAskedFor) {
     }
 }
 
-TEST(AdjustFreqWeight, ALevelAtTheOffsetIsNotLost) {
-    OctaveLog octave;
-    const int band = octave.log.e("63");
-    octave.log.FreqWeightA("Z");
-    octave.log.LeqCumA(band).Value(26.2F);
-    octave.log.LogIntervals.setArraySize(1);
-    IntervalColumns& rows = octave.log.LogIntervals.Columns();
-    rows.setLevel(Quantity::LeqA, band, 0, {26.2F, 26.2F});
-    for (const char* weight : {"A", "C", "Z"}) // 0 dB(A), 25.4 dB(C)
-        AdjustFreqWeight(octave.log, weight, true);
-    EXPECT_NEAR(octave.leq("63"), 26.2, 1e-3);
-    EXPECT_NEAR(rows.level(Quantity::LeqA, band, 0).CalcValue, 26.2, 1e-3);
-}
-
 // 63 Hz at 101.2 dB is 75 dB(A), 1 kHz at 75 dB the same: together 78.0103 dB(A), for 15 minutes.
 TEST(ConvertLog, OverallLevelsAndExposureFollowTheBands) {
     OctaveLog octave;

@@ -224,9 +224,9 @@ TEST(ChartLines, TheExposureSoFarIsMadeOfAWeightedLevels) {
     shown.plot(kChannelA, kInterval, {eDoseMT});
     storeChartLines(shown.session, {LimitLines::None, "", true});
     ChartData chart = fullLogChart(&log, {});
-    EXPECT_EQ(labels(chart), (std::vector<std::string>{"Dose %(MT) (not A-weighted)", "LAeq from bands so far",
-                                                       "LEX,8h so far (LAeq from bands)",
-                                                       "Dose so far (85 dB, 3 dB) (LAeq from bands)"}));
+    EXPECT_EQ(labels(chart),
+              (std::vector<std::string>{"Dose %(MT)", "LAeq from bands so far", "LEX,8h so far (LAeq from bands)",
+                                        "Dose so far (85 dB, 3 dB) (LAeq from bands)"}));
     EXPECT_NEAR(chart.Series[2].Values[0], 65.969, 1e-3); // 75 + 10 lg(1/8)
     EXPECT_NEAR(chart.Series[3].Values[0], 1.2402, 1e-3); // 12.5 * 2^(-10/3)
     log.IsChannelBOn = true;
